@@ -1,0 +1,84 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced by ./run, ./test and the scripts beside it: where things are kept, how to install, how to
+# build. Everything lies in the user's cache folder, so a checkout stays as it was cloned.
+
+checkout=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/zelvreg
+builds=$cache/build/$(basename "$checkout")-$(sha256sum <<<"$checkout" | cut -c1-8)
+
+export CCACHE_DIR=$cache/ccache CCACHE_BASEDIR=$builds CCACHE_NOHASHDIR=1 CCACHE_MAXSIZE=2G
+
+# CMake looks for GoogleTest whichever target is built.
+build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-dev
+  nlohmann-json3-dev libgtest-dev)
+lint_packages=(clang-format clang-tidy python3)
+windows_packages=(googletest g++-mingw-w64-i686-posix mmdebstrap uidmap bubblewrap)
+
+say() { printf '%s\n' "$*" >&2; }
+
+die() {
+  say "$(basename "$0"): $*"
+  exit 2
+}
+
+# install_packages NAME...: those that are missing, without a word when none is.
+install_packages() {
+  command -v dpkg-query >/dev/null || return 0
+  local name missing=() sudo=() log
+  for name in "$@"; do
+    dpkg-query -W -f '${db:Status-Status}\n' "$name" 2>/dev/null | grep -qx installed ||
+      missing+=("$name")
+  done
+  ((${#missing[@]})) || return 0
+  say "Installing ${missing[*]}"
+  if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null; then
+      say "There is no sudo here; as root, please: apt-get install ${missing[*]}"
+      return 1
+    fi
+    sudo=(sudo)
+  fi
+  log=$(mktemp)
+  # A source that does not answer need not be one of those that hold these packages.
+  "${sudo[@]}" apt-get update >"$log" 2>&1 || true
+  if ! "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y \
+    --no-install-recommends "${missing[@]}" >>"$log" 2>&1 </dev/null; then
+    tail -n 20 "$log" >&2
+    rm -f "$log"
+    say "These packages could not be installed: ${missing[*]}"
+    return 1
+  fi
+  rm -f "$log"
+}
+
+# build PRESET TARGET...: quiet, and with the end of the compiler's words when it fails.
+build() (
+  local preset=$1 folder=$builds/$1 log=$builds/$1.log
+  shift
+  local other
+  for other in "$cache"/build/*/source; do
+    # The build of a checkout that is gone.
+    if [[ -L $other && ! -e $other ]]; then
+      rm -rf "$(dirname "$other")"
+    fi
+  done
+  mkdir -p "$builds"
+  exec 9>"$folder.lock"
+  flock 9
+  # The sources are reached through a link beside the build, which makes their relative paths the
+  # same in each checkout: so a fresh clone finds what another one compiled.
+  ln -sfn "$checkout" "$builds/source"
+  if [[ ! -e $folder/build.ninja || $checkout/CMakePresets.json -nt $folder/build.ninja ]]; then
+    cmake --preset "$preset" -S "$builds/source" -B "$folder" >"$log" 2>&1 9>&- ||
+      build_failed "$preset" "$log"
+  fi
+  ninja -C "$folder" -j "$(nproc)" -k 20 "$@" >"$log" 2>&1 9>&- || build_failed "$preset" "$log"
+)
+
+# build_failed PRESET LOG: shows what the compiler said, without the commands themselves.
+build_failed() {
+  grep -v -e '^\[[0-9]*/[0-9]*\] ' -e '^ccache ' -e '^: && ' "$2" |
+    sed "s|$builds/source/||g; s|\.\./source/||g" | tail -n 60 >&2
+  say "The $1 build failed; all of its output is in $2"
+  exit 1
+}

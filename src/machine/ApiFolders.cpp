@@ -1,0 +1,130 @@
+// The Windows calls that delete, move and make files and folders, and those on attributes.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+#include "machine/ApiSupport.h"
+#include "machine/CodePage.h"
+#include "machine/FileAccess.h"
+#include "machine/FileDescriptor.h"
+#include "machine/Machine.h"
+
+namespace {
+
+using namespace zelvreg::machine;
+
+constexpr mode_t newFolderMode = 0777;
+constexpr LONG notSameDevice = 17;
+
+// Where `to` puts the file `from`: the same file again is a new spelling of its name.
+void respell(Place& to, const Place& from, std::u16string_view text) {
+  if (to.file != from.file) return;
+  PathName name = parsePath(text, PathName());
+  if (name.names.empty()) return;
+  const std::string spelled = utf8FromUtf16(name.names.back());
+  to.file = to.folder + "/" + spelled;
+  to.path = parentPath(to.path);
+  to.path += (to.path.ends_with('\\') ? "" : "\\") + spelled;
+}
+
+// Whether what is there may give way to the file that is moved over it.
+LONG mayReplace(const Machine& machine, const Place& to, const Place& from, DWORD flags) {
+  if (to.file == from.file) return ERROR_SUCCESS;
+  if ((flags & MOVEFILE_REPLACE_EXISTING) == 0) return ERROR_ALREADY_EXISTS;
+  return to.isFolder || from.isFolder ? ERROR_ACCESS_DENIED : mayDelete(machine, to);
+}
+
+void writeOutFolder(const std::string& folder) {
+  const FileDescriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (handle.isOpen()) fsync(handle.get());
+}
+
+// Whether moving a file takes more than its name in these rights.
+LONG mayMove(const Machine& machine, const Place& from, const Place& to, DWORD flags) {
+  if (!from.exists()) return from.error;
+  const ACCESS_MASK right = from.isFolder ? fileAppendData : fileWriteData;
+  const LONG refusal =
+      to.exists() ? mayReplace(machine, to, from, flags) : mayMake(machine, to, right);
+  if (refusal != ERROR_SUCCESS) return refusal;
+  if (from.path[0] != to.path[0]) return notSameDevice;
+  return grantedOn(machine, from.path, DELETE_ACCESS) != 0 ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+}
+
+}  // namespace
+
+extern "C" {
+
+BOOL DeleteFileA(LPCSTR path) {
+  Machine* machine = machineInForce();
+  if (machine == nullptr) return FALSE;
+  if (const auto fault = machine->faults().next(ApiCall::DeleteFile)) return failed(*fault);
+  const Place place = machine->drives().find(wideText(*machine, path));
+  if (!place.exists()) return failed(place.error);
+  if (place.isFolder) return failed(ERROR_ACCESS_DENIED);
+  const LONG refusal = mayDelete(*machine, place);
+  if (refusal != ERROR_SUCCESS) return failed(refusal);
+  if (unlink(place.file.c_str()) != 0) return failed(errorCodeOf(errno));
+  machine->drives().changed(place.folder);
+  machine->drives().records().remove(place.path);
+  return TRUE;
+}
+
+BOOL MoveFileExA(LPCSTR fromPath, LPCSTR toPath, DWORD flags) {
+  Machine* machine = machineInForce();
+  if (machine == nullptr) return FALSE;
+  if (const auto fault = machine->faults().next(ApiCall::MoveFile)) return failed(*fault);
+  const Place from = machine->drives().find(wideText(*machine, fromPath));
+  const std::u16string toText = wideText(*machine, toPath);
+  Place to = machine->drives().find(toText);
+  const LONG refusal = mayMove(*machine, from, to, flags);
+  if (refusal != ERROR_SUCCESS) return failed(refusal);
+  respell(to, from, toText);
+  if (rename(from.file.c_str(), to.file.c_str()) != 0) return failed(errorCodeOf(errno));
+  if ((flags & MOVEFILE_WRITE_THROUGH) != 0) writeOutFolder(to.folder);
+  machine->drives().changed(from.folder);
+  machine->drives().changed(to.folder);
+  machine->drives().records().move(from.path, to.path);
+  return TRUE;
+}
+
+BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES*) {
+  Machine* machine = machineInForce();
+  if (machine == nullptr) return FALSE;
+  if (const auto fault = machine->faults().next(ApiCall::CreateDirectory)) return failed(*fault);
+  const Place place = machine->drives().find(wideText(*machine, path));
+  if (place.exists()) return failed(ERROR_ALREADY_EXISTS);
+  const LONG refusal = mayMake(*machine, place, fileAppendData);
+  if (refusal != ERROR_SUCCESS) return failed(refusal);
+  if (mkdir(place.file.c_str(), newFolderMode) != 0) return failed(errorCodeOf(errno));
+  wasMade(*machine, place, true);
+  return TRUE;
+}
+
+DWORD GetFileAttributesA(LPCSTR path) {
+  const auto refused = [](LONG code) {
+    failed(code);
+    return INVALID_FILE_ATTRIBUTES;
+  };
+  Machine* machine = machineInForce();
+  if (machine == nullptr) return INVALID_FILE_ATTRIBUTES;
+  if (const auto fault = machine->faults().next(ApiCall::GetFileAttributes)) return refused(*fault);
+  const Place place = machine->drives().find(wideText(*machine, path));
+  if (!place.exists()) return refused(place.error);
+  return machine->drives().records().attributes(place.path, place.isFolder);
+}
+
+BOOL SetFileAttributesA(LPCSTR path, DWORD attributes) {
+  Machine* machine = machineInForce();
+  if (machine == nullptr) return FALSE;
+  if (const auto fault = machine->faults().next(ApiCall::SetFileAttributes)) return failed(*fault);
+  const Place place = machine->drives().find(wideText(*machine, path));
+  if (!place.exists()) return failed(place.error);
+  if (grantedOn(*machine, place.path, fileWriteAttributes) == 0) return failed(ERROR_ACCESS_DENIED);
+  machine->drives().records().setAttributes(place.path, place.isFolder, attributes);
+  return TRUE;
+}
+}

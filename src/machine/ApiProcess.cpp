@@ -1,0 +1,96 @@
+// The Windows calls on the process, its environment, the time and memory.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "machine/ApiSupport.h"
+#include "machine/Clock.h"
+#include "machine/CodePage.h"
+#include "machine/Environment.h"
+#include "machine/Machine.h"
+
+namespace {
+
+using namespace zelvreg::machine;
+
+thread_local DWORD lastError = 0;
+
+constexpr UINT zeroFilled = 0x40;
+
+}  // namespace
+
+extern "C" {
+
+DWORD GetLastError() { return lastError; }
+
+void SetLastError(DWORD code) { lastError = code; }
+
+HANDLE GetCurrentProcess() { return INVALID_HANDLE_VALUE; }
+
+BOOL IsWow64Process(HANDLE process, PBOOL wow64) {
+  const Machine* machine = machineInForce();
+  if (machine == nullptr) return FALSE;
+  if (process != GetCurrentProcess()) return failed(ERROR_INVALID_HANDLE);
+  if (wow64 == nullptr) return failed(ERROR_INVALID_PARAMETER);
+  *wow64 = machine->is64Bit() ? TRUE : FALSE;
+  return TRUE;
+}
+
+UINT GetACP() {
+  const Machine* machine = machineInForce();
+  return machine == nullptr ? 0 : machine->codePageNumber();
+}
+
+void GetLocalTime(SYSTEMTIME* time) {
+  const Machine* machine = machineInForce();
+  *time = machine == nullptr ? SYSTEMTIME{} : machine->clock().localTime();
+}
+
+ULONGLONG GetTickCount64() {
+  const Machine* machine = machineInForce();
+  return machine == nullptr ? 0 : machine->clock().tickCount();
+}
+
+DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size) {
+  const Machine* machine = machineInForce();
+  if (machine == nullptr) return 0;
+  const auto value = machine->environment().get(wideText(*machine, name));
+  SetLastError(static_cast<DWORD>(value ? ERROR_SUCCESS : ERROR_ENVVAR_NOT_FOUND));
+  return value ? giveText(machine->codePage().encode(*value), buffer, size) : 0;
+}
+
+DWORD ExpandEnvironmentStringsA(LPCSTR source, LPSTR buffer, DWORD size) {
+  const Machine* machine = machineInForce();
+  if (machine == nullptr) return 0;
+  const std::string_view given = source == nullptr ? "" : source;
+  // Most paths name no variable, and plain characters are the same in every code page.
+  const bool isPlain =
+      std::ranges::all_of(given, [](char unit) { return unit != '%' && (unit & 0x80) == 0; });
+  if (isPlain) {
+    giveText(given, buffer, size);
+    return static_cast<DWORD>(given.size() + 1);
+  }
+  const std::u16string expanded = machine->environment().expand(wideText(*machine, source));
+  const std::string text = machine->codePage().encode(expanded);
+  giveText(text, buffer, size);
+  return static_cast<DWORD>(text.size() + 1);
+}
+
+HLOCAL LocalAlloc(UINT flags, SIZE_T size) {
+  // Even a block of no bytes has an address of its own.
+  void* memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) {
+    failed(ERROR_NOT_ENOUGH_MEMORY);
+  } else if ((flags & zeroFilled) != 0) {
+    std::memset(memory, 0, size);
+  }
+  return memory;
+}
+
+HLOCAL LocalFree(HLOCAL memory) {
+  std::free(memory);
+  return nullptr;
+}
+}

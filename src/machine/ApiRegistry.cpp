@@ -1,0 +1,103 @@
+#include "machine/ApiRegistry.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "machine/Machine.h"
+
+namespace zelvreg::machine {
+namespace {
+
+bool isAscii(std::u16string_view text) {
+  return std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });
+}
+
+}  // namespace
+
+RegistryCall::RegistryCall(ApiCall kind) : startStatus(ERROR_NOT_READY) {
+  Machine* machine = Machine::current();
+  if (machine == nullptr) {
+    return;
+  }
+  startStatus = machine->faults().next(kind).value_or(ERROR_SUCCESS);
+  tree = &machine->registry();
+  page = &machine->codePage();
+  processToken = &machine->token();
+}
+
+CallKey RegistryCall::find(HKEY handle) const {
+  CallKey key;
+  key.open = tree->handles().find(handle);
+  if (key.open != nullptr) {
+    key.place = key.open->place;
+    return key;
+  }
+  // The process is a 32-bit one: what says nothing else is in its view.
+  const std::optional<KeyPlace> root = rootPlace(*tree, handle, View::Bits32);
+  if (root) {
+    key.place = *root;
+  } else {
+    key.status = handle == HKEY_CURRENT_CONFIG ? ERROR_FILE_NOT_FOUND : ERROR_INVALID_HANDLE;
+  }
+  return key;
+}
+
+CallKey RegistryCall::find(HKEY handle, ACCESS_MASK right) const {
+  CallKey key = find(handle);
+  if (key.status != ERROR_SUCCESS) {
+    return key;
+  }
+  const RegistryKey* shown = shownKey(*tree, key.place);
+  if (key.open != nullptr) {
+    if ((key.open->rights & right) != right) {
+      key.status = ERROR_ACCESS_DENIED;
+    } else if (shown == nullptr) {
+      key.status = ERROR_KEY_DELETED;
+    }
+  } else if (shown != nullptr && granted(*shown, right) == 0) {
+    key.status = ERROR_ACCESS_DENIED;
+  }
+  return key;
+}
+
+ACCESS_MASK RegistryCall::granted(const RegistryKey& key, ACCESS_MASK desired) const {
+  return grantedAccess(tree->security(key), *processToken, desired & ~viewFlags, keyRights);
+}
+
+WideText::WideText(const CodePage& page, LPCSTR text) {
+  const std::string_view narrow = text == nullptr ? "" : text;
+  bool isPlain = narrow.size() <= usual.size();
+  for (std::size_t index = 0; isPlain && index < narrow.size(); ++index) {
+    const auto byte = static_cast<unsigned char>(narrow[index]);
+    usual[index] = byte;
+    isPlain = byte < 0x80;
+  }
+  if (isPlain) {
+    wide = {usual.data(), narrow.size()};
+  } else {
+    longer = page.decode(narrow);
+    wide = longer;
+  }
+}
+
+LONG putName(const CodePage& page, std::u16string_view name, LPSTR buffer, std::size_t size,
+             std::size_t& length) {
+  if (!isAscii(name)) {
+    const std::string narrow = page.encode(name);
+    if (narrow.size() >= size) {
+      return ERROR_MORE_DATA;
+    }
+    std::memcpy(buffer, narrow.data(), narrow.size());
+    length = narrow.size();
+  } else {
+    if (name.size() >= size) {
+      return ERROR_MORE_DATA;
+    }
+    std::ranges::transform(name, buffer, [](char16_t unit) { return static_cast<char>(unit); });
+    length = name.size();
+  }
+  buffer[length] = '\0';
+  return ERROR_SUCCESS;
+}
+
+}  // namespace zelvreg::machine

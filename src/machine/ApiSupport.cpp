@@ -1,0 +1,33 @@
+#include "machine/ApiSupport.h"
+
+#include <cstring>
+
+#include "machine/CodePage.h"
+#include "machine/Machine.h"
+
+namespace zelvreg::machine {
+
+BOOL failed(LONG code) {
+  SetLastError(static_cast<DWORD>(code));
+  return FALSE;
+}
+
+Machine* machineInForce() {
+  Machine* machine = Machine::current();
+  if (machine == nullptr) failed(ERROR_NOT_READY);
+  return machine;
+}
+
+std::u16string wideText(const Machine& machine, LPCSTR text) {
+  return text == nullptr ? std::u16string() : machine.codePage().decode(text);
+}
+
+DWORD giveText(std::string_view text, LPSTR buffer, DWORD size) {
+  const auto needed = static_cast<DWORD>(text.size() + 1);
+  if (buffer == nullptr || size < needed) return needed;
+  std::memcpy(buffer, text.data(), text.size());
+  buffer[text.size()] = '\0';
+  return needed - 1;
+}
+
+}  // namespace zelvreg::machine

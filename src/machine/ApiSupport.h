@@ -1,0 +1,29 @@
+// What the files that answer the Windows calls share.
+#ifndef ZELVREG_MACHINE_API_SUPPORT_H
+#define ZELVREG_MACHINE_API_SUPPORT_H
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace zelvreg::machine {
+
+class Machine;
+
+// Sets the last error and gives FALSE: `return failed(ERROR_ACCESS_DENIED);`.
+BOOL failed(LONG code);
+
+// The machine in force; without one the last error is ERROR_NOT_READY.
+Machine* machineInForce();
+
+// Text of a narrow call, in UTF-16; the empty text for a null pointer.
+std::u16string wideText(const Machine& machine, LPCSTR text);
+
+// Copies `text` and its NUL into a buffer of `size` bytes if it is large enough. The length without
+// the NUL then, else the size needed with it, as most calls that give text answer.
+DWORD giveText(std::string_view text, LPSTR buffer, DWORD size);
+
+}  // namespace zelvreg::machine
+
+#endif

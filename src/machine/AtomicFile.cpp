@@ -1,0 +1,109 @@
+#include "machine/AtomicFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "machine/FileDescriptor.h"
+#include "machine/Machine.h"
+
+namespace zelvreg::machine {
+
+namespace {
+
+constexpr mode_t permissionBits = 07777;
+
+[[noreturn]] void refuseWrite(const std::filesystem::path& file, int error) {
+  throw MachineError(file.string() + " cannot be written: " + std::strerror(error) +
+                     "; make room or give the right to write there, and try again");
+}
+
+std::filesystem::path behindLinks(const std::filesystem::path& file) {
+  std::error_code error;
+  std::filesystem::path real = std::filesystem::canonical(file, error);
+  return error ? file : real;
+}
+
+// The file keeps who may read and write it; a new one gets what the umask leaves.
+bool copyPermissions(const std::filesystem::path& from, int to) {
+  struct stat old {};
+  if (stat(from.c_str(), &old) == 0) {
+    // Giving a file to its old owner takes rights that an ordinary user need not have.
+    [[maybe_unused]] const int ignored = fchown(to, old.st_uid, old.st_gid);
+    return fchmod(to, old.st_mode & permissionBits) == 0;
+  }
+  const mode_t mask = umask(0);
+  umask(mask);
+  return fchmod(to, 0666 & ~mask) == 0;
+}
+
+bool writeAll(int file, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = write(file, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(const std::filesystem::path& file, std::string_view content)
+    : target(behindLinks(file)) {
+  std::string name =
+      (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
+  const FileDescriptor out(mkostemp(name.data(), O_CLOEXEC));
+  if (!out.isOpen()) refuseWrite(target, errno);
+  const bool done =
+      copyPermissions(target, out.get()) && writeAll(out.get(), content) && fsync(out.get()) == 0;
+  if (!done) {
+    const int error = errno;
+    unlink(name.c_str());
+    refuseWrite(target, error);
+  }
+  written = name;
+}
+
+AtomicFile::~AtomicFile() {
+  if (!written.empty()) unlink(written.c_str());
+}
+
+AtomicFile::AtomicFile(AtomicFile&& other) noexcept
+    : target(std::move(other.target)), written(std::exchange(other.written, {})) {}
+
+void AtomicFile::replace() {
+  if (rename(written.c_str(), target.c_str()) != 0) refuseWrite(target, errno);
+  written.clear();
+  // Not every file system can write out a folder; the content itself is on the disk by now.
+  const FileDescriptor folder(
+      open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.isOpen()) fsync(folder.get());
+}
+
+void replaceFile(const std::filesystem::path& file, std::string_view content) {
+  AtomicFile(file, content).replace();
+}
+
+std::string readWholeFile(const std::filesystem::path& file) {
+  const FileDescriptor in(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  std::string content;
+  std::array<char, 65536> buffer{};
+  for (;;) {
+    const ssize_t size = in.isOpen() ? read(in.get(), buffer.data(), buffer.size()) : -1;
+    if (size == 0) return content;
+    if (size < 0 && in.isOpen() && errno == EINTR) continue;
+    if (size < 0) {
+      throw MachineError(file.string() + " cannot be read: " + std::strerror(errno) +
+                         "; check that it is a file and that you may read it");
+    }
+    content.append(buffer.data(), static_cast<std::size_t>(size));
+  }
+}
+
+}  // namespace zelvreg::machine

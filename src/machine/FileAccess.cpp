@@ -1,0 +1,85 @@
+#include "machine/FileAccess.h"
+
+#include <cerrno>
+
+#include "machine/Accounts.h"
+#include "machine/Machine.h"
+
+namespace zelvreg::machine {
+
+namespace {
+
+constexpr LONG writeProtected = 19;
+constexpr LONG notSameDevice = 17;
+constexpr std::size_t driveRootLength = 3;  // "C:\"
+
+}  // namespace
+
+LONG errorCodeOf(int systemError) {
+  switch (systemError) {
+    case ENOENT:
+      return ERROR_FILE_NOT_FOUND;
+    case ENOTDIR:
+      return ERROR_PATH_NOT_FOUND;
+    case EACCES:
+    case EPERM:
+    case EISDIR:
+      return ERROR_ACCESS_DENIED;
+    case EEXIST:
+      return ERROR_ALREADY_EXISTS;
+    case ENOTEMPTY:
+      return ERROR_DIR_NOT_EMPTY;
+    case ENOSPC:
+    case EDQUOT:
+      return ERROR_DISK_FULL;
+    case ENAMETOOLONG:
+      return ERROR_INVALID_NAME;
+    case EROFS:
+      return writeProtected;
+    case EXDEV:
+      return notSameDevice;
+    case ENOMEM:
+      return ERROR_NOT_ENOUGH_MEMORY;
+    default:
+      return ERROR_GEN_FAILURE;
+  }
+}
+
+std::string parentPath(const std::string& path) {
+  const std::size_t end = path.find_last_of('\\');
+  return end < driveRootLength ? path.substr(0, driveRootLength) : path.substr(0, end);
+}
+
+ACCESS_MASK grantedOn(const Machine& machine, const std::string& path, ACCESS_MASK desired) {
+  return grantedAccess(machine.drives().records().security(path), machine.token(), desired,
+                       fileRights);
+}
+
+LONG mayDelete(const Machine& machine, const Place& place) {
+  if (place.isLent) return ERROR_ACCESS_DENIED;
+  const FileRecords& records = machine.drives().records();
+  if ((records.attributes(place.path, place.isFolder) & FILE_ATTRIBUTE_READONLY) != 0) {
+    return ERROR_ACCESS_DENIED;
+  }
+  if (grantedOn(machine, place.path, DELETE_ACCESS) != 0) return ERROR_SUCCESS;
+  const bool byFolder = grantedOn(machine, parentPath(place.path), fileDeleteChild) != 0;
+  return byFolder ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+}
+
+LONG mayMake(const Machine& machine, const Place& place, ACCESS_MASK right) {
+  if (!place.canBeMade()) return place.error;
+  const bool granted = grantedOn(machine, parentPath(place.path), right) != 0;
+  return granted ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+}
+
+void wasMade(const Machine& machine, const Place& place, bool isFolder) {
+  Drives& drives = machine.drives();
+  drives.changed(place.folder);
+  FileRecords& records = drives.records();
+  const std::string parent = parentPath(place.path);
+  if (!records.hasSecurity(parent)) return;
+  records.setSecurity(place.path, inheritFrom(records.security(parent), isFolder, fileRights,
+                                              machine.token().sids.front()));
+}
+
+}  // namespace zelvreg::machine

@@ -1,0 +1,67 @@
+// A registry hive file, read through libhivex: its keys and values on demand, damage and hostile
+// content answered by absence. The file is opened for reading only.
+#ifndef ZELVREG_MACHINE_HIVE_FILE_H
+#define ZELVREG_MACHINE_HIVE_FILE_H
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct hive_h;
+
+namespace zelvreg::machine {
+
+// A value as it stands in the hive; name and bytes live until the callback returns.
+struct HiveValue {
+  std::string_view name;  // UTF-8
+  DWORD type;
+  std::span<const std::byte> bytes;
+};
+
+class HiveFile {
+ public:
+  using TakeSubkey = std::function<void(std::string_view name, std::uint32_t node)>;
+  using TakeValue = std::function<void(const HiveValue& value)>;
+
+  // Throws MachineError, one line with the path and the reason, if libhivex cannot open the file
+  // or if it has no root key.
+  explicit HiveFile(std::filesystem::path hiveFile);
+  ~HiveFile();
+  HiveFile(const HiveFile&) = delete;
+  HiveFile& operator=(const HiveFile&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& path() const { return file; }
+  [[nodiscard]] std::uint32_t root() const { return rootNode; }
+
+  // Each subkey or value of a node that can be read, names in UTF-8, in the order of the hive.
+  // Every node and value is given once in the life of this object, so a list that leads back to a
+  // key above, or is shared by several keys, ends there.
+  void subkeys(std::uint32_t node, const TakeSubkey& take);
+  void values(std::uint32_t node, const TakeValue& take);
+
+  // How many values the node says it has.
+  [[nodiscard]] std::size_t valueCount(std::uint32_t node) const;
+
+ private:
+  [[nodiscard]] bool firstVisit(std::size_t offset);
+  [[nodiscard]] bool spend(std::size_t& budget, std::size_t amount);
+
+  std::filesystem::path file;
+  hive_h* hive = nullptr;
+  std::uint32_t rootNode = 0;
+  std::vector<bool> visited;    // by offset in the file / 4
+  std::size_t entriesLeft = 0;  // list entries that an honest file of this size can hold
+  std::size_t bytesLeft = 0;    // value bytes, the same
+};
+
+}  // namespace zelvreg::machine
+
+#endif

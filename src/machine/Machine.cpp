@@ -1,0 +1,71 @@
+#include "machine/Machine.h"
+
+#include <sstream>
+#include <utility>
+
+#include "machine/AtomicFile.h"
+#include "machine/MachineState.h"
+#include "machine/RecordFiles.h"
+
+namespace zelvreg::machine {
+
+namespace {
+
+Machine* inForce = nullptr;
+
+}  // namespace
+
+Machine::Machine(std::unique_ptr<State> machineState) : state(std::move(machineState)) {}
+
+Machine::~Machine() = default;
+
+void Machine::save() {
+  Registry& keys = *state->registry;
+  FileRecords& records = state->drives.records();
+  const bool registryChanged = keys.contentChanged();
+  // A deleted key takes its list out of the file with it.
+  const bool securityChanged = keys.securityChanged() || records.securityChanged() ||
+                               (registryChanged && state->hasSecurityFile);
+  if (!registryChanged && !securityChanged && !records.attributesChanged()) return;
+  if (!state->form) {
+    throw MachineError("the hive files of an offline disk cannot be written; only scan it");
+  }
+  std::vector<AtomicFile> files;
+  if (registryChanged) {
+    std::ostringstream text;
+    writeRegistryFile(text, keys, *state->form);
+    files.emplace_back(state->folder / "registry.reg", text.view());
+  }
+  if (securityChanged) {
+    files.emplace_back(state->folder / "security.txt", writeSecurities(keys, state->drives));
+  }
+  if (records.attributesChanged()) {
+    files.emplace_back(state->folder / "attributes.txt", writeAttributes(state->drives));
+  }
+  for (AtomicFile& file : files) file.replace();
+  state->hasSecurityFile = state->hasSecurityFile || securityChanged;
+  keys.markSaved();
+  records.markSaved();
+}
+
+Registry& Machine::registry() const { return *state->registry; }
+Drives& Machine::drives() const { return state->drives; }
+Environment& Machine::environment() const { return state->environment; }
+Clock& Machine::clock() const { return state->clock; }
+FaultPlan& Machine::faults() const { return state->faults; }
+OpenFiles& Machine::openFiles() const { return state->openFiles; }
+const Accounts& Machine::accounts() const { return state->accounts; }
+const Token& Machine::token() const { return state->accounts.token(); }
+const CodePage& Machine::codePage() const { return state->page; }
+bool Machine::is64Bit() const { return state->is64Bit; }
+unsigned Machine::codePageNumber() const { return state->page.number(); }
+bool Machine::hasSuite() const { return state->hasSuite; }
+const std::vector<std::string>& Machine::damagedHives() const { return state->damagedHives; }
+
+Machine* Machine::current() { return inForce; }
+
+Running::Running(Machine& machine) : before(std::exchange(inForce, &machine)) {}
+
+Running::~Running() { inForce = before; }
+
+}  // namespace zelvreg::machine

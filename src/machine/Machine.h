@@ -1,0 +1,100 @@
+// One emulated Windows computer: opened from a machine folder or from the disk of a computer that
+// is not running, put in force to answer the Windows API calls, inspected, and saved.
+#ifndef ZELVREG_MACHINE_MACHINE_H
+#define ZELVREG_MACHINE_MACHINE_H
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "machine/FaultPlan.h"
+
+namespace zelvreg::machine {
+
+class Accounts;
+class Clock;
+class CodePage;
+class Drives;
+class Environment;
+class OpenFiles;
+class Registry;
+struct Token;
+
+// What is wrong with the folder, a file or an option, and what to do, in one line.
+class MachineError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// A mounted Windows disk.
+struct OfflineDisk {
+  std::filesystem::path root;                   // the drive of its SystemRoot
+  std::map<char, std::filesystem::path> drives;  // further drives, by upper-case letter
+  std::optional<std::string> user;              // whose current user it is; none: the hive written last
+  bool missingDrivesAreDead = false;            // else a file on a drive not given counts as unknown
+};
+
+class Machine {
+ public:
+  // Reads a machine folder. Throws MachineError; nothing has been written then. The folder stays
+  // locked against other processes until the machine is gone.
+  static std::unique_ptr<Machine> open(const std::filesystem::path& folder);
+
+  // Reads the hive files of a disk. A damaged hive is left out and named in damagedHives().
+  static std::unique_ptr<Machine> openOffline(const OfflineDisk& disk);
+
+  ~Machine();
+  Machine(const Machine&) = delete;
+  Machine& operator=(const Machine&) = delete;
+
+  // Writes back what has changed since opening: registry, access lists, attributes. Each file is
+  // written beside the old one and renamed. Throws MachineError; the old files stand then.
+  void save();
+
+  [[nodiscard]] Registry& registry() const;
+  [[nodiscard]] Drives& drives() const;
+  [[nodiscard]] Environment& environment() const;
+  [[nodiscard]] Clock& clock() const;
+  [[nodiscard]] FaultPlan& faults() const;
+  [[nodiscard]] OpenFiles& openFiles() const;
+  [[nodiscard]] const Accounts& accounts() const;
+  // Who the process runs as, and the page of the narrow calls.
+  [[nodiscard]] const Token& token() const;
+  [[nodiscard]] const CodePage& codePage() const;
+
+  [[nodiscard]] bool is64Bit() const;
+  [[nodiscard]] unsigned codePageNumber() const;
+  [[nodiscard]] bool hasSuite() const;
+
+  // One line for each hive that was left out: its file and why.
+  [[nodiscard]] const std::vector<std::string>& damagedHives() const;
+
+  // The machine in force, or none.
+  static Machine* current();
+
+ private:
+  friend class Running;
+  struct State;
+  explicit Machine(std::unique_ptr<State> state);
+  std::unique_ptr<State> state;
+};
+
+// Puts a machine in force for as long as it lives; the one before comes back after.
+class Running {
+ public:
+  explicit Running(Machine& machine);
+  ~Running();
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+ private:
+  Machine* before;
+};
+
+}  // namespace zelvreg::machine
+
+#endif

@@ -1,0 +1,106 @@
+// Opening a machine folder.
+#include <cctype>
+
+#include "machine/AtomicFile.h"
+#include "machine/MachineSettings.h"
+#include "machine/MachineState.h"
+#include "machine/RecordFiles.h"
+
+namespace zelvreg::machine {
+
+namespace {
+
+// What comes before everything else, so that its faults are told first and nothing is read twice.
+struct FolderContent {
+  FolderLock lock;
+  MachineSettings settings;
+  std::map<char, std::filesystem::path> drives;
+};
+
+std::string readIfThere(const std::filesystem::path& file) {
+  return std::filesystem::exists(file) ? readWholeFile(file) : std::string();
+}
+
+// The folders with a name of one letter.
+std::map<char, std::filesystem::path> driveFolders(const std::filesystem::path& folder) {
+  std::map<char, std::filesystem::path> drives;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    const std::string name = entry.path().filename().string();
+    std::error_code broken;
+    if (name.size() != 1 || std::isalpha(static_cast<unsigned char>(name[0])) == 0) continue;
+    if (!entry.is_directory(broken)) continue;
+    const char letter = static_cast<char>(name[0] & ~0x20);
+    if (!drives.emplace(letter, entry.path()).second) {
+      throw MachineError(folder.string() + " has two folders for drive " + letter +
+                         ":; take one of them away");
+    }
+  }
+  return drives;
+}
+
+FolderContent readFolder(const std::filesystem::path& folder) {
+  FolderLock lock(folder);
+  if (!std::filesystem::exists(folder / "registry.reg")) {
+    throw MachineError(folder.string() +
+                       " has no registry.reg; put the registry there as the registry editor "
+                       "exports it");
+  }
+  MachineSettings settings = parseMachineSettings(readIfThere(folder / "machine.ini"));
+  return {std::move(lock), std::move(settings), driveFolders(folder)};
+}
+
+Environment environmentOf(const MachineSettings& settings) {
+  Environment environment(settings.is64Bit, utf16FromUtf8(settings.user));
+  for (const auto& [name, value] : settings.environment) {
+    environment.set(utf16FromUtf8(name), utf16FromUtf8(value));
+  }
+  return environment;
+}
+
+DriveSettings driveSettings(FolderContent& content) {
+  DriveSettings drives;
+  drives.folders = std::move(content.drives);
+  drives.is64Bit = content.settings.is64Bit;
+  drives.programFolder =
+      drives.is64Bit ? u"C:\\Program Files (x86)\\zelvreg" : u"C:\\Program Files\\zelvreg";
+  return drives;
+}
+
+}  // namespace
+
+std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
+  try {
+    FolderContent content = readFolder(folder);
+    const MachineSettings& settings = content.settings;
+    const std::string userSid = sidText(folderUserSid().data());
+    const CodePage& page = sharedCodePage(settings.codePage);
+    auto registry = std::make_unique<Registry>(settings.is64Bit ? 64 : 32, userSid);
+    const RegistryFileForm form = readRegistryFile(folder / "registry.reg", *registry);
+    std::unique_ptr<State> state(new State{
+        .lock = std::move(content.lock),
+        .folder = folder,
+        .form = form,
+        .hasSecurityFile = std::filesystem::exists(folder / "security.txt"),
+        .is64Bit = settings.is64Bit,
+        .hasSuite = settings.hasSuite,
+        .page = page,
+        .accounts = Accounts(utf16FromUtf8(settings.user), folderUserSid()),
+        .environment = environmentOf(settings),
+        .clock = Clock(settings.now),
+        .registry = std::move(registry),
+        .drives = Drives(driveSettings(content), page),
+        .openFiles = {},
+        .faults = {},
+        .damagedHives = {},
+    });
+    readSecurities(readIfThere(folder / "security.txt"), *state->registry, state->drives);
+    readAttributes(readIfThere(folder / "attributes.txt"), state->drives);
+    state->drives.records().markSaved();
+    return std::unique_ptr<Machine>(new Machine(std::move(state)));
+  } catch (const std::filesystem::filesystem_error& error) {
+    throw MachineError(error.path1().string() + " cannot be read: " + error.code().message() +
+                       "; check that you may read it");
+  }
+}
+
+}  // namespace zelvreg::machine

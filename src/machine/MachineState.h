@@ -1,0 +1,46 @@
+// What a machine consists of, for the files that make one.
+#ifndef ZELVREG_MACHINE_MACHINE_STATE_H
+#define ZELVREG_MACHINE_MACHINE_STATE_H
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "machine/Accounts.h"
+#include "machine/Clock.h"
+#include "machine/CodePage.h"
+#include "machine/Drives.h"
+#include "machine/Environment.h"
+#include "machine/FaultPlan.h"
+#include "machine/FolderLock.h"
+#include "machine/Machine.h"
+#include "machine/OpenFiles.h"
+#include "machine/Registry.h"
+#include "machine/RegistryFile.h"
+
+namespace zelvreg::machine {
+
+struct Machine::State {
+  FolderLock lock;
+  // A machine folder and the form of its registry; an offline disk has neither.
+  std::filesystem::path folder;
+  std::optional<RegistryFileForm> form;
+  bool hasSecurityFile = false;
+
+  bool is64Bit;
+  bool hasSuite = false;
+  const CodePage& page;
+  Accounts accounts;
+  Environment environment;
+  Clock clock;
+  std::unique_ptr<Registry> registry;
+  Drives drives;
+  OpenFiles openFiles;
+  FaultPlan faults;
+  std::vector<std::string> damagedHives;
+};
+
+}  // namespace zelvreg::machine
+
+#endif

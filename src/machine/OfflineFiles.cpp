@@ -1,0 +1,151 @@
+#include "machine/OfflineFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <system_error>
+
+#include "machine/CaseFold.h"
+#include "machine/CodePage.h"
+#include "machine/Machine.h"
+
+namespace zelvreg::machine {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Folders beside the users' own; "Default" holds the hive that new users get.
+constexpr std::array<std::u16string_view, 4> noUsers{u"Default", u"Default User", u"All Users",
+                                                     u"Public"};
+
+bool isSameName(std::string_view first, std::u16string_view second) {
+  return compareNames(utf16FromUtf8(first), second) == 0;
+}
+
+class Disk {
+ public:
+  explicit Disk(const fs::path& folder) : root(folder), realRoot(fs::canonical(folder)) {}
+
+  // The folder or file at a path of names; of several that differ in case only, the first.
+  [[nodiscard]] std::optional<fs::path> find(
+      const fs::path& from, std::initializer_list<std::u16string_view> names) const {
+    std::optional<fs::path> place = from;
+    for (const std::u16string_view name : names) {
+      place = place && fs::is_directory(*place) ? child(*place, name) : std::nullopt;
+    }
+    return place;
+  }
+
+  [[nodiscard]] static std::vector<fs::path> list(const fs::path& folder) {
+    std::vector<fs::path> entries;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+      entries.push_back(entry.path());
+    }
+    std::ranges::sort(entries);
+    return entries;
+  }
+
+  const fs::path root;
+
+ private:
+  [[nodiscard]] std::optional<fs::path> child(const fs::path& folder,
+                                              std::u16string_view name) const {
+    for (const fs::path& entry : list(folder)) {
+      if (isSameName(entry.filename().string(), name) && staysInside(entry)) {
+        return entry;
+      }
+    }
+    return std::nullopt;
+  }
+
+  [[nodiscard]] bool staysInside(const fs::path& entry) const {
+    if (!fs::is_symlink(entry)) {
+      return true;
+    }
+    std::error_code isBroken;
+    const fs::path real = fs::canonical(entry, isBroken);
+    return !isBroken && std::ranges::mismatch(realRoot, real).in1 == realRoot.end();
+  }
+
+  const fs::path realRoot;
+};
+
+void findSystemHives(const Disk& disk, OfflineFiles& files) {
+  files.windowsFolder = "Windows";
+  for (const std::u16string_view name : {u"Windows", u"WINNT"}) {
+    const std::optional<fs::path> windows = disk.find(disk.root, {name});
+    const std::optional<fs::path> config =
+        windows ? disk.find(*windows, {u"System32", u"config"}) : std::nullopt;
+    if (config) {
+      files.windowsFolder = windows->filename().string();
+      files.is64Bit = disk.find(*windows, {u"SysWOW64"}).has_value();
+      files.software = disk.find(*config, {u"SOFTWARE"});
+      files.system = disk.find(*config, {u"SYSTEM"});
+      files.defaultUser = disk.find(*config, {u"DEFAULT"});
+      return;
+    }
+  }
+}
+
+std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder, bool isOld) {
+  const std::string name = folder.filename().string();
+  const bool isUser = std::ranges::none_of(
+      noUsers, [&](std::u16string_view other) { return isSameName(name, other); });
+  // A junction in this folder is an old name of another profile.
+  if (!isUser || fs::is_symlink(folder) || !fs::is_directory(folder)) {
+    return std::nullopt;
+  }
+  const std::optional<fs::path> hive = disk.find(folder, {u"NTUSER.DAT"});
+  if (!hive) {
+    return std::nullopt;
+  }
+  const std::optional<fs::path> data =
+      isOld ? disk.find(folder, {u"Local Settings", u"Application Data"})
+            : disk.find(folder, {u"AppData", u"Local"});
+  return OfflineProfile{
+      .name = name,
+      .hive = *hive,
+      .classesHive =
+          data ? disk.find(*data, {u"Microsoft", u"Windows", u"UsrClass.dat"}) : std::nullopt,
+      .lastWrite = fs::last_write_time(*hive)};
+}
+
+void findProfiles(const Disk& disk, OfflineFiles& files) {
+  std::optional<fs::path> profiles = disk.find(disk.root, {u"Users"});
+  if (!profiles) {
+    profiles = disk.find(disk.root, {u"Documents and Settings"});
+    files.hasOldProfiles = profiles.has_value();
+  }
+  if (!profiles) {
+    return;
+  }
+  files.profilesFolder = profiles->filename().string();
+  for (const fs::path& folder : Disk::list(*profiles)) {
+    try {
+      if (std::optional<OfflineProfile> profile = profileIn(disk, folder, files.hasOldProfiles)) {
+        files.profiles.push_back(std::move(*profile));
+      }
+    } catch (const fs::filesystem_error& error) {
+      files.unreadable.push_back(folder.string() +
+                                 ": cannot be looked into: " + error.code().message());
+    }
+  }
+}
+
+}  // namespace
+
+OfflineFiles findOfflineFiles(const fs::path& root) {
+  try {
+    OfflineFiles files;
+    const Disk disk(root);
+    findSystemHives(disk, files);
+    findProfiles(disk, files);
+    return files;
+  } catch (const fs::filesystem_error& error) {
+    throw MachineError(error.path1().string() +
+                       ": cannot be read as a Windows disk: " + error.code().message() +
+                       "; name the folder on which the drive with Windows is mounted");
+  }
+}
+
+}  // namespace zelvreg::machine

@@ -1,0 +1,71 @@
+// Opening the disk of a computer that is not running.
+#include "machine/MachineState.h"
+#include "machine/OfflineRegistry.h"
+
+namespace zelvreg::machine {
+
+namespace {
+
+Environment environmentOf(const OfflineRegistry& disk) {
+  Environment environment(disk.bits == 64, utf16FromUtf8(disk.userName));
+  for (const auto& [name, value] : disk.environment) {
+    environment.set(utf16FromUtf8(name), utf16FromUtf8(value));
+  }
+  return environment;
+}
+
+DriveSettings driveSettings(const OfflineDisk& given, const OfflineRegistry& disk,
+                            const Environment& environment) {
+  DriveSettings drives;
+  drives.folders = given.drives;
+  if (!drives.folders.emplace(disk.systemDrive, given.root).second) {
+    throw MachineError(std::string("drive ") + disk.systemDrive +
+                       ": is the disk with Windows itself; give another letter to the other drive");
+  }
+  for (const auto& [letter, folder] : drives.folders) {
+    if (std::filesystem::is_directory(folder)) continue;
+    throw MachineError(folder.string() + ", given as drive " + letter +
+                       ":, is not a folder; give the folder where that disk is mounted");
+  }
+  drives.is64Bit = disk.bits == 64;
+  drives.windowsFolder = utf16FromUtf8(disk.windowsFolder);
+  drives.programFolder =
+      environment.get(u"ProgramFiles").value_or(u"C:\\Program Files") + u"\\zelvreg";
+  drives.missingDrivesAreUnknown = !given.missingDrivesAreDead;
+  return drives;
+}
+
+Bytes sidOf(const std::string& text) { return sidFromText(text).value_or(folderUserSid()); }
+
+}  // namespace
+
+std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
+  try {
+    FolderLock lock(disk.root);
+    OfflineRegistry offline = readOfflineRegistry(disk);
+    const CodePage& page = sharedCodePage(offline.codePage);
+    Environment environment = environmentOf(offline);
+    Drives drives(driveSettings(disk, offline, environment), page);
+    std::unique_ptr<State> state(new State{
+        .lock = std::move(lock),
+        .folder = {},
+        .form = std::nullopt,
+        .is64Bit = offline.bits == 64,
+        .page = page,
+        .accounts = Accounts(utf16FromUtf8(offline.userName), sidOf(offline.userSid)),
+        .environment = std::move(environment),
+        .clock = Clock(std::nullopt),
+        .registry = std::move(offline.registry),
+        .drives = std::move(drives),
+        .openFiles = {},
+        .faults = {},
+        .damagedHives = std::move(offline.damaged),
+    });
+    return std::unique_ptr<Machine>(new Machine(std::move(state)));
+  } catch (const std::filesystem::filesystem_error& error) {
+    throw MachineError(error.path1().string() + " cannot be read: " + error.code().message() +
+                       "; check that the disk is mounted and that you may read it");
+  }
+}
+
+}  // namespace zelvreg::machine

@@ -1,0 +1,11 @@
+// The part of the Windows header of this name that this program calls.
+#ifndef ZELVREG_MACHINE_API_SHLWAPI_H
+#define ZELVREG_MACHINE_API_SHLWAPI_H
+
+#include <windows.h>
+
+extern "C" {
+LSTATUS SHDeleteKeyA(HKEY key, LPCSTR subKey);
+}
+
+#endif

@@ -1,0 +1,402 @@
+// The part of the Windows API that this program calls, for building it on other systems.
+//
+// Names, values, layouts and answers are those of the Windows headers, so that the same source
+// compiles against either. The calls are answered by the machine::Machine that is in force
+// (machine/Machine.h); without one they fail with ERROR_NOT_READY. Every call behaves as it does
+// for a 32-bit process, narrow text being in that machine's code page.
+#ifndef ZELVREG_MACHINE_API_WINDOWS_H
+#define ZELVREG_MACHINE_API_WINDOWS_H
+
+#include <cstddef>
+#include <cstdint>
+
+#define WINAPI
+
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using LONG = std::int32_t;
+using ULONG = std::uint32_t;
+using UINT = std::uint32_t;
+using BOOL = std::int32_t;
+using BOOLEAN = std::uint8_t;
+using ULONGLONG = std::uint64_t;
+using LONGLONG = std::int64_t;
+using LONG_PTR = std::intptr_t;
+using ULONG_PTR = std::uintptr_t;
+using SIZE_T = std::size_t;
+using CHAR = char;
+using WCHAR = char16_t;
+using LPSTR = char*;
+using LPCSTR = const char*;
+using LPWSTR = WCHAR*;
+using LPCWSTR = const WCHAR*;
+using PVOID = void*;
+using LPVOID = void*;
+using LPCVOID = const void*;
+using LPBYTE = BYTE*;
+using LPDWORD = DWORD*;
+using PDWORD = DWORD*;
+using PULONG = ULONG*;
+using LPBOOL = BOOL*;
+using PBOOL = BOOL*;
+using HANDLE = void*;
+using HLOCAL = void*;
+using HMODULE = struct HINSTANCE__*;
+using HKEY = struct HKEY__*;
+using PHKEY = HKEY*;
+using REGSAM = DWORD;
+using ACCESS_MASK = DWORD;
+using LSTATUS = LONG;
+
+inline constexpr BOOL FALSE = 0;
+inline constexpr BOOL TRUE = 1;
+inline constexpr DWORD MAX_PATH = 260;
+
+// System error codes.
+inline constexpr LONG ERROR_SUCCESS = 0;
+inline constexpr LONG NO_ERROR = 0;
+inline constexpr LONG ERROR_FILE_NOT_FOUND = 2;
+inline constexpr LONG ERROR_PATH_NOT_FOUND = 3;
+inline constexpr LONG ERROR_ACCESS_DENIED = 5;
+inline constexpr LONG ERROR_INVALID_HANDLE = 6;
+inline constexpr LONG ERROR_NOT_ENOUGH_MEMORY = 8;
+inline constexpr LONG ERROR_OUTOFMEMORY = 14;
+inline constexpr LONG ERROR_NO_MORE_FILES = 18;
+inline constexpr LONG ERROR_NOT_READY = 21;
+inline constexpr LONG ERROR_GEN_FAILURE = 31;
+inline constexpr LONG ERROR_SHARING_VIOLATION = 32;
+inline constexpr LONG ERROR_FILE_EXISTS = 80;
+inline constexpr LONG ERROR_INVALID_PARAMETER = 87;
+inline constexpr LONG ERROR_DISK_FULL = 112;
+inline constexpr LONG ERROR_INSUFFICIENT_BUFFER = 122;
+inline constexpr LONG ERROR_INVALID_NAME = 123;
+inline constexpr LONG ERROR_DIR_NOT_EMPTY = 145;
+inline constexpr LONG ERROR_BAD_PATHNAME = 161;
+inline constexpr LONG ERROR_ALREADY_EXISTS = 183;
+inline constexpr LONG ERROR_ENVVAR_NOT_FOUND = 203;
+inline constexpr LONG ERROR_MORE_DATA = 234;
+inline constexpr LONG ERROR_NO_MORE_ITEMS = 259;
+inline constexpr LONG ERROR_BADKEY = 1010;
+inline constexpr LONG ERROR_KEY_DELETED = 1018;
+inline constexpr LONG ERROR_CHILD_MUST_BE_VOLATILE = 1021;
+inline constexpr LONG ERROR_NO_UNICODE_TRANSLATION = 1113;
+inline constexpr LONG ERROR_NONE_MAPPED = 1332;
+inline constexpr LONG ERROR_INVALID_ACL = 1336;
+inline constexpr LONG ERROR_INVALID_SID = 1337;
+inline constexpr LONG ERROR_INVALID_SECURITY_DESCR = 1338;
+inline constexpr LONG ERROR_ALLOTTED_SPACE_EXCEEDED = 1344;
+
+// Registry.
+#define ZELVREG_PREDEFINED_KEY(number) \
+  (reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<ULONG>(number))))
+#define HKEY_CLASSES_ROOT ZELVREG_PREDEFINED_KEY(0x80000000U)
+#define HKEY_CURRENT_USER ZELVREG_PREDEFINED_KEY(0x80000001U)
+#define HKEY_LOCAL_MACHINE ZELVREG_PREDEFINED_KEY(0x80000002U)
+#define HKEY_USERS ZELVREG_PREDEFINED_KEY(0x80000003U)
+#define HKEY_PERFORMANCE_DATA ZELVREG_PREDEFINED_KEY(0x80000004U)
+#define HKEY_CURRENT_CONFIG ZELVREG_PREDEFINED_KEY(0x80000005U)
+#define HKEY_DYN_DATA ZELVREG_PREDEFINED_KEY(0x80000006U)
+
+inline constexpr DWORD REG_NONE = 0;
+inline constexpr DWORD REG_SZ = 1;
+inline constexpr DWORD REG_EXPAND_SZ = 2;
+inline constexpr DWORD REG_BINARY = 3;
+inline constexpr DWORD REG_DWORD = 4;
+inline constexpr DWORD REG_DWORD_BIG_ENDIAN = 5;
+inline constexpr DWORD REG_LINK = 6;
+inline constexpr DWORD REG_MULTI_SZ = 7;
+inline constexpr DWORD REG_RESOURCE_LIST = 8;
+inline constexpr DWORD REG_FULL_RESOURCE_DESCRIPTOR = 9;
+inline constexpr DWORD REG_RESOURCE_REQUIREMENTS_LIST = 10;
+inline constexpr DWORD REG_QWORD = 11;
+
+inline constexpr DWORD REG_OPTION_NON_VOLATILE = 0;
+inline constexpr DWORD REG_CREATED_NEW_KEY = 1;
+inline constexpr DWORD REG_OPENED_EXISTING_KEY = 2;
+
+inline constexpr DWORD DELETE_ACCESS = 0x00010000;
+#define DELETE DELETE_ACCESS
+inline constexpr DWORD READ_CONTROL = 0x00020000;
+inline constexpr DWORD WRITE_DAC = 0x00040000;
+inline constexpr DWORD WRITE_OWNER = 0x00080000;
+inline constexpr DWORD SYNCHRONIZE = 0x00100000;
+inline constexpr DWORD ACCESS_SYSTEM_SECURITY = 0x01000000;
+inline constexpr DWORD MAXIMUM_ALLOWED = 0x02000000;
+inline constexpr DWORD GENERIC_ALL = 0x10000000;
+inline constexpr DWORD GENERIC_EXECUTE = 0x20000000;
+inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD GENERIC_READ = 0x80000000;
+
+inline constexpr DWORD KEY_QUERY_VALUE = 0x0001;
+inline constexpr DWORD KEY_SET_VALUE = 0x0002;
+inline constexpr DWORD KEY_CREATE_SUB_KEY = 0x0004;
+inline constexpr DWORD KEY_ENUMERATE_SUB_KEYS = 0x0008;
+inline constexpr DWORD KEY_NOTIFY = 0x0010;
+inline constexpr DWORD KEY_CREATE_LINK = 0x0020;
+inline constexpr DWORD KEY_WOW64_64KEY = 0x0100;
+inline constexpr DWORD KEY_WOW64_32KEY = 0x0200;
+inline constexpr DWORD KEY_READ = 0x20019;
+inline constexpr DWORD KEY_WRITE = 0x20006;
+inline constexpr DWORD KEY_ALL_ACCESS = 0xF003F;
+
+struct FILETIME {
+  DWORD dwLowDateTime;
+  DWORD dwHighDateTime;
+};
+
+struct SECURITY_ATTRIBUTES {
+  DWORD nLength;
+  LPVOID lpSecurityDescriptor;
+  BOOL bInheritHandle;
+};
+using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
+
+extern "C" {
+LSTATUS RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result);
+LSTATUS RegOpenKeyA(HKEY key, LPCSTR subKey, PHKEY result);
+LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR className, DWORD options,
+                        REGSAM access, const SECURITY_ATTRIBUTES* security, PHKEY result,
+                        LPDWORD disposition);
+LSTATUS RegCloseKey(HKEY key);
+LSTATUS RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD nameSize);
+LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved,
+                      LPDWORD type, LPBYTE data, LPDWORD dataSize);
+LSTATUS RegQueryValueExA(HKEY key, LPCSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                         LPDWORD dataSize);
+LSTATUS RegSetValueExA(HKEY key, LPCSTR valueName, DWORD reserved, DWORD type, const BYTE* data,
+                       DWORD dataSize);
+LSTATUS RegDeleteKeyA(HKEY key, LPCSTR subKey);
+LSTATUS RegDeleteValueA(HKEY key, LPCSTR valueName);
+}
+
+// Security.
+using PSID = void*;
+using PSECURITY_DESCRIPTOR = void*;
+using SECURITY_INFORMATION = DWORD;
+using SECURITY_DESCRIPTOR_CONTROL = WORD;
+using PSECURITY_DESCRIPTOR_CONTROL = WORD*;
+
+inline constexpr SECURITY_INFORMATION OWNER_SECURITY_INFORMATION = 1;
+inline constexpr SECURITY_INFORMATION GROUP_SECURITY_INFORMATION = 2;
+inline constexpr SECURITY_INFORMATION DACL_SECURITY_INFORMATION = 4;
+inline constexpr SECURITY_INFORMATION SACL_SECURITY_INFORMATION = 8;
+
+inline constexpr DWORD SECURITY_DESCRIPTOR_REVISION = 1;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_OWNER_DEFAULTED = 0x0001;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_GROUP_DEFAULTED = 0x0002;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_DACL_PRESENT = 0x0004;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_DACL_DEFAULTED = 0x0008;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_SACL_PRESENT = 0x0010;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_DACL_AUTO_INHERIT_REQ = 0x0100;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_SACL_AUTO_INHERIT_REQ = 0x0200;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_DACL_AUTO_INHERITED = 0x0400;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_SACL_AUTO_INHERITED = 0x0800;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_DACL_PROTECTED = 0x1000;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_SACL_PROTECTED = 0x2000;
+inline constexpr SECURITY_DESCRIPTOR_CONTROL SE_SELF_RELATIVE = 0x8000;
+
+inline constexpr BYTE ACL_REVISION = 2;
+inline constexpr BYTE ACCESS_ALLOWED_ACE_TYPE = 0;
+inline constexpr BYTE ACCESS_DENIED_ACE_TYPE = 1;
+inline constexpr BYTE OBJECT_INHERIT_ACE = 1;
+inline constexpr BYTE CONTAINER_INHERIT_ACE = 2;
+inline constexpr BYTE NO_PROPAGATE_INHERIT_ACE = 4;
+inline constexpr BYTE INHERIT_ONLY_ACE = 8;
+inline constexpr BYTE INHERITED_ACE = 16;
+
+struct SID_IDENTIFIER_AUTHORITY {
+  BYTE Value[6];
+};
+using PSID_IDENTIFIER_AUTHORITY = SID_IDENTIFIER_AUTHORITY*;
+
+// A security identifier; SubAuthorityCount sub-authorities follow the fixed part.
+struct SID {
+  BYTE Revision;
+  BYTE SubAuthorityCount;
+  SID_IDENTIFIER_AUTHORITY IdentifierAuthority;
+  DWORD SubAuthority[1];
+};
+
+enum SID_NAME_USE {
+  SidTypeUser = 1,
+  SidTypeGroup,
+  SidTypeDomain,
+  SidTypeAlias,
+  SidTypeWellKnownGroup,
+  SidTypeDeletedAccount,
+  SidTypeInvalid,
+  SidTypeUnknown,
+};
+using PSID_NAME_USE = SID_NAME_USE*;
+
+struct ACL {
+  BYTE AclRevision;
+  BYTE Sbz1;
+  WORD AclSize;
+  WORD AceCount;
+  WORD Sbz2;
+};
+using PACL = ACL*;
+
+struct ACE_HEADER {
+  BYTE AceType;
+  BYTE AceFlags;
+  WORD AceSize;
+};
+using PACE_HEADER = ACE_HEADER*;
+
+struct ACCESS_ALLOWED_ACE {
+  ACE_HEADER Header;
+  ACCESS_MASK Mask;
+  DWORD SidStart;
+};
+using ACCESS_DENIED_ACE = ACCESS_ALLOWED_ACE;
+
+// The absolute form. The self-relative form that the Get…Security calls give has four 32-bit
+// offsets in place of the pointers; the descriptor calls tell them apart by SE_SELF_RELATIVE.
+struct SECURITY_DESCRIPTOR {
+  BYTE Revision;
+  BYTE Sbz1;
+  SECURITY_DESCRIPTOR_CONTROL Control;
+  PSID Owner;
+  PSID Group;
+  PACL Sacl;
+  PACL Dacl;
+};
+
+enum ACL_INFORMATION_CLASS { AclRevisionInformation = 1, AclSizeInformation };
+
+struct ACL_SIZE_INFORMATION {
+  DWORD AceCount;
+  DWORD AclBytesInUse;
+  DWORD AclBytesFree;
+};
+
+extern "C" {
+LSTATUS RegGetKeySecurity(HKEY key, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
+                          LPDWORD size);
+LSTATUS RegSetKeySecurity(HKEY key, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor);
+BOOL GetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
+                      DWORD size, LPDWORD needed);
+BOOL SetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor);
+
+BOOL LookupAccountNameA(LPCSTR systemName, LPCSTR accountName, PSID sid, LPDWORD sidSize,
+                        LPSTR domain, LPDWORD domainSize, PSID_NAME_USE use);
+BOOL AllocateAndInitializeSid(PSID_IDENTIFIER_AUTHORITY authority, BYTE count, DWORD sub0,
+                              DWORD sub1, DWORD sub2, DWORD sub3, DWORD sub4, DWORD sub5,
+                              DWORD sub6, DWORD sub7, PSID* sid);
+PVOID FreeSid(PSID sid);
+DWORD GetLengthSid(PSID sid);
+BOOL EqualSid(PSID first, PSID second);
+
+BOOL InitializeSecurityDescriptor(PSECURITY_DESCRIPTOR descriptor, DWORD revision);
+BOOL GetSecurityDescriptorDacl(PSECURITY_DESCRIPTOR descriptor, LPBOOL present, PACL* acl,
+                               LPBOOL defaulted);
+BOOL SetSecurityDescriptorDacl(PSECURITY_DESCRIPTOR descriptor, BOOL present, PACL acl,
+                               BOOL defaulted);
+BOOL GetSecurityDescriptorControl(PSECURITY_DESCRIPTOR descriptor,
+                                  PSECURITY_DESCRIPTOR_CONTROL control, LPDWORD revision);
+BOOL SetSecurityDescriptorControl(PSECURITY_DESCRIPTOR descriptor,
+                                  SECURITY_DESCRIPTOR_CONTROL mask,
+                                  SECURITY_DESCRIPTOR_CONTROL values);
+BOOL GetAclInformation(PACL acl, LPVOID information, DWORD size, ACL_INFORMATION_CLASS what);
+BOOL InitializeAcl(PACL acl, DWORD size, DWORD revision);
+BOOL GetAce(PACL acl, DWORD index, LPVOID* ace);
+BOOL AddAce(PACL acl, DWORD revision, DWORD startIndex, LPVOID aces, DWORD size);
+BOOL AddAccessAllowedAce(PACL acl, DWORD revision, DWORD mask, PSID sid);
+}
+
+// Files.
+#define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-1)))
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x01;
+inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x02;
+inline constexpr DWORD FILE_ATTRIBUTE_SYSTEM = 0x04;
+inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x20;
+inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD FILE_SHARE_READ = 1;
+inline constexpr DWORD FILE_SHARE_WRITE = 2;
+inline constexpr DWORD FILE_SHARE_DELETE = 4;
+inline constexpr DWORD CREATE_NEW = 1;
+inline constexpr DWORD CREATE_ALWAYS = 2;
+inline constexpr DWORD OPEN_EXISTING = 3;
+inline constexpr DWORD OPEN_ALWAYS = 4;
+inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
+inline constexpr DWORD MOVEFILE_WRITE_THROUGH = 8;
+
+struct WIN32_FIND_DATAA {
+  DWORD dwFileAttributes;
+  FILETIME ftCreationTime;
+  FILETIME ftLastAccessTime;
+  FILETIME ftLastWriteTime;
+  DWORD nFileSizeHigh;
+  DWORD nFileSizeLow;
+  DWORD dwReserved0;
+  DWORD dwReserved1;
+  CHAR cFileName[MAX_PATH];
+  CHAR cAlternateFileName[14];
+};
+
+extern "C" {
+HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, const SECURITY_ATTRIBUTES* security,
+                   DWORD disposition, DWORD flags, HANDLE templateFile);
+BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, void* overlapped);
+BOOL WriteFile(HANDLE file, LPCVOID data, DWORD size, LPDWORD written, void* overlapped);
+BOOL FlushFileBuffers(HANDLE file);
+BOOL CloseHandle(HANDLE handle);
+BOOL DeleteFileA(LPCSTR path);
+BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
+BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES* security);
+DWORD GetFileAttributesA(LPCSTR path);
+BOOL SetFileAttributesA(LPCSTR path, DWORD attributes);
+HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* data);
+BOOL FindNextFileA(HANDLE find, WIN32_FIND_DATAA* data);
+BOOL FindClose(HANDLE find);
+DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);
+
+DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file);
+DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer,
+                               DWORD size, LPCSTR file);
+UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int fallback, LPCSTR file);
+BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR text, LPCSTR file);
+}
+
+// Process, environment, time and text.
+struct SYSTEMTIME {
+  WORD wYear;
+  WORD wMonth;
+  WORD wDayOfWeek;
+  WORD wDay;
+  WORD wHour;
+  WORD wMinute;
+  WORD wSecond;
+  WORD wMilliseconds;
+};
+
+inline constexpr UINT CP_ACP = 0;
+inline constexpr UINT CP_UTF8 = 65001;
+inline constexpr UINT LPTR = 0x40;
+
+extern "C" {
+DWORD GetLastError();
+void SetLastError(DWORD code);
+HANDLE GetCurrentProcess();
+BOOL IsWow64Process(HANDLE process, PBOOL wow64);
+UINT GetACP();
+void GetLocalTime(SYSTEMTIME* time);
+ULONGLONG GetTickCount64();
+DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
+DWORD ExpandEnvironmentStringsA(LPCSTR source, LPSTR buffer, DWORD size);
+HLOCAL LocalAlloc(UINT flags, SIZE_T size);
+HLOCAL LocalFree(HLOCAL memory);
+DWORD CharLowerBuffA(LPSTR text, DWORD size);
+DWORD CharUpperBuffA(LPSTR text, DWORD size);
+int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide,
+                        int wideSize);
+int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideLength, LPSTR text,
+                        int size, LPCSTR defaultCharacter, LPBOOL usedDefault);
+}
+
+#endif

@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "support/MachineFixture.h"
+
+namespace zelvreg::machine {
+namespace {
+
+DWORD error(LONG code) { return static_cast<DWORD>(code); }
+
+class ApiFoldersTest : public zelvreg::test::MachineFixture {};
+
+TEST_F(ApiFoldersTest, deletesAFileAndNothingElse) {
+  file(R"(C:\Dir\a.txt)");
+  start();
+  EXPECT_NE(DeleteFileA("C:\\DIR\\A.TXT"), FALSE);
+  EXPECT_FALSE(has(R"(C:\Dir\a.txt)"));
+  EXPECT_EQ(DeleteFileA("C:\\Dir\\a.txt"), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_FILE_NOT_FOUND));
+  EXPECT_EQ(DeleteFileA("C:\\Dir"), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_ACCESS_DENIED));
+}
+
+TEST_F(ApiFoldersTest, aReadOnlyFileIsNotDeleted) {
+  file(R"(C:\a.txt)");
+  attributes(R"(C:\a.txt)", FILE_ATTRIBUTE_READONLY);
+  start();
+  EXPECT_EQ(DeleteFileA("C:\\a.txt"), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_ACCESS_DENIED));
+  EXPECT_NE(SetFileAttributesA("C:\\a.txt", FILE_ATTRIBUTE_NORMAL), FALSE);
+  EXPECT_NE(DeleteFileA("C:\\a.txt"), FALSE);
+}
+
+TEST_F(ApiFoldersTest, deletingTakesTheFilesOwnListOrItsFolders) {
+  file(R"(C:\f\a.txt)");
+  file(R"(C:\g\a.txt)");
+  security(R"(C:\f\a.txt)", "D:(A;;FR;;;BU)");
+  security(R"(C:\g\a.txt)", "D:(A;;FR;;;BU)");
+  security(R"(C:\g)", "D:(A;;FR;;;BU)");
+  start();
+  EXPECT_EQ(DeleteFileA("C:\\g\\a.txt"), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_ACCESS_DENIED));
+  EXPECT_NE(DeleteFileA("C:\\f\\a.txt"), FALSE);
+}
+
+TEST_F(ApiFoldersTest, movesAFileAndReplacesOnlyWhenTold) {
+  file(R"(C:\a.txt)", "a");
+  file(R"(C:\b.txt)", "b");
+  start();
+  EXPECT_EQ(MoveFileExA("C:\\a.txt", "C:\\b.txt", 0), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_ALREADY_EXISTS));
+  EXPECT_NE(
+      MoveFileExA("C:\\A.TXT", "C:\\B.TXT", MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH),
+      FALSE);
+  EXPECT_EQ(content(R"(C:\b.txt)"), "a");
+  EXPECT_FALSE(has(R"(C:\a.txt)"));
+  EXPECT_EQ(MoveFileExA("C:\\a.txt", "C:\\c.txt", 0), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_FILE_NOT_FOUND));
+  EXPECT_EQ(MoveFileExA("C:\\b.txt", "C:\\no\\c.txt", 0), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
+}
+
+TEST_F(ApiFoldersTest, aMoveToAnotherSpellingRenames) {
+  file(R"(C:\name.txt)", "a");
+  start();
+  EXPECT_NE(MoveFileExA("C:\\name.txt", "C:\\NAME.txt", 0), FALSE);
+  EXPECT_EQ(content(R"(C:\NAME.txt)"), "a");
+  EXPECT_FALSE(has(R"(C:\name.txt)"));
+}
+
+TEST_F(ApiFoldersTest, movesAFolderWithItsRecordsButNotToAnotherDrive) {
+  file(R"(C:\f\a.txt)");
+  attributes(R"(C:\f\a.txt)", FILE_ATTRIBUTE_HIDDEN);
+  folder(R"(D:\x)");
+  start();
+  EXPECT_NE(MoveFileExA("C:\\f", "C:\\g", 0), FALSE);
+  EXPECT_EQ(GetFileAttributesA("C:\\g\\a.txt"), FILE_ATTRIBUTE_HIDDEN);
+  EXPECT_EQ(MoveFileExA("C:\\g", "D:\\g", 0), FALSE);
+  EXPECT_EQ(GetLastError(), 17U);
+}
+
+TEST_F(ApiFoldersTest, makesAFolderInOneThatIsThere) {
+  start();
+  EXPECT_NE(CreateDirectoryA("C:\\new", nullptr), FALSE);
+  EXPECT_EQ(GetFileAttributesA("c:\\NEW\\"), FILE_ATTRIBUTE_DIRECTORY);
+  EXPECT_EQ(CreateDirectoryA("C:\\NEW", nullptr), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_ALREADY_EXISTS));
+  EXPECT_EQ(CreateDirectoryA("C:\\no\\new", nullptr), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
+}
+
+TEST_F(ApiFoldersTest, tellsAttributesAndWhyThereAreNone) {
+  file(R"(C:\Windows\a.txt)");
+  start();
+  EXPECT_EQ(GetFileAttributesA("C:\\windows\\A.TXT."), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(GetFileAttributesA("C:\\windows"), FILE_ATTRIBUTE_DIRECTORY);
+  EXPECT_EQ(GetFileAttributesA("C:\\windows\\b.txt"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetLastError(), error(ERROR_FILE_NOT_FOUND));
+  EXPECT_EQ(GetFileAttributesA("C:\\windows\\*.txt"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetLastError(), error(ERROR_INVALID_NAME));
+  EXPECT_EQ(GetFileAttributesA("Q:\\"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
+  EXPECT_EQ(GetFileAttributesA(nullptr), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetFileAttributesA(""), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(ApiFoldersTest, settingArchiveClearsTheOthers) {
+  file(R"(C:\a.dll)");
+  attributes(R"(C:\a.dll)", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM);
+  start();
+  EXPECT_NE(SetFileAttributesA("C:\\a.dll", FILE_ATTRIBUTE_ARCHIVE), FALSE);
+  EXPECT_EQ(GetFileAttributesA("C:\\a.dll"), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(SetFileAttributesA("C:\\no.dll", FILE_ATTRIBUTE_ARCHIVE), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_FILE_NOT_FOUND));
+  restart();
+  EXPECT_EQ(machineFolder().read("attributes.txt"), "");
+}
+
+TEST_F(ApiFoldersTest, attributesAreWrittenWhenTheMachineIsSavedAndNotBefore) {
+  file(R"(C:\a.txt)");
+  start();
+  EXPECT_NE(SetFileAttributesA("C:\\a.txt", FILE_ATTRIBUTE_HIDDEN), FALSE);
+  stop();
+  EXPECT_FALSE(machineFolder().has("attributes.txt"));
+}
+
+TEST_F(ApiFoldersTest, eachCallCanBeMadeToFail) {
+  file(R"(C:\a.txt)");
+  FaultPlan& faults = start().faults();
+  for (const ApiCall call : {ApiCall::DeleteFile, ApiCall::MoveFile, ApiCall::CreateDirectory,
+                             ApiCall::GetFileAttributes, ApiCall::SetFileAttributes}) {
+    faults.fail(call, 1, ERROR_SHARING_VIOLATION);
+  }
+  SetLastError(0);
+  EXPECT_EQ(DeleteFileA("C:\\a.txt"), FALSE);
+  EXPECT_EQ(MoveFileExA("C:\\a.txt", "C:\\b.txt", 0), FALSE);
+  EXPECT_EQ(CreateDirectoryA("C:\\b", nullptr), FALSE);
+  EXPECT_EQ(GetFileAttributesA("C:\\a.txt"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(SetFileAttributesA("C:\\a.txt", 1), FALSE);
+  EXPECT_EQ(GetLastError(), error(ERROR_SHARING_VIOLATION));
+  EXPECT_TRUE(has(R"(C:\a.txt)"));
+}
+
+}  // namespace
+}  // namespace zelvreg::machine

@@ -1,0 +1,110 @@
+#include "machine/AtomicFile.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+
+#include "machine/Machine.h"
+#include "machine/TemporaryFolder.h"
+
+namespace zelvreg::machine {
+namespace {
+
+using zelvreg::test::TemporaryFolder;
+
+std::ptrdiff_t filesIn(const TemporaryFolder& folder) {
+  return std::distance(std::filesystem::directory_iterator(folder.path()), {});
+}
+
+TEST(AtomicFile, makesAndReplacesAFileAndLeavesNothingBeside) {
+  const TemporaryFolder folder;
+  replaceFile(folder.path() / "a", "one");
+  EXPECT_EQ(folder.read("a"), "one");
+  replaceFile(folder.path() / "a", "two");
+  EXPECT_EQ(folder.read("a"), "two");
+  EXPECT_EQ(filesIn(folder), 1);
+}
+
+TEST(AtomicFile, theOldContentStandsUntilItIsReplaced) {
+  const TemporaryFolder folder;
+  folder.write("a", "old");
+  {
+    const AtomicFile prepared(folder.path() / "a", "new");
+    EXPECT_EQ(folder.read("a"), "old");
+  }
+  EXPECT_EQ(folder.read("a"), "old");
+  EXPECT_EQ(filesIn(folder), 1);
+}
+
+TEST(AtomicFile, keepsThePermissionsOfTheOldFile) {
+  const TemporaryFolder folder;
+  folder.write("a", "old");
+  chmod((folder.path() / "a").c_str(), 0640);
+  replaceFile(folder.path() / "a", "new");
+  struct stat status {};
+  stat((folder.path() / "a").c_str(), &status);
+  EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+TEST(AtomicFile, writesTheFileBehindALink) {
+  const TemporaryFolder folder;
+  folder.write("real/a", "old");
+  std::filesystem::create_symlink("real/a", folder.path() / "link");
+  replaceFile(folder.path() / "link", "new");
+  EXPECT_EQ(folder.read("real/a"), "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link"));
+}
+
+TEST(AtomicFile, aFailureLeavesEverythingAsItWasAndSaysWhich) {
+  const TemporaryFolder folder;
+  EXPECT_THROW(replaceFile(folder.path() / "missing" / "a", "x"), MachineError);
+  folder.makeFolder("a/b");
+  EXPECT_THROW(replaceFile(folder.path() / "a", "x"), MachineError);
+  EXPECT_TRUE(folder.has("a/b"));
+  EXPECT_EQ(filesIn(folder), 1);
+}
+
+// Lets no file of this process grow beyond a size, as a full disk does.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t size) : signalBefore(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{size, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, signalBefore);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+ private:
+  void (*signalBefore)(int);
+  rlimit before{};
+};
+
+TEST(AtomicFile, aDiskThatFillsUpWhileWritingLeavesTheOldFile) {
+  const TemporaryFolder folder;
+  folder.write("a", "old");
+  {
+    const FileSizeLimit full(100);
+    EXPECT_THROW(replaceFile(folder.path() / "a", std::string(1000, 'x')), MachineError);
+  }
+  EXPECT_EQ(folder.read("a"), "old");
+  EXPECT_EQ(filesIn(folder), 1);
+}
+
+TEST(ReadWholeFile, givesEveryByteOrSaysWhyNot) {
+  const TemporaryFolder folder;
+  const std::string content(200000, '\0');
+  folder.write("a", content);
+  EXPECT_EQ(readWholeFile(folder.path() / "a"), content);
+  EXPECT_THROW(readWholeFile(folder.path() / "missing"), MachineError);
+  EXPECT_THROW(readWholeFile(folder.path()), MachineError);
+}
+
+}  // namespace
+}  // namespace zelvreg::machine

@@ -1,0 +1,199 @@
+#include "machine/Drives.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "machine/CodePage.h"
+#include "machine/TemporaryFolder.h"
+
+namespace zelvreg::machine {
+namespace {
+
+class DrivesTest : public ::testing::Test {
+ protected:
+  DrivesTest() {
+    disk.makeFolder("C");
+    settings.folders['C'] = disk.path() / "C";
+    settings.programFolder = u"C:\\Program Files (x86)\\zelvreg";
+  }
+
+  Drives& drives() {
+    if (!made) made.emplace(settings, sharedCodePage(1252));
+    return *made;
+  }
+  LONG errorOf(std::string_view path) { return drives().find(path).error; }
+  // Where a path leads, below the disk's folder.
+  std::string leadsTo(std::string_view path) {
+    const Place place = drives().find(path);
+    if (!place.exists()) return "nowhere";
+    return std::filesystem::path(place.file).lexically_relative(disk.path() / "C").string();
+  }
+  void link(const std::string& target, std::string_view name) {
+    std::filesystem::create_symlink(target, disk.path() / name);
+  }
+
+  test::TemporaryFolder disk;
+  DriveSettings settings;
+
+ private:
+  std::optional<Drives> made;
+};
+
+TEST_F(DrivesTest, findsNamesInAnyCase) {
+  disk.write("C/Windows/Fonts/Arial.ttf", "");
+  EXPECT_EQ(leadsTo("c:\\WINDOWS\\fonts\\ARIAL.TTF"), "Windows/Fonts/Arial.ttf");
+  EXPECT_EQ(leadsTo("C:/Windows/Fonts"), "Windows/Fonts");
+  EXPECT_TRUE(drives().find("C:\\windows").isFolder);
+  EXPECT_FALSE(drives().find("C:\\windows\\fonts\\arial.ttf").isFolder);
+}
+
+TEST_F(DrivesTest, prefersTheNameAsItIsWritten) {
+  disk.write("C/a.txt", "");
+  disk.write("C/A.TXT", "");
+  EXPECT_EQ(leadsTo("C:\\a.txt"), "a.txt");
+  EXPECT_EQ(leadsTo("C:\\A.TXT"), "A.TXT");
+  EXPECT_EQ(leadsTo("C:\\A.txt"), "A.TXT");
+}
+
+TEST_F(DrivesTest, readsNamesInTheCodePage) {
+  disk.write(
+      "C/Gr\xC3\xB6\xC3\x9F"
+      "e.txt",
+      "");
+  EXPECT_EQ(errorOf("C:\\GR\xD6\xDF"
+                    "E.txt"),
+            ERROR_SUCCESS);
+}
+
+TEST_F(DrivesTest, saysWhetherTheFileOrAFolderIsMissing) {
+  disk.write("C/a/b.txt", "");
+  EXPECT_EQ(errorOf("C:\\a\\c.txt"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(errorOf("C:\\x\\c.txt"), ERROR_PATH_NOT_FOUND);
+  EXPECT_EQ(errorOf("C:\\a\\b.txt\\c"), ERROR_PATH_NOT_FOUND);
+  EXPECT_EQ(errorOf("C:\\a\\b.txt\\"), ERROR_INVALID_NAME);
+  EXPECT_EQ(errorOf("C:\\a\\*"), ERROR_INVALID_NAME);
+  EXPECT_EQ(errorOf(""), ERROR_PATH_NOT_FOUND);
+}
+
+TEST_F(DrivesTest, tellsWhereAMissingFileWouldBe) {
+  disk.makeFolder("C/Folder");
+  const Place place = drives().find("c:\\FOLDER\\New.txt");
+  EXPECT_TRUE(place.canBeMade());
+  EXPECT_EQ(place.path, "C:\\Folder\\New.txt");
+  EXPECT_EQ(place.file, place.folder + "/New.txt");
+}
+
+TEST_F(DrivesTest, dropsBlanksAndDotsAtTheEnd) {
+  disk.write("C/a/b.txt", "");
+  EXPECT_EQ(leadsTo("C:\\a \\b.txt. "), "a/b.txt");
+  EXPECT_EQ(leadsTo("C:\\x\\..\\a\\.\\b.txt"), "a/b.txt");
+}
+
+TEST_F(DrivesTest, theRootOfADriveIsAFolder) {
+  const Place root = drives().find("C:\\");
+  EXPECT_TRUE(root.exists());
+  EXPECT_TRUE(root.isFolder);
+  EXPECT_EQ(root.path, "C:\\");
+}
+
+TEST_F(DrivesTest, takesAPathWithoutADriveFromTheProgramsFolder) {
+  disk.write("C/Program Files (x86)/zelvreg/lang/x.lng", "");
+  EXPECT_EQ(leadsTo("lang\\x.lng"), "Program Files (x86)/zelvreg/lang/x.lng");
+}
+
+TEST_F(DrivesTest, a32BitProcessSeesItsOwnSystemFolder) {
+  disk.write("C/Windows/System32/true.dll", "");
+  disk.write("C/Windows/SysWOW64/other.dll", "");
+  EXPECT_EQ(leadsTo("C:\\WINDOWS\\system32\\other.dll"), "Windows/SysWOW64/other.dll");
+  EXPECT_EQ(leadsTo("C:\\windows\\System32\\true.dll"), "nowhere");
+  EXPECT_EQ(leadsTo("C:\\Windows\\sysnative\\true.dll"), "Windows/System32/true.dll");
+  EXPECT_EQ(leadsTo("C:\\Windows\\SysWOW64\\other.dll"), "Windows/SysWOW64/other.dll");
+  EXPECT_EQ(leadsTo("C:\\x\\..\\Windows\\Sysnative"), "Windows/System32");
+  EXPECT_TRUE(drives().findTrue(u"C:\\Windows\\System32\\true.dll").exists());
+}
+
+TEST_F(DrivesTest, on32BitsTheSystemFolderIsItself) {
+  settings.is64Bit = false;
+  disk.write("C/Windows/System32/true.dll", "");
+  EXPECT_EQ(leadsTo("C:\\Windows\\System32\\true.dll"), "Windows/System32/true.dll");
+  EXPECT_EQ(leadsTo("C:\\Windows\\Sysnative\\true.dll"), "nowhere");
+}
+
+TEST_F(DrivesTest, followsALinkInsideTheDrive) {
+  disk.write("C/Real/a.txt", "");
+  link("Real", "C/Relative");
+  link((disk.path() / "C/Real").string(), "C/Absolute");
+  link("../C/Real", "C/OutAndIn");
+  link("Relative/a.txt", "C/chain.txt");
+  disk.makeFolder("C/deep");
+  link("../Real/a.txt", "C/deep/up.txt");
+  EXPECT_EQ(leadsTo("C:\\relative\\A.TXT"), "Real/a.txt");
+  EXPECT_EQ(leadsTo("C:\\absolute\\a.txt"), "Real/a.txt");
+  EXPECT_EQ(leadsTo("C:\\chain.txt"), "Real/a.txt");
+  EXPECT_EQ(leadsTo("C:\\deep\\up.txt"), "Real/a.txt");
+  EXPECT_EQ(leadsTo("C:\\OutAndIn\\a.txt"), "nowhere");
+}
+
+TEST_F(DrivesTest, neverFollowsALinkThatLeavesTheDrive) {
+  disk.write("secret/a.txt", "");
+  disk.makeFolder("C/deep");
+  link("/", "C/root");
+  link("..", "C/up");
+  link("../../secret/a.txt", "C/deep/file.txt");
+  link((disk.path() / "secret").string(), "C/absolute");
+  link("absolute/a.txt", "C/chain.txt");
+  link((disk.path() / "C").string() + "/../secret", "C/tricky");
+  disk.makeFolder("C2");
+  disk.write("C2/a.txt", "");
+  link((disk.path() / "C2").string(), "C/prefix");
+  for (const char* path :
+       {"C:\\root", "C:\\root\\etc", "C:\\up", "C:\\up\\secret\\a.txt", "C:\\deep\\file.txt",
+        "C:\\absolute\\a.txt", "C:\\chain.txt", "C:\\tricky\\a.txt", "C:\\prefix\\a.txt"}) {
+    EXPECT_EQ(errorOf(path), ERROR_PATH_NOT_FOUND) << path;
+  }
+}
+
+TEST_F(DrivesTest, aLinkInACircleOrToNothingIsNotThere) {
+  link("b", "C/a");
+  link("a", "C/b");
+  link("nothing", "C/broken");
+  EXPECT_NE(errorOf("C:\\a"), ERROR_SUCCESS);
+  EXPECT_EQ(errorOf("C:\\broken"), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(DrivesTest, theDrivesFolderItselfMayBeALink) {
+  disk.write("elsewhere/a.txt", "");
+  link("elsewhere", "D");
+  settings.folders['D'] = disk.path() / "D";
+  EXPECT_EQ(errorOf("D:\\A.TXT"), ERROR_SUCCESS);
+}
+
+TEST_F(DrivesTest, seesWhatChangesBetweenTwoQuestions) {
+  EXPECT_EQ(errorOf("C:\\a.txt"), ERROR_FILE_NOT_FOUND);
+  disk.write("C/a.txt", "");
+  drives().changed((disk.path() / "C").string());
+  EXPECT_EQ(errorOf("C:\\a.txt"), ERROR_SUCCESS);
+  std::filesystem::remove(disk.path() / "C/a.txt");
+  drives().changed((disk.path() / "C").string());
+  EXPECT_EQ(errorOf("C:\\a.txt"), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(DrivesTest, aDriveWithoutAFolderIsNoDrive) {
+  EXPECT_EQ(errorOf("D:\\a.txt"), ERROR_PATH_NOT_FOUND);
+  EXPECT_FALSE(drives().isUnknown("D:\\a.txt"));
+}
+
+TEST_F(DrivesTest, onADiskADriveThatWasNotGivenIsUnknown) {
+  settings.missingDrivesAreUnknown = true;
+  link("/mnt/other", "C/junction");
+  EXPECT_EQ(errorOf("D:\\a.txt"), ERROR_NOT_READY);
+  EXPECT_TRUE(drives().isUnknown("D:\\a.txt"));
+  EXPECT_TRUE(drives().isUnknown("C:\\junction\\a.txt"));
+  EXPECT_FALSE(drives().isUnknown("C:\\a.txt"));
+  EXPECT_FALSE(drives().isUnknown("C:\\*"));
+  EXPECT_FALSE(drives().isUnknown(""));
+}
+
+}  // namespace
+}  // namespace zelvreg::machine

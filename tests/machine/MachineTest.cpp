@@ -1,0 +1,209 @@
+#include "machine/Machine.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <windows.h>
+
+#include "machine/Clock.h"
+#include "machine/Drives.h"
+#include "machine/Environment.h"
+#include "machine/Registry.h"
+#include "support/MachineFixture.h"
+
+namespace zelvreg::machine {
+namespace {
+
+using zelvreg::test::TemporaryFolder;
+
+constexpr const char* emptyRegistry = "REGEDIT4\n\n";
+constexpr const char* vendorKey = R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)";
+
+std::string refusalOf(const std::filesystem::path& folder) {
+  try {
+    Machine::open(folder);
+  } catch (const MachineError& error) {
+    return error.what();
+  }
+  return "opened";
+}
+
+bool holds(const std::string& text, std::string_view part) {
+  return text.find(part) != std::string::npos;
+}
+
+class MachineTest : public zelvreg::test::MachineFixture {};
+
+TEST_F(MachineTest, takesItsSettingsFromTheFile) {
+  setting("bits", "32");
+  setting("codepage", "1251");
+  setting("user", "Ann");
+  setting("suite", "1");
+  variable("TEMP", "D:\\t");
+  const Machine& machine = start();
+  EXPECT_FALSE(machine.is64Bit());
+  EXPECT_EQ(machine.codePageNumber(), 1251U);
+  EXPECT_TRUE(machine.hasSuite());
+  EXPECT_EQ(machine.environment().get(u"temp"), u"D:\\t");
+  EXPECT_EQ(machine.environment().get(u"USERNAME"), u"Ann");
+  EXPECT_EQ(machine.clock().localTime().wHour, 13);
+  EXPECT_TRUE(machine.damagedHives().empty());
+}
+
+TEST_F(MachineTest, needsNothingButTheRegistry) {
+  const TemporaryFolder folder;
+  folder.write("registry.reg", emptyRegistry);
+  const auto machine = Machine::open(folder.path());
+  EXPECT_TRUE(machine->is64Bit());
+  EXPECT_FALSE(machine->hasSuite());
+  EXPECT_FALSE(machine->drives().find(u"C:\\").exists());
+}
+
+TEST(MachineFolder, saysWhatIsWrongWithIt) {
+  const TemporaryFolder folder;
+  EXPECT_TRUE(holds(refusalOf(folder.path() / "missing"), "is not a folder"));
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "has no registry.reg"));
+  folder.write("registry.reg", emptyRegistry);
+  EXPECT_TRUE(holds(refusalOf(folder.path() / "registry.reg"), "is not a folder"));
+  EXPECT_EQ(refusalOf(folder.path()), "opened");
+  folder.write("machine.ini", "[machine]\nbits=7\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "machine.ini:2: "));
+  folder.write("machine.ini", "");
+  folder.write("registry.reg", "nonsense\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "registry.reg"));
+  std::filesystem::remove(folder.path() / "registry.reg");
+  folder.makeFolder("registry.reg");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "cannot be read"));
+}
+
+TEST(MachineFolder, hasOneFolderForEachDrive) {
+  const TemporaryFolder folder;
+  folder.write("registry.reg", emptyRegistry);
+  folder.makeFolder("c");
+  folder.makeFolder("E");
+  folder.makeFolder("no drive");
+  folder.write("F", "a file");
+  const auto machine = Machine::open(folder.path());
+  EXPECT_TRUE(machine->drives().find(u"C:\\").exists());
+  EXPECT_TRUE(machine->drives().find(u"e:\\").exists());
+  EXPECT_FALSE(machine->drives().find(u"F:\\").exists());
+}
+
+TEST(MachineFolder, refusesTwoFoldersForOneDrive) {
+  const TemporaryFolder folder;
+  folder.write("registry.reg", emptyRegistry);
+  folder.makeFolder("c");
+  folder.makeFolder("C");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "two folders for drive C:"));
+}
+
+TEST(MachineFolder, refusesWrongLinesOfItsLists) {
+  const TemporaryFolder folder;
+  folder.write("registry.reg", emptyRegistry);
+  folder.write("security.txt", "\nC:\\a\tD:(x)\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "security.txt:2: "));
+  folder.write("security.txt", "C:\\a D:\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "security.txt:1: there is no tab"));
+  folder.write("security.txt", "HKEY_LOCAL_MACHINE\\Missing\tD:\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "security.txt:1: "));
+  folder.write("security.txt", "nowhere\tD:\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "security.txt:1: "));
+  folder.write("security.txt", "");
+  folder.write("attributes.txt", "C:\\a\thidden\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "attributes.txt:1: "));
+}
+
+TEST(MachineFolder, belongsToOneProcessAtATime) {
+  const TemporaryFolder folder;
+  folder.write("registry.reg", emptyRegistry);
+  auto machine = Machine::open(folder.path());
+  const pid_t child = fork();
+  if (child == 0) _exit(holds(refusalOf(folder.path()), "in use by another process") ? 0 : 1);
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+  machine.reset();
+  EXPECT_EQ(refusalOf(folder.path()), "opened");
+}
+
+TEST_F(MachineTest, writesNothingWhenNothingHasChanged) {
+  key(vendorKey, R"("Name"="text")");
+  security(vendorKey, "D:(A;CI;KA;;;BA)");
+  start();
+  const std::string before = machineFolder().read("registry.reg");
+  const auto time = std::filesystem::last_write_time(machineFolder().path() / "registry.reg");
+  computer().save();
+  EXPECT_EQ(machineFolder().read("registry.reg"), before);
+  EXPECT_EQ(std::filesystem::last_write_time(machineFolder().path() / "registry.reg"), time);
+  EXPECT_FALSE(machineFolder().has("attributes.txt"));
+}
+
+TEST_F(MachineTest, opensAgainAsItWasSaved) {
+  key(vendorKey);
+  file(R"(C:\a.txt)");
+  start();
+  HKEY opened = nullptr;
+  ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Vendor", 0,
+                          KEY_SET_VALUE | KEY_WOW64_64KEY, &opened),
+            ERROR_SUCCESS);
+  const BYTE text[] = "x";
+  EXPECT_EQ(RegSetValueExA(opened, "New", 0, REG_SZ, text, sizeof text), ERROR_SUCCESS);
+  RegCloseKey(opened);
+  EXPECT_NE(SetFileAttributesA("C:\\a.txt", FILE_ATTRIBUTE_HIDDEN), FALSE);
+  restart();
+  EXPECT_EQ(GetFileAttributesA("C:\\a.txt"), FILE_ATTRIBUTE_HIDDEN);
+  ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Vendor", 0,
+                          KEY_QUERY_VALUE | KEY_WOW64_64KEY, &opened),
+            ERROR_SUCCESS);
+  EXPECT_EQ(RegQueryValueExA(opened, "New", nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+  RegCloseKey(opened);
+  EXPECT_EQ(machineFolder().read("attributes.txt"), "C:\\a.txt\t2\n");
+  EXPECT_FALSE(machineFolder().has("security.txt"));
+}
+
+TEST_F(MachineTest, theListOfADeletedKeyLeavesTheFile) {
+  key(vendorKey);
+  key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Other)");
+  security(vendorKey, "D:(A;;KA;;;BA)");
+  security(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Other)", "D:(A;;KA;;;BA)");
+  start();
+  HKEY software = nullptr;
+  ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE", 0, KEY_READ | KEY_WOW64_64KEY, &software),
+            ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyA(software, "Vendor"), ERROR_SUCCESS);
+  RegCloseKey(software);
+  restart();
+  EXPECT_EQ(machineFolder().read("security.txt"),
+            "HKEY_LOCAL_MACHINE\\SOFTWARE\\Other\tD:(A;;KA;;;BA)\n");
+}
+
+TEST_F(MachineTest, readsAttributesAndListsOfFilesByTheirTruePaths) {
+  file(R"(C:\Windows\System32\a.dll)");
+  attributes(R"(c:\windows\SYSTEM32\a.dll)", FILE_ATTRIBUTE_READONLY);
+  security(R"(C:\Windows\System32\a.dll)", "D:");
+  start();
+  EXPECT_EQ(GetFileAttributesA("C:\\Windows\\Sysnative\\a.dll"), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(SetFileAttributesA("C:\\Windows\\Sysnative\\a.dll", 32), FALSE);
+  EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ACCESS_DENIED));
+}
+
+TEST_F(MachineTest, theOneBeforeComesBackIntoForce) {
+  EXPECT_EQ(Machine::current(), nullptr);
+  Machine& first = start();
+  EXPECT_EQ(Machine::current(), &first);
+  {
+    const TemporaryFolder folder;
+    folder.write("registry.reg", emptyRegistry);
+    const auto second = Machine::open(folder.path());
+    const Running secondInForce(*second);
+    EXPECT_EQ(Machine::current(), second.get());
+  }
+  EXPECT_EQ(Machine::current(), &first);
+  stop();
+  EXPECT_EQ(Machine::current(), nullptr);
+  EXPECT_EQ(GetFileAttributesA("C:\\"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_READY));
+}
+
+}  // namespace
+}  // namespace zelvreg::machine

@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdlib>
+
+#include "machine/Drives.h"
+#include "machine/Environment.h"
+#include "machine/Machine.h"
+#include "machine/TemporaryFolder.h"
+
+namespace zelvreg::machine {
+namespace {
+
+std::string refusalOf(const OfflineDisk& disk) {
+  try {
+    Machine::openOffline(disk);
+  } catch (const MachineError& error) {
+    return error.what();
+  }
+  return "opened";
+}
+
+TEST(OfflineMachine, needsAFolderWithHives) {
+  const test::TemporaryFolder folder;
+  OfflineDisk disk;
+  disk.root = folder.path() / "missing";
+  EXPECT_NE(refusalOf(disk).find("is not a folder"), std::string::npos);
+  disk.root = folder.path();
+  EXPECT_NE(refusalOf(disk), "opened");
+}
+
+// On the disk of a real computer, where one is at hand.
+class RealDiskTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    const char* hives = std::getenv("ZELVREG_REAL_HIVES");
+    if (hives == nullptr) GTEST_SKIP() << "ZELVREG_REAL_HIVES names no folder with real hives";
+    disk.root = std::filesystem::path(hives) / "windows7";
+  }
+  OfflineDisk disk;
+};
+
+TEST_F(RealDiskTest, aDriveThatWasNotGivenIsUnknownUnlessItIsToBeDead) {
+  {
+    const auto machine = Machine::openOffline(disk);
+    const Running running(*machine);
+    EXPECT_TRUE(machine->drives().isUnknown("D:\\x.dll"));
+    EXPECT_FALSE(machine->drives().isUnknown("C:\\x.dll"));
+    EXPECT_EQ(GetFileAttributesA("D:\\x.dll"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_READY));
+    EXPECT_EQ(GetFileAttributesA("C:\\windows"), FILE_ATTRIBUTE_DIRECTORY);
+  }
+  disk.missingDrivesAreDead = true;
+  const auto machine = Machine::openOffline(disk);
+  EXPECT_FALSE(machine->drives().isUnknown("D:\\x.dll"));
+}
+
+TEST_F(RealDiskTest, takesFurtherDrivesButNotTheSameTwice) {
+  const test::TemporaryFolder other;
+  other.write("x.dll", "");
+  disk.drives['D'] = other.path();
+  EXPECT_TRUE(Machine::openOffline(disk)->drives().find("d:\\X.DLL").exists());
+  disk.drives['D'] = other.path() / "missing";
+  EXPECT_NE(refusalOf(disk).find("drive D:"), std::string::npos);
+  disk.drives.clear();
+  disk.drives['C'] = other.path();
+  EXPECT_NE(refusalOf(disk).find("drive C:"), std::string::npos);
+}
+
+TEST_F(RealDiskTest, canBeScannedButNotSaved) {
+  const auto machine = Machine::openOffline(disk);
+  EXPECT_NO_THROW(machine->save());
+  machine->drives().records().setAttributes("C:\\Windows", true, FILE_ATTRIBUTE_HIDDEN);
+  EXPECT_THROW(machine->save(), MachineError);
+}
+
+}  // namespace
+}  // namespace zelvreg::machine

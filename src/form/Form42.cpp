@@ -1,0 +1,53 @@
+#include "form/Form42.h"
+
+namespace zelvreg {
+namespace {
+
+// Column widths are those of the form's own unit, kept because the window starts from them.
+std::vector<ColumnHeader> categoryColumns() {
+  return {{"what to scan", 5000, Alignment::Left},
+          {"Description", 9000, Alignment::Left},
+          {"# Problems", 1500, Alignment::Right},
+          {"", 1800, Alignment::Left}};
+}
+
+std::vector<ColumnHeader> findingColumns() {
+  return {{"Invalid Data Location", 10583, Alignment::Left},
+          {"Bad Reference Value", 7056, Alignment::Left},
+          {"", 0, Alignment::Left},
+          {"Registry Key", 3881, Alignment::Left},
+          {"Registry Sub Key", 15875, Alignment::Left}};
+}
+
+}  // namespace
+
+Form42::Form42()
+    : ImageList1{{"cl", "ch", "ex", "d", "e", "h", "i", "g", "j", "f", "m", "l", "c", "b", "a",
+                  "re", "ru", "mr", "mui"}},
+      View1(ImageList1, categoryColumns()),
+      View2(ImageList1, findingColumns()),
+      View3(ImageList1, {{"Date and Time Of Creation", 10000, Alignment::Left}}),
+      View4(ImageList1, {{"Registration Key", 10000, Alignment::Left}}) {
+  Label2[0].caption = "Select Areas Of registry To Scan For Invalid Informations.";
+  Label2[1].caption = "Registry Scan Options";
+  Label2[3].caption = "Searching for invalid Registry information:";
+  Label2[4].caption =
+      "This processes could take several minutes depending on your registry file size, So please "
+      "be patient while it is running.";
+  Label2[5].caption = "Searching Progress";
+  Label8[6].caption = "Select Areas Of registry To Scan For Invalid Informations.";
+  Label1.caption = "Fix Registry Problems";
+  Frame3.caption = "Undo Options";
+  Frame7.caption = "Exclude part of registry keys that start with.";
+  chameleonButton13.toolTip = "Close";
+  chameleonButton12.toolTip = "Cancel this operation";
+  lbllanguage.push_back(std::make_unique<Label>("English"));
+  pictrlang.visible = false;
+  cmd_fix.enabled = false;
+  cmd_all.enabled = false;
+  cmd_non.enabled = false;
+  cmd_report.enabled = false;
+  cmd_cancel.enabled = false;
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,188 @@
+// The main form: every control and every variable of the program, as plain state. It knows no
+// procedure; shell/ binds procedures to its entry points. Controls bear their names of the form;
+// an element of a control array is reached by its index.
+#ifndef ZELVREG_FORM_FORM42_H
+#define ZELVREG_FORM_FORM42_H
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "widgets/Button.h"
+#include "widgets/Dialogs.h"
+#include "widgets/ImageList.h"
+#include "widgets/ListBox.h"
+#include "widgets/ListView.h"
+#include "widgets/MessageQueue.h"
+#include "widgets/SimpleControls.h"
+
+namespace zelvreg {
+
+class StdRegProvPool;
+
+// One entry of the form's context menu.
+struct MenuEntry {
+  std::string caption;
+};
+
+struct Form42 {
+  Form42();
+  ~Form42() = default;
+  Form42(const Form42&) = delete;
+  Form42& operator=(const Form42&) = delete;
+
+  // Title and decoration.
+  std::array<Label, 7> Label8;
+  Picture Shape1;
+  Picture Shape3;
+
+  // Command bar.
+  Button cmd_search{"Search Location"};
+  Button cmd_exclud{"Exclusions"};
+  Button cmd_start{"Start"};
+  Button cmd_fix{"Fix Selected"};
+  Button cmd_cancel{"Cancel"};
+  Button cmd_all{"Select All"};
+  Button cmd_non{"Select None"};
+  Button cmd_report{"Create Report"};
+
+  // Side bar.
+  Button orubutton4{"Select Areas Of registry To Scan For Invalid Informations."};
+  Button chameleonButton1{"Manage undo options"};
+  Button orubutton3{"refresh"};
+  Button chameleonButton7{"Exclude from search"};
+  Button orubutton1{"Start Scanning your registry"};
+  Button chameleonButton10{"Next"};
+  Button chameleonButton11{"Back"};
+
+  // Language picker. The first entry stands there before any list is read.
+  Button chameleonButton13;
+  Picture imglangselect;
+  Frame pictrlang;
+  std::vector<std::unique_ptr<Label>> lbllanguage;
+
+  // Options page, and on it the progress of a scan.
+  Frame Frame1;
+  ImageList ImageList1;
+  ListView View1;
+  Button chameleonButton21{"Select All"};
+  Button chameleonButton22{"Select None"};
+  Frame Frame8;
+  Picture Gif89a1;
+  ProgressBar Bar1;
+  Button chameleonButton12{"Cancel"};
+  std::array<Label, 6> Label2;
+  Label Label1;
+  Label Label3;
+  Label Label4;
+
+  // Results page.
+  Frame Frame2;
+  ListView View2;
+  Label Label10{"Number of invalid entries is "};
+  Frame Picture1;
+  Label Label5{"No Entry Selected"};
+  Label Label6{"Problem"};
+  Label Label7{"Please Select entry from the list to show details"};
+  Button Command28;
+  Button chameleonButton14{"Open in registry"};
+  Button chameleonButton15{"Remove selected item"};
+  Button chameleonButton16{"Select All"};
+  Button chameleonButton17{"Select None"};
+  Button orubutton2{"Remove selected problems"};
+  Button chameleonButton9;
+
+  // Undo page.
+  Frame Frame3;
+  CheckBox Check1{"Automatically Save Undo Information"};
+  ListView View3;
+  Button chameleonButton2{"Undo Selected Changes"};
+  Button chameleonButton3{"Remove Selected Item"};
+  Button Command21;
+
+  // Exclusions page.
+  Frame Frame7;
+  ListView View4;
+  Button chameleonButton5{"Add Keys"};
+  Button chameleonButton6{"Remove "};
+  Button chameleonButton8{"Edit Key"};
+
+  // The context menu of View2.
+  MenuEntry b{"Select All"};
+  MenuEntry c{"Select None"};
+  MenuEntry g{"Exclude selected path from future scan"};
+  MenuEntry i{"Remove selected"};
+  MenuEntry e{"Open selected item in registry Editor"};
+
+  // Never shown. Text1: number of rows of View2 when the last scanner ended. Text2: the run state,
+  // "0" idle, "1" scanning, "2" cancel asked. Text4: "1" starts a scan.
+  TextBox Text1;
+  TextBox Text2;
+  TextBox Text4;
+
+  // Work lists: List1 and List4 to List7 are filled by the enumerators, List2 collects bad values.
+  ListBox List1;
+  ListBox List2;
+  ListBox List4;
+  ListBox List5;
+  ListBox List6;
+  ListBox List7;
+
+  // The scanners, in the order in which the rows run them.
+  Button Command1;
+  Button Command2;
+  Button Command5;
+  Button Command7;
+  Button Command10;
+  Button Command12;
+  EntryPoint cln71;
+  EntryPoint cln7;
+  EntryPoint cln72;
+  EntryPoint cln8;
+  EntryPoint cln9;
+  EntryPoint cln10;
+  Button Command32;
+  EntryPoint fileext;
+  EntryPoint uninstall;
+  EntryPoint uninstall32;
+  EntryPoint runMRU;
+  EntryPoint MRUhist;
+  EntryPoint MuiCache;
+  Button orubutton18;
+
+  // State of a scan. totalFound goes on counting over all scans of one run of the program.
+  bool cancelRequested = false;
+  std::int64_t totalFound = 0;
+  std::string totalFoundText;
+  std::int64_t categoryFound = 0;
+  int wizardPage = 0;
+
+  // Whether the process runs under the 32-bit emulation of a 64-bit system.
+  bool Is64BitOS = false;
+  // The program path that the last firewall rule named, or empty.
+  std::string FirewallPath;
+  // 0 after GrantKeyAccess worked, 1 after it failed.
+  int GrantKeyStatus = 0;
+  // The handle that the last full key path named; a path that is refused leaves it standing.
+  std::uint32_t parsedHive = 0;
+
+  // The language: charset number, file tag, number in the picker, file name.
+  int langCode = 0;
+  std::string langTag;
+  int langIndex = 0;
+  std::string langFileName;
+
+  // Where the program's own files lie, without a backslash at the end.
+  std::string programFolder;
+
+  Dialogs dialogs;
+  MessageQueue messages{{}};
+  // Connections to the registry provider that are kept between calls; made when first asked for.
+  std::shared_ptr<StdRegProvPool> providers;
+};
+
+}  // namespace zelvreg
+
+#endif

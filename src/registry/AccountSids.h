@@ -1,0 +1,20 @@
+// Security identifiers of accounts.
+#ifndef ZELVREG_REGISTRY_ACCOUNT_SIDS_H
+#define ZELVREG_REGISTRY_ACCOUNT_SIDS_H
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace zelvreg {
+
+// The account's identifier; empty if this computer does not know the name.
+std::vector<BYTE> lookUpSid(const std::string& account);
+
+// The well-known identifier that stands for everyone; empty if it cannot be allocated.
+std::vector<BYTE> everyoneSid();
+
+}  // namespace zelvreg
+
+#endif

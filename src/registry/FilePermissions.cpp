@@ -1,0 +1,108 @@
+// The access lists of files (Permissions.h).
+#include <cstring>
+
+#include "registry/AccountSids.h"
+#include "registry/Permissions.h"
+#include "runtime/Environment.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr DWORD atEnd = 0xFFFFFFFF;
+
+std::vector<BYTE> readDescriptor(const std::string& path) {
+  DWORD size = 0;
+  GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+  std::vector<BYTE> descriptor(size);
+  if (size == 0 || GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(),
+                                    size, &size) == FALSE) {
+    return {};
+  }
+  return descriptor;
+}
+
+// Every old entry but the user's own.
+bool copyOthers(PACL from, DWORD count, PSID user, PACL to) {
+  for (DWORD index = 0; index < count; ++index) {
+    void* entry = nullptr;
+    if (GetAce(from, index, &entry) == FALSE) {
+      return false;
+    }
+    auto* ace = static_cast<ACCESS_ALLOWED_ACE*>(entry);
+    if (EqualSid(&ace->SidStart, user) == FALSE &&
+        AddAce(to, ACL_REVISION, atEnd, ace, ace->Header.AceSize) == FALSE) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool setFlagsOfLast(PACL acl, BYTE flags) {
+  ACL_SIZE_INFORMATION sizes{};
+  void* entry = nullptr;
+  if (GetAclInformation(acl, &sizes, sizeof(sizes), AclSizeInformation) == FALSE ||
+      GetAce(acl, sizes.AceCount - 1, &entry) == FALSE) {
+    return false;
+  }
+  static_cast<ACE_HEADER*>(entry)->AceFlags = flags;
+  return true;
+}
+
+bool addUser(PACL acl, PSID user, DWORD mask, bool isFolder) {
+  if (AddAccessAllowedAce(acl, ACL_REVISION, mask, user) == FALSE) {
+    return false;
+  }
+  return !isFolder || (setFlagsOfLast(acl, OBJECT_INHERIT_ACE | INHERIT_ONLY_ACE) &&
+                       AddAccessAllowedAce(acl, ACL_REVISION, mask, user) != FALSE &&
+                       setFlagsOfLast(acl, CONTAINER_INHERIT_ACE));
+}
+
+bool isFolder(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+}  // namespace
+
+void SetAccess(const std::string& user, const std::string& path, DWORD mask) {
+  std::vector<BYTE> sid = lookUpSid(user);
+  std::vector<BYTE> oldDescriptor = sid.empty() ? sid : readDescriptor(path);
+  SECURITY_DESCRIPTOR newDescriptor{};
+  PACL oldAcl = nullptr;
+  BOOL isPresent = FALSE;
+  BOOL isDefaulted = FALSE;
+  if (oldDescriptor.empty() ||
+      InitializeSecurityDescriptor(&newDescriptor, SECURITY_DESCRIPTOR_REVISION) == FALSE ||
+      GetSecurityDescriptorDacl(oldDescriptor.data(), &isPresent, &oldAcl, &isDefaulted) == FALSE ||
+      isPresent == FALSE || oldAcl == nullptr) {
+    return;
+  }
+  ACL_SIZE_INFORMATION sizes{};
+  if (GetAclInformation(oldAcl, &sizes, sizeof(sizes), AclSizeInformation) == FALSE) {
+    return;
+  }
+  // Room for two entries of the user, each a header, a mask and the identifier.
+  const auto size =
+      static_cast<DWORD>(sizes.AclBytesInUse + 2 * (sid.size() + sizeof(ACCESS_ALLOWED_ACE)) - 4);
+  std::vector<BYTE> newList(size);
+  auto* newAcl = reinterpret_cast<PACL>(newList.data());
+  if (InitializeAcl(newAcl, size, ACL_REVISION) == FALSE || sizes.AceCount == 0 ||
+      !copyOthers(oldAcl, sizes.AceCount, sid.data(), newAcl) ||
+      !addUser(newAcl, sid.data(), mask, isFolder(path)) ||
+      SetSecurityDescriptorDacl(&newDescriptor, TRUE, newAcl, FALSE) == FALSE) {
+    return;
+  }
+  SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, &newDescriptor);
+}
+
+void changepermission(std::string& path) {
+  if (!containsIgnoringCase(path, "$recycle.bin")) {
+    return;
+  }
+  const std::string user = environmentVariable("username");
+  path = std::string(trim(path));
+  SetAccess(user, path, GENERIC_ALL);
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,178 @@
+#include "registry/Hives.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+
+#include "registry/RegistryKey.h"
+#include "runtime/Directory.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+struct HiveName {
+  std::string_view name;
+  HiveHandle handle;
+};
+
+constexpr std::array longNames{
+    HiveName{"HKEY_CLASSES_ROOT", HiveHandle::ClassesRoot},
+    HiveName{"HKEY_CURRENT_USER", HiveHandle::CurrentUser},
+    HiveName{"HKEY_LOCAL_MACHINE", HiveHandle::LocalMachine},
+    HiveName{"HKEY_USERS", HiveHandle::Users},
+    HiveName{"HKEY_PERFORMANCE_DATA", HiveHandle::PerformanceData},
+    HiveName{"HKEY_CURRENT_CONFIG", HiveHandle::CurrentConfig},
+    HiveName{"HKEY_DYN_DATA", HiveHandle::DynData},
+};
+
+constexpr std::array shortNames{
+    HiveName{"HKCU", HiveHandle::CurrentUser}, HiveName{"HKLM", HiveHandle::LocalMachine},
+    HiveName{"HKU", HiveHandle::Users},        HiveName{"HKDD", HiveHandle::Unknown},
+    HiveName{"HKCC", HiveHandle::Unknown},     HiveName{"HKCR", HiveHandle::ClassesRoot},
+};
+
+std::optional<HiveHandle> findHive(const auto& names, std::string_view name) {
+  const auto* found = std::ranges::find(names, name, &HiveName::name);
+  return found == names.end() ? std::nullopt : std::optional(found->handle);
+}
+
+// What the settings' reader makes of a number: hexadecimal text of each byte, last to first, with
+// no leading zero, behind the text that `result` held.
+std::string decimalOfBytes(std::string result, std::string_view bytes) {
+  for (std::size_t position = bytes.size(); position-- > 0;) {
+    std::array<char, 2> digits{};
+    const auto byte = static_cast<unsigned char>(bytes[position]);
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                   static_cast<unsigned>(byte), 16);
+    result.append(digits.data(), end.ptr);
+  }
+  std::uint32_t number = 0;
+  const char* last = result.data() + result.size();
+  const auto parsed = std::from_chars(result.data(), last, number, 16);
+  if (parsed.ec != std::errc() || parsed.ptr != last) {
+    return "&h" + result;  // no number: the format leaves the text as it is
+  }
+  return decimal(static_cast<std::int32_t>(number));
+}
+
+void setValue(Form42& form, std::string fullKey, const std::string& valueName, DWORD type,
+              const void* data, std::size_t size) {
+  auto hive = static_cast<HiveHandle>(form.parsedHive);
+  ParseKey(form.dialogs, fullKey, hive);
+  form.parsedHive = static_cast<std::uint32_t>(hive);
+  if (hive == HiveHandle::Unknown) {
+    return;
+  }
+  const RegistryKey key(hive, fullKey, writeOn32BitView);
+  if (key.isOpen()) {
+    RegSetValueExA(key.handle(), valueName.c_str(), 0, type, static_cast<const BYTE*>(data),
+                   static_cast<DWORD>(size));
+  }
+}
+
+}  // namespace
+
+HKEY systemKey(HiveHandle hive) {
+  // The same widening that the system's own headers give the predefined handles.
+  switch (hive) {
+    case HiveHandle::ClassesRoot:
+      return HKEY_CLASSES_ROOT;
+    case HiveHandle::CurrentUser:
+      return HKEY_CURRENT_USER;
+    case HiveHandle::LocalMachine:
+      return HKEY_LOCAL_MACHINE;
+    case HiveHandle::Users:
+      return HKEY_USERS;
+    case HiveHandle::PerformanceData:
+      return HKEY_PERFORMANCE_DATA;
+    case HiveHandle::CurrentConfig:
+      return HKEY_CURRENT_CONFIG;
+    case HiveHandle::DynData:
+      return HKEY_DYN_DATA;
+    default:
+      return nullptr;
+  }
+}
+
+HiveHandle GetHiveHandle(std::string_view name) {
+  return findHive(longNames, name).value_or(HiveHandle::Unknown);
+}
+
+HiveHandle HiveFromName(std::string_view name) { return GetHiveHandle(name); }
+
+HiveHandle HiveFromShortName(const std::string& name) {
+  if (const auto hive = findHive(shortNames, upperCase(name))) {
+    return *hive;
+  }
+  return Dir(name).empty() ? HiveHandle::Unknown : HiveHandle::hINI;
+}
+
+void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive) {
+  if (!key.starts_with("HKEY_") || key.ends_with('\\')) {
+    dialogs.tell("Incorrect Format:\n\n" + key);
+    return;
+  }
+  const auto backslash = key.find('\\');
+  hive = GetHiveHandle(key.substr(0, backslash));
+  key = backslash == std::string::npos ? std::string() : key.substr(backslash + 1);
+}
+
+bool GetRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
+                  std::string& result) {
+  const RegistryKey open(hive, key, settingsAccess);
+  std::array<char, 1024> buffer{};
+  auto size = static_cast<DWORD>(buffer.size());
+  DWORD type = REG_NONE;
+  if (!open.isOpen() ||
+      RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type,
+                       reinterpret_cast<BYTE*>(buffer.data()), &size) != ERROR_SUCCESS) {
+    result.clear();
+    return false;
+  }
+  std::string_view data(buffer.data(), size);
+  if (data.ends_with('\0')) {
+    data.remove_suffix(1);
+  }
+  if (type == REG_SZ) {
+    result = data;
+  } else if (type == REG_DWORD) {
+    result = decimalOfBytes(result, data);
+  }
+  return true;
+}
+
+bool SaveRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
+                   const std::string& data) {
+  // The class text and the record's length are what this program has always passed.
+  std::array<char, 2> className{"1"};
+  SECURITY_ATTRIBUTES attributes{};
+  attributes.nLength = 50;
+  attributes.bInheritHandle = TRUE;
+  HKEY made = nullptr;
+  DWORD disposition = 0;
+  if (RegCreateKeyExA(systemKey(hive), key.c_str(), 0, className.data(), REG_OPTION_NON_VOLATILE,
+                      settingsAccess, &attributes, &made, &disposition) != ERROR_SUCCESS) {
+    return false;
+  }
+  // The terminator is not counted; the system takes it along.
+  const LONG written =
+      RegSetValueExA(made, valueName.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data.data()),
+                     static_cast<DWORD>(data.size()));
+  RegCloseKey(made);
+  return written == ERROR_SUCCESS;
+}
+
+void SetRegDword(Form42& form, std::string fullKey, const std::string& valueName,
+                 std::int32_t data) {
+  setValue(form, std::move(fullKey), valueName, REG_DWORD, &data, sizeof(data));
+}
+
+void SetRegStringValue(Form42& form, std::string fullKey, const std::string& valueName,
+                       const std::string& data) {
+  setValue(form, std::move(fullKey), valueName, REG_SZ, data.data(), data.size());
+}
+
+}  // namespace zelvreg

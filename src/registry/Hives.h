@@ -1,0 +1,68 @@
+// The names of the hives and their handles, the splitting of a full key path, and the four small
+// routines by which the program keeps its own settings.
+//
+// The settings live in the 32-bit view: none of the opens here carries the flag of the other one.
+#ifndef ZELVREG_REGISTRY_HIVES_H
+#define ZELVREG_REGISTRY_HIVES_H
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// A predefined handle of the system, as the number that it has for a 32-bit process.
+enum class HiveHandle : std::uint32_t {
+  Unknown = 0,  // nothing is done on it
+  hINI = 1,     // the hive text named an existing file, which is read as an INI file
+  ClassesRoot = 0x80000000,
+  CurrentUser = 0x80000001,
+  LocalMachine = 0x80000002,
+  Users = 0x80000003,
+  PerformanceData = 0x80000004,
+  CurrentConfig = 0x80000005,
+  DynData = 0x80000006,
+};
+
+// The same handle for a call of the system.
+HKEY systemKey(HiveHandle hive);
+
+// By the long name ("HKEY_LOCAL_MACHINE"), exactly; Unknown for anything else.
+HiveHandle GetHiveHandle(std::string_view name);
+// The same map, for the text of a chosen root.
+HiveHandle HiveFromName(std::string_view name);
+
+// By the short name ("HKLM") in any case. "HKDD" and "HKCC" are known and give Unknown, so that a
+// request on them fails like one on an unknown hive. Any other text gives hINI if it names a file.
+HiveHandle HiveFromShortName(const std::string& name);
+
+// Splits a full path at its first backslash: `hive` gets the handle of what stands before, `key`
+// keeps what stands behind. A text that does not begin with "HKEY_" or that ends in a backslash
+// shows "Incorrect Format:" and leaves both as they were.
+void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive);
+
+// Reads a value of at most 1024 bytes into `result`. False, and an empty `result`, when the key or
+// the value cannot be read. A REG_SZ gives its text. A REG_DWORD gives the decimal text of its
+// bytes, last to first, written in hexadecimal without padding: exact below 256, and settings
+// that other programs wrote rely on being read the same way. Any other type leaves `result`.
+bool GetRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
+                  std::string& result);
+
+// Writes a REG_SZ, making the key and its parents. True if both worked.
+bool SaveRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
+                   const std::string& data);
+
+// Write to an existing key, named by its full path. They fail silently. A path that ParseKey
+// refuses is looked for under the hive of the path before it.
+void SetRegDword(Form42& form, std::string fullKey, const std::string& valueName,
+                 std::int32_t data);
+void SetRegStringValue(Form42& form, std::string fullKey, const std::string& valueName,
+                       const std::string& data);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,58 @@
+// An open key that closes itself.
+#ifndef ZELVREG_REGISTRY_REGISTRY_KEY_H
+#define ZELVREG_REGISTRY_REGISTRY_KEY_H
+
+#include <windows.h>
+
+#include <string>
+#include <utility>
+
+#include "registry/Hives.h"
+
+namespace zelvreg {
+
+// The rights that the direct routines ask for.
+inline constexpr REGSAM workOn64BitView =
+    319;                                       // query, set, create, enumerate, notify, link, 0x100
+inline constexpr REGSAM workOn32BitView = 63;  // the same without the flag of the 64-bit view
+inline constexpr REGSAM queryOn32BitView = 1;
+inline constexpr REGSAM writeOn32BitView = 0x20006;
+inline constexpr REGSAM settingsAccess = 0x2003F;
+
+class RegistryKey {
+ public:
+  RegistryKey() = default;
+  RegistryKey(HiveHandle hive, const std::string& path, REGSAM access)
+      : status(RegOpenKeyExA(systemKey(hive), path.c_str(), 0, access, &key)) {
+    if (status != ERROR_SUCCESS) {
+      key = nullptr;
+    }
+  }
+  RegistryKey(RegistryKey&& other) noexcept
+      : key(std::exchange(other.key, nullptr)), status(other.status) {}
+  RegistryKey(const RegistryKey&) = delete;
+  RegistryKey& operator=(const RegistryKey&) = delete;
+  RegistryKey& operator=(RegistryKey&&) = delete;
+  ~RegistryKey() { close(); }
+
+  [[nodiscard]] bool isOpen() const { return key != nullptr; }
+  // The answer of the open.
+  [[nodiscard]] LONG openStatus() const { return status; }
+  [[nodiscard]] HKEY handle() const { return key; }
+
+  // The answer of the close; 0 when it is closed already.
+  LONG close() {
+    HKEY open = std::exchange(key, nullptr);
+    return open == nullptr ? ERROR_SUCCESS : RegCloseKey(open);
+  }
+  // Leaves the handle open for good, where leaving it is what is wanted.
+  void abandon() { key = nullptr; }
+
+ private:
+  HKEY key = nullptr;
+  LONG status = ERROR_SUCCESS;
+};
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,120 @@
+#include "registry/RegistryValues.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "registry/RegistryKey.h"
+#include "registry/SubkeyEnumerators.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+RuntimeError unsupportedValueType() { return {1001, "Unsupported value type"}; }
+
+std::string textWithout(const std::vector<BYTE>& data, std::size_t terminators) {
+  const std::size_t length = data.size() < terminators ? 0 : data.size() - terminators;
+  return {data.begin(), data.begin() + static_cast<std::ptrdiff_t>(length)};
+}
+
+std::int32_t numberOf(const std::vector<BYTE>& data) {
+  std::int32_t number = 0;
+  std::memcpy(&number, data.data(), std::min(data.size(), sizeof(number)));
+  return number;
+}
+
+// The value's bytes and type; REG_NONE, and nothing, when it cannot be read.
+std::vector<BYTE> queryValue(HKEY key, const std::string& valueName, DWORD& type) {
+  std::vector<BYTE> data(1024);
+  auto size = static_cast<DWORD>(data.size());
+  type = REG_NONE;
+  LONG status = RegQueryValueExA(key, valueName.c_str(), nullptr, &type, data.data(), &size);
+  if (status == ERROR_MORE_DATA) {
+    data.resize(size);
+    status = RegQueryValueExA(key, valueName.c_str(), nullptr, &type, data.data(), &size);
+  }
+  if (status != ERROR_SUCCESS) {
+    type = REG_NONE;
+    size = 0;
+  }
+  data.resize(size);
+  return data;
+}
+
+// The decimal text as it lies in memory when `size` bytes of it are asked for.
+std::string bytesOfDecimal(std::int64_t number, std::size_t size) {
+  std::string digits = decimal(number);
+  digits.resize(size);
+  return digits;
+}
+
+struct RegistryData {
+  DWORD type;
+  std::string bytes;
+};
+
+std::optional<RegistryData> dataToWrite(const Variant& value) {
+  if (const auto* text = std::get_if<std::string>(&value)) {
+    return RegistryData{REG_SZ, *text};
+  }
+  if (const auto* number = std::get_if<std::int16_t>(&value)) {
+    return RegistryData{REG_DWORD, bytesOfDecimal(*number, 4)};
+  }
+  if (const auto* number = std::get_if<std::int32_t>(&value)) {
+    return RegistryData{REG_DWORD, bytesOfDecimal(*number, 4)};
+  }
+  if (const auto* bytes = std::get_if<std::vector<BYTE>>(&value); bytes != nullptr) {
+    return RegistryData{REG_BINARY,
+                        bytes->empty() ? "" : bytesOfDecimal(bytes->front(), bytes->size())};
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
+                            Variant fallback) {
+  const RegistryKey open(hive, key, workOn64BitView);
+  if (!open.isOpen()) {
+    return {std::move(fallback), std::nullopt};
+  }
+  DWORD type = REG_NONE;
+  std::vector<BYTE> data = queryValue(open.handle(), valueName, type);
+  switch (type) {
+    case REG_SZ:
+    case REG_EXPAND_SZ:
+      return {textWithout(data, 1), std::nullopt};
+    case REG_BINARY:
+      return {std::move(data), std::nullopt};
+    case REG_DWORD:
+      return {numberOf(data), std::nullopt};
+    case REG_MULTI_SZ:
+      return {textWithout(data, 2), std::nullopt};
+    default:
+      return {std::move(fallback), unsupportedValueType()};
+  }
+}
+
+WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
+                             const Variant& value) {
+  const RegistryKey open(hive, key, writeOn32BitView);
+  if (!open.isOpen()) {
+    return {};
+  }
+  const auto data = dataToWrite(value);
+  if (!data) {
+    return {false, unsupportedValueType()};
+  }
+  const LONG status = RegSetValueExA(open.handle(), valueName.c_str(), 0, data->type,
+                                     reinterpret_cast<const BYTE*>(data->bytes.data()),
+                                     static_cast<DWORD>(data->bytes.size()));
+  return {status == ERROR_SUCCESS, std::nullopt};
+}
+
+bool RegKeyExists(HiveHandle hive, const std::string& key) {
+  return RegistryKey(hive, key, workOn64BitView).isOpen();
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,62 @@
+// Reading and writing single values of any type, directly.
+#ifndef ZELVREG_REGISTRY_REGISTRY_VALUES_H
+#define ZELVREG_REGISTRY_REGISTRY_VALUES_H
+
+#include <optional>
+#include <string>
+
+#include "form/Form42.h"
+#include "registry/Hives.h"
+#include "registry/Variant.h"
+
+namespace zelvreg {
+
+// A fault that a routine raises. Callers pass over it, so it is told beside the result.
+struct RuntimeError {
+  int number = 0;
+  std::string text;
+};
+
+// What reading or writing gave, and the fault that was raised on the way, if any.
+struct ReadResult {
+  Variant value;
+  std::optional<RuntimeError> error;
+};
+struct WriteResult {
+  bool isWritten = false;
+  std::optional<RuntimeError> error;
+};
+
+// Reads in the 64-bit view. Text loses one character, its terminator, and keeps variables; a
+// REG_MULTI_SZ loses two and keeps NULs between its texts. An absent key or value gives `fallback`;
+// an absent value or another type raises 1001 besides.
+ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
+                            Variant fallback = {});
+
+// Writes to an existing key in the 32-bit view. Text becomes a REG_SZ. The data
+// of numbers and bytes are the characters of a decimal text: of the number, cut or filled with NULs
+// to 4 bytes; of the first byte, cut or filled to the array's length. What is read back relies on
+// that. Other types raise 1001.
+WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
+                             const Variant& value);
+
+// Whether the key can be opened for work in the 64-bit view.
+bool RegKeyExists(HiveHandle hive, const std::string& key);
+
+// Reads "S"trings, "B"ooleans and "D" numbers in the 32-bit view. `result` is `fallback` unless the
+// read worked. `rc` is 0, 99 for a refused hive text, or the failing call's code, after which the
+// key stays open. On an INI file "S" reads up to 255 characters; any other kind puts the number
+// read into `rc` and leaves `result`.
+void fReadValue(const std::string& hive, const std::string& key, const std::string& valueName,
+                const std::string& kind, const Variant& fallback, Variant& result, LONG& rc);
+
+// Lists the values of a key with their data in the 64-bit view: names into List1, and "name=data"
+// followed by a NUL into `pairs`, for texts, numbers, and binary data below 3 bytes. A failed
+// second reading of a value ends it with that code and leaves the key open. On an INI file `pairs`
+// is the section of that name and `rc` the number of characters read.
+void fEnumValue_old(Form42& form, const std::string& hive, const std::string& key,
+                    std::string& pairs, LONG& rc);
+
+}  // namespace zelvreg
+
+#endif

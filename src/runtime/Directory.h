@@ -1,0 +1,16 @@
+// The runtime's directory look-up.
+#ifndef ZELVREG_RUNTIME_DIRECTORY_H
+#define ZELVREG_RUNTIME_DIRECTORY_H
+
+#include <string>
+
+namespace zelvreg {
+
+// The name, without its folder, of the first plain file that a path or a pattern with "*" and "?"
+// matches. Empty when there is none, for the empty text, for a folder, and for a hidden or system
+// file. A path that the system refuses counts as none: no error comes out.
+std::string Dir(const std::string& pattern);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,22 @@
+// Numbers that are kept as text.
+#ifndef ZELVREG_TEXT_NUMBERS_H
+#define ZELVREG_TEXT_NUMBERS_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace zelvreg {
+
+// The number that a text begins with: blanks, tabs and line ends are passed over wherever they
+// stand, a sign, digits with one decimal point and an exponent ("e" or "d") are read, as are whole
+// numbers in hexadecimal ("&H") and octal ("&O" or "&"). What follows is ignored; a text without a
+// number gives 0. So "12 Problem(s)" is 12 and "1 2" is 12.
+double leadingNumber(std::string_view text);
+
+// Decimal digits, with a minus sign when below 0.
+std::string decimal(std::int64_t number);
+
+}  // namespace zelvreg
+
+#endif

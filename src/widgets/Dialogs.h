@@ -1,0 +1,39 @@
+// What the form asks or tells the user outside its own pages. The front end says how.
+#ifndef ZELVREG_WIDGETS_DIALOGS_H
+#define ZELVREG_WIDGETS_DIALOGS_H
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace zelvreg {
+
+enum class MessageIcon : std::uint8_t { None, Information, Question, Exclamation };
+enum class Answer : std::uint8_t { Ok, Yes, No };
+
+struct UserMessage {
+  std::string text;
+  MessageIcon icon = MessageIcon::None;
+  bool isQuestion = false;  // Yes and No instead of OK
+};
+
+class Dialogs {
+ public:
+  // Shows a message and waits for the answer. Without a front end a message is passed over and a
+  // question is answered No.
+  [[nodiscard]] Answer ask(const UserMessage& message) const {
+    if (show) {
+      return show(message);
+    }
+    return message.isQuestion ? Answer::No : Answer::Ok;
+  }
+  void tell(std::string text, MessageIcon icon = MessageIcon::None) const {
+    static_cast<void>(ask({std::move(text), icon}));
+  }
+
+  std::function<Answer(const UserMessage&)> show;
+};
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,21 @@
+#include "widgets/ListBox.h"
+
+namespace zelvreg {
+
+const std::string& ListBox::text(int position) const {
+  static const std::string outside;
+  return position >= 0 && position < count() ? entries[static_cast<std::size_t>(position)]
+                                             : outside;
+}
+
+void ListBox::add(std::string_view text) {
+  entries.emplace_back(text.substr(0, text.find('\0')));
+  changed(Change::Rows);
+}
+
+void ListBox::clear() {
+  entries.clear();
+  changed(Change::Rows);
+}
+
+}  // namespace zelvreg

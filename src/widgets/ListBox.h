@@ -1,0 +1,35 @@
+// Lists of plain texts.
+#ifndef ZELVREG_WIDGETS_LIST_BOX_H
+#define ZELVREG_WIDGETS_LIST_BOX_H
+
+#include <string>
+#include <vector>
+
+#include "widgets/Control.h"
+
+namespace zelvreg {
+
+// A list in the order of adding. Positions count from 0.
+class ListBox : public Control {
+ public:
+  [[nodiscard]] int count() const { return static_cast<int>(entries.size()); }
+  // The empty text outside the list.
+  [[nodiscard]] const std::string& text(int position) const;
+
+  // An entry ends at its first NUL.
+  void add(std::string_view text);
+  void clear();
+
+ private:
+  std::vector<std::string> entries;
+};
+
+// A list to choose one text from, or to type one that is not in it.
+class ComboBox : public ListBox {
+ public:
+  Property<std::string, Change::Text> chosen{*this, {}};
+};
+
+}  // namespace zelvreg
+
+#endif

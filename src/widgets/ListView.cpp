@@ -1,0 +1,156 @@
+#include "widgets/ListView.h"
+
+#include <utility>
+
+namespace zelvreg {
+namespace {
+
+const std::string outside;
+
+std::string cellText(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
+
+}  // namespace
+
+ListView::ListView(const ImageList& smallIcons, std::vector<ColumnHeader> headers)
+    : icons(smallIcons), columns(std::move(headers)) {}
+
+std::size_t ListView::add(std::string_view text) {
+  Row& row = rows.emplace_back();
+  row.text = cellText(text);
+  changed(Change::Rows, rows.size());
+  return rows.size();
+}
+
+void ListView::remove(std::size_t row) {
+  if (find(row) == nullptr) {
+    return;
+  }
+  rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row - 1));
+  if (selected == row) {
+    selected = 0;
+  } else if (selected > row) {
+    --selected;
+  }
+  changed(Change::Rows, row);
+}
+
+void ListView::clear() {
+  rows.clear();
+  selected = 0;
+  inView = 0;
+  changed(Change::Rows);
+}
+
+const std::string& ListView::text(std::size_t row, std::size_t column) const {
+  if (column == 0) {
+    const Row* found = find(row);
+    return found == nullptr ? outside : found->text;
+  }
+  const SubItem* subItem = findSubItem(row, column);
+  return subItem == nullptr ? outside : subItem->text;
+}
+
+void ListView::setText(std::size_t row, std::size_t column, std::string_view text) {
+  Row* found = find(row);
+  if (found == nullptr || column >= columns.size()) {
+    return;
+  }
+  if (column == 0) {
+    found->text = cellText(text);
+  } else {
+    if (found->subItems.size() < column) {
+      found->subItems.resize(column);
+    }
+    found->subItems[column - 1].text = cellText(text);
+  }
+  changed(Change::Row, row);
+}
+
+void ListView::addSubItem(std::size_t row, std::size_t position, std::string_view text,
+                          std::string_view reportIcon) {
+  Row* found = find(row);
+  if (found == nullptr || position == 0 || position > found->subItems.size() + 1) {
+    return;
+  }
+  found->subItems.insert(found->subItems.begin() + static_cast<std::ptrdiff_t>(position - 1),
+                         SubItem{cellText(text), std::string(reportIcon)});
+  changed(Change::Row, row);
+}
+
+const std::string& ListView::reportIcon(std::size_t row, std::size_t column) const {
+  const SubItem* subItem = findSubItem(row, column);
+  return subItem == nullptr ? outside : subItem->reportIcon;
+}
+
+const std::string& ListView::smallIcon(std::size_t row) const {
+  const Row* found = find(row);
+  return found == nullptr ? outside : found->smallIcon;
+}
+
+void ListView::setSmallIcon(std::size_t row, std::string_view key) {
+  Row* found = find(row);
+  if (found != nullptr && icons.holds(key)) {
+    found->smallIcon = key;
+    changed(Change::Row, row);
+  }
+}
+
+bool ListView::isChecked(std::size_t row) const {
+  const Row* found = find(row);
+  return found != nullptr && found->isChecked;
+}
+
+void ListView::setChecked(std::size_t row, bool checked) {
+  if (Row* found = find(row)) {
+    found->isChecked = checked;
+    changed(Change::Checks, row);
+  }
+}
+
+std::uint32_t ListView::rowColor(std::size_t row) const {
+  const Row* found = find(row);
+  return found == nullptr ? 0 : found->color;
+}
+
+void ListView::setRowColor(std::size_t row, std::uint32_t color) {
+  if (Row* found = find(row)) {
+    found->color = color;
+    changed(Change::Row, row);
+  }
+}
+
+void ListView::select(std::size_t row) {
+  selected = find(row) == nullptr ? 0 : row;
+  changed(Change::Selection, selected);
+}
+
+void ListView::ensureVisible(std::size_t row) {
+  if (find(row) != nullptr) {
+    inView = row;
+    changed(Change::Scroll, row);
+  }
+}
+
+void ListView::setColumnHeader(std::size_t column, std::string_view text) {
+  if (column >= 1 && column <= columns.size()) {
+    columns[column - 1].text = cellText(text);
+    changed(Change::Text);
+  }
+}
+
+const ListView::Row* ListView::find(std::size_t row) const {
+  return row >= 1 && row <= rows.size() ? &rows[row - 1] : nullptr;
+}
+
+ListView::Row* ListView::find(std::size_t row) {
+  return const_cast<Row*>(std::as_const(*this).find(row));
+}
+
+const ListView::SubItem* ListView::findSubItem(std::size_t row, std::size_t column) const {
+  const Row* found = find(row);
+  return found != nullptr && column >= 1 && column <= found->subItems.size()
+             ? &found->subItems[column - 1]
+             : nullptr;
+}
+
+}  // namespace zelvreg

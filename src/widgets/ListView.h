@@ -1,0 +1,99 @@
+// A list of rows with columns, check boxes and small icons: the only store of what it shows.
+//
+// Rows count from 1. Column 0 is the item's own text, column n its sub-item n. Nothing fails:
+// reading outside the list gives the empty text, false or 0, writing there does nothing. A cell
+// ends at its first NUL when it is set.
+#ifndef ZELVREG_WIDGETS_LIST_VIEW_H
+#define ZELVREG_WIDGETS_LIST_VIEW_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "widgets/Control.h"
+#include "widgets/ImageList.h"
+
+namespace zelvreg {
+
+enum class Alignment : std::uint8_t { Left, Right };
+
+struct ColumnHeader {
+  std::string text;
+  int width = 0;
+  Alignment alignment = Alignment::Left;
+};
+
+class ListView : public Control {
+ public:
+  // `smallIcons` is not owned and outlives the list.
+  ListView(const ImageList& smallIcons, std::vector<ColumnHeader> headers);
+
+  [[nodiscard]] std::size_t count() const { return rows.size(); }
+  // Appends a row, unchecked, and gives its number.
+  std::size_t add(std::string_view text);
+  void remove(std::size_t row);
+  void clear();
+
+  [[nodiscard]] const std::string& text(std::size_t row, std::size_t column) const;
+  // A column that the list does not have is outside it.
+  void setText(std::size_t row, std::size_t column, std::string_view text);
+
+  // Puts a new sub-item at a position, moving those from there on back by one; the cell of that
+  // column shows the new one. A position more than one behind the last is refused.
+  void addSubItem(std::size_t row, std::size_t position, std::string_view text,
+                  std::string_view reportIcon);
+  [[nodiscard]] const std::string& reportIcon(std::size_t row, std::size_t column) const;
+
+  [[nodiscard]] const std::string& smallIcon(std::size_t row) const;
+  // A key that the image list does not hold is refused: the row keeps the icon that it had.
+  void setSmallIcon(std::size_t row, std::string_view key);
+
+  [[nodiscard]] bool isChecked(std::size_t row) const;
+  void setChecked(std::size_t row, bool checked);
+
+  [[nodiscard]] std::uint32_t rowColor(std::size_t row) const;
+  void setRowColor(std::size_t row, std::uint32_t color);
+
+  // The highlighted row, 0 for none.
+  [[nodiscard]] std::size_t selectedRow() const { return selected; }
+  void select(std::size_t row);
+
+  // The row last scrolled into view, 0 before the first.
+  [[nodiscard]] std::size_t rowInView() const { return inView; }
+  void ensureVisible(std::size_t row);
+
+  void setFocus() const { changed(Change::Focus); }
+
+  [[nodiscard]] const std::vector<ColumnHeader>& columnHeaders() const { return columns; }
+  // `column` counts from 1, the item's own text being column 1.
+  void setColumnHeader(std::size_t column, std::string_view text);
+
+ private:
+  struct SubItem {
+    std::string text;
+    std::string reportIcon;
+  };
+  struct Row {
+    std::string text;
+    std::vector<SubItem> subItems;
+    std::string smallIcon;
+    std::uint32_t color = windowTextColor;
+    bool isChecked = false;
+  };
+
+  [[nodiscard]] const Row* find(std::size_t row) const;
+  [[nodiscard]] Row* find(std::size_t row);
+  [[nodiscard]] const SubItem* findSubItem(std::size_t row, std::size_t column) const;
+
+  const ImageList& icons;
+  std::vector<ColumnHeader> columns;
+  std::vector<Row> rows;
+  std::size_t selected = 0;
+  std::size_t inView = 0;
+};
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,34 @@
+#include "widgets/MessageQueue.h"
+
+#include <windows.h>
+
+#include <utility>
+
+namespace zelvreg {
+
+void Timer::enable(bool enabled) {
+  running = enabled;
+  due = GetTickCount64() + interval;
+}
+
+void MessageQueue::doEvents() {
+  // Taking an empty queue out would cost more than all else here.
+  if (!pending.empty()) {
+    for (const auto& work : std::exchange(pending, {})) {
+      work();
+    }
+  }
+  for (Timer* timer : timers) {
+    if (timer->running && GetTickCount64() >= timer->due) {
+      timer->due = GetTickCount64() + timer->interval;
+      if (timer->onTick) {
+        timer->onTick();
+      }
+    }
+  }
+  if (serveHost) {
+    serveHost();
+  }
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,262 @@
+// How the registry answers, on the same export of it: what the emulated computer may not do
+// differently from Windows.
+#include <windows.h>
+
+#include <array>
+
+#include "registry/Deletion.h"
+#include "registry/RegistryKey.h"
+#include "registry/RegistryValues.h"
+#include "registry/StdRegProv.h"
+#include "registry/SubkeyEnumerators.h"
+#include "registry/View64.h"
+#include "scan/Resolver.h"
+#include "support/ComputerFixture.h"
+
+namespace zelvreg {
+namespace {
+
+using Names = std::vector<std::string>;
+
+const std::string place = "SOFTWARE\\Conformance";
+const std::string types = "SOFTWARE\\Conformance\\Types";
+const std::string class64 = "{00000000-0000-0000-0000-00000000C064}";
+const std::string class32 = "{00000000-0000-0000-0000-00000000C032}";
+
+class RegistryConformance : public fixture::ComputerFixture {
+ protected:
+  static LONG open(HiveHandle hive, const std::string& path, REGSAM access) {
+    return RegistryKey(hive, path, access).openStatus();
+  }
+
+  // The text of a value as a direct read in one view gives it.
+  static std::string read(const std::string& path, const std::string& name, REGSAM view) {
+    const RegistryKey key(HiveHandle::LocalMachine, path, KEY_QUERY_VALUE | view);
+    std::array<char, 256> data{};
+    DWORD size = 255;
+    RegQueryValueExA(key.handle(), name.c_str(), nullptr, nullptr,
+                     reinterpret_cast<BYTE*>(data.data()), &size);
+    return data.data();
+  }
+
+  // The names that enumerating a key gives.
+  static Names subkeys(HiveHandle hive, const std::string& path, REGSAM view) {
+    const RegistryKey key(hive, path, KEY_ENUMERATE_SUB_KEYS | view);
+    Names names;
+    std::array<char, 256> name{};
+    for (DWORD index = 0; RegEnumKeyA(key.handle(), index, name.data(), 256) == ERROR_SUCCESS;
+         ++index) {
+      names.emplace_back(name.data());
+    }
+    return names;
+  }
+
+  static LONG query(const std::string& name, void* data, DWORD& size, DWORD& type) {
+    const RegistryKey key(HiveHandle::LocalMachine, types, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
+    return RegQueryValueExA(key.handle(), name.c_str(), nullptr, &type, static_cast<BYTE*>(data),
+                            &size);
+  }
+};
+
+TEST_F(RegistryConformance, WithoutAFlagTheProcessSeesThe32BitView) {
+  EXPECT_EQ(read(place, "View", 0), "32");
+  EXPECT_EQ(read(place, "View", KEY_WOW64_32KEY), "32");
+  EXPECT_EQ(read(place, "View", KEY_WOW64_64KEY), "64");
+}
+
+TEST_F(RegistryConformance, The32BitKeysHaveAPathOfTheirOwnInBothViews) {
+  EXPECT_EQ(read("SOFTWARE\\Wow6432Node\\Conformance", "View", KEY_WOW64_64KEY), "32");
+  EXPECT_EQ(read("SOFTWARE\\Wow6432Node\\Conformance", "View", 0), "32");
+}
+
+TEST_F(RegistryConformance, NamesAreFoundInAnyCaseAndABackslashAtTheEndIsPassedOver) {
+  EXPECT_EQ(read("software\\CONFORMANCE", "vIEW", KEY_WOW64_64KEY), "64");
+  EXPECT_EQ(read(place + "\\", "View", KEY_WOW64_64KEY), "64");
+}
+
+TEST_F(RegistryConformance, APathThatBeginsWithABackslashIsABadName) {
+  EXPECT_EQ(open(HiveHandle::LocalMachine, "\\" + place, KEY_READ), ERROR_BAD_PATHNAME);
+}
+
+TEST_F(RegistryConformance, AMissingKeyAndAnUnknownHandleHaveTheirCodes) {
+  EXPECT_EQ(open(HiveHandle::LocalMachine, place + "\\None\\Deeper", KEY_READ),
+            ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(open(HiveHandle::Unknown, place, KEY_READ), ERROR_INVALID_HANDLE);
+}
+
+TEST_F(RegistryConformance, AnEmptySubkeyIsTheKeyItself) {
+  const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
+  HKEY same = nullptr;
+  ASSERT_EQ(RegOpenKeyExA(key.handle(), "", 0, KEY_READ, &same), ERROR_SUCCESS);
+  EXPECT_EQ(RegCloseKey(same), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryConformance, SubkeysComeInUpperCaseOrderAsTheyAreWritten) {
+  EXPECT_EQ(subkeys(HiveHandle::LocalMachine, place, KEY_WOW64_64KEY),
+            (Names{"alpha", "Beta", "Gamma", "Types"}));
+  EXPECT_EQ(subkeys(HiveHandle::LocalMachine, place, 0), (Names{"Only32"}));
+}
+
+TEST_F(RegistryConformance, TheClassesAreSharedButForTheirTwoRedirectedKeys) {
+  EXPECT_EQ(open(HiveHandle::ClassesRoot, ".conformance", KEY_READ), ERROR_SUCCESS);
+  EXPECT_EQ(open(HiveHandle::LocalMachine, "SOFTWARE\\Classes\\.conformance", KEY_READ),
+            ERROR_SUCCESS);
+  EXPECT_EQ(open(HiveHandle::ClassesRoot, "CLSID\\" + class32, KEY_READ), ERROR_SUCCESS);
+  EXPECT_EQ(open(HiveHandle::ClassesRoot, "CLSID\\" + class64, KEY_READ), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(open(HiveHandle::ClassesRoot, "CLSID\\" + class64, KEY_READ | KEY_WOW64_64KEY),
+            ERROR_SUCCESS);
+}
+
+TEST_F(RegistryConformance, TheUsersKeysAreReachedByTheirHive) {
+  EXPECT_EQ(GetKeyValue64(form, "HKCU", "Software\\Conformance", "Owner"), "the user");
+}
+
+TEST_F(RegistryConformance, ATooSmallBufferIsToldTheSizeThatIsNeeded) {
+  std::array<char, 4> small{};
+  auto size = static_cast<DWORD>(small.size());
+  DWORD type = 0;
+  EXPECT_EQ(query("Text", small.data(), size, type), ERROR_MORE_DATA);
+  EXPECT_EQ(size, 6U);
+  EXPECT_EQ(type, REG_SZ);
+  size = 0;
+  EXPECT_EQ(query("Text", nullptr, size, type), ERROR_SUCCESS);
+  EXPECT_EQ(size, 6U);
+}
+
+TEST_F(RegistryConformance, ValuesHaveTheirTypesAndBytes) {
+  const std::vector<std::pair<const char*, std::string>> expected{
+      {"", std::string("1the default\0", 13)},
+      {"Text", std::string("1plain\0", 7)},
+      {"Expand", std::string("2%windir%\\a\0", 12)},
+      {"Number", std::string("4\2\1\0\0", 5)},
+      {"Binary", std::string("3\1\2\3", 4)},
+      {"Multi", std::string("7a\0b\0\0", 6)},
+      {"Empty", std::string("1\0", 2)},
+      {"None", "0"},
+  };
+  for (const auto& [name, typeAndBytes] : expected) {
+    std::string data(64, '\0');
+    DWORD size = 64;
+    DWORD type = 0;
+    ASSERT_EQ(query(name, data.data(), size, type), ERROR_SUCCESS) << name;
+    EXPECT_EQ(std::to_string(type) + data.substr(0, size), typeAndBytes) << name;
+  }
+}
+
+TEST_F(RegistryConformance, EnumeratingPastTheEndSaysSo) {
+  const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
+  std::array<char, 256> name{};
+  DWORD size = 256;
+  EXPECT_EQ(RegEnumKeyA(key.handle(), 4, name.data(), 256), ERROR_NO_MORE_ITEMS);
+  EXPECT_EQ(RegEnumValueA(key.handle(), 1, name.data(), &size, nullptr, nullptr, nullptr, nullptr),
+            ERROR_NO_MORE_ITEMS);
+}
+
+TEST_F(RegistryConformance, ANameThatDoesNotFitSaysThatThereIsMore) {
+  const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
+  std::array<char, 5> name{};
+  EXPECT_EQ(RegEnumKeyA(key.handle(), 0, name.data(), 5), ERROR_MORE_DATA);
+}
+
+TEST_F(RegistryConformance, AKeyWithSubkeysCannotBeDeleted) {
+  const RegistryKey parent(HiveHandle::LocalMachine, "SOFTWARE", KEY_READ | KEY_WOW64_64KEY);
+  EXPECT_EQ(RegDeleteKeyA(parent.handle(), "Conformance"), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(RegDeleteKeyA(parent.handle(), "NoneAtAll"), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(RegistryConformance, AClosedHandleIsInvalid) {
+  RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ);
+  HKEY handle = key.handle();
+  ASSERT_EQ(key.close(), ERROR_SUCCESS);
+  DWORD size = 0;
+  EXPECT_EQ(RegQueryValueExA(handle, "View", nullptr, nullptr, nullptr, &size),
+            ERROR_INVALID_HANDLE);
+}
+
+TEST_F(RegistryConformance, ADeletedKeySaysSoThroughItsHandle) {
+  const std::string path = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Conformance deleted";
+  emptyKey(path);
+  const RegistryKey key(HiveHandle::LocalMachine, "SOFTWARE\\Conformance deleted",
+                        KEY_ALL_ACCESS | KEY_WOW64_64KEY);
+  removeKey(path);
+  EXPECT_EQ(RegSetValueExA(key.handle(), "a", 0, REG_SZ, nullptr, 0), ERROR_KEY_DELETED);
+}
+
+TEST_F(RegistryConformance, TheProviderReadsTheViewThatItWasConnectedFor) {
+  std::string value;
+  for (const auto& [architecture, expected] :
+       std::vector<std::pair<ProviderArchitecture, std::string>>{
+           {ProviderArchitecture::Bits64, "64"}, {ProviderArchitecture::Bits32, "32"}}) {
+    const auto provider = connectStdRegProv(architecture);
+    EXPECT_EQ(provider->getStringValue(HiveHandle::LocalMachine, place, "View", value), 0);
+    EXPECT_EQ(value, expected);
+  }
+}
+
+TEST_F(RegistryConformance, TheProviderListsNamedValuesOnly) {
+  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+  std::optional<Names> names;
+  std::vector<DWORD> valueTypes;
+  EXPECT_EQ(provider->enumValues(HiveHandle::LocalMachine, types, names, valueTypes), 0);
+  ASSERT_TRUE(names.has_value());
+  EXPECT_EQ(names->size(), 9U);
+  EXPECT_EQ(valueTypes.size(), 9U);
+}
+
+TEST_F(RegistryConformance, TheProviderHasNoListForAKeyWithoutValues) {
+  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+  std::optional<Names> names;
+  std::vector<DWORD> valueTypes;
+  EXPECT_EQ(provider->enumValues(HiveHandle::LocalMachine, place + "\\alpha", names, valueTypes),
+            0);
+  EXPECT_FALSE(names.has_value());
+  EXPECT_NE(provider->enumValues(HiveHandle::LocalMachine, place + "\\None", names, valueTypes), 0);
+}
+
+TEST_F(RegistryConformance, TheProviderGivesTextsOnly) {
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Text"), "plain");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Expand"), "%windir%\\a");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Number"), "");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, ""), "the default");
+}
+
+TEST_F(RegistryConformance, ATextBecomesNarrowThroughTheCodePage) {
+  if (GetACP() != 1252) {
+    GTEST_SKIP() << "the export's letters are those of code page 1252";
+  }
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Accents"), "gr\xFCn");
+}
+
+TEST_F(RegistryConformance, SettingsReadersSeeTheSameValues) {
+  std::string text;
+  EXPECT_TRUE(GetRegString(HiveHandle::LocalMachine, place, "View", text));
+  EXPECT_EQ(text, "32");
+  EXPECT_EQ(GetRegistryValue(HiveHandle::LocalMachine, place, "View").value, Variant("64"));
+}
+
+TEST_F(RegistryConformance, EnumeratorsSeeTheTrueView) {
+  std::string names;
+  LONG rc = -1;
+  fEnumKey(form, "HKLM", place, names, rc);
+  EXPECT_EQ(fixture::entriesOf(form.List1), (Names{"alpha", "Beta", "Gamma", "Types"}));
+}
+
+TEST_F(RegistryConformance, VariablesExpandAsForA32BitProcess) {
+  std::string path = "%ProgramFiles%\\a";
+  EXPECT_EQ(GetPath(form, path), std::string("C:\\Program Files\\a\0", 19));
+  std::array<char, 260> expanded{};
+  ExpandEnvironmentStringsA("%ProgramFiles%|%none%|%", expanded.data(), 260);
+  EXPECT_STREQ(expanded.data(), "C:\\Program Files (x86)|%none%|%");
+}
+
+TEST_F(RegistryConformance, TheSystemFolderIsRedirected) {
+  makeFile("C:\\Windows\\Sysnative\\conformance64.txt");
+  makeFile("C:\\Windows\\System32\\conformance32.txt");
+  EXPECT_NE(GetFileAttributesA("C:\\Windows\\SysWOW64\\conformance32.txt"),
+            INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetFileAttributesA("C:\\Windows\\System32\\conformance64.txt"),
+            INVALID_FILE_ATTRIBUTES);
+}
+
+}  // namespace
+}  // namespace zelvreg

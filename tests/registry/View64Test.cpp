@@ -1,0 +1,176 @@
+#include "registry/View64.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "registry/StdRegProv.h"
+#include "support/ComputerFixture.h"
+
+namespace zelvreg {
+namespace {
+
+using fixture::entriesOf;
+using Names = std::vector<std::string>;
+
+const std::string place = "SOFTWARE\\View64Test";
+const std::string key64 = "HKEY_LOCAL_MACHINE\\SOFTWARE\\View64Test";
+const std::string key32 = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\View64Test";
+
+// Values are listed in the order of making or of names, as the system does it.
+Names sorted(Names names) {
+  std::ranges::sort(names);
+  return names;
+}
+
+class View64Test : public fixture::ComputerFixture {
+ protected:
+  View64Test() {
+    emptyKey(key64);
+    emptyKey(key32);
+  }
+  std::string values;
+  LONG rc = -1;
+};
+
+TEST_F(View64Test, NamesOfTheTrueViewAreAddedBehindWhatTheListHolds) {
+  setText(key64, "b", "1");
+  setNumber(key64, "a", 2);
+  setText(key32, "only32", "3");
+  form.List1.add("before");
+  fEnumValue(form, "HKLM", place, values, rc);
+  const Names listed = entriesOf(form.List1);
+  ASSERT_EQ(listed.size(), 3U);
+  EXPECT_EQ(listed.front(), "before");
+  EXPECT_EQ(sorted({listed[1], listed[2]}), (Names{"a", "b"}));
+}
+
+TEST_F(View64Test, TheOtherListIsFilledInTheSameWay) {
+  setText(key64, "a", "1");
+  fEnumValue4(form, "hklm", place, values, rc);
+  EXPECT_EQ(entriesOf(form.List7), (Names{"a"}));
+  EXPECT_EQ(form.List1.count(), 0);
+}
+
+TEST_F(View64Test, TheUnnamedValueIsNotListed) {
+  setText(key64, "", "the default");
+  setText(key64, "a", "1");
+  fEnumValue(form, "HKLM", place, values, rc);
+  EXPECT_EQ(entriesOf(form.List1), (Names{"a"}));
+}
+
+TEST_F(View64Test, AKeyWithoutValuesAndAMissingKeyAddNothingAndGiveNoCode) {
+  fEnumValue(form, "HKLM", place, values, rc);
+  fEnumValue(form, "HKLM", place + "\\None", values, rc);
+  fEnumValue(form, "HKCC", place, values, rc);
+  EXPECT_EQ(form.List1.count(), 0);
+  EXPECT_EQ(rc, -1);
+}
+
+TEST_F(View64Test, ATextIsReadInTheTrueView) {
+  setText(key64, "Where", "64");
+  setText(key32, "Where", "32");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Where"), "64");
+}
+
+TEST_F(View64Test, AnEmptyNameReadsTheDefaultValue) {
+  setText(key64, "", "the default");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, ""), "the default");
+}
+
+TEST_F(View64Test, WhatCannotBeReadIsTheEmptyText) {
+  setText(key64, "Where", "64");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "None"), "");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place + "\\None", "Where"), "");
+  EXPECT_EQ(GetKeyValue64(form, "HKCC", place, "Where"), "");
+}
+
+TEST_F(View64Test, VariablesAreNotExpanded) {
+  setText(key64, "Expand", "%windir%\\a", REG_EXPAND_SZ);
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Expand"), "%windir%\\a");
+}
+
+TEST_F(View64Test, AnyOtherTypeIsTheEmptyText) {
+  setNumber(key64, "Number", 0x00414141);
+  setBytes(key64, "Binary", REG_BINARY, "abc");
+  setBytes(key64, "Multi", REG_MULTI_SZ, std::string("a\0b\0\0", 5));
+  for (const char* name : {"Number", "Binary", "Multi"}) {
+    EXPECT_EQ(GetKeyValue64(form, "HKLM", place, name), "") << name;
+  }
+}
+
+TEST_F(View64Test, ATextWithoutATerminatorKeepsItsLastCharacter) {
+  setBytes(key64, "Unterminated", REG_SZ, "abc");
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Unterminated"), "abc");
+}
+
+TEST_F(View64Test, ALongTextIsReadWhole) {
+  setText(key64, "Long", std::string(3000, 'x'));
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Long"), std::string(3000, 'x'));
+}
+
+TEST_F(View64Test, OnA32BitSystemTheOnlyViewIsThe32BitOne) {
+  setText(key32, "Where", "32");
+  form.Is64BitOS = false;
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Where"), "32");
+  fEnumValue(form, "HKLM", place, values, rc);
+  EXPECT_EQ(entriesOf(form.List1), (Names{"Where"}));
+}
+
+TEST_F(View64Test, AProviderWithoutAnArchitectureWorksInThe32BitView) {
+  setText(key64, "Where", "64");
+  setText(key32, "Where", "32");
+  const auto provider = connectStdRegProv(ProviderArchitecture::Default);
+  std::string value;
+  ASSERT_EQ(provider->getStringValue(HiveHandle::LocalMachine, place, "Where", value), 0);
+  EXPECT_EQ(value, "32");
+}
+
+TEST_F(View64Test, TheProviderExpandsVariablesWhenAskedTo) {
+  setText(key64, "Expand", "%SystemDrive%\\a", REG_EXPAND_SZ);
+  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+  std::string value;
+  ASSERT_EQ(provider->getExpandedStringValue(HiveHandle::LocalMachine, place, "Expand", value), 0);
+  EXPECT_EQ(value, "C:\\a");
+}
+
+TEST_F(View64Test, TheProviderListsSubkeysAndRefusesToDeleteAKeyThatHasSome) {
+  makeKey(key64 + "\\b\\below");
+  makeKey(key64 + "\\a");
+  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+  std::optional<std::vector<std::string>> names;
+  EXPECT_EQ(provider->enumKey(HiveHandle::LocalMachine, place, names), 0);
+  EXPECT_EQ(names.value_or(Names{}), (Names{"a", "b"}));
+  EXPECT_NE(provider->deleteKey(HiveHandle::LocalMachine, place + "\\b"), 0);
+  EXPECT_EQ(provider->deleteKey(HiveHandle::LocalMachine, place + "\\a"), 0);
+  EXPECT_FALSE(hasKey(key64 + "\\a"));
+  EXPECT_TRUE(hasKey(key64 + "\\b"));
+}
+
+TEST_F(View64Test, DeletingSubkeysLeavesTheFirstLevelAndSoTheKey) {
+  // Listed in the 32-bit view, deleted below in the 64-bit one.
+  makeKey(key32 + "\\a");
+  makeKey(key64 + "\\a\\below");
+  DeleteSubkeys2(form, HiveHandle::LocalMachine, place);
+  EXPECT_TRUE(hasKey(key64 + "\\a"));
+  EXPECT_FALSE(hasKey(key64 + "\\a\\below"));
+  EXPECT_TRUE(hasKey(key32));
+}
+
+TEST_F(View64Test, DeletingSubkeysOfAKeyWithoutAnyDeletesTheKey) {
+  DeleteSubkeys2(form, HiveHandle::LocalMachine, place);
+  EXPECT_FALSE(hasKey(key32));
+  EXPECT_TRUE(hasKey(key64));
+}
+
+TEST_F(View64Test, TheTwoIdleWalksChangeNothing) {
+  setText(key64, "a", "1");
+  makeKey(key32 + "\\a\\b");
+  EnumerateKeys(form, HiveHandle::LocalMachine, place);
+  zelvreg::test(form, "HKLM", place, rc);
+  EXPECT_EQ(rc, -1);
+  EXPECT_EQ(form.List1.count(), 0);
+  EXPECT_TRUE(hasKey(key32 + "\\a\\b"));
+}
+
+}  // namespace
+}  // namespace zelvreg

@@ -1,0 +1,95 @@
+#include <windows.h>
+
+#include "runtime/Directory.h"
+#include "runtime/Environment.h"
+#include "runtime/FileSystemObject.h"
+#include "runtime/FileText.h"
+#include "support/ComputerFixture.h"
+
+namespace zelvreg {
+namespace {
+
+using fileSystemObject::TextStream;
+
+class RuntimeTest : public fixture::ComputerFixture {};
+
+TEST_F(RuntimeTest, DirGivesTheNameOfAFile) {
+  makeFile("C:\\Runtime\\Some File.txt");
+  EXPECT_EQ(Dir("C:\\Runtime\\Some File.txt"), "Some File.txt");
+  EXPECT_EQ(Dir("C:\\Runtime\\*.txt"), "Some File.txt");
+}
+
+TEST_F(RuntimeTest, DirIsEmptyForWhatIsNoPlainFile) {
+  makeFolder("C:\\Runtime\\Folder");
+  EXPECT_EQ(Dir(""), "");
+  EXPECT_EQ(Dir("C:\\Runtime\\Folder"), "");
+  EXPECT_EQ(Dir("C:\\Runtime\\*.none"), "");
+  EXPECT_EQ(Dir("C:\\NoSuchFolder\\a"), "");
+  EXPECT_EQ(Dir("|"), "");
+}
+
+TEST_F(RuntimeTest, DirPassesOverHiddenAndSystemFiles) {
+  makeFile("C:\\RuntimeHidden\\a.hid");
+  makeFile("C:\\RuntimeHidden\\b.hid");
+  SetFileAttributesA("C:\\RuntimeHidden\\a.hid", FILE_ATTRIBUTE_HIDDEN);
+  EXPECT_EQ(Dir("C:\\RuntimeHidden\\a.hid"), "");
+  EXPECT_EQ(Dir("C:\\RuntimeHidden\\*.hid"), "b.hid");
+  SetFileAttributesA("C:\\RuntimeHidden\\b.hid", FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_HIDDEN);
+  EXPECT_EQ(Dir("C:\\RuntimeHidden\\*.hid"), "");
+}
+
+TEST_F(RuntimeTest, AFileIsNoFolderAndAFolderIsNoFile) {
+  makeFile("C:\\Runtime\\kind.txt");
+  EXPECT_TRUE(fileSystemObject::fileExists("C:\\Runtime\\kind.txt"));
+  EXPECT_FALSE(fileSystemObject::folderExists("C:\\Runtime\\kind.txt"));
+  EXPECT_FALSE(fileSystemObject::fileExists("C:\\Runtime"));
+  EXPECT_TRUE(fileSystemObject::folderExists("C:\\Runtime"));
+}
+
+TEST_F(RuntimeTest, APathEndsAtItsFirstNul) {
+  makeFile("C:\\Runtime\\nul.txt");
+  EXPECT_TRUE(fileSystemObject::fileExists(std::string("C:\\Runtime\\nul.txt\0rest", 24)));
+}
+
+TEST_F(RuntimeTest, NothingExistsOnADriveThatTheComputerDoesNotHave) {
+  EXPECT_FALSE(fileSystemObject::fileExists("Q:\\a.txt"));
+  EXPECT_FALSE(fileSystemObject::folderExists("Q:\\"));
+}
+
+TEST_F(RuntimeTest, ATextIsReadLineByLineWhicheverItsLineEnds) {
+  makeFile("C:\\Runtime\\lines.txt", "one\r\ntwo\n\nlast");
+  auto stream = TextStream::openTextFile("C:\\Runtime\\lines.txt");
+  std::vector<std::string> lines;
+  while (!stream.atEndOfStream()) {
+    lines.push_back(stream.readLine());
+  }
+  EXPECT_EQ(lines, (std::vector<std::string>{"one", "two", "", "last"}));
+  EXPECT_EQ(stream.readLine(), "");
+}
+
+TEST_F(RuntimeTest, AMissingTextIsAtItsEnd) {
+  EXPECT_TRUE(TextStream::openTextFile("C:\\Runtime\\none.txt").atEndOfStream());
+  EXPECT_FALSE(readFileText("C:\\Runtime\\none.txt").has_value());
+}
+
+TEST_F(RuntimeTest, AWholeFileIsReadHoweverLongItIs) {
+  const std::string content(200000, 'z');
+  makeFile("C:\\Runtime\\long.txt", content);
+  EXPECT_EQ(readFileText("C:\\Runtime\\long.txt"), content);
+}
+
+TEST_F(RuntimeTest, VariablesAreReadWithoutRegardToCase) {
+  EXPECT_EQ(environmentVariable("windir"), environmentVariable("WINDIR"));
+  EXPECT_NE(environmentVariable("windir"), "");
+  EXPECT_EQ(environmentVariable("ZELVREG_NO_SUCH_VARIABLE"), "");
+}
+
+TEST_F(RuntimeTest, TheProgramsFolderHasNoBackslashAtItsEnd) {
+  const std::string folder = programFolder();
+  ASSERT_GT(folder.size(), 3U);
+  EXPECT_EQ(folder[1], ':');
+  EXPECT_NE(folder.back(), '\\');
+}
+
+}  // namespace
+}  // namespace zelvreg

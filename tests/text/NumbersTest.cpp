@@ -1,0 +1,37 @@
+#include "text/Numbers.h"
+
+#include <gtest/gtest.h>
+
+namespace zelvreg {
+namespace {
+
+struct Reading {
+  const char* text;
+  double number;
+};
+
+class LeadingNumber : public ::testing::TestWithParam<Reading> {};
+
+TEST_P(LeadingNumber, IsReadFromTheFrontOfTheText) {
+  EXPECT_EQ(leadingNumber(GetParam().text), GetParam().number) << GetParam().text;
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, LeadingNumber,
+                         ::testing::Values(Reading{"", 0}, Reading{"abc", 0}, Reading{"2", 2},
+                                           Reading{"  7 ", 7}, Reading{"12 Problem(s) Found", 12},
+                                           Reading{"1 2", 12}, Reading{"-5x", -5}, Reading{"+5", 5},
+                                           Reading{"1.5.2", 1.5}, Reading{".5", 0.5},
+                                           Reading{".", 0}, Reading{"-", 0}, Reading{"1e3", 1000},
+                                           Reading{"1d2", 100}, Reading{"1e", 1}, Reading{"1e+", 1},
+                                           Reading{"2E-1", 0.2}, Reading{"&H10", 16},
+                                           Reading{"&hff", 255}, Reading{"&HFFFF", -1},
+                                           Reading{"&O17", 15}, Reading{"&17", 15}, Reading{"&", 0},
+                                           Reading{"&Hxy", 0}, Reading{"\t3\n4", 34}));
+
+TEST(Decimal, WritesAMinusBelowZero) {
+  EXPECT_EQ(decimal(0), "0");
+  EXPECT_EQ(decimal(-12), "-12");
+}
+
+}  // namespace
+}  // namespace zelvreg

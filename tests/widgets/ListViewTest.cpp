@@ -1,0 +1,175 @@
+#include "widgets/ListView.h"
+
+#include <gtest/gtest.h>
+
+#include "widgets/ListBox.h"
+#include "widgets/SimpleControls.h"
+
+namespace zelvreg {
+namespace {
+
+class ListViewTest : public ::testing::Test {
+ protected:
+  ImageList icons{{"a", "b"}};
+  ListView list{icons, {{"Item"}, {"One"}, {"Two"}, {"Three"}}};
+};
+
+TEST_F(ListViewTest, RowsCountFromOneInTheOrderOfAdding) {
+  EXPECT_EQ(list.add("first"), 1U);
+  EXPECT_EQ(list.add("second"), 2U);
+  EXPECT_EQ(list.text(1, 0), "first");
+  EXPECT_EQ(list.text(2, 0), "second");
+}
+
+TEST_F(ListViewTest, ReadingOutsideGivesNothingAndWritingOutsideDoesNothing) {
+  list.add("only");
+  list.setText(2, 1, "x");
+  list.setText(0, 0, "x");
+  list.setText(1, 4, "x");
+  list.setChecked(2, true);
+  list.setRowColor(2, 255);
+  list.remove(2);
+  EXPECT_EQ(list.count(), 1U);
+  EXPECT_EQ(list.text(1, 0), "only");
+  EXPECT_EQ(list.text(1, 4), "");
+  EXPECT_EQ(list.text(2, 1), "");
+  EXPECT_FALSE(list.isChecked(2));
+  EXPECT_EQ(list.rowColor(2), 0U);
+}
+
+TEST_F(ListViewTest, ACellEndsAtItsFirstNul) {
+  list.add(std::string_view("a\0b", 3));
+  list.setText(1, 2, std::string_view("c\0d", 3));
+  EXPECT_EQ(list.text(1, 0), "a");
+  EXPECT_EQ(list.text(1, 2), "c");
+}
+
+TEST_F(ListViewTest, ASubItemAddedLastAtAPositionIsTheOneThatShows) {
+  list.add("row");
+  list.setText(1, 3, "");
+  list.addSubItem(1, 3, "Testing", "a");
+  list.addSubItem(1, 3, "Finished", "b");
+  EXPECT_EQ(list.text(1, 3), "Finished");
+  EXPECT_EQ(list.reportIcon(1, 3), "b");
+  EXPECT_EQ(list.text(1, 4), "Testing");
+}
+
+TEST_F(ListViewTest, ASubItemIsNotAddedBehindAGap) {
+  list.add("row");
+  list.addSubItem(1, 3, "x", "a");
+  EXPECT_EQ(list.text(1, 3), "");
+}
+
+TEST_F(ListViewTest, AnIconThatTheImageListLacksIsRefused) {
+  list.add("row");
+  list.setSmallIcon(1, "k");
+  EXPECT_EQ(list.smallIcon(1), "");
+  list.setSmallIcon(1, "a");
+  list.setSmallIcon(1, "k");
+  EXPECT_EQ(list.smallIcon(1), "a");
+}
+
+TEST_F(ListViewTest, TheHighlightStaysOnItsRowWhenOthersGo) {
+  list.add("1");
+  list.add("2");
+  list.add("3");
+  list.select(3);
+  list.remove(1);
+  EXPECT_EQ(list.selectedRow(), 2U);
+  list.remove(2);
+  EXPECT_EQ(list.selectedRow(), 0U);
+}
+
+TEST_F(ListViewTest, HoldsAHundredThousandRows) {
+  for (int row = 1; row <= 100000; ++row) {
+    list.add("row");
+  }
+  list.setText(100000, 1, "last");
+  EXPECT_EQ(list.text(100000, 1), "last");
+}
+
+class RecordingPeer : public ControlPeer {
+ public:
+  void changed(const Control& /*control*/, Change what, std::size_t row) override {
+    changes.emplace_back(what, row);
+  }
+  std::vector<std::pair<Change, std::size_t>> changes;
+};
+
+TEST_F(ListViewTest, TellsAnAttachedPeerWhatChanged) {
+  RecordingPeer peer;
+  list.add("before");
+  list.attach(&peer);
+  list.add("row");
+  list.setText(2, 1, "x");
+  list.setChecked(2, true);
+  list.setText(9, 1, "outside");
+  list.attach(nullptr);
+  list.clear();
+  EXPECT_EQ(peer.changes, (std::vector<std::pair<Change, std::size_t>>{
+                              {Change::Rows, 2}, {Change::Row, 2}, {Change::Checks, 2}}));
+}
+
+TEST(Property, TellsThePeerAlsoWhenTheValueStays) {
+  RecordingPeer peer;
+  Label label("text");
+  label.attach(&peer);
+  label.caption = "text";
+  label.visible = false;
+  EXPECT_EQ(peer.changes.size(), 2U);
+  EXPECT_FALSE(label.visible);
+}
+
+TEST(Property, TakesOverTheValueOfAnother) {
+  Label one("one");
+  Label two("two");
+  one.caption = two.caption;
+  two.caption = "changed";
+  EXPECT_EQ(one.caption.get(), "two");
+}
+
+TEST(ListBoxTest, GivesTheEmptyTextPastItsEnd) {
+  ListBox list;
+  list.add("a");
+  EXPECT_EQ(list.text(0), "a");
+  EXPECT_EQ(list.text(1), "");
+  EXPECT_EQ(list.text(-1), "");
+  list.clear();
+  EXPECT_EQ(list.count(), 0);
+}
+
+TEST(ListBoxTest, KeepsEmptyEntriesAndCutsAtNul) {
+  ListBox list;
+  list.add("");
+  list.add(std::string_view("a\0b", 3));
+  EXPECT_EQ(list.count(), 2);
+  EXPECT_EQ(list.text(1), "a");
+}
+
+TEST(ProgressBarTest, RefusesAMaximumThatIsNotAboveZero) {
+  ProgressBar bar;
+  bar.setMaximum(16);
+  bar.setMaximum(0);
+  EXPECT_EQ(bar.maximum(), 16);
+}
+
+TEST(ProgressBarTest, RefusesAValueOutsideItsRange) {
+  ProgressBar bar;
+  bar.setMaximum(2);
+  bar.setValue(2);
+  bar.setValue(3);
+  bar.setValue(-1);
+  EXPECT_EQ(bar.value(), 2);
+}
+
+TEST(TextBoxTest, RunsItsHandlerAfterEachChange) {
+  TextBox box;
+  std::vector<std::string> seen;
+  box.onChange = [&] { seen.push_back(box.text()); };
+  box.setText("1");
+  box.setText("1");
+  EXPECT_EQ(seen, (std::vector<std::string>{"1", "1"}));
+}
+
+}  // namespace
+}  // namespace zelvreg

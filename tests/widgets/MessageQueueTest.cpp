@@ -1,0 +1,67 @@
+#include "widgets/MessageQueue.h"
+
+#include "support/ComputerFixture.h"
+
+namespace zelvreg {
+namespace {
+
+class MessageQueueTest : public fixture::ComputerFixture {};
+
+TEST_F(MessageQueueTest, RunsPostedWorkOnceAndInOrder) {
+  MessageQueue queue({});
+  std::string order;
+  queue.post([&] { order += "a"; });
+  queue.post([&] { order += "b"; });
+  queue.doEvents();
+  queue.doEvents();
+  EXPECT_EQ(order, "ab");
+}
+
+TEST_F(MessageQueueTest, WorkPostedByWorkWaitsForTheNextTime) {
+  MessageQueue queue({});
+  int runs = 0;
+  queue.post([&] { queue.post([&] { ++runs; }); });
+  queue.doEvents();
+  EXPECT_EQ(runs, 0);
+  queue.doEvents();
+  EXPECT_EQ(runs, 1);
+}
+
+TEST_F(MessageQueueTest, ServesTheHostEachTime) {
+  MessageQueue queue({});
+  int served = 0;
+  queue.serveHost = [&] { ++served; };
+  queue.doEvents();
+  queue.doEvents();
+  EXPECT_EQ(served, 2);
+}
+
+TEST_F(MessageQueueTest, ATimerThatIsDueTicksOnlyWhileItIsEnabled) {
+  Timer timer;
+  timer.interval = 0;
+  int ticks = 0;
+  timer.onTick = [&] { ++ticks; };
+  MessageQueue queue({&timer});
+  queue.doEvents();
+  EXPECT_EQ(ticks, 0);
+  timer.enable(true);
+  queue.doEvents();
+  EXPECT_EQ(ticks, 1);
+  timer.enable(false);
+  queue.doEvents();
+  EXPECT_EQ(ticks, 1);
+}
+
+TEST_F(MessageQueueTest, ATimerWaitsForItsInterval) {
+  Timer timer;
+  timer.interval = 3600000;
+  bool hasTicked = false;
+  timer.onTick = [&] { hasTicked = true; };
+  MessageQueue queue({&timer});
+  timer.enable(true);
+  queue.doEvents();
+  EXPECT_FALSE(hasTicked);
+}
+
+}  // namespace
+}  // namespace zelvreg

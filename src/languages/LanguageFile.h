@@ -1,0 +1,29 @@
+// The texts of the user's language, from plain files beside the program.
+//
+// A file is text of sections "[Form42]" with lines key=value, in the code page that goes with the
+// language's charset (Charset.h). Texts come out in those bytes.
+#ifndef ZELVREG_LANGUAGES_LANGUAGE_FILE_H
+#define ZELVREG_LANGUAGES_LANGUAGE_FILE_H
+
+#include <string>
+#include <string_view>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// The value of a key, names in any case; empty if file, section or key is missing. The search goes
+// on from the section's header to the end of the file, so a key that only a later section has is
+// found there. What stands behind a second "=" is lost, double quotes go, blanks stay.
+std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key);
+
+// The folder of the language files, and a file in it.
+std::string languageFolder(const Form42& form);
+std::string languagePath(const Form42& form, const std::string& fileName);
+
+// A text of the language in use.
+std::string readLanguageText(const Form42& form, std::string_view section, std::string_view key);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,41 @@
+// The sixteen categories of a scan, in the order in which they are listed and run.
+#ifndef ZELVREG_SCAN_CATEGORY_TABLE_H
+#define ZELVREG_SCAN_CATEGORY_TABLE_H
+
+#include <array>
+#include <span>
+#include <string_view>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+using EntryPointOf = const EntryPoint& (*)(const Form42& form);
+
+struct Category {
+  std::string_view nameKey;              // language key of the name
+  std::string_view textKey;              // language key of the description
+  std::string_view icon;                 // key in ImageList1
+  std::string_view valueName;            // value of the tick under timer\reg
+  std::string_view optionName;           // what the command line calls it besides the value name
+  std::string_view caption;              // what Label4 shows while it is tested
+  std::array<EntryPointOf, 3> routines;  // in order; null behind the last
+
+  // Whether all its routines are there to be run.
+  [[nodiscard]] bool isBound(const Form42& form) const;
+};
+
+// Row n is the element n - 1.
+std::span<const Category, 16> categories();
+
+// The columns of View1.
+inline constexpr std::size_t descriptionColumn = 1;
+inline constexpr std::size_t problemsColumn = 2;
+inline constexpr std::size_t statusColumn = 3;
+
+// Where the ticks are kept, under the local machine.
+inline constexpr const char* selectionKey = "software\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
+
+}  // namespace zelvreg
+
+#endif

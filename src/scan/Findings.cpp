@@ -1,0 +1,72 @@
+#include "scan/Findings.h"
+
+#include "registry/Hives.h"
+#include "scan/CategoryTable.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+void selectAll(ListView& list) {
+  list.setFocus();
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    list.setChecked(row, true);
+  }
+  list.setFocus();
+}
+
+void selectNone(ListView& list) {
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    list.setChecked(row, false);
+    list.select(0);
+  }
+}
+
+}  // namespace
+
+std::size_t nextRow(const Form42& form) {
+  return static_cast<std::size_t>(leadingNumber(form.Text1.text())) + 1;
+}
+
+void addFinding(Form42& form, ScannerRun& run, const Finding& finding) {
+  form.List2.add(trim(finding.badValue));
+  const std::size_t added = form.View2.add(finding.location);
+  const std::size_t row = run.fields == FieldsGoTo::RowJustAdded ? added : run.row;
+  form.View2.setText(row, badValueColumn, form.List2.text(run.found));
+  form.View2.setText(row, kindCodeColumn, finding.kindCode);
+  form.View2.setText(row, rootNameColumn, finding.rootName);
+  form.View2.setText(row, subKeyColumn, finding.subKey);
+  form.View2.setSmallIcon(row, finding.iconKey);
+  form.View2.ensureVisible(added);
+  ++run.row;
+  ++run.found;
+  ++form.totalFound;
+  form.totalFoundText = decimal(form.totalFound);
+  if (run.total == TotalIsSaved::AtEachFinding) {
+    saveTotalFound(form);
+  }
+}
+
+void saveTotalFound(const Form42& form) {
+  SaveRegString(HiveHandle::LocalMachine, "software\\zelvane\\Zelvane Tuner Deluxe\\real\\",
+                "reg-count", form.totalFoundText);
+}
+
+void storeRowCount(Form42& form) {
+  form.Text1.setText(decimal(static_cast<std::int64_t>(form.View2.count())));
+}
+
+void showProblems(Form42& form, std::size_t row, std::int64_t count) {
+  form.View1.setText(row, problemsColumn, decimal(count));
+}
+
+void chameleonButton16_Click(Form42& form) { selectAll(form.View2); }
+
+void chameleonButton17_Click(Form42& form) { selectNone(form.View2); }
+
+void chameleonButton21_Click(Form42& form) { selectAll(form.View1); }
+
+void chameleonButton22_Click(Form42& form) { selectNone(form.View1); }
+
+}  // namespace zelvreg

@@ -1,0 +1,66 @@
+// The results list: adding a finding, counting it, ticking rows.
+#ifndef ZELVREG_SCAN_FINDINGS_H
+#define ZELVREG_SCAN_FINDINGS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// A dead reference. Its only store is a row of View2.
+struct Finding {
+  std::string_view location;  // the entry itself
+  std::string_view badValue;  // the dead data
+  std::string_view kindCode;  // selects the repair
+  std::string_view rootName;  // long name of the hive
+  std::string_view subKey;    // path of the key below the hive
+  std::string_view iconKey;   // key in ImageList1; one that it does not hold leaves no icon
+};
+
+// The columns of View2; the location is the item's own text.
+inline constexpr std::size_t locationColumn = 0;
+inline constexpr std::size_t badValueColumn = 1;
+inline constexpr std::size_t kindCodeColumn = 2;
+inline constexpr std::size_t rootNameColumn = 3;
+inline constexpr std::size_t subKeyColumn = 4;
+
+// Which row the fields behind the location, and the icon, go to.
+enum class FieldsGoTo : std::uint8_t { RowJustAdded, NumberedRow };
+enum class TotalIsSaved : std::uint8_t { AtEachFinding, AtTheEnd };
+
+// The counters of one run of a scanner.
+struct ScannerRun {
+  std::size_t row = 1;  // number of the row that the next finding will take
+  int found = 0;        // also the place of the next bad value in List2
+  FieldsGoTo fields = FieldsGoTo::RowJustAdded;
+  TotalIsSaved total = TotalIsSaved::AtEachFinding;
+};
+
+// The number of the row behind those that the scanners before have left.
+std::size_t nextRow(const Form42& form);
+
+// Appends a finding, unticked, scrolls to it, and counts it in `run` and in the running total.
+void addFinding(Form42& form, ScannerRun& run, const Finding& finding);
+
+// Writes the running total to where the suite looks for it.
+void saveTotalFound(const Form42& form);
+
+// Puts the number of rows of View2 where the next scanner reads it.
+void storeRowCount(Form42& form);
+
+// Puts a count into the "# Problems" cell of a category row.
+void showProblems(Form42& form, std::size_t row, std::int64_t count);
+
+// Select All and Select None of the results and of the categories.
+void chameleonButton16_Click(Form42& form);
+void chameleonButton17_Click(Form42& form);
+void chameleonButton21_Click(Form42& form);
+void chameleonButton22_Click(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,144 @@
+#include "scan/Resolver.h"
+
+#include <windows.h>
+
+#include <array>
+
+#include "registry/Permissions.h"
+#include "runtime/Environment.h"
+#include "runtime/FileSystemObject.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::string_view driveRoot = ":\\";
+constexpr std::size_t longestExtension = 3;
+
+// All parts but the last, with their dots. A part that is empty so far is left out with its dot.
+std::string stemOf(const std::vector<std::string_view>& parts) {
+  std::string stem;
+  for (std::size_t index = 0; index + 1 < parts.size(); ++index) {
+    if (!stem.empty()) {
+      stem += '.';
+    }
+    stem += parts[index];
+  }
+  return stem;
+}
+
+// The last part without what is glued to it: an argument behind a blank, more than three letters.
+std::string_view extensionOf(const std::vector<std::string_view>& parts) {
+  if (parts.empty()) {
+    return {};
+  }
+  const std::string_view extension = parts.back().substr(0, parts.back().find(' '));
+  return extension.substr(0, longestExtension);
+}
+
+// Without what stands before the drive letter, as a launcher does.
+std::string fromDriveLetter(std::string path) {
+  const auto colon = path.find(driveRoot);
+  if (colon != std::string::npos && colon > 0) {
+    path.erase(0, colon - 1);
+  }
+  return path;
+}
+
+std::string expandVariables(const std::string& text) {
+  std::array<char, 512> buffer{};
+  const DWORD size =
+      ExpandEnvironmentStringsA(text.c_str(), buffer.data(), static_cast<DWORD>(buffer.size()));
+  if (size <= buffer.size()) {
+    return {buffer.data(), size};
+  }
+  std::string expanded(size, '\0');
+  expanded.resize(ExpandEnvironmentStringsA(text.c_str(), expanded.data(), size));
+  return expanded;
+}
+
+void replaceInPlace(std::string& text, std::string_view from, std::string_view to) {
+  if (contains(text, from)) {
+    text = replaceAll(text, from, to);
+  }
+}
+
+}  // namespace
+
+std::string FilePath(std::string& text) {
+  const auto betweenQuotes = split(text, "\"");
+  if (betweenQuotes.size() > 1) {
+    text = std::string(betweenQuotes[1]);
+  }
+  const auto backslash = text.rfind('\\');
+  const std::size_t nameStart = backslash == std::string::npos ? 0 : backslash + 1;
+  std::string name = lowerCase(std::string_view(text).substr(nameStart));
+  name.resize(std::min(name.find(','), name.size()));
+  const auto parts = split(name, ".");
+  if (parts.size() == 1) {
+    return text;
+  }
+  std::string candidate = text.substr(0, nameStart);
+  candidate.append(stemOf(parts)).append(".").append(extensionOf(parts));
+  return fromDriveLetter(std::move(candidate));
+}
+
+std::string GetPath(const Form42& form, std::string& path) {
+  if (form.Is64BitOS) {
+    const std::string windowsDrive = lowerCase(environmentVariable("WINDIR")).substr(0, 3);
+    path = lowerCase(path);
+    replaceInPlace(path, "system32", "Sysnative");
+    if (!contains(path, "program files (x86)")) {
+      replaceInPlace(path, "%programfiles%", "%ProgramW6432%");
+    }
+    replaceInPlace(path, windowsDrive + "program files\\", "%ProgramW6432%\\");
+    replaceInPlace(path, "%commonprogramfiles%", "%ProgramW6432%\\Common Files");
+  }
+  return expandVariables(path);
+}
+
+bool FileExists(std::string path) {
+  changepermission(path);
+  // The file system is asked first, also about what is in the system folder anyway.
+  const bool exists = fileSystemObject::fileExists(path);
+  return exists || containsIgnoringCase(path, "system32");
+}
+
+bool FolderExists(const std::string& path) { return fileSystemObject::folderExists(path); }
+
+void pth(Form42& form, std::string& rule) {
+  constexpr std::string_view marker = "|app=";
+  rule = lowerCase(rule);
+  // Positions count from 1 and 0 means not found, so that without a marker the path is read from
+  // position 5 on.
+  const std::size_t first = rule.find(marker) + 1;
+  const std::size_t start = first + marker.size();
+  const auto end = rule.find('|', start - 1);
+  // Without a bar behind it the length is below 0: the cut faults and the path before stays.
+  if (end != std::string::npos) {
+    form.FirewallPath = rule.substr(start - 1, end - (start - 1));
+  }
+  if (!contains(form.FirewallPath, "\\")) {
+    form.FirewallPath.clear();
+  }
+}
+
+std::int16_t getIco(std::int16_t kind) {
+  switch (kind) {
+    case 1:
+    case 2:
+      return 2;
+    case 3:
+    case 4:
+      return 3;
+    default:
+      return 0;
+  }
+}
+
+bool runsOn64BitWindows() {
+  BOOL isWow64 = FALSE;
+  return IsWow64Process(GetCurrentProcess(), &isWow64) != FALSE && isWow64 != FALSE;
+}
+
+}  // namespace zelvreg

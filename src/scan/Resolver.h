@@ -1,0 +1,44 @@
+// From registry text to a path that can be tested, and the test.
+//
+// These are loose cuts, not a parser of command lines: what they keep and drop decides what is
+// reported, so each cut stands as it is. A cut outside the text is passed over.
+#ifndef ZELVREG_SCAN_RESOLVER_H
+#define ZELVREG_SCAN_RESOLVER_H
+
+#include <cstdint>
+#include <string>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// The file path in a text that may be a command line. `text` is left without its quotes. The folder
+// stays as written, the file name comes in lower case with an extension of at most three letters; a
+// name without a dot is not cut at all.
+std::string FilePath(std::string& text);
+
+// Brings a path into the form that this process can test: on 64-bit Windows in lower case, with
+// "Sysnative" in the place of "system32" and the 64-bit program folders in the place of those that
+// a 32-bit process would get; then expands variables. The result ends in a NUL that belongs to it.
+// `path` is left as it was before the expansion.
+std::string GetPath(const Form42& form, std::string& path);
+
+// Whether a file is there, for a text that may end in a NUL. What names the system folder always
+// is. A path in a recycle bin is first opened to the user.
+bool FileExists(std::string path);
+bool FolderExists(const std::string& path);
+
+// Puts the program path of a firewall rule into FirewallPath: what stands between "|app=" and the
+// next "|", or nothing if that is no path. A rule without either keeps the path of the rule before.
+// `rule` is left in lower case.
+void pth(Form42& form, std::string& rule);
+
+// The number of an icon kind for the number of a path kind.
+std::int16_t getIco(std::int16_t kind);
+
+// Whether this is a 32-bit process on 64-bit Windows.
+bool runsOn64BitWindows();
+
+}  // namespace zelvreg
+
+#endif

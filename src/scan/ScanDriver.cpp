@@ -1,0 +1,174 @@
+#include "scan/ScanDriver.h"
+
+#include "registry/Hives.h"
+#include "scan/CategoryTable.h"
+#include "scan/Findings.h"
+#include "scan/ScanPanel.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::uint32_t underTestColor = 255;
+constexpr std::uint32_t soundColor = 0;
+// Rows up to this one move the progress bar when they are done, the ones behind when they begin.
+constexpr std::size_t lastRowCountedWhenDone = 10;
+
+int countCheckedRows(const ListView& list) {
+  int count = 0;
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    count += list.isChecked(row) ? 1 : 0;
+  }
+  return count;
+}
+
+void resetRows(Form42& form) {
+  // A status is never updated in place: the newest sub-item of the column is the one shown.
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.View1.addSubItem(row, statusColumn, "", "cl");
+  }
+  form.Bar1.setMaximum(countCheckedRows(form.View1));
+  form.orubutton2.enabled = false;
+  form.chameleonButton9.enabled = false;
+  form.Label7.caption = "Please Select entry from the list to show details";
+  form.Label5.caption = "No Entry Selected";
+  form.categoryFound = 0;
+  form.Label3.caption = "";
+  form.Label3.refresh();
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.messages.doEvents();
+    form.View1.setText(row, problemsColumn, "");
+  }
+}
+
+bool hasCheckedRow(Form42& form) {
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.messages.doEvents();
+    if (form.View1.isChecked(row)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void clearResults(Form42& form) {
+  form.Text2.setText("1");
+  form.Text1.setText("0");
+  form.List1.clear();
+  form.List2.clear();
+  form.View2.clear();
+  form.Label2[4].refresh();
+  form.Label2[3].refresh();
+}
+
+void advanceBar(Form42& form) { form.Bar1.setValue(form.Bar1.value() + 1); }
+
+void testRow(Form42& form, std::size_t row, const Category& category) {
+  form.View1.setRowColor(row, underTestColor);
+  form.cancelRequested = false;
+  form.View1.ensureVisible(row);
+  if (row > lastRowCountedWhenDone) {
+    advanceBar(form);
+  }
+  form.View1.addSubItem(row, statusColumn, "Testing", "ex");
+  for (const EntryPointOf routine : category.routines) {
+    if (routine != nullptr) {
+      routine(form).run();
+    }
+  }
+  form.View1.addSubItem(row, statusColumn, "Finished", "ch");
+  if (row <= lastRowCountedWhenDone) {
+    advanceBar(form);
+  }
+  if (leadingNumber(form.View1.text(row, problemsColumn)) == 0) {
+    form.View1.setRowColor(row, soundColor);
+  }
+}
+
+void testRows(Form42& form) {
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    if (form.View1.isChecked(row)) {
+      testRow(form, row, categories()[row - 1]);
+    }
+    if (leadingNumber(form.Text2.text()) == 2) {
+      return;
+    }
+  }
+}
+
+void endScan(Form42& form) {
+  if (form.View2.count() == 0) {
+    form.Frame1.visible = true;
+    form.Frame3.visible = false;
+    form.Frame7.visible = false;
+    form.Frame2.visible = false;
+    form.Picture1.visible = false;
+    form.cancelRequested = true;
+  }
+  closeScanPanel(form);
+}
+
+}  // namespace
+
+void runScan(Form42& form) {
+  openScanPanel(form);
+  resetRows(form);
+  if (!hasCheckedRow(form)) {
+    form.dialogs.tell("Please select any item from the list first to perform the test",
+                      MessageIcon::Information);
+    return;
+  }
+  clearResults(form);
+  testRows(form);
+  endScan(form);
+}
+
+void saveSelection(const Form42& form) {
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    SaveRegString(HiveHandle::LocalMachine, selectionKey,
+                  std::string(categories()[row - 1].valueName),
+                  form.View1.isChecked(row) ? "1" : "0");
+  }
+}
+
+void restoreSelection(Form42& form) {
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    std::string text;
+    GetRegString(HiveHandle::LocalMachine, selectionKey,
+                 std::string(categories()[row - 1].valueName), text);
+    form.View1.setChecked(row, leadingNumber(text) == 1);
+  }
+}
+
+void cmd_start_Click(Form42& form) {
+  form.cancelRequested = true;
+  form.Label2[4].refresh();
+  form.Label2[3].refresh();
+  // Passes through the cancelled state: a scan that still runs ends before the new one begins.
+  form.chameleonButton12.click();
+  enableFindingCommands(form, false);
+  enableIdleCommands(form, false);
+  runScan(form);
+}
+
+void cmd_cancel_Click(Form42& form) {
+  form.cancelRequested = true;
+  form.chameleonButton12.click();
+  if (form.View2.count() > 0) {
+    form.chameleonButton16.click();
+    enableFindingCommands(form, true);
+  }
+  enableIdleCommands(form, true);
+}
+
+void chameleonButton12_Click(Form42& form) {
+  form.Frame8.visible = false;
+  showResultsPage(form);
+  form.chameleonButton11.enabled = true;
+  form.orubutton1.enabled = true;
+  form.cancelRequested = true;
+  form.Text2.setText("2");
+}
+
+}  // namespace zelvreg

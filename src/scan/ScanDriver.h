@@ -1,0 +1,27 @@
+// One scan over the sixteen categories, and the controls that start and stop it.
+#ifndef ZELVREG_SCAN_SCAN_DRIVER_H
+#define ZELVREG_SCAN_SCAN_DRIVER_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Runs the routines of every ticked row in order and shows the results page. Without a ticked row
+// it says so and leaves the progress panel up, with the buttons of its opening disabled, until
+// Cancel is pressed.
+void runScan(Form42& form);
+
+// Keeps the ticks of the rows for the next start.
+void saveSelection(const Form42& form);
+
+// Ticks the rows as they were kept; a tick that was never kept counts as not set.
+void restoreSelection(Form42& form);
+
+void cmd_start_Click(Form42& form);
+void cmd_cancel_Click(Form42& form);
+// Cancel on the progress panel: shows the results at once, while the scanner that runs unwinds.
+void chameleonButton12_Click(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

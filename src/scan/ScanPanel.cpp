@@ -1,0 +1,94 @@
+#include "scan/ScanPanel.h"
+
+#include "languages/LanguageFile.h"
+#include "scan/Findings.h"
+#include "text/Numbers.h"
+
+namespace zelvreg {
+namespace {
+
+// Places in twips, and the dark red of a result.
+constexpr int categoryListHeight = 4208;
+constexpr int progressPanelTop = 60;
+constexpr std::uint32_t foundColor = 192;
+
+std::string rowCount(const Form42& form) {
+  return decimal(static_cast<std::int64_t>(form.View2.count()));
+}
+
+}  // namespace
+
+void openScanPanel(Form42& form) {
+  form.View1.height = categoryListHeight;
+  form.Gif89a1.visible = true;
+  form.Frame8.top = progressPanelTop;
+  form.Frame8.visible = true;
+  form.wizardPage = 2;
+  form.Label3.visible = true;
+  form.Bar1.setValue(0);
+  form.Picture1.visible = false;
+  form.Frame1.visible = true;
+  form.Frame7.visible = false;
+  form.Frame3.visible = false;
+  form.Frame2.visible = false;
+  form.chameleonButton11.enabled = false;
+  form.Label4.visible = true;
+  form.chameleonButton1.enabled = false;
+  form.chameleonButton7.enabled = false;
+  form.orubutton1.enabled = false;
+  form.orubutton4.enabled = false;
+  form.chameleonButton10.enabled = false;
+}
+
+void showResultsPage(Form42& form) {
+  form.Frame2.left = form.Frame1.left;
+  form.Frame2.top = form.Frame1.top;
+  form.Frame1.visible = false;
+  form.Frame2.visible = true;
+  form.Frame7.visible = false;
+  form.Frame3.visible = false;
+}
+
+void closeScanPanel(Form42& form) {
+  const bool hasFindings = form.View2.count() > 0;
+  form.Text2.setText("0");
+  form.Label3.caption = rowCount(form) + " Problem(s) Found ";
+  form.Label3.refresh();
+  form.Label4.caption = "Total Problems Found";
+  if (hasFindings) {
+    form.chameleonButton9.enabled = true;
+    form.orubutton2.enabled = true;
+  }
+  form.chameleonButton1.enabled = true;
+  form.chameleonButton7.enabled = true;
+  form.orubutton4.enabled = true;
+  showResultsPage(form);
+  form.Label10.caption = readLanguageText(form, "Form42", "Label10") + " " + rowCount(form);
+  form.chameleonButton11.enabled = true;
+  form.orubutton1.enabled = true;
+  form.Picture1.visible = true;
+  form.Gif89a1.visible = false;
+  form.Frame8.visible = false;
+  if (hasFindings) {
+    form.chameleonButton16.click();
+    enableFindingCommands(form, true);
+    form.Shape1.foreColor = foundColor;
+  }
+  enableIdleCommands(form, true);
+}
+
+void enableFindingCommands(Form42& form, bool enabled) {
+  form.cmd_fix.enabled = enabled;
+  form.cmd_all.enabled = enabled;
+  form.cmd_non.enabled = enabled;
+  form.cmd_report.enabled = enabled;
+}
+
+void enableIdleCommands(Form42& form, bool enabled) {
+  form.cmd_search.enabled = enabled;
+  form.cmd_exclud.enabled = enabled;
+  form.cmd_start.enabled = enabled;
+  form.cmd_cancel.enabled = !enabled;
+}
+
+}  // namespace zelvreg

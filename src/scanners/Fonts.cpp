@@ -1,0 +1,73 @@
+#include "scanners/Fonts.h"
+
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 1;
+constexpr const char* fontsKey = "software\\microsoft\\windows nt\\currentversion\\fonts";
+// Findings bear the text without "nt", although the values live under it: the repair deletes the
+// value under both.
+constexpr const char* reportedKey = "Software\\Microsoft\\windows\\currentversion\\fonts";
+
+std::string readSystemRoot(Form42& form) {
+  std::string root =
+      GetKeyValue64(form, "HKLM", "software\\microsoft\\windows\\currentversion", "SystemRoot");
+  if (!trim(root).empty()) {
+    return root;
+  }
+  return GetKeyValue64(form, "HKLM", "software\\microsoft\\windows nt\\currentversion",
+                       "SystemRoot");
+}
+
+void testFont(Form42& form, ScannerRun& run, const std::string& systemRoot,
+              const std::string& name) {
+  const std::string data = GetKeyValue64(form, "HKLM", fontsKey, name);
+  if (name.empty()) {
+    return;
+  }
+  form.Label3.caption = data;
+  // The data is never looked at: a whole path gives a doubled one, which is reported.
+  if (!FileExists(systemRoot + "\\fonts\\" + data)) {
+    addFinding(form, run,
+               {.location = name,
+                .badValue = data,
+                .kindCode = "1",
+                .rootName = "HKEY_LOCAL_MACHINE",
+                .subKey = reportedKey,
+                .iconKey = "a"});
+  }
+}
+
+}  // namespace
+
+void Command1(Form42& form) {
+  form.Label4.caption = "Invalid Font Reference";
+  ScannerRun run{.row = 1, .total = TotalIsSaved::AtTheEnd};
+  const std::string systemRoot = readSystemRoot(form);
+  form.List1.clear();
+  form.List2.clear();
+  std::string values;
+  LONG rc = 0;
+  fEnumValue(form, "HKLM", "Software\\Microsoft\\windows nt\\currentversion\\fonts", values, rc);
+  int index = 0;
+  do {
+    form.messages.doEvents();
+    testFont(form, run, systemRoot, std::string(trim(form.List1.text(index))));
+    ++index;
+    if (run.found > 0) {
+      showProblems(form, categoryRow, run.found);
+    }
+  } while (index < form.List1.count());
+  saveTotalFound(form);
+  if (run.found == 0) {
+    showProblems(form, categoryRow, 0);
+  }
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

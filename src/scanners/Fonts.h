@@ -1,0 +1,15 @@
+// Row 1: fonts whose file is gone.
+#ifndef ZELVREG_SCANNERS_FONTS_H
+#define ZELVREG_SCANNERS_FONTS_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Reports each font value whose data names no file in the fonts folder. It assumes that it runs
+// first and starts at row 1. Runs to its end once started.
+void Command1(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,16 @@
+// Row 2: shared DLLs that are gone, in both views.
+#ifndef ZELVREG_SCANNERS_SHARED_DLLS_H
+#define ZELVREG_SCANNERS_SHARED_DLLS_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Reports each shared DLL whose file is gone, and sets the attributes of those that exist to
+// archive only. The second pass walks the names of the first once more, in front of its own, and
+// its fields go to the rows from the first one on. Runs to its end once started.
+void Command2(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

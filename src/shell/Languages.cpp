@@ -1,0 +1,173 @@
+#include "shell/Languages.h"
+
+#include <array>
+
+#include "languages/LanguageFile.h"
+#include "registry/Hives.h"
+#include "runtime/FileSystemObject.h"
+#include "scan/CategoryTable.h"
+#include "scan/ScanDriver.h"
+#include "shell/Captions.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr int pickerGap = 100;  // twips
+constexpr std::uint32_t pickerHoverColor = 15126960;
+constexpr const char* listFile = "data.lang";
+
+std::string setting(const char* key, const char* valueName) {
+  std::string text;
+  GetRegString(HiveHandle::LocalMachine, key, valueName, text);
+  return text;
+}
+
+std::string settingOr(const char* key, const char* valueName, const char* fallback) {
+  std::string text = setting(key, valueName);
+  return trim(text).empty() ? fallback : text;
+}
+
+int bottomOf(const Control& control) { return control.top + control.height; }
+
+// A field that is missing leaves the entry as it was.
+void fillEntry(Form42& form, std::size_t number, std::string_view entry) {
+  if (number == form.lbllanguage.size()) {
+    form.lbllanguage.push_back(std::make_unique<Label>());
+    form.lbllanguage[number]->height = form.lbllanguage.front()->height;
+  }
+  Label& label = *form.lbllanguage[number];
+  label.visible = true;
+  if (number > 0) {
+    label.top = bottomOf(*form.lbllanguage[number - 1]) + pickerGap;
+  }
+  const auto fields = split(entry, ",");
+  Font font{.name = "Arial Unicode MS", .size = 10};
+  if (fields.size() > 1) {
+    font.charset = static_cast<int>(leadingNumber(fields[1]));
+  }
+  label.font = font;
+  if (!fields.empty()) {
+    label.caption = std::string(fields[0]);
+  }
+  if (fields.size() > 2) {
+    label.tag = std::string(fields[2]);
+  }
+}
+
+void readChoice(Form42& form) {
+  form.langCode = static_cast<int>(leadingNumber(setting(languageKey, "langcode")));
+  form.langTag = setting(languageKey, "lang");
+  form.langIndex = static_cast<int>(leadingNumber(setting(languageKey, "langindex")));
+  form.langFileName = "zelvreg-" + form.langTag + ".lang";
+}
+
+void giveFont(Form42& form, const Font& font) {
+  const std::array<Control*, 24> controls{
+      &form.View1,      &form.View2,      &form.View3,      &form.View4,      &form.Label3,
+      &form.Label4,     &form.Label5,     &form.Label6,     &form.Label7,     &form.Label10,
+      &form.cmd_search, &form.cmd_exclud, &form.cmd_start,  &form.cmd_fix,    &form.cmd_cancel,
+      &form.cmd_all,    &form.cmd_non,    &form.cmd_report, &form.orubutton1, &form.orubutton2,
+      &form.orubutton3, &form.orubutton4, &form.Check1,     &form.Frame7};
+  for (Control* control : controls) {
+    control->font = font;
+  }
+  const std::array<Control*, 19> chameleonButtons{
+      &form.chameleonButton1,  &form.chameleonButton2,  &form.chameleonButton3,
+      &form.chameleonButton5,  &form.chameleonButton6,  &form.chameleonButton7,
+      &form.chameleonButton8,  &form.chameleonButton9,  &form.chameleonButton10,
+      &form.chameleonButton11, &form.chameleonButton12, &form.chameleonButton14,
+      &form.chameleonButton15, &form.chameleonButton16, &form.chameleonButton17,
+      &form.chameleonButton21, &form.chameleonButton22, &form.Command21,
+      &form.Command28};
+  for (Control* button : chameleonButtons) {
+    button->font = font;
+  }
+  for (Label& label : form.Label2) {
+    label.font = font;
+  }
+}
+
+}  // namespace
+
+void loadavlang(Form42& form) {
+  const std::string file = languagePath(form, listFile);
+  if (!fileSystemObject::fileExists(file)) {
+    return;
+  }
+  const std::string list = ReadLangValue(file, "lang", "zelvreg");
+  std::size_t number = 0;
+  for (const std::string_view entry : split(list, "|")) {
+    fillEntry(form, number++, entry);
+  }
+  form.pictrlang.height = bottomOf(*form.lbllanguage.back()) + pickerGap;
+}
+
+void changelangoru(Form42& form) {
+  readChoice(form);
+  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
+    return;
+  }
+  giveFont(form, {.name = settingOr(suiteKey, "font name", "Segoe UI"),
+                  .size = leadingNumber(settingOr(suiteKey, "font size", "9")),
+                  .charset = form.langCode});
+  for (const Caption& caption : captions()) {
+    caption.set(form, readLanguageText(form, "Form42", caption.key));
+  }
+}
+
+void createCategoryRows(Form42& form) {
+  for (const Category& category : categories()) {
+    form.View1.add(readLanguageText(form, "Form42", category.nameKey));
+  }
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.View1.setSmallIcon(row, categories()[row - 1].icon);
+  }
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.View1.setText(row, descriptionColumn,
+                       readLanguageText(form, "Form42", categories()[row - 1].textKey));
+  }
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.View1.setText(row, problemsColumn, "0");
+    form.View1.setText(row, statusColumn, "");
+  }
+}
+
+void changeviewlang(Form42& form) {
+  form.View1.clear();
+  createCategoryRows(form);
+  restoreSelection(form);
+}
+
+void lbllanguage_Click(Form42& form, std::size_t entry) {
+  if (entry >= form.lbllanguage.size()) {
+    return;
+  }
+  const Label& label = *form.lbllanguage[entry];
+  SaveRegString(HiveHandle::LocalMachine, languageKey, "langcode",
+                decimal(label.font.get().charset));
+  SaveRegString(HiveHandle::LocalMachine, languageKey, "lang", label.tag);
+  SaveRegString(HiveHandle::LocalMachine, languageKey, "langindex",
+                decimal(static_cast<std::int64_t>(entry)));
+  form.pictrlang.visible = false;
+  changelangoru(form);
+  form.imglangselect.top = label.top;
+  changeviewlang(form);
+}
+
+void lbllanguage_MouseMove(Form42& form, std::size_t entry) {
+  if (entry < form.lbllanguage.size()) {
+    form.lbllanguage[entry]->backColor = pickerHoverColor;
+  }
+}
+
+void pictrlang_MouseMove(Form42& form) {
+  for (const auto& label : form.lbllanguage) {
+    label->backColor = windowColor;
+  }
+}
+
+void chameleonButton13_Click(Form42& form) { form.pictrlang.visible = !form.pictrlang.visible; }
+
+}  // namespace zelvreg

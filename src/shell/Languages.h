@@ -1,0 +1,39 @@
+// The language of the main form: the picker, the choice that is kept, the captions.
+#ifndef ZELVREG_SHELL_LANGUAGES_H
+#define ZELVREG_SHELL_LANGUAGES_H
+
+#include <cstddef>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Fills the picker from the list of languages; without the list it keeps its one entry.
+void loadavlang(Form42& form);
+
+// Reads the choice that was kept and gives its font and captions to the form. Without the file of
+// that language the form keeps the captions that it has.
+void changelangoru(Form42& form);
+
+// Lists the categories anew in the language of the form, with the ticks that were kept. The status
+// icons are lost.
+void changeviewlang(Form42& form);
+
+// Chooses the language of a picker entry, counted from 0, for the program and for its next start.
+void lbllanguage_Click(Form42& form, std::size_t entry);
+// The colours of the picker under the mouse: on an entry, and off all of them.
+void lbllanguage_MouseMove(Form42& form, std::size_t entry);
+void pictrlang_MouseMove(Form42& form);
+// Shows or hides the picker.
+void chameleonButton13_Click(Form42& form);
+
+// Creates the sixteen rows of View1.
+void createCategoryRows(Form42& form);
+
+// Where the choice is kept, under the local machine.
+inline constexpr const char* languageKey = "SOFTWARE\\zelvane\\zelvane tuner\\zelvreg";
+inline constexpr const char* suiteKey = "SOFTWARE\\zelvane\\zelvane tuner";
+
+}  // namespace zelvreg
+
+#endif

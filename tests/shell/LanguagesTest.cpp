@@ -1,0 +1,253 @@
+#include "shell/Languages.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "languages/LanguageFile.h"
+#include "scan/CategoryTable.h"
+#include "shell/Captions.h"
+#include "shell/StartUp.h"
+#include "support/ComputerFixture.h"
+#include "support/SourceFolder.h"
+
+namespace zelvreg {
+namespace {
+
+const std::string choiceKey =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner\\zelvreg";
+const std::string suiteSettings =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner";
+const std::string ticksKey =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
+const std::string folder = "C:\\LanguagesTest";
+
+std::string assetText(const std::string& name) {
+  std::ifstream file(sourceFolder() + "/assets/lang/" + name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+struct Language {
+  const char* tag;
+  const char* name;
+  int charset;
+};
+
+constexpr Language shipped[] = {
+    {"english", "English", 0},
+    {"german", "Deutsch", 0},
+    {"french",
+     "Fran\xE7"
+     "ais",
+     0},
+    {"spanish", "Espa\xF1ol", 0},
+    {"portuguese", "Portugu\xEAs", 0},
+    {"polish", "Polski", 238},
+};
+
+class LanguagesTest : public fixture::ComputerFixture {
+ protected:
+  LanguagesTest() {
+    emptyKey(suiteSettings);
+    emptyKey(choiceKey);
+    emptyKey(ticksKey);
+    form.programFolder = folder;
+    copyAsset("data.lang");
+    for (const Language& language : shipped) {
+      copyAsset("zelvreg-" + std::string(language.tag) + ".lang");
+    }
+  }
+
+  static void copyAsset(const std::string& name) {
+    makeFile(folder + "\\lang\\" + name, assetText(name));
+  }
+
+  void choose(const std::string& tag, int charset = 0) {
+    setText(choiceKey, "lang", tag);
+    setText(choiceKey, "langcode", std::to_string(charset));
+    changelangoru(form);
+  }
+};
+
+TEST_F(LanguagesTest, ThePickerHoldsEachLanguageOfTheList) {
+  loadavlang(form);
+  ASSERT_EQ(form.lbllanguage.size(), std::size(shipped));
+  for (std::size_t entry = 0; entry < std::size(shipped); ++entry) {
+    const Label& label = *form.lbllanguage[entry];
+    EXPECT_EQ(label.caption.get(), shipped[entry].name);
+    EXPECT_EQ(label.tag.get(), shipped[entry].tag);
+    EXPECT_EQ(label.font.get().charset, shipped[entry].charset);
+    EXPECT_EQ(label.font.get().name, "Arial Unicode MS");
+    EXPECT_EQ(label.font.get().size, 10);
+  }
+}
+
+TEST_F(LanguagesTest, EntriesStandBelowEachOtherAndThePanelHoldsThem) {
+  form.lbllanguage[0]->top = 50;
+  form.lbllanguage[0]->height = 300;
+  loadavlang(form);
+  EXPECT_EQ(form.lbllanguage[1]->top, 450);
+  EXPECT_EQ(form.lbllanguage[5]->top, 50 + 5 * 400);
+  EXPECT_EQ(form.pictrlang.height, 50 + 5 * 400 + 300 + 100);
+}
+
+TEST_F(LanguagesTest, WithoutTheListThePickerKeepsItsOneEntry) {
+  form.programFolder = "C:\\NoLanguages";
+  loadavlang(form);
+  ASSERT_EQ(form.lbllanguage.size(), 1U);
+  EXPECT_EQ(form.lbllanguage[0]->caption.get(), "English");
+}
+
+TEST_F(LanguagesTest, AnEntryWithMissingFieldsKeepsWhatItHas) {
+  makeFile(folder + "\\lang\\data.lang", "[lang]\nzelvreg=Solo|Two,238\n");
+  loadavlang(form);
+  ASSERT_EQ(form.lbllanguage.size(), 2U);
+  EXPECT_EQ(form.lbllanguage[0]->caption.get(), "Solo");
+  EXPECT_EQ(form.lbllanguage[0]->tag.get(), "");
+  EXPECT_EQ(form.lbllanguage[1]->font.get().charset, 238);
+}
+
+TEST_F(LanguagesTest, EveryKeyStandsInEveryLanguageWithATextOfItsOwn) {
+  for (const Language& language : shipped) {
+    const std::string file = folder + "\\lang\\zelvreg-" + language.tag + ".lang";
+    std::vector<std::pair<std::string, std::string>> keys;
+    for (const Category& category : categories()) {
+      keys.emplace_back("Form42", category.nameKey);
+      keys.emplace_back("Form42", category.textKey);
+    }
+    for (const Caption& caption : captions()) {
+      keys.emplace_back("Form42", caption.key);
+    }
+    for (const char* key : {"orubutton10", "Label222(1)", "Label1", "orubutton1"}) {
+      keys.emplace_back("Form1", key);
+    }
+    for (const char* key : {"Label2(3)", "Label2(2)", "Label2(1)", "Label2(0)", "Label222(1)"}) {
+      keys.emplace_back("frmabout", key);
+    }
+    const std::string content = assetText("zelvreg-" + std::string(language.tag) + ".lang");
+    for (const auto& [section, key] : keys) {
+      EXPECT_NE(ReadLangValue(file, section, key), "") << language.tag << " " << key;
+      EXPECT_NE(content.find("\n" + key + "="), std::string::npos) << language.tag << " " << key;
+    }
+  }
+}
+
+TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {
+  const Form42 asMade;
+  const std::string file = folder + "\\lang\\zelvreg-english.lang";
+  for (const Caption& caption : captions()) {
+    std::string made = caption.get(asMade);
+    // Texts of a file are trimmed; the two buttons without a caption get theirs from the file.
+    made.erase(made.find_last_not_of(' ') + 1);
+    if (!made.empty()) {
+      EXPECT_EQ(ReadLangValue(file, "Form42", caption.key), made) << caption.key;
+    }
+  }
+}
+
+TEST_F(LanguagesTest, EachCaptionGoesToItsControlAlone) {
+  std::string content = "[Form42]\n";
+  for (const Caption& caption : captions()) {
+    content += std::string(caption.key) + "=text of " + std::string(caption.key) + "\n";
+  }
+  makeFile(folder + "\\lang\\zelvreg-marked.lang", content);
+  choose("marked");
+  for (const Caption& caption : captions()) {
+    EXPECT_EQ(caption.get(form), "text of " + std::string(caption.key));
+  }
+}
+
+TEST_F(LanguagesTest, TheSuitesFontIsGivenToTheControlsInTheLanguagesCharset) {
+  setText(suiteSettings, "font name", "Tahoma");
+  setText(suiteSettings, "font size", "11");
+  choose("polish", 238);
+  const Font expected{.name = "Tahoma", .size = 11, .charset = 238};
+  EXPECT_EQ(form.View2.font.get(), expected);
+  EXPECT_EQ(form.chameleonButton16.font.get(), expected);
+  EXPECT_EQ(form.Label2[4].font.get(), expected);
+}
+
+TEST_F(LanguagesTest, AnEmptyFontSettingTakesItsDefault) {
+  setText(suiteSettings, "font name", " ");
+  setText(suiteSettings, "font size", "");
+  choose("english");
+  EXPECT_EQ(form.View1.font.get(), (Font{.name = "Segoe UI", .size = 9, .charset = 0}));
+}
+
+TEST_F(LanguagesTest, WithoutTheLanguagesFileTheFormKeepsItsCaptions) {
+  choose("klingon");
+  EXPECT_EQ(form.cmd_start.caption.get(), "Start");
+  EXPECT_EQ(form.langFileName, "zelvreg-klingon.lang");
+}
+
+TEST_F(LanguagesTest, ChoosingAnEntryKeepsItAndShowsItsTexts) {
+  Form_Load(form);
+  form.pictrlang.visible = true;
+  form.lbllanguage[1]->top = 777;
+  lbllanguage_Click(form, 1);
+  EXPECT_EQ(storedText(choiceKey, "lang"), "german");
+  EXPECT_EQ(storedText(choiceKey, "langcode"), "0");
+  EXPECT_EQ(storedText(choiceKey, "langindex"), "1");
+  EXPECT_FALSE(form.pictrlang.visible);
+  EXPECT_EQ(form.imglangselect.top, 777);
+  EXPECT_EQ(form.cmd_cancel.caption.get(), "Abbrechen");
+  EXPECT_EQ(form.View1.text(1, 0), "Schriftarten");
+  EXPECT_EQ(form.View1.count(), 16U);
+}
+
+TEST_F(LanguagesTest, AChangeOfLanguageRestoresTheKeptTicksAndLosesTheStatus) {
+  setText(ticksKey, "dll", "1");
+  Form_Load(form);
+  form.View1.setChecked(1, true);
+  form.View1.addSubItem(1, statusColumn, "Testing", "ex");
+  lbllanguage_Click(form, 2);
+  EXPECT_FALSE(form.View1.isChecked(1));
+  EXPECT_TRUE(form.View1.isChecked(2));
+  EXPECT_EQ(form.View1.text(1, statusColumn), "");
+}
+
+TEST_F(LanguagesTest, ThePickerTogglesAndColoursWhatTheMouseIsOver) {
+  Form_Load(form);
+  EXPECT_FALSE(form.pictrlang.visible);
+  form.chameleonButton13.click();
+  EXPECT_TRUE(form.pictrlang.visible);
+  lbllanguage_MouseMove(form, 3);
+  EXPECT_EQ(form.lbllanguage[3]->backColor, 15126960U);
+  pictrlang_MouseMove(form);
+  EXPECT_EQ(form.lbllanguage[3]->backColor, 0x80000005U);
+  form.chameleonButton13.click();
+  EXPECT_FALSE(form.pictrlang.visible);
+}
+
+TEST_F(LanguagesTest, LoadingFallsBackToEnglishAndCreatesTheRows) {
+  setText(ticksKey, "font", "1");
+  Form_Load(form);
+  EXPECT_EQ(form.langFileName, "zelvreg-english.lang");
+  ASSERT_EQ(form.View1.count(), 16U);
+  EXPECT_EQ(form.View1.text(1, 0), "Fonts");
+  EXPECT_EQ(form.View1.text(16, descriptionColumn),
+            "Remembered names of programs that no longer exist");
+  EXPECT_EQ(form.View1.text(1, problemsColumn), "0");
+  EXPECT_EQ(form.View1.smallIcon(13), "re");
+  EXPECT_TRUE(form.View1.isChecked(1));
+  EXPECT_FALSE(form.View1.isChecked(2));
+}
+
+TEST_F(LanguagesTest, WithoutAnyLanguageFileTheRowNamesAreEmpty) {
+  form.programFolder = "C:\\NoLanguages";
+  Form_Load(form);
+  ASSERT_EQ(form.View1.count(), 16U);
+  EXPECT_EQ(form.View1.text(1, 0), "");
+  EXPECT_EQ(form.cmd_start.caption.get(), "Start");
+}
+
+TEST_F(LanguagesTest, TheKeptLanguageIsMarkedInThePicker) {
+  setText(choiceKey, "lang", "french");
+  setText(choiceKey, "langindex", "2");
+  form.lbllanguage[0]->height = 200;
+  Form_Load(form);
+  EXPECT_EQ(form.imglangselect.top, form.lbllanguage[2]->top);
+  EXPECT_EQ(form.cmd_cancel.caption.get(), "Annuler");
+}
+
+}  // namespace
+}  // namespace zelvreg

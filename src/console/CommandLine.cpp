@@ -1,0 +1,175 @@
+#include "console/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <cctype>
+
+#include "scan/CategoryTable.h"
+#include "text/Text.h"
+
+namespace zelvreg::console {
+namespace {
+
+std::string categoryNames() {
+  std::string names;
+  for (const Category& category : categories()) {
+    names += (names.empty() ? "" : ", ") + std::string(category.optionName);
+  }
+  return names;
+}
+
+std::set<std::size_t> allRows() {
+  std::set<std::size_t> rows;
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    rows.insert(row);
+  }
+  return rows;
+}
+
+std::size_t rowNamed(std::string_view name) {
+  const std::string wanted = lowerCase(trim(name));
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    const Category& category = categories()[row - 1];
+    if (wanted == category.valueName || wanted == category.optionName) {
+      return row;
+    }
+  }
+  throw UsageError("\"" + std::string(trim(name)) +
+                   "\" is no category; choose from: " + categoryNames());
+}
+
+#ifndef _WIN32
+void addDrive(Target& target, const std::string& drive) {
+  if (drive.size() < 3 || drive[1] != '=' ||
+      std::isalpha(static_cast<unsigned char>(drive[0])) == 0) {
+    throw UsageError("\"" + drive +
+                     "\" is no drive; write it as a letter and its folder, D=/mnt/d");
+  }
+  const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(drive[0])));
+  if (!target.drives.emplace(letter, drive.substr(2)).second) {
+    throw UsageError("drive " + std::string(1, letter) + " is given twice; give each drive once");
+  }
+}
+
+// What only the program that works on folders and disks takes.
+struct TargetArguments {
+  std::vector<std::string> drives;
+  std::string missingDrives = "unknown";
+
+  void addTo(CLI::App& app, Target& target) {
+    auto* machine = app.add_option("--machine", target.machineFolder,
+                                   "folder that stands for a Windows computer");
+    auto* offline = app.add_option("--offline", target.offlineRoot,
+                                   "mounted Windows disk: the drive of its Windows folder");
+    machine->excludes(offline);
+    app.add_option("--drive", drives, "a further drive of that disk, as D=DIR; may be repeated")
+        ->needs(offline);
+    app.add_option("--user", target.user, "whose current user it is (with --offline)")
+        ->needs(offline);
+    app.add_option("--missing-drives", missingDrives,
+                   "whether files on drives that were not given are \"unknown\" or \"dead\"")
+        ->check(CLI::IsMember({"unknown", "dead"}))
+        ->needs(offline);
+  }
+
+  void applyTo(Target& target) const {
+    for (const std::string& drive : drives) {
+      addDrive(target, drive);
+    }
+    target.missingDrivesAreDead = missingDrives == "dead";
+    if (target.machineFolder.empty() && target.offlineRoot.empty()) {
+      throw UsageError(
+          "no computer is named; give --machine DIR (a folder that stands for one) or "
+          "--offline ROOT (a mounted Windows disk)");
+    }
+  }
+};
+#else
+struct TargetArguments {
+  void addTo(CLI::App& /*app*/, Target& /*target*/) {}
+  void applyTo(Target& /*target*/) const {}
+};
+#endif
+
+struct ScanArguments {
+  std::string only;
+  bool isJson = false;
+  bool isCsv = false;
+
+  void addTo(CLI::App& scan, Options& options) {
+    scan.add_option("--only", only, "categories to scan, separated by commas: " + categoryNames());
+    auto* json = scan.add_flag("--json", isJson, "print one JSON object, in UTF-8");
+    scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")->excludes(json);
+    scan.add_flag("--quiet", options.isQuiet, "print nothing but messages");
+    scan.add_flag("--exit-zero", options.exitsZero, "end with 0 also when problems were found");
+  }
+
+  void applyTo(Options& options, bool isOnlyGiven) const {
+    options.rows = isOnlyGiven ? rowsNamed(only) : allRows();
+    if (isJson) {
+      options.format = Format::Json;
+    } else if (isCsv) {
+      options.format = Format::Csv;
+    }
+  }
+};
+
+// The parser's messages end in advice on help that would make them two lines.
+std::string oneLine(std::string message) {
+  message.resize(std::min(message.find('\n'), message.size()));
+  return message + "; see zelvreg --help";
+}
+
+}  // namespace
+
+std::set<std::size_t> rowsNamed(const std::string& names) {
+  std::set<std::size_t> rows;
+  for (const std::string_view name : split(names, ",")) {
+    rows.insert(rowNamed(name));
+  }
+  if (rows.empty()) {
+    throw UsageError("--only names no category; choose from: " + categoryNames());
+  }
+  return rows;
+}
+
+ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
+  ParsedCommandLine result;
+  Options& options = result.options;
+  CLI::App app("Finds entries of the Windows registry that name something that is gone.",
+               "zelvreg");
+  app.require_subcommand(1);
+  TargetArguments target;
+  target.addTo(app, options.target);
+  app.add_flag("--yes", options.answersYes, "answer every question with Yes");
+
+  CLI::App* scan = app.add_subcommand("scan", "find dead references and list them");
+  ScanArguments scanArguments;
+  scanArguments.addTo(*scan, options);
+  CLI::App* languages = app.add_subcommand("languages", "list the languages, or choose one");
+  CLI::App* use = languages->add_subcommand("use", "choose a language for this computer");
+  use->add_option("tag", options.language, "the language's tag, as the list shows it")->required();
+  // Options of the program are understood behind the command too.
+  app.fallthrough();
+  scan->fallthrough();
+  languages->fallthrough();
+  use->fallthrough();
+
+  try {
+    app.parse(count, arguments);
+  } catch (const CLI::CallForHelp&) {
+    const auto chosen = app.get_subcommands();
+    result.help = chosen.empty() ? app.help() : chosen.front()->help();
+    return result;
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(oneLine(error.what()));
+  }
+  target.applyTo(options.target);
+  if (scan->parsed()) {
+    scanArguments.applyTo(options, scan->count("--only") > 0);
+  } else {
+    options.command = use->parsed() ? Command::UseLanguage : Command::ListLanguages;
+  }
+  return result;
+}
+
+}  // namespace zelvreg::console

@@ -1,0 +1,57 @@
+// What the console program was asked to do.
+#ifndef ZELVREG_CONSOLE_COMMAND_LINE_H
+#define ZELVREG_CONSOLE_COMMAND_LINE_H
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace zelvreg::console {
+
+enum class Command { Scan, ListLanguages, UseLanguage };
+enum class Format { Tables, Json, Csv };
+
+// Which computer to work on; empty on Windows, where it is the running one.
+struct Target {
+  std::string machineFolder;
+  std::string offlineRoot;
+  std::map<char, std::string> drives;  // by upper-case letter
+  std::string user;
+  bool missingDrivesAreDead = false;
+};
+
+struct Options {
+  Command command = Command::Scan;
+  Target target;
+  std::set<std::size_t> rows;  // category rows to scan, from 1
+  Format format = Format::Tables;
+  bool isQuiet = false;
+  bool exitsZero = false;  // problems found are no failure of the call
+  bool answersYes = false;
+  std::string language;  // tag
+};
+
+// One line that says what is wrong with the call and what to do.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// The options, or the help text that was asked for. Throws UsageError.
+struct ParsedCommandLine {
+  Options options;
+  std::optional<std::string> help;
+};
+ParsedCommandLine parseCommandLine(int count, const char* const* arguments);
+
+// The rows named in a list separated by commas, each by the value name of its tick or by its word.
+// Throws UsageError for a name that is none, and for an empty list.
+std::set<std::size_t> rowsNamed(const std::string& names);
+
+}  // namespace zelvreg::console
+
+#endif

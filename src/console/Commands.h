@@ -1,0 +1,31 @@
+// The commands of the console program, each on a form of its own.
+#ifndef ZELVREG_CONSOLE_COMMANDS_H
+#define ZELVREG_CONSOLE_COMMANDS_H
+
+#include <ostream>
+
+#include "console/CommandLine.h"
+#include "console/Computer.h"
+
+namespace zelvreg::console {
+
+// The exit statuses.
+inline constexpr int nothingFound = 0;
+inline constexpr int problemsFound = 1;
+inline constexpr int failed = 2;
+
+// Where a command writes and what it knows of the terminal.
+struct Streams {
+  std::ostream& out;
+  std::ostream& error;
+  std::size_t width = 0;  // columns of the output, 0 for no terminal
+  bool showsProgress = false;
+};
+
+// Carries out what was asked on an opened computer and gives the exit status. Throws
+// std::runtime_error with one line for what it cannot do.
+int runCommand(const Options& options, Computer& computer, const Streams& streams);
+
+}  // namespace zelvreg::console
+
+#endif

@@ -1,0 +1,29 @@
+// The computer that the console program works on.
+#ifndef ZELVREG_CONSOLE_COMPUTER_H
+#define ZELVREG_CONSOLE_COMPUTER_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "console/CommandLine.h"
+
+namespace zelvreg::console {
+
+// While it lives, the calls of the Windows API are answered by this computer.
+class Computer {
+ public:
+  // Throws std::runtime_error with one line that says what is wrong and what to do.
+  static std::unique_ptr<Computer> open(const Target& target);
+  virtual ~Computer() = default;
+
+  // One line for each part of the registry that was left out because it is damaged.
+  [[nodiscard]] virtual std::vector<std::string> damage() const = 0;
+
+  // Keeps what has been changed; throws as open() does. A running Windows keeps all by itself.
+  virtual void save() = 0;
+};
+
+}  // namespace zelvreg::console
+
+#endif

@@ -1,0 +1,54 @@
+#include <filesystem>
+
+#include "console/Computer.h"
+#include "machine/Drives.h"
+#include "machine/Machine.h"
+
+namespace zelvreg::console {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The language files that come with this program lie beside it.
+fs::path ownLanguages() {
+  std::error_code error;
+  return fs::read_symlink("/proc/self/exe", error).parent_path() / "lang";
+}
+
+class EmulatedComputer : public Computer {
+ public:
+  explicit EmulatedComputer(std::unique_ptr<machine::Machine> opened)
+      : machine(std::move(opened)), running(*machine) {
+    machine->drives().lend(machine->drives().programFolder() + u"\\lang", ownLanguages());
+  }
+
+  [[nodiscard]] std::vector<std::string> damage() const override { return machine->damagedHives(); }
+  void save() override { machine->save(); }
+
+ private:
+  std::unique_ptr<machine::Machine> machine;
+  machine::Running running;
+};
+
+machine::OfflineDisk diskOf(const Target& target) {
+  machine::OfflineDisk disk;
+  disk.root = target.offlineRoot;
+  for (const auto& [letter, folder] : target.drives) {
+    disk.drives.emplace(letter, folder);
+  }
+  if (!target.user.empty()) {
+    disk.user = target.user;
+  }
+  disk.missingDrivesAreDead = target.missingDrivesAreDead;
+  return disk;
+}
+
+}  // namespace
+
+std::unique_ptr<Computer> Computer::open(const Target& target) {
+  return std::make_unique<EmulatedComputer>(target.offlineRoot.empty()
+                                                ? machine::Machine::open(target.machineFolder)
+                                                : machine::Machine::openOffline(diskOf(target)));
+}
+
+}  // namespace zelvreg::console

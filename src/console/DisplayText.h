@@ -1,0 +1,24 @@
+// Narrow text of the computer as UTF-8 for the console.
+#ifndef ZELVREG_CONSOLE_DISPLAY_TEXT_H
+#define ZELVREG_CONSOLE_DISPLAY_TEXT_H
+
+#include <string>
+#include <string_view>
+
+namespace zelvreg::console {
+
+// Text of the registry, in the computer's code page.
+std::string registryText(std::string_view text);
+
+// Text of a language file, in the code page that goes with a charset.
+std::string captionText(std::string_view text, int charset);
+
+// The number of columns that a UTF-8 text takes on a terminal, one for each character.
+std::size_t displayWidth(std::string_view text);
+
+// A text that cannot upset a terminal or a line: control characters become spaces.
+std::string printable(std::string_view text);
+
+}  // namespace zelvreg::console
+
+#endif

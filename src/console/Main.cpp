@@ -1,0 +1,40 @@
+#include <cstdio>
+#include <exception>
+#include <iostream>
+
+#include "console/Commands.h"
+#include "console/Terminal.h"
+
+namespace {
+
+using namespace zelvreg::console;
+
+int runProgram(int count, const char* const* arguments) {
+  const ParsedCommandLine parsed = parseCommandLine(count, arguments);
+  if (parsed.help) {
+    std::cout << *parsed.help;
+    return nothingFound;
+  }
+  prepareTerminal();
+  const auto computer = Computer::open(parsed.options.target);
+  const Streams streams{.out = std::cout,
+                        .error = std::cerr,
+                        .width = terminalWidth(),
+                        .showsProgress = isErrorTerminal()};
+  const int status = runCommand(parsed.options, *computer, streams);
+  if (!std::cout.flush()) {
+    throw std::runtime_error("the output could not be written; check where it goes to");
+  }
+  return status;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  try {
+    return runProgram(count, arguments);
+  } catch (const std::exception& error) {
+    std::cerr << "zelvreg: " << error.what() << "\n";
+    return failed;
+  }
+}

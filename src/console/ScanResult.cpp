@@ -1,0 +1,100 @@
+#include "console/ScanResult.h"
+
+#include <nlohmann/json.hpp>
+
+#include "console/DisplayText.h"
+#include "scan/CategoryTable.h"
+#include "scan/Findings.h"
+
+namespace zelvreg::console {
+namespace {
+
+constexpr std::string_view noScanner = "no scanner yet";
+
+CategoryResult categoryOf(const Form42& form, std::size_t row) {
+  const Category& category = categories()[row - 1];
+  const bool isBound = category.isBound(form);
+  return {.row = row,
+          .key = std::string(category.valueName),
+          .name = captionText(form.View1.text(row, 0), form.View1.font.get().charset),
+          .isChecked = form.View1.isChecked(row),
+          .problems = registryText(form.View1.text(row, problemsColumn)),
+          .status =
+              isBound ? registryText(form.View1.text(row, statusColumn)) : std::string(noScanner)};
+}
+
+FindingResult findingOf(const Form42& form, std::size_t row) {
+  const auto cell = [&](std::size_t column) { return registryText(form.View2.text(row, column)); };
+  return {.location = cell(locationColumn),
+          .badValue = cell(badValueColumn),
+          .kindCode = cell(kindCodeColumn),
+          .rootName = cell(rootNameColumn),
+          .subKey = cell(subKeyColumn),
+          .iconKey = form.View2.smallIcon(row),
+          .isChecked = form.View2.isChecked(row)};
+}
+
+std::string csvField(const std::string& text) {
+  if (text.find_first_of(",\"\r\n") == std::string::npos) {
+    return text;
+  }
+  std::string quoted = "\"";
+  for (const char character : text) {
+    quoted.append(character == '"' ? 2 : 1, character);
+  }
+  return quoted + "\"";
+}
+
+}  // namespace
+
+ScanResult scanResultOf(const Form42& form) {
+  ScanResult result;
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    result.categories.push_back(categoryOf(form, row));
+  }
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    result.findings.push_back(findingOf(form, row));
+  }
+  return result;
+}
+
+std::string jsonText(const ScanResult& result) {
+  using Json = nlohmann::ordered_json;
+  Json categoryList = Json::array();
+  for (const CategoryResult& category : result.categories) {
+    categoryList.push_back({{"row", category.row},
+                            {"key", category.key},
+                            {"name", category.name},
+                            {"checked", category.isChecked},
+                            {"problems", category.problems},
+                            {"status", category.status}});
+  }
+  Json findingList = Json::array();
+  for (const FindingResult& finding : result.findings) {
+    findingList.push_back({{"location", finding.location},
+                           {"badValue", finding.badValue},
+                           {"kindCode", finding.kindCode},
+                           {"rootName", finding.rootName},
+                           {"subKey", finding.subKey},
+                           {"iconKey", finding.iconKey},
+                           {"checked", finding.isChecked}});
+  }
+  const Json object = {{"categories", std::move(categoryList)},
+                       {"findings", std::move(findingList)},
+                       {"total", result.findings.size()}};
+  return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string csvText(const ScanResult& result) {
+  std::string text = "location,badValue,kindCode,rootName,subKey,iconKey,checked\n";
+  for (const FindingResult& finding : result.findings) {
+    for (const std::string* field : {&finding.location, &finding.badValue, &finding.kindCode,
+                                     &finding.rootName, &finding.subKey, &finding.iconKey}) {
+      text += csvField(*field) + ",";
+    }
+    text += finding.isChecked ? "true\n" : "false\n";
+  }
+  return text;
+}
+
+}  // namespace zelvreg::console

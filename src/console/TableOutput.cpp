@@ -1,0 +1,65 @@
+// The tables of ScanResult.h.
+#include <string_view>
+#include <utility>
+
+#include "console/ScanResult.h"
+#include "console/Table.h"
+
+namespace zelvreg::console {
+namespace {
+
+// A table has no room for the long names of the hives.
+std::string keyText(const FindingResult& finding) {
+  constexpr std::pair<std::string_view, std::string_view> names[] = {
+      {"HKEY_LOCAL_MACHINE", "HKLM"},
+      {"HKEY_CURRENT_USER", "HKCU"},
+      {"HKEY_CLASSES_ROOT", "HKCR"},
+      {"HKEY_USERS", "HKU"},
+  };
+  if (finding.rootName.empty()) {
+    return finding.subKey;
+  }
+  for (const auto& [name, shortName] : names) {
+    if (finding.rootName == name) {
+      return std::string(shortName) + "\\" + finding.subKey;
+    }
+  }
+  return finding.rootName + "\\" + finding.subKey;
+}
+
+std::string categoryTable(const ScanResult& result, std::size_t width) {
+  Table table(
+      {{"Row", true}, {"Category", false, true}, {"Key"}, {"Problems", true}, {"Status", false}});
+  for (const CategoryResult& category : result.categories) {
+    table.addRow({std::to_string(category.row), category.name, category.key, category.problems,
+                  category.isChecked ? category.status : "not ticked"});
+  }
+  return table.text(width);
+}
+
+std::string findingTable(const ScanResult& result, std::size_t width) {
+  Table table({{"No.", true},
+               {"Kind", true},
+               {"Location", false, true},
+               {"Bad value", false, true},
+               {"Registry key", false, true}});
+  std::size_t number = 0;
+  for (const FindingResult& finding : result.findings) {
+    table.addRow({std::to_string(++number), finding.kindCode, finding.location, finding.badValue,
+                  keyText(finding)});
+  }
+  return table.text(width);
+}
+
+}  // namespace
+
+std::string tableText(const ScanResult& result, std::size_t width) {
+  std::string text = categoryTable(result, width) + "\n";
+  if (!result.findings.empty()) {
+    text += findingTable(result, width) + "\n";
+  }
+  return text + std::to_string(result.findings.size()) +
+         (result.findings.size() == 1 ? " problem found.\n" : " problems found.\n");
+}
+
+}  // namespace zelvreg::console

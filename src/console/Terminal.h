@@ -1,0 +1,23 @@
+// The terminal that the console program was started from.
+#ifndef ZELVREG_CONSOLE_TERMINAL_H
+#define ZELVREG_CONSOLE_TERMINAL_H
+
+#include <cstddef>
+
+namespace zelvreg::console {
+
+bool isInputTerminal();
+bool isOutputTerminal();
+bool isErrorTerminal();
+
+// The number of columns of standard output, or 0 if it is no terminal.
+std::size_t terminalWidth();
+
+// Makes the console show UTF-8 and, from then on, Ctrl-C a request that can be asked for, instead
+// of the end of the process. A second Ctrl-C ends it.
+void prepareTerminal();
+bool isStopRequested();
+
+}  // namespace zelvreg::console
+
+#endif

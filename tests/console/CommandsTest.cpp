@@ -1,0 +1,94 @@
+#include "console/Commands.h"
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "support/ComputerFixture.h"
+
+namespace zelvreg::console {
+namespace {
+
+const std::string fontsKey =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Fonts";
+
+// A computer that is in force already.
+class GivenComputer : public Computer {
+ public:
+  [[nodiscard]] std::vector<std::string> damage() const override { return damaged; }
+  void save() override { ++saves; }
+  std::vector<std::string> damaged;
+  int saves = 0;
+};
+
+class CommandsTest : public fixture::ComputerFixture {
+ protected:
+  CommandsTest() {
+    emptyKey(fontsKey);
+    options.rows = {1};
+  }
+
+  int run() { return runCommand(options, given, {.out = out, .error = error}); }
+
+  Options options;
+  GivenComputer given;
+  std::ostringstream out;
+  std::ostringstream error;
+};
+
+TEST_F(CommandsTest, AScanWithoutFindingsEndsWithZero) {
+  EXPECT_EQ(run(), nothingFound);
+  EXPECT_NE(out.str().find("0 problems found."), std::string::npos);
+  EXPECT_EQ(given.saves, 0);
+}
+
+TEST_F(CommandsTest, AScanWithFindingsEndsWithOneUnlessTheCallerWantsZero) {
+  setText(fontsKey, "Gone", "gone.ttf");
+  EXPECT_EQ(run(), problemsFound);
+  options.exitsZero = true;
+  EXPECT_EQ(run(), nothingFound);
+}
+
+TEST_F(CommandsTest, JsonAloneStandsOnTheOutputWithAllRowsOfTheResults) {
+  setText(fontsKey, "Gr\xFCn", "gone.ttf");
+  options.format = Format::Json;
+  EXPECT_EQ(run(), problemsFound);
+  const auto object = nlohmann::json::parse(out.str());
+  EXPECT_EQ(object["findings"][0]["location"], "Gr\xC3\xBCn");
+  EXPECT_EQ(object["findings"][0]["checked"], true);
+  EXPECT_EQ(object["categories"].size(), 16U);
+  EXPECT_EQ(object["categories"][0]["problems"], "1");
+  EXPECT_EQ(object["categories"][0]["status"], "Finished");
+  EXPECT_EQ(object["categories"][1]["checked"], false);
+  EXPECT_EQ(error.str(), "");
+}
+
+TEST_F(CommandsTest, QuietPrintsNothing) {
+  setText(fontsKey, "Gone", "gone.ttf");
+  options.isQuiet = true;
+  EXPECT_EQ(run(), problemsFound);
+  EXPECT_EQ(out.str(), "");
+}
+
+TEST_F(CommandsTest, ADamagedPartIsNamedAndTheScanEndsWithTwo) {
+  given.damaged = {"SOFTWARE is damaged"};
+  EXPECT_EQ(run(), failed);
+  EXPECT_EQ(error.str(), "zelvreg: SOFTWARE is damaged\n");
+  EXPECT_NE(out.str(), "");
+}
+
+TEST_F(CommandsTest, NoTickedRowIsAMessageOnTheErrorStream) {
+  options.rows.clear();
+  EXPECT_EQ(run(), nothingFound);
+  EXPECT_EQ(error.str(),
+            "zelvreg: Please select any item from the list first to perform the test\n");
+}
+
+TEST_F(CommandsTest, AnUnknownLanguageIsRefused) {
+  options.command = Command::UseLanguage;
+  options.language = "klingon";
+  EXPECT_THROW(run(), std::runtime_error);
+  EXPECT_EQ(given.saves, 0);
+}
+
+}  // namespace
+}  // namespace zelvreg::console

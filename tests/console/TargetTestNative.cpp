@@ -1,0 +1,62 @@
+// The Windows program works on the computer that it runs on and takes no other.
+#include <gtest/gtest.h>
+
+#include "console/CommandLine.h"
+
+namespace zelvreg::console {
+namespace {
+
+Options parse(std::vector<const char*> arguments) {
+  arguments.insert(arguments.begin(), "zelvreg");
+  arguments.push_back("scan");
+  return parseCommandLine(static_cast<int>(arguments.size()), arguments.data()).options;
+}
+
+std::string complaint(const std::vector<const char*>& arguments) {
+  try {
+    parse(arguments);
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+  return "(none)";
+}
+
+TEST(Target, WithoutAComputerItSaysHowToNameOne) {
+  const std::string line = complaint({});
+  EXPECT_NE(line.find("--machine DIR"), std::string::npos) << line;
+  EXPECT_NE(line.find("--offline ROOT"), std::string::npos) << line;
+}
+
+TEST(Target, ADiskTakesFurtherDrivesAUserAndAJudgementOfMissingOnes) {
+  const Target target = parse({"--offline", "/mnt", "--drive", "d=/data", "--drive", "E=/e",
+                               "--user", "Ann", "--missing-drives", "dead"})
+                            .target;
+  EXPECT_EQ(target.offlineRoot, "/mnt");
+  EXPECT_EQ(target.drives, (std::map<char, std::string>{{'D', "/data"}, {'E', "/e"}}));
+  EXPECT_EQ(target.user, "Ann");
+  EXPECT_TRUE(target.missingDrivesAreDead);
+}
+
+TEST(Target, MissingDrivesAreUnknownUnlessSaidOtherwise) {
+  EXPECT_FALSE(parse({"--offline", "/mnt"}).target.missingDrivesAreDead);
+  EXPECT_NE(complaint({"--offline", "/mnt", "--missing-drives", "maybe"}), "(none)");
+}
+
+TEST(Target, ADriveIsALetterAndAFolderAndGivenOnce) {
+  for (const char* drive : {"D", "D=", "=x", "DD=/x", "1=/x"}) {
+    EXPECT_NE(complaint({"--offline", "/mnt", "--drive", drive}).find("is no drive"),
+              std::string::npos)
+        << drive;
+  }
+  EXPECT_NE(
+      complaint({"--offline", "/mnt", "--drive", "D=/a", "--drive", "d=/b"}).find("given twice"),
+      std::string::npos);
+}
+
+TEST(Target, AMachineFolderAndADiskExcludeEachOther) {
+  EXPECT_NE(complaint({"--machine", "a", "--offline", "b"}), "(none)");
+  EXPECT_NE(complaint({"--machine", "a", "--user", "Ann"}), "(none)");
+}
+
+}  // namespace
+}  // namespace zelvreg::console

@@ -1,0 +1,223 @@
+#include "BareWalk.h"
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "WalkTable.h"
+
+namespace zelvreg::bench {
+namespace {
+
+constexpr REGSAM access = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_WOW64_64KEY;
+
+// Room for any name and for all data that name a file.
+using Buffer = std::array<char, 32768>;
+
+class Walker {
+ public:
+  explicit Walker(const Loop& loopToWalk) : loop(loopToWalk) {}
+
+  WalkCounts walk() {
+    if (loop.at == At::Key) {
+      readValues(loop.key);
+      return counts;
+    }
+    const std::string start = *loop.key == '\0' ? "" : std::string(loop.key) + "\\";
+    forEachSubkey(loop.key, [&](std::string_view name) {
+      std::string path = start;
+      path += name;
+      if (loop.at == At::FirstOfSubkeys) {
+        path += "\\" + firstSubkey(path);
+      }
+      path += loop.below;
+      readValues(path);
+    });
+    return counts;
+  }
+
+ private:
+  template <typename Take>
+  void forEachSubkey(const std::string& path, const Take& take) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
+      return;
+    }
+    std::array<char, 512> name{};
+    for (DWORD index = 0;
+         RegEnumKeyA(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
+         ++index) {
+      ++counts.entries;
+      take(std::string_view(name.data()));
+    }
+    RegCloseKey(key);
+  }
+
+  std::string firstSubkey(const std::string& path) {
+    HKEY key = nullptr;
+    std::array<char, 512> name{};
+    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
+      RegEnumKeyA(key, 0, name.data(), static_cast<DWORD>(name.size()));
+      RegCloseKey(key);
+    }
+    ++counts.entries;
+    return name.data();
+  }
+
+  void readValues(const std::string& path) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
+      return;
+    }
+    if (loop.value != nullptr) {
+      readValue(key, loop.value);
+    } else {
+      readAllValues(key);
+    }
+    RegCloseKey(key);
+  }
+
+  void readAllValues(HKEY key) {
+    auto size = static_cast<DWORD>(nameBuffer.size());
+    DWORD type = REG_NONE;
+    for (DWORD index = 0; RegEnumValueA(key, index, nameBuffer.data(), &size, nullptr, &type,
+                                        nullptr, nullptr) == ERROR_SUCCESS;
+         ++index) {
+      ++counts.entries;
+      if (size > 0) {
+        takeName(key);
+      }
+      size = static_cast<DWORD>(nameBuffer.size());
+    }
+  }
+
+  void takeName(HKEY key) {
+    switch (loop.names) {
+      case Names::Nothing:
+        break;
+      case Names::ByNameMade:
+        SetFileAttributesA(nameBuffer.data(), FILE_ATTRIBUTE_ARCHIVE);
+        testFile(nameBuffer.data());
+        break;
+      case Names::ByName:
+        testFile(nameBuffer.data());
+        break;
+      default:
+        readValue(key, nameBuffer.data());
+    }
+  }
+
+  void readValue(HKEY key, const char* name) {
+    auto size = static_cast<DWORD>(data.size());
+    DWORD type = REG_NONE;
+    ++counts.values;
+    if (RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size) !=
+            ERROR_SUCCESS ||
+        (type != REG_SZ && type != REG_EXPAND_SZ)) {
+      return;
+    }
+    testData(std::string_view(data.data()), name);
+  }
+
+  void testData(std::string_view text, const char* name) {
+    switch (loop.names) {
+      case Names::ByFont:
+        testFile(("C:\\Windows\\Fonts\\" + std::string(text)).c_str());
+        break;
+      case Names::ByNameInFolder:
+        testFile((std::string(text) + "\\" + name).c_str());
+        break;
+      case Names::ByRule:
+        testFile(std::string(programOfRule(text)).c_str());
+        break;
+      case Names::ByPath:
+      case Names::ByPathOrFolder:
+        testPath(text);
+        break;
+      case Names::ByLibrary:
+        testLibrary(text);
+        break;
+      default:
+        break;
+    }
+  }
+
+  static std::string_view programOfRule(std::string_view rule) {
+    constexpr std::string_view marker = "|App=";
+    const auto start = rule.find(marker);
+    if (start == std::string_view::npos) {
+      return {};
+    }
+    rule.remove_prefix(start + marker.size());
+    return rule.substr(0, rule.find('|'));
+  }
+
+  void testPath(std::string_view text) {
+    if (text.find('\\') == std::string_view::npos) {
+      return;
+    }
+    const std::string path(text.front() == '"' ? text.substr(1, text.find('"', 1) - 1)
+                                               : text.substr(0, text.find(',')));
+    if (loop.names == Names::ByPathOrFolder) {
+      const DWORD attributes = GetFileAttributesA(path.c_str());
+      if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return;
+      }
+    }
+    testFile(path.c_str());
+  }
+
+  void testFile(const char* path) {
+    ++counts.files;
+    const char* tested = path;
+    // Fonts are never expanded.
+    if (loop.names != Names::ByFont &&
+        ExpandEnvironmentStringsA(path, expanded.data(), static_cast<DWORD>(expanded.size())) <=
+            expanded.size()) {
+      tested = expanded.data();
+    }
+    const DWORD attributes = GetFileAttributesA(tested);
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+      ++counts.dead;
+    }
+  }
+
+  void testLibrary(std::string_view text) {
+    HKEY key = nullptr;
+    const std::string path = "TypeLib\\" + std::string(text);
+    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
+      RegCloseKey(key);
+    } else {
+      ++counts.dead;
+    }
+  }
+
+  const Loop& loop;
+  WalkCounts counts;
+  Buffer nameBuffer;  // none of them is filled beforehand
+  Buffer data;
+  Buffer expanded;
+};
+
+void add(WalkCounts& sum, const WalkCounts& more) {
+  sum.entries += more.entries;
+  sum.values += more.values;
+  sum.files += more.files;
+  sum.dead += more.dead;
+}
+
+}  // namespace
+
+WalkCounts bareWalk(const std::set<std::size_t>& rows) {
+  WalkCounts sum;
+  for (const std::size_t row : rows) {
+    for (const Loop& loop : loopsOf(row)) {
+      add(sum, Walker(loop).walk());
+    }
+  }
+  return sum;
+}
+
+}  // namespace zelvreg::bench

@@ -1,0 +1,159 @@
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <iomanip>
+#include <iostream>
+#include <vector>
+
+#include "MachineMaker.h"
+#include "OfflineBench.h"
+#include "ScanBench.h"
+#include "scan/CategoryTable.h"
+
+namespace {
+
+using namespace zelvreg::bench;
+namespace fs = std::filesystem;
+
+constexpr int failed = 2;
+
+struct Arguments {
+  std::vector<std::size_t> sizes{10'000, 100'000};
+  std::size_t pairs = 11;
+  std::string offlineRoot;
+  bool isByCategory = false;
+};
+
+// A folder for made machines, gone with its content at the end.
+class WorkFolder {
+ public:
+  WorkFolder() {
+    std::string name = (fs::temp_directory_path() / "zelvreg-bench-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      throw std::runtime_error(name + " cannot be made; set TMPDIR to a folder with room");
+    }
+    folder = name;
+  }
+  ~WorkFolder() {
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
+  }
+  WorkFolder(const WorkFolder&) = delete;
+  WorkFolder& operator=(const WorkFolder&) = delete;
+
+  [[nodiscard]] fs::path operator/(const std::string& name) const { return folder / name; }
+
+ private:
+  fs::path folder;
+};
+
+constexpr double milliseconds = 1000;
+constexpr double microseconds = 1'000'000;
+
+void printRows(const std::set<std::size_t>& rows) {
+  std::cout << "categories compared:";
+  for (const std::size_t row : rows) {
+    std::cout << " " << zelvreg::categories()[row - 1].optionName;
+  }
+  std::cout << "\n";
+}
+
+void printCategories(const fs::path& folder, const std::set<std::size_t>& rows, std::size_t pairs) {
+  for (const std::size_t row : rows) {
+    const ScanFigures figures = measureScan(folder, {row}, pairs);
+    std::cout << "    " << std::left << std::setw(16) << zelvreg::categories()[row - 1].optionName
+              << std::right << "walk " << std::setw(9) << figures.times.first * milliseconds
+              << " ms  scan " << std::setw(9) << figures.times.second * milliseconds
+              << " ms  scan/walk " << figures.times.ratio << "\n";
+  }
+}
+
+void printScan(std::size_t keys, const ScanFigures& figures) {
+  const auto perKey = static_cast<double>(keys);
+  std::cout << std::setw(9) << keys << " keys: scan/walk " << figures.times.ratio << "  (scan "
+            << figures.times.second * milliseconds << " ms, "
+            << figures.times.second * microseconds / perKey << " us a key, walk "
+            << figures.times.first * milliseconds << " ms, " << std::setprecision(0)
+            << figures.findings << " findings)\n"
+            << std::setprecision(2) << "           peak of scan/loaded machine "
+            << figures.scanPeak / figures.loadedMemory << "  (loaded " << figures.loadedMemory
+            << " MB, of which the program " << figures.baseMemory << "; scan " << figures.scanPeak
+            << " MB; loading took " << figures.loadSeconds << " s and " << figures.loadPeak
+            << " MB)\n"
+            << std::flush;
+}
+
+void benchMachines(const Arguments& arguments) {
+  const WorkFolder work;
+  std::set<std::size_t> rows;
+  for (const std::size_t keys : arguments.sizes) {
+    const fs::path folder = work / std::to_string(keys);
+    makeMachine(folder, {.keys = keys});
+    if (rows.empty()) {
+      const auto found = runInChild([&] {
+        const auto comparable = comparableRows(folder);
+        return std::vector<double>(comparable.begin(), comparable.end());
+      });
+      rows = std::set<std::size_t>(found.begin(), found.end());
+      printRows(rows);
+    }
+    printScan(keys, measureScan(folder, rows, arguments.pairs));
+    if (arguments.isByCategory) {
+      printCategories(folder, rows, arguments.pairs);
+    }
+    fs::remove_all(folder);
+  }
+}
+
+void benchOffline(const Arguments& arguments) {
+  const OfflineFigures figures = measureOffline(arguments.offlineRoot, arguments.pairs);
+  std::cout << "offline scan/bare libhivex walk " << figures.times.ratio << "  (scan "
+            << figures.times.second * milliseconds << " ms, " << std::setprecision(0)
+            << figures.findings << " findings; walk of " << figures.keys << " keys and "
+            << figures.values << " values " << std::setprecision(2)
+            << figures.times.first * milliseconds << " ms)\n"
+            << "peak memory scan/walk " << figures.scanPeak / figures.walkPeak << "  (scan "
+            << figures.scanPeak << " MB, walk " << figures.walkPeak << " MB)\n";
+}
+
+void addOptions(CLI::App& app, Arguments& arguments) {
+  app.add_option("--keys", arguments.sizes, "sizes of the machines to make, parted by commas")
+      ->capture_default_str()
+      ->delimiter(',')
+      ->check(CLI::Range(fewestKeys, mostKeys));
+  app.add_option("--pairs", arguments.pairs, "how many times each pair is taken")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 1000));
+  app.add_option("--offline", arguments.offlineRoot,
+                 "compare an offline scan of this mounted disk instead")
+      ->check(CLI::ExistingDirectory);
+  app.add_flag("--by-category", arguments.isByCategory, "compare each category by itself too");
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  try {
+    Arguments given;
+    CLI::App app("Compares a scan with the bare walk of what it reads.", "zelvreg-bench");
+    addOptions(app, given);
+    try {
+      app.parse(count, arguments);
+    } catch (const CLI::CallForHelp&) {
+      std::cout << app.help();
+      return 0;
+    }
+    std::cout << std::fixed << std::setprecision(2);
+    if (given.offlineRoot.empty()) {
+      benchMachines(given);
+    } else {
+      benchOffline(given);
+    }
+    return 0;
+  } catch (const std::exception& error) {
+    const std::string message = error.what();
+    std::cerr << "zelvreg-bench: " << message.substr(0, message.find('\n')) << "\n";
+    return failed;
+  }
+}

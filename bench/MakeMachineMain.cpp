@@ -1,0 +1,43 @@
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+
+#include "MachineMaker.h"
+
+namespace {
+
+using namespace zelvreg::bench;
+
+constexpr int failed = 2;
+
+int fail(const std::string& message) {
+  std::cerr << "zelvreg-make-machine: " << message.substr(0, message.find('\n')) << "\n";
+  return failed;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  std::string folder;
+  MachineSize size;
+  try {
+    CLI::App app("Makes a folder that stands for a Windows computer, for measuring.",
+                 "zelvreg-make-machine");
+    app.add_option("folder", folder, "a new or empty folder")->required();
+    app.add_option("--keys", size.keys, "how many keys the registry has")
+        ->required()
+        ->check(CLI::Range(fewestKeys, mostKeys));
+    app.add_option("--seed", size.seed, "another number gives other content")
+        ->capture_default_str();
+    try {
+      app.parse(count, arguments);
+    } catch (const CLI::CallForHelp&) {
+      std::cout << app.help();
+      return 0;
+    }
+    makeMachine(folder, size);
+    return 0;
+  } catch (const std::exception& error) {
+    return fail(error.what());
+  }
+}

@@ -1,0 +1,27 @@
+// A whole offline scan beside a bare walk of the disk's SOFTWARE hive with libhivex.
+#ifndef ZELVREG_BENCH_OFFLINE_BENCH_H
+#define ZELVREG_BENCH_OFFLINE_BENCH_H
+
+#include <cstddef>
+#include <filesystem>
+
+#include "Measure.h"
+
+namespace zelvreg::bench {
+
+struct OfflineFigures {
+  Comparison times;  // first the walk, then the scan
+  double walkPeak = 0;
+  double scanPeak = 0;
+  double keys = 0;  // of the hive
+  double values = 0;
+  double findings = 0;
+};
+
+// Each walk and each scan begins in a new process. All categories are scanned. Throws
+// std::runtime_error for a disk without a SOFTWARE hive.
+OfflineFigures measureOffline(const std::filesystem::path& root, std::size_t pairs);
+
+}  // namespace zelvreg::bench
+
+#endif

@@ -137,7 +137,6 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   Options& options = result.options;
   CLI::App app("Finds entries of the Windows registry that name something that is gone.",
                "zelvreg");
-  app.require_subcommand(1);
   TargetArguments target;
   target.addTo(app, options.target);
   app.add_flag("--yes", options.answersYes, "answer every question with Yes");
@@ -162,6 +161,9 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
     return result;
   } catch (const CLI::ParseError& error) {
     throw UsageError(oneLine(error.what()));
+  }
+  if (app.get_subcommands().empty()) {
+    throw UsageError("no command is given; try zelvreg --machine DIR scan, and zelvreg --help");
   }
   target.applyTo(options.target);
   if (scan->parsed()) {

@@ -173,6 +173,8 @@ struct Form42 {
   std::string langTag;
   int langIndex = 0;
   std::string langFileName;
+  // Whether the language's charset is that of the system, so that the system can draw its menus.
+  bool languageMatchesSystem = false;
 
   // Where the program's own files lie, without a backslash at the end.
   std::string programFolder;

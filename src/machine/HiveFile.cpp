@@ -21,7 +21,9 @@ struct Free {
 template <typename Content>
 using Owned = std::unique_ptr<Content, Free>;
 
-constexpr std::size_t offsetUnit = 4;  // nodes and values lie at multiples of it
+constexpr std::size_t offsetUnit = 4;  // nodes lie at multiples of it
+constexpr std::size_t listEntrySize = 4;
+constexpr std::size_t valueRecordSize = 24;
 
 // A hive may hold any number as a type, also one that libhivex's enumeration does not have.
 DWORD numberOf(const hive_type& type) {
@@ -77,8 +79,8 @@ HiveFile::HiveFile(std::filesystem::path hiveFile) : file(std::move(hiveFile)) {
   rootNode = static_cast<std::uint32_t>(root);
   visited.resize(static_cast<std::size_t>(size) / offsetUnit + 1);
   visited[root / offsetUnit] = true;
-  // An entry of a list takes four bytes of the file; bytes of values are stored as they are.
-  entriesLeft = static_cast<std::size_t>(size) / 4;
+  entriesLeft = static_cast<std::size_t>(size) / listEntrySize;
+  valuesLeft = static_cast<std::size_t>(size) / (listEntrySize + valueRecordSize);
   bytesLeft = static_cast<std::size_t>(size);
 }
 
@@ -129,7 +131,7 @@ void HiveFile::subkeys(std::uint32_t node, const TakeSubkey& take) {
 }
 
 void HiveFile::values(std::uint32_t node, const TakeValue& take) {
-  if (entriesLeft == 0 || bytesLeft == 0) {
+  if (valuesLeft == 0 || bytesLeft == 0) {
     return;
   }
   const Owned<hive_value_h> values(hivex_node_values(hive, node));
@@ -137,11 +139,8 @@ void HiveFile::values(std::uint32_t node, const TakeValue& take) {
     return;
   }
   for (const hive_value_h* next = values.get(); *next != 0; ++next) {
-    if (!spend(entriesLeft, 1)) {
+    if (!spend(valuesLeft, 1)) {
       return;
-    }
-    if (!firstVisit(*next)) {
-      continue;
     }
     const Owned<char> name(hivex_value_key(hive, *next));
     hive_type type = hive_t_none;

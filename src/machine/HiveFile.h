@@ -42,8 +42,9 @@ class HiveFile {
   [[nodiscard]] std::uint32_t root() const { return rootNode; }
 
   // Each subkey or value of a node that can be read, names in UTF-8, in the order of the hive.
-  // Every node and value is given once in the life of this object, so a list that leads back to a
-  // key above, or is shared by several keys, ends there.
+  // Every node is given once in the life of this object, so a list that leads back to a key above
+  // ends there; values end where there are more than a file of this size can truly hold. Ask for
+  // each node once.
   void subkeys(std::uint32_t node, const TakeSubkey& take);
   void values(std::uint32_t node, const TakeValue& take);
 
@@ -57,9 +58,11 @@ class HiveFile {
   std::filesystem::path file;
   hive_h* hive = nullptr;
   std::uint32_t rootNode = 0;
-  std::vector<bool> visited;    // by offset in the file / 4
-  std::size_t entriesLeft = 0;  // list entries that an honest file of this size can hold
-  std::size_t bytesLeft = 0;    // value bytes, the same
+  std::vector<bool> visited;  // nodes, by offset in the file / 4
+  // What an honest file of this size can still hold: entries of subkey lists, values, their bytes.
+  std::size_t entriesLeft = 0;
+  std::size_t valuesLeft = 0;
+  std::size_t bytesLeft = 0;
 };
 
 }  // namespace zelvreg::machine

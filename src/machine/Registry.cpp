@@ -1,8 +1,6 @@
 #include "machine/Registry.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -96,28 +94,16 @@ RegistryKey& Registry::newKey(RegistryKey* parent, std::u16string_view name) {
   return key;
 }
 
-// A name from a hive; nearly all of them are ASCII. This is much of what reading a hive costs, so
-// it takes four letters at a time.
+// A name from a hive; nearly all of them are ASCII.
 std::u16string_view Registry::keepUtf8(std::string_view text) {
-  static_assert(std::endian::native == std::endian::little);
   auto* place = arena.allocate<char16_t>(text.size());
-  std::uint32_t all = 0;
-  std::size_t index = 0;
-  for (; index + 4 <= text.size(); index += 4) {
-    std::uint32_t four = 0;
-    std::memcpy(&four, text.data() + index, sizeof four);
-    all |= four;
-    std::uint64_t spread = four;
-    spread = (spread | spread << 16) & 0x0000FFFF0000FFFF;
-    spread = (spread | spread << 8) & 0x00FF00FF00FF00FF;
-    std::memcpy(place + index, &spread, sizeof spread);
-  }
-  for (; index < text.size(); ++index) {
+  unsigned char all = 0;
+  for (std::size_t index = 0; index < text.size(); ++index) {
     const auto byte = static_cast<unsigned char>(text[index]);
     place[index] = byte;
     all |= byte;
   }
-  if ((all & 0x80808080U) != 0) {
+  if (all >= 0x80) {
     return arena.keep(utf16FromUtf8(text));
   }
   return {place, text.size()};

@@ -1,7 +1,10 @@
 #include "shell/Languages.h"
 
+#include <windows.h>
+
 #include <array>
 
+#include "languages/Charset.h"
 #include "languages/LanguageFile.h"
 #include "registry/Hives.h"
 #include "runtime/FileSystemObject.h"
@@ -140,6 +143,10 @@ void changeviewlang(Form42& form) {
   restoreSelection(form);
 }
 
+void compareWithSystem(Form42& form) {
+  form.languageMatchesSystem = charsetMatchesCodePage(form.langCode, GetACP());
+}
+
 void lbllanguage_Click(Form42& form, std::size_t entry) {
   if (entry >= form.lbllanguage.size()) {
     return;
@@ -153,6 +160,7 @@ void lbllanguage_Click(Form42& form, std::size_t entry) {
   form.pictrlang.visible = false;
   changelangoru(form);
   form.imglangselect.top = label.top;
+  compareWithSystem(form);
   changeviewlang(form);
 }
 

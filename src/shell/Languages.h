@@ -15,6 +15,9 @@ void loadavlang(Form42& form);
 // that language the form keeps the captions that it has.
 void changelangoru(Form42& form);
 
+// Finds out whether the language in use goes with the system's code page.
+void compareWithSystem(Form42& form);
+
 // Lists the categories anew in the language of the form, with the ticks that were kept. The status
 // icons are lost.
 void changeviewlang(Form42& form);

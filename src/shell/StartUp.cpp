@@ -26,6 +26,7 @@ void Form_Load(Form42& form) {
   form.Is64BitOS = runsOn64BitWindows();
   loadavlang(form);
   changelangoru(form);
+  compareWithSystem(form);
   placeLanguageMarker(form);
   if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
     form.langFileName = "zelvreg-english.lang";

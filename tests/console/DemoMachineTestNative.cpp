@@ -28,7 +28,7 @@ nlohmann::json finding(const char* location, const char* badValue, const char* k
 
 // Scans a copy of the demo machine from the command line on.
 nlohmann::json scanDemo(const std::string& only, int& status) {
-  const test::TemporaryFolder copy;
+  const fixture::TemporaryFolder copy;
   std::filesystem::copy(
       sourceFolder() + "/demo/machine", copy.path(),
       std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);

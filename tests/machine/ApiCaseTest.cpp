@@ -2,7 +2,7 @@
 
 #include "support/MachineFixture.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 class ApiCaseTest : public MachineFixture {
@@ -19,8 +19,14 @@ class ApiCaseTest : public MachineFixture {
 
 TEST_F(ApiCaseTest, ChangesTheLettersOfTheCodePage) {
   start();
-  EXPECT_EQ(lower("\xC4" "BC \xDF"), "\xE4" "bc \xDF");
-  EXPECT_EQ(upper("\xE4" "bc \xDF"), "\xC4" "BC \xDF");
+  EXPECT_EQ(lower("\xC4"
+                  "BC \xDF"),
+            "\xE4"
+            "bc \xDF");
+  EXPECT_EQ(upper("\xE4"
+                  "bc \xDF"),
+            "\xC4"
+            "BC \xDF");
 }
 
 TEST_F(ApiCaseTest, ALetterWithoutTheOtherCaseInThePageStays) {
@@ -33,14 +39,20 @@ TEST_F(ApiCaseTest, ALetterWithoutTheOtherCaseInThePageStays) {
 TEST_F(ApiCaseTest, EachCodePageHasItsOwnLetters) {
   setting("codepage", "1250");
   start();
-  EXPECT_EQ(lower("\xA3\xD3" "D\xAC"), "\xB3\xF3" "d\xAC");
+  EXPECT_EQ(lower("\xA3\xD3"
+                  "D\xAC"),
+            "\xB3\xF3"
+            "d\xAC");
 }
 
 TEST_F(ApiCaseTest, TwoByteCharactersKeepTheirBytes) {
   setting("codepage", "932");
   start();
-  EXPECT_EQ(lower("\x83\x41" "AB"), "\x83\x41" "ab");
+  EXPECT_EQ(lower("\x83\x41"
+                  "AB"),
+            "\x83\x41"
+            "ab");
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

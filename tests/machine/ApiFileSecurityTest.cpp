@@ -11,7 +11,7 @@ namespace {
 
 DWORD error(LONG code) { return static_cast<DWORD>(code); }
 
-class ApiFileSecurityTest : public zelvreg::test::MachineFixture {
+class ApiFileSecurityTest : public zelvreg::fixture::MachineFixture {
  protected:
   static std::string listOf(const char* path) {
     DWORD size = 0;

@@ -13,7 +13,7 @@ namespace {
 
 DWORD error(LONG code) { return static_cast<DWORD>(code); }
 
-class ApiFilesTest : public zelvreg::test::MachineFixture {
+class ApiFilesTest : public zelvreg::fixture::MachineFixture {
  protected:
   static HANDLE open(const char* path, DWORD access, DWORD disposition, DWORD flags = 0) {
     return CreateFileA(path, access, 0, nullptr, disposition, flags, nullptr);

@@ -15,7 +15,7 @@ using Names = std::vector<std::string>;
 
 DWORD error(LONG code) { return static_cast<DWORD>(code); }
 
-class ApiFindTest : public zelvreg::test::MachineFixture {
+class ApiFindTest : public zelvreg::fixture::MachineFixture {
  protected:
   static Names search(const char* pattern) {
     Names names;

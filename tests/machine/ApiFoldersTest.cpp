@@ -10,7 +10,7 @@ namespace {
 
 DWORD error(LONG code) { return static_cast<DWORD>(code); }
 
-class ApiFoldersTest : public zelvreg::test::MachineFixture {};
+class ApiFoldersTest : public zelvreg::fixture::MachineFixture {};
 
 TEST_F(ApiFoldersTest, deletesAFileAndNothingElse) {
   file(R"(C:\Dir\a.txt)");

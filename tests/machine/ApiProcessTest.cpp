@@ -11,7 +11,7 @@
 namespace zelvreg::machine {
 namespace {
 
-class ApiProcessTest : public zelvreg::test::MachineFixture {};
+class ApiProcessTest : public zelvreg::fixture::MachineFixture {};
 
 TEST_F(ApiProcessTest, a32BitProcessRunsOn64Bits) {
   start();
@@ -78,7 +78,7 @@ TEST_F(ApiProcessTest, givesZeroFilledMemory) {
   EXPECT_EQ(LocalFree(nullptr), nullptr);
 }
 
-class ApiTextTest : public zelvreg::test::MachineFixture {};
+class ApiTextTest : public zelvreg::fixture::MachineFixture {};
 
 TEST_F(ApiTextTest, convertsWithoutAMachineInTheWesternPage) {
   std::array<char16_t, 8> wide{};

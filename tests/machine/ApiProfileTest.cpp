@@ -11,7 +11,7 @@ namespace {
 
 DWORD error(LONG code) { return static_cast<DWORD>(code); }
 
-class ApiProfileTest : public zelvreg::test::MachineFixture {
+class ApiProfileTest : public zelvreg::fixture::MachineFixture {
  protected:
   // The buffer begins as x, so that what a call writes behind the text is seen.
   std::array<char, 64> buffer{};

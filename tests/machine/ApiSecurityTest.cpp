@@ -190,7 +190,7 @@ TEST(ApiAcl, refusesWhatDoesNotFitOrIsBroken) {
   EXPECT_EQ(GetLastError(), error(ERROR_INVALID_ACL));
 }
 
-class ApiAccountsTest : public zelvreg::test::MachineFixture {};
+class ApiAccountsTest : public zelvreg::fixture::MachineFixture {};
 
 TEST_F(ApiAccountsTest, looksUpAnAccountByTheSizeProtocol) {
   setting("user", "Ann");

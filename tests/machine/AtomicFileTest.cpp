@@ -12,7 +12,7 @@
 namespace zelvreg::machine {
 namespace {
 
-using zelvreg::test::TemporaryFolder;
+using zelvreg::fixture::TemporaryFolder;
 
 std::ptrdiff_t filesIn(const TemporaryFolder& folder) {
   return std::distance(std::filesystem::directory_iterator(folder.path()), {});

@@ -6,7 +6,7 @@
 #include "machine/RegistryCalls.h"
 #include "support/MachineFixture.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -163,4 +163,4 @@ TEST_F(ClassesRootTest, IsEmptyWhereThereAreNoClasses) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

@@ -12,7 +12,7 @@
 #include "machine/Machine.h"
 #include "machine/Registry.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 constexpr unsigned mostSeconds = 10;
@@ -74,4 +74,4 @@ TEST(DamagedHivesTest, EachIsReadOrRefusedInTimeAndInLittleMemory) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

@@ -21,7 +21,7 @@ class DemoMachineTest : public ::testing::Test {
   }
   bool has(std::string_view path) { return machine->drives().find(path).exists(); }
 
-  test::TemporaryFolder copy;
+  fixture::TemporaryFolder copy;
   std::unique_ptr<Machine> machine;
 };
 

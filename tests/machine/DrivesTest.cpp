@@ -33,7 +33,7 @@ class DrivesTest : public ::testing::Test {
     std::filesystem::create_symlink(target, disk.path() / name);
   }
 
-  test::TemporaryFolder disk;
+  fixture::TemporaryFolder disk;
   DriveSettings settings;
 
  private:

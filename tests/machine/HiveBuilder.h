@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 
 class HiveBuilder {
  public:
@@ -128,6 +128,6 @@ class HiveBuilder {
   hive_h* hive = nullptr;
 };
 
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture
 
 #endif

@@ -9,7 +9,7 @@
 #include "machine/Registry.h"
 #include "machine/TemporaryFolder.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 using machine::HiveFile;
@@ -162,4 +162,4 @@ TEST_F(HiveFileTest, OfTwoKeysWithOneNameTheFirstIsThere) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

@@ -14,7 +14,7 @@
 namespace zelvreg::machine {
 namespace {
 
-using zelvreg::test::TemporaryFolder;
+using zelvreg::fixture::TemporaryFolder;
 
 constexpr const char* emptyRegistry = "REGEDIT4\n\n";
 constexpr const char* vendorKey = R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)";
@@ -32,7 +32,7 @@ bool holds(const std::string& text, std::string_view part) {
   return text.find(part) != std::string::npos;
 }
 
-class MachineTest : public zelvreg::test::MachineFixture {};
+class MachineTest : public zelvreg::fixture::MachineFixture {};
 
 TEST_F(MachineTest, takesItsSettingsFromTheFile) {
   setting("bits", "32");

@@ -21,7 +21,7 @@ std::string refusalOf(const OfflineDisk& disk) {
 }
 
 TEST(OfflineMachine, needsAFolderWithHives) {
-  const test::TemporaryFolder folder;
+  const fixture::TemporaryFolder folder;
   OfflineDisk disk;
   disk.root = folder.path() / "missing";
   EXPECT_NE(refusalOf(disk).find("is not a folder"), std::string::npos);
@@ -56,7 +56,7 @@ TEST_F(RealDiskTest, aDriveThatWasNotGivenIsUnknownUnlessItIsToBeDead) {
 }
 
 TEST_F(RealDiskTest, takesFurtherDrivesButNotTheSameTwice) {
-  const test::TemporaryFolder other;
+  const fixture::TemporaryFolder other;
   other.write("x.dll", "");
   disk.drives['D'] = other.path();
   EXPECT_TRUE(Machine::openOffline(disk)->drives().find("d:\\X.DLL").exists());

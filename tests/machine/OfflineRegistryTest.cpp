@@ -7,7 +7,7 @@
 #include "machine/HiveBuilder.h"
 #include "machine/TemporaryFolder.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 using machine::MachineError;
@@ -192,4 +192,4 @@ TEST_F(OfflineRegistryTest, NothingOnTheDiskIsWritten) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

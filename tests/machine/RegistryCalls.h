@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 
 inline constexpr REGSAM read32 = KEY_READ;
 inline constexpr REGSAM read64 = KEY_READ | KEY_WOW64_64KEY;
@@ -92,7 +92,10 @@ inline std::string data(HKEY key, const char* name) {
 }
 
 // The same up to the first NUL.
-inline std::string text(HKEY key, const char* name) { return data(key, name).c_str(); }
+inline std::string text(HKEY key, const char* name) {
+  const std::string all = data(key, name);
+  return all.substr(0, all.find('\0'));
+}
 
 // The default value of the key at a path; "(error N)" if the open answers N.
 inline std::string defaultText(HKEY root, const char* path, REGSAM access) {
@@ -105,6 +108,6 @@ inline LONG setText(HKEY key, const char* name, std::string_view content) {
                         static_cast<DWORD>(content.size()));
 }
 
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture
 
 #endif

@@ -9,7 +9,7 @@
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 using machine::Registry;
@@ -378,4 +378,4 @@ TEST(RegistryFileHeaderTest, TooLongNamesAreRefused) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

@@ -8,7 +8,7 @@
 #include "machine/RegistryCalls.h"
 #include "support/MachineFixture.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -244,4 +244,4 @@ TEST(RegistryWithoutAMachineTest, IsNotReady) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

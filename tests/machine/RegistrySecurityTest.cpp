@@ -7,7 +7,7 @@
 #include "machine/Security.h"
 #include "support/MachineFixture.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 constexpr const char* vendorPath = R"(HKEY_CURRENT_USER\Software\Vendor)";
@@ -148,4 +148,4 @@ TEST_F(RegistrySecurityTest, PlannedFaultsAreAnswered) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

@@ -5,7 +5,7 @@
 #include "machine/RegistryCalls.h"
 #include "support/MachineFixture.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 using namespace std::string_literals;
@@ -192,4 +192,4 @@ TEST_F(RegistryValueCallsTest, AValueIsTheSameAfterARestart) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

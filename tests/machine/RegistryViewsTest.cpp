@@ -6,7 +6,7 @@
 #include "machine/RegistryCalls.h"
 #include "support/MachineFixture.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -166,4 +166,4 @@ TEST_F(RegistryViewsTest, BothViewFlagsAtOnceAreRefused) {
 }
 
 }  // namespace
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 
 class TemporaryFolder {
  public:
@@ -54,6 +54,6 @@ class TemporaryFolder {
   std::filesystem::path folder;
 };
 
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture
 
 #endif

@@ -194,6 +194,14 @@ TEST_F(LanguagesTest, ChoosingAnEntryKeepsItAndShowsItsTexts) {
   EXPECT_EQ(form.View1.count(), 16U);
 }
 
+TEST_F(LanguagesTest, ALanguageIsComparedWithTheSystemsCodePageWhenItIsChosen) {
+  Form_Load(form);
+  lbllanguage_Click(form, 0);
+  EXPECT_EQ(form.languageMatchesSystem, GetACP() == 1252);
+  lbllanguage_Click(form, 5);
+  EXPECT_EQ(form.languageMatchesSystem, GetACP() == 1257);
+}
+
 TEST_F(LanguagesTest, AChangeOfLanguageRestoresTheKeptTicksAndLosesTheStatus) {
   setText(ticksKey, "dll", "1");
   Form_Load(form);

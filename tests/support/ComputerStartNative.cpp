@@ -23,7 +23,7 @@ class EmulatedComputer : public RunningComputer {
   }
 
  private:
-  test::TemporaryFolder home;
+  fixture::TemporaryFolder home;
   std::unique_ptr<machine::Machine> machine;
   std::optional<machine::Running> running;
 };

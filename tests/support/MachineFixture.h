@@ -23,7 +23,7 @@
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
 
-namespace zelvreg::test {
+namespace zelvreg::fixture {
 
 // All texts are UTF-8; paths are those of the emulated computer ("C:\Windows\x.txt"). What is said
 // before start() makes the computer; file() and folder() work afterwards too. Drive C is always
@@ -124,6 +124,6 @@ class MachineBuilder {
 // The same as a GoogleTest fixture.
 class MachineFixture : public ::testing::Test, protected MachineBuilder {};
 
-}  // namespace zelvreg::test
+}  // namespace zelvreg::fixture
 
 #endif

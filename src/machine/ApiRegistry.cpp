@@ -27,6 +27,10 @@ RegistryCall::RegistryCall(ApiCall kind) : startStatus(ERROR_NOT_READY) {
 
 CallKey RegistryCall::find(HKEY handle) const {
   CallKey key;
+  if (startStatus != ERROR_SUCCESS) {
+    key.status = startStatus;
+    return key;
+  }
   key.open = tree->handles().find(handle);
   if (key.open != nullptr) {
     key.place = key.open->place;

@@ -21,7 +21,7 @@ inline constexpr REGSAM viewFlags = KEY_WOW64_64KEY | KEY_WOW64_32KEY;
 
 // A handle as a call finds it: one of the table's, or a predefined key.
 struct CallKey {
-  LONG status = ERROR_SUCCESS;  // ERROR_INVALID_HANDLE: the rest has no meaning
+  LONG status = ERROR_SUCCESS;  // else what the call must answer; the rest has no meaning then
   KeyPlace place;
   OpenKey* open = nullptr;  // null for a predefined key
 };
@@ -38,6 +38,7 @@ class RegistryCall {
   [[nodiscard]] const CodePage& codePage() const { return *page; }
   [[nodiscard]] const Token& token() const { return *processToken; }
 
+  // What status() says is found to be the key's status too, so a caller asks for one of them.
   [[nodiscard]] CallKey find(HKEY handle) const;
   // The same for a call on the key itself: ERROR_ACCESS_DENIED without `right`,
   // ERROR_KEY_DELETED if the key is gone.
@@ -59,6 +60,7 @@ class WideText {
   WideText(const CodePage& page, LPCSTR text);
   WideText(const WideText&) = delete;
   WideText& operator=(const WideText&) = delete;
+  ~WideText() = default;
   [[nodiscard]] std::u16string_view view() const { return wide; }
 
  private:

@@ -184,9 +184,6 @@ LONG closeKey(HKEY key) {
 
 LONG subkeyName(HKEY key, DWORD index, LPSTR name, DWORD nameSize) {
   const RegistryCall call(ApiCall::RegEnumKey);
-  if (call.status() != ERROR_SUCCESS) {
-    return call.status();
-  }
   const CallKey from = call.find(key, KEY_ENUMERATE_SUB_KEYS);
   if (from.status != ERROR_SUCCESS) {
     return from.status;
@@ -209,9 +206,6 @@ using Delete = LONG (*)(const RegistryCall& call, RegistryKey& key);
 // In the classes root this is one key of the two: the user's if it is there.
 LONG deleteAt(HKEY key, LPCSTR subKey, Delete deleteFound) {
   const RegistryCall call(ApiCall::RegDeleteKey);
-  if (call.status() != ERROR_SUCCESS) {
-    return call.status();
-  }
   const CallKey from = call.find(key);
   if (from.status != ERROR_SUCCESS) {
     return from.status;

@@ -69,9 +69,6 @@ LONG putData(const CodePage& page, const RegistryValue& value, LPDWORD type, LPB
 
 LONG queryValue(HKEY key, LPCSTR valueName, LPDWORD type, LPBYTE data, LPDWORD dataSize) {
   const RegistryCall call(ApiCall::RegQueryValue);
-  if (call.status() != ERROR_SUCCESS) {
-    return call.status();
-  }
   const CallKey from = call.find(key, KEY_QUERY_VALUE);
   if (from.status != ERROR_SUCCESS) {
     return from.status;
@@ -85,9 +82,6 @@ LONG queryValue(HKEY key, LPCSTR valueName, LPDWORD type, LPBYTE data, LPDWORD d
 LONG enumerateValue(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD type, LPBYTE data,
                     LPDWORD dataSize) {
   const RegistryCall call(ApiCall::RegEnumValue);
-  if (call.status() != ERROR_SUCCESS) {
-    return call.status();
-  }
   const CallKey from = call.find(key, KEY_QUERY_VALUE);
   if (from.status != ERROR_SUCCESS) {
     return from.status;
@@ -107,9 +101,6 @@ LONG enumerateValue(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD
 
 LONG setValue(HKEY key, LPCSTR valueName, DWORD type, const BYTE* data, DWORD dataSize) {
   const RegistryCall call(ApiCall::RegSetValue);
-  if (call.status() != ERROR_SUCCESS) {
-    return call.status();
-  }
   const CallKey from = call.find(key, KEY_SET_VALUE);
   if (from.status != ERROR_SUCCESS) {
     return from.status;
@@ -138,9 +129,6 @@ LONG setValue(HKEY key, LPCSTR valueName, DWORD type, const BYTE* data, DWORD da
 
 LONG deleteValue(HKEY key, LPCSTR valueName) {
   const RegistryCall call(ApiCall::RegDeleteValue);
-  if (call.status() != ERROR_SUCCESS) {
-    return call.status();
-  }
   const CallKey from = call.find(key, KEY_SET_VALUE);
   if (from.status != ERROR_SUCCESS) {
     return from.status;

@@ -17,24 +17,14 @@ constexpr LONG revisionMismatch = 1306;
 constexpr BYTE highestAclRevision = 4;
 constexpr DWORD largestAcl = 0xFFFF;
 
-struct RelativeHead {
-  BYTE revision;
-  BYTE reserved;
-  SECURITY_DESCRIPTOR_CONTROL control;
-  DWORD owner;
-  DWORD group;
-  DWORD sacl;
-  DWORD dacl;
-};
-
 bool isSid(PSID sid) {
   const auto* bytes = static_cast<const BYTE*>(sid);
   return bytes != nullptr && bytes[0] == 1 && bytes[1] <= 15;
 }
 
 // Both forms of a descriptor begin with the same four bytes.
-RelativeHead* headOf(PSECURITY_DESCRIPTOR descriptor) {
-  return static_cast<RelativeHead*>(descriptor);
+RelativeDescriptor* headOf(PSECURITY_DESCRIPTOR descriptor) {
+  return static_cast<RelativeDescriptor*>(descriptor);
 }
 
 bool hasGoodRevision(PSECURITY_DESCRIPTOR descriptor) {
@@ -43,7 +33,7 @@ bool hasGoodRevision(PSECURITY_DESCRIPTOR descriptor) {
 }
 
 PACL daclOf(PSECURITY_DESCRIPTOR descriptor) {
-  const RelativeHead* head = headOf(descriptor);
+  const RelativeDescriptor* head = headOf(descriptor);
   if ((head->control & SE_SELF_RELATIVE) == 0) {
     return static_cast<const SECURITY_DESCRIPTOR*>(descriptor)->Dacl;
   }
@@ -170,7 +160,7 @@ BOOL SetSecurityDescriptorControl(PSECURITY_DESCRIPTOR descriptor, SECURITY_DESC
   if ((mask & ~changeable) != 0 || (values & ~unsigned{mask}) != 0) {
     return failed(ERROR_INVALID_PARAMETER);
   }
-  RelativeHead* head = headOf(descriptor);
+  RelativeDescriptor* head = headOf(descriptor);
   head->control =
       static_cast<SECURITY_DESCRIPTOR_CONTROL>((head->control & ~unsigned{mask}) | values);
   return TRUE;

@@ -20,13 +20,13 @@ class Arena {
 
   // A copy that lives as long as the arena.
   std::u16string_view keep(std::u16string_view text) {
-    char16_t* place = allocate<char16_t>(text.size());
+    auto* place = allocate<char16_t>(text.size());
     std::copy(text.begin(), text.end(), place);
     return {place, text.size()};
   }
 
   std::span<std::byte> keep(std::span<const std::byte> bytes) {
-    std::byte* place = allocate<std::byte>(bytes.size());
+    auto* place = allocate<std::byte>(bytes.size());
     std::copy(bytes.begin(), bytes.end(), place);
     return {place, bytes.size()};
   }
@@ -34,6 +34,7 @@ class Arena {
   // Room for `count` entries, not filled; null for none. Nothing is ever destroyed in it.
   template <typename Entry>
   Entry* allocate(std::size_t count) {
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the size of a pointer is meant where it is one
     return reinterpret_cast<Entry*>(allocateBytes(count * sizeof(Entry), alignof(Entry)));
   }
 

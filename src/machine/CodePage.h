@@ -26,8 +26,8 @@ class CodePage {
  private:
   unsigned pageNumber;
   std::array<bool, 256> isLeadByte{};
-  std::vector<char16_t> unicodeOf;       // by byte, or by lead byte * 256 + trail byte
-  std::vector<std::uint16_t> bytesOf;    // by UTF-16 unit; 0 for one that is not in the page
+  std::vector<char16_t> unicodeOf;     // by byte, or by lead byte * 256 + trail byte
+  std::vector<std::uint16_t> bytesOf;  // by UTF-16 unit; 0 for one that is not in the page
 };
 
 // The page of this number, made once and kept; throws MachineError as the constructor does.

@@ -32,10 +32,10 @@ class MachineError : public std::runtime_error {
 
 // A mounted Windows disk.
 struct OfflineDisk {
-  std::filesystem::path root;                   // the drive of its SystemRoot
+  std::filesystem::path root;                    // the drive of its SystemRoot
   std::map<char, std::filesystem::path> drives;  // further drives, by upper-case letter
-  std::optional<std::string> user;              // whose current user it is; none: the hive written last
-  bool missingDrivesAreDead = false;            // else a file on a drive not given counts as unknown
+  std::optional<std::string> user;    // whose current user it is; none: the hive written last
+  bool missingDrivesAreDead = false;  // else a file on a drive not given counts as unknown
 };
 
 class Machine {

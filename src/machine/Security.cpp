@@ -21,17 +21,6 @@ constexpr SECURITY_DESCRIPTOR_CONTROL daclControl = SE_DACL_PRESENT | SE_DACL_DE
                                                     SE_DACL_AUTO_INHERIT_REQ |
                                                     SE_DACL_AUTO_INHERITED | SE_DACL_PROTECTED;
 
-// The form without pointers: offsets from its own start, 0 for what is not there.
-struct RelativeDescriptor {
-  BYTE revision;
-  BYTE reserved;
-  SECURITY_DESCRIPTOR_CONTROL control;
-  DWORD owner;
-  DWORD group;
-  DWORD sacl;
-  DWORD dacl;
-};
-
 SECURITY_DESCRIPTOR_CONTROL bits(unsigned value) {
   return static_cast<SECURITY_DESCRIPTOR_CONTROL>(value);
 }

@@ -13,6 +13,18 @@ namespace zelvreg::machine {
 
 using Bytes = std::vector<BYTE>;
 
+// The head of the descriptor form without pointers: offsets from its own start, 0 for what is not
+// there.
+struct RelativeDescriptor {
+  BYTE revision;
+  BYTE reserved;
+  SECURITY_DESCRIPTOR_CONTROL control;
+  DWORD owner;
+  DWORD group;
+  DWORD sacl;
+  DWORD dacl;
+};
+
 // The rights that the four generic ones stand for on one sort of object.
 struct GenericMapping {
   ACCESS_MASK read;

@@ -7,6 +7,7 @@
 #include "scanners/SharedDlls.h"
 #include "shell/Languages.h"
 #include "shell/StartUp.h"
+#include "text/Numbers.h"
 
 namespace zelvreg {
 namespace {
@@ -51,6 +52,11 @@ void bindClicks(Form42& form) {
   for (const Binding& binding : table) {
     binding.entryPoint(form).bind([&form, procedure = binding.procedure] { procedure(form); });
   }
+  form.Text4.onChange = [&form] {
+    if (leadingNumber(form.Text4.text()) == 1) {
+      runScan(form);
+    }
+  };
 }
 
 }  // namespace zelvreg

@@ -18,9 +18,7 @@ namespace zelvreg::fixture {
 class HiveBuilder {
  public:
   // An empty hive in this file; its folder must exist.
-  explicit HiveBuilder(const std::filesystem::path& path) : file(path) {
-    writeEmptyHive();
-    hive = hivex_open(file.c_str(), HIVEX_OPEN_WRITE);
+  explicit HiveBuilder(const std::filesystem::path& file) : hive(openEmptyHive(file)) {
     if (hive == nullptr) {
       throw std::runtime_error("no hive: " + file.string());
     }
@@ -67,7 +65,7 @@ class HiveBuilder {
 
  private:
   // A header and one bin that holds the root key and the security record that all keys share.
-  void writeEmptyHive() const {
+  static hive_h* openEmptyHive(const std::filesystem::path& file) {
     constexpr std::size_t pageSize = 4096;
     constexpr std::size_t rootOffset = 0x20;  // behind the bin's own header
     constexpr std::uint32_t nothing = 0xFFFFFFFF;
@@ -122,10 +120,10 @@ class HiveBuilder {
     put(security + securitySize,
         static_cast<std::uint32_t>(pageSize - rootOffset - rootSize - securitySize));
     std::ofstream(file, std::ios::binary).write(bytes.data(), bytes.size());
+    return hivex_open(file.c_str(), HIVEX_OPEN_WRITE);
   }
 
-  std::filesystem::path file;
-  hive_h* hive = nullptr;
+  hive_h* hive;
 };
 
 }  // namespace zelvreg::fixture

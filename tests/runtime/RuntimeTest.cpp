@@ -48,7 +48,7 @@ TEST_F(RuntimeTest, AFileIsNoFolderAndAFolderIsNoFile) {
 
 TEST_F(RuntimeTest, APathEndsAtItsFirstNul) {
   makeFile("C:\\Runtime\\nul.txt");
-  EXPECT_TRUE(fileSystemObject::fileExists(std::string("C:\\Runtime\\nul.txt\0rest", 24)));
+  EXPECT_TRUE(fileSystemObject::fileExists(std::string("C:\\Runtime\\nul.txt\0rest", 23)));
 }
 
 TEST_F(RuntimeTest, NothingExistsOnADriveThatTheComputerDoesNotHave) {

@@ -11,9 +11,8 @@ BOOL ConvertStringSecurityDescriptorToSecurityDescriptorA(LPCSTR text, DWORD rev
                                                           PSECURITY_DESCRIPTOR* descriptor,
                                                           PULONG size);
 BOOL ConvertSecurityDescriptorToStringSecurityDescriptorA(PSECURITY_DESCRIPTOR descriptor,
-                                                          DWORD revision,
-                                                          SECURITY_INFORMATION what, LPSTR* text,
-                                                          PULONG length);
+                                                          DWORD revision, SECURITY_INFORMATION what,
+                                                          LPSTR* text, PULONG length);
 }
 
 #endif

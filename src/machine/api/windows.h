@@ -297,8 +297,7 @@ BOOL SetSecurityDescriptorDacl(PSECURITY_DESCRIPTOR descriptor, BOOL present, PA
                                BOOL defaulted);
 BOOL GetSecurityDescriptorControl(PSECURITY_DESCRIPTOR descriptor,
                                   PSECURITY_DESCRIPTOR_CONTROL control, LPDWORD revision);
-BOOL SetSecurityDescriptorControl(PSECURITY_DESCRIPTOR descriptor,
-                                  SECURITY_DESCRIPTOR_CONTROL mask,
+BOOL SetSecurityDescriptorControl(PSECURITY_DESCRIPTOR descriptor, SECURITY_DESCRIPTOR_CONTROL mask,
                                   SECURITY_DESCRIPTOR_CONTROL values);
 BOOL GetAclInformation(PACL acl, LPVOID information, DWORD size, ACL_INFORMATION_CLASS what);
 BOOL InitializeAcl(PACL acl, DWORD size, DWORD revision);

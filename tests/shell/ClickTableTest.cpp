@@ -1,0 +1,73 @@
+#include <array>
+#include <functional>
+
+#include "shell/StartUp.h"
+#include "support/ComputerFixture.h"
+
+namespace zelvreg {
+namespace {
+
+class ClickTableTest : public fixture::ComputerFixture {
+ protected:
+  ClickTableTest() { bindClicks(form); }
+
+  // Whether a scan was begun: it says so when no row is ticked.
+  bool beginsScan(const std::function<void()>& press) {
+    bool hasBegun = false;
+    form.dialogs.show = [&](const UserMessage& /*message*/) {
+      hasBegun = true;
+      return Answer::Ok;
+    };
+    press();
+    return hasBegun;
+  }
+};
+
+TEST_F(ClickTableTest, FourPressesAndAHiddenTextBeginAScan) {
+  EXPECT_TRUE(beginsScan([this] { form.cmd_start.click(); }));
+  EXPECT_TRUE(beginsScan([this] { form.orubutton1.click(); }));
+  EXPECT_TRUE(beginsScan([this] { form.orubutton3.click(); }));
+  EXPECT_TRUE(beginsScan([this] { form.Text4.setText("1"); }));
+}
+
+TEST_F(ClickTableTest, AnyOtherHiddenTextBeginsNone) {
+  EXPECT_FALSE(beginsScan([this] { form.Text4.setText("0"); }));
+  EXPECT_FALSE(beginsScan([this] { form.Text4.setText(""); }));
+}
+
+TEST_F(ClickTableTest, BothPairsOfTickButtonsWorkOnTheResults) {
+  form.View2.add("finding");
+  const std::array<std::pair<Button*, bool>, 4> presses{{{&form.cmd_all, true},
+                                                         {&form.cmd_non, false},
+                                                         {&form.chameleonButton16, true},
+                                                         {&form.chameleonButton17, false}}};
+  for (const auto& [button, isTicked] : presses) {
+    button->click();
+    EXPECT_EQ(form.View2.isChecked(1), isTicked);
+  }
+}
+
+TEST_F(ClickTableTest, TheOptionsPageHasAPairOfItsOwn) {
+  form.View1.add("fonts");
+  form.chameleonButton21.click();
+  EXPECT_TRUE(form.View1.isChecked(1));
+  form.chameleonButton22.click();
+  EXPECT_FALSE(form.View1.isChecked(1));
+}
+
+TEST_F(ClickTableTest, CancelOfThePanelAsksForAStop) {
+  form.chameleonButton12.click();
+  EXPECT_EQ(form.Text2.text(), "2");
+  EXPECT_TRUE(form.cancelRequested);
+}
+
+TEST_F(ClickTableTest, AHiddenButtonKeepsTheTicks) {
+  const std::string place =
+      "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
+  emptyKey(place);
+  form.orubutton18.click();
+  EXPECT_EQ(storedText(place, "font"), "0");
+}
+
+}  // namespace
+}  // namespace zelvreg

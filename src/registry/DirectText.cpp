@@ -3,6 +3,7 @@
 #include <array>
 
 #include "registry/RegistryKey.h"
+#include "text/Text.h"
 
 namespace zelvreg {
 namespace {
@@ -34,8 +35,7 @@ LONG readText(HiveHandle hive, const std::string& key, const std::string& valueN
     data = longText.data();
   }
   if (status == ERROR_SUCCESS && (type == REG_SZ || type == REG_EXPAND_SZ)) {
-    const std::string_view text(data, size);
-    value = text.substr(0, text.find('\0'));
+    value = untilNul({data, size});
   }
   return status;
 }

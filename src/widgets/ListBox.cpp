@@ -1,5 +1,7 @@
 #include "widgets/ListBox.h"
 
+#include "text/Text.h"
+
 namespace zelvreg {
 
 const std::string& ListBox::text(int position) const {
@@ -9,7 +11,7 @@ const std::string& ListBox::text(int position) const {
 }
 
 void ListBox::add(std::string_view text) {
-  entries.emplace_back(text.substr(0, text.find('\0')));
+  entries.emplace_back(untilNul(text));
   changed(Change::Rows);
 }
 

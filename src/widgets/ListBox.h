@@ -1,4 +1,4 @@
-// Lists of plain texts.
+// A list of plain texts.
 #ifndef ZELVREG_WIDGETS_LIST_BOX_H
 #define ZELVREG_WIDGETS_LIST_BOX_H
 
@@ -22,12 +22,6 @@ class ListBox : public Control {
 
  private:
   std::vector<std::string> entries;
-};
-
-// A list to choose one text from, or to type one that is not in it.
-class ComboBox : public ListBox {
- public:
-  Property<std::string, Change::Text> chosen{*this, {}};
 };
 
 }  // namespace zelvreg

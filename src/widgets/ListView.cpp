@@ -2,12 +2,14 @@
 
 #include <utility>
 
+#include "text/Text.h"
+
 namespace zelvreg {
 namespace {
 
 const std::string outside;
 
-std::string cellText(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
+std::string cellText(std::string_view text) { return std::string(untilNul(text)); }
 
 }  // namespace
 

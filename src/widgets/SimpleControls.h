@@ -55,12 +55,6 @@ class CheckBox : public Control {
   Property<bool, Change::Value> value{*this, false};
 };
 
-// One of a group of choices; the group is the frame that holds it.
-class OptionButton : public CheckBox {
- public:
-  using CheckBox::CheckBox;
-};
-
 class ProgressBar : public Control {
  public:
   [[nodiscard]] int maximum() const { return most; }

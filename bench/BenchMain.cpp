@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iomanip>
@@ -9,6 +8,7 @@
 #include "MachineMaker.h"
 #include "OfflineBench.h"
 #include "ScanBench.h"
+#include "WorkFolder.h"
 #include "scan/CategoryTable.h"
 
 namespace {
@@ -23,29 +23,6 @@ struct Arguments {
   std::size_t pairs = 11;
   std::string offlineRoot;
   bool isByCategory = false;
-};
-
-// A folder for made machines, gone with its content at the end.
-class WorkFolder {
- public:
-  WorkFolder() {
-    std::string name = (fs::temp_directory_path() / "zelvreg-bench-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      throw std::runtime_error(name + " cannot be made; set TMPDIR to a folder with room");
-    }
-    folder = name;
-  }
-  ~WorkFolder() {
-    std::error_code ignored;
-    fs::remove_all(folder, ignored);
-  }
-  WorkFolder(const WorkFolder&) = delete;
-  WorkFolder& operator=(const WorkFolder&) = delete;
-
-  [[nodiscard]] fs::path operator/(const std::string& name) const { return folder / name; }
-
- private:
-  fs::path folder;
 };
 
 constexpr double milliseconds = 1000;
@@ -85,10 +62,10 @@ void printScan(std::size_t keys, const ScanFigures& figures) {
 }
 
 void benchMachines(const Arguments& arguments) {
-  const WorkFolder work;
+  const zelvreg::bench::WorkFolder work;
   std::set<std::size_t> rows;
   for (const std::size_t keys : arguments.sizes) {
-    const fs::path folder = work / std::to_string(keys);
+    const fs::path folder = work.path() / std::to_string(keys);
     makeMachine(folder, {.keys = keys});
     if (rows.empty()) {
       const auto found = runInChild([&] {

@@ -2,13 +2,13 @@
 #include <benchmark/benchmark.h>
 #include <windows.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include <exception>
 #include <iostream>
 #include <memory>
 #include <string>
 
 #include "MachineMaker.h"
+#include "WorkFolder.h"
 #include "console/Computer.h"
 #include "form/Form42.h"
 #include "registry/View64.h"
@@ -16,8 +16,6 @@
 #include "shell/StartUp.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char* versionKey = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion";
 
@@ -64,24 +62,20 @@ BENCHMARK(testFile);
 }  // namespace
 
 int main(int count, char** arguments) {
-  std::string folder = (fs::temp_directory_path() / "zelvreg-bench-XXXXXX").string();
   benchmark::Initialize(&count, arguments);
-  if (benchmark::ReportUnrecognizedArguments(count, arguments) ||
-      mkdtemp(folder.data()) == nullptr) {
+  if (benchmark::ReportUnrecognizedArguments(count, arguments)) {
     return 2;
   }
-  int status = 0;
   try {
-    zelvreg::bench::makeMachine(folder, {.keys = zelvreg::bench::fewestKeys});
+    const zelvreg::bench::WorkFolder folder;
+    zelvreg::bench::makeMachine(folder.path(), {.keys = zelvreg::bench::fewestKeys});
     zelvreg::console::Target target;
-    target.machineFolder = folder;
+    target.machineFolder = folder.path().string();
     const auto computer = zelvreg::console::Computer::open(target);
     benchmark::RunSpecifiedBenchmarks();
   } catch (const std::exception& error) {
     std::cerr << "zelvreg-micro-bench: " << error.what() << "\n";
-    status = 2;
+    return 2;
   }
-  std::error_code ignored;
-  fs::remove_all(folder, ignored);
-  return status;
+  return 0;
 }

@@ -40,7 +40,7 @@ BOOL IsWow64Process(HANDLE process, PBOOL wow64) {
 
 UINT GetACP() {
   const Machine* machine = machineInForce();
-  return machine == nullptr ? 0 : machine->codePageNumber();
+  return machine == nullptr ? 0 : machine->codePage().number();
 }
 
 void GetLocalTime(SYSTEMTIME* time) {

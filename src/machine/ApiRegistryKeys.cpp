@@ -25,16 +25,19 @@ LONG chooseView(REGSAM access, View ofHandle, View& view) {
 }
 
 struct Target {
-  LONG status = ERROR_SUCCESS;
+  LONG status = ERROR_SUCCESS;  // else what the call must answer; the rest has no meaning then
   KeyPlace from;
   View view = View::Bits64;
+  bool isPredefined = false;
 };
 
 // What every call with a handle, a path and an access mask looks at first.
-Target targetOf(const RegistryCall& call, const CallKey& key, std::u16string_view path,
-                REGSAM access) {
-  Target target;
-  target.from = key.place;
+Target targetOf(const RegistryCall& call, HKEY handle, std::u16string_view path, REGSAM access) {
+  const CallKey key = call.find(handle);
+  Target target{.status = key.status, .from = key.place, .isPredefined = key.open == nullptr};
+  if (target.status != ERROR_SUCCESS) {
+    return target;
+  }
   target.status = chooseView(access, key.place.view, target.view);
   if (target.status == ERROR_SUCCESS) {
     target.status = checkPath(path);
@@ -64,16 +67,12 @@ LONG openKey(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result
     return ERROR_INVALID_PARAMETER;
   }
   *result = nullptr;
-  const CallKey from = call.find(key);
-  if (from.status != ERROR_SUCCESS) {
-    return from.status;
-  }
   const WideText path(call.codePage(), subKey);
-  const Target target = targetOf(call, from, path.view(), access);
+  const Target target = targetOf(call, key, path.view(), access);
   if (target.status != ERROR_SUCCESS) {
     return target.status;
   }
-  if (path.view().empty() && from.open == nullptr) {
+  if (path.view().empty() && target.isPredefined) {
     *result = key;
     return ERROR_SUCCESS;
   }
@@ -101,16 +100,18 @@ ACCESS_MASK makersRights(REGSAM access) {
   return keyRights.map(access & ~(viewFlags | MAXIMUM_ALLOWED)) | (wantsAll ? KEY_ALL_ACCESS : 0);
 }
 
-// One key without subkeys.
-LONG deleteKey(const RegistryCall& call, RegistryKey& key) {
-  Registry& registry = call.registry();
-  const bool mayDelete = registry.isErasable(key) && registry.children(key).empty() &&
-                         call.granted(key, DELETE_ACCESS) != 0;
-  if (!mayDelete) {
+// A key with what is still in it.
+LONG eraseIfGranted(const RegistryCall& call, RegistryKey& key) {
+  if (!call.registry().isErasable(key) || call.granted(key, DELETE_ACCESS) == 0) {
     return ERROR_ACCESS_DENIED;
   }
-  registry.erase(key);
+  call.registry().erase(key);
   return ERROR_SUCCESS;
+}
+
+// One key without subkeys.
+LONG deleteKey(const RegistryCall& call, RegistryKey& key) {
+  return call.registry().children(key).empty() ? eraseIfGranted(call, key) : ERROR_ACCESS_DENIED;
 }
 
 // A key with all below it; stops at the first that is refused. Built-in links go with their key.
@@ -129,11 +130,7 @@ LONG deleteTree(const RegistryCall& call, RegistryKey& key) {
       }
     }
   }
-  if (!registry.isErasable(key) || call.granted(key, DELETE_ACCESS) == 0) {
-    return ERROR_ACCESS_DENIED;
-  }
-  registry.erase(key);
-  return ERROR_SUCCESS;
+  return eraseIfGranted(call, key);
 }
 
 LONG createKey(HKEY key, LPCSTR subKey, REGSAM access, const SECURITY_ATTRIBUTES* security,
@@ -146,12 +143,8 @@ LONG createKey(HKEY key, LPCSTR subKey, REGSAM access, const SECURITY_ATTRIBUTES
     return ERROR_INVALID_PARAMETER;
   }
   *result = nullptr;
-  const CallKey from = call.find(key);
-  if (from.status != ERROR_SUCCESS) {
-    return from.status;
-  }
   const WideText path(call.codePage(), subKey);
-  const Target target = targetOf(call, from, path.view(), access);
+  const Target target = targetOf(call, key, path.view(), access);
   if (target.status != ERROR_SUCCESS) {
     return target.status;
   }
@@ -206,12 +199,11 @@ using Delete = LONG (*)(const RegistryCall& call, RegistryKey& key);
 // In the classes root this is one key of the two: the user's if it is there.
 LONG deleteAt(HKEY key, LPCSTR subKey, Delete deleteFound) {
   const RegistryCall call(ApiCall::RegDeleteKey);
-  const CallKey from = call.find(key);
-  if (from.status != ERROR_SUCCESS) {
-    return from.status;
+  if (call.status() != ERROR_SUCCESS) {
+    return call.status();
   }
   const WideText path(call.codePage(), subKey);
-  const Target target = targetOf(call, from, path.view(), 0);
+  const Target target = targetOf(call, key, path.view(), 0);
   if (target.status != ERROR_SUCCESS) {
     return target.status;
   }

@@ -58,7 +58,6 @@ const Accounts& Machine::accounts() const { return state->accounts; }
 const Token& Machine::token() const { return state->accounts.token(); }
 const CodePage& Machine::codePage() const { return state->page; }
 bool Machine::is64Bit() const { return state->is64Bit; }
-unsigned Machine::codePageNumber() const { return state->page.number(); }
 bool Machine::hasSuite() const { return state->hasSuite; }
 const std::vector<std::string>& Machine::damagedHives() const { return state->damagedHives; }
 

@@ -67,7 +67,6 @@ class Machine {
   [[nodiscard]] const CodePage& codePage() const;
 
   [[nodiscard]] bool is64Bit() const;
-  [[nodiscard]] unsigned codePageNumber() const;
   [[nodiscard]] bool hasSuite() const;
 
   // One line for each hive that was left out: its file and why.

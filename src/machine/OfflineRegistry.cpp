@@ -22,7 +22,9 @@ constexpr std::string_view windowsVersion =
 constexpr std::string_view codePages =
     R"(HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Control\Nls\CodePage)";
 constexpr const char* noUserName = "User";
-constexpr const char* noUserSid = "S-1-5-21-1-1-1-1001";
+
+// Of a disk without users, the one that a machine folder's user has.
+std::string noUserSid() { return sidText(folderUserSid().data()); }
 
 bool isSameName(std::string_view first, std::string_view second) {
   return compareNames(utf16FromUtf8(first), utf16FromUtf8(second)) == 0;
@@ -70,7 +72,7 @@ class Loader {
     }
     result.damaged = files.unreadable;
     result.bits = files.is64Bit ? 64 : 32;
-    result.registry = std::make_unique<Registry>(result.bits, noUserSid);
+    result.registry = std::make_unique<Registry>(result.bits, noUserSid());
     mount(result.registry->machineRoot(), "SOFTWARE", files.software);
     mount(result.registry->machineRoot(), "SYSTEM", files.system);
     mount(result.registry->usersRoot(), ".DEFAULT", files.defaultUser);
@@ -152,7 +154,7 @@ class Loader {
       }
     }
     result.userName = current == nullptr ? noUserName : current->profile->name;
-    result.userSid = current == nullptr ? noUserSid : current->sid;
+    result.userSid = current == nullptr ? noUserSid() : current->sid;
     result.registry->setCurrentUser(result.userSid);
   }
 

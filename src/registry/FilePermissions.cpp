@@ -4,6 +4,7 @@
 #include "registry/AccountSids.h"
 #include "registry/Permissions.h"
 #include "runtime/Environment.h"
+#include "runtime/FileSystemObject.h"
 #include "text/Text.h"
 
 namespace zelvreg {
@@ -58,11 +59,6 @@ bool addUser(PACL acl, PSID user, DWORD mask, bool isFolder) {
                        setFlagsOfLast(acl, CONTAINER_INHERIT_ACE));
 }
 
-bool isFolder(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 }  // namespace
 
 void SetAccess(const std::string& user, const std::string& path, DWORD mask) {
@@ -89,7 +85,7 @@ void SetAccess(const std::string& user, const std::string& path, DWORD mask) {
   auto* newAcl = reinterpret_cast<PACL>(newList.data());
   if (InitializeAcl(newAcl, size, ACL_REVISION) == FALSE || sizes.AceCount == 0 ||
       !copyOthers(oldAcl, sizes.AceCount, sid.data(), newAcl) ||
-      !addUser(newAcl, sid.data(), mask, isFolder(path)) ||
+      !addUser(newAcl, sid.data(), mask, fileSystemObject::folderExists(path)) ||
       SetSecurityDescriptorDacl(&newDescriptor, TRUE, newAcl, FALSE) == FALSE) {
     return;
   }

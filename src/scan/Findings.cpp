@@ -53,9 +53,11 @@ void saveTotalFound(const Form42& form) {
                 "reg-count", form.totalFoundText);
 }
 
-void storeRowCount(Form42& form) {
-  form.Text1.setText(decimal(static_cast<std::int64_t>(form.View2.count())));
+std::string rowCountText(const Form42& form) {
+  return decimal(static_cast<std::int64_t>(form.View2.count()));
 }
+
+void storeRowCount(Form42& form) { form.Text1.setText(rowCountText(form)); }
 
 void showProblems(Form42& form, std::size_t row, std::int64_t count) {
   form.View1.setText(row, problemsColumn, decimal(count));

@@ -49,7 +49,10 @@ void addFinding(Form42& form, ScannerRun& run, const Finding& finding);
 // Writes the running total to where the suite looks for it.
 void saveTotalFound(const Form42& form);
 
-// Puts the number of rows of View2 where the next scanner reads it.
+// The number of rows of View2.
+std::string rowCountText(const Form42& form);
+
+// Puts it where the next scanner reads it.
 void storeRowCount(Form42& form);
 
 // Puts a count into the "# Problems" cell of a category row.

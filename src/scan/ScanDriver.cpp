@@ -1,6 +1,7 @@
 #include "scan/ScanDriver.h"
 
 #include "registry/Hives.h"
+#include "registry/SubkeyEnumerators.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScanPanel.h"
@@ -91,7 +92,7 @@ void testRows(Form42& form) {
     if (form.View1.isChecked(row)) {
       testRow(form, row, categories()[row - 1]);
     }
-    if (leadingNumber(form.Text2.text()) == 2) {
+    if (isStopAsked(form)) {
       return;
     }
   }

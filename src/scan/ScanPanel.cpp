@@ -2,7 +2,6 @@
 
 #include "languages/LanguageFile.h"
 #include "scan/Findings.h"
-#include "text/Numbers.h"
 
 namespace zelvreg {
 namespace {
@@ -11,10 +10,6 @@ namespace {
 constexpr int categoryListHeight = 4208;
 constexpr int progressPanelTop = 60;
 constexpr std::uint32_t foundColor = 192;
-
-std::string rowCount(const Form42& form) {
-  return decimal(static_cast<std::int64_t>(form.View2.count()));
-}
 
 }  // namespace
 
@@ -52,7 +47,7 @@ void showResultsPage(Form42& form) {
 void closeScanPanel(Form42& form) {
   const bool hasFindings = form.View2.count() > 0;
   form.Text2.setText("0");
-  form.Label3.caption = rowCount(form) + " Problem(s) Found ";
+  form.Label3.caption = rowCountText(form) + " Problem(s) Found ";
   form.Label3.refresh();
   form.Label4.caption = "Total Problems Found";
   if (hasFindings) {
@@ -63,7 +58,7 @@ void closeScanPanel(Form42& form) {
   form.chameleonButton7.enabled = true;
   form.orubutton4.enabled = true;
   showResultsPage(form);
-  form.Label10.caption = readLanguageText(form, "Form42", "Label10") + " " + rowCount(form);
+  form.Label10.caption = readLanguageText(form, "Form42", "Label10") + " " + rowCountText(form);
   form.chameleonButton11.enabled = true;
   form.orubutton1.enabled = true;
   form.Picture1.visible = true;

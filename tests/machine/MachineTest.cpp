@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "machine/Clock.h"
+#include "machine/CodePage.h"
 #include "machine/Drives.h"
 #include "machine/Environment.h"
 #include "machine/Registry.h"
@@ -42,7 +43,7 @@ TEST_F(MachineTest, takesItsSettingsFromTheFile) {
   variable("TEMP", "D:\\t");
   const Machine& machine = start();
   EXPECT_FALSE(machine.is64Bit());
-  EXPECT_EQ(machine.codePageNumber(), 1251U);
+  EXPECT_EQ(machine.codePage().number(), 1251U);
   EXPECT_TRUE(machine.hasSuite());
   EXPECT_EQ(machine.environment().get(u"temp"), u"D:\\t");
   EXPECT_EQ(machine.environment().get(u"USERNAME"), u"Ann");

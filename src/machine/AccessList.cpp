@@ -25,24 +25,30 @@ bool holdsSid(const BYTE* entry, std::size_t size) {
 
 }  // namespace
 
+std::optional<EntryView> entryAt(const Bytes& acl, std::size_t start) {
+  ACE_HEADER header{};
+  if (start + sizeof header > acl.size()) return std::nullopt;
+  const BYTE* bytes = acl.data() + start;
+  std::memcpy(&header, bytes, sizeof header);
+  if (header.AceSize < sizeof header || start + header.AceSize > acl.size()) return std::nullopt;
+  EntryView entry{start, header.AceSize, header.AceType, header.AceFlags, 0, {}};
+  if (header.AceType <= ACCESS_DENIED_ACE_TYPE && holdsSid(bytes, header.AceSize)) {
+    std::memcpy(&entry.mask, bytes + sizeof header, sizeof entry.mask);
+    entry.sid = {bytes + entryHead, sidLength(bytes + entryHead)};
+  }
+  return entry;
+}
+
 std::vector<AccessEntry> entriesOf(const Bytes& acl) {
   std::vector<AccessEntry> entries;
-  std::size_t at = sizeof(ACL);
-  ACE_HEADER header{};
-  while (at + sizeof header <= acl.size()) {
-    std::memcpy(&header, acl.data() + at, sizeof header);
-    if (header.AceSize < sizeof header || at + header.AceSize > acl.size()) break;
-    const BYTE* start = acl.data() + at;
-    AccessEntry entry{header.AceType, header.AceFlags, 0, {}, {}};
-    if (header.AceType <= ACCESS_DENIED_ACE_TYPE && holdsSid(start, header.AceSize)) {
-      std::memcpy(&entry.mask, start + sizeof header, sizeof entry.mask);
-      entry.sid = sidBytes(start + entryHead);
-    } else {
-      entry.unread.assign(start + sizeof header, start + header.AceSize);
+  forEachEntry(acl, [&](const EntryView& view) {
+    AccessEntry entry{view.type, view.flags, view.mask, {view.sid.begin(), view.sid.end()}, {}};
+    if (view.sid.empty()) {
+      const BYTE* start = acl.data() + view.start;
+      entry.unread.assign(start + sizeof(ACE_HEADER), start + view.size);
     }
     entries.push_back(std::move(entry));
-    at += header.AceSize;
-  }
+  });
   return entries;
 }
 

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "machine/Security.h"
@@ -20,6 +21,28 @@ struct AccessEntry {
   Bytes sid;
   Bytes unread;
 };
+
+// The same where it lies in an ACL, which must stay as it is. An entry that names nobody has an
+// empty `sid`.
+struct EntryView {
+  std::size_t start = 0;  // offset in the ACL
+  std::size_t size = 0;
+  BYTE type = ACCESS_ALLOWED_ACE_TYPE;
+  BYTE flags = 0;
+  ACCESS_MASK mask = 0;
+  std::span<const BYTE> sid;
+};
+// The entry that begins at `start`; nothing if no whole entry does.
+std::optional<EntryView> entryAt(const Bytes& acl, std::size_t start);
+
+// Calls `take` for each entry of a whole ACL in list order.
+template <typename Take>
+void forEachEntry(const Bytes& acl, Take&& take) {
+  for (auto entry = entryAt(acl, sizeof(ACL)); entry;
+       entry = entryAt(acl, entry->start + entry->size)) {
+    take(*entry);
+  }
+}
 
 // The entries of a whole ACL in list order.
 std::vector<AccessEntry> entriesOf(const Bytes& acl);

@@ -10,6 +10,7 @@
 #include "machine/ApiSupport.h"
 #include "machine/CodePage.h"
 #include "machine/Machine.h"
+#include "machine/WideText.h"
 
 namespace {
 
@@ -34,7 +35,8 @@ BOOL LookupAccountNameA(LPCSTR, LPCSTR accountName, PSID sid, LPDWORD sidSize, L
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::LookupAccountName)) return failed(*fault);
   if (sidSize == nullptr || domainSize == nullptr) return failed(ERROR_INVALID_PARAMETER);
-  const Account* account = machine->accounts().find(wideText(*machine, accountName));
+  const WideText wideName(machine->codePage(), accountName);
+  const Account* account = machine->accounts().find(wideName.view());
   if (account == nullptr) {
     *sidSize = 0;
     *domainSize = 0;

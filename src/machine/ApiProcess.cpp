@@ -10,6 +10,7 @@
 #include "machine/CodePage.h"
 #include "machine/Environment.h"
 #include "machine/Machine.h"
+#include "machine/WideText.h"
 
 namespace {
 
@@ -56,7 +57,8 @@ ULONGLONG GetTickCount64() {
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size) {
   const Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
-  const auto value = machine->environment().get(wideText(*machine, name));
+  const WideText wideName(machine->codePage(), name);
+  const auto value = machine->environment().get(wideName.view());
   SetLastError(static_cast<DWORD>(value ? ERROR_SUCCESS : ERROR_ENVVAR_NOT_FOUND));
   return value ? giveText(machine->codePage().encode(*value), buffer, size) : 0;
 }

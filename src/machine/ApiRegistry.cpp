@@ -65,23 +65,7 @@ CallKey RegistryCall::find(HKEY handle, ACCESS_MASK right) const {
 }
 
 ACCESS_MASK RegistryCall::granted(const RegistryKey& key, ACCESS_MASK desired) const {
-  return grantedAccess(tree->security(key), *processToken, desired & ~viewFlags, keyRights);
-}
-
-WideText::WideText(const CodePage& page, LPCSTR text) {
-  const std::string_view narrow = text == nullptr ? "" : text;
-  bool isPlain = narrow.size() <= usual.size();
-  for (std::size_t index = 0; isPlain && index < narrow.size(); ++index) {
-    const auto byte = static_cast<unsigned char>(narrow[index]);
-    usual[index] = byte;
-    isPlain = byte < 0x80;
-  }
-  if (isPlain) {
-    wide = {usual.data(), narrow.size()};
-  } else {
-    longer = page.decode(narrow);
-    wide = longer;
-  }
+  return tree->grantedAccess(key, *processToken, desired & ~viewFlags);
 }
 
 LONG putName(const CodePage& page, std::u16string_view name, LPSTR buffer, std::size_t size,

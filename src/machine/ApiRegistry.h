@@ -13,6 +13,7 @@
 #include "machine/CodePage.h"
 #include "machine/FaultPlan.h"
 #include "machine/RegistryWalk.h"
+#include "machine/WideText.h"
 
 namespace zelvreg::machine {
 
@@ -52,22 +53,6 @@ class RegistryCall {
   Registry* tree = nullptr;
   const CodePage* page = nullptr;
   const Token* processToken = nullptr;
-};
-
-// The wide form of a narrow text, which may be null.
-class WideText {
- public:
-  WideText(const CodePage& page, LPCSTR text);
-  WideText(const WideText&) = delete;
-  WideText& operator=(const WideText&) = delete;
-  ~WideText() = default;
-  [[nodiscard]] std::u16string_view view() const { return wide; }
-
- private:
-  static constexpr std::size_t usualSize = 512;
-  std::array<char16_t, usualSize> usual;  // not filled beforehand
-  std::u16string longer;
-  std::u16string_view wide;
 };
 
 // The narrow form of a name, closed by a NUL: ERROR_MORE_DATA, with the buffer as it was, if it

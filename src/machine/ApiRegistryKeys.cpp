@@ -58,6 +58,11 @@ LONG openHandle(const RegistryCall& call, const KeyPlace& place, REGSAM access, 
   return ERROR_SUCCESS;
 }
 
+LONG openFoundKey(const RegistryCall& call, const std::optional<KeyPlace>& place, REGSAM access,
+                  PHKEY result) {
+  return place ? openHandle(call, *place, access, result) : ERROR_FILE_NOT_FOUND;
+}
+
 LONG openKey(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result) {
   const RegistryCall call(ApiCall::RegOpenKey);
   if (call.status() != ERROR_SUCCESS) {
@@ -67,6 +72,14 @@ LONG openKey(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result
     return ERROR_INVALID_PARAMETER;
   }
   *result = nullptr;
+  Registry& registry = call.registry();
+  const PathQuestion question{.root = key,
+                              .viewFlags = access & viewFlags,
+                              .options = options,
+                              .path = subKey == nullptr ? "" : subKey};
+  if (const auto* known = registry.pathMemo().find(question, registry.generation())) {
+    return openFoundKey(call, *known, access, result);
+  }
   const WideText path(call.codePage(), subKey);
   const Target target = targetOf(call, key, path.view(), access);
   if (target.status != ERROR_SUCCESS) {
@@ -77,9 +90,13 @@ LONG openKey(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result
     return ERROR_SUCCESS;
   }
   const std::optional<KeyPlace> place =
-      walk(call.registry(), target.from, path.view(), target.view,
+      walk(registry, target.from, path.view(), target.view,
            options == optionOpenLink ? LastLink::Open : LastLink::Follow);
-  return place ? openHandle(call, *place, access, result) : ERROR_FILE_NOT_FOUND;
+  // Handles come and go; only what a root leads to can be asked for again.
+  if (target.isPredefined) {
+    registry.pathMemo().keep(question, registry.generation(), place);
+  }
+  return openFoundKey(call, place, access, result);
 }
 
 // Gives a key just made the list that its maker passed along.

@@ -106,7 +106,10 @@ DWORD GetLengthSid(PSID sid) {
 
 BOOL EqualSid(PSID first, PSID second) {
   if (!isSid(first) || !isSid(second)) return FALSE;
-  return sidBytes(first) == sidBytes(second) ? TRUE : FALSE;
+  const auto* one = static_cast<const BYTE*>(first);
+  const auto* other = static_cast<const BYTE*>(second);
+  const bool isSameSize = sidLength(one) == sidLength(other);
+  return isSameSize && std::memcmp(one, other, sidLength(one)) == 0 ? TRUE : FALSE;
 }
 
 BOOL InitializeSecurityDescriptor(PSECURITY_DESCRIPTOR descriptor, DWORD revision) {

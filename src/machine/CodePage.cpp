@@ -2,8 +2,10 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <map>
 #include <mutex>
+#include <type_traits>
 
 #include "machine/Machine.h"
 
@@ -66,6 +68,25 @@ class Converter {
   [[nodiscard]] bool isOpen() const { return reinterpret_cast<std::intptr_t>(handle) != -1; }
   iconv_t handle;
 };
+
+// A number of characters at the head of a text that are all below 0x80; looked for in blocks, which
+// the compiler takes at once.
+template <typename Unit>
+std::size_t countPlain(std::basic_string_view<Unit> text) {
+  constexpr std::size_t block = 16;
+  std::size_t plain = 0;
+  while (text.size() - plain >= block) {
+    unsigned all = 0;
+    for (std::size_t at = plain; at < plain + block; ++at) {
+      all |= static_cast<std::make_unsigned_t<Unit>>(text[at]);
+    }
+    if (all >= 0x80) return plain;
+    plain += block;
+  }
+  while (plain < text.size() && static_cast<std::make_unsigned_t<Unit>>(text[plain]) < 0x80)
+    ++plain;
+  return plain;
+}
 
 void appendUtf8(std::string& text, char32_t character) {
   const auto continuation = [&](unsigned shift) {
@@ -146,8 +167,10 @@ CodePage::CodePage(unsigned number) : pageNumber(number) {
 std::u16string CodePage::decode(std::string_view text) const {
   if (pageNumber == utf8Page) return utf16FromUtf8(text);
   std::u16string wide(text.size(), u'\0');
-  std::size_t length = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
+  // Plain characters are the same in every page.
+  std::size_t length = countPlain(text);
+  std::copy_n(text.begin(), length, wide.begin());
+  for (std::size_t at = length; at < text.size(); ++at) {
     const auto byte = static_cast<unsigned char>(text[at]);
     if (!isLeadByte[byte]) {
       wide[length++] = unicodeOf[byte];
@@ -164,9 +187,11 @@ std::u16string CodePage::decode(std::string_view text) const {
 
 std::string CodePage::encode(std::u16string_view text) const {
   if (pageNumber == utf8Page) return utf8FromUtf16(text);
-  std::string narrow;
-  narrow.reserve(text.size());
-  for (const char16_t unit : text) {
+  const std::size_t plain = countPlain(text);
+  std::string narrow(plain, '\0');
+  std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain), narrow.begin(),
+                 [](char16_t unit) { return static_cast<char>(unit); });
+  for (const char16_t unit : text.substr(plain)) {
     const unsigned bytes = unit < 0x80 ? unit : bytesOf[unit];
     if (bytes > 0xFF) narrow += static_cast<char>(bytes >> 8);
     narrow += bytes == 0 && unit != 0 ? '?' : static_cast<char>(bytes & 0xFF);

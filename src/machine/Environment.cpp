@@ -38,7 +38,7 @@ void Environment::set(std::u16string_view name, std::u16string_view value) {
   valueOf.insert_or_assign(std::u16string(name), std::u16string(value));
 }
 
-std::optional<std::u16string> Environment::get(std::u16string_view name) const {
+std::optional<std::u16string_view> Environment::get(std::u16string_view name) const {
   const auto found = valueOf.find(name);
   if (found == valueOf.end()) return std::nullopt;
   return found->second;

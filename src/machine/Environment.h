@@ -18,7 +18,8 @@ class Environment {
   Environment(bool is64Bit, std::u16string_view user);
 
   void set(std::u16string_view name, std::u16string_view value);
-  [[nodiscard]] std::optional<std::u16string> get(std::u16string_view name) const;
+  // The value lasts until the variable is set again.
+  [[nodiscard]] std::optional<std::u16string_view> get(std::u16string_view name) const;
 
   // Puts the value in place of every %name%; the name of no variable stays as it is written.
   [[nodiscard]] std::u16string expand(std::u16string_view text) const;

@@ -83,9 +83,9 @@ class Builder {
       if (!text || value.nameLength == 0 || isNamed(value.name(), u"USERNAME")) {
         continue;
       }
-      const std::optional<std::u16string> before = known.get(value.name());
+      const auto before = known.get(value.name());
       const bool isAppended = path == userVariables && before && isNamed(value.name(), u"Path");
-      set(value.name(), isAppended ? *before + u";" + *text : *text);
+      set(value.name(), isAppended ? std::u16string(*before) + u";" + *text : *text);
     }
   }
 

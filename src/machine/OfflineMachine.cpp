@@ -30,7 +30,8 @@ DriveSettings driveSettings(const OfflineDisk& given, const OfflineRegistry& dis
   drives.is64Bit = disk.bits == 64;
   drives.windowsFolder = utf16FromUtf8(disk.windowsFolder);
   drives.programFolder =
-      environment.get(u"ProgramFiles").value_or(u"C:\\Program Files") + u"\\zelvreg";
+      std::u16string(environment.get(u"ProgramFiles").value_or(u"C:\\Program Files")) +
+      u"\\zelvreg";
   drives.missingDrivesAreUnknown = !given.missingDrivesAreDead;
   return drives;
 }

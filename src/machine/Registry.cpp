@@ -49,6 +49,7 @@ Registry::~Registry() {
 }
 
 void Registry::setCurrentUser(std::string_view sid) {
+  ++keyGeneration;
   RegistryKey* before = std::exchange(user, &makeChild(*users, utf16FromUtf8(sid)));
   const bool wasPlaceholder = before != nullptr && before != user && before->hive == nullptr &&
                               children(*before).empty() && values(*before).size() == 0;
@@ -155,8 +156,8 @@ void Registry::forget(RegistryKey& key) {
   key.isDeleted = true;
   key.childrenPending = false;
   key.valuesPending = false;
-  if (key.hasOwnSecurity) {
-    ownSecurities.erase(&key);
+  if (key.security != 0) {
+    key.security = 0;
     hasNewSecurity = true;
   }
   if (key.isAlias) {
@@ -178,6 +179,7 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
                         std::span<const std::byte> bytes) {
   static_cast<void>(values(key));
   key.mayBeLink = key.mayBeLink || type == REG_LINK;
+  keyGeneration += key.mayBeLink ? 1 : 0;
   RegistryValue* old = key.values.find(name);
   if (old == nullptr) {
     const std::span<std::byte> kept = arena.keep(bytes);
@@ -206,6 +208,7 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
 bool Registry::eraseValue(RegistryKey& key, std::u16string_view name) {
   static_cast<void>(values(key));
   const bool wasThere = key.values.erase(name);
+  keyGeneration += key.mayBeLink ? 1 : 0;
   hasNewContent = hasNewContent || wasThere;
   return wasThere;
 }

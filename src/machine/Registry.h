@@ -14,9 +14,11 @@
 #include <vector>
 
 #include "machine/Arena.h"
+#include "machine/PathMemo.h"
 #include "machine/RegistryHandles.h"
 #include "machine/RegistryKey.h"
 #include "machine/Security.h"
+#include "machine/SecurityTable.h"
 
 namespace zelvreg::machine {
 
@@ -78,16 +80,22 @@ class Registry {
 
   [[nodiscard]] const SecurityDescriptor& security(const RegistryKey& key) const;
   void setSecurity(RegistryKey& key, SecurityDescriptor descriptor);
+  // The rights that opening the key with `desired` gives, or 0 if it is denied.
+  [[nodiscard]] ACCESS_MASK grantedAccess(const RegistryKey& key, const Token& token,
+                                          ACCESS_MASK desired) {
+    return securityTable.grantedTo(token, key.security, desired);
+  }
 
   // Whether keys or values, or access lists, differ from what was loaded.
   [[nodiscard]] bool contentChanged() const { return hasNewContent; }
   [[nodiscard]] bool securityChanged() const { return hasNewSecurity; }
   // After saving: what is there now counts as loaded.
   void markSaved() { hasNewContent = hasNewSecurity = false; }
-  // Another number after each key that was made or erased.
+  // Another number after each key that was made or erased, and whenever a link may lead elsewhere.
   [[nodiscard]] std::uint64_t generation() const { return keyGeneration; }
 
   [[nodiscard]] RegistryHandles& handles() { return openKeys; }
+  [[nodiscard]] PathMemo& pathMemo() { return lastPaths; }
   // How many handles the program has not closed.
   [[nodiscard]] std::size_t openHandles() const { return openKeys.size(); }
 
@@ -129,8 +137,9 @@ class Registry {
   RegistryKey* users;
   RegistryKey* user = nullptr;
   std::unordered_map<const RegistryKey*, RegistryKey*> aliases;
-  std::unordered_map<const RegistryKey*, SecurityDescriptor> ownSecurities;
+  SecurityTable securityTable;
   RegistryHandles openKeys;
+  PathMemo lastPaths;
   std::vector<RegistryKey*> spareKeyList;  // memory for loading, kept from one key to the next
   std::vector<RegistryValue> spareValueList;
   std::uint64_t keyGeneration = 0;

@@ -3,7 +3,6 @@
 #include <functional>
 #include <utility>
 
-#include "machine/CaseFold.h"
 #include "machine/CodePage.h"
 #include "machine/Machine.h"
 #include "machine/Registry.h"
@@ -22,15 +21,7 @@ std::vector<const RegistryKey*> lineOf(const RegistryKey& key) {
   return line;
 }
 
-bool comesBeforeInTree(const RegistryKey* first, const RegistryKey* second) {
-  return std::ranges::lexicographical_compare(lineOf(*first), lineOf(*second),
-                                              [](const RegistryKey* one, const RegistryKey* other) {
-                                                return compareNames(one->name(), other->name()) < 0;
-                                              });
-}
-
 }  // namespace
-
 void Registry::setSecurity(std::string_view path, SecurityDescriptor descriptor) {
   RegistryKey* key = find(path);
   if (key == nullptr) {
@@ -43,30 +34,28 @@ void Registry::setSecurity(std::string_view path, SecurityDescriptor descriptor)
 }
 
 std::vector<std::pair<std::string, SecurityDescriptor>> Registry::securities() const {
-  std::vector<const RegistryKey*> owners;
-  owners.reserve(ownSecurities.size());
-  for (const auto& [key, descriptor] : ownSecurities) {
-    owners.push_back(key);
-  }
-  std::ranges::sort(owners, comesBeforeInTree);
   std::vector<std::pair<std::string, SecurityDescriptor>> list;
-  list.reserve(owners.size());
-  for (const RegistryKey* key : owners) {
-    list.emplace_back(pathOf(*key), ownSecurities.at(key));
-  }
+  // Keys that were not yet read from a hive have no list of their own.
+  const std::function<void(const RegistryKey*)> collect = [&](const RegistryKey* key) {
+    if (key->security != 0) {
+      list.emplace_back(pathOf(*key), security(*key));
+    }
+    key->children.forEach(collect);
+  };
+  collect(machine);
+  collect(users);
   return list;
 }
 
 const SecurityDescriptor& Registry::security(const RegistryKey& key) const {
-  return key.hasOwnSecurity ? ownSecurities.at(&key) : defaultKeySecurity();
+  return securityTable.at(key.security);
 }
 
 void Registry::setSecurity(RegistryKey& key, SecurityDescriptor descriptor) {
   if (security(key) != descriptor) {
     hasNewSecurity = true;
   }
-  key.hasOwnSecurity = true;
-  ownSecurities[&key] = std::move(descriptor);
+  key.security = securityTable.keep(std::move(descriptor));
 }
 
 RegistryKey* Registry::find(std::string_view path) {

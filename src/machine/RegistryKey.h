@@ -88,14 +88,14 @@ struct RegistryKey {
   ValueList values;
   HiveFile* hive = nullptr;    // the hive file that the key comes from, or none
   std::uint32_t hiveNode = 0;  // its node there
+  std::uint32_t security = 0;  // number of its access list; 0 if it has none of its own
   std::uint8_t nameLength = 0;
   KeyRole role = KeyRole::Ordinary;
   bool childrenPending = false;  // the hive still holds them, `children` is empty
   bool valuesPending = false;
   bool isDeleted = false;
-  bool isAlias = false;         // a built-in link; it has no content and is never written
-  bool mayBeLink = false;       // it was given a value of type REG_LINK
-  bool hasOwnSecurity = false;  // an access list of its own is recorded
+  bool isAlias = false;    // a built-in link; it has no content and is never written
+  bool mayBeLink = false;  // it was given a value of type REG_LINK
 
   [[nodiscard]] std::u16string_view name() const { return {nameText, nameLength}; }
 };

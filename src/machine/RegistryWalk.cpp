@@ -170,15 +170,15 @@ class Maker {
       status = ERROR_INVALID_PARAMETER;
       return nullptr;
     }
-    const bool mayCreate = token == nullptr || grantedAccess(registry.security(parent), *token,
-                                                             KEY_CREATE_SUB_KEY, keyRights) != 0;
+    const bool mayCreate =
+        token == nullptr || registry.grantedAccess(parent, *token, KEY_CREATE_SUB_KEY) != 0;
     if (!mayCreate) {
       status = ERROR_ACCESS_DENIED;
       return nullptr;
     }
     RegistryKey& key = registry.makeChild(parent, name);
     // Below a key of which nothing is said nothing need be said either.
-    if (token != nullptr && key.parent->hasOwnSecurity) {
+    if (token != nullptr && key.parent->security != 0) {
       registry.setSecurity(
           key, inheritFrom(registry.security(*key.parent), true, keyRights, token->sids.front()));
     }

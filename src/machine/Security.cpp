@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <span>
 
 #include "machine/AccessList.h"
 #include "machine/Accounts.h"
@@ -15,6 +16,7 @@ const GenericMapping fileRights{0x120089, 0x120116, 0x1200A0, 0x1F01FF};
 namespace {
 
 constexpr ACCESS_MASK genericRights = GENERIC_ALL | GENERIC_EXECUTE | GENERIC_WRITE | GENERIC_READ;
+constexpr ACCESS_MASK everyRight = 0xFFFFFFFF;
 constexpr BYTE inheritanceFlags =
     OBJECT_INHERIT_ACE | CONTAINER_INHERIT_ACE | NO_PROPAGATE_INHERIT_ACE | INHERIT_ONLY_ACE;
 constexpr SECURITY_DESCRIPTOR_CONTROL daclControl = SE_DACL_PRESENT | SE_DACL_DEFAULTED |
@@ -46,11 +48,20 @@ SecurityDescriptor fromParts(SECURITY_DESCRIPTOR_CONTROL control, const void* ow
 
 // Rights that are in force on the object itself are written as the object's own.
 Bytes withOwnRights(const Bytes& dacl, const GenericMapping& rights) {
-  std::vector<AccessEntry> entries = entriesOf(dacl);
-  for (AccessEntry& entry : entries) {
-    if ((entry.flags & INHERIT_ONLY_ACE) == 0) entry.mask = rights.map(entry.mask);
-  }
-  return aclOf(entries);
+  Bytes own = dacl;
+  std::size_t used = sizeof(ACL);
+  forEachEntry(dacl, [&](const EntryView& entry) {
+    if ((entry.flags & INHERIT_ONLY_ACE) == 0 && !entry.sid.empty()) {
+      const ACCESS_MASK mask = rights.map(entry.mask);
+      std::memcpy(own.data() + entry.start + sizeof(ACE_HEADER), &mask, sizeof mask);
+    }
+    used = entry.start + entry.size;
+  });
+  // The list is kept just large enough.
+  own.resize(used);
+  const auto size = static_cast<WORD>(used);
+  std::memcpy(own.data() + offsetof(ACL, AclSize), &size, sizeof size);
+  return own;
 }
 
 // What one entry of a container's list becomes in the list of a new container or object.
@@ -95,24 +106,14 @@ class Inheritance {
   const Bytes& creator;
 };
 
-bool isMember(const Token& token, const Bytes& sid) {
-  return std::find(token.sids.begin(), token.sids.end(), sid) != token.sids.end();
+bool isMember(const Token& token, std::span<const BYTE> sid) {
+  return std::ranges::any_of(token.sids,
+                             [sid](const Bytes& known) { return std::ranges::equal(known, sid); });
 }
 
 ACCESS_MASK ownersRights(const SecurityDescriptor& descriptor, const Token& token) {
   const Bytes& owner = descriptor.owner.empty() ? administratorsSid() : descriptor.owner;
   return isMember(token, owner) ? READ_CONTROL | WRITE_DAC : 0;
-}
-
-// The entries that say something about these accounts on the object itself, rights mapped.
-std::vector<AccessEntry> entriesInForce(const SecurityDescriptor& descriptor, const Token& token,
-                                        const GenericMapping& rights) {
-  std::vector<AccessEntry> entries = entriesOf(descriptor.dacl);
-  std::erase_if(entries, [&](const AccessEntry& entry) {
-    return (entry.flags & INHERIT_ONLY_ACE) != 0 || !isMember(token, entry.sid);
-  });
-  for (AccessEntry& entry : entries) entry.mask = rights.map(entry.mask);
-  return entries;
 }
 
 }  // namespace
@@ -177,10 +178,15 @@ Bytes selfRelative(const SecurityDescriptor& descriptor, SECURITY_INFORMATION wh
 
 SecurityDescriptor replaceParts(const SecurityDescriptor& old, const SecurityDescriptor& given,
                                 SECURITY_INFORMATION what, const GenericMapping& rights) {
-  SecurityDescriptor result = old;
-  if ((what & OWNER_SECURITY_INFORMATION) != 0) result.owner = given.owner;
-  if ((what & GROUP_SECURITY_INFORMATION) != 0) result.group = given.group;
-  if ((what & DACL_SECURITY_INFORMATION) == 0) return result;
+  SecurityDescriptor result;
+  result.control = old.control;
+  result.owner = (what & OWNER_SECURITY_INFORMATION) != 0 ? given.owner : old.owner;
+  result.group = (what & GROUP_SECURITY_INFORMATION) != 0 ? given.group : old.group;
+  if ((what & DACL_SECURITY_INFORMATION) == 0) {
+    result.hasDacl = old.hasDacl;
+    result.dacl = old.dacl;
+    return result;
+  }
   // A list counts as inherited by rule only if the caller asked for it and said so.
   constexpr unsigned autoInherit = SE_DACL_AUTO_INHERIT_REQ | SE_DACL_AUTO_INHERITED;
   unsigned control = given.control & (SE_DACL_DEFAULTED | SE_DACL_PROTECTED);
@@ -208,25 +214,44 @@ SecurityDescriptor inheritFrom(const SecurityDescriptor& parent, bool newIsConta
   return made;
 }
 
-ACCESS_MASK grantedAccess(const SecurityDescriptor& descriptor, const Token& token,
-                          ACCESS_MASK desired, const GenericMapping& rights) {
-  const bool asMuchAsPossible = (desired & MAXIMUM_ALLOWED) != 0;
-  const ACCESS_MASK wanted = rights.map(desired & ~MAXIMUM_ALLOWED);
-  // Reading the audit list takes a privilege that the process does not hold.
-  if ((wanted & ACCESS_SYSTEM_SECURITY) != 0) return 0;
-  if (!descriptor.hasDacl) return asMuchAsPossible ? wanted | rights.all : wanted;
+ACCESS_MASK rightsGiven(const SecurityDescriptor& descriptor, const Token& token,
+                        const GenericMapping& rights) {
+  if (!descriptor.hasDacl) {
+    return everyRight;
+  }
   ACCESS_MASK granted = ownersRights(descriptor, token);
   ACCESS_MASK denied = 0;
   // The first entry that speaks of a right decides it.
-  for (const AccessEntry& entry : entriesInForce(descriptor, token, rights)) {
-    if (entry.type == ACCESS_ALLOWED_ACE_TYPE) {
-      granted |= entry.mask & ~denied;
-    } else {
-      denied |= entry.mask & ~granted;
+  forEachEntry(descriptor.dacl, [&](const EntryView& entry) {
+    if ((entry.flags & INHERIT_ONLY_ACE) != 0 || !isMember(token, entry.sid)) {
+      return;
     }
+    const ACCESS_MASK mask = rights.map(entry.mask);
+    if (entry.type == ACCESS_ALLOWED_ACE_TYPE) {
+      granted |= mask & ~denied;
+    } else {
+      denied |= mask & ~granted;
+    }
+  });
+  return granted;
+}
+
+ACCESS_MASK grantedOf(ACCESS_MASK given, ACCESS_MASK desired, const GenericMapping& rights) {
+  const bool asMuchAsPossible = (desired & MAXIMUM_ALLOWED) != 0;
+  const ACCESS_MASK wanted = rights.map(desired & ~MAXIMUM_ALLOWED);
+  // Reading the audit list takes a privilege that the process does not hold.
+  if ((wanted & ACCESS_SYSTEM_SECURITY) != 0 || (wanted & ~given) != 0) {
+    return 0;
   }
-  if ((wanted & ~granted) != 0) return 0;
-  return asMuchAsPossible ? granted : wanted;
+  if (!asMuchAsPossible) {
+    return wanted;
+  }
+  return given == everyRight ? wanted | rights.all : given;
+}
+
+ACCESS_MASK grantedAccess(const SecurityDescriptor& descriptor, const Token& token,
+                          ACCESS_MASK desired, const GenericMapping& rights) {
+  return grantedOf(rightsGiven(descriptor, token, rights), desired, rights);
 }
 
 }  // namespace zelvreg::machine

@@ -83,8 +83,16 @@ SecurityDescriptor inheritFrom(const SecurityDescriptor& parent, bool newIsConta
                                const GenericMapping& rights,
                                const Bytes& creator = folderUserSid());
 
-// The rights that opening with `desired` gives, or 0 if it is denied. MAXIMUM_ALLOWED and generic
-// rights are understood. The owner may always read and change the list.
+// All rights that the list gives these accounts, without those over the audit list; every bit
+// where there is no list. The owner may always read and change the list.
+ACCESS_MASK rightsGiven(const SecurityDescriptor& descriptor, const Token& token,
+                        const GenericMapping& rights);
+// What opening with `desired` gives who has these rights, or 0 if it is denied. MAXIMUM_ALLOWED and
+// generic rights are understood.
+ACCESS_MASK grantedOf(ACCESS_MASK given, ACCESS_MASK desired, const GenericMapping& rights);
+
+// The rights that opening with `desired` gives, or 0 if it is denied. Both of the above in
+// one.
 ACCESS_MASK grantedAccess(const SecurityDescriptor& descriptor, const Token& token,
                           ACCESS_MASK desired, const GenericMapping& rights);
 

@@ -1,4 +1,5 @@
 // The access lists of keys (Permissions.h).
+#include <array>
 #include <cstring>
 #include <memory>
 
@@ -12,6 +13,8 @@ namespace {
 // Read control, write access list, the six rights of a key, and the flag of the 64-bit view.
 constexpr REGSAM changeAccessList = 393535;
 constexpr DWORD emptyAclSize = 8;
+// 8 bytes and 15 sub-authorities.
+constexpr std::size_t largestSid = 68;
 constexpr DWORD atEnd = 0xFFFFFFFF;
 
 struct LocalMemory {
@@ -181,7 +184,10 @@ bool BuildSecurityDescriptor(PSECURITY_DESCRIPTOR oldDescriptor, AccessTable& ta
 
 BOOL AppendAce(PACL acl, BYTE aceType, BYTE aceFlags, DWORD mask, const SidBytes& sid) {
   const ACE_HEADER header{aceType, aceFlags, aceSize(sid)};
-  std::vector<BYTE> ace(header.AceSize);
+  std::array<BYTE, sizeof(header) + sizeof(mask) + largestSid> ace;
+  if (header.AceSize > ace.size()) {
+    return FALSE;
+  }
   std::memcpy(ace.data(), &header, sizeof(header));
   std::memcpy(ace.data() + sizeof(header), &mask, sizeof(mask));
   std::memcpy(ace.data() + sizeof(header) + sizeof(mask), sid.data(), sid.size());

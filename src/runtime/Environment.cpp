@@ -8,7 +8,7 @@ namespace zelvreg {
 
 std::string environmentVariable(const char* name) {
   // Almost every variable fits here, so that one call does.
-  std::array<char, 256> usual{};
+  std::array<char, 256> usual;
   const DWORD size = GetEnvironmentVariableA(name, usual.data(), static_cast<DWORD>(usual.size()));
   if (size < usual.size()) {
     return {usual.data(), size};

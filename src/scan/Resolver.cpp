@@ -46,7 +46,7 @@ std::string fromDriveLetter(std::string path) {
 }
 
 std::string expandVariables(const std::string& text) {
-  std::array<char, 512> buffer{};
+  std::array<char, 512> buffer;
   const DWORD size =
       ExpandEnvironmentStringsA(text.c_str(), buffer.data(), static_cast<DWORD>(buffer.size()));
   if (size <= buffer.size()) {
@@ -58,8 +58,9 @@ std::string expandVariables(const std::string& text) {
 }
 
 void replaceInPlace(std::string& text, std::string_view from, std::string_view to) {
-  if (contains(text, from)) {
-    text = replaceAll(text, from, to);
+  for (auto found = text.find(from); found != std::string::npos;
+       found = text.find(from, found + to.size())) {
+    text.replace(found, from.size(), to);
   }
 }
 
@@ -85,13 +86,15 @@ std::string FilePath(std::string& text) {
 
 std::string GetPath(const Form42& form, std::string& path) {
   if (form.Is64BitOS) {
-    const std::string windowsDrive = lowerCase(environmentVariable("WINDIR")).substr(0, 3);
     path = lowerCase(path);
     replaceInPlace(path, "system32", "Sysnative");
     if (!contains(path, "program files (x86)")) {
       replaceInPlace(path, "%programfiles%", "%ProgramW6432%");
     }
-    replaceInPlace(path, windowsDrive + "program files\\", "%ProgramW6432%\\");
+    if (contains(path, "program files\\")) {
+      const std::string windowsDrive = lowerCase(environmentVariable("WINDIR")).substr(0, 3);
+      replaceInPlace(path, windowsDrive + "program files\\", "%ProgramW6432%\\");
+    }
     replaceInPlace(path, "%commonprogramfiles%", "%ProgramW6432%\\Common Files");
   }
   return expandVariables(path);

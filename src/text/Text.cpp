@@ -7,20 +7,26 @@
 namespace zelvreg {
 namespace {
 
-constexpr bool isAscii(char character) { return static_cast<unsigned char>(character) < 0x80; }
+// Without a branch in the loop, so that the compiler takes many characters at once.
+bool isAscii(std::string_view text) {
+  unsigned all = 0;
+  for (const char character : text) {
+    all |= static_cast<unsigned char>(character);
+  }
+  return all < 0x80;
+}
 
 // Almost all text is ASCII and needs no call; only the rest asks the system about its code page.
 std::string changeCase(std::string_view text, char first, char last,
                        DWORD (*change)(LPSTR, DWORD)) {
   std::string result(text);
-  if (!std::ranges::all_of(result, isAscii)) {
+  if (!isAscii(result)) {
     change(result.data(), static_cast<DWORD>(result.size()));
     return result;
   }
   for (char& character : result) {
-    if (character >= first && character <= last) {
-      character = static_cast<char>(character ^ 0x20);
-    }
+    const bool isChanged = character >= first && character <= last;
+    character = static_cast<char>(character ^ (isChanged ? 0x20 : 0));
   }
   return result;
 }
@@ -76,6 +82,11 @@ bool contains(std::string_view text, std::string_view part) {
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view lowerCasePart) {
+  const bool beginsWithLetter =
+      !lowerCasePart.empty() && lowerCasePart.front() >= 'a' && lowerCasePart.front() <= 'z';
+  if (!lowerCasePart.empty() && !beginsWithLetter) {
+    text.remove_prefix(std::min(text.find(lowerCasePart.front()), text.size()));
+  }
   const auto isSame = [](char character, char wanted) {
     return character == wanted ||
            (character >= 'A' && character <= 'Z' && (character ^ 0x20) == wanted);

@@ -132,6 +132,18 @@ TEST_F(RegistryLinksTest, ALinkItselfCanBeOpened) {
   RegCloseKey(link);
 }
 
+TEST_F(RegistryLinksTest, AChangedLinkIsSeenByTheNextOpen) {
+  key(R"(HKEY_LOCAL_MACHINE\SYSTEM\Link)", linkTo(R"(\Registry\Machine\Nowhere)"));
+  start();
+  EXPECT_EQ(openStatus(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", read32), ERROR_FILE_NOT_FOUND);
+  HKEY link = nullptr;
+  constexpr DWORD openLink = 8;
+  RegOpenKeyExA(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", openLink, all32, &link);
+  EXPECT_EQ(RegDeleteValueA(link, "SymbolicLinkValue"), ERROR_SUCCESS);
+  RegCloseKey(link);
+  EXPECT_EQ(openStatus(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", read32), ERROR_SUCCESS);
+}
+
 TEST_F(RegistryLinksTest, AKeyWithMoreThanTheLinkValueIsOrdinary) {
   key(R"(HKEY_LOCAL_MACHINE\SYSTEM\Key)", linkTo(R"(\Registry\Machine\Nowhere)") + "\n@=\"here\"");
   start();

@@ -67,19 +67,18 @@ class Walker {
   }
 
   void readValues(const std::string& path) {
+    if (loop.value != nullptr) {
+      readValue(path, loop.value);
+    } else {
+      readAllValues(path);
+    }
+  }
+
+  void readAllValues(const std::string& path) {
     HKEY key = nullptr;
     if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
       return;
     }
-    if (loop.value != nullptr) {
-      readValue(key, loop.value);
-    } else {
-      readAllValues(key);
-    }
-    RegCloseKey(key);
-  }
-
-  void readAllValues(HKEY key) {
     auto size = static_cast<DWORD>(nameBuffer.size());
     DWORD type = REG_NONE;
     for (DWORD index = 0; RegEnumValueA(key, index, nameBuffer.data(), &size, nullptr, &type,
@@ -87,13 +86,14 @@ class Walker {
          ++index) {
       ++counts.entries;
       if (size > 0) {
-        takeName(key);
+        takeName(path);
       }
       size = static_cast<DWORD>(nameBuffer.size());
     }
+    RegCloseKey(key);
   }
 
-  void takeName(HKEY key) {
+  void takeName(const std::string& path) {
     switch (loop.names) {
       case Names::Nothing:
         break;
@@ -105,20 +105,25 @@ class Walker {
         testFile(nameBuffer.data());
         break;
       default:
-        readValue(key, nameBuffer.data());
+        readValue(path, nameBuffer.data());
     }
   }
 
-  void readValue(HKEY key, const char* name) {
+  // Each value by an open of its own, as the reads of the true view come.
+  void readValue(const std::string& path, const char* name) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
+      return;
+    }
     auto size = static_cast<DWORD>(data.size());
     DWORD type = REG_NONE;
     ++counts.values;
-    if (RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size) !=
-            ERROR_SUCCESS ||
-        (type != REG_SZ && type != REG_EXPAND_SZ)) {
-      return;
+    const LONG status =
+        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size);
+    RegCloseKey(key);
+    if (status == ERROR_SUCCESS && (type == REG_SZ || type == REG_EXPAND_SZ)) {
+      testData(std::string_view(data.data()), name);
     }
-    testData(std::string_view(data.data()), name);
   }
 
   void testData(std::string_view text, const char* name) {
@@ -161,10 +166,7 @@ class Walker {
     const std::string path(text.front() == '"' ? text.substr(1, text.find('"', 1) - 1)
                                                : text.substr(0, text.find(',')));
     if (loop.names == Names::ByPathOrFolder) {
-      const DWORD attributes = GetFileAttributesA(path.c_str());
-      if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-        return;
-      }
+      testFile(path.c_str());
     }
     testFile(path.c_str());
   }
@@ -184,13 +186,16 @@ class Walker {
     }
   }
 
+  // A library may be registered as a class as well.
   void testLibrary(std::string_view text) {
-    HKEY key = nullptr;
-    const std::string path = "TypeLib\\" + std::string(text);
-    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
-      RegCloseKey(key);
-    } else {
-      ++counts.dead;
+    for (const char* list : {"CLSID\\", "TypeLib\\"}) {
+      HKEY key = nullptr;
+      const std::string path = list + std::string(text);
+      if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
+        RegCloseKey(key);
+      } else {
+        ++counts.dead;
+      }
     }
   }
 

@@ -28,12 +28,12 @@ struct Arguments {
 constexpr double milliseconds = 1000;
 constexpr double microseconds = 1'000'000;
 
-void printRows(const std::set<std::size_t>& rows) {
-  std::cout << "categories compared:";
-  for (const std::size_t row : rows) {
-    std::cout << " " << zelvreg::categories()[row - 1].optionName;
+std::set<std::size_t> allRows() {
+  std::set<std::size_t> rows;
+  for (std::size_t row = 1; row <= zelvreg::categories().size(); ++row) {
+    rows.insert(row);
   }
-  std::cout << "\n";
+  return rows;
 }
 
 void printCategories(const fs::path& folder, const std::set<std::size_t>& rows, std::size_t pairs) {
@@ -63,18 +63,10 @@ void printScan(std::size_t keys, const ScanFigures& figures) {
 
 void benchMachines(const Arguments& arguments) {
   const zelvreg::bench::WorkFolder work;
-  std::set<std::size_t> rows;
+  const std::set<std::size_t> rows = allRows();
   for (const std::size_t keys : arguments.sizes) {
     const fs::path folder = work.path() / std::to_string(keys);
     makeMachine(folder, {.keys = keys});
-    if (rows.empty()) {
-      const auto found = runInChild([&] {
-        const auto comparable = comparableRows(folder);
-        return std::vector<double>(comparable.begin(), comparable.end());
-      });
-      rows = std::set<std::size_t>(found.begin(), found.end());
-      printRows(rows);
-    }
     printScan(keys, measureScan(folder, rows, arguments.pairs));
     if (arguments.isByCategory) {
       printCategories(folder, rows, arguments.pairs);

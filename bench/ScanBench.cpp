@@ -5,10 +5,8 @@
 #include <memory>
 
 #include "BareWalk.h"
-#include "WalkTable.h"
 #include "console/Computer.h"
 #include "form/Form42.h"
-#include "scan/CategoryTable.h"
 #include "shell/StartUp.h"
 
 namespace zelvreg::bench {
@@ -78,19 +76,6 @@ std::vector<double> measureHere(const std::filesystem::path& folder,
 }
 
 }  // namespace
-
-std::set<std::size_t> comparableRows(const std::filesystem::path& folder) {
-  const auto computer = open(folder);
-  Form42 form;
-  Form_Load(form);
-  std::set<std::size_t> rows;
-  for (std::size_t row = 1; row <= categories().size(); ++row) {
-    if (categories()[row - 1].isBound(form) && !loopsOf(row).empty()) {
-      rows.insert(row);
-    }
-  }
-  return rows;
-}
 
 ScanFigures measureScan(const std::filesystem::path& folder, const std::set<std::size_t>& rows,
                         std::size_t pairs) {

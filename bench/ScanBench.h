@@ -21,9 +21,6 @@ struct ScanFigures {
   double scanPeak = 0;  // the most after loading
 };
 
-// The rows that can be compared: their scanner is bound, and there are loops for the bare walk.
-std::set<std::size_t> comparableRows(const std::filesystem::path& folder);
-
 // Loads the folder in a process of its own and compares on these rows, in so many pairs.
 ScanFigures measureScan(const std::filesystem::path& folder, const std::set<std::size_t>& rows,
                         std::size_t pairs);

@@ -9,7 +9,8 @@ namespace {
 constexpr const char* components = "SOFTWARE\\Classes\\CLSID";
 constexpr const char* sharedDlls = "Software\\Microsoft\\Windows\\CurrentVersion\\SharedDlls";
 constexpr const char* htmlHelp = "SOFTWARE\\Microsoft\\Windows\\HTML Help";
-constexpr const char* commandKey = "\\shell\\open\\command";
+constexpr const char* openCommand = "\\shell\\open\\command";
+constexpr const char* editCommand = "\\shell\\edit\\command";
 constexpr const char* serverKey = "\\InprocServer32";
 
 using Loops = std::vector<Loop>;
@@ -52,9 +53,8 @@ Loops applicationPaths() {
 Loops fileClasses() {
   const HKEY classes = HKEY_CLASSES_ROOT;
   return {
-      valueOfSubkeys(classes, "", "", "", Names::Nothing),
-      valueOfSubkeys(classes, "", "", "Content Type", Names::Nothing),
-      valueOfSubkeys(classes, "", commandKey, "", Names::ByPath),
+      valueOfSubkeys(classes, "", openCommand, "", Names::ByPath),
+      valueOfSubkeys(classes, "", editCommand, "", Names::Nothing),
       valueOfSubkeys(classes, "MIME\\Database\\Content Type", "", "Extension", Names::Nothing),
   };
 }

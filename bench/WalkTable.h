@@ -22,9 +22,9 @@ enum class Names : std::uint8_t {
   ByNameInFolder,  // the value's name, in the folder that the data name
   ByFont,          // the data, in the folder of fonts
   ByPath,          // the data, without quotes, arguments and the number of an icon
-  ByPathOrFolder,  // the same, asked for as a folder first
+  ByPathOrFolder,  // the same, asked for as a folder too
   ByRule,          // the program in a firewall rule
-  ByLibrary,       // no file: the data name a key under TypeLib
+  ByLibrary,       // no file: the data name a key under CLSID or TypeLib
 };
 
 struct Loop {
@@ -36,7 +36,7 @@ struct Loop {
   Names names;
 };
 
-// The loops of a category row, counted from 1; none if there are no loops for it yet.
+// The loops of a category row, counted from 1.
 std::span<const Loop> loopsOf(std::size_t row);
 
 }  // namespace zelvreg::bench

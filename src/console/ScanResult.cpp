@@ -9,18 +9,13 @@
 namespace zelvreg::console {
 namespace {
 
-constexpr std::string_view noScanner = "no scanner yet";
-
 CategoryResult categoryOf(const Form42& form, std::size_t row) {
-  const Category& category = categories()[row - 1];
-  const bool isBound = category.isBound(form);
   return {.row = row,
-          .key = std::string(category.valueName),
+          .key = std::string(categories()[row - 1].valueName),
           .name = captionText(form.View1.text(row, 0), form.View1.font.get().charset),
           .isChecked = form.View1.isChecked(row),
           .problems = registryText(form.View1.text(row, problemsColumn)),
-          .status =
-              isBound ? registryText(form.View1.text(row, statusColumn)) : std::string(noScanner)};
+          .status = registryText(form.View1.text(row, statusColumn))};
 }
 
 FindingResult findingOf(const Form42& form, std::size_t row) {

@@ -122,9 +122,11 @@ struct Form42 {
   TextBox Text2;
   TextBox Text4;
 
-  // Work lists: List1 and List4 to List7 are filled by the enumerators, List2 collects bad values.
+  // Work lists: List1 and List4 to List7 are filled by the enumerators, List2 collects bad values,
+  // List3 keeps names while List1 is filled with what is below them.
   ListBox List1;
   ListBox List2;
+  ListBox List3;
   ListBox List4;
   ListBox List5;
   ListBox List6;
@@ -150,6 +152,11 @@ struct Form42 {
   EntryPoint runMRU;
   EntryPoint MRUhist;
   EntryPoint MuiCache;
+  // Scanners that no row runs.
+  Button Command14;
+  Button Command16;
+  Button Command18;
+  Button Command19;
   Button orubutton18;
 
   // State of a scan. totalFound goes on counting over all scans of one run of the program.
@@ -158,6 +165,9 @@ struct Form42 {
   std::string totalFoundText;
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
+
+  // 2 where keys were found under "Windows nt" instead of "Windows".
+  std::int32_t ntSpelling = 0;
 
   // Whether the process runs under the 32-bit emulation of a 64-bit system.
   bool Is64BitOS = false;

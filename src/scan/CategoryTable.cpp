@@ -1,7 +1,5 @@
 #include "scan/CategoryTable.h"
 
-#include <algorithm>
-
 namespace zelvreg {
 namespace {
 
@@ -73,12 +71,6 @@ constexpr std::array<Category, 16> table{{
 }};
 
 }  // namespace
-
-bool Category::isBound(const Form42& form) const {
-  return std::ranges::all_of(routines, [&](EntryPointOf routine) {
-    return routine == nullptr || routine(form).isBound();
-  });
-}
 
 std::span<const Category, 16> categories() { return table; }
 

@@ -20,9 +20,6 @@ struct Category {
   std::string_view optionName;           // what the command line calls it besides the value name
   std::string_view caption;              // what Label4 shows while it is tested
   std::array<EntryPointOf, 3> routines;  // in order; null behind the last
-
-  // Whether all its routines are there to be run.
-  [[nodiscard]] bool isBound(const Form42& form) const;
 };
 
 // Row n is the element n - 1.

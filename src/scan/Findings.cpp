@@ -30,20 +30,32 @@ std::size_t nextRow(const Form42& form) {
 }
 
 void addFinding(Form42& form, ScannerRun& run, const Finding& finding) {
-  form.List2.add(trim(finding.badValue));
+  Finding listed = finding;
+  listed.badValue = trim(finding.badValue);
+  form.List2.add(listed.badValue);
+  addRow(form, run, listed);
+  countInTotal(form, run.total);
+}
+
+void addRow(Form42& form, ScannerRun& run, const Finding& finding) {
   const std::size_t added = form.View2.add(finding.location);
   const std::size_t row = run.fields == FieldsGoTo::RowJustAdded ? added : run.row;
-  form.View2.setText(row, badValueColumn, form.List2.text(run.found));
+  form.View2.setText(row, badValueColumn, finding.badValue);
   form.View2.setText(row, kindCodeColumn, finding.kindCode);
   form.View2.setText(row, rootNameColumn, finding.rootName);
   form.View2.setText(row, subKeyColumn, finding.subKey);
   form.View2.setSmallIcon(row, finding.iconKey);
-  form.View2.ensureVisible(added);
+  if (run.scroll != ScrollsTo::Nothing) {
+    form.View2.ensureVisible(run.scroll == ScrollsTo::RowJustAdded ? added : run.row);
+  }
   ++run.row;
   ++run.found;
+}
+
+void countInTotal(Form42& form, TotalIsSaved saved) {
   ++form.totalFound;
   form.totalFoundText = decimal(form.totalFound);
-  if (run.total == TotalIsSaved::AtEachFinding) {
+  if (saved == TotalIsSaved::AtEachFinding) {
     saveTotalFound(form);
   }
 }

@@ -30,6 +30,8 @@ inline constexpr std::size_t subKeyColumn = 4;
 
 // Which row the fields behind the location, and the icon, go to.
 enum class FieldsGoTo : std::uint8_t { RowJustAdded, NumberedRow };
+// Which row is scrolled into view.
+enum class ScrollsTo : std::uint8_t { RowJustAdded, NumberedRow, Nothing };
 enum class TotalIsSaved : std::uint8_t { AtEachFinding, AtTheEnd };
 
 // The counters of one run of a scanner.
@@ -37,14 +39,22 @@ struct ScannerRun {
   std::size_t row = 1;  // number of the row that the next finding will take
   int found = 0;        // also the place of the next bad value in List2
   FieldsGoTo fields = FieldsGoTo::RowJustAdded;
+  ScrollsTo scroll = ScrollsTo::RowJustAdded;
   TotalIsSaved total = TotalIsSaved::AtEachFinding;
 };
 
 // The number of the row behind those that the scanners before have left.
 std::size_t nextRow(const Form42& form);
 
-// Appends a finding, unticked, scrolls to it, and counts it in `run` and in the running total.
+// Appends a finding, unticked, scrolls to it, and counts it in `run` and in the running total. The
+// bad value is trimmed and listed in List2.
 void addFinding(Form42& form, ScannerRun& run, const Finding& finding);
+
+// Its two halves, for scanners that keep List2 in another way or not at all. The row alone, with
+// its texts as they are, counted in `run`:
+void addRow(Form42& form, ScannerRun& run, const Finding& finding);
+// The running total alone:
+void countInTotal(Form42& form, TotalIsSaved saved = TotalIsSaved::AtEachFinding);
 
 // Writes the running total to where the suite looks for it.
 void saveTotalFound(const Form42& form);

@@ -3,8 +3,21 @@
 
 #include "scan/Findings.h"
 #include "scan/ScanDriver.h"
+#include "scanners/ApplicationPaths.h"
+#include "scanners/DefaultIcons.h"
+#include "scanners/FileClasses.h"
+#include "scanners/FileExtensions.h"
+#include "scanners/FirewallRules.h"
 #include "scanners/Fonts.h"
+#include "scanners/HelpFiles.h"
+#include "scanners/MuiCache.h"
+#include "scanners/RecentLists.h"
+#include "scanners/ServerFiles.h"
+#include "scanners/ServerPrograms.h"
 #include "scanners/SharedDlls.h"
+#include "scanners/StartupPrograms.h"
+#include "scanners/TypeLibraries.h"
+#include "scanners/UninstallRecords.h"
 #include "shell/Languages.h"
 #include "shell/StartUp.h"
 #include "text/Numbers.h"
@@ -44,6 +57,28 @@ constexpr std::array table{
     // Scanners, in the order of the rows.
     Binding{of<&Form42::Command1>, Command1},
     Binding{of<&Form42::Command2>, Command2},
+    Binding{of<&Form42::Command5>, Command5},
+    Binding{of<&Form42::Command7>, Command7},
+    Binding{of<&Form42::Command10>, Command10},
+    Binding{of<&Form42::Command12>, Command12},
+    Binding{of<&Form42::cln71>, cln71},
+    Binding{of<&Form42::cln7>, cln7},
+    Binding{of<&Form42::cln72>, cln72},
+    Binding{of<&Form42::cln8>, cln8},
+    Binding{of<&Form42::cln9>, cln9},
+    Binding{of<&Form42::cln10>, cln10},
+    Binding{of<&Form42::Command32>, Command32},
+    Binding{of<&Form42::fileext>, fileext},
+    Binding{of<&Form42::uninstall>, uninstall},
+    Binding{of<&Form42::uninstall32>, uninstall32},
+    Binding{of<&Form42::runMRU>, runMRU},
+    Binding{of<&Form42::MRUhist>, MRUhist},
+    Binding{of<&Form42::MuiCache>, MuiCache},
+    // Scanners that no row runs.
+    Binding{of<&Form42::Command14>, Command14},
+    Binding{of<&Form42::Command16>, Command16},
+    Binding{of<&Form42::Command18>, Command18},
+    Binding{of<&Form42::Command19>, Command19},
 };
 
 }  // namespace

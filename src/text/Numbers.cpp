@@ -74,7 +74,96 @@ std::size_t decimalLength(std::string_view text) {
   return length;
 }
 
+// A text without its sign, brackets or currency sign.
+struct SignedText {
+  std::string_view digits;
+  bool isNegative = false;
+};
+
+bool removeFront(std::string_view& text, char character) {
+  const bool stands = !text.empty() && text.front() == character;
+  text.remove_prefix(stands ? 1 : 0);
+  return stands;
+}
+
+bool removeBack(std::string_view& text, char character) {
+  const bool stands = !text.empty() && text.back() == character;
+  text.remove_suffix(stands ? 1 : 0);
+  return stands;
+}
+
+std::string_view withoutOuterBlanks(std::string_view text) {
+  while (!text.empty() && isPassedOver(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && isPassedOver(text.back())) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
+
+// Nothing when the signs do not go together.
+std::optional<SignedText> takeSign(std::string_view text) {
+  SignedText result;
+  int signs = 0;
+  if (removeFront(text, '(')) {
+    if (!removeBack(text, ')')) {
+      return std::nullopt;
+    }
+    result.isNegative = true;
+    ++signs;
+  }
+  removeFront(text, '$');
+  for (const char sign : {'-', '+'}) {
+    if (removeFront(text, sign) || removeBack(text, sign)) {
+      result.isNegative = sign == '-';
+      ++signs;
+    }
+  }
+  removeFront(text, '$');
+  result.digits = withoutOuterBlanks(text);
+  return signs <= 1 ? std::optional(result) : std::nullopt;
+}
+
+bool isPrefixedNumber(std::string_view text) {
+  if (!removeFront(text, '&')) {
+    return false;
+  }
+  const bool isHexadecimal = removeFront(text, 'H') || removeFront(text, 'h');
+  if (!isHexadecimal && !removeFront(text, 'O')) {
+    removeFront(text, 'o');
+  }
+  const char* allowed = isHexadecimal ? "0123456789ABCDEFabcdef" : "01234567";
+  return !text.empty() && text.find_first_not_of(allowed) == std::string_view::npos;
+}
+
+// Commas may stand between digits in front of the decimal point.
+std::string withoutGroupCommas(std::string_view text) {
+  std::string result(text);
+  const auto end = text.find_first_not_of("0123456789,");
+  if (!text.empty() && text.front() != ',') {
+    result = text.substr(0, end);
+    std::erase(result, ',');
+    result += end == std::string_view::npos ? std::string_view() : text.substr(end);
+  }
+  return result;
+}
+
 }  // namespace
+
+std::optional<double> wholeNumber(std::string_view text) {
+  text = withoutOuterBlanks(text);
+  if (isPrefixedNumber(text)) {
+    return leadingNumber(text);
+  }
+  const auto signedText = takeSign(text);
+  const std::string digits = signedText ? withoutGroupCommas(signedText->digits) : "";
+  if (digits.empty() || decimalLength(digits) != digits.size()) {
+    return std::nullopt;
+  }
+  const double number = leadingNumber(digits);
+  return signedText->isNegative ? -number : number;
+}
 
 double leadingNumber(std::string_view text) {
   std::string digits = withoutBlanks(text);

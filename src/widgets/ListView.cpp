@@ -75,13 +75,25 @@ void ListView::addSubItem(std::size_t row, std::size_t position, std::string_vie
     return;
   }
   found->subItems.insert(found->subItems.begin() + static_cast<std::ptrdiff_t>(position - 1),
-                         SubItem{cellText(text), std::string(reportIcon)});
+                         SubItem{cellText(text), std::string(reportIcon), {}});
   changed(Change::Row, row);
 }
 
 const std::string& ListView::reportIcon(std::size_t row, std::size_t column) const {
   const SubItem* subItem = findSubItem(row, column);
   return subItem == nullptr ? outside : subItem->reportIcon;
+}
+
+CellStyle ListView::cellStyle(std::size_t row, std::size_t column) const {
+  const SubItem* subItem = findSubItem(row, column);
+  return subItem == nullptr ? CellStyle{} : subItem->style;
+}
+
+void ListView::setCellStyle(std::size_t row, std::size_t column, CellStyle style) {
+  if (SubItem* subItem = findSubItem(row, column)) {
+    subItem->style = style;
+    changed(Change::Row, row);
+  }
 }
 
 const std::string& ListView::smallIcon(std::size_t row) const {
@@ -153,6 +165,10 @@ const ListView::SubItem* ListView::findSubItem(std::size_t row, std::size_t colu
   return found != nullptr && column >= 1 && column <= found->subItems.size()
              ? &found->subItems[column - 1]
              : nullptr;
+}
+
+ListView::SubItem* ListView::findSubItem(std::size_t row, std::size_t column) {
+  return const_cast<SubItem*>(std::as_const(*this).findSubItem(row, column));
 }
 
 }  // namespace zelvreg

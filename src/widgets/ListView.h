@@ -25,6 +25,14 @@ struct ColumnHeader {
   Alignment alignment = Alignment::Left;
 };
 
+// How the text of a cell is drawn.
+struct CellStyle {
+  bool isBold = false;
+  std::uint32_t color = windowTextColor;
+
+  bool operator==(const CellStyle&) const = default;
+};
+
 class ListView : public Control {
  public:
   // `smallIcons` is not owned and outlives the list.
@@ -45,6 +53,10 @@ class ListView : public Control {
   void addSubItem(std::size_t row, std::size_t position, std::string_view text,
                   std::string_view reportIcon);
   [[nodiscard]] const std::string& reportIcon(std::size_t row, std::size_t column) const;
+
+  // Of a sub-item, which must be there already.
+  [[nodiscard]] CellStyle cellStyle(std::size_t row, std::size_t column) const;
+  void setCellStyle(std::size_t row, std::size_t column, CellStyle style);
 
   [[nodiscard]] const std::string& smallIcon(std::size_t row) const;
   // A key that the image list does not hold is refused: the row keeps the icon that it had.
@@ -74,6 +86,7 @@ class ListView : public Control {
   struct SubItem {
     std::string text;
     std::string reportIcon;
+    CellStyle style;
   };
   struct Row {
     std::string text;
@@ -86,6 +99,7 @@ class ListView : public Control {
   [[nodiscard]] const Row* find(std::size_t row) const;
   [[nodiscard]] Row* find(std::size_t row);
   [[nodiscard]] const SubItem* findSubItem(std::size_t row, std::size_t column) const;
+  [[nodiscard]] SubItem* findSubItem(std::size_t row, std::size_t column);
 
   const ImageList& icons;
   std::vector<ColumnHeader> columns;

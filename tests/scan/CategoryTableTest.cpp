@@ -56,15 +56,5 @@ TEST(CategoryTable, EveryRoutineBelongsToOneRowOnly) {
   EXPECT_EQ(seen.size(), 19U);
 }
 
-TEST(CategoryTable, ARowIsBoundWhenAllItsRoutinesAre) {
-  Form42 form;
-  const Category& classes = categories()[6];
-  form.cln71.bind([] {});
-  form.cln7.bind([] {});
-  EXPECT_FALSE(classes.isBound(form));
-  form.cln72.bind([] {});
-  EXPECT_TRUE(classes.isBound(form));
-}
-
 }  // namespace
 }  // namespace zelvreg

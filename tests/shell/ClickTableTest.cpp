@@ -1,6 +1,7 @@
 #include <array>
 #include <functional>
 
+#include "scan/CategoryTable.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
 
@@ -59,6 +60,18 @@ TEST_F(ClickTableTest, CancelOfThePanelAsksForAStop) {
   form.chameleonButton12.click();
   EXPECT_EQ(form.Text2.text(), "2");
   EXPECT_TRUE(form.cancelRequested);
+}
+
+TEST_F(ClickTableTest, EveryScannerIsBound) {
+  for (const Category& category : categories()) {
+    for (const EntryPointOf routine : category.routines) {
+      EXPECT_TRUE(routine == nullptr || routine(form).isBound()) << category.optionName;
+    }
+  }
+  for (const Button* unused :
+       {&form.Command14, &form.Command16, &form.Command18, &form.Command19}) {
+    EXPECT_TRUE(unused->isBound());
+  }
 }
 
 TEST_F(ClickTableTest, AHiddenButtonKeepsTheTicks) {

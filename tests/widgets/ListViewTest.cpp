@@ -54,6 +54,24 @@ TEST_F(ListViewTest, ASubItemAddedLastAtAPositionIsTheOneThatShows) {
   EXPECT_EQ(list.text(1, 4), "Testing");
 }
 
+TEST_F(ListViewTest, ACellKeepsItsStyleWhenItsTextChanges) {
+  constexpr CellStyle red{.isBold = true, .color = 192};
+  list.add("row");
+  list.setText(1, 2, "1");
+  list.setCellStyle(1, 2, red);
+  list.setText(1, 2, "2");
+  EXPECT_EQ(list.cellStyle(1, 2), red);
+  EXPECT_EQ(list.cellStyle(1, 1), CellStyle{});
+}
+
+TEST_F(ListViewTest, ACellThatIsNotThereHasNoStyle) {
+  list.add("row");
+  list.setCellStyle(1, 2, {.isBold = true, .color = 192});
+  list.setCellStyle(2, 1, {.isBold = true, .color = 192});
+  EXPECT_EQ(list.cellStyle(1, 2), CellStyle{});
+  EXPECT_EQ(list.cellStyle(2, 1), CellStyle{});
+}
+
 TEST_F(ListViewTest, ASubItemIsNotAddedBehindAGap) {
   list.add("row");
   list.addSubItem(1, 3, "x", "a");

@@ -1,0 +1,231 @@
+#include "scanners/ApplicationPaths.h"
+
+#include "registry/SubkeyEnumerators.h"
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scanners/References.h"
+#include "scanners/WorkList.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 3;
+
+struct Scan {
+  Form42& form;
+  ScannerRun run;
+};
+
+void showCount(Scan& scan) {
+  if (scan.run.found > 0) {
+    showProblems(scan.form, categoryRow, scan.run.found);
+  }
+}
+
+void showZero(Scan& scan) {
+  if (scan.run.found == 0) {
+    showProblems(scan.form, categoryRow, 0);
+  }
+}
+
+// `listed` is what List2 gets in front of the finding: the name of the entry under walk.
+void add(Scan& scan, const std::string& listed, std::string_view location,
+         std::string_view badValue, const char* rootName, std::string_view subKey) {
+  scan.form.List2.add(listed);
+  addRow(scan.form, scan.run,
+         {.location = location,
+          .badValue = badValue,
+          .kindCode = "3",
+          .rootName = rootName,
+          .subKey = subKey,
+          .iconKey = "c"});
+  countInTotal(scan.form);
+}
+
+// --- Lists of application paths: each subkey is a program, its default value the path. ---
+
+enum class BlankPath { IsAFinding, IsOneIfNoFile };
+enum class DefaultIs { Trimmed, AsItIs };
+
+struct AppPathsList {
+  const char* key;    // walked and read
+  const char* ntKey;  // read instead where the system keeps its keys under "Windows nt", or null
+  const char* granted;
+  const char* ntGranted;
+  DefaultIs defaultIs;
+  BlankPath blankPath;
+};
+
+// The first list is read under "Windows" even where it was walked under "Windows nt".
+constexpr AppPathsList nativeList{
+    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths",
+    nullptr,
+    "Software\\Microsoft\\windows\\currentversion\\app paths\\",
+    "Software\\Microsoft\\windows nt\\currentversion\\app paths\\",
+    DefaultIs::Trimmed,
+    BlankPath::IsAFinding,
+};
+constexpr AppPathsList wow64List{
+    "SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths",
+    "SOFTWARE\\Wow6432Node\\Microsoft\\Windows nt\\CurrentVersion\\App Paths",
+    "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\app paths\\",
+    "Software\\Wow6432Node\\Microsoft\\windows nt\\currentversion\\app paths\\",
+    DefaultIs::AsItIs,
+    BlankPath::IsOneIfNoFile,
+};
+
+std::string readProgram(const Scan& scan, const AppPathsList& list, const std::string& keyName) {
+  std::string path = GetKeyValue64(scan.form, "HKLM", std::string(list.key) + "\\" + keyName, "");
+  if (list.ntKey != nullptr && scan.form.ntSpelling == 2) {
+    path = GetKeyValue64(scan.form, "HKLM", std::string(list.ntKey) + "\\" + keyName, "");
+  }
+  if (list.defaultIs == DefaultIs::Trimmed) {
+    path = trim(path);
+  }
+  return resolvedPath(scan.form, path);
+}
+
+void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKey,
+                 const std::string& keyName) {
+  // Without a name the grant goes to the list itself.
+  grantCurrentUser(scan.form, HiveHandle::LocalMachine, list.granted + keyName);
+  grantCurrentUser(scan.form, HiveHandle::LocalMachine, list.ntGranted + keyName);
+  std::string pathText = readProgram(scan, list, keyName);
+  if (keyName.empty()) {
+    return;
+  }
+  std::string values;
+  LONG rc = 0;
+  scan.form.List7.clear();
+  fEnumValue4(scan.form, "HKLM", rootKey + "\\" + keyName, values, rc);
+  // A program with a named value is passed over, whatever its path.
+  if (scan.form.List7.count() > 0) {
+    return;
+  }
+  pathText = withoutQuotes(pathText);
+  const bool isBlank = list.blankPath == BlankPath::IsAFinding && trim(pathText).empty();
+  if (!FileExists(resolvedPath(scan.form, pathText)) || isBlank) {
+    add(scan, keyName, pathText, keyName, "HKEY_LOCAL_MACHINE", rootKey);
+  }
+}
+
+void walkAppPaths(Scan& scan, const AppPathsList& list, const std::string& rootKey) {
+  walkEntries(scan.form, scan.form.List1, LastTurn::OneBehindTheLast,
+              [&](int /*index*/, const std::string& entry) {
+                testAppPath(scan, list, rootKey, std::string(trim(entry)));
+                showCount(scan);
+              });
+  showZero(scan);
+}
+
+void scanAppPaths(Scan& scan) {
+  Form42& form = scan.form;
+  std::string names;
+  LONG rc = 0;
+  form.List1.clear();
+  form.List2.clear();
+  std::string rootKey = nativeList.key;
+  fEnumKey(form, "HKLM", rootKey, names, rc);
+  if (rc == ERROR_FILE_NOT_FOUND) {
+    fEnumKey(form, "HKLM", "Software\\Microsoft\\windows nt\\currentversion\\app paths", names, rc);
+    rootKey = "SOFTWARE\\Microsoft\\Windows nt\\CurrentVersion\\App Paths";
+    form.ntSpelling = 2;
+  }
+  walkAppPaths(scan, nativeList, rootKey);
+  form.List1.clear();
+  fEnumKey(form, "HKLM", wow64List.key, names, rc);
+  walkAppPaths(scan, wow64List, wow64List.key);
+  form.List7.clear();
+}
+
+// --- Compatibility lists: the value name is the path. ---
+
+void testProgramName(Scan& scan, const char* key, const std::string& entry) {
+  const std::string keyName(trim(entry));
+  if (keyName.empty()) {
+    return;
+  }
+  const std::string pathText = withoutQuotes(resolvedPath(scan.form, keyName));
+  if (!FileExists(resolvedPath(scan.form, pathText))) {
+    add(scan, keyName, entry, entry, "HKEY_CURRENT_USER", key);
+  }
+}
+
+void scanProgramNames(Scan& scan, const char* key) {
+  std::string values;
+  LONG rc = 0;
+  fEnumValue4(scan.form, "HKCU", key, values, rc);
+  grantCurrentUser(scan.form, HiveHandle::CurrentUser, key);
+  walkEntries(scan.form, scan.form.List7, LastTurn::OneBehindTheLast,
+              [&](int /*index*/, const std::string& entry) {
+                testProgramName(scan, key, entry);
+                showCount(scan);
+              });
+}
+
+void scanCompatibilityLists(Scan& scan) {
+  scanProgramNames(scan,
+                   "Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\"
+                   "Compatibility Assistant\\Store");
+  showZero(scan);
+  scan.form.List7.clear();
+  scanProgramNames(scan, "Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\Layers");
+}
+
+// --- Keys of Software: whatever looks like a path in a value directly under one of them. ---
+
+struct SoftwareKey {
+  const char* hive;
+  const char* key;
+  const char* rootName;
+};
+constexpr SoftwareKey softwareKeys[] = {
+    {"HKLM", "Software", "HKEY_LOCAL_MACHINE"},
+    {"HKLM", "Software\\Wow6432Node", "HKEY_LOCAL_MACHINE"},
+    {"HKCU", "Software", "HKEY_CURRENT_USER"},
+};
+
+void testValues(Scan& scan, const SoftwareKey& software, const std::string& keyName) {
+  const std::string rootKey = std::string(software.key) + "\\" + keyName;
+  std::string values;
+  LONG rc = 0;
+  scan.form.List7.clear();
+  fEnumValue4(scan.form, software.hive, rootKey, values, rc);
+  for (int index = 0; index < scan.form.List7.count(); ++index) {
+    const std::string name = scan.form.List7.text(index);
+    if (namesMissingPath(scan.form, GetKeyValue64(scan.form, software.hive, rootKey, name))) {
+      add(scan, keyName, name, name, software.rootName, rootKey);
+    }
+  }
+}
+
+void scanSoftware(Scan& scan, const SoftwareKey& software) {
+  std::string names;
+  LONG rc = 0;
+  scan.form.List1.clear();
+  scan.form.List2.clear();
+  fEnumKey(scan.form, software.hive, software.key, names, rc);
+  walkEntries(scan.form, scan.form.List1, LastTurn::TheLast,
+              [&](int /*index*/, const std::string& entry) {
+                testValues(scan, software, std::string(trim(entry)));
+                showCount(scan);
+              });
+}
+
+}  // namespace
+
+void Command5(Form42& form) {
+  form.Label4.caption = "Invalid Application path";
+  Scan scan{.form = form, .run = {.row = nextRow(form)}};
+  scanAppPaths(scan);
+  scanCompatibilityLists(scan);
+  for (const SoftwareKey& software : softwareKeys) {
+    scanSoftware(scan, software);
+  }
+  showZero(scan);
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

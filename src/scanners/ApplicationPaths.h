@@ -1,0 +1,17 @@
+// Row 3: programs that are gone, in the lists of application paths, in the user's compatibility
+// lists and in the values of the keys of Software.
+#ifndef ZELVREG_SCANNERS_APPLICATION_PATHS_H
+#define ZELVREG_SCANNERS_APPLICATION_PATHS_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Seven passes, all of one kind of finding. On the way the user is given access to every key of the
+// application paths, both spellings, and to the two compatibility lists. Once started it is cut
+// short only by fEnumKey.
+void Command5(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,73 @@
+#include "scanners/DefaultIcons.h"
+
+#include "registry/SubkeyEnumerators.h"
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scanners/References.h"
+#include "scanners/WorkList.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 5;
+
+// Without the index behind the file, and without quotes that enclose all of it.
+std::string iconFile(std::string value) {
+  value.resize(std::min(value.find(','), value.size()));
+  const std::string_view trimmed = trim(value);
+  if (!trimmed.empty() && trimmed.front() == '"') {
+    return std::string(trimmed.substr(1, trimmed.size() < 2 ? 0 : trimmed.size() - 2));
+  }
+  return value;
+}
+
+void testIcon(Form42& form, ScannerRun& run, const std::string& name) {
+  std::string value = GetKeyValue64(form, "HKCR", name + "\\defaulticon", "");
+  value = trim(resolvedPath(form, value));
+  // Names without a drive and mere resource numbers are not judged.
+  if (!hasDriveColon(value)) {
+    return;
+  }
+  value = iconFile(value);
+  if (FileExists(resolvedPath(form, value))) {
+    return;
+  }
+  form.List2.add(value);
+  addRow(form, run,
+         {.location = name,
+          .badValue = value,
+          .kindCode = "6",
+          .rootName = "HKEY_CLASSES_ROOT",
+          .subKey = "\\defaulticon",
+          .iconKey = "e"});
+  countInTotal(form);
+}
+
+}  // namespace
+
+void Command10(Form42& form) {
+  form.Label4.caption = "Invalid Icon Reference";
+  ScannerRun run{.row = nextRow(form)};
+  form.List1.clear();
+  form.List2.clear();
+  std::string names;
+  LONG rc = 0;
+  fEnumKey(form, "HKCR", "", names, rc);
+  walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
+    const std::string name(trim(entry));
+    form.Label3.caption = name;
+    form.Label3.refresh();
+    testIcon(form, run, name);
+    if (run.found > 0) {
+      showProblems(form, categoryRow, run.found);
+    }
+  });
+  if (run.found == 0) {
+    showProblems(form, categoryRow, 0);
+  }
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,15 @@
+// Row 5: icons of classes whose file is gone.
+#ifndef ZELVREG_SCANNERS_DEFAULT_ICONS_H
+#define ZELVREG_SCANNERS_DEFAULT_ICONS_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Reports each class whose defaulticon key names a missing file by a path on a drive. Once started
+// it is cut short only by fEnumKey.
+void Command10(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,143 @@
+#include "scanners/FileClasses.h"
+
+#include <optional>
+
+#include "registry/RegistryValues.h"
+#include "registry/SubkeyEnumerators.h"
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scanners/References.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 6;
+constexpr const char* mediaTypesKey = "MIME\\Database\\Content Type";
+
+struct Scan {
+  Form42& form;
+  ScannerRun run;
+};
+
+// A command to report: its key, and the program that is gone or nothing where the key is empty.
+struct BadCommand {
+  std::string key;
+  std::string program;
+  bool isEmptyKey = false;
+};
+
+// A number in the place of a text ends at its first NUL as any command does.
+std::string commandOf(const std::string& key) {
+  return std::string(untilNul(defaultValueOf(HiveHandle::ClassesRoot, key)));
+}
+
+std::optional<BadCommand> judgeCommand(Form42& form, const std::string& openKey,
+                                       const std::string& editKey) {
+  const bool hasOpen = RegKeyExists(HiveHandle::ClassesRoot, openKey);
+  const bool hasEdit = RegKeyExists(HiveHandle::ClassesRoot, editKey);
+  if (!hasOpen && !hasEdit) {
+    return std::nullopt;
+  }
+  std::string key = openKey;
+  std::string value = commandOf(key);
+  if (trim(value).empty()) {
+    key = editKey;
+    value = commandOf(key);
+  }
+  if (trim(value).empty()) {
+    key = hasEdit ? editKey : openKey;
+    std::string values;
+    LONG rc = 0;
+    form.List7.clear();
+    fEnumValue4(form, "HKCR", key, values, rc);
+    if (form.List7.count() == 0) {
+      return BadCommand{.key = key, .program = value, .isEmptyKey = true};
+    }
+  }
+  value = programOf(value);
+  if (!endsInExe(value) || !hasDriveColon(trim(value)) || FileExists(resolvedPath(form, value))) {
+    return std::nullopt;
+  }
+  return BadCommand{.key = key, .program = value};
+}
+
+void add(Scan& scan, const std::string& listed, const Finding& finding) {
+  scan.form.List2.add(listed);
+  addRow(scan.form, scan.run, finding);
+  countInTotal(scan.form, scan.run.total);
+}
+
+void testClass(Scan& scan, const std::string& name) {
+  scan.form.Label3.caption = name;
+  scan.form.Label3.refresh();
+  if (name.empty()) {
+    return;
+  }
+  const auto bad =
+      judgeCommand(scan.form, name + "\\shell\\open\\command", name + "\\shell\\edit\\command");
+  if (!bad) {
+    return;
+  }
+  add(scan, bad->program,
+      {.location = name,
+       .badValue = bad->isEmptyKey ? std::string_view() : bad->program,
+       .kindCode = bad->isEmptyKey ? "771" : "7",
+       .rootName = "HKEY_CLASSES_ROOT",
+       .subKey = bad->key,
+       .iconKey = "f"});
+}
+
+void testMediaType(Scan& scan, const std::string& name) {
+  const std::string key = std::string(mediaTypesKey) + "\\" + name;
+  std::string extension;
+  GetRegString(HiveHandle::ClassesRoot, key, "Extension", extension);
+  // Without an extension the root itself is asked for, which is always there.
+  if (RegKeyExists(HiveHandle::ClassesRoot, extension)) {
+    return;
+  }
+  add(scan, extension,
+      {.location = extension,
+       .badValue = "Extension",
+       .kindCode = "771",
+       .rootName = "HKEY_CLASSES_ROOT",
+       .subKey = key,
+       .iconKey = "f"});
+}
+
+// Walks the subkeys of one key; false when the user has cancelled.
+template <typename Test>
+bool walk(Scan& scan, const char* key, Test&& test) {
+  Form42& form = scan.form;
+  std::string names;
+  LONG rc = 0;
+  form.List1.clear();
+  fEnumKey(form, "HKCR", key, names, rc);
+  int index = 0;
+  do {
+    form.messages.doEvents();
+    test(scan, std::string(trim(form.List1.text(index))));
+    ++index;
+    showProblems(form, categoryRow, scan.run.found);
+    if (form.cancelRequested) {
+      return false;
+    }
+  } while (index < form.List1.count());
+  saveTotalFound(form);
+  return true;
+}
+
+}  // namespace
+
+void Command12(Form42& form) {
+  form.Label4.caption = "Invalid Files extintion";
+  Scan scan{.form = form, .run = {.row = nextRow(form), .total = TotalIsSaved::AtTheEnd}};
+  form.List2.clear();
+  if (walk(scan, "", testClass)) {
+    walk(scan, mediaTypesKey, testMediaType);
+  }
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

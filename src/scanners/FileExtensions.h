@@ -1,0 +1,15 @@
+// Row 12: file extensions of the user for which no program is offered.
+#ifndef ZELVREG_SCANNERS_FILE_EXTENSIONS_H
+#define ZELVREG_SCANNERS_FILE_EXTENSIONS_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Reports each extension whose OpenWithProgids key is missing or has no named value. No file is
+// looked for. Without the registry provider every extension is reported.
+void fileext(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,59 @@
+#include "scanners/FirewallRules.h"
+
+#include "registry/View64.h"
+#include "scan/CategoryTable.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scanners/References.h"
+#include "scanners/WorkList.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 11;
+constexpr CellStyle countStyle{.isBold = true, .color = 192};
+constexpr const char* firewallKey =
+    "SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\FirewallRules";
+
+void testRule(Form42& form, ScannerRun& run, const std::string& ruleName) {
+  const std::string ruleText = GetKeyValue64(form, "HKLM", firewallKey, ruleName);
+  std::string rule = ruleText;
+  pth(form, rule);
+  if (trim(form.FirewallPath).empty() || FileExists(resolvedPath(form, form.FirewallPath))) {
+    return;
+  }
+  addFinding(form, run,
+             {.location = ruleText,
+              .badValue = ruleName,
+              .kindCode = "11",
+              .rootName = "HKEY_LOCAL_MACHINE",
+              .subKey = firewallKey,
+              .iconKey = "l"});
+}
+
+}  // namespace
+
+void Command32(Form42& form) {
+  form.Label4.caption = "Invalid Firewall settings";
+  form.FirewallPath.clear();
+  form.List1.clear();
+  form.List2.clear();
+  std::string values;
+  LONG rc = 0;
+  fEnumValue(form, "HKLM", firewallKey, values, rc);
+  ScannerRun run{.row = nextRow(form)};
+  walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
+    testRule(form, run, std::string(trim(entry)));
+    if (run.found > 0) {
+      showProblems(form, categoryRow, run.found);
+    }
+  });
+  form.View1.setCellStyle(categoryRow, problemsColumn, countStyle);
+  if (run.found == 0) {
+    showProblems(form, categoryRow, 0);
+  }
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

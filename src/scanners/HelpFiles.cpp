@@ -1,0 +1,215 @@
+#include "scanners/HelpFiles.h"
+
+#include "registry/RegistryValues.h"
+#include "registry/SubkeyEnumerators.h"
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scanners/References.h"
+#include "scanners/WorkList.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 4;
+constexpr const char* helpKey = "SOFTWARE\\Microsoft\\Windows\\Help";
+constexpr const char* htmlHelpKey = "SOFTWARE\\Microsoft\\Windows\\HTML Help";
+constexpr const char* htmlHelpNtKey = "SOFTWARE\\Microsoft\\Windows nt\\HTML Help";
+constexpr const char* snapInsKey = "SOFTWARE\\Microsoft\\MMC\\SnapIns";
+
+struct Scan {
+  Form42& form;
+  ScannerRun run;
+};
+
+// What the findings of a section bear.
+struct Section {
+  const char* kindCode;
+  const char* iconKey;
+};
+// The image list holds no "k": these rows stand without an icon.
+constexpr Section helpList{"4", "k"};
+constexpr Section htmlHelpList{"5", "d"};
+constexpr Section snapIns{"55", "d"};
+constexpr Section joinedHtmlHelpList{"56", "d"};
+
+void add(Scan& scan, const Section& section, const std::string& folderText,
+         const std::string& fileName, const std::string& rootKey) {
+  addFinding(scan.form, scan.run,
+             {.location = folderText,
+              .badValue = fileName,
+              .kindCode = section.kindCode,
+              .rootName = "HKEY_LOCAL_MACHINE",
+              .subKey = rootKey,
+              .iconKey = section.iconKey});
+}
+
+void showCount(Scan& scan) { showProblems(scan.form, categoryRow, scan.run.found); }
+
+void showZero(Scan& scan) {
+  if (scan.run.found == 0) {
+    showCount(scan);
+  }
+}
+
+bool isBlank(const std::string& text) { return trim(text).empty(); }
+
+void beginSection(Scan& scan) {
+  scan.run.row = nextRow(scan.form);
+  scan.form.List1.clear();
+  scan.form.List2.clear();
+}
+
+void listValues(Scan& scan, const char* key) {
+  std::string values;
+  LONG rc = 0;
+  fEnumValue(scan.form, "HKLM", key, values, rc);
+}
+
+void testHelpFile(Scan& scan, const std::string& fileName) {
+  std::string folderText =
+      GetKeyValue64(scan.form, "HKLM", "SOFTWARE\\Microsoft\\Windows\\help", fileName);
+  if (isBlank(folderText)) {
+    folderText =
+        GetKeyValue64(scan.form, "HKLM", "SOFTWARE\\Microsoft\\Windows nt\\help", fileName);
+  }
+  if (isBlank(folderText)) {
+    return;
+  }
+  if (!FileExists(resolvedPath(scan.form, folderText + "\\" + fileName))) {
+    add(scan, helpList, folderText, fileName, helpKey);
+  }
+  showCount(scan);
+}
+
+void scanHelpList(Scan& scan) {
+  if (!RegKeyExists(HiveHandle::LocalMachine, helpKey) &&
+      !RegKeyExists(HiveHandle::LocalMachine, "SOFTWARE\\Microsoft\\windows nt\\Help")) {
+    return;
+  }
+  listValues(scan, helpKey);
+  if (scan.form.List1.count() == 0) {
+    return;
+  }
+  scan.run.scroll = ScrollsTo::Nothing;
+  walkEntries(scan.form, scan.form.List1, LastTurn::OneBeforeTheLast,
+              [&](int /*index*/, const std::string& entry) {
+                testHelpFile(scan, std::string(trim(entry)));
+              });
+  scan.run.scroll = ScrollsTo::NumberedRow;
+  storeRowCount(scan.form);
+}
+
+// Whether there was something to test.
+bool testHtmlHelpFile(Scan& scan, const std::string& fileName) {
+  const char* rootKey = htmlHelpKey;
+  std::string folderText = GetKeyValue64(scan.form, "HKLM", htmlHelpKey, fileName);
+  if (isBlank(folderText)) {
+    folderText = GetKeyValue64(scan.form, "HKLM", htmlHelpNtKey, fileName);
+    rootKey = htmlHelpNtKey;
+  }
+  if (isBlank(folderText)) {
+    return false;
+  }
+  const std::string file = folderText + "\\" + fileName;
+  setArchiveOnly(file);
+  if (!FileExists(resolvedPath(scan.form, file))) {
+    add(scan, htmlHelpList, folderText, fileName, rootKey);
+  }
+  return true;
+}
+
+void scanHtmlHelpList(Scan& scan) {
+  beginSection(scan);
+  listValues(scan, htmlHelpKey);
+  const ListBox& list = scan.form.List1;
+  int index = 0;
+  do {
+    scan.form.messages.doEvents();
+    // A blank entry is not passed over: the walk comes back to it for as long as it is blank.
+    if (testHtmlHelpFile(scan, std::string(trim(list.text(index))))) {
+      ++index;
+      showCount(scan);
+    }
+  } while (index < list.count() - 1);
+  showZero(scan);
+}
+
+// A name that is a number of 0 or more has never been looked at.
+bool isPassedOver(const std::string& snapIn) {
+  const auto number = wholeNumber(snapIn);
+  return number.has_value() && *number >= 0;
+}
+
+void testSnapIn(Scan& scan, const std::string& name) {
+  if (isPassedOver(name)) {
+    return;
+  }
+  const std::string rootKey = std::string(snapInsKey) + "\\" + name;
+  std::string topic = GetKeyValue64(scan.form, "HKLM", rootKey, "HelpTopic");
+  if (topic.empty()) {
+    topic = GetKeyValue64(scan.form, "HKLM", rootKey, "LinkedHelpTopics");
+  }
+  if (isBlank(topic)) {
+    return;
+  }
+  if (!FileExists(resolvedPath(scan.form, topic))) {
+    add(scan, snapIns, topic, name, rootKey);
+  }
+  showCount(scan);
+}
+
+void scanSnapIns(Scan& scan) {
+  beginSection(scan);
+  std::string names;
+  LONG rc = 0;
+  fEnumKey(scan.form, "HKLM", snapInsKey, names, rc);
+  if (rc != ERROR_FILE_NOT_FOUND) {
+    walkEntries(scan.form, scan.form.List1, LastTurn::OneBeforeTheLast,
+                [&](int /*index*/, const std::string& entry) {
+                  testSnapIn(scan, std::string(trim(entry)));
+                });
+  }
+  showZero(scan);
+}
+
+// Folder and name joined as they are: a folder without a backslash at its end gives a path that
+// hardly exists.
+void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
+  const std::string folderText = GetKeyValue64(scan.form, "HKLM", htmlHelpKey, fileName);
+  if (isBlank(folderText)) {
+    return;
+  }
+  if (!FileExists(resolvedPath(scan.form, folderText + fileName))) {
+    add(scan, joinedHtmlHelpList, folderText, fileName, htmlHelpKey);
+  }
+  showCount(scan);
+}
+
+void scanJoinedHtmlHelpList(Scan& scan) {
+  beginSection(scan);
+  listValues(scan, htmlHelpKey);
+  walkEntries(scan.form, scan.form.List1, LastTurn::OneBeforeTheLast,
+              [&](int /*index*/, const std::string& entry) {
+                testJoinedHtmlHelpFile(scan, std::string(trim(entry)));
+              });
+  showZero(scan);
+}
+
+}  // namespace
+
+void Command7(Form42& form) {
+  form.Label4.caption = "Invalid Help files";
+  Scan scan{.form = form,
+            .run = {.fields = FieldsGoTo::NumberedRow, .scroll = ScrollsTo::NumberedRow}};
+  beginSection(scan);
+  scanHelpList(scan);
+  scanHtmlHelpList(scan);
+  scanSnapIns(scan);
+  scanJoinedHtmlHelpList(scan);
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,57 @@
+#include "scanners/MuiCache.h"
+
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scanners/References.h"
+#include "scanners/WorkList.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 16;
+constexpr const char* cacheKey =
+    "Software\\Classes\\Local Settings\\Software\\Microsoft\\Windows\\Shell\\MuiCache";
+
+void testName(Form42& form, ScannerRun& run, const std::string& entry) {
+  const std::string valueName(trim(entry));
+  if (!contains(valueName, ":\\") || FileExists(resolvedPath(form, valueName))) {
+    return;
+  }
+  form.List2.add(valueName);
+  addRow(form, run,
+         {.location = "Missing Mui cache reference",
+          .badValue = entry,
+          .kindCode = "166",
+          .rootName = "HKEY_CURRENT_USER",
+          .subKey = cacheKey,
+          .iconKey = "mui"});
+  countInTotal(form);
+}
+
+}  // namespace
+
+void MuiCache(Form42& form) {
+  form.Label4.caption = "Missing Mui cache reference";
+  form.ntSpelling = 0;
+  form.List1.clear();
+  form.List2.clear();
+  form.List7.clear();
+  ScannerRun run{.row = nextRow(form)};
+  std::string values;
+  LONG rc = 0;
+  fEnumValue4(form, "HKCU", cacheKey, values, rc);
+  walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
+    testName(form, run, entry);
+    if (run.found > 0) {
+      showProblems(form, categoryRow, run.found);
+    }
+  });
+  if (run.found == 0) {
+    showProblems(form, categoryRow, 0);
+  }
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

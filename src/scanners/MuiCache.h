@@ -1,0 +1,15 @@
+// Row 16: display names that the shell keeps for programs that are gone.
+#ifndef ZELVREG_SCANNERS_MUI_CACHE_H
+#define ZELVREG_SCANNERS_MUI_CACHE_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Reports each value of the cache whose name is the path of a missing file. The name is tested
+// whole, with what the shell puts behind the file's name. Runs to its end once started.
+void MuiCache(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

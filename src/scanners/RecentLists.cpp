@@ -1,0 +1,76 @@
+#include "scanners/RecentLists.h"
+
+#include "registry/SubkeyEnumerators.h"
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scanners/WorkList.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 15;
+
+constexpr const char* recentLists[] = {
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RecentDocs",
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\StreamMRU",
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\TypedPaths",
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\WordWheelQuery",
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU",
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSavePidlMRU",
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\LastVisitedPidlMRULegacy",
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\LastVisitedPidlMRU",
+};
+
+void addValue(Form42& form, ScannerRun& run, const std::string& key, std::string_view valueName) {
+  if (!valueName.empty()) {
+    addFinding(form, run,
+               {.location = "Users MRU lists",
+                .badValue = valueName,
+                .kindCode = "155",
+                .rootName = "HKEY_CURRENT_USER",
+                .subKey = key,
+                .iconKey = "mr"});
+  }
+}
+
+void walkValues(Form42& form, ScannerRun& run, const std::string& key) {
+  std::string values;
+  LONG rc = 0;
+  form.List7.clear();
+  fEnumValue4(form, "HKCU", key, values, rc);
+  walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
+    addValue(form, run, key, trim(entry));
+    if (run.found > 0) {
+      showProblems(form, categoryRow, run.found);
+    }
+  });
+}
+
+// One level of subkeys is walked, no more.
+void walkList(Form42& form, ScannerRun& run, const std::string& key) {
+  walkValues(form, run, key);
+  std::string names;
+  LONG rc = 0;
+  form.List1.clear();
+  fEnumKey(form, "HKCU", key, names, rc);
+  for (int index = 0; index < form.List1.count(); ++index) {
+    walkValues(form, run, key + "\\" + form.List1.text(index));
+  }
+}
+
+}  // namespace
+
+void MRUhist(Form42& form) {
+  // The caption of the scanner beside it.
+  form.Label4.caption = "Startup programs";
+  form.ntSpelling = 0;
+  form.List2.clear();
+  ScannerRun run{.row = nextRow(form)};
+  for (const char* key : recentLists) {
+    walkList(form, run, key);
+  }
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,53 @@
+// What several scanners do with a reference before they judge it.
+//
+// The steps differ from scanner to scanner in ways that decide what is reported, so none of them is
+// left out or added because another scanner has it.
+#ifndef ZELVREG_SCANNERS_REFERENCES_H
+#define ZELVREG_SCANNERS_REFERENCES_H
+
+#include <string>
+#include <string_view>
+
+#include "form/Form42.h"
+#include "registry/Hives.h"
+
+namespace zelvreg {
+
+// GetPath of a copy, without the NUL at its end.
+std::string resolvedPath(const Form42& form, std::string text);
+
+// Whether the data of a value looks like a path, anywhere in it, and neither file nor folder is
+// there.
+bool namesMissingPath(const Form42& form, std::string data);
+
+// Whether the second character makes a text the path on a drive.
+bool hasDriveColon(std::string_view text);
+
+// Whether a text ends in ".exe", in any case.
+bool endsInExe(std::string_view text);
+
+// What stands between the first two quotes of a text that begins with one; any other text, and one
+// without a second quote, as it is.
+std::string betweenQuotes(const std::string& text);
+
+std::string withoutQuotes(std::string_view text);
+
+// Cut behind the first "exe", "dll", "ovl" or "ocx", wherever it stands; whole without any.
+std::string cutBehindExtension(std::string text);
+
+// The program of a command: between its quotes if it begins with one, else cut behind the first
+// extension.
+std::string programOf(const std::string& command);
+
+// The default value of a key, read directly; empty when there is none.
+std::string defaultValueOf(HiveHandle hive, const std::string& key);
+
+// Gives the current user access to a key. GrantKeyStatus tells whether it worked.
+void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key);
+
+// Leaves a file with no attribute but archive, whatever it had; nothing if there is no such file.
+void setArchiveOnly(const std::string& path);
+
+}  // namespace zelvreg
+
+#endif

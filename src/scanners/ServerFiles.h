@@ -1,0 +1,22 @@
+// Rows 7 to 10: COM classes whose server file is gone, one scanner for each place where classes are
+// kept. The rows show a sum that runs on from one of them to the next.
+#ifndef ZELVREG_SCANNERS_SERVER_FILES_H
+#define ZELVREG_SCANNERS_SERVER_FILES_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// The classes root. The user is given access to every server key; a class where that fails is
+// passed over. List1 is left with the classes for the scanner that follows.
+void cln7(Form42& form);
+// The current user.
+void cln8(Form42& form);
+// The first classes hive among the users.
+void cln9(Form42& form);
+// The machine.
+void cln10(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,15 @@
+// Row 14: programs that are started at log-on but are gone.
+#ifndef ZELVREG_SCANNERS_STARTUP_PROGRAMS_H
+#define ZELVREG_SCANNERS_STARTUP_PROGRAMS_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Walks the four Run keys. A command is tested as FilePath cuts it, with its variables unexpanded.
+// Runs to its end once started.
+void runMRU(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,170 @@
+#include "scanners/UninstallRecords.h"
+
+#include "registry/SubkeyEnumerators.h"
+#include "registry/View64.h"
+#include "scan/Findings.h"
+#include "scanners/References.h"
+#include "scanners/WorkList.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::size_t categoryRow = 13;
+
+enum class Reader { Provider, Direct };
+
+// The record paths come in two spellings: one enumerates, the other is read and reported.
+struct Walk {
+  const char* hive;
+  HiveHandle handle;
+  const char* rootName;
+  const char* enumeratedKey;
+  const char* ntKey;      // enumerated besides under the spelling "Windows nt", or null
+  const char* granted;    // null without a grant
+  const char* listed;     // its values are listed
+  const char* rootKey;    // read and reported
+  Reader defaultValueBy;  // of a record without named values
+  TotalIsSaved total;
+};
+
+constexpr Walk machineWalk{
+    .hive = "HKLM",
+    .handle = HiveHandle::LocalMachine,
+    .rootName = "HKEY_LOCAL_MACHINE",
+    .enumeratedKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+    .ntKey = "Software\\Microsoft\\Windows nt\\CurrentVersion\\Uninstall",
+    .granted = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\",
+    .listed = "Software\\Microsoft\\windows\\currentversion\\Uninstall\\",
+    .rootKey = "Software\\Microsoft\\windows\\currentversion\\Uninstall\\",
+    .defaultValueBy = Reader::Provider,
+    .total = TotalIsSaved::AtTheEnd,
+};
+constexpr Walk userWalk{
+    .hive = "HKCU",
+    .handle = HiveHandle::CurrentUser,
+    .rootName = "HKEY_CURRENT_USER",
+    .enumeratedKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+    .ntKey = nullptr,
+    .granted = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\",
+    .listed = "Software\\Microsoft\\windows\\CurrentVersion\\Uninstall\\",
+    .rootKey = "Software\\Microsoft\\windows\\currentversion\\Uninstall\\",
+    .defaultValueBy = Reader::Direct,
+    .total = TotalIsSaved::AtTheEnd,
+};
+constexpr Walk wow64Walk{
+    .hive = "HKLM",
+    .handle = HiveHandle::LocalMachine,
+    .rootName = "HKEY_LOCAL_MACHINE",
+    .enumeratedKey = "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+    .ntKey = "Software\\Wow6432Node\\Microsoft\\Windows nt\\CurrentVersion\\Uninstall",
+    .granted = nullptr,
+    .listed = "Software\\Wow6432Node\\Microsoft\\windows\\CurrentVersion\\Uninstall\\",
+    .rootKey = "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\Uninstall\\",
+    .defaultValueBy = Reader::Provider,
+    .total = TotalIsSaved::AtEachFinding,
+};
+
+// Where the system says where it lies. Only its absence under "Windows" tells that keys are spelt
+// "Windows nt" here.
+struct Probe {
+  const char* key;
+  const char* ntKey;
+};
+constexpr Probe nativeProbe{"software\\microsoft\\windows\\currentversion",
+                            "software\\microsoft\\windows nt\\currentversion"};
+constexpr Probe wow64Probe{"software\\Wow6432Node\\microsoft\\windows\\currentversion",
+                           "software\\Wow6432Node\\microsoft\\windows nt\\currentversion"};
+
+void begin(Form42& form, const Probe& probe) {
+  form.Label4.caption = "Add/Remove programs";
+  form.ntSpelling = 0;
+  std::string systemRoot;
+  GetRegString(HiveHandle::LocalMachine, probe.key, "SystemRoot", systemRoot);
+  if (trim(systemRoot).empty()) {
+    GetRegString(HiveHandle::LocalMachine, probe.ntKey, "SystemRoot", systemRoot);
+    form.ntSpelling = 2;
+  }
+}
+
+void add(Form42& form, ScannerRun& run, const Walk& walk, const std::string& keyName,
+         const std::string& badValue, const char* kindCode) {
+  form.List2.add(keyName);
+  addRow(form, run,
+         {.location = "Add/Remove programs",
+          .badValue = badValue,
+          .kindCode = kindCode,
+          .rootName = walk.rootName,
+          .subKey = walk.rootKey + keyName,
+          .iconKey = "re"});
+  countInTotal(form, walk.total);
+}
+
+std::string readDefaultValue(Form42& form, const Walk& walk, const std::string& key) {
+  if (walk.defaultValueBy == Reader::Provider) {
+    return GetKeyValue64(form, walk.hive, key, "");
+  }
+  std::string value;
+  GetRegString(walk.handle, key, "", value);
+  return value;
+}
+
+void testRecord(Form42& form, ScannerRun& run, const Walk& walk, const std::string& keyName) {
+  if (walk.granted != nullptr) {
+    grantCurrentUser(form, walk.handle, walk.granted + keyName);
+  }
+  std::string values;
+  LONG rc = 0;
+  form.List7.clear();
+  fEnumValue4(form, walk.hive, walk.listed + keyName, values, rc);
+  const std::string rootKey = walk.rootKey + keyName;
+  if (form.List7.count() == 0 && trim(readDefaultValue(form, walk, rootKey)).empty()) {
+    add(form, run, walk, keyName, keyName, "133");
+  }
+  for (int index = 0; index < form.List7.count(); ++index) {
+    const std::string name = form.List7.text(index);
+    if (namesMissingPath(form, GetKeyValue64(form, walk.hive, rootKey, name))) {
+      add(form, run, walk, keyName, name, "135");
+    }
+  }
+}
+
+void scanRecords(Form42& form, ScannerRun& run, const Walk& walk) {
+  std::string names;
+  LONG rc = 0;
+  form.List1.clear();
+  form.List2.clear();
+  fEnumKey(form, walk.hive, walk.enumeratedKey, names, rc);
+  if (walk.ntKey != nullptr && form.ntSpelling == 2) {
+    fEnumKey(form, walk.hive, walk.ntKey, names, rc);
+  }
+  walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
+    testRecord(form, run, walk, std::string(trim(entry)));
+    if (run.found > 0) {
+      showProblems(form, categoryRow, run.found);
+    }
+  });
+  if (run.found == 0) {
+    showProblems(form, categoryRow, 0);
+  }
+}
+
+}  // namespace
+
+void uninstall(Form42& form) {
+  begin(form, nativeProbe);
+  ScannerRun run{.row = nextRow(form)};
+  scanRecords(form, run, machineWalk);
+  scanRecords(form, run, userWalk);
+  saveTotalFound(form);
+  storeRowCount(form);
+}
+
+void uninstall32(Form42& form) {
+  begin(form, wow64Probe);
+  ScannerRun run{.row = nextRow(form)};
+  scanRecords(form, run, wow64Walk);
+  storeRowCount(form);
+}
+
+}  // namespace zelvreg

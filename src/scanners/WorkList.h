@@ -1,0 +1,30 @@
+// The walk over a work list that most scanners share.
+#ifndef ZELVREG_SCANNERS_WORK_LIST_H
+#define ZELVREG_SCANNERS_WORK_LIST_H
+
+#include <string>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// The last entry that a walk looks at, counted from the last one of the list. An entry behind the
+// list reads as the empty text.
+enum class LastTurn { OneBeforeTheLast = -1, TheLast = 0, OneBehindTheLast = 1 };
+
+// Serves the message queue and calls `turn(index, entry)` for each entry. There is always a first
+// turn, also over an empty list.
+template <typename Turn>
+void walkEntries(Form42& form, const ListBox& list, LastTurn last, Turn&& turn) {
+  int index = 0;
+  do {
+    form.messages.doEvents();
+    const std::string entry = list.text(index);
+    turn(index, entry);
+    ++index;
+  } while (index < list.count() + static_cast<int>(last));
+}
+
+}  // namespace zelvreg
+
+#endif

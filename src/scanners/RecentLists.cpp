@@ -65,6 +65,7 @@ void MRUhist(Form42& form) {
   // The caption of the scanner beside it.
   form.Label4.caption = "Startup programs";
   form.ntSpelling = 0;
+  form.List1.clear();
   form.List2.clear();
   ScannerRun run{.row = nextRow(form)};
   for (const char* key : recentLists) {

@@ -109,6 +109,7 @@ std::string firstClassesHive(Form42& form) {
 }  // namespace
 
 void cln7(Form42& form) {
+  form.List1.clear();
   form.Label4.caption = classesRoot.caption;
   scanClasses(form, classesRoot, "CLSID", testMergedServer);
 }

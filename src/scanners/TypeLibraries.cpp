@@ -79,7 +79,6 @@ std::string firstNumericEntry(const ListBox& list) {
 std::string libraryFileKey(Form42& form, const std::string& guid) {
   std::string names;
   LONG rc = 0;
-  form.List1.clear();
   fEnumKey(form, "HKCR", "typelib\\" + guid, names, rc);
   const std::string version = firstNumericEntry(form.List1);
   fEnumKey1(form, "HKCR", "typelib\\" + guid + "\\" + version, names, rc);
@@ -154,8 +153,8 @@ void Command16(Form42& form) {
   moveToList3(form);
   walkEntries(form, form.List3, LastTurn::TheLast, [&](int /*index*/, const std::string& guid) {
     testLibraryFile(form, run, libraryFileKey(form, guid));
+    form.List1.clear();
   });
-  form.List1.clear();
   storeRowCount(form);
 }
 

@@ -19,7 +19,7 @@ void selectAll(ListView& list) {
 void selectNone(ListView& list) {
   for (std::size_t row = 1; row <= list.count(); ++row) {
     list.setChecked(row, false);
-    list.select(0);
+    list.setSelected(row, false);
   }
 }
 
@@ -73,6 +73,18 @@ void storeRowCount(Form42& form) { form.Text1.setText(rowCountText(form)); }
 
 void showProblems(Form42& form, std::size_t row, std::int64_t count) {
   form.View1.setText(row, problemsColumn, decimal(count));
+}
+
+void showFound(Form42& form, std::size_t row, const ScannerRun& run) {
+  if (run.found > 0) {
+    showProblems(form, row, run.found);
+  }
+}
+
+void showNothingFound(Form42& form, std::size_t row, const ScannerRun& run) {
+  if (run.found == 0) {
+    showProblems(form, row, 0);
+  }
 }
 
 void chameleonButton16_Click(Form42& form) { selectAll(form.View2); }

@@ -68,6 +68,11 @@ void storeRowCount(Form42& form);
 // Puts a count into the "# Problems" cell of a category row.
 void showProblems(Form42& form, std::size_t row, std::int64_t count);
 
+// The count of a run in its category row: at the end of a turn, when there is one; at the end of
+// the run, when there is none.
+void showFound(Form42& form, std::size_t row, const ScannerRun& run);
+void showNothingFound(Form42& form, std::size_t row, const ScannerRun& run);
+
 // Select All and Select None of the results and of the categories.
 void chameleonButton16_Click(Form42& form);
 void chameleonButton17_Click(Form42& form);

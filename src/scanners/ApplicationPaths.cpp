@@ -4,6 +4,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
@@ -17,18 +18,6 @@ struct Scan {
   Form42& form;
   ScannerRun run;
 };
-
-void showCount(Scan& scan) {
-  if (scan.run.found > 0) {
-    showProblems(scan.form, categoryRow, scan.run.found);
-  }
-}
-
-void showZero(Scan& scan) {
-  if (scan.run.found == 0) {
-    showProblems(scan.form, categoryRow, 0);
-  }
-}
 
 // `listed` is what List2 gets in front of the finding: the name of the entry under walk.
 void add(Scan& scan, const std::string& listed, std::string_view location,
@@ -46,7 +35,6 @@ void add(Scan& scan, const std::string& listed, std::string_view location,
 
 // --- Lists of application paths: each subkey is a program, its default value the path. ---
 
-enum class BlankPath { IsAFinding, IsOneIfNoFile };
 enum class DefaultIs { Trimmed, AsItIs };
 
 struct AppPathsList {
@@ -55,25 +43,22 @@ struct AppPathsList {
   const char* granted;
   const char* ntGranted;
   DefaultIs defaultIs;
-  BlankPath blankPath;
 };
 
 // The first list is read under "Windows" even where it was walked under "Windows nt".
 constexpr AppPathsList nativeList{
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths",
+    scannedKeys::appPaths,
     nullptr,
     "Software\\Microsoft\\windows\\currentversion\\app paths\\",
     "Software\\Microsoft\\windows nt\\currentversion\\app paths\\",
     DefaultIs::Trimmed,
-    BlankPath::IsAFinding,
 };
 constexpr AppPathsList wow64List{
-    "SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths",
-    "SOFTWARE\\Wow6432Node\\Microsoft\\Windows nt\\CurrentVersion\\App Paths",
+    scannedKeys::appPaths32,
+    scannedKeys::appPaths32Nt,
     "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\app paths\\",
     "Software\\Wow6432Node\\Microsoft\\windows nt\\currentversion\\app paths\\",
     DefaultIs::AsItIs,
-    BlankPath::IsOneIfNoFile,
 };
 
 std::string readProgram(const Scan& scan, const AppPathsList& list, const std::string& keyName) {
@@ -105,8 +90,8 @@ void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKe
     return;
   }
   pathText = withoutQuotes(pathText);
-  const bool isBlank = list.blankPath == BlankPath::IsAFinding && trim(pathText).empty();
-  if (!FileExists(resolvedPath(scan.form, pathText)) || isBlank) {
+  // No file has an empty name, so a program without a path is reported too.
+  if (!FileExists(resolvedPath(scan.form, pathText))) {
     add(scan, keyName, pathText, keyName, "HKEY_LOCAL_MACHINE", rootKey);
   }
 }
@@ -115,9 +100,9 @@ void walkAppPaths(Scan& scan, const AppPathsList& list, const std::string& rootK
   walkEntries(scan.form, scan.form.List1, LastTurn::OneBehindTheLast,
               [&](int /*index*/, const std::string& entry) {
                 testAppPath(scan, list, rootKey, std::string(trim(entry)));
-                showCount(scan);
+                showFound(scan.form, categoryRow, scan.run);
               });
-  showZero(scan);
+  showNothingFound(scan.form, categoryRow, scan.run);
 }
 
 void scanAppPaths(Scan& scan) {
@@ -130,7 +115,7 @@ void scanAppPaths(Scan& scan) {
   fEnumKey(form, "HKLM", rootKey, names, rc);
   if (rc == ERROR_FILE_NOT_FOUND) {
     fEnumKey(form, "HKLM", "Software\\Microsoft\\windows nt\\currentversion\\app paths", names, rc);
-    rootKey = "SOFTWARE\\Microsoft\\Windows nt\\CurrentVersion\\App Paths";
+    rootKey = scannedKeys::appPathsNt;
     form.ntSpelling = 2;
   }
   walkAppPaths(scan, nativeList, rootKey);
@@ -161,17 +146,15 @@ void scanProgramNames(Scan& scan, const char* key) {
   walkEntries(scan.form, scan.form.List7, LastTurn::OneBehindTheLast,
               [&](int /*index*/, const std::string& entry) {
                 testProgramName(scan, key, entry);
-                showCount(scan);
+                showFound(scan.form, categoryRow, scan.run);
               });
 }
 
 void scanCompatibilityLists(Scan& scan) {
-  scanProgramNames(scan,
-                   "Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\"
-                   "Compatibility Assistant\\Store");
-  showZero(scan);
+  scanProgramNames(scan, scannedKeys::compatibilityStore);
+  showNothingFound(scan.form, categoryRow, scan.run);
   scan.form.List7.clear();
-  scanProgramNames(scan, "Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\Layers");
+  scanProgramNames(scan, scannedKeys::compatibilityLayers);
 }
 
 // --- Keys of Software: whatever looks like a path in a value directly under one of them. ---
@@ -182,9 +165,9 @@ struct SoftwareKey {
   const char* rootName;
 };
 constexpr SoftwareKey softwareKeys[] = {
-    {"HKLM", "Software", "HKEY_LOCAL_MACHINE"},
-    {"HKLM", "Software\\Wow6432Node", "HKEY_LOCAL_MACHINE"},
-    {"HKCU", "Software", "HKEY_CURRENT_USER"},
+    {"HKLM", scannedKeys::software, "HKEY_LOCAL_MACHINE"},
+    {"HKLM", scannedKeys::software32, "HKEY_LOCAL_MACHINE"},
+    {"HKCU", scannedKeys::software, "HKEY_CURRENT_USER"},
 };
 
 void testValues(Scan& scan, const SoftwareKey& software, const std::string& keyName) {
@@ -210,7 +193,7 @@ void scanSoftware(Scan& scan, const SoftwareKey& software) {
   walkEntries(scan.form, scan.form.List1, LastTurn::TheLast,
               [&](int /*index*/, const std::string& entry) {
                 testValues(scan, software, std::string(trim(entry)));
-                showCount(scan);
+                showFound(scan.form, categoryRow, scan.run);
               });
 }
 
@@ -224,7 +207,7 @@ void Command5(Form42& form) {
   for (const SoftwareKey& software : softwareKeys) {
     scanSoftware(scan, software);
   }
-  showZero(scan);
+  showNothingFound(scan.form, categoryRow, scan.run);
   storeRowCount(form);
 }
 

@@ -4,6 +4,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
@@ -54,19 +55,15 @@ void Command10(Form42& form) {
   form.List2.clear();
   std::string names;
   LONG rc = 0;
-  fEnumKey(form, "HKCR", "", names, rc);
+  fEnumKey(form, "HKCR", scannedKeys::classes, names, rc);
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     const std::string name(trim(entry));
     form.Label3.caption = name;
     form.Label3.refresh();
     testIcon(form, run, name);
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   });
-  if (run.found == 0) {
-    showProblems(form, categoryRow, 0);
-  }
+  showNothingFound(form, categoryRow, run);
   storeRowCount(form);
 }
 

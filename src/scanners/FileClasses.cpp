@@ -7,6 +7,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "text/Text.h"
 
@@ -14,7 +15,6 @@ namespace zelvreg {
 namespace {
 
 constexpr std::size_t categoryRow = 6;
-constexpr const char* mediaTypesKey = "MIME\\Database\\Content Type";
 
 struct Scan {
   Form42& form;
@@ -90,7 +90,7 @@ void testClass(Scan& scan, const std::string& name) {
 }
 
 void testMediaType(Scan& scan, const std::string& name) {
-  const std::string key = std::string(mediaTypesKey) + "\\" + name;
+  const std::string key = std::string(scannedKeys::mediaTypes) + "\\" + name;
   std::string extension;
   GetRegString(HiveHandle::ClassesRoot, key, "Extension", extension);
   // Without an extension the root itself is asked for, which is always there.
@@ -134,8 +134,8 @@ void Command12(Form42& form) {
   form.Label4.caption = "Invalid Files extintion";
   Scan scan{.form = form, .run = {.row = nextRow(form), .total = TotalIsSaved::AtTheEnd}};
   form.List2.clear();
-  if (walk(scan, "", testClass)) {
-    walk(scan, mediaTypesKey, testMediaType);
+  if (walk(scan, scannedKeys::classes, testClass)) {
+    walk(scan, scannedKeys::mediaTypes, testMediaType);
   }
   storeRowCount(form);
 }

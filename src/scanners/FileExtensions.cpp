@@ -3,6 +3,7 @@
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
 
@@ -16,11 +17,9 @@ void listExtensions(Form42& form) {
   LONG rc = 0;
   form.List1.clear();
   form.List2.clear();
-  fEnumKey(form, "HKcu", "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts", names,
-           rc);
+  fEnumKey(form, "HKcu", scannedKeys::fileExtensions, names, rc);
   if (rc == ERROR_FILE_NOT_FOUND) {
-    fEnumKey(form, "HKcu", "Software\\Microsoft\\Windows nt\\CurrentVersion\\Explorer\\FileExts",
-             names, rc);
+    fEnumKey(form, "HKcu", scannedKeys::fileExtensionsNt, names, rc);
   }
 }
 
@@ -56,13 +55,9 @@ void fileext(Form42& form) {
   listExtensions(form);
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testExtension(form, run, std::string(trim(entry)));
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   });
-  if (run.found == 0) {
-    showProblems(form, categoryRow, 0);
-  }
+  showNothingFound(form, categoryRow, run);
   storeRowCount(form);
 }
 

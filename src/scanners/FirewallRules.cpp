@@ -4,6 +4,7 @@
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
@@ -13,11 +14,9 @@ namespace {
 
 constexpr std::size_t categoryRow = 11;
 constexpr CellStyle countStyle{.isBold = true, .color = 192};
-constexpr const char* firewallKey =
-    "SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\FirewallRules";
 
 void testRule(Form42& form, ScannerRun& run, const std::string& ruleName) {
-  const std::string ruleText = GetKeyValue64(form, "HKLM", firewallKey, ruleName);
+  const std::string ruleText = GetKeyValue64(form, "HKLM", scannedKeys::firewallRules, ruleName);
   std::string rule = ruleText;
   pth(form, rule);
   if (trim(form.FirewallPath).empty() || FileExists(resolvedPath(form, form.FirewallPath))) {
@@ -28,7 +27,7 @@ void testRule(Form42& form, ScannerRun& run, const std::string& ruleName) {
               .badValue = ruleName,
               .kindCode = "11",
               .rootName = "HKEY_LOCAL_MACHINE",
-              .subKey = firewallKey,
+              .subKey = scannedKeys::firewallRules,
               .iconKey = "l"});
 }
 
@@ -41,18 +40,14 @@ void Command32(Form42& form) {
   form.List2.clear();
   std::string values;
   LONG rc = 0;
-  fEnumValue(form, "HKLM", firewallKey, values, rc);
+  fEnumValue(form, "HKLM", scannedKeys::firewallRules, values, rc);
   ScannerRun run{.row = nextRow(form)};
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testRule(form, run, std::string(trim(entry)));
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   });
   form.View1.setCellStyle(categoryRow, problemsColumn, countStyle);
-  if (run.found == 0) {
-    showProblems(form, categoryRow, 0);
-  }
+  showNothingFound(form, categoryRow, run);
   storeRowCount(form);
 }
 

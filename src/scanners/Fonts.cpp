@@ -3,13 +3,13 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "text/Text.h"
 
 namespace zelvreg {
 namespace {
 
 constexpr std::size_t categoryRow = 1;
-constexpr const char* fontsKey = "software\\microsoft\\windows nt\\currentversion\\fonts";
 // Findings bear the text without "nt", although the values live under it: the repair deletes the
 // value under both.
 constexpr const char* reportedKey = "Software\\Microsoft\\windows\\currentversion\\fonts";
@@ -26,7 +26,7 @@ std::string readSystemRoot(Form42& form) {
 
 void testFont(Form42& form, ScannerRun& run, const std::string& systemRoot,
               const std::string& name) {
-  const std::string data = GetKeyValue64(form, "HKLM", fontsKey, name);
+  const std::string data = GetKeyValue64(form, "HKLM", scannedKeys::fonts, name);
   if (name.empty()) {
     return;
   }
@@ -53,20 +53,16 @@ void Command1(Form42& form) {
   form.List2.clear();
   std::string values;
   LONG rc = 0;
-  fEnumValue(form, "HKLM", "Software\\Microsoft\\windows nt\\currentversion\\fonts", values, rc);
+  fEnumValue(form, "HKLM", scannedKeys::fonts, values, rc);
   int index = 0;
   do {
     form.messages.doEvents();
     testFont(form, run, systemRoot, std::string(trim(form.List1.text(index))));
     ++index;
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   } while (index < form.List1.count());
   saveTotalFound(form);
-  if (run.found == 0) {
-    showProblems(form, categoryRow, 0);
-  }
+  showNothingFound(form, categoryRow, run);
   storeRowCount(form);
 }
 

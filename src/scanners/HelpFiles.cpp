@@ -5,6 +5,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Numbers.h"
@@ -14,10 +15,6 @@ namespace zelvreg {
 namespace {
 
 constexpr std::size_t categoryRow = 4;
-constexpr const char* helpKey = "SOFTWARE\\Microsoft\\Windows\\Help";
-constexpr const char* htmlHelpKey = "SOFTWARE\\Microsoft\\Windows\\HTML Help";
-constexpr const char* htmlHelpNtKey = "SOFTWARE\\Microsoft\\Windows nt\\HTML Help";
-constexpr const char* snapInsKey = "SOFTWARE\\Microsoft\\MMC\\SnapIns";
 
 struct Scan {
   Form42& form;
@@ -48,12 +45,6 @@ void add(Scan& scan, const Section& section, const std::string& folderText,
 
 void showCount(Scan& scan) { showProblems(scan.form, categoryRow, scan.run.found); }
 
-void showZero(Scan& scan) {
-  if (scan.run.found == 0) {
-    showCount(scan);
-  }
-}
-
 bool isBlank(const std::string& text) { return trim(text).empty(); }
 
 void beginSection(Scan& scan) {
@@ -79,17 +70,17 @@ void testHelpFile(Scan& scan, const std::string& fileName) {
     return;
   }
   if (!FileExists(resolvedPath(scan.form, folderText + "\\" + fileName))) {
-    add(scan, helpList, folderText, fileName, helpKey);
+    add(scan, helpList, folderText, fileName, scannedKeys::help);
   }
   showCount(scan);
 }
 
 void scanHelpList(Scan& scan) {
-  if (!RegKeyExists(HiveHandle::LocalMachine, helpKey) &&
-      !RegKeyExists(HiveHandle::LocalMachine, "SOFTWARE\\Microsoft\\windows nt\\Help")) {
+  if (!RegKeyExists(HiveHandle::LocalMachine, scannedKeys::help) &&
+      !RegKeyExists(HiveHandle::LocalMachine, scannedKeys::helpNt)) {
     return;
   }
-  listValues(scan, helpKey);
+  listValues(scan, scannedKeys::help);
   if (scan.form.List1.count() == 0) {
     return;
   }
@@ -104,11 +95,11 @@ void scanHelpList(Scan& scan) {
 
 // Whether there was something to test.
 bool testHtmlHelpFile(Scan& scan, const std::string& fileName) {
-  const char* rootKey = htmlHelpKey;
-  std::string folderText = GetKeyValue64(scan.form, "HKLM", htmlHelpKey, fileName);
+  const char* rootKey = scannedKeys::htmlHelp;
+  std::string folderText = GetKeyValue64(scan.form, "HKLM", scannedKeys::htmlHelp, fileName);
   if (isBlank(folderText)) {
-    folderText = GetKeyValue64(scan.form, "HKLM", htmlHelpNtKey, fileName);
-    rootKey = htmlHelpNtKey;
+    folderText = GetKeyValue64(scan.form, "HKLM", scannedKeys::htmlHelpNt, fileName);
+    rootKey = scannedKeys::htmlHelpNt;
   }
   if (isBlank(folderText)) {
     return false;
@@ -123,7 +114,7 @@ bool testHtmlHelpFile(Scan& scan, const std::string& fileName) {
 
 void scanHtmlHelpList(Scan& scan) {
   beginSection(scan);
-  listValues(scan, htmlHelpKey);
+  listValues(scan, scannedKeys::htmlHelp);
   const ListBox& list = scan.form.List1;
   int index = 0;
   do {
@@ -134,7 +125,7 @@ void scanHtmlHelpList(Scan& scan) {
       showCount(scan);
     }
   } while (index < list.count() - 1);
-  showZero(scan);
+  showNothingFound(scan.form, categoryRow, scan.run);
 }
 
 // A name that is a number of 0 or more has never been looked at.
@@ -147,7 +138,7 @@ void testSnapIn(Scan& scan, const std::string& name) {
   if (isPassedOver(name)) {
     return;
   }
-  const std::string rootKey = std::string(snapInsKey) + "\\" + name;
+  const std::string rootKey = std::string(scannedKeys::snapIns) + "\\" + name;
   std::string topic = GetKeyValue64(scan.form, "HKLM", rootKey, "HelpTopic");
   if (topic.empty()) {
     topic = GetKeyValue64(scan.form, "HKLM", rootKey, "LinkedHelpTopics");
@@ -165,37 +156,37 @@ void scanSnapIns(Scan& scan) {
   beginSection(scan);
   std::string names;
   LONG rc = 0;
-  fEnumKey(scan.form, "HKLM", snapInsKey, names, rc);
+  fEnumKey(scan.form, "HKLM", scannedKeys::snapIns, names, rc);
   if (rc != ERROR_FILE_NOT_FOUND) {
     walkEntries(scan.form, scan.form.List1, LastTurn::OneBeforeTheLast,
                 [&](int /*index*/, const std::string& entry) {
                   testSnapIn(scan, std::string(trim(entry)));
                 });
   }
-  showZero(scan);
+  showNothingFound(scan.form, categoryRow, scan.run);
 }
 
 // Folder and name joined as they are: a folder without a backslash at its end gives a path that
 // hardly exists.
 void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
-  const std::string folderText = GetKeyValue64(scan.form, "HKLM", htmlHelpKey, fileName);
+  const std::string folderText = GetKeyValue64(scan.form, "HKLM", scannedKeys::htmlHelp, fileName);
   if (isBlank(folderText)) {
     return;
   }
   if (!FileExists(resolvedPath(scan.form, folderText + fileName))) {
-    add(scan, joinedHtmlHelpList, folderText, fileName, htmlHelpKey);
+    add(scan, joinedHtmlHelpList, folderText, fileName, scannedKeys::htmlHelp);
   }
   showCount(scan);
 }
 
 void scanJoinedHtmlHelpList(Scan& scan) {
   beginSection(scan);
-  listValues(scan, htmlHelpKey);
+  listValues(scan, scannedKeys::htmlHelp);
   walkEntries(scan.form, scan.form.List1, LastTurn::OneBeforeTheLast,
               [&](int /*index*/, const std::string& entry) {
                 testJoinedHtmlHelpFile(scan, std::string(trim(entry)));
               });
-  showZero(scan);
+  showNothingFound(scan.form, categoryRow, scan.run);
 }
 
 }  // namespace

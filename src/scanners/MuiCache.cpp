@@ -3,6 +3,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
@@ -11,8 +12,6 @@ namespace zelvreg {
 namespace {
 
 constexpr std::size_t categoryRow = 16;
-constexpr const char* cacheKey =
-    "Software\\Classes\\Local Settings\\Software\\Microsoft\\Windows\\Shell\\MuiCache";
 
 void testName(Form42& form, ScannerRun& run, const std::string& entry) {
   const std::string valueName(trim(entry));
@@ -25,7 +24,7 @@ void testName(Form42& form, ScannerRun& run, const std::string& entry) {
           .badValue = entry,
           .kindCode = "166",
           .rootName = "HKEY_CURRENT_USER",
-          .subKey = cacheKey,
+          .subKey = scannedKeys::muiCache,
           .iconKey = "mui"});
   countInTotal(form);
 }
@@ -41,16 +40,12 @@ void MuiCache(Form42& form) {
   ScannerRun run{.row = nextRow(form)};
   std::string values;
   LONG rc = 0;
-  fEnumValue4(form, "HKCU", cacheKey, values, rc);
+  fEnumValue4(form, "HKCU", scannedKeys::muiCache, values, rc);
   walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testName(form, run, entry);
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   });
-  if (run.found == 0) {
-    showProblems(form, categoryRow, 0);
-  }
+  showNothingFound(form, categoryRow, run);
   storeRowCount(form);
 }
 

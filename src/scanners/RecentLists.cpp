@@ -3,6 +3,7 @@
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
 
@@ -10,17 +11,6 @@ namespace zelvreg {
 namespace {
 
 constexpr std::size_t categoryRow = 15;
-
-constexpr const char* recentLists[] = {
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RecentDocs",
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\StreamMRU",
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\TypedPaths",
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\WordWheelQuery",
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\RunMRU",
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSavePidlMRU",
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\LastVisitedPidlMRULegacy",
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\LastVisitedPidlMRU",
-};
 
 void addValue(Form42& form, ScannerRun& run, const std::string& key, std::string_view valueName) {
   if (!valueName.empty()) {
@@ -41,9 +31,7 @@ void walkValues(Form42& form, ScannerRun& run, const std::string& key) {
   fEnumValue4(form, "HKCU", key, values, rc);
   walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     addValue(form, run, key, trim(entry));
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   });
 }
 
@@ -68,7 +56,7 @@ void MRUhist(Form42& form) {
   form.List1.clear();
   form.List2.clear();
   ScannerRun run{.row = nextRow(form)};
-  for (const char* key : recentLists) {
+  for (const char* key : scannedKeys::recentLists) {
     walkList(form, run, key);
   }
   storeRowCount(form);

@@ -4,6 +4,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "text/Text.h"
 
@@ -111,12 +112,12 @@ std::string firstClassesHive(Form42& form) {
 void cln7(Form42& form) {
   form.List1.clear();
   form.Label4.caption = classesRoot.caption;
-  scanClasses(form, classesRoot, "CLSID", testMergedServer);
+  scanClasses(form, classesRoot, scannedKeys::classIds, testMergedServer);
 }
 
 void cln8(Form42& form) {
   begin(form, currentUser);
-  scanClasses(form, currentUser, "SOFTWARE\\Classes\\CLSID", testServer);
+  scanClasses(form, currentUser, scannedKeys::machineClassIds, testServer);
 }
 
 void cln9(Form42& form) {
@@ -126,7 +127,7 @@ void cln9(Form42& form) {
 
 void cln10(Form42& form) {
   begin(form, machine);
-  scanClasses(form, machine, "SOFTWARE\\Classes\\CLSID", testServer);
+  scanClasses(form, machine, scannedKeys::machineClassIds, testServer);
 }
 
 }  // namespace zelvreg

@@ -7,6 +7,7 @@
 #include "runtime/Directory.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Numbers.h"
@@ -16,7 +17,6 @@ namespace zelvreg {
 namespace {
 
 constexpr std::size_t bitmapsCategoryRow = 7;
-constexpr const char* machineClasses = "SOFTWARE\\Classes\\CLSID";
 
 void listClasses(Form42& form, const char* hive, const char* key) {
   std::string names;
@@ -130,11 +130,11 @@ void Command14(Form42& form) {
 }
 
 void Command18(Form42& form) {
-  listClasses(form, "HKLM", machineClasses);
+  listClasses(form, "HKLM", scannedKeys::machineClassIds);
   walkClasses(form, [&](const std::string& name) {
-    const Server server =
-        firstServer(HiveHandle::LocalMachine, std::string(machineClasses) + "\\" + name,
-                    {"\\InprocServer32", "\\LocalServer32", "\\InprocServer", "\\LocalServer"});
+    const Server server = firstServer(
+        HiveHandle::LocalMachine, std::string(scannedKeys::machineClassIds) + "\\" + name,
+        {"\\InprocServer32", "\\LocalServer32", "\\InprocServer", "\\LocalServer"});
     const std::string program = missingProgram(form, server.value);
     if (!program.empty()) {
       form.List2.add(program);

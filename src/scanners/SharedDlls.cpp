@@ -5,6 +5,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "text/Text.h"
 
 namespace zelvreg {
@@ -14,8 +15,8 @@ constexpr std::size_t categoryRow = 2;
 
 // One pass for each view: the key is both walked and reported.
 constexpr const char* passes[] = {
-    "Software\\Microsoft\\windows\\currentversion\\SharedDlls",
-    "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\SharedDlls",
+    scannedKeys::sharedDlls,
+    scannedKeys::sharedDlls32,
 };
 
 void testDll(Form42& form, ScannerRun& run, const std::string& name, std::string_view key) {

@@ -3,6 +3,7 @@
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
 
@@ -19,14 +20,14 @@ struct RunKey {
   const char* rootName;
 };
 constexpr RunKey runKeys[] = {
-    {"HKLM", "HKLM", "Software\\Microsoft\\windows\\CurrentVersion\\Run",
-     "Software\\Microsoft\\windows\\currentversion\\Run", "HKEY_LOCAL_MACHINE"},
+    {"HKLM", "HKLM", "Software\\Microsoft\\windows\\CurrentVersion\\Run", scannedKeys::run,
+     "HKEY_LOCAL_MACHINE"},
     {"HKLM", "HKLM", "Software\\Wow6432Node\\Microsoft\\windows\\CurrentVersion\\Run",
-     "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\Run", "HKEY_LOCAL_MACHINE"},
-    {"HKcu", "HKCU", "Software\\Microsoft\\windows\\CurrentVersion\\Run",
-     "Software\\Microsoft\\windows\\currentversion\\Run", "HKEY_CURRENT_USER"},
+     scannedKeys::run32, "HKEY_LOCAL_MACHINE"},
+    {"HKcu", "HKCU", "Software\\Microsoft\\windows\\CurrentVersion\\Run", scannedKeys::run,
+     "HKEY_CURRENT_USER"},
     {"HKcu", "HKCU", "Software\\Wow6432Node\\Microsoft\\windows\\CurrentVersion\\Run",
-     "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\Run", "HKEY_CURRENT_USER"},
+     scannedKeys::run32, "HKEY_CURRENT_USER"},
 };
 
 void testProgram(Form42& form, ScannerRun& run, const RunKey& key, const std::string& keyName) {
@@ -52,9 +53,7 @@ void scanRunKey(Form42& form, ScannerRun& run, const RunKey& key) {
   fEnumValue4(form, key.listHive, key.listedKey, values, rc);
   walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testProgram(form, run, key, std::string(trim(entry)));
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   });
 }
 
@@ -69,9 +68,7 @@ void runMRU(Form42& form) {
   for (const RunKey& key : runKeys) {
     scanRunKey(form, run, key);
   }
-  if (run.found == 0) {
-    showProblems(form, categoryRow, 0);
-  }
+  showNothingFound(form, categoryRow, run);
   storeRowCount(form);
 }
 

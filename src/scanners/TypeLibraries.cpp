@@ -5,6 +5,7 @@
 #include "runtime/Directory.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Numbers.h"
@@ -121,7 +122,7 @@ void cln71(Form42& form) {
   LONG rc = 0;
   form.List1.clear();
   form.Label4.caption = caption;
-  fEnumKey(form, "HKCR", "TypeLib", names, rc);
+  fEnumKey(form, "HKCR", scannedKeys::typeLibraries, names, rc);
   for (int index = 0; index < form.List1.count(); ++index) {
     const std::string libraryKey = "TypeLib\\" + form.List1.text(index);
     form.List4.clear();

@@ -3,6 +3,7 @@
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
 #include "text/Text.h"
@@ -32,8 +33,8 @@ constexpr Walk machineWalk{
     .hive = "HKLM",
     .handle = HiveHandle::LocalMachine,
     .rootName = "HKEY_LOCAL_MACHINE",
-    .enumeratedKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
-    .ntKey = "Software\\Microsoft\\Windows nt\\CurrentVersion\\Uninstall",
+    .enumeratedKey = scannedKeys::uninstall,
+    .ntKey = scannedKeys::uninstallNt,
     .granted = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\",
     .listed = "Software\\Microsoft\\windows\\currentversion\\Uninstall\\",
     .rootKey = "Software\\Microsoft\\windows\\currentversion\\Uninstall\\",
@@ -44,7 +45,7 @@ constexpr Walk userWalk{
     .hive = "HKCU",
     .handle = HiveHandle::CurrentUser,
     .rootName = "HKEY_CURRENT_USER",
-    .enumeratedKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+    .enumeratedKey = scannedKeys::uninstall,
     .ntKey = nullptr,
     .granted = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\",
     .listed = "Software\\Microsoft\\windows\\CurrentVersion\\Uninstall\\",
@@ -56,8 +57,8 @@ constexpr Walk wow64Walk{
     .hive = "HKLM",
     .handle = HiveHandle::LocalMachine,
     .rootName = "HKEY_LOCAL_MACHINE",
-    .enumeratedKey = "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
-    .ntKey = "Software\\Wow6432Node\\Microsoft\\Windows nt\\CurrentVersion\\Uninstall",
+    .enumeratedKey = scannedKeys::uninstall32,
+    .ntKey = scannedKeys::uninstall32Nt,
     .granted = nullptr,
     .listed = "Software\\Wow6432Node\\Microsoft\\windows\\CurrentVersion\\Uninstall\\",
     .rootKey = "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\Uninstall\\",
@@ -65,26 +66,15 @@ constexpr Walk wow64Walk{
     .total = TotalIsSaved::AtEachFinding,
 };
 
-// Where the system says where it lies. Only its absence under "Windows" tells that keys are spelt
-// "Windows nt" here.
-struct Probe {
-  const char* key;
-  const char* ntKey;
-};
-constexpr Probe nativeProbe{"software\\microsoft\\windows\\currentversion",
-                            "software\\microsoft\\windows nt\\currentversion"};
-constexpr Probe wow64Probe{"software\\Wow6432Node\\microsoft\\windows\\currentversion",
-                           "software\\Wow6432Node\\microsoft\\windows nt\\currentversion"};
+// Where the system says where it lies. If it does not, keys are spelt "Windows nt" here.
+constexpr const char* nativeProbe = "software\\microsoft\\windows\\currentversion";
+constexpr const char* wow64Probe = "software\\Wow6432Node\\microsoft\\windows\\currentversion";
 
-void begin(Form42& form, const Probe& probe) {
+void begin(Form42& form, const char* probe) {
   form.Label4.caption = "Add/Remove programs";
-  form.ntSpelling = 0;
   std::string systemRoot;
-  GetRegString(HiveHandle::LocalMachine, probe.key, "SystemRoot", systemRoot);
-  if (trim(systemRoot).empty()) {
-    GetRegString(HiveHandle::LocalMachine, probe.ntKey, "SystemRoot", systemRoot);
-    form.ntSpelling = 2;
-  }
+  GetRegString(HiveHandle::LocalMachine, probe, "SystemRoot", systemRoot);
+  form.ntSpelling = trim(systemRoot).empty() ? 2 : 0;
 }
 
 void add(Form42& form, ScannerRun& run, const Walk& walk, const std::string& keyName,
@@ -140,13 +130,9 @@ void scanRecords(Form42& form, ScannerRun& run, const Walk& walk) {
   }
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testRecord(form, run, walk, std::string(trim(entry)));
-    if (run.found > 0) {
-      showProblems(form, categoryRow, run.found);
-    }
+    showFound(form, categoryRow, run);
   });
-  if (run.found == 0) {
-    showProblems(form, categoryRow, 0);
-  }
+  showNothingFound(form, categoryRow, run);
 }
 
 }  // namespace

@@ -134,8 +134,31 @@ void ListView::setRowColor(std::size_t row, std::uint32_t color) {
 }
 
 void ListView::select(std::size_t row) {
-  selected = find(row) == nullptr ? 0 : row;
+  for (Row& each : rows) {
+    each.isSelected = false;
+  }
+  selected = 0;
+  setSelected(row, true);
   changed(Change::Selection, selected);
+}
+
+bool ListView::isSelected(std::size_t row) const {
+  const Row* found = find(row);
+  return found != nullptr && found->isSelected;
+}
+
+void ListView::setSelected(std::size_t row, bool isRowSelected) {
+  Row* found = find(row);
+  if (found == nullptr) {
+    return;
+  }
+  found->isSelected = isRowSelected;
+  if (isRowSelected) {
+    selected = row;
+  } else if (selected == row) {
+    selected = 0;
+  }
+  changed(Change::Selection, row);
 }
 
 void ListView::ensureVisible(std::size_t row) {

@@ -68,9 +68,13 @@ class ListView : public Control {
   [[nodiscard]] std::uint32_t rowColor(std::size_t row) const;
   void setRowColor(std::size_t row, std::uint32_t color);
 
-  // The highlighted row, 0 for none.
+  // The row highlighted last, 0 for none.
   [[nodiscard]] std::size_t selectedRow() const { return selected; }
+  // Highlights one row and no other; 0 for none.
   void select(std::size_t row);
+  // Several rows may be highlighted.
+  [[nodiscard]] bool isSelected(std::size_t row) const;
+  void setSelected(std::size_t row, bool isRowSelected);
 
   // The row last scrolled into view, 0 before the first.
   [[nodiscard]] std::size_t rowInView() const { return inView; }
@@ -94,6 +98,7 @@ class ListView : public Control {
     std::string smallIcon;
     std::uint32_t color = windowTextColor;
     bool isChecked = false;
+    bool isSelected = false;
   };
 
   [[nodiscard]] const Row* find(std::size_t row) const;

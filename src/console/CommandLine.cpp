@@ -1,6 +1,7 @@
 #include "console/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cctype>
 
 #include "scan/CategoryTable.h"
@@ -99,6 +100,7 @@ struct ScanArguments {
     scan.add_option("--only", only, "categories to scan, separated by commas: " + categoryNames());
     auto* json = scan.add_flag("--json", isJson, "print one JSON object, in UTF-8");
     scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")->excludes(json);
+    scan.add_option("--report", options.reportFile, "write the text report to this file");
     scan.add_flag("--quiet", options.isQuiet, "print nothing but messages");
     scan.add_flag("--exit-zero", options.exitsZero, "end with 0 also when problems were found");
   }
@@ -113,10 +115,110 @@ struct ScanArguments {
   }
 };
 
+struct FixArguments {
+  std::vector<int> kinds;
+
+  void addTo(CLI::App& fix, Options& options) {
+    fix.add_option("--kinds", kinds, "repair only findings of these kind codes, as in 1,2,771")
+        ->delimiter(',');
+    fix.add_flag("--no-backup", options.repairsWithoutExport,
+                 "repair without a safety export in the program's folder");
+    fix.add_flag("--no-protect", options.repairsProtectedKeys,
+                 "delete keys, too, that other programs' records lie in");
+  }
+
+  void applyTo(Options& options) const { options.kinds = {kinds.begin(), kinds.end()}; }
+};
+
+// A command without options of its own.
+struct PlainCommand {
+  CLI::App* app;
+  Command command;
+};
+
+PlainCommand addEntryCommand(CLI::App& list, const char* name, const char* description,
+                             Command command, Options& options) {
+  CLI::App* app = list.add_subcommand(name, description);
+  app->add_option("n", options.entry, "row of the list, from 1")->required();
+  return {app, command};
+}
+
+std::vector<PlainCommand> addUndo(CLI::App& app, Options& options) {
+  CLI::App* undo = app.add_subcommand("undo", "list, restore and remove undo journals");
+  undo->require_subcommand(1);
+  CLI::App* restoreExport = undo->add_subcommand(
+      "restore-export", "bring back all that a repair took, from its safety export");
+  restoreExport->add_option("file", options.exportFile, "the .reg file in backup\\registry")
+      ->required();
+  return {
+      {restoreExport, Command::RestoreExport},
+      {undo->add_subcommand("list", "list the journals"), Command::ListUndo},
+      addEntryCommand(*undo, "restore", "write a journal's entries back", Command::RestoreUndo,
+                      options),
+      addEntryCommand(*undo, "remove", "remove a journal", Command::RemoveUndo, options),
+      {undo->add_subcommand("on", "write a journal at each repair"), Command::UndoOn},
+      {undo->add_subcommand("off", "write no journals"), Command::UndoOff},
+  };
+}
+
+std::vector<PlainCommand> addExclude(CLI::App& app, Options& options) {
+  CLI::App* exclude = app.add_subcommand("exclude", "list, add and remove exclusions");
+  exclude->require_subcommand(1);
+  CLI::App* add = exclude->add_subcommand("add", "drop findings whose key begins with a text");
+  add->add_option("key", options.exclusion, "the text, with the root's long name")->required();
+  return {
+      {exclude->add_subcommand("list", "list the exclusions"), Command::ListExclusions},
+      {add, Command::AddExclusion},
+      addEntryCommand(*exclude, "remove", "remove an exclusion", Command::RemoveExclusion, options),
+  };
+}
+
+std::vector<PlainCommand> addLanguages(CLI::App& app, Options& options) {
+  CLI::App* languages = app.add_subcommand("languages", "list the languages, or choose one");
+  CLI::App* use = languages->add_subcommand("use", "choose a language for this computer");
+  use->add_option("tag", options.language, "the language's tag, as the list shows it")->required();
+  // The narrower command comes first: both are parsed where one is chosen.
+  return {{use, Command::UseLanguage}, {languages, Command::ListLanguages}};
+}
+
+// The program's own modes for work by itself, by the one argument that it takes.
+std::vector<PlainCommand> addModes(CLI::App& app) {
+  std::vector<PlainCommand> modes;
+  for (const char* mode : {"w4", "w4-c4", "r", "r-c", "d"}) {
+    CLI::App* command = app.add_subcommand(mode, "");
+    command->group("");
+    modes.push_back({command, Command::Automatic});
+  }
+  return modes;
+}
+
+void applyMode(Options& options, const std::string& mode) {
+  if (mode == "d") {
+    throw UsageError("d is for the window program alone; use scan or fix here");
+  }
+  options.mode = mode;
+}
+
 // The parser's messages end in advice on help that would make them two lines.
 std::string oneLine(std::string message) {
   message.resize(std::min(message.find('\n'), message.size()));
   return message + "; see zelvreg --help";
+}
+
+void applyPlainCommand(Options& options, const std::vector<PlainCommand>& commands) {
+  const auto chosen = std::ranges::find_if(
+      commands, [](const PlainCommand& command) { return command.app->parsed(); });
+  options.command = chosen->command;
+  if (chosen->command == Command::Automatic) {
+    applyMode(options, chosen->app->get_name());
+  }
+}
+
+void letFallThrough(CLI::App& app) {
+  app.fallthrough();
+  for (CLI::App* command : app.get_subcommands({})) {
+    letFallThrough(*command);
+  }
 }
 
 }  // namespace
@@ -144,14 +246,18 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   CLI::App* scan = app.add_subcommand("scan", "find dead references and list them");
   ScanArguments scanArguments;
   scanArguments.addTo(*scan, options);
-  CLI::App* languages = app.add_subcommand("languages", "list the languages, or choose one");
-  CLI::App* use = languages->add_subcommand("use", "choose a language for this computer");
-  use->add_option("tag", options.language, "the language's tag, as the list shows it")->required();
+  CLI::App* fix = app.add_subcommand("fix", "scan and repair what was found");
+  ScanArguments fixScanArguments;
+  fixScanArguments.addTo(*fix, options);
+  FixArguments fixArguments;
+  fixArguments.addTo(*fix, options);
+  std::vector<PlainCommand> plainCommands;
+  for (const auto& group : {addUndo(app, options), addExclude(app, options),
+                            addLanguages(app, options), addModes(app)}) {
+    plainCommands.insert(plainCommands.end(), group.begin(), group.end());
+  }
   // Options of the program are understood behind the command too.
-  app.fallthrough();
-  scan->fallthrough();
-  languages->fallthrough();
-  use->fallthrough();
+  letFallThrough(app);
 
   try {
     app.parse(count, arguments);
@@ -168,8 +274,12 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   target.applyTo(options.target);
   if (scan->parsed()) {
     scanArguments.applyTo(options, scan->count("--only") > 0);
+  } else if (fix->parsed()) {
+    options.command = Command::Fix;
+    fixScanArguments.applyTo(options, fix->count("--only") > 0);
+    fixArguments.applyTo(options);
   } else {
-    options.command = use->parsed() ? Command::UseLanguage : Command::ListLanguages;
+    applyPlainCommand(options, plainCommands);
   }
   return result;
 }

@@ -12,7 +12,22 @@
 
 namespace zelvreg::console {
 
-enum class Command { Scan, ListLanguages, UseLanguage };
+enum class Command {
+  Scan,
+  Fix,
+  ListUndo,
+  RestoreUndo,
+  RemoveUndo,
+  RestoreExport,
+  UndoOn,
+  UndoOff,
+  ListExclusions,
+  AddExclusion,
+  RemoveExclusion,
+  ListLanguages,
+  UseLanguage,
+  Automatic,
+};
 enum class Format { Tables, Json, Csv };
 
 // Which computer to work on; empty on Windows, where it is the running one.
@@ -33,6 +48,14 @@ struct Options {
   bool exitsZero = false;  // problems found are no failure of the call
   bool answersYes = false;
   std::string language;  // tag
+  std::set<int> kinds;   // kind codes to fix; empty for all
+  bool repairsWithoutExport = false;
+  bool repairsProtectedKeys = false;
+  std::string reportFile;  // of the text report; empty for none
+  std::size_t entry = 0;   // row of a list, from 1
+  std::string exportFile;  // safety export that is to be imported
+  std::string exclusion;   // key that is to be excluded
+  std::string mode;        // the program's own command line, of an automatic mode
 };
 
 // One line that says what is wrong with the call and what to do.

@@ -20,6 +20,12 @@ class Computer {
   // One line for each part of the registry that was left out because it is damaged.
   [[nodiscard]] virtual std::vector<std::string> damage() const = 0;
 
+  // One line for each part of the registry that must not be written, because its last owner did not
+  // close it properly.
+  [[nodiscard]] virtual std::vector<std::string> unclean() const = 0;
+  // One line for each change that has no place to be kept in.
+  [[nodiscard]] virtual std::vector<std::string> unsaved() const = 0;
+
   // Keeps what has been changed; throws as open() does. A running Windows keeps all by itself.
   virtual void save() = 0;
 };

@@ -23,6 +23,12 @@ class EmulatedComputer : public Computer {
   }
 
   [[nodiscard]] std::vector<std::string> damage() const override { return machine->damagedHives(); }
+  [[nodiscard]] std::vector<std::string> unclean() const override {
+    return machine->uncleanHives();
+  }
+  [[nodiscard]] std::vector<std::string> unsaved() const override {
+    return machine->unsavedChanges();
+  }
   void save() override { machine->save(); }
 
  private:

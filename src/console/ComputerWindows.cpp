@@ -6,6 +6,8 @@ namespace {
 class RunningComputer : public Computer {
  public:
   [[nodiscard]] std::vector<std::string> damage() const override { return {}; }
+  [[nodiscard]] std::vector<std::string> unclean() const override { return {}; }
+  [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
   void save() override {}
 };
 

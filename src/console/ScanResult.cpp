@@ -53,7 +53,7 @@ ScanResult scanResultOf(const Form42& form) {
   return result;
 }
 
-std::string jsonText(const ScanResult& result) {
+std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repaired) {
   using Json = nlohmann::ordered_json;
   Json categoryList = Json::array();
   for (const CategoryResult& category : result.categories) {
@@ -74,9 +74,12 @@ std::string jsonText(const ScanResult& result) {
                            {"iconKey", finding.iconKey},
                            {"checked", finding.isChecked}});
   }
-  const Json object = {{"categories", std::move(categoryList)},
-                       {"findings", std::move(findingList)},
-                       {"total", result.findings.size()}};
+  Json object = {{"categories", std::move(categoryList)},
+                 {"findings", std::move(findingList)},
+                 {"total", result.findings.size()}};
+  if (repaired) {
+    object["repaired"] = *repaired;
+  }
   return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -3,6 +3,8 @@
 #define ZELVREG_CONSOLE_SCAN_RESULT_H
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,9 +38,10 @@ struct ScanResult {
 
 ScanResult scanResultOf(const Form42& form);
 
-// One JSON object; the findings as CSV with a line of headings; tables for a reader. `width` is the
-// number of columns of the terminal, or 0 where cells are not to be shortened.
-std::string jsonText(const ScanResult& result);
+// One JSON object, with the number of repaired findings where there was a repair; the findings as
+// CSV with a line of headings; tables for a reader. `width` is the number of columns of the
+// terminal, or 0 where cells are not to be shortened.
+std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repaired = {});
 std::string csvText(const ScanResult& result);
 std::string tableText(const ScanResult& result, std::size_t width);
 

@@ -5,7 +5,9 @@
 #define ZELVREG_FORM_FORM42_H
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,8 +25,34 @@ namespace zelvreg {
 class StdRegProvPool;
 
 // One entry of the form's context menu.
-struct MenuEntry {
+struct MenuEntry : EntryPoint {
+  explicit MenuEntry(std::string text) : caption(std::move(text)) {}
+
   std::string caption;
+  void click() const { run(); }
+};
+
+// The small dialog in which an exclusion is typed: Text1 is the entry, Text2 the row of View4 that
+// is edited, empty or 0 for a new one. `show` is the front end's: it lets the user work on the
+// dialog, which ends when it is closed.
+struct ExclusionDialog {
+  TextBox Text1;
+  TextBox Text2;
+  Button orubutton1{"Add Key"};
+  Button orubutton10;
+  Button chameleonButton3;
+  Label Label1;
+  bool isOpen = false;
+  std::function<void(ExclusionDialog&)> show;
+};
+
+// One record of an undo journal as its fields stand, before they are cut or filled to their widths.
+struct JournalRecord {
+  std::string kind;
+  std::string hive;
+  std::string key;
+  std::string value;
+  std::string text;
 };
 
 struct Form42 {
@@ -35,6 +63,9 @@ struct Form42 {
 
   // Title and decoration.
   std::array<Label, 7> Label8;
+  Button chameleonButton4;
+  Button chameleonButton23;
+  Button chameleonButton18;
   Picture Shape1;
   Picture Shape3;
 
@@ -101,6 +132,8 @@ struct Form42 {
   Button chameleonButton2{"Undo Selected Changes"};
   Button chameleonButton3{"Remove Selected Item"};
   Button Command21;
+  Button Command30;
+  Button Command31;
 
   // Exclusions page.
   Frame Frame7;
@@ -108,6 +141,10 @@ struct Form42 {
   Button chameleonButton5{"Add Keys"};
   Button chameleonButton6{"Remove "};
   Button chameleonButton8{"Edit Key"};
+  Button Command29;
+
+  // The dialog of one exclusion.
+  ExclusionDialog Form1;
 
   // The context menu of View2.
   MenuEntry b{"Select All"};
@@ -117,10 +154,16 @@ struct Form42 {
   MenuEntry e{"Open selected item in registry Editor"};
 
   // Never shown. Text1: number of rows of View2 when the last scanner ended. Text2: the run state,
-  // "0" idle, "1" scanning, "2" cancel asked. Text4: "1" starts a scan.
+  // "0" idle, "1" scanning, "2" cancel asked. Text3: the row last clicked in View3 or View4. Text4:
+  // "1" starts a scan. Text6: "1" rewrites the exclusions.
   TextBox Text1;
   TextBox Text2;
+  TextBox Text3;
   TextBox Text4;
+  TextBox Text6;
+
+  // Asks for a file to write.
+  CommonDialog dlg1;
 
   // Work lists: List1 and List4 to List7 are filled by the enumerators, List2 collects bad values,
   // List3 keeps names while List1 is filled with what is below them.
@@ -166,6 +209,30 @@ struct Form42 {
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
 
+  // What the command line asked for: autoMode is 0, 1 (list) or 2 (list and fix); the two others 0
+  // or 1. commandText is the whole of a text that is no automatic mode of the suite's.
+  bool hasCommandLine = false;
+  bool isWindowVisible = true;
+  int autoMode = 0;
+  int recheckMode = 0;
+  int recheckFix = 0;
+  std::string commandText;
+
+  // The row last clicked in View2, and in View1 or View2, from 1.
+  std::size_t selectedRow = 0;
+  std::size_t lastClickedRow = 0;
+
+  // The journal record under work; it goes from row to row.
+  JournalRecord journalRecord;
+
+  // What a caller asks of a repair besides the settings in the registry.
+  bool repairsWithoutExport = false;
+  bool repairsProtectedKeys = false;
+  // Whether the last repair was stopped because its safety export could not be written.
+  bool isRepairStopped = false;
+  // Full paths of the keys that a repair was to delete and has spared.
+  std::vector<std::string> sparedKeys;
+
   // 2 where keys were found under "Windows nt" instead of "Windows".
   std::int32_t ntSpelling = 0;
 
@@ -190,7 +257,11 @@ struct Form42 {
   std::string programFolder;
 
   Dialogs dialogs;
-  MessageQueue messages{{}};
+  // Reports to the suite, in the automatic modes.
+  Timer Timer2;
+  MessageQueue messages{{&Timer2}};
+  // What the front end does when the program ends itself.
+  std::function<void()> onProcessEnd;
   // Connections to the registry provider that are kept between calls; made when first asked for.
   std::shared_ptr<StdRegProvPool> providers;
 };

@@ -152,6 +152,7 @@ BOOL CloseHandle(HANDLE handle) {
   if (machine == nullptr) return FALSE;
   // The process's own stand-in handle needs no closing.
   if (handle == GetCurrentProcess()) return TRUE;
-  return machine->openFiles().closeFile(handle) ? TRUE : failed(ERROR_INVALID_HANDLE);
+  OpenFiles& open = machine->openFiles();
+  return open.close(handle) ? TRUE : failed(ERROR_INVALID_HANDLE);
 }
 }

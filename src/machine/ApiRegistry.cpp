@@ -68,6 +68,50 @@ ACCESS_MASK RegistryCall::granted(const RegistryKey& key, ACCESS_MASK desired) c
   return tree->grantedAccess(key, *processToken, desired & ~viewFlags);
 }
 
+bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
+
+LONG findNamedValue(const RegistryCall& call, HKEY key, std::u16string_view name,
+                    const RegistryValue*& value) {
+  const CallKey from = call.find(key, KEY_QUERY_VALUE);
+  if (from.status != ERROR_SUCCESS) {
+    return from.status;
+  }
+  value = findValue(call.registry(), from.place, name);
+  return value == nullptr ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
+}
+
+LONG findValueAt(const RegistryCall& call, HKEY key, DWORD index, const RegistryValue*& value) {
+  const CallKey from = call.find(key, KEY_QUERY_VALUE);
+  if (from.status != ERROR_SUCCESS) {
+    return from.status;
+  }
+  value = valueAt(call.registry(), from.place, index);
+  return value == nullptr ? ERROR_NO_MORE_ITEMS : ERROR_SUCCESS;
+}
+
+LONG findValueTarget(const RegistryCall& call, HKEY key, std::u16string_view name, bool hasData,
+                     RegistryKey*& target) {
+  const CallKey from = call.find(key, KEY_SET_VALUE);
+  if (from.status != ERROR_SUCCESS) {
+    return from.status;
+  }
+  target = shownKey(call.registry(), from.place);
+  if (target == nullptr) {
+    return ERROR_FILE_NOT_FOUND;
+  }
+  return name.size() > maximumValueNameLength || !hasData ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
+}
+
+LONG deleteNamedValue(const RegistryCall& call, HKEY key, std::u16string_view name) {
+  const CallKey from = call.find(key, KEY_SET_VALUE);
+  if (from.status != ERROR_SUCCESS) {
+    return from.status;
+  }
+  RegistryKey* target = shownKey(call.registry(), from.place);
+  const bool wasThere = target != nullptr && call.registry().eraseValue(*target, name);
+  return wasThere ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+}
+
 LONG putName(const CodePage& page, std::u16string_view name, LPSTR buffer, std::size_t size,
              std::size_t& length) {
   if (!isAscii(name)) {

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -54,6 +54,42 @@ class RegistryCall {
   const CodePage* page = nullptr;
   const Token* processToken = nullptr;
 };
+
+// A path as a call is given it. `access` carries the flags of the view.
+struct CallPath {
+  HKEY key = nullptr;
+  std::u16string_view path;
+  REGSAM access = 0;
+};
+
+// The bodies that both widths of a call share. An open begins with beginOpen() and goes on if that
+// gives ERROR_SUCCESS. Those for paths must not be called if the call's status is another.
+
+// Looks at what every open must have, and makes `*result` null.
+LONG beginOpen(const RegistryCall& call, DWORD options, PHKEY result);
+// `question` is what the answer is remembered under, or null.
+LONG openPath(const RegistryCall& call, const CallPath& path, DWORD options, PHKEY result,
+              const PathQuestion* question = nullptr);
+// Opens what a path is known to lead to, if to anything.
+LONG openFoundKey(const RegistryCall& call, const std::optional<KeyPlace>& place, REGSAM access,
+                  PHKEY result);
+LONG createPath(const RegistryCall& call, const CallPath& path, const SECURITY_ATTRIBUTES* security,
+                PHKEY result, LPDWORD disposition);
+LONG findSubkey(const RegistryCall& call, HKEY key, DWORD index, const RegistryKey*& subkey);
+// What becomes of the subkeys of a key that is to be deleted.
+enum class Below : std::uint8_t { Refuses, GoesAlong };
+LONG deletePath(const RegistryCall& call, const CallPath& path, Below below);
+
+LONG findNamedValue(const RegistryCall& call, HKEY key, std::u16string_view name,
+                    const RegistryValue*& value);
+LONG findValueAt(const RegistryCall& call, HKEY key, DWORD index, const RegistryValue*& value);
+// The key that a value of this name can be set in. `hasData` tells whether the data are really
+// there.
+LONG findValueTarget(const RegistryCall& call, HKEY key, std::u16string_view name, bool hasData,
+                     RegistryKey*& target);
+LONG deleteNamedValue(const RegistryCall& call, HKEY key, std::u16string_view name);
+// Whether data of this type are text.
+bool isText(DWORD type);
 
 // The narrow form of a name, closed by a NUL: ERROR_MORE_DATA, with the buffer as it was, if it
 // does not fit. `length`, without the NUL, is set on success.

@@ -1,4 +1,4 @@
-// The calls that read, list, write and delete values.
+// The calls that read, list, write and delete values by narrow names.
 #include <windows.h>
 
 #include <algorithm>
@@ -12,8 +12,6 @@ namespace zelvreg::machine {
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "stored text is UTF-16LE");
-
-bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
 
 // The stored text in the code page; an odd last byte is no character.
 std::string narrowText(const CodePage& page, std::span<const std::byte> bytes) {
@@ -69,31 +67,27 @@ LONG putData(const CodePage& page, const RegistryValue& value, LPDWORD type, LPB
 
 LONG queryValue(HKEY key, LPCSTR valueName, LPDWORD type, LPBYTE data, LPDWORD dataSize) {
   const RegistryCall call(ApiCall::RegQueryValue);
-  const CallKey from = call.find(key, KEY_QUERY_VALUE);
-  if (from.status != ERROR_SUCCESS) {
-    return from.status;
+  if (call.status() != ERROR_SUCCESS) {
+    return call.status();
   }
   const WideText name(call.codePage(), valueName);
-  const RegistryValue* value = findValue(call.registry(), from.place, name.view());
-  return value == nullptr ? ERROR_FILE_NOT_FOUND
-                          : putData(call.codePage(), *value, type, data, dataSize);
+  const RegistryValue* value = nullptr;
+  const LONG status = findNamedValue(call, key, name.view(), value);
+  return status != ERROR_SUCCESS ? status : putData(call.codePage(), *value, type, data, dataSize);
 }
 
 LONG enumerateValue(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD type, LPBYTE data,
                     LPDWORD dataSize) {
   const RegistryCall call(ApiCall::RegEnumValue);
-  const CallKey from = call.find(key, KEY_QUERY_VALUE);
-  if (from.status != ERROR_SUCCESS) {
-    return from.status;
-  }
-  const RegistryValue* value = valueAt(call.registry(), from.place, index);
-  if (value == nullptr) {
-    return ERROR_NO_MORE_ITEMS;
+  const RegistryValue* value = nullptr;
+  LONG status = findValueAt(call, key, index, value);
+  if (status != ERROR_SUCCESS) {
+    return status;
   }
   std::size_t length = 0;
-  const LONG nameStatus = putName(call.codePage(), value->name(), name, *nameSize, length);
-  if (nameStatus != ERROR_SUCCESS) {
-    return nameStatus;
+  status = putName(call.codePage(), value->name(), name, *nameSize, length);
+  if (status != ERROR_SUCCESS) {
+    return status;
   }
   *nameSize = static_cast<DWORD>(length);
   return putData(call.codePage(), *value, type, data, dataSize);
@@ -101,17 +95,15 @@ LONG enumerateValue(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD
 
 LONG setValue(HKEY key, LPCSTR valueName, DWORD type, const BYTE* data, DWORD dataSize) {
   const RegistryCall call(ApiCall::RegSetValue);
-  const CallKey from = call.find(key, KEY_SET_VALUE);
-  if (from.status != ERROR_SUCCESS) {
-    return from.status;
+  if (call.status() != ERROR_SUCCESS) {
+    return call.status();
   }
   const WideText name(call.codePage(), valueName);
-  RegistryKey* target = shownKey(call.registry(), from.place);
-  if (target == nullptr) {
-    return ERROR_FILE_NOT_FOUND;
-  }
-  if (name.view().size() > maximumValueNameLength || (data == nullptr && dataSize > 0)) {
-    return ERROR_INVALID_PARAMETER;
+  RegistryKey* target = nullptr;
+  const bool hasData = data != nullptr || dataSize == 0;
+  const LONG status = findValueTarget(call, key, name.view(), hasData, target);
+  if (status != ERROR_SUCCESS) {
+    return status;
   }
   if (!isText(type)) {
     call.registry().setValue(*target, name.view(), type,
@@ -129,14 +121,11 @@ LONG setValue(HKEY key, LPCSTR valueName, DWORD type, const BYTE* data, DWORD da
 
 LONG deleteValue(HKEY key, LPCSTR valueName) {
   const RegistryCall call(ApiCall::RegDeleteValue);
-  const CallKey from = call.find(key, KEY_SET_VALUE);
-  if (from.status != ERROR_SUCCESS) {
-    return from.status;
+  if (call.status() != ERROR_SUCCESS) {
+    return call.status();
   }
   const WideText name(call.codePage(), valueName);
-  RegistryKey* target = shownKey(call.registry(), from.place);
-  const bool wasThere = target != nullptr && call.registry().eraseValue(*target, name.view());
-  return wasThere ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+  return deleteNamedValue(call, key, name.view());
 }
 
 }  // namespace
@@ -162,8 +151,8 @@ LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWO
 LSTATUS RegSetValueExA(HKEY key, LPCSTR valueName, DWORD /*reserved*/, DWORD type, const BYTE* data,
                        DWORD dataSize) {
   // A terminator that stands right behind the data and was not counted is taken along.
-  const bool isText = type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
-  if (isText && data != nullptr && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) {
+  if (zelvreg::machine::isText(type) && data != nullptr && dataSize > 0 &&
+      data[dataSize - 1] != 0 && data[dataSize] == 0) {
     ++dataSize;
   }
   return zelvreg::machine::setValue(key, valueName, type, data, dataSize);

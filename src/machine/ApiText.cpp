@@ -13,7 +13,6 @@ namespace {
 using namespace zelvreg::machine;
 
 constexpr UINT pageWithoutMachine = 1252;
-constexpr DWORD refuseInvalid = 8;  // MB_ERR_INVALID_CHARS
 
 // The page that a call asks for by number; null for one that is not known.
 const CodePage* pageOf(UINT number) {
@@ -70,7 +69,7 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPW
   const std::size_t size = length == -1 ? std::strlen(text) + 1 : static_cast<std::size_t>(length);
   const std::string_view narrow(text, size);
   const std::u16string result = page->decode(narrow);
-  if ((flags & refuseInvalid) != 0 && page->encode(result) != narrow) {
+  if ((flags & MB_ERR_INVALID_CHARS) != 0 && page->encode(result) != narrow) {
     return refuse(ERROR_NO_UNICODE_TRANSLATION);
   }
   return giveUnits(result, wide, wideSize);

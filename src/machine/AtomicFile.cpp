@@ -54,20 +54,44 @@ bool writeAll(int file, std::string_view content) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(const std::filesystem::path& file, std::string_view content)
-    : target(behindLinks(file)) {
+AtomicFile::AtomicFile(std::filesystem::path file) : target(std::move(file)) {
   std::string name =
       (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
   const FileDescriptor out(mkostemp(name.data(), O_CLOEXEC));
   if (!out.isOpen()) refuseWrite(target, errno);
-  const bool done =
-      copyPermissions(target, out.get()) && writeAll(out.get(), content) && fsync(out.get()) == 0;
-  if (!done) {
-    const int error = errno;
-    unlink(name.c_str());
-    refuseWrite(target, error);
-  }
   written = name;
+}
+
+AtomicFile::AtomicFile(const std::filesystem::path& file, const WriteContent& write)
+    : AtomicFile(behindLinks(file)) {
+  write(written);
+  finish(target);
+}
+
+AtomicFile::AtomicFile(const std::filesystem::path& file, std::string_view content)
+    : AtomicFile(file, [&](const std::filesystem::path& beside) {
+        const FileDescriptor out(open(beside.c_str(), O_WRONLY | O_CLOEXEC));
+        if (!out.isOpen() || !writeAll(out.get(), content)) refuseWrite(file, errno);
+      }) {}
+
+AtomicFile AtomicFile::backupOf(const std::filesystem::path& file) {
+  const std::filesystem::path original = behindLinks(file);
+  AtomicFile backup(std::filesystem::path(original.string() + ".bak"));
+  unlink(backup.written.c_str());
+  if (link(original.c_str(), backup.written.c_str()) == 0) return backup;
+  std::error_code error;
+  if (!std::filesystem::copy_file(original, backup.written, error)) {
+    refuseWrite(backup.target, error.value());
+  }
+  backup.finish(original);
+  return backup;
+}
+
+void AtomicFile::finish(const std::filesystem::path& model) const {
+  const FileDescriptor out(open(written.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!out.isOpen() || !copyPermissions(model, out.get()) || fsync(out.get()) != 0) {
+    refuseWrite(target, errno);
+  }
 }
 
 AtomicFile::~AtomicFile() {
@@ -79,6 +103,8 @@ AtomicFile::AtomicFile(AtomicFile&& other) noexcept
 
 void AtomicFile::replace() {
   if (rename(written.c_str(), target.c_str()) != 0) refuseWrite(target, errno);
+  // A rename between two names of one file leaves both.
+  unlink(written.c_str());
   written.clear();
   // Not every file system can write out a folder; the content itself is on the disk by now.
   const FileDescriptor folder(

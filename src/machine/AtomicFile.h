@@ -4,6 +4,7 @@
 #define ZELVREG_MACHINE_ATOMIC_FILE_H
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,13 @@ class AtomicFile {
   // Writes the content. The folder must exist; a link is followed to the file that it names. Throws
   // MachineError; nothing is left behind then.
   AtomicFile(const std::filesystem::path& file, std::string_view content);
+  // The same for content that `write` puts into the file it is given, which is there and empty.
+  // What `write` throws is passed on.
+  using WriteContent = std::function<void(const std::filesystem::path& beside)>;
+  AtomicFile(const std::filesystem::path& file, const WriteContent& write);
+  // The file's present content, to be put under the name with ".bak" behind it. Where the file
+  // system can, it is no copy but a second name of the file.
+  static AtomicFile backupOf(const std::filesystem::path& file);
   // Without replace() the old file stays.
   ~AtomicFile();
   AtomicFile(AtomicFile&& other) noexcept;
@@ -27,6 +35,11 @@ class AtomicFile {
   void replace();
 
  private:
+  // Makes an empty file beside `file` that only its owner may read.
+  explicit AtomicFile(std::filesystem::path file);
+  // Gives it the permissions of `model` and brings it to the disk.
+  void finish(const std::filesystem::path& model) const;
+
   std::filesystem::path target;
   std::filesystem::path written;  // empty once it is in place
 };

@@ -1,53 +1,21 @@
 #include "machine/HiveFile.h"
 
-#include <hivex.h>
+#include <sys/stat.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <system_error>
 #include <utility>
 
+#include "machine/HiveLibrary.h"
 #include "machine/Machine.h"
 
 namespace zelvreg::machine {
 namespace {
 
-// What libhivex gives is the caller's to free.
-struct Free {
-  void operator()(void* memory) const { std::free(memory); }
-};
-template <typename Content>
-using Owned = std::unique_ptr<Content, Free>;
-
 constexpr std::size_t offsetUnit = 4;  // nodes lie at multiples of it
 constexpr std::size_t listEntrySize = 4;
 constexpr std::size_t valueRecordSize = 24;
-
-// A hive may hold any number as a type, also one that libhivex's enumeration does not have.
-DWORD numberOf(const hive_type& type) {
-  DWORD number = 0;
-  static_assert(sizeof number == sizeof type);
-  std::memcpy(&number, &type, sizeof number);
-  return number;
-}
-
-std::string reasonOf(int error) {
-  switch (error) {
-    case ENOTSUP:
-    case EINVAL:
-      return "it is not a registry hive, or its header is damaged";
-    case HIVEX_NO_KEY:
-      return "it has no root key";
-    case EFAULT:
-    case ELOOP:
-    case ERANGE:
-      return "its content is damaged";
-    default:
-      return std::generic_category().message(error);
-  }
-}
 
 }  // namespace
 
@@ -69,13 +37,14 @@ HiveFile::HiveFile(std::filesystem::path hiveFile) : file(std::move(hiveFile)) {
   errno = 0;
   hive = hivex_open(file.c_str(), 0);
   if (hive == nullptr) {
-    fail(reasonOf(errno));
+    fail(hiveReason(errno));
   }
   errno = 0;
   const hive_node_h root = hivex_root(hive);
   if (root == 0) {
-    fail(reasonOf(errno));
+    fail(hiveReason(errno));
   }
+  readStamp = currentStamp();
   rootNode = static_cast<std::uint32_t>(root);
   visited.resize(static_cast<std::size_t>(size) / offsetUnit + 1);
   visited[root / offsetUnit] = true;
@@ -112,7 +81,7 @@ void HiveFile::subkeys(std::uint32_t node, const TakeSubkey& take) {
   if (entriesLeft == 0) {
     return;
   }
-  const Owned<hive_node_h> nodes(hivex_node_children(hive, node));
+  const HiveOwned<hive_node_h> nodes(hivex_node_children(hive, node));
   if (nodes == nullptr) {
     return;
   }
@@ -123,7 +92,7 @@ void HiveFile::subkeys(std::uint32_t node, const TakeSubkey& take) {
     if (!firstVisit(*next)) {
       continue;
     }
-    const Owned<char> name(hivex_node_name(hive, *next));
+    const HiveOwned<char> name(hivex_node_name(hive, *next));
     if (name != nullptr) {
       take(name.get(), static_cast<std::uint32_t>(*next));
     }
@@ -134,7 +103,7 @@ void HiveFile::values(std::uint32_t node, const TakeValue& take) {
   if (valuesLeft == 0 || bytesLeft == 0) {
     return;
   }
-  const Owned<hive_value_h> values(hivex_node_values(hive, node));
+  const HiveOwned<hive_value_h> values(hivex_node_values(hive, node));
   if (values == nullptr) {
     return;
   }
@@ -142,22 +111,24 @@ void HiveFile::values(std::uint32_t node, const TakeValue& take) {
     if (!spend(valuesLeft, 1)) {
       return;
     }
-    const Owned<char> name(hivex_value_key(hive, *next));
-    hive_type type = hive_t_none;
-    std::size_t size = 0;
-    errno = 0;
-    const Owned<char> bytes(hivex_value_value(hive, *next, &type, &size));
-    // An empty value may come as null; a real failure says so in errno.
-    if (name == nullptr || (bytes == nullptr && (errno != 0 || size != 0))) {
+    const std::optional<HiveValueContent> value = readHiveValue(hive, *next);
+    if (!value) {
       continue;
     }
-    if (!spend(bytesLeft, size)) {
+    if (!spend(bytesLeft, value->size)) {
       return;
     }
-    take({.name = name.get(),
-          .type = numberOf(type),
-          .bytes = {reinterpret_cast<const std::byte*>(bytes.get()), size}});
+    take({.name = value->name(), .type = value->type, .bytes = value->bytes()});
   }
+}
+
+HiveFile::Stamp HiveFile::currentStamp() const {
+  struct stat now {};
+  if (stat(file.c_str(), &now) != 0) {
+    return {};
+  }
+  return {static_cast<std::int64_t>(now.st_ino), now.st_size, now.st_mtim.tv_sec,
+          now.st_mtim.tv_nsec};
 }
 
 std::size_t HiveFile::valueCount(std::uint32_t node) const {

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -48,15 +49,25 @@ class HiveFile {
   void subkeys(std::uint32_t node, const TakeSubkey& take);
   void values(std::uint32_t node, const TakeValue& take);
 
+  // Whether the file on the disk is still the one that was opened, by its place, size and time.
+  [[nodiscard]] bool isAsOpened() const { return currentStamp() == readStamp; }
+  // After this program has put another file in its place, in which every node that was read has
+  // kept its number. What is read from now on still comes from the file that was opened.
+  void noteReplaced() { readStamp = currentStamp(); }
+
   // How many values the node says it has.
   [[nodiscard]] std::size_t valueCount(std::uint32_t node) const;
 
  private:
+  // Inode, size, seconds and nanoseconds of the last write.
+  using Stamp = std::array<std::int64_t, 4>;
+  [[nodiscard]] Stamp currentStamp() const;
   [[nodiscard]] bool firstVisit(std::size_t offset);
   [[nodiscard]] bool spend(std::size_t& budget, std::size_t amount);
 
   std::filesystem::path file;
   hive_h* hive = nullptr;
+  Stamp readStamp{};
   std::uint32_t rootNode = 0;
   std::vector<bool> visited;  // nodes, by offset in the file / 4
   // What an honest file of this size can still hold: entries of subkey lists, values, their bytes.

@@ -19,7 +19,9 @@ Machine::Machine(std::unique_ptr<State> machineState) : state(std::move(machineS
 
 Machine::~Machine() = default;
 
-void Machine::save() {
+void Machine::save() { state->form ? saveFolder() : saveHives(); }
+
+void Machine::saveFolder() {
   Registry& keys = *state->registry;
   FileRecords& records = state->drives.records();
   const bool registryChanged = keys.contentChanged();
@@ -27,9 +29,6 @@ void Machine::save() {
   const bool securityChanged = keys.securityChanged() || records.securityChanged() ||
                                (registryChanged && state->hasSecurityFile);
   if (!registryChanged && !securityChanged && !records.attributesChanged()) return;
-  if (!state->form) {
-    throw MachineError("the hive files of an offline disk cannot be written; only scan it");
-  }
   std::vector<AtomicFile> files;
   if (registryChanged) {
     std::ostringstream text;
@@ -59,7 +58,10 @@ const Token& Machine::token() const { return state->accounts.token(); }
 const CodePage& Machine::codePage() const { return state->page; }
 bool Machine::is64Bit() const { return state->is64Bit; }
 bool Machine::hasSuite() const { return state->hasSuite; }
+Processes& Machine::processes() const { return state->processes; }
+std::vector<std::string>& Machine::suiteTexts() const { return state->suiteTexts; }
 const std::vector<std::string>& Machine::damagedHives() const { return state->damagedHives; }
+const std::vector<std::string>& Machine::unsavedChanges() const { return state->unsavedChanges; }
 
 Machine* Machine::current() { return inForce; }
 

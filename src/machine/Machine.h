@@ -21,6 +21,7 @@ class CodePage;
 class Drives;
 class Environment;
 class OpenFiles;
+struct Processes;
 class Registry;
 struct Token;
 
@@ -53,6 +54,9 @@ class Machine {
 
   // Writes back what has changed since opening: registry, access lists, attributes. Each file is
   // written beside the old one and renamed. Throws MachineError; the old files stand then.
+  // Of an offline disk the hives with changed keys or values are written and nothing else; all are
+  // ready before the first is renamed, and each old one stays as FILE.bak. A hive that
+  // uncleanHives() names, or that somebody else has written since opening, is refused.
   void save();
 
   [[nodiscard]] Registry& registry() const;
@@ -68,9 +72,20 @@ class Machine {
 
   [[nodiscard]] bool is64Bit() const;
   [[nodiscard]] bool hasSuite() const;
+  [[nodiscard]] Processes& processes() const;
+  // What the suite's window was told, in order.
+  [[nodiscard]] std::vector<std::string>& suiteTexts() const;
 
   // One line for each hive that was left out: its file and why.
   [[nodiscard]] const std::vector<std::string>& damagedHives() const;
+
+  // One line for each hive of an offline disk that must not be written: its file, why, and what to
+  // do. Reads the disk; ask before work is done that save() would refuse.
+  [[nodiscard]] std::vector<std::string> uncleanHives() const;
+
+  // One line for each place of which the last save() has dropped changes, since the disk has no
+  // hive that could hold them.
+  [[nodiscard]] const std::vector<std::string>& unsavedChanges() const;
 
   // The machine in force, or none.
   static Machine* current();
@@ -79,6 +94,8 @@ class Machine {
   friend class Running;
   struct State;
   explicit Machine(std::unique_ptr<State> state);
+  void saveFolder();
+  void saveHives();
   std::unique_ptr<State> state;
 };
 

@@ -83,6 +83,8 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
         .hasSecurityFile = std::filesystem::exists(folder / "security.txt"),
         .is64Bit = settings.is64Bit,
         .hasSuite = settings.hasSuite,
+        .suiteTexts = {},
+        .processes = {},
         .page = page,
         .accounts = Accounts(utf16FromUtf8(settings.user), folderUserSid()),
         .environment = environmentOf(settings),
@@ -92,6 +94,7 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
         .openFiles = {},
         .faults = {},
         .damagedHives = {},
+        .unsavedChanges = {},
     });
     readSecurities(readIfThere(folder / "security.txt"), *state->registry, state->drives);
     readAttributes(readIfThere(folder / "attributes.txt"), state->drives);

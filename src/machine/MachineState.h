@@ -16,6 +16,7 @@
 #include "machine/FolderLock.h"
 #include "machine/Machine.h"
 #include "machine/OpenFiles.h"
+#include "machine/Processes.h"
 #include "machine/Registry.h"
 #include "machine/RegistryFile.h"
 
@@ -30,6 +31,8 @@ struct Machine::State {
 
   bool is64Bit;
   bool hasSuite = false;
+  std::vector<std::string> suiteTexts;
+  Processes processes;
   const CodePage& page;
   Accounts accounts;
   Environment environment;
@@ -39,6 +42,7 @@ struct Machine::State {
   OpenFiles openFiles;
   FaultPlan faults;
   std::vector<std::string> damagedHives;
+  std::vector<std::string> unsavedChanges;
 };
 
 }  // namespace zelvreg::machine

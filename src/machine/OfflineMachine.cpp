@@ -52,6 +52,9 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
         .folder = {},
         .form = std::nullopt,
         .is64Bit = offline.bits == 64,
+        .hasSuite = false,
+        .suiteTexts = {},
+        .processes = {},
         .page = page,
         .accounts = Accounts(utf16FromUtf8(offline.userName), sidOf(offline.userSid)),
         .environment = std::move(environment),
@@ -61,6 +64,7 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
         .openFiles = {},
         .faults = {},
         .damagedHives = std::move(offline.damaged),
+        .unsavedChanges = {},
     });
     return std::unique_ptr<Machine>(new Machine(std::move(state)));
   } catch (const std::filesystem::filesystem_error& error) {

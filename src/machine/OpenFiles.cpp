@@ -21,16 +21,20 @@ HANDLE OpenFiles::add(OpenFile file) { return addEntry(std::move(file)); }
 
 HANDLE OpenFiles::add(OpenSearch search) { return addEntry(std::move(search)); }
 
+HANDLE OpenFiles::add(SharedBlock block) { return addEntry(std::move(block)); }
+
+HANDLE OpenFiles::add(OpenProcessList list) { return addEntry(std::move(list)); }
+
 template <typename Sort>
 Sort* OpenFiles::get(HANDLE handle) {
   const auto found = open.find(numberOf(handle));
   return found == open.end() ? nullptr : std::get_if<Sort>(&found->second);
 }
 
-template <typename Sort>
 bool OpenFiles::close(HANDLE handle) {
-  if (get<Sort>(handle) == nullptr) return false;
-  open.erase(numberOf(handle));
+  const auto found = open.find(numberOf(handle));
+  if (found == open.end() || std::holds_alternative<OpenSearch>(found->second)) return false;
+  open.erase(found);
   return true;
 }
 
@@ -38,8 +42,29 @@ OpenFile* OpenFiles::file(HANDLE handle) { return get<OpenFile>(handle); }
 
 OpenSearch* OpenFiles::search(HANDLE handle) { return get<OpenSearch>(handle); }
 
-bool OpenFiles::closeFile(HANDLE handle) { return close<OpenFile>(handle); }
+SharedBlock* OpenFiles::block(HANDLE handle) { return get<SharedBlock>(handle); }
 
-bool OpenFiles::closeSearch(HANDLE handle) { return close<OpenSearch>(handle); }
+OpenProcessList* OpenFiles::processList(HANDLE handle) { return get<OpenProcessList>(handle); }
+
+SharedBlock* OpenFiles::blockAt(const void* memory) {
+  for (auto& [number, entry] : open) {
+    auto* shared = std::get_if<SharedBlock>(&entry);
+    if (shared != nullptr && shared->bytes.data() == memory) return shared;
+  }
+  return nullptr;
+}
+
+SharedBlock* OpenFiles::newestBlock() {
+  SharedBlock* newest = nullptr;
+  for (auto& [number, entry] : open) {
+    auto* shared = std::get_if<SharedBlock>(&entry);
+    newest = shared != nullptr ? shared : newest;
+  }
+  return newest;
+}
+
+bool OpenFiles::closeSearch(HANDLE handle) {
+  return search(handle) != nullptr && open.erase(numberOf(handle)) > 0;
+}
 
 }  // namespace zelvreg::machine

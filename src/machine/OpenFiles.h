@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -24,28 +25,47 @@ struct OpenSearch {
   std::size_t next = 0;
 };
 
+// A named block of memory that processes share; the window of the suite reads it.
+struct SharedBlock {
+  std::vector<char> bytes;
+};
+
+// A list of processes as it was when it was asked for.
+struct OpenProcessList {
+  std::vector<std::string> names;
+  std::size_t next = 0;
+};
+
 class OpenFiles {
  public:
   HANDLE add(OpenFile file);
+  HANDLE add(SharedBlock block);
+  HANDLE add(OpenProcessList list);
   HANDLE add(OpenSearch search);
 
   // Null if the handle is none, closed, or one of the other sort. Valid until it is closed.
   OpenFile* file(HANDLE handle);
   OpenSearch* search(HANDLE handle);
+  SharedBlock* block(HANDLE handle);
+  OpenProcessList* processList(HANDLE handle);
 
   // False if there is no such handle of this sort.
-  bool closeFile(HANDLE handle);
   bool closeSearch(HANDLE handle);
+  // Whatever is no search.
+  bool close(HANDLE handle);
+
+  // The block whose memory begins here; null if there is none.
+  SharedBlock* blockAt(const void* memory);
+  // The block that was made last and is still open; null if there is none.
+  SharedBlock* newestBlock();
 
   [[nodiscard]] std::size_t count() const { return open.size(); }
 
  private:
-  using Entry = std::variant<OpenFile, OpenSearch>;
+  using Entry = std::variant<OpenFile, OpenSearch, SharedBlock, OpenProcessList>;
   HANDLE addEntry(Entry entry);
   template <typename Sort>
   Sort* get(HANDLE handle);
-  template <typename Sort>
-  bool close(HANDLE handle);
 
   std::map<std::uintptr_t, Entry> open;
   std::uintptr_t last = 0;

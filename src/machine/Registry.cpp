@@ -134,6 +134,9 @@ RegistryKey& Registry::makeChild(RegistryKey& parent, std::u16string_view name) 
   }
   RegistryKey& key = addChild(parent, name);
   key.role = roleOf(parent, name);
+  if (!hives.empty()) {
+    changes.noteMade(key);
+  }
   tieAliases(key);
   return key;
 }
@@ -146,6 +149,9 @@ void Registry::erase(RegistryKey& key) {
   KeyList& siblings = key.parent->children;
   siblings.erase(lowerBound(siblings, key.name()));
   forget(key);
+  if (!hives.empty()) {
+    changes.noteErased(key);
+  }
   ++keyGeneration;
   hasNewContent = true;
 }
@@ -188,7 +194,7 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
                               .dataSize = static_cast<std::uint32_t>(kept.size()),
                               .type = type,
                               .nameLength = static_cast<std::uint16_t>(name.size())});
-    hasNewContent = true;
+    noteValuesChanged(key);
     return;
   }
   const bool isSame = old->type == type && std::ranges::equal(old->bytes(), bytes);
@@ -202,14 +208,23 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
   }
   old->dataSize = static_cast<std::uint32_t>(bytes.size());
   old->type = type;
+  noteValuesChanged(key);
+}
+
+void Registry::noteValuesChanged(RegistryKey& key) {
   hasNewContent = true;
+  if (!hives.empty()) {
+    changes.noteValues(key);
+  }
 }
 
 bool Registry::eraseValue(RegistryKey& key, std::u16string_view name) {
   static_cast<void>(values(key));
   const bool wasThere = key.values.erase(name);
   keyGeneration += key.mayBeLink ? 1 : 0;
-  hasNewContent = hasNewContent || wasThere;
+  if (wasThere) {
+    noteValuesChanged(key);
+  }
   return wasThere;
 }
 

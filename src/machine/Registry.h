@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "machine/Arena.h"
+#include "machine/HiveChanges.h"
 #include "machine/PathMemo.h"
 #include "machine/RegistryHandles.h"
 #include "machine/RegistryKey.h"
@@ -86,11 +87,19 @@ class Registry {
     return securityTable.grantedTo(token, key.security, desired);
   }
 
+  // The hive files that were mounted, and what must be written to them; nothing is noted while
+  // there is none.
+  [[nodiscard]] const std::vector<std::unique_ptr<HiveFile>>& hiveFiles() const { return hives; }
+  [[nodiscard]] HiveChanges& hiveChanges() { return changes; }
+
   // Whether keys or values, or access lists, differ from what was loaded.
   [[nodiscard]] bool contentChanged() const { return hasNewContent; }
   [[nodiscard]] bool securityChanged() const { return hasNewSecurity; }
   // After saving: what is there now counts as loaded.
-  void markSaved() { hasNewContent = hasNewSecurity = false; }
+  void markSaved() {
+    hasNewContent = hasNewSecurity = false;
+    changes.clear();
+  }
   // Another number after each key that was made or erased, and whenever a link may lead elsewhere.
   [[nodiscard]] std::uint64_t generation() const { return keyGeneration; }
 
@@ -125,6 +134,7 @@ class Registry {
   void loadChildren(RegistryKey& key);
   void loadValues(RegistryKey& key);
   void forget(RegistryKey& key);
+  void noteValuesChanged(RegistryKey& key);
 
   static constexpr std::size_t keyBlockSize = 128;
 
@@ -133,6 +143,7 @@ class Registry {
   std::vector<RegistryKey*> keyBlocks;     // in the arena
   std::size_t keysInBlock = keyBlockSize;  // taken of the last one
   std::vector<std::unique_ptr<HiveFile>> hives;
+  HiveChanges changes;
   RegistryKey* machine;
   RegistryKey* users;
   RegistryKey* user = nullptr;

@@ -74,6 +74,7 @@ RegistryKey* Registry::makeAliasTarget(RegistryKey& parent, std::u16string_view 
 // A built-in link comes into being with whichever of its two ends is made last.
 void Registry::tieAliases(RegistryKey& key) {
   const bool hadNewContent = hasNewContent;
+  const std::size_t earlierChanges = changes.size();
   if (key.role == KeyRole::Classes && key.parent == users) {
     addAlias(makeChild(*usersChildOf(key), softwareName), classesName, key);
   } else if (key.role == KeyRole::UserSoftware) {
@@ -99,6 +100,7 @@ void Registry::tieAliases(RegistryKey& key) {
     }
   }
   hasNewContent = hadNewContent;
+  changes.shrinkTo(earlierChanges);
 }
 
 void Registry::addAlias(RegistryKey& parent, std::u16string_view name, RegistryKey& target) {
@@ -162,8 +164,7 @@ void Registry::finishLoading() {
       addAlias(*system, currentControlSetName, *target);
     }
   }
-  hasNewContent = false;
-  hasNewSecurity = false;
+  markSaved();
 }
 
 }  // namespace zelvreg::machine

@@ -57,6 +57,15 @@ std::string GetKeyValue64(Form42& form, const std::string& hive, const std::stri
   return value;
 }
 
+std::string readSuiteColor(Form42& form) {
+  std::string value;
+  if (StdRegProv* provider = connect(form, ProviderArchitecture::Default)) {
+    provider->getExpandedStringValue(HiveHandle::LocalMachine, "SOFTWARE\\zelvane\\zelvane tuner",
+                                     "color", value);
+  }
+  return value;
+}
+
 void DeleteSubkeys2(Form42& form, HiveHandle hive, const std::string& key) {
   StdRegProv* provider = connect(form, ProviderArchitecture::Default);
   if (provider == nullptr) {

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 namespace zelvreg {
 namespace {
 
@@ -24,6 +26,17 @@ std::string Dir(const std::string& pattern) {
   } while (name.empty() && FindNextFileA(search, &entry) != FALSE);
   FindClose(search);
   return name;
+}
+
+bool makeFolder(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES) {
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  }
+  // Above the first folder there is only the drive.
+  const std::string above = path.substr(0, std::min(path.rfind('\\'), path.size()));
+  const bool hasAbove = above.ends_with(':') || (above != path && makeFolder(above));
+  return hasAbove && CreateDirectoryA(path.c_str(), nullptr) != FALSE;
 }
 
 }  // namespace zelvreg

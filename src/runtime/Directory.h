@@ -1,4 +1,4 @@
-// The runtime's directory look-up.
+// Folders: the runtime's look-up, and making them.
 #ifndef ZELVREG_RUNTIME_DIRECTORY_H
 #define ZELVREG_RUNTIME_DIRECTORY_H
 
@@ -10,6 +10,9 @@ namespace zelvreg {
 // matches. Empty when there is none, for the empty text, for a folder, and for a hidden or system
 // file. A path that the system refuses counts as none: no error comes out.
 std::string Dir(const std::string& pattern);
+
+// Makes a folder with all above it that are missing; whether it is there then.
+bool makeFolder(const std::string& path);
 
 }  // namespace zelvreg
 

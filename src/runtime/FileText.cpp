@@ -24,4 +24,33 @@ std::optional<std::string> readFileText(const std::string& path) {
   return isRead != FALSE ? std::optional(std::move(text)) : std::nullopt;
 }
 
+bool replaceFileText(const std::string& path, std::string_view bytes) {
+  const std::string beside = path + ".new";
+  HANDLE file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                            FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  const auto size = static_cast<DWORD>(bytes.size());
+  DWORD written = 0;
+  const bool isWritten = WriteFile(file, bytes.data(), size, &written, nullptr) != FALSE &&
+                         written == size && FlushFileBuffers(file) != FALSE;
+  CloseHandle(file);
+  if (isWritten && MoveFileExA(beside.c_str(), path.c_str(),
+                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
+    return true;
+  }
+  DeleteFileA(beside.c_str());
+  return false;
+}
+
+bool appendFileText(const std::string& path, std::string_view bytes) {
+  auto content = readFileText(path);
+  // What is there but cannot be read must not be lost.
+  if (!content && GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
+    return false;
+  }
+  return replaceFileText(path, content.value_or("").append(bytes));
+}
+
 }  // namespace zelvreg

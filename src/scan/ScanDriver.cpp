@@ -2,6 +2,7 @@
 
 #include "registry/Hives.h"
 #include "registry/SubkeyEnumerators.h"
+#include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScanPanel.h"
@@ -99,7 +100,7 @@ void testRows(Form42& form) {
 }
 
 void endScan(Form42& form) {
-  if (form.View2.count() == 0) {
+  if (form.View2.count() == 0 && form.recheckMode != 1) {
     form.Frame1.visible = true;
     form.Frame3.visible = false;
     form.Frame7.visible = false;
@@ -107,6 +108,9 @@ void endScan(Form42& form) {
     form.Picture1.visible = false;
     form.cancelRequested = true;
   }
+  endAutomaticScan(form);
+  // Behind the automatic modes, which see and repair what the user has excluded.
+  form.Command29.click();
   closeScanPanel(form);
 }
 

@@ -1,6 +1,10 @@
 // Which press runs which procedure.
 #include <array>
 
+#include "exclusions/ExclusionList.h"
+#include "repair/RepairDriver.h"
+#include "reports/EntryDetails.h"
+#include "reports/Report.h"
 #include "scan/Findings.h"
 #include "scan/ScanDriver.h"
 #include "scanners/ApplicationPaths.h"
@@ -19,8 +23,13 @@
 #include "scanners/TypeLibraries.h"
 #include "scanners/UninstallRecords.h"
 #include "shell/Languages.h"
+#include "shell/Navigation.h"
 #include "shell/StartUp.h"
+#include "shell/SuiteBridge.h"
 #include "text/Numbers.h"
+#include "undo/FixListBackup.h"
+#include "undo/Journal.h"
+#include "undo/UndoPage.h"
 
 namespace zelvreg {
 namespace {
@@ -45,7 +54,42 @@ constexpr std::array table{
     Binding{of<&Form42::orubutton1>, runScan},
     Binding{of<&Form42::orubutton3>, runScan},
     Binding{of<&Form42::orubutton18>, saveSelectionOf},
+    // The pages.
+    Binding{of<&Form42::orubutton4>, orubutton4_Click},
+    Binding{of<&Form42::chameleonButton7>, chameleonButton7_Click},
+    Binding{of<&Form42::chameleonButton10>, chameleonButton10_Click},
+    Binding{of<&Form42::chameleonButton11>, chameleonButton11_Click},
+    Binding{of<&Form42::cmd_search>, cmd_search_Click},
+    Binding{of<&Form42::cmd_exclud>, cmd_exclud_Click},
+    Binding{of<&Form42::chameleonButton4>, chameleonButton4_Click},
+    // Repair.
+    Binding{of<&Form42::cmd_fix>, cmd_fix_Click},
+    Binding{of<&Form42::chameleonButton15>, chameleonButton15_Click},
+    Binding{of<&Form42::i>, chameleonButton15_Click},
+    Binding{of<&Form42::orubutton2>, runRepair},
+    // Undo.
+    Binding{of<&Form42::chameleonButton1>, chameleonButton1_Click},
+    Binding{of<&Form42::chameleonButton2>, chameleonButton2_Click},
+    Binding{of<&Form42::chameleonButton3>, chameleonButton3_Click},
+    Binding{of<&Form42::Check1>, Check1_Click},
+    Binding{of<&Form42::Command21>, Command21_Click},
+    Binding{of<&Form42::Command30>, Command30_Click},
+    Binding{of<&Form42::Command31>, Command31_Click},
+    // Exclusions.
+    Binding{of<&Form42::chameleonButton5>, chameleonButton5_Click},
+    Binding{of<&Form42::chameleonButton6>, chameleonButton6_Click},
+    Binding{of<&Form42::chameleonButton8>, chameleonButton8_Click},
+    Binding{of<&Form42::chameleonButton9>, chameleonButton9_Click},
+    Binding{of<&Form42::g>, chameleonButton9_Click},
+    Binding{of<&Form42::Command29>, Command29},
+    // Report and details.
+    Binding{of<&Form42::cmd_report>, saverep},
+    Binding{of<&Form42::chameleonButton14>, View2_DblClick},
+    Binding{of<&Form42::e>, View2_DblClick},
+    Binding{of<&Form42::Command28>, Command28_Click},
     // Ticks.
+    Binding{of<&Form42::b>, chameleonButton16_Click},
+    Binding{of<&Form42::c>, chameleonButton17_Click},
     Binding{of<&Form42::cmd_all>, chameleonButton16_Click},
     Binding{of<&Form42::cmd_non>, chameleonButton17_Click},
     Binding{of<&Form42::chameleonButton16>, chameleonButton16_Click},
@@ -87,6 +131,12 @@ void bindClicks(Form42& form) {
   for (const Binding& binding : table) {
     binding.entryPoint(form).bind([&form, procedure = binding.procedure] { procedure(form); });
   }
+  form.Form1.orubutton1.bind([&form] { Form1_orubutton1_Click(form); });
+  form.Form1.orubutton10.bind([&form] { closeExclusionDialog(form); });
+  form.Form1.chameleonButton3.bind([&form] { closeExclusionDialog(form); });
+  form.Text6.onChange = [&form] { Text6_Change(form); };
+  form.Timer2.interval = 1000;
+  form.Timer2.onTick = [&form] { Timer2_Timer(form); };
   form.Text4.onChange = [&form] {
     if (leadingNumber(form.Text4.text()) == 1) {
       runScan(form);

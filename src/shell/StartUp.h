@@ -9,8 +9,9 @@ namespace zelvreg {
 // Binds every entry point of the form to its procedure. The form must outlive the presses.
 void bindClicks(Form42& form);
 
-// The load of the form: binds the clicks, finds out the system, applies the language, creates the
-// rows with the ticks that were kept. No step can stop it.
+// The load of the form: binds the clicks, finds out the system, applies language and colour,
+// creates the rows with the ticks that were kept, runs the scan of an automatic mode, shows the
+// options page. No step can stop it; an automatic mode ends the process within it.
 void Form_Load(Form42& form);
 
 }  // namespace zelvreg

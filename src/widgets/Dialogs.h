@@ -15,6 +15,20 @@ struct UserMessage {
   std::string text;
   MessageIcon icon = MessageIcon::None;
   bool isQuestion = false;  // Yes and No instead of OK
+  std::string title;
+};
+
+// The system's dialog for a file name. `show` is the front end's and gives the name that was
+// chosen, or the empty text.
+struct CommonDialog {
+  std::string filter;
+  std::string defaultExtension;
+  std::string title;
+  std::string fileName;
+  std::function<std::string(const CommonDialog&)> show;
+
+  // Asks for a name to save under and keeps it in `fileName`.
+  void showSave() { fileName = show ? show(*this) : std::string(); }
 };
 
 class Dialogs {
@@ -28,7 +42,8 @@ class Dialogs {
     return message.isQuestion ? Answer::No : Answer::Ok;
   }
   void tell(std::string text, MessageIcon icon = MessageIcon::None) const {
-    static_cast<void>(ask({std::move(text), icon}));
+    static_cast<void>(
+        ask({.text = std::move(text), .icon = icon, .isQuestion = false, .title = {}}));
   }
 
   std::function<Answer(const UserMessage&)> show;

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "widgets/Button.h"
 #include "widgets/Control.h"
 
 namespace zelvreg {
@@ -47,12 +48,15 @@ class TextBox : public Control {
   std::string content;
 };
 
-class CheckBox : public Control {
+class CheckBox : public Control, public EntryPoint {
  public:
   explicit CheckBox(std::string text = {}) { caption = std::move(text); }
 
   Property<std::string, Change::Text> caption{*this, {}};
   Property<bool, Change::Value> value{*this, false};
+
+  // What follows a press; the value is the new one already.
+  void click() const { run(); }
 };
 
 class ProgressBar : public Control {

@@ -15,8 +15,11 @@ const std::string fontsKey =
 class GivenComputer : public Computer {
  public:
   [[nodiscard]] std::vector<std::string> damage() const override { return damaged; }
+  [[nodiscard]] std::vector<std::string> unclean() const override { return notClosed; }
+  [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
   void save() override { ++saves; }
   std::vector<std::string> damaged;
+  std::vector<std::string> notClosed;
   int saves = 0;
 };
 

@@ -97,6 +97,40 @@ TEST(AtomicFile, aDiskThatFillsUpWhileWritingLeavesTheOldFile) {
   EXPECT_EQ(filesIn(folder), 1);
 }
 
+TEST(AtomicFile, takesWhatAnotherWritesAndNothingIfThatFails) {
+  const TemporaryFolder folder;
+  folder.write("a", "old");
+  {
+    AtomicFile prepared(folder.path() / "a", [](const std::filesystem::path& beside) {
+      std::ofstream(beside) << "new";
+    });
+    EXPECT_EQ(folder.read("a"), "old");
+    prepared.replace();
+  }
+  EXPECT_EQ(folder.read("a"), "new");
+  const auto fail = [](const std::filesystem::path& beside) {
+    std::ofstream(beside) << "half";
+    throw MachineError("failed");
+  };
+  EXPECT_THROW(AtomicFile(folder.path() / "a", fail), MachineError);
+  EXPECT_EQ(folder.read("a"), "new");
+  EXPECT_EQ(filesIn(folder), 1);
+}
+
+TEST(AtomicFile, aBackupTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
+  const TemporaryFolder folder;
+  folder.write("a", "content");
+  folder.write("elsewhere", "other");
+  std::filesystem::create_symlink("elsewhere", folder.path() / "a.bak");
+  { const AtomicFile unused = AtomicFile::backupOf(folder.path() / "a"); }
+  EXPECT_EQ(folder.read("a.bak"), "other");
+  AtomicFile::backupOf(folder.path() / "a").replace();
+  EXPECT_EQ(folder.read("a.bak"), "content");
+  EXPECT_EQ(folder.read("elsewhere"), "other");
+  AtomicFile::backupOf(folder.path() / "a").replace();
+  EXPECT_EQ(filesIn(folder), 3);
+}
+
 TEST(ReadWholeFile, givesEveryByteOrSaysWhyNot) {
   const TemporaryFolder folder;
   const std::string content(200000, '\0');

@@ -67,11 +67,13 @@ TEST_F(RealDiskTest, takesFurtherDrivesButNotTheSameTwice) {
   EXPECT_NE(refusalOf(disk).find("drive C:"), std::string::npos);
 }
 
-TEST_F(RealDiskTest, canBeScannedButNotSaved) {
+TEST_F(RealDiskTest, keepsNoAttributesWhenItIsSaved) {
   const auto machine = Machine::openOffline(disk);
   EXPECT_NO_THROW(machine->save());
   machine->drives().records().setAttributes("C:\\Windows", true, FILE_ATTRIBUTE_HIDDEN);
-  EXPECT_THROW(machine->save(), MachineError);
+  EXPECT_NO_THROW(machine->save());
+  EXPECT_FALSE(machine->drives().records().attributesChanged());
+  EXPECT_TRUE(machine->unsavedChanges().empty());
 }
 
 }  // namespace

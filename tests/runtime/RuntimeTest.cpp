@@ -19,6 +19,19 @@ TEST_F(RuntimeTest, DirGivesTheNameOfAFile) {
   EXPECT_EQ(Dir("C:\\Runtime\\*.txt"), "Some File.txt");
 }
 
+TEST_F(RuntimeTest, AFolderIsMadeWithAllAboveIt) {
+  EXPECT_TRUE(makeFolder("C:\\Runtime\\New\\Deeper"));
+  EXPECT_EQ(GetFileAttributesA("C:\\Runtime\\New\\Deeper") & FILE_ATTRIBUTE_DIRECTORY,
+            DWORD{FILE_ATTRIBUTE_DIRECTORY});
+  EXPECT_TRUE(makeFolder("C:\\Runtime\\New"));
+}
+
+TEST_F(RuntimeTest, NoFolderIsMadeInThePlaceOfAFileOrOnNoDrive) {
+  makeFile("C:\\Runtime\\file");
+  EXPECT_FALSE(makeFolder("C:\\Runtime\\file"));
+  EXPECT_FALSE(makeFolder("Q:\\none"));
+}
+
 TEST_F(RuntimeTest, DirIsEmptyForWhatIsNoPlainFile) {
   makeFolder("C:\\Runtime\\Folder");
   EXPECT_EQ(Dir(""), "");

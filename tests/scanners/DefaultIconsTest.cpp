@@ -94,6 +94,8 @@ TEST_F(DefaultIconsTest, OnlyMissingFilesOnADriveAreReported) {
       {"%ProgramFiles%\\DefaultIconsTest\\gone.dll,1",
        {"C:\\Program Files\\defaulticonstest\\gone.dll"}},
       {"C:\\Windows\\System32\\gone too.dll,1", {"c:\\windows\\Sysnative\\gone too.dll"}},
+      // What a variable completes to the system folder is led to the true one by the second pass.
+      {"%ProgramFiles%ystem32\\gone.dll", {"C:\\Program Filesystem32\\gone.dll"}},
       {"", {}},
       {"   ", {}},
       {"%1", {}},
@@ -154,6 +156,12 @@ TEST_F(DefaultIconsTest, EachFindingStandsInItsOwnRowAndIsListed) {
   EXPECT_EQ(form.View2.rowInView(), form.View2.count());
   EXPECT_EQ(cell(), decimal(form.List2.count()));
   EXPECT_EQ(form.Text1.text(), decimal(form.List2.count() + 1));
+}
+
+TEST_F(DefaultIconsTest, AClassIsReadWithoutTheBlanksAroundItsName) {
+  setIcon(prefix + " ", gone);
+  Command10(form);
+  EXPECT_EQ(findings(), std::vector<Texts>{});
 }
 
 TEST_F(DefaultIconsTest, TheLastClassIsLookedAtToo) {

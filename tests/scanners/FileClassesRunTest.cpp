@@ -25,6 +25,12 @@ TEST_F(FileClassesMediaTest, AnEmptyListReadsTheExtensionOfTheListItself) {
   EXPECT_EQ(findings(), (std::vector<Texts>{mediaFinding("", ".fileclassestest")}));
 }
 
+TEST_F(FileClassesMediaTest, AMediaTypeIsReadWithoutTheBlanksAroundItsName) {
+  setExtension("a/1 ", ".fileclassestest");
+  Command12(form);
+  EXPECT_EQ(findings(), std::vector<Texts>{});
+}
+
 TEST_F(FileClassesMediaTest, AMissingListGivesNothing) {
   removeKey(classesRoot + mediaTypes);
   Command12(form);

@@ -1,4 +1,8 @@
+#include <algorithm>
+
 #include "scanners/FileClassesFixture.h"
+
+using namespace std::string_view_literals;
 
 namespace zelvreg::fileClasses {
 namespace {
@@ -144,6 +148,19 @@ TEST_F(FileClassesTest, AnExpandableCommandIsReadToo) {
   setText(classesRoot + className + openKey, "", gone + " %1", REG_EXPAND_SZ);
   Command12(form);
   EXPECT_EQ(findings(), (std::vector<Texts>{programFinding(className, gone)}));
+}
+
+TEST_F(FileClassesTest, ACommandEndsAtItsNul) {
+  setText(classesRoot + className + openKey, "", "C:\\FileClassesTest\\gone.com\0.exe"sv);
+  Command12(form);
+  EXPECT_EQ(findings(), std::vector<Texts>{});
+}
+
+TEST_F(FileClassesTest, AClassIsReadWithoutTheBlanksAroundItsName) {
+  setCommand(className + "1 " + openKey, gone);
+  Command12(form);
+  removeKey(classesRoot + className + "1 ");
+  EXPECT_EQ(findings(), std::vector<Texts>{});
 }
 
 TEST_F(FileClassesTest, OtherVerbsAndKeysWithoutACommandAreNotLookedAt) {

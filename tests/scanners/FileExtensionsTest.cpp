@@ -1,5 +1,7 @@
 #include "scanners/FileExtensions.h"
 
+#include <functional>
+
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "support/ComputerFixture.h"

@@ -135,6 +135,12 @@ TEST_F(HelpFilesSnapInsTest, AnEmptyListReadsTheTopicOfTheListItself) {
   EXPECT_EQ(findings(), (std::vector<Texts>{snapInFinding(gone, "")}));
 }
 
+TEST_F(HelpFilesSnapInsTest, ANameIsReadWithoutTheBlanksAroundIt) {
+  setTopic("FX:A ", gone);
+  Command7(form);
+  EXPECT_EQ(form.View2.count(), 0U);
+}
+
 TEST_F(HelpFilesSnapInsTest, ACancelShortensTheList) {
   setTopic("FX:A", gone);
   setTopic("FX:B", gone);

@@ -77,6 +77,13 @@ TEST_F(HelpFilesTest, NamesOfTheOtherSpellingAreNotListed) {
   EXPECT_EQ(form.View2.count(), 0U);
 }
 
+TEST_F(HelpFilesTest, TheListAloneIsEnough) {
+  removeKey(helpNtKey);
+  setText(helpKey, "gone.hlp", folder);
+  Command7(form);
+  EXPECT_EQ(findings(), (std::vector<Texts>{helpFinding(folder, "gone.hlp")}));
+}
+
 TEST_F(HelpFilesTest, AnEntryWithoutAFolderIsPassedOver) {
   setText(helpKey, "a.hlp", " ");
   setNumber(helpKey, "b.hlp", 1);
@@ -240,6 +247,18 @@ TEST_F(HelpFilesTest, ACancelLeavesOutTheSnapInsAlone) {
   EXPECT_EQ(findings(),
             (std::vector<Texts>{helpFinding(folder, "a.hlp"), joinedFinding(folder + "\\", "b.chm"),
                                 locationAlone(folder + "\\")}));
+}
+
+TEST_F(HelpFilesTest, EachLaterSectionEndsByShowingZeroWhereNothingIsFound) {
+  Texts cells;
+  form.messages.serveHost = [&] {
+    cells.push_back(cell());
+    form.View1.setText(4, problemsColumn, "");
+  };
+  Command7(form);
+  cells.push_back(cell());
+  // Before the only turn of each section; the snap-ins are enumerated in between.
+  EXPECT_EQ(cells, (Texts{"", "0", "", "0", "0"}));
 }
 
 TEST_F(HelpFilesTest, MissingKeysFindNothing) {

@@ -112,6 +112,7 @@ inline constexpr DWORD REG_RESOURCE_REQUIREMENTS_LIST = 10;
 inline constexpr DWORD REG_QWORD = 11;
 
 inline constexpr DWORD REG_OPTION_NON_VOLATILE = 0;
+inline constexpr DWORD REG_OPTION_OPEN_LINK = 8;
 inline constexpr DWORD REG_CREATED_NEW_KEY = 1;
 inline constexpr DWORD REG_OPENED_EXISTING_KEY = 2;
 
@@ -168,6 +169,19 @@ LSTATUS RegSetValueExA(HKEY key, LPCSTR valueName, DWORD reserved, DWORD type, c
                        DWORD dataSize);
 LSTATUS RegDeleteKeyA(HKEY key, LPCSTR subKey);
 LSTATUS RegDeleteValueA(HKEY key, LPCSTR valueName);
+
+LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PHKEY result);
+LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR className, DWORD options,
+                        REGSAM access, const SECURITY_ATTRIBUTES* security, PHKEY result,
+                        LPDWORD disposition);
+LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved,
+                      LPWSTR className, LPDWORD classSize, FILETIME* lastWrite);
+LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved,
+                      LPDWORD type, LPBYTE data, LPDWORD dataSize);
+LSTATUS RegSetValueExW(HKEY key, LPCWSTR valueName, DWORD reserved, DWORD type, const BYTE* data,
+                       DWORD dataSize);
+LSTATUS RegDeleteKeyExW(HKEY key, LPCWSTR subKey, REGSAM view, DWORD reserved);
+LSTATUS RegDeleteValueW(HKEY key, LPCWSTR valueName);
 }
 
 // Security.
@@ -362,6 +376,40 @@ UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int fallback, LPCSTR file
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR text, LPCSTR file);
 }
 
+// Windows and memory shared between processes.
+using HWND = struct HWND__*;
+using WPARAM = std::uintptr_t;
+using LPARAM = std::intptr_t;
+using LRESULT = std::intptr_t;
+inline constexpr UINT WM_USER = 0x400;
+inline constexpr DWORD PAGE_READWRITE = 4;
+inline constexpr DWORD FILE_MAP_ALL_ACCESS = 0xF001F;
+
+extern "C" {
+HWND FindWindowA(LPCSTR className, LPCSTR title);
+LRESULT SendMessageA(HWND window, UINT message, WPARAM first, LPARAM second);
+HANDLE CreateFileMappingA(HANDLE file, const SECURITY_ATTRIBUTES* security, DWORD protection,
+                          DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
+LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offsetLow,
+                     std::size_t size);
+BOOL FlushViewOfFile(LPCVOID view, std::size_t size);
+BOOL UnmapViewOfFile(LPCVOID view);
+}
+
+// Programs.
+using HINSTANCE = struct HINSTANCE__*;
+using INT = int;
+using INT_PTR = std::intptr_t;
+inline constexpr INT SW_SHOWNORMAL = 1;
+inline constexpr DWORD PROCESS_TERMINATE = 1;
+
+extern "C" {
+HANDLE OpenProcess(DWORD access, BOOL inherit, DWORD id);
+BOOL TerminateProcess(HANDLE process, UINT exitCode);
+UINT WinExec(LPCSTR commandLine, UINT show);
+HWND GetDesktopWindow();
+}
+
 // Process, environment, time and text.
 struct SYSTEMTIME {
   WORD wYear;
@@ -376,7 +424,12 @@ struct SYSTEMTIME {
 
 inline constexpr UINT CP_ACP = 0;
 inline constexpr UINT CP_UTF8 = 65001;
+inline constexpr DWORD MB_ERR_INVALID_CHARS = 8;
 inline constexpr UINT LPTR = 0x40;
+
+inline constexpr int CSTR_LESS_THAN = 1;
+inline constexpr int CSTR_EQUAL = 2;
+inline constexpr int CSTR_GREATER_THAN = 3;
 
 extern "C" {
 DWORD GetLastError();
@@ -392,6 +445,8 @@ HLOCAL LocalAlloc(UINT flags, SIZE_T size);
 HLOCAL LocalFree(HLOCAL memory);
 DWORD CharLowerBuffA(LPSTR text, DWORD size);
 DWORD CharUpperBuffA(LPSTR text, DWORD size);
+int CompareStringOrdinal(LPCWSTR first, int firstLength, LPCWSTR second, int secondLength,
+                         BOOL ignoresCase);
 int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide,
                         int wideSize);
 int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideLength, LPSTR text,

@@ -1,0 +1,62 @@
+#include "console/FormUse.h"
+
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "console/DisplayText.h"
+#include "console/Progress.h"
+#include "console/Terminal.h"
+#include "shell/StartUp.h"
+
+namespace zelvreg::console {
+namespace {
+
+// Without a terminal a question is answered No.
+Answer answer(const UserMessage& message, const Options& options, std::ostream& error) {
+  error << "zelvreg: " << printable(registryText(message.text)) << "\n";
+  if (!message.isQuestion) {
+    return Answer::Ok;
+  }
+  if (options.answersYes) {
+    return Answer::Yes;
+  }
+  if (!isInputTerminal()) {
+    return Answer::No;
+  }
+  error << "Yes or No? " << std::flush;
+  std::string line;
+  std::getline(std::cin, line);
+  return !line.empty() && (line.front() == 'y' || line.front() == 'Y') ? Answer::Yes : Answer::No;
+}
+
+}  // namespace
+
+void prepareForm(Form42& form, const Options& options, const Streams& streams) {
+  form.dialogs.show = [&options, &streams](const UserMessage& message) {
+    return answer(message, options, streams.error);
+  };
+  Form_Load(form);
+}
+
+bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.View1.setChecked(row, options.rows.contains(row));
+  }
+  bool isCancelled = false;
+  form.messages.serveHost = [&form, &isCancelled] {
+    if (isStopRequested() && !isCancelled) {
+      isCancelled = true;
+      form.cmd_cancel.click();
+    }
+  };
+  std::optional<Progress> progress;
+  if (streams.showsProgress && !options.isQuiet) {
+    progress.emplace(form, streams.error);
+  }
+  form.cmd_start.click();
+  form.messages.serveHost = nullptr;
+  return !isCancelled;
+}
+
+}  // namespace zelvreg::console

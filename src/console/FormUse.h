@@ -1,0 +1,20 @@
+// The form as the console program works it: its messages, its buttons, its answers.
+#ifndef ZELVREG_CONSOLE_FORM_USE_H
+#define ZELVREG_CONSOLE_FORM_USE_H
+
+#include "console/CommandLine.h"
+#include "console/Commands.h"
+#include "form/Form42.h"
+
+namespace zelvreg::console {
+
+// Gives messages to the error stream and questions to the terminal, and loads the form. `options`
+// and `streams` must outlive the form.
+void prepareForm(Form42& form, const Options& options, const Streams& streams);
+
+// Presses Start with the ticks that were asked for, and Cancel if the user interrupts: false then.
+bool runScanOn(Form42& form, const Options& options, const Streams& streams);
+
+}  // namespace zelvreg::console
+
+#endif

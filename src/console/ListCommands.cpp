@@ -1,0 +1,145 @@
+#include "console/ListCommands.h"
+
+#include <stdexcept>
+
+#include "console/ArgumentText.h"
+#include "console/DisplayText.h"
+#include "console/FormUse.h"
+#include "console/HostFile.h"
+#include "console/Table.h"
+#include "exclusions/ExclusionList.h"
+#include "registry/RegistryImport.h"
+#include "runtime/Directory.h"
+#include "runtime/FileText.h"
+#include "shell/Languages.h"
+#include "undo/JournalFile.h"
+#include "undo/UndoPage.h"
+#include "undo/UndoStores.h"
+
+namespace zelvreg::console {
+namespace {
+
+void printRows(const ListView& list, const char* heading, const Streams& streams) {
+  Table table({{"No.", true}, {heading}});
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    table.addRow({std::to_string(row), registryText(list.text(row, 0))});
+  }
+  streams.out << table.text(streams.width);
+}
+
+void requireRow(const ListView& list, std::size_t row, const char* what) {
+  if (row < 1 || row > list.count()) {
+    throw std::runtime_error("there is no row " + std::to_string(row) + "; the list of " + what +
+                             " has " + std::to_string(list.count()));
+  }
+}
+
+void warnOfTornJournal(const Form42& form, std::size_t row, const Streams& streams) {
+  const auto file = readFileText(journalPath(form, undoStem(form.View3.text(row, 0))));
+  if (!file) {
+    streams.error << "zelvreg: this entry has no journal; nothing can be restored from it\n";
+  } else if (isTornJournal(file->size())) {
+    streams.error << "zelvreg: the journal ends within a record; its last one may come back cut\n";
+  }
+}
+
+int restoreExport(const Options& options, Computer& computer, const Streams& streams) {
+  const RegistryImport import = importRegistryText(readHostFile(options.exportFile));
+  if (!import.isDone) {
+    throw std::runtime_error(options.exportFile + ": " + registryText(import.message));
+  }
+  computer.save();
+  if (!options.isQuiet) {
+    streams.out << registryText(import.message) << "\n";
+  }
+  return nothingFound;
+}
+
+}  // namespace
+
+int workOnUndo(const Options& options, Computer& computer, const Streams& streams) {
+  if (options.command == Command::RestoreExport) {
+    return restoreExport(options, computer, streams);
+  }
+  Form42 form;
+  prepareForm(form, options, streams);
+  form.chameleonButton1.click();
+  switch (options.command) {
+    case Command::RestoreUndo:
+      requireRow(form.View3, options.entry, "journals");
+      warnOfTornJournal(form, options.entry, streams);
+      View3_ItemClick(form, options.entry);
+      form.chameleonButton2.click();
+      break;
+    case Command::RemoveUndo:
+      requireRow(form.View3, options.entry, "journals");
+      View3_ItemClick(form, options.entry);
+      form.chameleonButton3.click();
+      break;
+    case Command::UndoOn:
+    case Command::UndoOff:
+      form.Check1.value = options.command == Command::UndoOn;
+      form.Check1.click();
+      break;
+    default:
+      printRows(form.View3, "Journal", streams);
+      return nothingFound;
+  }
+  computer.save();
+  return nothingFound;
+}
+
+int workOnExclusions(const Options& options, Computer& computer, const Streams& streams) {
+  Form42 form;
+  prepareForm(form, options, streams);
+  form.chameleonButton7.click();
+  switch (options.command) {
+    case Command::AddExclusion:
+      makeFolder(form.programFolder);
+      form.Form1.show = [&](ExclusionDialog& dialog) {
+        dialog.Text1.setText(narrowText(options.exclusion));
+        dialog.orubutton1.click();
+      };
+      form.chameleonButton5.click();
+      break;
+    case Command::RemoveExclusion:
+      requireRow(form.View4, options.entry, "exclusions");
+      form.View4.select(options.entry);
+      View4_ItemClick(form, options.entry);
+      form.chameleonButton6.click();
+      break;
+    default:
+      printRows(form.View4, "Exclusion", streams);
+      return nothingFound;
+  }
+  computer.save();
+  return nothingFound;
+}
+
+int workOnLanguages(const Options& options, Computer& computer, const Streams& streams) {
+  Form42 form;
+  prepareForm(form, options, streams);
+  if (options.command == Command::ListLanguages) {
+    Table table({{""}, {"Tag"}, {"Language"}});
+    for (const auto& entry : form.lbllanguage) {
+      const bool isUsed = form.langFileName == "zelvreg-" + entry->tag.get() + ".lang";
+      table.addRow({isUsed ? "*" : "", registryText(entry->tag.get()),
+                    captionText(entry->caption.get(), entry->font.get().charset)});
+    }
+    streams.out << table.text(streams.width);
+    return nothingFound;
+  }
+  std::string known;
+  for (std::size_t entry = 0; entry < form.lbllanguage.size(); ++entry) {
+    const std::string& tag = form.lbllanguage[entry]->tag;
+    if (tag == options.language) {
+      lbllanguage_Click(form, entry);
+      computer.save();
+      return nothingFound;
+    }
+    known += (known.empty() ? "" : ", ") + tag;
+  }
+  throw std::runtime_error("\"" + options.language + "\" is no language; choose from: " + known);
+}
+
+}  // namespace zelvreg::console

@@ -1,0 +1,31 @@
+// The file of exclusions in the program's folder: one entry a line.
+//
+// Writing and reading are not symmetric. Lines are written as they are, and read as the runtime's
+// input of fields does: a comma ends an entry, blanks in front of an entry are passed over, an
+// entry in quotes ends with its closing quote and loses both.
+#ifndef ZELVREG_EXCLUSIONS_EXCLUSION_FILE_H
+#define ZELVREG_EXCLUSIONS_EXCLUSION_FILE_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// The entries of a file's text. A text of fewer than 10 bytes has none, whatever it holds.
+std::vector<std::string> exclusionsIn(std::string_view text);
+
+// The entries of the file; none if it cannot be read.
+std::vector<std::string> readExclusions(const Form42& form);
+
+// Puts a line behind the others; makes the file. Nothing happens if it cannot be written.
+void appendExclusion(const Form42& form, const std::string& entry);
+
+// Replaces the file with these lines.
+void writeExclusions(const Form42& form, const std::vector<std::string>& lines);
+
+}  // namespace zelvreg
+
+#endif

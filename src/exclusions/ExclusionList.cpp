@@ -1,0 +1,145 @@
+#include "exclusions/ExclusionList.h"
+
+#include "exclusions/ExclusionFile.h"
+#include "scan/Findings.h"
+#include "text/Numbers.h"
+#include "text/Pattern.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+std::string fullKey(const Form42& form, std::size_t row) {
+  return form.View2.text(row, rootNameColumn) + "\\" + form.View2.text(row, subKeyColumn);
+}
+
+// A key that is shorter than the entry does not fit, since the pattern's left part is all of it. A
+// pattern that the match refuses takes every row: the condition fails and falls into its block.
+bool isExcluded(const std::string& key, const std::string& pattern) {
+  return matchesPattern(std::string_view(key).substr(0, pattern.size()), pattern) != Match::No;
+}
+
+void applyEntry(Form42& form, const std::string& pattern) {
+  for (std::size_t row = 1; row <= form.View2.count();) {
+    const std::string key(trim(lowerCase(fullKey(form, row))));
+    if (isExcluded(key, pattern)) {
+      form.View2.remove(row);
+    } else {
+      ++row;
+    }
+  }
+}
+
+void openDialog(Form42& form, const std::string& entry, const std::string& row) {
+  form.Form1.Text1.setText(entry);
+  form.Form1.Text2.setText(row);
+  form.Form1.isOpen = true;
+  if (form.Form1.show) {
+    form.Form1.show(form.Form1);
+  }
+}
+
+std::vector<std::string> linesOf(const Form42& form, bool skipsBlank) {
+  std::vector<std::string> lines;
+  for (std::size_t row = 1; row <= form.View4.count(); ++row) {
+    const std::string& entry = form.View4.text(row, 0);
+    if (!skipsBlank || !trim(entry).empty()) {
+      lines.push_back(entry);
+    }
+  }
+  return lines;
+}
+
+}  // namespace
+
+void loadExclusions(Form42& form) {
+  form.View4.clear();
+  for (const std::string& entry : readExclusions(form)) {
+    form.View4.add(entry);
+  }
+}
+
+void Command29(Form42& form) {
+  loadExclusions(form);
+  for (std::size_t row = 1; row <= form.View4.count(); ++row) {
+    applyEntry(form, lowerCase(trim(form.View4.text(row, 0))));
+  }
+}
+
+void chameleonButton5_Click(Form42& form) { openDialog(form, "", ""); }
+
+void chameleonButton8_Click(Form42& form) {
+  const std::string& row = form.Text3.text();
+  openDialog(form, form.View4.text(static_cast<std::size_t>(leadingNumber(row)), 0), row);
+}
+
+void chameleonButton6_Click(Form42& form) {
+  const Answer answer = form.dialogs.ask(
+      {.text = "Are you sure you would like to remove the selected Exclusion text from the list?",
+       .icon = MessageIcon::Exclamation,
+       .isQuestion = true,
+       .title = "Remove"});
+  if (answer == Answer::No) {
+    return;
+  }
+  for (std::size_t row = form.View4.count(); row >= 1; --row) {
+    if (form.View4.isSelected(row)) {
+      form.View4.remove(row);
+    }
+  }
+  // Blank rows are written too, and one empty line when no row is left.
+  std::vector<std::string> lines = linesOf(form, false);
+  if (lines.empty()) {
+    lines.emplace_back();
+  }
+  writeExclusions(form, lines);
+}
+
+void View4_ItemClick(Form42& form, std::size_t row) {
+  form.Text3.setText(decimal(static_cast<std::int64_t>(row)));
+  form.chameleonButton6.enabled = true;
+  form.chameleonButton8.enabled = true;
+}
+
+void chameleonButton9_Click(Form42& form) {
+  for (std::size_t row = 1; row <= form.View2.count();) {
+    if (!form.View2.isSelected(row)) {
+      ++row;
+      continue;
+    }
+    const std::string key = fullKey(form, row);
+    if (!trim(key).empty()) {
+      appendExclusion(form, key);
+    }
+    form.View2.remove(row);
+  }
+}
+
+void Form1_orubutton1_Click(Form42& form) {
+  const std::string& text = form.Form1.Text1.text();
+  const std::string entry(trim(text));
+  const double row = leadingNumber(form.Form1.Text2.text());
+  if (row > 0) {
+    form.View4.setText(static_cast<std::size_t>(row), 0, entry);
+    form.Text6.setText("");
+    form.Text6.setText("1");
+  } else {
+    if (!entry.empty()) {
+      appendExclusion(form, text);
+    }
+    // An empty entry reaches the list all the same, where it excludes everything.
+    form.View4.add(entry);
+  }
+  closeExclusionDialog(form);
+}
+
+void closeExclusionDialog(Form42& form) { form.Form1.isOpen = false; }
+
+void Text6_Change(Form42& form) {
+  if (leadingNumber(form.Text6.text()) == 1) {
+    writeExclusions(form, linesOf(form, true));
+    form.Text6.setText("");
+  }
+}
+
+}  // namespace zelvreg

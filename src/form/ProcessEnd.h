@@ -1,0 +1,17 @@
+// The end of the process out of the middle of a procedure.
+#ifndef ZELVREG_FORM_PROCESS_END_H
+#define ZELVREG_FORM_PROCESS_END_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Unwinds to the front end, which ends the process. Nothing else catches it.
+struct ProcessEnd {};
+
+// Tells the front end, which may end the process at once; else throws ProcessEnd.
+[[noreturn]] void endProcess(const Form42& form);
+
+}  // namespace zelvreg
+
+#endif

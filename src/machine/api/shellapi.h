@@ -1,0 +1,12 @@
+// The calls of the shell.
+#ifndef ZELVREG_MACHINE_API_SHELLAPI_H
+#define ZELVREG_MACHINE_API_SHELLAPI_H
+
+#include <windows.h>
+
+extern "C" {
+HINSTANCE ShellExecuteA(HWND window, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR folder,
+                        INT show);
+}
+
+#endif

@@ -1,0 +1,21 @@
+// The calls that list processes.
+#ifndef ZELVREG_MACHINE_API_TLHELP32_H
+#define ZELVREG_MACHINE_API_TLHELP32_H
+
+#include <windows.h>
+
+inline constexpr DWORD TH32CS_SNAPPROCESS = 2;
+
+struct PROCESSENTRY32 {
+  DWORD dwSize;
+  DWORD th32ProcessID;
+  CHAR szExeFile[MAX_PATH];
+};
+
+extern "C" {
+HANDLE CreateToolhelp32Snapshot(DWORD what, DWORD process);
+BOOL Process32First(HANDLE snapshot, PROCESSENTRY32* entry);
+BOOL Process32Next(HANDLE snapshot, PROCESSENTRY32* entry);
+}
+
+#endif

@@ -1,0 +1,141 @@
+#include "registry/WideKey.h"
+
+#include <array>
+#include <utility>
+
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+static_assert(sizeof(WCHAR) == sizeof(char16_t), "the system's wide text is UTF-16");
+
+constexpr std::size_t longestKeyName = 255;
+constexpr std::size_t longestValueName = 16383;
+
+LPWSTR roomFor(std::u16string& buffer) { return reinterpret_cast<LPWSTR>(buffer.data()); }
+
+}  // namespace
+
+LPCWSTR wideText(const std::u16string& text) { return reinterpret_cast<LPCWSTR>(text.c_str()); }
+
+std::u16string widened(std::string_view narrow) {
+  const std::string_view text = untilNul(narrow);
+  const auto length = static_cast<int>(text.size());
+  std::u16string wide(text.size(), u'\0');
+  const int size =
+      length == 0 ? 0 : MultiByteToWideChar(CP_ACP, 0, text.data(), length, roomFor(wide), length);
+  wide.resize(static_cast<std::size_t>(size));
+  return wide;
+}
+
+bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
+  return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
+                              static_cast<int>(second.size()), TRUE) == CSTR_LESS_THAN;
+}
+
+WideKey::WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options)
+    : status(
+          RegOpenKeyExW(systemKey(hive), wideText(path), options, access | KEY_WOW64_64KEY, &key)) {
+  if (status != ERROR_SUCCESS) {
+    key = nullptr;
+  }
+}
+
+WideKey WideKey::make(HiveHandle hive, const std::u16string& path, REGSAM access) {
+  WideKey made;
+  made.status =
+      RegCreateKeyExW(systemKey(hive), wideText(path), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                      access | KEY_WOW64_64KEY, nullptr, &made.key, nullptr);
+  if (made.status != ERROR_SUCCESS) {
+    made.key = nullptr;
+  }
+  return made;
+}
+
+WideKey::WideKey(WideKey&& other) noexcept
+    : key(std::exchange(other.key, nullptr)), status(other.status) {}
+
+WideKey::~WideKey() {
+  if (key != nullptr) {
+    RegCloseKey(key);
+  }
+}
+
+Presence WideKey::presence() const {
+  switch (status) {
+    case ERROR_SUCCESS:
+      return Presence::Open;
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_INVALID_PARAMETER:
+    case ERROR_INVALID_NAME:
+    case ERROR_KEY_DELETED:
+      return Presence::Absent;
+    default:
+      return Presence::Refused;
+  }
+}
+
+std::optional<std::vector<std::u16string>> WideKey::subkeys() const {
+  std::vector<std::u16string> names;
+  std::u16string name(longestKeyName + 1, u'\0');
+  for (DWORD index = 0;; ++index) {
+    auto size = static_cast<DWORD>(name.size());
+    const LONG listed =
+        RegEnumKeyExW(key, index, roomFor(name), &size, nullptr, nullptr, nullptr, nullptr);
+    if (listed == ERROR_NO_MORE_ITEMS) {
+      return names;
+    }
+    if (listed != ERROR_SUCCESS) {
+      return std::nullopt;
+    }
+    names.emplace_back(name, 0, size);
+  }
+}
+
+std::optional<std::vector<WideValue>> WideKey::values() const {
+  std::vector<WideValue> values;
+  std::u16string name(longestValueName + 1, u'\0');
+  std::vector<BYTE> data(4096);
+  for (DWORD index = 0;;) {
+    auto nameSize = static_cast<DWORD>(name.size());
+    auto size = static_cast<DWORD>(data.size());
+    DWORD type = REG_NONE;
+    const LONG listed =
+        RegEnumValueW(key, index, roomFor(name), &nameSize, nullptr, &type, data.data(), &size);
+    if (listed == ERROR_MORE_DATA && size > data.size()) {
+      data.resize(size);
+      continue;
+    }
+    if (listed == ERROR_NO_MORE_ITEMS) {
+      return values;
+    }
+    if (listed != ERROR_SUCCESS) {
+      return std::nullopt;
+    }
+    values.push_back({name.substr(0, nameSize), type, {data.begin(), data.begin() + size}});
+    ++index;
+  }
+}
+
+bool WideKey::setValue(const WideValue& value) const {
+  // The system takes along a terminator that stands behind the data, so something else stands
+  // there.
+  constexpr std::array<BYTE, 2> guard{0xFF, 0xFF};
+  std::vector<BYTE> guarded = value.data;
+  guarded.insert(guarded.end(), guard.begin(), guard.end());
+  return key != nullptr && RegSetValueExW(key, wideText(value.name), 0, value.type, guarded.data(),
+                                          static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
+}
+
+bool WideKey::deleteValue(const std::u16string& name) const {
+  if (key == nullptr) {
+    return false;
+  }
+  const LONG deleted = RegDeleteValueW(key, wideText(name));
+  return deleted == ERROR_SUCCESS || deleted == ERROR_FILE_NOT_FOUND;
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,73 @@
+// Keys and values by their wide names, in the 64-bit view: for what must go out of the registry and
+// come back without loss, which the code page does not allow.
+#ifndef ZELVREG_REGISTRY_WIDE_KEY_H
+#define ZELVREG_REGISTRY_WIDE_KEY_H
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "registry/Hives.h"
+
+namespace zelvreg {
+
+// A text as a wide call takes it, and the other way.
+LPCWSTR wideText(const std::u16string& text);
+
+// What a narrow call makes of a text: it ends at its first NUL.
+std::u16string widened(std::string_view narrow);
+
+// A value's name and, bit for bit, its data. The default value's name is empty.
+struct WideValue {
+  std::u16string name;
+  DWORD type = REG_NONE;
+  std::vector<BYTE> data;
+};
+
+// Orders names as the registry tells them apart: without regard to case.
+struct NameOrder {
+  bool operator()(const std::u16string& first, const std::u16string& second) const;
+};
+
+// Whether a key is there, and if so, whether it let itself be opened.
+enum class Presence : std::uint8_t { Open, Absent, Refused };
+
+// An open key that closes itself.
+class WideKey {
+ public:
+  // The flag of the 64-bit view is added to `access`. A path that no key can have is absent.
+  WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options = 0);
+  // The same, making the key with all above it where it is missing.
+  static WideKey make(HiveHandle hive, const std::u16string& path, REGSAM access);
+  WideKey(WideKey&& other) noexcept;
+  WideKey(const WideKey&) = delete;
+  WideKey& operator=(const WideKey&) = delete;
+  WideKey& operator=(WideKey&&) = delete;
+  ~WideKey();
+
+  [[nodiscard]] Presence presence() const;
+  [[nodiscard]] bool isOpen() const { return key != nullptr; }
+
+  // Names and values in the order in which the system lists them; none when the list breaks off.
+  [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys() const;
+  [[nodiscard]] std::optional<std::vector<WideValue>> values() const;
+
+  // False when the key refuses it or is not open.
+  [[nodiscard]] bool setValue(const WideValue& value) const;
+  // True also if there was no such value.
+  [[nodiscard]] bool deleteValue(const std::u16string& name) const;
+
+ private:
+  WideKey() = default;
+
+  HKEY key = nullptr;
+  LONG status = ERROR_SUCCESS;
+};
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,123 @@
+#include "repair/ExportPlan.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zelvreg {
+namespace {
+
+constexpr REGSAM readAccess = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
+
+// What of a key that cannot be read is still in danger: a repair may delete it, write to it, or
+// give itself the rights to do so.
+bool canBeTaken(const TruePlace& place) {
+  constexpr std::array<REGSAM, 3> rights{KEY_SET_VALUE, DELETE, WRITE_DAC};
+  return std::ranges::any_of(
+      rights, [&](REGSAM right) { return WideKey(place.hive, place.path, right).isOpen(); });
+}
+
+// Whether the export is whole without a key that did not open.
+bool isDispensable(const WideKey& key, const TruePlace& place) {
+  return key.presence() == Presence::Absent || !canBeTaken(place);
+}
+
+bool hasDefault(const std::vector<WideValue>& values) {
+  return std::ranges::any_of(values, [](const WideValue& value) { return value.name.empty(); });
+}
+
+}  // namespace
+
+ExportPlan::Entry& ExportPlan::entryOf(const TruePlace& place) {
+  const auto [found, isNew] = indexes.try_emplace(place.fullPath(), entries.size());
+  if (isNew) {
+    entries.push_back({.place = place, .isTree = false, .names = {}});
+  }
+  return entries[found->second];
+}
+
+void ExportPlan::addTree(HiveHandle hive, const std::string& key) {
+  for (const TruePlace& place : places.of(hive, key, Views::Both)) {
+    entryOf(place).isTree = true;
+  }
+}
+
+void ExportPlan::addValue(HiveHandle hive, const std::string& key, const std::string& name) {
+  for (const TruePlace& place : places.of(hive, key, Views::True)) {
+    entryOf(place).names.insert(widened(name));
+  }
+}
+
+void ExportPlan::addDefault(HiveHandle hive, const std::string& key) {
+  for (const TruePlace& place : places.of(hive, key, Views::Both)) {
+    entryOf(place).names.insert(u"");
+    defaults.insert(place.fullPath());
+  }
+}
+
+bool ExportPlan::write(RegistryTextWriter& writer) const {
+  return std::ranges::all_of(entries, [&](const Entry& entry) {
+    if (isCovered(entry.place.fullPath())) {
+      return true;
+    }
+    return entry.isTree ? writeTree(writer, entry.place) : writeSingles(writer, entry);
+  });
+}
+
+// Whether a tree that is exported holds this key below its top.
+bool ExportPlan::isCovered(const std::u16string& fullPath) const {
+  for (std::size_t end = fullPath.rfind(u'\\'); end != std::u16string::npos;
+       end = fullPath.rfind(u'\\', end - 1)) {
+    const auto above = indexes.find(fullPath.substr(0, end));
+    if (above != indexes.end() && entries[above->second].isTree) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool ExportPlan::writeTree(RegistryTextWriter& writer, const TruePlace& place) const {
+  std::vector<std::u16string> names;
+  {
+    const WideKey key(place.hive, place.path, readAccess);
+    if (!key.isOpen()) {
+      return isDispensable(key, place);
+    }
+    const auto values = key.values();
+    auto subkeys = key.subkeys();
+    if (!values || !subkeys || !writeKey(writer, place.fullPath(), *values)) {
+      return false;
+    }
+    names = std::move(*subkeys);
+  }
+  return std::ranges::all_of(names, [&](const std::u16string& name) {
+    return writeTree(writer, {place.hive, place.path.empty() ? name : place.path + u"\\" + name});
+  });
+}
+
+bool ExportPlan::writeSingles(RegistryTextWriter& writer, const Entry& entry) const {
+  const WideKey key(entry.place.hive, entry.place.path, KEY_QUERY_VALUE);
+  if (!key.isOpen()) {
+    return isDispensable(key, entry.place);
+  }
+  auto values = key.values();
+  if (!values) {
+    return false;
+  }
+  std::erase_if(*values, [&](const WideValue& value) { return !entry.names.contains(value.name); });
+  const std::u16string fullPath = entry.place.fullPath();
+  return (values->empty() && !defaults.contains(fullPath)) || writeKey(writer, fullPath, *values);
+}
+
+bool ExportPlan::writeKey(RegistryTextWriter& writer, const std::u16string& fullPath,
+                          const std::vector<WideValue>& values) const {
+  if (!writer.beginKey(fullPath)) {
+    return false;
+  }
+  if (defaults.contains(fullPath) && !hasDefault(values)) {
+    writer.addMissingDefault();
+  }
+  return std::ranges::all_of(values,
+                             [&](const WideValue& value) { return writer.addValue(value); });
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,54 @@
+// What a safety export holds: gathered row by row, each key once, then written.
+#ifndef ZELVREG_REPAIR_EXPORT_PLAN_H
+#define ZELVREG_REPAIR_EXPORT_PLAN_H
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "registry/RegistryTextWriter.h"
+#include "repair/TruePlaces.h"
+
+namespace zelvreg {
+
+class ExportPlan {
+ public:
+  // A key with all below it, in both views.
+  void addTree(HiveHandle hive, const std::string& key);
+  // A value, in the 64-bit view. The default value's name is empty.
+  void addValue(HiveHandle hive, const std::string& key, const std::string& name);
+  // The default value in both views; that there is none, where there is none.
+  void addDefault(HiveHandle hive, const std::string& key);
+
+  // In the order in which the keys were met; values in the order in which the system lists them.
+  // False when something cannot be read that could still be deleted or changed, or when the format
+  // cannot hold it: the text is not whole then.
+  [[nodiscard]] bool write(RegistryTextWriter& writer) const;
+
+ private:
+  using NameSet = std::set<std::u16string, NameOrder>;
+
+  struct Entry {
+    TruePlace place;
+    bool isTree = false;
+    NameSet names;  // of single values
+  };
+
+  Entry& entryOf(const TruePlace& place);
+  [[nodiscard]] bool isCovered(const std::u16string& fullPath) const;
+  [[nodiscard]] bool writeTree(RegistryTextWriter& writer, const TruePlace& place) const;
+  [[nodiscard]] bool writeSingles(RegistryTextWriter& writer, const Entry& entry) const;
+  [[nodiscard]] bool writeKey(RegistryTextWriter& writer, const std::u16string& fullPath,
+                              const std::vector<WideValue>& values) const;
+
+  TruePlaces places;
+  std::vector<Entry> entries;
+  std::map<std::u16string, std::size_t> indexes;  // of entries, by full path
+  std::set<std::u16string> defaults;  // full paths of keys whose default value is written over
+};
+
+}  // namespace zelvreg
+
+#endif

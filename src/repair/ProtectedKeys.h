@@ -1,0 +1,19 @@
+// The keys that no repair deletes, whatever a row asks for: those that other programs' records lie
+// in, and all above them. A record with an empty name would take its siblings with it otherwise.
+#ifndef ZELVREG_REPAIR_PROTECTED_KEYS_H
+#define ZELVREG_REPAIR_PROTECTED_KEYS_H
+
+#include <string>
+
+#include "registry/Hives.h"
+
+namespace zelvreg {
+
+// Whether deleting this key with what is below it would take a fixed key that the scanners walk.
+// Both views, every spelling of a path, the classes of the machine, of a user and of the merged
+// root, and each control set count as the same. Records below such a key are not protected.
+bool isProtectedKey(HiveHandle hive, const std::string& key);
+
+}  // namespace zelvreg
+
+#endif

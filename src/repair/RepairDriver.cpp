@@ -1,0 +1,127 @@
+#include "repair/RepairDriver.h"
+
+#include <array>
+#include <cmath>
+
+#include "registry/Hives.h"
+#include "repair/RepairRoutines.h"
+#include "repair/SafetyExport.h"
+#include "scan/Findings.h"
+#include "text/Numbers.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr const char* settingsKey = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan";
+constexpr const char* statisticsKey = "software\\zelvane\\Zelvane Tuner Deluxe\\statics\\regscan";
+constexpr const char* finishKey = "software\\zelvane\\Zelvane Tuner Deluxe\\wizard\\finish";
+
+using Routine = void (*)(Form42& form);
+
+// The firewall's comes first and takes every row of the kind that it shares with deleteusers.
+constexpr std::array<Routine, 22> cascade{
+    deletefirewall,     deletebitmap,     deleteclisidref2, deleteclissidref, deleteclissidref71,
+    deleteclissidref72, deletefileext,    deleteprogref,    deleteiconref,    deletehelpchm,
+    deletehelpfiles,    deletehelpfiles2, deletebadapppath, deleteshareddll,  deletefont,
+    deleteusers,        deleteusers2,     deletemachine,    deleteuninstall,  deleteMRU,
+    deleteMRUhist,      deleteMuiCache,
+};
+
+bool runsByItself(const Form42& form) {
+  return form.recheckMode == 1 || form.autoMode > 0 || form.recheckFix > 0;
+}
+
+std::string readSetting(const char* key, const char* name) {
+  std::string text;
+  GetRegString(HiveHandle::LocalMachine, key, name, text);
+  return text;
+}
+
+// "0" in a setting switches off what is on without it.
+bool isSwitchedOff(const char* name) { return readSetting(settingsKey, name) == "0"; }
+
+bool isConfirmed(const Form42& form) {
+  return runsByItself(form) || form.dialogs.ask({.text = "Do You want to Fix selected items",
+                                                 .icon = MessageIcon::Question,
+                                                 .isQuestion = true,
+                                                 .title = {}}) != Answer::No;
+}
+
+bool isExportKept(Form42& form) {
+  if (form.repairsWithoutExport || isSwitchedOff("safetyexport") || writeSafetyExport(form)) {
+    return true;
+  }
+  if (!runsByItself(form)) {
+    form.dialogs.tell(
+        "Nothing was repaired: the safety export could not be written to the folder "
+        "backup\\registry of the program. Make room there, or repair without it.",
+        MessageIcon::Exclamation);
+  }
+  return false;
+}
+
+// Whether the list still held rows before the last routine.
+bool runCascade(Form42& form) {
+  for (const Routine routine : cascade) {
+    if (form.View2.count() == 0) {
+      return false;
+    }
+    routine(form);
+  }
+  return true;
+}
+
+void keepStatistics(const Form42& form, std::int64_t countAtEntry) {
+  const double before = leadingNumber(readSetting(statisticsKey, "count"));
+  const auto repaired = countAtEntry - static_cast<std::int64_t>(form.View2.count());
+  SaveRegString(HiveHandle::LocalMachine, statisticsKey, "count",
+                decimal(std::llround(before) + repaired));
+  SaveRegString(HiveHandle::LocalMachine, finishKey, "1", "1");
+}
+
+}  // namespace
+
+void runRepair(Form42& form) {
+  form.isRepairStopped = false;
+  if (!isConfirmed(form)) {
+    return;
+  }
+  if (!isExportKept(form)) {
+    form.isRepairStopped = true;
+    return;
+  }
+  form.sparedKeys.clear();
+  const bool lifted = form.repairsProtectedKeys;
+  form.repairsProtectedKeys = lifted || isSwitchedOff("protect");
+  const auto countAtEntry = static_cast<std::int64_t>(form.View2.count());
+  if (leadingNumber(readSetting(settingsKey, "saveundo")) == 1) {
+    form.Command21.click();
+  }
+  if (runCascade(form)) {
+    form.Label3.caption = rowCountText(form) + " Problem(s) Still There ";
+    form.Label3.refresh();
+  }
+  keepStatistics(form, countAtEntry);
+  if (form.View2.count() == 0) {
+    form.Label3.caption = "";
+  }
+  form.repairsProtectedKeys = lifted;
+}
+
+void chameleonButton15_Click(Form42& form) {
+  form.Command30.click();
+  runRepair(form);
+}
+
+void cmd_fix_Click(Form42& form) {
+  const std::array<Button*, 3> others{&form.cmd_search, &form.cmd_exclud, &form.cmd_start};
+  for (Button* button : others) {
+    button->enabled = false;
+  }
+  form.chameleonButton15.click();
+  for (Button* button : others) {
+    button->enabled = true;
+  }
+}
+
+}  // namespace zelvreg

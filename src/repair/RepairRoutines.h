@@ -1,0 +1,39 @@
+// The repair routines: each walks the results from the last row to the first, does what the table
+// tells for every ticked row of its kinds, and takes the row off the list whether or not it worked.
+#ifndef ZELVREG_REPAIR_REPAIR_ROUTINES_H
+#define ZELVREG_REPAIR_REPAIR_ROUTINES_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+void deletefirewall(Form42& form);
+void deletebitmap(Form42& form);
+void deleteclisidref2(Form42& form);
+void deleteclissidref(Form42& form);
+void deleteclissidref71(Form42& form);
+void deleteclissidref72(Form42& form);
+void deletefileext(Form42& form);
+void deleteprogref(Form42& form);
+void deleteiconref(Form42& form);
+void deletehelpchm(Form42& form);
+void deletehelpfiles(Form42& form);
+// Two loops, one for each kind. If the first has taken the last row, the second never ends; the
+// message queue is served all the while.
+void deletehelpfiles2(Form42& form);
+// Counts its rows in 16 bits: with more than 32767 rows it repairs nothing.
+void deletebadapppath(Form42& form);
+void deleteshareddll(Form42& form);
+void deletefont(Form42& form);
+// Shares its kind with deletefirewall, which comes first and leaves it no ticked row.
+void deleteusers(Form42& form);
+void deleteusers2(Form42& form);
+void deletemachine(Form42& form);
+void deleteuninstall(Form42& form);
+void deleteMRU(Form42& form);
+void deleteMRUhist(Form42& form);
+void deleteMuiCache(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

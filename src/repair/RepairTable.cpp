@@ -1,0 +1,201 @@
+#include "repair/RepairTable.h"
+
+#include <algorithm>
+#include <array>
+
+#include "scan/Findings.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr FieldText location{.field = Field::Location};
+constexpr FieldText badValue{.field = Field::BadValue};
+constexpr FieldText subKey{.field = Field::SubKey};
+constexpr FieldText subKeyAsItIs{.field = Field::SubKey, .isTrimmed = false};
+constexpr FieldText badValueAsItIs{.field = Field::BadValue, .isTrimmed = false};
+constexpr FieldText locationAsItIs{.field = Field::Location, .isTrimmed = false};
+constexpr FieldText defaultValue{};
+
+constexpr FieldText fixed(const char* text) { return {.before = text}; }
+
+constexpr const char* fileExtensions =
+    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts\\";
+constexpr const char* fileExtensionsNt =
+    "Software\\Microsoft\\Windows nt\\CurrentVersion\\Explorer\\FileExts\\";
+constexpr FieldText extension{.before = fileExtensions, .field = Field::BadValue};
+constexpr FieldText extensionNt{.before = fileExtensionsNt, .field = Field::BadValue};
+
+constexpr RepairStep fonts[] = {
+    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"),
+     location},
+    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows\\currentversion\\fonts"),
+     location},
+};
+constexpr RepairStep sharedDlls[] = {
+    {Step::DeleteValue, "HKLM",
+     fixed("Software\\Microsoft\\windows nt\\currentversion\\shareddlls"), location},
+    {Step::DeleteValue, "HKLM", subKey, location},
+};
+// The key of an application path stays: what else its routine asks for converts a root's name to a
+// number, which fails before anything is called.
+constexpr RepairStep applicationPaths[] = {
+    {Step::DeleteValue, nullptr, subKey, badValue},
+};
+constexpr RepairStep helpFiles[] = {
+    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows nt\\help"), badValue},
+    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows\\help"), badValue},
+};
+constexpr RepairStep htmlHelpFiles[] = {
+    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows nt\\HTML Help"), badValue},
+    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows\\HTML Help"), badValue},
+};
+constexpr FieldText defaultIcon{.field = Field::Location, .after = "\\defaulticon"};
+constexpr RepairStep icons[] = {
+    {Step::Grant, "HKCR", defaultIcon, {}},
+    {Step::DeleteSubkey, "HKCR", location, fixed("defaulticon")},
+    {Step::DeleteTree, "HKCR", defaultIcon, {}},
+};
+constexpr RepairStep fileClasses[] = {
+    {Step::Grant, "HKCR", locationAsItIs, {}}, {Step::DeleteKey, "HKCR", subKey, {}},
+    {Step::DeleteTree, "HKCR", subKey, {}},    {Step::DeleteByProvider, "HKCR", subKey, {}},
+    {Step::DeleteIfKept, "HKCR", subKey, {}},
+};
+constexpr RepairStep mediaTypes[] = {
+    {Step::Grant, "HKCR", locationAsItIs, {}},
+    {Step::DeleteValue, nullptr, subKeyAsItIs, badValue},
+};
+constexpr RepairStep servers[] = {
+    {Step::Grant, "HKCR", location, {}},
+    {Step::DeleteKey, "HKCR", subKeyAsItIs, {}},
+    {Step::DeleteValue, "HKCR", location, defaultValue},
+    {Step::EmptyDefault, "HKCR", location, defaultValue},
+    {Step::DeleteTree, "HKCR", location, {}},
+};
+// Of type libraries and of toolbox bitmaps.
+constexpr RepairStep defaultValues[] = {
+    {Step::DeleteValue, "HKCR", location, defaultValue},
+};
+constexpr RepairStep firewallRules[] = {
+    {Step::DeleteValue, "HKLM",
+     fixed("SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\"
+           "FirewallRules"),
+     badValue},
+};
+constexpr RepairStep usersClasses[] = {
+    {Step::DeleteValue, "HKU", subKey, badValue},
+};
+constexpr RepairStep machineClasses[] = {
+    {Step::DeleteValue, "HKLM", subKey, badValue},
+};
+constexpr RepairStep snapIns[] = {
+    {Step::DeleteValue, "HKLM", subKeyAsItIs, fixed("HelpTopic")},
+    {Step::DeleteValue, "HKLM", subKeyAsItIs, fixed("LinkedHelpTopics")},
+};
+constexpr RepairStep joinedHelpFiles[] = {
+    {Step::DeleteValue, "HKLM", subKeyAsItIs, badValueAsItIs},
+};
+constexpr FieldText helpFolder{.field = Field::SubKey, .isTrimmed = false, .after = "\\HELPDIR"};
+// The tree is named by the location, which is a path: it is hardly ever a key.
+constexpr RepairStep helpFolders[] = {
+    {Step::Grant, "HKCR", helpFolder, {}},
+    {Step::DeleteKey, "HKCR", helpFolder, {}},
+    {Step::DeleteTree, "HKCR", {.field = Field::Location, .after = "\\HELPDIR"}, {}},
+};
+constexpr RepairStep libraryReferences[] = {
+    {Step::Grant, "HKCR", subKeyAsItIs, {}},
+    {Step::DeleteKey, "HKCR", subKeyAsItIs, {}},
+    {Step::DeleteTree, "HKCR", subKey, {}},
+};
+constexpr RepairStep extensions[] = {
+    {Step::Grant, "HKCU", extension, {}},      {Step::Grant, "HKCU", extension, {}},
+    {Step::DeleteKey, "HKCU", extension, {}},  {Step::DeleteKey, "HKCU", extensionNt, {}},
+    {Step::DeleteTree, "HKCU", extension, {}}, {Step::DeleteTree, "HKCU", extension, {}},
+};
+constexpr RepairStep emptyRecords[] = {
+    {Step::Grant, "HKLM", subKey, {}},
+    {Step::DeleteKey, "HKLM", subKey, {}},
+    {Step::DeleteTree, "HKLM", subKey, {}},
+};
+constexpr RepairStep recordValues[] = {
+    {Step::Grant, "HKLM", subKey, {}},
+    {Step::DeleteValue, nullptr, subKeyAsItIs, badValue},
+};
+// Of startup programs and of the MUI cache.
+constexpr RepairStep namedValues[] = {
+    {Step::DeleteValue, nullptr, subKeyAsItIs, badValue},
+};
+constexpr RepairStep recentValues[] = {
+    {Step::DeleteValue, "HKCU", subKeyAsItIs, badValue},
+};
+
+constexpr std::array kinds{
+    RepairKind{1, fonts},
+    RepairKind{2, sharedDlls},
+    RepairKind{3, applicationPaths},
+    RepairKind{4, helpFiles},
+    RepairKind{5, htmlHelpFiles},
+    RepairKind{6, icons},
+    RepairKind{7, fileClasses},
+    RepairKind{8, servers},
+    RepairKind{9, defaultValues},
+    RepairKind{10, defaultValues},
+    RepairKind{11, firewallRules},
+    RepairKind{12, usersClasses},
+    RepairKind{13, machineClasses},
+    RepairKind{55, snapIns},
+    RepairKind{56, joinedHelpFiles},
+    RepairKind{71, helpFolders},
+    RepairKind{72, libraryReferences},
+    RepairKind{122, extensions},
+    RepairKind{133, emptyRecords},
+    RepairKind{135, recordValues},
+    RepairKind{144, namedValues},
+    RepairKind{155, recentValues},
+    RepairKind{166, namedValues},
+    RepairKind{771, mediaTypes},
+};
+
+std::size_t columnOf(Field field) {
+  switch (field) {
+    case Field::BadValue:
+      return badValueColumn;
+    case Field::SubKey:
+      return subKeyColumn;
+    default:
+      return locationColumn;
+  }
+}
+
+}  // namespace
+
+const RepairKind* repairKind(int code) {
+  const auto* found = std::ranges::find(kinds, code, &RepairKind::code);
+  return found == kinds.end() ? nullptr : found;
+}
+
+std::string textFor(const Form42& form, std::size_t row, const FieldText& text) {
+  std::string result = text.before;
+  if (text.field != Field::None) {
+    const std::string_view cell = form.View2.text(row, columnOf(text.field));
+    result += text.isTrimmed ? trim(cell) : cell;
+  }
+  return result + text.after;
+}
+
+std::string shortRootName(const Form42& form, std::size_t row, int code,
+                          const std::string& before) {
+  const std::string& root = form.View2.text(row, rootNameColumn);
+  constexpr int mediaType = 771;
+  if (code == mediaType) {
+    return root == "HKEY_CLASSES_ROOT" ? "HKCR" : before;
+  }
+  return root == "HKEY_LOCAL_MACHINE" ? "HKLM" : root == "HKEY_CURRENT_USER" ? "HKCU" : before;
+}
+
+bool isOfKind(const Form42& form, std::size_t row, int code) {
+  return leadingNumber(form.View2.text(row, kindCodeColumn)) == code;
+}
+
+}  // namespace zelvreg

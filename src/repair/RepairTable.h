@@ -1,0 +1,63 @@
+// What a repair does for one row of each kind, as data: the repair routines carry it out, and the
+// safety export reads from it what will go.
+#ifndef ZELVREG_REPAIR_REPAIR_TABLE_H
+#define ZELVREG_REPAIR_REPAIR_TABLE_H
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "form/Form42.h"
+#include "registry/Hives.h"
+
+namespace zelvreg {
+
+enum class Step : std::uint8_t {
+  Grant,             // GrantKeyAccess for the current user
+  DeleteValue,       // fDeleteValue: 64-bit view
+  DeleteSubkey,      // fDeleteKey: 64-bit view, `value` names the subkey
+  DeleteKey,         // RegDeleteKeyA: the process's own view; its result is kept
+  DeleteTree,        // DeleteRegistryTree: 64-bit view
+  DeleteByProvider,  // DeleteSubkeys2
+  DeleteIfKept,      // SHDeleteKeyA, if the kept result is not 0: the process's own view
+  EmptyDefault,      // SetRegistryValue of the empty text as the default value: 32-bit view
+};
+
+// A text made from a field of the row.
+enum class Field : std::uint8_t { None, Location, BadValue, SubKey };
+struct FieldText {
+  const char* before = "";
+  Field field = Field::None;
+  bool isTrimmed = true;
+  const char* after = "";
+};
+
+// `hive` is the short name of a hive; null stands for the short name of the row's own root.
+struct RepairStep {
+  Step step;
+  const char* hive;
+  FieldText key;
+  FieldText value;
+};
+
+struct RepairKind {
+  int code;
+  std::span<const RepairStep> steps;
+};
+
+// The actions of a kind, or none for a code that no routine handles.
+const RepairKind* repairKind(int code);
+
+// The text for row `row` of View2.
+std::string textFor(const Form42& form, std::size_t row, const FieldText& text);
+
+// "HKLM", "HKCU" or "HKCR" for the row's root where the routine knows it, else `before`: the text
+// of the row before it stands.
+std::string shortRootName(const Form42& form, std::size_t row, int code, const std::string& before);
+
+// Whether a row is of this kind: its code is compared as a number.
+bool isOfKind(const Form42& form, std::size_t row, int code);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,15 @@
+// A copy of what a repair is about to delete or change, in the registry editor's own format.
+#ifndef ZELVREG_REPAIR_SAFETY_EXPORT_H
+#define ZELVREG_REPAIR_SAFETY_EXPORT_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Writes what the ticked rows' repairs will take to backup\registry in the program's folder. True
+// when it stands there, or when nothing would change; false when it cannot be written.
+bool writeSafetyExport(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,47 @@
+// Where keys really lie: what the views and the merged classes root show at one path, as paths of
+// the 64-bit view, spelled as the registry spells them.
+#ifndef ZELVREG_REPAIR_TRUE_PLACES_H
+#define ZELVREG_REPAIR_TRUE_PLACES_H
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "registry/WideKey.h"
+
+namespace zelvreg {
+
+// A key below HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER or HKEY_USERS.
+struct TruePlace {
+  HiveHandle hive = HiveHandle::Unknown;
+  std::u16string path;
+
+  // With the long name of its root.
+  [[nodiscard]] std::u16string fullPath() const;
+};
+
+enum class Views : std::uint8_t { True, Both };
+
+// Keeps the names that it has listed, so it must not outlive changes of the registry.
+class TruePlaces {
+ public:
+  // The keys that a call may mean by this narrow path, except those that are known to be absent.
+  // A key that refuses itself is among them. None for a path that no key can have, and for other
+  // roots.
+  [[nodiscard]] std::vector<TruePlace> of(HiveHandle hive, const std::string& key, Views views);
+
+ private:
+  using Names = std::vector<std::u16string>;
+  using NameSet = std::set<std::u16string, NameOrder>;
+
+  void addIfThere(std::vector<TruePlace>& places, HiveHandle hive, const Names& names);
+  const NameSet& namesIn(const TruePlace& place);
+
+  std::map<std::u16string, NameSet> listed;  // by the full path of the key above
+};
+
+}  // namespace zelvreg
+
+#endif

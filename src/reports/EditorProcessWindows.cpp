@@ -1,0 +1,72 @@
+#include <windows.h>
+
+// These two stand on the one before.
+#include <objbase.h>
+#include <wbemidl.h>
+
+#include "registry/ComSupport.h"
+#include "reports/EditorProcess.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+ComPointer<IWbemServices> connect() {
+  IWbemLocator* locator = nullptr;
+  if (FAILED(CoCreateInstance(CLSID_WbemLocator, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemLocator,
+                              reinterpret_cast<void**>(&locator)))) {
+    return nullptr;
+  }
+  const ComPointer<IWbemLocator> owned(locator);
+  IWbemServices* services = nullptr;
+  owned->ConnectServer(ComText(L"root\\cimv2").get(), nullptr, nullptr, nullptr, 0, nullptr,
+                       nullptr, &services);
+  return ComPointer<IWbemServices>(services);
+}
+
+std::string property(IWbemClassObject& object, const wchar_t* name) {
+  ComVariant value;
+  const bool isText =
+      SUCCEEDED(object.Get(name, 0, value.get(), nullptr, nullptr)) && (*value).vt == VT_BSTR;
+  return isText ? narrowText((*value).bstrVal) : std::string();
+}
+
+void terminate(IWbemServices& services, IWbemClassObject& process) {
+  ComVariant path;
+  if (SUCCEEDED(process.Get(L"__PATH", 0, path.get(), nullptr, nullptr)) && (*path).vt == VT_BSTR) {
+    services.ExecMethod((*path).bstrVal, ComText(L"Terminate").get(), 0, nullptr, nullptr, nullptr,
+                        nullptr);
+  }
+}
+
+}  // namespace
+
+void killprocess() {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  const ComPointer<IWbemServices> services = connect();
+  if (services == nullptr) {
+    return;
+  }
+  IEnumWbemClassObject* found = nullptr;
+  if (FAILED(services->ExecQuery(
+          ComText(L"WQL").get(), ComText(L"Select * from Win32_Process").get(),
+          WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &found))) {
+    return;
+  }
+  const ComPointer<IEnumWbemClassObject> processes(found);
+  for (;;) {
+    IWbemClassObject* next = nullptr;
+    ULONG count = 0;
+    if (processes->Next(static_cast<LONG>(WBEM_INFINITE), 1, &next, &count) != S_OK ||
+        next == nullptr) {
+      return;
+    }
+    const ComPointer<IWbemClassObject> process(next);
+    if (lowerCase(property(*process, L"Name")) == "regedit.exe") {
+      terminate(*services, *process);
+      return;
+    }
+  }
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,71 @@
+#include "reports/Report.h"
+
+#include <windows.h>
+// shellapi needs windows.h before it.
+#include <shellapi.h>
+
+#include "runtime/DateTime.h"
+#include "runtime/FileText.h"
+#include "scan/Findings.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr const char* lineEnd = "\r\n";
+constexpr std::size_t printZone = 14;
+constexpr const char* maker = "https://zelvane.example || support@zelvane.example";
+
+// The print separator goes on to the next zone.
+std::string toNextZone(std::string line) {
+  line.resize((line.size() / printZone + 1) * printZone, ' ');
+  return line;
+}
+
+std::string rowLine(const Form42& form, std::size_t row) {
+  std::string line;
+  for (const std::size_t column : {locationColumn, rootNameColumn, subKeyColumn, badValueColumn}) {
+    line += line.empty() && column == locationColumn ? "" : "  |  ";
+    line += trim(form.View2.text(row, column));
+  }
+  return line;
+}
+
+}  // namespace
+
+std::string reportText(const Form42& form) {
+  const DateTime now = localDateTime();
+  const std::string rule = std::string(59, '-') + lineEnd;
+  std::string text = "Report For registry bad entries  At   " + dateText(now, ",") + "   " +
+                     timeText(now, ":") + lineEnd;
+  text += toNextZone("Total bad entries found = " + rowCountText(form)) + lineEnd;
+  text += rule + "\r" + lineEnd;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    text += rowLine(form, row) + lineEnd;
+  }
+  return text + rule + "This Report Made by Zelvane Tuner" + lineEnd + maker + lineEnd;
+}
+
+void saverep(Form42& form) {
+  if (form.View2.count() < 1) {
+    return;
+  }
+  form.dlg1.filter = "*.txt (text files)|*.txt";
+  form.dlg1.defaultExtension = "*.txt";
+  form.dlg1.title = "Save As";
+  form.dlg1.showSave();
+  const std::string& file = form.dlg1.fileName;
+  if (trim(file).empty()) {
+    return;
+  }
+  replaceFileText(file, reportText(form));
+  ShellExecuteA(nullptr, nullptr, file.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+void StartDoc(const std::string& file, long& result) {
+  HINSTANCE answer =
+      ShellExecuteA(GetDesktopWindow(), "Open", file.c_str(), "", "C:\\", SW_SHOWNORMAL);
+  result = static_cast<long>(reinterpret_cast<INT_PTR>(answer));
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,23 @@
+// The text report of the results.
+#ifndef ZELVREG_REPORTS_REPORT_H
+#define ZELVREG_REPORTS_REPORT_H
+
+#include <string>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// All rows of View2, ticked or not, in the machine's code page; lines end in CR LF.
+std::string reportText(const Form42& form);
+
+// Asks for a name, puts the report there and opens it in the system's viewer. Without rows, or
+// without a name, nothing happens.
+void saverep(Form42& form);
+
+// Opens a file in the system's viewer; `result` is the system's answer. Nothing calls it.
+void StartDoc(const std::string& file, long& result);
+
+}  // namespace zelvreg
+
+#endif

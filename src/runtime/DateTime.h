@@ -1,0 +1,28 @@
+// The local date and time as text.
+#ifndef ZELVREG_RUNTIME_DATE_TIME_H
+#define ZELVREG_RUNTIME_DATE_TIME_H
+
+#include <string>
+#include <string_view>
+
+namespace zelvreg {
+
+struct DateTime {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+};
+
+DateTime localDateTime();
+
+// Day, month and year: "31.01.2026" for the separator ".".
+std::string dateText(const DateTime& time, std::string_view separator);
+// Hours of the day, minutes and seconds: "13:45:06" for the separator ":".
+std::string timeText(const DateTime& time, std::string_view separator);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,62 @@
+#include "scan/AutomaticEnd.h"
+
+#include "form/ProcessEnd.h"
+#include "registry/Hives.h"
+#include "runtime/FileText.h"
+#include "scan/Findings.h"
+#include "text/Numbers.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr int listMode = 1;
+constexpr int listAndFixMode = 2;
+
+void repairAll(Form42& form) {
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    form.View2.setChecked(row, true);
+  }
+  form.orubutton2.click();
+}
+
+// A number as the runtime prints it to a file: a place for its sign, the digits, a blank.
+void writeTotal(const Form42& form) {
+  replaceFileText(form.programFolder + "\\regst.txt", " " + decimal(form.totalFound) + " \r\n");
+}
+
+void writeLocations(const Form42& form) {
+  std::string lines;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    lines += form.View2.text(row, locationColumn) + "\r\n";
+  }
+  replaceFileText(form.programFolder + "\\regtmp.txt", lines);
+}
+
+void answerRecheck() {
+  SaveRegString(HiveHandle::LocalMachine, "software\\zelvane\\Zelvane Tuner Deluxe\\real", "rc",
+                "1");
+}
+
+}  // namespace
+
+void endAutomaticScan(Form42& form) {
+  if (form.autoMode == listAndFixMode) {
+    repairAll(form);
+    writeTotal(form);
+    endProcess(form);
+  }
+  if (form.autoMode == listMode) {
+    writeLocations(form);
+    writeTotal(form);
+    endProcess(form);
+  }
+  if (form.recheckMode == 1) {
+    if (form.View2.count() > 0 && form.recheckFix == 1) {
+      repairAll(form);
+    }
+    answerRecheck();
+    endProcess(form);
+  }
+}
+
+}  // namespace zelvreg

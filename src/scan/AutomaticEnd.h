@@ -1,0 +1,15 @@
+// How a scan ends when the program was started to work by itself.
+#ifndef ZELVREG_SCAN_AUTOMATIC_END_H
+#define ZELVREG_SCAN_AUTOMATIC_END_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Ends the process in the automatic modes, after writing the result files or the answer to the
+// suite, and after the repair where one was asked for. Returns only when none is in force.
+void endAutomaticScan(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

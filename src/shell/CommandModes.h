@@ -1,0 +1,22 @@
+// What the command line of the program asks for.
+#ifndef ZELVREG_SHELL_COMMAND_MODES_H
+#define ZELVREG_SHELL_COMMAND_MODES_H
+
+#include <string_view>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Before the load of the form: "w4" lists and ends, "w4-c4" lists, fixes and ends, "r" rechecks the
+// rows that were ticked and ends, "r-c" fixes them besides, "d" starts without the Start button.
+// Any other text is kept and has no effect.
+void readCommandLine(Form42& form, std::string_view commandLine);
+
+// The end of the load: ticks all rows in the modes of the suite and runs the scan of the mode. Does
+// not return in an automatic mode whose scan has a row to test.
+void runCommandMode(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,121 @@
+#include "shell/Navigation.h"
+
+#include <array>
+
+#include "exclusions/ExclusionList.h"
+#include "form/ProcessEnd.h"
+#include "languages/LanguageFile.h"
+#include "scan/CategoryTable.h"
+#include "scan/Findings.h"
+#include "scan/ScanDriver.h"
+#include "scan/ScanPanel.h"
+#include "text/Numbers.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr int categoryListRoom = 3500;  // twips below the top of the progress panel
+
+void leaveResults(Form42& form) {
+  form.cmd_start.enabled = true;
+  enableFindingCommands(form, false);
+}
+
+}  // namespace
+
+void orubutton4_Click(Form42& form) {
+  form.View1.height = form.Frame8.top.get() + categoryListRoom;
+  form.wizardPage = 0;
+  form.chameleonButton10.enabled = true;
+  form.chameleonButton11.enabled = true;
+  form.Frame1.visible = true;
+  form.Frame3.visible = false;
+  form.Frame7.visible = false;
+  form.Frame2.visible = false;
+  form.Picture1.visible = false;
+  form.cancelRequested = true;
+}
+
+void chameleonButton7_Click(Form42& form) {
+  form.wizardPage = 1;
+  form.chameleonButton10.enabled = true;
+  form.chameleonButton11.enabled = true;
+  form.Frame2.visible = false;
+  form.Picture1.visible = false;
+  loadExclusions(form);
+  form.Frame7.left = form.Frame1.left;
+  form.Frame7.top = form.Frame1.top;
+  form.Frame1.visible = false;
+  form.Frame3.visible = false;
+  form.Frame7.visible = true;
+}
+
+void chameleonButton10_Click(Form42& form) {
+  if (form.wizardPage == 0) {
+    form.wizardPage = 1;
+    form.chameleonButton7.click();
+    form.chameleonButton11.enabled = true;
+  } else if (form.wizardPage == 1) {
+    form.wizardPage = 2;
+    runScan(form);
+    form.chameleonButton10.enabled = false;
+  }
+}
+
+void chameleonButton11_Click(Form42& form) {
+  if (form.wizardPage == 2) {
+    form.wizardPage = 1;
+    form.chameleonButton7.click();
+    form.chameleonButton10.enabled = true;
+  } else if (form.wizardPage == 1) {
+    form.wizardPage = 0;
+    form.orubutton4.click();
+    form.chameleonButton11.enabled = false;
+  }
+}
+
+void cmd_search_Click(Form42& form) {
+  leaveResults(form);
+  form.orubutton4.click();
+}
+
+void cmd_exclud_Click(Form42& form) {
+  leaveResults(form);
+  form.chameleonButton7.click();
+}
+
+void Toolbar1_ButtonClick(Form42& form, std::size_t index) {
+  const std::array<const Button*, 12> commands{
+      nullptr,         &form.cmd_search, &form.cmd_exclud, nullptr,
+      &form.cmd_start, &form.cmd_fix,    &form.cmd_cancel, nullptr,
+      &form.cmd_all,   &form.cmd_non,    nullptr,          &form.cmd_report};
+  if (index < commands.size() && commands[index] != nullptr) {
+    commands[index]->click();
+  }
+}
+
+void chameleonButton4_Click(Form42& form) {
+  saveSelection(form);
+  form.cancelRequested = true;
+  endProcess(form);
+}
+
+void View1_ItemClick(Form42& form, std::size_t row) { form.lastClickedRow = row; }
+
+void View1_DblClick(Form42& form) {
+  if (leadingNumber(form.View1.text(form.lastClickedRow, problemsColumn)) <= 0 ||
+      form.Gif89a1.visible) {
+    return;
+  }
+  enableFindingCommands(form, true);
+  form.chameleonButton1.enabled = true;
+  form.chameleonButton7.enabled = true;
+  form.orubutton4.enabled = true;
+  showResultsPage(form);
+  form.Label10.caption = readLanguageText(form, "Form42", "Label10") + " " + rowCountText(form);
+  form.chameleonButton11.enabled = true;
+  form.orubutton1.enabled = true;
+  form.Picture1.visible = true;
+}
+
+}  // namespace zelvreg

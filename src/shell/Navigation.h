@@ -1,0 +1,35 @@
+// The way between the pages, and the buttons that lead to other buttons.
+#ifndef ZELVREG_SHELL_NAVIGATION_H
+#define ZELVREG_SHELL_NAVIGATION_H
+
+#include <cstddef>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// The options page and the exclusions page.
+void orubutton4_Click(Form42& form);
+void chameleonButton7_Click(Form42& form);
+
+// Next and Back along options, exclusions, scan; they do nothing at the end of the way.
+void chameleonButton10_Click(Form42& form);
+void chameleonButton11_Click(Form42& form);
+
+// Leads to the options page, not to a search.
+void cmd_search_Click(Form42& form);
+void cmd_exclud_Click(Form42& form);
+
+// The tool bar's buttons by their index, from 1; separators do nothing.
+void Toolbar1_ButtonClick(Form42& form, std::size_t index);
+
+// Keeps the ticks and ends the process.
+void chameleonButton4_Click(Form42& form);
+
+void View1_ItemClick(Form42& form, std::size_t row);
+// Shows the results, all of them, when the row last clicked has problems and no scan runs.
+void View1_DblClick(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,20 @@
+// How a scan that runs by itself reports to the main window of the suite.
+#ifndef ZELVREG_SHELL_SUITE_BRIDGE_H
+#define ZELVREG_SHELL_SUITE_BRIDGE_H
+
+#include <string>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Puts the text into a block of shared memory and tells the suite's window of it. Ends the process
+// when there is no such window.
+void reportToSuite(const Form42& form, const std::string& text);
+
+// The tick: "r|" and the number of findings so far.
+void Timer2_Timer(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,18 @@
+// The copies of the fix list: a text file of the ticked rows for each Fix of the user.
+#ifndef ZELVREG_UNDO_FIX_LIST_BACKUP_H
+#define ZELVREG_UNDO_FIX_LIST_BACKUP_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Writes the ticked rows to backup\fixreg in the program's folder and enters the copy into the undo
+// list, where it cannot be restored from. Copies are never removed.
+void Command30_Click(Form42& form);
+
+// Writes the values of one old copy back. Nothing calls it.
+void Command31_Click(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,72 @@
+#include "undo/Journal.h"
+
+#include <array>
+
+#include "runtime/DateTime.h"
+#include "runtime/FileText.h"
+#include "scan/Findings.h"
+#include "text/Text.h"
+#include "undo/JournalFile.h"
+#include "undo/UndoStores.h"
+
+namespace zelvreg {
+namespace {
+
+struct HiveDigit {
+  std::string_view rootName;
+  const char* digit;
+};
+constexpr std::array<HiveDigit, 4> hiveDigits{{
+    {"HKEY_LOCAL_MACHINE", "1"},
+    {"HKEY_CLASSES_ROOT", "2"},
+    {"HKEY_CURRENT_USER", "3"},
+    {"HKEY_USERS", "4"},
+}};
+
+// A root of any other name leaves the digit of the row before.
+void setDigit(const std::string& rootName, std::string& digit) {
+  const std::string name = upperCase(trim(rootName));
+  for (const HiveDigit& known : hiveDigits) {
+    if (known.rootName == name) {
+      digit = known.digit;
+    }
+  }
+}
+
+void fillRecord(Form42& form, std::size_t row, std::string& digit) {
+  setDigit(form.View2.text(row, rootNameColumn), digit);
+  form.journalRecord = {.kind = form.View2.text(row, kindCodeColumn),
+                        .hive = digit,
+                        .key = form.View2.text(row, subKeyColumn),
+                        .value = form.View2.text(row, badValueColumn),
+                        .text = form.View2.text(row, locationColumn)};
+}
+
+// The records of the ticked rows over what the file held.
+std::string overwrite(std::string file, const std::string& records) {
+  return file.replace(0, std::min(records.size(), file.size()), records);
+}
+
+}  // namespace
+
+void Command21_Click(Form42& form) {
+  const DateTime now = localDateTime();
+  const std::string stamp = dateText(now, ".") + " t " + timeText(now, ".");
+  // The time is read once more for the label, which may lie a second later.
+  registerUndoEntry(stamp + " " + timeText(localDateTime(), ":"), stamp);
+  std::string records;
+  std::string digit;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    form.messages.doEvents();
+    if (form.View2.isChecked(row)) {
+      fillRecord(form, row, digit);
+      records += journalBytes(form.journalRecord);
+    }
+  }
+  const std::string path = journalPath(form, stamp);
+  replaceFileText(path, overwrite(readFileText(path).value_or(""), records));
+}
+
+void Check1_Click(Form42& form) { keepUndoSetting(form.Check1.value); }
+
+}  // namespace zelvreg

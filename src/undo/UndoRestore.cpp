@@ -1,0 +1,125 @@
+#include "undo/UndoRestore.h"
+
+#include <algorithm>
+#include <array>
+
+#include "registry/Hives.h"
+#include "text/Numbers.h"
+#include "undo/JournalFile.h"
+
+namespace zelvreg {
+namespace {
+
+using Text = std::string JournalRecord::*;
+
+enum class Root { ByHive, CurrentUser, Users, LocalMachine };
+
+// Where a record of one kind is written. The key is `key`, then `below` behind a backslash if there
+// is one, then `after`; a value without a name is the default value.
+struct RestoreRule {
+  std::string_view kind;
+  Root root;
+  Text key;
+  Text below;
+  const char* after;
+  Text valueName;
+  Text data;
+  bool neverEmpty;  // an empty text is written as one blank
+};
+
+constexpr std::array<RestoreRule, 7> rules{{
+    {"6", Root::ByHive, &JournalRecord::text, nullptr, "\\defaulticon", nullptr,
+     &JournalRecord::value, false},
+    {"3", Root::ByHive, &JournalRecord::key, &JournalRecord::value, "", nullptr,
+     &JournalRecord::text, false},
+    {"7", Root::ByHive, &JournalRecord::text, nullptr, "", nullptr, &JournalRecord::value, true},
+    {"11", Root::CurrentUser, &JournalRecord::key, nullptr, "", &JournalRecord::value,
+     &JournalRecord::text, false},
+    {"12", Root::Users, &JournalRecord::key, nullptr, "", &JournalRecord::value,
+     &JournalRecord::text, false},
+    {"13", Root::LocalMachine, &JournalRecord::key, nullptr, "", &JournalRecord::value,
+     &JournalRecord::text, false},
+    // Any other kind. What was deleted by its location comes back with name and data exchanged.
+    {"", Root::ByHive, &JournalRecord::key, nullptr, "", &JournalRecord::value,
+     &JournalRecord::text, false},
+}};
+
+constexpr std::string_view sharedDll = "2";
+
+const RestoreRule& ruleFor(std::string_view kind) {
+  const auto* found = std::ranges::find(rules, kind, &RestoreRule::kind);
+  return found == rules.end() ? rules.back() : *found;
+}
+
+// Only two of the four digits name a root that is written to.
+HiveHandle hiveOf(int digit) {
+  return digit == 1   ? HiveHandle::LocalMachine
+         : digit == 2 ? HiveHandle::ClassesRoot
+                      : HiveHandle::Unknown;
+}
+
+HiveHandle rootOf(Root root, int digit) {
+  switch (root) {
+    case Root::CurrentUser:
+      return HiveHandle::CurrentUser;
+    case Root::Users:
+      return HiveHandle::Users;
+    case Root::LocalMachine:
+      return HiveHandle::LocalMachine;
+    default:
+      return hiveOf(digit);
+  }
+}
+
+void restoreText(const JournalRecord& record, int digit) {
+  const RestoreRule& rule = ruleFor(record.kind);
+  const HiveHandle hive = rootOf(rule.root, digit);
+  if (hive == HiveHandle::Unknown) {
+    return;
+  }
+  std::string key = record.*rule.key;
+  if (rule.below != nullptr) {
+    key += "\\" + record.*rule.below;
+  }
+  key += rule.after;
+  const std::string& data = record.*rule.data;
+  SaveRegString(hive, key, rule.valueName == nullptr ? "" : record.*rule.valueName,
+                rule.neverEmpty && data.empty() ? " " : data);
+}
+
+// A shared DLL comes back as used by one program, whatever its count was.
+void restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
+  switch (hiveOf(digit)) {
+    case HiveHandle::LocalMachine:
+      SetRegDword(form, "HKEY_LOCAL_MACHINE\\" + record.key, record.text, 1);
+      break;
+    case HiveHandle::ClassesRoot:
+      SetRegDword(form, "HKEY_CLASSES_ROOT\\" + record.key, record.text, 1);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+void restoreJournal(Form42& form, std::string_view file) {
+  const std::size_t count = journalRecordCount(file.size());
+  std::size_t number = 1;
+  int digit = 0;
+  do {
+    form.messages.doEvents();
+    form.journalRecord = journalRecordAt(file, number);
+    const JournalRecord& record = form.journalRecord;
+    // A field that is no number leaves the one of the record before.
+    digit = static_cast<int>(wholeNumber(record.hive).value_or(digit));
+    if (record.kind == sharedDll) {
+      restoreSharedDll(form, record, digit);
+    } else {
+      restoreText(record, digit);
+    }
+    ++number;
+  } while (number <= count);
+}
+
+}  // namespace zelvreg

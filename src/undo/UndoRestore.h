@@ -1,0 +1,17 @@
+// Writing the records of a journal back.
+#ifndef ZELVREG_UNDO_UNDO_RESTORE_H
+#define ZELVREG_UNDO_UNDO_RESTORE_H
+
+#include <string_view>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Acts on each record by its kind of two characters. The first record is looked at even in an empty
+// file, which writes nothing. All writes go to the 32-bit view.
+void restoreJournal(Form42& form, std::string_view file);
+
+}  // namespace zelvreg
+
+#endif

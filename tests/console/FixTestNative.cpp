@@ -1,0 +1,163 @@
+// Repairs of the demo machine from the command line on; the Windows program takes no such folder.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "console/Commands.h"
+#include "machine/CodePage.h"
+#include "machine/Machine.h"
+#include "machine/Registry.h"
+#include "machine/TemporaryFolder.h"
+#include "support/SourceFolder.h"
+
+namespace zelvreg::console {
+namespace {
+
+namespace fs = std::filesystem;
+
+class FixTest : public ::testing::Test {
+ protected:
+  FixTest() {
+    fs::copy(sourceFolder() + "/demo/machine", copy.path(),
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+  }
+
+  int run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"zelvreg", "--machine", copy.path().string()});
+    std::vector<const char*> texts;
+    for (const std::string& argument : arguments) {
+      texts.push_back(argument.c_str());
+    }
+    out.str("");
+    error.str("");
+    const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
+    const auto computer = Computer::open(parsed.options.target);
+    return runCommand(parsed.options, *computer, {.out = out, .error = error});
+  }
+
+  fs::path programFolder() const { return copy.path() / "C" / "Program Files (x86)" / "zelvreg"; }
+
+  // Every key and value of the computer but the program's own, as lines.
+  std::string content() const {
+    std::ostringstream lines;
+    const auto machine = machine::Machine::open(copy.path());
+    machine::Registry& registry = machine->registry();
+    const std::function<void(machine::RegistryKey&)> list = [&](machine::RegistryKey& key) {
+      const std::string path = machine::Registry::pathOf(key);
+      if (path.ends_with("\\zelvane")) {
+        return;
+      }
+      lines << path << "\n";
+      std::vector<std::string> values;
+      for (std::size_t at = 0; const auto* value = registry.values(key).at(at); ++at) {
+        const auto* bytes = reinterpret_cast<const char*>(value->data);
+        values.push_back(machine::utf8FromUtf16(value->name()) + "=" + std::to_string(value->type) +
+                         ":" + std::string(bytes, value->dataSize));
+      }
+      std::ranges::sort(values);
+      for (const std::string& value : values) {
+        lines << "  " << value << "\n";
+      }
+      registry.children(key).forEach([&](machine::RegistryKey* child) { list(*child); });
+    };
+    list(registry.machineRoot());
+    list(registry.usersRoot());
+    return lines.str();
+  }
+
+  const fixture::TemporaryFolder copy;
+  std::ostringstream out;
+  std::ostringstream error;
+};
+
+TEST_F(FixTest, EverythingIsRepairedButRowsWithoutAKind) {
+  EXPECT_EQ(run({"fix", "--yes", "--json"}), problemsFound);
+  const auto object = nlohmann::json::parse(out.str());
+  EXPECT_EQ(object["repaired"], 42);
+  EXPECT_EQ(object["total"], 4);
+  for (const auto& finding : object["findings"]) {
+    EXPECT_EQ(finding["kindCode"], "");
+  }
+}
+
+TEST_F(FixTest, TheSafetyExportBringsAllBack) {
+  const std::string before = content();
+  run({"fix", "--yes"});
+  EXPECT_NE(content(), before);
+  const fs::path exported = fs::directory_iterator(programFolder() / "backup" / "registry")->path();
+  EXPECT_EQ(run({"undo", "restore-export", exported.string()}), nothingFound) << error.str();
+  EXPECT_EQ(content(), before);
+}
+
+TEST_F(FixTest, AKeyOfAllRecordsIsSparedAndNamed) {
+  run({"fix", "--yes", "--only", "uninstall", "--kinds", "133"});
+  EXPECT_NE(error.str().find("spared HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\"
+                             "currentversion\\Uninstall\\"),
+            std::string::npos)
+      << error.str();
+  EXPECT_NE(content().find("NorthwindAtelier"), std::string::npos);
+}
+
+TEST_F(FixTest, WithoutProtectionTheWholeListGoes) {
+  run({"fix", "--yes", "--only", "uninstall", "--kinds", "133", "--no-protect"});
+  EXPECT_EQ(content().find("NorthwindAtelier"), std::string::npos);
+}
+
+TEST_F(FixTest, WithoutAnAnswerNothingIsRepaired) {
+  const std::string before = content();
+  EXPECT_EQ(run({"fix"}), problemsFound);
+  EXPECT_EQ(content(), before);
+}
+
+TEST_F(FixTest, WithNothingFoundNothingIsWritten) {
+  run({"fix", "--yes", "--only", "fonts"});
+  fs::remove_all(programFolder() / "backup");
+  const auto written = fs::last_write_time(copy.path() / "registry.reg");
+  EXPECT_EQ(run({"fix", "--yes", "--only", "fonts"}), nothingFound);
+  EXPECT_FALSE(fs::exists(programFolder() / "backup"));
+  EXPECT_EQ(fs::last_write_time(copy.path() / "registry.reg"), written);
+}
+
+TEST_F(FixTest, AJournalIsWrittenListedRestoredAndRemoved) {
+  run({"undo", "on"});
+  run({"fix", "--yes", "--only", "mui-cache"});
+  EXPECT_EQ(run({"undo", "list"}), nothingFound);
+  // The copy of the fix list stands in front of the journal.
+  EXPECT_NE(out.str().find("  2  "), std::string::npos) << out.str();
+  EXPECT_EQ(run({"undo", "restore", "2"}), nothingFound);
+  EXPECT_NE(error.str().find("Finished Retriving undo data"), std::string::npos);
+  EXPECT_EQ(run({"undo", "remove", "2"}), nothingFound);
+  run({"undo", "list"});
+  EXPECT_EQ(out.str().find("  2  "), std::string::npos) << out.str();
+  EXPECT_THROW(run({"undo", "restore", "2"}), std::runtime_error);
+}
+
+TEST_F(FixTest, AnExclusionTakesItsFindingsOutOfScanAndFix) {
+  run({"exclude", "add", "HKEY_CURRENT_USER\\Software\\Classes\\Local"});
+  run({"exclude", "list"});
+  EXPECT_NE(out.str().find("HKEY_CURRENT_USER\\Software\\Classes\\Local"), std::string::npos);
+  EXPECT_EQ(run({"scan", "--only", "mui-cache"}), nothingFound);
+  run({"exclude", "remove", "1", "--yes"});
+  EXPECT_EQ(run({"scan", "--only", "mui-cache"}), problemsFound);
+}
+
+TEST_F(FixTest, TheListModeLeavesItsFilesAndTheFixModeRepairs) {
+  EXPECT_EQ(run({"w4"}), nothingFound);
+  EXPECT_TRUE(fs::exists(programFolder() / "regtmp.txt"));
+  EXPECT_TRUE(fs::exists(programFolder() / "regst.txt"));
+  EXPECT_EQ(run({"w4-c4"}), nothingFound);
+  EXPECT_EQ(run({"scan", "--only", "fonts"}), nothingFound);
+  EXPECT_THROW(run({"d"}), UsageError);
+}
+
+TEST_F(FixTest, TheReportGoesToAFileOfTheHost) {
+  const fs::path report = copy.path() / "report.txt";
+  run({"scan", "--only", "fonts", "--report", report.string()});
+  EXPECT_GT(fs::file_size(report), 100U);
+  EXPECT_THROW(run({"scan", "--report", (copy.path() / "none" / "report.txt").string()}),
+               std::runtime_error);
+}
+
+}  // namespace
+}  // namespace zelvreg::console

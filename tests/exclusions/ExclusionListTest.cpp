@@ -1,0 +1,150 @@
+// What the exclusions do to the results, and how a result becomes one.
+#include "exclusions/ExclusionFixture.h"
+
+namespace zelvreg {
+namespace {
+
+class ExclusionListTest : public ExclusionFixture {
+ protected:
+  // The keys below HKEY_LOCAL_MACHINE that are left of these by an exclusion.
+  Texts left(const std::string& entry, const Texts& keys) {
+    write(entry + "\r\n");
+    form.View2.clear();
+    for (const std::string& key : keys) {
+      addResult("HKEY_LOCAL_MACHINE", key);
+    }
+    Command29(form);
+    return results();
+  }
+};
+
+TEST_F(ExclusionListTest, TheListShowsTheFileAnewEachTime) {
+  form.View4.add("old");
+  write("HKEY_USERS\\b,c\r\n\"d\"\r\n");
+  loadExclusions(form);
+  EXPECT_EQ(entries(), (Texts{"HKEY_USERS\\b", "c", "d"}));
+  write("123456789");
+  loadExclusions(form);
+  EXPECT_EQ(entries(), Texts());
+}
+
+TEST_F(ExclusionListTest, AnEntryTakesAllKeysThatBeginWithIt) {
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\Software\\a",
+                 {"Software\\a", "Software\\b", "Software\\abc\\x", "Software", "x\\Software\\a"}),
+            (Texts{"Software\\b", "Software", "x\\Software\\a"}));
+}
+
+TEST_F(ExclusionListTest, NeighboursThatAreTakenDoNotShieldEachOther) {
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\a", {"a1", "a2", "a3", "b", "a4", "a5"}), (Texts{"b"}));
+}
+
+TEST_F(ExclusionListTest, LettersCountAlikeInBothCases) {
+  EXPECT_EQ(left("hkey_local_machine\\SOFTWARE\\a", {"Software\\A", "b"}), (Texts{"b"}));
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\", {"Software\\A", "b"}), Texts());
+  EXPECT_EQ(left("hkey_local_machine\\", {"Software\\A", "b"}), Texts());
+}
+
+TEST_F(ExclusionListTest, AKeyShorterThanTheEntryStays) {
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\Software", {"Softwar"}), (Texts{"Softwar"}));
+}
+
+TEST_F(ExclusionListTest, OnlyTheRowsOwnRootCounts) {
+  write("HKEY_USERS\\Software\r\n");
+  addResult("HKEY_LOCAL_MACHINE", "Software\\a");
+  addResult("HKEY_USERS", "Software\\b");
+  Command29(form);
+  EXPECT_EQ(results(), (Texts{"Software\\a"}));
+}
+
+TEST_F(ExclusionListTest, LocationAndBadValueDoNotCount) {
+  write("bad value\r\nlocation\r\n");
+  addResult("HKEY_USERS", "a");
+  Command29(form);
+  EXPECT_EQ(form.View4.count(), 2U);
+  EXPECT_EQ(results(), (Texts{"a"}));
+}
+
+TEST_F(ExclusionListTest, WildcardsWorkWithinTheLengthOfTheEntry) {
+  EXPECT_EQ(left("HKEY_?????_MACHINE\\a#", {"a1", "a22", "ab"}), (Texts{"ab"}));
+  // The star has one letter to fit, being one itself.
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\*b", {"abc", "aab", "bbb"}), (Texts{"aab"}));
+}
+
+TEST_F(ExclusionListTest, ABracketListCountsWithAllItsLetters) {
+  // Four letters of the key stand against a list that fits one, unless a star takes the others.
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\[ab]", {"a", "axyz"}), (Texts{"a", "axyz"}));
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\[ab]*", {"a1234", "b1234", "c1234"}), (Texts{"c1234"}));
+}
+
+TEST_F(ExclusionListTest, AnEntryThatIsNoPatternTakesAll) {
+  EXPECT_EQ(left("HKEY_USERS\\[a", {"a", "b"}), Texts());
+}
+
+TEST_F(ExclusionListTest, AnEmptyEntryTakesAll) {
+  EXPECT_EQ(left("HKEY_USERS\\x\r\n", {"a", "b"}), Texts());
+}
+
+TEST_F(ExclusionListTest, AFileOfOneEmptyLineTakesNothing) {
+  EXPECT_EQ(left("", {"a"}), (Texts{"a"}));
+}
+
+TEST_F(ExclusionListTest, AFileOfNineBytesTakesNothing) {
+  EXPECT_EQ(left("HKEY_LO", {"a"}), (Texts{"a"}));
+  EXPECT_EQ(left("HKEY_LOC", {"a"}), Texts());
+}
+
+TEST_F(ExclusionListTest, BothHalvesOfAnEntryWithACommaTake) {
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\a,HKEY_LOCAL_MACHINE\\b", {"a1", "b1", "c1"}), (Texts{"c1"}));
+}
+
+TEST_F(ExclusionListTest, TheCountOfACategoryIsNotTouched) {
+  form.View1.add("Fonts");
+  showProblems(form, 1, 7);
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\", {"a", "b"}), Texts());
+  std::string cells;
+  for (std::size_t column = 0; column < form.View1.columnHeaders().size(); ++column) {
+    cells += form.View1.text(1, column);
+  }
+  EXPECT_EQ(cells, "Fonts7");
+}
+
+TEST_F(ExclusionListTest, EntriesStayInForceForTheNextRuns) {
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\a", {"a"}), Texts());
+  addResult("HKEY_LOCAL_MACHINE", "a");
+  Command29(form);
+  EXPECT_EQ(results(), Texts());
+  EXPECT_EQ(content(), "HKEY_LOCAL_MACHINE\\a\r\n");
+}
+
+TEST_F(ExclusionListTest, HighlightedResultsBecomeLinesAndGo) {
+  write("first line\r\n");
+  for (const char* key : {"a", "b", "c", "d"}) {
+    addResult("HKEY_USERS", key);
+  }
+  form.View2.setChecked(1, true);
+  form.View2.setSelected(2, true);
+  form.View2.setSelected(3, true);
+  form.chameleonButton9.click();
+  EXPECT_EQ(content(), "first line\r\nHKEY_USERS\\b\r\nHKEY_USERS\\c\r\n");
+  EXPECT_EQ(results(), (Texts{"a", "d"}));
+  EXPECT_EQ(entries(), Texts());
+}
+
+TEST_F(ExclusionListTest, TheMenuExcludesAsTheButtonDoes) {
+  addResult("HKEY_USERS", "a");
+  form.View2.select(1);
+  form.g.click();
+  EXPECT_EQ(content(), "HKEY_USERS\\a\r\n");
+  EXPECT_EQ(results(), Texts());
+}
+
+TEST_F(ExclusionListTest, NoHighlightExcludesNothing) {
+  addResult("HKEY_USERS", "a");
+  form.View2.setChecked(1, true);
+  form.chameleonButton9.click();
+  EXPECT_EQ(content(), "(none)");
+  EXPECT_EQ(results(), (Texts{"a"}));
+}
+
+}  // namespace
+}  // namespace zelvreg

@@ -1,0 +1,266 @@
+// What saving an offline disk refuses, and that it leaves either the old hive or the new one.
+#include <gtest/gtest.h>
+#include <sys/ptrace.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "machine/OfflineDiskFixture.h"
+
+namespace zelvreg::fixture {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr const char* vendor = R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)";
+
+class OfflineSaveSafetyTest : public OfflineDiskTest {
+ protected:
+  void SetUp() override {
+    hive(software).text(R"(Vendor\Product)", "x", "old");
+    hive(system).text(R"(ControlSet001\A)", "x", "old");
+    hive(anna).text(R"(Software\Vendor)", "x", "old");
+    open();
+  }
+
+  // One change in each hive.
+  void changeAll() {
+    registry().erase(key(std::string(vendor) + R"(\Product)"));
+    registry().makeChild(key(R"(HKEY_LOCAL_MACHINE\SYSTEM\ControlSet001)"), u"B");
+    setValue(R"(HKEY_CURRENT_USER\Software\Vendor)", u"x", REG_BINARY, "new");
+  }
+
+  // Makes the two sequence numbers in a hive's header differ by setting the one at this offset.
+  void makeUnclean(const std::string& file, std::size_t offset) {
+    std::string bytes = disk.read(file);
+    constexpr std::size_t checksum = 0x1FC;
+    bytes[checksum] = static_cast<char>(bytes[checksum] ^ bytes[offset] ^ 77);
+    bytes[offset] = 77;
+    disk.write(file, bytes);
+  }
+};
+
+// A transaction log with one group of pages.
+std::string logWith(const std::string& kind, char logNumber, char pagesNumber) {
+  std::string log = "regf"s + logNumber + "\0\0\0"s + logNumber + "\0\0\0"s;
+  log.resize(512);
+  log += kind + "\0\2\0\0\0\0\0\0"s + pagesNumber + "\0\0\0"s;
+  log.resize(2048);
+  return log;
+}
+
+TEST_F(OfflineSaveSafetyTest, EachOldHiveStaysAsABackupInPlaceOfAnOlderOne) {
+  const auto old = allFiles();
+  disk.write(system + ".bak"s, "an older backup");
+  changeAll();
+  computer->save();
+  const auto now = allFiles();
+  EXPECT_EQ(now.size(), 2 * old.size());
+  for (const auto& [name, bytes] : old) {
+    EXPECT_TRUE(now.at(name + ".bak") == bytes) << name;
+    EXPECT_FALSE(now.at(name) == bytes) << name;
+  }
+}
+
+TEST_F(OfflineSaveSafetyTest, ABackupThatIsTheHiveItselfIsNotInTheWay) {
+  const std::string old = disk.read(software);
+  std::filesystem::create_hard_link(disk.path() / software, disk.path() / (software + ".bak"s));
+  registry().erase(key(vendor));
+  computer->save();
+  EXPECT_TRUE(disk.read(software + ".bak"s) == old);
+  EXPECT_FALSE(disk.read(software) == old);
+  EXPECT_EQ(allFiles().size(), 4U);
+}
+
+TEST_F(OfflineSaveSafetyTest, AHiveThatWasNotShutDownCleanlyIsNamedAndNeverWritten) {
+  EXPECT_TRUE(computer->uncleanHives().empty());
+  computer.reset();
+  makeUnclean(system, 4);
+  open();
+  const auto files = allFiles();
+  ASSERT_EQ(computer->uncleanHives().size(), 1U);
+  EXPECT_NE(computer->uncleanHives()[0].find(system), std::string::npos);
+  EXPECT_NE(computer->uncleanHives()[0].find("shut it down"), std::string::npos);
+  changeAll();
+  EXPECT_EQ(refusal(), computer->uncleanHives()[0]);
+  EXPECT_TRUE(allFiles() == files);
+}
+
+TEST_F(OfflineSaveSafetyTest, AnUncleanHiveDoesNotKeepTheOthersFromBeingWritten) {
+  computer.reset();
+  makeUnclean(system, 8);
+  open();
+  EXPECT_EQ(computer->uncleanHives().size(), 1U);
+  registry().erase(key(vendor));
+  EXPECT_EQ(refusal(), "");
+  EXPECT_FALSE(content(software).contains(R"(\Vendor)"));
+}
+
+TEST_F(OfflineSaveSafetyTest, OnlyALogWithNewerPagesThanTheHiveMakesItUnclean) {
+  const char number = disk.read(software)[8];
+  const auto isUnclean = [this](const std::string& name, const std::string& log) {
+    disk.write(name, log);
+    const bool found = !computer->uncleanHives().empty();
+    std::filesystem::remove(disk.path() / name);
+    return found;
+  };
+  const auto later = static_cast<char>(number + 1);
+  EXPECT_TRUE(isUnclean(software + ".LOG1"s, logWith("HvLE", 1, later)));
+  EXPECT_TRUE(isUnclean(software + ".log2"s, logWith("HvLE", 1, later)));
+  EXPECT_TRUE(isUnclean(software + ".LOG"s, logWith("DIRT", later, 0)));
+  EXPECT_FALSE(isUnclean(software + ".LOG1"s, logWith("HvLE", 1, number)));
+  EXPECT_FALSE(isUnclean(software + ".LOG1"s, logWith("DIRT", number, later)));
+  EXPECT_FALSE(isUnclean(software + ".LOG1"s, logWith("none", later, later)));
+  EXPECT_FALSE(isUnclean(software + ".LOG1"s, std::string(2048, '\0')));
+  EXPECT_FALSE(isUnclean(software + ".LOG1"s, ""));
+  EXPECT_FALSE(isUnclean(software + ".LOG3"s, logWith("HvLE", 1, later)));
+  // The later of two groups counts, and one that goes on for ever ends.
+  std::string log = logWith("HvLE", 1, 1);
+  log.replace(1024, 16, "HvLE\0\2\0\0\0\0\0\0"s + later + "\0\0\0"s);
+  EXPECT_TRUE(isUnclean(software + ".LOG1"s, log));
+  log.replace(512 + 4, 4, 4, '\0');
+  EXPECT_FALSE(isUnclean(software + ".LOG1"s, log));
+}
+
+TEST_F(OfflineSaveSafetyTest, AHiveThatSomebodyElseHasWrittenIsNotOverwritten) {
+  disk.write(system, disk.read(system) + std::string(4096, '\0'));
+  const auto files = allFiles();
+  changeAll();
+  EXPECT_NE(refusal().find("open the disk again"), std::string::npos) << refusal();
+  EXPECT_TRUE(allFiles() == files);
+}
+
+// Runs as somebody who may not write what others own, until it is gone.
+class OrdinaryUser {
+ public:
+  OrdinaryUser() {
+    constexpr uid_t nobody = 65534;
+    if (wasRoot) {
+      EXPECT_EQ(seteuid(nobody), 0);
+    }
+  }
+  ~OrdinaryUser() {
+    if (wasRoot) {
+      EXPECT_EQ(seteuid(0), 0);
+    }
+  }
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+ private:
+  const bool wasRoot = geteuid() == 0;
+};
+
+TEST_F(OfflineSaveSafetyTest, AFolderThatIsReadOnlyLeavesAllHivesAsTheyWere) {
+  const auto files = allFiles();
+  changeAll();
+  chmod(disk.path().c_str(), 0755);
+  const std::filesystem::path profile = disk.path() / "Users/Anna";
+  chmod(profile.c_str(), 0555);
+  const std::filesystem::path config = disk.path() / "Windows/System32/config";
+  chmod(config.c_str(), 0777);
+  {
+    const OrdinaryUser user;
+    EXPECT_NE(refusal().find("NTUSER.DAT.bak cannot be written: Permission denied"),
+              std::string::npos)
+        << refusal();
+  }
+  chmod(profile.c_str(), 0755);
+  EXPECT_TRUE(allFiles() == files);
+  EXPECT_EQ(refusal(), "");
+  EXPECT_FALSE(content(software).contains(R"(\Vendor\Product)"));
+}
+
+TEST_F(OfflineSaveSafetyTest, AFullDiskLeavesAllHivesAsTheyWere) {
+  const auto files = allFiles();
+  changeAll();
+  auto* handler = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  for (const rlim_t size : {0U, 5000U}) {
+    const rlimit limit{size, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const std::string line = refusal();
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_NE(line.find("cannot be written"), std::string::npos) << line;
+    EXPECT_TRUE(allFiles() == files);
+  }
+  std::signal(SIGXFSZ, handler);
+}
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool canBeTraced = false;  // the sanitizer's own checks at the end need to trace
+#else
+constexpr bool canBeTraced = true;
+#endif
+
+// Saves in another process and kills it at the n-th system call after it began to. Whether it had
+// ended by itself before.
+template <typename Save>
+bool endsBeforeCall(int number, Save save) {
+  const pid_t child = fork();
+  if (child == 0) {
+    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+    std::raise(SIGSTOP);
+    save();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  // Each call stops twice, before and after.
+  for (int stop = 0; stop < 2 * number && WIFSTOPPED(status); ++stop) {
+    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+    waitpid(child, &status, 0);
+  }
+  if (!WIFSTOPPED(status)) {
+    return true;
+  }
+  kill(child, SIGKILL);
+  waitpid(child, &status, 0);
+  return false;
+}
+
+TEST_F(OfflineSaveSafetyTest, ThatIsKilledAnywhereLeavesTheOldHiveOrTheNew) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  computer.reset();
+  const auto old = allFiles();
+  const auto restore = [&] {
+    std::filesystem::remove_all(disk.path() / "Windows");
+    std::filesystem::remove_all(disk.path() / "Users");
+    for (const auto& [name, bytes] : old) {
+      disk.write(name, bytes);
+    }
+  };
+  open();
+  changeAll();
+  computer->save();
+  const auto written = allFiles();
+  computer.reset();
+  constexpr int mostCalls = 2000;
+  int calls = 0;
+  std::set<std::string> seen;
+  for (bool isDone = false; !isDone && calls < mostCalls; ++calls) {
+    restore();
+    isDone = endsBeforeCall(calls, [this] {
+      open();
+      changeAll();
+      computer->save();
+    });
+    for (const auto& [name, bytes] : old) {
+      const std::string now = disk.read(name);
+      ASSERT_TRUE(now == bytes || now == written.at(name)) << name << " at call " << calls;
+      ASSERT_TRUE(now == bytes || disk.read(name + ".bak") == bytes) << name << " at " << calls;
+      seen.insert(now == bytes ? "old " + name : "new " + name);
+    }
+  }
+  EXPECT_LT(calls, mostCalls);
+  EXPECT_EQ(seen.size(), 2 * old.size());
+}
+
+}  // namespace
+}  // namespace zelvreg::fixture

@@ -1,0 +1,161 @@
+#include "shell/CommandModes.h"
+
+#include "form/ProcessEnd.h"
+#include "runtime/FileText.h"
+#include "scan/AutomaticEnd.h"
+#include "shell/StartUp.h"
+#include "support/ComputerFixture.h"
+
+namespace zelvreg {
+namespace {
+
+const std::string suite =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe";
+const std::string user = "HKEY_CURRENT_USER\\Software\\CommandModesTest";
+
+struct Mode {
+  const char* text;
+  int autoMode;
+  int recheckMode;
+  int recheckFix;
+  const char* commandText;
+};
+
+class CommandLineModes : public ::testing::TestWithParam<Mode> {};
+
+TEST_P(CommandLineModes, FollowFromTheTextBetweenItsDashes) {
+  Form42 form;
+  readCommandLine(form, GetParam().text);
+  EXPECT_EQ(form.autoMode, GetParam().autoMode);
+  EXPECT_EQ(form.recheckMode, GetParam().recheckMode);
+  EXPECT_EQ(form.recheckFix, GetParam().recheckFix);
+  EXPECT_EQ(form.commandText, GetParam().commandText);
+  EXPECT_TRUE(form.hasCommandLine);
+  EXPECT_FALSE(form.isWindowVisible);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, CommandLineModes,
+                         ::testing::Values(Mode{"w4", 1, 0, 0, ""}, Mode{" W4-C4 ", 2, 0, 0, ""},
+                                           Mode{"w4-x", 1, 0, 0, ""}, Mode{"r", 0, 1, 0, "r"},
+                                           Mode{"r-c", 0, 1, 1, "r-c"}, Mode{"d", 0, 0, 0, "d"},
+                                           Mode{"D ", 0, 0, 0, "d"}, Mode{"w44", 0, 0, 0, "w44"},
+                                           Mode{"else", 0, 0, 0, "else"}));
+
+TEST(CommandLineMode, AnEmptyTextIsAnOrdinaryStart) {
+  Form42 form;
+  readCommandLine(form, "  ");
+  EXPECT_FALSE(form.hasCommandLine);
+  EXPECT_TRUE(form.isWindowVisible);
+}
+
+class AutomaticEndTest : public fixture::ComputerFixture {
+ protected:
+  AutomaticEndTest() {
+    emptyKey(suite);
+    emptyKey(user);
+    makeFolder(form.programFolder);
+    bindClicks(form);
+    form.repairsWithoutExport = true;
+  }
+  ~AutomaticEndTest() override {
+    removeKey(user);
+    for (const char* file : {"\\regst.txt", "\\regtmp.txt"}) {
+      DeleteFileA((form.programFolder + file).c_str());
+    }
+  }
+
+  void add(const char* name) {
+    setText(user, name, "x");
+    const std::size_t row = form.View2.add(std::string("location of ") + name);
+    form.View2.setText(row, 1, name);
+    form.View2.setText(row, 2, "155");
+    form.View2.setText(row, 4, "Software\\CommandModesTest");
+  }
+  std::string fileText(const char* name) {
+    return readFileText(form.programFolder + "\\" + name).value_or("(none)");
+  }
+};
+
+TEST_F(AutomaticEndTest, WithoutAModeTheScanGoesOn) {
+  add("a");
+  endAutomaticScan(form);
+  EXPECT_EQ(fileText("regst.txt"), "(none)");
+}
+
+TEST_F(AutomaticEndTest, TheListModeWritesItsTwoFilesAndFixesNothing) {
+  form.autoMode = 1;
+  form.totalFound = 12;
+  add("a");
+  add("b");
+  EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
+  EXPECT_EQ(fileText("regtmp.txt"), "location of a\r\nlocation of b\r\n");
+  EXPECT_EQ(fileText("regst.txt"), " 12 \r\n");
+  EXPECT_EQ(storedText(user, "a"), "x");
+}
+
+TEST_F(AutomaticEndTest, AnEmptyListIsAnEmptyFile) {
+  form.autoMode = 1;
+  EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
+  EXPECT_EQ(fileText("regtmp.txt"), "");
+  EXPECT_EQ(fileText("regst.txt"), " 0 \r\n");
+}
+
+TEST_F(AutomaticEndTest, TheFixModeRepairsAllRowsWithoutAQuestion) {
+  form.autoMode = 2;
+  form.totalFound = 2;
+  bool wasAsked = false;
+  form.dialogs.show = [&wasAsked](const UserMessage&) {
+    wasAsked = true;
+    return Answer::No;
+  };
+  add("a");
+  add("b");
+  EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
+  EXPECT_FALSE(wasAsked);
+  EXPECT_EQ(storedText(user, "a"), "(none)");
+  EXPECT_EQ(storedText(user, "b"), "(none)");
+  EXPECT_EQ(fileText("regst.txt"), " 2 \r\n");
+  EXPECT_EQ(fileText("regtmp.txt"), "(none)");
+}
+
+TEST_F(AutomaticEndTest, ARecheckAnswersTheSuiteAndRepairsOnlyWhereItIsAskedTo) {
+  form.recheckMode = 1;
+  add("a");
+  EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
+  EXPECT_EQ(storedText(suite + "\\real", "rc"), "1");
+  EXPECT_EQ(storedText(user, "a"), "x");
+  form.recheckFix = 1;
+  EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
+  EXPECT_EQ(storedText(user, "a"), "(none)");
+}
+
+TEST_F(AutomaticEndTest, TheFrontEndIsToldOfTheEnd) {
+  bool wasTold = false;
+  form.onProcessEnd = [&wasTold] { wasTold = true; };
+  form.autoMode = 1;
+  EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
+  EXPECT_TRUE(wasTold);
+}
+
+TEST_F(AutomaticEndTest, ARecheckWithoutTicksSaysSoAndStaysOpen) {
+  std::vector<std::string> told;
+  form.dialogs.show = [&told](const UserMessage& message) {
+    told.push_back(message.text);
+    return Answer::Ok;
+  };
+  readCommandLine(form, "r");
+  Form_Load(form);
+  EXPECT_EQ(
+      told,
+      (std::vector<std::string>{"Please select any item from the list first to perform the test"}));
+  EXPECT_EQ(storedText(suite + "\\real", "rc"), "(none)");
+}
+
+TEST_F(AutomaticEndTest, OneLetterStartsWithoutTheStartButton) {
+  readCommandLine(form, "d");
+  Form_Load(form);
+  EXPECT_FALSE(form.cmd_start.enabled);
+}
+
+}  // namespace
+}  // namespace zelvreg

@@ -1,5 +1,7 @@
 #include "exclusions/ExclusionFile.h"
 
+#include <windows.h>
+
 #include "runtime/FileText.h"
 
 namespace zelvreg {
@@ -60,6 +62,8 @@ std::vector<std::string> readExclusions(const Form42& form) {
 void appendExclusion(const Form42& form, const std::string& entry) {
   appendFileText(pathOf(form), entry + std::string(lineEnds));
 }
+
+void deleteExclusions(const Form42& form) { DeleteFileA(pathOf(form).c_str()); }
 
 void writeExclusions(const Form42& form, const std::vector<std::string>& lines) {
   std::string text;

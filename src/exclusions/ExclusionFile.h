@@ -23,6 +23,9 @@ std::vector<std::string> readExclusions(const Form42& form);
 // Puts a line behind the others; makes the file. Nothing happens if it cannot be written.
 void appendExclusion(const Form42& form, const std::string& entry);
 
+// Takes the file away.
+void deleteExclusions(const Form42& form);
+
 // Replaces the file with these lines.
 void writeExclusions(const Form42& form, const std::vector<std::string>& lines);
 

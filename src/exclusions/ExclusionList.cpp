@@ -137,7 +137,12 @@ void closeExclusionDialog(Form42& form) { form.Form1.isOpen = false; }
 
 void Text6_Change(Form42& form) {
   if (leadingNumber(form.Text6.text()) == 1) {
-    writeExclusions(form, linesOf(form, true));
+    const std::vector<std::string> lines = linesOf(form, true);
+    if (lines.empty()) {
+      deleteExclusions(form);
+    } else {
+      writeExclusions(form, lines);
+    }
     form.Text6.setText("");
   }
 }

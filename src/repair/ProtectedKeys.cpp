@@ -74,6 +74,7 @@ Path canonical(HiveHandle hive, const std::string& key) {
 
 std::vector<Path> protectedPaths() {
   std::vector<Path> paths;
+  paths.reserve(scannedKeys::all.size() + scannedKeys::recentLists.size() + 3);
   for (const auto& [hive, key] : scannedKeys::all) {
     paths.push_back(canonical(hive, key));
   }

@@ -10,7 +10,11 @@
 namespace zelvreg {
 namespace {
 
+// Empty for a row that is not there: building the text fails then.
 std::string fullKey(const Form42& form, std::size_t row) {
+  if (row < 1 || row > form.View2.count()) {
+    return {};
+  }
   return form.View2.text(row, rootNameColumn) + "\\" + form.View2.text(row, subKeyColumn);
 }
 
@@ -37,7 +41,7 @@ void View2_DblClick(Form42& form) {
   }
   SaveRegString(HiveHandle::CurrentUser,
                 "Software\\Microsoft\\Windows\\CurrentVersion\\Applets\\Regedit", "LastKey",
-                hasRow ? fullKey(form, row) : "");
+                fullKey(form, row));
   WinExec("regedit.exe", SW_SHOWNORMAL);
 }
 

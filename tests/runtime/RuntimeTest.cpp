@@ -20,16 +20,16 @@ TEST_F(RuntimeTest, DirGivesTheNameOfAFile) {
 }
 
 TEST_F(RuntimeTest, AFolderIsMadeWithAllAboveIt) {
-  EXPECT_TRUE(makeFolder("C:\\Runtime\\New\\Deeper"));
+  EXPECT_TRUE(zelvreg::makeFolder("C:\\Runtime\\New\\Deeper"));
   EXPECT_EQ(GetFileAttributesA("C:\\Runtime\\New\\Deeper") & FILE_ATTRIBUTE_DIRECTORY,
             DWORD{FILE_ATTRIBUTE_DIRECTORY});
-  EXPECT_TRUE(makeFolder("C:\\Runtime\\New"));
+  EXPECT_TRUE(zelvreg::makeFolder("C:\\Runtime\\New"));
 }
 
 TEST_F(RuntimeTest, NoFolderIsMadeInThePlaceOfAFileOrOnNoDrive) {
   makeFile("C:\\Runtime\\file");
-  EXPECT_FALSE(makeFolder("C:\\Runtime\\file"));
-  EXPECT_FALSE(makeFolder("Q:\\none"));
+  EXPECT_FALSE(zelvreg::makeFolder("C:\\Runtime\\file"));
+  EXPECT_FALSE(zelvreg::makeFolder("Q:\\none"));
 }
 
 TEST_F(RuntimeTest, DirIsEmptyForWhatIsNoPlainFile) {

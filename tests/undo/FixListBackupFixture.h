@@ -21,8 +21,6 @@ class FixListBackupFixture : public fixture::ComputerFixture {
     for (const char* number : {"1", "2"}) {
       DeleteFileA(pathOf(stamp(number)).c_str());
     }
-    RemoveDirectoryA((form.programFolder + "\\backup\\fixreg").c_str());
-    RemoveDirectoryA((form.programFolder + "\\backup").c_str());
   }
 
   void addTicked(const char* location, const char* badValue = "bad value",

@@ -53,8 +53,9 @@ bool isExportKept(Form42& form) {
   }
   if (!runsByItself(form)) {
     form.dialogs.tell(
-        "Nothing was repaired: the safety export could not be written to the folder "
-        "backup\\registry of the program. Make room there, or repair without it.",
+        "Nothing was repaired: the safety export of what would go could not be written to the "
+        "folder backup\\registry of the program. See that it can be written and the keys read, or "
+        "repair without it.",
         MessageIcon::Exclamation);
   }
   return false;
@@ -79,20 +80,8 @@ void keepStatistics(const Form42& form, std::int64_t countAtEntry) {
   SaveRegString(HiveHandle::LocalMachine, finishKey, "1", "1");
 }
 
-}  // namespace
-
-void runRepair(Form42& form) {
-  form.isRepairStopped = false;
-  if (!isConfirmed(form)) {
-    return;
-  }
-  if (!isExportKept(form)) {
-    form.isRepairStopped = true;
-    return;
-  }
+void repairTickedRows(Form42& form) {
   form.sparedKeys.clear();
-  const bool lifted = form.repairsProtectedKeys;
-  form.repairsProtectedKeys = lifted || isSwitchedOff("protect");
   const auto countAtEntry = static_cast<std::int64_t>(form.View2.count());
   if (leadingNumber(readSetting(settingsKey, "saveundo")) == 1) {
     form.Command21.click();
@@ -104,6 +93,21 @@ void runRepair(Form42& form) {
   keepStatistics(form, countAtEntry);
   if (form.View2.count() == 0) {
     form.Label3.caption = "";
+  }
+}
+
+}  // namespace
+
+void runRepair(Form42& form) {
+  form.isRepairStopped = false;
+  if (!isConfirmed(form)) {
+    return;
+  }
+  const bool lifted = form.repairsProtectedKeys;
+  form.repairsProtectedKeys = lifted || isSwitchedOff("protect");
+  form.isRepairStopped = !isExportKept(form);
+  if (!form.isRepairStopped) {
+    repairTickedRows(form);
   }
   form.repairsProtectedKeys = lifted;
 }

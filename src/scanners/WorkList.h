@@ -3,6 +3,7 @@
 #define ZELVREG_SCANNERS_WORK_LIST_H
 
 #include <string>
+#include <string_view>
 
 #include "form/Form42.h"
 
@@ -19,7 +20,8 @@ void walkEntries(Form42& form, const ListBox& list, LastTurn last, Turn&& turn) 
   int index = 0;
   do {
     form.messages.doEvents();
-    const std::string entry = list.text(index);
+    // A copy, since a turn may clear the list.
+    const std::string entry(std::string_view(list.text(index)));
     turn(index, entry);
     ++index;
   } while (index < list.count() + static_cast<int>(last));

@@ -20,8 +20,8 @@ class SharedText {
  public:
   explicit SharedText(const std::string& text)
       : mapping(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, blockSize,
-                                   blockName)) {
-    view = mapping == nullptr ? nullptr : MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0);
+                                   blockName)),
+        view(mapping == nullptr ? nullptr : MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0)) {
     if (view != nullptr) {
       // Without a terminator: the window learns the length by the message.
       const std::size_t size = std::min<std::size_t>(text.size(), blockSize);
@@ -42,7 +42,7 @@ class SharedText {
 
  private:
   HANDLE mapping;
-  void* view = nullptr;
+  void* view;
 };
 
 }  // namespace

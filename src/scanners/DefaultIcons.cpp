@@ -14,12 +14,13 @@ namespace {
 
 constexpr std::size_t categoryRow = 5;
 
-// Without the index behind the file, and without quotes that enclose all of it.
+// Without the index behind the file, and without quotes that enclose all of it. `value` is the path
+// on a drive, so that it has two characters at least.
 std::string iconFile(std::string value) {
   value.resize(std::min(value.find(','), value.size()));
   const std::string_view trimmed = trim(value);
   if (!trimmed.empty() && trimmed.front() == '"') {
-    return std::string(trimmed.substr(1, trimmed.size() < 2 ? 0 : trimmed.size() - 2));
+    return std::string(trimmed.substr(1, trimmed.size() - 2));
   }
   return value;
 }

@@ -1,6 +1,7 @@
 // The registry calls by wide names. Data go as they are stored.
 #include <windows.h>
 
+#include <algorithm>
 #include <cstring>
 #include <span>
 
@@ -16,7 +17,7 @@ LONG putWideName(std::u16string_view name, LPWSTR buffer, DWORD& size) {
   if (name.size() >= size) {
     return ERROR_MORE_DATA;
   }
-  std::memcpy(buffer, name.data(), name.size() * sizeof(char16_t));
+  std::ranges::copy(name, buffer);
   buffer[name.size()] = u'\0';
   size = static_cast<DWORD>(name.size());
   return ERROR_SUCCESS;

@@ -228,7 +228,7 @@ TEST_F(HelpFilesTest, EachSectionListsTheNamesOfItsOwnFindings) {
   setText(helpKey, "c.hlp", folder);
   Texts listed;
   form.messages.serveHost = [&] {
-    if (listed.size() < 1) {
+    if (listed.empty()) {
       listed = fixture::entriesOf(form.List2);
     }
   };

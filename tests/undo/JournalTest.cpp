@@ -29,7 +29,7 @@ class JournalTest : public fixture::ComputerFixture {
   std::string newestJournal() {
     const std::string stem = undoStem(undoLabel(highestUndoNumber()));
     const std::string path = journalPath(form, stem);
-    const std::string text = readFileText(path).value_or("(none)");
+    std::string text = readFileText(path).value_or("(none)");
     DeleteFileA(path.c_str());
     return text;
   }

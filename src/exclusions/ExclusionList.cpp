@@ -33,6 +33,7 @@ void applyEntry(Form42& form, const std::string& pattern) {
 void openDialog(Form42& form, const std::string& entry, const std::string& row) {
   form.Form1.Text1.setText(entry);
   form.Form1.Text2.setText(row);
+  form.Form1.load.run();
   form.Form1.isOpen = true;
   if (form.Form1.show) {
     form.Form1.show(form.Form1);
@@ -133,7 +134,10 @@ void Form1_orubutton1_Click(Form42& form) {
   closeExclusionDialog(form);
 }
 
-void closeExclusionDialog(Form42& form) { form.Form1.isOpen = false; }
+void closeExclusionDialog(Form42& form) {
+  form.Form1.shadow.remove();
+  form.Form1.isOpen = false;
+}
 
 void Text6_Change(Form42& form) {
   if (leadingNumber(form.Text6.text()) == 1) {

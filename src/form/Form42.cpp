@@ -19,10 +19,36 @@ std::vector<ColumnHeader> findingColumns() {
           {"Registry Sub Key", 15875, Alignment::Left}};
 }
 
+std::vector<ToolbarButton> commandButtons() {
+  return {{"search", "Search Location"},
+          {"exclude", "Exclusions"},
+          {},
+          {"start", "Start"},
+          {"fix", "Fix Selected"},
+          {"cancel", "Cancel"},
+          {},
+          {"all", "Select All"},
+          {"none", "Select None"},
+          {},
+          {"report", "Create Report"}};
+}
+
+ImageList imagesOf(const std::vector<ToolbarButton>& buttons) {
+  ImageList images;
+  for (const ToolbarButton& button : buttons) {
+    if (!button.image.empty()) {
+      images.keys.push_back(button.image);
+    }
+  }
+  return images;
+}
+
 }  // namespace
 
 Form42::Form42()
-    : ImageList1{{"cl", "ch", "ex", "d", "e", "h", "i", "g", "j", "f", "m", "l", "c", "b", "a",
+    : imgtoolbar(imagesOf(commandButtons())),
+      Toolbar1(commandButtons()),
+      ImageList1{{"cl", "ch", "ex", "d", "e", "h", "i", "g", "j", "f", "m", "l", "c", "b", "a",
                   "re", "ru", "mr", "mui"}},
       View1(ImageList1, categoryColumns()),
       View2(ImageList1, findingColumns()),
@@ -39,7 +65,14 @@ Form42::Form42()
   Label1.caption = "Fix Registry Problems";
   Frame3.caption = "Undo Options";
   Frame7.caption = "Exclude part of registry keys that start with.";
+  Label2[2].caption = "Exclude part of registry keys that start with.";
+  Frame5.caption = "Search Mode";
+  Form1.Label222[1].caption = "Exclude Registry Key From Scan";
+  frmabout.Label222[1].caption = "About";
+  chameleonButton4.toolTip = "Exit";
+  // The tool tips of these two do not say what they do; users know them so.
   chameleonButton13.toolTip = "Close";
+  chameleonButton18.toolTip = "Minimize";
   chameleonButton12.toolTip = "Cancel this operation";
   lbllanguage.push_back(std::make_unique<Label>("English"));
   pictrlang.visible = false;

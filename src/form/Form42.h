@@ -12,13 +12,17 @@
 #include <string>
 #include <vector>
 
+#include "form/SmallForms.h"
 #include "widgets/Button.h"
+#include "widgets/ComboBox.h"
 #include "widgets/Dialogs.h"
+#include "widgets/FormWindow.h"
 #include "widgets/ImageList.h"
 #include "widgets/ListBox.h"
 #include "widgets/ListView.h"
 #include "widgets/MessageQueue.h"
 #include "widgets/SimpleControls.h"
+#include "widgets/Toolbar.h"
 
 namespace zelvreg {
 
@@ -30,20 +34,6 @@ struct MenuEntry : EntryPoint {
 
   std::string caption;
   void click() const { run(); }
-};
-
-// The small dialog in which an exclusion is typed: Text1 is the entry, Text2 the row of View4 that
-// is edited, empty or 0 for a new one. `show` is the front end's: it lets the user work on the
-// dialog, which ends when it is closed.
-struct ExclusionDialog {
-  TextBox Text1;
-  TextBox Text2;
-  Button orubutton1{"Add Key"};
-  Button orubutton10;
-  Button chameleonButton3;
-  Label Label1;
-  bool isOpen = false;
-  std::function<void(ExclusionDialog&)> show;
 };
 
 // One record of an undo journal as its fields stand, before they are cut or filled to their widths.
@@ -61,13 +51,25 @@ struct Form42 {
   Form42(const Form42&) = delete;
   Form42& operator=(const Form42&) = delete;
 
-  // Title and decoration.
+  // The window itself, 15390 by 9180 twips, and what stands around it.
+  FormWindow window{15390, 9180};
+  Screen screen;
+  DropShadow shadow;
+  TrayArea TrayArea1{"Fix Registry Problems"};
+  CoolMenu menus;
+
+  // Title and decoration. Label12 shows the year in its last two.
   std::array<Label, 7> Label8;
+  std::array<Label, 4> Label12;
   Button chameleonButton4;
   Button chameleonButton23;
   Button chameleonButton18;
   Picture Shape1;
   Picture Shape3;
+  Picture Image2;
+  Picture Image14;
+  std::array<Picture, 6> Image44;
+  int leftOfImage44 = 0;
 
   // Command bar.
   Button cmd_search{"Search Location"};
@@ -78,6 +80,8 @@ struct Form42 {
   Button cmd_all{"Select All"};
   Button cmd_non{"Select None"};
   Button cmd_report{"Create Report"};
+  ImageList imgtoolbar;
+  Toolbar Toolbar1;
 
   // Side bar.
   Button orubutton4{"Select Areas Of registry To Scan For Invalid Informations."};
@@ -117,6 +121,8 @@ struct Form42 {
   Label Label5{"No Entry Selected"};
   Label Label6{"Problem"};
   Label Label7{"Please Select entry from the list to show details"};
+  Picture Image1;
+  Picture Image3;
   Button Command28;
   Button chameleonButton14{"Open in registry"};
   Button chameleonButton15{"Remove selected item"};
@@ -143,8 +149,26 @@ struct Form42 {
   Button chameleonButton8{"Edit Key"};
   Button Command29;
 
-  // The dialog of one exclusion.
+  // The registry search: where, what and how. cmdFind starts it.
+  Frame Frame4;
+  CheckBox ChKeys{"Keys"};
+  CheckBox ChValues{"Values"};
+  CheckBox ChData{"Data"};
+  ComboBox cboRoot{ComboStyle::DropDownList};
+  Frame Frame5;
+  CheckBox ChCase{"Match Case"};
+  OptionButton Option1{"Anywhere"};
+  OptionButton Option2{"Left"};
+  OptionButton Option3{"Right"};
+  OptionButton Option4{"Exact"};
+  ComboBox cboFind{ComboStyle::Editable};
+  Picture PicStatus;
+  Button cmdFind{"Find"};
+  Button Command24;
+
+  // The dialog of one exclusion, and that about the program.
   ExclusionDialog Form1;
+  AboutDialog frmabout;
 
   // The context menu of View2.
   MenuEntry b{"Select All"};
@@ -160,6 +184,7 @@ struct Form42 {
   TextBox Text2;
   TextBox Text3;
   TextBox Text4;
+  TextBox Text5;
   TextBox Text6;
 
   // Asks for a file to write.
@@ -209,10 +234,13 @@ struct Form42 {
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
 
+  // What a search adds its findings as: 2 the current user's settings, 3 all users', 4 the
+  // computer's, 1 classes, any other nothing that is known.
+  int searchCategory = 0;
+
   // What the command line asked for: autoMode is 0, 1 (list) or 2 (list and fix); the two others 0
   // or 1. commandText is the whole of a text that is no automatic mode of the suite's.
   bool hasCommandLine = false;
-  bool isWindowVisible = true;
   int autoMode = 0;
   int recheckMode = 0;
   int recheckFix = 0;
@@ -257,9 +285,14 @@ struct Form42 {
   std::string programFolder;
 
   Dialogs dialogs;
-  // Reports to the suite, in the automatic modes.
+  // Opens a file, a program or an address with what the system has for it.
+  std::function<void(const std::string& target)> openWithSystem;
+  // Opens a compiled help file at one of its contexts.
+  std::function<void(const std::string& file, int context)> openHelp;
+  // Timer1 finishes the opening of the window; Timer2 reports to the suite, in the automatic modes.
+  Timer Timer1;
   Timer Timer2;
-  MessageQueue messages{{&Timer2}};
+  MessageQueue messages{{&Timer1, &Timer2}};
   // What the front end does when the program ends itself.
   std::function<void()> onProcessEnd;
   // Connections to the registry provider that are kept between calls; made when first asked for.

@@ -24,8 +24,10 @@
 #include "scanners/UninstallRecords.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
+#include "shell/SmallForms.h"
 #include "shell/StartUp.h"
 #include "shell/SuiteBridge.h"
+#include "shell/WindowEvents.h"
 #include "text/Numbers.h"
 #include "undo/FixListBackup.h"
 #include "undo/Journal.h"
@@ -62,6 +64,10 @@ constexpr std::array table{
     Binding{of<&Form42::cmd_search>, cmd_search_Click},
     Binding{of<&Form42::cmd_exclud>, cmd_exclud_Click},
     Binding{of<&Form42::chameleonButton4>, chameleonButton4_Click},
+    // The window.
+    Binding{of<&Form42::chameleonButton23>, chameleonButton23_Click},
+    Binding{of<&Form42::chameleonButton18>, chameleonButton18_Click},
+    Binding{of<&Form42::TrayArea1>, TrayArea1_Click},
     // Repair.
     Binding{of<&Form42::cmd_fix>, cmd_fix_Click},
     Binding{of<&Form42::chameleonButton15>, chameleonButton15_Click},
@@ -131,10 +137,10 @@ void bindClicks(Form42& form) {
   for (const Binding& binding : table) {
     binding.entryPoint(form).bind([&form, procedure = binding.procedure] { procedure(form); });
   }
-  form.Form1.orubutton1.bind([&form] { Form1_orubutton1_Click(form); });
-  form.Form1.orubutton10.bind([&form] { closeExclusionDialog(form); });
-  form.Form1.chameleonButton3.bind([&form] { closeExclusionDialog(form); });
+  bindSmallForms(form);
   form.Text6.onChange = [&form] { Text6_Change(form); };
+  form.Timer1.interval = 10;
+  form.Timer1.onTick = [&form] { Timer1_Timer(form); };
   form.Timer2.interval = 1000;
   form.Timer2.onTick = [&form] { Timer2_Timer(form); };
   form.Text4.onChange = [&form] {

@@ -31,7 +31,7 @@ void readCommandLine(Form42& form, std::string_view commandLine) {
       form.recheckFix = second == "c" ? 1 : 0;
     }
   }
-  form.isWindowVisible = false;
+  form.window.visible = false;
 }
 
 void runCommandMode(Form42& form) {

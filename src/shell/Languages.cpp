@@ -59,12 +59,22 @@ void fillEntry(Form42& form, std::size_t number, std::string_view entry) {
   }
 }
 
-void readChoice(Form42& form) {
+}  // namespace
+
+void readLanguageChoice(Form42& form) {
   form.langCode = static_cast<int>(leadingNumber(setting(languageKey, "langcode")));
   form.langTag = setting(languageKey, "lang");
   form.langIndex = static_cast<int>(leadingNumber(setting(languageKey, "langindex")));
   form.langFileName = "zelvreg-" + form.langTag + ".lang";
 }
+
+Font languageFont(const Form42& form) {
+  return {.name = settingOr(suiteKey, "font name", "Segoe UI"),
+          .size = leadingNumber(settingOr(suiteKey, "font size", "9")),
+          .charset = form.langCode};
+}
+
+namespace {
 
 void giveFont(Form42& form, const Font& font) {
   const std::array<Control*, 24> controls{
@@ -108,13 +118,11 @@ void loadavlang(Form42& form) {
 }
 
 void changelangoru(Form42& form) {
-  readChoice(form);
+  readLanguageChoice(form);
   if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
     return;
   }
-  giveFont(form, {.name = settingOr(suiteKey, "font name", "Segoe UI"),
-                  .size = leadingNumber(settingOr(suiteKey, "font size", "9")),
-                  .charset = form.langCode});
+  giveFont(form, languageFont(form));
   for (const Caption& caption : captions()) {
     caption.set(form, readLanguageText(form, "Form42", caption.key));
   }
@@ -145,6 +153,8 @@ void changeviewlang(Form42& form) {
 
 void compareWithSystem(Form42& form) {
   form.languageMatchesSystem = charsetMatchesCodePage(form.langCode, GetACP());
+  form.menus.drawing =
+      form.languageMatchesSystem ? MenuDrawing::InSystemCharset : MenuDrawing::InOwnCharset;
 }
 
 void lbllanguage_Click(Form42& form, std::size_t entry) {

@@ -15,7 +15,13 @@ void loadavlang(Form42& form);
 // that language the form keeps the captions that it has.
 void changelangoru(Form42& form);
 
-// Finds out whether the language in use goes with the system's code page.
+// The two halves of it that every form of the program needs: the choice that was kept, and the font
+// that the suite's settings name, in the language's charset.
+void readLanguageChoice(Form42& form);
+Font languageFont(const Form42& form);
+
+// Finds out whether the language in use goes with the system's code page, which says how the menus
+// are drawn.
 void compareWithSystem(Form42& form);
 
 // Lists the categories anew in the language of the form, with the ticks that were kept. The status

@@ -95,6 +95,8 @@ void Toolbar1_ButtonClick(Form42& form, std::size_t index) {
 }
 
 void chameleonButton4_Click(Form42& form) {
+  form.menus.drawing = MenuDrawing::System;
+  form.shadow.remove();
   saveSelection(form);
   form.cancelRequested = true;
   endProcess(form);

@@ -1,15 +1,15 @@
 #include "shell/StartUp.h"
 
 #include "languages/LanguageFile.h"
-#include "registry/View64.h"
+#include "runtime/DateTime.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Resolver.h"
 #include "scan/ScanDriver.h"
 #include "shell/CommandModes.h"
 #include "shell/Languages.h"
-#include "text/Numbers.h"
-#include "text/Text.h"
+#include "shell/SuiteColor.h"
+#include "shell/WindowEvents.h"
 
 namespace zelvreg {
 namespace {
@@ -22,16 +22,12 @@ void placeLanguageMarker(Form42& form) {
 
 // The colour of the suite, for the lines and the buttons of the title.
 void applyColor(Form42& form) {
-  constexpr std::uint32_t usualColor = 10118205;
-  const std::string text = readSuiteColor(form);
-  const auto color =
-      trim(text).empty() ? usualColor : static_cast<std::uint32_t>(leadingNumber(text));
+  const std::uint32_t color = suiteColor(form);
   form.Shape3.foreColor = color;
   form.Shape1.foreColor = color;
   for (Button* button : {&form.chameleonButton4, &form.chameleonButton23, &form.chameleonButton13,
                          &form.chameleonButton18}) {
-    button->backColor = color;
-    button->backOver = color;
+    giveColor(*button, color);
   }
 }
 
@@ -54,13 +50,23 @@ void Form_Load(Form42& form) {
   if (form.commandText == "d") {
     form.cmd_start.enabled = false;
   }
+  const std::string year = std::to_string(localDateTime().year);
+  form.Label12[2].caption = year;
+  form.Label12[3].caption = year;
   form.Gif89a1.file = form.programFolder + "\\search.gif";
+  form.leftOfImage44 = form.Image44[5].left;
   form.wizardPage = 0;
   form.categoryFound = 0;
   form.totalFound = 0;
+  for (ListView* list : {&form.View1, &form.View2, &form.View3, &form.View4}) {
+    list->hasFlatHeader = true;
+  }
+  centerOnScreen(form.window, form.screen);
+  form.Command24.click();
   createCategoryRows(form);
   restoreSelection(form);
   runCommandMode(form);
+  form.Timer1.enable(true);
   form.orubutton4.click();
 }
 

@@ -82,6 +82,9 @@ class ListView : public Control {
 
   void setFocus() const { changed(Change::Focus); }
 
+  // Whether the column headers are drawn without the look of buttons.
+  Property<bool, Change::Look> hasFlatHeader{*this, false};
+
   [[nodiscard]] const std::vector<ColumnHeader>& columnHeaders() const { return columns; }
   // `column` counts from 1, the item's own text being column 1.
   void setColumnHeader(std::size_t column, std::string_view text);

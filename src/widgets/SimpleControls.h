@@ -19,6 +19,12 @@ class Label : public Control {
   Property<std::string, Change::Text> tag{*this, {}};
 };
 
+// A label that can be pressed.
+class LinkLabel : public Label, public EntryPoint {
+ public:
+  void click() const { run(); }
+};
+
 class Frame : public Control {
  public:
   Property<std::string, Change::Text> caption{*this, {}};
@@ -57,6 +63,15 @@ class CheckBox : public Control, public EntryPoint {
 
   // What follows a press; the value is the new one already.
   void click() const { run(); }
+};
+
+// One of a group of which one is on. The front end and the form's code switch the others off.
+class OptionButton : public Control {
+ public:
+  explicit OptionButton(std::string text = {}) { caption = std::move(text); }
+
+  Property<std::string, Change::Text> caption{*this, {}};
+  Property<bool, Change::Value> value{*this, false};
 };
 
 class ProgressBar : public Control {

@@ -31,7 +31,7 @@ TEST_P(CommandLineModes, FollowFromTheTextBetweenItsDashes) {
   EXPECT_EQ(form.recheckFix, GetParam().recheckFix);
   EXPECT_EQ(form.commandText, GetParam().commandText);
   EXPECT_TRUE(form.hasCommandLine);
-  EXPECT_FALSE(form.isWindowVisible);
+  EXPECT_FALSE(form.window.visible);
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, CommandLineModes,
@@ -45,7 +45,7 @@ TEST(CommandLineMode, AnEmptyTextIsAnOrdinaryStart) {
   Form42 form;
   readCommandLine(form, "  ");
   EXPECT_FALSE(form.hasCommandLine);
-  EXPECT_TRUE(form.isWindowVisible);
+  EXPECT_TRUE(form.window.visible);
 }
 
 class AutomaticEndTest : public fixture::ComputerFixture {

@@ -257,5 +257,27 @@ TEST_F(LanguagesTest, TheKeptLanguageIsMarkedInThePicker) {
   EXPECT_EQ(form.cmd_cancel.caption.get(), "Annuler");
 }
 
+TEST_F(LanguagesTest, TheSmallFormsSpeakTheLanguageThatWasChosen) {
+  bindClicks(form);
+  choose("german");
+  form.chameleonButton5.click();
+  form.chameleonButton18.click();
+  EXPECT_EQ(form.Form1.Label222[1].caption.get(), readLanguageText(form, "Form1", "Label222(1)"));
+  EXPECT_EQ(form.Form1.orubutton1.caption.get(), readLanguageText(form, "Form1", "orubutton1"));
+  EXPECT_NE(form.Form1.orubutton1.caption.get(), "Add Key");
+  EXPECT_NE(form.frmabout.Label222[1].caption.get(), "About");
+  EXPECT_NE(form.frmabout.Label2[0].caption.get(), form.frmabout.Label2[3].caption.get());
+}
+
+TEST_F(LanguagesTest, TheMenusAreDrawnAsTheLanguageGoesWithTheSystem) {
+  form.langCode = 204;
+  compareWithSystem(form);
+  EXPECT_EQ(form.menus.drawing, MenuDrawing::InOwnCharset);
+  form.langCode = 0;
+  compareWithSystem(form);
+  EXPECT_EQ(form.menus.drawing,
+            form.languageMatchesSystem ? MenuDrawing::InSystemCharset : MenuDrawing::InOwnCharset);
+}
+
 }  // namespace
 }  // namespace zelvreg

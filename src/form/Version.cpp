@@ -1,0 +1,7 @@
+#include "form/Version.h"
+
+namespace zelvreg {
+
+const char* programVersion() { return ZELVREG_VERSION; }
+
+}  // namespace zelvreg

@@ -1,0 +1,110 @@
+#include "shell/SmallForms.h"
+
+#include <utility>
+
+#include "exclusions/ExclusionList.h"
+#include "form/Version.h"
+#include "languages/LanguageFile.h"
+#include "runtime/DateTime.h"
+#include "runtime/FileSystemObject.h"
+#include "shell/Languages.h"
+#include "shell/SuiteColor.h"
+#include "shell/WindowEvents.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr const char* supportAddress = "https://zelvane.example/support";
+constexpr const char* webSite = "https://zelvane.example/";
+
+using Captions = std::initializer_list<std::pair<const char*, Control*>>;
+
+void setCaption(Control& control, const std::string& text) {
+  if (auto* label = dynamic_cast<Label*>(&control)) {
+    label->caption = text;
+  } else if (auto* button = dynamic_cast<Button*>(&control)) {
+    button->caption = text;
+  }
+}
+
+// Without the file of the language the form keeps its own captions.
+void changelangoru(Form42& form, const char* section, const Captions& captions) {
+  readLanguageChoice(form);
+  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
+    return;
+  }
+  const Font font = languageFont(form);
+  for (const auto& [key, control] : captions) {
+    control->font = font;
+  }
+  for (const auto& [key, control] : captions) {
+    setCaption(*control, readLanguageText(form, section, key));
+  }
+}
+
+std::string legalLine() {
+  return "Copyright (c) " + std::to_string(localDateTime().year) + " the zelvreg authors";
+}
+
+void frmabout_Load(Form42& form) {
+  AboutDialog& about = form.frmabout;
+  changelangoru(form, "frmabout",
+                {{"Label2(3)", &about.Label2[3]},
+                 {"Label2(2)", &about.Label2[2]},
+                 {"Label2(1)", &about.Label2[1]},
+                 {"Label2(0)", &about.Label2[0]},
+                 {"Label222(1)", &about.Label222[1]}});
+  about.Label2[4].caption = legalLine();
+  about.Label3.caption = programVersion();
+  giveColor(about.chameleonButton3, suiteColor(form));
+  centerOnScreen(about.window, form.screen);
+}
+
+void frmabout_chameleonButton3_Click(Form42& form) {
+  form.frmabout.shadow.remove();
+  form.window.visible = true;
+  form.frmabout.isOpen = false;
+}
+
+void open(const Form42& form, const std::string& target) {
+  if (form.openWithSystem) {
+    form.openWithSystem(target);
+  }
+}
+
+}  // namespace
+
+void Form1_Load(Form42& form) {
+  ExclusionDialog& dialog = form.Form1;
+  changelangoru(form, "Form1",
+                {{"orubutton10", &dialog.orubutton10},
+                 {"Label222(1)", &dialog.Label222[1]},
+                 {"Label1", &dialog.Label1},
+                 {"orubutton1", &dialog.orubutton1}});
+  giveColor(dialog.chameleonButton3, suiteColor(form));
+  centerOnScreen(dialog.window, form.screen);
+  drawShadow(dialog.shadow);
+}
+
+void chameleonButton18_Click(Form42& form) {
+  form.window.visible = false;
+  frmabout_Load(form);
+  drawShadow(form.frmabout.shadow);
+  form.frmabout.isOpen = true;
+  if (form.frmabout.show) {
+    form.frmabout.show(form.frmabout);
+  }
+}
+
+void bindSmallForms(Form42& form) {
+  form.Form1.load.bind([&form] { Form1_Load(form); });
+  form.Form1.orubutton1.bind([&form] { Form1_orubutton1_Click(form); });
+  form.Form1.orubutton10.bind([&form] { closeExclusionDialog(form); });
+  form.Form1.chameleonButton3.bind([&form] { closeExclusionDialog(form); });
+  form.frmabout.chameleonButton3.bind([&form] { frmabout_chameleonButton3_Click(form); });
+  form.frmabout.Label4.bind([&form] { open(form, supportAddress); });
+  form.frmabout.Label5.bind([&form] { open(form, webSite); });
+  form.frmabout.Label6.bind([&form] { open(form, form.programFolder + "\\zelvtrans.exe"); });
+}
+
+}  // namespace zelvreg

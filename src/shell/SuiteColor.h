@@ -1,0 +1,19 @@
+// The colour of the suite that the forms wear.
+#ifndef ZELVREG_SHELL_SUITE_COLOR_H
+#define ZELVREG_SHELL_SUITE_COLOR_H
+
+#include <cstdint>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// The one that the registry names, or the usual one.
+std::uint32_t suiteColor(Form42& form);
+
+// Gives a button this colour, at rest and under the mouse.
+void giveColor(Button& button, std::uint32_t color);
+
+}  // namespace zelvreg
+
+#endif

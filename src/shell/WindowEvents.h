@@ -1,0 +1,35 @@
+// What the main form does when its window opens, is painted, shrinks to the notification area and
+// comes back.
+#ifndef ZELVREG_SHELL_WINDOW_EVENTS_H
+#define ZELVREG_SHELL_WINDOW_EVENTS_H
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// Half the difference of the sizes of screen and window, for both sides.
+void centerOnScreen(FormWindow& window, const Screen& screen);
+
+// A tick of the opening: the window comes down to its place and is shown there.
+void Timer1_Timer(Form42& form);
+
+// The front end calls these when the window is activated, painted, has changed its state, and goes.
+void Form_Activate(Form42& form);
+void Form_Paint(Form42& form);
+void Form_Resize(Form42& form);
+void Form_Unload(Form42& form);
+
+// Minimises the window.
+void chameleonButton23_Click(Form42& form);
+// A press on the icon in the notification area: the window comes back.
+void TrayArea1_Click(Form42& form);
+
+// Opens the help file.
+void Image44_Click(Form42& form);
+
+// The shadow of every form of the program.
+void drawShadow(DropShadow& shadow);
+
+}  // namespace zelvreg
+
+#endif

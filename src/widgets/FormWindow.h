@@ -1,0 +1,70 @@
+// A form as a window, and what stands around it on the desktop.
+#ifndef ZELVREG_WIDGETS_FORM_WINDOW_H
+#define ZELVREG_WIDGETS_FORM_WINDOW_H
+
+#include <cstdint>
+#include <string>
+
+#include "widgets/Button.h"
+#include "widgets/Control.h"
+
+namespace zelvreg {
+
+// The numbers are those of the form's property.
+enum class WindowState : std::uint8_t { Normal = 0, Minimized = 1 };
+
+class FormWindow : public Control {
+ public:
+  FormWindow(int formWidth, int formHeight) {
+    width = formWidth;
+    height = formHeight;
+  }
+
+  Property<WindowState, Change::Look> windowState{*this, WindowState::Normal};
+};
+
+// The usable size of the screen, in twips. The front end sets it; without one it is that of a
+// screen of 1024 by 768 points.
+struct Screen {
+  int width = 15360;
+  int height = 11520;
+};
+
+// The soft shadow around a form.
+class DropShadow : public Control {
+ public:
+  DropShadow() { visible = false; }
+
+  // `depth` is its width in points of the screen.
+  void draw(std::uint32_t shadowColor, int shadowDepth) {
+    foreColor = shadowColor;
+    depth = shadowDepth;
+    visible = true;
+  }
+  void remove() { visible = false; }
+
+  Property<int, Change::Look> depth{*this, 0};
+};
+
+// An icon in the notification area; a press on it is its click.
+class TrayArea : public Control, public EntryPoint {
+ public:
+  explicit TrayArea(std::string text) {
+    toolTip = std::move(text);
+    visible = false;
+  }
+
+  void click() const { run(); }
+};
+
+// Who draws the form's menus.
+enum class MenuDrawing : std::uint8_t { System, InSystemCharset, InOwnCharset };
+
+class CoolMenu : public Control {
+ public:
+  Property<MenuDrawing, Change::Look> drawing{*this, MenuDrawing::System};
+};
+
+}  // namespace zelvreg
+
+#endif

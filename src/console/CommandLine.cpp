@@ -70,6 +70,9 @@ struct TargetArguments {
                    "whether files on drives that were not given are \"unknown\" or \"dead\"")
         ->check(CLI::IsMember({"unknown", "dead"}))
         ->needs(offline);
+    app.add_flag("--read-only-files", target.filesAreReadOnly,
+                 "leave the attributes of the disk's files alone")
+        ->needs(offline);
   }
 
   void applyTo(Target& target) const {

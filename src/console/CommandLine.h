@@ -37,6 +37,7 @@ struct Target {
   std::map<char, std::string> drives;  // by upper-case letter
   std::string user;
   bool missingDrivesAreDead = false;
+  bool filesAreReadOnly = false;
 };
 
 struct Options {

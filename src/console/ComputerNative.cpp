@@ -46,6 +46,7 @@ machine::OfflineDisk diskOf(const Target& target) {
     disk.user = target.user;
   }
   disk.missingDrivesAreDead = target.missingDrivesAreDead;
+  disk.filesAreReadOnly = target.filesAreReadOnly;
   return disk;
 }
 

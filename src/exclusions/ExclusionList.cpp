@@ -9,10 +9,6 @@
 namespace zelvreg {
 namespace {
 
-std::string fullKey(const Form42& form, std::size_t row) {
-  return form.View2.text(row, rootNameColumn) + "\\" + form.View2.text(row, subKeyColumn);
-}
-
 // A key that is shorter than the entry does not fit, since the pattern's left part is all of it. A
 // pattern that the match refuses takes every row: the condition fails and falls into its block.
 bool isExcluded(const std::string& key, const std::string& pattern) {

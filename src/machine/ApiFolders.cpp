@@ -9,6 +9,7 @@
 
 #include "machine/ApiSupport.h"
 #include "machine/CodePage.h"
+#include "machine/DiskAttributes.h"
 #include "machine/FileAccess.h"
 #include "machine/FileDescriptor.h"
 #include "machine/Machine.h"
@@ -125,6 +126,7 @@ BOOL SetFileAttributesA(LPCSTR path, DWORD attributes) {
   if (!place.exists()) return failed(place.error);
   if (grantedOn(*machine, place.path, fileWriteAttributes) == 0) return failed(ERROR_ACCESS_DENIED);
   machine->drives().records().setAttributes(place.path, place.isFolder, attributes);
+  if (DiskAttributes* disk = machine->diskAttributes()) disk->ask(place.file, attributes);
   return TRUE;
 }
 }

@@ -61,6 +61,9 @@ bool Machine::hasSuite() const { return state->hasSuite; }
 Processes& Machine::processes() const { return state->processes; }
 std::vector<std::string>& Machine::suiteTexts() const { return state->suiteTexts; }
 const std::vector<std::string>& Machine::damagedHives() const { return state->damagedHives; }
+DiskAttributes* Machine::diskAttributes() const {
+  return state->diskAttributes ? &*state->diskAttributes : nullptr;
+}
 const std::vector<std::string>& Machine::unsavedChanges() const { return state->unsavedChanges; }
 
 Machine* Machine::current() { return inForce; }

@@ -18,6 +18,7 @@ namespace zelvreg::machine {
 class Accounts;
 class Clock;
 class CodePage;
+class DiskAttributes;
 class Drives;
 class Environment;
 class OpenFiles;
@@ -37,6 +38,7 @@ struct OfflineDisk {
   std::map<char, std::filesystem::path> drives;  // further drives, by upper-case letter
   std::optional<std::string> user;    // whose current user it is; none: the hive written last
   bool missingDrivesAreDead = false;  // else a file on a drive not given counts as unknown
+  bool filesAreReadOnly = false;      // save() leaves the files' attributes alone
 };
 
 class Machine {
@@ -54,8 +56,9 @@ class Machine {
 
   // Writes back what has changed since opening: registry, access lists, attributes. Each file is
   // written beside the old one and renamed. Throws MachineError; the old files stand then.
-  // Of an offline disk the hives with changed keys or values are written and nothing else; all are
-  // ready before the first is renamed, and each old one stays as FILE.bak. A hive that
+  // Of an offline disk the hives with changed keys or values are written, and then the attributes
+  // that were set, where the disk keeps them; nothing else. All hives are ready before the first is
+  // renamed, and each old one stays as FILE.bak. A hive that
   // uncleanHives() names, or that somebody else has written since opening, is refused.
   void save();
 
@@ -66,6 +69,8 @@ class Machine {
   [[nodiscard]] FaultPlan& faults() const;
   [[nodiscard]] OpenFiles& openFiles() const;
   [[nodiscard]] const Accounts& accounts() const;
+  // What was asked for files of an offline disk; none for a machine folder, which keeps records.
+  [[nodiscard]] DiskAttributes* diskAttributes() const;
   // Who the process runs as, and the page of the narrow calls.
   [[nodiscard]] const Token& token() const;
   [[nodiscard]] const CodePage& codePage() const;

@@ -95,6 +95,7 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
         .faults = {},
         .damagedHives = {},
         .unsavedChanges = {},
+        .diskAttributes = std::nullopt,
     });
     readSecurities(readIfThere(folder / "security.txt"), *state->registry, state->drives);
     readAttributes(readIfThere(folder / "attributes.txt"), state->drives);

@@ -10,6 +10,7 @@
 #include "machine/Accounts.h"
 #include "machine/Clock.h"
 #include "machine/CodePage.h"
+#include "machine/DiskAttributes.h"
 #include "machine/Drives.h"
 #include "machine/Environment.h"
 #include "machine/FaultPlan.h"
@@ -43,6 +44,8 @@ struct Machine::State {
   FaultPlan faults;
   std::vector<std::string> damagedHives;
   std::vector<std::string> unsavedChanges;
+  // Of an offline disk, unless its files are not to be changed.
+  std::optional<DiskAttributes> diskAttributes;
 };
 
 }  // namespace zelvreg::machine

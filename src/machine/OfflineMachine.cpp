@@ -65,6 +65,7 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
         .faults = {},
         .damagedHives = std::move(offline.damaged),
         .unsavedChanges = {},
+        .diskAttributes = disk.filesAreReadOnly ? std::nullopt : std::optional(DiskAttributes()),
     });
     return std::unique_ptr<Machine>(new Machine(std::move(state)));
   } catch (const std::filesystem::filesystem_error& error) {

@@ -47,6 +47,9 @@ void Machine::saveHives() {
     hive->replace();
     changes.forget(hive->hive());
   }
+  if (state->diskAttributes) {
+    state->diskAttributes->write();
+  }
   state->unsavedChanges = std::move(homeless);
   registry.markSaved();
   state->drives.records().markSaved();

@@ -1,20 +1,15 @@
 #include "repair/RepairDriver.h"
 
 #include <array>
-#include <cmath>
 
-#include "registry/Hives.h"
 #include "repair/RepairRoutines.h"
 #include "repair/SafetyExport.h"
 #include "scan/Findings.h"
+#include "scan/Settings.h"
 #include "text/Numbers.h"
 
 namespace zelvreg {
 namespace {
-
-constexpr const char* settingsKey = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan";
-constexpr const char* statisticsKey = "software\\zelvane\\Zelvane Tuner Deluxe\\statics\\regscan";
-constexpr const char* finishKey = "software\\zelvane\\Zelvane Tuner Deluxe\\wizard\\finish";
 
 using Routine = void (*)(Form42& form);
 
@@ -31,14 +26,8 @@ bool runsByItself(const Form42& form) {
   return form.recheckMode == 1 || form.autoMode > 0 || form.recheckFix > 0;
 }
 
-std::string readSetting(const char* key, const char* name) {
-  std::string text;
-  GetRegString(HiveHandle::LocalMachine, key, name, text);
-  return text;
-}
-
 // "0" in a setting switches off what is on without it.
-bool isSwitchedOff(const char* name) { return readSetting(settingsKey, name) == "0"; }
+bool isSwitchedOff(const char* name) { return readSetting(settings::regscan, name) == "0"; }
 
 bool isConfirmed(const Form42& form) {
   return runsByItself(form) || form.dialogs.ask({.text = "Do You want to Fix selected items",
@@ -73,17 +62,17 @@ bool runCascade(Form42& form) {
 }
 
 void keepStatistics(const Form42& form, std::int64_t countAtEntry) {
-  const double before = leadingNumber(readSetting(statisticsKey, "count"));
-  const auto repaired = countAtEntry - static_cast<std::int64_t>(form.View2.count());
-  SaveRegString(HiveHandle::LocalMachine, statisticsKey, "count",
-                decimal(std::llround(before) + repaired));
-  SaveRegString(HiveHandle::LocalMachine, finishKey, "1", "1");
+  const double before = leadingNumber(readSetting(settings::statistics, "count"));
+  const auto repaired =
+      static_cast<double>(countAtEntry - static_cast<std::int64_t>(form.View2.count()));
+  keepSetting(settings::statistics, "count", numberText(before + repaired));
+  keepSetting(settings::finish, "1", "1");
 }
 
 void repairTickedRows(Form42& form) {
   form.sparedKeys.clear();
   const auto countAtEntry = static_cast<std::int64_t>(form.View2.count());
-  if (leadingNumber(readSetting(settingsKey, "saveundo")) == 1) {
+  if (leadingNumber(readSetting(settings::regscan, "saveundo")) == 1) {
     form.Command21.click();
   }
   if (runCascade(form)) {

@@ -8,18 +8,6 @@
 #include "text/Text.h"
 
 namespace zelvreg {
-namespace {
-
-// Empty for a row that is not there: building the text fails then.
-std::string fullKey(const Form42& form, std::size_t row) {
-  if (row < 1 || row > form.View2.count()) {
-    return {};
-  }
-  return form.View2.text(row, rootNameColumn) + "\\" + form.View2.text(row, subKeyColumn);
-}
-
-}  // namespace
-
 void View2_ItemClick(Form42& form, std::size_t row) {
   const std::string& badValue = form.View2.text(row, badValueColumn);
   form.Label5.caption = badValue;

@@ -1,9 +1,9 @@
 #include "scan/AutomaticEnd.h"
 
 #include "form/ProcessEnd.h"
-#include "registry/Hives.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
+#include "scan/Settings.h"
 #include "text/Numbers.h"
 
 namespace zelvreg {
@@ -32,10 +32,7 @@ void writeLocations(const Form42& form) {
   replaceFileText(form.programFolder + "\\regtmp.txt", lines);
 }
 
-void answerRecheck() {
-  SaveRegString(HiveHandle::LocalMachine, "software\\zelvane\\Zelvane Tuner Deluxe\\real", "rc",
-                "1");
-}
+void answerRecheck() { keepSetting(settings::recheck, "rc", "1"); }
 
 }  // namespace
 

@@ -30,9 +30,6 @@ inline constexpr std::size_t descriptionColumn = 1;
 inline constexpr std::size_t problemsColumn = 2;
 inline constexpr std::size_t statusColumn = 3;
 
-// Where the ticks are kept, under the local machine.
-inline constexpr const char* selectionKey = "software\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
-
 }  // namespace zelvreg
 
 #endif

@@ -1,7 +1,7 @@
 #include "scan/Findings.h"
 
-#include "registry/Hives.h"
 #include "scan/CategoryTable.h"
+#include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -61,8 +61,14 @@ void countInTotal(Form42& form, TotalIsSaved saved) {
 }
 
 void saveTotalFound(const Form42& form) {
-  SaveRegString(HiveHandle::LocalMachine, "software\\zelvane\\Zelvane Tuner Deluxe\\real\\",
-                "reg-count", form.totalFoundText);
+  keepSetting(settings::runningTotal, "reg-count", form.totalFoundText);
+}
+
+std::string fullKey(const Form42& form, std::size_t row) {
+  if (row < 1 || row > form.View2.count()) {
+    return {};
+  }
+  return form.View2.text(row, rootNameColumn) + "\\" + form.View2.text(row, subKeyColumn);
 }
 
 std::string rowCountText(const Form42& form) {

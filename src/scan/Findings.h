@@ -59,6 +59,10 @@ void countInTotal(Form42& form, TotalIsSaved saved = TotalIsSaved::AtEachFinding
 // Writes the running total to where the suite looks for it.
 void saveTotalFound(const Form42& form);
 
+// The whole path of a row's key, with the long name of its hive; the empty text for a row that is
+// not there.
+std::string fullKey(const Form42& form, std::size_t row);
+
 // The number of rows of View2.
 std::string rowCountText(const Form42& form);
 

@@ -1,11 +1,11 @@
 #include "scan/ScanDriver.h"
 
-#include "registry/Hives.h"
 #include "registry/SubkeyEnumerators.h"
 #include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScanPanel.h"
+#include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -131,17 +131,15 @@ void runScan(Form42& form) {
 
 void saveSelection(const Form42& form) {
   for (std::size_t row = 1; row <= categories().size(); ++row) {
-    SaveRegString(HiveHandle::LocalMachine, selectionKey,
-                  std::string(categories()[row - 1].valueName),
-                  form.View1.isChecked(row) ? "1" : "0");
+    keepSetting(settings::selection, std::string(categories()[row - 1].valueName),
+                form.View1.isChecked(row) ? "1" : "0");
   }
 }
 
 void restoreSelection(Form42& form) {
   for (std::size_t row = 1; row <= categories().size(); ++row) {
-    std::string text;
-    GetRegString(HiveHandle::LocalMachine, selectionKey,
-                 std::string(categories()[row - 1].valueName), text);
+    const std::string text =
+        readSetting(settings::selection, std::string(categories()[row - 1].valueName));
     form.View1.setChecked(row, leadingNumber(text) == 1);
   }
 }

@@ -6,10 +6,10 @@
 
 #include "languages/Charset.h"
 #include "languages/LanguageFile.h"
-#include "registry/Hives.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/CategoryTable.h"
 #include "scan/ScanDriver.h"
+#include "scan/Settings.h"
 #include "shell/Captions.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
@@ -21,14 +21,8 @@ constexpr int pickerGap = 100;  // twips
 constexpr std::uint32_t pickerHoverColor = 15126960;
 constexpr const char* listFile = "data.lang";
 
-std::string setting(const char* key, const char* valueName) {
-  std::string text;
-  GetRegString(HiveHandle::LocalMachine, key, valueName, text);
-  return text;
-}
-
 std::string settingOr(const char* key, const char* valueName, const char* fallback) {
-  std::string text = setting(key, valueName);
+  std::string text = readSetting(key, valueName);
   return trim(text).empty() ? fallback : text;
 }
 
@@ -62,9 +56,9 @@ void fillEntry(Form42& form, std::size_t number, std::string_view entry) {
 }  // namespace
 
 void readLanguageChoice(Form42& form) {
-  form.langCode = static_cast<int>(leadingNumber(setting(languageKey, "langcode")));
-  form.langTag = setting(languageKey, "lang");
-  form.langIndex = static_cast<int>(leadingNumber(setting(languageKey, "langindex")));
+  form.langCode = static_cast<int>(leadingNumber(readSetting(languageKey, "langcode")));
+  form.langTag = readSetting(languageKey, "lang");
+  form.langIndex = static_cast<int>(leadingNumber(readSetting(languageKey, "langindex")));
   form.langFileName = "zelvreg-" + form.langTag + ".lang";
 }
 
@@ -162,11 +156,9 @@ void lbllanguage_Click(Form42& form, std::size_t entry) {
     return;
   }
   const Label& label = *form.lbllanguage[entry];
-  SaveRegString(HiveHandle::LocalMachine, languageKey, "langcode",
-                decimal(label.font.get().charset));
-  SaveRegString(HiveHandle::LocalMachine, languageKey, "lang", label.tag);
-  SaveRegString(HiveHandle::LocalMachine, languageKey, "langindex",
-                decimal(static_cast<std::int64_t>(entry)));
+  keepSetting(languageKey, "langcode", decimal(label.font.get().charset));
+  keepSetting(languageKey, "lang", label.tag);
+  keepSetting(languageKey, "langindex", decimal(static_cast<std::int64_t>(entry)));
   form.pictrlang.visible = false;
   changelangoru(form);
   form.imglangselect.top = label.top;

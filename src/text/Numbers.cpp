@@ -1,7 +1,10 @@
 #include "text/Numbers.h"
 
+#include <array>
 #include <charconv>
 #include <optional>
+
+#include "text/Text.h"
 
 namespace zelvreg {
 namespace {
@@ -186,5 +189,13 @@ double leadingNumber(std::string_view text) {
 }
 
 std::string decimal(std::int64_t number) { return std::to_string(number); }
+
+std::string numberText(double number) {
+  constexpr int digits = 15;
+  std::array<char, 32> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
+                                 std::chars_format::general, digits);
+  return upperCase({text.data(), end.ptr});
+}
 
 }  // namespace zelvreg

@@ -24,6 +24,10 @@ std::optional<double> wholeNumber(std::string_view text);
 // Decimal digits, with a minus sign when below 0.
 std::string decimal(std::int64_t number);
 
+// A number as the runtime writes it: fifteen digits at most, no zeros behind the point, an exponent
+// where it would be longer than that.
+std::string numberText(double number);
+
 }  // namespace zelvreg
 
 #endif

@@ -42,6 +42,12 @@ TEST(Target, MissingDrivesAreUnknownUnlessSaidOtherwise) {
   EXPECT_NE(complaint({"--offline", "/mnt", "--missing-drives", "maybe"}), "(none)");
 }
 
+TEST(Target, AttributesAreLeftAloneOnlyWhenAskedForAndOnADisk) {
+  EXPECT_FALSE(parse({"--offline", "/mnt"}).target.filesAreReadOnly);
+  EXPECT_TRUE(parse({"--offline", "/mnt", "--read-only-files"}).target.filesAreReadOnly);
+  EXPECT_NE(complaint({"--machine", "/m", "--read-only-files"}), "(none)");
+}
+
 TEST(Target, ADriveIsALetterAndAFolderAndGivenOnce) {
   for (const char* drive : {"D", "D=", "=x", "DD=/x", "1=/x"}) {
     EXPECT_NE(complaint({"--offline", "/mnt", "--drive", drive}).find("is no drive"),

@@ -80,6 +80,12 @@ TEST_F(RepairDriverTest, RowsThatAreLeftAreCounted) {
   EXPECT_EQ(storedText(suite + "\\statics\\regscan", "count"), "41");
 }
 
+TEST_F(RepairDriverTest, AFractionInTheCounterIsCountedOn) {
+  setText(suite + "\\statics\\regscan", "count", "40.5");
+  form.orubutton2.click();
+  EXPECT_EQ(storedText(suite + "\\statics\\regscan", "count"), "40.5");
+}
+
 TEST_F(RepairDriverTest, NoTickRepairsNothingAndCountsAllRows) {
   add("a");
   form.View2.setChecked(1, false);

@@ -58,6 +58,18 @@ INSTANTIATE_TEST_SUITE_P(Texts, NoWholeNumber,
                                            "&H", "&Hxy", "&8", "FX:1",
                                            "{00000000-0000-0000-0000-000000000001}"));
 
+TEST(NumberText, HasAFractionOnlyWhereThereIsOne) {
+  EXPECT_EQ(numberText(41), "41");
+  EXPECT_EQ(numberText(-3), "-3");
+  EXPECT_EQ(numberText(2.5), "2.5");
+  EXPECT_EQ(numberText(0.1 + 0.2), "0.3");
+}
+
+TEST(NumberText, TurnsToAnExponentBehindFifteenDigits) {
+  EXPECT_EQ(numberText(123456789012345), "123456789012345");
+  EXPECT_EQ(numberText(1e15), "1E+15");
+}
+
 TEST(Decimal, WritesAMinusBelowZero) {
   EXPECT_EQ(decimal(0), "0");
   EXPECT_EQ(decimal(-12), "-12");

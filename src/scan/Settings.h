@@ -1,0 +1,36 @@
+// Where the program and the suite keep what they tell each other, all of it texts below the local
+// machine. The view is the process's own.
+#ifndef ZELVREG_SCAN_SETTINGS_H
+#define ZELVREG_SCAN_SETTINGS_H
+
+#include <string>
+
+namespace zelvreg {
+
+namespace settings {
+
+// What the user has chosen, and the highest number of an undo entry.
+inline constexpr const char* regscan = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan";
+// The undo entries: number to label, and label to file.
+inline constexpr const char* dates = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\dates";
+inline constexpr const char* files = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\file";
+// The ticks of the category rows.
+inline constexpr const char* selection = "software\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
+// The running total of a scan. The backslash at the end is part of the name that is asked for.
+inline constexpr const char* runningTotal = "software\\zelvane\\Zelvane Tuner Deluxe\\real\\";
+inline constexpr const char* recheck = "software\\zelvane\\Zelvane Tuner Deluxe\\real";
+// How many rows were repaired since installation, and that a repair has ended.
+inline constexpr const char* statistics =
+    "software\\zelvane\\Zelvane Tuner Deluxe\\statics\\regscan";
+inline constexpr const char* finish = "software\\zelvane\\Zelvane Tuner Deluxe\\wizard\\finish";
+
+}  // namespace settings
+
+// A text of the local machine, or the empty text.
+std::string readSetting(const char* key, const std::string& name);
+// Keeps it, making the key; a failure is passed over.
+void keepSetting(const char* key, const std::string& name, const std::string& text);
+
+}  // namespace zelvreg
+
+#endif

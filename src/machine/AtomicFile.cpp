@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <sstream>
 #include <utility>
 
 #include "machine/FileDescriptor.h"
@@ -50,6 +51,15 @@ bool writeAll(int file, std::string_view content) {
     content.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
+}
+
+// A folder may come from somebody else: its note moves files of that folder only.
+void refuseOutside(const std::filesystem::path& note, const std::filesystem::path& name) {
+  if (name.empty() || name != name.filename() || name == "..") {
+    throw MachineError(note.string() + ": names " + name.string() +
+                       ", which is no file of this folder; rename the files that it lists by hand "
+                       "and delete it");
+  }
 }
 
 }  // namespace
@@ -110,6 +120,53 @@ void AtomicFile::replace() {
   const FileDescriptor folder(
       open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder.isOpen()) fsync(folder.get());
+}
+
+void replaceTogether(std::vector<AtomicFile>& files, const std::filesystem::path& note) {
+  if (files.size() < 2) {
+    for (AtomicFile& file : files) file.replace();
+    return;
+  }
+  // Relative, so that the folder may be moved in between.
+  const std::filesystem::path folder = note.parent_path();
+  std::string lines;
+  for (const AtomicFile& file : files) {
+    for (const std::filesystem::path& path : {file.written, file.target}) {
+      lines += std::filesystem::proximate(path, folder).string() + "\n";
+    }
+  }
+  replaceFile(note, lines);
+  for (AtomicFile& file : files) {
+    try {
+      file.replace();
+    } catch (const MachineError&) {
+      if (&file == &files.front()) {
+        unlink(note.c_str());
+      } else {
+        // They stay for finishReplacing().
+        for (AtomicFile& left : files) left.written.clear();
+      }
+      throw;
+    }
+  }
+  unlink(note.c_str());
+}
+
+void finishReplacing(const std::filesystem::path& note) {
+  std::error_code error;
+  if (!std::filesystem::exists(note, error)) return;
+  const std::filesystem::path folder = note.parent_path();
+  std::istringstream lines(readWholeFile(note));
+  std::string written;
+  std::string target;
+  while (std::getline(lines, written) && std::getline(lines, target)) {
+    refuseOutside(note, written);
+    refuseOutside(note, target);
+    const std::filesystem::path beside = folder / written;
+    if (!std::filesystem::exists(beside, error)) continue;  // in place already
+    if (rename(beside.c_str(), (folder / target).c_str()) != 0) refuseWrite(folder / target, errno);
+  }
+  if (unlink(note.c_str()) != 0) refuseWrite(note, errno);
 }
 
 void replaceFile(const std::filesystem::path& file, std::string_view content) {

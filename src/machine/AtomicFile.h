@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zelvreg::machine {
 
@@ -35,6 +36,8 @@ class AtomicFile {
   void replace();
 
  private:
+  friend void replaceTogether(std::vector<AtomicFile>& files, const std::filesystem::path& note);
+
   // Makes an empty file beside `file` that only its owner may read.
   explicit AtomicFile(std::filesystem::path file);
   // Gives it the permissions of `model` and brings it to the disk.
@@ -43,6 +46,15 @@ class AtomicFile {
   std::filesystem::path target;
   std::filesystem::path written;  // empty once it is in place
 };
+
+// Puts all of them in place, or none. `note` is a file of their folder that stands only while they
+// are replaced: it names those that are still to come. Throws MachineError; the old files stand
+// then, unless the first was in place already: in that case finishReplacing() brings the others.
+void replaceTogether(std::vector<AtomicFile>& files, const std::filesystem::path& note);
+
+// Ends what a process that was stopped in the middle of it has begun. Nothing happens without a
+// note. Throws MachineError; another call can end it then.
+void finishReplacing(const std::filesystem::path& note);
 
 // Both steps at once.
 void replaceFile(const std::filesystem::path& file, std::string_view content);

@@ -13,6 +13,12 @@ void FaultPlan::fail(ApiCall call, std::uint64_t n, LONG code) {
   kind.planned[kind.calls + n] = code;
 }
 
+void FaultPlan::failFrom(ApiCall call, std::uint64_t n, LONG code) {
+  Kind& kind = kinds[indexOf(call)];
+  kind.lastSound = kind.calls + n - 1;
+  kind.lasting = code;
+}
+
 void FaultPlan::clear() { kinds = {}; }
 
 std::uint64_t FaultPlan::calls(ApiCall call) const { return kinds[indexOf(call)].calls; }
@@ -20,6 +26,7 @@ std::uint64_t FaultPlan::calls(ApiCall call) const { return kinds[indexOf(call)]
 std::optional<LONG> FaultPlan::next(ApiCall call) {
   Kind& kind = kinds[indexOf(call)];
   ++kind.calls;
+  if (kind.calls > kind.lastSound) return kind.lasting;
   const auto found = kind.planned.find(kind.calls);
   if (found == kind.planned.end()) return std::nullopt;
   const LONG code = found->second;

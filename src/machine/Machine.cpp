@@ -41,7 +41,8 @@ void Machine::saveFolder() {
   if (records.attributesChanged()) {
     files.emplace_back(state->folder / "attributes.txt", writeAttributes(state->drives));
   }
-  for (AtomicFile& file : files) file.replace();
+  // Lists of keys that are gone would not be read any more.
+  replaceTogether(files, state->folder / savingNote);
   state->hasSecurityFile = state->hasSecurityFile || securityChanged;
   keys.markSaved();
   records.markSaved();

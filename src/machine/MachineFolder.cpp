@@ -40,6 +40,7 @@ std::map<char, std::filesystem::path> driveFolders(const std::filesystem::path& 
 
 FolderContent readFolder(const std::filesystem::path& folder) {
   FolderLock lock(folder);
+  finishReplacing(folder / savingNote);
   if (!std::filesystem::exists(folder / "registry.reg")) {
     throw MachineError(folder.string() +
                        " has no registry.reg; put the registry there as the registry editor "

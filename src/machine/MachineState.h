@@ -23,6 +23,9 @@
 
 namespace zelvreg::machine {
 
+// Stands in a machine folder while its files are replaced.
+inline constexpr const char* savingNote = "saving.txt";
+
 struct Machine::State {
   FolderLock lock;
   // A machine folder and the form of its registry; an offline disk has neither.

@@ -51,6 +51,8 @@ class WideKey {
 
   [[nodiscard]] Presence presence() const;
   [[nodiscard]] bool isOpen() const { return key != nullptr; }
+  // Whether its access list is what kept it from opening.
+  [[nodiscard]] bool isDenied() const { return status == ERROR_ACCESS_DENIED; }
 
   // Names and values in the order in which the system lists them; none when the list breaks off.
   [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys() const;

@@ -9,11 +9,12 @@ namespace {
 constexpr REGSAM readAccess = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
 
 // What of a key that cannot be read is still in danger: a repair may delete it, write to it, or
-// give itself the rights to do so.
+// give itself the rights to do so. Only a denial tells that it may not: what fails for want of
+// memory, say, may work a moment later.
 bool canBeTaken(const TruePlace& place) {
   constexpr std::array<REGSAM, 3> rights{KEY_SET_VALUE, DELETE, WRITE_DAC};
   return std::ranges::any_of(
-      rights, [&](REGSAM right) { return WideKey(place.hive, place.path, right).isOpen(); });
+      rights, [&](REGSAM right) { return !WideKey(place.hive, place.path, right).isDenied(); });
 }
 
 // Whether the export is whole without a key that did not open.

@@ -1,5 +1,5 @@
 // The fixed keys that the scanners walk: other programs keep their records below them. The scanners
-// read them by these names,.
+// read them by these names.
 //
 // The letter case is part of what is reported.
 #ifndef ZELVREG_SCAN_SCANNED_KEYS_H

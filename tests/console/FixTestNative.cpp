@@ -1,14 +1,14 @@
 // Repairs of the demo machine from the command line on; the Windows program takes no such folder.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "console/Commands.h"
-#include "machine/CodePage.h"
 #include "machine/Machine.h"
-#include "machine/Registry.h"
 #include "machine/TemporaryFolder.h"
+#include "support/RegistryContent.h"
 #include "support/SourceFolder.h"
 
 namespace zelvreg::console {
@@ -40,30 +40,12 @@ class FixTest : public ::testing::Test {
 
   // Every key and value of the computer but the program's own, as lines.
   std::string content() const {
-    std::ostringstream lines;
-    const auto machine = machine::Machine::open(copy.path());
-    machine::Registry& registry = machine->registry();
-    const std::function<void(machine::RegistryKey&)> list = [&](machine::RegistryKey& key) {
-      const std::string path = machine::Registry::pathOf(key);
-      if (path.ends_with("\\zelvane")) {
-        return;
-      }
-      lines << path << "\n";
-      std::vector<std::string> values;
-      for (std::size_t at = 0; const auto* value = registry.values(key).at(at); ++at) {
-        const auto* bytes = reinterpret_cast<const char*>(value->data);
-        values.push_back(machine::utf8FromUtf16(value->name()) + "=" + std::to_string(value->type) +
-                         ":" + std::string(bytes, value->dataSize));
-      }
-      std::ranges::sort(values);
-      for (const std::string& value : values) {
-        lines << "  " << value << "\n";
-      }
-      registry.children(key).forEach([&](machine::RegistryKey* child) { list(*child); });
-    };
-    list(registry.machineRoot());
-    list(registry.usersRoot());
-    return lines.str();
+    std::string lines;
+    const auto computer = machine::Machine::open(copy.path());
+    for (const auto& [name, value] : fixture::registryContent(*computer)) {
+      lines.append(name).append(value.empty() ? "" : "=").append(value).append("\n");
+    }
+    return lines;
   }
 
   const fixture::TemporaryFolder copy;
@@ -108,6 +90,20 @@ TEST_F(FixTest, WithoutAnAnswerNothingIsRepaired) {
   const std::string before = content();
   EXPECT_EQ(run({"fix"}), problemsFound);
   EXPECT_EQ(content(), before);
+}
+
+TEST_F(FixTest, WithoutASafetyExportNothingIsRepaired) {
+  const std::string before = content();
+  std::ofstream(programFolder() / "backup") << "a file in the folder's place";
+  EXPECT_EQ(run({"fix", "--yes"}), failed);
+  EXPECT_NE(error.str().find("Nothing was repaired"), std::string::npos) << error.str();
+  EXPECT_EQ(content(), before);
+  EXPECT_EQ(run({"w4-c4"}), nothingFound);
+  EXPECT_EQ(error.str(), "");
+  EXPECT_EQ(content(), before);
+  EXPECT_TRUE(fs::exists(programFolder() / "regst.txt"));
+  EXPECT_NE(run({"fix", "--yes", "--no-backup"}), failed);
+  EXPECT_NE(content(), before);
 }
 
 TEST_F(FixTest, WithNothingFoundNothingIsWritten) {

@@ -131,6 +131,61 @@ TEST(AtomicFile, aBackupTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
   EXPECT_EQ(filesIn(folder), 3);
 }
 
+std::vector<AtomicFile> twoFiles(const TemporaryFolder& folder) {
+  std::vector<AtomicFile> files;
+  files.emplace_back(folder.path() / "a", "new a");
+  files.emplace_back(folder.path() / "b", "new b");
+  return files;
+}
+
+TEST(ReplaceTogether, replacesAllAndLeavesNothingElse) {
+  const TemporaryFolder folder;
+  folder.write("a", "old");
+  auto files = twoFiles(folder);
+  replaceTogether(files, folder.path() / "note");
+  EXPECT_EQ(folder.read("a"), "new a");
+  EXPECT_EQ(folder.read("b"), "new b");
+  EXPECT_EQ(filesIn(folder), 2);
+  finishReplacing(folder.path() / "note");
+  EXPECT_EQ(filesIn(folder), 2);
+}
+
+TEST(ReplaceTogether, leavesAllOldWhereTheFirstCannotBeReplaced) {
+  const TemporaryFolder folder;
+  folder.write("b", "old");
+  auto files = twoFiles(folder);
+  folder.makeFolder("a");
+  EXPECT_THROW(replaceTogether(files, folder.path() / "note"), MachineError);
+  files.clear();
+  EXPECT_EQ(folder.read("b"), "old");
+  EXPECT_FALSE(folder.has("note"));
+}
+
+TEST(ReplaceTogether, isEndedLaterWhereALaterOneCannotBeReplaced) {
+  const TemporaryFolder folder;
+  auto files = twoFiles(folder);
+  folder.makeFolder("b");
+  EXPECT_THROW(replaceTogether(files, folder.path() / "note"), MachineError);
+  files.clear();
+  EXPECT_EQ(folder.read("a"), "new a");
+  EXPECT_THROW(finishReplacing(folder.path() / "note"), MachineError);
+  std::filesystem::remove(folder.path() / "b");
+  finishReplacing(folder.path() / "note");
+  EXPECT_EQ(folder.read("b"), "new b");
+  EXPECT_EQ(filesIn(folder), 2);
+}
+
+TEST(FinishReplacing, movesNothingOutOfTheFolderOrIntoIt) {
+  const TemporaryFolder folder;
+  for (const char* names : {"../a\nb\n", "a\n../b\n", "a\n/b\n", "a\n..\n", "\nb\n"}) {
+    folder.write("a", "old");
+    folder.write("note", names);
+    EXPECT_THROW(finishReplacing(folder.path() / "note"), MachineError) << names;
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_TRUE(folder.has("note"));
+  }
+}
+
 TEST(ReadWholeFile, givesEveryByteOrSaysWhyNot) {
   const TemporaryFolder folder;
   const std::string content(200000, '\0');

@@ -30,6 +30,20 @@ TEST(FaultPlan, keepsSeveralFaultsOfOneKind) {
   EXPECT_EQ(plan.next(ApiCall::DeleteFile), ERROR_DISK_FULL);
 }
 
+TEST(FaultPlan, failsEveryCallFromOneOnUntilItIsForgotten) {
+  FaultPlan plan;
+  EXPECT_FALSE(plan.next(ApiCall::RegOpenKey));
+  plan.failFrom(ApiCall::RegOpenKey, 2, ERROR_ACCESS_DENIED);
+  EXPECT_FALSE(plan.next(ApiCall::RegOpenKey));
+  EXPECT_FALSE(plan.next(ApiCall::RegCreateKey));
+  for (int call = 0; call < 3; ++call) {
+    EXPECT_EQ(plan.next(ApiCall::RegOpenKey), ERROR_ACCESS_DENIED);
+  }
+  EXPECT_EQ(plan.calls(ApiCall::RegOpenKey), 5U);
+  plan.clear();
+  EXPECT_FALSE(plan.next(ApiCall::RegOpenKey));
+}
+
 TEST(FaultPlan, forgetsPlansAndCounts) {
   FaultPlan plan;
   plan.fail(ApiCall::CreateFile, 2, ERROR_ACCESS_DENIED);

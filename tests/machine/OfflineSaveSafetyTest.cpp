@@ -1,13 +1,12 @@
 // What saving an offline disk refuses, and that it leaves either the old hive or the new one.
 #include <gtest/gtest.h>
-#include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 
+#include "machine/KilledProcess.h"
 #include "machine/OfflineDiskFixture.h"
 
 namespace zelvreg::fixture {
@@ -191,38 +190,6 @@ TEST_F(OfflineSaveSafetyTest, AFullDiskLeavesAllHivesAsTheyWere) {
   std::signal(SIGXFSZ, handler);
 }
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool canBeTraced = false;  // the sanitizer's own checks at the end need to trace
-#else
-constexpr bool canBeTraced = true;
-#endif
-
-// Saves in another process and kills it at the n-th system call after it began to. Whether it had
-// ended by itself before.
-template <typename Save>
-bool endsBeforeCall(int number, Save save) {
-  const pid_t child = fork();
-  if (child == 0) {
-    ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-    std::raise(SIGSTOP);
-    save();
-    _exit(0);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  // Each call stops twice, before and after.
-  for (int stop = 0; stop < 2 * number && WIFSTOPPED(status); ++stop) {
-    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-    waitpid(child, &status, 0);
-  }
-  if (!WIFSTOPPED(status)) {
-    return true;
-  }
-  kill(child, SIGKILL);
-  waitpid(child, &status, 0);
-  return false;
-}
-
 TEST_F(OfflineSaveSafetyTest, ThatIsKilledAnywhereLeavesTheOldHiveOrTheNew) {
   if (!canBeTraced) {
     GTEST_SKIP() << "a process under this sanitizer cannot be traced";
@@ -246,11 +213,12 @@ TEST_F(OfflineSaveSafetyTest, ThatIsKilledAnywhereLeavesTheOldHiveOrTheNew) {
   std::set<std::string> seen;
   for (bool isDone = false; !isDone && calls < mostCalls; ++calls) {
     restore();
-    isDone = endsBeforeCall(calls, [this] {
-      open();
-      changeAll();
-      computer->save();
-    });
+    isDone = endsBeforeCall(
+        calls, [this] { open(); },
+        [this] {
+          changeAll();
+          computer->save();
+        });
     for (const auto& [name, bytes] : old) {
       const std::string now = disk.read(name);
       ASSERT_TRUE(now == bytes || now == written.at(name)) << name << " at call " << calls;

@@ -15,8 +15,10 @@ namespace zelvreg::fixture {
 
 class TemporaryFolder {
  public:
-  TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "zelvreg-XXXXXX").string();
+  TemporaryFolder() : TemporaryFolder(std::filesystem::temp_directory_path()) {}
+  // Below this folder.
+  explicit TemporaryFolder(const std::filesystem::path& above) {
+    std::string name = (above / "zelvreg-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder: " + name);
     folder = name;
   }

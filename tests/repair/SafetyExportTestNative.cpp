@@ -39,6 +39,17 @@ TEST_F(SafetyExportFaultsTest, AKeyThatCanNeitherBeReadNorDeletedIsLeftOut) {
                                       "hklm\\software\\classes\\safetyexporttest|x"}));
 }
 
+TEST_F(SafetyExportFaultsTest, OnlyADenialTellsThatAKeyCannotBeDeleted) {
+  auto& faults = machine::Machine::current()->faults();
+  faults.failFrom(machine::ApiCall::RegOpenKey, 1, ERROR_NOT_ENOUGH_MEMORY);
+  EXPECT_FALSE(writeSafetyExport(form));
+  faults.clear();
+  faults.failFrom(machine::ApiCall::RegOpenKey, 1, ERROR_ACCESS_DENIED);
+  EXPECT_TRUE(writeSafetyExport(form));
+  faults.clear();
+  EXPECT_TRUE(exports().empty());
+}
+
 TEST_F(SafetyExportFaultsTest, AListThatBreaksOffGivesFalse) {
   auto& faults = machine::Machine::current()->faults();
   faults.clear();

@@ -1,0 +1,32 @@
+#include "registry/Deletion.h"
+#include "repair/ContainerRows.h"
+
+namespace zelvreg::fixture {
+namespace {
+
+class ContainerRowsTest : public ContainerRowsFixture {
+ protected:
+  ~ContainerRowsTest() override {
+    LONG rc = 0;
+    for (const std::string& place : places) {
+      removeKey(place + "\\ContainerTest");
+      const std::string hive = place.starts_with("HKEY_CURRENT_USER") ? "HKCU" : "HKLM";
+      fDeleteValue(hive, place.substr(place.find('\\') + 1), "ContainerTest", rc);
+    }
+  }
+};
+
+TEST_P(ContainerRowsTest, ARecordWithoutANameTakesNoOther) {
+  row.kind.routine(form);
+  for (const std::string& place : places) {
+    EXPECT_EQ(storedText(place + "\\ContainerTest\\Below", "x"), "y") << place;
+    EXPECT_EQ(storedText(place, "ContainerTest"), "stays") << place;
+  }
+  EXPECT_EQ(form.View2.count(), 0U);
+  EXPECT_EQ(form.sparedKeys.empty(), !seeksTheKeyItself());
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, ContainerRowsTest, ::testing::ValuesIn(containerRows()), nameOfRow);
+
+}  // namespace
+}  // namespace zelvreg::fixture

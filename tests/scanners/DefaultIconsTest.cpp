@@ -2,23 +2,22 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 #include "text/Numbers.h"
 
 namespace zelvreg {
 namespace {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 const std::string machineClasses = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\";
 // Stands before all other classes.
 const std::string prefix = "!DefaultIconsTest";
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 const std::string gone = "c:\\defaulticonstest\\gone.dll";
 const std::string there = "c:\\defaulticonstest\\there.dll";
 
-class DefaultIconsTest : public fixture::ComputerFixture {
+class DefaultIconsTest : public fixture::ScannerFixture {
  protected:
   DefaultIconsTest() {
     emptyKey(countKey);

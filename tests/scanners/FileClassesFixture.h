@@ -5,12 +5,12 @@
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/FileClasses.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 #include "text/Numbers.h"
 
 namespace zelvreg::fileClasses {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 inline const std::string classesRoot = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\";
 // Stands before all other classes.
@@ -18,14 +18,13 @@ inline const std::string className = "!FileClassesTest";
 inline const std::string openKey = "\\shell\\open\\command";
 inline const std::string editKey = "\\shell\\edit\\command";
 inline const std::string mediaTypes = "MIME\\Database\\Content Type";
-inline const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 inline const std::string gone = "C:\\FileClassesTest\\Gone.exe";
 inline const std::string there = "C:\\FileClassesTest\\There.exe";
 
-class FileClassesFixture : public fixture::ComputerFixture {
+class FileClassesFixture : public fixture::ScannerFixture {
  protected:
-  explicit FileClassesFixture(int bits = 64) : fixture::ComputerFixture(bits) {
+  explicit FileClassesFixture(int bits = 64) : fixture::ScannerFixture(bits) {
     removeClasses();
     emptyKey(classesRoot + mediaTypes);
     emptyKey(countKey);

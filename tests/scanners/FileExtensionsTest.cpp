@@ -4,21 +4,20 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
 namespace {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 const std::string extensionsKey =
     "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts";
 const std::string extensionsNtKey =
     "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Explorer\\FileExts";
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 
-class FileExtensionsTest : public fixture::ComputerFixture {
+class FileExtensionsTest : public fixture::ScannerFixture {
  protected:
   FileExtensionsTest() {
     emptyKey(extensionsKey);
@@ -45,21 +44,8 @@ class FileExtensionsTest : public fixture::ComputerFixture {
             "m"};
   }
 
-  std::vector<Texts> findings() const {
-    std::vector<Texts> rows;
-    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      rows.push_back(fixture::findingOf(form, row));
-    }
-    return rows;
-  }
-
-  // Scans, noting something each time the message queue is served.
   Texts noteWhileScanning(const std::function<std::string()>& note) {
-    Texts notes;
-    form.messages.serveHost = [&] { notes.push_back(note()); };
-    fileext(form);
-    form.messages.serveHost = nullptr;
-    return notes;
+    return noteDuring(fileext, note);
   }
 
   std::string cell() const { return form.View1.text(12, problemsColumn); }

@@ -4,21 +4,20 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
 namespace {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 const std::string subKey =
     "SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\FirewallRules";
 const std::string rulesKey = "HKEY_LOCAL_MACHINE\\" + subKey;
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 const std::string folder = "C:\\FirewallRulesTest\\";
 
-class FirewallRulesTest : public fixture::ComputerFixture {
+class FirewallRulesTest : public fixture::ScannerFixture {
  protected:
   FirewallRulesTest() {
     emptyKey(rulesKey);
@@ -41,21 +40,8 @@ class FirewallRulesTest : public fixture::ComputerFixture {
     return {rule, name, "11", "HKEY_LOCAL_MACHINE", subKey, "l"};
   }
 
-  std::vector<Texts> findings() const {
-    std::vector<Texts> rows;
-    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      rows.push_back(fixture::findingOf(form, row));
-    }
-    return rows;
-  }
-
-  // Scans, noting something each time the message queue is served.
   Texts noteWhileScanning(const std::function<std::string()>& note) {
-    Texts notes;
-    form.messages.serveHost = [&] { notes.push_back(note()); };
-    Command32(form);
-    form.messages.serveHost = nullptr;
-    return notes;
+    return noteDuring(Command32, note);
   }
 
   std::string cell() const { return form.View1.text(11, problemsColumn); }

@@ -2,7 +2,7 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
 namespace {
@@ -11,10 +11,9 @@ const std::string windowsKey = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows
 const std::string windowsNtKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion";
 const std::string fontsKey = windowsNtKey + "\\Fonts";
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 
-class FontsTest : public fixture::ComputerFixture {
+class FontsTest : public fixture::ScannerFixture {
  protected:
   FontsTest() {
     emptyKey(fontsKey);

@@ -9,11 +9,11 @@
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/HelpFiles.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg::helpFiles {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 inline const std::string helpKey = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\Help";
 inline const std::string helpNtKey = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\Help";
@@ -21,17 +21,16 @@ inline const std::string htmlKey = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Win
 inline const std::string htmlNtKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\HTML Help";
 inline const std::string snapInsKey = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\MMC\\SnapIns";
-inline const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 inline const std::string folder = "C:\\HelpFilesTest";
 // Without a backslash behind it, a file whose name begins with what the folder ends in is there.
 inline const std::string prefixFolder = folder + "\\pre";
 // Holds the files that are there under their folder alone.
 inline const std::string wholeFolder = folder + "\\whole";
 
-class HelpFilesFixture : public fixture::ComputerFixture {
+class HelpFilesFixture : public fixture::ScannerFixture {
  protected:
-  explicit HelpFilesFixture(int bits = 64) : fixture::ComputerFixture(bits) {
+  explicit HelpFilesFixture(int bits = 64) : fixture::ScannerFixture(bits) {
     for (const std::string& key : {helpKey, helpNtKey, htmlKey, htmlNtKey, snapInsKey, countKey}) {
       emptyKey(key);
     }
@@ -78,21 +77,8 @@ class HelpFilesFixture : public fixture::ComputerFixture {
     return (GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY) != 0;
   }
 
-  std::vector<Texts> findings() const {
-    std::vector<Texts> rows;
-    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      rows.push_back(fixture::findingOf(form, row));
-    }
-    return rows;
-  }
-
-  // Scans, noting something each time the message queue is served.
   Texts noteWhileScanning(const std::function<std::string()>& note) {
-    Texts notes;
-    form.messages.serveHost = [&] { notes.push_back(note()); };
-    Command7(form);
-    form.messages.serveHost = nullptr;
-    return notes;
+    return noteDuring(Command7, note);
   }
 
   std::string cell() const { return form.View1.text(4, problemsColumn); }

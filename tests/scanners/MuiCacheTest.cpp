@@ -2,7 +2,7 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
 namespace {
@@ -10,12 +10,11 @@ namespace {
 const std::string cacheKey =
     "Software\\Classes\\Local Settings\\Software\\Microsoft\\Windows\\Shell\\MuiCache";
 const std::string fullKey = "HKEY_CURRENT_USER\\" + cacheKey;
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 const std::string gone = "C:\\MuiCacheTest\\Gone.exe";
 const std::string there = "C:\\MuiCacheTest\\There.exe";
 
-class MuiCacheTest : public fixture::ComputerFixture {
+class MuiCacheTest : public fixture::ScannerFixture {
  protected:
   MuiCacheTest() {
     emptyKey(fullKey);

@@ -4,12 +4,12 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
 namespace {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 const std::string userRoot = "HKEY_CURRENT_USER\\";
 const std::string explorer = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer";
@@ -24,10 +24,9 @@ const std::array<std::string, 8> lists{documents,
                                        explorer + "\\ComDlg32\\OpenSavePidlMRU",
                                        explorer + "\\ComDlg32\\LastVisitedPidlMRULegacy",
                                        lastList};
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 
-class RecentListsTest : public fixture::ComputerFixture {
+class RecentListsTest : public fixture::ScannerFixture {
  protected:
   RecentListsTest() {
     for (const std::string& list : lists) {

@@ -4,14 +4,14 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scanners/ScannerFixture.h"
 #include "scanners/ServerFiles.h"
-#include "support/ComputerFixture.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
 namespace zelvreg::serverFiles {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 inline const std::string classA = "{ServerFilesTest-A}";
 inline const std::string classB = "{ServerFilesTest-B}";
@@ -20,8 +20,7 @@ inline const std::string usersHive = "!ServerFilesTest-1_Classes";
 inline const std::string laterUsersHive = "!ServerFilesTest-2_Classes";
 inline const std::string machineClasses = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes";
 inline const std::string userClasses = "HKEY_CURRENT_USER\\Software\\Classes";
-inline const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 inline const std::string there = "C:\\ServerFilesTest\\There.dll";
 inline const std::string gone = "C:\\ServerFilesTest\\Gone.dll";
 inline const std::string goneResolved = "c:\\serverfilestest\\gone.dll";
@@ -75,7 +74,7 @@ inline const Place ofMachine{"Machine",
                              "13",
                              "j"};
 
-class ServerFilesFixture : public fixture::ComputerFixture {
+class ServerFilesFixture : public fixture::ScannerFixture {
  protected:
   ServerFilesFixture() {
     removeClasses();

@@ -4,27 +4,26 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scanners/ScannerFixture.h"
 #include "scanners/ServerPrograms.h"
-#include "support/ComputerFixture.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
 namespace zelvreg::serverPrograms {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 inline const std::string classA = "{ServerProgramsTest-A}";
 inline const std::string classB = "{ServerProgramsTest-B}";
 inline const std::string classKeys = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\CLSID\\";
 inline const std::string classKeys32 =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\Wow6432Node\\CLSID\\";
-inline const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 inline const std::string folder = "C:\\ServerProgramsTest";
 inline const std::string there = folder + "\\There.exe";
 inline const std::string gone = folder + "\\Gone.exe";
 
-class ServerProgramsFixture : public fixture::ComputerFixture {
+class ServerProgramsFixture : public fixture::ScannerFixture {
  protected:
   ServerProgramsFixture() {
     removeClasses();

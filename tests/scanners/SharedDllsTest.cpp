@@ -2,7 +2,7 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "support/ComputerFixture.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
 namespace {
@@ -14,12 +14,11 @@ const std::string key32 =
 const std::string report64 = "Software\\Microsoft\\windows\\currentversion\\SharedDlls";
 const std::string report32 =
     "Software\\Wow6432Node\\Microsoft\\windows\\currentversion\\SharedDlls";
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 const std::string gone = "C:\\SharedDllsTest\\gone.dll";
 const std::string there = "C:\\SharedDllsTest\\There.dll";
 
-class SharedDllsTest : public fixture::ComputerFixture {
+class SharedDllsTest : public fixture::ScannerFixture {
  protected:
   SharedDllsTest() {
     emptyKey(key64);

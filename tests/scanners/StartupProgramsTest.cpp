@@ -3,17 +3,17 @@
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/GrantedKeys.h"
+#include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
 namespace {
 
 using Rows = std::vector<std::vector<std::string>>;
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 const std::string there = "C:\\StartupProgramsTest\\There.exe";
 const std::string gone = "C:\\StartupProgramsTest\\Gone.exe";
-const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 
 struct RunKey {
   const char* name;
@@ -40,7 +40,7 @@ Texts findingIn(const RunKey& key, const std::string& name) {
   return {"Startup programs", name, "144", key.root, key.reported, "ru"};
 }
 
-class StartupProgramsTest : public fixture::ComputerFixture {
+class StartupProgramsTest : public fixture::ScannerFixture {
  protected:
   StartupProgramsTest() {
     for (const RunKey& key : runKeys) {

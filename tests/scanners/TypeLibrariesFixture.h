@@ -7,14 +7,14 @@
 #include "registry/AccountSids.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scanners/ScannerFixture.h"
 #include "scanners/TypeLibraries.h"
-#include "support/ComputerFixture.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
 namespace zelvreg::typeLibraries {
 
-using Texts = std::vector<std::string>;
+using fixture::Texts;
 
 inline const std::string nameA = "{TypeLibrariesTest-A}";
 inline const std::string nameB = "{TypeLibrariesTest-B}";
@@ -22,13 +22,12 @@ inline const std::string libraryKeys = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\T
 inline const std::string classKeys = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\CLSID\\";
 inline const std::string classKeys32 =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\Wow6432Node\\CLSID\\";
-inline const std::string countKey =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+using fixture::countKey;
 inline const std::string folder = "C:\\TypeLibrariesTest";
 inline const std::string there = folder + "\\There.tlb";
 inline const std::string gone = folder + "\\Gone.tlb";
 
-class TypeLibrariesFixture : public fixture::ComputerFixture {
+class TypeLibrariesFixture : public fixture::ScannerFixture {
  protected:
   TypeLibrariesFixture() {
     removeKeys();

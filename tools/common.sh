@@ -13,6 +13,8 @@ build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-de
   nlohmann-json3-dev libgtest-dev)
 lint_packages=(clang-format clang-tidy python3)
 windows_packages=(googletest g++-mingw-w64-i686-posix mmdebstrap uidmap bubblewrap)
+# A display of its own for the programs that have windows, and what takes pictures of it.
+display_packages=(xvfb imagemagick hsetroot xcompmgr trayer)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -1,0 +1,153 @@
+#include "controls/ButtonContent.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvreg::controls {
+namespace {
+
+constexpr double padding = 12;
+constexpr double gap = 8;
+
+bool isStacked(PicturePlace place) {
+  return place == PicturePlace::Above || place == PicturePlace::Below;
+}
+
+bool isBeside(PicturePlace place) { return !isStacked(place) && place != PicturePlace::Behind; }
+
+Rectangle placed(int left, int top, Size size) {
+  return {left, top, left + size.width, top + size.height};
+}
+
+std::uint32_t part(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
+
+std::uint32_t withAlpha(Rgb colour, std::uint32_t alpha) {
+  const auto multiplied = [alpha](std::uint8_t value) { return (value * alpha + 127) / 255; };
+  return alpha << 24 | multiplied(colour.red) << 16 | multiplied(colour.green) << 8 |
+         multiplied(colour.blue);
+}
+
+std::uint32_t grey(std::uint32_t pixel) {
+  // The weights of the three colours in what the eye takes for brightness, in hundredths.
+  const std::uint32_t level =
+      (part(pixel, 16) * 30 + part(pixel, 8) * 59 + part(pixel, 0) * 11 + 50) / 100;
+  return (pixel & 0xFF000000) | level << 16 | level << 8 | level;
+}
+
+std::uint32_t faded(std::uint32_t pixel, double share) {
+  std::uint32_t result = 0;
+  for (const int shift : {0, 8, 16, 24}) {
+    result |= static_cast<std::uint32_t>(std::lround(part(pixel, shift) * share)) << shift;
+  }
+  return result;
+}
+
+template <class Change>
+void forEachPixel(Bitmap& picture, const Change& change) {
+  std::ranges::transform(picture.pixels, picture.pixels.begin(), change);
+}
+
+// The picture in front of its own shape, one pixel further right and down.
+Bitmap withShadow(const Bitmap& picture) {
+  Bitmap shape = picture;
+  forEachPixel(shape, [](std::uint32_t pixel) { return withAlpha({}, (pixel >> 24) * 2 / 5); });
+  Bitmap both(picture.width + 1, picture.height + 1);
+  Canvas canvas(both);
+  canvas.draw(shape, 1, 1);
+  canvas.draw(picture, 0, 0);
+  return both;
+}
+
+void applyEffect(Bitmap& picture, PictureEffect effect, bool isHovered, Rgb textColour) {
+  switch (effect) {
+    case PictureEffect::TextColour:
+      forEachPixel(picture,
+                   [&](std::uint32_t pixel) { return withAlpha(textColour, pixel >> 24); });
+      break;
+    case PictureEffect::Pale:
+      if (!isHovered) {
+        forEachPixel(picture, [](std::uint32_t pixel) { return faded(pixel, 0.6); });
+      }
+      break;
+    case PictureEffect::Shadow:
+      picture = withShadow(picture);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+int captionRoom(Size button, Size picture, PicturePlace place, int dpi) {
+  const int taken = isBeside(place) && picture.width > 0 ? picture.width + scaled(gap, dpi) : 0;
+  return std::max(0, button.width - 2 * scaled(padding, dpi) - taken);
+}
+
+ContentPlaces placeContent(Size button, Size picture, Size text, PicturePlace place,
+                           bool isLeftAligned, int dpi) {
+  const bool hasBoth = picture.width > 0 && text.width > 0;
+  const int between = hasBoth ? scaled(gap, dpi) : 0;
+  // Stacked, the two come closer, as a line of text brings some room of its own.
+  const int below = between / 2;
+  Size block{std::max(picture.width, text.width), std::max(picture.height, text.height)};
+  if (isBeside(place)) {
+    block.width = picture.width + between + text.width;
+  } else if (isStacked(place)) {
+    block.height = picture.height + below + text.height;
+  }
+  const int left = isLeftAligned ? scaled(padding, dpi) : (button.width - block.width) / 2;
+  const int top = (button.height - block.height) / 2;
+  const auto middle = [](int whole, int inner) { return (whole - inner) / 2; };
+  int pictureLeft = left + middle(block.width, picture.width);
+  int textLeft = left + middle(block.width, text.width);
+  int pictureTop = top + middle(block.height, picture.height);
+  int textTop = top + middle(block.height, text.height);
+  switch (place) {
+    case PicturePlace::Right:
+      textLeft = left;
+      pictureLeft = left + text.width + between;
+      break;
+    case PicturePlace::Above:
+      pictureTop = top;
+      textTop = top + picture.height + below;
+      break;
+    case PicturePlace::Below:
+      textTop = top;
+      pictureTop = top + text.height + below;
+      break;
+    case PicturePlace::Behind:
+      break;
+    default:
+      pictureLeft = left;
+      textLeft = left + picture.width + between;
+      break;
+  }
+  return {placed(pictureLeft, pictureTop, picture), placed(textLeft, textTop, text)};
+}
+
+Picture shownPicture(const ButtonProperties& properties, const ButtonState& state, Rgb textColour) {
+  const bool isHovered = state.isHovered && properties.Enabled;
+  const Picture& chosen =
+      isHovered && properties.PictureOver ? properties.PictureOver : properties.PictureNormal;
+  if (!chosen) {
+    return nullptr;
+  }
+  Bitmap shown = *chosen;
+  if (properties.UseMaskColor && !isSystemColour(properties.MaskColor)) {
+    const std::uint32_t mask = opaque(fromProperty(properties.MaskColor));
+    std::ranges::replace(shown.pixels, mask, 0U);
+  }
+  if ((properties.UseGreyscale && !isHovered) || !properties.Enabled) {
+    forEachPixel(shown, grey);
+  }
+  applyEffect(shown, static_cast<PictureEffect>(properties.SpecialEffect), isHovered, textColour);
+  // In the text's colour it is as pale as the text already.
+  if (!properties.Enabled &&
+      properties.SpecialEffect != static_cast<std::int16_t>(PictureEffect::TextColour)) {
+    forEachPixel(shown, [](std::uint32_t pixel) { return faded(pixel, 0.45); });
+  }
+  return std::make_shared<const Bitmap>(std::move(shown));
+}
+
+}  // namespace zelvreg::controls

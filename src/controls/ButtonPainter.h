@@ -1,0 +1,26 @@
+// Paints a button from its state.
+#ifndef ZELVREG_CONTROLS_BUTTON_PAINTER_H
+#define ZELVREG_CONTROLS_BUTTON_PAINTER_H
+
+#include "controls/ButtonLook.h"
+#include "controls/PaintBuffer.h"
+
+namespace zelvreg::controls {
+
+// How a button is painted in its window, beside its properties and its state.
+struct ButtonSetting {
+  HFONT font = nullptr;
+  int dpi = 96;
+  Palette palette;
+};
+
+// Over the ground that the buffer holds already, and over all of the buffer.
+void paintButton(const PaintBuffer& buffer, const ButtonProperties& properties,
+                 const ButtonState& state, const ButtonSetting& setting);
+
+// The system's colours of now.
+SystemColours systemColours();
+
+}  // namespace zelvreg::controls
+
+#endif

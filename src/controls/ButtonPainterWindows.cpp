@@ -1,0 +1,77 @@
+#include "controls/ButtonPainter.h"
+
+#include <algorithm>
+
+#include "controls/ButtonContent.h"
+
+namespace zelvreg::controls {
+namespace {
+
+// A caption and how it is broken.
+struct Caption {
+  std::wstring text;
+  UINT format = 0;
+  Size size;
+};
+
+Size measured(HDC dc, const std::wstring& text, int width, UINT format) {
+  RECT box{0, 0, width, 0};
+  DrawTextW(dc, text.data(), static_cast<int>(text.size()), &box, format | DT_CALCRECT);
+  return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
+}
+
+// In as many lines as there is room for; a caption that is too long even so ends in an ellipsis.
+Caption fitted(HDC dc, const std::string& text, int width, int height) {
+  Caption caption{wideText(text), DT_WORDBREAK, {}};
+  if (caption.text.empty()) {
+    return caption;
+  }
+  caption.size = measured(dc, caption.text, width, caption.format);
+  if (caption.size.width > width || caption.size.height > height) {
+    caption.format = DT_SINGLELINE | DT_END_ELLIPSIS;
+    caption.size = measured(dc, caption.text, width, caption.format);
+    caption.size.width = std::min(caption.size.width, width);
+  }
+  return caption;
+}
+
+Rgb systemColourNow(int index) { return fromProperty(GetSysColor(index)); }
+
+}  // namespace
+
+void paintButton(const PaintBuffer& buffer, const ButtonProperties& properties,
+                 const ButtonState& state, const ButtonSetting& setting) {
+  const Size size = buffer.size();
+  const ButtonLook look = lookOf(properties, state, size, setting.dpi, setting.palette);
+  Canvas canvas = buffer.canvas();
+  for (const Shape& shape : look.shapes) {
+    canvas.draw(shape);
+  }
+
+  const Picture picture = shownPicture(properties, state, look.text);
+  const Size pictureSize = picture ? Size{picture->width, picture->height} : Size();
+  const auto place = static_cast<PicturePlace>(properties.PicturePosition);
+  const Selection font(buffer.dc(), setting.font);
+  const Caption caption = fitted(buffer.dc(), properties.Caption,
+                                 captionRoom(size, pictureSize, place, setting.dpi), size.height);
+  const ContentPlaces places =
+      placeContent(size, pictureSize, caption.size, place, look.isLeftAligned, setting.dpi);
+  if (picture) {
+    canvas.draw(*picture, places.picture.left, places.picture.top + look.shift);
+  }
+  RECT box{places.text.left, places.text.top + look.shift, places.text.right,
+           places.text.bottom + look.shift};
+  SetBkMode(buffer.dc(), TRANSPARENT);
+  SetTextColor(buffer.dc(), colorRef(look.text));
+  const UINT alignment = look.isLeftAligned ? DT_LEFT : DT_CENTER;
+  DrawTextW(buffer.dc(), caption.text.data(), static_cast<int>(caption.text.size()), &box,
+            caption.format | alignment);
+}
+
+SystemColours systemColours() {
+  return {systemColourNow(COLOR_BTNFACE), systemColourNow(COLOR_BTNTEXT),
+          systemColourNow(COLOR_GRAYTEXT), systemColourNow(COLOR_HIGHLIGHT),
+          systemColourNow(COLOR_HIGHLIGHTTEXT)};
+}
+
+}  // namespace zelvreg::controls

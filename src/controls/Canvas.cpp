@@ -1,0 +1,111 @@
+#include "controls/Canvas.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvreg::controls {
+namespace {
+
+// The way from a point to the edge of a rectangle with round corners, negative inside.
+double distanceTo(const Shape& shape, double x, double y) {
+  const double halfWidth = (shape.right - shape.left) / 2;
+  const double halfHeight = (shape.bottom - shape.top) / 2;
+  const double radius = std::min({shape.radius, halfWidth, halfHeight});
+  const double beyondX = std::abs(x - shape.left - halfWidth) - halfWidth + radius;
+  const double beyondY = std::abs(y - shape.top - halfHeight) - halfHeight + radius;
+  return std::hypot(std::max(beyondX, 0.0), std::max(beyondY, 0.0)) +
+         std::min(std::max(beyondX, beyondY), 0.0) - radius;
+}
+
+double distanceTo(const Stroke& stroke, double x, double y) {
+  const double alongX = stroke.toX - stroke.fromX;
+  const double alongY = stroke.toY - stroke.fromY;
+  const double length = alongX * alongX + alongY * alongY;
+  const double share =
+      length > 0 ? std::clamp(((x - stroke.fromX) * alongX + (y - stroke.fromY) * alongY) / length,
+                              0.0, 1.0)
+                 : 0.0;
+  return std::hypot(x - stroke.fromX - alongX * share, y - stroke.fromY - alongY * share);
+}
+
+// The part of a pixel on the inner side of an edge at this distance from its middle.
+double inside(double distance) { return std::clamp(0.5 - distance, 0.0, 1.0); }
+
+std::uint32_t part(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
+
+// A source whose colours are already multiplied by its alpha, laid over a pixel.
+std::uint32_t over(std::uint32_t below, std::uint32_t source, double opacity) {
+  const double through = 1 - part(source, 24) / 255.0 * opacity;
+  std::uint32_t result = 0;
+  for (const int shift : {0, 8, 16, 24}) {
+    const double sum = part(source, shift) * opacity + part(below, shift) * through;
+    result |= static_cast<std::uint32_t>(std::min(std::lround(sum), 255L)) << shift;
+  }
+  return result;
+}
+
+}  // namespace
+
+int scaled(double pixels, int dpi) { return static_cast<int>(std::lround(pixels * dpi / 96)); }
+
+double coverage(const Shape& shape, double x, double y) {
+  if (shape.right <= shape.left || shape.bottom <= shape.top) {
+    return 0;
+  }
+  const double distance = distanceTo(shape, x, y);
+  return shape.line > 0 ? inside(distance) - inside(distance + shape.line) : inside(distance);
+}
+
+std::uint32_t& Canvas::at(int column, int row) {
+  return pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
+                static_cast<std::size_t>(column)];
+}
+
+template <class Cover>
+void Canvas::cover(double left, double top, double right, double bottom, const Cover& coverOf) {
+  const int firstRow = std::max(0, static_cast<int>(std::floor(top)));
+  const int endRow = std::min(height, static_cast<int>(std::ceil(bottom)));
+  const int firstColumn = std::max(0, static_cast<int>(std::floor(left)));
+  const int endColumn = std::min(width, static_cast<int>(std::ceil(right)));
+  for (int row = firstRow; row < endRow; ++row) {
+    for (int column = firstColumn; column < endColumn; ++column) {
+      coverOf(at(column, row), column + 0.5, row + 0.5);
+    }
+  }
+}
+
+void Canvas::clear(Rgb colour) { std::ranges::fill(pixels, opaque(colour)); }
+
+void Canvas::draw(const Shape& shape) {
+  cover(shape.left, shape.top, shape.right, shape.bottom,
+        [&](std::uint32_t& pixel, double x, double y) {
+          const double share = coverage(shape, x, y);
+          if (share > 0) {
+            const double down = (y - shape.top) / (shape.bottom - shape.top);
+            pixel = over(pixel, opaque(mix(shape.upper, shape.lower, down)), share * shape.opacity);
+          }
+        });
+}
+
+void Canvas::draw(const Stroke& stroke, Rgb colour) {
+  const double half = stroke.width / 2;
+  cover(
+      std::min(stroke.fromX, stroke.toX) - half - 1, std::min(stroke.fromY, stroke.toY) - half - 1,
+      std::max(stroke.fromX, stroke.toX) + half + 1, std::max(stroke.fromY, stroke.toY) + half + 1,
+      [&](std::uint32_t& pixel, double x, double y) {
+        const double share = inside(distanceTo(stroke, x, y) - half);
+        if (share > 0) {
+          pixel = over(pixel, opaque(colour), share);
+        }
+      });
+}
+
+void Canvas::draw(const Bitmap& picture, int left, int top, double opacity) {
+  cover(left, top, left + picture.width, top + picture.height,
+        [&](std::uint32_t& pixel, double x, double y) {
+          pixel = over(pixel, picture.at(static_cast<int>(x) - left, static_cast<int>(y) - top),
+                       opacity);
+        });
+}
+
+}  // namespace zelvreg::controls

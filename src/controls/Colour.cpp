@@ -1,0 +1,40 @@
+#include "controls/Colour.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvreg::controls {
+namespace {
+
+double linear(std::uint8_t part) {
+  const double share = part / 255.0;
+  return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+}
+
+double luminance(Rgb colour) {
+  return 0.2126 * linear(colour.red) + 0.7152 * linear(colour.green) + 0.0722 * linear(colour.blue);
+}
+
+std::uint8_t between(std::uint8_t from, std::uint8_t to, double share) {
+  return static_cast<std::uint8_t>(std::lround(from + (to - from) * share));
+}
+
+}  // namespace
+
+Rgb mix(Rgb from, Rgb to, double share) {
+  const double kept = std::clamp(share, 0.0, 1.0);
+  return {between(from.red, to.red, kept), between(from.green, to.green, kept),
+          between(from.blue, to.blue, kept)};
+}
+
+double contrast(Rgb one, Rgb other) {
+  const double first = luminance(one) + 0.05;
+  const double second = luminance(other) + 0.05;
+  return std::max(first, second) / std::min(first, second);
+}
+
+bool isLight(Rgb colour) {
+  return contrast(colour, rgb(0x1F2937)) >= contrast(colour, rgb(0xFFFFFF));
+}
+
+}  // namespace zelvreg::controls

@@ -1,0 +1,75 @@
+// Gives the menus of a form a look of their own: pictures, a soft highlight, room for both.
+#ifndef ZELVREG_CONTROLS_COOL_MENU_H
+#define ZELVREG_CONTROLS_COOL_MENU_H
+
+#include <windows.h>
+
+// This one stands on the one before.
+#include <commctrl.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "controls/GdiObjects.h"
+#include "controls/MenuEntry.h"
+#include "controls/MenuItemData.h"
+
+namespace zelvreg::controls {
+
+class PaintBuffer;
+
+// The control that holds the pictures. An entry has the picture whose key is its plain caption.
+struct MenuPictures {
+  HIMAGELIST hImageList = nullptr;  // not owned; must outlive the menus' use of it
+  std::vector<std::string> ListImages;
+
+  [[nodiscard]] int Count() const { return static_cast<int>(ListImages.size()); }
+};
+
+class CoolMenu {
+ public:
+  // `charset` is for captions in the code page of another language than the system's.
+  explicit CoolMenu(MenuPictures shown, int dpi = 96, std::optional<BYTE> charset = {});
+  CoolMenu(const CoolMenu&) = delete;
+  CoolMenu& operator=(const CoolMenu&) = delete;
+  ~CoolMenu() { uninstall(); }
+
+  // The entries of a menu bar with all that opens from them; of a context menu. A menu that is not
+  // there is passed over. The entries keep their captions, so that access keys and screen readers
+  // find them. Call it again for a menu that has new entries.
+  void installBar(HMENU menu);
+  void installPopup(HMENU menu);
+  // All entries are the system's again.
+  void uninstall();
+
+  [[nodiscard]] const CMyItemDatas& items() const { return datas; }
+
+  // Answer the requests of the form's window procedure; false for a request about something else.
+  bool measure(LPARAM request) const;
+  bool draw(LPARAM request) const;
+  // The answer to an access key that the system did not find.
+  [[nodiscard]] std::optional<LRESULT> findKey(HMENU menu, char key) const;
+
+ private:
+  void installEntry(HMENU menu, int position, bool isMain);
+  [[nodiscard]] const CMyItemData* recordOf(ULONG_PTR itemData) const;
+  [[nodiscard]] int pictureOf(const std::string& menuText) const;
+  [[nodiscard]] MenuMetrics metrics() const;
+  void drawEntry(const PaintBuffer& buffer, const CMyItemData& entry, UINT state) const;
+  void drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
+                   const MenuEntryPlaces& places, UINT state) const;
+
+  MenuPictures pictures;
+  int resolution;
+  FontHandle font;
+  CMyItemDatas datas;
+  std::vector<HMENU> menus;
+};
+
+// An embossed picture of an image, as the system draws what cannot be chosen.
+void drawDisabledPicture(HDC target, HIMAGELIST images, int index, int left, int top);
+
+}  // namespace zelvreg::controls
+
+#endif

@@ -1,0 +1,173 @@
+#include <cstring>
+
+#include "controls/CoolMenu.h"
+#include "controls/PaintBuffer.h"
+
+namespace zelvreg::controls {
+namespace {
+
+// Where the picture is black the brush shows, elsewhere what is there stays.
+constexpr DWORD brushThroughMask = 0xB8074A;
+
+Rgb systemRgb(int index) { return fromProperty(GetSysColor(index)); }
+
+RECT toRect(const Rectangle& rectangle) {
+  return {rectangle.left, rectangle.top, rectangle.right, rectangle.bottom};
+}
+
+Shape filled(const Rectangle& place, double radius, Rgb colour) {
+  return {static_cast<double>(place.left),
+          static_cast<double>(place.top),
+          static_cast<double>(place.right),
+          static_cast<double>(place.bottom),
+          radius,
+          0,
+          colour,
+          colour};
+}
+
+void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format, int colour,
+              int offset) {
+  RECT box = toRect(place);
+  OffsetRect(&box, offset, offset);
+  SetTextColor(dc, GetSysColor(colour));
+  DrawTextA(dc, text.data(), static_cast<int>(text.size()), &box,
+            DT_SINGLELINE | DT_VCENTER | format);
+}
+
+// The text of an entry, or its keys. What cannot be chosen is drawn twice, light behind dark.
+void drawCaption(HDC dc, std::string_view text, const Rectangle& place, UINT format, UINT state) {
+  if ((state & (ODS_GRAYED | ODS_DISABLED)) != 0) {
+    drawText(dc, text, place, format, COLOR_3DHILIGHT, 1);
+    drawText(dc, text, place, format, COLOR_GRAYTEXT, 0);
+  } else {
+    drawText(dc, text, place, format, COLOR_MENUTEXT, 0);
+  }
+}
+
+void drawTick(Canvas canvas, const Rectangle& place, Rgb colour) {
+  const double unit = place.width() / 16.0;
+  const double width = 1.6 * unit;
+  const double left = place.left;
+  const double top = place.top;
+  canvas.draw(
+      Stroke{left + 3.5 * unit, top + 8.5 * unit, left + 6.5 * unit, top + 11.5 * unit, width},
+      colour);
+  canvas.draw(
+      Stroke{left + 6.5 * unit, top + 11.5 * unit, left + 12.5 * unit, top + 4.5 * unit, width},
+      colour);
+}
+
+Size sizeOfImages(HIMAGELIST images) {
+  IMAGEINFO info{};
+  ImageList_GetImageInfo(images, 0, &info);
+  return {static_cast<int>(info.rcImage.right - info.rcImage.left),
+          static_cast<int>(info.rcImage.bottom - info.rcImage.top)};
+}
+
+}  // namespace
+
+bool CoolMenu::draw(LPARAM request) const {
+  DRAWITEMSTRUCT record{};
+  std::memcpy(&record, reinterpret_cast<const void*>(request), sizeof record);
+  const CMyItemData* data = record.CtlType == ODT_MENU ? recordOf(record.itemData) : nullptr;
+  if (data == nullptr) {
+    return false;
+  }
+  const RECT& place = record.rcItem;
+  const Size size{static_cast<int>(place.right - place.left),
+                  static_cast<int>(place.bottom - place.top)};
+  const PaintBuffer buffer(size);
+  drawEntry(buffer, *data, record.itemState);
+  buffer.show(record.hDC, place.left, place.top);
+  // The system draws the arrow of a sub-menu over it.
+  return true;
+}
+
+void CoolMenu::drawEntry(const PaintBuffer& buffer, const CMyItemData& entry, UINT state) const {
+  HDC dc = buffer.dc();
+  const Size size = buffer.size();
+  const Rectangle whole{0, 0, size.width, size.height};
+  const MenuEntryPlaces places = placeEntry(entry, whole, metrics());
+  const Rgb ground = systemRgb(entry.bMainMenu ? COLOR_MENUBAR : COLOR_MENU);
+  const BrushHandle brush(CreateSolidBrush(colorRef(ground)));
+  const RECT all = toRect(whole);
+  FillRect(dc, &all, brush.get());
+  if ((entry.fType & menuSeparator) != 0) {
+    const Rgb line = mix(ground, systemRgb(COLOR_MENUTEXT), 0.15);
+    const BrushHandle lineBrush(CreateSolidBrush(colorRef(line)));
+    const RECT box = toRect(places.separator);
+    FillRect(dc, &box, lineBrush.get());
+    return;
+  }
+  const bool isChosen = (state & (ODS_SELECTED | ODS_HOTLIGHT)) != 0;
+  if (isChosen) {
+    const Rgb light = mix(ground, systemRgb(COLOR_HIGHLIGHT), 0.18);
+    buffer.canvas().draw(filled(places.highlight, scaled(4, resolution), light));
+  }
+  drawPicture(buffer, entry, places, state);
+  const Selection selected(dc, font.get());
+  SetBkMode(dc, TRANSPARENT);
+  const MenuCaption caption = splitCaption(entry.sMenuText);
+  const UINT hidden = (state & ODS_NOACCEL) != 0 ? DT_HIDEPREFIX : 0;
+  drawCaption(dc, caption.text, places.text, hidden | (entry.bMainMenu ? DT_CENTER : DT_LEFT),
+              state);
+  drawCaption(dc, caption.keys, places.text, DT_RIGHT, state);
+}
+
+void CoolMenu::drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
+                           const MenuEntryPlaces& places, UINT state) const {
+  if (entry.bMainMenu) {
+    return;
+  }
+  const bool isChecked = (state & ODS_CHECKED) != 0;
+  const bool isDisabled = (state & (ODS_GRAYED | ODS_DISABLED)) != 0;
+  if (entry.iButton < 0 || pictures.hImageList == nullptr) {
+    if (isChecked) {
+      drawTick(buffer.canvas(), places.picture,
+               systemRgb(isDisabled ? COLOR_GRAYTEXT : COLOR_MENUTEXT));
+    }
+    return;
+  }
+  HDC dc = buffer.dc();
+  const Rectangle& place = places.picture;
+  const Size size = sizeOfImages(pictures.hImageList);
+  if (isDisabled) {
+    drawDisabledPicture(dc, pictures.hImageList, entry.iButton, place.left, place.top);
+  } else if (size == Size{place.width(), place.height()}) {
+    ImageList_Draw(pictures.hImageList, entry.iButton, dc, place.left, place.top, ILD_TRANSPARENT);
+  } else if (HICON icon = ImageList_GetIcon(pictures.hImageList, entry.iButton, ILD_TRANSPARENT)) {
+    DrawIconEx(dc, place.left, place.top, icon, place.width(), place.height(), 0, nullptr,
+               DI_NORMAL);
+    DestroyIcon(icon);
+  }
+  if (isChecked) {
+    RECT frame = toRect(places.frame);
+    DrawEdge(dc, &frame, BDR_SUNKENOUTER, BF_RECT);
+  }
+}
+
+void drawDisabledPicture(HDC target, HIMAGELIST images, int index, int left, int top) {
+  const Size size = sizeOfImages(images);
+  const MemoryContext mask;
+  const BitmapHandle bitmap(CreateBitmap(size.width, size.height, 1, 1, nullptr));
+  const Selection selected(mask.get(), bitmap.get());
+  PatBlt(mask.get(), 0, 0, size.width, size.height, WHITENESS);
+  ImageList_Draw(images, index, mask.get(), 0, 0, ILD_TRANSPARENT);
+  const COLORREF text = SetTextColor(target, RGB(0, 0, 0));
+  const COLORREF ground = SetBkColor(target, RGB(255, 255, 255));
+  // The light below the right of the dark makes it look pressed in.
+  struct Pass {
+    int colour;
+    int offset;
+  };
+  for (const Pass& pass : {Pass{COLOR_3DHILIGHT, 1}, Pass{COLOR_3DSHADOW, 0}}) {
+    const Selection brush(target, GetSysColorBrush(pass.colour));
+    BitBlt(target, left + pass.offset, top + pass.offset, size.width, size.height, mask.get(), 0, 0,
+           brushThroughMask);
+  }
+  SetTextColor(target, text);
+  SetBkColor(target, ground);
+}
+
+}  // namespace zelvreg::controls

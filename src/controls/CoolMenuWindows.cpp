@@ -1,0 +1,164 @@
+#include "controls/CoolMenu.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace zelvreg::controls {
+namespace {
+
+// The layout that the requests of a 32-bit program have.
+static_assert(sizeof(MEASUREITEMSTRUCT) == 24);
+static_assert(sizeof(DRAWITEMSTRUCT) == 48);
+
+// The font of the system's menus at a resolution.
+FontHandle menuFont(int dpi, std::optional<BYTE> charset) {
+  const WindowContext screen(nullptr);
+  NONCLIENTMETRICSA system{};
+  // Without the field that came last, which old systems do not know.
+  system.cbSize = sizeof system - sizeof system.iPaddedBorderWidth;
+  SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, system.cbSize, &system, 0);
+  const FontHandle likeSystem(CreateFontIndirectA(&system.lfMenuFont));
+  const Selection selected(screen.get(), likeSystem.get());
+  std::array<char, LF_FACESIZE> face{};
+  GetTextFaceA(screen.get(), static_cast<int>(face.size()), face.data());
+  TEXTMETRICA text{};
+  GetTextMetricsA(screen.get(), &text);
+
+  LOGFONTA description{};
+  const int systemDpi = GetDeviceCaps(screen.get(), LOGPIXELSY);
+  description.lfHeight = -MulDiv(text.tmHeight - text.tmInternalLeading, dpi, systemDpi);
+  description.lfWeight = text.tmWeight;
+  description.lfItalic = text.tmItalic;
+  description.lfCharSet = charset.value_or(text.tmCharSet);
+  std::ranges::copy(face, std::begin(description.lfFaceName));
+  return FontHandle(CreateFontIndirectA(&description));
+}
+
+Size measured(HDC dc, std::string_view text) {
+  RECT box{};
+  DrawTextA(dc, text.data(), static_cast<int>(text.size()), &box, DT_SINGLELINE | DT_CALCRECT);
+  return text.empty() ? Size() : Size{static_cast<int>(box.right), static_cast<int>(box.bottom)};
+}
+
+ULONG_PTR dataOf(HMENU menu, int position) {
+  MENUITEMINFOA info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_DATA;
+  GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+  return info.dwItemData;
+}
+
+}  // namespace
+
+CoolMenu::CoolMenu(MenuPictures shown, int dpi, std::optional<BYTE> charset)
+    : pictures(std::move(shown)), resolution(dpi), font(menuFont(dpi, charset)) {}
+
+void CoolMenu::installBar(HMENU menu) {
+  const int count = GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    installEntry(menu, position, true);
+    installPopup(GetSubMenu(menu, position));
+  }
+  menus.push_back(menu);
+}
+
+void CoolMenu::installPopup(HMENU menu) {
+  const int count = GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    installEntry(menu, position, false);
+    installPopup(GetSubMenu(menu, position));
+  }
+  menus.push_back(menu);
+}
+
+void CoolMenu::installEntry(HMENU menu, int position, bool isMain) {
+  std::array<char, 128> text{};
+  MENUITEMINFOA info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_TYPE | MIIM_DATA;
+  info.dwTypeData = text.data();
+  info.cch = static_cast<UINT>(text.size());
+  if (GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) == 0 ||
+      (info.fType & MFT_OWNERDRAW) != 0) {
+    return;
+  }
+  CMyItemData& data = datas.Add({isMain, pictureOf(text.data()), info.fType, text.data()});
+  // Written back without its text, which the entry then keeps.
+  info.fMask = MIIM_FTYPE | MIIM_DATA;
+  info.fType |= MFT_OWNERDRAW;
+  info.dwItemData = reinterpret_cast<ULONG_PTR>(&data);
+  SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+}
+
+int CoolMenu::pictureOf(const std::string& menuText) const {
+  const auto found = std::ranges::find(pictures.ListImages, plainCaption(menuText));
+  const auto index = static_cast<int>(found - pictures.ListImages.begin());
+  return index < pictures.Count() ? index : -1;
+}
+
+void CoolMenu::uninstall() {
+  for (HMENU menu : menus) {
+    const int count = GetMenuItemCount(menu);
+    for (int position = 0; position < count; ++position) {
+      if (const CMyItemData* data = recordOf(dataOf(menu, position))) {
+        MENUITEMINFOA info{};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_FTYPE | MIIM_DATA;
+        info.fType = data->fType;
+        SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+      }
+    }
+  }
+  menus.clear();
+  datas = CMyItemDatas();
+}
+
+const CMyItemData* CoolMenu::recordOf(ULONG_PTR itemData) const {
+  const auto* wanted = reinterpret_cast<const CMyItemData*>(itemData);
+  const auto all = datas.NewEnum();
+  return std::ranges::find(all, wanted) != all.end() ? wanted : nullptr;
+}
+
+MenuMetrics CoolMenu::metrics() const {
+  const WindowContext screen(nullptr);
+  const int systemDpi = GetDeviceCaps(screen.get(), LOGPIXELSY);
+  return {resolution,
+          MulDiv(GetSystemMetrics(SM_CYMENU), resolution, systemDpi),
+          {scaled(16, resolution), scaled(16, resolution)}};
+}
+
+bool CoolMenu::measure(LPARAM request) const {
+  MEASUREITEMSTRUCT record{};
+  std::memcpy(&record, reinterpret_cast<const void*>(request), sizeof record);
+  const CMyItemData* data = record.CtlType == ODT_MENU ? recordOf(record.itemData) : nullptr;
+  if (data == nullptr) {
+    return false;
+  }
+  const WindowContext screen(nullptr);
+  const Selection selected(screen.get(), font.get());
+  const MenuCaption caption = splitCaption(data->sMenuText);
+  const Size size = entrySize(*data, measured(screen.get(), caption.text),
+                              measured(screen.get(), caption.keys), metrics());
+  record.itemWidth = static_cast<UINT>(size.width);
+  record.itemHeight = static_cast<UINT>(size.height);
+  std::memcpy(reinterpret_cast<void*>(request), &record, sizeof record);
+  return true;
+}
+
+std::optional<LRESULT> CoolMenu::findKey(HMENU menu, char key) const {
+  std::vector<const CMyItemData*> entries;
+  const int count = GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    entries.push_back(recordOf(dataOf(menu, position)));
+  }
+  const std::vector<int> found = entriesWithKey(entries, key);
+  if (found.empty()) {
+    return std::nullopt;
+  }
+  // One entry is run, the first of several is only chosen.
+  return MAKELRESULT(found[0], found.size() == 1 ? MNC_EXECUTE : MNC_SELECT);
+}
+
+}  // namespace zelvreg::controls

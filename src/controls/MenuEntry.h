@@ -1,0 +1,57 @@
+// The arithmetic of an owner-drawn menu entry: its caption, its size, where its parts stand.
+#ifndef ZELVREG_CONTROLS_MENU_ENTRY_H
+#define ZELVREG_CONTROLS_MENU_ENTRY_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "controls/Canvas.h"
+#include "controls/MenuItemData.h"
+
+namespace zelvreg::controls {
+
+// The flag of an entry that is a line between others.
+inline constexpr std::uint32_t menuSeparator = 0x800;
+
+struct MenuCaption {
+  std::string_view text;  // with its "&"
+  std::string_view keys;  // such as "Ctrl+S"; often empty
+};
+
+MenuCaption splitCaption(std::string_view menuText);
+
+// A caption without the "&" that marks its access key; "&&" is a plain "&". This is the name by
+// which a picture belongs to an entry.
+std::string plainCaption(std::string_view menuText);
+
+// The lower-case access key; 0 without one.
+char accessKey(std::string_view menuText);
+
+// The positions, from 0, of the entries with an access key.
+std::vector<int> entriesWithKey(const std::vector<const CMyItemData*>& entries, char key);
+
+struct MenuMetrics {
+  int dpi = 96;
+  int menuHeight = 19;  // the system's height of an entry in the menu bar, in pixels
+  Size picture = {16, 16};
+};
+
+// The size that the system is told. `text` and `keys` are the sizes of the two parts drawn.
+Size entrySize(const CMyItemData& entry, Size text, Size keys, const MenuMetrics& metrics);
+
+// Where the parts stand in the rectangle of an entry.
+struct MenuEntryPlaces {
+  Rectangle highlight;  // drawn when the entry is chosen
+  Rectangle picture;
+  Rectangle frame;  // around the picture of a checked entry
+  Rectangle text;
+  Rectangle separator;
+};
+
+MenuEntryPlaces placeEntry(const CMyItemData& entry, const Rectangle& whole,
+                           const MenuMetrics& metrics);
+
+}  // namespace zelvreg::controls
+
+#endif

@@ -1,0 +1,96 @@
+#include "controls/PaintBuffer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zelvreg::controls {
+
+BitmapHandle makeSection(Size size, void*& bits) {
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+  info.bmiHeader.biWidth = size.width;
+  // Negative for the top row first.
+  info.bmiHeader.biHeight = -size.height;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  return BitmapHandle(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+}
+
+PaintBuffer::PaintBuffer(Size sizeInPixels)
+    : extent{std::max(1, sizeInPixels.width), std::max(1, sizeInPixels.height)},
+      section(makeSection(extent, bits)),
+      selected(context.get(), section.get()) {}
+
+std::span<std::uint32_t> PaintBuffer::pixels() const {
+  GdiFlush();
+  const auto count =
+      static_cast<std::size_t>(extent.width) * static_cast<std::size_t>(extent.height);
+  return {static_cast<std::uint32_t*>(bits), bits == nullptr ? 0 : count};
+}
+
+Canvas PaintBuffer::canvas() const {
+  const auto all = pixels();
+  return all.empty() ? Canvas(all, 0, 0) : Canvas(all, extent.width, extent.height);
+}
+
+Bitmap PaintBuffer::copy() const {
+  Bitmap bitmap(extent.width, extent.height);
+  std::ranges::copy(pixels(), bitmap.pixels.begin());
+  return bitmap;
+}
+
+void PaintBuffer::show(HDC target, int left, int top) const {
+  BitBlt(target, left, top, extent.width, extent.height, dc(), 0, 0, SRCCOPY);
+}
+
+FontHandle makeFont(const FontDescription& font, int dpi) {
+  LOGFONTW description{};
+  description.lfHeight = -static_cast<LONG>(std::lround(font.size * dpi / 72));
+  description.lfWeight = font.isBold ? FW_SEMIBOLD : FW_NORMAL;
+  description.lfItalic = font.isItalic ? TRUE : FALSE;
+  description.lfUnderline = font.isUnderlined ? TRUE : FALSE;
+  description.lfCharSet = DEFAULT_CHARSET;
+  description.lfQuality = DEFAULT_QUALITY;
+  const std::wstring name = wideText(font.name);
+  const std::size_t length = std::min<std::size_t>(name.size(), LF_FACESIZE - 1);
+  std::copy_n(name.begin(), length, std::begin(description.lfFaceName));
+  return FontHandle(CreateFontIndirectW(&description));
+}
+
+HICON makeIcon(const Bitmap& picture, bool isCursor) {
+  void* bits = nullptr;
+  const BitmapHandle colours = makeSection({picture.width, picture.height}, bits);
+  if (bits == nullptr) {
+    return nullptr;
+  }
+  std::ranges::copy(picture.pixels, static_cast<std::uint32_t*>(bits));
+  // For those who do not know of alpha. The rows of a mask end on whole words.
+  const auto rowBytes = static_cast<std::size_t>((picture.width + 15) / 16 * 2);
+  std::vector<std::uint8_t> maskBits(rowBytes * static_cast<std::size_t>(picture.height));
+  for (int row = 0; row < picture.height; ++row) {
+    for (int column = 0; column < picture.width; ++column) {
+      if (picture.at(column, row) >> 24 < 128) {
+        maskBits[static_cast<std::size_t>(row) * rowBytes + static_cast<std::size_t>(column / 8)] |=
+            static_cast<std::uint8_t>(0x80 >> column % 8);
+      }
+    }
+  }
+  const BitmapHandle mask(CreateBitmap(picture.width, picture.height, 1, 1, maskBits.data()));
+  ICONINFO info{};
+  info.fIcon = isCursor ? FALSE : TRUE;
+  info.hbmColor = colours.get();
+  info.hbmMask = mask.get();
+  return CreateIconIndirect(&info);
+}
+
+COLORREF colorRef(Rgb colour) { return RGB(colour.red, colour.green, colour.blue); }
+
+std::wstring wideText(std::string_view utf8) {
+  const int length =
+      MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), length);
+  return wide;
+}
+
+}  // namespace zelvreg::controls

@@ -1,0 +1,28 @@
+// A soft shadow behind a window, drawn by a layered window that follows it.
+#ifndef ZELVREG_CONTROLS_MOD_SHADOW_H
+#define ZELVREG_CONTROLS_MOD_SHADOW_H
+
+#include <windows.h>
+
+#include "controls/ShadowPixels.h"
+
+namespace zelvreg::controls::modShadow {
+
+// The shadow of a target window, whose handle the target keeps in its property "TrickShadow"; null
+// without one.
+HWND shadowOf(HWND target);
+
+// Does nothing if the target has a shadow. The shadow goes with the target, or by destroy().
+void create(HWND target);
+void destroy(HWND target);
+
+// Both do nothing without a shadow. The size is in pixels; the colour is 0x00BBGGRR.
+void setSize(HWND target, int size);
+void setColour(HWND target, std::uint32_t colour);
+
+// What the shadow window keeps.
+ShadowSettings settingsOf(HWND shadow);
+
+}  // namespace zelvreg::controls::modShadow
+
+#endif

@@ -1,0 +1,218 @@
+// Menus are those of Windows.
+#include "controls/CoolMenu.h"
+
+#include <algorithm>
+#include <array>
+
+#include "controls/CMWndProc.h"
+#include "controls/FormFixture.h"
+
+namespace zelvreg::controls {
+namespace {
+
+class CoolMenuTest : public ::testing::Test {
+ protected:
+  CoolMenuTest() {
+    AppendMenuA(bar, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(popup), "&File");
+    AppendMenuA(popup, MF_STRING, 1, "&Open\tCtrl+O");
+    AppendMenuA(popup, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(popup, MF_STRING | MF_GRAYED, 3, "&Print");
+    AppendMenuA(popup, MF_STRING, 4, "&Properties");
+    images = ImageList_Create(16, 16, ILC_COLOR32 | ILC_MASK, 1, 1);
+    Bitmap red(16, 16);
+    for (int index = 0; index < 16 * 16; ++index) {
+      // The upper half is transparent.
+      red.pixels[static_cast<std::size_t>(index)] = index < 128 ? 0 : 0xFFFF0000;
+    }
+    HICON icon = makeIcon(red);
+    ImageList_ReplaceIcon(images, -1, icon);
+    DestroyIcon(icon);
+    menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}}));
+    menus.current()->installBar(bar);
+  }
+  ~CoolMenuTest() override {
+    menus.release();
+    DestroyMenu(bar);
+    ImageList_Destroy(images);
+  }
+
+  static MENUITEMINFOA infoOf(HMENU menu, UINT position) {
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_FTYPE | MIIM_DATA | MIIM_STATE;
+    GetMenuItemInfoA(menu, position, TRUE, &info);
+    return info;
+  }
+  static std::string textOf(HMENU menu, UINT position) {
+    std::array<char, 64> text{};
+    GetMenuStringA(menu, position, text.data(), static_cast<int>(text.size()), MF_BYPOSITION);
+    return text.data();
+  }
+  MEASUREITEMSTRUCT measured(HMENU menu, UINT position) const {
+    MEASUREITEMSTRUCT request{};
+    request.CtlType = ODT_MENU;
+    request.itemData = infoOf(menu, position).dwItemData;
+    EXPECT_EQ(SendMessageW(form.hwnd(), WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&request)),
+              TRUE);
+    return request;
+  }
+  // An entry drawn by the form's window procedure, 160 x 24 pixels at (10, 4) of a green ground.
+  Bitmap drawn(UINT position, UINT state) const {
+    const PaintBuffer buffer({180, 32});
+    buffer.canvas().clear(rgb(0x00FF00));
+    DRAWITEMSTRUCT request{};
+    request.CtlType = ODT_MENU;
+    request.itemState = state;
+    request.hDC = buffer.dc();
+    request.rcItem = {10, 4, 170, 28};
+    request.itemData = infoOf(popup, position).dwItemData;
+    EXPECT_EQ(SendMessageW(form.hwnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&request)), TRUE);
+    return buffer.copy();
+  }
+  static std::uint32_t system(int index) { return opaque(fromProperty(GetSysColor(index))); }
+  static int countOf(const Bitmap& bitmap, std::uint32_t colour) {
+    return static_cast<int>(std::ranges::count_if(
+        bitmap.pixels, [colour](std::uint32_t pixel) { return (pixel | 0xFF000000) == colour; }));
+  }
+
+  fixture::Form form;
+  HMENU bar = CreateMenu();
+  HMENU popup = CreatePopupMenu();
+  HIMAGELIST images = nullptr;
+  CMWndProc menus{form.hwnd()};
+};
+
+TEST_F(CoolMenuTest, KeepsARecordOfEachEntry) {
+  const CMyItemDatas& items = menus.current()->items();
+  ASSERT_EQ(items.Count(), 5U);
+  EXPECT_EQ(*items.Item(1), (CMyItemData{true, -1, MFT_STRING, "&File"}));
+  EXPECT_EQ(*items.Item(2), (CMyItemData{false, 0, MFT_STRING, "&Open\tCtrl+O"}));
+  EXPECT_EQ(items.Item(3)->fType, static_cast<std::uint32_t>(MFT_SEPARATOR));
+  EXPECT_EQ(*items.Item(5), (CMyItemData{false, -1, MFT_STRING, "&Properties"}));
+}
+
+TEST_F(CoolMenuTest, EntriesBecomeOwnerDrawnAndKeepTheirText) {
+  EXPECT_TRUE(infoOf(bar, 0).fType & MFT_OWNERDRAW);
+  EXPECT_TRUE(infoOf(popup, 0).fType & MFT_OWNERDRAW);
+  EXPECT_TRUE(infoOf(popup, 1).fType & MFT_SEPARATOR);
+  EXPECT_EQ(textOf(popup, 0), "&Open\tCtrl+O");
+  EXPECT_TRUE(infoOf(popup, 2).fState & MFS_GRAYED);
+}
+
+TEST_F(CoolMenuTest, UninstallingGivesTheEntriesBack) {
+  CoolMenu& menu = *menus.current();
+  menu.uninstall();
+  EXPECT_EQ(menu.items().Count(), 0U);
+  for (UINT position = 0; position < 4; ++position) {
+    EXPECT_FALSE(infoOf(popup, position).fType & MFT_OWNERDRAW);
+    EXPECT_EQ(infoOf(popup, position).dwItemData, 0U);
+  }
+  EXPECT_FALSE(infoOf(bar, 0).fType & MFT_OWNERDRAW);
+  EXPECT_EQ(textOf(popup, 0), "&Open\tCtrl+O");
+}
+
+TEST_F(CoolMenuTest, AtTheEndOfTheProgramTheMenusAreReleased) {
+  menus.release();
+  EXPECT_EQ(menus.current(), nullptr);
+  EXPECT_FALSE(infoOf(popup, 0).fType & MFT_OWNERDRAW);
+}
+
+TEST_F(CoolMenuTest, NewEntriesAreTakenInByInstallingAgain) {
+  AppendMenuA(popup, MF_STRING, 5, "&New");
+  menus.current()->installPopup(popup);
+  EXPECT_EQ(menus.current()->items().Count(), 6U);
+  EXPECT_TRUE(infoOf(popup, 4).fType & MFT_OWNERDRAW);
+}
+
+TEST_F(CoolMenuTest, MeasuresByTextAndSystem) {
+  const MEASUREITEMSTRUCT open = measured(popup, 0);
+  const MEASUREITEMSTRUCT print = measured(popup, 2);
+  EXPECT_GT(open.itemWidth, print.itemWidth) << "it has keys as well";
+  EXPECT_EQ(open.itemHeight, print.itemHeight);
+  EXPECT_GE(open.itemHeight, 24U);
+  EXPECT_LT(measured(popup, 1).itemHeight, open.itemHeight);
+  EXPECT_GE(measured(bar, 0).itemHeight, static_cast<UINT>(GetSystemMetrics(SM_CYMENU)));
+  EXPECT_LT(measured(bar, 0).itemWidth, print.itemWidth);
+}
+
+TEST_F(CoolMenuTest, MeasuresLargerAtALargerResolution) {
+  const UINT small = measured(popup, 0).itemHeight;
+  menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}}, 192));
+  menus.current()->installBar(bar);
+  EXPECT_EQ(measured(popup, 0).itemHeight, 2 * small);
+}
+
+TEST_F(CoolMenuTest, RequestsOfOthersAreLeftToThem) {
+  MEASUREITEMSTRUCT request{};
+  request.CtlType = ODT_MENU;
+  request.itemData = 12345;
+  EXPECT_FALSE(menus.current()->measure(reinterpret_cast<LPARAM>(&request)));
+  DRAWITEMSTRUCT drawing{};
+  drawing.CtlType = ODT_BUTTON;
+  drawing.itemData = infoOf(popup, 0).dwItemData;
+  EXPECT_FALSE(menus.current()->draw(reinterpret_cast<LPARAM>(&drawing)));
+}
+
+TEST_F(CoolMenuTest, DrawsGroundTextAndPictureInsideItsPlaceOnly) {
+  const Bitmap entry = drawn(0, 0);
+  EXPECT_EQ(entry.at(5, 16), 0xFF00FF00);
+  EXPECT_EQ(entry.at(172, 16), 0xFF00FF00);
+  EXPECT_EQ(countOf(entry, 0xFF00FF00), 180 * 32 - 160 * 24);
+  EXPECT_EQ(countOf(entry, 0xFFFF0000), 128);
+  EXPECT_GT(countOf(entry, system(COLOR_MENU)), 1000);
+  EXPECT_NE(entry, drawn(3, 0));
+}
+
+TEST_F(CoolMenuTest, AChosenEntryIsHighlighted) { EXPECT_NE(drawn(0, ODS_SELECTED), drawn(0, 0)); }
+
+TEST_F(CoolMenuTest, ACheckedPictureHasAFrame) {
+  EXPECT_NE(drawn(0, ODS_CHECKED), drawn(0, 0));
+  EXPECT_EQ(countOf(drawn(0, ODS_CHECKED), 0xFFFF0000), 128);
+}
+
+TEST_F(CoolMenuTest, ACheckedEntryWithoutAPictureHasATick) {
+  EXPECT_NE(drawn(3, ODS_CHECKED), drawn(3, 0));
+}
+
+TEST_F(CoolMenuTest, ADisabledPictureLosesItsColours) {
+  const Bitmap entry = drawn(0, ODS_GRAYED);
+  EXPECT_EQ(countOf(entry, 0xFFFF0000), 0);
+  EXPECT_GT(countOf(entry, system(COLOR_3DSHADOW)), 100);
+}
+
+TEST_F(CoolMenuTest, TheDisabledPictureIsDarkOverLightOnePixelFurther) {
+  const PaintBuffer buffer({20, 20});
+  buffer.canvas().clear(rgb(0x00FF00));
+  drawDisabledPicture(buffer.dc(), images, 0, 1, 1);
+  const Bitmap picture = buffer.copy();
+  const auto at = [&](int x, int y) { return picture.at(x, y) | 0xFF000000; };
+  EXPECT_EQ(at(3, 3), 0xFF00FF00) << "above, it is transparent";
+  EXPECT_EQ(at(1, 9), system(COLOR_3DSHADOW));
+  EXPECT_EQ(at(16, 16), system(COLOR_3DSHADOW));
+  EXPECT_EQ(at(17, 17), system(COLOR_3DHILIGHT));
+  EXPECT_EQ(at(18, 18), 0xFF00FF00);
+}
+
+TEST_F(CoolMenuTest, AnAccessKeyRunsItsEntryOrChoosesTheFirstOfSeveral) {
+  const auto answer = [this](char key) {
+    return SendMessageW(form.hwnd(), WM_MENUCHAR, MAKEWPARAM(key, MF_POPUP),
+                        reinterpret_cast<LPARAM>(popup));
+  };
+  EXPECT_EQ(answer('o'), MAKELRESULT(0, MNC_EXECUTE));
+  EXPECT_EQ(answer('P'), MAKELRESULT(2, MNC_SELECT));
+  EXPECT_EQ(menus.current()->findKey(popup, 'z'), std::nullopt);
+}
+
+TEST_F(CoolMenuTest, DrawingLeavesNoObjectBehind) {
+  drawn(0, 0);
+  const int before = fixture::graphicsObjectsLeft();
+  for (int count = 0; count < 200; ++count) {
+    drawn(0, ODS_GRAYED);
+    drawn(0, ODS_CHECKED);
+    measured(popup, 0);
+  }
+  EXPECT_EQ(fixture::graphicsObjectsLeft(), before);
+}
+
+}  // namespace
+}  // namespace zelvreg::controls

@@ -1,0 +1,108 @@
+// A shadow is a layered window.
+#include "controls/modShadow.h"
+
+#include <array>
+
+#include "controls/FormFixture.h"
+
+namespace zelvreg::controls {
+namespace {
+
+class ModShadow : public ::testing::Test {
+ protected:
+  ModShadow() { modShadow::create(form.hwnd()); }
+
+  HWND shadow() const { return modShadow::shadowOf(form.hwnd()); }
+  Rectangle place() const {
+    RECT rectangle{};
+    GetWindowRect(shadow(), &rectangle);
+    return {static_cast<int>(rectangle.left), static_cast<int>(rectangle.top),
+            static_cast<int>(rectangle.right), static_cast<int>(rectangle.bottom)};
+  }
+
+  fixture::Form form;
+};
+
+TEST_F(ModShadow, IsAWindowOfItsOwnClassThatTheTargetKnows) {
+  ASSERT_NE(shadow(), nullptr);
+  EXPECT_EQ(GetPropA(form.hwnd(), "TrickShadow"), static_cast<HANDLE>(shadow()));
+  std::array<wchar_t, 32> name{};
+  GetClassNameW(shadow(), name.data(), static_cast<int>(name.size()));
+  EXPECT_STREQ(name.data(), L"TrickShadow");
+  EXPECT_EQ(GetWindowLongW(shadow(), GWL_EXSTYLE) & 0x800A0, 0x800A0);
+  EXPECT_TRUE(GetWindowLongW(shadow(), GWL_STYLE) & WS_POPUP);
+  EXPECT_TRUE(IsWindowVisible(shadow()));
+}
+
+TEST_F(ModShadow, ItsProcedureIsTheSystemsOwn) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), L"TrickShadow", &description));
+  EXPECT_EQ(reinterpret_cast<void*>(description.lpfnWndProc),
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32"), "DefWindowProcW")));
+  EXPECT_EQ(description.cbWndExtra, 16);
+}
+
+TEST_F(ModShadow, ASecondOneIsNotMade) {
+  HWND first = shadow();
+  modShadow::create(form.hwnd());
+  EXPECT_EQ(shadow(), first);
+}
+
+TEST_F(ModShadow, KeepsItsSettingsInItsWindowLongs) {
+  modShadow::setColour(form.hwnd(), 0x808080);
+  modShadow::setSize(form.hwnd(), 10);
+  EXPECT_EQ(GetWindowLongW(shadow(), 0), 10);
+  EXPECT_EQ(GetWindowLongW(shadow(), 4), 0x808080);
+  const ShadowSettings usual;
+  EXPECT_EQ(modShadow::settingsOf(shadow()),
+            (ShadowSettings{10, 0x808080, usual.strength, usual.drop}));
+}
+
+TEST_F(ModShadow, SurroundsItsTarget) {
+  modShadow::setSize(form.hwnd(), 10);
+  EXPECT_EQ(place(), shadowPlace({50, 40, 350, 240}, modShadow::settingsOf(shadow())));
+}
+
+TEST_F(ModShadow, FollowsItsTarget) {
+  modShadow::setSize(form.hwnd(), 10);
+  SetWindowPos(form.hwnd(), nullptr, 80, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  EXPECT_EQ(place(), shadowPlace({80, 90, 380, 290}, modShadow::settingsOf(shadow())));
+  SetWindowPos(form.hwnd(), nullptr, 80, 90, 120, 70, SWP_NOZORDER);
+  EXPECT_EQ(place(), shadowPlace({80, 90, 200, 160}, modShadow::settingsOf(shadow())));
+}
+
+TEST_F(ModShadow, HidesAndComesBackWithItsTarget) {
+  ShowWindow(form.hwnd(), SW_HIDE);
+  EXPECT_FALSE(IsWindowVisible(shadow()));
+  ShowWindow(form.hwnd(), SW_SHOW);
+  EXPECT_TRUE(IsWindowVisible(shadow()));
+}
+
+TEST_F(ModShadow, IsGoneAfterItsRemoval) {
+  HWND gone = shadow();
+  modShadow::destroy(form.hwnd());
+  EXPECT_EQ(shadow(), nullptr);
+  EXPECT_FALSE(IsWindow(gone));
+  modShadow::destroy(form.hwnd());
+  modShadow::setSize(form.hwnd(), 10);
+  EXPECT_EQ(shadow(), nullptr);
+}
+
+TEST_F(ModShadow, GoesWithItsTarget) {
+  HWND gone = shadow();
+  DestroyWindow(form.hwnd());
+  EXPECT_FALSE(IsWindow(gone));
+}
+
+TEST_F(ModShadow, DrawingLeavesNoObjectBehind) {
+  modShadow::setSize(form.hwnd(), 9);
+  const int before = fixture::graphicsObjectsLeft();
+  for (int count = 0; count < 100; ++count) {
+    modShadow::setSize(form.hwnd(), 8 + count % 2);
+  }
+  EXPECT_EQ(fixture::graphicsObjectsLeft(), before);
+}
+
+}  // namespace
+}  // namespace zelvreg::controls

@@ -1,0 +1,184 @@
+// Outlines are given to windows.
+#include "controls/TransForm.h"
+
+#include "controls/FormFixture.h"
+
+namespace zelvreg::controls {
+namespace {
+
+using fixture::Form;
+using fixture::hasOutline;
+using fixture::isInOutline;
+
+class TransFormTest : public ::testing::Test {
+ protected:
+  TransFormTest() {
+    // A hole of 100 x 50 pixels in the upper left corner.
+    form.paintGround = [](HDC dc) {
+      const BrushHandle ground(CreateSolidBrush(RGB(0, 0, 255)));
+      const RECT all{0, 0, 300, 200};
+      FillRect(dc, &all, ground.get());
+      const BrushHandle mask(CreateSolidBrush(RGB(255, 0, 255)));
+      const RECT hole{0, 0, 100, 50};
+      FillRect(dc, &hole, mask.get());
+    };
+    form.answer = [](const fixture::Message& message) {
+      return message.number == WM_NCLBUTTONDOWN || message.number == WM_SYSCOMMAND;
+    };
+  }
+
+  ShowMessage remember() {
+    return [this](const std::string& title, const std::string& text) {
+      shown += title + "|" + text + "|";
+    };
+  }
+  void press() const { SendMessageW(form.hwnd(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(9, 9)); }
+
+  Form form;
+  std::string shown;
+};
+
+TEST_F(TransFormTest, WhatShowsTheMaskColourIsLeftOut) {
+  TransForm control(form.hwnd());
+  control.Refresh();
+  EXPECT_FALSE(isInOutline(form.hwnd(), 0, 0));
+  EXPECT_FALSE(isInOutline(form.hwnd(), 99, 49));
+  EXPECT_TRUE(isInOutline(form.hwnd(), 100, 49));
+  EXPECT_TRUE(isInOutline(form.hwnd(), 99, 50));
+  EXPECT_TRUE(isInOutline(form.hwnd(), 299, 199));
+}
+
+TEST_F(TransFormTest, AnotherMaskColourGivesAnotherOutline) {
+  TransForm control(form.hwnd());
+  control.setMaskColor(RGB(0, 0, 255));
+  EXPECT_TRUE(isInOutline(form.hwnd(), 0, 0));
+  EXPECT_FALSE(isInOutline(form.hwnd(), 150, 100));
+}
+
+TEST_F(TransFormTest, TheOutlineGrowsAgainWithTheGround) {
+  TransForm control(form.hwnd());
+  control.Refresh();
+  form.paintGround = nullptr;
+  control.Refresh();
+  EXPECT_TRUE(isInOutline(form.hwnd(), 0, 0));
+}
+
+TEST_F(TransFormTest, WithoutTransparencyTheFormIsWhole) {
+  TransForm control(form.hwnd());
+  control.Refresh();
+  control.setTransparent(false);
+  EXPECT_FALSE(hasOutline(form.hwnd()));
+}
+
+TEST_F(TransFormTest, AnOutlineOfTheFormItselfStaysItsBound) {
+  SetWindowRgn(form.hwnd(), CreateRectRgn(0, 0, 200, 200), FALSE);
+  TransForm control(form.hwnd());
+  control.Refresh();
+  EXPECT_TRUE(isInOutline(form.hwnd(), 199, 100));
+  EXPECT_FALSE(isInOutline(form.hwnd(), 200, 100));
+  EXPECT_FALSE(isInOutline(form.hwnd(), 5, 5));
+  control.setTransparent(false);
+  EXPECT_TRUE(isInOutline(form.hwnd(), 5, 5));
+  EXPECT_FALSE(isInOutline(form.hwnd(), 200, 100));
+}
+
+TEST_F(TransFormTest, AtDesignTimeNothingHappens) {
+  TransForm control(form.hwnd(), false);
+  control.Refresh();
+  press();
+  EXPECT_FALSE(hasOutline(form.hwnd()));
+  EXPECT_EQ(form.count(0xA1), 0);
+}
+
+TEST_F(TransFormTest, APressDragsTheFormByItsCaption) {
+  TransForm control(form.hwnd());
+  press();
+  ASSERT_EQ(form.count(0xA1), 1);
+  EXPECT_EQ(form.messages.back().wParam, 2U);
+  EXPECT_EQ(form.count(0x202), 0);
+  Form::pump();
+  EXPECT_EQ(form.count(0x202), 1);
+}
+
+TEST_F(TransFormTest, WithoutAutoDragAPressIsAPress) {
+  TransForm control(form.hwnd());
+  control.setAutoDrag(false);
+  press();
+  EXPECT_EQ(form.count(0xA1), 0);
+}
+
+TEST_F(TransFormTest, ASecondOneShowsAMessageAndDisablesBoth) {
+  TransForm first(form.hwnd(), true, remember());
+  EXPECT_EQ(shown, "");
+  {
+    TransForm second(form.hwnd(), true, remember());
+    EXPECT_EQ(shown, secondControlTitle() + "|" + secondControlText() + "|");
+    first.Refresh();
+    second.Refresh();
+    press();
+    second.PopupSysMenu();
+    EXPECT_FALSE(hasOutline(form.hwnd()));
+    EXPECT_EQ(form.count(0xA1), 0);
+  }
+  first.Refresh();
+  EXPECT_TRUE(hasOutline(form.hwnd()));
+}
+
+TEST_F(TransFormTest, EachFormMayHaveOne) {
+  Form other;
+  TransForm first(form.hwnd(), true, remember());
+  TransForm second(other.hwnd(), true, remember());
+  EXPECT_EQ(shown, "");
+}
+
+TEST_F(TransFormTest, ReadsAndStoresItsProperties) {
+  PropertyBag bag;
+  bag.write("MaskColor", 0xFF0000);
+  bag.write("AutoDrag", false);
+  TransForm control(form.hwnd());
+  control.read(bag);
+  EXPECT_FALSE(isInOutline(form.hwnd(), 150, 100));
+  PropertyBag stored;
+  control.save(stored);
+  EXPECT_EQ(readFormShape(stored), (FormShape{RGB(0, 0, 255), true, false}));
+}
+
+TEST_F(TransFormTest, AFormThatIsDestroyedFirstIsForgotten) {
+  TransForm control(form.hwnd());
+  DestroyWindow(form.hwnd());
+  control.Refresh();
+  control.PopupSysMenu();
+  EXPECT_EQ(form.count(0x112), 0);
+}
+
+TEST_F(TransFormTest, WhatIsChosenInTheSystemMenuIsPostedToTheForm) {
+  TransForm control(form.hwnd());
+  HWND window = form.hwnd();
+  bool isOpen = false;
+  form.answer = [&isOpen, window](const fixture::Message& message) {
+    if (message.number == WM_ENTERIDLE && !isOpen) {
+      isOpen = true;
+      PostMessageW(window, WM_KEYDOWN, VK_UP, 0);
+      PostMessageW(window, WM_KEYDOWN, VK_RETURN, 0);
+    }
+    return message.number == WM_SYSCOMMAND;
+  };
+  control.PopupSysMenu();
+  EXPECT_TRUE(isOpen);
+  Form::pump();
+  ASSERT_EQ(form.count(0x112), 1);
+}
+
+TEST_F(TransFormTest, ShapingLeavesNoObjectBehind) {
+  TransForm control(form.hwnd());
+  control.Refresh();
+  const int before = fixture::graphicsObjectsLeft();
+  for (int count = 0; count < 50; ++count) {
+    control.setTransparent(count % 2 == 0);
+  }
+  control.setTransparent(true);
+  EXPECT_EQ(fixture::graphicsObjectsLeft(), before);
+}
+
+}  // namespace
+}  // namespace zelvreg::controls

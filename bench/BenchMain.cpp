@@ -8,6 +8,7 @@
 #include "MachineMaker.h"
 #include "OfflineBench.h"
 #include "ScanBench.h"
+#include "SearchBench.h"
 #include "WorkFolder.h"
 #include "scan/CategoryTable.h"
 
@@ -23,6 +24,7 @@ struct Arguments {
   std::size_t pairs = 11;
   std::string offlineRoot;
   bool isByCategory = false;
+  bool isOfSearch = false;
 };
 
 constexpr double milliseconds = 1000;
@@ -61,13 +63,30 @@ void printScan(std::size_t keys, const ScanFigures& figures) {
             << std::flush;
 }
 
+void printSearch(const SearchFigures& figures) {
+  std::cout << std::setprecision(0) << std::setw(9) << figures.keys
+            << " keys: " << std::setprecision(2) << "search/enumeration " << figures.times.ratio
+            << "  (search " << figures.times.second * milliseconds << " ms, "
+            << figures.times.second * microseconds / figures.keys << " us a key, enumeration "
+            << figures.times.first * milliseconds << " ms, of keys alone "
+            << figures.keysOnly * milliseconds << " ms, " << std::setprecision(0)
+            << figures.findings << " findings)\n"
+            << std::setprecision(2) << "           peak of search/loaded machine "
+            << figures.searchPeak / figures.loadedMemory << "\n"
+            << std::flush;
+}
+
 void benchMachines(const Arguments& arguments) {
   const zelvreg::bench::WorkFolder work;
   const std::set<std::size_t> rows = allRows();
   for (const std::size_t keys : arguments.sizes) {
     const fs::path folder = work.path() / std::to_string(keys);
     makeMachine(folder, {.keys = keys});
-    printScan(keys, measureScan(folder, rows, arguments.pairs));
+    if (arguments.isOfSearch) {
+      printSearch(measureSearch(folder, arguments.pairs));
+    } else {
+      printScan(keys, measureScan(folder, rows, arguments.pairs));
+    }
     if (arguments.isByCategory) {
       printCategories(folder, rows, arguments.pairs);
     }
@@ -98,6 +117,8 @@ void addOptions(CLI::App& app, Arguments& arguments) {
                  "compare an offline scan of this mounted disk instead")
       ->check(CLI::ExistingDirectory);
   app.add_flag("--by-category", arguments.isByCategory, "compare each category by itself too");
+  app.add_flag("--search", arguments.isOfSearch,
+               "compare a registry search with an enumeration instead of a scan");
 }
 
 }  // namespace

@@ -12,7 +12,8 @@ export CCACHE_DIR=$cache/ccache CCACHE_BASEDIR=$builds CCACHE_NOHASHDIR=1 CCACHE
 build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-dev
   nlohmann-json3-dev libgtest-dev)
 lint_packages=(clang-format clang-tidy python3)
-windows_packages=(googletest g++-mingw-w64-i686-posix mmdebstrap uidmap bubblewrap)
+windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin python3 mmdebstrap uidmap
+  bubblewrap)
 # A display of its own for the programs that have windows, and what takes pictures of it.
 display_packages=(xvfb imagemagick hsetroot xcompmgr trayer)
 

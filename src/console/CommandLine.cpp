@@ -2,9 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 #include "scan/CategoryTable.h"
+#include "search/Search.h"
 #include "text/Text.h"
 
 namespace zelvreg::console {
@@ -133,6 +135,58 @@ struct FixArguments {
   void applyTo(Options& options) const { options.kinds = {kinds.begin(), kinds.end()}; }
 };
 
+struct RootName {
+  const char* listed;     // in cboRoot
+  const char* shortName;  // on the command line
+};
+
+constexpr std::array<RootName, 6> searchRoots{{{allRootsName, "all"},
+                                               {"HKEY_CLASSES_ROOT", "HKCR"},
+                                               {"HKEY_CURRENT_USER", "HKCU"},
+                                               {"HKEY_LOCAL_MACHINE", "HKLM"},
+                                               {"HKEY_USERS", "HKU"},
+                                               {"HKEY_CURRENT_CONFIG", "HKCC"}}};
+
+struct SearchArguments {
+  std::string root = searchRoots.front().shortName;
+  std::string mode = "any";
+  bool isJson = false;
+
+  void addTo(CLI::App& search, Options& options) {
+    SearchOptions& given = options.search;
+    search.add_option("text", given.text, "the text to look for")->required();
+    search.add_option("--in", root,
+                      "the root to look in: HKCR, HKCU, HKLM, HKU, HKCC, or all; all by default");
+    search.add_flag("--keys", given.testsKeys, "list keys whose names match");
+    search.add_flag("--values", given.testsValues, "list values whose names match");
+    search.add_flag("--data", given.testsData,
+                    "list texts that match and name a file that is gone; the default");
+    search.add_flag("--case", given.matchesCase, "tell capital letters from small ones");
+    search.add_option("--mode", mode,
+                      "where the text stands: any, left, right, or exact; any by default");
+    search.add_flag("--json", isJson, "print one JSON object, in UTF-8");
+    search.add_flag("--quiet", options.isQuiet, "print nothing but messages");
+    search.add_flag("--exit-zero", options.exitsZero, "end with 0 also when something was found");
+  }
+
+  void applyTo(Options& options) const {
+    SearchOptions& given = options.search;
+    given.root = searchRootNamed(root);
+    given.mode = searchModeNamed(mode);
+    given.testsData = given.testsData || (!given.testsKeys && !given.testsValues);
+    options.format = isJson ? Format::Json : Format::Tables;
+  }
+
+  static SearchMode searchModeNamed(const std::string& name) {
+    constexpr std::array<const char*, 4> names{"any", "left", "right", "exact"};
+    const auto* const found = std::ranges::find(names, lowerCase(name));
+    if (found == names.end()) {
+      throw UsageError("\"" + name + "\" is no mode; choose from: any, left, right, exact");
+    }
+    return static_cast<SearchMode>(found - names.begin());
+  }
+};
+
 // A command without options of its own.
 struct PlainCommand {
   CLI::App* app;
@@ -237,6 +291,18 @@ std::set<std::size_t> rowsNamed(const std::string& names) {
   return rows;
 }
 
+std::string searchRootNamed(const std::string& name) {
+  const std::string wanted = lowerCase(name);
+  for (const RootName& root : searchRoots) {
+    if (wanted == lowerCase(root.listed) || wanted == lowerCase(root.shortName)) {
+      return root.listed;
+    }
+  }
+  throw UsageError("\"" + name +
+                   "\" is no root; choose from: all, HKCR, HKCU, HKLM, HKU, HKCC, or their long "
+                   "names");
+}
+
 ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   ParsedCommandLine result;
   Options& options = result.options;
@@ -254,6 +320,9 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   fixScanArguments.addTo(*fix, options);
   FixArguments fixArguments;
   fixArguments.addTo(*fix, options);
+  CLI::App* search = app.add_subcommand("search", "look for a text in the registry");
+  SearchArguments searchArguments;
+  searchArguments.addTo(*search, options);
   std::vector<PlainCommand> plainCommands;
   for (const auto& group : {addUndo(app, options), addExclude(app, options),
                             addLanguages(app, options), addModes(app)}) {
@@ -281,6 +350,9 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
     options.command = Command::Fix;
     fixScanArguments.applyTo(options, fix->count("--only") > 0);
     fixArguments.applyTo(options);
+  } else if (search->parsed()) {
+    options.command = Command::Search;
+    searchArguments.applyTo(options);
   } else {
     applyPlainCommand(options, plainCommands);
   }

@@ -15,6 +15,7 @@ namespace zelvreg::console {
 enum class Command {
   Scan,
   Fix,
+  Search,
   ListUndo,
   RestoreUndo,
   RemoveUndo,
@@ -40,6 +41,19 @@ struct Target {
   bool filesAreReadOnly = false;
 };
 
+enum class SearchMode { Any, Left, Right, Exact };
+
+// What a search looks for, and where.
+struct SearchOptions {
+  std::string text;
+  std::string root;  // as cboRoot lists it
+  bool testsKeys = false;
+  bool testsValues = false;
+  bool testsData = false;
+  bool matchesCase = false;
+  SearchMode mode = SearchMode::Any;
+};
+
 struct Options {
   Command command = Command::Scan;
   Target target;
@@ -56,7 +70,8 @@ struct Options {
   std::size_t entry = 0;   // row of a list, from 1
   std::string exportFile;  // safety export that is to be imported
   std::string exclusion;   // key that is to be excluded
-  std::string mode;        // the program's own command line, of an automatic mode
+  SearchOptions search;
+  std::string mode;  // the program's own command line, of an automatic mode
 };
 
 // One line that says what is wrong with the call and what to do.
@@ -75,6 +90,10 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments);
 // The rows named in a list separated by commas, each by the value name of its tick or by its word.
 // Throws UsageError for a name that is none, and for an empty list.
 std::set<std::size_t> rowsNamed(const std::string& names);
+
+// The root that a long or a short name means in any case, or all of them for "all"; as cboRoot
+// lists it. Throws UsageError for any other text.
+std::string searchRootNamed(const std::string& name);
 
 }  // namespace zelvreg::console
 

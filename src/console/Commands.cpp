@@ -2,6 +2,7 @@
 
 #include "console/ListCommands.h"
 #include "console/ScanCommands.h"
+#include "console/SearchCommand.h"
 
 namespace zelvreg::console {
 
@@ -11,6 +12,8 @@ int runCommand(const Options& options, Computer& computer, const Streams& stream
       return scan(options, computer, streams);
     case Command::Fix:
       return fix(options, computer, streams);
+    case Command::Search:
+      return search(options, computer, streams);
     case Command::Automatic:
       return runAutomatically(options, computer, streams);
     case Command::ListUndo:

@@ -40,6 +40,26 @@ std::string csvField(const std::string& text) {
   return quoted + "\"";
 }
 
+using Json = nlohmann::ordered_json;
+
+Json listOf(const std::vector<FindingResult>& findings) {
+  Json list = Json::array();
+  for (const FindingResult& finding : findings) {
+    list.push_back({{"location", finding.location},
+                    {"badValue", finding.badValue},
+                    {"kindCode", finding.kindCode},
+                    {"rootName", finding.rootName},
+                    {"subKey", finding.subKey},
+                    {"iconKey", finding.iconKey},
+                    {"checked", finding.isChecked}});
+  }
+  return list;
+}
+
+std::string textOf(const Json& object) {
+  return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 }  // namespace
 
 ScanResult scanResultOf(const Form42& form) {
@@ -54,7 +74,6 @@ ScanResult scanResultOf(const Form42& form) {
 }
 
 std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repaired) {
-  using Json = nlohmann::ordered_json;
   Json categoryList = Json::array();
   for (const CategoryResult& category : result.categories) {
     categoryList.push_back({{"row", category.row},
@@ -64,23 +83,17 @@ std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repai
                             {"problems", category.problems},
                             {"status", category.status}});
   }
-  Json findingList = Json::array();
-  for (const FindingResult& finding : result.findings) {
-    findingList.push_back({{"location", finding.location},
-                           {"badValue", finding.badValue},
-                           {"kindCode", finding.kindCode},
-                           {"rootName", finding.rootName},
-                           {"subKey", finding.subKey},
-                           {"iconKey", finding.iconKey},
-                           {"checked", finding.isChecked}});
-  }
   Json object = {{"categories", std::move(categoryList)},
-                 {"findings", std::move(findingList)},
+                 {"findings", listOf(result.findings)},
                  {"total", result.findings.size()}};
   if (repaired) {
     object["repaired"] = *repaired;
   }
-  return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return textOf(object);
+}
+
+std::string searchJsonText(const std::vector<FindingResult>& findings) {
+  return textOf({{"findings", listOf(findings)}, {"total", findings.size()}});
 }
 
 std::string csvText(const ScanResult& result) {

@@ -45,6 +45,10 @@ std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repai
 std::string csvText(const ScanResult& result);
 std::string tableText(const ScanResult& result, std::size_t width);
 
+// The same of a search, which has no categories.
+std::string searchJsonText(const std::vector<FindingResult>& findings);
+std::string searchTableText(const std::vector<FindingResult>& findings, std::size_t width);
+
 }  // namespace zelvreg::console
 
 #endif

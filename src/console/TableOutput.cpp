@@ -37,14 +37,14 @@ std::string categoryTable(const ScanResult& result, std::size_t width) {
   return table.text(width);
 }
 
-std::string findingTable(const ScanResult& result, std::size_t width) {
+std::string findingTable(const std::vector<FindingResult>& findings, std::size_t width) {
   Table table({{"No.", true},
                {"Kind", true},
                {"Location", false, true},
                {"Bad value", false, true},
                {"Registry key", false, true}});
   std::size_t number = 0;
-  for (const FindingResult& finding : result.findings) {
+  for (const FindingResult& finding : findings) {
     table.addRow({std::to_string(++number), finding.kindCode, finding.location, finding.badValue,
                   keyText(finding)});
   }
@@ -56,10 +56,16 @@ std::string findingTable(const ScanResult& result, std::size_t width) {
 std::string tableText(const ScanResult& result, std::size_t width) {
   std::string text = categoryTable(result, width) + "\n";
   if (!result.findings.empty()) {
-    text += findingTable(result, width) + "\n";
+    text += findingTable(result.findings, width) + "\n";
   }
   return text + std::to_string(result.findings.size()) +
          (result.findings.size() == 1 ? " problem found.\n" : " problems found.\n");
+}
+
+std::string searchTableText(const std::vector<FindingResult>& findings, std::size_t width) {
+  const std::string text = findings.empty() ? "" : findingTable(findings, width) + "\n";
+  return text + std::to_string(findings.size()) +
+         (findings.size() == 1 ? " entry found.\n" : " entries found.\n");
 }
 
 }  // namespace zelvreg::console

@@ -76,6 +76,9 @@ Form42::Form42()
   chameleonButton12.toolTip = "Cancel this operation";
   lbllanguage.push_back(std::make_unique<Label>("English"));
   pictrlang.visible = false;
+  // Shown while a scan runs.
+  Frame8.visible = false;
+  Gif89a1.visible = false;
   cmd_fix.enabled = false;
   cmd_all.enabled = false;
   cmd_non.enabled = false;

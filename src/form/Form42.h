@@ -285,8 +285,6 @@ struct Form42 {
   std::string programFolder;
 
   Dialogs dialogs;
-  // Opens a file, a program or an address with what the system has for it.
-  std::function<void(const std::string& target)> openWithSystem;
   // Opens a compiled help file at one of its contexts.
   std::function<void(const std::string& file, int context)> openHelp;
   // Timer1 finishes the opening of the window; Timer2 reports to the suite, in the automatic modes.

@@ -22,6 +22,7 @@
 #include "scanners/StartupPrograms.h"
 #include "scanners/TypeLibraries.h"
 #include "scanners/UninstallRecords.h"
+#include "search/Search.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
 #include "shell/SmallForms.h"
@@ -93,6 +94,9 @@ constexpr std::array table{
     Binding{of<&Form42::chameleonButton14>, View2_DblClick},
     Binding{of<&Form42::e>, View2_DblClick},
     Binding{of<&Form42::Command28>, Command28_Click},
+    // The registry search.
+    Binding{of<&Form42::Command24>, Command24},
+    Binding{of<&Form42::cmdFind>, cmdFind_Click},
     // Ticks.
     Binding{of<&Form42::b>, chameleonButton16_Click},
     Binding{of<&Form42::c>, chameleonButton17_Click},

@@ -9,6 +9,7 @@
 #include "scan/Findings.h"
 #include "scan/ScanDriver.h"
 #include "scan/ScanPanel.h"
+#include "search/Search.h"
 #include "text/Numbers.h"
 
 namespace zelvreg {
@@ -100,6 +101,17 @@ void chameleonButton4_Click(Form42& form) {
   saveSelection(form);
   form.cancelRequested = true;
   endProcess(form);
+}
+
+void cmdFind_Click(Form42& form) {
+  if (form.Frame8.visible) {
+    return;
+  }
+  openScanPanel(form);
+  enableIdleCommands(form, false);
+  form.cancelRequested = false;
+  cmdFind(form);
+  closeScanPanel(form);
 }
 
 void View1_ItemClick(Form42& form, std::size_t row) { form.lastClickedRow = row; }

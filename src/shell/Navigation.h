@@ -26,6 +26,10 @@ void Toolbar1_ButtonClick(Form42& form, std::size_t index);
 // Keeps the ticks and ends the process.
 void chameleonButton4_Click(Form42& form);
 
+// Starts the search, with its progress and its stop where those of a scan are; nothing happens
+// while either runs. A cancel of something else that was before does not count.
+void cmdFind_Click(Form42& form);
+
 void View1_ItemClick(Form42& form, std::size_t row);
 // Shows the results, all of them, when the row last clicked has problems and no scan runs.
 void View1_DblClick(Form42& form);

@@ -1,5 +1,9 @@
 #include "shell/SmallForms.h"
 
+#include <windows.h>
+// shellapi needs windows.h before it.
+#include <shellapi.h>
+
 #include <utility>
 
 #include "exclusions/ExclusionList.h"
@@ -16,6 +20,7 @@ namespace {
 
 constexpr const char* supportAddress = "https://zelvane.example/support";
 constexpr const char* webSite = "https://zelvane.example/";
+constexpr const char* translator = "zelvtrans.exe";
 
 using Captions = std::initializer_list<std::pair<const char*, Control*>>;
 
@@ -56,6 +61,9 @@ void frmabout_Load(Form42& form) {
                  {"Label222(1)", &about.Label222[1]}});
   about.Label2[4].caption = legalLine();
   about.Label3.caption = programVersion();
+  about.Label4.caption = supportAddress;
+  about.Label5.caption = webSite;
+  about.Label6.caption = translator;
   giveColor(about.chameleonButton3, suiteColor(form));
   centerOnScreen(about.window, form.screen);
 }
@@ -66,10 +74,8 @@ void frmabout_chameleonButton3_Click(Form42& form) {
   form.frmabout.isOpen = false;
 }
 
-void open(const Form42& form, const std::string& target) {
-  if (form.openWithSystem) {
-    form.openWithSystem(target);
-  }
+void open(const std::string& target) {
+  ShellExecuteA(nullptr, "open", target.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 }  // namespace
@@ -102,9 +108,9 @@ void bindSmallForms(Form42& form) {
   form.Form1.orubutton10.bind([&form] { closeExclusionDialog(form); });
   form.Form1.chameleonButton3.bind([&form] { closeExclusionDialog(form); });
   form.frmabout.chameleonButton3.bind([&form] { frmabout_chameleonButton3_Click(form); });
-  form.frmabout.Label4.bind([&form] { open(form, supportAddress); });
-  form.frmabout.Label5.bind([&form] { open(form, webSite); });
-  form.frmabout.Label6.bind([&form] { open(form, form.programFolder + "\\zelvtrans.exe"); });
+  form.frmabout.Label4.bind([] { open(supportAddress); });
+  form.frmabout.Label5.bind([] { open(webSite); });
+  form.frmabout.Label6.bind([&form] { open(form.programFolder + "\\" + translator); });
 }
 
 }  // namespace zelvreg

@@ -76,6 +76,40 @@ TEST(CommandLine, LanguagesAreListedOrOneIsChosen) {
   EXPECT_NE(complaint({"languages", "use"}), "(none)");
 }
 
+TEST(CommandLine, ASearchGoesThroughTheDataOfAllRootsUnlessToldOtherwise) {
+  const Options plain = parse({"search", "text"}).options;
+  EXPECT_EQ(plain.command, Command::Search);
+  EXPECT_EQ(plain.search.text, "text");
+  EXPECT_EQ(plain.search.root, "My Computer");
+  EXPECT_TRUE(plain.search.testsData);
+  EXPECT_FALSE(plain.search.testsKeys || plain.search.testsValues || plain.search.matchesCase);
+  EXPECT_EQ(plain.search.mode, SearchMode::Any);
+  const Options told =
+      parse({"search", "text", "--in", "hklm", "--keys", "--case", "--mode", "right", "--json"})
+          .options;
+  EXPECT_EQ(told.search.root, "HKEY_LOCAL_MACHINE");
+  EXPECT_TRUE(told.search.testsKeys && told.search.matchesCase);
+  EXPECT_FALSE(told.search.testsData || told.search.testsValues);
+  EXPECT_EQ(told.search.mode, SearchMode::Right);
+  EXPECT_EQ(told.format, Format::Json);
+}
+
+TEST(CommandLine, ARootIsNamedByItsLongOrItsShortNameInAnyCase) {
+  EXPECT_EQ(searchRootNamed("HKEY_users"), "HKEY_USERS");
+  EXPECT_EQ(searchRootNamed("hkcr"), "HKEY_CLASSES_ROOT");
+  EXPECT_EQ(searchRootNamed("All"), "My Computer");
+}
+
+TEST(CommandLine, AWrongRootOrModeIsRefusedWithThoseThatThereAre) {
+  const std::string root = complaint({"search", "text", "--in", "HKXX"});
+  EXPECT_NE(root.find("\"HKXX\" is no root"), std::string::npos) << root;
+  EXPECT_NE(root.find("HKLM"), std::string::npos) << root;
+  const std::string mode = complaint({"search", "text", "--mode", "middle"});
+  EXPECT_NE(mode.find("\"middle\" is no mode"), std::string::npos) << mode;
+  EXPECT_NE(mode.find("exact"), std::string::npos) << mode;
+  EXPECT_NE(complaint({"search"}), "(none)");
+}
+
 TEST(CommandLine, HelpIsGivenWithoutAComputer) {
   EXPECT_TRUE(parse({"--help"}, false).help.has_value());
   EXPECT_NE(parse({"scan", "--help"}, false).help->find("--only"), std::string::npos);

@@ -18,10 +18,21 @@ using Counts = std::map<std::string, int>;
 class RealHives : public ::testing::Test {
  protected:
   static Counts scan(const std::string& disk, const std::vector<const char*>& more = {}) {
+    return run(disk, more, {"scan", "--json"});
+  }
+  static Counts search(const std::string& disk, std::vector<const char*> what,
+                       const std::vector<const char*>& more = {}) {
+    what.insert(what.begin(), "search");
+    what.push_back("--json");
+    return run(disk, more, what);
+  }
+
+  static Counts run(const std::string& disk, const std::vector<const char*>& more,
+                    const std::vector<const char*>& command) {
     const std::string root = std::string(std::getenv("ZELVREG_REAL_HIVES")) + "/" + disk;
     std::vector<const char*> arguments{"zelvreg", "--offline", root.c_str()};
     arguments.insert(arguments.end(), more.begin(), more.end());
-    arguments.insert(arguments.end(), {"scan", "--json"});
+    arguments.insert(arguments.end(), command.begin(), command.end());
     const auto parsed = parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
     const auto computer = Computer::open(parsed.options.target);
     std::ostringstream out;
@@ -67,6 +78,24 @@ TEST_F(RealHives, EachUserOfADiskCanBeTheCurrentOne) {
   EXPECT_EQ(scan("windows7", {"--user", "second"}),
             (Counts{{"11", 35}, {"133", 3}, {"144", 1}, {"155", 36}}));
   EXPECT_THROW(scan("windows7", {"--user", "third"}), std::runtime_error);
+}
+
+// The disks have no files, so each text that names one on their drive is dead; the control set that
+// is in force is found twice.
+TEST_F(RealHives, EachTextThatNamesAFileIsFound) {
+  EXPECT_EQ(search("nt4", {":\\", "--in", "HKLM"}), (Counts{{"13", 79}}));
+  EXPECT_EQ(search("dirty", {":\\", "--in", "HKLM"}), (Counts{{"13", 82}}));
+  EXPECT_EQ(search("windows7", {":\\", "--in", "HKCU"}, {"--user", "first"}),
+            (Counts{{"11", 642}}));
+  EXPECT_EQ(search("windows7", {":\\", "--in", "HKCU"}, {"--user", "second"}),
+            (Counts{{"11", 559}}));
+}
+
+TEST_F(RealHives, EachNameThatMatchesIsFoundAndIsOfNoKind) {
+  EXPECT_EQ(search("nt4", {"win", "--keys", "--values", "--in", "HKLM"}), (Counts{{"", 133}}));
+  EXPECT_EQ(search("dirty", {"win", "--keys", "--values", "--in", "HKLM"}), (Counts{{"", 751}}));
+  EXPECT_EQ(search("windows7", {"win", "--keys", "--values", "--in", "HKCU"}, {"--user", "first"}),
+            (Counts{{"", 638}}));
 }
 
 }  // namespace

@@ -141,5 +141,25 @@ TEST_F(NavigationTest, ExitKeepsTheTicksAndEndsTheProcess) {
   EXPECT_TRUE(form.cancelRequested);
 }
 
+TEST_F(NavigationTest, AFindShowsItsProgressAndThenTheResults) {
+  form.cboFind.setText("no text of the registry");
+  form.ChKeys.value = true;
+  form.cboRoot.add("My Computer");
+  form.cboRoot.add("HKEY_CURRENT_USER");
+  form.cboRoot.setListIndex(1);
+  form.Option1.value = true;
+  form.cancelRequested = true;
+  bool hadProgress = false;
+  form.messages.serveHost = [&] {
+    hadProgress = hadProgress || (form.Frame8.visible && form.cmd_cancel.enabled);
+    form.cmdFind.click();
+  };
+  form.cmdFind.click();
+  EXPECT_TRUE(hadProgress);
+  EXPECT_FALSE(form.Frame8.visible);
+  EXPECT_EQ(page(), "results ");
+  EXPECT_TRUE(form.cmd_start.enabled);
+}
+
 }  // namespace
 }  // namespace zelvreg

@@ -11,9 +11,6 @@ namespace {
 class SmallFormsTest : public fixture::ComputerFixture {
  protected:
   SmallFormsTest() { bindClicks(form); }
-
-  // What the system is asked to open.
-  std::vector<std::string> opened;
 };
 
 TEST_F(SmallFormsTest, TheDialogAboutTheProgramHidesTheMainFormUntilItIsClosed) {
@@ -48,19 +45,6 @@ TEST_F(SmallFormsTest, BothStandInTheMiddleOfTheScreenInTheColourOfTheSuite) {
   EXPECT_EQ(form.frmabout.chameleonButton3.backColor, usualColor);
   EXPECT_EQ(form.frmabout.chameleonButton3.backOver, usualColor);
   EXPECT_EQ(form.Form1.chameleonButton3.backColor, usualColor);
-}
-
-TEST_F(SmallFormsTest, ItsLinksOpenTheSupportTheWebSiteAndTheTranslationTool) {
-  form.programFolder = "C:\\program";
-  form.openWithSystem = [this](const std::string& target) { opened.push_back(target); };
-  form.frmabout.Label4.click();
-  form.frmabout.Label5.click();
-  form.frmabout.Label6.click();
-  ASSERT_EQ(opened.size(), 3U);
-  EXPECT_EQ(opened[0].substr(0, 8), "https://");
-  EXPECT_EQ(opened[1].substr(0, 8), "https://");
-  EXPECT_NE(opened[0], opened[1]);
-  EXPECT_EQ(opened[2], "C:\\program\\zelvtrans.exe");
 }
 
 TEST_F(SmallFormsTest, WithoutALanguageFileTheirCaptionsStay) {

@@ -1,0 +1,112 @@
+#include "console/SearchCommand.h"
+
+#include <array>
+#include <chrono>
+#include <optional>
+#include <stdexcept>
+
+#include "console/ArgumentText.h"
+#include "console/DisplayText.h"
+#include "console/FormUse.h"
+#include "console/ScanResult.h"
+#include "console/Table.h"
+#include "console/Terminal.h"
+
+namespace zelvreg::console {
+namespace {
+
+// The key under work on the terminal's error stream, gone when the search is done.
+class KeyProgress : public ControlPeer {
+ public:
+  KeyProgress(Form42& shownForm, std::ostream& terminal) : form(shownForm), out(terminal) {
+    form.Label3.attach(this);
+  }
+  ~KeyProgress() override {
+    form.Label3.attach(nullptr);
+    out << clearLine << std::flush;
+  }
+  KeyProgress(const KeyProgress&) = delete;
+  KeyProgress& operator=(const KeyProgress&) = delete;
+
+  void changed(const Control& /*control*/, Change /*what*/, std::size_t /*row*/) override {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - lastDrawn >= drawInterval) {
+      lastDrawn = now;
+      const std::string key = printable(registryText(form.Label3.caption.get()));
+      out << clearLine << form.View2.count() << " found  " << shortened(key, lineWidth)
+          << std::flush;
+    }
+  }
+
+ private:
+  static constexpr std::chrono::milliseconds drawInterval{50};
+  static constexpr std::string_view clearLine = "\r\x1b[K";
+  static constexpr std::size_t lineWidth = 60;
+
+  Form42& form;
+  std::ostream& out;
+  std::chrono::steady_clock::time_point lastDrawn;
+};
+
+void setControls(Form42& form, const SearchOptions& wanted) {
+  form.cboFind.setText(narrowText(wanted.text));
+  form.cboRoot.setText(wanted.root);
+  if (form.cboRoot.text() != wanted.root) {
+    throw std::runtime_error(wanted.root + " has no keys on this computer; choose another root");
+  }
+  form.ChKeys.value = wanted.testsKeys;
+  form.ChValues.value = wanted.testsValues;
+  form.ChData.value = wanted.testsData;
+  form.ChCase.value = wanted.matchesCase;
+  const std::array<OptionButton*, 4> options{&form.Option1, &form.Option2, &form.Option3,
+                                             &form.Option4};
+  for (std::size_t option = 0; option < options.size(); ++option) {
+    options[option]->value = option == static_cast<std::size_t>(wanted.mode);
+  }
+}
+
+// False if the user has interrupted it.
+bool pressFind(Form42& form, const Options& options, const Streams& streams) {
+  bool isCancelled = false;
+  form.messages.serveHost = [&form, &isCancelled] {
+    if (isStopRequested() && !isCancelled) {
+      isCancelled = true;
+      form.cmd_cancel.click();
+    }
+  };
+  std::optional<KeyProgress> progress;
+  if (streams.showsProgress && !options.isQuiet) {
+    progress.emplace(form, streams.error);
+  }
+  form.cmdFind.click();
+  form.messages.serveHost = nullptr;
+  return !isCancelled;
+}
+
+}  // namespace
+
+int search(const Options& options, const Computer& computer, const Streams& streams) {
+  Form42 form;
+  prepareForm(form, options, streams);
+  setControls(form, options.search);
+  const bool isComplete = pressFind(form, options, streams);
+  const auto findings = scanResultOf(form).findings;
+  if (options.format == Format::Json) {
+    streams.out << searchJsonText(findings);
+  } else if (!options.isQuiet) {
+    streams.out << searchTableText(findings, streams.width);
+  }
+  if (!isComplete) {
+    throw std::runtime_error("the search was cancelled; what was found so far is listed");
+  }
+  const auto damage = computer.damage();
+  for (const std::string& line : damage) {
+    streams.error << "zelvreg: " << line << "\n";
+  }
+  if (!damage.empty()) {
+    return failed;
+  }
+  return findings.empty() || options.exitsZero ? nothingFound : problemsFound;
+}
+
+}  // namespace zelvreg::console

@@ -1,0 +1,143 @@
+#include <windows.h>
+
+// This one stands on the one before.
+#include <wincodec.h>
+
+#include <algorithm>
+
+#include "desktop/Animation.h"
+#include "desktop/Desk.h"
+#include "registry/ComSupport.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr UINT largestSide = 512;
+constexpr UINT mostFrames = 200;
+constexpr unsigned clearBehind = 2;  // a frame's place is cleared before the next one
+
+// A number that describes a picture or a frame; 0 without one.
+unsigned numberOf(IWICMetadataQueryReader* reader, const wchar_t* name) {
+  PROPVARIANT value;
+  PropVariantInit(&value);
+  unsigned number = 0;
+  if (reader != nullptr && SUCCEEDED(reader->GetMetadataByName(name, &value))) {
+    number = value.vt == VT_UI1 ? value.bVal : value.vt == VT_UI2 ? value.uiVal : 0;
+  }
+  PropVariantClear(&value);
+  return number;
+}
+
+struct FramePlaceOnCanvas {
+  int left = 0;
+  int top = 0;
+  unsigned delay = 0;  // hundredths of a second
+  unsigned disposal = 0;
+};
+
+FramePlaceOnCanvas placeOf(IWICBitmapFrameDecode& frame) {
+  IWICMetadataQueryReader* found = nullptr;
+  if (FAILED(frame.GetMetadataQueryReader(&found))) {
+    return {};
+  }
+  const ComPointer<IWICMetadataQueryReader> reader(found);
+  return {.left = static_cast<int>(numberOf(found, L"/imgdesc/Left")),
+          .top = static_cast<int>(numberOf(found, L"/imgdesc/Top")),
+          .delay = numberOf(found, L"/grctlext/Delay"),
+          .disposal = numberOf(found, L"/grctlext/Disposal")};
+}
+
+controls::Bitmap pixelsOf(IWICImagingFactory& factory, IWICBitmapFrameDecode& frame) {
+  UINT width = 0;
+  UINT height = 0;
+  IWICFormatConverter* made = nullptr;
+  if (FAILED(frame.GetSize(&width, &height)) || width > largestSide || height > largestSide ||
+      FAILED(factory.CreateFormatConverter(&made))) {
+    return {};
+  }
+  const ComPointer<IWICFormatConverter> converter(made);
+  controls::Bitmap picture(static_cast<int>(width), static_cast<int>(height));
+  const UINT rowBytes = width * 4;
+  if (FAILED(made->Initialize(&frame, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone,
+                              nullptr, 0, WICBitmapPaletteTypeCustom)) ||
+      FAILED(made->CopyPixels(nullptr, rowBytes, rowBytes * height,
+                              reinterpret_cast<BYTE*>(picture.pixels.data())))) {
+    return {};
+  }
+  return picture;
+}
+
+void clearPlace(controls::Bitmap& canvas, const FramePlaceOnCanvas& place,
+                const controls::Bitmap& frame) {
+  const int bottom = std::min(canvas.height, place.top + frame.height);
+  const int right = std::min(canvas.width, place.left + frame.width);
+  for (int row = place.top; row < bottom; ++row) {
+    for (int column = place.left; column < right; ++column) {
+      canvas.pixels[static_cast<std::size_t>(row * canvas.width + column)] = 0;
+    }
+  }
+}
+
+// Over what is there, both with their colours multiplied by alpha.
+void drawOver(controls::Bitmap& canvas, const FramePlaceOnCanvas& place,
+              const controls::Bitmap& frame) {
+  for (int row = 0; row < frame.height && place.top + row < canvas.height; ++row) {
+    for (int column = 0; column < frame.width && place.left + column < canvas.width; ++column) {
+      const std::uint32_t pixel = frame.at(column, row);
+      if (pixel >> 24 != 0) {
+        canvas.pixels[static_cast<std::size_t>((place.top + row) * canvas.width + place.left +
+                                               column)] = pixel;
+      }
+    }
+  }
+}
+
+Animation framesOf(IWICImagingFactory& factory, IWICBitmapDecoder& decoder) {
+  Animation animation;
+  UINT count = 0;
+  decoder.GetFrameCount(&count);
+  controls::Bitmap canvas;
+  for (UINT number = 0; number < std::min(count, mostFrames); ++number) {
+    IWICBitmapFrameDecode* found = nullptr;
+    if (FAILED(decoder.GetFrame(number, &found))) {
+      break;
+    }
+    const ComPointer<IWICBitmapFrameDecode> frame(found);
+    const controls::Bitmap pixels = pixelsOf(factory, *found);
+    if (pixels.pixels.empty()) {
+      break;
+    }
+    const FramePlaceOnCanvas place = placeOf(*found);
+    if (number == 0) {
+      canvas = controls::Bitmap(place.left + pixels.width, place.top + pixels.height);
+    }
+    drawOver(canvas, place, pixels);
+    constexpr unsigned usualDelay = 10;
+    animation.push_back({canvas, 10 * (place.delay == 0 ? usualDelay : place.delay)});
+    if (place.disposal == clearBehind) {
+      clearPlace(canvas, place, pixels);
+    }
+  }
+  return animation;
+}
+
+}  // namespace
+
+Animation readAnimation(const std::string& file) {
+  IWICImagingFactory* factory = nullptr;
+  if (file.empty() ||
+      FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                              IID_IWICImagingFactory, reinterpret_cast<void**>(&factory)))) {
+    return {};
+  }
+  const ComPointer<IWICImagingFactory> owned(factory);
+  IWICBitmapDecoder* decoder = nullptr;
+  if (FAILED(factory->CreateDecoderFromFilename(wideText(file, 0).c_str(), nullptr, GENERIC_READ,
+                                                WICDecodeMetadataCacheOnDemand, &decoder))) {
+    return {};
+  }
+  const ComPointer<IWICBitmapDecoder> ownedDecoder(decoder);
+  return framesOf(*factory, *decoder);
+}
+
+}  // namespace zelvreg::desktop

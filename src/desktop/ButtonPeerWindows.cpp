@@ -1,0 +1,135 @@
+#include <algorithm>
+
+#include "controls/PaintBuffer.h"
+#include "desktop/IconPicture.h"
+#include "desktop/SimplePeers.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+using controls::ButtonProperties;
+
+constexpr std::int32_t flat = 2;
+constexpr std::int32_t ghost = 5;
+constexpr std::int32_t sideBar = 13;
+
+std::int32_t styleFor(ButtonLook look) {
+  switch (look) {
+    case ButtonLook::Title:
+    case ButtonLook::Command:
+      return ghost;
+    case ButtonLook::SideBar:
+      return sideBar;
+    default:
+      return flat;
+  }
+}
+
+Rgb groundFor(ButtonLook look) {
+  switch (look) {
+    case ButtonLook::Command:
+      return colours::surface;
+    case ButtonLook::SideBar:
+      return colours::sideBar;
+    default:
+      return colours::ground;
+  }
+}
+
+// Whether the user asks for the system's own colours of high contrast.
+bool hasHighContrast() {
+  HIGHCONTRASTW setting{};
+  setting.cbSize = sizeof setting;
+  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) != FALSE &&
+         (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+}  // namespace
+
+ButtonPeer::ButtonPeer(Desk& sharedDesk, HWND parent, Button& button, ButtonLook buttonLook,
+                       const char* iconKey)
+    : Peer(sharedDesk, button),
+      shownButton(button),
+      look(buttonLook),
+      icon(iconKey),
+      chameleon(parent, 0, {}, sharedDesk.resolution()) {
+  borrow(chameleon.hwnd());
+  chameleon.set(&ButtonProperties::ButtonType, styleFor(look));
+  chameleon.set(&ButtonProperties::SpecialEffect,
+                static_cast<std::int16_t>(controls::PictureEffect::TextColour));
+  chameleon.setDefault(look == ButtonLook::Primary);
+  if (look == ButtonLook::SideBar) {
+    chameleon.set(&ButtonProperties::CheckBoxBehaviour, true);
+  }
+  chameleon.onClick = [this] { shownButton.click(); };
+  showAll();
+}
+
+void ButtonPeer::changed(const Control& control, Change what, std::size_t row) {
+  Peer::changed(control, what, row);
+  if (what == Change::Enabled) {
+    chameleon.set(&ButtonProperties::Enabled, shownButton.enabled.get());
+  }
+  if (onChanged && (what == Change::Text || what == Change::Enabled)) {
+    onChanged();
+  }
+}
+
+void ButtonPeer::showAll() {
+  chameleon.setDpi(desk().resolution());
+  Peer::showAll();
+  chameleon.set(&ButtonProperties::Enabled, shownButton.enabled.get());
+}
+
+void ButtonPeer::showText() {
+  const bool hasCaption = look != ButtonLook::Title && look != ButtonLook::IconOnly;
+  chameleon.set(&ButtonProperties::Caption,
+                hasCaption ? utf8Text(shownButton.caption.get(), charset()) : std::string());
+  const std::string& tip = shownButton.toolTip.get();
+  chameleon.setToolTip(
+      utf8Text(tip.empty() && !hasCaption ? shownButton.caption.get() : tip, charset()));
+}
+
+void ButtonPeer::showLook() {
+  const Font& font = shownButton.font;
+  chameleon.set(&ButtonProperties::Font, {.name = utf8Text(font.name, 0),
+                                          .size = font.size > 0 ? font.size : 9,
+                                          .isBold = font.isBold,
+                                          .isItalic = false,
+                                          .isUnderlined = false});
+  chameleon.set(&ButtonProperties::ColorScheme, hasHighContrast() ? 2 : 1);
+  chameleon.set(&ButtonProperties::PictureNormal,
+                iconPicture({.key = icon, .resolution = desk().resolution()}));
+  chameleon.set(&ButtonProperties::BackColor, [this]() -> std::uint32_t {
+    const std::uint32_t told = shownButton.backColor;
+    return told == windowColor ? controls::systemColour(15) : told;
+  }());
+  chameleon.set(&ButtonProperties::BackOver, [this]() -> std::uint32_t {
+    const std::uint32_t told = shownButton.backOver;
+    return told == windowColor ? controls::systemColour(15) : told;
+  }());
+  controls::Palette palette = desk().palette;
+  palette.ground = groundFor(look);
+  chameleon.setPalette(palette);
+}
+
+void ButtonPeer::setPrimary(bool isPrimary) {
+  chameleon.set(&ButtonProperties::ButtonType, isPrimary ? flat : styleFor(look));
+  chameleon.setDefault(isPrimary);
+}
+
+void ButtonPeer::setCurrent(bool isCurrent) { chameleon.set(&ButtonProperties::Value, isCurrent); }
+
+int ButtonPeer::naturalWidth() const {
+  const controls::WindowContext context(hwnd());
+  const controls::Selection selected(context.get(), desk().font(shownButton.font));
+  const std::wstring caption = wideText(shownButton.caption.get(), charset());
+  RECT extent{};
+  DrawTextW(context.get(), caption.c_str(), static_cast<int>(caption.size()), &extent,
+            DT_CALCRECT | DT_SINGLELINE);
+  constexpr int margins = 28;
+  constexpr int pictureRoom = 24;
+  return extent.right + desk().points(margins + (icon.empty() ? 0 : pictureRoom));
+}
+
+}  // namespace zelvreg::desktop

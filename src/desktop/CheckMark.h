@@ -1,0 +1,23 @@
+// The box of a tick, and the ring of an option.
+#ifndef ZELVREG_DESKTOP_CHECK_MARK_H
+#define ZELVREG_DESKTOP_CHECK_MARK_H
+
+#include "controls/Canvas.h"
+
+namespace zelvreg::desktop {
+
+// In pixels.
+struct CheckMark {
+  int left = 0;
+  int top = 0;
+  int length = 0;
+  bool isOn = false;
+  bool isRound = false;
+  bool isEnabled = true;
+};
+
+void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, controls::Rgb accent);
+
+}  // namespace zelvreg::desktop
+
+#endif

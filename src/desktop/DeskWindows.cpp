@@ -1,0 +1,77 @@
+#include <cmath>
+
+#include "controls/PaintBuffer.h"
+#include "desktop/Desk.h"
+#include "languages/Charset.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+std::wstring wideFrom(std::string_view text, UINT codePage) {
+  const int size = static_cast<int>(text.size());
+  const int length = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), length);
+  return wide;
+}
+
+std::string narrowTo(std::wstring_view text, UINT codePage) {
+  const int size = static_cast<int>(text.size());
+  const int length =
+      WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string narrow(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(codePage, 0, text.data(), size, narrow.data(), length, nullptr, nullptr);
+  return narrow;
+}
+
+}  // namespace
+
+std::wstring wideText(std::string_view text, int charset) {
+  return wideFrom(text, charset == 0 ? CP_ACP : codePageOfCharset(charset));
+}
+
+std::string utf8Text(std::string_view text, int charset) {
+  return narrowTo(wideText(text, charset), CP_UTF8);
+}
+
+std::string narrowText(std::wstring_view text) { return narrowTo(text, CP_ACP); }
+
+void Desk::setResolution(int resolution) {
+  dpi = resolution;
+  fonts.clear();
+}
+
+HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
+  const double size = (font.size > 0 ? font.size : 9) + pointsMore;
+  const bool bold = isBold || font.isBold;
+  const std::string key = font.name + "|" + std::to_string(size) + (bold ? "|b" : "|");
+  controls::FontHandle& known = fonts[key];
+  if (!known) {
+    known = controls::makeFont({.name = utf8Text(font.name, 0),
+                                .size = size,
+                                .isBold = bold,
+                                .isItalic = false,
+                                .isUnderlined = false},
+                               dpi);
+  }
+  return known.get();
+}
+
+HBRUSH Desk::brush(Rgb colour) {
+  const COLORREF reference = controls::colorRef(colour);
+  controls::BrushHandle& known = brushes[reference];
+  if (!known) {
+    known.reset(CreateSolidBrush(reference));
+  }
+  return known.get();
+}
+
+void Desk::catchUp() {
+  auto work = std::move(waiting);
+  waiting.clear();
+  for (const auto& [owner, run] : work) {
+    run();
+  }
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,111 @@
+#include "desktop/FramePeer.h"
+
+#include "controls/PaintBuffer.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr const wchar_t* frameClass = L"ZelvregFrame";
+constexpr int titleFrom = 4;
+constexpr int titleTo = 30;
+constexpr int captionTo = 17;
+
+}  // namespace
+
+FramePeer::FramePeer(Desk& sharedDesk, HWND parent, Frame& shownFrame, FrameOptions frameOptions)
+    : Peer(sharedDesk, shownFrame), frame(shownFrame), options(frameOptions) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = procedure;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+  description.lpszClassName = frameClass;
+  // Fails for every frame but the first, whose class serves all.
+  RegisterClassExW(&description);
+  own(makeChild(parent, frameClass, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT));
+  showAll();
+}
+
+void FramePeer::changed(const Control& control, Change what, std::size_t row) {
+  Peer::changed(control, what, row);
+  if (what == Change::Visible && onVisible) {
+    onVisible();
+  }
+}
+
+void FramePeer::showText() {
+  SetWindowTextW(hwnd(), wideText(frame.caption.get(), charset()).c_str());
+  repaint();
+}
+
+void FramePeer::showPlace() {
+  if (placeOf) {
+    const Place place = placeOf();
+    move(desk().points(place.left), desk().points(place.top), desk().points(place.width),
+         desk().points(place.height));
+  } else {
+    Peer::showPlace();
+  }
+}
+
+void FramePeer::paintGround(HDC context) const {
+  RECT place{};
+  GetClientRect(hwnd(), &place);
+  const controls::PaintBuffer buffer({place.right, place.bottom});
+  controls::Canvas canvas = buffer.canvas();
+  canvas.clear(options.isCard ? options.behind : options.ground);
+  if (options.isCard) {
+    const double radius = desk().points(5);
+    const double width = place.right;
+    const double height = place.bottom;
+    canvas.draw(controls::Shape{0, 0, width, height, radius, 0, options.ground, options.ground});
+    canvas.draw(controls::Shape{0, 0, width, height, radius, 1, colours::line, colours::line});
+  }
+  if (options.hasTitle || options.hasCaption) {
+    const std::wstring text = wideText(titleOf ? titleOf() : frame.caption.get(), charset());
+    const controls::Selection selected(buffer.dc(),
+                                       desk().font(frame.font, options.hasTitle ? 3 : 0, true));
+    SetBkMode(buffer.dc(), TRANSPARENT);
+    SetTextColor(buffer.dc(),
+                 controls::colorRef(options.hasTitle ? colours::text : colours::secondary));
+    RECT line = place;
+    line.top = options.hasTitle ? desk().points(titleFrom) : 0;
+    line.bottom = desk().points(options.hasTitle ? titleTo : captionTo);
+    DrawTextW(buffer.dc(), text.c_str(), static_cast<int>(text.size()), &line,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+  }
+  buffer.show(context, 0, 0);
+}
+
+LRESULT CALLBACK FramePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (const auto answer = reflect(message, wParam, lParam)) {
+    return *answer;
+  }
+  const auto* peer = static_cast<FramePeer*>(Peer::of(hwnd));
+  if (peer == nullptr) {
+    return DefWindowProcW(hwnd, message, wParam, lParam);
+  }
+  switch (message) {
+    case WM_ERASEBKGND:
+      peer->paintGround(reinterpret_cast<HDC>(wParam));
+      return TRUE;
+    case WM_MOUSEMOVE:
+      if (peer->onMouseMove) {
+        peer->onMouseMove();
+      }
+      break;
+    case WM_LBUTTONDOWN:
+      // The window can be dragged by its pages.
+      if (!peer->options.isCard) {
+        ReleaseCapture();
+        SendMessageW(GetAncestor(hwnd, GA_ROOT), WM_NCLBUTTONDOWN, HTCAPTION, lParam);
+        return 0;
+      }
+      break;
+    default:
+      break;
+  }
+  return DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,263 @@
+#include "desktop/Layout.h"
+
+#include <array>
+#include <initializer_list>
+
+#include "form/Version.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+template <auto member>
+auto& of(Form42& form) {
+  return form.*member;
+}
+template <auto member, std::size_t index>
+auto& element(Form42& form) {
+  return (form.*member)[index];
+}
+Frame* noFrame(Form42& /*form*/) { return nullptr; }
+template <Frame Form42::*member>
+Frame* in(Form42& form) {
+  return &(form.*member);
+}
+
+constexpr Place page{216, 124, 790, 450};
+constexpr int panelHeight = 104;
+constexpr int gap = 10;
+constexpr int listTop = 50;
+
+constexpr std::array frames{
+    FramePlace{of<&Form42::Frame1>, noFrame, page, false},
+    FramePlace{of<&Form42::Frame2>, noFrame, page, false},
+    FramePlace{of<&Form42::Frame3>, noFrame, page, false},
+    FramePlace{of<&Form42::Frame7>, noFrame, page, false},
+    FramePlace{of<&Form42::Frame8>,
+               in<&Form42::Frame1>,
+               {0, page.height - panelHeight, page.width, panelHeight},
+               true},
+    FramePlace{of<&Form42::Picture1>, in<&Form42::Frame2>, {0, 352, 790, 98}, true},
+    FramePlace{of<&Form42::Frame4>, noFrame, {10, 334, 176, 80}, false},
+    FramePlace{of<&Form42::Frame5>, noFrame, {10, 416, 176, 82}, false},
+    FramePlace{of<&Form42::pictrlang>, noFrame, {722, 58, 200, 40}, true},
+};
+
+constexpr std::array labels{
+    LabelPlace{of<&Form42::Label1>, noFrame, {64, 9, 600, 25}, LabelLook::ProgramTitle},
+    LabelPlace{element<&Form42::Label8, 6>, noFrame, {64, 33, 680, 18}, LabelLook::ProgramText},
+    LabelPlace{element<&Form42::Label12, 0>, noFrame, {16, 590, 12, 18}, LabelLook::Secondary},
+    LabelPlace{element<&Form42::Label12, 2>, noFrame, {30, 590, 60, 18}, LabelLook::Secondary},
+    LabelPlace{
+        element<&Form42::Label12, 1>, noFrame, {910, 590, 100, 18}, LabelLook::SecondaryRight},
+    LabelPlace{
+        element<&Form42::Label2, 1>, in<&Form42::Frame1>, {0, 0, 560, 24}, LabelLook::PageTitle},
+    LabelPlace{
+        element<&Form42::Label2, 0>, in<&Form42::Frame1>, {0, 25, 560, 18}, LabelLook::Secondary},
+    LabelPlace{
+        element<&Form42::Label2, 5>, in<&Form42::Frame8>, {78, 10, 250, 18}, LabelLook::Strong},
+    LabelPlace{
+        of<&Form42::Label4>, in<&Form42::Frame8>, {330, 10, 350, 18}, LabelLook::SecondaryRight},
+    LabelPlace{
+        element<&Form42::Label2, 3>, in<&Form42::Frame8>, {78, 45, 280, 18}, LabelLook::Secondary},
+    LabelPlace{of<&Form42::Label3>, in<&Form42::Frame8>, {360, 45, 320, 18}, LabelLook::Plain},
+    LabelPlace{
+        element<&Form42::Label2, 4>, in<&Form42::Frame8>, {78, 64, 602, 34}, LabelLook::Wrapped},
+    LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 330, 26}, LabelLook::Counter},
+    LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 10, 90, 18}, LabelLook::Strong},
+    LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 10, 490, 18}, LabelLook::Problem},
+    LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 31, 584, 58}, LabelLook::Wrapped},
+};
+
+constexpr std::array buttons{
+    // From right to left.
+    ButtonPlace{
+        of<&Form42::chameleonButton4>, noFrame, {974, 13, 40, 34}, ButtonLook::Title, "exit"},
+    ButtonPlace{
+        of<&Form42::chameleonButton23>, noFrame, {930, 13, 40, 34}, ButtonLook::Title, "minimize"},
+    ButtonPlace{
+        of<&Form42::chameleonButton18>, noFrame, {886, 13, 40, 34}, ButtonLook::Title, "about"},
+    ButtonPlace{
+        of<&Form42::chameleonButton13>, noFrame, {842, 13, 40, 34}, ButtonLook::Title, "language"},
+    // As wide as their captions, from left to right.
+    ButtonPlace{of<&Form42::cmd_search>, noFrame, {16, 68, 130, 36}, ButtonLook::Command, "search"},
+    ButtonPlace{
+        of<&Form42::cmd_exclud>, noFrame, {150, 68, 110, 36}, ButtonLook::Command, "exclude"},
+    ButtonPlace{of<&Form42::cmd_start>, noFrame, {276, 68, 80, 36}, ButtonLook::Command, "start"},
+    ButtonPlace{of<&Form42::cmd_fix>, noFrame, {360, 68, 110, 36}, ButtonLook::Command, "fix"},
+    ButtonPlace{of<&Form42::cmd_cancel>, noFrame, {474, 68, 90, 36}, ButtonLook::Command, "cancel"},
+    ButtonPlace{of<&Form42::cmd_all>, noFrame, {580, 68, 100, 36}, ButtonLook::Command, "all"},
+    ButtonPlace{of<&Form42::cmd_non>, noFrame, {684, 68, 110, 36}, ButtonLook::Command, "none"},
+    ButtonPlace{
+        of<&Form42::cmd_report>, noFrame, {810, 68, 120, 36}, ButtonLook::Command, "report"},
+    ButtonPlace{
+        of<&Form42::orubutton4>, noFrame, {8, 118, 180, 58}, ButtonLook::SideBar, "options"},
+    ButtonPlace{
+        of<&Form42::chameleonButton7>, noFrame, {8, 178, 180, 34}, ButtonLook::SideBar, "exclude"},
+    ButtonPlace{
+        of<&Form42::chameleonButton1>, noFrame, {8, 214, 180, 34}, ButtonLook::SideBar, "undo"},
+    ButtonPlace{of<&Form42::orubutton1>, noFrame, {8, 250, 180, 42}, ButtonLook::SideBar, "start"},
+    ButtonPlace{
+        of<&Form42::orubutton3>, noFrame, {8, 294, 180, 32}, ButtonLook::SideBar, "refresh"},
+    ButtonPlace{of<&Form42::cmdFind>, noFrame, {10, 502, 176, 28}, ButtonLook::Plain, "search"},
+    ButtonPlace{of<&Form42::chameleonButton11>, noFrame, {10, 546, 86, 32}, ButtonLook::Plain, ""},
+    ButtonPlace{of<&Form42::chameleonButton10>, noFrame, {102, 546, 84, 32}, ButtonLook::Plain, ""},
+    ButtonPlace{of<&Form42::chameleonButton21>,
+                in<&Form42::Frame1>,
+                {570, 6, 105, 32},
+                ButtonLook::Plain,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton22>,
+                in<&Form42::Frame1>,
+                {685, 6, 105, 32},
+                ButtonLook::Plain,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton12>,
+                in<&Form42::Frame8>,
+                {692, 36, 84, 32},
+                ButtonLook::Plain,
+                ""},
+    // As wide as their captions, from the right end of the page.
+    ButtonPlace{of<&Form42::chameleonButton15>,
+                in<&Form42::Frame2>,
+                {640, 0, 150, 32},
+                ButtonLook::Primary,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton17>,
+                in<&Form42::Frame2>,
+                {540, 0, 92, 32},
+                ButtonLook::Plain,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton16>,
+                in<&Form42::Frame2>,
+                {452, 0, 80, 32},
+                ButtonLook::Plain,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton14>,
+                in<&Form42::Frame2>,
+                {330, 0, 114, 32},
+                ButtonLook::Plain,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton9>,
+                in<&Form42::Frame2>,
+                {290, 0, 32, 32},
+                ButtonLook::IconOnly,
+                "exclude"},
+    ButtonPlace{of<&Form42::orubutton2>,
+                in<&Form42::Frame2>,
+                {250, 0, 32, 32},
+                ButtonLook::IconOnly,
+                "fix"},
+    ButtonPlace{
+        of<&Form42::Command28>, in<&Form42::Picture1>, {666, 33, 110, 32}, ButtonLook::Plain, ""},
+    ButtonPlace{of<&Form42::chameleonButton2>,
+                in<&Form42::Frame3>,
+                {0, 416, 180, 32},
+                ButtonLook::Plain,
+                "undo"},
+    ButtonPlace{of<&Form42::chameleonButton3>,
+                in<&Form42::Frame3>,
+                {190, 416, 180, 32},
+                ButtonLook::Plain,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton5>,
+                in<&Form42::Frame7>,
+                {0, 416, 120, 32},
+                ButtonLook::Primary,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton8>,
+                in<&Form42::Frame7>,
+                {130, 416, 120, 32},
+                ButtonLook::Plain,
+                ""},
+    ButtonPlace{of<&Form42::chameleonButton6>,
+                in<&Form42::Frame7>,
+                {260, 416, 120, 32},
+                ButtonLook::Plain,
+                ""},
+};
+
+void put(Control& control, const Place& place) {
+  control.left = place.left * twipsPerPoint;
+  control.top = place.top * twipsPerPoint;
+  control.width = place.width * twipsPerPoint;
+  control.height = place.height * twipsPerPoint;
+}
+
+void putSearchControls(Form42& form) {
+  put(form.cboFind, {0, 0, 176, 24});
+  put(form.cboRoot, {0, 30, 176, 24});
+  put(form.ChKeys, {0, 60, 54, 18});
+  put(form.ChValues, {57, 60, 62, 18});
+  put(form.ChData, {122, 60, 54, 18});
+  put(form.ChCase, {0, 20, 176, 18});
+  put(form.Option1, {0, 41, 90, 18});
+  put(form.Option2, {94, 41, 82, 18});
+  put(form.Option3, {0, 62, 90, 18});
+  put(form.Option4, {94, 62, 82, 18});
+}
+
+void putLists(Form42& form) {
+  put(form.View1, {0, listTop, page.width, page.height - listTop});
+  put(form.View2, {0, 42, page.width, 300});
+  put(form.View3, {0, 68, page.width, 338});
+  put(form.View4, {0, 36, page.width, 370});
+  put(form.Check1, {0, 36, 600, 22});
+  put(form.Bar1, {78, 33, 602, 8});
+}
+
+void putPictures(Form42& form) {
+  put(form.Image2, {20, 14, 32, 32});
+  put(form.Image44[0], {798, 13, 40, 34});
+  put(form.Image1, {16, 22, 40, 40});
+  put(form.Gif89a1, {14, 24, 48, 48});
+  put(form.Shape1, {0, titleHeight - 3, windowWidth, 3});
+  put(form.Shape3, {0, 0, windowWidth, titleHeight});
+  put(form.imglangselect, {12, 12, 16, 16});
+}
+
+// What other programs and the form's own procedures may still ask for, but no user needs to see:
+// the tool bar is a second face of the command bar, the second text of the exclusions page repeats
+// its title.
+void hideTheRest(Form42& form) {
+  for (Control* control : std::initializer_list<Control*>{
+           &form.Toolbar1, &form.Label2[2], &form.Image3, &form.Image14, &form.Label12[3],
+           &form.PicStatus, &form.Frame2, &form.Frame3, &form.Frame7, &form.Frame8, &form.Picture1,
+           &form.Gif89a1, &form.pictrlang}) {
+    control->visible = false;
+  }
+}
+
+}  // namespace
+
+std::span<const FramePlace> framePlaces() { return frames; }
+std::span<const LabelPlace> labelPlaces() { return labels; }
+std::span<const ButtonPlace> buttonPlaces() { return buttons; }
+
+Place progressPanelPlace() { return {0, page.height - panelHeight, page.width, panelHeight}; }
+
+Place categoryListPlace(const Form42& form) {
+  const int bottom = form.Frame8.visible ? page.height - panelHeight - gap : page.height;
+  return {0, listTop, page.width, bottom - listTop};
+}
+
+void layOut(Form42& form) {
+  for (const FramePlace& each : frames) {
+    put(each.frame(form), each.place);
+  }
+  for (const LabelPlace& each : labels) {
+    put(each.label(form), each.place);
+  }
+  for (const ButtonPlace& each : buttons) {
+    put(each.button(form), each.place);
+  }
+  putSearchControls(form);
+  putLists(form);
+  putPictures(form);
+  hideTheRest(form);
+  form.Label12[0].caption = "\xA9";
+  form.Label12[1].caption = programVersion();
+  // The first entry of the picker; the others follow below it.
+  put(*form.lbllanguage.front(), {36, 8, 156, 24});
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,90 @@
+// Where every control of the main window stands, in twips, and what it looks like there. The window
+// has one layout; the front end turns it into points of the screen by the monitor's resolution.
+#ifndef ZELVREG_DESKTOP_LAYOUT_H
+#define ZELVREG_DESKTOP_LAYOUT_H
+
+#include <cstdint>
+#include <span>
+
+#include "form/Form42.h"
+
+namespace zelvreg::desktop {
+
+// 96 points and 1440 twips make an inch.
+inline constexpr int twipsPerPoint = 15;
+
+// The bands of the window, in points at 96 to the inch.
+inline constexpr int windowWidth = 1026;
+inline constexpr int windowHeight = 612;
+inline constexpr int titleHeight = 60;
+inline constexpr int commandBarBottom = 112;
+inline constexpr int sideBarWidth = 196;
+inline constexpr int statusBarTop = 586;
+
+// The rows of a list, and its header.
+inline constexpr int rowHeight = 23;
+inline constexpr int headerHeight = 26;
+
+enum class LabelLook : std::uint8_t {
+  ProgramTitle,
+  ProgramText,
+  PageTitle,
+  Counter,  // a page's title that ends in a number
+  Strong,
+  Plain,
+  Secondary,
+  SecondaryRight,
+  Wrapped,
+  Problem,
+  Link,
+};
+
+enum class ButtonLook : std::uint8_t { Title, Command, SideBar, Plain, Primary, IconOnly };
+
+struct Place {
+  int left;
+  int top;
+  int width;
+  int height;
+};
+
+// `parent` is null for what stands on the window itself.
+struct LabelPlace {
+  Label& (*label)(Form42& form);
+  Frame* (*parent)(Form42& form);
+  Place place;
+  LabelLook look;
+};
+
+struct ButtonPlace {
+  Button& (*button)(Form42& form);
+  Frame* (*parent)(Form42& form);
+  Place place;
+  ButtonLook look;
+  const char* icon;
+};
+
+struct FramePlace {
+  Frame& (*frame)(Form42& form);
+  Frame* (*parent)(Form42& form);
+  Place place;
+  bool isCard;  // a white panel with an edge
+};
+
+// Frames come before what stands in them.
+std::span<const FramePlace> framePlaces();
+std::span<const LabelPlace> labelPlaces();
+std::span<const ButtonPlace> buttonPlaces();
+
+// Gives every control of the form its place, and hides what the window does not show.
+void layOut(Form42& form);
+
+// The room of View1 and of Frame8 on their page. The heights that the form's procedures set were
+// made for one form of long ago; the list takes what the page has, so that all rows can be seen,
+// and gives way to the progress of a scan.
+Place categoryListPlace(const Form42& form);
+Place progressPanelPlace();
+
+}  // namespace zelvreg::desktop
+
+#endif

@@ -1,0 +1,162 @@
+// How the rows of a list are drawn.
+#include <algorithm>
+
+#include "desktop/CheckMark.h"
+#include "desktop/IconPicture.h"
+#include "desktop/ListViewPeer.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr Rgb headerGround = rgb(0xFAFBFD);
+constexpr Rgb rowLine = rgb(0xF0F3F7);
+constexpr int cellMargin = 10;
+constexpr int iconLeft = 36;
+constexpr int textLeftOfIcon = 60;
+
+void fill(controls::Canvas& canvas, const RECT& place, Rgb colour) {
+  canvas.draw(controls::Shape{static_cast<double>(place.left), static_cast<double>(place.top),
+                              static_cast<double>(place.right), static_cast<double>(place.bottom),
+                              0, 0, colour, colour});
+}
+
+void drawText(HDC context, const std::wstring& text, RECT place, UINT alignment, Rgb colour) {
+  SetBkMode(context, TRANSPARENT);
+  SetTextColor(context, controls::colorRef(colour));
+  DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &place,
+            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | alignment);
+}
+
+}  // namespace
+
+LRESULT ListViewPeer::drawItem(NMLVCUSTOMDRAW& request) const {
+  if (request.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    return CDRF_NOTIFYITEMDRAW;
+  }
+  if (request.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) {
+    return CDRF_DODEFAULT;
+  }
+  const auto item = static_cast<int>(request.nmcd.dwItemSpec);
+  RECT bounds{};
+  if (ListView_GetItemRect(hwnd(), item, &bounds, LVIR_BOUNDS) == FALSE) {
+    return CDRF_DODEFAULT;
+  }
+  const controls::PaintBuffer buffer(
+      {static_cast<int>(bounds.right - bounds.left), static_cast<int>(bounds.bottom - bounds.top)});
+  drawRow(buffer, static_cast<std::size_t>(item) + 1, bounds);
+  buffer.show(request.nmcd.hdc, bounds.left, bounds.top);
+  return CDRF_SKIPDEFAULT;
+}
+
+void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
+                           RECT bounds) const {
+  const int width = bounds.right - bounds.left;
+  const int height = bounds.bottom - bounds.top;
+  controls::Canvas canvas = buffer.canvas();
+  const UINT state =
+      ListView_GetItemState(hwnd(), static_cast<int>(row) - 1, LVIS_SELECTED | LVIS_FOCUSED);
+  fill(canvas, {0, 0, width, height},
+       (state & LVIS_SELECTED) != 0 ? colours::selected : colours::surface);
+  fill(canvas, {0, height - 1, width, height}, rowLine);
+  if (options.hasChecks) {
+    const int length = desk().points(15);
+    drawCheckMark(canvas,
+                  {.left = desk().points(cellMargin),
+                   .top = (height - length) / 2,
+                   .length = length,
+                   .isOn = list.isChecked(row),
+                   .isRound = false,
+                   .isEnabled = true},
+                  desk().palette.accent);
+  }
+  if (options.hasIcons) {
+    if (const controls::Picture icon =
+            iconPicture({.key = list.smallIcon(row), .resolution = desk().resolution()})) {
+      canvas.draw(*icon, desk().points(iconLeft), (height - icon->height) / 2);
+    }
+  }
+  for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
+    RECT place{};
+    Header_GetItemRect(header, static_cast<int>(column), &place);
+    if (place.right > place.left) {
+      drawCell(buffer, row, column, {place.left, 0, place.right, height});
+    }
+  }
+  if ((state & LVIS_FOCUSED) != 0 && GetFocus() == hwnd()) {
+    const Rgb accent = desk().palette.accent;
+    canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, accent, accent});
+  }
+}
+
+void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row,
+                            std::size_t column, RECT cell) const {
+  const bool isFirst = column == 0;
+  int left = cellMargin;
+  if (isFirst && options.hasIcons) {
+    left = textLeftOfIcon;
+  } else if (isFirst && options.hasChecks) {
+    left = iconLeft;
+  }
+  cell.left += desk().points(left);
+  cell.right -= desk().points(6);
+  const std::string& statusIcon = list.reportIcon(row, column);
+  if (!statusIcon.empty()) {
+    if (const controls::Picture icon =
+            iconPicture({.key = statusIcon, .resolution = desk().resolution()})) {
+      buffer.canvas().draw(*icon, cell.left, (cell.bottom - icon->height) / 2);
+    }
+    cell.left += desk().points(24);
+  }
+  const CellStyle style = list.cellStyle(row, column);
+  const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
+  const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
+  drawText(buffer.dc(), wideText(list.text(row, column), textCharset()), cell,
+           isRight ? DT_RIGHT : DT_LEFT, cellColour(row, column));
+}
+
+// A row under test, or with findings, has the bright red of old; it is drawn calm.
+Rgb ListViewPeer::cellColour(std::size_t row, std::size_t column) const {
+  constexpr std::uint32_t brightRed = 255;
+  const auto calm = [](std::uint32_t told, Rgb own) {
+    return told == brightRed                ? colours::problem
+           : controls::isSystemColour(told) ? own
+                                            : controls::fromProperty(told);
+  };
+  if (column == 0) {
+    return calm(list.rowColor(row), colours::text);
+  }
+  const bool isNumber = list.columnHeaders()[column].alignment == Alignment::Right;
+  return calm(list.cellStyle(row, column).color, isNumber ? colours::text : colours::secondary);
+}
+
+LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
+  if (request.dwDrawStage == CDDS_PREPAINT) {
+    RECT all{};
+    GetClientRect(header, &all);
+    FillRect(request.hdc, &all, desk().brush(headerGround));
+    return CDRF_NOTIFYITEMDRAW;
+  }
+  if (request.dwDrawStage != CDDS_ITEMPREPAINT) {
+    return CDRF_DODEFAULT;
+  }
+  const std::size_t column = request.dwItemSpec;
+  const RECT& place = request.rc;
+  if (place.right <= place.left || column >= list.columnHeaders().size()) {
+    return CDRF_SKIPDEFAULT;
+  }
+  const int width = place.right - place.left;
+  const int height = place.bottom - place.top;
+  const controls::PaintBuffer buffer({width, height});
+  controls::Canvas canvas = buffer.canvas();
+  fill(canvas, {0, 0, width, height}, headerGround);
+  fill(canvas, {0, height - 1, width, height}, colours::line);
+  const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
+  const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
+  drawText(buffer.dc(), wideText(list.columnHeaders()[column].text, charset()),
+           {desk().points(cellMargin), 0, width - desk().points(6), height},
+           isRight ? DT_RIGHT : DT_LEFT, colours::secondary);
+  buffer.show(request.hdc, place.left, place.top);
+  return CDRF_SKIPDEFAULT;
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,95 @@
+// The window of a list: the system's list view in its virtual mode, which asks for each row when it
+// shows it, so that 100,000 rows cost no more than a screenful.
+#ifndef ZELVREG_DESKTOP_LIST_VIEW_PEER_H
+#define ZELVREG_DESKTOP_LIST_VIEW_PEER_H
+
+#include <windows.h>
+
+// This one stands on the one before.
+#include <commctrl.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "controls/PaintBuffer.h"
+#include "desktop/Peer.h"
+#include "widgets/ListView.h"
+
+namespace zelvreg::desktop {
+
+struct ListOptions {
+  bool hasChecks = false;
+  bool hasIcons = false;
+  bool selectsSeveral = false;
+  // Rows hold text of the system, not of the program's language.
+  bool holdsSystemText = false;
+  // Points at 96 to the inch, for the columns as they stand; the last takes what is left.
+  std::vector<int> columnWidths;
+};
+
+class ListViewPeer : public Peer {
+ public:
+  ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList, ListOptions listOptions);
+  ~ListViewPeer() override;
+
+  std::optional<LRESULT> notice(NMHDR& header) override;
+  void showAll() override;
+
+  // By the user: a row was chosen, pressed twice, or asked for its menu. Any may be empty.
+  std::function<void(std::size_t row)> onItemClick;
+  std::function<void()> onDoubleClick;
+  std::function<void(POINT onScreen)> onMenu;
+  // Other than the place that the control holds.
+  std::function<Place()> placeOf;
+
+ protected:
+  void showText() override;
+  void showLook() override;
+  void showPlace() override;
+  void showRows(Change what, std::size_t row) override;
+
+ private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR reference);
+  static LRESULT CALLBACK headerProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                          UINT_PTR id, DWORD_PTR reference);
+
+  // What has changed since the rows were shown last.
+  struct Stale {
+    bool rows = false;
+    bool selection = false;
+    bool columns = false;
+    std::size_t inView = 0;
+  };
+  void catchUp();
+  void showSelection();
+  void fitColumns();
+
+  void giveItem(LVITEMW& item) const;
+  void itemChanged(const NMLISTVIEW& change);
+  bool pressed(POINT where);
+  void toggle(std::size_t row);
+  void toggleSelected();
+
+  LRESULT drawItem(NMLVCUSTOMDRAW& request) const;
+  void drawRow(const controls::PaintBuffer& buffer, std::size_t row, RECT bounds) const;
+  void drawCell(const controls::PaintBuffer& buffer, std::size_t row, std::size_t column,
+                RECT cell) const;
+  LRESULT drawHeader(NMCUSTOMDRAW& request) const;
+  [[nodiscard]] Rgb cellColour(std::size_t row, std::size_t column) const;
+  [[nodiscard]] int textCharset() const { return options.holdsSystemText ? 0 : charset(); }
+  [[nodiscard]] int checkRight() const { return options.hasChecks ? desk().points(30) : 0; }
+
+  ListView& list;
+  ListOptions options;
+  HWND header = nullptr;
+  HIMAGELIST rowHeights = nullptr;
+  Stale stale;
+  bool isShowing = false;  // what the window tells then is our own doing
+};
+
+}  // namespace zelvreg::desktop
+
+#endif

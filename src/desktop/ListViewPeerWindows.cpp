@@ -1,0 +1,296 @@
+#include "desktop/ListViewPeer.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr UINT_PTR subclassId = 1;
+constexpr UINT checkedImage = 2;
+constexpr UINT uncheckedImage = 1;
+
+}  // namespace
+
+ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
+                           ListOptions listOptions)
+    : Peer(sharedDesk, shownList), list(shownList), options(std::move(listOptions)) {
+  const DWORD selection = options.selectsSeveral ? 0 : LVS_SINGLESEL;
+  own(makeChild(parent, WC_LISTVIEWW,
+                WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS |
+                    LVS_NOSORTHEADER | LVS_SHAREIMAGELISTS | selection));
+  const DWORD checks = options.hasChecks ? LVS_EX_CHECKBOXES : 0;
+  ListView_SetExtendedListViewStyle(hwnd(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks);
+  ListView_SetCallbackMask(hwnd(), options.hasChecks ? LVIS_STATEIMAGEMASK : 0);
+  SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  colourBorder(hwnd());
+  header = ListView_GetHeader(hwnd());
+  SetWindowSubclass(header, headerProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
+    LVCOLUMNW description{};
+    description.mask = LVCF_WIDTH | LVCF_FMT | LVCF_SUBITEM;
+    description.fmt =
+        list.columnHeaders()[column].alignment == Alignment::Right ? LVCFMT_RIGHT : LVCFMT_LEFT;
+    description.iSubItem = static_cast<int>(column);
+    ListView_InsertColumn(hwnd(), static_cast<int>(column), &description);
+  }
+  stale.rows = true;
+  stale.columns = true;
+  ListViewPeer::showAll();
+}
+
+ListViewPeer::~ListViewPeer() {
+  if (rowHeights != nullptr) {
+    ImageList_Destroy(rowHeights);
+  }
+}
+
+void ListViewPeer::showAll() {
+  if (rowHeights != nullptr) {
+    ImageList_Destroy(rowHeights);
+  }
+  // A row is as high as its pictures.
+  rowHeights = ImageList_Create(1, desk().points(rowHeight) - 1, ILC_COLOR32, 1, 0);
+  ListView_SetImageList(hwnd(), rowHeights, LVSIL_SMALL);
+  Peer::showAll();
+  catchUp();
+}
+
+void ListViewPeer::showText() {
+  stale.columns = true;
+  desk().later(this, [this] { catchUp(); });
+}
+
+void ListViewPeer::showLook() {
+  Peer::showLook();
+  if (list.hasFlatHeader) {
+    SetWindowLongPtrW(header, GWL_STYLE, GetWindowLongPtrW(header, GWL_STYLE) & ~HDS_BUTTONS);
+  }
+  ListView_SetBkColor(hwnd(), controls::colorRef(colours::surface));
+  InvalidateRect(header, nullptr, FALSE);
+}
+
+void ListViewPeer::showPlace() {
+  if (placeOf) {
+    const Place place = placeOf();
+    move(desk().points(place.left), desk().points(place.top), desk().points(place.width),
+         desk().points(place.height));
+  } else {
+    Peer::showPlace();
+  }
+  fitColumns();
+}
+
+void ListViewPeer::fitColumns() {
+  RECT client{};
+  GetClientRect(hwnd(), &client);
+  int left = client.right;
+  const std::size_t count = options.columnWidths.size();
+  for (std::size_t column = 0; column < count; ++column) {
+    int width = desk().points(options.columnWidths[column]);
+    if (column + 1 == count) {
+      width = std::max(width, left);
+    }
+    left -= width;
+    ListView_SetColumnWidth(hwnd(), static_cast<int>(column), width);
+  }
+}
+
+void ListViewPeer::showRows(Change what, std::size_t /*row*/) {
+  switch (what) {
+    case Change::Selection:
+      stale.selection = true;
+      break;
+    case Change::Scroll:
+      stale.inView = list.rowInView();
+      break;
+    default:
+      stale.rows = true;
+      break;
+  }
+  desk().later(this, [this] { catchUp(); });
+}
+
+void ListViewPeer::catchUp() {
+  isShowing = true;
+  const Stale changes = stale;
+  stale = {};
+  if (changes.columns) {
+    for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
+      std::wstring text = wideText(list.columnHeaders()[column].text, charset());
+      LVCOLUMNW description{};
+      description.mask = LVCF_TEXT;
+      description.pszText = text.data();
+      ListView_SetColumn(hwnd(), static_cast<int>(column), &description);
+    }
+  }
+  if (changes.rows) {
+    ListView_SetItemCountEx(hwnd(), static_cast<int>(list.count()),
+                            LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    fitColumns();
+    repaint();
+  }
+  if (changes.selection || changes.rows) {
+    showSelection();
+  }
+  if (changes.inView > 0 && changes.inView <= list.count()) {
+    ListView_EnsureVisible(hwnd(), static_cast<int>(changes.inView) - 1, FALSE);
+  }
+  isShowing = false;
+}
+
+void ListViewPeer::showSelection() {
+  ListView_SetItemState(hwnd(), -1, 0, LVIS_SELECTED);
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    if (list.isSelected(row)) {
+      ListView_SetItemState(hwnd(), static_cast<int>(row) - 1, LVIS_SELECTED, LVIS_SELECTED);
+    }
+  }
+}
+
+std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
+  switch (told.code) {
+    case LVN_GETDISPINFOW:
+      giveItem(reinterpret_cast<NMLVDISPINFOW&>(told).item);
+      return 0;
+    case LVN_ITEMCHANGED:
+      itemChanged(reinterpret_cast<NMLISTVIEW&>(told));
+      return 0;
+    case LVN_ODSTATECHANGED: {
+      const auto& range = reinterpret_cast<NMLVODSTATECHANGE&>(told);
+      for (int item = range.iFrom; !isShowing && item <= range.iTo; ++item) {
+        list.setSelected(static_cast<std::size_t>(item) + 1,
+                         (range.uNewState & LVIS_SELECTED) != 0);
+      }
+      return 0;
+    }
+    case NM_DBLCLK:
+      if (onDoubleClick && reinterpret_cast<NMITEMACTIVATE&>(told).iItem >= 0) {
+        onDoubleClick();
+      }
+      return 0;
+    case NM_CUSTOMDRAW:
+      return drawItem(reinterpret_cast<NMLVCUSTOMDRAW&>(told));
+    default:
+      return std::nullopt;
+  }
+}
+
+void ListViewPeer::giveItem(LVITEMW& item) const {
+  const std::size_t row = static_cast<std::size_t>(item.iItem) + 1;
+  if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
+    const std::wstring text =
+        wideText(list.text(row, static_cast<std::size_t>(item.iSubItem)), textCharset());
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+    text.copy(item.pszText, length);
+    item.pszText[length] = L'\0';
+  }
+  if ((item.mask & LVIF_STATE) != 0 && options.hasChecks) {
+    item.state = INDEXTOSTATEIMAGEMASK(list.isChecked(row) ? checkedImage : uncheckedImage);
+    item.stateMask = LVIS_STATEIMAGEMASK;
+  }
+}
+
+void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
+  if (isShowing || (change.uChanged & LVIF_STATE) == 0) {
+    return;
+  }
+  const bool is = (change.uNewState & LVIS_SELECTED) != 0;
+  const bool was = (change.uOldState & LVIS_SELECTED) != 0;
+  if (change.iItem < 0) {
+    // All of them at once.
+    for (std::size_t row = 1; is != was && row <= list.count(); ++row) {
+      list.setSelected(row, is);
+    }
+    return;
+  }
+  const std::size_t row = static_cast<std::size_t>(change.iItem) + 1;
+  if (is != was) {
+    list.setSelected(row, is);
+  }
+  if (is && !was && onItemClick) {
+    onItemClick(row);
+  }
+}
+
+void ListViewPeer::toggle(std::size_t row) {
+  list.setChecked(row, !list.isChecked(row));
+  repaint();
+}
+
+void ListViewPeer::toggleSelected() {
+  const int focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
+  if (focused >= 0) {
+    toggle(static_cast<std::size_t>(focused) + 1);
+  }
+}
+
+// Whether the press was on a tick.
+bool ListViewPeer::pressed(POINT where) {
+  LVHITTESTINFO hit{};
+  hit.pt = where;
+  const int item = ListView_SubItemHitTest(hwnd(), &hit);
+  RECT bounds{};
+  if (item < 0 || ListView_GetItemRect(hwnd(), item, &bounds, LVIR_BOUNDS) == FALSE ||
+      where.x - bounds.left >= checkRight()) {
+    return false;
+  }
+  SetFocus(hwnd());
+  toggle(static_cast<std::size_t>(item) + 1);
+  return true;
+}
+
+LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                         UINT_PTR id, DWORD_PTR reference) {
+  auto* peer = reinterpret_cast<ListViewPeer*>(reference);
+  const POINT where{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+  switch (message) {
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(hwnd, procedure, id);
+      break;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      if (peer->pressed(where)) {
+        return 0;
+      }
+      break;
+    case WM_KEYDOWN:
+      if (wParam == VK_SPACE && peer->options.hasChecks) {
+        peer->toggleSelected();
+        return 0;
+      }
+      break;
+    case WM_RBUTTONUP:
+      if (peer->onMenu) {
+        POINT onScreen = where;
+        ClientToScreen(hwnd, &onScreen);
+        peer->onMenu(onScreen);
+        return 0;
+      }
+      break;
+    case WM_NOTIFY: {
+      auto& told = *reinterpret_cast<NMHDR*>(lParam);
+      if (told.hwndFrom == peer->header && told.code == NM_CUSTOMDRAW) {
+        return peer->drawHeader(reinterpret_cast<NMCUSTOMDRAW&>(told));
+      }
+      break;
+    }
+    default:
+      break;
+  }
+  return DefSubclassProc(hwnd, message, wParam, lParam);
+}
+
+LRESULT CALLBACK ListViewPeer::headerProcedure(HWND hwnd, UINT message, WPARAM wParam,
+                                               LPARAM lParam, UINT_PTR id, DWORD_PTR reference) {
+  const auto* peer = reinterpret_cast<ListViewPeer*>(reference);
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(hwnd, headerProcedure, id);
+  } else if (message == HDM_LAYOUT) {
+    const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+    const auto& layout = *reinterpret_cast<HDLAYOUT*>(lParam);
+    layout.pwpos->cy = peer->desk().points(headerHeight);
+    layout.prc->top = layout.pwpos->y + layout.pwpos->cy;
+    return result;
+  }
+  return DefSubclassProc(hwnd, message, wParam, lParam);
+}
+
+}  // namespace zelvreg::desktop

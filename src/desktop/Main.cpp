@@ -1,0 +1,51 @@
+// The program with a window.
+#include <windows.h>
+
+// These two stand on the one before.
+#include <commctrl.h>
+#include <objbase.h>
+
+#include "desktop/MainWindow.h"
+#include "form/ProcessEnd.h"
+#include "shell/CommandModes.h"
+#include "shell/StartUp.h"
+
+namespace {
+
+// A library that somebody has put beside the program, or into the folder that it was started in,
+// is not what an administrator's process is to run.
+void loadFromSystemFolderOnly() {
+  SetDllDirectoryW(L"");
+  using SetDirectories = BOOL(WINAPI*)(DWORD);
+  // Windows 7 has it only with an update.
+  const auto setDirectories = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
+  if (setDirectories != nullptr) {
+    setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+  }
+}
+
+// Two copies must not work on one registry.
+bool isFirstInstance() {
+  CreateMutexA(nullptr, FALSE, "Local\\ZelvaneFixRegistryProblems");
+  return GetLastError() != ERROR_ALREADY_EXISTS;
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*before*/, LPSTR commandLine, int /*show*/) {
+  loadFromSystemFolderOnly();
+  if (!isFirstInstance()) {
+    return 0;
+  }
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&classes);
+  zelvreg::Form42 form;
+  zelvreg::readCommandLine(form, commandLine);
+  zelvreg::desktop::MainWindow window(form);
+  zelvreg::Form_Load(form);
+  window.addLanguages();
+  window.run();
+  return 0;
+}

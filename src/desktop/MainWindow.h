@@ -1,0 +1,100 @@
+// The main window: a peer for every control of the form, the frame around them, and the message
+// queue that keeps all of it alive during a scan.
+#ifndef ZELVREG_DESKTOP_MAIN_WINDOW_H
+#define ZELVREG_DESKTOP_MAIN_WINDOW_H
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "controls/CMWndProc.h"
+#include "controls/TransForm.h"
+#include "controls/TrayWindow.h"
+#include "desktop/Desk.h"
+#include "desktop/FramePeer.h"
+#include "desktop/ListViewPeer.h"
+#include "desktop/PicturePeer.h"
+#include "desktop/SimplePeers.h"
+#include "form/Form42.h"
+
+namespace zelvreg::desktop {
+
+class MainWindow : private ControlPeer {
+ public:
+  // Makes the window, hidden, and attaches a peer to each control. The form outlives it.
+  explicit MainWindow(Form42& shownForm);
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
+  ~MainWindow() override;
+
+  // After the load of the form, which fills the picker.
+  void addLanguages();
+  // Serves the message queue until the process ends.
+  void run();
+
+  [[nodiscard]] HWND hwnd() const { return window; }
+  [[nodiscard]] Desk& sharedDesk() { return desk; }
+
+ private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+  void changed(const Control& control, Change what, std::size_t row) override;
+
+  void makeWindow();
+  void addFrames();
+  void addLabels();
+  void addButtons();
+  void addLists();
+  void addSearchControls();
+  void addPictures();
+  void attachWindowParts();
+  void connectForm();
+
+  // What the window is like apart from its controls.
+  void showWindow(Change what);
+  void showShadow();
+  void showTray();
+  void showMenus();
+  void showColour();
+  void paintGround(HDC context) const;
+  void changeResolution(int resolution);
+
+  // Places and looks that follow from what is shown: the next step, the current page, widths of
+  // captions.
+  void arrange();
+  void arrangeLater();
+  void arrangeCommandBar();
+  void arrangeResultsHeader();
+  void arrangeTexts();
+  ButtonPeer* peerOf(const Button& button);
+  LabelPeer* peerOf(const Label& label);
+
+  // Serves the system's own messages, at most every few milliseconds: loops of a scan ask for it
+  // with every entry.
+  void serve();
+  void openMenu(POINT onScreen);
+  std::string askForFile(const CommonDialog& dialog);
+  Answer showMessage(const UserMessage& message);
+  HWND parentOf(Frame* frame);
+
+  Form42& form;
+  Desk desk;
+  HWND window = nullptr;
+  std::unique_ptr<controls::TransForm> outline;
+  std::unique_ptr<controls::CMWndProc> menuHolder;
+  HIMAGELIST menuImages = nullptr;
+  controls::TrayWindow tray;
+  std::vector<std::unique_ptr<FramePeer>> frames;
+  std::vector<std::unique_ptr<LabelPeer>> labels;
+  std::vector<std::unique_ptr<ButtonPeer>> buttons;
+  std::vector<std::unique_ptr<Peer>> others;
+  std::vector<int> separators;  // in the command bar, points of the screen
+  DWORD servedAt = 0;
+  bool hasEnded = false;
+};
+
+}  // namespace zelvreg::desktop
+
+#endif

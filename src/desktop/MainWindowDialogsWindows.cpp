@@ -1,0 +1,125 @@
+// What the main window asks and tells outside its pages: messages, files, menus, help.
+#include <windows.h>
+
+// This one stands on the one before.
+#include <commdlg.h>
+
+#include <array>
+
+#include "desktop/MainWindow.h"
+#include "desktop/SmallWindow.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+UINT iconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Information:
+      return MB_ICONINFORMATION;
+    case MessageIcon::Question:
+      return MB_ICONQUESTION;
+    case MessageIcon::Exclamation:
+      return MB_ICONEXCLAMATION;
+    default:
+      return 0;
+  }
+}
+
+// The control of the system that shows compiled help, from the system's own folder. It is needed
+// so seldom that it is loaded when it is.
+void showHelp(HWND owner, const std::string& file, int context) {
+  constexpr UINT helpContext = 15;
+  using HtmlHelp = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
+  HMODULE library = LoadLibraryExA("hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  if (library == nullptr) {
+    return;
+  }
+  const auto call =
+      reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpA")));
+  if (call != nullptr) {
+    call(owner, file.c_str(), helpContext, static_cast<DWORD_PTR>(context));
+  }
+}
+
+}  // namespace
+
+void MainWindow::connectForm() {
+  form.messages.serveHost = [this] { serve(); };
+  form.dialogs.show = [this](const UserMessage& message) { return showMessage(message); };
+  form.dlg1.show = [this](const CommonDialog& dialog) { return askForFile(dialog); };
+  form.Form1.show = [this](ExclusionDialog&) { showExclusionDialog(desk, form, window); };
+  form.frmabout.show = [this](AboutDialog&) { showAboutDialog(desk, form, window); };
+  form.openHelp = [this](const std::string& file, int context) { showHelp(window, file, context); };
+  // Called from within the system's own calls, which nothing may unwind.
+  form.onProcessEnd = [this] {
+    tray.area().setVisible(false);
+    menuHolder->release();
+    ShowWindow(window, SW_HIDE);
+    ExitProcess(0);
+  };
+}
+
+Answer MainWindow::showMessage(const UserMessage& message) {
+  desk.catchUp();
+  const std::wstring text = wideText(message.text, form.langCode);
+  const std::wstring title =
+      wideText(message.title.empty() ? form.Label1.caption.get() : message.title, form.langCode);
+  HWND owner = IsWindowVisible(window) != FALSE ? GetActiveWindow() : nullptr;
+  const int answer = MessageBoxW(owner, text.c_str(), title.c_str(),
+                                 (message.isQuestion ? MB_YESNO : MB_OK) | iconOf(message.icon));
+  if (!message.isQuestion) {
+    return Answer::Ok;
+  }
+  return answer == IDYES ? Answer::Yes : Answer::No;
+}
+
+std::string MainWindow::askForFile(const CommonDialog& dialog) {
+  std::array<wchar_t, 1024> file{};
+  std::wstring filter = wideText(dialog.filter, 0) + L"||";
+  for (wchar_t& character : filter) {
+    character = character == L'|' ? L'\0' : character;
+  }
+  // "*.txt" names the ending "txt".
+  const std::size_t dot = dialog.defaultExtension.rfind('.');
+  const std::wstring extension = wideText(
+      dot == std::string::npos ? dialog.defaultExtension : dialog.defaultExtension.substr(dot + 1),
+      0);
+  const std::wstring title = wideText(dialog.title, 0);
+  OPENFILENAMEW request{};
+  request.lStructSize = sizeof request;
+  request.hwndOwner = window;
+  request.lpstrFilter = filter.c_str();
+  request.lpstrFile = file.data();
+  request.nMaxFile = static_cast<DWORD>(file.size());
+  request.lpstrTitle = title.c_str();
+  request.lpstrDefExt = extension.c_str();
+  request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
+  return GetSaveFileNameW(&request) != FALSE ? narrowText(file.data()) : std::string();
+}
+
+void MainWindow::openMenu(POINT onScreen) {
+  if (form.View2.count() == 0) {
+    return;
+  }
+  const std::array<const MenuEntry*, 5> entries{&form.b, &form.c, &form.g, &form.i, &form.e};
+  HMENU menu = CreatePopupMenu();
+  for (UINT number = 0; number < entries.size(); ++number) {
+    AppendMenuA(menu, MF_STRING, number + 1, entries[number]->caption.c_str());
+  }
+  if (form.menus.drawing != MenuDrawing::System) {
+    const bool isForeign = form.menus.drawing == MenuDrawing::InOwnCharset;
+    menuHolder->hold(std::make_unique<controls::CoolMenu>(
+        controls::MenuPictures{}, desk.resolution(),
+        isForeign ? std::optional(static_cast<BYTE>(form.langCode)) : std::nullopt));
+    menuHolder->current()->installPopup(menu);
+  }
+  const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, onScreen.x, onScreen.y,
+                                    0, window, nullptr);
+  menuHolder->release();
+  DestroyMenu(menu);
+  if (chosen > 0) {
+    entries[static_cast<std::size_t>(chosen) - 1]->click();
+  }
+}
+
+}  // namespace zelvreg::desktop

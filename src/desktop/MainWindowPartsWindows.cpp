@@ -1,0 +1,215 @@
+// The peers of the main window.
+
+#include "desktop/MainWindow.h"
+#include "exclusions/ExclusionList.h"
+#include "reports/EntryDetails.h"
+#include "scan/Findings.h"
+#include "shell/Languages.h"
+#include "shell/Navigation.h"
+#include "shell/WindowEvents.h"
+#include "undo/UndoPage.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+// What a label that stands on the window itself lies on.
+Rgb groundAt(const Place& place, Rgb accent) {
+  return place.top < titleHeight ? accent : colours::surface;
+}
+
+bool isPage(const Form42& form, const Frame& frame) {
+  return &frame == &form.Frame3 || &frame == &form.Frame7;
+}
+
+bool isGroup(const Form42& form, const Frame& frame) { return &frame == &form.Frame5; }
+
+Rgb groundOf(const Form42& form, const FramePlace& place, const Frame& frame) {
+  if (place.isCard) {
+    return colours::surface;
+  }
+  return &frame == &form.Frame4 || &frame == &form.Frame5 ? colours::sideBar : colours::ground;
+}
+
+}  // namespace
+
+HWND MainWindow::parentOf(Frame* frame) {
+  if (frame == nullptr) {
+    return window;
+  }
+  for (const auto& peer : frames) {
+    if (Peer::of(peer->hwnd()) != nullptr && &peer->shownFrame() == frame) {
+      return peer->hwnd();
+    }
+  }
+  return window;
+}
+
+void MainWindow::addFrames() {
+  for (const FramePlace& place : framePlaces()) {
+    Frame& frame = place.frame(form);
+    auto peer = std::make_unique<FramePeer>(desk, parentOf(place.parent(form)), frame,
+                                            FrameOptions{.ground = groundOf(form, place, frame),
+                                                         .isCard = place.isCard,
+                                                         .behind = colours::ground,
+                                                         .hasTitle = isPage(form, frame),
+                                                         .hasCaption = isGroup(form, frame)});
+    peer->onVisible = [this] { arrangeLater(); };
+    frames.push_back(std::move(peer));
+  }
+  for (const auto& peer : frames) {
+    Frame& frame = peer->shownFrame();
+    if (&frame == &form.Frame8) {
+      peer->placeOf = progressPanelPlace;
+    } else if (&frame == &form.Frame3) {
+      // The translated name of this page belongs to the hidden button that opened it once.
+      peer->titleOf = [this] { return form.Command21.caption.get(); };
+    } else if (&frame == &form.pictrlang) {
+      peer->onMouseMove = [this] { pictrlang_MouseMove(form); };
+    }
+    peer->showAll();
+  }
+}
+
+void MainWindow::addLabels() {
+  for (const LabelPlace& place : labelPlaces()) {
+    Frame* parent = place.parent(form);
+    const bool isOnCard = parent == &form.Frame8 || parent == &form.Picture1;
+    const Rgb ground = parent == nullptr ? groundAt(place.place, desk.palette.accent)
+                       : isOnCard        ? colours::surface
+                                         : colours::ground;
+    labels.push_back(
+        std::make_unique<LabelPeer>(desk, parentOf(parent), place.label(form), place.look, ground));
+    labels.back()->onText = [this] { arrangeLater(); };
+  }
+}
+
+void MainWindow::addButtons() {
+  for (const ButtonPlace& place : buttonPlaces()) {
+    buttons.push_back(std::make_unique<ButtonPeer>(desk, parentOf(place.parent(form)),
+                                                   place.button(form), place.look, place.icon));
+    buttons.back()->onChanged = [this] { arrangeLater(); };
+  }
+}
+
+void MainWindow::addLists() {
+  struct Entry {
+    ListView& list;
+    Frame& frame;
+    ListOptions options;
+    void (*itemClick)(Form42& form, std::size_t row);
+  };
+  Entry entries[] = {
+      {form.View1,
+       form.Frame1,
+       {.hasChecks = true,
+        .hasIcons = true,
+        .selectsSeveral = false,
+        .holdsSystemText = false,
+        .columnWidths = {222, 374, 84, 108}},
+       View1_ItemClick},
+      {form.View2,
+       form.Frame2,
+       {.hasChecks = true,
+        .hasIcons = true,
+        .selectsSeveral = true,
+        .holdsSystemText = true,
+        .columnWidths = {262, 180, 0, 166, 178}},
+       View2_ItemClick},
+      {form.View3,
+       form.Frame3,
+       {.hasChecks = false,
+        .hasIcons = false,
+        .selectsSeveral = false,
+        .holdsSystemText = true,
+        .columnWidths = {786}},
+       View3_ItemClick},
+      {form.View4,
+       form.Frame7,
+       {.hasChecks = false,
+        .hasIcons = false,
+        .selectsSeveral = true,
+        .holdsSystemText = true,
+        .columnWidths = {786}},
+       View4_ItemClick},
+  };
+  for (Entry& entry : entries) {
+    auto peer = std::make_unique<ListViewPeer>(desk, parentOf(&entry.frame), entry.list,
+                                               std::move(entry.options));
+    peer->onItemClick = [this, click = entry.itemClick](std::size_t row) { click(form, row); };
+    if (&entry.list == &form.View1) {
+      peer->placeOf = [this] { return categoryListPlace(form); };
+      peer->onDoubleClick = [this] { View1_DblClick(form); };
+    } else if (&entry.list == &form.View2) {
+      peer->onDoubleClick = [this] { View2_DblClick(form); };
+      peer->onMenu = [this](POINT onScreen) { openMenu(onScreen); };
+    }
+    peer->showAll();
+    others.push_back(std::move(peer));
+  }
+  others.push_back(
+      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame3), form.Check1, colours::ground));
+  others.push_back(std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1));
+}
+
+void MainWindow::addSearchControls() {
+  HWND where = parentOf(&form.Frame4);
+  HWND how = parentOf(&form.Frame5);
+  others.push_back(std::make_unique<ComboPeer>(desk, where, form.cboFind));
+  others.push_back(std::make_unique<ComboPeer>(desk, where, form.cboRoot));
+  for (CheckBox* box : {&form.ChKeys, &form.ChValues, &form.ChData}) {
+    others.push_back(std::make_unique<CheckPeer>(desk, where, *box, colours::sideBar));
+  }
+  others.push_back(std::make_unique<CheckPeer>(desk, how, form.ChCase, colours::sideBar));
+  for (OptionButton* option : {&form.Option1, &form.Option2, &form.Option3, &form.Option4}) {
+    const auto choose = [this, option] {
+      for (OptionButton* each : {&form.Option1, &form.Option2, &form.Option3, &form.Option4}) {
+        each->value = each == option;
+      }
+    };
+    others.push_back(std::make_unique<CheckPeer>(desk, how, *option, choose, colours::sideBar));
+  }
+}
+
+void MainWindow::addPictures() {
+  const Rgb accent = desk.palette.accent;
+  constexpr Rgb white = rgb(0xFFFFFF);
+  others.push_back(std::make_unique<PicturePeer>(
+      desk, window, form.Image2,
+      PictureOptions{.icon = "emblem", .length = 32, .ground = accent, .colour = white}));
+  auto help = std::make_unique<PicturePeer>(
+      desk, window, form.Image44[0],
+      PictureOptions{.icon = "help", .length = 16, .ground = accent, .colour = white});
+  help->onClick = [this] { Image44_Click(form); };
+  others.push_back(std::move(help));
+  others.push_back(std::make_unique<PicturePeer>(desk, parentOf(&form.Picture1), form.Image1,
+                                                 PictureOptions{.icon = "problem",
+                                                                .length = 24,
+                                                                .ground = colours::surface,
+                                                                .hasDisc = true,
+                                                                .disc = rgb(0xFBE9E9)}));
+  others.push_back(std::make_unique<PicturePeer>(
+      desk, parentOf(&form.Frame8), form.Gif89a1,
+      PictureOptions{.icon = "search", .length = 24, .ground = colours::surface}));
+  others.push_back(std::make_unique<PicturePeer>(
+      desk, parentOf(&form.pictrlang), form.imglangselect,
+      PictureOptions{.icon = "ch", .length = 16, .ground = colours::surface}));
+}
+
+void MainWindow::addLanguages() {
+  HWND parent = parentOf(&form.pictrlang);
+  for (std::size_t entry = 0; entry < form.lbllanguage.size(); ++entry) {
+    Label& label = *form.lbllanguage[entry];
+    label.left = form.lbllanguage.front()->left;
+    label.width = form.lbllanguage.front()->width;
+    labels.push_back(
+        std::make_unique<LabelPeer>(desk, parent, label, LabelLook::Link, colours::surface));
+    labels.back()->onClick = [this, entry] { lbllanguage_Click(form, entry); };
+    labels.back()->onMouseMove = [this, entry] {
+      pictrlang_MouseMove(form);
+      lbllanguage_MouseMove(form, entry);
+    };
+  }
+  arrange();
+}
+
+}  // namespace zelvreg::desktop

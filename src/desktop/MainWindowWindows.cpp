@@ -1,0 +1,296 @@
+#include "desktop/MainWindow.h"
+
+#include <algorithm>
+#include <array>
+
+#include "controls/PaintBuffer.h"
+#include "controls/WindowRegion.h"
+#include "controls/modShadow.h"
+#include "desktop/IconPicture.h"
+#include "shell/Navigation.h"
+#include "shell/WindowEvents.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr const wchar_t* windowClass = L"ZelvregMainWindow";
+constexpr int cornerRadius = 8;
+
+int resolutionOfScreen() {
+  const controls::WindowContext screen(nullptr);
+  return GetDeviceCaps(screen.get(), LOGPIXELSX);
+}
+
+void fill(controls::Canvas& canvas, int left, int top, int right, int bottom, Rgb colour) {
+  canvas.draw(controls::Shape{static_cast<double>(left), static_cast<double>(top),
+                              static_cast<double>(right), static_cast<double>(bottom), 0, 0, colour,
+                              colour});
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Form42& shownForm) : form(shownForm), desk(resolutionOfScreen()) {
+  layOut(form);
+  makeWindow();
+  addFrames();
+  addLabels();
+  addButtons();
+  addLists();
+  addSearchControls();
+  addPictures();
+  attachWindowParts();
+  connectForm();
+  showColour();
+}
+
+MainWindow::~MainWindow() {
+  for (Control* control : std::initializer_list<Control*>{
+           &form.window, &form.shadow, &form.TrayArea1, &form.menus, &form.Shape1, &form.Shape3}) {
+    control->attach(nullptr);
+  }
+  form.messages.serveHost = nullptr;
+  others.clear();
+  buttons.clear();
+  labels.clear();
+  frames.clear();
+  menuHolder.reset();
+  outline.reset();
+  DestroyWindow(window);
+  if (menuImages != nullptr) {
+    ImageList_Destroy(menuImages);
+  }
+}
+
+void MainWindow::makeWindow() {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = procedure;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+  description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
+  description.lpszClassName = windowClass;
+  RegisterClassExW(&description);
+  RECT area{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  form.screen = {.width = desk.toTwips(area.right - area.left),
+                 .height = desk.toTwips(area.bottom - area.top)};
+  window = CreateWindowExW(
+      WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
+      WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.points(windowWidth),
+      desk.points(windowHeight), nullptr, nullptr, description.hInstance, this);
+}
+
+void MainWindow::attachWindowParts() {
+  outline = std::make_unique<controls::TransForm>(window);
+  outline->Refresh();
+  menuHolder = std::make_unique<controls::CMWndProc>(window);
+  tray.area().setIcon(iconPicture({.key = "emblem", .resolution = desk.resolution()}));
+  tray.area().setToolTip(form.TrayArea1.toolTip.get());
+  tray.area().onNotice = [this](controls::TrayNotice notice) {
+    if (notice.event == controls::TrayEvent::MouseUp && notice.button == 1) {
+      form.TrayArea1.click();
+    }
+  };
+  for (Control* control : std::initializer_list<Control*>{
+           &form.window, &form.shadow, &form.TrayArea1, &form.menus, &form.Shape1, &form.Shape3}) {
+    control->attach(this);
+  }
+}
+
+void MainWindow::changed(const Control& control, Change what, std::size_t /*row*/) {
+  if (&control == &form.window) {
+    showWindow(what);
+  } else if (&control == &form.shadow) {
+    showShadow();
+  } else if (&control == &form.TrayArea1) {
+    showTray();
+  } else if (&control == &form.menus) {
+    showMenus();
+  } else {
+    showColour();
+  }
+}
+
+void MainWindow::showWindow(Change what) {
+  if (what == Change::Place) {
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    SetWindowPos(window, nullptr, area.left + desk.fromTwips(form.window.left),
+                 area.top + desk.fromTwips(form.window.top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  } else if (what == Change::Visible) {
+    ShowWindow(window, form.window.visible ? SW_SHOW : SW_HIDE);
+    if (form.window.visible) {
+      SetForegroundWindow(window);
+    }
+  } else if (what == Change::Look) {
+    if (form.window.windowState == WindowState::Minimized) {
+      ShowWindow(window, SW_MINIMIZE);
+    } else if (IsIconic(window) != FALSE) {
+      ShowWindow(window, SW_RESTORE);
+    }
+  }
+}
+
+void MainWindow::showShadow() {
+  if (!form.shadow.visible) {
+    controls::modShadow::destroy(window);
+    return;
+  }
+  controls::modShadow::create(window);
+  controls::modShadow::setColour(window, form.shadow.foreColor);
+  controls::modShadow::setSize(window, form.shadow.depth);
+}
+
+void MainWindow::showTray() {
+  tray.area().setToolTip(utf8Text(form.TrayArea1.toolTip.get(), 0));
+  tray.area().setVisible(form.TrayArea1.visible);
+}
+
+void MainWindow::showMenus() {
+  if (form.menus.drawing == MenuDrawing::System) {
+    menuHolder->release();
+  }
+}
+
+void MainWindow::showColour() {
+  const std::uint32_t told = form.Shape3.foreColor;
+  if (!controls::isSystemColour(told)) {
+    desk.palette.accent = controls::fromProperty(told);
+  }
+  for (const auto& button : buttons) {
+    button->changed(button->button(), Change::Look, 0);
+  }
+  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void MainWindow::paintGround(HDC context) const {
+  RECT place{};
+  GetClientRect(window, &place);
+  const controls::PaintBuffer buffer({place.right, place.bottom});
+  controls::Canvas canvas = buffer.canvas();
+  const int title = desk.points(titleHeight);
+  const int bar = desk.points(commandBarBottom);
+  const int side = desk.points(sideBarWidth);
+  const int status = desk.points(statusBarTop);
+  canvas.clear(colours::ground);
+  fill(canvas, 0, 0, place.right, title, desk.palette.accent);
+  const std::uint32_t line = form.Shape1.foreColor;
+  fill(canvas, 0, title - desk.points(3), place.right, title,
+       controls::isSystemColour(line) ? desk.palette.accent : controls::fromProperty(line));
+  fill(canvas, 0, title, place.right, bar, colours::surface);
+  fill(canvas, 0, bar - 1, place.right, bar, colours::line);
+  for (const int separator : separators) {
+    fill(canvas, separator, title + desk.points(12), separator + 1, bar - desk.points(12),
+         colours::line);
+  }
+  fill(canvas, 0, bar, side, status, colours::sideBar);
+  fill(canvas, side - 1, bar, side, status, colours::line);
+  fill(canvas, 0, status, place.right, place.bottom, colours::surface);
+  fill(canvas, 0, status, place.right, status + 1, colours::line);
+  constexpr Rgb mask = rgb(0xFF00FF);
+  for (const controls::Rectangle& cut :
+       controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
+    fill(canvas, cut.left, cut.top, cut.right, cut.bottom, mask);
+  }
+  buffer.show(context, 0, 0);
+}
+
+void MainWindow::changeResolution(int resolution) {
+  if (resolution == desk.resolution()) {
+    return;
+  }
+  desk.setResolution(resolution);
+  SetWindowPos(window, nullptr, 0, 0, desk.points(windowWidth), desk.points(windowHeight),
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  for (const auto& peer : frames) peer->showAll();
+  for (const auto& peer : labels) peer->showAll();
+  for (const auto& peer : buttons) peer->showAll();
+  for (const auto& peer : others) peer->showAll();
+  arrange();
+  outline->Refresh();
+}
+
+LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+    SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+  }
+  auto* self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+  if (self == nullptr || self->window == nullptr) {
+    return DefWindowProcW(hwnd, message, wParam, lParam);
+  }
+  if (const auto answer = reflect(message, wParam, lParam)) {
+    return *answer;
+  }
+  return self->handle(message, wParam, lParam);
+}
+
+LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  constexpr UINT resolutionChanged = 0x02E0;
+  switch (message) {
+    case WM_ERASEBKGND:
+      paintGround(reinterpret_cast<HDC>(wParam));
+      return TRUE;
+    case WM_PAINT: {
+      const LRESULT result = DefWindowProcW(window, message, wParam, lParam);
+      Form_Paint(form);
+      return result;
+    }
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) != WA_INACTIVE && IsWindowVisible(window) != FALSE) {
+        Form_Activate(form);
+      }
+      break;
+    case WM_SIZE:
+      if (wParam == SIZE_MINIMIZED) {
+        form.window.windowState = WindowState::Minimized;
+        Form_Resize(form);
+      }
+      return 0;
+    case resolutionChanged:
+      changeResolution(HIWORD(wParam));
+      return 0;
+    case WM_CLOSE:
+      form.chameleonButton4.click();
+      return 0;
+    case WM_ENDSESSION:
+      if (wParam != 0) {
+        Form_Unload(form);
+      }
+      return 0;
+    default:
+      break;
+  }
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void MainWindow::serve() {
+  constexpr DWORD interval = 10;  // milliseconds
+  const DWORD now = GetTickCount();
+  if (now - servedAt < interval) {
+    return;
+  }
+  desk.catchUp();
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+    HWND root = GetAncestor(message.hwnd, GA_ROOT);
+    if (root == nullptr || IsDialogMessageW(root, &message) == FALSE) {
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+    desk.catchUp();
+  }
+  servedAt = GetTickCount();
+}
+
+void MainWindow::run() {
+  constexpr DWORD timerTick = 10;  // milliseconds
+  while (!hasEnded) {
+    MsgWaitForMultipleObjectsEx(0, nullptr, timerTick, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    servedAt = GetTickCount() - timerTick;
+    form.messages.doEvents();
+  }
+}
+
+}  // namespace zelvreg::desktop

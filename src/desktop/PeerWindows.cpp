@@ -1,0 +1,150 @@
+#include "desktop/Peer.h"
+
+// This one stands on <windows.h>.
+#include <commctrl.h>
+
+#include "controls/PaintBuffer.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr const wchar_t* peerProperty = L"ZelvregPeer";
+
+LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                 DWORD_PTR /*reference*/) {
+  const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(hwnd, borderProcedure, id);
+  } else if (message == WM_NCPAINT) {
+    RECT place{};
+    GetWindowRect(hwnd, &place);
+    OffsetRect(&place, -place.left, -place.top);
+    HDC context = GetWindowDC(hwnd);
+    const controls::BrushHandle brush(CreateSolidBrush(controls::colorRef(colours::border)));
+    FrameRect(context, &place, brush.get());
+    ReleaseDC(hwnd, context);
+  }
+  return result;
+}
+
+}  // namespace
+
+void colourBorder(HWND window) {
+  constexpr UINT_PTR subclassId = 17;
+  SetWindowSubclass(window, borderProcedure, subclassId, 0);
+}
+
+Peer::Peer(Desk& sharedDesk, Control& shownControl) : shared(sharedDesk), shown(shownControl) {
+  shown.attach(this);
+}
+
+Peer::~Peer() {
+  shown.attach(nullptr);
+  shared.forget(this);
+  if (IsWindow(window) != FALSE) {
+    RemovePropW(window, peerProperty);
+    if (isOwned) {
+      DestroyWindow(window);
+    }
+  }
+}
+
+void Peer::own(HWND made) {
+  borrow(made);
+  isOwned = true;
+}
+
+void Peer::borrow(HWND made) {
+  window = made;
+  SetPropW(window, peerProperty, this);
+}
+
+Peer* Peer::of(HWND window) { return static_cast<Peer*>(GetPropW(window, peerProperty)); }
+
+void Peer::changed(const Control& /*control*/, Change what, std::size_t row) {
+  switch (what) {
+    case Change::Text:
+      showText();
+      break;
+    case Change::Look:
+      showLook();
+      break;
+    case Change::Visible:
+      showPlace();
+      ShowWindow(window, shown.visible ? SW_SHOWNA : SW_HIDE);
+      break;
+    case Change::Enabled:
+      EnableWindow(window, shown.enabled ? TRUE : FALSE);
+      break;
+    case Change::Place:
+      showPlace();
+      break;
+    case Change::Value:
+      showValue();
+      break;
+    case Change::Focus:
+      SetFocus(window);
+      break;
+    case Change::Repaint:
+      RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+      break;
+    default:
+      showRows(what, row);
+      break;
+  }
+}
+
+void Peer::showAll() {
+  showLook();
+  showPlace();
+  showText();
+  showValue();
+  EnableWindow(window, shown.enabled ? TRUE : FALSE);
+  ShowWindow(window, shown.visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void Peer::showLook() {
+  SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(shared.font(shown.font)), TRUE);
+  repaint();
+}
+
+void Peer::showPlace() {
+  move(shared.fromTwips(shown.left), shared.fromTwips(shown.top), shared.fromTwips(shown.width),
+       shared.fromTwips(shown.height));
+}
+
+void Peer::move(int left, int top, int width, int height) const {
+  SetWindowPos(window, nullptr, left, top, width, height,
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
+std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_COMMAND && lParam != 0) {
+    if (Peer* peer = Peer::of(reinterpret_cast<HWND>(lParam))) {
+      peer->command(HIWORD(wParam));
+      return 0;
+    }
+  }
+  if (message == WM_NOTIFY) {
+    auto& header = *reinterpret_cast<NMHDR*>(lParam);
+    if (Peer* peer = Peer::of(header.hwndFrom)) {
+      return peer->notice(header);
+    }
+  }
+  if (message == WM_DRAWITEM) {
+    const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    Peer* peer = request.CtlType == ODT_STATIC ? Peer::of(request.hwndItem) : nullptr;
+    if (peer != nullptr) {
+      peer->draw(request);
+      return TRUE;
+    }
+  }
+  return std::nullopt;
+}
+
+HWND makeChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD extendedStyle) {
+  return CreateWindowExW(extendedStyle, windowClass, L"", WS_CHILD | WS_CLIPSIBLINGS | style, 0, 0,
+                         0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,99 @@
+#include "desktop/PicturePeer.h"
+
+// This one stands on <windows.h>.
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "controls/PaintBuffer.h"
+#include "desktop/IconPicture.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr UINT_PTR subclassId = 1;
+constexpr UINT_PTR frameTimer = 1;
+
+}  // namespace
+
+PicturePeer::PicturePeer(Desk& sharedDesk, HWND parent, Picture& shownPicture,
+                         PictureOptions pictureOptions)
+    : Peer(sharedDesk, shownPicture), picture(shownPicture), options(pictureOptions) {
+  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY));
+  SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  showAll();
+}
+
+void PicturePeer::showLook() {
+  const std::string& file = picture.file.get();
+  if (file != loadedFile) {
+    loadedFile = file;
+    animation = readAnimation(file);
+    frame = 0;
+    if (!animation.empty()) {
+      SetTimer(hwnd(), frameTimer, animation.front().milliseconds, nullptr);
+    }
+  }
+  repaint();
+}
+
+void PicturePeer::nextFrame() {
+  if (picture.visible && !animation.empty()) {
+    frame = (frame + 1) % animation.size();
+    SetTimer(hwnd(), frameTimer, animation[frame].milliseconds, nullptr);
+    repaint();
+  }
+}
+
+void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
+  const int width = request.rcItem.right;
+  const int height = request.rcItem.bottom;
+  const controls::PaintBuffer buffer({width, height});
+  controls::Canvas canvas = buffer.canvas();
+  canvas.clear(options.ground);
+  if (options.hasDisc) {
+    const double length = std::min(width, height);
+    canvas.draw(controls::Shape{0, 0, length, length, length / 2, 0, options.disc, options.disc});
+  }
+  if (!animation.empty()) {
+    const controls::Bitmap& shown = animation[frame].picture;
+    canvas.draw(shown, (width - shown.width) / 2, (height - shown.height) / 2);
+  } else if (const auto icon = iconPicture({.key = options.icon,
+                                            .resolution = desk().resolution(),
+                                            .length = options.length,
+                                            .colour = options.colour})) {
+    canvas.draw(*icon, (width - icon->width) / 2, (height - icon->height) / 2);
+  }
+  buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);
+}
+
+LRESULT CALLBACK PicturePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                        UINT_PTR id, DWORD_PTR reference) {
+  auto* peer = reinterpret_cast<PicturePeer*>(reference);
+  switch (message) {
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(hwnd, procedure, id);
+      break;
+    case WM_NCHITTEST:
+      if (!peer->onClick) {
+        return HTTRANSPARENT;
+      }
+      break;
+    case WM_SETCURSOR:
+      SetCursor(LoadCursorA(nullptr, IDC_HAND));
+      return TRUE;
+    case WM_LBUTTONUP:
+      if (peer->onClick) {
+        peer->onClick();
+      }
+      return 0;
+    case WM_TIMER:
+      peer->nextFrame();
+      return 0;
+    default:
+      break;
+  }
+  return DefSubclassProc(hwnd, message, wParam, lParam);
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,151 @@
+// The windows of the controls that hold one value.
+#ifndef ZELVREG_DESKTOP_SIMPLE_PEERS_H
+#define ZELVREG_DESKTOP_SIMPLE_PEERS_H
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "controls/chameleonButton.h"
+#include "desktop/Peer.h"
+#include "widgets/ComboBox.h"
+#include "widgets/SimpleControls.h"
+
+namespace zelvreg::desktop {
+
+// A static control that draws its text smoothly on a ground of one colour.
+class LabelPeer : public Peer {
+ public:
+  LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook labelLook, Rgb labelGround);
+
+  void draw(const DRAWITEMSTRUCT& request) override;
+  // The width of the text in points of the screen.
+  [[nodiscard]] int textWidth() const;
+
+  [[nodiscard]] Label& shownLabel() const { return label; }
+
+  // Each may be empty: after a change of the text, a press, the mouse over it.
+  std::function<void()> onText;
+  std::function<void()> onClick;
+  std::function<void()> onMouseMove;
+
+ protected:
+  void showText() override;
+
+ private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR reference);
+  [[nodiscard]] std::wstring text() const;
+  [[nodiscard]] HFONT fontInUse() const;
+  [[nodiscard]] Rgb textColour() const;
+
+  Label& label;
+  LabelLook look;
+  Rgb ground;
+};
+
+class ButtonPeer : public Peer {
+ public:
+  ButtonPeer(Desk& sharedDesk, HWND parent, Button& shownButton, ButtonLook buttonLook,
+             const char* iconKey);
+
+  void showAll() override;
+  // The next thing that a user would do.
+  void setPrimary(bool isPrimary);
+  // The page that is shown stands out in the side bar.
+  void setCurrent(bool isCurrent);
+  // What picture and caption take, in points of the screen.
+  [[nodiscard]] int naturalWidth() const;
+  [[nodiscard]] Button& button() const { return shownButton; }
+
+  // After a change of the caption, or of whether it is enabled; may be empty.
+  std::function<void()> onChanged;
+
+  void changed(const Control& control, Change what, std::size_t row) override;
+
+ protected:
+  void showText() override;
+  void showLook() override;
+
+ private:
+  Button& shownButton;
+  ButtonLook look;
+  std::string icon;
+  controls::chameleonButton chameleon;
+};
+
+// A check box or an option button of the system's class, drawn to go with the window.
+class CheckPeer : public Peer {
+ public:
+  CheckPeer(Desk& sharedDesk, HWND parent, CheckBox& box, Rgb checkGround);
+  // `choose` makes this option the one of its group.
+  CheckPeer(Desk& sharedDesk, HWND parent, OptionButton& option, std::function<void()> choose,
+            Rgb checkGround);
+
+  void command(int code) override;
+
+ protected:
+  void showText() override;
+  void showValue() override;
+
+ private:
+  void make(HWND parent, DWORD style);
+  void paint();
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR reference);
+  [[nodiscard]] bool isOn() const;
+  [[nodiscard]] const std::string& caption() const;
+
+  CheckBox* box = nullptr;
+  OptionButton* option = nullptr;
+  std::function<void()> onChoose;
+  Rgb ground;
+};
+
+// A one-line text that the user types.
+class EditPeer : public Peer {
+ public:
+  EditPeer(Desk& sharedDesk, HWND parent, TextBox& box);
+  void command(int code) override;
+
+ protected:
+  void showText() override;
+
+ private:
+  TextBox& box;
+  bool isTyped = false;
+};
+
+class ComboPeer : public Peer {
+ public:
+  ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& box);
+  void command(int code) override;
+
+ protected:
+  void showText() override;
+  void showPlace() override;
+  void showRows(Change what, std::size_t row) override;
+
+ private:
+  ComboBox& box;
+  bool isTyped = false;
+};
+
+class ProgressPeer : public Peer {
+ public:
+  ProgressPeer(Desk& sharedDesk, HWND parent, ProgressBar& bar);
+
+ protected:
+  void showValue() override;
+
+ private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR reference);
+  void paint();
+
+  ProgressBar& bar;
+};
+
+}  // namespace zelvreg::desktop
+
+#endif

@@ -1,0 +1,57 @@
+// The window of a small form: a title in the colour of the suite, a close button, its controls.
+#ifndef ZELVREG_DESKTOP_SMALL_WINDOW_H
+#define ZELVREG_DESKTOP_SMALL_WINDOW_H
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "controls/TransForm.h"
+#include "desktop/Desk.h"
+#include "desktop/PicturePeer.h"
+#include "desktop/SimplePeers.h"
+#include "form/Form42.h"
+
+namespace zelvreg::desktop {
+
+class SmallWindow : private ControlPeer {
+ public:
+  // The peers are added by whoever knows the form; all outlive the window.
+  SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow, HWND owner,
+              std::function<void()> close);
+  SmallWindow(const SmallWindow&) = delete;
+  SmallWindow& operator=(const SmallWindow&) = delete;
+  ~SmallWindow() override;
+
+  void add(Label& label, const Place& place, LabelLook look);
+  void add(Button& button, const Place& place, ButtonLook look, const char* icon);
+  void add(TextBox& box, const Place& place);
+
+  // Shows it and serves the queue until `isOpen` says otherwise; the owner waits.
+  void runModal(MessageQueue& messages, const bool& isOpen);
+
+ private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+  void changed(const Control& control, Change what, std::size_t row) override;
+  void paintGround(HDC context) const;
+  static void put(Control& control, const Place& place);
+
+  Desk& desk;
+  FormWindow& form;
+  DropShadow& shadow;
+  HWND owner;
+  HWND window = nullptr;
+  std::function<void()> onClose;
+  std::unique_ptr<controls::TransForm> outline;
+  std::vector<std::unique_ptr<Peer>> peers;
+};
+
+// Both run until the user closes them.
+void showExclusionDialog(Desk& desk, Form42& form, HWND owner);
+void showAboutDialog(Desk& desk, Form42& form, HWND owner);
+
+}  // namespace zelvreg::desktop
+
+#endif

@@ -1,0 +1,192 @@
+#include "desktop/SmallWindow.h"
+
+#include "controls/PaintBuffer.h"
+#include "controls/WindowRegion.h"
+#include "controls/modShadow.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr const wchar_t* windowClass = L"ZelvregSmallWindow";
+constexpr int smallTitleHeight = 44;
+constexpr int cornerRadius = 8;
+
+void fill(controls::Canvas& canvas, const controls::Rectangle& place, Rgb colour) {
+  canvas.draw(controls::Shape{static_cast<double>(place.left), static_cast<double>(place.top),
+                              static_cast<double>(place.right), static_cast<double>(place.bottom),
+                              0, 0, colour, colour});
+}
+
+}  // namespace
+
+SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow,
+                         HWND ownerWindow, std::function<void()> close)
+    : desk(sharedDesk),
+      form(shownForm),
+      shadow(formShadow),
+      owner(ownerWindow),
+      onClose(std::move(close)) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = procedure;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+  description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
+  description.lpszClassName = windowClass;
+  RegisterClassExW(&description);
+  RECT area{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  window = CreateWindowExW(
+      WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
+      WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, area.left + desk.fromTwips(form.left),
+      area.top + desk.fromTwips(form.top), desk.fromTwips(form.width), desk.fromTwips(form.height),
+      owner, nullptr, description.hInstance, this);
+  outline = std::make_unique<controls::TransForm>(window);
+  outline->Refresh();
+  shadow.attach(this);
+}
+
+SmallWindow::~SmallWindow() {
+  shadow.attach(nullptr);
+  peers.clear();
+  outline.reset();
+  DestroyWindow(window);
+}
+
+void SmallWindow::put(Control& control, const Place& place) {
+  control.left = place.left * twipsPerPoint;
+  control.top = place.top * twipsPerPoint;
+  control.width = place.width * twipsPerPoint;
+  control.height = place.height * twipsPerPoint;
+}
+
+void SmallWindow::add(Label& label, const Place& place, LabelLook look) {
+  put(label, place);
+  const Rgb ground = place.top < smallTitleHeight ? desk.palette.accent : colours::surface;
+  auto peer = std::make_unique<LabelPeer>(desk, window, label, look, ground);
+  if (auto* link = dynamic_cast<LinkLabel*>(&label)) {
+    peer->onClick = [link] { link->click(); };
+  }
+  peers.push_back(std::move(peer));
+}
+
+void SmallWindow::add(Button& button, const Place& place, ButtonLook look, const char* icon) {
+  put(button, place);
+  peers.push_back(std::make_unique<ButtonPeer>(desk, window, button, look, icon));
+}
+
+void SmallWindow::add(TextBox& box, const Place& place) {
+  put(box, place);
+  peers.push_back(std::make_unique<EditPeer>(desk, window, box));
+  SetFocus(peers.back()->hwnd());
+}
+
+void SmallWindow::changed(const Control& /*control*/, Change /*what*/, std::size_t /*row*/) {
+  if (!shadow.visible) {
+    controls::modShadow::destroy(window);
+  }
+}
+
+void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
+  EnableWindow(owner, FALSE);
+  ShowWindow(window, SW_SHOW);
+  SetForegroundWindow(window);
+  if (shadow.visible) {
+    controls::modShadow::create(window);
+    controls::modShadow::setColour(window, shadow.foreColor);
+    controls::modShadow::setSize(window, shadow.depth);
+  }
+  while (isOpen) {
+    constexpr DWORD timerTick = 10;  // milliseconds
+    MsgWaitForMultipleObjectsEx(0, nullptr, timerTick, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    messages.doEvents();
+  }
+  EnableWindow(owner, TRUE);
+  SetForegroundWindow(owner);
+}
+
+void SmallWindow::paintGround(HDC context) const {
+  RECT place{};
+  GetClientRect(window, &place);
+  const controls::PaintBuffer buffer({place.right, place.bottom});
+  controls::Canvas canvas = buffer.canvas();
+  canvas.clear(colours::surface);
+  fill(canvas, {0, 0, place.right, desk.points(smallTitleHeight)}, desk.palette.accent);
+  canvas.draw(controls::Shape{
+      0, 0, static_cast<double>(place.right), static_cast<double>(place.bottom),
+      static_cast<double>(desk.points(cornerRadius)), 1, colours::border, colours::border});
+  for (const controls::Rectangle& cut :
+       controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
+    fill(canvas, cut, rgb(0xFF00FF));
+  }
+  buffer.show(context, 0, 0);
+}
+
+LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+    SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+  }
+  const auto* self = reinterpret_cast<SmallWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+  if (self == nullptr) {
+    return DefWindowProcW(hwnd, message, wParam, lParam);
+  }
+  if (const auto answer = reflect(message, wParam, lParam)) {
+    return *answer;
+  }
+  switch (message) {
+    case WM_ERASEBKGND:
+      self->paintGround(reinterpret_cast<HDC>(wParam));
+      return TRUE;
+    case WM_CLOSE:
+      self->onClose();
+      return 0;
+    case WM_COMMAND:
+      // The dialog keys: Escape closes.
+      if (LOWORD(wParam) == IDCANCEL && lParam == 0) {
+        self->onClose();
+        return 0;
+      }
+      break;
+    default:
+      break;
+  }
+  return DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
+  ExclusionDialog& dialog = form.Form1;
+  SmallWindow shown(desk, dialog.window, dialog.shadow, owner,
+                    [&dialog] { dialog.orubutton10.click(); });
+  shown.add(dialog.Label222[1], {18, 10, 380, 24}, LabelLook::ProgramTitle);
+  shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonLook::Title, "exit");
+  shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
+  shown.add(dialog.orubutton1, {250, 130, 105, 32}, ButtonLook::Primary, "");
+  shown.add(dialog.orubutton10, {365, 130, 95, 32}, ButtonLook::Plain, "");
+  shown.add(dialog.Text1, {20, 84, 440, 26});
+  shown.runModal(form.messages, dialog.isOpen);
+}
+
+void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
+  AboutDialog& about = form.frmabout;
+  SmallWindow shown(desk, about.window, about.shadow, owner,
+                    [&about] { about.chameleonButton3.click(); });
+  Label name("Fix Registry Problems");
+  shown.add(about.Label222[1], {18, 10, 380, 24}, LabelLook::ProgramTitle);
+  shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonLook::Title, "exit");
+  shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);
+  shown.add(about.Label3, {330, 68, 126, 20}, LabelLook::SecondaryRight);
+  shown.add(about.Label2[0], {24, 94, 432, 40}, LabelLook::Wrapped);
+  constexpr int firstLine = 150;
+  constexpr int lineHeight = 34;
+  shown.add(about.Label2[3], {24, firstLine, 170, 20}, LabelLook::Plain);
+  shown.add(about.Label4, {200, firstLine, 256, 20}, LabelLook::Link);
+  shown.add(about.Label2[2], {24, firstLine + lineHeight, 170, 20}, LabelLook::Plain);
+  shown.add(about.Label5, {200, firstLine + lineHeight, 256, 20}, LabelLook::Link);
+  shown.add(about.Label2[1], {24, firstLine + 2 * lineHeight, 170, 20}, LabelLook::Plain);
+  shown.add(about.Label6, {200, firstLine + 2 * lineHeight, 256, 20}, LabelLook::Link);
+  shown.add(about.Label2[4], {24, 320, 432, 20}, LabelLook::Secondary);
+  shown.runModal(form.messages, about.isOpen);
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,85 @@
+// The peers of texts that the user types or chooses.
+#include "desktop/SimplePeers.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+std::string typedText(HWND window) {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  text.resize(static_cast<std::size_t>(length));
+  return narrowText(text);
+}
+
+}  // namespace
+
+EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
+    : Peer(sharedDesk, shownBox), box(shownBox) {
+  own(makeChild(parent, L"EDIT", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL));
+  colourBorder(hwnd());
+  showAll();
+}
+
+void EditPeer::showText() {
+  if (!isTyped) {
+    SetWindowTextW(hwnd(), wideText(box.text(), 0).c_str());
+  }
+}
+
+void EditPeer::command(int code) {
+  if (code == EN_CHANGE && !isTyped) {
+    const std::string text = typedText(hwnd());
+    if (text != box.text()) {
+      isTyped = true;
+      box.setText(text);
+      isTyped = false;
+    }
+  }
+}
+
+ComboPeer::ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& shownBox)
+    : Peer(sharedDesk, shownBox), box(shownBox) {
+  const DWORD style = box.comboStyle() == ComboStyle::Editable ? CBS_DROPDOWN : CBS_DROPDOWNLIST;
+  own(makeChild(parent, L"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_AUTOHSCROLL | style));
+  showRows(Change::Rows, 0);
+  showAll();
+}
+
+void ComboPeer::showPlace() {
+  // The height of this class is that of its list when it is open.
+  constexpr int listHeight = 220;
+  const int height = desk().fromTwips(control().height);
+  SendMessageW(hwnd(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height - desk().points(8));
+  move(desk().fromTwips(control().left), desk().fromTwips(control().top),
+       desk().fromTwips(control().width), height + desk().points(listHeight));
+}
+
+void ComboPeer::showRows(Change /*what*/, std::size_t /*row*/) {
+  for (auto shown = static_cast<int>(SendMessageW(hwnd(), CB_GETCOUNT, 0, 0)); shown < box.count();
+       ++shown) {
+    SendMessageW(hwnd(), CB_ADDSTRING, 0,
+                 reinterpret_cast<LPARAM>(wideText(box.entry(shown), 0).c_str()));
+  }
+}
+
+void ComboPeer::showText() {
+  if (isTyped) {
+    return;
+  }
+  SendMessageW(hwnd(), CB_SETCURSEL, static_cast<WPARAM>(box.listIndex()), 0);
+  if (box.comboStyle() == ComboStyle::Editable) {
+    SetWindowTextW(hwnd(), wideText(box.text(), 0).c_str());
+  }
+}
+
+void ComboPeer::command(int code) {
+  if (code == CBN_SELCHANGE) {
+    box.setListIndex(static_cast<int>(SendMessageW(hwnd(), CB_GETCURSEL, 0, 0)));
+  } else if (code == CBN_EDITCHANGE) {
+    isTyped = true;
+    box.setText(typedText(hwnd()));
+    isTyped = false;
+  }
+}
+
+}  // namespace zelvreg::desktop

@@ -1,0 +1,182 @@
+// The peers of check boxes, option buttons and the progress of a scan.
+#include <windows.h>
+
+// This one stands on the one before.
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "controls/PaintBuffer.h"
+#include "desktop/CheckMark.h"
+#include "desktop/SimplePeers.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+constexpr UINT_PTR subclassId = 1;
+
+// Paints a window through a buffer of its size.
+template <class Draw>
+void paintWindow(HWND window, const Draw& draw) {
+  PAINTSTRUCT request{};
+  HDC context = BeginPaint(window, &request);
+  RECT place{};
+  GetClientRect(window, &place);
+  const controls::PaintBuffer buffer({place.right, place.bottom});
+  draw(buffer);
+  buffer.show(context, 0, 0);
+  EndPaint(window, &request);
+}
+
+}  // namespace
+
+CheckPeer::CheckPeer(Desk& sharedDesk, HWND parent, CheckBox& shownBox, Rgb checkGround)
+    : Peer(sharedDesk, shownBox), box(&shownBox), ground(checkGround) {
+  make(parent, BS_CHECKBOX);
+}
+
+CheckPeer::CheckPeer(Desk& sharedDesk, HWND parent, OptionButton& shownOption,
+                     std::function<void()> choose, Rgb checkGround)
+    : Peer(sharedDesk, shownOption),
+      option(&shownOption),
+      onChoose(std::move(choose)),
+      ground(checkGround) {
+  make(parent, BS_RADIOBUTTON);
+}
+
+void CheckPeer::make(HWND parent, DWORD style) {
+  own(makeChild(parent, L"BUTTON", WS_TABSTOP | style));
+  SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  showAll();
+}
+
+bool CheckPeer::isOn() const { return box != nullptr ? box->value.get() : option->value.get(); }
+
+const std::string& CheckPeer::caption() const {
+  return box != nullptr ? box->caption.get() : option->caption.get();
+}
+
+void CheckPeer::showText() { SetWindowTextW(hwnd(), wideText(caption(), charset()).c_str()); }
+
+void CheckPeer::showValue() {
+  SendMessageW(hwnd(), BM_SETCHECK, isOn() ? BST_CHECKED : BST_UNCHECKED, 0);
+  repaint();
+}
+
+void CheckPeer::command(int code) {
+  if (code != BN_CLICKED) {
+    return;
+  }
+  if (box != nullptr) {
+    box->value = !box->value;
+    box->click();
+  } else {
+    onChoose();
+  }
+}
+
+void CheckPeer::paint() {
+  paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
+    controls::Canvas canvas = buffer.canvas();
+    canvas.clear(ground);
+    const int height = buffer.size().height;
+    const int length = desk().points(15);
+    const CheckMark mark{.left = 0,
+                         .top = (height - length) / 2,
+                         .length = length,
+                         .isOn = isOn(),
+                         .isRound = option != nullptr,
+                         .isEnabled = control().enabled};
+    drawCheckMark(canvas, mark, desk().palette.accent);
+    RECT place{length + desk().points(6), 0, buffer.size().width, height};
+    const controls::Selection selected(buffer.dc(), desk().font(control().font));
+    SetBkMode(buffer.dc(), TRANSPARENT);
+    SetTextColor(buffer.dc(),
+                 controls::colorRef(control().enabled ? colours::text : colours::disabled));
+    const std::wstring text = wideText(caption(), charset());
+    DrawTextW(buffer.dc(), text.c_str(), static_cast<int>(text.size()), &place,
+              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
+    if (GetFocus() == hwnd()) {
+      const double inset = 0.5;
+      canvas.draw(controls::Shape{inset, inset, buffer.size().width - inset, height - inset, 3, 1,
+                                  desk().palette.accent, desk().palette.accent, 0.8});
+    }
+  });
+}
+
+LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                      UINT_PTR id, DWORD_PTR reference) {
+  auto* peer = reinterpret_cast<CheckPeer*>(reference);
+  switch (message) {
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(hwnd, procedure, id);
+      break;
+    case WM_ERASEBKGND:
+      return TRUE;
+    case WM_PAINT:
+      peer->paint();
+      return 0;
+    case BM_SETSTATE:
+    case BM_SETCHECK:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+    case WM_SETTEXT: {
+      // The class paints by itself on these.
+      SendMessageW(hwnd, WM_SETREDRAW, FALSE, 0);
+      const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+      SendMessageW(hwnd, WM_SETREDRAW, TRUE, 0);
+      ShowWindow(hwnd, peer->control().visible ? SW_SHOWNA : SW_HIDE);
+      InvalidateRect(hwnd, nullptr, FALSE);
+      return result;
+    }
+    default:
+      break;
+  }
+  return DefSubclassProc(hwnd, message, wParam, lParam);
+}
+
+ProgressPeer::ProgressPeer(Desk& sharedDesk, HWND parent, ProgressBar& shownBar)
+    : Peer(sharedDesk, shownBar), bar(shownBar) {
+  own(makeChild(parent, PROGRESS_CLASSW, PBS_SMOOTH));
+  SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  showAll();
+}
+
+void ProgressPeer::showValue() {
+  SendMessageW(hwnd(), PBM_SETRANGE32, 0, bar.maximum());
+  SendMessageW(hwnd(), PBM_SETPOS, static_cast<WPARAM>(bar.value()), 0);
+  repaint();
+}
+
+void ProgressPeer::paint() {
+  paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
+    controls::Canvas canvas = buffer.canvas();
+    canvas.clear(colours::surface);
+    const double height = buffer.size().height;
+    const double width = buffer.size().width;
+    constexpr Rgb track = rgb(0xE3E9F1);
+    canvas.draw(controls::Shape{0, 0, width, height, height / 2, 0, track, track});
+    const double share = static_cast<double>(bar.value()) / std::max(1, bar.maximum());
+    if (share > 0) {
+      const Rgb accent = desk().palette.accent;
+      canvas.draw(controls::Shape{0, 0, std::max(height, width * share), height, height / 2, 0,
+                                  accent, accent});
+    }
+  });
+}
+
+LRESULT CALLBACK ProgressPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                         UINT_PTR id, DWORD_PTR reference) {
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(hwnd, procedure, id);
+  } else if (message == WM_ERASEBKGND) {
+    return TRUE;
+  } else if (message == WM_PAINT) {
+    reinterpret_cast<ProgressPeer*>(reference)->paint();
+    return 0;
+  }
+  return DefSubclassProc(hwnd, message, wParam, lParam);
+}
+
+}  // namespace zelvreg::desktop

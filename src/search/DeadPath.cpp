@@ -1,0 +1,120 @@
+#include "search/DeadPath.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "registry/RegistryValues.h"
+#include "scan/Resolver.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr std::array<std::string_view, 18> programExtensions{
+    "exe", "com", "bat", "cmd", "scr", "pif", "dll", "ocx", "cpl",
+    "sys", "drv", "msc", "msi", "vbs", "js",  "wsf", "hta", "ps1"};
+
+bool isProgramExtension(std::string_view extension) {
+  return std::ranges::find(programExtensions, extension) != programExtensions.end();
+}
+
+bool isLetterOrDigit(unsigned char character) { return std::isalnum(character) != 0; }
+
+bool hasDriveLetter(std::string_view text) { return text.size() > 1 && text[1] == ':'; }
+
+// The letters and digits behind a dot.
+std::string_view extensionAt(std::string_view text, std::size_t dot) {
+  const std::string_view rest = text.substr(dot + 1);
+  const auto* const end = std::ranges::find_if_not(rest, isLetterOrDigit);
+  return rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
+}
+
+// A switch may follow without a blank, and the next file of a list behind a semicolon.
+bool endsName(std::string_view text, std::size_t position) {
+  return position >= text.size() || text[position] == ' ' || text[position] == '/' ||
+         text[position] == ';';
+}
+
+// A number behind a dot is a version, as in a folder's name.
+bool holdsLetter(std::string_view text) {
+  return std::ranges::any_of(text,
+                             [](unsigned char character) { return std::isalpha(character) != 0; });
+}
+
+// Without what stands behind a blank that follows the extension at the last dot.
+std::string_view untilBlankBehindLastDot(std::string_view text) {
+  const auto dot = text.rfind('.');
+  if (dot == std::string_view::npos) {
+    return text;
+  }
+  const auto blank = text.find(' ', dot);
+  const std::string_view extension = text.substr(dot + 1, blank - dot - 1);
+  const bool isCut = blank != std::string_view::npos && holdsLetter(extension) &&
+                     extension.find('\\') == std::string_view::npos;
+  return isCut ? text.substr(0, blank) : text;
+}
+
+bool isFolder(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+}  // namespace
+
+std::string resolvedValue(const Form42& form, HiveHandle root, const std::string& key,
+                          const std::string& valueName) {
+  std::string value = textOf(GetRegistryValue(root, key, valueName).value);
+  const std::string path = GetPath(form, value);
+  return std::string(trim(lowerCase(untilNul(path))));
+}
+
+std::string_view betweenFirstQuotes(std::string_view text) {
+  return text.starts_with('"') ? split(text, "\"")[1] : text;
+}
+
+std::string withoutQuotesAndIndex(std::string_view value) {
+  const std::string_view path = betweenFirstQuotes(value);
+  return replaceAll(path.substr(0, path.find(',')), "\"", "");
+}
+
+bool isTestablePath(std::string_view text) {
+  constexpr std::size_t farthestMark = 4;
+  for (std::size_t fromEnd = 2; fromEnd <= std::min(farthestMark, text.size()); ++fromEnd) {
+    if (text[text.size() - fromEnd] == '^') {
+      return false;
+    }
+  }
+  return hasDriveLetter(text) && !text.ends_with("cur") && !text.ends_with("ani");
+}
+
+std::string_view programOf(std::string_view commandLine) {
+  for (auto dot = commandLine.find('.'); dot != std::string_view::npos;
+       dot = commandLine.find('.', dot + 1)) {
+    const std::string_view extension = extensionAt(commandLine, dot);
+    const std::size_t end = dot + 1 + extension.size();
+    if (isProgramExtension(extension) && endsName(commandLine, end)) {
+      return commandLine.substr(0, end);
+    }
+  }
+  return untilBlankBehindLastDot(commandLine);
+}
+
+bool comesAndGoes(unsigned driveType) {
+  return driveType == DRIVE_REMOVABLE || driveType == DRIVE_REMOTE || driveType == DRIVE_CDROM;
+}
+
+bool isDeadPath(const Form42& form, const std::string& path) {
+  if (isFolder(path)) {
+    const std::string drive = path.substr(0, 1) + ":\\";
+    if (comesAndGoes(GetDriveTypeA(drive.c_str())) || form.cancelRequested) {
+      return false;
+    }
+  }
+  const bool isThere = FileExists(path) || FolderExists(path);
+  return !isThere && !contains(path, "}") && hasDriveLetter(path);
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,43 @@
+// From a datum that a search has matched to the file path in it, and whether that path is dead.
+#ifndef ZELVREG_SEARCH_DEAD_PATH_H
+#define ZELVREG_SEARCH_DEAD_PATH_H
+
+#include <string>
+#include <string_view>
+
+#include "form/Form42.h"
+#include "registry/Hives.h"
+
+namespace zelvreg {
+
+// A value of the 64-bit view as text, resolved, in lower case and without blanks at its ends; empty
+// when it cannot be read.
+std::string resolvedValue(const Form42& form, HiveHandle root, const std::string& key,
+                          const std::string& valueName);
+
+// What stands between the first two quotation marks of a text that begins with one, and any other
+// text as it stands.
+std::string_view betweenFirstQuotes(std::string_view text);
+
+// A resolved value without quotation marks and without what stands behind its first comma.
+std::string withoutQuotesAndIndex(std::string_view value);
+
+// Whether a text can be a path to test: with a drive letter, no menu entry with a short cut
+// ("^" before its last one to three characters), no pointer's picture.
+bool isTestablePath(std::string_view text);
+
+// The program of a command line, without quotation marks: the text up to the first extension of a
+// program that ends there. In a text without one the last dot decides: what stands behind a blank
+// that follows the extension at it is cut off. Anything else stays whole.
+std::string_view programOf(std::string_view commandLine);
+
+// Whether what is on a drive of this kind comes and goes: the number of GetDriveTypeA.
+bool comesAndGoes(unsigned driveType);
+
+// Whether neither a file nor a folder is there. Folders on drives that come and go are let be; a
+// path with a brace is a key's name, not a file's.
+bool isDeadPath(const Form42& form, const std::string& path);
+
+}  // namespace zelvreg
+
+#endif

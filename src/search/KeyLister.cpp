@@ -1,0 +1,237 @@
+#include "search/KeyLister.h"
+
+#include <array>
+
+#include "registry/RegistryKey.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+// Whatever the key gives, in the view of the process.
+constexpr REGSAM anyRight = MAXIMUM_ALLOWED;
+// All rights of work and the reading of the access list, in the 64-bit view.
+constexpr REGSAM textAccess = 0x2013F;
+
+// A name of 255 characters and its terminator.
+using KeyName = std::array<char, 256>;
+constexpr std::size_t longestValueName = 16383;
+
+bool readSubkeyName(HKEY key, DWORD index, KeyName& name) {
+  return RegEnumKeyA(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
+}
+
+bool childHasSubkeys(HKEY parent, const std::string& child) {
+  HKEY key = nullptr;
+  if (RegOpenKeyA(parent, child.c_str(), &key) != ERROR_SUCCESS) {
+    return false;
+  }
+  KeyName name;
+  const bool has = readSubkeyName(key, 0, name);
+  RegCloseKey(key);
+  return has;
+}
+
+struct ListedValue {
+  std::string name;
+  DWORD type = REG_NONE;
+  DWORD size = 0;
+};
+
+// False behind the last value.
+bool readValue(ListerState& lister, HKEY key, DWORD index, ListedValue& value) {
+  if (lister.valueName.empty()) {
+    lister.valueName.resize(longestValueName + 1);
+  }
+  auto length = static_cast<DWORD>(lister.valueName.size());
+  if (RegEnumValueA(key, index, lister.valueName.data(), &length, nullptr, &value.type, nullptr,
+                    &value.size) != ERROR_SUCCESS) {
+    return false;
+  }
+  value.name = CutAtNul({lister.valueName.data(), length});
+  return true;
+}
+
+LONG queryText(const RegistryKey& key, const std::string& valueName, DWORD& type, char* text,
+               DWORD& size) {
+  return RegQueryValueExA(key.handle(), valueName.c_str(), nullptr, &type,
+                          reinterpret_cast<BYTE*>(text), &size);
+}
+
+std::string hexText(const std::vector<BYTE>& bytes) {
+  constexpr std::string_view digits = "0123456789abcdef";
+  std::string text;
+  for (const BYTE byte : bytes) {
+    text += text.empty() ? "" : " ";
+    text += digits[byte / 16];
+    text += digits[byte % 16];
+  }
+  return text;
+}
+
+struct ShownData {
+  const char* typeName = "";
+  std::string text;
+};
+
+ShownData shownData(HiveHandle root, const std::string& key, const ListedValue& value) {
+  switch (value.type) {
+    case REG_SZ:
+      return {"REG_SZ", ReadValueText(root, key, value.name, "")};
+    case REG_EXPAND_SZ:
+      return {"REG_EXPAND_SZ", ReadValueText(root, key, value.name, "")};
+    case REG_BINARY: {
+      const Variant bytes = ReadValueBytes(root, key, value.name, std::vector<BYTE>());
+      return {"REG_BINARY", value.size == 0 ? "(zero length binary)"
+                                            : hexText(std::get<std::vector<BYTE>>(bytes))};
+    }
+    case REG_DWORD:
+      return {"REG_DWORD", decimal(ReadValueDword(root, key, value.name, 0))};
+    default:
+      return {};
+  }
+}
+
+void showValue(ListView& list, const std::string& name, const ShownData& data) {
+  const std::size_t row = list.add(name.empty() ? "(Default)" : name);
+  list.setText(row, valueTypeColumn, data.typeName);
+  list.setText(row, valueDataColumn, data.text);
+}
+
+ValueNames listValues(ListerState& lister, HiveHandle root, const std::string& key,
+                      ListView* list) {
+  ValueNames values;
+  const RegistryKey open(root, key, anyRight);
+  ListedValue value;
+  for (DWORD index = 0; open.isOpen() && readValue(lister, open.handle(), index, value); ++index) {
+    values.names.resize(index);
+    values.types.resize(index);
+    values.names.push_back(value.name);
+    values.types.push_back(value.type);
+    if (list != nullptr) {
+      showValue(*list, value.name, shownData(root, key, value));
+    }
+  }
+  return values;
+}
+
+}  // namespace
+
+bool HasSubkeys(HiveHandle root) {
+  const RegistryKey open(root, "", anyRight);
+  KeyName name;
+  return open.isOpen() && readSubkeyName(open.handle(), 0, name);
+}
+
+std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHandle root,
+                                     const std::string& key) {
+  std::vector<std::string> names{std::string(nothingRead)};
+  lister.flags.clear();
+  const RegistryKey open(root, key, anyRight);
+  if (!open.isOpen()) {
+    return names;
+  }
+  for (DWORD index = 0;; ++index) {
+    form.messages.doEvents();
+    KeyName name;
+    if (!readSubkeyName(open.handle(), index, name)) {
+      return names;
+    }
+    names.resize(index);
+    names.push_back(CutAtNul({name.data(), name.size()}));
+    lister.flags.push_back(childHasSubkeys(open.handle(), names.back()));
+    if (lister.counter == 1) {
+      form.Label3.caption = decimal(index + 1) + "Keys scanned ";
+    }
+  }
+}
+
+ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, ShowsValues shows,
+                      ListView& list) {
+  if (key.ends_with('\\')) {
+    key.pop_back();
+  }
+  if (shows == ShowsValues::No) {
+    return listValues(lister, root, key, nullptr);
+  }
+  list.clear();
+  ValueNames values = listValues(lister, root, key, &list);
+  if (list.count() == 0) {
+    showValue(list, "", {"REG_SZ", "(value not set)"});
+  }
+  return values;
+}
+
+ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& key) {
+  return listValues(lister, root, key, nullptr);
+}
+
+std::string ReadValueText(HiveHandle root, const std::string& key, const std::string& valueName,
+                          const std::string& fallback) {
+  const RegistryKey open(root, key, textAccess);
+  if (!open.isOpen()) {
+    return fallback;
+  }
+  // Almost every text fits, so that it is read without asking for its size first.
+  std::array<char, 512> buffer;
+  DWORD type = REG_NONE;
+  auto size = static_cast<DWORD>(buffer.size());
+  LONG status = queryText(open, valueName, type, buffer.data(), size);
+  std::string longText;
+  const char* data = buffer.data();
+  if (status == ERROR_MORE_DATA) {
+    longText.resize(size);
+    status = queryText(open, valueName, type, longText.data(), size);
+    data = longText.data();
+  }
+  if (status != ERROR_SUCCESS) {
+    return fallback;
+  }
+  const std::string text = CutAtNul({data, size});
+  return type == REG_EXPAND_SZ ? CutAtNul(ExpandEnvText(text)) : text;
+}
+
+std::int32_t ReadValueDword(HiveHandle root, const std::string& key, const std::string& valueName,
+                            std::int32_t fallback) {
+  const RegistryKey open(root, key, anyRight);
+  DWORD type = REG_NONE;
+  std::int32_t number = 0;
+  DWORD size = sizeof(number);
+  const bool isRead =
+      open.isOpen() && RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type,
+                                        reinterpret_cast<BYTE*>(&number), &size) == ERROR_SUCCESS;
+  return isRead && type == REG_DWORD ? number : fallback;
+}
+
+Variant ReadValueBytes(HiveHandle root, const std::string& key, const std::string& valueName,
+                       const Variant& fallback) {
+  const RegistryKey open(root, key, anyRight);
+  DWORD type = REG_NONE;
+  DWORD size = 0;
+  if (!open.isOpen() ||
+      RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type, nullptr, &size) !=
+          ERROR_SUCCESS ||
+      type != REG_BINARY) {
+    return fallback;
+  }
+  std::vector<BYTE> bytes(std::max<DWORD>(size, 1));
+  const LONG status =
+      RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type, bytes.data(), &size);
+  return status == ERROR_SUCCESS ? Variant(bytes) : fallback;
+}
+
+std::string ExpandEnvText(const std::string& text) {
+  std::string expanded(ExpandEnvironmentStringsA(text.c_str(), nullptr, 0), ' ');
+  ExpandEnvironmentStringsA(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
+  return expanded;
+}
+
+std::string CutAtNul(std::string_view text) { return std::string(untilNul(text)); }
+
+std::string ParentKeyPath(std::string_view key) {
+  const auto backslash = key.rfind('\\');
+  return backslash == std::string_view::npos ? "" : std::string(key.substr(0, backslash));
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,185 @@
+#include "search/KeyTreeWalk.h"
+
+#include <algorithm>
+#include <array>
+
+#include "scan/Resolver.h"
+#include "search/DeadPath.h"
+#include "search/Search.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+struct SearchCategory {
+  int number;
+  std::size_t row;  // of View1
+  const char* caption;
+  const char* iconKey;
+  const char* kindCode;
+};
+
+constexpr std::array<SearchCategory, 4> categoryTable{{
+    {1, 7, "Invalid ClassId Configuration", "g", "8"},
+    {2, 8, "Current user settings", "h", "11"},
+    {3, 9, "Global user settings", "i", "12"},
+    {4, 10, "Computer settings", "j", "13"},
+}};
+
+const SearchCategory* find(int number) {
+  const auto* found = std::ranges::find(categoryTable, number, &SearchCategory::number);
+  return found == categoryTable.end() ? nullptr : found;
+}
+
+std::string pathBelow(const std::string& key, const std::string& name) {
+  return key.empty() ? name : key + "\\" + name;
+}
+
+// getIco gives the place of a picture in the list of the form's pictures, from 1.
+std::string_view iconOfType(const Form42& form, DWORD type) {
+  const auto place = static_cast<std::size_t>(getIco(static_cast<std::int16_t>(type)));
+  const auto& keys = form.ImageList1.keys;
+  return place == 0 || place > keys.size() ? std::string_view() : keys[place - 1];
+}
+
+class Walk {
+ public:
+  enum class Level : bool { First, Below };
+
+  Walk(Form42& walkedForm, SearchState& walkedSearch, HiveHandle walkedRoot)
+      : form(walkedForm), search(walkedSearch), root(walkedRoot) {}
+
+  void visit(const std::string& key, Level level) {
+    showParent(key);
+    visitSubkeys(key, level);
+    if ((search.testsValues || search.testsData) && !form.cancelRequested) {
+      visitValues(key);
+    }
+  }
+
+ private:
+  void showParent(const std::string& key) {
+    const std::string shown = key.empty() ? key : "\\" + key;
+    const std::string parent = ParentKeyPath(shown);
+    form.Label3.caption = parent.empty() ? search.rootName : parent;
+  }
+
+  void visitSubkeys(const std::string& key, Level level) {
+    search.lister.counter = level == Level::First ? 1 : 0;
+    const std::vector<std::string> names = ListSubkeys(form, search.lister, root, key);
+    search.lister.counter = 0;
+    if (names.front() == nothingRead) {
+      return;
+    }
+    for (const std::string& name : names) {
+      if (form.cancelRequested) {
+        return;
+      }
+      if (name.empty()) {
+        continue;
+      }
+      const std::string subkey = pathBelow(key, name);
+      if (search.testsKeys && matches(name)) {
+        addKeyRow(subkey);
+      }
+      visit(subkey, Level::Below);
+    }
+  }
+
+  void visitValues(const std::string& key) {
+    const ValueNames values = ListValues(search.lister, root, key);
+    if (values.names.front() == nothingRead) {
+      return;
+    }
+    for (std::size_t index = 0; index < values.names.size(); ++index) {
+      if (form.cancelRequested) {
+        return;
+      }
+      const std::string& name = values.names[index];
+      if (search.testsValues && matches(name)) {
+        addValueRow(key, name, values.types[index]);
+      }
+      if (search.testsData && values.types[index] == REG_SZ &&
+          matches(ReadValueText(root, key, name, ""))) {
+        testPath(key, name);
+      }
+    }
+  }
+
+  bool matches(const std::string& text) {
+    bool matched = false;
+    VerifyPattern(form, text, matched);
+    return matched;
+  }
+
+  void addKeyRow(const std::string& key) {
+    const std::string value = resolvedValue(form, root, key, "");
+    addNameRow({.location = key,
+                .badValue = replaceAll(betweenFirstQuotes(value), "\"", ""),
+                .kindCode = "",
+                .rootName = search.rootName,
+                .subKey = key,
+                .iconKey = ""});
+  }
+
+  void addValueRow(const std::string& key, const std::string& name, DWORD type) {
+    addNameRow({.location = pathBelow(key, name),
+                .badValue = "",
+                .kindCode = "",
+                .rootName = search.rootName,
+                .subKey = key,
+                .iconKey = iconOfType(form, type)});
+  }
+
+  void addNameRow(const Finding& row) {
+    ScannerRun uncounted;
+    uncounted.scroll = ScrollsTo::Nothing;
+    addRow(form, uncounted, row);
+  }
+
+  void testPath(const std::string& key, const std::string& name) {
+    form.Label3.caption = search.rootName + "\\" + key;
+    const std::string text = withoutQuotesAndIndex(resolvedValue(form, root, key, name));
+    if (!isTestablePath(text)) {
+      return;
+    }
+    const std::string path(programOf(text));
+    if (isDeadPath(form, path)) {
+      addDeadPath(path, key, name);
+    }
+  }
+
+  void addDeadPath(const std::string& path, const std::string& key, const std::string& name) {
+    const SearchCategory* category = find(search.category);
+    if (category != nullptr) {
+      form.Label4.caption = category->caption;
+    }
+    addFinding(form, search.run,
+               {.location = path,
+                .badValue = name,
+                .kindCode = category == nullptr ? "" : category->kindCode,
+                .rootName = search.rootName,
+                .subKey = key,
+                .iconKey = category == nullptr ? "" : category->iconKey});
+    if (category != nullptr) {
+      showProblems(form, category->row, search.run.found);
+    }
+  }
+
+  Form42& form;
+  SearchState& search;
+  HiveHandle root;
+};
+
+}  // namespace
+
+std::size_t rowOfSearchCategory(int category) {
+  const SearchCategory* found = find(category);
+  return found == nullptr ? 0 : found->row;
+}
+
+void SearchKeyTree(Form42& form, SearchState& search, HiveHandle root, const std::string& key) {
+  Walk(form, search, root).visit(key, Walk::Level::First);
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,37 @@
+// The walk of a search over a key and all below it.
+#ifndef ZELVREG_SEARCH_KEY_TREE_WALK_H
+#define ZELVREG_SEARCH_KEY_TREE_WALK_H
+
+#include <string>
+
+#include "form/Form42.h"
+#include "registry/Hives.h"
+#include "scan/Findings.h"
+#include "search/KeyLister.h"
+
+namespace zelvreg {
+
+// One search while it runs.
+struct SearchState {
+  bool testsKeys = false;
+  bool testsValues = false;
+  bool testsData = false;
+  std::string rootName;
+  int category = 0;  // of what is found; see Form42::searchCategory
+  ScannerRun run;    // `found` counts dead paths alone
+  ListerState lister;
+};
+
+// The row of View1 that counts a category's findings; 0 for a category that has none.
+std::size_t rowOfSearchCategory(int category);
+
+// Tests names and data below a root from `key` on (empty for all), depth first, subkeys before the
+// key's own values. A matching name is listed as it is: it is nothing dead, has no kind code and
+// does not count as a problem. A matching text is listed when the path in it is dead:
+// `location` is the path, `badValue` the value's name, `subKey` its key, which is what repair asks
+// for. Keys that cannot be opened are passed over.
+void SearchKeyTree(Form42& form, SearchState& search, HiveHandle root, const std::string& key);
+
+}  // namespace zelvreg
+
+#endif

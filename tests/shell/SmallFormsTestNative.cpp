@@ -1,0 +1,27 @@
+// Only the emulated computer keeps what it was asked to open.
+#include "machine/Machine.h"
+#include "machine/Processes.h"
+#include "shell/SmallForms.h"
+#include "support/ComputerFixture.h"
+
+namespace zelvreg {
+namespace {
+
+using SmallFormsLinksTest = fixture::ComputerFixture;
+
+TEST_F(SmallFormsLinksTest, LeadToTheSupportTheWebSiteAndTheTranslationTool) {
+  bindSmallForms(form);
+  form.programFolder = "C:\\program";
+  form.frmabout.Label4.click();
+  form.frmabout.Label5.click();
+  form.frmabout.Label6.click();
+  const std::vector<std::string>& opened = machine::Machine::current()->processes().started;
+  ASSERT_EQ(opened.size(), 3U);
+  EXPECT_EQ(opened[0].substr(0, 8), "https://");
+  EXPECT_EQ(opened[1].substr(0, 8), "https://");
+  EXPECT_NE(opened[0], opened[1]);
+  EXPECT_EQ(opened[2], "C:\\program\\zelvtrans.exe");
+}
+
+}  // namespace
+}  // namespace zelvreg

@@ -20,6 +20,9 @@ using Animation = std::vector<AnimationFrame>;
 // with (512 points a side, 200 frames): the file lies where others may have written it.
 Animation readAnimation(const std::string& file);
 
+// The picture in another size; each pixel is the mean of what it covers.
+controls::Bitmap resized(const controls::Bitmap& picture, controls::Size size);
+
 }  // namespace zelvreg::desktop
 
 #endif

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "controls/ButtonContent.h"
 #include "controls/PaintBuffer.h"
 #include "desktop/IconPicture.h"
 #include "desktop/SimplePeers.h"
@@ -120,16 +121,36 @@ void ButtonPeer::setPrimary(bool isPrimary) {
 
 void ButtonPeer::setCurrent(bool isCurrent) { chameleon.set(&ButtonProperties::Value, isCurrent); }
 
-int ButtonPeer::naturalWidth() const {
+int ButtonPeer::widthOf(const std::wstring& text) const {
   const controls::WindowContext context(hwnd());
   const controls::Selection selected(context.get(), desk().font(shownButton.font));
-  const std::wstring caption = wideText(shownButton.caption.get(), charset());
   RECT extent{};
-  DrawTextW(context.get(), caption.c_str(), static_cast<int>(caption.size()), &extent,
+  DrawTextW(context.get(), text.c_str(), static_cast<int>(text.size()), &extent,
             DT_CALCRECT | DT_SINGLELINE);
-  constexpr int margins = 28;
-  constexpr int pictureRoom = 24;
-  return extent.right + desk().points(margins + (icon.empty() ? 0 : pictureRoom));
+  // What the button keeps free around its caption.
+  constexpr int anyWidth = 1000;
+  const controls::Picture& picture = chameleon.properties().PictureNormal;
+  const controls::Size size =
+      picture ? controls::Size{picture->width, picture->height} : controls::Size{};
+  const int around =
+      anyWidth - controls::captionRoom({anyWidth, desk().fromTwips(shownButton.height)}, size,
+                                       controls::PicturePlace::Left, desk().resolution());
+  return extent.right + around + desk().points(2);
+}
+
+int ButtonPeer::naturalWidth() const {
+  return widthOf(wideText(shownButton.caption.get(), charset()));
+}
+
+int ButtonPeer::narrowestWidth() const {
+  const std::wstring caption = wideText(shownButton.caption.get(), charset());
+  int widest = 0;
+  for (std::size_t start = 0; start < caption.size();) {
+    const std::size_t end = std::min(caption.find(L' ', start), caption.size());
+    widest = std::max(widest, widthOf(caption.substr(start, end - start)));
+    start = end + 1;
+  }
+  return widest;
 }
 
 }  // namespace zelvreg::desktop

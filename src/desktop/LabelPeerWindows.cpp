@@ -24,6 +24,8 @@ LabelStyle styleOf(LabelLook look) {
   switch (look) {
     case LabelLook::ProgramTitle:
       return {4, true, rgb(0xFFFFFF), oneLine};
+    case LabelLook::WindowTitle:
+      return {1.5, true, rgb(0xFFFFFF), oneLine};
     case LabelLook::ProgramText:
       return {0, false, rgb(0xE3ECF6), oneLine};
     case LabelLook::PageTitle:
@@ -40,7 +42,7 @@ LabelStyle styleOf(LabelLook look) {
     case LabelLook::Problem:
       return {0, false, colours::problem, oneLine | DT_PATH_ELLIPSIS};
     case LabelLook::Link:
-      return {0, false, colours::text, oneLine};
+      return {0, false, rgb(0x2F5488), oneLine};
     default:
       return {0, false, colours::text, oneLine};
   }

@@ -64,8 +64,8 @@ constexpr std::array labels{
         element<&Form42::Label2, 4>, in<&Form42::Frame8>, {78, 64, 602, 34}, LabelLook::Wrapped},
     LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 330, 26}, LabelLook::Counter},
     LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 10, 90, 18}, LabelLook::Strong},
-    LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 10, 490, 18}, LabelLook::Problem},
-    LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 31, 584, 58}, LabelLook::Wrapped},
+    LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 10, 474, 18}, LabelLook::Problem},
+    LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 31, 568, 58}, LabelLook::Wrapped},
 };
 
 constexpr std::array buttons{
@@ -148,7 +148,7 @@ constexpr std::array buttons{
                 ButtonLook::IconOnly,
                 "fix"},
     ButtonPlace{
-        of<&Form42::Command28>, in<&Form42::Picture1>, {666, 33, 110, 32}, ButtonLook::Plain, ""},
+        of<&Form42::Command28>, in<&Form42::Picture1>, {650, 52, 126, 32}, ButtonLook::Plain, ""},
     ButtonPlace{of<&Form42::chameleonButton2>,
                 in<&Form42::Frame3>,
                 {0, 416, 180, 32},

@@ -28,6 +28,7 @@ inline constexpr int headerHeight = 26;
 enum class LabelLook : std::uint8_t {
   ProgramTitle,
   ProgramText,
+  WindowTitle,  // of a small window
   PageTitle,
   Counter,  // a page's title that ends in a number
   Strong,

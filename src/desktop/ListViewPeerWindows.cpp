@@ -79,9 +79,13 @@ void ListViewPeer::showPlace() {
 }
 
 void ListViewPeer::fitColumns() {
-  RECT client{};
-  GetClientRect(hwnd(), &client);
-  int left = client.right;
+  // The list learns of its scroll bar only later.
+  RECT whole{};
+  GetWindowRect(hwnd(), &whole);
+  const int rows = (whole.bottom - whole.top - 2 - desk().points(headerHeight)) /
+                   std::max(1, desk().points(rowHeight));
+  const bool isLong = static_cast<int>(list.count()) > rows;
+  int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
   const std::size_t count = options.columnWidths.size();
   for (std::size_t column = 0; column < count; ++column) {
     int width = desk().points(options.columnWidths[column]);
@@ -166,6 +170,13 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
         onDoubleClick();
       }
       return 0;
+    case NM_RCLICK: {
+      const DWORD where = GetMessagePos();
+      if (onMenu) {
+        onMenu({static_cast<short>(LOWORD(where)), static_cast<short>(HIWORD(where))});
+      }
+      return 1;
+    }
     case NM_CUSTOMDRAW:
       return drawItem(reinterpret_cast<NMLVCUSTOMDRAW&>(told));
     default:
@@ -254,14 +265,6 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
     case WM_KEYDOWN:
       if (wParam == VK_SPACE && peer->options.hasChecks) {
         peer->toggleSelected();
-        return 0;
-      }
-      break;
-    case WM_RBUTTONUP:
-      if (peer->onMenu) {
-        POINT onScreen = where;
-        ClientToScreen(hwnd, &onScreen);
-        peer->onMenu(onScreen);
         return 0;
       }
       break;

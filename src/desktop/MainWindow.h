@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -66,7 +67,9 @@ class MainWindow : private ControlPeer {
   void arrange();
   void arrangeLater();
   void arrangeCommandBar();
-  void arrangeResultsHeader();
+  void arrangeRows();
+  // Gives the place behind the last, in points of the screen.
+  int flow(std::initializer_list<Button*> row, int start, bool isFromRight);
   void arrangeTexts();
   ButtonPeer* peerOf(const Button& button);
   LabelPeer* peerOf(const Label& label);

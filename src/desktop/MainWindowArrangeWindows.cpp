@@ -1,7 +1,6 @@
 // What follows in the main window from what is shown: widths of captions, the next step, the page.
 #include <algorithm>
 #include <array>
-#include <numeric>
 
 #include "desktop/MainWindow.h"
 
@@ -25,7 +24,7 @@ void MainWindow::arrangeLater() {
 
 void MainWindow::arrange() {
   arrangeCommandBar();
-  arrangeResultsHeader();
+  arrangeRows();
   arrangeTexts();
   // The one thing that a user would do next.
   const bool canFix = form.cmd_fix.enabled;
@@ -68,25 +67,33 @@ void MainWindow::arrangeCommandBar() {
                                          {form.cmd_all, true},
                                          {form.cmd_non, false},
                                          {form.cmd_report, true}}};
-  const int margin = desk.points(14);
-  const int gap = desk.points(4);
-  const int groupGap = desk.points(17);
+  const int margin = desk.points(10);
+  const int gap = desk.points(2);
+  const int groupGap = desk.points(13);
+  std::vector<int> widths;
   int wanted = 0;
+  int spare = 0;  // what two lines instead of one would save
   for (const Command& command : commands) {
-    wanted += peerOf(command.button)->naturalWidth();
+    const ButtonPeer& peer = *peerOf(command.button);
+    widths.push_back(peer.naturalWidth());
+    wanted += widths.back();
+    spare += widths.back() - peer.narrowestWidth();
   }
   const int room = desk.points(windowWidth) - 2 * margin - 4 * gap - 3 * groupGap;
+  const int missing = std::clamp(wanted - room, 0, std::max(0, spare));
   std::vector<int> lines;
   int left = margin;
-  for (const Command& command : commands) {
-    if (command.beginsGroup) {
-      lines.push_back(left + groupGap / 2 - gap / 2);
+  for (std::size_t number = 0; number < commands.size(); ++number) {
+    Button& button = commands[number].button;
+    if (commands[number].beginsGroup) {
+      lines.push_back(left + (groupGap - gap) / 2 - gap / 2);
       left += groupGap - gap;
     }
-    const int natural = peerOf(command.button)->naturalWidth();
-    const int width = wanted <= room ? natural : MulDiv(natural, room, wanted);
-    command.button.left = desk.toTwips(left);
-    command.button.width = desk.toTwips(width);
+    const int saved = widths[number] - peerOf(button)->narrowestWidth();
+    const int width =
+        missing == 0 ? widths[number] : widths[number] - MulDiv(saved, missing, spare);
+    button.left = desk.toTwips(left);
+    button.width = desk.toTwips(width) + twipsPerPoint;
     left += width + gap;
   }
   if (lines != separators) {
@@ -95,33 +102,44 @@ void MainWindow::arrangeCommandBar() {
   }
 }
 
-void MainWindow::arrangeResultsHeader() {
-  const std::array<Button*, 6> fromRight{&form.chameleonButton15, &form.chameleonButton17,
-                                         &form.chameleonButton16, &form.chameleonButton14,
-                                         &form.chameleonButton9,  &form.orubutton2};
+// One beside the other, as wide as their captions need.
+int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromRight) {
   const int gap = desk.points(8);
   const int square = desk.points(32);
-  int right = desk.fromTwips(form.Frame2.width);
-  for (Button* button : fromRight) {
+  int edge = start;
+  for (Button* button : row) {
     const bool isSquare = button == &form.chameleonButton9 || button == &form.orubutton2;
-    const int width = isSquare ? square : peerOf(*button)->naturalWidth();
-    right -= width;
-    button->left = desk.toTwips(right);
+    const int width =
+        isSquare ? square : std::max(desk.points(84), peerOf(*button)->naturalWidth());
+    button->left = desk.toTwips(isFromRight ? edge - width : edge);
     button->width = desk.toTwips(width);
-    right -= gap;
+    edge += isFromRight ? -(width + gap) : width + gap;
   }
-  form.Label10.width = desk.toTwips(std::max(0, right));
+  return edge;
+}
+
+void MainWindow::arrangeRows() {
+  const int pageWidth = desk.fromTwips(form.Frame1.width);
+  flow({&form.chameleonButton22, &form.chameleonButton21}, pageWidth, true);
+  const int titleEnd = flow({&form.chameleonButton15, &form.chameleonButton17,
+                             &form.chameleonButton16, &form.chameleonButton9, &form.orubutton2},
+                            pageWidth, true);
+  form.Label10.width = desk.toTwips(std::max(0, titleEnd));
+  flow({&form.chameleonButton2, &form.chameleonButton3}, 0, false);
+  flow({&form.chameleonButton5, &form.chameleonButton8, &form.chameleonButton6}, 0, false);
 }
 
 // A value follows the words that name it.
 void MainWindow::arrangeTexts() {
-  const auto follow = [this](const Label& name, Label& value, int end) {
-    const int left = desk.fromTwips(name.left) + peerOf(name)->textWidth() + desk.points(8);
+  const auto follow = [this](Label& name, Label& value, int end) {
+    const int width = peerOf(name)->textWidth();
+    const int left = desk.fromTwips(name.left) + width + desk.points(8);
+    name.width = desk.toTwips(width + 1);
     value.left = desk.toTwips(left);
     value.width = std::max(0, end * twipsPerPoint - desk.toTwips(left));
   };
   follow(form.Label2[3], form.Label3, 680);
-  follow(form.Label6, form.Label5, 654);
+  follow(form.Label6, form.Label5, 638);
 }
 
 }  // namespace zelvreg::desktop

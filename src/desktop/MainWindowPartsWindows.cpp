@@ -79,7 +79,11 @@ void MainWindow::addLabels() {
                                          : colours::ground;
     labels.push_back(
         std::make_unique<LabelPeer>(desk, parentOf(parent), place.label(form), place.look, ground));
-    labels.back()->onText = [this] { arrangeLater(); };
+    // What a value stands behind; the values themselves change with every entry of a scan.
+    const Label* label = &place.label(form);
+    if (label == &form.Label2[3] || label == &form.Label6) {
+      labels.back()->onText = [this] { arrangeLater(); };
+    }
   }
 }
 
@@ -105,7 +109,7 @@ void MainWindow::addLists() {
         .hasIcons = true,
         .selectsSeveral = false,
         .holdsSystemText = false,
-        .columnWidths = {222, 374, 84, 108}},
+        .columnWidths = {222, 350, 84, 108}},
        View1_ItemClick},
       {form.View2,
        form.Frame2,
@@ -113,7 +117,7 @@ void MainWindow::addLists() {
         .hasIcons = true,
         .selectsSeveral = true,
         .holdsSystemText = true,
-        .columnWidths = {262, 180, 0, 166, 178}},
+        .columnWidths = {250, 170, 0, 160, 160}},
        View2_ItemClick},
       {form.View3,
        form.Frame3,
@@ -202,7 +206,7 @@ void MainWindow::addLanguages() {
     label.left = form.lbllanguage.front()->left;
     label.width = form.lbllanguage.front()->width;
     labels.push_back(
-        std::make_unique<LabelPeer>(desk, parent, label, LabelLook::Link, colours::surface));
+        std::make_unique<LabelPeer>(desk, parent, label, LabelLook::Plain, colours::surface));
     labels.back()->onClick = [this, entry] { lbllanguage_Click(form, entry); };
     labels.back()->onMouseMove = [this, entry] {
       pictrlang_MouseMove(form);

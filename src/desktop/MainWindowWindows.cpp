@@ -266,7 +266,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::serve() {
-  constexpr DWORD interval = 10;  // milliseconds
+  constexpr DWORD interval = 25;  // milliseconds
   const DWORD now = GetTickCount();
   if (now - servedAt < interval) {
     return;
@@ -288,7 +288,7 @@ void MainWindow::run() {
   constexpr DWORD timerTick = 10;  // milliseconds
   while (!hasEnded) {
     MsgWaitForMultipleObjectsEx(0, nullptr, timerTick, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-    servedAt = GetTickCount() - timerTick;
+    servedAt = 0;
     form.messages.doEvents();
   }
 }

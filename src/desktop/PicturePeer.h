@@ -43,7 +43,7 @@ class PicturePeer : public Peer {
   PictureOptions options;
   std::string loadedFile;
   Animation animation;
-  std::size_t frame = 0;
+  std::size_t frame = 0;  // the one that is shown
 };
 
 }  // namespace zelvreg::desktop

@@ -56,8 +56,12 @@ void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
     canvas.draw(controls::Shape{0, 0, length, length, length / 2, 0, options.disc, options.disc});
   }
   if (!animation.empty()) {
-    const controls::Bitmap& shown = animation[frame].picture;
-    canvas.draw(shown, (width - shown.width) / 2, (height - shown.height) / 2);
+    const controls::Bitmap& whole = animation[frame].picture;
+    if (whole.width == width && whole.height == height) {
+      canvas.draw(whole, 0, 0);
+    } else {
+      canvas.draw(resized(whole, {width, height}), 0, 0);
+    }
   } else if (const auto icon = iconPicture({.key = options.icon,
                                             .resolution = desk().resolution(),
                                             .length = options.length,

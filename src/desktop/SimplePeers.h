@@ -56,6 +56,8 @@ class ButtonPeer : public Peer {
   void setCurrent(bool isCurrent);
   // What picture and caption take, in points of the screen.
   [[nodiscard]] int naturalWidth() const;
+  // The same with a caption that is broken at each of its blanks.
+  [[nodiscard]] int narrowestWidth() const;
   [[nodiscard]] Button& button() const { return shownButton; }
 
   // After a change of the caption, or of whether it is enabled; may be empty.
@@ -68,6 +70,8 @@ class ButtonPeer : public Peer {
   void showLook() override;
 
  private:
+  [[nodiscard]] int widthOf(const std::wstring& text) const;
+
   Button& shownButton;
   ButtonLook look;
   std::string icon;

@@ -158,11 +158,11 @@ void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   ExclusionDialog& dialog = form.Form1;
   SmallWindow shown(desk, dialog.window, dialog.shadow, owner,
                     [&dialog] { dialog.orubutton10.click(); });
-  shown.add(dialog.Label222[1], {18, 10, 380, 24}, LabelLook::ProgramTitle);
+  shown.add(dialog.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonLook::Title, "exit");
   shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
-  shown.add(dialog.orubutton1, {250, 130, 105, 32}, ButtonLook::Primary, "");
-  shown.add(dialog.orubutton10, {365, 130, 95, 32}, ButtonLook::Plain, "");
+  shown.add(dialog.orubutton1, {160, 130, 160, 32}, ButtonLook::Primary, "");
+  shown.add(dialog.orubutton10, {330, 130, 130, 32}, ButtonLook::Plain, "");
   shown.add(dialog.Text1, {20, 84, 440, 26});
   shown.runModal(form.messages, dialog.isOpen);
 }
@@ -172,7 +172,7 @@ void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   SmallWindow shown(desk, about.window, about.shadow, owner,
                     [&about] { about.chameleonButton3.click(); });
   Label name("Fix Registry Problems");
-  shown.add(about.Label222[1], {18, 10, 380, 24}, LabelLook::ProgramTitle);
+  shown.add(about.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonLook::Title, "exit");
   shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);
   shown.add(about.Label3, {330, 68, 126, 20}, LabelLook::SecondaryRight);

@@ -43,7 +43,7 @@ constexpr std::array frames{
 };
 
 constexpr std::array labels{
-    LabelPlace{of<&Form42::Label1>, noFrame, {64, 9, 600, 25}, LabelLook::ProgramTitle},
+    LabelPlace{of<&Form42::Label1>, noFrame, {64, 9, 600, 24}, LabelLook::ProgramTitle},
     LabelPlace{element<&Form42::Label8, 6>, noFrame, {64, 33, 680, 18}, LabelLook::ProgramText},
     LabelPlace{element<&Form42::Label12, 0>, noFrame, {16, 590, 12, 18}, LabelLook::Secondary},
     LabelPlace{element<&Form42::Label12, 2>, noFrame, {30, 590, 60, 18}, LabelLook::Secondary},
@@ -62,7 +62,7 @@ constexpr std::array labels{
     LabelPlace{of<&Form42::Label3>, in<&Form42::Frame8>, {360, 45, 320, 18}, LabelLook::Plain},
     LabelPlace{
         element<&Form42::Label2, 4>, in<&Form42::Frame8>, {78, 64, 602, 34}, LabelLook::Wrapped},
-    LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 330, 26}, LabelLook::Counter},
+    LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Counter},
     LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 10, 90, 18}, LabelLook::Strong},
     LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 10, 474, 18}, LabelLook::Problem},
     LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 31, 568, 58}, LabelLook::Wrapped},

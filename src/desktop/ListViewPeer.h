@@ -80,6 +80,8 @@ class ListViewPeer : public Peer {
   LRESULT drawHeader(NMCUSTOMDRAW& request) const;
   [[nodiscard]] Rgb cellColour(std::size_t row, std::size_t column) const;
   [[nodiscard]] int textCharset() const { return options.holdsSystemText ? 0 : charset(); }
+  // Rounded down, so that all rows fit where they are to fit.
+  [[nodiscard]] int rowPixels() const { return rowHeight * desk().resolution() / 96; }
   [[nodiscard]] int checkRight() const { return options.hasChecks ? desk().points(30) : 0; }
 
   ListView& list;

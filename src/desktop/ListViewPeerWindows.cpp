@@ -47,7 +47,7 @@ void ListViewPeer::showAll() {
     ImageList_Destroy(rowHeights);
   }
   // A row is as high as its pictures.
-  rowHeights = ImageList_Create(1, desk().points(rowHeight) - 1, ILC_COLOR32, 1, 0);
+  rowHeights = ImageList_Create(1, rowPixels() - 1, ILC_COLOR32, 1, 0);
   ListView_SetImageList(hwnd(), rowHeights, LVSIL_SMALL);
   Peer::showAll();
   catchUp();
@@ -83,7 +83,7 @@ void ListViewPeer::fitColumns() {
   RECT whole{};
   GetWindowRect(hwnd(), &whole);
   const int rows = (whole.bottom - whole.top - 2 - desk().points(headerHeight)) /
-                   std::max(1, desk().points(rowHeight));
+                   std::max(1, rowPixels());
   const bool isLong = static_cast<int>(list.count()) > rows;
   int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
   const std::size_t count = options.columnWidths.size();
@@ -93,7 +93,10 @@ void ListViewPeer::fitColumns() {
       width = std::max(width, left);
     }
     left -= width;
-    ListView_SetColumnWidth(hwnd(), static_cast<int>(column), width);
+    // Setting it draws the whole list again.
+    if (ListView_GetColumnWidth(hwnd(), static_cast<int>(column)) != width) {
+      ListView_SetColumnWidth(hwnd(), static_cast<int>(column), width);
+    }
   }
 }
 
@@ -122,7 +125,7 @@ void ListViewPeer::catchUp() {
       LVCOLUMNW description{};
       description.mask = LVCF_TEXT;
       description.pszText = text.data();
-      ListView_SetColumn(hwnd(), static_cast<int>(column), &description);
+      SendMessageW(hwnd(), LVM_SETCOLUMNW, column, reinterpret_cast<LPARAM>(&description));
     }
   }
   if (changes.rows) {

@@ -22,6 +22,8 @@ class Peer : public ControlPeer {
   // Null once its parent has taken the window along.
   [[nodiscard]] HWND hwnd() const { return window; }
 
+  [[nodiscard]] const Control& shownControl() const { return shown; }
+
   void changed(const Control& control, Change what, std::size_t row) override;
   // Shows all of the control anew, as after a change of the resolution.
   virtual void showAll();
@@ -54,10 +56,14 @@ class Peer : public ControlPeer {
   void move(int left, int top, int width, int height) const;
 
  private:
+  // At once, or when the queue is served next: a scan asks at every key, and nobody sees each.
+  void refresh();
+
   Desk& shared;
   Control& shown;
   HWND window = nullptr;
   bool isOwned = false;
+  DWORD refreshedAt = 0;
 };
 
 // Gives the notices of child windows back to their peers; none when no peer wants it.

@@ -86,11 +86,22 @@ void Peer::changed(const Control& /*control*/, Change what, std::size_t row) {
       SetFocus(window);
       break;
     case Change::Repaint:
-      RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+      refresh();
       break;
     default:
       showRows(what, row);
       break;
+  }
+}
+
+void Peer::refresh() {
+  constexpr DWORD interval = 20;  // milliseconds
+  const DWORD now = GetTickCount();
+  const bool isDue = now - refreshedAt >= interval;
+  RedrawWindow(window, nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ALLCHILDREN | (isDue ? RDW_UPDATENOW : 0U));
+  if (isDue) {
+    refreshedAt = now;
   }
 }
 

@@ -4,10 +4,12 @@
 
 #include "registry/Hives.h"
 #include "reports/EditorProcess.h"
+#include "runtime/WindowsFolder.h"
 #include "scan/Findings.h"
 #include "text/Text.h"
 
 namespace zelvreg {
+
 void View2_ItemClick(Form42& form, std::size_t row) {
   const std::string& badValue = form.View2.text(row, badValueColumn);
   form.Label5.caption = badValue;
@@ -30,12 +32,13 @@ void View2_DblClick(Form42& form) {
   SaveRegString(HiveHandle::CurrentUser,
                 "Software\\Microsoft\\Windows\\CurrentVersion\\Applets\\Regedit", "LastKey",
                 fullKey(form, row));
-  WinExec("regedit.exe", SW_SHOWNORMAL);
+  WinExec((windowsFolder() + "\\regedit.exe").c_str(), SW_SHOWNORMAL);
 }
 
 void Command28_Click(Form42& form) {
+  // Quoted, as a blank in the folder's name would end the program's.
   const std::string command =
-      form.programFolder + "\\zelvrege.exe " + fullKey(form, form.selectedRow);
+      "\"" + form.programFolder + "\\zelvrege.exe\" " + fullKey(form, form.selectedRow);
   WinExec(command.c_str(), SW_SHOWNORMAL);
 }
 

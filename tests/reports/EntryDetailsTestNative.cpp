@@ -10,6 +10,9 @@
 namespace zelvreg {
 namespace {
 
+// By its whole path: whatever bears its name beside the program is not started.
+constexpr const char* editor = "C:\\Windows\\regedit.exe";
+
 using Texts = std::vector<std::string>;
 
 const std::string editorKey =
@@ -37,7 +40,7 @@ TEST_F(EntryDetailsNativeTest, TheEditorStartsAtTheKeyOfTheRow) {
   View2_ItemClick(form, 2);
   View2_DblClick(form);
   EXPECT_EQ(lastKey(), "HKEY_LOCAL_MACHINE\\Software\\There is no such key");
-  EXPECT_EQ(processes().started, (Texts{"regedit.exe"}));
+  EXPECT_EQ(processes().started, (Texts{editor}));
   EXPECT_EQ(processes().ended, Texts());
 }
 
@@ -49,7 +52,7 @@ TEST_F(EntryDetailsNativeTest, ButtonAndMenuOpenItAsWell) {
   setText(editorKey, "LastKey", "before");
   form.e.click();
   EXPECT_EQ(lastKey(), "HKEY_USERS\\a");
-  EXPECT_EQ(processes().started, (Texts{"regedit.exe", "regedit.exe"}));
+  EXPECT_EQ(processes().started, (Texts{editor, editor}));
 }
 
 TEST_F(EntryDetailsNativeTest, TheFirstRunningEditorIsEndedAndNoOther) {
@@ -60,7 +63,7 @@ TEST_F(EntryDetailsNativeTest, TheFirstRunningEditorIsEndedAndNoOther) {
   EXPECT_EQ(processes().ended, (Texts{"RegEdit.EXE"}));
   EXPECT_EQ(processes().running, (Texts{"explorer.exe", "regedit.exe", "regedit.exe.exe"}));
   EXPECT_EQ(lastKey(), "HKEY_USERS\\a");
-  EXPECT_EQ(processes().started, (Texts{"regedit.exe"}));
+  EXPECT_EQ(processes().started, (Texts{editor}));
 }
 
 TEST_F(EntryDetailsNativeTest, OtherProgramsRunOn) {
@@ -84,7 +87,7 @@ TEST_F(EntryDetailsNativeTest, WithoutAClickTheEditorStartsAtNoKey) {
   add("HKEY_USERS", "a");
   View2_DblClick(form);
   EXPECT_EQ(lastKey(), "");
-  EXPECT_EQ(processes().started, (Texts{"regedit.exe"}));
+  EXPECT_EQ(processes().started, (Texts{editor}));
 }
 
 TEST_F(EntryDetailsNativeTest, ARowThatHasGoneIsNoRow) {
@@ -93,7 +96,7 @@ TEST_F(EntryDetailsNativeTest, ARowThatHasGoneIsNoRow) {
   form.View2.clear();
   View2_DblClick(form);
   EXPECT_EQ(lastKey(), "");
-  EXPECT_EQ(processes().started, (Texts{"regedit.exe"}));
+  EXPECT_EQ(processes().started, (Texts{editor}));
 }
 
 TEST_F(EntryDetailsNativeTest, TheSuitesEditorGetsTheKeyOfTheRow) {
@@ -101,13 +104,13 @@ TEST_F(EntryDetailsNativeTest, TheSuitesEditorGetsTheKeyOfTheRow) {
   View2_ItemClick(form, 1);
   form.Command28.click();
   EXPECT_EQ(processes().started,
-            (Texts{form.programFolder + "\\zelvrege.exe HKEY_USERS\\Software\\a key"}));
+            (Texts{"\"" + form.programFolder + "\\zelvrege.exe\" HKEY_USERS\\Software\\a key"}));
   EXPECT_EQ(lastKey(), "before");
 }
 
 TEST_F(EntryDetailsNativeTest, TheSuitesEditorGetsNoKeyWithoutAClick) {
   form.Command28.click();
-  EXPECT_EQ(processes().started, (Texts{form.programFolder + "\\zelvrege.exe "}));
+  EXPECT_EQ(processes().started, (Texts{"\"" + form.programFolder + "\\zelvrege.exe\" "}));
 }
 
 }  // namespace

@@ -169,9 +169,10 @@ void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
 
 void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   AboutDialog& about = form.frmabout;
+  // Goes after the window that shows it.
+  Label name("Fix Registry Problems");
   SmallWindow shown(desk, about.window, about.shadow, owner,
                     [&about] { about.chameleonButton3.click(); });
-  Label name("Fix Registry Problems");
   shown.add(about.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonLook::Title, "exit");
   shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);

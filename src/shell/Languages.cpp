@@ -94,6 +94,7 @@ void giveFont(Form42& form, const Font& font) {
   for (Label& label : form.Label2) {
     label.font = font;
   }
+  form.Label8[6].font = font;
 }
 
 }  // namespace

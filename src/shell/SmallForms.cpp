@@ -57,7 +57,7 @@ void frmabout_Load(Form42& form) {
                 {{"Label2(3)", &about.Label2[3]},
                  {"Label2(2)", &about.Label2[2]},
                  {"Label2(1)", &about.Label2[1]},
-                 {"Label2(0)", &about.Label2[0]},
+                 {"Label2(0)", &about.Label2.front()},
                  {"Label222(1)", &about.Label222[1]}});
   about.Label2[4].caption = legalLine();
   about.Label3.caption = programVersion();

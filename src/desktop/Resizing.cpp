@@ -41,11 +41,11 @@ std::uint32_t mean(const controls::Bitmap& picture, Span columns, Span rows) {
 
 controls::Bitmap resized(const controls::Bitmap& picture, controls::Size size) {
   controls::Bitmap result(size.width, size.height);
+  auto pixel = result.pixels.begin();
   for (int row = 0; row < size.height; ++row) {
     for (int column = 0; column < size.width; ++column) {
-      result.pixels[static_cast<std::size_t>(row * size.width + column)] =
-          mean(picture, covered(column, size.width, picture.width),
-               covered(row, size.height, picture.height));
+      *pixel++ = mean(picture, covered(column, size.width, picture.width),
+                      covered(row, size.height, picture.height));
     }
   }
   return result;

@@ -47,7 +47,7 @@ class LayoutTest : public ::testing::Test {
     placed[nullptr].push_back({&form.Frame4, placeOf(form.Frame4)});
     placed[nullptr].push_back({&form.Frame5, placeOf(form.Frame5)});
     placed[nullptr].push_back({&form.Image2, placeOf(form.Image2)});
-    placed[nullptr].push_back({&form.Image44[0], placeOf(form.Image44[0])});
+    placed[nullptr].push_back({&form.Image44.front(), placeOf(form.Image44.front())});
     return placed;
   }
 

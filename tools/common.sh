@@ -15,7 +15,7 @@ lint_packages=(clang-format clang-tidy python3)
 windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin python3 mmdebstrap uidmap
   bubblewrap)
 # A display of its own for the programs that have windows, and what takes pictures of it.
-display_packages=(xvfb imagemagick hsetroot xcompmgr trayer)
+display_packages=(xvfb imagemagick hsetroot xcompmgr trayer openbox xdotool x11-utils python3)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -87,8 +87,12 @@ void ButtonPeer::showText() {
   chameleon.set(&ButtonProperties::Caption,
                 hasCaption ? utf8Text(shownButton.caption.get(), charset()) : std::string());
   const std::string& tip = shownButton.toolTip.get();
-  chameleon.setToolTip(
-      utf8Text(tip.empty() && !hasCaption ? shownButton.caption.get() : tip, charset()));
+  const std::string& told = !tip.empty() || hasCaption ? tip : shownButton.caption.get();
+  chameleon.setToolTip(utf8Text(told, charset()));
+  if (!hasCaption) {
+    // What a screen reader says of a picture.
+    SetWindowTextW(hwnd(), wideText(told.empty() ? icon : told, charset()).c_str());
+  }
 }
 
 void ButtonPeer::showLook() {

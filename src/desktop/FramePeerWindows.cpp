@@ -29,6 +29,10 @@ FramePeer::FramePeer(Desk& sharedDesk, HWND parent, Frame& shownFrame, FrameOpti
 void FramePeer::changed(const Control& control, Change what, std::size_t row) {
   Peer::changed(control, what, row);
   if (what == Change::Visible && onVisible) {
+    // All pages have one place, and the undo page does not hide the results below it.
+    if (frame.visible) {
+      SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
     onVisible();
   }
 }

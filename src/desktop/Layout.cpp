@@ -212,7 +212,7 @@ void putPictures(Form42& form) {
   put(form.Gif89a1, {14, 24, 48, 48});
   put(form.Shape1, {0, titleHeight - 3, windowWidth, 3});
   put(form.Shape3, {0, 0, windowWidth, titleHeight});
-  put(form.imglangselect, {12, 12, 16, 16});
+  put(form.imglangselect, {12, 8, 16, 24});
 }
 
 // What other programs and the form's own procedures may still ask for, but no user needs to see:

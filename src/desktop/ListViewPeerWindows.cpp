@@ -82,8 +82,8 @@ void ListViewPeer::fitColumns() {
   // The list learns of its scroll bar only later.
   RECT whole{};
   GetWindowRect(hwnd(), &whole);
-  const int rows = (whole.bottom - whole.top - 2 - desk().points(headerHeight)) /
-                   std::max(1, rowPixels());
+  const int rows =
+      (whole.bottom - whole.top - 2 - desk().points(headerHeight)) / std::max(1, rowPixels());
   const bool isLong = static_cast<int>(list.count()) > rows;
   int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
   const std::size_t count = options.columnWidths.size();

@@ -38,7 +38,8 @@ void MainWindow::arrange() {
       {&form.orubutton4, form.Frame1.visible && !form.Frame8.visible},
       {&form.chameleonButton7, form.Frame7.visible},
       {&form.chameleonButton1, form.Frame3.visible},
-      {&form.orubutton1, form.Frame2.visible || (form.Frame1.visible && form.Frame8.visible)},
+      {&form.orubutton1, (form.Frame2.visible && !form.Frame3.visible) ||
+                             (form.Frame1.visible && form.Frame8.visible)},
       {&form.orubutton3, false},
   }};
   for (const auto& [button, isCurrent] : pages) {

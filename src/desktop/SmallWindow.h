@@ -44,6 +44,7 @@ class SmallWindow : private ControlPeer {
   HWND owner;
   HWND window = nullptr;
   std::function<void()> onClose;
+  const Button* primary = nullptr;
   std::unique_ptr<controls::TransForm> outline;
   std::vector<std::unique_ptr<Peer>> peers;
 };

@@ -72,6 +72,9 @@ void SmallWindow::add(Label& label, const Place& place, LabelLook look) {
 
 void SmallWindow::add(Button& button, const Place& place, ButtonLook look, const char* icon) {
   put(button, place);
+  if (look == ButtonLook::Primary) {
+    primary = &button;
+  }
   peers.push_back(std::make_unique<ButtonPeer>(desk, window, button, look, icon));
 }
 
@@ -142,9 +145,13 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
       self->onClose();
       return 0;
     case WM_COMMAND:
-      // The dialog keys: Escape closes.
+      // The dialog keys: Escape closes, Enter does what stands out.
       if (LOWORD(wParam) == IDCANCEL && lParam == 0) {
         self->onClose();
+        return 0;
+      }
+      if (LOWORD(wParam) == IDOK && lParam == 0 && self->primary != nullptr) {
+        self->primary->click();
         return 0;
       }
       break;
@@ -186,7 +193,7 @@ void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   shown.add(about.Label5, {200, firstLine + lineHeight, 256, 20}, LabelLook::Link);
   shown.add(about.Label2[1], {24, firstLine + 2 * lineHeight, 170, 20}, LabelLook::Plain);
   shown.add(about.Label6, {200, firstLine + 2 * lineHeight, 256, 20}, LabelLook::Link);
-  shown.add(about.Label2[4], {24, 320, 432, 20}, LabelLook::Secondary);
+  shown.add(about.Label2[4], {24, 270, 432, 20}, LabelLook::Secondary);
   shown.runModal(form.messages, about.isOpen);
 }
 

@@ -69,12 +69,14 @@ Form42::Form42()
   Frame5.caption = "Search Mode";
   Form1.Label222[1].caption = "Exclude Registry Key From Scan";
   Form1.Label1.caption = "Type the key that is to be left out of every scan:";
+  frmabout.window.height = 4650;
   frmabout.Label222[1].caption = "About";
   frmabout.Label2[0].caption = "Finds and removes dead entries of the Windows registry.";
   frmabout.Label2[1].caption = "Translate this program";
   frmabout.Label2[2].caption = "Web site";
   frmabout.Label2[3].caption = "Support";
   Command28.caption = "Details";
+  Command21.caption = "Undo Options";
   chameleonButton4.toolTip = "Exit";
   // The tool tips of these two do not say what they do; users know them so.
   chameleonButton13.toolTip = "Close";

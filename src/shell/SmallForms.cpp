@@ -48,7 +48,7 @@ void changelangoru(Form42& form, const char* section, const Captions& captions) 
 }
 
 std::string legalLine() {
-  return "Copyright (c) " + std::to_string(localDateTime().year) + " the zelvreg authors";
+  return "Copyright \xA9 " + std::to_string(localDateTime().year) + " the zelvreg authors";
 }
 
 void frmabout_Load(Form42& form) {

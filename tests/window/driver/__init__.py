@@ -1,0 +1,1 @@
+"""Drives the window of zelvreg as a user does, and reads the screen as a user reads it."""

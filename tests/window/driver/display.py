@@ -1,0 +1,81 @@
+"""A virtual display with a window manager and a notification area, and the hand of its user."""
+
+import os
+import subprocess
+
+from .waiting import wait_until
+
+WIDTH, HEIGHT = 1280, 900
+TRAY_HEIGHT = 24
+# The words of xdotool for what a user does.
+CLICK = {1: ["click", "1"], 2: ["click", "--repeat", "2", "--delay", "60", "1"]}
+
+
+class Display:
+    def __init__(self, folder):
+        """`folder` takes what the programs of the display have to say."""
+        self.running = []
+        self.logs = folder
+        reading, writing = os.pipe()
+        # The server chooses a free number and says it. Memory cannot be shared with the box.
+        self._start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
+                    "-dpi", "96", "-extension", "MIT-SHM", "-nolisten", "tcp", pass_fds=[writing])
+        os.close(writing)
+        with os.fdopen(reading) as number:
+            self.name = ":" + number.readline().strip()
+        self.settings = {**os.environ, "DISPLAY": self.name}
+        subprocess.run(["hsetroot", "-solid", "#DCE4EE"], env=self.settings, check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self._start("openbox", "--sm-disable")
+        self._start("xcompmgr", "-n")
+        self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
+                    "--height", str(TRAY_HEIGHT), "--SetDockType", "false", "--tint", "0xEEF2F7",
+                    "--alpha", "255", "--transparent", "true")
+        wait_until("a window manager", lambda: "window id" in self._ask(
+            "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
+        wait_until("a notification area", self.tray)
+
+    def _start(self, *command, **more):
+        with open(self.logs / f"{command[0]}.log", "w", encoding="utf-8") as log:
+            self.running.append(subprocess.Popen(command, stdout=log, stderr=log, env=getattr(
+                self, "settings", None), **more))
+
+    def _ask(self, *command):
+        return subprocess.run(command, env=self.settings, text=True, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL, check=False).stdout
+
+    def close(self):
+        for process in reversed(self.running):
+            process.terminate()
+            process.wait()
+
+    def tray(self):
+        """The windows of X of the notification area's icons, or the area itself."""
+        return self._ask("xdotool", "search", "--class", "trayer").split()
+
+    def picture(self, path):
+        subprocess.run(["import", "-silent", "-window", "root", path], env=self.settings,
+                       check=True)
+
+    def pixels(self, left, top, width, height):
+        """The colours of a part of the screen, as one text that changes when they do."""
+        return subprocess.run(
+            ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
+             "-format", "%#", "info:"], env=self.settings, check=True, text=True,
+            stdout=subprocess.PIPE).stdout
+
+    def _act(self, *words):
+        subprocess.run(["xdotool", *words], env=self.settings, check=True)
+
+    def point(self, left, top):
+        self._act("mousemove", "--sync", str(left), str(top))
+
+    def click(self, left, top, times=1, button=1):
+        words = CLICK[times] if button == 1 else ["click", str(button)]
+        self._act("mousemove", str(left), str(top), *words)
+
+    def keys(self, *names):
+        self._act("key", "--delay", "30", *names)
+
+    def type(self, text):
+        self._act("type", "--delay", "15", text)

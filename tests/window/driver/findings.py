@@ -1,0 +1,51 @@
+"""Findings as sets that can be compared, whichever program tells them and wherever it ran."""
+
+import json
+import re
+from pathlib import Path
+
+from .box import CHECKOUT
+
+FIELDS = ("location", "badValue", "kindCode", "rootName", "subKey")
+USER = re.compile(r"^S-1-5-21(-\d+){4}(?=_Classes|\\|$)")
+APP_PATHS = r"SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths"
+# In the demo machine's registry, what follows is the name of a class.
+USERS_CLASS = re.compile(r"^\[HKEY_CURRENT_USER\\Software\\Classes\\(?:CLSID\\)?([^\\\]]+)",
+                         re.MULTILINE)
+
+
+def plain(finding):
+    """A finding without what differs from one computer to the next by its nature: the number of the
+    current user, and which of the two views of App Paths it was seen in, which are one in Wine."""
+    location, bad, kind, root, key = finding
+    key = USER.sub("USER", key)
+    if key.lower() == APP_PATHS.replace("SOFTWARE\\", "SOFTWARE\\Wow6432Node\\").lower():
+        key = APP_PATHS
+    return location, bad, kind, root, key
+
+
+def of_json(text):
+    return {plain(tuple(each[name] for name in FIELDS)) for each in json.loads(text)["findings"]}
+
+
+def of_list(results):
+    """The findings of the window's results list; its columns are their fields."""
+    return {plain(tuple(row["cells"])) for row in results.rows}
+
+
+def seen_in_wine(native):
+    """Those of the native program's findings that Wine can have: its HKEY_CLASSES_ROOT shows the
+    computer's classes alone, so a class that only the user has is not found below it."""
+    registry = (CHECKOUT / "demo" / "machine" / "registry.reg").read_text("utf-8")
+    users = set(USERS_CLASS.findall(registry))
+
+    def is_users(finding):
+        location, _, _, root, key = finding
+        return root == "HKEY_CLASSES_ROOT" and (location in users or any(
+            name in key.split("\\") for name in users))
+    return {each for each in native if not is_users(each)}
+
+
+def expected_of_demo():
+    """What the native program finds on the demo machine; a test of its own holds that it does."""
+    return of_json(Path(CHECKOUT / "demo" / "scan.json").read_text("utf-8"))

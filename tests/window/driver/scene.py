@@ -1,0 +1,66 @@
+"""Where a story takes place: a prefix of its own, a screen, and what was found beforehand."""
+
+import subprocess
+
+from . import findings
+from .box import BUILD, NOTES, Box, copy_prefix
+from .screen import Screen
+from .waiting import wait_until
+
+
+class Stage:
+    """What all stories share."""
+
+    def __init__(self, build, work, pictures, display):
+        self.build, self.work, self.pictures, self.display = build, work, pictures, display
+        self.empty, self.demo = work / "empty", work / "demo"
+        tool = findings.CHECKOUT / "tools" / "demo-prefix"
+        subprocess.run([tool, "--empty", build, self.empty], check=True)
+        subprocess.run([tool, build, self.demo], check=True)
+        # What the programs of the console say, with the demo machine and without.
+        self.own = self._scan("scan-empty", self.empty, None)
+        self.console = self._scan("scan-demo", self.demo, self.demo / "demo.reg") - self.own
+
+    def _scan(self, name, source, registry):
+        prefix = self.work / name
+        copy_prefix(source, prefix)
+        box = Box(self.build, prefix, self.display.name, registry)
+        try:
+            return findings.of_json(box.sh("wine zelvreg-console.exe scan --json")[1])
+        finally:
+            box.close()
+
+    def scene(self, story):
+        return Scene(self, story)
+
+
+class Scene:
+    """The demo machine, as new; to be used in a with statement."""
+
+    def __init__(self, stage, story):
+        self.stage, self.story = stage, story
+        self.prefix = stage.work / story
+
+    def __enter__(self):
+        copy_prefix(self.stage.demo, self.prefix)
+        self.box = Box(self.stage.build, self.prefix, self.stage.display.name,
+                       self.stage.demo / "demo.reg")
+        self.screen = Screen(self.box, self.stage.display, self.stage.pictures, self.story)
+        return self
+
+    def add_dead_fonts(self, count):
+        """So many that a scan takes seconds."""
+        names = "\n".join(f'"Gone {number}"="gone{number}.ttf"' for number in range(count))
+        self.box.add_to_registry("[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows NT\\"
+                                 f"CurrentVersion\\Fonts]\n{names}\n")
+
+    def start_suite(self):
+        """Starts the stand-in for the suite's window; gives what tells the lines it has heard."""
+        heard = self.box.notes / "heard"
+        self.box.start("window-suite.exe", f"Z:\\zelvreg\\prefix\\{NOTES}\\heard", folder=BUILD)
+        wait_until("the suite's window", lambda: self.screen.window("Zelvane Tuner"))
+        return lambda: heard.read_text("ascii").splitlines()
+
+    def __exit__(self, *_):
+        self.screen.close()
+        self.box.close()

@@ -1,0 +1,221 @@
+"""What is on the screen, as the reader tells it, and the user's hand on what it found."""
+
+import json
+import os
+import re
+
+from .box import BUILD, CHECKOUT, NOTES
+from .waiting import Unmet, wait_until
+
+# By their window classes, as two of them bear the same title.
+MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "#32770"
+# Lists are known by their columns.
+ROWS_LIST, RESULTS_LIST = "what to scan", "Invalid Data Location"
+RESULTS = "Number of invalid entries is"
+PLACE = re.compile(r"Place\{\s*of<&Form42::(\w+)>,\s*noFrame,\s*\{(\d+), (\d+), (\d+), (\d+)\}")
+
+
+def places():
+    """Where the window's controls stand that show no caption, by name, in points."""
+    text = (CHECKOUT / "src" / "desktop" / "Layout.cpp").read_text("utf-8")
+    return {name: tuple(map(int, place)) for name, *place in PLACE.findall(text)}
+
+
+def middle(place):
+    left, top, width, height = place
+    return left + width // 2, top + height // 2
+
+
+class Control:
+    def __init__(self, told):
+        self.kind = told["class"]
+        self.text = told["text"]
+        self.place = told["place"]
+        self.enabled = told["enabled"]
+        self.ticked = told.get("ticked", False)
+        self.headings = told.get("headings", [])
+        # Of a long list, the first rows alone; `count` counts all of them.
+        self.rows = told.get("rows", [])
+        self.count = told.get("count", 0)
+        self.process = told.get("process")
+        self.controls = [Control(each) for each in told.get("controls", [])]
+
+    def find(self, kind, text):
+        """The control with a caption, or None; one that can be used comes first."""
+        for each in sorted(self.controls, key=lambda control: not control.enabled):
+            if each.kind == kind and each.text.replace("&", "").strip() == text:
+                return each
+        return None
+
+    def list(self, heading):
+        """The list that has a column of that name, or None."""
+        for each in self.controls:
+            if heading in each.headings:
+                return each
+        return None
+
+    def says(self, text):
+        return any(text in each.text for each in self.controls)
+
+    def column(self, heading):
+        index = self.headings.index(heading)
+        return [row["cells"][index] for row in self.rows]
+
+
+class Screen:
+    def __init__(self, box, display, pictures, story):
+        self.box = box
+        self.display = display
+        self.pictures = pictures
+        self.story = story
+        self.taken = 0
+        for name in ("asked", "answered"):
+            os.mkfifo(box.notes / name)
+        inside = f"/zelvreg/prefix/{NOTES}"
+        box.sh(f"{{ wine '{BUILD}/window-reader.exe' <{inside}/asked >{inside}/answered"
+               f" 2>{inside}/reader.log; }} &")
+        self.asked = open(box.notes / "asked", "w", encoding="utf-8")
+        self.answered = open(box.notes / "answered", encoding="utf-8")
+
+    def close(self):
+        self.answered.close()
+        try:
+            self.asked.close()
+        except BrokenPipeError:
+            # It has ended before.
+            pass
+
+    # Looking
+
+    def windows(self):
+        try:
+            print(file=self.asked, flush=True)
+        except BrokenPipeError:
+            raise Unmet("the reader of the screen ended") from None
+        line = self.answered.readline()
+        if not line:
+            raise Unmet("the reader of the screen ended")
+        return [Control(each) for each in json.loads(line)]
+
+    def window(self, name=MAIN):
+        """The visible window of a class or with a title, or None."""
+        return next((each for each in self.windows() if name in (each.kind, each.text)), None)
+
+    def find(self, what, look, name=MAIN, seconds=20):
+        """Waits until `look` finds something in that window, and gives it."""
+        def looking():
+            window = self.window(name)
+            return window and look(window)
+        return wait_until(what, looking, seconds)
+
+    def see(self, what, look=lambda window: True, name=MAIN, seconds=20):
+        """Waits until `look` is true of that window, and gives the window."""
+        return self.find(what, lambda window: look(window) and window, name, seconds)
+
+    def see_results(self, seconds=60):
+        """Waits for the results of a scan that has ended."""
+        return self.see("the results", lambda window: window.list(RESULTS_LIST) and
+                        window.says(RESULTS) and window.find("Button", "Start").enabled,
+                        seconds=seconds)
+
+    def tray_icon(self):
+        """The place of the icon in the notification area, or None."""
+        for window in self.windows():
+            for control in window.controls:
+                if control.kind == "__winex11_tray_icon":
+                    return control.place
+        return None
+
+    def picture(self, step, moves=False):
+        """A picture of the screen, when it stands still unless it moves, as a file of this run."""
+        self.taken += 1
+        path = self.pictures / f"{self.story}-{self.taken}-{step}.png"
+        seen = []
+
+        def still():
+            seen.append(self.display.pixels(0, 0, 1280, 876))
+            return len(seen) > 1 and seen[-1] == seen[-2]
+        try:
+            if not moves:
+                wait_until("the picture stands still", still, 2)
+        except Unmet:
+            # A picture of what moves is better than none.
+            pass
+        self.display.picture(path)
+        return path
+
+    # Acting
+
+    def start(self, *arguments):
+        """Starts the program and waits for its window."""
+        program = self.box.start("zelvreg.exe", *arguments)
+        wait_until("the window opens", lambda: self.window() or program.has_ended(), 30)
+        if program.has_ended():
+            raise Unmet(f"the window opens; the program ended with {program.status()} instead")
+        return program
+
+    def press(self, caption, name=MAIN):
+        """Clicks the button with a caption, once it can be pressed."""
+        button = self.find(f"a button “{caption}” that can be pressed",
+                          lambda window: self._ready(window, caption), name)
+        self.display.click(*middle(button.place))
+
+    @staticmethod
+    def _ready(window, caption):
+        found = window.find("Button", caption)
+        return found if found and found.enabled else None
+
+    def press_picture(self, name):
+        """Clicks a control without a caption, where the layout has it."""
+        window = self.see("the window")
+        left, top, width, height = places()[name]
+        self.display.click(window.place[0] + left + width // 2, window.place[1] + top + height // 2)
+
+    def press_exclude(self):
+        """Clicks the right one of the two buttons with pictures above the results."""
+        buttons = self.see("the results", lambda window: window.list(RESULTS_LIST))
+        top = buttons.list(RESULTS_LIST).place[1]
+        above = [each.place for each in buttons.controls if each.kind == "Button" and
+                 not each.text and top - 60 < each.place[1] < top]
+        self.display.click(*middle(max(above)))
+
+    def click_text(self, text, name=MAIN):
+        """Clicks a text, such as an entry of the list of languages."""
+        label = self.find(f"the text “{text}”", lambda window: window.find("Static", text), name)
+        self.display.click(*middle(label.place))
+
+    def row(self, heading, text, name=MAIN):
+        """The row of a list whose cell below `heading` is `text`, in view."""
+        def look(window):
+            shown = window.list(heading)
+            if shown:
+                for row, cell in zip(shown.rows, shown.column(heading)):
+                    if cell == text:
+                        return shown, row
+            return None
+        return self.find(f"a row “{text}” below “{heading}”", look, name)
+
+    def row_in_view(self, heading, text):
+        """The row, once it was brought into view by the wheel of the mouse."""
+        def look():
+            shown, row = self.row(heading, text)
+            top, height = row["place"][1], row["place"][3]
+            first, last = shown.place[1] + height, shown.place[1] + shown.place[3] - height
+            if first < top < last:
+                return row
+            self.display.click(*middle(shown.place), button=4 if top <= first else 5)
+            return None
+        return wait_until(f"the row “{text}” comes into view", look)
+
+    def click_row(self, heading, text, times=1, button=1):
+        left, top, _, height = self.row_in_view(heading, text)["place"]
+        # Right of the box that is ticked.
+        self.display.click(left + 80, top + height // 2, times, button)
+
+    def tick_row(self, heading, text):
+        """Clicks the box in front of a row."""
+        row = self.row_in_view(heading, text)
+        left, top, _, height = row["place"]
+        self.display.click(left + 15, top + height // 2)
+        wait_until(f"the tick of “{text}” changes",
+                   lambda: self.row(heading, text)[1]["ticked"] != row["ticked"])

@@ -1,0 +1,197 @@
+// Says what is on the screen, as a screen reader learns it: from outside, by the questions that any
+// program may put to the windows of another. For each line on standard input it answers one line of
+// JSON: all visible top-level windows with their controls.
+#include <windows.h>
+
+// These stand on the one before.
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// A window that is busy answers late or, without this, never.
+constexpr UINT patience = 2000;
+constexpr std::size_t longestText = 2048;
+// Of a long list, as many rows as a user would read.
+constexpr int mostRows = 200;
+
+std::string utf8(const wchar_t* text) {
+  const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+  std::string result(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), size, nullptr, nullptr);
+  result.pop_back();
+  return result;
+}
+
+DWORD_PTR ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+  DWORD_PTR answer = 0;
+  SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, patience, &answer);
+  return answer;
+}
+
+std::string textOf(HWND window) {
+  std::array<wchar_t, longestText> text{};
+  ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  return utf8(text.data());
+}
+
+std::string classOf(HWND window) {
+  std::array<wchar_t, 256> name{};
+  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+  return utf8(name.data());
+}
+
+Json placeOf(const RECT& place) {
+  return {place.left, place.top, place.right - place.left, place.bottom - place.top};
+}
+
+// Memory of the program that is read, since a list writes its answers where the question stands.
+class Letter {
+ public:
+  explicit Letter(HWND window) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+    memory = VirtualAllocEx(process, nullptr, sizeof(Content), MEM_COMMIT, PAGE_READWRITE);
+  }
+  ~Letter() {
+    VirtualFreeEx(process, memory, 0, MEM_RELEASE);
+    CloseHandle(process);
+  }
+  Letter(const Letter&) = delete;
+  Letter& operator=(const Letter&) = delete;
+
+  struct Content {
+    union {
+      LVITEMW item;
+      LVCOLUMNW column;
+      RECT place;
+    };
+    std::array<wchar_t, longestText> text;
+  };
+
+  [[nodiscard]] wchar_t* text() const { return static_cast<Content*>(memory)->text.data(); }
+
+  // The answer, if any, is in the content afterwards.
+  void send(HWND window, UINT message, WPARAM wParam, Content& content) const {
+    WriteProcessMemory(process, memory, &content, sizeof(content), nullptr);
+    ask(window, message, wParam, reinterpret_cast<LPARAM>(memory));
+    ReadProcessMemory(process, memory, &content, sizeof(content), nullptr);
+  }
+
+ private:
+  HANDLE process;
+  void* memory;
+};
+
+std::string cell(HWND list, const Letter& letter, int row, int column) {
+  Letter::Content content{};
+  content.item.mask = LVIF_TEXT;
+  content.item.iItem = row;
+  content.item.iSubItem = column;
+  content.item.pszText = letter.text();
+  content.item.cchTextMax = static_cast<int>(longestText);
+  letter.send(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), content);
+  return utf8(content.text.data());
+}
+
+std::string heading(HWND list, const Letter& letter, int column) {
+  Letter::Content content{};
+  content.column.mask = LVCF_TEXT;
+  content.column.pszText = letter.text();
+  content.column.cchTextMax = static_cast<int>(longestText);
+  letter.send(list, LVM_GETCOLUMNW, static_cast<WPARAM>(column), content);
+  return utf8(content.text.data());
+}
+
+Json rowPlace(HWND list, const Letter& letter, int row) {
+  Letter::Content content{};
+  content.place.left = LVIR_BOUNDS;
+  letter.send(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), content);
+  POINT corner{content.place.left, content.place.top};
+  ClientToScreen(list, &corner);
+  OffsetRect(&content.place, corner.x - content.place.left, corner.y - content.place.top);
+  return placeOf(content.place);
+}
+
+Json listOf(HWND list) {
+  const Letter letter(list);
+  const auto header = reinterpret_cast<HWND>(ask(list, LVM_GETHEADER));
+  const int columns = static_cast<int>(ask(header, HDM_GETITEMCOUNT));
+  const int count = static_cast<int>(ask(list, LVM_GETITEMCOUNT));
+  Json headings = Json::array();
+  for (int column = 0; column < columns; ++column) {
+    headings.push_back(heading(list, letter, column));
+  }
+  Json rows = Json::array();
+  for (int row = 0; row < std::min(count, mostRows); ++row) {
+    Json cells = Json::array();
+    for (int column = 0; column < columns; ++column) {
+      cells.push_back(cell(list, letter, row, column));
+    }
+    const DWORD_PTR state =
+        ask(list, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED | LVIS_STATEIMAGEMASK);
+    rows.push_back({{"cells", cells},
+                    {"ticked", (state & LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2)},
+                    {"selected", (state & LVIS_SELECTED) != 0},
+                    {"place", rowPlace(list, letter, row)}});
+  }
+  return {{"headings", headings}, {"count", count}, {"rows", rows}};
+}
+
+Json describe(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  const std::string name = classOf(window);
+  Json found = {{"class", name},
+                {"text", textOf(window)},
+                {"place", placeOf(place)},
+                {"enabled", IsWindowEnabled(window) != FALSE}};
+  if (name == "SysListView32") {
+    found.update(listOf(window));
+  } else if (name == "Button") {
+    found["ticked"] = ask(window, BM_GETCHECK) == BST_CHECKED;
+  }
+  return found;
+}
+
+BOOL CALLBACK addControl(HWND window, LPARAM list) {
+  if (IsWindowVisible(window) != FALSE) {
+    reinterpret_cast<Json*>(list)->push_back(describe(window));
+  }
+  return TRUE;
+}
+
+BOOL CALLBACK addWindow(HWND window, LPARAM list) {
+  if (IsWindowVisible(window) != FALSE) {
+    Json found = describe(window);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    found["process"] = process;
+    Json controls = Json::array();
+    EnumChildWindows(window, addControl, reinterpret_cast<LPARAM>(&controls));
+    found["controls"] = controls;
+    reinterpret_cast<Json*>(list)->push_back(found);
+  }
+  return TRUE;
+}
+
+}  // namespace
+
+int main() {
+  std::string line;
+  while (std::getline(std::cin, line)) {
+    Json windows = Json::array();
+    EnumWindows(addWindow, reinterpret_cast<LPARAM>(&windows));
+    std::cout << windows.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
+  }
+  return 0;
+}

@@ -1,0 +1,1 @@
+"""One story of a user in each file: `tell(scene)` acts and expects."""

@@ -1,0 +1,74 @@
+"""Fix, look at the registry, undo."""
+
+from driver.screen import BOX, RESULTS_LIST
+from driver.waiting import expect, wait_until
+
+RUN = r"Software\Microsoft\Windows\CurrentVersion\Run"
+CARD = r"HKEY_LOCAL_MACHINE\Software\Classes\MIME\Database\Content Type\application/x-harbour-card"
+ICON = r"HKEY_LOCAL_MACHINE\Software\Classes\Northwind.Palette\DefaultIcon"
+FONTS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\Fonts"
+JOURNALS = "Date and Time Of Creation"
+
+# Key, value name, and what is there before, after the repair and after it was undone. A journal
+# holds the columns of a row, not the value, and goes to the 32-bit view.
+FACTS = [
+    (CARD, "Extension", ".hbc", None, ".hbc"),
+    (ICON, "@", r"C:\Program Files\Northwind Atelier\palette.ico,0", None,
+     r"C:\Program Files\northwind atelier\palette.ico"),
+    ("HKEY_LOCAL_MACHINE\\" + RUN, "OldTool", r"C:\Program Files\Old Tool\oldtool.exe /tray", None,
+     None),
+    ("HKEY_LOCAL_MACHINE\\" + RUN.replace("Software", r"Software\Wow6432Node"), "OldTool", None,
+     None, "Startup programs"),
+    (FONTS, "Quill Script (TrueType)", "quill.ttf", None, None),
+    (FONTS, "Harbour Mono (TrueType)", "harbour.ttf", "harbour.ttf", "harbour.ttf"),
+]
+
+
+def _check(scene, when, column):
+    for fact in FACTS:
+        expect(f"{when}: {fact[0]}, {fact[1]}", scene.box.value(fact[0], fact[1]), fact[column])
+
+
+def a_repair_changes_the_registry_and_is_undone(scene):
+    screen = scene.screen
+    _check(scene, "before", 2)
+    screen.start()
+    screen.press("Manage undo options")
+    screen.see("no journal yet", lambda window: window.list(JOURNALS))
+    screen.press("Automatically Save Undo Information")
+    screen.see("the option is ticked", lambda window: window.find(
+        "Button", "Automatically Save Undo Information").ticked)
+    screen.picture("undo-options")
+
+    screen.press("Start")
+    screen.see_results()
+    screen.press("Fix Selected")
+    screen.see("the question", name=BOX)
+    screen.picture("question")
+    screen.press("No", BOX)
+    screen.see("nothing is repaired", lambda window: window.list(RESULTS_LIST).rows)
+    _check(scene, "after a No", 2)
+    screen.press("Fix Selected")
+    screen.press("Yes", BOX)
+    left = screen.see("what no repair is for is left", lambda window: window.list(
+        RESULTS_LIST) and len(window.list(RESULTS_LIST).rows) == 4)
+    expect("none of them has a kind", set(
+        row["cells"][2] for row in left.list(RESULTS_LIST).rows), {""})
+    screen.picture("repaired")
+    wait_until("the safety export", lambda: list(scene.box.folder.glob("backup/registry/*")))
+    _check(scene, "after the repair", 3)
+
+    screen.press("Manage undo options")
+    journals = screen.see("a journal", lambda window: window.list(JOURNALS) and
+                          window.list(JOURNALS).rows).list(JOURNALS)
+    journal = next(name for name in journals.column(JOURNALS) if " t " in name)
+    screen.click_row(JOURNALS, journal)
+    screen.picture("journals")
+    screen.press("Undo Selected Changes")
+    screen.see("the undo has ended", lambda box: box.says("Finished Retriving undo data"), BOX, 60)
+    screen.picture("undone")
+    screen.press("OK", BOX)
+    _check(scene, "after the undo", 4)
+    screen.press("Remove Selected Item")
+    screen.see("the journal has gone", lambda window: journal not in window.list(
+        JOURNALS).column(JOURNALS))

@@ -1,0 +1,72 @@
+"""A scan by hand, what it finds, and a scan that is stopped."""
+
+from driver import findings
+from driver.screen import RESULTS, RESULTS_LIST, ROWS_LIST
+from driver.waiting import expect
+
+
+def the_window_finds_what_the_consoles_find(scene):
+    screen = scene.screen
+    screen.start()
+    options = screen.see("sixteen rows", lambda window: window.list(ROWS_LIST))
+    expect("all sixteen rows are ticked", [row["ticked"] for row in options.list(ROWS_LIST).rows],
+           [True] * 16)
+    screen.picture("options")
+    screen.press("Start")
+    results = screen.see_results()
+    screen.picture("results")
+    found = results.list(RESULTS_LIST)
+    expect("each row is ticked", all(row["ticked"] for row in found.rows), True)
+    expect("the title counts the rows", results.says(f"{RESULTS} {len(found.rows)}"), True)
+    told = findings.of_list(found) - scene.stage.own
+    expect("the window finds what the Windows console program finds", told, scene.stage.console)
+    native = findings.seen_in_wine(findings.expected_of_demo()) - scene.stage.own
+    expect("the window finds what the native console program finds", told, native)
+
+
+def a_finding_is_explained(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    screen.see_results()
+    screen.tick_row(RESULTS_LIST, "Quill Script (TrueType)")
+    screen.click_row(RESULTS_LIST, "Quill Script (TrueType)")
+    screen.see("the bad value below the list", lambda window: window.says("quill.ttf") and
+               window.says("The path points to the missing target"))
+    screen.picture("explained")
+    screen.press("Select None")
+    screen.see("no row is ticked", lambda window: not any(
+        row["ticked"] for row in window.list(RESULTS_LIST).rows))
+    screen.picture("none")
+
+
+def a_double_click_on_a_category_shows_its_findings(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    found = len(screen.see_results().list(RESULTS_LIST).rows)
+    screen.press("Search Location")
+    screen.see("the options again", lambda window: window.list(ROWS_LIST))
+    screen.picture("counted")
+    screen.click_row(ROWS_LIST, "Shared DLLs", times=2)
+    results = screen.see_results()
+    expect("all findings are shown", len(results.list(RESULTS_LIST).rows), found)
+
+
+def a_scan_is_stopped(scene):
+    scene.add_dead_fonts(8000)
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    screen.see("the scan runs", lambda window: window.says("Invalid Font Reference"))
+    screen.picture("running", moves=True)
+    screen.press("Cancel")
+    screen.see_results()
+    # The row that runs is tested to its end behind the results.
+    screen.see("its findings are counted", lambda window: window.says(f"{RESULTS} 8022"),
+               seconds=60)
+    screen.picture("stopped")
+    screen.press("Search Location")
+    options = screen.see("the options again", lambda window: window.list(ROWS_LIST))
+    expect("the rows after the first were not tested",
+           options.list(ROWS_LIST).column("# Problems")[1:], [""] * 15)

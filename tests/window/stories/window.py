@@ -1,0 +1,110 @@
+"""What the window itself does: the notification area, the dialog about it, the report, its end."""
+
+from driver.screen import MAIN, RESULTS, RESULTS_LIST, ROWS_LIST, SMALL
+from driver.waiting import expect, wait_until
+
+TICKS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\timer\reg"
+
+
+def it_goes_to_the_notification_area_and_comes_back(scene):
+    screen = scene.screen
+    screen.start()
+    expect("no icon yet", screen.tray_icon(), None)
+    screen.press_picture("chameleonButton23")
+    wait_until("the window is hidden", lambda: not screen.window())
+    icon = wait_until("an icon in the notification area", screen.tray_icon)
+    screen.picture("minimised")
+    screen.display.click(icon[0] + icon[2] // 2, icon[1] + icon[3] // 2)
+    screen.see("the window")
+    wait_until("the icon has gone", lambda: not screen.tray_icon())
+    screen.picture("back")
+    screen.press("Start")
+    screen.see_results()
+
+
+def it_tells_about_itself(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press_picture("chameleonButton18")
+    screen.see("the dialog", lambda dialog: dialog.says("About"), SMALL)
+    expect("the window is hidden", screen.window(MAIN), None)
+    screen.picture("about")
+    screen.display.keys("Escape")
+    wait_until("the dialog is closed", lambda: not screen.window(SMALL))
+    screen.see("the window")
+    screen.picture("closed")
+
+
+def a_report_is_written_and_shown(scene):
+    screen = scene.screen
+    # On Windows a text file has its viewer; a prefix of Wine knows the viewer alone.
+    scene.box.add_to_registry('[HKEY_LOCAL_MACHINE\\Software\\Classes\\.txt]\n@="txtfile"\n')
+    screen.start()
+    screen.press("Start")
+    rows = screen.see_results().list(RESULTS_LIST).rows
+    screen.press("Create Report")
+    screen.see("the dialog for its place", name="Save As")
+    screen.picture("save-as")
+    screen.display.type("C:\\report.txt")
+    screen.display.keys("Return")
+    report = scene.prefix / "drive_c" / "report.txt"
+    wait_until("the report", lambda: report.exists() and
+               b"This Report Made by Zelvane Tuner" in report.read_bytes())
+    screen.see("the viewer of texts", name="Notepad", seconds=30)
+    screen.picture("report")
+    lines = report.read_bytes().decode("cp1252").split("\r\n")
+    expect("a line for each row", lines[4:4 + len(rows)], [
+        "  |  ".join(row["cells"][index].strip() for index in (0, 3, 4, 1)) for row in rows])
+
+
+def it_searches_the_registry(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Find")
+    window = screen.see("what it found", lambda window: window.list(RESULTS_LIST) and
+                        window.says(f"{RESULTS} 3"), seconds=60)
+    expect("the files of the user that are gone", window.list(RESULTS_LIST).column(RESULTS_LIST), [
+        r"c:\users\ann\sketch.ico", r"c:\users\ann\plugins\sketch.dll",
+        r"c:\users\ann\documents\poster.pdf"])
+    screen.picture("searched")
+
+
+def it_keeps_the_ticks(scene):
+    screen = scene.screen
+    program = screen.start()
+    screen.tick_row(ROWS_LIST, "Fonts")
+    screen.tick_row(ROWS_LIST, "Help files")
+    screen.picture("unticked")
+    screen.press_picture("chameleonButton4")
+    program.wait()
+    wanted = {"font": "0", "dll": "1", "help": "0", "16": "1"}
+    expect("the ticks are kept", {name: scene.box.value(TICKS, name) for name in wanted}, wanted)
+    screen.start()
+    rows = screen.see("the rows", lambda window: window.list(ROWS_LIST)).list(ROWS_LIST).rows
+    expect("the next start has them", [row["cells"][0] for row in rows if not row["ticked"]],
+           ["Fonts", "Help files"])
+    screen.picture("next-start")
+    screen.press("Start")
+    expect("no font is found", [row for row in screen.see_results().list(RESULTS_LIST).rows
+                                if row["cells"][2] == "1"], [])
+
+
+def a_row_is_ticked_by_the_keyboard(scene):
+    screen = scene.screen
+    screen.start()
+    screen.click_row(ROWS_LIST, "Fonts")
+    screen.display.keys("Down", "space")
+    wait_until("the tick changes", lambda: not screen.row(ROWS_LIST, "Shared DLLs")[1]["ticked"])
+    screen.picture("by-keyboard")
+
+
+def a_second_start_ends_at_once(scene):
+    screen = scene.screen
+    first = screen.start()
+    for arguments in ((), ("w4",), ("r-c",)):
+        second = scene.box.start("zelvreg.exe", *arguments)
+        second.wait(10)
+    expect("the first one goes on", first.has_ended(), False)
+    expect("nothing was listed", scene.box.file("regtmp.txt"), None)
+    screen.press("Start")
+    screen.see_results()

@@ -78,6 +78,7 @@ Form42::Form42()
   Command28.caption = "Details";
   Command21.caption = "Undo Options";
   chameleonButton4.toolTip = "Exit";
+  chameleonButton9.toolTip = g.caption;
   // The tool tips of these two do not say what they do; users know them so.
   chameleonButton13.toolTip = "Close";
   chameleonButton18.toolTip = "Minimize";

@@ -172,12 +172,8 @@ class Screen:
         self.display.click(window.place[0] + left + width // 2, window.place[1] + top + height // 2)
 
     def press_exclude(self):
-        """Clicks the right one of the two buttons with pictures above the results."""
-        buttons = self.see("the results", lambda window: window.list(RESULTS_LIST))
-        top = buttons.list(RESULTS_LIST).place[1]
-        above = [each.place for each in buttons.controls if each.kind == "Button" and
-                 not each.text and top - 60 < each.place[1] < top]
-        self.display.click(*middle(max(above)))
+        """Clicks the button that leaves the highlighted rows out of every scan."""
+        self.press("Exclude selected path from future scan")
 
     def click_text(self, text, name=MAIN):
         """Clicks a text, such as an entry of the list of languages."""

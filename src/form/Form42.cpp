@@ -78,7 +78,13 @@ Form42::Form42()
   Command28.caption = "Details";
   Command21.caption = "Undo Options";
   chameleonButton4.toolTip = "Exit";
+  // A button without words of its own, which does what this entry of the menu does.
   chameleonButton9.toolTip = g.caption;
+  // Long captions, which a narrow button cuts off.
+  for (Button* button : {&orubutton4, &chameleonButton1, &chameleonButton7, &orubutton1,
+                         &chameleonButton15, &orubutton2}) {
+    button->toolTip = button->caption;
+  }
   // The tool tips of these two do not say what they do; users know them so.
   chameleonButton13.toolTip = "Close";
   chameleonButton18.toolTip = "Minimize";

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <array>
+#include <initializer_list>
 
 #include "languages/Charset.h"
 #include "languages/LanguageFile.h"
@@ -70,31 +70,41 @@ Font languageFont(const Form42& form) {
 
 namespace {
 
+// Every control of the form that shows a text, but the entries of the picker, each of which is in
+// the charset of its own language. Lists of the system's texts get the font as well; whoever draws
+// their rows knows that those are in the system's charset.
 void giveFont(Form42& form, const Font& font) {
-  const std::array<Control*, 24> controls{
-      &form.View1,      &form.View2,      &form.View3,      &form.View4,      &form.Label3,
-      &form.Label4,     &form.Label5,     &form.Label6,     &form.Label7,     &form.Label10,
-      &form.cmd_search, &form.cmd_exclud, &form.cmd_start,  &form.cmd_fix,    &form.cmd_cancel,
-      &form.cmd_all,    &form.cmd_non,    &form.cmd_report, &form.orubutton1, &form.orubutton2,
-      &form.orubutton3, &form.orubutton4, &form.Check1,     &form.Frame7};
-  for (Control* control : controls) {
-    control->font = font;
-  }
-  const std::array<Control*, 19> chameleonButtons{
-      &form.chameleonButton1,  &form.chameleonButton2,  &form.chameleonButton3,
-      &form.chameleonButton5,  &form.chameleonButton6,  &form.chameleonButton7,
-      &form.chameleonButton8,  &form.chameleonButton9,  &form.chameleonButton10,
-      &form.chameleonButton11, &form.chameleonButton12, &form.chameleonButton14,
-      &form.chameleonButton15, &form.chameleonButton16, &form.chameleonButton17,
-      &form.chameleonButton21, &form.chameleonButton22, &form.Command21,
-      &form.Command28};
-  for (Control* button : chameleonButtons) {
-    button->font = font;
-  }
-  for (Label& label : form.Label2) {
-    label.font = font;
-  }
-  form.Label8[6].font = font;
+  const auto give = [&font](std::initializer_list<Control*> controls) {
+    for (Control* control : controls) {
+      control->font = font;
+    }
+  };
+  const auto giveEach = [&font](auto& labels) {
+    for (Label& label : labels) {
+      label.font = font;
+    }
+  };
+  give({&form.View1, &form.View2, &form.View3, &form.View4, &form.cboFind, &form.cboRoot});
+  give({&form.Frame1, &form.Frame2, &form.Frame3, &form.Frame4, &form.Frame5, &form.Frame7,
+        &form.Frame8, &form.Picture1, &form.pictrlang});
+  give({&form.Label1, &form.Label3, &form.Label4, &form.Label5, &form.Label6, &form.Label7,
+        &form.Label10});
+  give({&form.cmd_search, &form.cmd_exclud, &form.cmd_start, &form.cmd_fix, &form.cmd_cancel,
+        &form.cmd_all, &form.cmd_non, &form.cmd_report, &form.cmdFind});
+  give({&form.orubutton1, &form.orubutton2, &form.orubutton3, &form.orubutton4, &form.Command21,
+        &form.Command28});
+  give({&form.chameleonButton1,  &form.chameleonButton2,  &form.chameleonButton3,
+        &form.chameleonButton4,  &form.chameleonButton5,  &form.chameleonButton6,
+        &form.chameleonButton7,  &form.chameleonButton8,  &form.chameleonButton9,
+        &form.chameleonButton10, &form.chameleonButton11, &form.chameleonButton12,
+        &form.chameleonButton13, &form.chameleonButton14, &form.chameleonButton15,
+        &form.chameleonButton16, &form.chameleonButton17, &form.chameleonButton18,
+        &form.chameleonButton21, &form.chameleonButton22, &form.chameleonButton23});
+  give({&form.Check1, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase, &form.Option1,
+        &form.Option2, &form.Option3, &form.Option4});
+  giveEach(form.Label2);
+  giveEach(form.Label8);
+  giveEach(form.Label12);
 }
 
 }  // namespace
@@ -121,6 +131,8 @@ void changelangoru(Form42& form) {
   for (const Caption& caption : captions()) {
     caption.set(form, readLanguageText(form, "Form42", caption.key));
   }
+  // A button without words of its own, which does what this entry of the menu does.
+  form.chameleonButton9.toolTip = form.g.caption;
 }
 
 void createCategoryRows(Form42& form) {

@@ -4,6 +4,7 @@
 // shellapi needs windows.h before it.
 #include <shellapi.h>
 
+#include <initializer_list>
 #include <utility>
 
 #include "exclusions/ExclusionList.h"
@@ -22,6 +23,7 @@ constexpr const char* supportAddress = "https://zelvane.example/support";
 constexpr const char* webSite = "https://zelvane.example/";
 constexpr const char* translator = "zelvtrans.exe";
 
+using Controls = std::initializer_list<Control*>;
 using Captions = std::initializer_list<std::pair<const char*, Control*>>;
 
 void setCaption(Control& control, const std::string& text) {
@@ -32,14 +34,15 @@ void setCaption(Control& control, const std::string& text) {
   }
 }
 
-// Without the file of the language the form keeps its own captions.
-void changelangoru(Form42& form, const char* section, const Captions& captions) {
+// Without the file of the language the form keeps its own captions and fonts.
+void changelangoru(Form42& form, const char* section, const Controls& controls,
+                   const Captions& captions) {
   readLanguageChoice(form);
   if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
     return;
   }
   const Font font = languageFont(form);
-  for (const auto& [key, control] : captions) {
+  for (Control* control : controls) {
     control->font = font;
   }
   for (const auto& [key, control] : captions) {
@@ -47,18 +50,23 @@ void changelangoru(Form42& form, const char* section, const Captions& captions) 
   }
 }
 
+// Of letters that every charset has: the line stands in the font of the language.
 std::string legalLine() {
-  return "Copyright \xA9 " + std::to_string(localDateTime().year) + " the zelvreg authors";
+  return "Copyright " + std::to_string(localDateTime().year) + " the zelvreg authors";
 }
 
 void frmabout_Load(Form42& form) {
   AboutDialog& about = form.frmabout;
-  changelangoru(form, "frmabout",
-                {{"Label2(3)", &about.Label2[3]},
-                 {"Label2(2)", &about.Label2[2]},
-                 {"Label2(1)", &about.Label2[1]},
-                 {"Label2(0)", &about.Label2.front()},
-                 {"Label222(1)", &about.Label222[1]}});
+  changelangoru(
+      form, "frmabout",
+      {&about.Label222.front(), &about.Label222[1], &about.Label2.front(), &about.Label2[1],
+       &about.Label2[2], &about.Label2[3], &about.Label2[4], &about.Label3, &about.Label4,
+       &about.Label5, &about.Label6, &about.chameleonButton3},
+      {{"Label2(3)", &about.Label2[3]},
+       {"Label2(2)", &about.Label2[2]},
+       {"Label2(1)", &about.Label2[1]},
+       {"Label2(0)", &about.Label2.front()},
+       {"Label222(1)", &about.Label222[1]}});
   about.Label2[4].caption = legalLine();
   about.Label3.caption = programVersion();
   about.Label4.caption = supportAddress;
@@ -83,6 +91,8 @@ void open(const std::string& target) {
 void Form1_Load(Form42& form) {
   ExclusionDialog& dialog = form.Form1;
   changelangoru(form, "Form1",
+                {&dialog.Label222.front(), &dialog.Label222[1], &dialog.Label1, &dialog.Text1,
+                 &dialog.orubutton1, &dialog.orubutton10, &dialog.chameleonButton3},
                 {{"orubutton10", &dialog.orubutton10},
                  {"Label222(1)", &dialog.Label222[1]},
                  {"Label1", &dialog.Label1},

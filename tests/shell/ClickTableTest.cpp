@@ -29,11 +29,14 @@ TEST_F(ClickTableTest, FourPressesAndAHiddenTextBeginAScan) {
   EXPECT_TRUE(beginsScan([this] { form.orubutton1.click(); }));
   EXPECT_TRUE(beginsScan([this] { form.orubutton3.click(); }));
   EXPECT_TRUE(beginsScan([this] { form.Text4.setText("1"); }));
+  EXPECT_TRUE(beginsScan([this] { form.Text4.setText(" 1 more"); }));
 }
 
 TEST_F(ClickTableTest, AnyOtherHiddenTextBeginsNone) {
   EXPECT_FALSE(beginsScan([this] { form.Text4.setText("0"); }));
   EXPECT_FALSE(beginsScan([this] { form.Text4.setText(""); }));
+  EXPECT_FALSE(beginsScan([this] { form.Text4.setText("11"); }));
+  EXPECT_FALSE(beginsScan([this] { form.Text4.setText("one"); }));
 }
 
 TEST_F(ClickTableTest, BothPairsOfTickButtonsWorkOnTheResults) {

@@ -3,6 +3,8 @@
 #include "form/ProcessEnd.h"
 #include "runtime/FileText.h"
 #include "scan/AutomaticEnd.h"
+#include "scan/CategoryTable.h"
+#include "shell/Languages.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
 
@@ -39,7 +41,12 @@ INSTANTIATE_TEST_SUITE_P(Texts, CommandLineModes,
                                            Mode{"w4-x", 1, 0, 0, ""}, Mode{"r", 0, 1, 0, "r"},
                                            Mode{"r-c", 0, 1, 1, "r-c"}, Mode{"d", 0, 0, 0, "d"},
                                            Mode{"D ", 0, 0, 0, "d"}, Mode{"w44", 0, 0, 0, "w44"},
-                                           Mode{"else", 0, 0, 0, "else"}));
+                                           Mode{"else", 0, 0, 0, "else"},
+                                           Mode{"d-x", 0, 0, 0, "d-x"}, Mode{"r-x", 0, 1, 0, "r-x"},
+                                           Mode{"w4-c4-x", 2, 0, 0, ""}, Mode{" W4 ", 1, 0, 0, ""},
+                                           Mode{"R-C", 0, 1, 1, "r-c"},
+                                           Mode{"w4 -c4", 0, 0, 0, "w4 -c4"},
+                                           Mode{"r-c-x", 0, 1, 1, "r-c-x"}));
 
 TEST(CommandLineMode, AnEmptyTextIsAnOrdinaryStart) {
   Form42 form;
@@ -127,6 +134,29 @@ TEST_F(AutomaticEndTest, ARecheckAnswersTheSuiteAndRepairsOnlyWhereItIsAskedTo) 
   form.recheckFix = 1;
   EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
   EXPECT_EQ(storedText(user, "a"), "(none)");
+}
+
+TEST_F(AutomaticEndTest, BothModesOfTheSuiteTickAllRowsAndReportWhileTheyScan) {
+  for (const int mode : {1, 2}) {
+    Form42 fresh;
+    fresh.programFolder = form.programFolder;
+    createCategoryRows(fresh);
+    fresh.autoMode = mode;
+    EXPECT_THROW(runCommandMode(fresh), ProcessEnd);
+    EXPECT_TRUE(fresh.Timer2.isEnabled());
+    for (std::size_t row = 1; row <= 16; ++row) {
+      EXPECT_TRUE(fresh.View1.isChecked(row)) << row;
+      EXPECT_EQ(fresh.View1.text(row, statusColumn), "Finished") << row;
+    }
+  }
+}
+
+TEST_F(AutomaticEndTest, AnOrdinaryStartTicksAndScansNothing) {
+  createCategoryRows(form);
+  runCommandMode(form);
+  EXPECT_FALSE(form.Timer2.isEnabled());
+  EXPECT_FALSE(form.View1.isChecked(1));
+  EXPECT_EQ(form.View1.text(1, statusColumn), "");
 }
 
 TEST_F(AutomaticEndTest, TheFrontEndIsToldOfTheEnd) {

@@ -1,144 +1,152 @@
 #include "shell/Navigation.h"
 
 #include "form/ProcessEnd.h"
-#include "scan/CategoryTable.h"
-#include "shell/StartUp.h"
-#include "support/ComputerFixture.h"
+#include "shell/PressFixture.h"
 
 namespace zelvreg {
 namespace {
 
-class NavigationTest : public fixture::ComputerFixture {
- protected:
-  NavigationTest() { bindClicks(form); }
+const std::string suite =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe";
+const std::string folder = "C:\\NavigationTest";
 
-  // The page that is to be seen.
-  std::string page() const {
-    std::string seen;
-    seen += form.Frame1.visible ? "options " : "";
-    seen += form.Frame2.visible ? "results " : "";
-    seen += form.Frame3.visible ? "undo " : "";
-    seen += form.Frame7.visible ? "exclusions " : "";
-    return seen;
+class NavigationTest : public PressFixture {
+ protected:
+  NavigationTest() {
+    form.programFolder = folder;
+    form.Frame1.left = 300;
+    form.Frame1.top = 400;
+    form.dialogs.show = [this](const UserMessage&) {
+      ++scans;
+      form.chameleonButton10.enabled = true;
+      return Answer::Ok;
+    };
   }
+  ~NavigationTest() override { DeleteFileA((folder + "\\exregscan.txt").c_str()); }
+
+  static void expectPlaceOfOptions(const Frame& frame) {
+    EXPECT_EQ(frame.left, 300);
+    EXPECT_EQ(frame.top, 400);
+  }
+
+  // Scans that were begun: each says so, as no row is ticked.
+  int scans = 0;
 };
 
-TEST_F(NavigationTest, EachPageHidesTheOthers) {
-  form.orubutton4.click();
-  EXPECT_EQ(page(), "options ");
-  EXPECT_EQ(form.wizardPage, 0);
-  form.chameleonButton7.click();
-  EXPECT_EQ(page(), "exclusions ");
-  EXPECT_EQ(form.wizardPage, 1);
-  form.Frame2.visible = false;
-  form.chameleonButton1.click();
-  EXPECT_EQ(page(), "undo ");
+TEST_F(NavigationTest, TheOptionsPageAlone) {
+  expectAfter([this] { form.orubutton4.click(); },
+              {.shown = {&form.Frame1},
+               .hidden = {&form.Frame2, &form.Frame3, &form.Frame7, &form.Picture1},
+               .enabled = {&form.chameleonButton10, &form.chameleonButton11}});
 }
 
-TEST_F(NavigationTest, TheOptionsPageStopsWhatRuns) {
+TEST_F(NavigationTest, TheOptionsPageIsTheFirstOfTheWayAndStopsWhatRuns) {
+  form.wizardPage = 2;
+  form.cancelRequested = false;
   form.Frame8.top = 100;
   form.orubutton4.click();
+  EXPECT_EQ(form.wizardPage, 0);
   EXPECT_TRUE(form.cancelRequested);
   EXPECT_EQ(form.View1.height.get(), 3600);
-  EXPECT_TRUE(form.chameleonButton10.enabled);
-  EXPECT_TRUE(form.chameleonButton11.enabled);
 }
 
-TEST_F(NavigationTest, NextLeadsToExclusionsAndToTheScanAndNoFurther) {
-  int asked = 0;
-  form.dialogs.show = [&asked](const UserMessage&) {
-    ++asked;
-    return Answer::Ok;
-  };
-  form.orubutton4.click();
-  form.chameleonButton10.click();
+TEST_F(NavigationTest, TheExclusionsPageAloneWhereTheOptionsWere) {
+  expectAfter([this] { form.chameleonButton7.click(); },
+              {.shown = {&form.Frame7},
+               .hidden = {&form.Frame1, &form.Frame2, &form.Frame3, &form.Picture1},
+               .enabled = {&form.chameleonButton10, &form.chameleonButton11}});
+  expectPlaceOfOptions(form.Frame7);
   EXPECT_EQ(form.wizardPage, 1);
-  EXPECT_EQ(page(), "exclusions ");
+}
+
+TEST_F(NavigationTest, TheExclusionsAreReadAnewEachTime) {
+  form.View4.add("old");
+  makeFile(folder + "\\exregscan.txt", "HKEY_USERS\\a\r\n");
+  form.chameleonButton7.click();
+  ASSERT_EQ(form.View4.count(), 1U);
+  EXPECT_EQ(form.View4.text(1, 0), "HKEY_USERS\\a");
+}
+
+TEST_F(NavigationTest, TheUndoPageWhereTheOptionsWere) {
+  emptyKey(suite + "\\regscan");
+  setText(suite + "\\regscan", "saveundo", "1");
+  form.View3.add("old");
+  expectAfter([this] { form.chameleonButton1.click(); },
+              {.shown = {&form.Frame3}, .hidden = {&form.Frame1, &form.Frame7}});
+  expectPlaceOfOptions(form.Frame3);
+  EXPECT_EQ(form.View3.count(), 0U);
+  EXPECT_TRUE(form.Check1.value);
+}
+
+TEST_F(NavigationTest, NextLeavesTheOptionsForTheExclusions) {
+  int presses = 0;
+  count(form.chameleonButton7, presses);
+  form.wizardPage = 0;
+  expectAfter([this] { form.chameleonButton10.click(); }, {.enabled = {&form.chameleonButton11}});
+  EXPECT_EQ(presses, 1);
+  EXPECT_EQ(form.wizardPage, 1);
+  EXPECT_EQ(scans, 0);
+}
+
+TEST_F(NavigationTest, NextLeavesTheExclusionsForAScanAndIsThenOff) {
+  form.wizardPage = 1;
+  expectAfter([this] { form.chameleonButton10.click(); }, {.disabled = {&form.chameleonButton10}});
+  EXPECT_EQ(scans, 1);
+  EXPECT_EQ(form.wizardPage, 2);
+}
+
+TEST_F(NavigationTest, NextDoesNothingAtTheEndOfTheWay) {
+  int presses = 0;
+  count(form.chameleonButton7, presses);
+  count(form.orubutton4, presses);
+  form.wizardPage = 2;
+  const std::string before = page();
   form.chameleonButton10.click();
   EXPECT_EQ(form.wizardPage, 2);
-  EXPECT_EQ(asked, 1);
-  EXPECT_FALSE(form.chameleonButton10.enabled);
-  form.chameleonButton10.click();
-  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(page(), before);
+  EXPECT_TRUE(form.chameleonButton10.enabled);
+  EXPECT_EQ(scans + presses, 0);
 }
 
-TEST_F(NavigationTest, BackLeadsToExclusionsAndToTheOptionsAndNoFurther) {
+TEST_F(NavigationTest, BackLeavesTheResultsForTheExclusions) {
+  int presses = 0;
+  count(form.chameleonButton7, presses);
   form.wizardPage = 2;
-  form.chameleonButton11.click();
+  expectAfter([this] { form.chameleonButton11.click(); }, {.enabled = {&form.chameleonButton10}});
+  EXPECT_EQ(presses, 1);
   EXPECT_EQ(form.wizardPage, 1);
-  EXPECT_EQ(page(), "exclusions ");
+}
+
+TEST_F(NavigationTest, BackLeavesTheExclusionsForTheOptionsAndIsThenOff) {
+  form.wizardPage = 1;
+  expectAfter([this] { form.chameleonButton11.click(); },
+              {.shown = {&form.Frame1}, .disabled = {&form.chameleonButton11}});
+  EXPECT_EQ(form.wizardPage, 0);
+}
+
+TEST_F(NavigationTest, BackDoesNothingAtTheBeginningOfTheWay) {
+  int presses = 0;
+  count(form.chameleonButton7, presses);
+  count(form.orubutton4, presses);
+  form.wizardPage = 0;
   form.chameleonButton11.click();
   EXPECT_EQ(form.wizardPage, 0);
-  EXPECT_EQ(page(), "options ");
-  EXPECT_FALSE(form.chameleonButton11.enabled);
-  form.cancelRequested = false;
-  form.chameleonButton11.click();
-  EXPECT_FALSE(form.cancelRequested);
+  EXPECT_TRUE(form.chameleonButton11.enabled);
+  EXPECT_EQ(presses, 0);
 }
 
-TEST_F(NavigationTest, TheSearchButtonLeadsToTheOptions) {
-  form.cmd_start.enabled = false;
-  form.cmd_fix.enabled = true;
-  form.cmd_search.click();
-  EXPECT_EQ(page(), "options ");
-  EXPECT_TRUE(form.cmd_start.enabled);
-  for (const Button* button : {&form.cmd_fix, &form.cmd_all, &form.cmd_non, &form.cmd_report}) {
-    EXPECT_FALSE(button->enabled);
-  }
-  form.cmd_exclud.click();
-  EXPECT_EQ(page(), "exclusions ");
-}
-
-TEST_F(NavigationTest, TheToolBarPressesTheSameButtons) {
-  form.View2.add("row");
-  Toolbar1_ButtonClick(form, 8);
-  EXPECT_TRUE(form.View2.isChecked(1));
-  Toolbar1_ButtonClick(form, 9);
-  EXPECT_FALSE(form.View2.isChecked(1));
-  Toolbar1_ButtonClick(form, 2);
-  EXPECT_EQ(page(), "exclusions ");
-  Toolbar1_ButtonClick(form, 1);
-  EXPECT_EQ(page(), "options ");
-  Toolbar1_ButtonClick(form, 3);
-  Toolbar1_ButtonClick(form, 99);
-  EXPECT_EQ(page(), "options ");
-}
-
-TEST_F(NavigationTest, ADoubleClickOnARowWithProblemsShowsTheResults) {
+TEST_F(NavigationTest, ExitLeavesNoTraceOnTheDesktopKeepsTheTicksAndEndsTheProcess) {
+  emptyKey(suite + "\\timer\\reg");
   form.View1.add("fonts");
-  form.View1.setText(1, problemsColumn, "2");
-  form.Gif89a1.visible = false;
-  form.orubutton4.click();
-  View1_ItemClick(form, 1);
-  View1_DblClick(form);
-  EXPECT_EQ(page(), "results ");
-  EXPECT_TRUE(form.Picture1.visible);
-  EXPECT_TRUE(form.cmd_fix.enabled);
-}
-
-TEST_F(NavigationTest, ADoubleClickDoesNothingWithoutProblemsOrDuringAScan) {
-  form.View1.add("fonts");
-  form.Gif89a1.visible = false;
-  form.orubutton4.click();
-  View1_ItemClick(form, 1);
-  for (const char* count : {"", "0"}) {
-    form.View1.setText(1, problemsColumn, count);
-    View1_DblClick(form);
-    EXPECT_EQ(page(), "options ") << count;
-  }
-  form.View1.setText(1, problemsColumn, "2");
-  form.Gif89a1.visible = true;
-  View1_DblClick(form);
-  EXPECT_EQ(page(), "options ");
-}
-
-TEST_F(NavigationTest, ExitKeepsTheTicksAndEndsTheProcess) {
-  const std::string ticks =
-      "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
-  emptyKey(ticks);
+  form.View1.setChecked(1, true);
+  form.menus.drawing = MenuDrawing::InOwnCharset;
+  form.shadow.draw(0, 1);
   EXPECT_THROW(form.chameleonButton4.click(), ProcessEnd);
-  EXPECT_EQ(storedText(ticks, "font"), "0");
+  EXPECT_EQ(form.menus.drawing.get(), MenuDrawing::System);
+  EXPECT_FALSE(form.shadow.visible);
   EXPECT_TRUE(form.cancelRequested);
+  EXPECT_EQ(storedText(suite + "\\timer\\reg", "font"), "1");
+  EXPECT_EQ(storedText(suite + "\\timer\\reg", "dll"), "0");
 }
 
 TEST_F(NavigationTest, AFindShowsItsProgressAndThenTheResults) {

@@ -1,5 +1,8 @@
 #include "shell/SmallForms.h"
 
+#include <array>
+#include <regex>
+
 #include "form/Version.h"
 #include "runtime/DateTime.h"
 #include "shell/StartUp.h"
@@ -29,22 +32,50 @@ TEST_F(SmallFormsTest, TheDialogAboutTheProgramHidesTheMainFormUntilItIsClosed) 
 TEST_F(SmallFormsTest, ItTellsVersionAndYear) {
   form.chameleonButton18.click();
   EXPECT_EQ(form.frmabout.Label3.caption.get(), programVersion());
+  const std::regex numbers("[0-9]+\\.[0-9]+\\.[0-9]+");
+  EXPECT_TRUE(std::regex_match(form.frmabout.Label3.caption.get(), numbers));
   EXPECT_NE(form.frmabout.Label2[4].caption.get().find(std::to_string(localDateTime().year)),
             std::string::npos);
   EXPECT_EQ(form.frmabout.Label222[1].caption.get(), "About");
 }
 
-TEST_F(SmallFormsTest, BothStandInTheMiddleOfTheScreenInTheColourOfTheSuite) {
+TEST_F(SmallFormsTest, BothStandInTheMiddleOfTheScreen) {
   form.screen = {.width = 20000, .height = 10000};
   form.chameleonButton18.click();
   form.chameleonButton5.click();
   EXPECT_EQ(form.frmabout.window.left, (20000 - form.frmabout.window.width) / 2);
   EXPECT_EQ(form.frmabout.window.top, (10000 - form.frmabout.window.height) / 2);
   EXPECT_EQ(form.Form1.window.left, (20000 - form.Form1.window.width) / 2);
-  constexpr std::uint32_t usualColor = 10118205;
-  EXPECT_EQ(form.frmabout.chameleonButton3.backColor, usualColor);
-  EXPECT_EQ(form.frmabout.chameleonButton3.backOver, usualColor);
-  EXPECT_EQ(form.Form1.chameleonButton3.backColor, usualColor);
+  EXPECT_EQ(form.Form1.window.top, (10000 - form.Form1.window.height) / 2);
+}
+
+TEST_F(SmallFormsTest, TheirTitleButtonsWearTheColourOfTheSuiteOrTheUsualOne) {
+  const std::string settings = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner";
+  const std::array<std::pair<const char*, std::uint32_t>, 3> colors{
+      {{"255", 255}, {" ", 10118205}, {"65280", 65280}}};
+  for (const auto& [text, color] : colors) {
+    emptyKey(settings);
+    setText(settings, "color", text);
+    form.chameleonButton18.click();
+    form.chameleonButton5.click();
+    for (const Button* button : {&form.frmabout.chameleonButton3, &form.Form1.chameleonButton3}) {
+      EXPECT_EQ(button->backColor, color) << text;
+      EXPECT_EQ(button->backOver, color) << text;
+    }
+  }
+  emptyKey(settings);
+}
+
+TEST_F(SmallFormsTest, BothCastTheShadowOfTheMainForm) {
+  const auto expectShadow = [](const DropShadow& shadow) {
+    EXPECT_TRUE(shadow.visible);
+    EXPECT_EQ(shadow.foreColor, 0x808080U);
+    EXPECT_EQ(shadow.depth, 10);
+  };
+  form.chameleonButton18.click();
+  expectShadow(form.frmabout.shadow);
+  form.chameleonButton5.click();
+  expectShadow(form.Form1.shadow);
 }
 
 TEST_F(SmallFormsTest, WithoutALanguageFileTheirCaptionsStay) {

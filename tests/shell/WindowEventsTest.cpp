@@ -98,9 +98,14 @@ TEST_F(WindowEventsTest, APressOnTheIconBringsTheWindowBack) {
   form.hasCommandLine = true;
   form.chameleonButton23.click();
   Form_Resize(form);
+  ASSERT_TRUE(form.TrayArea1.visible);
+  form.shadow.foreColor = 0;
+  form.shadow.depth = 1;
   form.TrayArea1.click();
   EXPECT_TRUE(form.window.visible);
   EXPECT_TRUE(form.shadow.visible);
+  EXPECT_EQ(form.shadow.foreColor, 0x808080U);
+  EXPECT_EQ(form.shadow.depth, 10);
   EXPECT_FALSE(form.TrayArea1.visible);
   EXPECT_EQ(form.window.windowState, WindowState::Normal);
 }
@@ -113,6 +118,19 @@ TEST_F(WindowEventsTest, ThePictureOfHelpOpensTheHelpFileAtItsContext) {
   };
   Image44_Click(form);
   EXPECT_EQ(opened, "C:\\program\\zelvhelp.chm at 4");
+}
+
+TEST_F(WindowEventsTest, AFormThatGoesKeepsItsTicks) {
+  const std::string ticks =
+      "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
+  emptyKey(ticks);
+  Form_Load(form);
+  form.View1.setChecked(2, true);
+  form.View1.setChecked(16, true);
+  Form_Unload(form);
+  EXPECT_EQ(storedText(ticks, "font"), "0");
+  EXPECT_EQ(storedText(ticks, "dll"), "1");
+  EXPECT_EQ(storedText(ticks, "16"), "1");
 }
 
 TEST_F(WindowEventsTest, ARepaintReachesTheListsAndTheResultsPage) {

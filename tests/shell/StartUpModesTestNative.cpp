@@ -1,0 +1,155 @@
+// Only the emulated computer has a clock and a suite of its own, and files and a registry that a
+// whole scan may repair.
+#include "form/ProcessEnd.h"
+#include "machine/Clock.h"
+#include "shell/CommandModes.h"
+#include "shell/StartUp.h"
+#include "support/MachineFixture.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr const char* fonts =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Fonts";
+constexpr const char* ticks =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
+constexpr const char* answer =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
+
+// A computer with one font whose file is gone, and a form that has yet to be loaded.
+class StartUpModesTest : public fixture::MachineFixture {
+ protected:
+  StartUpModesTest() {
+    key("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion",
+        R"("SystemRoot"="C:\\Windows")");
+    key("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion",
+        R"("SystemRoot"="C:\\Windows")");
+    key(fonts, R"("Gone"="gone.ttf")");
+    // A list of programs without a record would itself be found.
+    for (const char* list :
+         {"HKEY_LOCAL_MACHINE\\SOFTWARE", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node",
+          "HKEY_CURRENT_USER\\Software"}) {
+      key(std::string(list) + "\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Tool",
+          R"("DisplayName"="Tool")");
+    }
+    folder("C:\\Windows\\System32");
+    folder("C:\\Windows\\SysWOW64");
+    folder("C:\\program");
+    form.programFolder = "C:\\program";
+    form.repairsWithoutExport = true;
+    form.dialogs.show = [this](const UserMessage& message) {
+      told.push_back(message.text);
+      return Answer::No;
+    };
+  }
+
+  void expectEnd(const char* commandLine) {
+    readCommandLine(form, commandLine);
+    EXPECT_THROW(Form_Load(form), ProcessEnd);
+    EXPECT_FALSE(form.window.visible);
+    EXPECT_FALSE(form.Timer1.isEnabled());
+    EXPECT_TRUE(told.empty());
+  }
+  void expectAllTicked() const {
+    ASSERT_EQ(form.View1.count(), 16U);
+    for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+      EXPECT_TRUE(form.View1.isChecked(row)) << row;
+    }
+  }
+
+  static std::string stored(const char* path, const char* name) {
+    std::array<char, 64> text{};
+    DWORD size = text.size();
+    HKEY key = nullptr;
+    RegOpenKeyExA(HKEY_LOCAL_MACHINE, path + std::string_view("HKEY_LOCAL_MACHINE\\").size(), 0,
+                  KEY_QUERY_VALUE | KEY_WOW64_64KEY, &key);
+    const LONG status =
+        RegQueryValueExA(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &size);
+    RegCloseKey(key);
+    return status == ERROR_SUCCESS ? text.data() : "(none)";
+  }
+  // Whether the font is still registered.
+  static std::string font() { return stored(fonts, "Gone"); }
+
+  Form42 form;
+  std::vector<std::string> told;
+};
+
+TEST_F(StartUpModesTest, TheListModeTicksAllRowsAndWritesWhatItFound) {
+  start();
+  expectEnd("w4");
+  expectAllTicked();
+  EXPECT_TRUE(form.Timer2.isEnabled());
+  EXPECT_EQ(content("C:\\program\\regtmp.txt"), "Gone\r\n");
+  EXPECT_EQ(content("C:\\program\\regst.txt"), " 1 \r\n");
+  EXPECT_EQ(font(), "gone.ttf");
+}
+
+TEST_F(StartUpModesTest, TheFixModeRepairsWithoutAQuestion) {
+  start();
+  expectEnd("w4-c4");
+  expectAllTicked();
+  EXPECT_TRUE(form.Timer2.isEnabled());
+  EXPECT_EQ(content("C:\\program\\regst.txt"), " 1 \r\n");
+  EXPECT_FALSE(has("C:\\program\\regtmp.txt"));
+  EXPECT_EQ(font(), "(none)");
+}
+
+TEST_F(StartUpModesTest, TheSuiteIsToldTheNumberOnceASecond) {
+  setting("suite", "1");
+  machine::Machine& computer = start();
+  form.messages.serveHost = [&computer] { computer.clock().advance(100); };
+  expectEnd("w4");
+  ASSERT_FALSE(computer.suiteTexts().empty());
+  EXPECT_EQ(computer.suiteTexts().front(), "r|0");
+  EXPECT_EQ(computer.suiteTexts().back(), "r|1");
+}
+
+TEST_F(StartUpModesTest, WithoutTheSuiteTheScanEndsAtTheFirstTick) {
+  machine::Machine& computer = start();
+  form.messages.serveHost = [&computer] { computer.clock().advance(100); };
+  expectEnd("w4-c4");
+  EXPECT_FALSE(has("C:\\program\\regst.txt"));
+  EXPECT_EQ(font(), "gone.ttf");
+}
+
+TEST_F(StartUpModesTest, ARecheckScansTheRowsThatWereTickedAndAnswers) {
+  key(ticks, R"("font"="1")");
+  start();
+  expectEnd("r");
+  EXPECT_TRUE(form.View1.isChecked(1));
+  EXPECT_FALSE(form.View1.isChecked(2));
+  EXPECT_EQ(form.View2.count(), 1U);
+  EXPECT_FALSE(form.Timer2.isEnabled());
+  EXPECT_EQ(stored(answer, "rc"), "1");
+  EXPECT_EQ(font(), "gone.ttf");
+  EXPECT_FALSE(has("C:\\program\\regst.txt"));
+}
+
+TEST_F(StartUpModesTest, ARecheckRepairsWhereItIsAskedTo) {
+  key(ticks, R"("font"="1")");
+  start();
+  expectEnd("r-c");
+  EXPECT_EQ(stored(answer, "rc"), "1");
+  EXPECT_EQ(font(), "(none)");
+}
+
+TEST_F(StartUpModesTest, ARecheckLeavesRowsThatWereNotTicked) {
+  key(ticks, R"("font"="0"
+"dll"="1")");
+  start();
+  expectEnd("r-c");
+  EXPECT_EQ(stored(answer, "rc"), "1");
+  EXPECT_EQ(font(), "gone.ttf");
+}
+
+TEST_F(StartUpModesTest, A32BitSystemIsSeenAsSuch) {
+  setting("bits", "32");
+  start();
+  form.Is64BitOS = true;
+  Form_Load(form);
+  EXPECT_FALSE(form.Is64BitOS);
+}
+
+}  // namespace
+}  // namespace zelvreg

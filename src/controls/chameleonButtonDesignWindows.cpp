@@ -137,6 +137,7 @@ void chameleonButton::setDefault(bool value) {
 
 void chameleonButton::setPalette(const Palette& shared) {
   palette = shared;
+  palette.system = systemColours();
   repaint();
 }
 

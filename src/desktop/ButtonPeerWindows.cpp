@@ -2,7 +2,6 @@
 
 #include "controls/ButtonContent.h"
 #include "controls/PaintBuffer.h"
-#include "desktop/IconPicture.h"
 #include "desktop/SimplePeers.h"
 
 namespace zelvreg::desktop {
@@ -26,23 +25,17 @@ std::int32_t styleFor(ButtonLook look) {
   }
 }
 
-Rgb groundFor(ButtonLook look) {
+Tone groundFor(ButtonLook look) {
   switch (look) {
+    case ButtonLook::Title:
+      return Tone::Accent;
     case ButtonLook::Command:
-      return colours::surface;
+      return Tone::Surface;
     case ButtonLook::SideBar:
-      return colours::sideBar;
+      return Tone::SideBar;
     default:
-      return colours::ground;
+      return Tone::Ground;
   }
-}
-
-// Whether the user asks for the system's own colours of high contrast.
-bool hasHighContrast() {
-  HIGHCONTRASTW setting{};
-  setting.cbSize = sizeof setting;
-  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) != FALSE &&
-         (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
 }  // namespace
@@ -102,9 +95,8 @@ void ButtonPeer::showLook() {
                                           .isBold = font.isBold,
                                           .isItalic = false,
                                           .isUnderlined = false});
-  chameleon.set(&ButtonProperties::ColorScheme, hasHighContrast() ? 2 : 1);
-  chameleon.set(&ButtonProperties::PictureNormal,
-                iconPicture({.key = icon, .resolution = desk().resolution()}));
+  chameleon.set(&ButtonProperties::ColorScheme, desk().colours.isSystem() ? 2 : 1);
+  chameleon.set(&ButtonProperties::PictureNormal, desk().icon(icon));
   chameleon.set(&ButtonProperties::BackColor, [this]() -> std::uint32_t {
     const std::uint32_t told = shownButton.backColor;
     return told == windowColor ? controls::systemColour(15) : told;
@@ -113,9 +105,14 @@ void ButtonPeer::showLook() {
     const std::uint32_t told = shownButton.backOver;
     return told == windowColor ? controls::systemColour(15) : told;
   }());
-  controls::Palette palette = desk().palette;
-  palette.ground = groundFor(look);
-  chameleon.setPalette(palette);
+  chameleon.setPalette(desk().colours.paletteOn(groundFor(look)));
+}
+
+void ButtonPeer::setLook(ButtonLook newLook) {
+  if (newLook != look) {
+    look = newLook;
+    showText();
+  }
 }
 
 void ButtonPeer::setPrimary(bool isPrimary) {

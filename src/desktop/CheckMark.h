@@ -3,6 +3,7 @@
 #define ZELVREG_DESKTOP_CHECK_MARK_H
 
 #include "controls/Canvas.h"
+#include "desktop/Colours.h"
 
 namespace zelvreg::desktop {
 
@@ -16,7 +17,7 @@ struct CheckMark {
   bool isEnabled = true;
 };
 
-void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, controls::Rgb accent);
+void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colours& colours);
 
 }  // namespace zelvreg::desktop
 

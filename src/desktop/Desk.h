@@ -6,32 +6,19 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "controls/ButtonLook.h"
+#include "controls/Canvas.h"
 #include "controls/GdiObjects.h"
+#include "desktop/Colours.h"
 #include "desktop/Layout.h"
 #include "widgets/Control.h"
+#include "widgets/MessageQueue.h"
 
 namespace zelvreg::desktop {
-
-using controls::Rgb;
-using controls::rgb;
-
-namespace colours {
-inline constexpr Rgb surface = rgb(0xFFFFFF);
-inline constexpr Rgb ground = rgb(0xF6F8FB);
-inline constexpr Rgb sideBar = rgb(0xEEF2F7);
-inline constexpr Rgb line = rgb(0xDDE3EA);
-inline constexpr Rgb border = rgb(0xC6D0DC);
-inline constexpr Rgb text = rgb(0x1F2937);
-inline constexpr Rgb secondary = rgb(0x5B6675);
-inline constexpr Rgb disabled = rgb(0xA3ADBA);
-inline constexpr Rgb problem = rgb(0xC00000);
-inline constexpr Rgb selected = rgb(0xE3ECF6);
-}  // namespace colours
 
 // A text in the code page of a charset; charset 0 is the system's own page.
 std::wstring wideText(std::string_view text, int charset);
@@ -56,15 +43,25 @@ class Desk {
 
   // Stays valid until the resolution changes.
   HFONT font(const Font& font, double pointsMore = 0, bool isBold = false);
-  HBRUSH brush(Rgb colour);
+  HBRUSH brush(Tone tone);
 
   // Work that waits until the next time the message queue is served, once however often it is
   // asked for under the same owner.
   void later(const void* owner, std::function<void()> work) { waiting[owner] = std::move(work); }
   void forget(const void* owner) { waiting.erase(owner); }
   void catchUp();
+  // Until the system has a message, or the queue or this desk has work.
+  void wait(const MessageQueue& queue) const;
 
-  controls::Palette palette;
+  [[nodiscard]] Rgb colour(Tone tone) const { return colours[tone]; }
+  // Takes the system's colours when the user asks for high contrast, else the program's own.
+  void readSystemColours();
+  // An icon in a colour, or in its own; none for a key without an icon. `length` in points at 96
+  // to the inch.
+  [[nodiscard]] controls::Picture icon(std::string_view key, int length = 16,
+                                       std::optional<Tone> tone = std::nullopt) const;
+
+  Colours colours;
 
  private:
   int dpi;

@@ -2,6 +2,7 @@
 
 #include "controls/PaintBuffer.h"
 #include "desktop/Desk.h"
+#include "desktop/IconPicture.h"
 #include "languages/Charset.h"
 
 namespace zelvreg::desktop {
@@ -57,13 +58,31 @@ HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
   return known.get();
 }
 
-HBRUSH Desk::brush(Rgb colour) {
-  const COLORREF reference = controls::colorRef(colour);
+HBRUSH Desk::brush(Tone tone) {
+  const COLORREF reference = controls::colorRef(colour(tone));
   controls::BrushHandle& known = brushes[reference];
   if (!known) {
     known.reset(CreateSolidBrush(reference));
   }
   return known.get();
+}
+
+void Desk::readSystemColours() {
+  HIGHCONTRASTW setting{};
+  setting.cbSize = sizeof setting;
+  const bool isAsked =
+      SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) != FALSE &&
+      (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
+  if (isAsked) {
+    colours.useSystem([](int number) { return controls::fromProperty(GetSysColor(number)); });
+  } else {
+    colours.useOwn();
+  }
+}
+
+controls::Picture Desk::icon(std::string_view key, int length, std::optional<Tone> tone) const {
+  return iconPicture(
+      {.key = key, .pixels = points(length), .colour = colour(tone.value_or(toneOfIcon(key)))});
 }
 
 void Desk::catchUp() {
@@ -72,6 +91,12 @@ void Desk::catchUp() {
   for (const auto& [owner, run] : work) {
     run();
   }
+}
+
+void Desk::wait(const MessageQueue& queue) const {
+  constexpr DWORD timerTick = 10;  // milliseconds
+  const DWORD limit = queue.hasWork() || !waiting.empty() ? timerTick : INFINITE;
+  MsgWaitForMultipleObjectsEx(0, nullptr, limit, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
 }  // namespace zelvreg::desktop

@@ -3,6 +3,7 @@
 #define ZELVREG_DESKTOP_FRAME_PEER_H
 
 #include <functional>
+#include <optional>
 
 #include "desktop/Peer.h"
 #include "widgets/SimpleControls.h"
@@ -10,11 +11,11 @@
 namespace zelvreg::desktop {
 
 struct FrameOptions {
-  Rgb ground;
-  bool isCard = false;      // has an edge with round corners
-  Rgb behind;               // what shows behind those corners
-  bool hasTitle = false;    // the caption is a page's title
-  bool hasCaption = false;  // the caption names a group
+  Tone ground = Tone::Ground;
+  bool isCard = false;         // has an edge with round corners
+  Tone behind = Tone::Ground;  // what shows behind those corners
+  bool hasTitle = false;       // the caption is a page's title
+  bool hasCaption = false;     // the caption names a group
 };
 
 class FramePeer : public Peer {
@@ -29,6 +30,9 @@ class FramePeer : public Peer {
   // Each may be empty: after it was shown or hidden, and the mouse on its ground.
   std::function<void()> onVisible;
   std::function<void()> onMouseMove;
+  // A frame that has this takes the focus when it is shown, and tells the keys pressed in it; the
+  // answer says whether the key meant something.
+  std::function<bool(WPARAM key)> onKey;
 
   void changed(const Control& control, Change what, std::size_t row) override;
 
@@ -39,6 +43,7 @@ class FramePeer : public Peer {
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   void paintGround(HDC context) const;
+  std::optional<LRESULT> keyMessage(UINT message, WPARAM wParam) const;
 
   Frame& frame;
   FrameOptions options;

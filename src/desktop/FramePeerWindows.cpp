@@ -33,6 +33,9 @@ void FramePeer::changed(const Control& control, Change what, std::size_t row) {
     if (frame.visible) {
       SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
+    if (frame.visible && onKey) {
+      SetFocus(hwnd());
+    }
     onVisible();
   }
 }
@@ -57,21 +60,23 @@ void FramePeer::paintGround(HDC context) const {
   GetClientRect(hwnd(), &place);
   const controls::PaintBuffer buffer({place.right, place.bottom});
   controls::Canvas canvas = buffer.canvas();
-  canvas.clear(options.isCard ? options.behind : options.ground);
+  canvas.clear(desk().colour(options.isCard ? options.behind : options.ground));
   if (options.isCard) {
     const double radius = desk().points(5);
     const double width = place.right;
     const double height = place.bottom;
-    canvas.draw(controls::Shape{0, 0, width, height, radius, 0, options.ground, options.ground});
-    canvas.draw(controls::Shape{0, 0, width, height, radius, 1, colours::line, colours::line});
+    const Rgb ground = desk().colour(options.ground);
+    const Rgb line = desk().colour(Tone::Line);
+    canvas.draw(controls::Shape{0, 0, width, height, radius, 0, ground, ground});
+    canvas.draw(controls::Shape{0, 0, width, height, radius, 1, line, line});
   }
   if (options.hasTitle || options.hasCaption) {
     const std::wstring text = wideText(titleOf ? titleOf() : frame.caption.get(), charset());
     const controls::Selection selected(buffer.dc(),
                                        desk().font(frame.font, options.hasTitle ? 3 : 0, true));
     SetBkMode(buffer.dc(), TRANSPARENT);
-    SetTextColor(buffer.dc(),
-                 controls::colorRef(options.hasTitle ? colours::text : colours::secondary));
+    SetTextColor(buffer.dc(), controls::colorRef(
+                                  desk().colour(options.hasTitle ? Tone::Text : Tone::Secondary)));
     RECT line = place;
     line.top = options.hasTitle ? desk().points(titleFrom) : 0;
     line.bottom = desk().points(options.hasTitle ? titleTo : captionTo);
@@ -81,6 +86,16 @@ void FramePeer::paintGround(HDC context) const {
   buffer.show(context, 0, 0);
 }
 
+std::optional<LRESULT> FramePeer::keyMessage(UINT message, WPARAM wParam) const {
+  if (message == WM_GETDLGCODE) {
+    return DLGC_WANTARROWS | DLGC_WANTALLKEYS;
+  }
+  if (message == WM_KEYDOWN && onKey(wParam)) {
+    return 0;
+  }
+  return std::nullopt;
+}
+
 LRESULT CALLBACK FramePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   if (const auto answer = reflect(message, wParam, lParam)) {
     return *answer;
@@ -88,6 +103,11 @@ LRESULT CALLBACK FramePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
   const auto* peer = static_cast<FramePeer*>(Peer::of(hwnd));
   if (peer == nullptr) {
     return DefWindowProcW(hwnd, message, wParam, lParam);
+  }
+  if (peer->onKey) {
+    if (const auto answer = peer->keyMessage(message, wParam)) {
+      return *answer;
+    }
   }
   switch (message) {
     case WM_ERASEBKGND:

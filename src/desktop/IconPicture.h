@@ -2,23 +2,24 @@
 #ifndef ZELVREG_DESKTOP_ICON_PICTURE_H
 #define ZELVREG_DESKTOP_ICON_PICTURE_H
 
-#include <optional>
 #include <string_view>
 
 #include "controls/Canvas.h"
+#include "desktop/Colours.h"
 
 namespace zelvreg::desktop {
 
 struct IconRequest {
   std::string_view key;
-  int resolution = 96;
-  int length = 16;  // points at 96 to the inch
-  // Other than the icon's own.
-  std::optional<controls::Rgb> colour = std::nullopt;
+  int pixels = 16;
+  Rgb colour;
 };
 
 // None for a key without an icon. Each is made once.
 controls::Picture iconPicture(const IconRequest& request);
+
+// What an icon is painted in where its place asks for nothing else.
+Tone toneOfIcon(std::string_view key);
 
 }  // namespace zelvreg::desktop
 

@@ -3,6 +3,8 @@
 // This one stands on the one before.
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "controls/PaintBuffer.h"
 #include "desktop/SimplePeers.h"
 
@@ -14,7 +16,7 @@ constexpr UINT_PTR subclassId = 1;
 struct LabelStyle {
   double pointsMore;  // than the control's own font
   bool isBold;
-  Rgb colour;
+  Tone tone;
   UINT format;
 };
 
@@ -23,28 +25,28 @@ constexpr UINT oneLine = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIP
 LabelStyle styleOf(LabelLook look) {
   switch (look) {
     case LabelLook::ProgramTitle:
-      return {4, true, rgb(0xFFFFFF), oneLine};
+      return {4, true, Tone::OnAccent, oneLine};
     case LabelLook::WindowTitle:
-      return {1.5, true, rgb(0xFFFFFF), oneLine};
+      return {1.5, true, Tone::OnAccent, oneLine};
     case LabelLook::ProgramText:
-      return {0, false, rgb(0xE3ECF6), oneLine};
+      return {0, false, Tone::QuietOnAccent, oneLine};
     case LabelLook::PageTitle:
     case LabelLook::Counter:
-      return {3, true, colours::text, oneLine};
+      return {3, true, Tone::Text, oneLine};
     case LabelLook::Strong:
-      return {0, true, colours::text, oneLine};
+      return {0, true, Tone::Text, oneLine};
     case LabelLook::Secondary:
-      return {0, false, colours::secondary, oneLine};
+      return {0, false, Tone::Secondary, oneLine};
     case LabelLook::SecondaryRight:
-      return {0, false, colours::secondary, oneLine | DT_RIGHT};
+      return {0, false, Tone::Secondary, oneLine | DT_RIGHT};
     case LabelLook::Wrapped:
-      return {0, false, colours::secondary, DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL};
+      return {0, false, Tone::Secondary, DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL};
     case LabelLook::Problem:
-      return {0, false, colours::problem, oneLine | DT_PATH_ELLIPSIS};
+      return {0, false, Tone::Problem, oneLine | DT_PATH_ELLIPSIS};
     case LabelLook::Link:
-      return {0, false, rgb(0x2F5488), oneLine};
+      return {0, false, Tone::Link, oneLine};
     default:
-      return {0, false, colours::text, oneLine};
+      return {0, false, Tone::Text, oneLine};
   }
 }
 
@@ -65,9 +67,10 @@ void drawText(HDC context, const std::wstring& text, RECT& place, UINT format, R
 }  // namespace
 
 LabelPeer::LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook labelLook,
-                     Rgb labelGround)
+                     Tone labelGround)
     : Peer(sharedDesk, shownLabel), label(shownLabel), look(labelLook), ground(labelGround) {
-  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY));
+  const DWORD stop = look == LabelLook::Link ? WS_TABSTOP : 0;
+  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY | stop));
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showAll();
 }
@@ -79,9 +82,24 @@ HFONT LabelPeer::fontInUse() const {
   return desk().font(label.font, style.pointsMore, style.isBold);
 }
 
+// Marked by a colour that the form has given its ground, such as an entry below the mouse.
+bool LabelPeer::isMarked() const { return !controls::isSystemColour(label.backColor); }
+
+Rgb LabelPeer::groundColour() const {
+  if (isMarked() && !desk().colours.isSystem()) {
+    return controls::fromProperty(label.backColor);
+  }
+  return desk().colour(isMarked() ? Tone::Selected : ground);
+}
+
 Rgb LabelPeer::textColour() const {
+  if (desk().colours.isSystem() && isMarked()) {
+    return desk().colour(Tone::OnSelected);
+  }
   const std::uint32_t told = label.foreColor;
-  return controls::isSystemColour(told) ? styleOf(look).colour : controls::fromProperty(told);
+  return controls::isSystemColour(told) || desk().colours.isSystem()
+             ? desk().colour(styleOf(look).tone)
+             : controls::fromProperty(told);
 }
 
 int LabelPeer::textWidth() const {
@@ -94,40 +112,66 @@ int LabelPeer::textWidth() const {
 }
 
 void LabelPeer::showText() {
-  // The text of the window itself, which screen readers read, follows when the label is drawn.
   repaint();
   if (onText) {
     onText();
   }
 }
 
+// The number stays when there is no room for all of the words.
+void LabelPeer::drawCounter(HDC context, const std::wstring& caption, RECT place) const {
+  const std::size_t number = numberAtEnd(caption);
+  const std::wstring words = caption.substr(0, number);
+  const std::wstring digits = caption.substr(number);
+  SIZE ofWords{};
+  SIZE ofDigits{};
+  GetTextExtentPoint32W(context, words.c_str(), static_cast<int>(words.size()), &ofWords);
+  GetTextExtentPoint32W(context, digits.c_str(), static_cast<int>(digits.size()), &ofDigits);
+  const LONG start = std::max<LONG>(0, std::min(ofWords.cx, place.right - ofDigits.cx));
+  RECT before{0, place.top, start, place.bottom};
+  const UINT format = styleOf(look).format;
+  drawText(context, words, before, format, textColour());
+  place.left = start;
+  drawText(context, digits, place, format,
+           digits == L"0" ? textColour() : desk().colour(Tone::Problem));
+}
+
 void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
   const std::wstring caption = text();
-  SetWindowTextW(hwnd(), caption.c_str());
+  if (caption != read) {
+    // What screen readers read; it follows here, as nobody reads what changes faster.
+    read = caption;
+    SetWindowTextW(hwnd(), caption.c_str());
+  }
   RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
   const controls::PaintBuffer buffer({place.right, place.bottom});
-  const std::uint32_t told = label.backColor;
-  buffer.canvas().clear(controls::isSystemColour(told) ? ground : controls::fromProperty(told));
+  buffer.canvas().clear(groundColour());
   const controls::Selection selected(buffer.dc(), fontInUse());
   SetBkMode(buffer.dc(), TRANSPARENT);
-  const UINT format = styleOf(look).format;
-  const std::size_t number = look == LabelLook::Counter ? numberAtEnd(caption) : caption.size();
-  drawText(buffer.dc(), caption.substr(0, number), place, format, textColour());
-  if (number < caption.size()) {
-    SIZE extent{};
-    GetTextExtentPoint32W(buffer.dc(), caption.c_str(), static_cast<int>(number), &extent);
-    place.left += extent.cx;
-    drawText(buffer.dc(), caption.substr(number), place, format,
-             caption.substr(number) == L"0" ? textColour() : colours::problem);
+  if (look == LabelLook::Counter) {
+    drawCounter(buffer.dc(), caption, place);
+  } else {
+    drawText(buffer.dc(), caption, place, styleOf(look).format, textColour());
   }
+  drawFocus(buffer);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);
 }
 
 LRESULT CALLBACK LabelPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                       UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<LabelPeer*>(reference);
+  if (peer->look == LabelLook::Link) {
+    if (const auto answer = pressByKey(message, wParam, lParam, peer->onClick)) {
+      return *answer;
+    }
+  }
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(hwnd, procedure, id);
+  } else if (message == WM_SETTEXT) {
+    // The class would paint by itself.
+    return DefWindowProcW(hwnd, message, wParam, lParam);
+  } else if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+    InvalidateRect(hwnd, nullptr, FALSE);
   } else if (message == WM_NCHITTEST && !peer->onClick) {
     // The window below can be dragged by its texts, too.
     return HTTRANSPARENT;

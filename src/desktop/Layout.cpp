@@ -1,5 +1,6 @@
 #include "desktop/Layout.h"
 
+#include <algorithm>
 #include <array>
 #include <initializer_list>
 
@@ -37,7 +38,7 @@ constexpr std::array frames{
                {0, page.height - panelHeight, page.width, panelHeight},
                true},
     FramePlace{of<&Form42::Picture1>, in<&Form42::Frame2>, {0, 352, 790, 98}, true},
-    FramePlace{of<&Form42::Frame4>, noFrame, {10, 334, 176, 80}, false},
+    FramePlace{of<&Form42::Frame4>, noFrame, {10, 364, 176, 50}, false},
     FramePlace{of<&Form42::Frame5>, noFrame, {10, 416, 176, 82}, false},
     FramePlace{of<&Form42::pictrlang>, noFrame, {722, 58, 200, 40}, true},
 };
@@ -63,9 +64,9 @@ constexpr std::array labels{
     LabelPlace{
         element<&Form42::Label2, 4>, in<&Form42::Frame8>, {78, 64, 602, 34}, LabelLook::Wrapped},
     LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Counter},
-    LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 10, 90, 18}, LabelLook::Strong},
-    LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 10, 474, 18}, LabelLook::Problem},
-    LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 31, 568, 58}, LabelLook::Wrapped},
+    LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 12, 90, 18}, LabelLook::Strong},
+    LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 12, 480, 18}, LabelLook::Problem},
+    LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 38, 706, 54}, LabelLook::Wrapped},
 };
 
 constexpr std::array buttons{
@@ -133,10 +134,10 @@ constexpr std::array buttons{
                 ButtonLook::Plain,
                 ""},
     ButtonPlace{of<&Form42::chameleonButton14>,
-                in<&Form42::Picture1>,
-                {650, 13, 126, 32},
+                in<&Form42::Frame2>,
+                {326, 0, 118, 32},
                 ButtonLook::Plain,
-                ""},
+                "registry"},
     ButtonPlace{of<&Form42::chameleonButton9>,
                 in<&Form42::Frame2>,
                 {290, 0, 32, 32},
@@ -148,7 +149,7 @@ constexpr std::array buttons{
                 ButtonLook::IconOnly,
                 "fix"},
     ButtonPlace{
-        of<&Form42::Command28>, in<&Form42::Picture1>, {650, 52, 126, 32}, ButtonLook::Plain, ""},
+        of<&Form42::Command28>, in<&Form42::Picture1>, {656, 7, 120, 28}, ButtonLook::Plain, ""},
     ButtonPlace{of<&Form42::chameleonButton2>,
                 in<&Form42::Frame3>,
                 {0, 416, 180, 32},
@@ -184,11 +185,11 @@ void put(Control& control, const Place& place) {
 }
 
 void putSearchControls(Form42& form) {
-  put(form.cboFind, {0, 0, 176, 24});
-  put(form.cboRoot, {0, 30, 176, 24});
-  put(form.ChKeys, {0, 60, 54, 18});
-  put(form.ChValues, {57, 60, 62, 18});
-  put(form.ChData, {122, 60, 54, 18});
+  put(form.cboFind, {10, 334, 176, 24});
+  put(form.cboRoot, {0, 0, 176, 24});
+  put(form.ChKeys, {0, 30, 54, 18});
+  put(form.ChValues, {57, 30, 62, 18});
+  put(form.ChData, {122, 30, 54, 18});
   put(form.ChCase, {0, 20, 176, 18});
   put(form.Option1, {0, 41, 90, 18});
   put(form.Option2, {94, 41, 82, 18});
@@ -228,6 +229,13 @@ void hideTheRest(Form42& form) {
 }
 
 }  // namespace
+
+int fittingResolution(int resolution, int areaWidth, int areaHeight) {
+  constexpr int normal = 96;
+  const int fitting =
+      std::min(areaWidth * normal / windowWidth, areaHeight * normal / windowHeight);
+  return std::max(normal, std::min(resolution, fitting));
+}
 
 std::span<const FramePlace> framePlaces() { return frames; }
 std::span<const LabelPlace> labelPlaces() { return labels; }

@@ -72,6 +72,10 @@ struct FramePlace {
   bool isCard;  // a white panel with an edge
 };
 
+// The resolution to show the window at on a screen of one: its own, or the largest at which the
+// window fits into the work area (in points of the screen), but none below 96.
+int fittingResolution(int resolution, int areaWidth, int areaHeight);
+
 // Frames come before what stands in them.
 std::span<const FramePlace> framePlaces();
 std::span<const LabelPlace> labelPlaces();

@@ -2,14 +2,11 @@
 #include <algorithm>
 
 #include "desktop/CheckMark.h"
-#include "desktop/IconPicture.h"
 #include "desktop/ListViewPeer.h"
 
 namespace zelvreg::desktop {
 namespace {
 
-constexpr Rgb headerGround = rgb(0xFAFBFD);
-constexpr Rgb rowLine = rgb(0xF0F3F7);
 constexpr int cellMargin = 10;
 constexpr int iconLeft = 36;
 constexpr int textLeftOfIcon = 60;
@@ -20,11 +17,17 @@ void fill(controls::Canvas& canvas, const RECT& place, Rgb colour) {
                               0, 0, colour, colour});
 }
 
+// A path is cut in its middle, since its end tells most.
+UINT cutOf(const std::wstring& text) {
+  return text.find(L'\\') == std::wstring::npos ? DT_END_ELLIPSIS
+                                                : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
+}
+
 void drawText(HDC context, const std::wstring& text, RECT place, UINT alignment, Rgb colour) {
   SetBkMode(context, TRANSPARENT);
   SetTextColor(context, controls::colorRef(colour));
   DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &place,
-            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | alignment);
+            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | cutOf(text) | alignment);
 }
 
 }  // namespace
@@ -56,8 +59,8 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
   const UINT state =
       ListView_GetItemState(hwnd(), static_cast<int>(row) - 1, LVIS_SELECTED | LVIS_FOCUSED);
   fill(canvas, {0, 0, width, height},
-       (state & LVIS_SELECTED) != 0 ? colours::selected : colours::surface);
-  fill(canvas, {0, height - 1, width, height}, rowLine);
+       desk().colour((state & LVIS_SELECTED) != 0 ? Tone::Selected : Tone::Surface));
+  fill(canvas, {0, height - 1, width, height}, desk().colour(Tone::RowLine));
   if (options.hasChecks) {
     const int length = desk().points(15);
     drawCheckMark(canvas,
@@ -67,11 +70,10 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
                    .isOn = list.isChecked(row),
                    .isRound = false,
                    .isEnabled = true},
-                  desk().palette.accent);
+                  desk().colours);
   }
   if (options.hasIcons) {
-    if (const controls::Picture icon =
-            iconPicture({.key = list.smallIcon(row), .resolution = desk().resolution()})) {
+    if (const controls::Picture icon = desk().icon(list.smallIcon(row))) {
       canvas.draw(*icon, desk().points(iconLeft), (height - icon->height) / 2);
     }
   }
@@ -83,7 +85,7 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
     }
   }
   if ((state & LVIS_FOCUSED) != 0 && GetFocus() == hwnd()) {
-    const Rgb accent = desk().palette.accent;
+    const Rgb accent = desk().colour(Tone::Accent);
     canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, accent, accent});
   }
 }
@@ -101,8 +103,7 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   cell.right -= desk().points(6);
   const std::string& statusIcon = list.reportIcon(row, column);
   if (!statusIcon.empty()) {
-    if (const controls::Picture icon =
-            iconPicture({.key = statusIcon, .resolution = desk().resolution()})) {
+    if (const controls::Picture icon = desk().icon(statusIcon)) {
       buffer.canvas().draw(*icon, cell.left, (cell.bottom - icon->height) / 2);
     }
     cell.left += desk().points(24);
@@ -117,23 +118,25 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
 // A row under test, or with findings, has the bright red of old; it is drawn calm.
 Rgb ListViewPeer::cellColour(std::size_t row, std::size_t column) const {
   constexpr std::uint32_t brightRed = 255;
-  const auto calm = [](std::uint32_t told, Rgb own) {
-    return told == brightRed                ? colours::problem
-           : controls::isSystemColour(told) ? own
-                                            : controls::fromProperty(told);
-  };
-  if (column == 0) {
-    return calm(list.rowColor(row), colours::text);
+  if (desk().colours.isSystem()) {
+    return desk().colour(list.isSelected(row) ? Tone::OnSelected : Tone::Text);
   }
   const bool isNumber = list.columnHeaders()[column].alignment == Alignment::Right;
-  return calm(list.cellStyle(row, column).color, isNumber ? colours::text : colours::secondary);
+  const bool isFirst = column == 0;
+  const std::uint32_t told = isFirst ? list.rowColor(row) : list.cellStyle(row, column).color;
+  if (told == brightRed) {
+    return desk().colour(Tone::Problem);
+  }
+  return controls::isSystemColour(told)
+             ? desk().colour(isFirst || isNumber ? Tone::Text : Tone::Secondary)
+             : controls::fromProperty(told);
 }
 
 LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   if (request.dwDrawStage == CDDS_PREPAINT) {
     RECT all{};
     GetClientRect(header, &all);
-    FillRect(request.hdc, &all, desk().brush(headerGround));
+    FillRect(request.hdc, &all, desk().brush(Tone::Header));
     return CDRF_NOTIFYITEMDRAW;
   }
   if (request.dwDrawStage != CDDS_ITEMPREPAINT) {
@@ -148,13 +151,13 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   const int height = place.bottom - place.top;
   const controls::PaintBuffer buffer({width, height});
   controls::Canvas canvas = buffer.canvas();
-  fill(canvas, {0, 0, width, height}, headerGround);
-  fill(canvas, {0, height - 1, width, height}, colours::line);
+  fill(canvas, {0, 0, width, height}, desk().colour(Tone::Header));
+  fill(canvas, {0, height - 1, width, height}, desk().colour(Tone::Line));
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
   drawText(buffer.dc(), wideText(list.columnHeaders()[column].text, charset()),
            {desk().points(cellMargin), 0, width - desk().points(6), height},
-           isRight ? DT_RIGHT : DT_LEFT, colours::secondary);
+           isRight ? DT_RIGHT : DT_LEFT, desk().colour(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);
   return CDRF_SKIPDEFAULT;
 }

@@ -70,8 +70,12 @@ class ListViewPeer : public Peer {
   void giveItem(LVITEMW& item) const;
   void itemChanged(const NMLISTVIEW& change);
   bool pressed(POINT where);
+  bool keyPressed(WPARAM key);
+  void menuOfKeyboard() const;
+  void clicked(int item);
+  void doubleClicked(int item);
   void toggle(std::size_t row);
-  void toggleSelected();
+  void toggleFocused();
 
   LRESULT drawItem(NMLVCUSTOMDRAW& request) const;
   void drawRow(const controls::PaintBuffer& buffer, std::size_t row, RECT bounds) const;

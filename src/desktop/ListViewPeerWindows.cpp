@@ -20,7 +20,7 @@ ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
   ListView_SetExtendedListViewStyle(hwnd(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks);
   ListView_SetCallbackMask(hwnd(), options.hasChecks ? LVIS_STATEIMAGEMASK : 0);
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
-  colourBorder(hwnd());
+  colourBorder(hwnd(), desk());
   header = ListView_GetHeader(hwnd());
   SetWindowSubclass(header, headerProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
@@ -63,7 +63,7 @@ void ListViewPeer::showLook() {
   if (list.hasFlatHeader) {
     SetWindowLongPtrW(header, GWL_STYLE, GetWindowLongPtrW(header, GWL_STYLE) & ~HDS_BUTTONS);
   }
-  ListView_SetBkColor(hwnd(), controls::colorRef(colours::surface));
+  ListView_SetBkColor(hwnd(), controls::colorRef(desk().colour(Tone::Surface)));
   InvalidateRect(header, nullptr, FALSE);
 }
 
@@ -168,10 +168,11 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
       }
       return 0;
     }
+    case NM_CLICK:
+      clicked(reinterpret_cast<NMITEMACTIVATE&>(told).iItem);
+      return 0;
     case NM_DBLCLK:
-      if (onDoubleClick && reinterpret_cast<NMITEMACTIVATE&>(told).iItem >= 0) {
-        onDoubleClick();
-      }
+      doubleClicked(reinterpret_cast<NMITEMACTIVATE&>(told).iItem);
       return 0;
     case NM_RCLICK: {
       const DWORD where = GetMessagePos();
@@ -202,55 +203,6 @@ void ListViewPeer::giveItem(LVITEMW& item) const {
   }
 }
 
-void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
-  if (isShowing || (change.uChanged & LVIF_STATE) == 0) {
-    return;
-  }
-  const bool is = (change.uNewState & LVIS_SELECTED) != 0;
-  const bool was = (change.uOldState & LVIS_SELECTED) != 0;
-  if (change.iItem < 0) {
-    // All of them at once.
-    for (std::size_t row = 1; is != was && row <= list.count(); ++row) {
-      list.setSelected(row, is);
-    }
-    return;
-  }
-  const std::size_t row = static_cast<std::size_t>(change.iItem) + 1;
-  if (is != was) {
-    list.setSelected(row, is);
-  }
-  if (is && !was && onItemClick) {
-    onItemClick(row);
-  }
-}
-
-void ListViewPeer::toggle(std::size_t row) {
-  list.setChecked(row, !list.isChecked(row));
-  repaint();
-}
-
-void ListViewPeer::toggleSelected() {
-  const int focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
-  if (focused >= 0) {
-    toggle(static_cast<std::size_t>(focused) + 1);
-  }
-}
-
-// Whether the press was on a tick.
-bool ListViewPeer::pressed(POINT where) {
-  LVHITTESTINFO hit{};
-  hit.pt = where;
-  const int item = ListView_SubItemHitTest(hwnd(), &hit);
-  RECT bounds{};
-  if (item < 0 || ListView_GetItemRect(hwnd(), item, &bounds, LVIR_BOUNDS) == FALSE ||
-      where.x - bounds.left >= checkRight()) {
-    return false;
-  }
-  SetFocus(hwnd());
-  toggle(static_cast<std::size_t>(item) + 1);
-  return true;
-}
-
 LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                          UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<ListViewPeer*>(reference);
@@ -265,12 +217,24 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
         return 0;
       }
       break;
+    case WM_GETDLGCODE: {
+      const auto* key = reinterpret_cast<const MSG*>(lParam);
+      if (key != nullptr && key->message == WM_KEYDOWN && key->wParam == VK_RETURN) {
+        return DLGC_WANTMESSAGE;
+      }
+      break;
+    }
     case WM_KEYDOWN:
-      if (wParam == VK_SPACE && peer->options.hasChecks) {
-        peer->toggleSelected();
+      if (peer->keyPressed(wParam)) {
         return 0;
       }
       break;
+    case WM_CONTEXTMENU:
+      // The mouse asks for its menu by a notice of its own.
+      if (lParam == -1) {
+        peer->menuOfKeyboard();
+      }
+      return 0;
     case WM_NOTIFY: {
       auto& told = *reinterpret_cast<NMHDR*>(lParam);
       if (told.hwndFrom == peer->header && told.code == NM_CUSTOMDRAW) {

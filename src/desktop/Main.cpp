@@ -47,5 +47,4 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*before*/, LPSTR commandLi
   zelvreg::Form_Load(form);
   window.addLanguages();
   window.run();
-  return 0;
 }

@@ -15,6 +15,7 @@
 #include "controls/TrayWindow.h"
 #include "desktop/Desk.h"
 #include "desktop/FramePeer.h"
+#include "desktop/Keyboard.h"
 #include "desktop/ListViewPeer.h"
 #include "desktop/PicturePeer.h"
 #include "desktop/SimplePeers.h"
@@ -32,8 +33,8 @@ class MainWindow : private ControlPeer {
 
   // After the load of the form, which fills the picker.
   void addLanguages();
-  // Serves the message queue until the process ends.
-  void run();
+  // Serves the message queue; the process ends from there.
+  [[noreturn]] void run();
 
   [[nodiscard]] HWND hwnd() const { return window; }
   [[nodiscard]] Desk& sharedDesk() { return desk; }
@@ -60,7 +61,15 @@ class MainWindow : private ControlPeer {
   void showMenus();
   void showColour();
   void paintGround(HDC context) const;
-  void changeResolution(int resolution);
+  // The work area in the form's measure, and a resolution at which the window fits into it.
+  void readScreen();
+  void changeResolution(int resolution, const RECT* suggested);
+  void showAll();
+  // The user has changed the system's colours, fonts, or the screen.
+  void changeSettings();
+  void activate(bool isActive);
+  // The shell has started anew, without the icons that it had.
+  void renewTrayIcon();
 
   // Places and looks that follow from what is shown: the next step, the current page, widths of
   // captions.
@@ -70,6 +79,7 @@ class MainWindow : private ControlPeer {
   void arrangeRows();
   // Gives the place behind the last, in points of the screen.
   int flow(std::initializer_list<Button*> row, int start, bool isFromRight);
+  void arrangeResultsTitle(int pageWidth);
   void arrangeTexts();
   ButtonPeer* peerOf(const Button& button);
   LabelPeer* peerOf(const Label& label);
@@ -77,6 +87,10 @@ class MainWindow : private ControlPeer {
   // Serves the system's own messages, at most every few milliseconds: loops of a scan ask for it
   // with every entry.
   void serve();
+  // The keys of a dialog.
+  void enter();
+  void escape();
+  bool pickerKey(WPARAM key);
   void openMenu(POINT onScreen);
   std::string askForFile(const CommonDialog& dialog);
   Answer showMessage(const UserMessage& message);
@@ -87,15 +101,16 @@ class MainWindow : private ControlPeer {
   HWND window = nullptr;
   std::unique_ptr<controls::TransForm> outline;
   std::unique_ptr<controls::CMWndProc> menuHolder;
-  HIMAGELIST menuImages = nullptr;
   controls::TrayWindow tray;
+  PickerKeys pickerKeys;
   std::vector<std::unique_ptr<FramePeer>> frames;
   std::vector<std::unique_ptr<LabelPeer>> labels;
   std::vector<std::unique_ptr<ButtonPeer>> buttons;
   std::vector<std::unique_ptr<Peer>> others;
   std::vector<int> separators;  // in the command bar, points of the screen
   DWORD servedAt = 0;
-  bool hasEnded = false;
+  HWND lastFocus = nullptr;  // while another window is active
+  UINT taskBarCreated = 0;
 };
 
 }  // namespace zelvreg::desktop

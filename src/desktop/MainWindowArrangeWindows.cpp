@@ -109,9 +109,9 @@ int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromR
   const int square = desk.points(32);
   int edge = start;
   for (Button* button : row) {
-    const bool isSquare = button == &form.chameleonButton9 || button == &form.orubutton2;
-    const int width =
-        isSquare ? square : std::max(desk.points(84), peerOf(*button)->naturalWidth());
+    const int width = peerOf(*button)->isSquare()
+                          ? square
+                          : std::max(desk.points(84), peerOf(*button)->naturalWidth());
     button->left = desk.toTwips(isFromRight ? edge - width : edge);
     button->width = desk.toTwips(width);
     edge += isFromRight ? -(width + gap) : width + gap;
@@ -122,12 +122,23 @@ int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromR
 void MainWindow::arrangeRows() {
   const int pageWidth = desk.fromTwips(form.Frame1.width);
   flow({&form.chameleonButton22, &form.chameleonButton21}, pageWidth, true);
-  const int titleEnd = flow({&form.chameleonButton15, &form.chameleonButton17,
-                             &form.chameleonButton16, &form.chameleonButton9, &form.orubutton2},
-                            pageWidth, true);
-  form.Label10.width = desk.toTwips(std::max(0, titleEnd));
+  arrangeResultsTitle(pageWidth);
   flow({&form.chameleonButton2, &form.chameleonButton3}, 0, false);
   flow({&form.chameleonButton5, &form.chameleonButton8, &form.chameleonButton6}, 0, false);
+}
+
+// Long captions of a language leave no room for that of the button that needs it least.
+void MainWindow::arrangeResultsTitle(int pageWidth) {
+  const auto place = [this, pageWidth] {
+    return flow({&form.chameleonButton15, &form.chameleonButton17, &form.chameleonButton16,
+                 &form.chameleonButton14, &form.chameleonButton9, &form.orubutton2},
+                pageWidth, true);
+  };
+  ButtonPeer& open = *peerOf(form.chameleonButton14);
+  const int room = place() + desk.fromTwips(form.chameleonButton14.width);
+  const bool fits = room - open.naturalWidth() >= peerOf(form.Label10)->textWidth();
+  open.setLook(fits ? ButtonLook::Plain : ButtonLook::IconOnly);
+  form.Label10.width = desk.toTwips(std::max(0, place()));
 }
 
 // A value follows the words that name it.
@@ -140,7 +151,7 @@ void MainWindow::arrangeTexts() {
     value.width = std::max(0, end * twipsPerPoint - desk.toTwips(left));
   };
   follow(form.Label2[3], form.Label3, 680);
-  follow(form.Label6, form.Label5, 638);
+  follow(form.Label6, form.Label5, 644);
 }
 
 }  // namespace zelvreg::desktop

@@ -64,7 +64,8 @@ Answer MainWindow::showMessage(const UserMessage& message) {
   const std::wstring text = wideText(message.text, form.langCode);
   const std::wstring title =
       wideText(message.title.empty() ? form.Label1.caption.get() : message.title, form.langCode);
-  HWND owner = IsWindowVisible(window) != FALSE ? GetActiveWindow() : nullptr;
+  // Whichever of the program's windows the user works in, also while another program is in front.
+  HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
   const int answer = MessageBoxW(owner, text.c_str(), title.c_str(),
                                  (message.isQuestion ? MB_YESNO : MB_OK) | iconOf(message.icon));
   if (!message.isQuestion) {

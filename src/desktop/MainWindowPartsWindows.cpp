@@ -13,9 +13,7 @@ namespace zelvreg::desktop {
 namespace {
 
 // What a label that stands on the window itself lies on.
-Rgb groundAt(const Place& place, Rgb accent) {
-  return place.top < titleHeight ? accent : colours::surface;
-}
+Tone groundAt(const Place& place) { return place.top < titleHeight ? Tone::Accent : Tone::Surface; }
 
 bool isPage(const Form42& form, const Frame& frame) {
   return &frame == &form.Frame3 || &frame == &form.Frame7;
@@ -23,11 +21,11 @@ bool isPage(const Form42& form, const Frame& frame) {
 
 bool isGroup(const Form42& form, const Frame& frame) { return &frame == &form.Frame5; }
 
-Rgb groundOf(const Form42& form, const FramePlace& place, const Frame& frame) {
+Tone groundOf(const Form42& form, const FramePlace& place, const Frame& frame) {
   if (place.isCard) {
-    return colours::surface;
+    return Tone::Surface;
   }
-  return &frame == &form.Frame4 || &frame == &form.Frame5 ? colours::sideBar : colours::ground;
+  return &frame == &form.Frame4 || &frame == &form.Frame5 ? Tone::SideBar : Tone::Ground;
 }
 
 }  // namespace
@@ -50,10 +48,15 @@ void MainWindow::addFrames() {
     auto peer = std::make_unique<FramePeer>(desk, parentOf(place.parent(form)), frame,
                                             FrameOptions{.ground = groundOf(form, place, frame),
                                                          .isCard = place.isCard,
-                                                         .behind = colours::ground,
+                                                         .behind = Tone::Ground,
                                                          .hasTitle = isPage(form, frame),
                                                          .hasCaption = isGroup(form, frame)});
-    peer->onVisible = [this] { arrangeLater(); };
+    peer->onVisible = [this, opened = &frame] {
+      if (opened == &form.pictrlang && form.pictrlang.visible) {
+        pickerKeys.begin();
+      }
+      arrangeLater();
+    };
     frames.push_back(std::move(peer));
   }
   for (const auto& peer : frames) {
@@ -65,6 +68,7 @@ void MainWindow::addFrames() {
       peer->titleOf = [this] { return form.Command21.caption.get(); };
     } else if (&frame == &form.pictrlang) {
       peer->onMouseMove = [this] { pictrlang_MouseMove(form); };
+      peer->onKey = [this](WPARAM key) { return pickerKey(key); };
     }
     peer->showAll();
   }
@@ -74,14 +78,14 @@ void MainWindow::addLabels() {
   for (const LabelPlace& place : labelPlaces()) {
     Frame* parent = place.parent(form);
     const bool isOnCard = parent == &form.Frame8 || parent == &form.Picture1;
-    const Rgb ground = parent == nullptr ? groundAt(place.place, desk.palette.accent)
-                       : isOnCard        ? colours::surface
-                                         : colours::ground;
+    const Tone ground = parent == nullptr ? groundAt(place.place)
+                        : isOnCard        ? Tone::Surface
+                                          : Tone::Ground;
     labels.push_back(
         std::make_unique<LabelPeer>(desk, parentOf(parent), place.label(form), place.look, ground));
     // What a value stands behind; the values themselves change with every entry of a scan.
     const Label* label = &place.label(form);
-    if (label == &form.Label2[3] || label == &form.Label6) {
+    if (label == &form.Label2[3] || label == &form.Label6 || label == &form.Label10) {
       labels.back()->onText = [this] { arrangeLater(); };
     }
   }
@@ -109,7 +113,7 @@ void MainWindow::addLists() {
         .hasIcons = true,
         .selectsSeveral = false,
         .holdsSystemText = false,
-        .columnWidths = {222, 350, 84, 108}},
+        .columnWidths = {240, 346, 84, 98}},
        View1_ItemClick},
       {form.View2,
        form.Frame2,
@@ -151,52 +155,55 @@ void MainWindow::addLists() {
     others.push_back(std::move(peer));
   }
   others.push_back(
-      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame3), form.Check1, colours::ground));
+      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame3), form.Check1, Tone::Ground));
   others.push_back(std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1));
 }
 
 void MainWindow::addSearchControls() {
   HWND where = parentOf(&form.Frame4);
   HWND how = parentOf(&form.Frame5);
-  others.push_back(std::make_unique<ComboPeer>(desk, where, form.cboFind));
+  others.push_back(std::make_unique<ComboPeer>(desk, window, form.cboFind));
   others.push_back(std::make_unique<ComboPeer>(desk, where, form.cboRoot));
   for (CheckBox* box : {&form.ChKeys, &form.ChValues, &form.ChData}) {
-    others.push_back(std::make_unique<CheckPeer>(desk, where, *box, colours::sideBar));
+    others.push_back(std::make_unique<CheckPeer>(desk, where, *box, Tone::SideBar));
   }
-  others.push_back(std::make_unique<CheckPeer>(desk, how, form.ChCase, colours::sideBar));
+  others.push_back(std::make_unique<CheckPeer>(desk, how, form.ChCase, Tone::SideBar));
   for (OptionButton* option : {&form.Option1, &form.Option2, &form.Option3, &form.Option4}) {
     const auto choose = [this, option] {
       for (OptionButton* each : {&form.Option1, &form.Option2, &form.Option3, &form.Option4}) {
         each->value = each == option;
       }
     };
-    others.push_back(std::make_unique<CheckPeer>(desk, how, *option, choose, colours::sideBar));
+    others.push_back(std::make_unique<CheckPeer>(desk, how, *option, choose,
+                                                 option == &form.Option1, Tone::SideBar));
   }
 }
 
 void MainWindow::addPictures() {
-  const Rgb accent = desk.palette.accent;
-  constexpr Rgb white = rgb(0xFFFFFF);
   others.push_back(std::make_unique<PicturePeer>(
       desk, window, form.Image2,
-      PictureOptions{.icon = "emblem", .length = 32, .ground = accent, .colour = white}));
-  auto help = std::make_unique<PicturePeer>(
-      desk, window, form.Image44[0],
-      PictureOptions{.icon = "help", .length = 16, .ground = accent, .colour = white});
+      PictureOptions{
+          .icon = "emblem", .length = 32, .ground = Tone::Accent, .tone = Tone::OnAccent}));
+  auto help = std::make_unique<PicturePeer>(desk, window, form.Image44[0],
+                                            PictureOptions{.icon = "help",
+                                                           .name = L"Help",
+                                                           .length = 16,
+                                                           .ground = Tone::Accent,
+                                                           .tone = Tone::OnAccent});
   help->onClick = [this] { Image44_Click(form); };
   others.push_back(std::move(help));
   others.push_back(std::make_unique<PicturePeer>(desk, parentOf(&form.Picture1), form.Image1,
                                                  PictureOptions{.icon = "problem",
                                                                 .length = 24,
-                                                                .ground = colours::surface,
+                                                                .ground = Tone::Surface,
                                                                 .hasDisc = true,
-                                                                .disc = rgb(0xFBE9E9)}));
+                                                                .disc = Tone::ProblemDisc}));
   others.push_back(std::make_unique<PicturePeer>(
       desk, parentOf(&form.Frame8), form.Gif89a1,
-      PictureOptions{.icon = "search", .length = 24, .ground = colours::surface}));
+      PictureOptions{.icon = "search", .length = 24, .ground = Tone::Surface}));
   others.push_back(std::make_unique<PicturePeer>(
       desk, parentOf(&form.pictrlang), form.imglangselect,
-      PictureOptions{.icon = "ch", .length = 16, .ground = colours::surface}));
+      PictureOptions{.icon = "ch", .length = 16, .ground = Tone::Surface}));
 }
 
 void MainWindow::addLanguages() {
@@ -206,7 +213,7 @@ void MainWindow::addLanguages() {
     label.left = form.lbllanguage.front()->left;
     label.width = form.lbllanguage.front()->width;
     labels.push_back(
-        std::make_unique<LabelPeer>(desk, parent, label, LabelLook::Plain, colours::surface));
+        std::make_unique<LabelPeer>(desk, parent, label, LabelLook::Plain, Tone::Surface));
     labels.back()->onClick = [this, entry] { lbllanguage_Click(form, entry); };
     labels.back()->onMouseMove = [this, entry] {
       pictrlang_MouseMove(form);

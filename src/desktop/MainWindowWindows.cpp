@@ -6,7 +6,7 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "controls/modShadow.h"
-#include "desktop/IconPicture.h"
+#include "desktop/SystemScreen.h"
 #include "shell/Navigation.h"
 #include "shell/WindowEvents.h"
 
@@ -16,11 +16,6 @@ namespace {
 constexpr const wchar_t* windowClass = L"ZelvregMainWindow";
 constexpr int cornerRadius = 8;
 
-int resolutionOfScreen() {
-  const controls::WindowContext screen(nullptr);
-  return GetDeviceCaps(screen.get(), LOGPIXELSX);
-}
-
 void fill(controls::Canvas& canvas, int left, int top, int right, int bottom, Rgb colour) {
   canvas.draw(controls::Shape{static_cast<double>(left), static_cast<double>(top),
                               static_cast<double>(right), static_cast<double>(bottom), 0, 0, colour,
@@ -29,8 +24,10 @@ void fill(controls::Canvas& canvas, int left, int top, int right, int bottom, Rg
 
 }  // namespace
 
-MainWindow::MainWindow(Form42& shownForm) : form(shownForm), desk(resolutionOfScreen()) {
+MainWindow::MainWindow(Form42& shownForm)
+    : form(shownForm), desk(resolutionOfSystem()), pickerKeys(shownForm) {
   layOut(form);
+  desk.readSystemColours();
   makeWindow();
   addFrames();
   addLabels();
@@ -56,9 +53,6 @@ MainWindow::~MainWindow() {
   menuHolder.reset();
   outline.reset();
   DestroyWindow(window);
-  if (menuImages != nullptr) {
-    ImageList_Destroy(menuImages);
-  }
 }
 
 void MainWindow::makeWindow() {
@@ -70,21 +64,26 @@ void MainWindow::makeWindow() {
   description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
   description.lpszClassName = windowClass;
   RegisterClassExW(&description);
-  RECT area{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-  form.screen = {.width = desk.toTwips(area.right - area.left),
-                 .height = desk.toTwips(area.bottom - area.top)};
   window = CreateWindowExW(
       WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
       WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.points(windowWidth),
       desk.points(windowHeight), nullptr, nullptr, description.hInstance, this);
+  changeResolution(resolutionOf(window), nullptr);
+  taskBarCreated = RegisterWindowMessageW(L"TaskbarCreated");
+  letThrough(window, taskBarCreated);
+}
+
+void MainWindow::readScreen() {
+  const RECT area = workArea();
+  form.screen = {.width = desk.toTwips(area.right - area.left),
+                 .height = desk.toTwips(area.bottom - area.top)};
 }
 
 void MainWindow::attachWindowParts() {
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   menuHolder = std::make_unique<controls::CMWndProc>(window);
-  tray.area().setIcon(iconPicture({.key = "emblem", .resolution = desk.resolution()}));
+  tray.area().setIcon(desk.icon("emblem"));
   tray.area().setToolTip(form.TrayArea1.toolTip.get());
   tray.area().onNotice = [this](controls::TrayNotice notice) {
     if (notice.event == controls::TrayEvent::MouseUp && notice.button == 1) {
@@ -113,14 +112,16 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
 
 void MainWindow::showWindow(Change what) {
   if (what == Change::Place) {
-    RECT area{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const RECT area = workArea();
     SetWindowPos(window, nullptr, area.left + desk.fromTwips(form.window.left),
                  area.top + desk.fromTwips(form.window.top), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   } else if (what == Change::Visible) {
     ShowWindow(window, form.window.visible ? SW_SHOW : SW_HIDE);
     if (form.window.visible) {
+      // All of it at once, not one control after the other.
+      RedrawWindow(window, nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
       SetForegroundWindow(window);
     }
   } else if (what == Change::Look) {
@@ -156,7 +157,7 @@ void MainWindow::showMenus() {
 void MainWindow::showColour() {
   const std::uint32_t told = form.Shape3.foreColor;
   if (!controls::isSystemColour(told)) {
-    desk.palette.accent = controls::fromProperty(told);
+    desk.colours.setAccent(controls::fromProperty(told));
   }
   for (const auto& button : buttons) {
     button->changed(button->button(), Change::Look, 0);
@@ -173,42 +174,28 @@ void MainWindow::paintGround(HDC context) const {
   const int bar = desk.points(commandBarBottom);
   const int side = desk.points(sideBarWidth);
   const int status = desk.points(statusBarTop);
-  canvas.clear(colours::ground);
-  fill(canvas, 0, 0, place.right, title, desk.palette.accent);
+  canvas.clear(desk.colour(Tone::Ground));
+  fill(canvas, 0, 0, place.right, title, desk.colour(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
   fill(canvas, 0, title - desk.points(3), place.right, title,
-       controls::isSystemColour(line) ? desk.palette.accent : controls::fromProperty(line));
-  fill(canvas, 0, title, place.right, bar, colours::surface);
-  fill(canvas, 0, bar - 1, place.right, bar, colours::line);
+       controls::isSystemColour(line) || desk.colours.isSystem() ? desk.colour(Tone::Accent)
+                                                                 : controls::fromProperty(line));
+  fill(canvas, 0, title, place.right, bar, desk.colour(Tone::Surface));
+  fill(canvas, 0, bar - 1, place.right, bar, desk.colour(Tone::Line));
   for (const int separator : separators) {
     fill(canvas, separator, title + desk.points(12), separator + 1, bar - desk.points(12),
-         colours::line);
+         desk.colour(Tone::Line));
   }
-  fill(canvas, 0, bar, side, status, colours::sideBar);
-  fill(canvas, side - 1, bar, side, status, colours::line);
-  fill(canvas, 0, status, place.right, place.bottom, colours::surface);
-  fill(canvas, 0, status, place.right, status + 1, colours::line);
+  fill(canvas, 0, bar, side, status, desk.colour(Tone::SideBar));
+  fill(canvas, side - 1, bar, side, status, desk.colour(Tone::Line));
+  fill(canvas, 0, status, place.right, place.bottom, desk.colour(Tone::Surface));
+  fill(canvas, 0, status, place.right, status + 1, desk.colour(Tone::Line));
   constexpr Rgb mask = rgb(0xFF00FF);
   for (const controls::Rectangle& cut :
        controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
     fill(canvas, cut.left, cut.top, cut.right, cut.bottom, mask);
   }
   buffer.show(context, 0, 0);
-}
-
-void MainWindow::changeResolution(int resolution) {
-  if (resolution == desk.resolution()) {
-    return;
-  }
-  desk.setResolution(resolution);
-  SetWindowPos(window, nullptr, 0, 0, desk.points(windowWidth), desk.points(windowHeight),
-               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-  for (const auto& peer : frames) peer->showAll();
-  for (const auto& peer : labels) peer->showAll();
-  for (const auto& peer : buttons) peer->showAll();
-  for (const auto& peer : others) peer->showAll();
-  arrange();
-  outline->Refresh();
 }
 
 LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -222,6 +209,10 @@ LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, L
   }
   if (const auto answer = reflect(message, wParam, lParam)) {
     return *answer;
+  }
+  if (message != 0 && message == self->taskBarCreated) {
+    self->renewTrayIcon();
+    return 0;
   }
   return self->handle(message, wParam, lParam);
 }
@@ -238,10 +229,8 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return result;
     }
     case WM_ACTIVATE:
-      if (LOWORD(wParam) != WA_INACTIVE && IsWindowVisible(window) != FALSE) {
-        Form_Activate(form);
-      }
-      break;
+      activate(LOWORD(wParam) != WA_INACTIVE);
+      return 0;
     case WM_SIZE:
       if (wParam == SIZE_MINIMIZED) {
         form.window.windowState = WindowState::Minimized;
@@ -249,7 +238,21 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       }
       return 0;
     case resolutionChanged:
-      changeResolution(HIWORD(wParam));
+      changeResolution(HIWORD(wParam), reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE:
+    case WM_DISPLAYCHANGE:
+      changeSettings();
+      return 0;
+    case WM_COMMAND:
+      // The dialog keys; buttons have said what they have to say already.
+      if (LOWORD(wParam) == IDOK) {
+        enter();
+      } else if (LOWORD(wParam) == IDCANCEL) {
+        escape();
+      }
       return 0;
     case WM_CLOSE:
       form.chameleonButton4.click();
@@ -285,9 +288,8 @@ void MainWindow::serve() {
 }
 
 void MainWindow::run() {
-  constexpr DWORD timerTick = 10;  // milliseconds
-  while (!hasEnded) {
-    MsgWaitForMultipleObjectsEx(0, nullptr, timerTick, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  for (;;) {
+    desk.wait(form.messages);
     servedAt = 0;
     form.messages.doEvents();
   }

@@ -4,8 +4,10 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <optional>
 
+#include "controls/PaintBuffer.h"
 #include "desktop/Desk.h"
 #include "widgets/Control.h"
 
@@ -52,10 +54,13 @@ class Peer : public ControlPeer {
   [[nodiscard]] Desk& desk() const { return shared; }
   [[nodiscard]] Control& control() const { return shown; }
   [[nodiscard]] int charset() const { return shown.font.get().charset; }
+  // The ring around what has the focus, inside the buffer's edge; none while it is elsewhere.
+  void drawFocus(const controls::PaintBuffer& buffer) const;
   void repaint() const { InvalidateRect(window, nullptr, FALSE); }
   void move(int left, int top, int width, int height) const;
 
  private:
+  void leaveFocus() const;
   // At once, or when the queue is served next: a scan asks at every key, and nobody sees each.
   void refresh();
 
@@ -69,8 +74,16 @@ class Peer : public ControlPeer {
 // Gives the notices of child windows back to their peers; none when no peer wants it.
 std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam);
 
-// Gives the one-point border of a window the colour of the program's own.
-void colourBorder(HWND window);
+// Presses the button that has the focus. Whether there was one.
+bool pressFocusedButton();
+
+// For what can be pressed and is of no class of buttons: presses it when the message is Enter or
+// the space bar, and claims Enter from the dialog keys. None for any other message.
+std::optional<LRESULT> pressByKey(UINT message, WPARAM wParam, LPARAM lParam,
+                                  const std::function<void()>& press);
+
+// Gives the one-point border of a window the colour of borders. The desk outlives it.
+void colourBorder(HWND window, Desk& desk);
 
 // Makes a child window of a system class, hidden.
 HWND makeChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD extendedStyle = 0);

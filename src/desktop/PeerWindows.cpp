@@ -3,15 +3,13 @@
 // This one stands on <windows.h>.
 #include <commctrl.h>
 
-#include "controls/PaintBuffer.h"
-
 namespace zelvreg::desktop {
 namespace {
 
 constexpr const wchar_t* peerProperty = L"ZelvregPeer";
 
 LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                 DWORD_PTR /*reference*/) {
+                                 DWORD_PTR reference) {
   const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(hwnd, borderProcedure, id);
@@ -20,8 +18,7 @@ LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM 
     GetWindowRect(hwnd, &place);
     OffsetRect(&place, -place.left, -place.top);
     HDC context = GetWindowDC(hwnd);
-    const controls::BrushHandle brush(CreateSolidBrush(controls::colorRef(colours::border)));
-    FrameRect(context, &place, brush.get());
+    FrameRect(context, &place, reinterpret_cast<Desk*>(reference)->brush(Tone::Border));
     ReleaseDC(hwnd, context);
   }
   return result;
@@ -29,9 +26,9 @@ LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM 
 
 }  // namespace
 
-void colourBorder(HWND window) {
+void colourBorder(HWND window, Desk& desk) {
   constexpr UINT_PTR subclassId = 17;
-  SetWindowSubclass(window, borderProcedure, subclassId, 0);
+  SetWindowSubclass(window, borderProcedure, subclassId, reinterpret_cast<DWORD_PTR>(&desk));
 }
 
 Peer::Peer(Desk& sharedDesk, Control& shownControl) : shared(sharedDesk), shown(shownControl) {
@@ -71,9 +68,15 @@ void Peer::changed(const Control& /*control*/, Change what, std::size_t row) {
       break;
     case Change::Visible:
       showPlace();
+      if (!shown.visible) {
+        leaveFocus();
+      }
       ShowWindow(window, shown.visible ? SW_SHOWNA : SW_HIDE);
       break;
     case Change::Enabled:
+      if (!shown.enabled) {
+        leaveFocus();
+      }
       EnableWindow(window, shown.enabled ? TRUE : FALSE);
       break;
     case Change::Place:
@@ -92,6 +95,30 @@ void Peer::changed(const Control& /*control*/, Change what, std::size_t row) {
       showRows(what, row);
       break;
   }
+}
+
+// What can no longer be used hands the focus on, or the keyboard would be dead.
+void Peer::leaveFocus() const {
+  HWND focus = GetFocus();
+  if (focus != window && IsChild(window, focus) == FALSE) {
+    return;
+  }
+  HWND root = GetAncestor(window, GA_ROOT);
+  HWND next = GetNextDlgTabItem(root, focus, FALSE);
+  while (next != nullptr && next != focus && IsChild(window, next) != FALSE) {
+    next = GetNextDlgTabItem(root, next, FALSE);
+  }
+  SetFocus(next == nullptr || next == focus ? root : next);
+}
+
+void Peer::drawFocus(const controls::PaintBuffer& buffer) const {
+  if (GetFocus() != window) {
+    return;
+  }
+  constexpr double inset = 0.5;
+  const Rgb accent = shared.colour(Tone::Accent);
+  buffer.canvas().draw(controls::Shape{inset, inset, buffer.size().width - inset,
+                                       buffer.size().height - inset, 3, 1, accent, accent, 0.8});
 }
 
 void Peer::refresh() {
@@ -151,6 +178,30 @@ std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) {
     }
   }
   return std::nullopt;
+}
+
+std::optional<LRESULT> pressByKey(UINT message, WPARAM wParam, LPARAM lParam,
+                                  const std::function<void()>& press) {
+  if (message == WM_GETDLGCODE) {
+    const auto* key = reinterpret_cast<const MSG*>(lParam);
+    const bool isEnter = key != nullptr && key->wParam == VK_RETURN;
+    return isEnter ? std::optional<LRESULT>(DLGC_WANTMESSAGE) : std::nullopt;
+  }
+  if (message == WM_KEYDOWN && (wParam == VK_RETURN || wParam == VK_SPACE) && press) {
+    press();
+    return 0;
+  }
+  return std::nullopt;
+}
+
+bool pressFocusedButton() {
+  HWND focus = GetFocus();
+  const bool isButton = focus != nullptr && (SendMessageW(focus, WM_GETDLGCODE, 0, 0) &
+                                             (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
+  if (isButton) {
+    SendMessageW(focus, BM_CLICK, 0, 0);
+  }
+  return isButton;
 }
 
 HWND makeChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD extendedStyle) {

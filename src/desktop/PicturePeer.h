@@ -14,12 +14,14 @@ namespace zelvreg::desktop {
 
 struct PictureOptions {
   const char* icon = "";
+  // What a screen reader says of a picture that can be pressed.
+  const wchar_t* name = L"";
   int length = 16;  // of the icon, in points at 96 to the inch
-  Rgb ground = {};
+  Tone ground = Tone::Ground;
   // A disc behind the icon.
   bool hasDisc = false;
-  Rgb disc = {};
-  std::optional<Rgb> colour = std::nullopt;  // other than the icon's own
+  Tone disc = Tone::Ground;
+  std::optional<Tone> tone = std::nullopt;  // other than the icon's own
 };
 
 class PicturePeer : public Peer {

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "controls/PaintBuffer.h"
-#include "desktop/IconPicture.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -19,7 +18,9 @@ constexpr UINT_PTR frameTimer = 1;
 PicturePeer::PicturePeer(Desk& sharedDesk, HWND parent, Picture& shownPicture,
                          PictureOptions pictureOptions)
     : Peer(sharedDesk, shownPicture), picture(shownPicture), options(pictureOptions) {
-  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY));
+  const bool canBePressed = *options.name != L'\0';
+  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY | (canBePressed ? WS_TABSTOP : 0)));
+  SetWindowTextW(hwnd(), options.name);
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showAll();
 }
@@ -50,10 +51,11 @@ void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
   const int height = request.rcItem.bottom;
   const controls::PaintBuffer buffer({width, height});
   controls::Canvas canvas = buffer.canvas();
-  canvas.clear(options.ground);
+  canvas.clear(desk().colour(options.ground));
   if (options.hasDisc) {
     const double length = std::min(width, height);
-    canvas.draw(controls::Shape{0, 0, length, length, length / 2, 0, options.disc, options.disc});
+    const Rgb disc = desk().colour(options.disc);
+    canvas.draw(controls::Shape{0, 0, length, length, length / 2, 0, disc, disc});
   }
   if (!animation.empty()) {
     const controls::Bitmap& whole = animation[frame].picture;
@@ -62,19 +64,26 @@ void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
     } else {
       canvas.draw(resized(whole, {width, height}), 0, 0);
     }
-  } else if (const auto icon = iconPicture({.key = options.icon,
-                                            .resolution = desk().resolution(),
-                                            .length = options.length,
-                                            .colour = options.colour})) {
+  } else if (const auto icon = desk().icon(options.icon, options.length, options.tone)) {
     canvas.draw(*icon, (width - icon->width) / 2, (height - icon->height) / 2);
   }
+  drawFocus(buffer);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);
 }
 
 LRESULT CALLBACK PicturePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                         UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<PicturePeer*>(reference);
+  if (peer->onClick) {
+    if (const auto answer = pressByKey(message, wParam, lParam, peer->onClick)) {
+      return *answer;
+    }
+  }
   switch (message) {
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+      peer->repaint();
+      break;
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
       break;

@@ -16,7 +16,8 @@ namespace zelvreg::desktop {
 // A static control that draws its text smoothly on a ground of one colour.
 class LabelPeer : public Peer {
  public:
-  LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook labelLook, Rgb labelGround);
+  LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook labelLook,
+            Tone labelGround);
 
   void draw(const DRAWITEMSTRUCT& request) override;
   // The width of the text in points of the screen.
@@ -35,13 +36,17 @@ class LabelPeer : public Peer {
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
+  void drawCounter(HDC context, const std::wstring& caption, RECT place) const;
   [[nodiscard]] std::wstring text() const;
   [[nodiscard]] HFONT fontInUse() const;
+  [[nodiscard]] bool isMarked() const;
+  [[nodiscard]] Rgb groundColour() const;
   [[nodiscard]] Rgb textColour() const;
 
   Label& label;
   LabelLook look;
-  Rgb ground;
+  Tone ground;
+  std::wstring read;  // by screen readers
 };
 
 class ButtonPeer : public Peer {
@@ -50,6 +55,9 @@ class ButtonPeer : public Peer {
              const char* iconKey);
 
   void showAll() override;
+  // Between one with a caption and a square of the picture alone.
+  void setLook(ButtonLook newLook);
+  [[nodiscard]] bool isSquare() const { return look == ButtonLook::IconOnly; }
   // The next thing that a user would do.
   void setPrimary(bool isPrimary);
   // The page that is shown stands out in the side bar.
@@ -81,10 +89,10 @@ class ButtonPeer : public Peer {
 // A check box or an option button of the system's class, drawn to go with the window.
 class CheckPeer : public Peer {
  public:
-  CheckPeer(Desk& sharedDesk, HWND parent, CheckBox& box, Rgb checkGround);
-  // `choose` makes this option the one of its group.
+  CheckPeer(Desk& sharedDesk, HWND parent, CheckBox& box, Tone checkGround);
+  // `choose` makes this option the one of its group, which begins with the first.
   CheckPeer(Desk& sharedDesk, HWND parent, OptionButton& option, std::function<void()> choose,
-            Rgb checkGround);
+            bool isFirst, Tone checkGround);
 
   void command(int code) override;
 
@@ -103,7 +111,7 @@ class CheckPeer : public Peer {
   CheckBox* box = nullptr;
   OptionButton* option = nullptr;
   std::function<void()> onChoose;
-  Rgb ground;
+  Tone ground;
 };
 
 // A one-line text that the user types.
@@ -131,6 +139,11 @@ class ComboPeer : public Peer {
   void showRows(Change what, std::size_t row) override;
 
  private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR reference);
+  // Over what the class has drawn: the edge and the arrow.
+  void drawEdge() const;
+
   ComboBox& box;
   bool isTyped = false;
 };

@@ -3,6 +3,7 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "controls/modShadow.h"
+#include "desktop/SystemScreen.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -34,8 +35,7 @@ SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& fo
   description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
   description.lpszClassName = windowClass;
   RegisterClassExW(&description);
-  RECT area{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+  const RECT area = workArea();
   window = CreateWindowExW(
       WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
       WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, area.left + desk.fromTwips(form.left),
@@ -62,7 +62,7 @@ void SmallWindow::put(Control& control, const Place& place) {
 
 void SmallWindow::add(Label& label, const Place& place, LabelLook look) {
   put(label, place);
-  const Rgb ground = place.top < smallTitleHeight ? desk.palette.accent : colours::surface;
+  const Tone ground = place.top < smallTitleHeight ? Tone::Accent : Tone::Surface;
   auto peer = std::make_unique<LabelPeer>(desk, window, label, look, ground);
   if (auto* link = dynamic_cast<LinkLabel*>(&label)) {
     peer->onClick = [link] { link->click(); };
@@ -100,8 +100,7 @@ void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
     controls::modShadow::setSize(window, shadow.depth);
   }
   while (isOpen) {
-    constexpr DWORD timerTick = 10;  // milliseconds
-    MsgWaitForMultipleObjectsEx(0, nullptr, timerTick, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    desk.wait(messages);
     messages.doEvents();
   }
   EnableWindow(owner, TRUE);
@@ -113,11 +112,12 @@ void SmallWindow::paintGround(HDC context) const {
   GetClientRect(window, &place);
   const controls::PaintBuffer buffer({place.right, place.bottom});
   controls::Canvas canvas = buffer.canvas();
-  canvas.clear(colours::surface);
-  fill(canvas, {0, 0, place.right, desk.points(smallTitleHeight)}, desk.palette.accent);
-  canvas.draw(controls::Shape{
-      0, 0, static_cast<double>(place.right), static_cast<double>(place.bottom),
-      static_cast<double>(desk.points(cornerRadius)), 1, colours::border, colours::border});
+  canvas.clear(desk.colour(Tone::Surface));
+  fill(canvas, {0, 0, place.right, desk.points(smallTitleHeight)}, desk.colour(Tone::Accent));
+  const Rgb border = desk.colour(Tone::Border);
+  canvas.draw(controls::Shape{0, 0, static_cast<double>(place.right),
+                              static_cast<double>(place.bottom),
+                              static_cast<double>(desk.points(cornerRadius)), 1, border, border});
   for (const controls::Rectangle& cut :
        controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
     fill(canvas, cut, rgb(0xFF00FF));
@@ -150,8 +150,10 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
         self->onClose();
         return 0;
       }
-      if (LOWORD(wParam) == IDOK && lParam == 0 && self->primary != nullptr) {
-        self->primary->click();
+      if (LOWORD(wParam) == IDOK && lParam == 0) {
+        if (!pressFocusedButton() && self->primary != nullptr) {
+          self->primary->click();
+        }
         return 0;
       }
       break;

@@ -1,4 +1,10 @@
 // The peers of texts that the user types or chooses.
+#include <windows.h>
+
+// This one stands on the one before.
+#include <commctrl.h>
+
+#include "controls/PaintBuffer.h"
 #include "desktop/SimplePeers.h"
 
 namespace zelvreg::desktop {
@@ -16,7 +22,7 @@ std::string typedText(HWND window) {
 EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
     : Peer(sharedDesk, shownBox), box(shownBox) {
   own(makeChild(parent, L"EDIT", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL));
-  colourBorder(hwnd());
+  colourBorder(hwnd(), desk());
   showAll();
 }
 
@@ -41,8 +47,64 @@ ComboPeer::ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& shownBox)
     : Peer(sharedDesk, shownBox), box(shownBox) {
   const DWORD style = box.comboStyle() == ComboStyle::Editable ? CBS_DROPDOWN : CBS_DROPDOWNLIST;
   own(makeChild(parent, L"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_AUTOHSCROLL | style));
+  constexpr UINT_PTR subclassId = 1;
+  SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showRows(Change::Rows, 0);
   showAll();
+}
+
+void ComboPeer::drawEdge() const {
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  if (GetComboBoxInfo(hwnd(), &parts) == FALSE) {
+    return;
+  }
+  RECT all{};
+  GetClientRect(hwnd(), &all);
+  const controls::WindowContext context(hwnd());
+  // What the class draws inside its edge stays; the field for typing is a window of its own.
+  ExcludeClipRect(context.get(), parts.rcItem.left, parts.rcItem.top, parts.rcItem.right,
+                  parts.rcItem.bottom);
+  const controls::PaintBuffer buffer({all.right, all.bottom});
+  controls::Canvas canvas = buffer.canvas();
+  canvas.clear(desk().colour(Tone::Surface));
+  const bool isFocused = GetFocus() == hwnd() || IsChild(hwnd(), GetFocus()) != FALSE;
+  const Rgb edge = desk().colour(isFocused ? Tone::Accent : Tone::Border);
+  canvas.draw(controls::Shape{0, 0, static_cast<double>(all.right), static_cast<double>(all.bottom),
+                              0, 1, edge, edge});
+  constexpr int arrowLength = 12;
+  if (const auto arrow = desk().icon("down", arrowLength, Tone::Secondary)) {
+    const RECT& place = parts.rcButton;
+    canvas.draw(*arrow, (place.left + place.right - arrow->width) / 2,
+                (place.top + place.bottom - arrow->height) / 2);
+  }
+  buffer.show(context.get(), 0, 0);
+}
+
+LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                      UINT_PTR id, DWORD_PTR reference) {
+  const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+  switch (message) {
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(hwnd, procedure, id);
+      break;
+    case WM_COMMAND:
+      // The field for typing tells of its focus so.
+      InvalidateRect(hwnd, nullptr, FALSE);
+      break;
+    case WM_PAINT:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_MOUSEMOVE:
+      // The class draws its arrow by itself on these.
+      reinterpret_cast<const ComboPeer*>(reference)->drawEdge();
+      break;
+    default:
+      break;
+  }
+  return result;
 }
 
 void ComboPeer::showPlace() {

@@ -30,18 +30,18 @@ void paintWindow(HWND window, const Draw& draw) {
 
 }  // namespace
 
-CheckPeer::CheckPeer(Desk& sharedDesk, HWND parent, CheckBox& shownBox, Rgb checkGround)
+CheckPeer::CheckPeer(Desk& sharedDesk, HWND parent, CheckBox& shownBox, Tone checkGround)
     : Peer(sharedDesk, shownBox), box(&shownBox), ground(checkGround) {
   make(parent, BS_CHECKBOX);
 }
 
 CheckPeer::CheckPeer(Desk& sharedDesk, HWND parent, OptionButton& shownOption,
-                     std::function<void()> choose, Rgb checkGround)
+                     std::function<void()> choose, bool isFirst, Tone checkGround)
     : Peer(sharedDesk, shownOption),
       option(&shownOption),
       onChoose(std::move(choose)),
       ground(checkGround) {
-  make(parent, BS_RADIOBUTTON);
+  make(parent, BS_RADIOBUTTON | (isFirst ? WS_GROUP : 0));
 }
 
 void CheckPeer::make(HWND parent, DWORD style) {
@@ -78,7 +78,7 @@ void CheckPeer::command(int code) {
 void CheckPeer::paint() {
   paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
     controls::Canvas canvas = buffer.canvas();
-    canvas.clear(ground);
+    canvas.clear(desk().colour(ground));
     const int height = buffer.size().height;
     const int length = desk().points(15);
     const CheckMark mark{.left = 0,
@@ -87,20 +87,16 @@ void CheckPeer::paint() {
                          .isOn = isOn(),
                          .isRound = option != nullptr,
                          .isEnabled = control().enabled};
-    drawCheckMark(canvas, mark, desk().palette.accent);
+    drawCheckMark(canvas, mark, desk().colours);
     RECT place{length + desk().points(6), 0, buffer.size().width, height};
     const controls::Selection selected(buffer.dc(), desk().font(control().font));
     SetBkMode(buffer.dc(), TRANSPARENT);
-    SetTextColor(buffer.dc(),
-                 controls::colorRef(control().enabled ? colours::text : colours::disabled));
+    SetTextColor(buffer.dc(), controls::colorRef(
+                                  desk().colour(control().enabled ? Tone::Text : Tone::Disabled)));
     const std::wstring text = wideText(caption(), charset());
     DrawTextW(buffer.dc(), text.c_str(), static_cast<int>(text.size()), &place,
-              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
-    if (GetFocus() == hwnd()) {
-      const double inset = 0.5;
-      canvas.draw(controls::Shape{inset, inset, buffer.size().width - inset, height - inset, 3, 1,
-                                  desk().palette.accent, desk().palette.accent, 0.8});
-    }
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    drawFocus(buffer);
   });
 }
 
@@ -152,14 +148,14 @@ void ProgressPeer::showValue() {
 void ProgressPeer::paint() {
   paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
     controls::Canvas canvas = buffer.canvas();
-    canvas.clear(colours::surface);
+    canvas.clear(desk().colour(Tone::Surface));
     const double height = buffer.size().height;
     const double width = buffer.size().width;
-    constexpr Rgb track = rgb(0xE3E9F1);
+    const Rgb track = desk().colour(Tone::Track);
     canvas.draw(controls::Shape{0, 0, width, height, height / 2, 0, track, track});
     const double share = static_cast<double>(bar.value()) / std::max(1, bar.maximum());
     if (share > 0) {
-      const Rgb accent = desk().palette.accent;
+      const Rgb accent = desk().colour(Tone::Accent);
       canvas.draw(controls::Shape{0, 0, std::max(height, width * share), height, height / 2, 0,
                                   accent, accent});
     }

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace zelvreg {
@@ -9,6 +10,11 @@ namespace zelvreg {
 void Timer::enable(bool enabled) {
   running = enabled;
   due = GetTickCount64() + interval;
+}
+
+bool MessageQueue::hasWork() const {
+  return !pending.empty() ||
+         std::ranges::any_of(timers, [](const Timer* timer) { return timer->isEnabled(); });
 }
 
 void MessageQueue::doEvents() {

@@ -39,6 +39,10 @@ class MessageQueue {
   // Long loops call it in every pass, so a press re-enters the form from here.
   void doEvents();
 
+  // Whether something is posted or a timer runs: then the queue is to be served again soon, also
+  // when the system has no message.
+  [[nodiscard]] bool hasWork() const;
+
   // What the front end does with the system's own messages; none by default.
   std::function<void()> serveHost;
 

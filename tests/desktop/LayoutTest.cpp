@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <map>
 #include <vector>
 
@@ -44,6 +45,7 @@ class LayoutTest : public ::testing::Test {
     placed[&form.Frame7].push_back({&form.View4, placeOf(form.View4)});
     placed[&form.Frame8].push_back({&form.Bar1, placeOf(form.Bar1)});
     placed[&form.Frame8].push_back({&form.Gif89a1, placeOf(form.Gif89a1)});
+    placed[nullptr].push_back({&form.cboFind, placeOf(form.cboFind)});
     placed[nullptr].push_back({&form.Frame4, placeOf(form.Frame4)});
     placed[nullptr].push_back({&form.Frame5, placeOf(form.Frame5)});
     placed[nullptr].push_back({&form.Image2, placeOf(form.Image2)});
@@ -89,6 +91,97 @@ TEST_F(LayoutTest, TheListGivesWayToTheProgressOfAScan) {
   form.Frame8.visible = true;
   const Place list = categoryListPlace(form);
   EXPECT_LE(list.top + list.height, progressPanelPlace().top);
+}
+
+TEST_F(LayoutTest, EachControlStandsInTheFrameThatItBelongsTo) {
+  struct Belonging {
+    const Control& control;
+    const Frame* frame;  // null for the window itself
+  };
+  const Belonging table[] = {
+      {form.Frame8, &form.Frame1},
+      {form.Picture1, &form.Frame2},
+      {form.Frame1, nullptr},
+      {form.Frame2, nullptr},
+      {form.Frame3, nullptr},
+      {form.Frame7, nullptr},
+      {form.Frame4, nullptr},
+      {form.Frame5, nullptr},
+      {form.pictrlang, nullptr},
+      {form.Label1, nullptr},
+      {form.Label8[6], nullptr},
+      {form.Label2[0], &form.Frame1},
+      {form.Label2[1], &form.Frame1},
+      {form.Label2[3], &form.Frame8},
+      {form.Label2[4], &form.Frame8},
+      {form.Label2[5], &form.Frame8},
+      {form.Label3, &form.Frame8},
+      {form.Label4, &form.Frame8},
+      {form.Label10, &form.Frame2},
+      {form.Label5, &form.Picture1},
+      {form.Label6, &form.Picture1},
+      {form.Label7, &form.Picture1},
+      {form.chameleonButton4, nullptr},
+      {form.chameleonButton23, nullptr},
+      {form.chameleonButton13, nullptr},
+      {form.chameleonButton18, nullptr},
+      {form.cmd_search, nullptr},
+      {form.cmd_exclud, nullptr},
+      {form.cmd_start, nullptr},
+      {form.cmd_fix, nullptr},
+      {form.cmd_cancel, nullptr},
+      {form.cmd_all, nullptr},
+      {form.cmd_non, nullptr},
+      {form.cmd_report, nullptr},
+      {form.orubutton4, nullptr},
+      {form.chameleonButton1, nullptr},
+      {form.orubutton3, nullptr},
+      {form.chameleonButton7, nullptr},
+      {form.orubutton1, nullptr},
+      {form.chameleonButton10, nullptr},
+      {form.chameleonButton11, nullptr},
+      {form.cmdFind, nullptr},
+      {form.chameleonButton21, &form.Frame1},
+      {form.chameleonButton22, &form.Frame1},
+      {form.chameleonButton12, &form.Frame8},
+      {form.Command28, &form.Picture1},
+      {form.chameleonButton14, &form.Frame2},
+      {form.chameleonButton15, &form.Frame2},
+      {form.chameleonButton16, &form.Frame2},
+      {form.chameleonButton17, &form.Frame2},
+      {form.orubutton2, &form.Frame2},
+      {form.chameleonButton9, &form.Frame2},
+      {form.chameleonButton2, &form.Frame3},
+      {form.chameleonButton3, &form.Frame3},
+      {form.chameleonButton5, &form.Frame7},
+      {form.chameleonButton6, &form.Frame7},
+      {form.chameleonButton8, &form.Frame7},
+  };
+  std::map<const Control*, const Frame*> parents;
+  for (const FramePlace& each : framePlaces()) parents[&each.frame(form)] = each.parent(form);
+  for (const LabelPlace& each : labelPlaces()) parents[&each.label(form)] = each.parent(form);
+  for (const ButtonPlace& each : buttonPlaces()) parents[&each.button(form)] = each.parent(form);
+  for (std::size_t row = 0; row < std::size(table); ++row) {
+    const auto found = parents.find(&table[row].control);
+    ASSERT_NE(found, parents.end()) << "row " << row << " has no place";
+    EXPECT_EQ(found->second, table[row].frame) << "row " << row;
+  }
+}
+
+TEST_F(LayoutTest, TheWindowIsAsLargeAsTheScreensResolutionAsksForAsFarAsItFits) {
+  constexpr int roomy = 5000;
+  EXPECT_EQ(fittingResolution(96, roomy, roomy), 96);
+  EXPECT_EQ(fittingResolution(192, roomy, roomy), 192);
+  // 150 % on a screen of 1920 by 1080 with a task bar.
+  EXPECT_EQ(fittingResolution(144, 1920, 1040), 144);
+  // 150 % on 1366 by 768: the title must not leave the screen.
+  const int fitting = fittingResolution(144, 1366, 728);
+  EXPECT_LT(fitting, 144);
+  EXPECT_LE(windowHeight * fitting / 96, 728);
+  EXPECT_GT(windowHeight * (fitting + 1) / 96, 728);
+  EXPECT_LE(windowWidth * fittingResolution(192, 1500, roomy) / 96, 1500);
+  // Below its design it is not readable.
+  EXPECT_EQ(fittingResolution(120, 800, 600), 96);
 }
 
 TEST_F(LayoutTest, TheWindowHasTheFormsSize) {

@@ -52,6 +52,21 @@ TEST_F(MessageQueueTest, ATimerThatIsDueTicksOnlyWhileItIsEnabled) {
   EXPECT_EQ(ticks, 1);
 }
 
+TEST_F(MessageQueueTest, ItHasWorkWhileSomethingIsPostedOrATimerRuns) {
+  Timer timer;
+  timer.interval = 1000;
+  MessageQueue queue({&timer});
+  EXPECT_FALSE(queue.hasWork());
+  queue.post([] {});
+  EXPECT_TRUE(queue.hasWork());
+  queue.doEvents();
+  EXPECT_FALSE(queue.hasWork());
+  timer.enable(true);
+  EXPECT_TRUE(queue.hasWork());
+  timer.enable(false);
+  EXPECT_FALSE(queue.hasWork());
+}
+
 TEST_F(MessageQueueTest, ATimerWaitsForItsInterval) {
   Timer timer;
   timer.interval = 3600000;

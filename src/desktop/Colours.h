@@ -1,0 +1,74 @@
+// The colours of the windows, by what they stand for.
+#ifndef ZELVREG_DESKTOP_COLOURS_H
+#define ZELVREG_DESKTOP_COLOURS_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+
+#include "controls/ButtonLook.h"
+#include "controls/Colour.h"
+
+namespace zelvreg::desktop {
+
+using controls::Rgb;
+using controls::rgb;
+
+enum class Tone : std::uint8_t {
+  Accent,  // of the suite: titles, ticks, progress
+  OnAccent,
+  QuietOnAccent,
+  Surface,
+  Ground,
+  SideBar,
+  Header,
+  Line,
+  RowLine,
+  Border,
+  MarkEdge,  // of an empty check box
+  Track,     // of the progress
+  Selected,
+  OnSelected,
+  Text,
+  Secondary,
+  Disabled,
+  Problem,
+  ProblemDisc,
+  Link,
+  Waiting,
+  Testing,
+  Finished,
+};
+inline constexpr std::size_t toneCount = static_cast<std::size_t>(Tone::Finished) + 1;
+
+class Colours {
+ public:
+  // The program's own.
+  Colours();
+
+  // The system's colours by their numbers in its list, for a user who asks for high contrast; the
+  // colour of the suite and those that a form tells are not used then.
+  void useSystem(const std::function<Rgb(int number)>& systemColour);
+  void useOwn();
+  [[nodiscard]] bool isSystem() const { return hasSystem; }
+
+  // What stands on the accent is white or dark, whichever is read more easily.
+  void setAccent(Rgb accent);
+
+  [[nodiscard]] Rgb operator[](Tone tone) const { return tones[static_cast<std::size_t>(tone)]; }
+  // What buttons are drawn with on a ground of that tone.
+  [[nodiscard]] controls::Palette paletteOn(Tone ground) const;
+
+ private:
+  void applyAccent();
+  Rgb& at(Tone tone) { return tones[static_cast<std::size_t>(tone)]; }
+
+  std::array<Rgb, toneCount> tones;
+  Rgb ownAccent;
+  bool hasSystem = false;
+};
+
+}  // namespace zelvreg::desktop
+
+#endif

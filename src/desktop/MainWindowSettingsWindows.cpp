@@ -1,0 +1,72 @@
+// What the main window does when the screen, its resolution or the system's settings change, and
+// when the user goes to another program and comes back.
+#include "desktop/MainWindow.h"
+#include "desktop/SystemScreen.h"
+#include "shell/WindowEvents.h"
+
+namespace zelvreg::desktop {
+
+void MainWindow::showAll() {
+  for (const auto& peer : frames) peer->showAll();
+  for (const auto& peer : labels) peer->showAll();
+  for (const auto& peer : buttons) peer->showAll();
+  for (const auto& peer : others) peer->showAll();
+}
+
+void MainWindow::changeResolution(int resolution, const RECT* suggested) {
+  const RECT area = workArea();
+  const int fitting = fittingResolution(resolution, area.right - area.left, area.bottom - area.top);
+  const bool isNew = fitting != desk.resolution();
+  desk.setResolution(fitting);
+  readScreen();
+  // The system's rectangle keeps the place under the mouse; its size is the window's own.
+  SetWindowPos(window, nullptr, suggested == nullptr ? 0 : suggested->left,
+               suggested == nullptr ? 0 : suggested->top, desk.points(windowWidth),
+               desk.points(windowHeight),
+               SWP_NOZORDER | SWP_NOACTIVATE | (suggested == nullptr ? SWP_NOMOVE : 0));
+  if (!isNew || outline == nullptr) {
+    return;
+  }
+  showAll();
+  arrange();
+  outline->Refresh();
+  tray.area().setIcon(desk.icon("emblem"));
+}
+
+void MainWindow::changeSettings() {
+  desk.readSystemColours();
+  readScreen();
+  showAll();
+  showColour();
+  arrangeLater();
+}
+
+void MainWindow::renewTrayIcon() {
+  if (tray.area().visible()) {
+    tray.area().setVisible(false);
+    tray.area().setVisible(true);
+  }
+}
+
+void MainWindow::activate(bool isActive) {
+  if (!isActive) {
+    lastFocus = GetFocus();
+    return;
+  }
+  if (IsWindowVisible(window) == FALSE) {
+    return;
+  }
+  Form_Activate(form);
+  const bool canTakeIt = IsChild(window, lastFocus) != FALSE &&
+                         IsWindowVisible(lastFocus) != FALSE && IsWindowEnabled(lastFocus) != FALSE;
+  const ButtonPeer* start = peerOf(form.cmd_start);
+  if (canTakeIt) {
+    SetFocus(lastFocus);
+  } else if (start != nullptr && form.cmd_start.enabled) {
+    SetFocus(start->hwnd());
+  } else {
+    SetFocus(window);
+  }
+}
+
+}  // namespace zelvreg::desktop

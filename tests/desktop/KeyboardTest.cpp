@@ -1,0 +1,90 @@
+#include "desktop/Keyboard.h"
+
+#include "desktop/Layout.h"
+#include "support/ComputerFixture.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+class KeyboardTest : public fixture::ComputerFixture {
+ protected:
+  KeyboardTest() {
+    layOut(form);
+    for (int entry = 1; entry < 3; ++entry) {
+      form.lbllanguage.push_back(std::make_unique<Label>());
+    }
+  }
+
+  int marked() {
+    int found = -1;
+    for (std::size_t entry = 0; entry < form.lbllanguage.size(); ++entry) {
+      if (form.lbllanguage[entry]->backColor != windowColor) {
+        EXPECT_EQ(found, -1) << "two are marked";
+        found = static_cast<int>(entry);
+      }
+    }
+    return found;
+  }
+};
+
+TEST_F(KeyboardTest, EnterSearchesInsideTheSearchControlsAndStartsAScanElsewhere) {
+  EXPECT_EQ(buttonOfEnter(form, FocusArea::SearchControls), &form.cmdFind);
+  EXPECT_EQ(buttonOfEnter(form, FocusArea::Elsewhere), &form.cmd_start);
+}
+
+TEST_F(KeyboardTest, EnterNeverRepairs) {
+  form.cmd_start.enabled = false;
+  form.cmd_fix.enabled = true;
+  EXPECT_EQ(buttonOfEnter(form, FocusArea::Elsewhere), nullptr);
+}
+
+TEST_F(KeyboardTest, EscapeClosesThePickerThenStopsWhatRuns) {
+  EXPECT_EQ(buttonOfEscape(form), nullptr);
+  form.Frame8.visible = true;
+  EXPECT_EQ(buttonOfEscape(form), &form.cmd_cancel);
+  form.pictrlang.visible = true;
+  EXPECT_EQ(buttonOfEscape(form), &form.chameleonButton13);
+}
+
+TEST_F(KeyboardTest, ThePickerOpensAtTheLanguageInUse) {
+  PickerKeys keys(form);
+  form.langIndex = 2;
+  keys.begin();
+  EXPECT_EQ(marked(), 2);
+  // A stored number may be any.
+  form.langIndex = -7;
+  keys.begin();
+  EXPECT_EQ(marked(), 0);
+  form.langIndex = 900;
+  keys.begin();
+  EXPECT_EQ(marked(), 2);
+}
+
+TEST_F(KeyboardTest, TheArrowsStayInsideThePicker) {
+  PickerKeys keys(form);
+  form.langIndex = 0;
+  keys.begin();
+  keys.move(-1);
+  EXPECT_EQ(marked(), 0);
+  keys.move(1);
+  EXPECT_EQ(marked(), 1);
+  keys.move(1);
+  keys.move(1);
+  EXPECT_EQ(marked(), 2);
+}
+
+TEST_F(KeyboardTest, TheMarkedLanguageIsTaken) {
+  PickerKeys keys(form);
+  form.pictrlang.visible = true;
+  form.lbllanguage[1]->tag = "german";
+  form.langIndex = 0;
+  keys.begin();
+  keys.move(1);
+  keys.choose();
+  EXPECT_EQ(form.langIndex, 1);
+  EXPECT_EQ(form.langTag, "german");
+  EXPECT_FALSE(form.pictrlang.visible);
+}
+
+}  // namespace
+}  // namespace zelvreg::desktop

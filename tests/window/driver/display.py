@@ -28,7 +28,7 @@ class Display:
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self._start("openbox", "--sm-disable")
         self._start("xcompmgr", "-n")
-        self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
+        self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "60",
                     "--height", str(TRAY_HEIGHT), "--SetDockType", "false", "--tint", "0xEEF2F7",
                     "--alpha", "255", "--transparent", "true")
         wait_until("a window manager", lambda: "window id" in self._ask(

@@ -83,6 +83,22 @@ def r_rechecks_the_ticked_rows(scene):
     expect("no number", scene.box.file("regst.txt"), None)
 
 
+def r_tells_the_suite_nothing_but_that_it_has_run(scene):
+    told = scene.start_suite()
+    _run(scene, "r")
+    expect("it has run", _setting(scene, "real", "rc"), "1")
+    expect("no running count", told(), [])
+    expect("nothing is repaired", _old_tool(scene) is not None, True)
+
+
+def r_c_repairs_beside_the_suite_as_well(scene):
+    told = scene.start_suite()
+    _run(scene, "r-c")
+    expect("it has run", _setting(scene, "real", "rc"), "1")
+    expect("no running count", told(), [])
+    expect("the startup entry is repaired", _old_tool(scene), None)
+
+
 def r_c_repairs_the_ticked_rows(scene):
     scene.box.add_to_registry(f'[{SETTINGS}\\timer\\reg]\n"14"="0"\n')
     _run(scene, "r-c")
@@ -92,7 +108,17 @@ def r_c_repairs_the_ticked_rows(scene):
         r"HKEY_LOCAL_MACHINE\Software\Northwind Studio", "Palette"), None)
 
 
+def d_opens_without_start_beside_the_suite(scene):
+    told = scene.start_suite()
+    _opens_without_start(scene)
+    expect("no running count", told(), [])
+
+
 def d_opens_without_start(scene):
+    _opens_without_start(scene)
+
+
+def _opens_without_start(scene):
     screen = scene.screen
     program = scene.box.start("zelvreg.exe", "d")
     window = screen.see("the window")

@@ -1,19 +1,25 @@
 """What the window itself does: the notification area, the dialog about it, the report, its end."""
 
-from driver.screen import MAIN, RESULTS, RESULTS_LIST, ROWS_LIST, SMALL
+from driver.screen import BOX, MAIN, RESULTS, RESULTS_LIST, ROWS_LIST, SMALL, middle
 from driver.waiting import expect, wait_until
 
 TICKS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\timer\reg"
 
 
-def it_goes_to_the_notification_area(scene):
+def it_goes_to_the_notification_area_and_comes_back(scene):
     screen = scene.screen
     screen.start()
     expect("no icon yet", screen.tray_icon(), None)
     screen.press_picture("chameleonButton23")
     wait_until("the window is hidden", lambda: not screen.window())
-    wait_until("an icon in the notification area", screen.tray_icon)
+    place = wait_until("an icon in the notification area", screen.tray_icon)
     screen.picture("minimised")
+    screen.display.click(*middle(place))
+    screen.see("the window")
+    wait_until("the icon is gone", lambda: not screen.tray_icon())
+    screen.picture("back")
+    screen.press("Start")
+    screen.see_results()
 
 
 def it_tells_about_itself(scene):
@@ -90,6 +96,45 @@ def a_row_is_ticked_by_the_keyboard(scene):
     screen.display.keys("Down", "space")
     wait_until("the tick changes", lambda: not screen.row(ROWS_LIST, "Shared DLLs")[1]["ticked"])
     screen.picture("by-keyboard")
+
+
+def it_is_worked_by_the_keyboard_alone(scene):
+    screen = scene.screen
+    keys = screen.display.keys
+    screen.start()
+    # Start has the focus.
+    keys("Return")
+    screen.see_results()
+    keys("Tab", "Tab", "Tab", "shift+Tab", "Escape")
+    screen.see_results()
+    screen.picture("results")
+    screen.press_picture("chameleonButton13")
+    screen.see("the picker", lambda window: window.find("Static", "Deutsch"))
+    keys("Down", "Return")
+    screen.see("German", lambda window: window.find("Button", "Auswahl reparieren"))
+    screen.picture("german")
+    keys("space")
+    screen.see("the picker again", lambda window: window.find("Static", "Deutsch"))
+    keys("Up", "Escape")
+    screen.see("no picker, and German still", lambda window: window.find(
+        "Button", "Auswahl reparieren") and not window.find("Static", "Deutsch"))
+
+
+def a_message_keeps_the_window_waiting(scene):
+    """A question has to be answered, also when it came up while another program was in front."""
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    screen.see_results()
+    screen.press("Remove selected item")
+    screen.see("the question", name=BOX)
+    window = screen.see("the window")
+    screen.picture("question")
+    start = window.find("Button", "Start")
+    screen.display.click(*middle(start.place))
+    expect("the question is still there", screen.window(BOX) is not None, True)
+    screen.press("No", BOX)
+    screen.see_results()
 
 
 def a_second_start_ends_at_once(scene):

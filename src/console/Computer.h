@@ -10,11 +10,19 @@
 
 namespace zelvreg::console {
 
+// Whether others may work on the computer at the same time. A folder or a disk is always kept to
+// one process, so this is about a running Windows.
+enum class Access { Shared, Alone };
+
+// What a command needs: only the lists share the computer, as even a search keeps its counter
+// there.
+Access accessFor(Command command);
+
 // While it lives, the calls of the Windows API are answered by this computer.
 class Computer {
  public:
   // Throws std::runtime_error with one line that says what is wrong and what to do.
-  static std::unique_ptr<Computer> open(const Target& target);
+  static std::unique_ptr<Computer> open(const Target& target, Access access = Access::Alone);
   virtual ~Computer() = default;
 
   // One line for each part of the registry that was left out because it is damaged.

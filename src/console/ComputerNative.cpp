@@ -52,7 +52,7 @@ machine::OfflineDisk diskOf(const Target& target) {
 
 }  // namespace
 
-std::unique_ptr<Computer> Computer::open(const Target& target) {
+std::unique_ptr<Computer> Computer::open(const Target& target, Access /*access*/) {
   return std::make_unique<EmulatedComputer>(target.offlineRoot.empty()
                                                 ? machine::Machine::open(target.machineFolder)
                                                 : machine::Machine::openOffline(diskOf(target)));

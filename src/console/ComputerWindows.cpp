@@ -1,20 +1,34 @@
+#include <optional>
+#include <stdexcept>
+
 #include "console/Computer.h"
+#include "runtime/SingleInstance.h"
 
 namespace zelvreg::console {
 namespace {
 
 class RunningComputer : public Computer {
  public:
+  explicit RunningComputer(Access access) {
+    if (access == Access::Alone && !instance.emplace().isFirst()) {
+      throw std::runtime_error(
+          "another copy of the program works on this computer's registry, perhaps another user's; "
+          "close its window or wait until it has ended");
+    }
+  }
   [[nodiscard]] std::vector<std::string> damage() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unclean() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
   void save() override {}
+
+ private:
+  std::optional<SingleInstance> instance;
 };
 
 }  // namespace
 
-std::unique_ptr<Computer> Computer::open(const Target& /*target*/) {
-  return std::make_unique<RunningComputer>();
+std::unique_ptr<Computer> Computer::open(const Target& /*target*/, Access access) {
+  return std::make_unique<RunningComputer>(access);
 }
 
 }  // namespace zelvreg::console

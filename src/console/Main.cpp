@@ -16,7 +16,7 @@ int runProgram(int count, const char* const* arguments) {
     return nothingFound;
   }
   prepareTerminal();
-  const auto computer = Computer::open(parsed.options.target);
+  const auto computer = Computer::open(parsed.options.target, accessFor(parsed.options.command));
   const Streams streams{.out = std::cout,
                         .error = std::cerr,
                         .width = terminalWidth(),

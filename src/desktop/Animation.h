@@ -16,8 +16,9 @@ struct AnimationFrame {
 
 using Animation = std::vector<AnimationFrame>;
 
-// Nothing for a file that is missing, is no picture, or is larger than any that the program comes
-// with (512 points a side, 200 frames): the file lies where others may have written it.
+// The frames of a GIF. Its file lies where others may have written it, so it is held to what the
+// program's own could ever need: nothing for one that is missing, is of another format, or is
+// larger (512 pixels a side, 4 MB), and no more than the first 200 frames or 64 MB of pixels.
 Animation readAnimation(const std::string& file);
 
 // The picture in another size; each pixel is the mean of what it covers.

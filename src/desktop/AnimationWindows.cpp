@@ -14,7 +14,9 @@ namespace {
 
 constexpr UINT largestSide = 512;
 constexpr UINT mostFrames = 200;
-constexpr unsigned clearBehind = 2;  // a frame's place is cleared before the next one
+constexpr std::size_t mostPixels = 16U << 20;  // of all frames together, 64 MB
+constexpr ULONGLONG mostBytes = 4ULL << 20;    // of the file
+constexpr unsigned clearBehind = 2;            // a frame's place is cleared before the next one
 
 // A number that describes a picture or a frame; 0 without one.
 unsigned numberOf(IWICMetadataQueryReader* reader, const wchar_t* name) {
@@ -45,6 +47,22 @@ FramePlaceOnCanvas placeOf(IWICBitmapFrameDecode& frame) {
           .top = static_cast<int>(numberOf(found, L"/imgdesc/Top")),
           .delay = numberOf(found, L"/grctlext/Delay"),
           .disposal = numberOf(found, L"/grctlext/Disposal")};
+}
+
+// An empty picture of the size that all frames are drawn into. What it says of itself is 16 bits
+// wide, and so is the place of a frame: only this size is trusted, and only a small one.
+controls::Bitmap canvasFor(IWICBitmapDecoder& decoder) {
+  IWICMetadataQueryReader* found = nullptr;
+  if (FAILED(decoder.GetMetadataQueryReader(&found))) {
+    return {};
+  }
+  const ComPointer<IWICMetadataQueryReader> reader(found);
+  const unsigned width = numberOf(found, L"/logscrdesc/Width");
+  const unsigned height = numberOf(found, L"/logscrdesc/Height");
+  if (width > largestSide || height > largestSide) {
+    return {};
+  }
+  return {static_cast<int>(width), static_cast<int>(height)};
 }
 
 controls::Bitmap pixelsOf(IWICImagingFactory& factory, IWICBitmapFrameDecode& frame) {
@@ -94,10 +112,13 @@ void drawOver(controls::Bitmap& canvas, const FramePlaceOnCanvas& place,
 
 Animation framesOf(IWICImagingFactory& factory, IWICBitmapDecoder& decoder) {
   Animation animation;
+  controls::Bitmap canvas = canvasFor(decoder);
   UINT count = 0;
-  decoder.GetFrameCount(&count);
-  controls::Bitmap canvas;
-  for (UINT number = 0; number < std::min(count, mostFrames); ++number) {
+  if (canvas.pixels.empty() || FAILED(decoder.GetFrameCount(&count))) {
+    return animation;
+  }
+  const std::size_t most = std::min<std::size_t>(mostFrames, mostPixels / canvas.pixels.size());
+  for (UINT number = 0; number < std::min<std::size_t>(count, most); ++number) {
     IWICBitmapFrameDecode* found = nullptr;
     if (FAILED(decoder.GetFrame(number, &found))) {
       break;
@@ -108,9 +129,6 @@ Animation framesOf(IWICImagingFactory& factory, IWICBitmapDecoder& decoder) {
       break;
     }
     const FramePlaceOnCanvas place = placeOf(*found);
-    if (number == 0) {
-      canvas = controls::Bitmap(place.left + pixels.width, place.top + pixels.height);
-    }
     drawOver(canvas, place, pixels);
     constexpr unsigned usualDelay = 10;
     animation.push_back({canvas, 10 * (place.delay == 0 ? usualDelay : place.delay)});
@@ -119,6 +137,30 @@ Animation framesOf(IWICImagingFactory& factory, IWICBitmapDecoder& decoder) {
     }
   }
   return animation;
+}
+
+// The decoder of this one format. If the file could choose, it might come to any that is installed.
+ComPointer<IWICBitmapDecoder> decoderOf(IWICImagingFactory& factory, const std::string& file) {
+  IWICStream* opened = nullptr;
+  if (FAILED(factory.CreateStream(&opened))) {
+    return nullptr;
+  }
+  const ComPointer<IWICStream> stream(opened);
+  STATSTG about{};
+  if (FAILED(opened->InitializeFromFilename(wideText(file, 0).c_str(), GENERIC_READ)) ||
+      FAILED(opened->Stat(&about, STATFLAG_NONAME)) || about.cbSize.QuadPart > mostBytes) {
+    return nullptr;
+  }
+  IWICBitmapDecoder* made = nullptr;
+  if (FAILED(CoCreateInstance(CLSID_WICGifDecoder, nullptr, CLSCTX_INPROC_SERVER,
+                              IID_IWICBitmapDecoder, reinterpret_cast<void**>(&made)))) {
+    return nullptr;
+  }
+  ComPointer<IWICBitmapDecoder> decoder(made);
+  if (FAILED(made->Initialize(opened, WICDecodeMetadataCacheOnDemand))) {
+    return nullptr;
+  }
+  return decoder;
 }
 
 }  // namespace
@@ -131,13 +173,8 @@ Animation readAnimation(const std::string& file) {
     return {};
   }
   const ComPointer<IWICImagingFactory> owned(factory);
-  IWICBitmapDecoder* decoder = nullptr;
-  if (FAILED(factory->CreateDecoderFromFilename(wideText(file, 0).c_str(), nullptr, GENERIC_READ,
-                                                WICDecodeMetadataCacheOnDemand, &decoder))) {
-    return {};
-  }
-  const ComPointer<IWICBitmapDecoder> ownedDecoder(decoder);
-  return framesOf(*factory, *decoder);
+  const auto decoder = decoderOf(*factory, file);
+  return decoder == nullptr ? Animation() : framesOf(*factory, *decoder);
 }
 
 }  // namespace zelvreg::desktop

@@ -7,6 +7,7 @@
 
 #include "desktop/MainWindow.h"
 #include "form/ProcessEnd.h"
+#include "runtime/SingleInstance.h"
 #include "shell/CommandModes.h"
 #include "shell/StartUp.h"
 
@@ -25,17 +26,12 @@ void loadFromSystemFolderOnly() {
   }
 }
 
-// Two copies must not work on one registry.
-bool isFirstInstance() {
-  CreateMutexA(nullptr, FALSE, "Local\\ZelvaneFixRegistryProblems");
-  return GetLastError() != ERROR_ALREADY_EXISTS;
-}
-
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*before*/, LPSTR commandLine, int /*show*/) {
   loadFromSystemFolderOnly();
-  if (!isFirstInstance()) {
+  const zelvreg::SingleInstance instance;
+  if (!instance.isFirst()) {
     return 0;
   }
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);

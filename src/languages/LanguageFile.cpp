@@ -4,6 +4,20 @@
 #include "text/Text.h"
 
 namespace zelvreg {
+namespace {
+
+std::string_view untilEqualSign(std::string_view text) { return text.substr(0, text.find('=')); }
+
+// What stands behind a second equal sign is lost.
+std::string valueIn(std::string_view line) {
+  const std::size_t nameEnd = untilEqualSign(line).size();
+  if (nameEnd == line.size()) {
+    return {};
+  }
+  return replaceAll(untilEqualSign(line.substr(nameEnd + 1)), "\"", "");
+}
+
+}  // namespace
 
 std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key) {
   const std::string header = "[" + lowerCase(section) + "]";
@@ -15,10 +29,8 @@ std::string ReadLangValue(const std::string& file, std::string_view section, std
     const std::string_view line = trim(whole);
     const std::string lowered = lowerCase(line);
     isOn = isOn || lowered == header;
-    const auto names = split(lowered, "=");
-    if (isOn && !names.empty() && trim(names.front()) == wanted) {
-      const auto parts = split(line, "=");
-      return parts.size() > 1 ? replaceAll(parts[1], "\"", "") : std::string();
+    if (isOn && !line.empty() && trim(untilEqualSign(lowered)) == wanted) {
+      return valueIn(line);
     }
   }
   return {};

@@ -47,6 +47,10 @@ HANDLE CreateFileMappingA(HANDLE file, const SECURITY_ATTRIBUTES*, DWORD, DWORD 
                           DWORD sizeLow, LPCSTR) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return nullptr;
+  if (const auto fault = machine->faults().next(ApiCall::CreateFileMapping)) {
+    failed(*fault);
+    return nullptr;
+  }
   // Only memory without a file behind it is known here.
   if (file != INVALID_HANDLE_VALUE || sizeHigh != 0 || sizeLow == 0) {
     failed(ERROR_INVALID_PARAMETER);
@@ -55,12 +59,16 @@ HANDLE CreateFileMappingA(HANDLE file, const SECURITY_ATTRIBUTES*, DWORD, DWORD 
   return machine->openFiles().add(SharedBlock{std::vector<char>(sizeLow)});
 }
 
-LPVOID MapViewOfFile(HANDLE mapping, DWORD, DWORD, DWORD, std::size_t) {
+LPVOID MapViewOfFile(HANDLE mapping, DWORD, DWORD, DWORD, std::size_t size) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return nullptr;
   SharedBlock* block = machine->openFiles().block(mapping);
-  if (block == nullptr) failed(ERROR_INVALID_HANDLE);
-  return block == nullptr ? nullptr : block->bytes.data();
+  auto fault = machine->faults().next(ApiCall::MapViewOfFile);
+  if (block == nullptr) fault = ERROR_INVALID_HANDLE;
+  if (!fault && size > block->bytes.size()) fault = ERROR_ACCESS_DENIED;
+  if (!fault) return block->bytes.data();
+  failed(*fault);
+  return nullptr;
 }
 
 BOOL FlushViewOfFile(LPCVOID view, std::size_t) {
@@ -70,4 +78,22 @@ BOOL FlushViewOfFile(LPCVOID view, std::size_t) {
 }
 
 BOOL UnmapViewOfFile(LPCVOID view) { return FlushViewOfFile(view, 0); }
+
+SIZE_T VirtualQuery(LPCVOID memory, PMEMORY_BASIC_INFORMATION region, SIZE_T size) {
+  Machine* machine = machineInForce();
+  if (machine == nullptr) return 0;
+  SharedBlock* block = machine->openFiles().blockAt(memory);
+  if (block == nullptr || size < sizeof *region) {
+    failed(ERROR_INVALID_PARAMETER);
+    return 0;
+  }
+  *region = {.BaseAddress = block->bytes.data(),
+             .AllocationBase = block->bytes.data(),
+             .AllocationProtect = PAGE_READWRITE,
+             .RegionSize = block->bytes.size(),
+             .State = MEM_COMMIT,
+             .Protect = PAGE_READWRITE,
+             .Type = MEM_MAPPED};
+  return sizeof *region;
+}
 }

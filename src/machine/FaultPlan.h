@@ -36,6 +36,8 @@ enum class ApiCall : std::uint8_t {
   SetFileAttributes,
   FindFirstFile,
   PrivateProfile,
+  CreateFileMapping,
+  MapViewOfFile,
   Count,
 };
 

@@ -14,7 +14,7 @@ namespace {
 void readIniValue(const std::string& file, const std::string& section, const std::string& key,
                   const std::string& kind, const Variant& fallback, Variant& result, LONG& rc) {
   if (kind != "S") {
-    const int number = static_cast<int>(leadingNumber(textOf(fallback)));
+    const int number = leadingInteger(textOf(fallback));
     rc = static_cast<LONG>(
         GetPrivateProfileIntA(section.c_str(), key.c_str(), number, file.c_str()));
     return;

@@ -7,11 +7,21 @@
 #include "runtime/WindowsFolder.h"
 #include "scan/Findings.h"
 #include "text/Text.h"
+#include "widgets/SystemText.h"
 
 namespace zelvreg {
+namespace {
+
+// The path is quoted, as a blank in a folder's name would end the program's.
+void start(const std::string& program, const std::string& arguments = {}) {
+  WinExec(("\"" + program + "\"" + arguments).c_str(), SW_SHOWNORMAL);
+}
+
+}  // namespace
 
 void View2_ItemClick(Form42& form, std::size_t row) {
   const std::string& badValue = form.View2.text(row, badValueColumn);
+  showSystemText({&form.Label5, &form.Label7});
   form.Label5.caption = badValue;
   form.selectedRow = row;
   form.lastClickedRow = row;
@@ -32,14 +42,11 @@ void View2_DblClick(Form42& form) {
   SaveRegString(HiveHandle::CurrentUser,
                 "Software\\Microsoft\\Windows\\CurrentVersion\\Applets\\Regedit", "LastKey",
                 fullKey(form, row));
-  WinExec((windowsFolder() + "\\regedit.exe").c_str(), SW_SHOWNORMAL);
+  start(windowsFolder() + "\\regedit.exe");
 }
 
 void Command28_Click(Form42& form) {
-  // Quoted, as a blank in the folder's name would end the program's.
-  const std::string command =
-      "\"" + form.programFolder + "\\zelvrege.exe\" " + fullKey(form, form.selectedRow);
-  WinExec(command.c_str(), SW_SHOWNORMAL);
+  start(form.programFolder + "\\zelvrege.exe", " " + fullKey(form, form.selectedRow));
 }
 
 }  // namespace zelvreg

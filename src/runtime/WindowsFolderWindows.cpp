@@ -8,8 +8,9 @@ namespace zelvreg {
 
 std::string windowsFolder() {
   std::array<char, MAX_PATH> path{};
-  const UINT length = GetWindowsDirectoryA(path.data(), static_cast<UINT>(path.size()));
-  return {path.data(), length};
+  // Not GetWindowsDirectory, which on a terminal server may give a folder that is the user's own.
+  const UINT length = GetSystemWindowsDirectoryA(path.data(), static_cast<UINT>(path.size()));
+  return {path.data(), length < path.size() ? length : 0};
 }
 
 }  // namespace zelvreg

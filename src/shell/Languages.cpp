@@ -19,6 +19,8 @@ namespace {
 
 constexpr int pickerGap = 100;  // twips
 constexpr std::uint32_t pickerHoverColor = 15126960;
+// More than a screen or a reader holds: the list may be anybody's.
+constexpr std::size_t mostLanguages = 1000;
 constexpr const char* listFile = "data.lang";
 
 std::string settingOr(const char* key, const char* valueName, const char* fallback) {
@@ -42,7 +44,7 @@ void fillEntry(Form42& form, std::size_t number, std::string_view entry) {
   const auto fields = split(entry, ",");
   Font font{.name = "Arial Unicode MS", .size = 10};
   if (fields.size() > 1) {
-    font.charset = static_cast<int>(leadingNumber(fields[1]));
+    font.charset = leadingInteger(fields[1]);
   }
   label.font = font;
   if (!fields.empty()) {
@@ -56,9 +58,9 @@ void fillEntry(Form42& form, std::size_t number, std::string_view entry) {
 }  // namespace
 
 void readLanguageChoice(Form42& form) {
-  form.langCode = static_cast<int>(leadingNumber(readSetting(languageKey, "langcode")));
+  form.langCode = leadingInteger(readSetting(languageKey, "langcode"));
   form.langTag = readSetting(languageKey, "lang");
-  form.langIndex = static_cast<int>(leadingNumber(readSetting(languageKey, "langindex")));
+  form.langIndex = leadingInteger(readSetting(languageKey, "langindex"));
   form.langFileName = "zelvreg-" + form.langTag + ".lang";
 }
 
@@ -117,7 +119,9 @@ void loadavlang(Form42& form) {
   const std::string list = ReadLangValue(file, "lang", "zelvreg");
   std::size_t number = 0;
   for (const std::string_view entry : split(list, "|")) {
-    fillEntry(form, number++, entry);
+    if (number < mostLanguages) {
+      fillEntry(form, number++, entry);
+    }
   }
   form.pictrlang.height = bottomOf(*form.lbllanguage.back()) + pickerGap;
 }

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "form/ProcessEnd.h"
 #include "scan/Findings.h"
@@ -15,32 +16,45 @@ constexpr DWORD blockSize = 256;
 constexpr const char* suiteTitle = "Zelvane Tuner";
 constexpr UINT countMessage = WM_USER + 1;
 
+// Whether the block can be written to its end. One that somebody else has made under this name, of
+// whatever size and sort, is mapped in the place of ours.
+bool isWritable(const void* view) {
+  MEMORY_BASIC_INFORMATION region{};
+  return VirtualQuery(view, &region, sizeof region) != 0 && region.State == MEM_COMMIT &&
+         region.Protect == PAGE_READWRITE && region.RegionSize >= blockSize;
+}
+
 // A named block that other processes can map for as long as this lives.
 class SharedText {
  public:
   explicit SharedText(const std::string& text)
       : mapping(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, blockSize,
                                    blockName)),
-        view(mapping == nullptr ? nullptr : MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, 0)) {
-    if (view != nullptr) {
-      // Without a terminator: the window learns the length by the message.
-      const std::size_t size = std::min<std::size_t>(text.size(), blockSize);
-      std::copy_n(text.begin(), size, static_cast<char*>(view));
-      FlushViewOfFile(view, size);
+        view(mapping == nullptr ? nullptr
+                                : MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, blockSize)) {
+    if (view == nullptr || !isWritable(view)) {
+      close();
+      return;
     }
+    // Without a terminator: the window learns the length by the message.
+    const std::size_t size = std::min<std::size_t>(text.size(), blockSize);
+    std::copy_n(text.begin(), size, static_cast<char*>(view));
+    FlushViewOfFile(view, size);
   }
   SharedText(const SharedText&) = delete;
   SharedText& operator=(const SharedText&) = delete;
-  ~SharedText() {
+  ~SharedText() { close(); }
+
+ private:
+  void close() {
     if (view != nullptr) {
-      UnmapViewOfFile(view);
+      UnmapViewOfFile(std::exchange(view, nullptr));
     }
     if (mapping != nullptr) {
-      CloseHandle(mapping);
+      CloseHandle(std::exchange(mapping, nullptr));
     }
   }
 
- private:
   HANDLE mapping;
   void* view;
 };

@@ -1,7 +1,9 @@
 #include "text/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
 #include <optional>
 
 #include "text/Text.h"
@@ -186,6 +188,13 @@ double leadingNumber(std::string_view text) {
   double number = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), number);
   return isNegative ? -number : number;
+}
+
+std::int32_t leadingInteger(std::string_view text) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  const double number = leadingNumber(text);
+  return static_cast<std::int32_t>(
+      std::clamp(number, static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
 }
 
 std::string decimal(std::int64_t number) { return std::to_string(number); }

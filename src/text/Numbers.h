@@ -15,6 +15,9 @@ namespace zelvreg {
 // number gives 0. So "12 Problem(s)" is 12 and "1 2" is 12.
 double leadingNumber(std::string_view text);
 
+// The same without its fraction; beyond 32 bits, the nearest that they hold.
+std::int32_t leadingInteger(std::string_view text);
+
 // The number that a whole text is, as a conversion takes it: blanks around it, a sign on either
 // side, a currency sign ("$"), brackets for a negative number, commas between the digits, one
 // decimal point, an exponent; or a whole number in hexadecimal or octal. Nothing for any other

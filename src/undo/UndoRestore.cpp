@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
 
 #include "registry/Hives.h"
 #include "text/Numbers.h"
@@ -101,6 +103,13 @@ void restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
   }
 }
 
+// A field that is no number, or is one beyond 16 bits, leaves the one of the record before.
+int digitOf(const std::string& field, int before) {
+  const double number = std::nearbyint(wholeNumber(field).value_or(before));
+  const bool fits = number >= INT16_MIN && number <= INT16_MAX;
+  return fits ? static_cast<int>(number) : before;
+}
+
 }  // namespace
 
 void restoreJournal(Form42& form, std::string_view file) {
@@ -111,8 +120,7 @@ void restoreJournal(Form42& form, std::string_view file) {
     form.messages.doEvents();
     form.journalRecord = journalRecordAt(file, number);
     const JournalRecord& record = form.journalRecord;
-    // A field that is no number leaves the one of the record before.
-    digit = static_cast<int>(wholeNumber(record.hive).value_or(digit));
+    digit = digitOf(record.hive, digit);
     if (record.kind == sharedDll) {
       restoreSharedDll(form, record, digit);
     } else {

@@ -2,6 +2,7 @@
 
 #include "runtime/FileText.h"
 #include "support/ComputerFixture.h"
+#include "support/UnrulyContents.h"
 
 namespace zelvreg {
 namespace {
@@ -46,6 +47,17 @@ TEST(ExclusionText, QuotesKeepBlanksThatAreLostWithoutThem) {
 
 TEST(ExclusionText, AnEmptyLineIsAnEmptyEntry) {
   EXPECT_EQ(exclusionsIn("first line\r\n\r\nlast\r\n"), (Texts{"first line", "", "last"}));
+}
+
+TEST(ExclusionText, AnyTextGivesNoMoreThanItHolds) {
+  for (const std::string& content : fixture::unrulyContents("a,\" \r\n")) {
+    std::size_t length = 0;
+    for (const std::string& entry : exclusionsIn(content)) {
+      length += entry.size();
+    }
+    EXPECT_LE(length, content.size());
+  }
+  EXPECT_EQ(exclusionsIn(std::string(1000, ',')).size(), 1000U);
 }
 
 class ExclusionFileTest : public fixture::ComputerFixture {

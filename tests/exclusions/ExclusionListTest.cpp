@@ -1,5 +1,6 @@
 // What the exclusions do to the results, and how a result becomes one.
 #include "exclusions/ExclusionFixture.h"
+#include "support/UnrulyContents.h"
 
 namespace zelvreg {
 namespace {
@@ -42,6 +43,15 @@ TEST_F(ExclusionListTest, LettersCountAlikeInBothCases) {
   EXPECT_EQ(left("hkey_local_machine\\SOFTWARE\\a", {"Software\\A", "b"}), (Texts{"b"}));
   EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\", {"Software\\A", "b"}), Texts());
   EXPECT_EQ(left("hkey_local_machine\\", {"Software\\A", "b"}), Texts());
+}
+
+TEST_F(ExclusionListTest, AFileOfAnyBytesTakesSomeKeysOrNone) {
+  for (const std::string& content : fixture::unrulyContents("a,*?#[]!-\" \r\n")) {
+    for (const std::string& key : left(content, {"a", "Software\\a", "\xE4"})) {
+      EXPECT_TRUE(key == "a" || key == "Software\\a" || key == "\xE4") << key;
+    }
+  }
+  EXPECT_EQ(left(fixture::longLine('x'), {"a"}), (Texts{"a"}));
 }
 
 TEST_F(ExclusionListTest, AKeyShorterThanTheEntryStays) {

@@ -2,6 +2,7 @@
 
 #include "languages/Charset.h"
 #include "support/ComputerFixture.h"
+#include "support/UnrulyContents.h"
 
 namespace zelvreg {
 namespace {
@@ -54,6 +55,23 @@ TEST_F(LanguageFileTest, TextsAreReadFromTheFileOfTheLanguageInUse) {
   form.langFileName = "mine.lang";
   makeFile("C:\\LanguageTest\\lang\\mine.lang", "[Form42]\na1=Fonts\n");
   EXPECT_EQ(readLanguageText(form, "Form42", "a1"), "Fonts");
+}
+
+TEST_F(LanguageFileTest, AnyFileGivesNoMoreThanAPieceOfALine) {
+  for (const std::string& content : fixture::unrulyContents("[]a=\" \r\n")) {
+    makeFile(file, content);
+    for (const char* key : {"", "a", "aa", "no such key"}) {
+      const std::string value = ReadLangValue(file, "a", key);
+      EXPECT_EQ(value.find_first_of("=\"\n"), std::string::npos);
+    }
+  }
+}
+
+TEST_F(LanguageFileTest, AValueMayBeAsLongAsItsLine) {
+  const std::string text = fixture::longLine('\0');
+  makeFile(file, "[A]\nk=" + text + "\nlater=1\n");
+  EXPECT_TRUE(ReadLangValue(file, "A", "k") == text);
+  EXPECT_EQ(ReadLangValue(file, "A", "later"), "1");
 }
 
 TEST(Charset, MatchesTheSystemByTheProgramsOwnPairs) {

@@ -29,7 +29,8 @@ constexpr std::array callNames{
     "RegGetKeySecurity", "RegSetKeySecurity", "LookupAccountName", "GetFileSecurity",
     "SetFileSecurity",   "CreateFile",        "ReadFile",          "WriteFile",
     "DeleteFile",        "MoveFile",          "CreateDirectory",   "GetFileAttributes",
-    "SetFileAttributes", "FindFirstFile",     "PrivateProfile",
+    "SetFileAttributes", "FindFirstFile",     "PrivateProfile",    "CreateFileMapping",
+    "MapViewOfFile",
 };
 static_assert(callNames.size() == static_cast<std::size_t>(ApiCall::Count));
 

@@ -11,7 +11,7 @@ namespace zelvreg {
 namespace {
 
 // By its whole path: whatever bears its name beside the program is not started.
-constexpr const char* editor = "C:\\Windows\\regedit.exe";
+constexpr const char* editor = "\"C:\\Windows\\regedit.exe\"";
 
 using Texts = std::vector<std::string>;
 

@@ -1,17 +1,23 @@
 #include <windows.h>
 
+#include <algorithm>
+
 #include "runtime/Directory.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
 #include "runtime/FileText.h"
 #include "support/ComputerFixture.h"
+#include "support/UnrulyContents.h"
 
 namespace zelvreg {
 namespace {
 
 using fileSystemObject::TextStream;
 
-class RuntimeTest : public fixture::ComputerFixture {};
+class RuntimeTest : public fixture::ComputerFixture {
+ protected:
+  RuntimeTest() { makeFolder("C:\\Runtime"); }
+};
 
 TEST_F(RuntimeTest, DirGivesTheNameOfAFile) {
   makeFile("C:\\Runtime\\Some File.txt");
@@ -89,6 +95,21 @@ TEST_F(RuntimeTest, AWholeFileIsReadHoweverLongItIs) {
   const std::string content(200000, 'z');
   makeFile("C:\\Runtime\\long.txt", content);
   EXPECT_EQ(readFileText("C:\\Runtime\\long.txt"), content);
+}
+
+TEST_F(RuntimeTest, AnyBytesAreReadBackAndComeOutAsLines) {
+  for (const std::string& content : fixture::unrulyContents("a\r\n")) {
+    ASSERT_TRUE(replaceFileText("C:\\Runtime\\unruly.txt", content));
+    EXPECT_TRUE(readFileText("C:\\Runtime\\unruly.txt") == content);
+    auto stream = TextStream::openTextFile("C:\\Runtime\\unruly.txt");
+    std::size_t lines = 0;
+    while (!stream.atEndOfStream()) {
+      EXPECT_EQ(stream.readLine().find('\n'), std::string::npos);
+      ++lines;
+    }
+    const auto ends = static_cast<std::size_t>(std::ranges::count(content, '\n'));
+    EXPECT_EQ(lines, ends + (content.back() == '\n' ? 0 : 1));
+  }
 }
 
 TEST_F(RuntimeTest, VariablesAreReadWithoutRegardToCase) {

@@ -106,6 +106,15 @@ TEST_F(LanguagesTest, AnEntryWithMissingFieldsKeepsWhatItHas) {
   EXPECT_EQ(form.lbllanguage[1]->font.get().charset, 238);
 }
 
+TEST_F(LanguagesTest, AListWithoutEndHasAnEnd) {
+  constexpr int charset = 2147483647;
+  makeFile(folder + "\\lang\\data.lang",
+           "[lang]\nzelvreg=One,1e300|" + std::string(100000, '|') + "\n");
+  loadavlang(form);
+  EXPECT_EQ(form.lbllanguage.size(), 1000U);
+  EXPECT_EQ(form.lbllanguage[0]->font.get().charset, charset);
+}
+
 TEST_F(LanguagesTest, EveryKeyStandsInEveryLanguageWithATextOfItsOwn) {
   for (const Language& language : shipped) {
     const std::string file = folder + "\\lang\\zelvreg-" + language.tag + ".lang";

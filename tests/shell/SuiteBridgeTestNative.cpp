@@ -42,5 +42,30 @@ TEST_F(SuiteBridgeTest, ATextThatIsLongerThanTheBlockIsCut) {
   EXPECT_EQ(machine.suiteTexts()[0], std::string(256, 'x'));
 }
 
+class FailingBlockTest : public SuiteBridgeTest,
+                         public ::testing::WithParamInterface<machine::ApiCall> {};
+
+TEST_P(FailingBlockTest, LosesOneReportAndTheScanRunsOn) {
+  setting("suite", "1");
+  machine::Machine& machine = start();
+  machine.faults().fail(GetParam(), 1, ERROR_NOT_ENOUGH_MEMORY);
+  Timer2_Timer(form);
+  EXPECT_TRUE(machine.suiteTexts().empty());
+  EXPECT_EQ(machine.openFiles().count(), 0U);
+  Timer2_Timer(form);
+  EXPECT_EQ(machine.suiteTexts(), std::vector<std::string>{"r|0"});
+}
+
+TEST_P(FailingBlockTest, EndsTheScanWithoutTheWindowAllTheSame) {
+  machine::Machine& machine = start();
+  machine.faults().fail(GetParam(), 1, ERROR_NOT_ENOUGH_MEMORY);
+  EXPECT_THROW(Timer2_Timer(form), ProcessEnd);
+  EXPECT_EQ(machine.openFiles().count(), 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, FailingBlockTest,
+                         ::testing::Values(machine::ApiCall::CreateFileMapping,
+                                           machine::ApiCall::MapViewOfFile));
+
 }  // namespace
 }  // namespace zelvreg

@@ -75,5 +75,13 @@ TEST(Decimal, WritesAMinusBelowZero) {
   EXPECT_EQ(decimal(-12), "-12");
 }
 
+TEST(LeadingInteger, IsCutAndStaysInsideThirtyTwoBits) {
+  EXPECT_EQ(leadingInteger("12.9 entries"), 12);
+  EXPECT_EQ(leadingInteger("-12.9"), -12);
+  EXPECT_EQ(leadingInteger("nothing"), 0);
+  EXPECT_EQ(leadingInteger("99999999999"), 2147483647);
+  EXPECT_EQ(leadingInteger("-1e300"), -2147483647 - 1);
+}
+
 }  // namespace
 }  // namespace zelvreg

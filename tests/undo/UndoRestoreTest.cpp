@@ -102,5 +102,17 @@ TEST_F(UndoRestoreTest, AKeyThatWasCutComesBackCut) {
   EXPECT_EQ(storedText(machineKey + "\\" + std::string(150 - 25, 'k'), "name"), "text");
 }
 
+TEST_F(UndoRestoreTest, ADigitThatIsNoneOfThisSizeIsThatOfTheRecordBefore) {
+  const auto record = [](const char* hive, const char* value) {
+    return journalBytes({"771", hive, "Software\\UndoRestoreTest", value, "data"});
+  };
+  restoreJournal(form, record("1", "a") + record("1e300", "b") + record("-32769", "c") +
+                           record("word", "d") + record("32767", "e"));
+  for (const char* value : {"a", "b", "c", "d"}) {
+    EXPECT_EQ(storedText(machineKey, value), "data") << value;
+  }
+  EXPECT_EQ(storedText(machineKey, "e"), "(none)");
+}
+
 }  // namespace
 }  // namespace zelvreg

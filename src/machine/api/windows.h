@@ -391,6 +391,19 @@ using LRESULT = std::intptr_t;
 inline constexpr UINT WM_USER = 0x400;
 inline constexpr DWORD PAGE_READWRITE = 4;
 inline constexpr DWORD FILE_MAP_ALL_ACCESS = 0xF001F;
+inline constexpr DWORD MEM_COMMIT = 0x1000;
+inline constexpr DWORD MEM_MAPPED = 0x40000;
+
+struct MEMORY_BASIC_INFORMATION {
+  PVOID BaseAddress;
+  PVOID AllocationBase;
+  DWORD AllocationProtect;
+  SIZE_T RegionSize;
+  DWORD State;
+  DWORD Protect;
+  DWORD Type;
+};
+using PMEMORY_BASIC_INFORMATION = MEMORY_BASIC_INFORMATION*;
 
 extern "C" {
 HWND FindWindowA(LPCSTR className, LPCSTR title);
@@ -401,6 +414,7 @@ LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offse
                      std::size_t size);
 BOOL FlushViewOfFile(LPCVOID view, std::size_t size);
 BOOL UnmapViewOfFile(LPCVOID view);
+SIZE_T VirtualQuery(LPCVOID memory, PMEMORY_BASIC_INFORMATION region, SIZE_T size);
 }
 
 // Programs.

@@ -1,0 +1,43 @@
+#include <windows.h>
+
+// This one stands on the one before.
+#include <sddl.h>
+
+#include "runtime/SingleInstance.h"
+
+namespace zelvreg {
+namespace {
+
+constexpr const char* mutexName = "Global\\ZelvaneFixRegistryProblems";
+// All rights for administrators and the system, none for others: who could open it could also keep
+// it open.
+constexpr const char* mutexAccess = "D:(A;;GA;;;BA)(A;;GA;;;SY)";
+
+// Null for one that is there already, and for a name that this process may not use.
+HANDLE newMutex() {
+  SECURITY_ATTRIBUTES security{sizeof security, nullptr, FALSE};
+  if (ConvertStringSecurityDescriptorToSecurityDescriptorA(
+          mutexAccess, SDDL_REVISION_1, &security.lpSecurityDescriptor, nullptr) == FALSE) {
+    return nullptr;
+  }
+  HANDLE mutex = CreateMutexA(&security, FALSE, mutexName);
+  const bool isOld = GetLastError() == ERROR_ALREADY_EXISTS;
+  LocalFree(security.lpSecurityDescriptor);
+  if (mutex != nullptr && isOld) {
+    CloseHandle(mutex);
+    return nullptr;
+  }
+  return mutex;
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance() : mutex(newMutex()) {}
+
+SingleInstance::~SingleInstance() {
+  if (mutex != nullptr) {
+    CloseHandle(mutex);
+  }
+}
+
+}  // namespace zelvreg

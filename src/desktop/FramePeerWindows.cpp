@@ -14,14 +14,7 @@ constexpr int captionTo = 17;
 
 FramePeer::FramePeer(Desk& sharedDesk, HWND parent, Frame& shownFrame, FrameOptions frameOptions)
     : Peer(sharedDesk, shownFrame), frame(shownFrame), options(frameOptions) {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = procedure;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-  description.lpszClassName = frameClass;
-  // Fails for every frame but the first, whose class serves all.
-  RegisterClassExW(&description);
+  registerClass(frameClass, procedure);
   own(makeChild(parent, frameClass, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT));
   showAll();
 }

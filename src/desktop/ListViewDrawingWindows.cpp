@@ -9,6 +9,7 @@ namespace {
 
 constexpr int cellMargin = 10;
 constexpr int iconLeft = 36;
+constexpr int iconLength = 16;
 constexpr int textLeftOfIcon = 60;
 
 void fill(controls::Canvas& canvas, const RECT& place, Rgb colour) {
@@ -73,7 +74,8 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
                   desk().colours);
   }
   if (options.hasIcons) {
-    if (const controls::Picture icon = desk().icon(list.smallIcon(row))) {
+    if (const controls::Picture icon =
+            desk().icon(list.smallIcon(row), iconLength, iconTone(row))) {
       canvas.draw(*icon, desk().points(iconLeft), (height - icon->height) / 2);
     }
   }
@@ -103,7 +105,7 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   cell.right -= desk().points(6);
   const std::string& statusIcon = list.reportIcon(row, column);
   if (!statusIcon.empty()) {
-    if (const controls::Picture icon = desk().icon(statusIcon)) {
+    if (const controls::Picture icon = desk().icon(statusIcon, iconLength, iconTone(row))) {
       buffer.canvas().draw(*icon, cell.left, (cell.bottom - icon->height) / 2);
     }
     cell.left += desk().points(24);
@@ -113,6 +115,12 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
   drawText(buffer.dc(), wideText(list.text(row, column), textCharset()), cell,
            isRight ? DT_RIGHT : DT_LEFT, cellColour(row, column));
+}
+
+// In high contrast a highlighted row has one colour for all that it shows.
+std::optional<Tone> ListViewPeer::iconTone(std::size_t row) const {
+  return desk().colours.isSystem() && list.isSelected(row) ? std::optional(Tone::OnSelected)
+                                                           : std::nullopt;
 }
 
 // A row under test, or with findings, has the bright red of old; it is drawn calm.

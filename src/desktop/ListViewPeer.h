@@ -10,6 +10,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -62,6 +64,8 @@ class ListViewPeer : public Peer {
     bool selection = false;
     bool columns = false;
     std::size_t inView = 0;
+    // Those alone, as drawing a screenful at each step of a scan would take longer than the step.
+    std::set<std::size_t> single;
   };
   void catchUp();
   void showSelection();
@@ -82,6 +86,7 @@ class ListViewPeer : public Peer {
   void drawCell(const controls::PaintBuffer& buffer, std::size_t row, std::size_t column,
                 RECT cell) const;
   LRESULT drawHeader(NMCUSTOMDRAW& request) const;
+  [[nodiscard]] std::optional<Tone> iconTone(std::size_t row) const;
   [[nodiscard]] Rgb cellColour(std::size_t row, std::size_t column) const;
   [[nodiscard]] int textCharset() const { return options.holdsSystemText ? 0 : charset(); }
   // Rounded down, so that all rows fit where they are to fit.

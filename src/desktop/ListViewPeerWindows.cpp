@@ -1,9 +1,13 @@
 #include "desktop/ListViewPeer.h"
 
+#include <utility>
+
 namespace zelvreg::desktop {
 namespace {
 
 constexpr UINT_PTR subclassId = 1;
+// More than a screenful.
+constexpr std::size_t mostSingleRows = 64;
 constexpr UINT checkedImage = 2;
 constexpr UINT uncheckedImage = 1;
 
@@ -100,7 +104,7 @@ void ListViewPeer::fitColumns() {
   }
 }
 
-void ListViewPeer::showRows(Change what, std::size_t /*row*/) {
+void ListViewPeer::showRows(Change what, std::size_t row) {
   switch (what) {
     case Change::Selection:
       stale.selection = true;
@@ -108,6 +112,13 @@ void ListViewPeer::showRows(Change what, std::size_t /*row*/) {
     case Change::Scroll:
       stale.inView = list.rowInView();
       break;
+    case Change::Row:
+    case Change::Checks:
+      if (row > 0 && stale.single.size() < mostSingleRows) {
+        stale.single.insert(row);
+        break;
+      }
+      [[fallthrough]];
     default:
       stale.rows = true;
       break;
@@ -117,8 +128,7 @@ void ListViewPeer::showRows(Change what, std::size_t /*row*/) {
 
 void ListViewPeer::catchUp() {
   isShowing = true;
-  const Stale changes = stale;
-  stale = {};
+  const Stale changes = std::exchange(stale, {});
   if (changes.columns) {
     for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
       std::wstring text = wideText(list.columnHeaders()[column].text, charset());
@@ -133,6 +143,12 @@ void ListViewPeer::catchUp() {
                             LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
     fitColumns();
     repaint();
+  }
+  if (!changes.rows) {
+    for (const std::size_t row : changes.single) {
+      const auto item = static_cast<int>(row) - 1;
+      ListView_RedrawItems(hwnd(), item, item);
+    }
   }
   if (changes.selection || changes.rows) {
     showSelection();

@@ -61,9 +61,10 @@ void MainWindow::connectForm() {
 
 Answer MainWindow::showMessage(const UserMessage& message) {
   desk.catchUp();
-  const std::wstring text = wideText(message.text, form.langCode);
+  // English and names of the system, whatever language the form speaks.
+  const std::wstring text = wideText(message.text, 0);
   const std::wstring title =
-      wideText(message.title.empty() ? form.Label1.caption.get() : message.title, form.langCode);
+      wideText(message.title.empty() ? form.Label1.caption.get() : message.title, 0);
   // Whichever of the program's windows the user works in, also while another program is in front.
   HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
   const int answer = MessageBoxW(owner, text.c_str(), title.c_str(),

@@ -56,18 +56,11 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::makeWindow() {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = procedure;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-  description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
-  description.lpszClassName = windowClass;
-  RegisterClassExW(&description);
+  registerClass(windowClass, procedure);
   window = CreateWindowExW(
       WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
       WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.points(windowWidth),
-      desk.points(windowHeight), nullptr, nullptr, description.hInstance, this);
+      desk.points(windowHeight), nullptr, nullptr, GetModuleHandleW(nullptr), this);
   changeResolution(resolutionOf(window), nullptr);
   taskBarCreated = RegisterWindowMessageW(L"TaskbarCreated");
   letThrough(window, taskBarCreated);
@@ -269,7 +262,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::serve() {
-  constexpr DWORD interval = 25;  // milliseconds
+  constexpr DWORD interval = 10;  // milliseconds, which the clock rounds up to a tick of 16
   const DWORD now = GetTickCount();
   if (now - servedAt < interval) {
     return;

@@ -85,6 +85,9 @@ std::optional<LRESULT> pressByKey(UINT message, WPARAM wParam, LPARAM lParam,
 // Gives the one-point border of a window the colour of borders. The desk outlives it.
 void colourBorder(HWND window, Desk& desk);
 
+// A class of the program's own windows; once it is there, it serves all later ones.
+void registerClass(const wchar_t* name, WNDPROC procedure);
+
 // Makes a child window of a system class, hidden.
 HWND makeChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD extendedStyle = 0);
 

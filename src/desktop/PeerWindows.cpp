@@ -204,6 +204,17 @@ bool pressFocusedButton() {
   return isButton;
 }
 
+void registerClass(const wchar_t* name, WNDPROC procedure) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = procedure;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+  description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
+  description.lpszClassName = name;
+  RegisterClassExW(&description);
+}
+
 HWND makeChild(HWND parent, const wchar_t* windowClass, DWORD style, DWORD extendedStyle) {
   return CreateWindowExW(extendedStyle, windowClass, L"", WS_CHILD | WS_CLIPSIBLINGS | style, 0, 0,
                          0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);

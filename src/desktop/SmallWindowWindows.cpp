@@ -27,20 +27,13 @@ SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& fo
       shadow(formShadow),
       owner(ownerWindow),
       onClose(std::move(close)) {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = procedure;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-  description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
-  description.lpszClassName = windowClass;
-  RegisterClassExW(&description);
+  registerClass(windowClass, procedure);
   const RECT area = workArea();
   window = CreateWindowExW(
       WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
       WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, area.left + desk.fromTwips(form.left),
       area.top + desk.fromTwips(form.top), desk.fromTwips(form.width), desk.fromTwips(form.height),
-      owner, nullptr, description.hInstance, this);
+      owner, nullptr, GetModuleHandleW(nullptr), this);
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   shadow.attach(this);

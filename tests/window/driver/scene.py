@@ -11,7 +11,9 @@ from .waiting import wait_until
 class Stage:
     """What all stories share."""
 
-    def __init__(self, build, work, pictures, display):
+    def __init__(self, build, work, pictures, display, limit=120):
+        """`limit` is how many seconds a scene may take."""
+        self.limit = limit
         self.build, self.work, self.pictures, self.display = build, work, pictures, display
         self.empty, self.demo = work / "empty", work / "demo"
         tool = findings.CHECKOUT / "tools" / "demo-prefix"
@@ -44,7 +46,7 @@ class Scene:
     def __enter__(self):
         copy_prefix(self.stage.demo, self.prefix)
         self.box = Box(self.stage.build, self.prefix, self.stage.display.name,
-                       self.stage.demo / "demo.reg")
+                       self.stage.demo / "demo.reg", self.stage.limit)
         self.screen = Screen(self.box, self.stage.display, self.stage.pictures, self.story)
         return self
 

@@ -61,7 +61,7 @@ class MainWindow : private ControlPeer {
   void showMenus();
   void showColour();
   void paintGround(HDC context) const;
-  // The work area in the form's measure, and a resolution at which the window fits into it.
+  // The size of the main screen in the form's measure.
   void readScreen();
   void changeResolution(int resolution, const RECT* suggested);
   void showAll();

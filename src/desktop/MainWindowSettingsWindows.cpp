@@ -14,8 +14,8 @@ void MainWindow::showAll() {
 }
 
 void MainWindow::changeResolution(int resolution, const RECT* suggested) {
-  const RECT area = workArea();
-  const int fitting = fittingResolution(resolution, area.right - area.left, area.bottom - area.top);
+  const SIZE room = roomInTheMiddle();
+  const int fitting = fittingResolution(resolution, room.cx, room.cy);
   const bool isNew = fitting != desk.resolution();
   desk.setResolution(fitting);
   readScreen();

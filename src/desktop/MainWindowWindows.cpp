@@ -67,9 +67,8 @@ void MainWindow::makeWindow() {
 }
 
 void MainWindow::readScreen() {
-  const RECT area = workArea();
-  form.screen = {.width = desk.toTwips(area.right - area.left),
-                 .height = desk.toTwips(area.bottom - area.top)};
+  const SIZE size = screenSize();
+  form.screen = {.width = desk.toTwips(size.cx), .height = desk.toTwips(size.cy)};
 }
 
 void MainWindow::attachWindowParts() {
@@ -105,10 +104,8 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
 
 void MainWindow::showWindow(Change what) {
   if (what == Change::Place) {
-    const RECT area = workArea();
-    SetWindowPos(window, nullptr, area.left + desk.fromTwips(form.window.left),
-                 area.top + desk.fromTwips(form.window.top), 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(window, nullptr, desk.fromTwips(form.window.left), desk.fromTwips(form.window.top),
+                 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   } else if (what == Change::Visible) {
     ShowWindow(window, form.window.visible ? SW_SHOW : SW_HIDE);
     if (form.window.visible) {

@@ -3,7 +3,6 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "controls/modShadow.h"
-#include "desktop/SystemScreen.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -28,12 +27,11 @@ SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& fo
       owner(ownerWindow),
       onClose(std::move(close)) {
   registerClass(windowClass, procedure);
-  const RECT area = workArea();
-  window = CreateWindowExW(
-      WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
-      WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, area.left + desk.fromTwips(form.left),
-      area.top + desk.fromTwips(form.top), desk.fromTwips(form.width), desk.fromTwips(form.height),
-      owner, nullptr, GetModuleHandleW(nullptr), this);
+  window =
+      CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
+                      WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, desk.fromTwips(form.left),
+                      desk.fromTwips(form.top), desk.fromTwips(form.width),
+                      desk.fromTwips(form.height), owner, nullptr, GetModuleHandleW(nullptr), this);
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   shadow.attach(this);

@@ -10,8 +10,11 @@ namespace zelvreg::desktop {
 int resolutionOfSystem();
 int resolutionOf(HWND window);
 
-// Of the main screen, without the task bar.
-RECT workArea();
+// Of the main screen, in its points.
+SIZE screenSize();
+
+// What a window in the middle of the main screen may take without touching the task bar.
+SIZE roomInTheMiddle();
 
 // The program runs as administrator, whom the shell's messages do not reach without leave.
 void letThrough(HWND window, UINT message);

@@ -1,5 +1,8 @@
 #include "desktop/SystemScreen.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "controls/PaintBuffer.h"
 
 namespace zelvreg::desktop {
@@ -25,10 +28,18 @@ int resolutionOf(HWND window) {
   return told == 0 ? resolutionOfSystem() : static_cast<int>(told);
 }
 
-RECT workArea() {
+SIZE screenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
+
+SIZE roomInTheMiddle() {
   RECT area{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-  return area;
+  const SIZE screen = screenSize();
+  // A bar on one side takes as much from the other, which the middle is as far from.
+  const auto bars = [](LONG before, LONG behind) {
+    return std::abs(std::max<LONG>(0, before) - std::max<LONG>(0, behind));
+  };
+  return {area.right - area.left - bars(area.left, screen.cx - area.right),
+          area.bottom - area.top - bars(area.top, screen.cy - area.bottom)};
 }
 
 void letThrough(HWND window, UINT message) {

@@ -302,7 +302,7 @@ TEST_F(MainWindowTest, ANewResolutionChangesTheSizeOfEverything) {
     EXPECT_EQ(place.bottom - place.top, windowHeight * resolution / 96);
     EXPECT_EQ(sizeOf(windowOf(form.View1, WC_LISTVIEWW)).cx,
               sizeOf(windowOf(form.Frame1, L"ZelvregFrame")).cx);
-    EXPECT_EQ(form.screen.width, roomy.right * 1440 / resolution);
+    EXPECT_EQ(form.screen.width, MulDiv(GetSystemMetrics(SM_CXSCREEN), 1440, resolution));
   }
   SystemParametersInfoW(SPI_SETWORKAREA, 0, &before, 0);
 }

@@ -1,65 +1,8 @@
 // The window exists on Windows alone.
-#include "desktop/MainWindow.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
+#include "desktop/MainWindowFixture.h"
 
 namespace zelvreg::desktop {
 namespace {
-
-struct ChildSearch {
-  std::wstring windowClass;
-  std::vector<HWND> found;
-};
-
-BOOL CALLBACK noteChild(HWND child, LPARAM parameter) {
-  auto& search = *reinterpret_cast<ChildSearch*>(parameter);
-  wchar_t name[64] = {};
-  GetClassNameW(child, name, 64);
-  if (search.windowClass == name) {
-    search.found.push_back(child);
-  }
-  return TRUE;
-}
-
-class MainWindowTest : public ::testing::Test {
- protected:
-  // As the program does between two turns of its loop.
-  void serve() {
-    // The clock of the queue may tick in steps of 16 ms.
-    Sleep(60);
-    form.messages.doEvents();
-  }
-
-  // The child windows of a class, hidden ones included, in the order of their making.
-  std::vector<HWND> children(const std::wstring& windowClass) const {
-    ChildSearch search{windowClass, {}};
-    EnumChildWindows(window.hwnd(), noteChild, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-  }
-
-  HWND windowOf(const Control& control, const std::wstring& windowClass) const {
-    for (HWND child : children(windowClass)) {
-      const Peer* peer = Peer::of(child);
-      if (peer != nullptr && &peer->shownControl() == &control) {
-        return child;
-      }
-    }
-    return nullptr;
-  }
-
-  static std::wstring textOf(HWND child) {
-    wchar_t text[256] = {};
-    GetWindowTextW(child, text, 256);
-    return text;
-  }
-
-  Form42 form;
-  MainWindow window{form};
-};
 
 TEST_F(MainWindowTest, EveryControlHasAWindowOfTheSystemsClass) {
   for (const ButtonPlace& place : buttonPlaces()) {
@@ -85,13 +28,6 @@ TEST_F(MainWindowTest, AButtonShowsItsCaptionAndWhetherItIsEnabled) {
   form.cmd_report.caption = "Bericht";
   EXPECT_EQ(textOf(button), L"Bericht");
   EXPECT_NE(IsWindowEnabled(button), FALSE);
-}
-
-TEST_F(MainWindowTest, APressRunsWhatIsBound) {
-  int presses = 0;
-  form.cmd_search.bind([&presses] { ++presses; });
-  SendMessageW(windowOf(form.cmd_search, L"Button"), BM_CLICK, 0, 0);
-  EXPECT_EQ(presses, 1);
 }
 
 TEST_F(MainWindowTest, CaptionsAreInTheCodePageOfTheirCharset) {
@@ -123,161 +59,6 @@ TEST_F(MainWindowTest, AListOfAHundredThousandRowsIsAskedForRowByRow) {
   EXPECT_EQ(ListView_GetItemCount(list), 0);
 }
 
-TEST_F(MainWindowTest, ThePlaceOfATickTakesAPressAndTheRestOfTheRowDoesNot) {
-  form.View1.add("one");
-  serve();
-  HWND list = windowOf(form.View1, WC_LISTVIEWW);
-  RECT row{};
-  ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
-  const auto press = [&](int x) {
-    const LPARAM where = MAKELPARAM(x, (row.top + row.bottom) / 2);
-    PostMessageW(list, WM_LBUTTONUP, 0, where);
-    SendMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, where);
-  };
-  press(15);
-  EXPECT_TRUE(form.View1.isChecked(1));
-  press(200);
-  EXPECT_TRUE(form.View1.isChecked(1));
-  press(15);
-  EXPECT_FALSE(form.View1.isChecked(1));
-}
-
-TEST_F(MainWindowTest, TheSpaceBarTicksTheRowWithTheFocus) {
-  form.View1.add("one");
-  form.View1.add("two");
-  serve();
-  HWND list = windowOf(form.View1, WC_LISTVIEWW);
-  ListView_SetItemState(list, 1, LVIS_FOCUSED, LVIS_FOCUSED);
-  SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
-  EXPECT_FALSE(form.View1.isChecked(1));
-  EXPECT_TRUE(form.View1.isChecked(2));
-}
-
-TEST_F(MainWindowTest, TheSpaceBarTicksAllHighlightedRowsWithTheOneThatHasTheFocus) {
-  for (const char* text : {"one", "two", "three"}) {
-    form.View2.add(text);
-  }
-  form.View2.setChecked(1, true);
-  serve();
-  HWND list = windowOf(form.View2, WC_LISTVIEWW);
-  ListView_SetItemState(list, 0, LVIS_SELECTED, LVIS_SELECTED);
-  ListView_SetItemState(list, 2, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
-  EXPECT_TRUE(form.View2.isChecked(1));
-  EXPECT_FALSE(form.View2.isChecked(2));
-  EXPECT_TRUE(form.View2.isChecked(3));
-  SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
-  EXPECT_FALSE(form.View2.isChecked(1));
-  EXPECT_FALSE(form.View2.isChecked(3));
-}
-
-TEST_F(MainWindowTest, AClickOnAHighlightedRowIsAClickToo) {
-  form.View1.add("one");
-  form.View1.add("two");
-  serve();
-  HWND list = windowOf(form.View1, WC_LISTVIEWW);
-  const auto click = [list](int item) {
-    NMITEMACTIVATE told{};
-    told.hdr = {list, 0, NM_CLICK};
-    told.iItem = item;
-    SendMessageW(GetParent(list), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&told));
-  };
-  ListView_SetItemState(list, 1, LVIS_SELECTED, LVIS_SELECTED);
-  EXPECT_EQ(form.lastClickedRow, 2U);
-  form.lastClickedRow = 9;  // by the other list
-  click(1);
-  EXPECT_EQ(form.lastClickedRow, 2U);
-  click(-1);
-  EXPECT_EQ(form.lastClickedRow, 2U);
-}
-
-TEST_F(MainWindowTest, EnterOpensTheRowWithTheFocus) {
-  form.View1.add("one");
-  form.View1.add("two");
-  form.View1.setText(2, 2, "5");
-  serve();
-  HWND list = windowOf(form.View1, WC_LISTVIEWW);
-  ListView_SetItemState(list, 1, LVIS_FOCUSED, LVIS_FOCUSED);
-  form.lastClickedRow = 1;
-  form.Gif89a1.visible = false;
-  SendMessageW(list, WM_KEYDOWN, VK_RETURN, 0);
-  EXPECT_EQ(form.lastClickedRow, 2U);
-  EXPECT_TRUE(form.Frame2.visible);
-}
-
-TEST_F(MainWindowTest, WhatIsDisabledOrHiddenHandsTheFocusOn) {
-  ShowWindow(window.hwnd(), SW_SHOW);
-  HWND start = windowOf(form.cmd_start, L"Button");
-  SetFocus(start);
-  ASSERT_EQ(GetFocus(), start);
-  form.cmd_start.enabled = false;
-  EXPECT_NE(GetFocus(), start);
-  EXPECT_NE(IsWindowEnabled(GetFocus()), FALSE);
-  EXPECT_NE(IsChild(window.hwnd(), GetFocus()), FALSE);
-  HWND list = windowOf(form.View1, WC_LISTVIEWW);
-  SetFocus(list);
-  form.Frame1.visible = false;
-  EXPECT_NE(GetFocus(), list);
-  EXPECT_NE(IsChild(window.hwnd(), GetFocus()), FALSE);
-}
-
-TEST_F(MainWindowTest, TheFocusIsWhereItWasWhenTheUserComesBack) {
-  ShowWindow(window.hwnd(), SW_SHOW);
-  HWND list = windowOf(form.View1, WC_LISTVIEWW);
-  SetFocus(list);
-  SendMessageW(window.hwnd(), WM_ACTIVATE, WA_INACTIVE, 0);
-  SetFocus(window.hwnd());
-  SendMessageW(window.hwnd(), WM_ACTIVATE, WA_ACTIVE, 0);
-  EXPECT_EQ(GetFocus(), list);
-}
-
-TEST_F(MainWindowTest, EnterIsTheStartOfAScanAndInTheSearchControlsThatOfASearch) {
-  int scans = 0;
-  int searches = 0;
-  int chosen = 0;
-  form.cmd_start.bind([&] { ++scans; });
-  form.cmdFind.bind([&] { ++searches; });
-  form.cmd_search.bind([&] { ++chosen; });
-  ShowWindow(window.hwnd(), SW_SHOW);
-  const auto enterIn = [&](HWND focus) {
-    SetFocus(focus);
-    SendMessageW(window.hwnd(), WM_COMMAND, IDOK, 0);
-  };
-  enterIn(windowOf(form.Check1, L"Button"));
-  EXPECT_EQ(scans, 1);
-  enterIn(windowOf(form.cboRoot, L"ComboBox"));
-  EXPECT_EQ(searches, 1);
-  enterIn(windowOf(form.cmd_search, L"Button"));
-  EXPECT_EQ(chosen, 1) << "a button that has the focus takes the key";
-  EXPECT_EQ(scans, 1);
-}
-
-TEST_F(MainWindowTest, ThePickerIsWorkedByItsKeys) {
-  form.lbllanguage.push_back(std::make_unique<Label>("Deutsch"));
-  ShowWindow(window.hwnd(), SW_SHOW);
-  form.pictrlang.visible = true;
-  HWND picker = windowOf(form.pictrlang, L"ZelvregFrame");
-  EXPECT_EQ(GetFocus(), picker);
-  EXPECT_NE(form.lbllanguage.front()->backColor, windowColor);
-  SendMessageW(picker, WM_KEYDOWN, VK_DOWN, 0);
-  EXPECT_EQ(form.lbllanguage.front()->backColor, windowColor);
-  EXPECT_NE(form.lbllanguage.back()->backColor, windowColor);
-  form.chameleonButton13.bind([this] { form.pictrlang.visible = false; });
-  SendMessageW(picker, WM_KEYDOWN, VK_ESCAPE, 0);
-  EXPECT_FALSE(form.pictrlang.visible);
-  EXPECT_EQ(GetFocus(), windowOf(form.chameleonButton13, L"Button"));
-}
-
-TEST_F(MainWindowTest, TheHelpIsReachedByTheKeyboard) {
-  std::string opened;
-  form.openHelp = [&](const std::string& file, int) { opened = file; };
-  HWND picture = windowOf(form.Image44[0], L"Static");
-  EXPECT_NE(GetWindowLongPtrW(picture, GWL_STYLE) & WS_TABSTOP, 0);
-  EXPECT_EQ(textOf(picture), L"Help");
-  SendMessageW(picture, WM_KEYDOWN, VK_SPACE, 0);
-  EXPECT_NE(opened.find("zelvhelp.chm"), std::string::npos);
-}
-
 TEST_F(MainWindowTest, ANewResolutionChangesTheSizeOfEverything) {
   const RECT roomy{0, 0, 4000, 3000};
   RECT before{};
@@ -305,46 +86,6 @@ TEST_F(MainWindowTest, ANewResolutionChangesTheSizeOfEverything) {
     EXPECT_EQ(form.screen.width, MulDiv(GetSystemMetrics(SM_CXSCREEN), 1440, resolution));
   }
   SystemParametersInfoW(SPI_SETWORKAREA, 0, &before, 0);
-}
-
-TEST_F(MainWindowTest, TheHighlightIsTheSameInListAndWindow) {
-  form.View2.add("one");
-  form.View2.add("two");
-  serve();
-  HWND list = windowOf(form.View2, WC_LISTVIEWW);
-  ListView_SetItemState(list, 1, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  EXPECT_TRUE(form.View2.isSelected(2));
-  form.View2.setSelected(2, false);
-  form.View2.setSelected(1, true);
-  serve();
-  EXPECT_EQ(ListView_GetItemState(list, 0, LVIS_SELECTED), static_cast<UINT>(LVIS_SELECTED));
-  EXPECT_EQ(ListView_GetItemState(list, 1, LVIS_SELECTED), 0U);
-}
-
-TEST_F(MainWindowTest, ACheckBoxHandsItsNewValueOn) {
-  std::string told;
-  form.Check1.bind([&] { told = form.Check1.value ? "on" : "off"; });
-  HWND box = windowOf(form.Check1, L"Button");
-  SendMessageW(box, BM_CLICK, 0, 0);
-  EXPECT_EQ(told, "on");
-  EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), BST_CHECKED);
-}
-
-TEST_F(MainWindowTest, OneOptionOfTheSearchModeIsOn) {
-  SendMessageW(windowOf(form.Option3, L"Button"), BM_CLICK, 0, 0);
-  EXPECT_TRUE(form.Option3.value);
-  SendMessageW(windowOf(form.Option2, L"Button"), BM_CLICK, 0, 0);
-  EXPECT_TRUE(form.Option2.value);
-  EXPECT_FALSE(form.Option3.value);
-}
-
-TEST_F(MainWindowTest, WhatIsTypedReachesTheSearch) {
-  HWND combo = windowOf(form.cboFind, L"ComboBox");
-  HWND edit = FindWindowExW(combo, nullptr, L"Edit", nullptr);
-  ASSERT_NE(edit, nullptr);
-  SendMessageW(edit, EM_SETSEL, 0, -1);
-  SendMessageW(edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L"abc"));
-  EXPECT_EQ(form.cboFind.text(), "abc");
 }
 
 TEST_F(MainWindowTest, ThePartsOfTheWindowThatAreHiddenAreNotSeen) {

@@ -77,14 +77,48 @@ void Canvas::cover(double left, double top, double right, double bottom, const C
 void Canvas::clear(Rgb colour) { std::ranges::fill(pixels, opaque(colour)); }
 
 void Canvas::draw(const Shape& shape) {
-  cover(shape.left, shape.top, shape.right, shape.bottom,
-        [&](std::uint32_t& pixel, double x, double y) {
-          const double share = coverage(shape, x, y);
-          if (share > 0) {
-            const double down = (y - shape.top) / (shape.bottom - shape.top);
-            pixel = over(pixel, opaque(mix(shape.upper, shape.lower, down)), share * shape.opacity);
-          }
-        });
+  const int firstRow = std::max(0, static_cast<int>(std::floor(shape.top)));
+  const int endRow = std::min(height, static_cast<int>(std::ceil(shape.bottom)));
+  for (int row = firstRow; row < endRow; ++row) {
+    drawRow(shape, row);
+  }
+}
+
+// Between its left and right edges a row is covered alike, so that only the ends of a row are asked
+// for pixel by pixel. Grounds of whole windows are drawn so.
+void Canvas::drawRow(const Shape& shape, int row) {
+  const double y = row + 0.5;
+  const double down = (y - shape.top) / (shape.bottom - shape.top);
+  const std::uint32_t colour = opaque(mix(shape.upper, shape.lower, down));
+  const int first = std::max(0, static_cast<int>(std::floor(shape.left)));
+  const int end = std::min(width, static_cast<int>(std::ceil(shape.right)));
+  const double middle = (shape.left + shape.right) / 2;
+  const double halfWidth = (shape.right - shape.left) / 2;
+  const double radius = std::min({shape.radius, halfWidth, (shape.bottom - shape.top) / 2});
+  const double reach = halfWidth - radius - shape.line - 1;
+  const int alikeFrom =
+      std::clamp(static_cast<int>(std::ceil(middle - reach)), first, std::max(first, end));
+  const int alikeTo =
+      std::clamp(static_cast<int>(std::floor(middle + reach)), alikeFrom, std::max(alikeFrom, end));
+  const auto cover = [&](int from, int to, double share) {
+    if (share >= 1) {
+      std::fill(&at(from, row), &at(from, row) + (to - from), colour);
+    } else if (share > 0) {
+      for (int column = from; column < to; ++column) {
+        at(column, row) = over(at(column, row), colour, share);
+      }
+    }
+  };
+  const auto coverEach = [&](int from, int to) {
+    for (int column = from; column < to; ++column) {
+      cover(column, column + 1, coverage(shape, column + 0.5, y) * shape.opacity);
+    }
+  };
+  coverEach(first, alikeFrom);
+  if (alikeFrom < alikeTo) {
+    cover(alikeFrom, alikeTo, coverage(shape, alikeFrom + 0.5, y) * shape.opacity);
+  }
+  coverEach(alikeTo, end);
 }
 
 void Canvas::draw(const Stroke& stroke, Rgb colour) {

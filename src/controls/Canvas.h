@@ -103,6 +103,7 @@ class Canvas {
 
  private:
   std::uint32_t& at(int column, int row);
+  void drawRow(const Shape& shape, int row);
   // For each pixel that the rectangle touches.
   template <class Cover>
   void cover(double left, double top, double right, double bottom, const Cover& coverOf);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <random>
+
 namespace zelvreg::controls {
 namespace {
 
@@ -111,6 +114,37 @@ TEST(Canvas, APictureIsBlendedByItsAlpha) {
   Canvas(bitmap).draw(picture, 0, 0);
   EXPECT_EQ(bitmap.at(0, 0), 0xFFFF7F7F);
   EXPECT_EQ(bitmap.at(1, 0), white);
+}
+
+TEST(Canvas, EachPixelIsCoveredAsItsMiddleSays) {
+  std::minstd_rand random(7);
+  const auto between = [&random](double from, double to) {
+    return from + (to - from) * static_cast<double>(random() % 1000) / 1000;
+  };
+  constexpr int length = 40;
+  constexpr Rgb white = rgb(0xFFFFFF);
+  for (int turn = 0; turn < 400; ++turn) {
+    const bool isWhole = turn % 4 == 0;
+    const auto place = [&](double value) { return isWhole ? std::floor(value) : value; };
+    Shape shape{place(between(-10, 30)), place(between(-10, 30)), 0, 0, 0, 0, white, white};
+    shape.right = shape.left + place(between(-2, 45));
+    shape.bottom = shape.top + place(between(-2, 45));
+    shape.radius = turn % 3 == 0 ? 0 : between(0, 15);
+    shape.line = turn % 5 < 3 ? 0 : between(0, 6);
+    shape.opacity = turn % 7 == 0 ? 0.4 : 1;
+    Bitmap bitmap(length, length);
+    Canvas canvas(bitmap);
+    canvas.clear(rgb(0x000000));
+    canvas.draw(shape);
+    for (int row = 0; row < length; ++row) {
+      for (int column = 0; column < length; ++column) {
+        const double share = coverage(shape, column + 0.5, row + 0.5) * shape.opacity;
+        const auto expected = static_cast<std::uint32_t>(std::lround(255 * share));
+        ASSERT_EQ(bitmap.at(column, row) & 0xFF, expected)
+            << "shape " << turn << ", column " << column << ", row " << row;
+      }
+    }
+  }
 }
 
 TEST(Canvas, LengthsAreScaledToTheResolution) {

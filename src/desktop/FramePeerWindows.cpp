@@ -40,9 +40,7 @@ void FramePeer::showText() {
 
 void FramePeer::showPlace() {
   if (placeOf) {
-    const Place place = placeOf();
-    move(desk().points(place.left), desk().points(place.top), desk().points(place.width),
-         desk().points(place.height));
+    moveTo(placeOf());
   } else {
     Peer::showPlace();
   }

@@ -73,9 +73,7 @@ void ListViewPeer::showLook() {
 
 void ListViewPeer::showPlace() {
   if (placeOf) {
-    const Place place = placeOf();
-    move(desk().points(place.left), desk().points(place.top), desk().points(place.width),
-         desk().points(place.height));
+    moveTo(placeOf());
   } else {
     Peer::showPlace();
   }

@@ -58,6 +58,8 @@ class Peer : public ControlPeer {
   void drawFocus(const controls::PaintBuffer& buffer) const;
   void repaint() const { InvalidateRect(window, nullptr, FALSE); }
   void move(int left, int top, int width, int height) const;
+  // Of the layout rather than of the control.
+  void moveTo(const Place& place) const;
 
  private:
   void leaveFocus() const;

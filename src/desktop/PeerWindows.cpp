@@ -156,6 +156,11 @@ void Peer::move(int left, int top, int width, int height) const {
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
+void Peer::moveTo(const Place& place) const {
+  move(shared.points(place.left), shared.points(place.top), shared.points(place.width),
+       shared.points(place.height));
+}
+
 std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_COMMAND && lParam != 0) {
     if (Peer* peer = Peer::of(reinterpret_cast<HWND>(lParam))) {

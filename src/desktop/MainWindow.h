@@ -88,6 +88,7 @@ class MainWindow : private ControlPeer {
   // with every entry.
   void serve();
   // The keys of a dialog.
+  [[nodiscard]] FocusArea focusArea() const;
   void enter();
   void escape();
   bool pickerKey(WPARAM key);

@@ -3,16 +3,23 @@
 
 namespace zelvreg::desktop {
 
+FocusArea MainWindow::focusArea() const {
+  // The field for typing stands on the window itself, the other search controls in their frames.
+  for (HWND each = GetFocus(); each != nullptr && each != window; each = GetParent(each)) {
+    const Peer* peer = Peer::of(each);
+    const Control* control = peer == nullptr ? nullptr : &peer->shownControl();
+    if (control == &form.cboFind || control == &form.Frame4 || control == &form.Frame5) {
+      return FocusArea::SearchControls;
+    }
+  }
+  return FocusArea::Elsewhere;
+}
+
 void MainWindow::enter() {
-  HWND focus = GetFocus();
   if (pressFocusedButton()) {
     return;
   }
-  const auto holds = [focus](HWND frame) { return IsChild(frame, focus) != FALSE; };
-  const bool isInSearch = holds(parentOf(&form.Frame4)) || holds(parentOf(&form.Frame5));
-  Button* button =
-      buttonOfEnter(form, isInSearch ? FocusArea::SearchControls : FocusArea::Elsewhere);
-  if (button != nullptr) {
+  if (Button* button = buttonOfEnter(form, focusArea())) {
     button->click();
   }
 }

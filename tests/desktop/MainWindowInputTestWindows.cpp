@@ -135,6 +135,9 @@ TEST_F(MainWindowTest, EnterIsTheStartOfAScanAndInTheSearchControlsThatOfASearch
   EXPECT_EQ(scans, 1);
   enterIn(windowOf(form.cboRoot, L"ComboBox"));
   EXPECT_EQ(searches, 1);
+  enterIn(FindWindowExW(windowOf(form.cboFind, L"ComboBox"), nullptr, L"Edit", nullptr));
+  EXPECT_EQ(searches, 2) << "where the text is typed";
+  EXPECT_EQ(scans, 1);
   enterIn(windowOf(form.cmd_search, L"Button"));
   EXPECT_EQ(chosen, 1) << "a button that has the focus takes the key";
   EXPECT_EQ(scans, 1);

@@ -177,13 +177,6 @@ constexpr std::array buttons{
                 ""},
 };
 
-void put(Control& control, const Place& place) {
-  control.left = place.left * twipsPerPoint;
-  control.top = place.top * twipsPerPoint;
-  control.width = place.width * twipsPerPoint;
-  control.height = place.height * twipsPerPoint;
-}
-
 void putSearchControls(Form42& form) {
   put(form.cboFind, {10, 334, 176, 24});
   put(form.cboRoot, {0, 0, 176, 24});
@@ -229,6 +222,13 @@ void hideTheRest(Form42& form) {
 }
 
 }  // namespace
+
+void put(Control& control, const Place& place) {
+  control.left = place.left * twipsPerPoint;
+  control.top = place.top * twipsPerPoint;
+  control.width = place.width * twipsPerPoint;
+  control.height = place.height * twipsPerPoint;
+}
 
 int fittingResolution(int resolution, int areaWidth, int areaHeight) {
   constexpr int normal = 96;

@@ -81,6 +81,9 @@ std::span<const FramePlace> framePlaces();
 std::span<const LabelPlace> labelPlaces();
 std::span<const ButtonPlace> buttonPlaces();
 
+// Gives a control its place in its parent.
+void put(Control& control, const Place& place);
+
 // Gives every control of the form its place, and hides what the window does not show.
 void layOut(Form42& form);
 

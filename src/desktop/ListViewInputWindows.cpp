@@ -39,10 +39,7 @@ void ListViewPeer::doubleClicked(int item) {
   }
 }
 
-void ListViewPeer::toggle(std::size_t row) {
-  list.setChecked(row, !list.isChecked(row));
-  repaint();
-}
+void ListViewPeer::toggle(std::size_t row) { list.setChecked(row, !list.isChecked(row)); }
 
 // Ticks all highlighted rows with the one that has the focus, as far as it is one of them.
 void ListViewPeer::toggleFocused() {

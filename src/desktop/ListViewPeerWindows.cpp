@@ -141,8 +141,7 @@ void ListViewPeer::catchUp() {
                             LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
     fitColumns();
     repaint();
-  }
-  if (!changes.rows) {
+  } else {
     for (const std::size_t row : changes.single) {
       const auto item = static_cast<int>(row) - 1;
       ListView_RedrawItems(hwnd(), item, item);

@@ -36,7 +36,6 @@ class SmallWindow : private ControlPeer {
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   void changed(const Control& control, Change what, std::size_t row) override;
   void paintGround(HDC context) const;
-  static void put(Control& control, const Place& place);
 
   Desk& desk;
   FormWindow& form;

@@ -44,13 +44,6 @@ SmallWindow::~SmallWindow() {
   DestroyWindow(window);
 }
 
-void SmallWindow::put(Control& control, const Place& place) {
-  control.left = place.left * twipsPerPoint;
-  control.top = place.top * twipsPerPoint;
-  control.width = place.width * twipsPerPoint;
-  control.height = place.height * twipsPerPoint;
-}
-
 void SmallWindow::add(Label& label, const Place& place, LabelLook look) {
   put(label, place);
   const Tone ground = place.top < smallTitleHeight ? Tone::Accent : Tone::Surface;

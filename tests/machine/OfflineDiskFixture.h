@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -97,7 +98,8 @@ class OfflineDiskTest : public ::testing::Test {
 
   void open() {
     computer.reset();
-    computer = machine::Machine::openOffline({.root = disk.path(), .drives = {}, .user = {}});
+    computer =
+        machine::Machine::openOffline({.root = disk.path(), .drives = {}, .user = currentUser});
   }
 
   machine::Registry& registry() { return computer->registry(); }
@@ -144,6 +146,7 @@ class OfflineDiskTest : public ::testing::Test {
   }
 
   TemporaryFolder disk;
+  std::optional<std::string> currentUser;  // without one, the one whose hive was written last
   std::unique_ptr<machine::Machine> computer;
 };
 

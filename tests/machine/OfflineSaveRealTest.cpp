@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include "machine/OfflineDiskFixture.h"
 
@@ -20,14 +21,16 @@ class OfflineSaveRealTest : public OfflineDiskTest {
     }
   }
 
-  // Takes a copy of one of the disks, which may be written.
-  void copyDisk(const char* name) {
+  // Takes a copy of one of the disks, which may be written. A disk with several users needs the one
+  // who is the current one: the order in which their hives are copied says nothing.
+  void copyDisk(const char* name, std::optional<std::string> user = {}) {
     namespace fs = std::filesystem;
     fs::copy(fs::path(std::getenv("ZELVREG_REAL_HIVES")) / name, disk.path(),
              fs::copy_options::recursive);
     for (const auto& entry : fs::recursive_directory_iterator(disk.path())) {
       fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);
     }
+    currentUser = std::move(user);
     open();
   }
 
@@ -48,7 +51,7 @@ bool isBelow(const std::string& line, const std::string& path) {
 }
 
 TEST_F(OfflineSaveRealTest, ChangesOfAMachineHiveLeaveAllElseAsItWas) {
-  copyDisk("windows7");
+  copyDisk("windows7", "first");
   const HiveContent before = content(system);
   const std::string services = R"(HKEY_LOCAL_MACHINE\SYSTEM\ControlSet001\Services)";
   const std::string erased = eraseSubkey(services, 20).substr(services.find("\\ControlSet"));
@@ -70,7 +73,7 @@ TEST_F(OfflineSaveRealTest, ChangesOfAMachineHiveLeaveAllElseAsItWas) {
 }
 
 TEST_F(OfflineSaveRealTest, AUsersClassesCanBeThinnedOut) {
-  copyDisk("windows7");
+  copyDisk("windows7", "first");
   const HiveContent before = content(usrClass);
   const auto files = allFiles();
   std::vector<std::string> gone;

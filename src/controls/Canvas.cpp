@@ -76,6 +76,12 @@ void Canvas::cover(double left, double top, double right, double bottom, const C
 
 void Canvas::clear(Rgb colour) { std::ranges::fill(pixels, opaque(colour)); }
 
+void Canvas::fill(const Rectangle& place, Rgb colour) {
+  draw(Shape{static_cast<double>(place.left), static_cast<double>(place.top),
+             static_cast<double>(place.right), static_cast<double>(place.bottom), 0, 0, colour,
+             colour});
+}
+
 void Canvas::draw(const Shape& shape) {
   const int firstRow = std::max(0, static_cast<int>(std::floor(shape.top)));
   const int endRow = std::min(height, static_cast<int>(std::ceil(shape.bottom)));

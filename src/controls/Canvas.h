@@ -96,6 +96,8 @@ class Canvas {
   explicit Canvas(Bitmap& bitmap) : Canvas(bitmap.pixels, bitmap.width, bitmap.height) {}
 
   void clear(Rgb colour);
+  // The part of a rectangle that lies on the canvas.
+  void fill(const Rectangle& place, Rgb colour);
   void draw(const Shape& shape);
   void draw(const Stroke& stroke, Rgb colour);
   // The picture with its top left corner at a place; what lies outside is cut.

@@ -12,12 +12,6 @@ constexpr int iconLeft = 36;
 constexpr int iconLength = 16;
 constexpr int textLeftOfIcon = 60;
 
-void fill(controls::Canvas& canvas, const RECT& place, Rgb colour) {
-  canvas.draw(controls::Shape{static_cast<double>(place.left), static_cast<double>(place.top),
-                              static_cast<double>(place.right), static_cast<double>(place.bottom),
-                              0, 0, colour, colour});
-}
-
 // A path is cut in its middle, since its end tells most.
 UINT cutOf(const std::wstring& text) {
   return text.find(L'\\') == std::wstring::npos ? DT_END_ELLIPSIS
@@ -59,9 +53,9 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
   controls::Canvas canvas = buffer.canvas();
   const UINT state =
       ListView_GetItemState(hwnd(), static_cast<int>(row) - 1, LVIS_SELECTED | LVIS_FOCUSED);
-  fill(canvas, {0, 0, width, height},
-       desk().colour((state & LVIS_SELECTED) != 0 ? Tone::Selected : Tone::Surface));
-  fill(canvas, {0, height - 1, width, height}, desk().colour(Tone::RowLine));
+  canvas.fill({0, 0, width, height},
+              desk().colour((state & LVIS_SELECTED) != 0 ? Tone::Selected : Tone::Surface));
+  canvas.fill({0, height - 1, width, height}, desk().colour(Tone::RowLine));
   if (options.hasChecks) {
     const int length = desk().points(15);
     drawCheckMark(canvas,
@@ -159,8 +153,8 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   const int height = place.bottom - place.top;
   const controls::PaintBuffer buffer({width, height});
   controls::Canvas canvas = buffer.canvas();
-  fill(canvas, {0, 0, width, height}, desk().colour(Tone::Header));
-  fill(canvas, {0, height - 1, width, height}, desk().colour(Tone::Line));
+  canvas.fill({0, 0, width, height}, desk().colour(Tone::Header));
+  canvas.fill({0, height - 1, width, height}, desk().colour(Tone::Line));
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
   drawText(buffer.dc(), wideText(list.columnHeaders()[column].text, charset()),

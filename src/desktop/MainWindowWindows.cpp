@@ -16,12 +16,6 @@ namespace {
 constexpr const wchar_t* windowClass = L"ZelvregMainWindow";
 constexpr int cornerRadius = 8;
 
-void fill(controls::Canvas& canvas, int left, int top, int right, int bottom, Rgb colour) {
-  canvas.draw(controls::Shape{static_cast<double>(left), static_cast<double>(top),
-                              static_cast<double>(right), static_cast<double>(bottom), 0, 0, colour,
-                              colour});
-}
-
 }  // namespace
 
 MainWindow::MainWindow(Form42& shownForm)
@@ -165,25 +159,26 @@ void MainWindow::paintGround(HDC context) const {
   const int side = desk.points(sideBarWidth);
   const int status = desk.points(statusBarTop);
   canvas.clear(desk.colour(Tone::Ground));
-  fill(canvas, 0, 0, place.right, title, desk.colour(Tone::Accent));
+  canvas.fill({0, 0, place.right, title}, desk.colour(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
-  fill(canvas, 0, title - desk.points(3), place.right, title,
-       controls::isSystemColour(line) || desk.colours.isSystem() ? desk.colour(Tone::Accent)
-                                                                 : controls::fromProperty(line));
-  fill(canvas, 0, title, place.right, bar, desk.colour(Tone::Surface));
-  fill(canvas, 0, bar - 1, place.right, bar, desk.colour(Tone::Line));
+  canvas.fill({0, title - desk.points(3), place.right, title},
+              controls::isSystemColour(line) || desk.colours.isSystem()
+                  ? desk.colour(Tone::Accent)
+                  : controls::fromProperty(line));
+  canvas.fill({0, title, place.right, bar}, desk.colour(Tone::Surface));
+  canvas.fill({0, bar - 1, place.right, bar}, desk.colour(Tone::Line));
   for (const int separator : separators) {
-    fill(canvas, separator, title + desk.points(12), separator + 1, bar - desk.points(12),
-         desk.colour(Tone::Line));
+    canvas.fill({separator, title + desk.points(12), separator + 1, bar - desk.points(12)},
+                desk.colour(Tone::Line));
   }
-  fill(canvas, 0, bar, side, status, desk.colour(Tone::SideBar));
-  fill(canvas, side - 1, bar, side, status, desk.colour(Tone::Line));
-  fill(canvas, 0, status, place.right, place.bottom, desk.colour(Tone::Surface));
-  fill(canvas, 0, status, place.right, status + 1, desk.colour(Tone::Line));
+  canvas.fill({0, bar, side, status}, desk.colour(Tone::SideBar));
+  canvas.fill({side - 1, bar, side, status}, desk.colour(Tone::Line));
+  canvas.fill({0, status, place.right, place.bottom}, desk.colour(Tone::Surface));
+  canvas.fill({0, status, place.right, status + 1}, desk.colour(Tone::Line));
   constexpr Rgb mask = rgb(0xFF00FF);
   for (const controls::Rectangle& cut :
        controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
-    fill(canvas, cut.left, cut.top, cut.right, cut.bottom, mask);
+    canvas.fill(cut, mask);
   }
   buffer.show(context, 0, 0);
 }

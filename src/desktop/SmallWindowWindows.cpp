@@ -11,12 +11,6 @@ constexpr const wchar_t* windowClass = L"ZelvregSmallWindow";
 constexpr int smallTitleHeight = 44;
 constexpr int cornerRadius = 8;
 
-void fill(controls::Canvas& canvas, const controls::Rectangle& place, Rgb colour) {
-  canvas.draw(controls::Shape{static_cast<double>(place.left), static_cast<double>(place.top),
-                              static_cast<double>(place.right), static_cast<double>(place.bottom),
-                              0, 0, colour, colour});
-}
-
 }  // namespace
 
 SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow,
@@ -97,14 +91,14 @@ void SmallWindow::paintGround(HDC context) const {
   const controls::PaintBuffer buffer({place.right, place.bottom});
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk.colour(Tone::Surface));
-  fill(canvas, {0, 0, place.right, desk.points(smallTitleHeight)}, desk.colour(Tone::Accent));
+  canvas.fill({0, 0, place.right, desk.points(smallTitleHeight)}, desk.colour(Tone::Accent));
   const Rgb border = desk.colour(Tone::Border);
   canvas.draw(controls::Shape{0, 0, static_cast<double>(place.right),
                               static_cast<double>(place.bottom),
                               static_cast<double>(desk.points(cornerRadius)), 1, border, border});
   for (const controls::Rectangle& cut :
        controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
-    fill(canvas, cut, rgb(0xFF00FF));
+    canvas.fill(cut, rgb(0xFF00FF));
   }
   buffer.show(context, 0, 0);
 }

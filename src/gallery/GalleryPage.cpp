@@ -94,15 +94,12 @@ void paintGround(const PaintBuffer& page) {
   const Palette palette;
   Canvas canvas = page.canvas();
   canvas.clear(palette.ground);
-  const auto fill = [&](double left, double top, double right, double bottom, Rgb colour) {
-    canvas.draw(Shape{left, top, right, bottom, 0, 0, colour, colour});
-  };
   const int below = bandHeight + barHeight;
-  fill(0, 0, pageSize.width, bandHeight, palette.accent);
-  fill(0, bandHeight, pageSize.width, below, rgb(0xFFFFFF));
-  fill(0, below - 1, pageSize.width, below, palette.line);
-  fill(0, below, sideWidth, pageSize.height, rgb(0xEEF2F7));
-  fill(sideWidth - 1, below, sideWidth, pageSize.height, palette.line);
+  canvas.fill({0, 0, pageSize.width, bandHeight}, palette.accent);
+  canvas.fill({0, bandHeight, pageSize.width, below}, rgb(0xFFFFFF));
+  canvas.fill({0, below - 1, pageSize.width, below}, palette.line);
+  canvas.fill({0, below, sideWidth, pageSize.height}, rgb(0xEEF2F7));
+  canvas.fill({sideWidth - 1, below, sideWidth, pageSize.height}, palette.line);
   FontDescription title;
   title.size = 13;
   title.isBold = true;
@@ -135,9 +132,7 @@ void paintPage(const PaintBuffer& page) {
   Canvas canvas = page.canvas();
   const Rgb mask = fromProperty(maskColour);
   for (const Rectangle& cut : cornerCuts(pageSize, 8, 0.5)) {
-    canvas.draw(Shape{static_cast<double>(cut.left), static_cast<double>(cut.top),
-                      static_cast<double>(cut.right), static_cast<double>(cut.bottom), 0, 0, mask,
-                      mask});
+    canvas.fill(cut, mask);
   }
 }
 

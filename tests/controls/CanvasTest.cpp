@@ -31,6 +31,16 @@ TEST(Canvas, ASquareRectangleOnWholePixelsIsSharp) {
   }
 }
 
+TEST(Canvas, ARectangleIsFilledUpToItsEdgesAndCutAtTheCanvas) {
+  Bitmap bitmap = whiteBitmap(4, 4);
+  Canvas(bitmap).fill({2, -1, 9, 3}, rgb(0x102030));
+  for (int row = 0; row < 4; ++row) {
+    for (int column = 0; column < 4; ++column) {
+      EXPECT_EQ(bitmap.at(column, row), column >= 2 && row < 3 ? 0xFF102030 : white);
+    }
+  }
+}
+
 TEST(Canvas, AnOutlineLiesInsideItsRectangle) {
   Bitmap bitmap = whiteBitmap(5, 5);
   Shape outline = filled(0, 0, 5, 5);

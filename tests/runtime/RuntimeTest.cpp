@@ -20,9 +20,9 @@ class RuntimeTest : public fixture::ComputerFixture {
 };
 
 TEST_F(RuntimeTest, DirGivesTheNameOfAFile) {
-  makeFile("C:\\Runtime\\Some File.txt");
-  EXPECT_EQ(Dir("C:\\Runtime\\Some File.txt"), "Some File.txt");
-  EXPECT_EQ(Dir("C:\\Runtime\\*.txt"), "Some File.txt");
+  makeFile("C:\\Runtime\\Names\\Some File.txt");
+  EXPECT_EQ(Dir("C:\\Runtime\\Names\\Some File.txt"), "Some File.txt");
+  EXPECT_EQ(Dir("C:\\Runtime\\Names\\*.txt"), "Some File.txt");
 }
 
 TEST_F(RuntimeTest, AFolderIsMadeWithAllAboveIt) {

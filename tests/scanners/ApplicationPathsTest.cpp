@@ -207,7 +207,8 @@ TEST_F(ApplicationPathsTest, ANewRowIsUntickedAndScrolledIntoView) {
   Command5(form);
   EXPECT_EQ(fixture::findingOf(form, 2), inAppPaths(goneResolved, "Tool.exe", appPathsReported));
   EXPECT_FALSE(form.View2.isChecked(2));
-  EXPECT_EQ(form.View2.rowInView(), 2U);
+  // Behind it come findings in places that other tests fill.
+  EXPECT_EQ(form.View2.rowInView(), form.View2.count());
 }
 
 TEST_F(ApplicationPathsTest, WhatTheUserExcludedIsReportedLikeAnyOther) {

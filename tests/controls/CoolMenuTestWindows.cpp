@@ -204,12 +204,16 @@ TEST_F(CoolMenuTest, AnAccessKeyRunsItsEntryOrChoosesTheFirstOfSeveral) {
 }
 
 TEST_F(CoolMenuTest, DrawingLeavesNoObjectBehind) {
-  drawn(0, 0);
-  const int before = fixture::graphicsObjectsLeft();
-  for (int count = 0; count < 200; ++count) {
+  const auto drawEach = [this] {
     drawn(0, ODS_GRAYED);
     drawn(0, ODS_CHECKED);
     measured(popup, 0);
+  };
+  // What the system makes at the first use of a colour or a font stays.
+  drawEach();
+  const int before = fixture::graphicsObjectsLeft();
+  for (int count = 0; count < 200; ++count) {
+    drawEach();
   }
   EXPECT_EQ(fixture::graphicsObjectsLeft(), before);
 }

@@ -88,13 +88,19 @@ class Box:
             self.shell.stdin.write(f"{command} </dev/null\necho '{DONE}'$?\n")
             self.shell.stdin.flush()
         except BrokenPipeError:
-            raise Unmet("the box ended; see box.log in the notes of the prefix") from None
+            raise self.ended(command) from None
         printed = []
         for line in self.shell.stdout:
             if line.startswith(DONE):
                 return int(line.removeprefix(DONE)), "".join(printed)
             printed.append(line)
-        raise Unmet(f"the box ended before this did: {command}")
+        raise self.ended(command)
+
+    def ended(self, command):
+        """What is to be raised when the box is no longer there, with the last that it said."""
+        said = (self.notes / "box.log").read_text("utf-8", "replace").splitlines()[-10:]
+        return Unmet("\n".join([f"the box ended with status {self.shell.wait()} before this did:"
+                                f" {command}", *said]))
 
     def start(self, program, *arguments, folder=FOLDER):
         self.count += 1

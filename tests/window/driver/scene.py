@@ -1,17 +1,18 @@
 """Where a story takes place: a prefix of its own, a screen, and what was found beforehand."""
 
+import shutil
 import subprocess
 
 from . import findings
 from .box import BUILD, NOTES, Box, copy_prefix
 from .screen import Screen
-from .waiting import wait_until
+from .waiting import Unmet, wait_until
 
 
 class Stage:
     """What all stories share."""
 
-    def __init__(self, build, work, pictures, display, limit=120):
+    def __init__(self, build, work, pictures, display, limit=300):
         """`limit` is how many seconds a scene may take."""
         self.limit = limit
         self.build, self.work, self.pictures, self.display = build, work, pictures, display
@@ -44,11 +45,20 @@ class Scene:
         self.prefix = stage.work / story
 
     def __enter__(self):
-        copy_prefix(self.stage.demo, self.prefix)
-        self.box = Box(self.stage.build, self.prefix, self.stage.display.name,
-                       self.stage.demo / "demo.reg", self.stage.limit)
+        try:
+            self.box = self._box()
+        except Unmet as difference:
+            # Nothing of the program has run by then; Wine itself has failed to start.
+            print(f"   {self.story.replace('_', ' ')} is set once more: {difference}", flush=True)
+            shutil.rmtree(self.prefix)
+            self.box = self._box()
         self.screen = Screen(self.box, self.stage.display, self.stage.pictures, self.story)
         return self
+
+    def _box(self):
+        copy_prefix(self.stage.demo, self.prefix)
+        return Box(self.stage.build, self.prefix, self.stage.display.name,
+                   self.stage.demo / "demo.reg", self.stage.limit)
 
     def add_dead_fonts(self, count):
         """So many that a scan takes seconds."""

@@ -217,7 +217,8 @@ void chameleonButton::clicked() {
 }
 
 void chameleonButton::mouseEntered() {
-  if (!isOver) {
+  // Held down, it hears the mouse outside as well.
+  if (!isOver && cursorIsOn()) {
     SetTimer(window, OverTimer, overInterval, nullptr);
     setOver(true);
   }
@@ -232,7 +233,8 @@ void chameleonButton::setOver(bool value) {
 }
 
 void chameleonButton::overTimerTick() {
-  if (cursorIsOn()) {
+  // A tick that waited in the queue comes also after the timer has stopped.
+  if (!isOver || cursorIsOn()) {
     return;
   }
   KillTimer(window, OverTimer);

@@ -13,6 +13,9 @@ bool isStacked(PicturePlace place) {
   return place == PicturePlace::Above || place == PicturePlace::Below;
 }
 
+// Stacked, the two come closer, as a line of text brings some room of its own.
+int stackedGap(int dpi) { return scaled(gap, dpi) / 2; }
+
 bool isBeside(PicturePlace place) { return !isStacked(place) && place != PicturePlace::Behind; }
 
 Rectangle placed(int left, int top, Size size) {
@@ -79,17 +82,21 @@ void applyEffect(Bitmap& picture, PictureEffect effect, bool isHovered, Rgb text
 
 }  // namespace
 
-int captionRoom(Size button, Size picture, PicturePlace place, int dpi) {
-  const int taken = isBeside(place) && picture.width > 0 ? picture.width + scaled(gap, dpi) : 0;
-  return std::max(0, button.width - 2 * scaled(padding, dpi) - taken);
+Size captionRoom(Size button, Size picture, PicturePlace place, int dpi) {
+  Size room{button.width - 2 * scaled(padding, dpi), button.height};
+  if (picture.width > 0 && isBeside(place)) {
+    room.width -= picture.width + scaled(gap, dpi);
+  } else if (picture.width > 0 && isStacked(place)) {
+    room.height -= picture.height + stackedGap(dpi);
+  }
+  return {std::max(0, room.width), std::max(0, room.height)};
 }
 
 ContentPlaces placeContent(Size button, Size picture, Size text, PicturePlace place,
                            bool isLeftAligned, int dpi) {
   const bool hasBoth = picture.width > 0 && text.width > 0;
   const int between = hasBoth ? scaled(gap, dpi) : 0;
-  // Stacked, the two come closer, as a line of text brings some room of its own.
-  const int below = between / 2;
+  const int below = hasBoth ? stackedGap(dpi) : 0;
   Size block{std::max(picture.width, text.width), std::max(picture.height, text.height)};
   if (isBeside(place)) {
     block.width = picture.width + between + text.width;

@@ -14,9 +14,9 @@ struct ContentPlaces {
   bool operator==(const ContentPlaces&) const = default;
 };
 
-// How wide the caption may be before it is broken or cut, in pixels, beside a picture of a size
-// (0 x 0 for none).
-int captionRoom(Size button, Size picture, PicturePlace place, int dpi);
+// How wide the caption may be before it is broken, and how high before it is cut, in pixels, beside
+// a picture of a size (0 x 0 for none).
+Size captionRoom(Size button, Size picture, PicturePlace place, int dpi);
 
 // Picture and caption as one block in the middle, or at the left.
 ContentPlaces placeContent(Size button, Size picture, Size text, PicturePlace place,

@@ -14,6 +14,8 @@ constexpr Rgb white = rgb(0xFFFFFF);
 constexpr double readable = 4.5;
 // What a sign that is no text needs against its ground.
 constexpr double visible = 3;
+// From here on a share of one colour in another one is noticed.
+constexpr double distinct = 1.3;
 
 // The colours of one state.
 struct Tints {
@@ -46,10 +48,7 @@ class Drawing {
       addFace(tints.face);
     }
     addEdge(tints);
-    // A default button that keeps its face is told by a frame.
-    if (state.isDefault && properties.Enabled && style.defaultShare < 0.5) {
-      addOutline(0, pixels(1), palette.accent);
-    }
+    addDefaultFrame(tints.face);
     addFocus(tints.face, palette.accent, scaled(style.focusInset, dpi));
     return std::move(look);
   }
@@ -64,7 +63,7 @@ class Drawing {
                                     : system.text;
     look.shift = isPressed ? pixels(1) : 0;
     add(0, look.face, look.face);
-    addOutline(0, pixels(state.isDefault ? 2 : 1), look.text);
+    addOutline(0, pixels(isChecked ? 3 : state.isDefault ? 2 : 1), look.text);
     addFocus(look.face, look.text, pixels(4));
     return std::move(look);
   }
@@ -76,21 +75,40 @@ class Drawing {
   std::uint32_t faceProperty() const {
     return isHovered ? properties.BackOver : properties.BackColor;
   }
+  bool hasOwnFace() const { return !isSystemColour(faceProperty()); }
+
+  // Before the state shows in it.
+  Rgb plainFace() const {
+    if (hasOwnFace()) {
+      return fromProperty(faceProperty());
+    }
+    return style.fill == Fill::None ? palette.ground : style.face;
+  }
+
+  // The colour that is wanted on a face, or where the two are too much alike, dark or white.
+  Rgb seenOn(Rgb face, Rgb wanted, double least) const {
+    return contrast(wanted, face) >= least ? wanted : isLight(face) ? palette.text : white;
+  }
+
+  Rgb checkedFace(Rgb face) const {
+    if (style.edge == Edge::Bar && !hasOwnFace()) {
+      return style.face;
+    }
+    // White changes a dark face less than the accent colour a light one.
+    return mix(face, seenOn(face, palette.accent, distinct), isLight(face) ? 0.14 : 0.28);
+  }
 
   Tints tintsOfState() const {
     Tints tints;
-    const bool isOwn = !isSystemColour(faceProperty());
-    const bool isFilled = style.fill != Fill::None || isOwn;
-    tints.hasFace = isFilled || (properties.Enabled &&
-                                 (isHovered || isPressed || isChecked || state.isDefault));
-    Rgb face = style.fill == Fill::None ? palette.ground : style.face;
-    if (isOwn) {
-      face = fromProperty(faceProperty());
-    } else if (state.isDefault) {
+    const bool isOwn = hasOwnFace();
+    tints.hasFace = style.fill != Fill::None || isOwn || isChecked ||
+                    (properties.Enabled && (isHovered || isPressed || state.isDefault));
+    Rgb face = plainFace();
+    if (state.isDefault && !isOwn) {
       face = mix(face, palette.accent, style.defaultShare);
     }
-    if (isChecked && !isOwn) {
-      face = style.edge == Edge::Bar ? style.face : mix(face, palette.accent, 0.14);
+    if (isChecked) {
+      face = checkedFace(face);
     }
     tints.face = properties.Enabled ? shaded(face) : mix(face, palette.ground, 0.65);
     tints.text = textOn(tints.face);
@@ -102,10 +120,12 @@ class Drawing {
   Rgb shaded(Rgb face) const {
     const bool isTold = properties.BackOver != properties.BackColor;
     if (isPressed) {
-      return mix(face, isLight(face) ? palette.accent : black, style.pressedShare);
+      return mix(face, seenOn(face, isLight(face) ? palette.accent : black, distinct),
+                 style.pressedShare);
     }
     if (isHovered && !isTold) {
-      return mix(face, isLight(face) ? palette.accent : white, style.hoveredShare);
+      return mix(face, seenOn(face, isLight(face) ? palette.accent : white, distinct),
+                 style.hoveredShare);
     }
     return face;
   }
@@ -213,13 +233,14 @@ class Drawing {
   }
 
   void addBar(const Tints& tints) {
-    if (!properties.Enabled || !(isChecked || isHovered || isPressed || state.isDefault)) {
+    if (!isChecked && !isHovered && !isPressed && !(state.isDefault && properties.Enabled)) {
       return;
     }
     // The bar is what the face leaves free of a shape of the bar's colour.
     const int line = pixels(style.line);
     Shape face = look.shapes.back();
-    look.shapes.back().upper = look.shapes.back().lower = isChecked ? palette.accent : tints.edge;
+    look.shapes.back().upper = look.shapes.back().lower =
+        isChecked && properties.Enabled ? palette.accent : tints.edge;
     face.left += line;
     face.radius = std::max(0.0, face.radius - line / 2.0);
     look.shapes.push_back(face);
@@ -260,12 +281,21 @@ class Drawing {
     look.shift = isSunk ? pixels(1) : 0;
   }
 
+  // A default button that keeps its face is told by a frame.
+  void addDefaultFrame(Rgb face) {
+    const bool hasAccentFace = !hasOwnFace() && style.defaultShare >= 0.5 &&
+                               contrast(palette.accent, plainFace()) >= distinct;
+    if (state.isDefault && properties.Enabled && !hasAccentFace) {
+      const Rgb seen = seenOn(face, palette.accent, distinct);
+      addOutline(seen == palette.accent ? 0 : pixels(2), pixels(1), seen);
+    }
+  }
+
   void addFocus(Rgb face, Rgb colour, int inset) {
     if (state.isFocused && properties.ShowFocusRect && properties.Enabled) {
-      const bool isSeen = contrast(colour, face) >= visible;
-      const Rgb seen = isSeen ? colour : isLight(face) ? palette.text : white;
+      const Rgb seen = seenOn(face, colour, visible);
       // A ring that differs from the accent colour is lost on the ground around the button.
-      addOutline(isSeen ? inset : std::max(inset, pixels(3)), pixels(2), seen);
+      addOutline(seen == colour ? inset : std::max(inset, pixels(3)), pixels(2), seen);
     }
   }
 

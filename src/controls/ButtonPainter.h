@@ -15,8 +15,8 @@ struct ButtonSetting {
 };
 
 // Over the ground that the buffer holds already, and over all of the buffer.
-void paintButton(const PaintBuffer& buffer, const ButtonProperties& properties,
-                 const ButtonState& state, const ButtonSetting& setting);
+void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const ButtonState& state,
+                 const ButtonSetting& setting);
 
 // The system's colours of now.
 SystemColours systemColours();

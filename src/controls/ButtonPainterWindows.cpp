@@ -21,26 +21,40 @@ Size measured(HDC dc, const std::wstring& text, int width, UINT format) {
 }
 
 // In as many lines as there is room for; a caption that is too long even so ends in an ellipsis.
-Caption fitted(HDC dc, const std::string& text, int width, int height) {
+Caption fitted(HDC dc, const std::string& text, Size room) {
   Caption caption{wideText(text), DT_WORDBREAK, {}};
   if (caption.text.empty()) {
     return caption;
   }
-  caption.size = measured(dc, caption.text, width, caption.format);
-  if (caption.size.width > width || caption.size.height > height) {
+  caption.size = measured(dc, caption.text, room.width, caption.format);
+  if (caption.size.width > room.width || caption.size.height > room.height) {
     caption.format = DT_SINGLELINE | DT_END_ELLIPSIS;
-    caption.size = measured(dc, caption.text, width, caption.format);
-    caption.size.width = std::min(caption.size.width, width);
+    caption.size = measured(dc, caption.text, room.width, caption.format);
+    caption.size.width = std::min(caption.size.width, room.width);
   }
   return caption;
 }
 
 Rgb systemColourNow(int index) { return fromProperty(GetSysColor(index)); }
 
+// A system colour that is not the default one, which is the style's, is what it is now.
+ButtonProperties withSystemColours(ButtonProperties properties) {
+  const ButtonProperties usual;
+  for (const auto field :
+       {&ButtonProperties::BackColor, &ButtonProperties::BackOver, &ButtonProperties::ForeColor,
+        &ButtonProperties::ForeOver, &ButtonProperties::MaskColor}) {
+    if (isSystemColour(properties.*field) && properties.*field != usual.*field) {
+      properties.*field = GetSysColor(static_cast<int>(properties.*field & 0xFF));
+    }
+  }
+  return properties;
+}
+
 }  // namespace
 
-void paintButton(const PaintBuffer& buffer, const ButtonProperties& properties,
-                 const ButtonState& state, const ButtonSetting& setting) {
+void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const ButtonState& state,
+                 const ButtonSetting& setting) {
+  const ButtonProperties properties = withSystemColours(told);
   const Size size = buffer.size();
   const ButtonLook look = lookOf(properties, state, size, setting.dpi, setting.palette);
   Canvas canvas = buffer.canvas();
@@ -52,8 +66,8 @@ void paintButton(const PaintBuffer& buffer, const ButtonProperties& properties,
   const Size pictureSize = picture ? Size{picture->width, picture->height} : Size();
   const auto place = static_cast<PicturePlace>(properties.PicturePosition);
   const Selection font(buffer.dc(), setting.font);
-  const Caption caption = fitted(buffer.dc(), properties.Caption,
-                                 captionRoom(size, pictureSize, place, setting.dpi), size.height);
+  const Caption caption =
+      fitted(buffer.dc(), properties.Caption, captionRoom(size, pictureSize, place, setting.dpi));
   const ContentPlaces places =
       placeContent(size, pictureSize, caption.size, place, look.isLeftAligned, setting.dpi);
   if (picture) {

@@ -28,7 +28,7 @@ struct ButtonProperties {
   // 2 takes all colours from the system, which is what its high contrast asks for.
   std::int32_t ColorScheme = 1;
   bool ShowFocusRect = true;
-  // A system colour stands for the colour that the style has of its own.
+  // These system colours stand for those that the style has of its own.
   std::uint32_t BackColor = systemColour(15);
   std::uint32_t BackOver = systemColour(15);
   std::uint32_t ForeColor = systemColour(18);

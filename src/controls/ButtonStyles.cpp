@@ -12,7 +12,7 @@ constexpr Rgb grey = rgb(0xE9EDF2);
 // clang-format off
 constexpr std::array<ButtonStyle, styleCount> styles = {{
     // name        fill            edge             radius hovered    line face    hover press default accent left   inset
-    {"Classic",    Fill::Plain,    Edge::Bevel,     0,     0,         1,   grey,   0.08, 0.14, 0.0,    false, false, 4},
+    {"Classic",    Fill::Plain,    Edge::Bevel,     0,     0,         1,   grey,   0.08, 0.16, 0.0,    false, false, 4},
     {"Flat",       Fill::Plain,    Edge::Line,      5,     5,         1,   white,  0.08, 0.18, 1.0,    false, false, 0},
     {"Outlined",   Fill::None,     Edge::Line,      5,     5,         1.5, white,  0.10, 0.20, 0.2,    true,  false, 3},
     {"Tonal",      Fill::Plain,    Edge::None,      6,     6,         0,   tinted, 0.10, 0.22, 1.0,    false, false, 0},

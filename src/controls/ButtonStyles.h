@@ -38,7 +38,7 @@ struct ButtonStyle {
   double radius;
   double radiusHovered;
   double line;          // the width of the edge
-  Rgb face;             // stands for a system colour in BackColor
+  Rgb face;             // stands for the default BackColor
   double hoveredShare;  // of the accent colour, in the face under the mouse
   double pressedShare;  // the same while pressed
   double defaultShare;  // the same in the face of the default button

@@ -4,6 +4,23 @@
 #include <cmath>
 
 namespace zelvreg::controls {
+namespace {
+
+// As icons hold a pixel: its colours are not multiplied by its alpha.
+std::uint32_t unmultiplied(std::uint32_t pixel) {
+  const std::uint32_t alpha = pixel >> 24;
+  if (alpha == 0) {
+    return 0;
+  }
+  std::uint32_t result = alpha << 24;
+  for (const int shift : {0, 8, 16}) {
+    const std::uint32_t part = pixel >> shift & 0xFF;
+    result |= std::min<std::uint32_t>((part * 255 + alpha / 2) / alpha, 255) << shift;
+  }
+  return result;
+}
+
+}  // namespace
 
 BitmapHandle makeSection(Size size, void*& bits) {
   BITMAPINFO info{};
@@ -63,7 +80,7 @@ HICON makeIcon(const Bitmap& picture, bool isCursor) {
   if (bits == nullptr) {
     return nullptr;
   }
-  std::ranges::copy(picture.pixels, static_cast<std::uint32_t*>(bits));
+  std::ranges::transform(picture.pixels, static_cast<std::uint32_t*>(bits), unmultiplied);
   // For those who do not know of alpha. The rows of a mask end on whole words.
   const auto rowBytes = static_cast<std::size_t>((picture.width + 15) / 16 * 2);
   std::vector<std::uint8_t> maskBits(rowBytes * static_cast<std::size_t>(picture.height));

@@ -135,7 +135,8 @@ int ButtonPeer::widthOf(const std::wstring& text) const {
       picture ? controls::Size{picture->width, picture->height} : controls::Size{};
   const int around =
       anyWidth - controls::captionRoom({anyWidth, desk().fromTwips(shownButton.height)}, size,
-                                       controls::PicturePlace::Left, desk().resolution());
+                                       controls::PicturePlace::Left, desk().resolution())
+                     .width;
   return extent.right + around + desk().points(2);
 }
 

@@ -36,14 +36,23 @@ TEST(ButtonContent, LeftAlignedContentBeginsBehindTheMargin) {
 TEST(ButtonContent, WithoutAPictureTheCaptionHasTheMiddleForItself) {
   EXPECT_EQ(placeContent(button, {}, text, PicturePlace::Left, false, 96).text,
             (Rectangle{40, 13, 80, 27}));
-  EXPECT_EQ(captionRoom(button, {}, PicturePlace::Left, 96), 96);
+  EXPECT_EQ(captionRoom(button, {}, PicturePlace::Left, 96), (Size{96, 40}));
 }
 
 TEST(ButtonContent, TheRoomForTheCaptionGrowsWithTheResolution) {
-  EXPECT_EQ(captionRoom(button, picture, PicturePlace::Left, 96), 120 - 24 - 24);
-  EXPECT_EQ(captionRoom({240, 80}, {32, 32}, PicturePlace::Left, 192), 2 * (120 - 24 - 24));
-  EXPECT_EQ(captionRoom(button, picture, PicturePlace::Above, 96), 96);
-  EXPECT_EQ(captionRoom({10, 10}, picture, PicturePlace::Left, 96), 0);
+  EXPECT_EQ(captionRoom(button, picture, PicturePlace::Left, 96), (Size{120 - 24 - 24, 40}));
+  EXPECT_EQ(captionRoom({240, 80}, {32, 32}, PicturePlace::Left, 192),
+            (Size{2 * (120 - 24 - 24), 80}));
+  EXPECT_EQ(captionRoom(button, picture, PicturePlace::Behind, 96), (Size{96, 40}));
+  EXPECT_EQ(captionRoom({10, 10}, picture, PicturePlace::Left, 96).width, 0);
+}
+
+TEST(ButtonContent, APictureAboveOrBelowLeavesTheCaptionLessHeight) {
+  for (const PicturePlace place : {PicturePlace::Above, PicturePlace::Below}) {
+    EXPECT_EQ(captionRoom(button, picture, place, 96), (Size{96, 40 - 16 - 4}));
+    EXPECT_EQ(captionRoom({240, 80}, {32, 32}, place, 192), (Size{192, 80 - 32 - 8}));
+    EXPECT_EQ(captionRoom({10, 10}, picture, place, 96).height, 0);
+  }
 }
 
 Picture ofPixels(std::vector<std::uint32_t> pixels) {

@@ -26,6 +26,7 @@ const std::vector<NamedState> states = {
     {"disabled", {}, false},
     {"default", {.isDefault = true}},
     {"checked", {}, true, true},
+    {"checked and disabled", {}, false, true},
 };
 
 ButtonProperties propertiesOf(std::int32_t style, const NamedState& named) {
@@ -45,7 +46,7 @@ ButtonLook usualLook(std::int32_t style, const NamedState& named, int dpi = 96) 
 }
 
 // The face with a line of "text" on it, where a caption would begin.
-Bitmap drawn(const ButtonLook& look, int dpi) {
+Bitmap drawn(const ButtonLook& look, int dpi = 96) {
   Bitmap bitmap(scaled(usual.width, dpi), scaled(usual.height, dpi));
   Canvas canvas(bitmap);
   canvas.clear(Palette().ground);
@@ -71,6 +72,42 @@ TEST(ButtonLook, NoTwoStylesOrStatesHaveEqualPixels) {
     }
     EXPECT_EQ(seen.size(), 14U * states.size());
   }
+}
+
+// One style in all states, with the face of its own that the properties tell.
+void expectStatesApart(std::int32_t style, std::uint32_t back, std::int32_t scheme,
+                       const Palette& palette) {
+  std::vector<NamedState> all = states;
+  all.push_back({"default and hovered", {.isHovered = true, .isDefault = true}});
+  all.push_back({"default and pressed", {.isHovered = true, .isPressed = true, .isDefault = true}});
+  std::map<std::vector<std::uint32_t>, std::string> seen;
+  for (const NamedState& named : all) {
+    ButtonProperties properties = propertiesOf(style, named);
+    properties.BackColor = properties.BackOver = back;
+    properties.ColorScheme = scheme;
+    const ButtonLook look = lookOf(properties, named.state, usual, 96, palette);
+    const auto [place, isNew] = seen.emplace(drawn(look).pixels, named.name);
+    EXPECT_TRUE(isNew) << styleOf(style).name << " " << named.name << " looks like "
+                       << place->second << ", face " << back;
+  }
+}
+
+TEST(ButtonLook, StatesAreToldApartWhateverTheColours) {
+  for (const std::uint32_t accent :
+       {0x3D649AU, 0x000000U, 0xFFFFFFU, 0xFFFF00U, 0xE3EBF5U, 0x101010U}) {
+    Palette palette;
+    palette.accent = rgb(accent);
+    for (std::int32_t style = 1; style <= styleCount; ++style) {
+      expectStatesApart(style, systemColour(15), 1, palette);
+      for (const std::uint32_t back : {0x000000U, 0xFFFFFFU, 0x101010U, 0x3D649AU, 0xFFFF00U}) {
+        expectStatesApart(style, toProperty(rgb(back)), 1, palette);
+      }
+    }
+  }
+}
+
+TEST(ButtonLook, StatesAreToldApartInTheSystemsColours) {
+  expectStatesApart(2, systemColour(15), 2, {});
 }
 
 TEST(ButtonLook, TextCanBeReadInEachStateOfEachStyle) {

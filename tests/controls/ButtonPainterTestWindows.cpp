@@ -59,6 +59,7 @@ TEST_P(ButtonPainter, NoTwoStylesOrStatesHaveEqualPixels) {
       {"disabled", {}, false},
       {"default", {.isDefault = true}},
       {"checked", {}, true, true},
+      {"checked and disabled", {}, false, true},
   };
   std::map<std::vector<std::uint32_t>, std::string> seen;
   for (std::int32_t style = 1; style <= styleCount; ++style) {
@@ -114,7 +115,55 @@ TEST_P(ButtonPainter, APictureStandsLeftOfTheCaption) {
   EXPECT_EQ(redPixels, red.width);
 }
 
+TEST_P(ButtonPainter, ASystemColourThatIsNotAButtonsIsTheSystems) {
+  const int dpi = GetParam();
+  const auto middleOf = [dpi](const ButtonProperties& properties) {
+    const Bitmap bitmap = painted(properties, {}, dpi);
+    return bitmap.at(bitmap.width / 2, bitmap.height / 2) & 0xFFFFFF;
+  };
+  const auto system = [](int index) { return opaque(fromProperty(GetSysColor(index))) & 0xFFFFFF; };
+  ButtonProperties properties;
+  EXPECT_EQ(middleOf(properties), 0xFFFFFFU) << "the style's own";
+  properties.BackColor = systemColour(COLOR_HIGHLIGHT);
+  EXPECT_EQ(middleOf(properties), system(COLOR_HIGHLIGHT));
+  Bitmap plain(scaled(16, dpi), scaled(16, dpi));
+  std::ranges::fill(plain.pixels, opaque(fromProperty(GetSysColor(COLOR_BTNFACE))));
+  properties.PictureNormal = std::make_shared<const Bitmap>(plain);
+  EXPECT_EQ(middleOf(properties), system(COLOR_BTNFACE));
+  properties.MaskColor = systemColour(COLOR_BTNFACE);
+  EXPECT_EQ(middleOf(properties), system(COLOR_HIGHLIGHT));
+}
+
+TEST_P(ButtonPainter, ACaptionBelowAPictureIsNotBrokenWhereThereIsNoRoom) {
+  const int dpi = GetParam();
+  ButtonProperties properties;
+  properties.PictureNormal = std::make_shared<const Bitmap>(scaled(6, dpi), scaled(6, dpi));
+  properties.PicturePosition = static_cast<std::int16_t>(PicturePlace::Above);
+  const Bitmap empty = painted(properties, {}, dpi);
+  properties.Caption = "Manage undo options";
+  const Bitmap with = painted(properties, {}, dpi);
+  // A second line would push the first one over the picture and itself over the edge.
+  for (int row : {scaled(2, dpi), with.height - scaled(2, dpi)}) {
+    for (int column = 0; column < with.width; ++column) {
+      EXPECT_EQ(with.at(column, row) & 0xFFFFFF, empty.at(column, row) & 0xFFFFFF);
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(AtEachResolution, ButtonPainter, ::testing::Values(96, 144, 192));
+
+TEST(MakeIcon, HalfOfAColourIsDrawnHalfOverTheGround) {
+  Bitmap picture(16, 16);
+  std::ranges::fill(picture.pixels, 0x80800000);
+  HICON icon = makeIcon(picture);
+  const PaintBuffer buffer({16, 16});
+  buffer.canvas().clear(rgb(0xFFFFFF));
+  DrawIconEx(buffer.dc(), 0, 0, icon, 16, 16, 0, nullptr, DI_NORMAL);
+  const std::uint32_t pixel = buffer.copy().at(8, 8);
+  EXPECT_NEAR(pixel >> 16 & 0xFF, 0xFF, 2);
+  EXPECT_NEAR(pixel >> 8 & 0xFF, 0x7F, 2);
+  DestroyIcon(icon);
+}
 
 TEST(MakeIcon, KeepsThePixelsAndMasksWhatIsTransparent) {
   Bitmap picture(16, 16);

@@ -48,8 +48,9 @@ class CoolMenu {
   // Answer the requests of the form's window procedure; false for a request about something else.
   bool measure(LPARAM request) const;
   bool draw(LPARAM request) const;
-  // The answer to an access key that the system did not find.
-  [[nodiscard]] std::optional<LRESULT> findKey(HMENU menu, char key) const;
+  // The answer to an access key that the system did not find: it runs its entry, or of several
+  // chooses the next one.
+  [[nodiscard]] std::optional<LRESULT> findKey(HMENU menu, wchar_t key) const;
 
  private:
   void installEntry(HMENU menu, int position, bool isMain);
@@ -62,13 +63,14 @@ class CoolMenu {
 
   MenuPictures pictures;
   int resolution;
+  UINT codePage;
   FontHandle font;
   CMyItemDatas datas;
   std::vector<HMENU> menus;
 };
 
-// An embossed picture of an image, as the system draws what cannot be chosen.
-void drawDisabledPicture(HDC target, HIMAGELIST images, int index, int left, int top);
+// An embossed picture of an image, as the system draws what cannot be chosen, stretched to a place.
+void drawDisabledPicture(HDC target, HIMAGELIST images, int index, const Rectangle& place);
 
 }  // namespace zelvreg::controls
 

@@ -58,6 +58,23 @@ void drawTick(Canvas canvas, const Rectangle& place, Rgb colour) {
       colour);
 }
 
+// A white picture of one bit a pixel.
+class Mask {
+ public:
+  explicit Mask(Size size)
+      : bitmap(CreateBitmap(size.width, size.height, 1, 1, nullptr)),
+        selected(context.get(), bitmap.get()) {
+    PatBlt(dc(), 0, 0, size.width, size.height, WHITENESS);
+  }
+
+  [[nodiscard]] HDC dc() const { return context.get(); }
+
+ private:
+  MemoryContext context;
+  BitmapHandle bitmap;
+  Selection selected;
+};
+
 Size sizeOfImages(HIMAGELIST images) {
   IMAGEINFO info{};
   ImageList_GetImageInfo(images, 0, &info);
@@ -133,7 +150,7 @@ void CoolMenu::drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
   const Rectangle& place = places.picture;
   const Size size = sizeOfImages(pictures.hImageList);
   if (isDisabled) {
-    drawDisabledPicture(dc, pictures.hImageList, entry.iButton, place.left, place.top);
+    drawDisabledPicture(dc, pictures.hImageList, entry.iButton, place);
   } else if (size == Size{place.width(), place.height()}) {
     ImageList_Draw(pictures.hImageList, entry.iButton, dc, place.left, place.top, ILD_TRANSPARENT);
   } else if (HICON icon = ImageList_GetIcon(pictures.hImageList, entry.iButton, ILD_TRANSPARENT)) {
@@ -147,13 +164,13 @@ void CoolMenu::drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
   }
 }
 
-void drawDisabledPicture(HDC target, HIMAGELIST images, int index, int left, int top) {
+void drawDisabledPicture(HDC target, HIMAGELIST images, int index, const Rectangle& place) {
   const Size size = sizeOfImages(images);
-  const MemoryContext mask;
-  const BitmapHandle bitmap(CreateBitmap(size.width, size.height, 1, 1, nullptr));
-  const Selection selected(mask.get(), bitmap.get());
-  PatBlt(mask.get(), 0, 0, size.width, size.height, WHITENESS);
-  ImageList_Draw(images, index, mask.get(), 0, 0, ILD_TRANSPARENT);
+  const Mask image(size);
+  ImageList_Draw(images, index, image.dc(), 0, 0, ILD_TRANSPARENT);
+  const Mask mask({place.width(), place.height()});
+  StretchBlt(mask.dc(), 0, 0, place.width(), place.height(), image.dc(), 0, 0, size.width,
+             size.height, SRCCOPY);
   const COLORREF text = SetTextColor(target, RGB(0, 0, 0));
   const COLORREF ground = SetBkColor(target, RGB(255, 255, 255));
   // The light below the right of the dark makes it look pressed in.
@@ -163,8 +180,8 @@ void drawDisabledPicture(HDC target, HIMAGELIST images, int index, int left, int
   };
   for (const Pass& pass : {Pass{COLOR_3DHILIGHT, 1}, Pass{COLOR_3DSHADOW, 0}}) {
     const Selection brush(target, GetSysColorBrush(pass.colour));
-    BitBlt(target, left + pass.offset, top + pass.offset, size.width, size.height, mask.get(), 0, 0,
-           brushThroughMask);
+    BitBlt(target, place.left + pass.offset, place.top + pass.offset, place.width(), place.height(),
+           mask.dc(), 0, 0, brushThroughMask);
   }
   SetTextColor(target, text);
   SetBkColor(target, ground);

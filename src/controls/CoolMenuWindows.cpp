@@ -42,6 +42,31 @@ Size measured(HDC dc, std::string_view text) {
   return text.empty() ? Size() : Size{static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
+UINT codePageOf(std::optional<BYTE> charset) {
+  CHARSETINFO info{};
+  // The charset stands in the place of the pointer.
+  const auto number = reinterpret_cast<DWORD*>(static_cast<DWORD_PTR>(charset.value_or(0)));
+  const bool isKnown = charset && TranslateCharsetInfo(number, &info, TCI_SRCCHARSET) != 0;
+  return isKnown ? info.ciACP : CP_ACP;
+}
+
+// A typed character as a caption may hold it; empty if a code page does not have it.
+std::string bothCases(wchar_t key, UINT codePage) {
+  std::array<wchar_t, 2> cases{key, key};
+  CharLowerBuffW(cases.data(), 1);
+  CharUpperBuffW(&cases.back(), 1);
+  std::string keys;
+  for (const wchar_t one : cases) {
+    std::array<char, 4> narrow{};
+    const int length = WideCharToMultiByte(codePage, 0, &one, 1, narrow.data(),
+                                           static_cast<int>(narrow.size()), nullptr, nullptr);
+    if (length == 1 && (narrow[0] != '?' || one == L'?')) {
+      keys += narrow[0];
+    }
+  }
+  return keys;
+}
+
 ULONG_PTR dataOf(HMENU menu, int position) {
   MENUITEMINFOA info{};
   info.cbSize = sizeof info;
@@ -53,7 +78,10 @@ ULONG_PTR dataOf(HMENU menu, int position) {
 }  // namespace
 
 CoolMenu::CoolMenu(MenuPictures shown, int dpi, std::optional<BYTE> charset)
-    : pictures(std::move(shown)), resolution(dpi), font(menuFont(dpi, charset)) {}
+    : pictures(std::move(shown)),
+      resolution(dpi),
+      codePage(codePageOf(charset)),
+      font(menuFont(dpi, charset)) {}
 
 void CoolMenu::installBar(HMENU menu) {
   const int count = GetMenuItemCount(menu);
@@ -84,6 +112,8 @@ void CoolMenu::installEntry(HMENU menu, int position, bool isMain) {
       (info.fType & MFT_OWNERDRAW) != 0) {
     return;
   }
+  // Not every system ends a caption that fills the buffer.
+  text.back() = '\0';
   CMyItemData& data = datas.Add({isMain, pictureOf(text.data()), info.fType, text.data()});
   // Written back without its text, which the entry then keeps.
   info.fMask = MIIM_FTYPE | MIIM_DATA;
@@ -147,18 +177,25 @@ bool CoolMenu::measure(LPARAM request) const {
   return true;
 }
 
-std::optional<LRESULT> CoolMenu::findKey(HMENU menu, char key) const {
+std::optional<LRESULT> CoolMenu::findKey(HMENU menu, wchar_t key) const {
   std::vector<const CMyItemData*> entries;
+  int chosen = -1;
   const int count = GetMenuItemCount(menu);
   for (int position = 0; position < count; ++position) {
     entries.push_back(recordOf(dataOf(menu, position)));
+    if ((GetMenuState(menu, static_cast<UINT>(position), MF_BYPOSITION) & MF_HILITE) != 0) {
+      chosen = position;
+    }
   }
-  const std::vector<int> found = entriesWithKey(entries, key);
+  const std::vector<int> found = entriesWithKey(entries, bothCases(key, codePage));
   if (found.empty()) {
     return std::nullopt;
   }
-  // One entry is run, the first of several is only chosen.
-  return MAKELRESULT(found[0], found.size() == 1 ? MNC_EXECUTE : MNC_SELECT);
+  if (found.size() == 1) {
+    return MAKELRESULT(found[0], MNC_EXECUTE);
+  }
+  const auto next = std::ranges::upper_bound(found, chosen);
+  return MAKELRESULT(next != found.end() ? *next : found[0], MNC_SELECT);
 }
 
 }  // namespace zelvreg::controls

@@ -1,7 +1,6 @@
 #include "controls/MenuEntry.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace zelvreg::controls {
 namespace {
@@ -46,18 +45,19 @@ char accessKey(std::string_view menuText) {
     if (text[index] == '&') {
       ++index;
       if (text[index] != '&') {
-        return static_cast<char>(std::tolower(static_cast<unsigned char>(text[index])));
+        return text[index];
       }
     }
   }
-  return '\0';
+  return text.empty() ? '\0' : text.front();
 }
 
-std::vector<int> entriesWithKey(const std::vector<const CMyItemData*>& entries, char key) {
-  const char wanted = static_cast<char>(std::tolower(static_cast<unsigned char>(key)));
+std::vector<int> entriesWithKey(const std::vector<const CMyItemData*>& entries,
+                                std::string_view keys) {
   std::vector<int> found;
-  for (std::size_t index = 0; wanted != '\0' && index < entries.size(); ++index) {
-    if (entries[index] != nullptr && accessKey(entries[index]->sMenuText) == wanted) {
+  for (std::size_t index = 0; index < entries.size(); ++index) {
+    const char key = entries[index] != nullptr ? accessKey(entries[index]->sMenuText) : '\0';
+    if (key != '\0' && keys.find(key) != std::string_view::npos) {
       found.push_back(static_cast<int>(index));
     }
   }

@@ -25,11 +25,13 @@ MenuCaption splitCaption(std::string_view menuText);
 // which a picture belongs to an entry.
 std::string plainCaption(std::string_view menuText);
 
-// The lower-case access key; 0 without one.
+// The access key as it stands in the caption: the marked character, or the first one as in the
+// system's own menus. 0 for a caption without text.
 char accessKey(std::string_view menuText);
 
-// The positions, from 0, of the entries with an access key.
-std::vector<int> entriesWithKey(const std::vector<const CMyItemData*>& entries, char key);
+// The positions, from 0, of the entries whose access key is one of `keys`.
+std::vector<int> entriesWithKey(const std::vector<const CMyItemData*>& entries,
+                                std::string_view keys);
 
 struct MenuMetrics {
   int dpi = 96;

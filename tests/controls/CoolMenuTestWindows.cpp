@@ -69,6 +69,10 @@ class CoolMenuTest : public ::testing::Test {
     EXPECT_EQ(SendMessageW(form.hwnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&request)), TRUE);
     return buffer.copy();
   }
+  LRESULT answer(wchar_t key) const {
+    return SendMessageW(form.hwnd(), WM_MENUCHAR, MAKEWPARAM(key, MF_POPUP),
+                        reinterpret_cast<LPARAM>(popup));
+  }
   static std::uint32_t system(int index) { return opaque(fromProperty(GetSysColor(index))); }
   static int countOf(const Bitmap& bitmap, std::uint32_t colour) {
     return static_cast<int>(std::ranges::count_if(
@@ -122,6 +126,26 @@ TEST_F(CoolMenuTest, NewEntriesAreTakenInByInstallingAgain) {
   menus.current()->installPopup(popup);
   EXPECT_EQ(menus.current()->items().Count(), 6U);
   EXPECT_TRUE(infoOf(popup, 4).fType & MFT_OWNERDRAW);
+}
+
+TEST_F(CoolMenuTest, MenusWithinMenusAreTakenIn) {
+  HMENU inner = CreatePopupMenu();
+  AppendMenuA(inner, MF_STRING, 6, "&Deep");
+  AppendMenuA(popup, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(inner), "&More");
+  menus.current()->installPopup(popup);
+  EXPECT_TRUE(infoOf(inner, 0).fType & MFT_OWNERDRAW);
+  EXPECT_EQ(menus.current()->items().Count(), 7U);
+  menus.current()->uninstall();
+  EXPECT_FALSE(infoOf(inner, 0).fType & MFT_OWNERDRAW);
+}
+
+TEST_F(CoolMenuTest, ARecordHolds127CharactersOfACaption) {
+  for (const std::size_t length : {127U, 128U, 300U}) {
+    AppendMenuA(popup, MF_STRING, 7, std::string(length, 'x').c_str());
+    menus.current()->installPopup(popup);
+    const CMyItemDatas& items = menus.current()->items();
+    EXPECT_EQ(items.Item(items.Count())->sMenuText.size(), 127U) << length;
+  }
 }
 
 TEST_F(CoolMenuTest, MeasuresByTextAndSystem) {
@@ -180,10 +204,43 @@ TEST_F(CoolMenuTest, ADisabledPictureLosesItsColours) {
   EXPECT_GT(countOf(entry, system(COLOR_3DSHADOW)), 100);
 }
 
+TEST_F(CoolMenuTest, ACaptionThatCannotBeChosenIsDrawnTwiceLightBehindDark) {
+  const std::array<INT, 2> indices{COLOR_MENU, COLOR_3DHILIGHT};
+  const std::array<COLORREF, 2> before{GetSysColor(COLOR_MENU), GetSysColor(COLOR_3DHILIGHT)};
+  const std::array<COLORREF, 2> apart{RGB(120, 130, 140), RGB(250, 255, 245)};
+  SetSysColors(2, indices.data(), apart.data());
+  const Bitmap entry = drawn(2, ODS_GRAYED);
+  const int light = countOf(entry, system(COLOR_3DHILIGHT));
+  const int dark = countOf(entry, system(COLOR_GRAYTEXT));
+  const int lightOfOther = countOf(drawn(2, 0), system(COLOR_3DHILIGHT));
+  SetSysColors(2, indices.data(), before.data());
+  EXPECT_GT(light, 0);
+  EXPECT_GT(dark, light) << "the dark one stands in front";
+  EXPECT_EQ(lightOfOther, 0);
+}
+
+TEST_F(CoolMenuTest, APictureGrowsWithTheResolution) {
+  menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}}, 192));
+  menus.current()->installBar(bar);
+  const auto countInItsColumn = [this](UINT state, std::uint32_t colour) {
+    const Bitmap entry = drawn(0, state);
+    int count = 0;
+    for (int row = 0; row < entry.height; ++row) {
+      for (int column = 10; column < 62; ++column) {
+        count += (entry.at(column, row) | 0xFF000000) == colour;
+      }
+    }
+    return count;
+  };
+  // Of 32 x 32 pixels the upper half is transparent and four rows lie outside of the entry.
+  EXPECT_GT(countInItsColumn(0, 0xFFFF0000), 32 * 12 * 3 / 4);
+  EXPECT_GT(countInItsColumn(ODS_GRAYED, system(COLOR_3DSHADOW)), 32 * 12 * 3 / 4);
+}
+
 TEST_F(CoolMenuTest, TheDisabledPictureIsDarkOverLightOnePixelFurther) {
   const PaintBuffer buffer({20, 20});
   buffer.canvas().clear(rgb(0x00FF00));
-  drawDisabledPicture(buffer.dc(), images, 0, 1, 1);
+  drawDisabledPicture(buffer.dc(), images, 0, {1, 1, 17, 17});
   const Bitmap picture = buffer.copy();
   const auto at = [&](int x, int y) { return picture.at(x, y) | 0xFF000000; };
   EXPECT_EQ(at(3, 3), 0xFF00FF00) << "above, it is transparent";
@@ -193,14 +250,53 @@ TEST_F(CoolMenuTest, TheDisabledPictureIsDarkOverLightOnePixelFurther) {
   EXPECT_EQ(at(18, 18), 0xFF00FF00);
 }
 
+TEST_F(CoolMenuTest, ADisabledPictureIsAsLargeAsItsPlace) {
+  const PaintBuffer buffer({40, 40});
+  buffer.canvas().clear(rgb(0x00FF00));
+  drawDisabledPicture(buffer.dc(), images, 0, {1, 1, 33, 33});
+  const Bitmap picture = buffer.copy();
+  const auto at = [&](int x, int y) { return picture.at(x, y) | 0xFF000000; };
+  EXPECT_EQ(at(5, 15), 0xFF00FF00) << "above, it is transparent";
+  EXPECT_EQ(at(1, 17), system(COLOR_3DSHADOW));
+  EXPECT_EQ(at(32, 32), system(COLOR_3DSHADOW));
+  EXPECT_EQ(at(33, 33), system(COLOR_3DHILIGHT));
+  EXPECT_EQ(at(34, 34), 0xFF00FF00);
+}
+
 TEST_F(CoolMenuTest, AnAccessKeyRunsItsEntryOrChoosesTheFirstOfSeveral) {
-  const auto answer = [this](char key) {
-    return SendMessageW(form.hwnd(), WM_MENUCHAR, MAKEWPARAM(key, MF_POPUP),
-                        reinterpret_cast<LPARAM>(popup));
+  EXPECT_EQ(answer(L'o'), MAKELRESULT(0, MNC_EXECUTE));
+  EXPECT_EQ(answer(L'P'), MAKELRESULT(2, MNC_SELECT));
+  EXPECT_EQ(menus.current()->findKey(popup, L'z'), std::nullopt);
+}
+
+TEST_F(CoolMenuTest, PressingAnAccessKeyOnReachesEachOfItsEntries) {
+  const auto choose = [this](UINT position, UINT state) {
+    MENUITEMINFOA info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_STATE;
+    info.fState = state;
+    SetMenuItemInfoA(popup, position, TRUE, &info);
   };
-  EXPECT_EQ(answer('o'), MAKELRESULT(0, MNC_EXECUTE));
-  EXPECT_EQ(answer('P'), MAKELRESULT(2, MNC_SELECT));
-  EXPECT_EQ(menus.current()->findKey(popup, 'z'), std::nullopt);
+  choose(2, MFS_HILITE);
+  EXPECT_EQ(answer(L'p'), MAKELRESULT(3, MNC_SELECT));
+  choose(2, MFS_ENABLED);
+  choose(3, MFS_HILITE);
+  EXPECT_EQ(answer(L'p'), MAKELRESULT(2, MNC_SELECT));
+}
+
+TEST_F(CoolMenuTest, AnAccessKeyMayStandOutsideTheLatinAlphabetsFirstHalf) {
+  AppendMenuW(popup, MF_STRING, 5, L"&\u00C4ndern");
+  menus.current()->installPopup(popup);
+  EXPECT_EQ(answer(L'\u00E4'), MAKELRESULT(4, MNC_EXECUTE));
+  EXPECT_EQ(menus.current()->findKey(popup, L'\u0436'), std::nullopt);
+}
+
+TEST_F(CoolMenuTest, AnAccessKeyIsLookedForInTheLanguageOfTheCaptions) {
+  // A Polish word in its own code page.
+  AppendMenuA(popup, MF_STRING, 5, "\x8Cled\x9F");
+  menus.hold(std::make_unique<CoolMenu>(MenuPictures{}, 96, BYTE{EASTEUROPE_CHARSET}));
+  menus.current()->installPopup(popup);
+  EXPECT_EQ(answer(L'\u015B'), MAKELRESULT(4, MNC_EXECUTE));
 }
 
 TEST_F(CoolMenuTest, DrawingLeavesNoObjectBehind) {

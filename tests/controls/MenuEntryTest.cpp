@@ -55,11 +55,15 @@ TEST(MenuCaption, IsPlainWithoutItsMarks) {
 }
 
 TEST(MenuCaption, TheAccessKeyIsMarked) {
-  EXPECT_EQ(accessKey("Select &All"), 'a');
-  EXPECT_EQ(accessKey("Cut && &Paste"), 'p');
-  EXPECT_EQ(accessKey("R && D"), '\0');
-  EXPECT_EQ(accessKey("Select"), '\0');
-  EXPECT_EQ(accessKey("x\t&y"), '\0');
+  EXPECT_EQ(accessKey("Select &All"), 'A');
+  EXPECT_EQ(accessKey("Cut && &Paste"), 'P');
+}
+
+TEST(MenuCaption, WithoutAMarkTheFirstCharacterIsTheAccessKey) {
+  EXPECT_EQ(accessKey("R && D"), 'R');
+  EXPECT_EQ(accessKey("Select"), 'S');
+  EXPECT_EQ(accessKey("x\t&y"), 'x');
+  EXPECT_EQ(accessKey(""), '\0');
 }
 
 TEST(MenuCaption, EntriesAreFoundByTheirKey) {
@@ -67,9 +71,12 @@ TEST(MenuCaption, EntriesAreFoundByTheirKey) {
   datas.Add(entry("&Open"));
   datas.Add(entry("Close"));
   datas.Add(entry("Show &objects"));
-  EXPECT_EQ(entriesWithKey(datas.NewEnum(), 'O'), (std::vector<int>{0, 2}));
-  EXPECT_TRUE(entriesWithKey(datas.NewEnum(), 'x').empty());
-  EXPECT_TRUE(entriesWithKey({nullptr}, 'x').empty());
+  datas.Add(entry(""));
+  EXPECT_EQ(entriesWithKey(datas.NewEnum(), "oO"), (std::vector<int>{0, 2}));
+  EXPECT_EQ(entriesWithKey(datas.NewEnum(), "cC"), (std::vector<int>{1}));
+  EXPECT_TRUE(entriesWithKey(datas.NewEnum(), "xX").empty());
+  EXPECT_TRUE(entriesWithKey(datas.NewEnum(), std::string_view("\0", 1)).empty());
+  EXPECT_TRUE(entriesWithKey({nullptr}, "xX").empty());
 }
 
 TEST(EntrySize, HoldsPictureTextAndKeys) {

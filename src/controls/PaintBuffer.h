@@ -51,6 +51,9 @@ COLORREF colorRef(Rgb colour);
 
 std::wstring wideText(std::string_view utf8);
 
+// In the system's code page.
+std::string narrowText(std::string_view utf8);
+
 }  // namespace zelvreg::controls
 
 #endif

@@ -110,4 +110,14 @@ std::wstring wideText(std::string_view utf8) {
   return wide;
 }
 
+std::string narrowText(std::string_view utf8) {
+  const std::wstring wide = wideText(utf8);
+  const int size = static_cast<int>(wide.size());
+  const int length =
+      WideCharToMultiByte(CP_ACP, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string narrow(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), size, narrow.data(), length, nullptr, nullptr);
+  return narrow;
+}
+
 }  // namespace zelvreg::controls

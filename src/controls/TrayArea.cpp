@@ -38,8 +38,9 @@ TrayArea::~TrayArea() {
 }
 
 void TrayArea::fillTip() {
+  const std::string tip = host.narrow(ToolTip);
   record.tip.fill('\0');
-  std::copy_n(ToolTip.begin(), std::min(ToolTip.size(), record.tip.size() - 1), record.tip.begin());
+  std::copy_n(tip.begin(), std::min(tip.size(), record.tip.size() - 1), record.tip.begin());
 }
 
 void TrayArea::call(TrayCall what, std::uint32_t flags) {

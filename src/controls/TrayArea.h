@@ -60,8 +60,9 @@ class TrayHost {
  public:
   virtual ~TrayHost() = default;
   virtual void notify(TrayCall call, const TrayRecord& record) = 0;
-  virtual std::uint32_t window() = 0;                      // that hears the notifications
-  virtual std::uint32_t icon(const Picture& picture) = 0;  // stays valid until the next one
+  virtual std::uint32_t window() = 0;                       // that hears the notifications
+  virtual std::uint32_t icon(const Picture& picture) = 0;   // stays valid until the next one
+  virtual std::string narrow(const std::string& utf8) = 0;  // in the system's code page
   virtual double randomFraction() = 0;
 };
 
@@ -81,6 +82,7 @@ class TrayArea {
   [[nodiscard]] bool isShown() const { return isStanding; }
 
   void setIcon(Picture picture);
+  // UTF-8. The icon shows its first 63 characters.
   void setToolTip(std::string text);
   // Only a change does anything.
   void setVisible(bool value);

@@ -70,6 +70,8 @@ std::uint32_t TrayWindow::icon(const Picture& picture) {
   return reinterpret_cast<std::uintptr_t>(shown);
 }
 
+std::string TrayWindow::narrow(const std::string& utf8) { return narrowText(utf8); }
+
 double TrayWindow::randomFraction() {
   return static_cast<double>(random() - std::minstd_rand::min()) /
          (static_cast<double>(std::minstd_rand::max()) - std::minstd_rand::min() + 1);

@@ -30,6 +30,7 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   showAll();
   arrange();
   outline->Refresh();
+  showShadow();
   tray.area().setIcon(desk.icon("emblem"));
 }
 

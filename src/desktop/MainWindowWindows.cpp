@@ -70,7 +70,7 @@ void MainWindow::attachWindowParts() {
   outline->Refresh();
   menuHolder = std::make_unique<controls::CMWndProc>(window);
   tray.area().setIcon(desk.icon("emblem"));
-  tray.area().setToolTip(form.TrayArea1.toolTip.get());
+  tray.area().setToolTip(utf8Text(form.TrayArea1.toolTip.get(), 0));
   tray.area().onNotice = [this](controls::TrayNotice notice) {
     if (notice.event == controls::TrayEvent::MouseUp && notice.button == 1) {
       form.TrayArea1.click();
@@ -124,7 +124,7 @@ void MainWindow::showShadow() {
   }
   controls::modShadow::create(window);
   controls::modShadow::setColour(window, form.shadow.foreColor);
-  controls::modShadow::setSize(window, form.shadow.depth);
+  controls::modShadow::setSize(window, desk.points(form.shadow.depth));
 }
 
 void MainWindow::showTray() {

@@ -75,7 +75,7 @@ void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
   if (shadow.visible) {
     controls::modShadow::create(window);
     controls::modShadow::setColour(window, shadow.foreColor);
-    controls::modShadow::setSize(window, shadow.depth);
+    controls::modShadow::setSize(window, desk.points(shadow.depth));
   }
   while (isOpen) {
     desk.wait(messages);

@@ -35,7 +35,7 @@ class DropShadow : public Control {
  public:
   DropShadow() { visible = false; }
 
-  // `depth` is its width in points of the screen.
+  // `depth` is its width in points at 96 to the inch.
   void draw(std::uint32_t shadowColor, int shadowDepth) {
     foreColor = shadowColor;
     depth = shadowDepth;

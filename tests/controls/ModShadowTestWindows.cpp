@@ -79,6 +79,13 @@ TEST_F(ModShadow, HidesAndComesBackWithItsTarget) {
   EXPECT_TRUE(IsWindowVisible(shadow()));
 }
 
+TEST_F(ModShadow, HidesWhileItsTargetIsMinimized) {
+  ShowWindow(form.hwnd(), SW_MINIMIZE);
+  EXPECT_FALSE(IsWindowVisible(shadow()));
+  ShowWindow(form.hwnd(), SW_RESTORE);
+  EXPECT_TRUE(IsWindowVisible(shadow()));
+}
+
 TEST_F(ModShadow, IsGoneAfterItsRemoval) {
   HWND gone = shadow();
   modShadow::destroy(form.hwnd());

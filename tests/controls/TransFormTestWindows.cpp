@@ -1,6 +1,8 @@
 // Outlines are given to windows.
 #include "controls/TransForm.h"
 
+#include <algorithm>
+
 #include "controls/FormFixture.h"
 
 namespace zelvreg::controls {
@@ -48,6 +50,24 @@ TEST_F(TransFormTest, WhatShowsTheMaskColourIsLeftOut) {
   EXPECT_TRUE(isInOutline(form.hwnd(), 299, 199));
 }
 
+TEST_F(TransFormTest, TheOutlineIsThatOfTheClientAreaInsideAFrame) {
+  SetWindowLongW(form.hwnd(), GWL_STYLE, static_cast<LONG>(WS_POPUP | WS_VISIBLE | WS_CAPTION));
+  SetWindowPos(form.hwnd(), nullptr, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_FRAMECHANGED);
+  RECT window{};
+  GetWindowRect(form.hwnd(), &window);
+  POINT client{0, 0};
+  ClientToScreen(form.hwnd(), &client);
+  const int left = client.x - window.left;
+  const int top = client.y - window.top;
+  ASSERT_GT(top, 0);
+  TransForm control(form.hwnd());
+  control.Refresh();
+  EXPECT_FALSE(isInOutline(form.hwnd(), left + 99, top + 49));
+  EXPECT_TRUE(isInOutline(form.hwnd(), left + 100, top + 49));
+  EXPECT_TRUE(isInOutline(form.hwnd(), left + 99, top + 50));
+}
+
 TEST_F(TransFormTest, AnotherMaskColourGivesAnotherOutline) {
   TransForm control(form.hwnd());
   control.setMaskColor(RGB(0, 0, 255));
@@ -92,6 +112,13 @@ TEST_F(TransFormTest, AtDesignTimeNothingHappens) {
 
 TEST_F(TransFormTest, APressDragsTheFormByItsCaption) {
   TransForm control(form.hwnd());
+  SetCapture(form.hwnd());
+  form.answer = [](const fixture::Message& message) {
+    if (message.number == WM_NCLBUTTONDOWN) {
+      EXPECT_EQ(GetCapture(), nullptr);
+    }
+    return message.number == WM_NCLBUTTONDOWN;
+  };
   press();
   ASSERT_EQ(form.count(0xA1), 1);
   EXPECT_EQ(form.messages.back().wParam, 2U);
@@ -165,8 +192,11 @@ TEST_F(TransFormTest, WhatIsChosenInTheSystemMenuIsPostedToTheForm) {
   };
   control.PopupSysMenu();
   EXPECT_TRUE(isOpen);
+  EXPECT_EQ(form.count(0x112), 0) << "it is posted";
   Form::pump();
   ASSERT_EQ(form.count(0x112), 1);
+  const auto chosen = std::ranges::find(form.messages, UINT{0x112}, &fixture::Message::number);
+  EXPECT_GE(chosen->wParam, 0xF000U) << "where the commands of a system menu begin";
 }
 
 TEST_F(TransFormTest, ShapingLeavesNoObjectBehind) {

@@ -19,6 +19,9 @@ class RecordingHost : public TrayHost {
   std::uint32_t icon(const Picture& picture) override {
     return static_cast<std::uint32_t>(picture->width);
   }
+  std::string narrow(const std::string& utf8) override {
+    return utf8 == "\xC3\xBC" ? "\xFC" : utf8;
+  }
   double randomFraction() override { return fraction; }
 
   double fraction = 0.5;
@@ -112,6 +115,13 @@ TEST_F(TrayAreaTest, ANewTipReplacesTheOneThatStands) {
   EXPECT_EQ(host.calls.back().first, TrayCall::Modify);
   EXPECT_EQ(lastRecord().flags, 4U);
   EXPECT_STREQ(lastRecord().tip.data(), "Scanning");
+}
+
+TEST_F(TrayAreaTest, TheTipOfTheRecordIsInTheSystemsCodePage) {
+  area.setToolTip("\xC3\xBC");
+  area.setVisible(true);
+  EXPECT_STREQ(lastRecord().tip.data(), "\xFC");
+  EXPECT_EQ(area.toolTip(), "\xC3\xBC");
 }
 
 TEST_F(TrayAreaTest, ALongTipIsCutBeforeItsNul) {

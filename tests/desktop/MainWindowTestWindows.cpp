@@ -1,4 +1,5 @@
 // The window exists on Windows alone.
+#include "controls/modShadow.h"
 #include "desktop/MainWindowFixture.h"
 
 namespace zelvreg::desktop {
@@ -70,6 +71,8 @@ TEST_F(MainWindowTest, ANewResolutionChangesTheSizeOfEverything) {
     GetWindowRect(hwnd, &place);
     return SIZE{place.right - place.left, place.bottom - place.top};
   };
+  form.shadow.draw(0x808080, 10);
+  HWND shadow = controls::modShadow::shadowOf(window.hwnd());
   constexpr UINT resolutionChanged = 0x02E0;
   for (const int resolution : {144, 192, 96}) {
     const RECT suggested{50, 60, 70, 80};
@@ -84,6 +87,7 @@ TEST_F(MainWindowTest, ANewResolutionChangesTheSizeOfEverything) {
     EXPECT_EQ(sizeOf(windowOf(form.View1, WC_LISTVIEWW)).cx,
               sizeOf(windowOf(form.Frame1, L"ZelvregFrame")).cx);
     EXPECT_EQ(form.screen.width, MulDiv(GetSystemMetrics(SM_CXSCREEN), 1440, resolution));
+    EXPECT_EQ(controls::modShadow::settingsOf(shadow).size, MulDiv(10, resolution, 96));
   }
   SystemParametersInfoW(SPI_SETWORKAREA, 0, &before, 0);
 }

@@ -6,18 +6,44 @@
 #include <stdexcept>
 
 namespace zelvreg::console {
+namespace {
 
-void writeHostFile(const std::string& path, std::string_view bytes) {
-  const std::filesystem::path beside = path + ".new";
-  std::ofstream file(beside, std::ios::binary);
+namespace fs = std::filesystem;
+
+bool write(const fs::path& path, std::string_view bytes) {
+  std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
+  return file.good();
+}
+
+bool replace(const fs::path& path, std::string_view bytes) {
+  fs::path beside = path;
+  beside += ".new";
   std::error_code error;
-  if (file.good()) {
-    std::filesystem::rename(beside, path, error);
+  if (write(beside, bytes)) {
+    fs::rename(beside, path, error);
+    if (!error) {
+      return true;
+    }
   }
-  if (!file.good() || error) {
-    std::filesystem::remove(beside, error);
+  fs::remove(beside, error);
+  return false;
+}
+
+// A name that leads elsewhere must go on doing so: a file renamed to it would take its place, for
+// all programs where it is that of the standard output.
+bool isLinkOrDevice(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::symlink_status(path, error);
+  return fs::exists(status) && !fs::is_regular_file(status);
+}
+
+}  // namespace
+
+void writeHostFile(const std::string& path, std::string_view bytes) {
+  const bool isWritten = isLinkOrDevice(path) ? write(path, bytes) : replace(path, bytes);
+  if (!isWritten) {
     throw std::runtime_error(path + " cannot be written; check the folder and the room left");
   }
 }

@@ -7,6 +7,7 @@
 
 #include "registry/ComSupport.h"
 #include "registry/DirectText.h"
+#include "registry/ManagementService.h"
 #include "registry/StdRegProv.h"
 
 namespace zelvreg {
@@ -184,24 +185,19 @@ class ServiceProvider : public StdRegProv {
   REGSAM view;
 };
 
-template <class Interface>
-ComPointer<Interface> create(REFCLSID classId) {
-  void* object = nullptr;
-  const HRESULT made =
-      CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface), &object);
-  return ComPointer<Interface>(SUCCEEDED(made) ? static_cast<Interface*>(object) : nullptr);
-}
-
 // The named value set that chooses the view; null for the service's own default.
 ComPointer<IWbemContext> contextFor(ProviderArchitecture architecture) {
   if (architecture == ProviderArchitecture::Default) {
     return nullptr;
   }
-  auto context = create<IWbemContext>(CLSID_WbemContext);
-  if (context != nullptr) {
-    ComVariant bits(static_cast<LONG>(architecture));
-    context->SetValue(L"__ProviderArchitecture", 0, bits.get());
+  void* made = nullptr;
+  if (FAILED(CoCreateInstance(CLSID_WbemContext, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemContext,
+                              &made))) {
+    return nullptr;
   }
+  ComPointer<IWbemContext> context(static_cast<IWbemContext*>(made));
+  ComVariant bits(static_cast<LONG>(architecture));
+  context->SetValue(L"__ProviderArchitecture", 0, bits.get());
   return context;
 }
 
@@ -211,16 +207,13 @@ std::unique_ptr<StdRegProv> connectStdRegProv(ProviderArchitecture architecture)
   // Initialised once more for each connection and never undone: the connections live as long as
   // the process.
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  const auto locator = create<IWbemLocator>(CLSID_WbemLocator);
   auto context = contextFor(architecture);
-  IWbemServices* services = nullptr;
-  if (locator == nullptr ||
-      FAILED(locator->ConnectServer(ComText(L"root\\default").get(), nullptr, nullptr, nullptr, 0,
-                                    nullptr, context.get(), &services))) {
+  auto services = connectManagementService(L"root\\default", context.get());
+  if (services == nullptr) {
     return nullptr;
   }
   return std::make_unique<ServiceProvider>(
-      ComPointer<IWbemServices>(services), std::move(context),
+      std::move(services), std::move(context),
       architecture == ProviderArchitecture::Bits64 ? KEY_WOW64_64KEY : 0);
 }
 

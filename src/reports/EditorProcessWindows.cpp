@@ -5,24 +5,12 @@
 #include <wbemidl.h>
 
 #include "registry/ComSupport.h"
+#include "registry/ManagementService.h"
 #include "reports/EditorProcess.h"
 #include "text/Text.h"
 
 namespace zelvreg {
 namespace {
-
-ComPointer<IWbemServices> connect() {
-  IWbemLocator* locator = nullptr;
-  if (FAILED(CoCreateInstance(CLSID_WbemLocator, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemLocator,
-                              reinterpret_cast<void**>(&locator)))) {
-    return nullptr;
-  }
-  const ComPointer<IWbemLocator> owned(locator);
-  IWbemServices* services = nullptr;
-  owned->ConnectServer(ComText(L"root\\cimv2").get(), nullptr, nullptr, nullptr, 0, nullptr,
-                       nullptr, &services);
-  return ComPointer<IWbemServices>(services);
-}
 
 std::string property(IWbemClassObject& object, const wchar_t* name) {
   ComVariant value;
@@ -43,7 +31,7 @@ void terminate(IWbemServices& services, IWbemClassObject& process) {
 
 void killprocess() {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  const ComPointer<IWbemServices> services = connect();
+  const ComPointer<IWbemServices> services = connectManagementService(L"root\\cimv2");
   if (services == nullptr) {
     return;
   }
@@ -54,6 +42,7 @@ void killprocess() {
     return;
   }
   const ComPointer<IEnumWbemClassObject> processes(found);
+  lendRightsOfUser(*processes);
   for (;;) {
     IWbemClassObject* next = nullptr;
     ULONG count = 0;

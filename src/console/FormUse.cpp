@@ -60,4 +60,15 @@ bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
   return !isCancelled;
 }
 
+void tell(const std::vector<std::string>& lines, const Streams& streams) {
+  for (const std::string& line : lines) {
+    streams.error << "zelvreg: " << line << "\n";
+  }
+}
+
+void saveAndTell(Computer& computer, const Streams& streams) {
+  computer.save();
+  tell(computer.unsaved(), streams);
+}
+
 }  // namespace zelvreg::console

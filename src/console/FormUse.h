@@ -2,8 +2,12 @@
 #ifndef ZELVREG_CONSOLE_FORM_USE_H
 #define ZELVREG_CONSOLE_FORM_USE_H
 
+#include <string>
+#include <vector>
+
 #include "console/CommandLine.h"
 #include "console/Commands.h"
+#include "console/Computer.h"
 #include "form/Form42.h"
 
 namespace zelvreg::console {
@@ -14,6 +18,12 @@ void prepareForm(Form42& form, const Options& options, const Streams& streams);
 
 // Presses Start with the ticks that were asked for, and Cancel if the user interrupts: false then.
 bool runScanOn(Form42& form, const Options& options, const Streams& streams);
+
+// Lines for the user on the error stream.
+void tell(const std::vector<std::string>& lines, const Streams& streams);
+
+// Keeps what a command has changed, and tells of each change that has no place to be kept in.
+void saveAndTell(Computer& computer, const Streams& streams);
 
 }  // namespace zelvreg::console
 

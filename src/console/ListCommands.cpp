@@ -43,12 +43,28 @@ void warnOfTornJournal(const Form42& form, std::size_t row, const Streams& strea
   }
 }
 
+// The dialog closes whether or not its entry could be kept.
+void addExclusion(Form42& form, const std::string& entry) {
+  const std::size_t before = form.View4.count();
+  form.Form1.show = [&entry](ExclusionDialog& dialog) {
+    dialog.Text1.setText(entry);
+    dialog.orubutton1.click();
+  };
+  form.chameleonButton5.click();
+  loadExclusions(form);
+  if (form.View4.count() <= before) {
+    throw std::runtime_error(
+        "the exclusion is not in force; give a text of at least 8 characters, and see that " +
+        registryText(form.programFolder) + "\\exregscan.txt can be written");
+  }
+}
+
 int restoreExport(const Options& options, Computer& computer, const Streams& streams) {
   const RegistryImport import = importRegistryText(readHostFile(options.exportFile));
   if (!import.isDone) {
     throw std::runtime_error(options.exportFile + ": " + registryText(import.message));
   }
-  computer.save();
+  saveAndTell(computer, streams);
   if (!options.isQuiet) {
     streams.out << registryText(import.message) << "\n";
   }
@@ -85,7 +101,7 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
       printRows(form.View3, "Journal", streams);
       return nothingFound;
   }
-  computer.save();
+  saveAndTell(computer, streams);
   return nothingFound;
 }
 
@@ -96,11 +112,7 @@ int workOnExclusions(const Options& options, Computer& computer, const Streams& 
   switch (options.command) {
     case Command::AddExclusion:
       makeFolder(form.programFolder);
-      form.Form1.show = [&](ExclusionDialog& dialog) {
-        dialog.Text1.setText(narrowText(options.exclusion));
-        dialog.orubutton1.click();
-      };
-      form.chameleonButton5.click();
+      addExclusion(form, narrowText(options.exclusion));
       break;
     case Command::RemoveExclusion:
       requireRow(form.View4, options.entry, "exclusions");
@@ -112,7 +124,7 @@ int workOnExclusions(const Options& options, Computer& computer, const Streams& 
       printRows(form.View4, "Exclusion", streams);
       return nothingFound;
   }
-  computer.save();
+  saveAndTell(computer, streams);
   return nothingFound;
 }
 
@@ -134,7 +146,7 @@ int workOnLanguages(const Options& options, Computer& computer, const Streams& s
     const std::string& tag = form.lbllanguage[entry]->tag;
     if (tag == options.language) {
       lbllanguage_Click(form, entry);
-      computer.save();
+      saveAndTell(computer, streams);
       return nothingFound;
     }
     known += (known.empty() ? "" : ", ") + tag;

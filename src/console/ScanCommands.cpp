@@ -32,12 +32,6 @@ void print(const ScanResult& result, const Options& options, const Streams& stre
   }
 }
 
-void tell(const std::vector<std::string>& lines, const Streams& streams) {
-  for (const std::string& line : lines) {
-    streams.error << "zelvreg: " << line << "\n";
-  }
-}
-
 void writeReport(const Form42& form, const Options& options) {
   if (!options.reportFile.empty()) {
     writeHostFile(options.reportFile, reportText(form));
@@ -120,9 +114,8 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
     if (form.isRepairStopped) {
       return failed;  // the form has said so
     }
-    computer.save();
+    saveAndTell(computer, streams);
     tellSparedKeys(form, streams);
-    tell(computer.unsaved(), streams);
   }
   const ScanResult left = scanResultOf(form);
   print(left, options, streams, static_cast<std::int64_t>(found - left.findings.size()));
@@ -137,8 +130,7 @@ int runAutomatically(const Options& options, Computer& computer, const Streams& 
   try {
     prepareForm(form, options, streams);
   } catch (const ProcessEnd&) {
-    computer.save();
-    tell(computer.unsaved(), streams);
+    saveAndTell(computer, streams);
     return nothingFound;
   }
   throw std::runtime_error("no category is ticked, so that nothing was scanned");

@@ -100,9 +100,7 @@ int search(const Options& options, const Computer& computer, const Streams& stre
     throw std::runtime_error("the search was cancelled; what was found so far is listed");
   }
   const auto damage = computer.damage();
-  for (const std::string& line : damage) {
-    streams.error << "zelvreg: " << line << "\n";
-  }
+  tell(damage, streams);
   if (!damage.empty()) {
     return failed;
   }

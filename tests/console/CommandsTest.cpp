@@ -16,10 +16,11 @@ class GivenComputer : public Computer {
  public:
   [[nodiscard]] std::vector<std::string> damage() const override { return damaged; }
   [[nodiscard]] std::vector<std::string> unclean() const override { return notClosed; }
-  [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
+  [[nodiscard]] std::vector<std::string> unsaved() const override { return homeless; }
   void save() override { ++saves; }
   std::vector<std::string> damaged;
   std::vector<std::string> notClosed;
+  std::vector<std::string> homeless;
   int saves = 0;
 };
 
@@ -84,6 +85,17 @@ TEST_F(CommandsTest, NoTickedRowIsAMessageOnTheErrorStream) {
   EXPECT_EQ(run(), nothingFound);
   EXPECT_EQ(error.str(),
             "zelvreg: Please select any item from the list first to perform the test\n");
+}
+
+TEST_F(CommandsTest, WhatHasNoPlaceToBeKeptInIsTold) {
+  given.homeless = {"HKEY_USERS\\New: is not kept"};
+  for (const Command command : {Command::UndoOn, Command::UndoOff}) {
+    options.command = command;
+    error.str("");
+    EXPECT_EQ(run(), nothingFound);
+    EXPECT_EQ(error.str(), "zelvreg: HKEY_USERS\\New: is not kept\n");
+  }
+  EXPECT_EQ(given.saves, 2);
 }
 
 TEST_F(CommandsTest, AnUnknownLanguageIsRefused) {

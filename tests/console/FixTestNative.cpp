@@ -138,6 +138,19 @@ TEST_F(FixTest, AnExclusionTakesItsFindingsOutOfScanAndFix) {
   EXPECT_EQ(run({"scan", "--only", "mui-cache"}), problemsFound);
 }
 
+TEST_F(FixTest, AnExclusionThatIsNotInForceIsAFailure) {
+  const fs::path file = programFolder() / "exregscan.txt";
+  for (const char* entry : {"", "  ", "1234567"}) {
+    fs::remove(file);
+    EXPECT_THROW(run({"exclude", "add", entry}), std::runtime_error) << entry;
+  }
+  EXPECT_EQ(run({"exclude", "add", "now there is room"}), nothingFound);
+  EXPECT_EQ(run({"exclude", "add", "1234567"}), nothingFound);
+  fs::remove(file);
+  fs::create_directory(file);
+  EXPECT_THROW(run({"exclude", "add", "HKEY_CURRENT_USER\\Software"}), std::runtime_error);
+}
+
 TEST_F(FixTest, TheListModeLeavesItsFilesAndTheFixModeRepairs) {
   EXPECT_EQ(run({"w4"}), nothingFound);
   EXPECT_TRUE(fs::exists(programFolder() / "regtmp.txt"));

@@ -11,6 +11,7 @@
 #include "scan/ScanPanel.h"
 #include "search/Search.h"
 #include "text/Numbers.h"
+#include "widgets/SystemText.h"
 
 namespace zelvreg {
 namespace {
@@ -108,6 +109,8 @@ void cmdFind_Click(Form42& form) {
     return;
   }
   openScanPanel(form);
+  // It shows the keys that are walked.
+  showSystemText({&form.Label3});
   enableIdleCommands(form, false);
   form.cancelRequested = false;
   cmdFind(form);

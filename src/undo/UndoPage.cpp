@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cmath>
+
 #include "registry/Hives.h"
 #include "runtime/FileText.h"
 #include "text/Numbers.h"
@@ -16,6 +18,14 @@ namespace {
 
 std::size_t rowInText3(const Form42& form) {
   return static_cast<std::size_t>(std::max(0.0, leadingNumber(form.Text3.text())));
+}
+
+// A check box knows off, on and grayed; any other number is refused.
+void showUndoSetting(Form42& form) {
+  const double kept = std::nearbyint(leadingNumber(undoSetting()));
+  if (kept >= 0 && kept <= 2) {
+    form.Check1.value = kept != 0;
+  }
 }
 
 void listJournals(Form42& form) {
@@ -55,7 +65,7 @@ void chameleonButton1_Click(Form42& form) {
   form.Frame1.visible = false;
   form.Frame3.visible = true;
   form.Frame7.visible = false;
-  form.Check1.value = leadingNumber(undoSetting()) != 0;
+  showUndoSetting(form);
   listJournals(form);
 }
 

@@ -93,6 +93,15 @@ TEST_F(UndoPageTest, TheBoxShowsTheOptionThatWasKept) {
     form.chameleonButton1.click();
     EXPECT_EQ(form.Check1.value.get(), isTicked);
   }
+  // More than on, off and grayed it does not know.
+  for (const char* refused : {"3", "-1", "1e300"}) {
+    setText(settings, "saveundo", refused);
+    for (const bool before : {true, false}) {
+      form.Check1.value = before;
+      form.chameleonButton1.click();
+      EXPECT_EQ(form.Check1.value.get(), before) << refused;
+    }
+  }
   removeKey(settings);
   form.Check1.value = true;
   form.chameleonButton1.click();
@@ -116,6 +125,15 @@ TEST_F(UndoPageTest, TheFirstNumberIsLookedAtEvenWithoutACount) {
   setText(dates, "2", "second");
   form.chameleonButton1.click();
   EXPECT_EQ(labels(), (Texts{"first"}));
+}
+
+TEST_F(UndoPageTest, TheQueueIsServedAtEachNumberAlsoAtHoles) {
+  setText(settings, "cnt", "3");
+  setText(dates, "2", "second");
+  Texts seen;
+  form.messages.serveHost = [&] { seen.push_back(std::to_string(form.View3.count())); };
+  form.chameleonButton1.click();
+  EXPECT_EQ(seen, (Texts{"0", "0", "1"}));
 }
 
 TEST_F(UndoPageTest, AClickedRowIsRememberedAlsoWhenTheListIsFilledAnew) {
@@ -212,6 +230,20 @@ TEST_F(UndoPageTest, ALabelWithWildcardsTakesTheFirstEntryThatFitsIt) {
   EXPECT_EQ(content("stem 2"), "(none)");
   EXPECT_EQ(storedText(dates, "1"), "(none)");
   EXPECT_EQ(storedText(dates, "2"), "a*y");
+}
+
+TEST_F(UndoPageTest, ABracketInALabelStandsForItsListAndOneThatIsOpenFitsAll) {
+  for (const auto& [label, removed] : {std::pair("day [ab]", "2"), {"day [ab", "1"}}) {
+    addEntry("1", "night", "stem 1", "");
+    addEntry("2", "day a", "stem 2", "");
+    addEntry("3", label, "stem 3", "");
+    form.chameleonButton1.click();
+    View3_ItemClick(form, 3);
+    form.chameleonButton3.click();
+    for (const char* number : {"1", "2", "3"}) {
+      EXPECT_EQ(storedText(dates, number) == "(none)", std::string(number) == removed) << label;
+    }
+  }
 }
 
 TEST_F(UndoPageTest, WithoutAClickedRowNothingIsRemoved) {

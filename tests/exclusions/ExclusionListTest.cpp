@@ -1,5 +1,6 @@
 // What the exclusions do to the results, and how a result becomes one.
 #include "exclusions/ExclusionFixture.h"
+#include "scan/CategoryTable.h"
 #include "support/UnrulyContents.h"
 
 namespace zelvreg {
@@ -116,6 +117,24 @@ TEST_F(ExclusionListTest, TheCountOfACategoryIsNotTouched) {
     cells += form.View1.text(1, column);
   }
   EXPECT_EQ(cells, "Fonts7");
+}
+
+TEST_F(ExclusionListTest, NorIsItWhenAResultIsExcluded) {
+  form.View1.add("Fonts");
+  showProblems(form, 1, 7);
+  addResult("HKEY_USERS", "a");
+  form.View2.select(1);
+  form.chameleonButton9.click();
+  EXPECT_EQ(results(), Texts());
+  EXPECT_EQ(form.View1.text(1, problemsColumn), "7");
+}
+
+TEST_F(ExclusionListTest, BlanksAroundAnEntryDoNotCount) {
+  EXPECT_EQ(left("\" HKEY_LOCAL_MACHINE\\a  \"", {"a", "b"}), (Texts{"b"}));
+}
+
+TEST_F(ExclusionListTest, NorDoBlanksBehindAKey) {
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\a?", {"a ", "ab"}), (Texts{"a "}));
 }
 
 TEST_F(ExclusionListTest, EntriesStayInForceForTheNextRuns) {

@@ -119,6 +119,24 @@ TEST_F(KeyTreeWalkTest, AFirstValueOfTwoBlanksEndsItsKey) {
   EXPECT_TRUE(found().empty());
 }
 
+TEST_F(KeyTreeWalkTest, ACancelEndsTheKeysOfALevel) {
+  makeKey(userKey + "\\Needle1");
+  makeKey(userKey + "\\Needle2");
+  testNames("needle", true, true);
+  form.messages.serveHost = [&] { form.cancelRequested = form.View2.count() > 0; };
+  EXPECT_EQ(found().size(), 1U);
+}
+
+TEST_F(KeyTreeWalkTest, ACancelEndsTheValuesOfAKey) {
+  for (const char* name : {"Needle1", "Needle2", "Needle3"}) {
+    setText(userKey, name, "x");
+  }
+  testNames("needle", false, true);
+  // The second value is under test when the cancel is seen; it is still listed.
+  form.messages.serveHost = [&] { form.cancelRequested = form.View2.count() > 0; };
+  EXPECT_EQ(found().size(), 2U);
+}
+
 TEST_F(KeyTreeWalkTest, TheStatusShowsTheParentOrTheRoot) {
   makeKey(userKey + "\\a\\b");
   Texts shown;

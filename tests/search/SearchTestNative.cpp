@@ -125,6 +125,9 @@ TEST_F(SearchNativeTest, ACancelBetweenRootsEndsTheSearch) {
   form.messages.serveHost = [&] { form.cancelRequested = form.View2.count() > 0; };
   cmdFind(form);
   EXPECT_EQ(rows().size(), 1U);
+  EXPECT_EQ(form.View1.text(8, problemsColumn), "1");
+  EXPECT_EQ(form.View1.text(9, problemsColumn), "before");
+  EXPECT_EQ(form.View1.text(10, problemsColumn), "before");
 }
 
 TEST_F(SearchNativeTest, NamesOf255CharactersAreWalked) {

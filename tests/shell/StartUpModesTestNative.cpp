@@ -93,6 +93,21 @@ TEST_F(StartUpModesTest, TheFixModeRepairsWithoutAQuestion) {
   EXPECT_EQ(content("C:\\program\\regst.txt"), " 1 \r\n");
   EXPECT_FALSE(has("C:\\program\\regtmp.txt"));
   EXPECT_EQ(font(), "(none)");
+  // No copy of the list: that is the user's Fix alone.
+  EXPECT_FALSE(has("C:\\program\\backup"));
+}
+
+TEST_F(StartUpModesTest, WhatTheUserHasExcludedIsListedAndRepairedAllTheSame) {
+  file("C:\\program\\exregscan.txt", "HKEY_LOCAL_MACHINE\r\n");
+  start();
+  expectEnd("w4");
+  EXPECT_EQ(content("C:\\program\\regtmp.txt"), "Gone\r\n");
+  Form42 repairing;
+  repairing.programFolder = form.programFolder;
+  repairing.repairsWithoutExport = true;
+  readCommandLine(repairing, "w4-c4");
+  EXPECT_THROW(Form_Load(repairing), ProcessEnd);
+  EXPECT_EQ(font(), "(none)");
 }
 
 TEST_F(StartUpModesTest, TheSuiteIsToldTheNumberOnceASecond) {
@@ -132,6 +147,7 @@ TEST_F(StartUpModesTest, ARecheckRepairsWhereItIsAskedTo) {
   expectEnd("r-c");
   EXPECT_EQ(stored(answer, "rc"), "1");
   EXPECT_EQ(font(), "(none)");
+  EXPECT_FALSE(has("C:\\program\\backup"));
 }
 
 TEST_F(StartUpModesTest, ARecheckLeavesRowsThatWereNotTicked) {

@@ -82,7 +82,14 @@ TEST_F(FixListBackupTest, OneOldCopyIsWrittenBackFieldByField) {
            "HKEY_CURRENT_USER,Software\\FixListBackupTest,comma,cut,off\r\n   \r\n"
            "HKEY_CURRENT_USER,Software\\FixListBackupTest,short\r\n"
            "HKEY_CURRENT_USER,Software\\FixListBackupTest,, kept \r\n");
+  int messages = 0;
+  form.dialogs.show = [&messages](const UserMessage& /*message*/) {
+    ++messages;
+    return Answer::Ok;
+  };
   Command31_Click(form);
+  // A blank line is no path that could be refused.
+  EXPECT_EQ(messages, 0);
   EXPECT_EQ(storedText(user, "name"), "data");
   EXPECT_EQ(storedText(user, "comma"), "cut");
   EXPECT_EQ(storedText(user, ""), " kept ");

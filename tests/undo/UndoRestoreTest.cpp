@@ -36,6 +36,18 @@ TEST_F(UndoRestoreTest, ASharedDllComesBackAsUsedOnce) {
   EXPECT_EQ(bytesOf(machineKey, "C:\\a.dll"), std::string("\1\0\0\0", 4));
 }
 
+TEST_F(UndoRestoreTest, ASharedDllOfTheClassesComesBackThere) {
+  makeKey(classesKey);
+  restore({"2", "2", "UndoRestoreTest", "C:\\a.dll", "C:\\b.dll"});
+  EXPECT_EQ(bytesOf(classesKey, "C:\\b.dll"), std::string("\1\0\0\0", 4));
+  EXPECT_EQ(bytesOf(classesKey, "C:\\a.dll"), "(none)");
+}
+
+TEST_F(UndoRestoreTest, ASharedDllMakesNoKey) {
+  restore({"2", "1", "Software\\UndoRestoreTest", "C:\\a.dll", "C:\\a.dll"});
+  EXPECT_FALSE(hasKey(machineKey));
+}
+
 TEST_F(UndoRestoreTest, AnApplicationPathComesBackAsTheDefaultOfItsKey) {
   restore({"3", "1", "Software\\UndoRestoreTest", "a.exe", "C:\\a.exe"});
   EXPECT_EQ(storedText(machineKey + "\\a.exe", ""), "C:\\a.exe");
@@ -70,12 +82,24 @@ TEST_F(UndoRestoreTest, AnyOtherKindComesBackWithNameAndDataExchanged) {
 }
 
 TEST_F(UndoRestoreTest, TheOtherDigitsWriteNothing) {
+  makeKey(machineKey);
+  makeKey(userKey);
+  const std::string key = "Software\\UndoRestoreTest";
   for (const char* digit : {"3", "4", "", "x"}) {
-    restore({"1", digit, "Software\\UndoRestoreTest", "name", "text"});
-    restore({"3", digit, "Software\\UndoRestoreTest", "name", "text"});
+    for (const char* kind : {"1", "2", "3"}) {
+      restore({kind, digit, key, "name", "text"});
+    }
+    for (const char* kind : {"6", "7"}) {
+      restore({kind, digit, "key", "data", key});
+    }
   }
-  EXPECT_FALSE(hasKey(machineKey));
-  EXPECT_FALSE(hasKey(userKey));
+  for (const std::string& place : {machineKey, userKey}) {
+    for (const char* name : {"", "name", "text"}) {
+      EXPECT_EQ(bytesOf(place, name), "(none)") << place << " " << name;
+    }
+    EXPECT_FALSE(hasKey(place + "\\name"));
+    EXPECT_FALSE(hasKey(place + "\\defaulticon"));
+  }
 }
 
 TEST_F(UndoRestoreTest, ADigitThatIsNoNumberIsThatOfTheRecordBefore) {

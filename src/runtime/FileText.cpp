@@ -2,9 +2,23 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 
 namespace zelvreg {
+namespace {
+
+// The empty text for a file that is not there. Nothing for one that is there but cannot be read:
+// what it holds must not be lost.
+std::optional<std::string> contentToKeep(const std::string& path) {
+  auto content = readFileText(path);
+  if (!content && GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    content.emplace();
+  }
+  return content;
+}
+
+}  // namespace
 
 std::optional<std::string> readFileText(const std::string& path) {
   HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
@@ -45,12 +59,14 @@ bool replaceFileText(const std::string& path, std::string_view bytes) {
 }
 
 bool appendFileText(const std::string& path, std::string_view bytes) {
-  auto content = readFileText(path);
-  // What is there but cannot be read must not be lost.
-  if (!content && GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
-    return false;
-  }
-  return replaceFileText(path, content.value_or("").append(bytes));
+  auto content = contentToKeep(path);
+  return content && replaceFileText(path, content->append(bytes));
+}
+
+bool overwriteFileText(const std::string& path, std::string_view bytes) {
+  auto content = contentToKeep(path);
+  return content &&
+         replaceFileText(path, content->replace(0, std::min(bytes.size(), content->size()), bytes));
 }
 
 }  // namespace zelvreg

@@ -18,6 +18,8 @@ bool replaceFileText(const std::string& path, std::string_view bytes);
 
 // The same for a file with this text behind what it holds; a file that is not there is made.
 bool appendFileText(const std::string& path, std::string_view bytes);
+// And for one with this text over the beginning of what it holds.
+bool overwriteFileText(const std::string& path, std::string_view bytes);
 
 }  // namespace zelvreg
 

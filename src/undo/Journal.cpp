@@ -42,11 +42,6 @@ void fillRecord(Form42& form, std::size_t row, std::string& digit) {
                         .text = form.View2.text(row, locationColumn)};
 }
 
-// The records of the ticked rows over what the file held.
-std::string overwrite(std::string file, const std::string& records) {
-  return file.replace(0, std::min(records.size(), file.size()), records);
-}
-
 }  // namespace
 
 void Command21_Click(Form42& form) {
@@ -63,8 +58,7 @@ void Command21_Click(Form42& form) {
       records += journalBytes(form.journalRecord);
     }
   }
-  const std::string path = journalPath(form, stamp);
-  replaceFileText(path, overwrite(readFileText(path).value_or(""), records));
+  overwriteFileText(journalPath(form, stamp), records);
 }
 
 void Check1_Click(Form42& form) { keepUndoSetting(form.Check1.value); }

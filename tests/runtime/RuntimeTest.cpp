@@ -97,6 +97,19 @@ TEST_F(RuntimeTest, AWholeFileIsReadHoweverLongItIs) {
   EXPECT_EQ(readFileText("C:\\Runtime\\long.txt"), content);
 }
 
+TEST_F(RuntimeTest, ATextGoesBehindWhatAFileHoldsOrOverItsBeginning) {
+  const std::string path = "C:\\Runtime\\kept.txt";
+  DeleteFileA(path.c_str());
+  EXPECT_TRUE(overwriteFileText(path, "abc"));
+  EXPECT_TRUE(appendFileText(path, "def"));
+  EXPECT_EQ(readFileText(path), "abcdef");
+  EXPECT_TRUE(overwriteFileText(path, "AB"));
+  EXPECT_EQ(readFileText(path), "ABcdef");
+  EXPECT_TRUE(overwriteFileText(path, "longer than it"));
+  EXPECT_EQ(readFileText(path), "longer than it");
+  EXPECT_FALSE(overwriteFileText("C:\\Runtime\\none\\kept.txt", "abc"));
+}
+
 TEST_F(RuntimeTest, AnyBytesAreReadBackAndComeOutAsLines) {
   for (const std::string& content : fixture::unrulyContents("a\r\n")) {
     ASSERT_TRUE(replaceFileText("C:\\Runtime\\unruly.txt", content));

@@ -36,6 +36,9 @@ class Computer {
 
   // Keeps what has been changed; throws as open() does. A running Windows keeps all by itself.
   virtual void save() = 0;
+
+  // Whether a change is kept as soon as it is made, so that one made before a break stays made.
+  [[nodiscard]] virtual bool keepsAtOnce() const = 0;
 };
 
 }  // namespace zelvreg::console

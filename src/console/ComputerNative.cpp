@@ -30,6 +30,7 @@ class EmulatedComputer : public Computer {
     return machine->unsavedChanges();
   }
   void save() override { machine->save(); }
+  [[nodiscard]] bool keepsAtOnce() const override { return false; }
 
  private:
   std::unique_ptr<machine::Machine> machine;

@@ -20,6 +20,7 @@ class RunningComputer : public Computer {
   [[nodiscard]] std::vector<std::string> unclean() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
   void save() override {}
+  [[nodiscard]] bool keepsAtOnce() const override { return true; }
 
  private:
   std::optional<SingleInstance> instance;

@@ -62,14 +62,16 @@ std::size_t tickKinds(Form42& form, const std::set<int>& kinds) {
   return ticked;
 }
 
-void pressFix(Form42& form, const Options& options) {
+void pressFix(Form42& form, const Options& options, const Computer& computer) {
   // The disk of another computer need not have it.
   makeFolder(form.programFolder);
   form.repairsWithoutExport = options.repairsWithoutExport;
   form.repairsProtectedKeys = options.repairsProtectedKeys;
-  form.messages.serveHost = [] {
+  form.messages.serveHost = [&computer] {
     if (isStopRequested()) {
-      throw std::runtime_error("the repair was interrupted; nothing of it was saved");
+      throw std::runtime_error(computer.keepsAtOnce()
+                                   ? "the repair was interrupted; what it had done stays done"
+                                   : "the repair was interrupted; nothing of it was saved");
     }
   };
   form.cmd_fix.click();
@@ -79,7 +81,7 @@ void pressFix(Form42& form, const Options& options) {
 void tellSparedKeys(const Form42& form, const Streams& streams) {
   for (const std::string& key : form.sparedKeys) {
     streams.error << "zelvreg: spared " << printable(registryText(key))
-                  << ": records of other programs lie in it (--no-protect deletes it)\n";
+                  << ": records of other programs lie in it (fix --no-protect deletes it)\n";
   }
 }
 
@@ -110,7 +112,7 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
   writeReport(form, options);
   const std::size_t found = form.View2.count();
   if (found > 0 && tickKinds(form, options.kinds) > 0) {
-    pressFix(form, options);
+    pressFix(form, options, computer);
     if (form.isRepairStopped) {
       return failed;  // the form has said so
     }
@@ -131,6 +133,7 @@ int runAutomatically(const Options& options, Computer& computer, const Streams& 
     prepareForm(form, options, streams);
   } catch (const ProcessEnd&) {
     saveAndTell(computer, streams);
+    tellSparedKeys(form, streams);
     return nothingFound;
   }
   throw std::runtime_error("no category is ticked, so that nothing was scanned");

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "console/GivenComputer.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg::console {
@@ -10,19 +11,6 @@ namespace {
 
 const std::string fontsKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Fonts";
-
-// A computer that is in force already.
-class GivenComputer : public Computer {
- public:
-  [[nodiscard]] std::vector<std::string> damage() const override { return damaged; }
-  [[nodiscard]] std::vector<std::string> unclean() const override { return notClosed; }
-  [[nodiscard]] std::vector<std::string> unsaved() const override { return homeless; }
-  void save() override { ++saves; }
-  std::vector<std::string> damaged;
-  std::vector<std::string> notClosed;
-  std::vector<std::string> homeless;
-  int saves = 0;
-};
 
 class CommandsTest : public fixture::ComputerFixture {
  protected:
@@ -78,6 +66,33 @@ TEST_F(CommandsTest, ADamagedPartIsNamedAndTheScanEndsWithTwo) {
   EXPECT_EQ(run(), failed);
   EXPECT_EQ(error.str(), "zelvreg: SOFTWARE is damaged\n");
   EXPECT_NE(out.str(), "");
+}
+
+TEST_F(CommandsTest, WithADamagedPartOrOneThatWasNotClosedNothingIsRepaired) {
+  setText(fontsKey, "Gone", "gone.ttf");
+  options.command = Command::Fix;
+  options.answersYes = true;
+  for (auto* lines : {&given.damaged, &given.notClosed}) {
+    *lines = {"SOFTWARE is not whole", "SYSTEM is not whole"};
+    try {
+      run();
+      ADD_FAILURE();
+    } catch (const std::runtime_error& refusal) {
+      EXPECT_STREQ(refusal.what(), "SOFTWARE is not whole; nothing was repaired");
+    }
+    lines->clear();
+  }
+  EXPECT_EQ(storedText(fontsKey, "Gone"), "gone.ttf");
+  EXPECT_EQ(given.saves, 0);
+}
+
+TEST_F(CommandsTest, WithoutAFindingOfTheKindsThatAreWantedNothingIsAsked) {
+  setText(fontsKey, "Gone", "gone.ttf");
+  options.command = Command::Fix;
+  options.kinds = {2, 10};
+  EXPECT_EQ(run(), problemsFound);
+  EXPECT_EQ(error.str(), "");
+  EXPECT_EQ(given.saves, 0);
 }
 
 TEST_F(CommandsTest, NoTickedRowIsAMessageOnTheErrorStream) {

@@ -33,5 +33,9 @@ TEST(RunningComputer, IsListedFromWhoeverIsAtWork) {
   EXPECT_TRUE(window.isFirst());
 }
 
+TEST(RunningComputer, KeepsEachChangeAtOnce) {
+  EXPECT_TRUE(Computer::open({}, Access::Shared)->keepsAtOnce());
+}
+
 }  // namespace
 }  // namespace zelvreg::console

@@ -81,6 +81,16 @@ TEST_F(FixTest, AKeyOfAllRecordsIsSparedAndNamed) {
   EXPECT_NE(content().find("NorthwindAtelier"), std::string::npos);
 }
 
+TEST_F(FixTest, TheFixModeNamesItAsWell) {
+  EXPECT_EQ(run({"w4-c4"}), nothingFound);
+  EXPECT_NE(error.str().find("spared HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\"
+                             "currentversion\\Uninstall\\"),
+            std::string::npos)
+      << error.str();
+  EXPECT_NE(error.str().find("(fix --no-protect deletes it)"), std::string::npos) << error.str();
+  EXPECT_NE(content().find("NorthwindAtelier"), std::string::npos);
+}
+
 TEST_F(FixTest, WithoutProtectionTheWholeListGoes) {
   run({"fix", "--yes", "--only", "uninstall", "--kinds", "133", "--no-protect"});
   EXPECT_EQ(content().find("NorthwindAtelier"), std::string::npos);

@@ -2,22 +2,13 @@
 #include <sstream>
 
 #include "console/Commands.h"
+#include "console/GivenComputer.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg::console {
 namespace {
 
 const std::string ownKey = "HKEY_CURRENT_USER\\Software\\SearchCommandTest";
-
-class GivenComputer : public Computer {
- public:
-  [[nodiscard]] std::vector<std::string> damage() const override { return damaged; }
-  [[nodiscard]] std::vector<std::string> unclean() const override { return {}; }
-  [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
-  void save() override { ++saves; }
-  std::vector<std::string> damaged;
-  int saves = 0;
-};
 
 class SearchCommandTest : public fixture::ComputerFixture {
  protected:

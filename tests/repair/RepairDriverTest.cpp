@@ -1,8 +1,12 @@
 #include "repair/RepairDriver.h"
 
+#include "runtime/Directory.h"
+#include "runtime/FileText.h"
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "undo/JournalFile.h"
+#include "undo/UndoStores.h"
 
 namespace zelvreg {
 namespace {
@@ -49,12 +53,16 @@ TEST_F(RepairDriverTest, AsksOnceWithAQuestion) {
 TEST_F(RepairDriverTest, ANoLeavesEverythingAsItWas) {
   setText(settings, "saveundo", "1");
   add("a");
+  form.Label3.caption = "before";
   answer = Answer::No;
   runRepair(form);
   EXPECT_EQ(form.View2.count(), 1U);
   EXPECT_EQ(storedText(user, "a"), "x");
   EXPECT_EQ(storedText(settings, "cnt"), "(none)");
   EXPECT_EQ(storedText(suite + "\\statics\\regscan", "count"), "(none)");
+  EXPECT_EQ(storedText(suite + "\\wizard\\finish", "1"), "(none)");
+  EXPECT_FALSE(hasKey(settings + "\\dates"));
+  EXPECT_EQ(form.Label3.caption.get(), "before");
 }
 
 TEST_F(RepairDriverTest, AllRowsRepairedClearTheStatusLine) {
@@ -78,6 +86,65 @@ TEST_F(RepairDriverTest, RowsThatAreLeftAreCounted) {
   EXPECT_EQ(form.View2.count(), 2U);
   EXPECT_EQ(form.Label3.caption.get(), "2 Problem(s) Still There ");
   EXPECT_EQ(storedText(suite + "\\statics\\regscan", "count"), "41");
+}
+
+// Notes what a label is given, and what it shows each time that it is painted.
+class WatchedLabel : public ControlPeer {
+ public:
+  explicit WatchedLabel(Label& watched) : label(watched) { label.attach(this); }
+  WatchedLabel(const WatchedLabel&) = delete;
+  WatchedLabel& operator=(const WatchedLabel&) = delete;
+  ~WatchedLabel() override { label.attach(nullptr); }
+  void changed(const Control& /*control*/, Change what, std::size_t /*row*/) override {
+    (what == Change::Repaint ? painted : given).push_back(label.caption);
+  }
+
+  Label& label;
+  std::vector<std::string> given;
+  std::vector<std::string> painted;
+};
+
+TEST_F(RepairDriverTest, AListThatIsEmptyBeforeTheLastRoutineIsNeverCounted) {
+  add("a");
+  const WatchedLabel watched(form.Label3);
+  runRepair(form);
+  EXPECT_EQ(watched.given, (std::vector<std::string>{""}));
+  EXPECT_TRUE(watched.painted.empty());
+}
+
+TEST_F(RepairDriverTest, AListThatTheLastRoutineEmptiesIsCountedFirst) {
+  add("a", "166");
+  const WatchedLabel watched(form.Label3);
+  runRepair(form);
+  EXPECT_EQ(watched.given, (std::vector<std::string>{"0 Problem(s) Still There ", ""}));
+  EXPECT_EQ(watched.painted, (std::vector<std::string>{"0 Problem(s) Still There "}));
+}
+
+// Notes the rows that are taken off a list.
+class RemovedRows : public ControlPeer {
+ public:
+  void changed(const Control& /*control*/, Change what, std::size_t row) override {
+    if (what == Change::Rows) {
+      rows.push_back(row);
+    }
+  }
+
+  std::vector<std::size_t> rows;
+};
+
+TEST_F(RepairDriverTest, KindsGoInAFixedOrder) {
+  const std::vector<const char*> kinds{"11", "10", "9",   "8",   "71",  "72", "122", "7",
+                                       "6",  "5",  "4",   "55",  "56",  "3",  "2",   "1",
+                                       "12", "13", "133", "144", "155", "166"};
+  for (const char* kind : kinds) {
+    add("a", kind);
+  }
+  RemovedRows removed;
+  form.View2.attach(&removed);
+  runRepair(form);
+  form.View2.attach(nullptr);
+  // Listed in that order, it is the top row each time.
+  EXPECT_EQ(removed.rows, std::vector<std::size_t>(kinds.size(), 1));
 }
 
 TEST_F(RepairDriverTest, AFractionInTheCounterIsCountedOn) {
@@ -107,8 +174,11 @@ TEST_F(RepairDriverTest, AnEmptyListStillJournalsAndKeepsItsCounters) {
 }
 
 TEST_F(RepairDriverTest, NothingIsAskedWhereNobodySits) {
-  for (int* mode : {&form.autoMode, &form.recheckMode, &form.recheckFix}) {
-    *mode = 1;
+  for (const auto& [mode, value] : {std::pair{&form.autoMode, 1},
+                                    {&form.autoMode, 2},
+                                    {&form.recheckMode, 1},
+                                    {&form.recheckFix, 1}}) {
+    *mode = value;
     add("a");
     runRepair(form);
     EXPECT_EQ(form.View2.count(), 0U);
@@ -118,9 +188,44 @@ TEST_F(RepairDriverTest, NothingIsAskedWhereNobodySits) {
 }
 
 TEST_F(RepairDriverTest, WithoutTheOptionNoJournalIsWritten) {
-  add("a");
-  runRepair(form);
+  form.programFolder = "C:\\RepairDriverTest";
+  makeFolder(form.programFolder);
+  for (const char* option : {"", "0", "11", "on"}) {
+    setText(settings, "saveundo", option);
+    add("a");
+    runRepair(form);
+    EXPECT_EQ(form.View2.count(), 0U);
+  }
   EXPECT_EQ(storedText(settings, "cnt"), "(none)");
+  EXPECT_FALSE(hasKey(settings + "\\dates"));
+  EXPECT_FALSE(hasKey(settings + "\\file"));
+  EXPECT_EQ(Dir(form.programFolder + "\\*"), "");
+}
+
+TEST_F(RepairDriverTest, TheOptionIsReadAsANumber) {
+  for (const char* option : {"1", " 1.0", "1 for on"}) {
+    setText(settings, "saveundo", option);
+    runRepair(form);
+    DeleteFileA(journalPath(form, undoStem(undoLabel(highestUndoNumber()))).c_str());
+  }
+  EXPECT_EQ(storedText(settings, "cnt"), "3");
+}
+
+TEST_F(RepairDriverTest, TheJournalHoldsAllTickedRowsWhateverTheirKind) {
+  makeFolder(form.programFolder);
+  setText(settings, "saveundo", "1");
+  add("a");
+  add("b", "4711");
+  add("c");
+  form.View2.setChecked(3, false);
+  runRepair(form);
+  const std::string path = journalPath(form, undoStem(undoLabel(1)));
+  const std::string file = readFileText(path).value_or("");
+  DeleteFileA(path.c_str());
+  ASSERT_EQ(file.size(), 2 * journalRecordSize);
+  EXPECT_EQ(journalRecordAt(file, 1).value, "a");
+  EXPECT_EQ(journalRecordAt(file, 2).value, "b");
+  EXPECT_EQ(journalRecordAt(file, 2).kind, "47");
 }
 
 TEST_F(RepairDriverTest, TheUsersFixCopiesTheListFirstAndGuardsThreeButtons) {

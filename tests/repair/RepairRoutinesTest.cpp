@@ -208,6 +208,12 @@ TEST_F(RepairRoutinesTest, MoreApplicationPathsThanSixteenBitsCountAreAllLeft) {
   add({"x", "a.exe", "3", hklm, key});
   deletebadapppath(form);
   EXPECT_EQ(form.View2.count(), 32769U);
+  form.View2.remove(1);
+  deletebadapppath(form);
+  EXPECT_EQ(form.View2.count(), 32768U);
+  form.View2.remove(1);
+  deletebadapppath(form);
+  EXPECT_EQ(form.View2.count(), 32766U);
 }
 
 TEST_F(RepairRoutinesTest, AClassOfTheUserIsTakenForAFirewallRule) {
@@ -272,6 +278,20 @@ TEST_F(RepairRoutinesTest, ARecordWithoutANameSparesTheListOfAllRecords) {
             (std::vector<std::string>{
                 "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\currentversion\\Uninstall\\"}));
   removeKey(list + "\\RepairTest");
+}
+
+TEST_F(RepairRoutinesTest, EachRowServesTheMessageQueue) {
+  int turns = 0;
+  form.messages.serveHost = [&turns] { ++turns; };
+  for (int row = 1; row <= 3; ++row) {
+    add({"x", "x", "4711", hkcu, key});
+  }
+  deleteMRU(form);
+  EXPECT_EQ(turns, 3);
+  deletebadapppath(form);
+  EXPECT_EQ(turns, 6);
+  deletehelpfiles2(form);
+  EXPECT_EQ(turns, 12);
 }
 
 TEST_F(RepairRoutinesTest, EveryKindOfTheTableHasARoutineThatTakesItsRow) {

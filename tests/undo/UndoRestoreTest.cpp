@@ -126,6 +126,11 @@ TEST_F(UndoRestoreTest, AKeyThatWasCutComesBackCut) {
   EXPECT_EQ(storedText(machineKey + "\\" + std::string(150 - 25, 'k'), "name"), "text");
 }
 
+TEST_F(UndoRestoreTest, ANameAndATextThatWereCutComeBackCut) {
+  restore({"13", "1", "Software\\UndoRestoreTest", std::string(60, 'v'), std::string(60, 't')});
+  EXPECT_EQ(storedText(machineKey, std::string(50, 'v')), std::string(50, 't'));
+}
+
 TEST_F(UndoRestoreTest, ADigitThatIsNoneOfThisSizeIsThatOfTheRecordBefore) {
   const auto record = [](const char* hive, const char* value) {
     return journalBytes({"771", hive, "Software\\UndoRestoreTest", value, "data"});

@@ -49,10 +49,9 @@ HICON makeIcon(const Bitmap& picture, bool isCursor = false);
 
 COLORREF colorRef(Rgb colour);
 
-std::wstring wideText(std::string_view utf8);
-
-// In the system's code page.
-std::string narrowText(std::string_view utf8);
+std::wstring wideText(std::string_view text, UINT codePage = CP_UTF8);
+// What the code page does not have becomes its default character.
+std::string narrowText(std::wstring_view text, UINT codePage = CP_ACP);
 
 }  // namespace zelvreg::controls
 

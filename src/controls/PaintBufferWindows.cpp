@@ -102,21 +102,20 @@ HICON makeIcon(const Bitmap& picture, bool isCursor) {
 
 COLORREF colorRef(Rgb colour) { return RGB(colour.red, colour.green, colour.blue); }
 
-std::wstring wideText(std::string_view utf8) {
-  const int length =
-      MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+std::wstring wideText(std::string_view text, UINT codePage) {
+  const int size = static_cast<int>(text.size());
+  const int length = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
   std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), wide.data(), length);
+  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), length);
   return wide;
 }
 
-std::string narrowText(std::string_view utf8) {
-  const std::wstring wide = wideText(utf8);
-  const int size = static_cast<int>(wide.size());
+std::string narrowText(std::wstring_view text, UINT codePage) {
+  const int size = static_cast<int>(text.size());
   const int length =
-      WideCharToMultiByte(CP_ACP, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+      WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
   std::string narrow(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), size, narrow.data(), length, nullptr, nullptr);
+  WideCharToMultiByte(codePage, 0, text.data(), size, narrow.data(), length, nullptr, nullptr);
   return narrow;
 }
 

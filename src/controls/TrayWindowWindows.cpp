@@ -70,7 +70,7 @@ std::uint32_t TrayWindow::icon(const Picture& picture) {
   return reinterpret_cast<std::uintptr_t>(shown);
 }
 
-std::string TrayWindow::narrow(const std::string& utf8) { return narrowText(utf8); }
+std::string TrayWindow::narrow(const std::string& utf8) { return narrowText(wideText(utf8)); }
 
 double TrayWindow::randomFraction() {
   return static_cast<double>(random() - std::minstd_rand::min()) /

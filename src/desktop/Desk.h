@@ -23,8 +23,6 @@ namespace zelvreg::desktop {
 // A text in the code page of a charset; charset 0 is the system's own page.
 std::wstring wideText(std::string_view text, int charset);
 std::string utf8Text(std::string_view text, int charset);
-// What a user has typed, in the system's code page; what it does not hold becomes "?".
-std::string narrowText(std::wstring_view text);
 
 class Desk {
  public:

@@ -6,36 +6,14 @@
 #include "languages/Charset.h"
 
 namespace zelvreg::desktop {
-namespace {
-
-std::wstring wideFrom(std::string_view text, UINT codePage) {
-  const int size = static_cast<int>(text.size());
-  const int length = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), length);
-  return wide;
-}
-
-std::string narrowTo(std::wstring_view text, UINT codePage) {
-  const int size = static_cast<int>(text.size());
-  const int length =
-      WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-  std::string narrow(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(codePage, 0, text.data(), size, narrow.data(), length, nullptr, nullptr);
-  return narrow;
-}
-
-}  // namespace
 
 std::wstring wideText(std::string_view text, int charset) {
-  return wideFrom(text, charset == 0 ? CP_ACP : codePageOfCharset(charset));
+  return controls::wideText(text, charset == 0 ? CP_ACP : codePageOfCharset(charset));
 }
 
 std::string utf8Text(std::string_view text, int charset) {
-  return narrowTo(wideText(text, charset), CP_UTF8);
+  return controls::narrowText(wideText(text, charset), CP_UTF8);
 }
-
-std::string narrowText(std::wstring_view text) { return narrowTo(text, CP_ACP); }
 
 void Desk::setResolution(int resolution) {
   dpi = resolution;

@@ -96,7 +96,7 @@ std::string MainWindow::askForFile(const CommonDialog& dialog) {
   request.lpstrTitle = title.c_str();
   request.lpstrDefExt = extension.c_str();
   request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
-  return GetSaveFileNameW(&request) != FALSE ? narrowText(file.data()) : std::string();
+  return GetSaveFileNameW(&request) != FALSE ? controls::narrowText(file.data()) : std::string();
 }
 
 void MainWindow::openMenu(POINT onScreen) {

@@ -14,7 +14,7 @@ std::string typedText(HWND window) {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
   const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
   text.resize(static_cast<std::size_t>(length));
-  return narrowText(text);
+  return controls::narrowText(text);
 }
 
 }  // namespace

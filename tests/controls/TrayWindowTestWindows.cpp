@@ -28,11 +28,11 @@ TEST(TrayWindow, NotificationsOfTheSystemAreEventsOfTheControl) {
 }
 
 TEST(NarrowText, IsInTheSystemsCodePage) {
-  const std::string narrow = narrowText("Fix \xC3\xBC");
+  const std::string narrow = narrowText(L"Fix \u00FC");
   std::array<wchar_t, 8> wide{};
   MultiByteToWideChar(CP_ACP, 0, narrow.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
   EXPECT_STREQ(wide.data(), L"Fix \u00FC");
-  EXPECT_EQ(narrowText(""), "");
+  EXPECT_EQ(narrowText(L""), "");
 }
 
 TEST(TrayWindow, AtDesignTimeNoIconIsShown) {

@@ -16,9 +16,7 @@ void registerUndoEntry(const std::string& label, const std::string& stem) {
   keepSetting(settings::files, label, stem);
 }
 
-std::int64_t highestUndoNumber() {
-  return static_cast<std::int64_t>(leadingNumber(readSetting(settings::regscan, "cnt")));
-}
+std::int64_t highestUndoNumber() { return leadingInteger(readSetting(settings::regscan, "cnt")); }
 
 std::string undoLabel(std::int64_t number) { return readSetting(settings::dates, decimal(number)); }
 

@@ -15,6 +15,7 @@ namespace zelvreg {
 // Gives out the next number and notes label and stem under it.
 void registerUndoEntry(const std::string& label, const std::string& stem);
 
+// The highest number given out; of a larger one than 32 bits hold, the largest that they do.
 std::int64_t highestUndoNumber();
 // The label as it is kept; blank for a number whose entry was removed.
 std::string undoLabel(std::int64_t number);

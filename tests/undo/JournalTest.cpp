@@ -72,6 +72,13 @@ TEST_F(JournalTest, EachRunTakesTheNextNumberAndNotesLabelAndStem) {
   EXPECT_EQ(newestJournal(), "");
 }
 
+TEST_F(JournalTest, ANumberWithoutMeasureEndsAtTheLargestOneAndTheNextStandsBehindIt) {
+  setText(settings, "cnt", "1e300");
+  EXPECT_EQ(highestUndoNumber(), 2'147'483'647);
+  Command21_Click(form);
+  EXPECT_EQ(storedText(settings, "cnt"), "2147483648");
+}
+
 TEST_F(JournalTest, AFolderThatCannotBeWrittenLeavesTheEntryStanding) {
   form.programFolder = "C:\\JournalTest does not exist";
   addRow("HKEY_LOCAL_MACHINE");

@@ -43,8 +43,8 @@ ButtonProperties withSystemColours(ButtonProperties properties) {
   for (const auto field :
        {&ButtonProperties::BackColor, &ButtonProperties::BackOver, &ButtonProperties::ForeColor,
         &ButtonProperties::ForeOver, &ButtonProperties::MaskColor}) {
-    if (isSystemColour(properties.*field) && properties.*field != usual.*field) {
-      properties.*field = GetSysColor(static_cast<int>(properties.*field & 0xFF));
+    if (properties.*field != usual.*field) {
+      properties.*field = colourOfNow(properties.*field);
     }
   }
   return properties;

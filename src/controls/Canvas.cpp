@@ -106,7 +106,7 @@ void Canvas::drawRow(const Shape& shape, int row) {
       std::clamp(static_cast<int>(std::ceil(middle - reach)), first, std::max(first, end));
   const int alikeTo =
       std::clamp(static_cast<int>(std::floor(middle + reach)), alikeFrom, std::max(alikeFrom, end));
-  const auto cover = [&](int from, int to, double share) {
+  const auto paint = [&](int from, int to, double share) {
     if (share >= 1) {
       std::fill(&at(from, row), &at(from, row) + (to - from), colour);
     } else if (share > 0) {
@@ -115,16 +115,16 @@ void Canvas::drawRow(const Shape& shape, int row) {
       }
     }
   };
-  const auto coverEach = [&](int from, int to) {
+  const auto paintEach = [&](int from, int to) {
     for (int column = from; column < to; ++column) {
-      cover(column, column + 1, coverage(shape, column + 0.5, y) * shape.opacity);
+      paint(column, column + 1, coverage(shape, column + 0.5, y) * shape.opacity);
     }
   };
-  coverEach(first, alikeFrom);
+  paintEach(first, alikeFrom);
   if (alikeFrom < alikeTo) {
-    cover(alikeFrom, alikeTo, coverage(shape, alikeFrom + 0.5, y) * shape.opacity);
+    paint(alikeFrom, alikeTo, coverage(shape, alikeFrom + 0.5, y) * shape.opacity);
   }
-  coverEach(alikeTo, end);
+  paintEach(alikeTo, end);
 }
 
 void Canvas::draw(const Stroke& stroke, Rgb colour) {

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "controls/PaintBuffer.h"
+
 namespace zelvreg::controls {
 namespace {
 
@@ -57,11 +59,9 @@ std::string bothCases(wchar_t key, UINT codePage) {
   CharUpperBuffW(&cases.back(), 1);
   std::string keys;
   for (const wchar_t one : cases) {
-    std::array<char, 4> narrow{};
-    const int length = WideCharToMultiByte(codePage, 0, &one, 1, narrow.data(),
-                                           static_cast<int>(narrow.size()), nullptr, nullptr);
-    if (length == 1 && (narrow[0] != '?' || one == L'?')) {
-      keys += narrow[0];
+    const std::string narrow = narrowText({&one, 1}, codePage);
+    if (narrow.size() == 1 && (narrow != "?" || one == L'?')) {
+      keys += narrow;
     }
   }
   return keys;

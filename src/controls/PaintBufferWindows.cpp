@@ -102,6 +102,10 @@ HICON makeIcon(const Bitmap& picture, bool isCursor) {
 
 COLORREF colorRef(Rgb colour) { return RGB(colour.red, colour.green, colour.blue); }
 
+COLORREF colourOfNow(std::uint32_t property) {
+  return isSystemColour(property) ? GetSysColor(static_cast<int>(property & 0xFF)) : property;
+}
+
 std::wstring wideText(std::string_view text, UINT codePage) {
   const int size = static_cast<int>(text.size());
   const int length = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);

@@ -98,10 +98,7 @@ RegionHandle TransForm::maskedOutline() const {
   const auto context = reinterpret_cast<WPARAM>(buffer.dc());
   SendMessageW(parent, WM_ERASEBKGND, context, 0);
   SendMessageW(parent, WM_PRINTCLIENT, context, PRF_CLIENT | PRF_ERASEBKGND);
-  const std::uint32_t mask = isSystemColour(settings.MaskColor)
-                                 ? GetSysColor(static_cast<int>(settings.MaskColor & 0xFF))
-                                 : settings.MaskColor;
-  return regionOf(opaqueParts(buffer.copy(), fromProperty(mask)));
+  return regionOf(opaqueParts(buffer.copy(), fromProperty(colourOfNow(settings.MaskColor))));
 }
 
 void TransForm::Refresh() {

@@ -25,6 +25,12 @@ std::vector<Rectangle> cornerCuts(Size window, double radius, double share) {
   return cuts;
 }
 
+void maskCorners(Canvas& canvas, Size window, double radius, Rgb mask) {
+  for (const Rectangle& cut : cornerCuts(window, radius, 0.5)) {
+    canvas.fill(cut, mask);
+  }
+}
+
 std::vector<Rectangle> opaqueParts(const Bitmap& picture, Rgb transparent) {
   const std::uint32_t mask = opaque(transparent);
   const auto isOpaque = [&](int column, int row) {

@@ -16,6 +16,7 @@
 #include "desktop/Colours.h"
 #include "desktop/Layout.h"
 #include "widgets/Control.h"
+#include "widgets/FormWindow.h"
 #include "widgets/MessageQueue.h"
 
 namespace zelvreg::desktop {
@@ -58,6 +59,9 @@ class Desk {
   // to the inch.
   [[nodiscard]] controls::Picture icon(std::string_view key, int length = 16,
                                        std::optional<Tone> tone = std::nullopt) const;
+
+  // The shadow of a window as its form describes it; none while it is not visible.
+  void castShadow(HWND window, const DropShadow& shadow) const;
 
   Colours colours;
 

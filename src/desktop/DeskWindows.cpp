@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "controls/PaintBuffer.h"
+#include "controls/modShadow.h"
 #include "desktop/Desk.h"
 #include "desktop/IconPicture.h"
 #include "languages/Charset.h"
@@ -75,6 +76,16 @@ void Desk::wait(const MessageQueue& queue) const {
   constexpr DWORD timerTick = 10;  // milliseconds
   const DWORD limit = queue.hasWork() || !waiting.empty() ? timerTick : INFINITE;
   MsgWaitForMultipleObjectsEx(0, nullptr, limit, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+}
+
+void Desk::castShadow(HWND window, const DropShadow& shadow) const {
+  if (!shadow.visible) {
+    controls::modShadow::destroy(window);
+    return;
+  }
+  controls::modShadow::create(window);
+  controls::modShadow::setColour(window, shadow.foreColor);
+  controls::modShadow::setSize(window, points(shadow.depth));
 }
 
 }  // namespace zelvreg::desktop

@@ -56,7 +56,6 @@ class MainWindow : private ControlPeer {
 
   // What the window is like apart from its controls.
   void showWindow(Change what);
-  void showShadow();
   void showTray();
   void showMenus();
   void showColour();

@@ -30,7 +30,7 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   showAll();
   arrange();
   outline->Refresh();
-  showShadow();
+  desk.castShadow(window, form.shadow);
   tray.area().setIcon(desk.icon("emblem"));
 }
 

@@ -5,7 +5,6 @@
 
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
-#include "controls/modShadow.h"
 #include "desktop/SystemScreen.h"
 #include "shell/Navigation.h"
 #include "shell/WindowEvents.h"
@@ -86,7 +85,7 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
   if (&control == &form.window) {
     showWindow(what);
   } else if (&control == &form.shadow) {
-    showShadow();
+    desk.castShadow(window, form.shadow);
   } else if (&control == &form.TrayArea1) {
     showTray();
   } else if (&control == &form.menus) {
@@ -115,16 +114,6 @@ void MainWindow::showWindow(Change what) {
       ShowWindow(window, SW_RESTORE);
     }
   }
-}
-
-void MainWindow::showShadow() {
-  if (!form.shadow.visible) {
-    controls::modShadow::destroy(window);
-    return;
-  }
-  controls::modShadow::create(window);
-  controls::modShadow::setColour(window, form.shadow.foreColor);
-  controls::modShadow::setSize(window, desk.points(form.shadow.depth));
 }
 
 void MainWindow::showTray() {
@@ -175,11 +164,7 @@ void MainWindow::paintGround(HDC context) const {
   canvas.fill({side - 1, bar, side, status}, desk.colour(Tone::Line));
   canvas.fill({0, status, place.right, place.bottom}, desk.colour(Tone::Surface));
   canvas.fill({0, status, place.right, status + 1}, desk.colour(Tone::Line));
-  constexpr Rgb mask = rgb(0xFF00FF);
-  for (const controls::Rectangle& cut :
-       controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
-    canvas.fill(cut, mask);
-  }
+  controls::maskCorners(canvas, buffer.size(), desk.points(cornerRadius), rgb(0xFF00FF));
   buffer.show(context, 0, 0);
 }
 

@@ -72,11 +72,7 @@ void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
   EnableWindow(owner, FALSE);
   ShowWindow(window, SW_SHOW);
   SetForegroundWindow(window);
-  if (shadow.visible) {
-    controls::modShadow::create(window);
-    controls::modShadow::setColour(window, shadow.foreColor);
-    controls::modShadow::setSize(window, desk.points(shadow.depth));
-  }
+  desk.castShadow(window, shadow);
   while (isOpen) {
     desk.wait(messages);
     messages.doEvents();
@@ -96,10 +92,7 @@ void SmallWindow::paintGround(HDC context) const {
   canvas.draw(controls::Shape{0, 0, static_cast<double>(place.right),
                               static_cast<double>(place.bottom),
                               static_cast<double>(desk.points(cornerRadius)), 1, border, border});
-  for (const controls::Rectangle& cut :
-       controls::cornerCuts({place.right, place.bottom}, desk.points(cornerRadius), 0.5)) {
-    canvas.fill(cut, rgb(0xFF00FF));
-  }
+  controls::maskCorners(canvas, buffer.size(), desk.points(cornerRadius), rgb(0xFF00FF));
   buffer.show(context, 0, 0);
 }
 

@@ -130,10 +130,7 @@ void paintPage(const PaintBuffer& page) {
   paintTable(page);
   paintResolutions(page);
   Canvas canvas = page.canvas();
-  const Rgb mask = fromProperty(maskColour);
-  for (const Rectangle& cut : cornerCuts(pageSize, 8, 0.5)) {
-    canvas.fill(cut, mask);
-  }
+  maskCorners(canvas, pageSize, 8, fromProperty(maskColour));
 }
 
 }  // namespace zelvreg::gallery

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "controls/FormShape.h"
@@ -55,6 +56,20 @@ std::vector<Rectangle> partsOf(const std::vector<std::string>& rows) {
 }
 
 using Parts = std::vector<Rectangle>;
+
+TEST(CornerCuts, TheRounderOnesAreFilledWithTheMaskAndNothingElseIs) {
+  constexpr Rgb mask = rgb(0xFF00FF);
+  Bitmap bitmap(40, 20);
+  Canvas canvas(bitmap);
+  maskCorners(canvas, {40, 20}, 8, mask);
+  std::size_t cut = 0;
+  for (const Rectangle& place : cornerCuts({40, 20}, 8, 0.5)) {
+    cut += static_cast<std::size_t>(place.width());
+    EXPECT_EQ(bitmap.at(place.left, place.top), opaque(mask));
+    EXPECT_EQ(bitmap.at(place.right - 1, place.top), opaque(mask));
+  }
+  EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(bitmap.pixels, opaque(mask))), cut);
+}
 
 TEST(OpaqueParts, AWholePictureIsOneRectangle) {
   EXPECT_EQ(partsOf({"xxx", "xxx"}), (Parts{{0, 0, 3, 2}}));

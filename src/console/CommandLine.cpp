@@ -126,10 +126,12 @@ struct FixArguments {
   void addTo(CLI::App& fix, Options& options) {
     fix.add_option("--kinds", kinds, "repair only findings of these kind codes, as in 1,2,771")
         ->delimiter(',');
-    fix.add_flag("--no-backup", options.repairsWithoutExport,
-                 "repair without a safety export in the program's folder");
-    fix.add_flag("--no-protect", options.repairsProtectedKeys,
-                 "delete keys, too, that other programs' records lie in");
+    fix.add_flag_callback(
+        "--no-backup", [&options] { options.safeguards.exportsFirst = false; },
+        "repair without a safety export in the program's folder");
+    fix.add_flag_callback(
+        "--no-protect", [&options] { options.safeguards.protects = false; },
+        "delete keys, too, that other programs' records lie in");
   }
 
   void applyTo(Options& options) const { options.kinds = {kinds.begin(), kinds.end()}; }

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "form/Safeguards.h"
+
 namespace zelvreg::console {
 
 enum class Command {
@@ -64,8 +66,7 @@ struct Options {
   bool answersYes = false;
   std::string language;  // tag
   std::set<int> kinds;   // kind codes to fix; empty for all
-  bool repairsWithoutExport = false;
-  bool repairsProtectedKeys = false;
+  Safeguards safeguards;
   std::string reportFile;  // of the text report; empty for none
   std::size_t entry = 0;   // row of a list, from 1
   std::string exportFile;  // safety export that is to be imported

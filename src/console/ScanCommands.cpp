@@ -65,8 +65,7 @@ std::size_t tickKinds(Form42& form, const std::set<int>& kinds) {
 void pressFix(Form42& form, const Options& options, const Computer& computer) {
   // The disk of another computer need not have it.
   makeFolder(form.programFolder);
-  form.repairsWithoutExport = options.repairsWithoutExport;
-  form.repairsProtectedKeys = options.repairsProtectedKeys;
+  form.safeguards = options.safeguards;
   form.messages.serveHost = [&computer] {
     if (isStopRequested()) {
       throw std::runtime_error(computer.keepsAtOnce()

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "form/Safeguards.h"
 #include "form/SmallForms.h"
 #include "widgets/Button.h"
 #include "widgets/ComboBox.h"
@@ -253,9 +254,7 @@ struct Form42 {
   // The journal record under work; it goes from row to row.
   JournalRecord journalRecord;
 
-  // What a caller asks of a repair besides the settings in the registry.
-  bool repairsWithoutExport = false;
-  bool repairsProtectedKeys = false;
+  Safeguards safeguards;
   // Whether the last repair was stopped because its safety export could not be written.
   bool isRepairStopped = false;
   // Full paths of the keys that a repair was to delete and has spared.

@@ -37,7 +37,7 @@ bool isConfirmed(const Form42& form) {
 }
 
 bool isExportKept(Form42& form) {
-  if (form.repairsWithoutExport || isSwitchedOff("safetyexport") || writeSafetyExport(form)) {
+  if (!form.safeguards.exportsFirst || isSwitchedOff("safetyexport") || writeSafetyExport(form)) {
     return true;
   }
   if (!runsByItself(form)) {
@@ -92,13 +92,13 @@ void runRepair(Form42& form) {
   if (!isConfirmed(form)) {
     return;
   }
-  const bool lifted = form.repairsProtectedKeys;
-  form.repairsProtectedKeys = lifted || isSwitchedOff("protect");
+  const bool protects = form.safeguards.protects;
+  form.safeguards.protects = protects && !isSwitchedOff("protect");
   form.isRepairStopped = !isExportKept(form);
   if (!form.isRepairStopped) {
     repairTickedRows(form);
   }
-  form.repairsProtectedKeys = lifted;
+  form.safeguards.protects = protects;
 }
 
 void chameleonButton15_Click(Form42& form) {

@@ -81,7 +81,7 @@ class RowRepair {
   bool isSpared(const RepairStep& step, HiveHandle hive, const std::string& key,
                 const std::string& value) {
     const std::string target = step.step == Step::DeleteSubkey ? key + "\\" + value : key;
-    if (form.repairsProtectedKeys || !isProtectedKey(hive, target)) {
+    if (!form.safeguards.protects || !isProtectedKey(hive, target)) {
       return false;
     }
     const std::string path = std::string(longName(hive)) + "\\" + target;

@@ -39,7 +39,7 @@ int routineOf(int code) {
 
 void addTreeUnlessSpared(const Form42& form, ExportPlan& plan, HiveHandle hive,
                          const std::string& key) {
-  if (form.repairsProtectedKeys || !isProtectedKey(hive, key)) {
+  if (!form.safeguards.protects || !isProtectedKey(hive, key)) {
     plan.addTree(hive, key);
   }
 }

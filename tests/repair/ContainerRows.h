@@ -96,6 +96,7 @@ class ContainerRowsFixture : public ComputerFixture,
  protected:
   // A record and a value of its own, in both views; the list of the row's kind with that row alone.
   ContainerRowsFixture() {
+    form.safeguards = {};
     if (row.kind.hive == HiveHandle::ClassesRoot && !row.key.empty()) {
       // A class of the user's would hide the computer's.
       removeKey("HKEY_CURRENT_USER\\Software\\Classes\\" + row.key);

@@ -8,7 +8,7 @@ namespace {
 
 class UnprotectedContainerTest : public ContainerRowsFixture {
  protected:
-  UnprotectedContainerTest() { form.repairsProtectedKeys = true; }
+  UnprotectedContainerTest() { form.safeguards.protects = false; }
 };
 
 TEST_P(UnprotectedContainerTest, ItGoesWithAllRecordsInThe64BitView) {

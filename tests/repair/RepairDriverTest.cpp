@@ -22,7 +22,6 @@ class RepairDriverTest : public fixture::ComputerFixture {
     emptyKey(suite);
     emptyKey(user);
     bindClicks(form);
-    form.repairsWithoutExport = true;
     form.dialogs.show = [this](const UserMessage& message) {
       messages.push_back(message);
       return answer;

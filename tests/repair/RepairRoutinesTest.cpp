@@ -268,6 +268,7 @@ TEST_F(RepairRoutinesTest, ARootThatIsNotKnownIsThatOfTheRowRepairedBefore) {
 }
 
 TEST_F(RepairRoutinesTest, ARecordWithoutANameSparesTheListOfAllRecords) {
+  form.safeguards = {};
   const std::string list = windows + "\\CurrentVersion\\Uninstall";
   makeKey(list + "\\RepairTest");
   add({"x", "", "133", hklm, "Software\\Microsoft\\windows\\currentversion\\Uninstall\\"});

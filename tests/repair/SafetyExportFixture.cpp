@@ -25,6 +25,7 @@ std::string rootName(HiveHandle hive) {
 }  // namespace
 
 SafetyExportFixture::SafetyExportFixture() {
+  form.safeguards = {};
   form.programFolder = "C:\\SafetyExportTest";
   makeFolder(form.programFolder);
   for (const std::string& path : exports()) {

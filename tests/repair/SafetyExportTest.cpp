@@ -186,7 +186,7 @@ TEST_F(SafetyExportTest, ProtectedKeysGoOnlyWhenTheRepairTakesThem) {
   EXPECT_TRUE(writeSafetyExport(form));
   EXPECT_TRUE(exports().empty());
   form.View2.setChecked(2, false);
-  form.repairsProtectedKeys = true;
+  form.safeguards.protects = false;
   EXPECT_TRUE(writeSafetyExport(form));
   const Names names = exportedNames();
   EXPECT_NE(std::ranges::find(names,

@@ -118,7 +118,7 @@ TEST_F(StoppedRepairTest, WhatTheSettingLiftsTheProtectionFromIsExported) {
   runRepair(form);
   EXPECT_FALSE(hasKey(extensions));
   EXPECT_TRUE(form.sparedKeys.empty());
-  EXPECT_FALSE(form.repairsProtectedKeys);
+  EXPECT_TRUE(form.safeguards.protects);
   ASSERT_EQ(exports().size(), 1U);
   EXPECT_TRUE(importRegistryFile(exports().front()).isDone);
   EXPECT_EQ(storedText(extensions + "\\.stoppedrepairtest", "x"), "y");

@@ -20,7 +20,6 @@ class CommandBarTest : public PressFixture {
     emptyKey(user);
     makeFolder(folder);
     form.programFolder = folder;
-    form.repairsWithoutExport = true;
     form.dialogs.show = [this](const UserMessage& message) {
       asked.push_back(message.text);
       atQuestion();

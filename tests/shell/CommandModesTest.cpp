@@ -62,7 +62,6 @@ class AutomaticEndTest : public fixture::ComputerFixture {
     emptyKey(user);
     makeFolder(form.programFolder);
     bindClicks(form);
-    form.repairsWithoutExport = true;
   }
   ~AutomaticEndTest() override {
     removeKey(user);

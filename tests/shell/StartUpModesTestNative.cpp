@@ -36,7 +36,7 @@ class StartUpModesTest : public fixture::MachineFixture {
     folder("C:\\Windows\\SysWOW64");
     folder("C:\\program");
     form.programFolder = "C:\\program";
-    form.repairsWithoutExport = true;
+    form.safeguards = asDescribed();
     form.dialogs.show = [this](const UserMessage& message) {
       told.push_back(message.text);
       return Answer::No;
@@ -104,7 +104,7 @@ TEST_F(StartUpModesTest, WhatTheUserHasExcludedIsListedAndRepairedAllTheSame) {
   EXPECT_EQ(content("C:\\program\\regtmp.txt"), "Gone\r\n");
   Form42 repairing;
   repairing.programFolder = form.programFolder;
-  repairing.repairsWithoutExport = true;
+  repairing.safeguards = asDescribed();
   readCommandLine(repairing, "w4-c4");
   EXPECT_THROW(Form_Load(repairing), ProcessEnd);
   EXPECT_EQ(font(), "(none)");

@@ -71,6 +71,7 @@ std::vector<AccessRecord> recordsOf(std::vector<BYTE>& descriptor) {
 ComputerFixture::ComputerFixture(int bits) : computer(RunningComputer::start(bits)) {
   form.Is64BitOS = runsOn64BitWindows();
   form.programFolder = programFolder();
+  form.safeguards = asDescribed();
 }
 
 ComputerFixture::~ComputerFixture() = default;

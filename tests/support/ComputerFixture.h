@@ -72,6 +72,7 @@ class ComputerFixture : public ::testing::Test {
   static std::string userName();
 
   std::unique_ptr<RunningComputer> computer;
+  // With all safeguards lifted: a test of one sets it, or all of them with `form.safeguards = {}`.
   Form42 form;
 };
 

@@ -5,30 +5,18 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "console/HostReplace.h"
+
 namespace zelvreg::console {
 namespace {
 
 namespace fs = std::filesystem;
 
-bool write(const fs::path& path, std::string_view bytes) {
+bool writeThrough(const fs::path& path, std::string_view bytes) {
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
   return file.good();
-}
-
-bool replace(const fs::path& path, std::string_view bytes) {
-  fs::path beside = path;
-  beside += ".new";
-  std::error_code error;
-  if (write(beside, bytes)) {
-    fs::rename(beside, path, error);
-    if (!error) {
-      return true;
-    }
-  }
-  fs::remove(beside, error);
-  return false;
 }
 
 // A name that leads elsewhere must go on doing so: a file renamed to it would take its place, for
@@ -42,7 +30,8 @@ bool isLinkOrDevice(const fs::path& path) {
 }  // namespace
 
 void writeHostFile(const std::string& path, std::string_view bytes) {
-  const bool isWritten = isLinkOrDevice(path) ? write(path, bytes) : replace(path, bytes);
+  const bool isWritten =
+      isLinkOrDevice(path) ? writeThrough(path, bytes) : replaceHostFile(path, bytes);
   if (!isWritten) {
     throw std::runtime_error(path + " cannot be written; check the folder and the room left");
   }

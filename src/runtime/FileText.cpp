@@ -18,6 +18,24 @@ std::optional<std::string> contentToKeep(const std::string& path) {
   return content;
 }
 
+// A new file under a name beside `path` that nothing has: neither what lies there is emptied, nor
+// is anything written through a link. Gives its name in `beside`; INVALID_HANDLE_VALUE if none can
+// be made.
+HANDLE makeBeside(const std::string& path, std::string& beside) {
+  constexpr int mostTries = 100;
+  const ULONGLONG first = GetTickCount64();
+  HANDLE file = INVALID_HANDLE_VALUE;
+  for (int tries = 0; file == INVALID_HANDLE_VALUE && tries < mostTries; ++tries) {
+    beside = path + "." + std::to_string(first + tries) + ".new";
+    file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) {
+      break;
+    }
+  }
+  return file;
+}
+
 }  // namespace
 
 std::optional<std::string> readFileText(const std::string& path) {
@@ -39,9 +57,8 @@ std::optional<std::string> readFileText(const std::string& path) {
 }
 
 bool replaceFileText(const std::string& path, std::string_view bytes) {
-  const std::string beside = path + ".new";
-  HANDLE file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                            FILE_ATTRIBUTE_NORMAL, nullptr);
+  std::string beside;
+  HANDLE file = makeBeside(path, beside);
   if (file == INVALID_HANDLE_VALUE) {
     return false;
   }

@@ -11,9 +11,9 @@ namespace zelvreg {
 // The bytes of a file; none when it cannot be opened or read to its end.
 std::optional<std::string> readFileText(const std::string& path);
 
-// Puts a file of these bytes in the place of one that may be there: it is written beside it and
-// renamed, so that the old or the new content stands at every moment. False, and the old file as
-// it was, if any step fails.
+// Puts a file of these bytes in the place of one that may be there: it is written beside it,
+// under a name that nothing had, and renamed, so that the old or the new content stands at every
+// moment. False, and the old file as it was, if any step fails.
 bool replaceFileText(const std::string& path, std::string_view bytes);
 
 // The same for a file with this text behind what it holds; a file that is not there is made.

@@ -44,6 +44,31 @@ TEST_F(HostFileTest, AReplacedFileIsNeverSeenHalf) {
   EXPECT_EQ(folder.read("report"), "new");
 }
 
+TEST_F(HostFileTest, WhatLiesBesideAFileIsNeitherReplacedNorWrittenThrough) {
+  folder.write("report.new", "mine");
+  folder.write("elsewhere", "mine too");
+  fs::create_symlink("elsewhere", path("other.new"));
+  writeHostFile(path("report"), "text");
+  writeHostFile(path("other"), "text");
+  EXPECT_EQ(folder.read("report.new"), "mine");
+  EXPECT_EQ(folder.read("elsewhere"), "mine too");
+  EXPECT_TRUE(fs::is_symlink(path("other.new")));
+  EXPECT_EQ(count(), 5);
+}
+
+TEST_F(HostFileTest, AReplacedFileKeepsWhoMayReadItAndWhoOwnsIt) {
+  folder.write("report", "old");
+  ASSERT_EQ(chmod(path("report").c_str(), 0600), 0);
+  constexpr uid_t nobody = 65534;
+  const bool hasOtherOwner = chown(path("report").c_str(), nobody, nobody) == 0;
+  writeHostFile(path("report"), "new");
+  struct stat status {};
+  ASSERT_EQ(stat(path("report").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0600U);
+  EXPECT_EQ(status.st_uid, hasOtherOwner ? nobody : geteuid());
+  EXPECT_EQ(folder.read("report"), "new");
+}
+
 TEST_F(HostFileTest, ALinkStaysOneAndItsFileIsWritten) {
   folder.write("target", "a longer text than the new one");
   fs::create_symlink("target", path("link"));

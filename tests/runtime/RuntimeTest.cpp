@@ -110,6 +110,13 @@ TEST_F(RuntimeTest, ATextGoesBehindWhatAFileHoldsOrOverItsBeginning) {
   EXPECT_FALSE(overwriteFileText("C:\\Runtime\\none\\kept.txt", "abc"));
 }
 
+TEST_F(RuntimeTest, WhatLiesBesideAReplacedFileStays) {
+  makeFile("C:\\Runtime\\beside.txt.new", "mine");
+  EXPECT_TRUE(replaceFileText("C:\\Runtime\\beside.txt", "text"));
+  EXPECT_EQ(readFileText("C:\\Runtime\\beside.txt"), "text");
+  EXPECT_EQ(readFileText("C:\\Runtime\\beside.txt.new"), "mine");
+}
+
 TEST_F(RuntimeTest, AnyBytesAreReadBackAndComeOutAsLines) {
   for (const std::string& content : fixture::unrulyContents("a\r\n")) {
     ASSERT_TRUE(replaceFileText("C:\\Runtime\\unruly.txt", content));

@@ -1,0 +1,11 @@
+#include "console/HostReplace.h"
+#include "machine/AtomicFile.h"
+
+namespace zelvreg::console {
+
+bool replaceHostFile(const std::string& path, std::string_view bytes) {
+  machine::replaceFile(path, bytes);
+  return true;
+}
+
+}  // namespace zelvreg::console

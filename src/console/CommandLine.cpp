@@ -5,6 +5,8 @@
 #include <array>
 #include <cctype>
 
+#include "console/SafeguardArguments.h"
+#include "console/TimeArguments.h"
 #include "scan/CategoryTable.h"
 #include "search/Search.h"
 #include "text/Text.h"
@@ -100,6 +102,7 @@ struct ScanArguments {
   std::string only;
   bool isJson = false;
   bool isCsv = false;
+  TimeArguments time;
 
   void addTo(CLI::App& scan, Options& options) {
     scan.add_option("--only", only, "categories to scan, separated by commas: " + categoryNames());
@@ -108,9 +111,11 @@ struct ScanArguments {
     scan.add_option("--report", options.reportFile, "write the text report to this file");
     scan.add_flag("--quiet", options.isQuiet, "print nothing but messages");
     scan.add_flag("--exit-zero", options.exitsZero, "end with 0 also when problems were found");
+    time.addTo(scan);
   }
 
   void applyTo(Options& options, bool isOnlyGiven) const {
+    time.applyTo(options);
     options.rows = isOnlyGiven ? rowsNamed(only) : allRows();
     if (isJson) {
       options.format = Format::Json;
@@ -126,12 +131,11 @@ struct FixArguments {
   void addTo(CLI::App& fix, Options& options) {
     fix.add_option("--kinds", kinds, "repair only findings of these kind codes, as in 1,2,771")
         ->delimiter(',');
-    fix.add_flag_callback(
-        "--no-backup", [&options] { options.safeguards.exportsFirst = false; },
-        "repair without a safety export in the program's folder");
-    fix.add_flag_callback(
-        "--no-protect", [&options] { options.safeguards.protects = false; },
-        "delete keys, too, that other programs' records lie in");
+    SafeguardArguments::addTo(
+        fix,
+        {&Safeguards::protects, &Safeguards::exportsFirst, &Safeguards::touches,
+         &Safeguards::asksShares, &Safeguards::asksService},
+        options);
   }
 
   void applyTo(Options& options) const { options.kinds = {kinds.begin(), kinds.end()}; }
@@ -153,6 +157,7 @@ struct SearchArguments {
   std::string root = searchRoots.front().shortName;
   std::string mode = "any";
   bool isJson = false;
+  TimeArguments time;
 
   void addTo(CLI::App& search, Options& options) {
     SearchOptions& given = options.search;
@@ -169,9 +174,12 @@ struct SearchArguments {
     search.add_flag("--json", isJson, "print one JSON object, in UTF-8");
     search.add_flag("--quiet", options.isQuiet, "print nothing but messages");
     search.add_flag("--exit-zero", options.exitsZero, "end with 0 also when something was found");
+    time.addTo(search);
+    SafeguardArguments::addTo(search, {&Safeguards::touches, &Safeguards::asksShares}, options);
   }
 
   void applyTo(Options& options) const {
+    time.applyTo(options);
     SearchOptions& given = options.search;
     given.root = searchRootNamed(root);
     given.mode = searchModeNamed(mode);
@@ -317,6 +325,8 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   CLI::App* scan = app.add_subcommand("scan", "find dead references and list them");
   ScanArguments scanArguments;
   scanArguments.addTo(*scan, options);
+  SafeguardArguments::addTo(
+      *scan, {&Safeguards::touches, &Safeguards::asksShares, &Safeguards::asksService}, options);
   CLI::App* fix = app.add_subcommand("fix", "scan and repair what was found");
   ScanArguments fixScanArguments;
   fixScanArguments.addTo(*fix, options);
@@ -346,6 +356,7 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
     throw UsageError("no command is given; try zelvreg --machine DIR scan, and zelvreg --help");
   }
   target.applyTo(options.target);
+  SafeguardArguments::applyTo(options);
   if (scan->parsed()) {
     scanArguments.applyTo(options, scan->count("--only") > 0);
   } else if (fix->parsed()) {

@@ -2,6 +2,7 @@
 #ifndef ZELVREG_CONSOLE_COMMAND_LINE_H
 #define ZELVREG_CONSOLE_COMMAND_LINE_H
 
+#include <chrono>
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -66,7 +67,11 @@ struct Options {
   bool answersYes = false;
   std::string language;  // tag
   std::set<int> kinds;   // kind codes to fix; empty for all
-  Safeguards safeguards;
+  // What was chosen for safeguards, the narrower choices first.
+  std::vector<SafeguardChoice> safeguardChoices;
+  bool isAsDescribed = false;
+  // When a scan or a search is to be given up; never without one.
+  std::optional<std::chrono::steady_clock::time_point> deadline;
   std::string reportFile;  // of the text report; empty for none
   std::size_t entry = 0;   // row of a list, from 1
   std::string exportFile;  // safety export that is to be imported

@@ -7,6 +7,7 @@
 #include "console/DisplayText.h"
 #include "console/Progress.h"
 #include "console/Terminal.h"
+#include "scan/SafeguardSources.h"
 #include "shell/StartUp.h"
 
 namespace zelvreg::console {
@@ -37,7 +38,18 @@ void prepareForm(Form42& form, const Options& options, const Streams& streams) {
   form.dialogs.show = [&options, &streams](const UserMessage& message) {
     return answer(message, options, streams.error);
   };
+  form.safeguardChoices = options.safeguardChoices;
+  form.obeysComputer = options.target.offlineRoot.empty();
+  const std::string contradiction = contradictionOf(form);
+  if (!contradiction.empty()) {
+    throw UsageError(contradiction);
+  }
   Form_Load(form);
+}
+
+bool isGivenUp(const Options& options) {
+  return isStopRequested() ||
+         (options.deadline && std::chrono::steady_clock::now() >= *options.deadline);
 }
 
 bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
@@ -45,8 +57,8 @@ bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
     form.View1.setChecked(row, options.rows.contains(row));
   }
   bool isCancelled = false;
-  form.messages.serveHost = [&form, &isCancelled] {
-    if (isStopRequested() && !isCancelled) {
+  form.messages.serveHost = [&form, &options, &isCancelled] {
+    if (!isCancelled && isGivenUp(options)) {
       isCancelled = true;
       form.cmd_cancel.click();
     }

@@ -12,9 +12,13 @@
 
 namespace zelvreg::console {
 
-// Gives messages to the error stream and questions to the terminal, and loads the form. `options`
-// and `streams` must outlive the form.
+// Gives messages to the error stream and questions to the terminal, and loads the form with the
+// safeguards that were chosen. `options` and `streams` must outlive the form. Throws UsageError for
+// a choice that a policy of the computer contradicts.
 void prepareForm(Form42& form, const Options& options, const Streams& streams);
+
+// Whether the user has interrupted the command, or its time is over.
+bool isGivenUp(const Options& options);
 
 // Presses Start with the ticks that were asked for, and Cancel if the user interrupts: false then.
 bool runScanOn(Form42& form, const Options& options, const Streams& streams);

@@ -62,10 +62,9 @@ std::size_t tickKinds(Form42& form, const std::set<int>& kinds) {
   return ticked;
 }
 
-void pressFix(Form42& form, const Options& options, const Computer& computer) {
+void pressFix(Form42& form, const Computer& computer) {
   // The disk of another computer need not have it.
   makeFolder(form.programFolder);
-  form.safeguards = options.safeguards;
   form.messages.serveHost = [&computer] {
     if (isStopRequested()) {
       throw std::runtime_error(computer.keepsAtOnce()
@@ -111,7 +110,7 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
   writeReport(form, options);
   const std::size_t found = form.View2.count();
   if (found > 0 && tickKinds(form, options.kinds) > 0) {
-    pressFix(form, options, computer);
+    pressFix(form, computer);
     if (form.isRepairStopped) {
       return failed;  // the form has said so
     }

@@ -10,7 +10,6 @@
 #include "console/FormUse.h"
 #include "console/ScanResult.h"
 #include "console/Table.h"
-#include "console/Terminal.h"
 
 namespace zelvreg::console {
 namespace {
@@ -68,8 +67,8 @@ void setControls(Form42& form, const SearchOptions& wanted) {
 // False if the user has interrupted it.
 bool pressFind(Form42& form, const Options& options, const Streams& streams) {
   bool isCancelled = false;
-  form.messages.serveHost = [&form, &isCancelled] {
-    if (isStopRequested() && !isCancelled) {
+  form.messages.serveHost = [&form, &options, &isCancelled] {
+    if (!isCancelled && isGivenUp(options)) {
       isCancelled = true;
       form.cmd_cancel.click();
     }

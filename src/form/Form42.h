@@ -254,7 +254,13 @@ struct Form42 {
   // The journal record under work; it goes from row to row.
   JournalRecord journalRecord;
 
+  // In force. `decideSafeguards` decides them anew at the start of each scan, search and repair,
+  // once it is bound, by what the computer's policies and settings say and a caller has chosen.
   Safeguards safeguards;
+  EntryPoint decideSafeguards;
+  std::vector<SafeguardChoice> safeguardChoices;
+  // False for a computer that is being repaired from outside: what it says is data, not an order.
+  bool obeysComputer = true;
   // Whether the last repair was stopped because its safety export could not be written.
   bool isRepairStopped = false;
   // Full paths of the keys that a repair was to delete and has spared.

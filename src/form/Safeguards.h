@@ -29,6 +29,13 @@ constexpr Safeguards asDescribed() {
           .asksService = true};
 }
 
+// What a caller wants of one of them, whatever the computer's settings say.
+struct SafeguardChoice {
+  bool Safeguards::*safeguard;
+  bool value;
+  const char* option;  // the words of the command line that said so
+};
+
 }  // namespace zelvreg
 
 #endif

@@ -26,9 +26,6 @@ bool runsByItself(const Form42& form) {
   return form.recheckMode == 1 || form.autoMode > 0 || form.recheckFix > 0;
 }
 
-// "0" in a setting switches off what is on without it.
-bool isSwitchedOff(const char* name) { return readSetting(settings::regscan, name) == "0"; }
-
 bool isConfirmed(const Form42& form) {
   return runsByItself(form) || form.dialogs.ask({.text = "Do You want to Fix selected items",
                                                  .icon = MessageIcon::Question,
@@ -37,7 +34,7 @@ bool isConfirmed(const Form42& form) {
 }
 
 bool isExportKept(Form42& form) {
-  if (!form.safeguards.exportsFirst || isSwitchedOff("safetyexport") || writeSafetyExport(form)) {
+  if (!form.safeguards.exportsFirst || writeSafetyExport(form)) {
     return true;
   }
   if (!runsByItself(form)) {
@@ -92,13 +89,11 @@ void runRepair(Form42& form) {
   if (!isConfirmed(form)) {
     return;
   }
-  const bool protects = form.safeguards.protects;
-  form.safeguards.protects = protects && !isSwitchedOff("protect");
+  form.decideSafeguards.run();
   form.isRepairStopped = !isExportKept(form);
   if (!form.isRepairStopped) {
     repairTickedRows(form);
   }
-  form.safeguards.protects = protects;
 }
 
 void chameleonButton15_Click(Form42& form) {

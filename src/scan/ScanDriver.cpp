@@ -119,6 +119,7 @@ void endScan(Form42& form) {
 }  // namespace
 
 void runScan(Form42& form) {
+  form.decideSafeguards.run();
   openScanPanel(form);
   resetRows(form);
   if (!hasCheckedRow(form)) {

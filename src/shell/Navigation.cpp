@@ -108,6 +108,7 @@ void cmdFind_Click(Form42& form) {
   if (form.Frame8.visible) {
     return;
   }
+  form.decideSafeguards.run();
   openScanPanel(form);
   // It shows the keys that are walked.
   showSystemText({&form.Label3});

@@ -5,6 +5,7 @@
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Resolver.h"
+#include "scan/SafeguardSources.h"
 #include "scan/ScanDriver.h"
 #include "shell/CommandModes.h"
 #include "shell/Languages.h"
@@ -35,6 +36,8 @@ void applyColor(Form42& form) {
 
 void Form_Load(Form42& form) {
   bindClicks(form);
+  form.decideSafeguards.bind([&form] { decideSafeguards(form); });
+  form.decideSafeguards.run();
   if (form.programFolder.empty()) {
     form.programFolder = programFolder();
   }

@@ -110,6 +110,58 @@ TEST(CommandLine, AWrongRootOrModeIsRefusedWithThoseThatThereAre) {
   EXPECT_NE(complaint({"search"}), "(none)");
 }
 
+std::vector<std::string> choicesOf(const std::vector<const char*>& arguments) {
+  std::vector<std::string> options;
+  for (const SafeguardChoice& choice : parse(arguments).options.safeguardChoices) {
+    options.emplace_back(choice.option);
+  }
+  return options;
+}
+
+TEST(CommandLine, EachCommandTakesTheSwitchesOfTheSafeguardsThatItMeets) {
+  using Names = std::vector<std::string>;
+  EXPECT_TRUE(choicesOf({"fix"}).empty());
+  EXPECT_EQ(choicesOf({"fix", "--no-protect", "--no-backup", "--touch", "--ask-shares"}),
+            (Names{"--no-protect", "--no-backup", "--touch", "--ask-shares"}));
+  EXPECT_EQ(choicesOf({"scan", "--touch", "--provider", "service"}),
+            (Names{"--touch", "--provider service"}));
+  EXPECT_EQ(choicesOf({"search", "x", "--ask-shares"}), (Names{"--ask-shares"}));
+  EXPECT_EQ(choicesOf({"scan", "--as-described"}).size(), 5U);
+  for (const char* option : {"--no-protect", "--no-backup"}) {
+    EXPECT_NE(complaint({"scan", option}), "(none)") << option;
+    EXPECT_NE(complaint({"search", "x", option}), "(none)") << option;
+  }
+  EXPECT_NE(complaint({"search", "x", "--provider", "service"}), "(none)");
+  EXPECT_NE(complaint({"scan", "--provider", "other"}), "(none)");
+}
+
+TEST(CommandLine, AChoiceForOneStandsBeforeTheChoiceForAll) {
+  const auto choices =
+      parse({"scan", "--as-described", "--provider", "direct"}).options.safeguardChoices;
+  ASSERT_EQ(choices.size(), 6U);
+  EXPECT_EQ(choices.front().safeguard, &Safeguards::asksService);
+  EXPECT_FALSE(choices.front().value);
+}
+
+TEST(CommandLine, TheHelpNamesEachSwitch) {
+  const std::string help = *parse({"fix", "--help"}, false).help;
+  for (const char* option : {"--no-protect", "--no-backup", "--touch", "--ask-shares", "--provider",
+                             "--as-described", "--timeout"}) {
+    EXPECT_NE(help.find(option), std::string::npos) << option;
+  }
+}
+
+TEST(CommandLine, ATimeIsANumberOfSecondsAboveNothing) {
+  EXPECT_FALSE(parse({"scan"}).options.deadline);
+  for (const char* command : {"scan", "fix"}) {
+    EXPECT_TRUE(parse({command, "--timeout", "1.5"}).options.deadline) << command;
+  }
+  EXPECT_TRUE(parse({"search", "x", "--timeout", "1e300"}).options.deadline);
+  for (const char* time : {"0", "-1", "soon", "nan"}) {
+    EXPECT_NE(complaint({"scan", "--timeout", time}), "(none)") << time;
+  }
+}
+
 TEST(CommandLine, HelpIsGivenWithoutAComputer) {
   EXPECT_TRUE(parse({"--help"}, false).help.has_value());
   EXPECT_NE(parse({"scan", "--help"}, false).help->find("--only"), std::string::npos);

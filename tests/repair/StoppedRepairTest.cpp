@@ -4,6 +4,7 @@
 #include "repair/SafetyExportFixture.h"
 #include "runtime/FileText.h"
 #include "scan/AutomaticEnd.h"
+#include "scan/SafeguardSources.h"
 #include "shell/StartUp.h"
 
 namespace zelvreg {
@@ -22,6 +23,7 @@ class StoppedRepairTest : public fixture::SafetyExportFixture {
     emptyKey(user);
     setText(user, "a", "x");
     bindClicks(form);
+    form.decideSafeguards.bind([this] { decideSafeguards(form); });
     form.dialogs.show = [this](const UserMessage& message) {
       messages.push_back(message);
       return message.isQuestion ? Answer::Yes : Answer::Ok;
@@ -118,7 +120,6 @@ TEST_F(StoppedRepairTest, WhatTheSettingLiftsTheProtectionFromIsExported) {
   runRepair(form);
   EXPECT_FALSE(hasKey(extensions));
   EXPECT_TRUE(form.sparedKeys.empty());
-  EXPECT_TRUE(form.safeguards.protects);
   ASSERT_EQ(exports().size(), 1U);
   EXPECT_TRUE(importRegistryFile(exports().front()).isDone);
   EXPECT_EQ(storedText(extensions + "\\.stoppedrepairtest", "x"), "y");

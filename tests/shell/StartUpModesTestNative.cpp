@@ -2,6 +2,7 @@
 // whole scan may repair.
 #include "form/ProcessEnd.h"
 #include "machine/Clock.h"
+#include "scan/SafeguardSources.h"
 #include "shell/CommandModes.h"
 #include "shell/StartUp.h"
 #include "support/MachineFixture.h"
@@ -36,7 +37,7 @@ class StartUpModesTest : public fixture::MachineFixture {
     folder("C:\\Windows\\SysWOW64");
     folder("C:\\program");
     form.programFolder = "C:\\program";
-    form.safeguards = asDescribed();
+    form.safeguardChoices = choicesAsDescribed();
     form.dialogs.show = [this](const UserMessage& message) {
       told.push_back(message.text);
       return Answer::No;
@@ -104,7 +105,7 @@ TEST_F(StartUpModesTest, WhatTheUserHasExcludedIsListedAndRepairedAllTheSame) {
   EXPECT_EQ(content("C:\\program\\regtmp.txt"), "Gone\r\n");
   Form42 repairing;
   repairing.programFolder = form.programFolder;
-  repairing.safeguards = asDescribed();
+  repairing.safeguardChoices = choicesAsDescribed();
   readCommandLine(repairing, "w4-c4");
   EXPECT_THROW(Form_Load(repairing), ProcessEnd);
   EXPECT_EQ(font(), "(none)");

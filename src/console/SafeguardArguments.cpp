@@ -1,0 +1,57 @@
+#include "console/SafeguardArguments.h"
+
+#include <algorithm>
+
+#include "scan/SafeguardSources.h"
+
+namespace zelvreg::console {
+namespace {
+
+constexpr const char* serviceProvider = "service";
+constexpr const char* directProvider = "direct";
+
+void addProvider(CLI::App& command, const SafeguardRule& rule, Options& options) {
+  command
+      .add_option_function<std::string>(
+          "--provider",
+          [&rule, &options](const std::string& name) {
+            SafeguardChoice choice = liftingChoice(rule);
+            if (name == directProvider) {
+              choice.value = !choice.value;
+              choice.option = "--provider direct";
+            }
+            options.safeguardChoices.push_back(choice);
+          },
+          "who reads the 64-bit view: \"direct\", the program itself, or \"service\", the "
+          "management service")
+      ->check(CLI::IsMember({serviceProvider, directProvider}));
+}
+
+}  // namespace
+
+void SafeguardArguments::addTo(CLI::App& command, const std::vector<Safeguard>& met,
+                               Options& options) {
+  for (const SafeguardRule& rule : safeguardRules) {
+    if (std::ranges::find(met, rule.safeguard) == met.end()) {
+      continue;
+    }
+    if (rule.safeguard == &Safeguards::asksService) {
+      addProvider(command, rule, options);
+      continue;
+    }
+    command.add_flag_callback(
+        rule.option, [&rule, &options] { options.safeguardChoices.push_back(liftingChoice(rule)); },
+        rule.effect);
+  }
+  command.add_flag(letterOption, options.isAsDescribed,
+                   "lift all of these: do to the letter what is described");
+}
+
+void SafeguardArguments::applyTo(Options& options) {
+  if (options.isAsDescribed) {
+    const auto choices = choicesAsDescribed();
+    options.safeguardChoices.insert(options.safeguardChoices.end(), choices.begin(), choices.end());
+  }
+}
+
+}  // namespace zelvreg::console

@@ -1,0 +1,39 @@
+// The option that limits how long a command may take.
+#ifndef ZELVREG_CONSOLE_TIME_ARGUMENTS_H
+#define ZELVREG_CONSOLE_TIME_ARGUMENTS_H
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+
+#include "console/CommandLine.h"
+
+namespace zelvreg::console {
+
+// The time runs from when the option is applied.
+struct TimeArguments {
+  double seconds = 0;
+
+  void addTo(CLI::App& command) {
+    option = command.add_option("--timeout", seconds,
+                                "give up after this many seconds, with exit status 2");
+  }
+
+  void applyTo(Options& options) const {
+    if (option->count() > 0) {
+      if (!(seconds > 0)) {
+        throw UsageError("--timeout takes a number of seconds above 0");
+      }
+      constexpr double century = 3.2e9;  // so that no number leads beyond the clock
+      options.deadline = std::chrono::steady_clock::now() +
+                         std::chrono::duration_cast<std::chrono::steady_clock::duration>(
+                             std::chrono::duration<double>(std::min(seconds, century)));
+    }
+  }
+
+  CLI::Option* option = nullptr;
+};
+
+}  // namespace zelvreg::console
+
+#endif

@@ -1,0 +1,116 @@
+#include "scan/SafeguardSources.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+#include "registry/RegistryKey.h"
+#include "scan/Settings.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+// A policy may be a text or a number. Without one, or where the computer does not count, nothing.
+std::optional<std::string> policyText(const Form42& form, const char* name) {
+  if (!form.obeysComputer) {
+    return std::nullopt;
+  }
+  const RegistryKey key(HiveHandle::LocalMachine, policyKey, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
+  std::array<char, 64> data{};
+  auto size = static_cast<DWORD>(data.size());
+  DWORD type = REG_NONE;
+  if (!key.isOpen() ||
+      RegQueryValueExA(key.handle(), name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()),
+                       &size) != ERROR_SUCCESS) {
+    return std::nullopt;
+  }
+  if (type == REG_DWORD) {
+    DWORD number = 0;
+    std::memcpy(&number, data.data(), sizeof(number));
+    return decimal(number);
+  }
+  return std::string(untilNul({data.data(), size}));
+}
+
+std::string settingText(const Form42& form, const char* name) {
+  return form.obeysComputer ? readSetting(settings::regscan, name) : std::string();
+}
+
+// A policy for all gives way to one for a single safeguard.
+std::optional<bool> valueByPolicy(const Form42& form, const SafeguardRule& rule) {
+  if (const auto text = policyText(form, rule.setting)) {
+    return *text == rule.liftingText ? liftedValue(rule) : !liftedValue(rule);
+  }
+  if (policyText(form, letterSetting) == letterText) {
+    return liftedValue(rule);
+  }
+  return std::nullopt;
+}
+
+bool valueBySettings(const Form42& form, const SafeguardRule& rule) {
+  const bool isLetter =
+      !isLetterSetByPolicy(form) && settingText(form, letterSetting) == letterText;
+  const bool isLifted = isLetter || settingText(form, rule.setting) == rule.liftingText;
+  return isLifted ? liftedValue(rule) : !liftedValue(rule);
+}
+
+bool valueOf(const Form42& form, const SafeguardRule& rule) {
+  if (const auto value = valueByPolicy(form, rule)) {
+    return *value;
+  }
+  const auto chosen =
+      std::ranges::find(form.safeguardChoices, rule.safeguard, &SafeguardChoice::safeguard);
+  return chosen != form.safeguardChoices.end() ? chosen->value : valueBySettings(form, rule);
+}
+
+const SafeguardRule& ruleOf(const SafeguardChoice& choice) {
+  return *std::ranges::find(safeguardRules, choice.safeguard, &SafeguardRule::safeguard);
+}
+
+bool isForbidden(const Form42& form, const SafeguardChoice& choice) {
+  const auto value = valueByPolicy(form, ruleOf(choice));
+  const bool wantsLetter = std::string_view(choice.option) == letterOption;
+  return (value && *value != choice.value) ||
+         (wantsLetter && policyText(form, letterSetting).value_or(letterText) != letterText);
+}
+
+}  // namespace
+
+SafeguardChoice liftingChoice(const SafeguardRule& rule) {
+  return {.safeguard = rule.safeguard, .value = liftedValue(rule), .option = rule.option};
+}
+
+std::vector<SafeguardChoice> choicesAsDescribed() {
+  std::vector<SafeguardChoice> choices;
+  for (const SafeguardRule& rule : safeguardRules) {
+    choices.push_back(
+        {.safeguard = rule.safeguard, .value = liftedValue(rule), .option = letterOption});
+  }
+  return choices;
+}
+
+void decideSafeguards(Form42& form) {
+  for (const SafeguardRule& rule : safeguardRules) {
+    form.safeguards.*rule.safeguard = valueOf(form, rule);
+  }
+}
+
+std::string contradictionOf(const Form42& form) {
+  for (const SafeguardChoice& choice : form.safeguardChoices) {
+    if (isForbidden(form, choice)) {
+      return std::string(choice.option) + " contradicts a policy of this computer (HKLM\\" +
+             policyKey + "); leave the option away or have the policy changed";
+    }
+  }
+  return {};
+}
+
+bool isSetByPolicy(const Form42& form, const SafeguardRule& rule) {
+  return valueByPolicy(form, rule).has_value();
+}
+
+bool isLetterSetByPolicy(const Form42& form) { return policyText(form, letterSetting).has_value(); }
+
+}  // namespace zelvreg

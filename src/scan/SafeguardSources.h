@@ -1,0 +1,63 @@
+// Where the safeguards come from: a policy of the computer decides, then what a caller has chosen,
+// then the settings, then what is safe.
+#ifndef ZELVREG_SCAN_SAFEGUARD_SOURCES_H
+#define ZELVREG_SCAN_SAFEGUARD_SOURCES_H
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+// How one safeguard is lifted.
+struct SafeguardRule {
+  bool Safeguards::*safeguard;
+  const char* setting;      // a value of the policy's key and of the settings' key
+  const char* liftingText;  // any other text keeps it
+  const char* option;       // of the command line
+  const char* effect;       // what that option does, for its help
+};
+
+inline constexpr std::array<SafeguardRule, 5> safeguardRules{{
+    {&Safeguards::protects, "protect", "0", "--no-protect",
+     "delete keys, too, that other programs' records lie in"},
+    {&Safeguards::exportsFirst, "safetyexport", "0", "--no-backup",
+     "repair without a safety export in the program's folder"},
+    {&Safeguards::touches, "touch", "1", "--touch",
+     "set access lists and attributes while scanning, as a repair would need them"},
+    {&Safeguards::asksShares, "shares", "1", "--ask-shares",
+     "ask servers for files on network paths, with the user's credentials"},
+    {&Safeguards::asksService, "provider", "service", "--provider service",
+     "ask the management service for the 64-bit view"},
+}};
+
+// The setting that lifts all of them, the text that does, and its option.
+inline constexpr const char* letterSetting = "letter";
+inline constexpr const char* letterText = "1";
+inline constexpr const char* letterOption = "--as-described";
+
+// Below the local machine, in the 64-bit view.
+inline constexpr const char* policyKey = "Software\\Policies\\zelvane\\zelvreg";
+
+// What a safeguard is when it is lifted.
+constexpr bool liftedValue(const SafeguardRule& rule) { return asDescribed().*rule.safeguard; }
+
+// Choices that lift one, or all.
+SafeguardChoice liftingChoice(const SafeguardRule& rule);
+std::vector<SafeguardChoice> choicesAsDescribed();
+
+// Puts those into force that hold now. Of several choices for one safeguard the first counts.
+void decideSafeguards(Form42& form);
+
+// One line about the first choice that a policy contradicts; empty when none does.
+std::string contradictionOf(const Form42& form);
+
+// Whether a policy has decided a safeguard, so that nobody else can; "letter" as for all.
+bool isSetByPolicy(const Form42& form, const SafeguardRule& rule);
+bool isLetterSetByPolicy(const Form42& form);
+
+}  // namespace zelvreg
+
+#endif

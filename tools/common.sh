@@ -11,6 +11,8 @@ export CCACHE_DIR=$cache/ccache CCACHE_BASEDIR=$builds CCACHE_NOHASHDIR=1 CCACHE
 # CMake looks for GoogleTest whichever target is built.
 build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-dev
   nlohmann-json3-dev libgtest-dev)
+# A test mounts a small disk of NTFS where that can be done.
+test_packages=(ntfs-3g)
 lint_packages=(clang-format clang-tidy python3)
 windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin python3 mmdebstrap uidmap
   bubblewrap)

@@ -3,25 +3,34 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
 #include <utility>
 
 #include "machine/FileDescriptor.h"
+#include "machine/FileTraits.h"
 #include "machine/Machine.h"
 
 namespace zelvreg::machine {
 
 namespace {
 
-constexpr mode_t permissionBits = 07777;
+// Not to be found by chance: what bears it is removed without a question.
+constexpr std::string_view mark = ".zelvreg-";
+constexpr std::string_view unique = "XXXXXX";  // replaced by letters that no other file has
+constexpr std::size_t longestName = 200;       // of the target, so that there is room for both
 
 [[noreturn]] void refuseWrite(const std::filesystem::path& file, int error) {
   throw MachineError(file.string() + " cannot be written: " + std::strerror(error) +
                      "; make room or give the right to write there, and try again");
+}
+
+[[noreturn]] void refuseOther(const std::filesystem::path& file) {
+  throw MachineError(file.string() +
+                     ": was written by another program in the meantime; open the disk again");
 }
 
 std::filesystem::path behindLinks(const std::filesystem::path& file) {
@@ -30,17 +39,10 @@ std::filesystem::path behindLinks(const std::filesystem::path& file) {
   return error ? file : real;
 }
 
-// The file keeps who may read and write it; a new one gets what the umask leaves.
-bool copyPermissions(const std::filesystem::path& from, int to) {
-  struct stat old {};
-  if (stat(from.c_str(), &old) == 0) {
-    // Giving a file to its old owner takes rights that an ordinary user need not have.
-    [[maybe_unused]] const int ignored = fchown(to, old.st_uid, old.st_gid);
-    return fchmod(to, old.st_mode & permissionBits) == 0;
-  }
+int givePermissionsOfNewFile(int file) {
   const mode_t mask = umask(0);
   umask(mask);
-  return fchmod(to, 0666 & ~mask) == 0;
+  return fchmod(file, 0666 & ~mask) == 0 ? 0 : errno;
 }
 
 bool writeAll(int file, std::string_view content) {
@@ -65,8 +67,8 @@ void refuseOutside(const std::filesystem::path& note, const std::filesystem::pat
 }  // namespace
 
 AtomicFile::AtomicFile(std::filesystem::path file) : target(std::move(file)) {
-  std::string name =
-      (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
+  std::string name = "." + target.filename().string().substr(0, longestName);
+  name = (target.parent_path() / name.append(mark).append(unique)).string();
   const FileDescriptor out(mkostemp(name.data(), O_CLOEXEC));
   if (!out.isOpen()) refuseWrite(target, errno);
   written = name;
@@ -75,7 +77,7 @@ AtomicFile::AtomicFile(std::filesystem::path file) : target(std::move(file)) {
 AtomicFile::AtomicFile(const std::filesystem::path& file, const WriteContent& write)
     : AtomicFile(behindLinks(file)) {
   write(written);
-  finish(target);
+  finish();
 }
 
 AtomicFile::AtomicFile(const std::filesystem::path& file, std::string_view content)
@@ -84,24 +86,41 @@ AtomicFile::AtomicFile(const std::filesystem::path& file, std::string_view conte
         if (!out.isOpen() || !writeAll(out.get(), content)) refuseWrite(file, errno);
       }) {}
 
-AtomicFile AtomicFile::backupOf(const std::filesystem::path& file) {
-  const std::filesystem::path original = behindLinks(file);
-  AtomicFile backup(std::filesystem::path(original.string() + ".bak"));
-  unlink(backup.written.c_str());
-  if (link(original.c_str(), backup.written.c_str()) == 0) return backup;
-  std::error_code error;
-  if (!std::filesystem::copy_file(original, backup.written, error)) {
-    refuseWrite(backup.target, error.value());
-  }
-  backup.finish(original);
-  return backup;
+AtomicFile AtomicFile::copyOf(const std::filesystem::path& file, const FileStamp& stamp,
+                              const std::filesystem::path& target) {
+  AtomicFile copy(target);
+  unlink(copy.written.c_str());
+  const bool isSecondName = link(file.c_str(), copy.written.c_str()) == 0;
+  if (!isSecondName) copy.copyFrom(file);
+  if (stampOf(isSecondName ? copy.written : file) != stamp) refuseOther(file);
+  return copy;
 }
 
-void AtomicFile::finish(const std::filesystem::path& model) const {
+void AtomicFile::copyFrom(const std::filesystem::path& file) const {
+  std::error_code error;
+  if (!std::filesystem::copy_file(file, written, error)) refuseWrite(target, error.value());
+  const FileDescriptor original = openPlainFile(file);
+  const FileDescriptor out = openPlainFile(written);
+  int failure = original.isOpen() && out.isOpen() ? 0 : errno;
+  if (failure == 0) failure = copyTraits(original.get(), out.get());
+  if (failure == 0) failure = copyTimes(original.get(), out.get());
+  if (failure == 0 && fsync(out.get()) != 0) failure = errno;
+  if (failure != 0) refuseWrite(target, failure);
+}
+
+void AtomicFile::finish() const {
   const FileDescriptor out(open(written.c_str(), O_RDONLY | O_CLOEXEC));
-  if (!out.isOpen() || !copyPermissions(model, out.get()) || fsync(out.get()) != 0) {
-    refuseWrite(target, errno);
-  }
+  if (!out.isOpen()) refuseWrite(target, errno);
+  const FileDescriptor old = openPlainFile(target);
+  const int failure =
+      old.isOpen() ? copyTraits(old.get(), out.get()) : givePermissionsOfNewFile(out.get());
+  if (failure != 0) refuseWrite(target, failure);
+  if (fsync(out.get()) != 0) refuseWrite(target, errno);
+}
+
+bool AtomicFile::isBeside(std::string_view name, std::string_view target) {
+  const std::string start = "." + std::string(target.substr(0, longestName)).append(mark);
+  return name.size() == start.size() + unique.size() && name.starts_with(start);
 }
 
 AtomicFile::~AtomicFile() {
@@ -113,7 +132,29 @@ AtomicFile::AtomicFile(AtomicFile&& other) noexcept
 
 void AtomicFile::replace() {
   if (rename(written.c_str(), target.c_str()) != 0) refuseWrite(target, errno);
-  // A rename between two names of one file leaves both.
+  wasReplaced();
+}
+
+void AtomicFile::replaceJust(const FileStamp& stamp) {
+  if (stampOf(target) != stamp) refuseOther(target);
+  const auto exchange = [this] {
+    return renameat2(AT_FDCWD, written.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0;
+  };
+  if (!exchange()) {
+    // Not every file system can; what comes between these two calls is not seen there.
+    replace();
+    return;
+  }
+  // Between the two calls another file may have come, which must not go.
+  if (stampOf(written) != stamp) {
+    if (!exchange()) leave();
+    refuseOther(target);
+  }
+  wasReplaced();
+}
+
+void AtomicFile::wasReplaced() {
+  // A rename between two names of one file leaves both, and an exchange leaves the old file.
   unlink(written.c_str());
   written.clear();
   // Not every file system can write out a folder; the content itself is on the disk by now.
@@ -152,9 +193,9 @@ void replaceTogether(std::vector<AtomicFile>& files, const std::filesystem::path
   unlink(note.c_str());
 }
 
-void finishReplacing(const std::filesystem::path& note) {
+bool finishReplacing(const std::filesystem::path& note) {
   std::error_code error;
-  if (!std::filesystem::exists(note, error)) return;
+  if (!std::filesystem::exists(std::filesystem::symlink_status(note, error))) return false;
   const std::filesystem::path folder = note.parent_path();
   std::istringstream lines(readWholeFile(note));
   std::string written;
@@ -167,26 +208,25 @@ void finishReplacing(const std::filesystem::path& note) {
     if (rename(beside.c_str(), (folder / target).c_str()) != 0) refuseWrite(folder / target, errno);
   }
   if (unlink(note.c_str()) != 0) refuseWrite(note, errno);
+  return true;
+}
+
+void removeLeftovers(const std::filesystem::path& file) {
+  const std::filesystem::path folder = file.parent_path();
+  const std::string name = file.filename().string();
+  std::vector<std::filesystem::path> leftovers;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (AtomicFile::isBeside(entry.path().filename().string(), name) &&
+        std::filesystem::is_regular_file(entry.symlink_status(error))) {
+      leftovers.push_back(entry.path());
+    }
+  }
+  for (const std::filesystem::path& leftover : leftovers) unlink(leftover.c_str());
 }
 
 void replaceFile(const std::filesystem::path& file, std::string_view content) {
   AtomicFile(file, content).replace();
-}
-
-std::string readWholeFile(const std::filesystem::path& file) {
-  const FileDescriptor in(open(file.c_str(), O_RDONLY | O_CLOEXEC));
-  std::string content;
-  std::array<char, 65536> buffer{};
-  for (;;) {
-    const ssize_t size = in.isOpen() ? read(in.get(), buffer.data(), buffer.size()) : -1;
-    if (size == 0) return content;
-    if (size < 0 && in.isOpen() && errno == EINTR) continue;
-    if (size < 0) {
-      throw MachineError(file.string() + " cannot be read: " + std::strerror(errno) +
-                         "; check that it is a file and that you may read it");
-    }
-    content.append(buffer.data(), static_cast<std::size_t>(size));
-  }
 }
 
 }  // namespace zelvreg::machine

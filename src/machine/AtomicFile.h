@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "machine/PlainFile.h"
+
 namespace zelvreg::machine {
 
 // New content written beside a file, on the disk, and not yet in its place. Several can be prepared
@@ -22,9 +24,11 @@ class AtomicFile {
   // What `write` throws is passed on.
   using WriteContent = std::function<void(const std::filesystem::path& beside)>;
   AtomicFile(const std::filesystem::path& file, const WriteContent& write);
-  // The file's present content, to be put under the name with ".bak" behind it. Where the file
-  // system can, it is no copy but a second name of the file.
-  static AtomicFile backupOf(const std::filesystem::path& file);
+  // The file's present content, to be put under another name beside it. Where the file system can,
+  // it is no copy but a second name of the file. The file must be the one that `stamp` was taken
+  // of; MachineError if it is not.
+  static AtomicFile copyOf(const std::filesystem::path& file, const FileStamp& stamp,
+                           const std::filesystem::path& target);
   // Without replace() the old file stays.
   ~AtomicFile();
   AtomicFile(AtomicFile&& other) noexcept;
@@ -34,14 +38,29 @@ class AtomicFile {
 
   // Puts the new content in place. Throws MachineError; the old file stands then.
   void replace();
+  // The same only as long as the old file is the one that `stamp` was taken of: MachineError if
+  // somebody else has put another in its place, which stands then. A second name of the old file
+  // must be there, since this one goes.
+  void replaceJust(const FileStamp& stamp);
+
+  [[nodiscard]] const std::filesystem::path& place() const { return target; }
+  [[nodiscard]] const std::filesystem::path& beside() const { return written; }
+  // Leaves the file beside for who reads the note that names it.
+  void leave() { written.clear(); }
+
+  // Whether a name is one that this class gives a file beside one of the name `target`.
+  static bool isBeside(std::string_view name, std::string_view target);
 
  private:
   friend void replaceTogether(std::vector<AtomicFile>& files, const std::filesystem::path& note);
 
   // Makes an empty file beside `file` that only its owner may read.
   explicit AtomicFile(std::filesystem::path file);
-  // Gives it the permissions of `model` and brings it to the disk.
-  void finish(const std::filesystem::path& model) const;
+  // Gives it the traits of the file that it is to replace, or those of a new one, and brings it to
+  // the disk.
+  void finish() const;
+  void copyFrom(const std::filesystem::path& file) const;
+  void wasReplaced();
 
   std::filesystem::path target;
   std::filesystem::path written;  // empty once it is in place
@@ -52,15 +71,15 @@ class AtomicFile {
 // then, unless the first was in place already: in that case finishReplacing() brings the others.
 void replaceTogether(std::vector<AtomicFile>& files, const std::filesystem::path& note);
 
-// Ends what a process that was stopped in the middle of it has begun. Nothing happens without a
-// note. Throws MachineError; another call can end it then.
-void finishReplacing(const std::filesystem::path& note);
+// Ends what a process that was stopped in the middle of it has begun; whether there was anything.
+// Nothing happens without a note. Throws MachineError; another call can end it then.
+bool finishReplacing(const std::filesystem::path& note);
+
+// Removes what a process that was stopped has left beside a file, whether that is there or not.
+void removeLeftovers(const std::filesystem::path& file);
 
 // Both steps at once.
 void replaceFile(const std::filesystem::path& file, std::string_view content);
-
-// The whole content of a file. Throws MachineError.
-std::string readWholeFile(const std::filesystem::path& file);
 
 }  // namespace zelvreg::machine
 

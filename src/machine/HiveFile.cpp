@@ -1,12 +1,11 @@
 #include "machine/HiveFile.h"
 
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <limits>
 #include <system_error>
 #include <utility>
 
+#include "machine/HiveCheck.h"
 #include "machine/HiveLibrary.h"
 #include "machine/Machine.h"
 
@@ -34,6 +33,13 @@ HiveFile::HiveFile(std::filesystem::path hiveFile) : file(std::move(hiveFile)) {
   if (size > std::numeric_limits<std::uint32_t>::max()) {
     fail("it is larger than a hive can be");
   }
+  // Before it is read, so that another file in its place is never taken for this one.
+  readStamp = stampOf(file);
+  try {
+    checkHiveHeader(openPlainFile(file));
+  } catch (const MachineError& error) {
+    fail(error.what());
+  }
   errno = 0;
   hive = hivex_open(file.c_str(), 0);
   if (hive == nullptr) {
@@ -44,7 +50,6 @@ HiveFile::HiveFile(std::filesystem::path hiveFile) : file(std::move(hiveFile)) {
   if (root == 0) {
     fail(hiveReason(errno));
   }
-  readStamp = currentStamp();
   rootNode = static_cast<std::uint32_t>(root);
   visited.resize(static_cast<std::size_t>(size) / offsetUnit + 1);
   visited[root / offsetUnit] = true;
@@ -77,58 +82,48 @@ bool HiveFile::spend(std::size_t& budget, std::size_t amount) {
   return true;
 }
 
-void HiveFile::subkeys(std::uint32_t node, const TakeSubkey& take) {
-  if (entriesLeft == 0) {
-    return;
-  }
+bool HiveFile::subkeys(std::uint32_t node, const TakeSubkey& take) {
   const HiveOwned<hive_node_h> nodes(hivex_node_children(hive, node));
-  if (nodes == nullptr) {
-    return;
-  }
-  for (const hive_node_h* next = nodes.get(); *next != 0; ++next) {
+  bool isWhole = nodes != nullptr;
+  for (const hive_node_h* next = nodes.get(); nodes != nullptr && *next != 0; ++next) {
     if (!spend(entriesLeft, 1)) {
-      return;
+      return false;
     }
-    if (!firstVisit(*next)) {
+    const HiveOwned<char> name(firstVisit(*next) ? hivex_node_name(hive, *next) : nullptr);
+    if (name == nullptr) {
+      isWhole = false;
       continue;
     }
-    const HiveOwned<char> name(hivex_node_name(hive, *next));
-    if (name != nullptr) {
-      take(name.get(), static_cast<std::uint32_t>(*next));
-    }
+    take(name.get(), static_cast<std::uint32_t>(*next));
   }
+  return isWhole;
 }
 
-void HiveFile::values(std::uint32_t node, const TakeValue& take) {
-  if (valuesLeft == 0 || bytesLeft == 0) {
-    return;
-  }
+bool HiveFile::values(std::uint32_t node, const TakeValue& take) {
   const HiveOwned<hive_value_h> values(hivex_node_values(hive, node));
-  if (values == nullptr) {
-    return;
-  }
-  for (const hive_value_h* next = values.get(); *next != 0; ++next) {
+  bool isWhole = values != nullptr;
+  for (const hive_value_h* next = values.get(); next != nullptr && *next != 0; ++next) {
     if (!spend(valuesLeft, 1)) {
-      return;
+      return false;
     }
     const std::optional<HiveValueContent> value = readHiveValue(hive, *next);
     if (!value) {
+      isWhole = false;
       continue;
     }
     if (!spend(bytesLeft, value->size)) {
-      return;
+      return false;
     }
     take({.name = value->name(), .type = value->type, .bytes = value->bytes()});
   }
+  return isWhole;
 }
 
-HiveFile::Stamp HiveFile::currentStamp() const {
-  struct stat now {};
-  if (stat(file.c_str(), &now) != 0) {
-    return {};
+void HiveFile::noteDamage(std::string line) {
+  constexpr std::size_t mostLines = 10;
+  if (damageLines.size() < mostLines) {
+    damageLines.push_back(file.string() + ": " + line.append("; it is damaged there"));
   }
-  return {static_cast<std::int64_t>(now.st_ino), now.st_size, now.st_mtim.tv_sec,
-          now.st_mtim.tv_nsec};
 }
 
 std::size_t HiveFile::valueCount(std::uint32_t node) const {

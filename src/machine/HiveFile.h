@@ -1,11 +1,10 @@
 // A registry hive file, read through libhivex: its keys and values on demand, damage and hostile
-// content answered by absence. The file is opened for reading only.
+// content answered by absence, and named. The file is opened for reading only.
 #ifndef ZELVREG_MACHINE_HIVE_FILE_H
 #define ZELVREG_MACHINE_HIVE_FILE_H
 
 #include <windows.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -15,6 +14,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "machine/PlainFile.h"
 
 struct hive_h;
 
@@ -45,35 +46,40 @@ class HiveFile {
   // Each subkey or value of a node that can be read, names in UTF-8, in the order of the hive.
   // Every node is given once in the life of this object, so a list that leads back to a key above
   // ends there; values end where there are more than a file of this size can truly hold. Ask for
-  // each node once.
-  void subkeys(std::uint32_t node, const TakeSubkey& take);
-  void values(std::uint32_t node, const TakeValue& take);
+  // each node once. False if anything was passed over.
+  bool subkeys(std::uint32_t node, const TakeSubkey& take);
+  bool values(std::uint32_t node, const TakeValue& take);
+
+  // What was passed over, one line each with the file in front; of many, the first few. A hive with
+  // any must not be written: what was passed over would be lost.
+  [[nodiscard]] const std::vector<std::string>& damage() const { return damageLines; }
+  // `line` says which key has not been read whole.
+  void noteDamage(std::string line);
 
   // Whether the file on the disk is still the one that was opened, by its place, size and time.
-  [[nodiscard]] bool isAsOpened() const { return currentStamp() == readStamp; }
+  [[nodiscard]] bool isAsOpened() const { return stampOf(file) == readStamp; }
+  [[nodiscard]] const FileStamp& stamp() const { return readStamp; }
   // After this program has put another file in its place, in which every node that was read has
   // kept its number. What is read from now on still comes from the file that was opened.
-  void noteReplaced() { readStamp = currentStamp(); }
+  void noteReplaced() { readStamp = stampOf(file); }
 
   // How many values the node says it has.
   [[nodiscard]] std::size_t valueCount(std::uint32_t node) const;
 
  private:
-  // Inode, size, seconds and nanoseconds of the last write.
-  using Stamp = std::array<std::int64_t, 4>;
-  [[nodiscard]] Stamp currentStamp() const;
   [[nodiscard]] bool firstVisit(std::size_t offset);
   [[nodiscard]] bool spend(std::size_t& budget, std::size_t amount);
 
   std::filesystem::path file;
   hive_h* hive = nullptr;
-  Stamp readStamp{};
+  FileStamp readStamp{};
   std::uint32_t rootNode = 0;
   std::vector<bool> visited;  // nodes, by offset in the file / 4
   // What an honest file of this size can still hold: entries of subkey lists, values, their bytes.
   std::size_t entriesLeft = 0;
   std::size_t valuesLeft = 0;
   std::size_t bytesLeft = 0;
+  std::vector<std::string> damageLines;
 };
 
 }  // namespace zelvreg::machine

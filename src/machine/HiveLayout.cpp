@@ -1,96 +1,29 @@
 #include "machine/HiveLayout.h"
 
 #include <algorithm>
-#include <cstring>
 #include <fstream>
 #include <string>
 #include <string_view>
-#include <type_traits>
 
-#include "machine/AtomicFile.h"
 #include "machine/CaseFold.h"
+#include "machine/HiveBytes.h"
 #include "machine/Machine.h"
+#include "machine/PlainFile.h"
 
 namespace zelvreg::machine {
+
+using namespace hiveFormat;
+
 namespace {
 
-constexpr std::size_t minorVersionOffset = 0x18;
-constexpr std::uint32_t firstVersionWithParts = 4;
-constexpr std::uint32_t firstVersionWithHashes = 5;
-constexpr std::size_t binsOffset = 0x1000;  // what offsets in the file count from
-constexpr std::size_t cellHeader = 4;       // its size, negative while it is in use
-
 // In a key's cell.
-constexpr std::size_t keyFlags = 6;
-constexpr std::uint16_t narrowNameFlag = 0x20;
-constexpr std::size_t subkeyList = 0x20;
 constexpr std::size_t largestValueSize = 0x44;
-constexpr std::size_t keyNameLength = 0x4C;
-constexpr std::size_t keyName = 0x50;
-// In the cell of a list of subkeys.
-constexpr std::size_t listKind = 4;
-constexpr std::size_t listCount = 6;
-constexpr std::size_t listEntries = 8;
-// In a value's record.
-constexpr std::size_t valueSize = 8;
-constexpr std::size_t valueData = 12;
-
-constexpr std::size_t partSize = 16344;
-constexpr std::size_t partsRecordCell = 16;  // "db", the count, the list's offset
 
 constexpr std::size_t cellSize(std::size_t content) { return (cellHeader + content + 7) / 8 * 8; }
 
 constexpr std::size_t partCount(std::size_t size) { return (size + partSize - 1) / partSize; }
 
 constexpr std::size_t listOfPartsCell(std::size_t size) { return cellSize(4 * partCount(size)); }
-
-// The bytes of a hive file; what lies beyond their end is damage.
-class HiveBytes {
- public:
-  explicit HiveBytes(std::string content) : bytes(std::move(content)) {}
-
-  template <typename Number>
-  [[nodiscard]] Number get(std::size_t offset) const {
-    Number number{};
-    std::memcpy(&number, range(offset, sizeof number), sizeof number);
-    return number;
-  }
-  // Where an offset of the hive leads to in the file.
-  [[nodiscard]] std::size_t follow(std::size_t offset) const {
-    return binsOffset + get<std::uint32_t>(offset);
-  }
-  [[nodiscard]] std::string_view text(std::size_t offset, std::size_t size) const {
-    return {range(offset, size), size};
-  }
-
-  template <typename Number>
-  void put(std::size_t offset, std::type_identity_t<Number> number) {
-    write(offset, {reinterpret_cast<const char*>(&number), sizeof number});
-  }
-  // An offset of the hive that leads to a place in the file.
-  void putLink(std::size_t offset, std::size_t place) {
-    put<std::uint32_t>(offset, static_cast<std::uint32_t>(place - binsOffset));
-  }
-  void putCell(std::size_t offset, std::size_t size) {
-    put<std::int32_t>(offset, -static_cast<std::int32_t>(size));
-  }
-  void write(std::size_t offset, std::string_view content) {
-    static_cast<void>(range(offset, content.size()));
-    std::copy(content.begin(), content.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
-  }
-
-  [[nodiscard]] const std::string& all() const { return bytes; }
-
- private:
-  [[nodiscard]] const char* range(std::size_t offset, std::size_t size) const {
-    if (offset > bytes.size() || size > bytes.size() - offset) {
-      throw MachineError("its content is damaged");
-    }
-    return bytes.data() + offset;
-  }
-
-  std::string bytes;
-};
 
 // Parts the cell that holds a large value into the cells that Windows expects.
 void partValue(HiveBytes& hive, std::uint32_t node, std::size_t record, std::size_t size) {
@@ -119,22 +52,6 @@ void partValue(HiveBytes& hive, std::uint32_t node, std::size_t record, std::siz
   if (hive.get<std::uint32_t>(node + largestValueSize) == HiveLayout::sizeInOneCell(size)) {
     hive.put<std::uint32_t>(node + largestValueSize, static_cast<std::uint32_t>(size));
   }
-}
-
-std::u16string nameOf(const HiveBytes& hive, std::size_t node) {
-  const auto size = hive.get<std::uint16_t>(node + keyNameLength);
-  const std::string_view raw = hive.text(node + keyName, size);
-  std::u16string name;
-  if ((hive.get<std::uint16_t>(node + keyFlags) & narrowNameFlag) != 0) {
-    for (const char letter : raw) {
-      name += static_cast<unsigned char>(letter);
-    }
-    return name;
-  }
-  for (std::size_t at = 0; at + 1 < raw.size(); at += 2) {
-    name += hive.get<char16_t>(node + keyName + at);
-  }
-  return name;
 }
 
 // Of upper-case letters, as the lists of Windows XP and later have it.
@@ -205,7 +122,7 @@ class SubkeyList {
     const std::size_t entrySize = hasHashes(leaf) ? 8 : 4;
     for (std::size_t index = 0; index < hive.get<std::uint16_t>(leaf + listCount); ++index) {
       const std::size_t node = hive.follow(leaf + listEntries + entrySize * index);
-      keys.push_back({node, nameOf(hive, node)});
+      keys.push_back({node, hive.keyNameAt(node)});
     }
   }
 

@@ -3,19 +3,18 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
 #include "machine/CaseFold.h"
 #include "machine/CodePage.h"
+#include "machine/PlainFile.h"
 
 namespace zelvreg::machine {
 namespace {
 
-constexpr std::streamoff headerSize = 512;
+constexpr std::uint64_t headerSize = 512;
 
 // The first bytes of a hive, of a log, and of the pages in a log.
 struct Header {
@@ -27,26 +26,20 @@ struct Header {
   [[nodiscard]] bool is(std::string_view name) const { return std::ranges::equal(kind, name); }
 };
 
-Header headerAt(std::ifstream& file, std::streamoff offset) {
+Header headerAt(const FileDescriptor& file, std::uint64_t offset) {
   Header header;
   static_assert(sizeof header == 16);
-  file.seekg(offset);
-  std::array<char, sizeof header> bytes{};
-  if (file.read(bytes.data(), bytes.size())) {
-    std::memcpy(&header, bytes.data(), sizeof header);
-  }
-  return header;
+  return readAt(file, offset, &header, sizeof header) == sizeof header ? header : Header();
 }
 
 // The highest sequence number of the pages in a log; 0 if there are none. Since Windows 8.1 a log
 // is a row of groups of pages, before it was one such group under the log's own number.
-std::uint32_t newestPages(const std::filesystem::path& log) {
-  std::ifstream file(log, std::ios::binary);
+std::uint32_t newestPages(const FileDescriptor& file) {
   const Header start = headerAt(file, 0);
   if (!start.is("regf")) {
     return 0;
   }
-  std::streamoff offset = headerSize;
+  std::uint64_t offset = headerSize;
   Header pages = headerAt(file, offset);
   if (pages.is("DIRT")) {
     return start.first;
@@ -81,14 +74,18 @@ std::vector<std::filesystem::path> logsOf(const std::filesystem::path& hive) {
 std::optional<std::string> whyUnclean(const std::filesystem::path& hive) {
   constexpr std::string_view advice =
       "; start that Windows once and shut it down (not with fast start-up), or only scan this disk";
-  std::ifstream file(hive, std::ios::binary);
-  const Header header = headerAt(file, 0);
+  const Header header = headerAt(openPlainFile(hive), 0);
   std::string reason;
   if (header.first != header.second) {
     reason = ": Windows was not shut down cleanly, its newest content is in its logs";
   }
   for (const std::filesystem::path& log : logsOf(hive)) {
-    if (reason.empty() && newestPages(log) > header.second) {
+    const FileDescriptor file = openPlainFile(log);
+    if (!file.isOpen()) {
+      return log.string() + " is no file that can be read, so that it cannot be told whether " +
+             hive.string() + " is whole; look what it is, or only scan this disk";
+    }
+    if (reason.empty() && newestPages(file) > header.second) {
       reason = ": its log " + log.filename().string() + " holds newer content";
     }
   }

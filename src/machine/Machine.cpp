@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "machine/AtomicFile.h"
+#include "machine/HiveFile.h"
 #include "machine/MachineState.h"
 #include "machine/RecordFiles.h"
 
@@ -61,7 +62,14 @@ bool Machine::is64Bit() const { return state->is64Bit; }
 bool Machine::hasSuite() const { return state->hasSuite; }
 Processes& Machine::processes() const { return state->processes; }
 std::vector<std::string>& Machine::suiteTexts() const { return state->suiteTexts; }
-const std::vector<std::string>& Machine::damagedHives() const { return state->damagedHives; }
+std::vector<std::string> Machine::damagedHives() const {
+  std::vector<std::string> lines = state->damagedHives;
+  for (const auto& hive : state->registry->hiveFiles()) {
+    lines.insert(lines.end(), hive->damage().begin(), hive->damage().end());
+  }
+  return lines;
+}
+const std::vector<std::string>& Machine::notices() const { return state->notices; }
 DiskAttributes* Machine::diskAttributes() const {
   return state->diskAttributes ? &*state->diskAttributes : nullptr;
 }

@@ -3,6 +3,7 @@
 #ifndef ZELVREG_MACHINE_MACHINE_H
 #define ZELVREG_MACHINE_MACHINE_H
 
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -39,6 +40,7 @@ struct OfflineDisk {
   std::optional<std::string> user;    // whose current user it is; none: the hive written last
   bool missingDrivesAreDead = false;  // else a file on a drive not given counts as unknown
   bool filesAreReadOnly = false;      // save() leaves the files' attributes alone
+  std::size_t keptBackups = 3;        // older backups of a hive beside the newest
 };
 
 class Machine {
@@ -58,8 +60,9 @@ class Machine {
   // written beside the old one and renamed. Throws MachineError; the old files stand then.
   // Of an offline disk the hives with changed keys or values are written, and then the attributes
   // that were set, where the disk keeps them; nothing else. All hives are ready before the first is
-  // renamed, and each old one stays as FILE.bak. A hive that
-  // uncleanHives() names, or that somebody else has written since opening, is refused.
+  // renamed, all of them are or none, and each old one stays as FILE.bak. A hive that
+  // uncleanHives() or damagedHives() names, or that somebody else has written since opening, is
+  // refused.
   void save();
 
   [[nodiscard]] Registry& registry() const;
@@ -81,8 +84,13 @@ class Machine {
   // What the suite's window was told, in order.
   [[nodiscard]] std::vector<std::string>& suiteTexts() const;
 
-  // One line for each hive that was left out: its file and why.
-  [[nodiscard]] const std::vector<std::string>& damagedHives() const;
+  // One line for each hive that was left out, its file and why, and for what was passed over so far
+  // in those that could be read. Ask again when more has been read.
+  [[nodiscard]] std::vector<std::string> damagedHives() const;
+
+  // One line for each thing that opening has ended or put in order, because an earlier process was
+  // stopped in the middle of it.
+  [[nodiscard]] const std::vector<std::string>& notices() const;
 
   // One line for each hive of an offline disk that must not be written: its file, why, and what to
   // do. Reads the disk; ask before work is done that save() would refuse.

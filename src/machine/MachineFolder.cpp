@@ -1,4 +1,5 @@
 // Opening a machine folder.
+#include <array>
 #include <cctype>
 
 #include "machine/AtomicFile.h"
@@ -13,9 +14,30 @@ namespace {
 // What comes before everything else, so that its faults are told first and nothing is read twice.
 struct FolderContent {
   FolderLock lock;
+  std::vector<std::string> notices;
   MachineSettings settings;
   std::map<char, std::filesystem::path> drives;
 };
+
+constexpr std::array foldersFiles{"registry.reg", "machine.ini", "security.txt", "attributes.txt",
+                                  savingNote};
+
+// A folder may come from somebody else: what it is made of lies in it, so that nothing outside is
+// read or written in its stead.
+void refuseUnlessIn(const std::filesystem::path& place, bool mayBeFolder) {
+  const std::filesystem::file_status status = std::filesystem::symlink_status(place);
+  if (std::filesystem::is_symlink(status)) {
+    throw MachineError(place.string() +
+                       " is a link; a machine folder holds its files and drives itself, so put "
+                       "there what it leads to");
+  }
+  const bool isRight = !std::filesystem::exists(status) ||
+                       std::filesystem::is_regular_file(status) ||
+                       (mayBeFolder && std::filesystem::is_directory(status));
+  if (!isRight) {
+    throw MachineError(place.string() + " cannot be read: it is no plain file; take it away");
+  }
+}
 
 std::string readIfThere(const std::filesystem::path& file) {
   return std::filesystem::exists(file) ? readWholeFile(file) : std::string();
@@ -26,9 +48,9 @@ std::map<char, std::filesystem::path> driveFolders(const std::filesystem::path& 
   std::map<char, std::filesystem::path> drives;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();
-    std::error_code broken;
     if (name.size() != 1 || std::isalpha(static_cast<unsigned char>(name[0])) == 0) continue;
-    if (!entry.is_directory(broken)) continue;
+    refuseUnlessIn(entry.path(), true);
+    if (!entry.is_directory()) continue;
     const char letter = static_cast<char>(name[0] & ~0x20);
     if (!drives.emplace(letter, entry.path()).second) {
       throw MachineError(folder.string() + " has two folders for drive " + letter +
@@ -40,14 +62,20 @@ std::map<char, std::filesystem::path> driveFolders(const std::filesystem::path& 
 
 FolderContent readFolder(const std::filesystem::path& folder) {
   FolderLock lock(folder);
-  finishReplacing(folder / savingNote);
+  for (const char* file : foldersFiles) refuseUnlessIn(folder / file, false);
+  std::vector<std::string> notices;
+  if (finishReplacing(folder / savingNote)) {
+    notices.push_back(folder.string() +
+                      ": an earlier command was stopped while it saved; its work was ended");
+  }
+  for (const char* file : foldersFiles) removeLeftovers(folder / file);
   if (!std::filesystem::exists(folder / "registry.reg")) {
     throw MachineError(folder.string() +
                        " has no registry.reg; put the registry there as the registry editor "
                        "exports it");
   }
   MachineSettings settings = parseMachineSettings(readIfThere(folder / "machine.ini"));
-  return {std::move(lock), std::move(settings), driveFolders(folder)};
+  return {std::move(lock), std::move(notices), std::move(settings), driveFolders(folder)};
 }
 
 Environment environmentOf(const MachineSettings& settings) {
@@ -95,8 +123,10 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
         .openFiles = {},
         .faults = {},
         .damagedHives = {},
+        .notices = std::move(content.notices),
         .unsavedChanges = {},
         .diskAttributes = std::nullopt,
+        .diskRoot = {},
     });
     readSecurities(readIfThere(folder / "security.txt"), *state->registry, state->drives);
     readAttributes(readIfThere(folder / "attributes.txt"), state->drives);

@@ -46,9 +46,13 @@ struct Machine::State {
   OpenFiles openFiles;
   FaultPlan faults;
   std::vector<std::string> damagedHives;
+  std::vector<std::string> notices;
   std::vector<std::string> unsavedChanges;
   // Of an offline disk, unless its files are not to be changed.
   std::optional<DiskAttributes> diskAttributes;
+  // Of an offline disk: its folder, and how many older backups of a hive stay.
+  std::filesystem::path diskRoot;
+  std::size_t keptBackups = 0;
 };
 
 }  // namespace zelvreg::machine

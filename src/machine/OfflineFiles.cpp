@@ -24,7 +24,9 @@ bool isSameName(std::string_view first, std::u16string_view second) {
 
 class Disk {
  public:
-  explicit Disk(const fs::path& folder) : root(folder), realRoot(fs::canonical(folder)) {}
+  // Adds a line to `unreadable` for each hive or folder that is left out because it is a link.
+  Disk(const fs::path& folder, std::vector<std::string>& unreadable)
+      : root(folder), realRoot(fs::canonical(folder)), leftOut(unreadable) {}
 
   // The folder or file at a path of names; of several that differ in case only, the first.
   [[nodiscard]] std::optional<fs::path> find(
@@ -34,6 +36,18 @@ class Disk {
       place = place && fs::is_directory(*place) ? child(*place, name) : std::nullopt;
     }
     return place;
+  }
+
+  // The same for a hive, which must be no link: a new file could not take its place.
+  [[nodiscard]] std::optional<fs::path> findHive(
+      const fs::path& from, std::initializer_list<std::u16string_view> names) const {
+    std::optional<fs::path> hive = find(from, names);
+    if (hive && fs::is_symlink(*hive)) {
+      leftOut.push_back(hive->string() +
+                        ": is a link, and was left out; put the hive itself in its place");
+      hive.reset();
+    }
+    return hive;
   }
 
   [[nodiscard]] static std::vector<fs::path> list(const fs::path& folder) {
@@ -51,9 +65,15 @@ class Disk {
   [[nodiscard]] std::optional<fs::path> child(const fs::path& folder,
                                               std::u16string_view name) const {
     for (const fs::path& entry : list(folder)) {
-      if (isSameName(entry.filename().string(), name) && staysInside(entry)) {
+      if (!isSameName(entry.filename().string(), name)) {
+        continue;
+      }
+      if (staysInside(entry)) {
         return entry;
       }
+      leftOut.push_back(entry.string() +
+                        ": is a link that leads out of the disk or nowhere, and was left out; put "
+                        "what it stands for in its place");
     }
     return std::nullopt;
   }
@@ -68,6 +88,7 @@ class Disk {
   }
 
   const fs::path realRoot;
+  std::vector<std::string>& leftOut;
 };
 
 void findSystemHives(const Disk& disk, OfflineFiles& files) {
@@ -79,9 +100,9 @@ void findSystemHives(const Disk& disk, OfflineFiles& files) {
     if (config) {
       files.windowsFolder = windows->filename().string();
       files.is64Bit = disk.find(*windows, {u"SysWOW64"}).has_value();
-      files.software = disk.find(*config, {u"SOFTWARE"});
-      files.system = disk.find(*config, {u"SYSTEM"});
-      files.defaultUser = disk.find(*config, {u"DEFAULT"});
+      files.software = disk.findHive(*config, {u"SOFTWARE"});
+      files.system = disk.findHive(*config, {u"SYSTEM"});
+      files.defaultUser = disk.findHive(*config, {u"DEFAULT"});
       return;
     }
   }
@@ -95,7 +116,7 @@ std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder
   if (!isUser || fs::is_symlink(folder) || !fs::is_directory(folder)) {
     return std::nullopt;
   }
-  const std::optional<fs::path> hive = disk.find(folder, {u"NTUSER.DAT"});
+  const std::optional<fs::path> hive = disk.findHive(folder, {u"NTUSER.DAT"});
   if (!hive) {
     return std::nullopt;
   }
@@ -106,7 +127,7 @@ std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder
       .name = name,
       .hive = *hive,
       .classesHive =
-          data ? disk.find(*data, {u"Microsoft", u"Windows", u"UsrClass.dat"}) : std::nullopt,
+          data ? disk.findHive(*data, {u"Microsoft", u"Windows", u"UsrClass.dat"}) : std::nullopt,
       .lastWrite = fs::last_write_time(*hive)};
 }
 
@@ -134,10 +155,27 @@ void findProfiles(const Disk& disk, OfflineFiles& files) {
 
 }  // namespace
 
+std::vector<fs::path> OfflineFiles::hives() const {
+  std::vector<fs::path> all;
+  const auto add = [&all](const std::optional<fs::path>& hive) {
+    if (hive) {
+      all.push_back(*hive);
+    }
+  };
+  for (const auto& hive : {software, system, defaultUser}) {
+    add(hive);
+  }
+  for (const OfflineProfile& profile : profiles) {
+    all.push_back(profile.hive);
+    add(profile.classesHive);
+  }
+  return all;
+}
+
 OfflineFiles findOfflineFiles(const fs::path& root) {
   try {
     OfflineFiles files;
-    const Disk disk(root);
+    const Disk disk(root, files.unreadable);
     findSystemHives(disk, files);
     findProfiles(disk, files);
     return files;

@@ -1,5 +1,5 @@
-// Where the hive files lie on a mounted Windows disk. Names are found without regard to case, and
-// a symbolic link is followed only as long as it stays on the disk.
+// Where the hive files lie on a mounted Windows disk. Names are found without regard to case; a
+// symbolic link to a folder is followed only as long as it stays on the disk, one to a hive never.
 #ifndef ZELVREG_MACHINE_OFFLINE_FILES_H
 #define ZELVREG_MACHINE_OFFLINE_FILES_H
 
@@ -28,11 +28,12 @@ struct OfflineFiles {
   std::string profilesFolder;   // "Users" or "Documents and Settings", as it is on the disk
   bool hasOldProfiles = false;  // the latter
   std::vector<OfflineProfile> profiles;  // by name
-  std::vector<std::string> unreadable;   // one line for each folder that could not be looked into
+  std::vector<std::string> unreadable;   // one line for each folder or hive that was left out
 
   [[nodiscard]] bool empty() const {
     return !software && !system && !defaultUser && profiles.empty();
   }
+  [[nodiscard]] std::vector<std::filesystem::path> hives() const;
 };
 
 // Throws MachineError if `root` is no folder that can be read.

@@ -1,5 +1,9 @@
 // Opening the disk of a computer that is not running.
+#include "machine/AtomicFile.h"
+#include "machine/HiveBackups.h"
+#include "machine/HiveSaving.h"
 #include "machine/MachineState.h"
+#include "machine/OfflineFiles.h"
 #include "machine/OfflineRegistry.h"
 
 namespace zelvreg::machine {
@@ -43,7 +47,14 @@ Bytes sidOf(const std::string& text) { return sidFromText(text).value_or(folderU
 std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
   try {
     FolderLock lock(disk.root);
+    InterruptedSave interrupted = finishSavingHives(disk.root);
+    for (const std::filesystem::path& hive : findOfflineFiles(disk.root).hives()) {
+      removeLeftovers(hive);
+      removeLeftovers(backupOf(hive));
+    }
     OfflineRegistry offline = readOfflineRegistry(disk);
+    offline.damaged.insert(offline.damaged.end(), interrupted.unfinished.begin(),
+                           interrupted.unfinished.end());
     const CodePage& page = sharedCodePage(offline.codePage);
     Environment environment = environmentOf(offline);
     Drives drives(driveSettings(disk, offline, environment), page);
@@ -64,8 +75,11 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
         .openFiles = {},
         .faults = {},
         .damagedHives = std::move(offline.damaged),
+        .notices = std::move(interrupted.notices),
         .unsavedChanges = {},
         .diskAttributes = disk.filesAreReadOnly ? std::nullopt : std::optional(DiskAttributes()),
+        .diskRoot = disk.root,
+        .keptBackups = disk.keptBackups,
     });
     return std::unique_ptr<Machine>(new Machine(std::move(state)));
   } catch (const std::filesystem::filesystem_error& error) {

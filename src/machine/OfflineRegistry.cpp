@@ -65,6 +65,9 @@ class Loader {
   explicit Loader(const OfflineDisk& given) : disk(given), files(findOfflineFiles(given.root)) {}
 
   OfflineRegistry load() {
+    if (files.empty() && !files.unreadable.empty()) {
+      throw MachineError(files.unreadable.front());
+    }
     if (files.empty()) {
       throw MachineError(disk.root.string() +
                          ": there is no registry hive on this disk; name the folder that holds "

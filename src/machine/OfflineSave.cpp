@@ -1,6 +1,8 @@
 // Writing the hive files of the disk of a computer that is not running.
+#include "machine/HiveCheck.h"
 #include "machine/HiveFile.h"
 #include "machine/HiveLogs.h"
+#include "machine/HiveSaving.h"
 #include "machine/MachineState.h"
 #include "machine/PreparedHive.h"
 
@@ -9,6 +11,13 @@ namespace {
 
 void refuseIfUnsafe(const HiveFile& hive) {
   if (const std::optional<std::string> reason = whyUnclean(hive.path())) {
+    throw MachineError(*reason);
+  }
+  if (!hive.damage().empty()) {
+    throw MachineError(hive.damage().front() +
+                       " and is not written; nothing on the disk was changed");
+  }
+  if (const std::optional<std::string> reason = whyUnsound(hive.path())) {
     throw MachineError(*reason);
   }
   if (!hive.isAsOpened()) {
@@ -22,8 +31,10 @@ void refuseIfUnsafe(const HiveFile& hive) {
 std::vector<std::string> Machine::uncleanHives() const {
   std::vector<std::string> lines;
   for (const auto& hive : state->registry->hiveFiles()) {
-    if (std::optional<std::string> reason = whyUnclean(hive->path())) {
-      lines.push_back(std::move(*reason));
+    for (auto& reason : {whyUnclean(hive->path()), whyUnsound(hive->path())}) {
+      if (reason) {
+        lines.push_back(*reason);
+      }
     }
   }
   return lines;
@@ -38,13 +49,17 @@ void Machine::saveHives() {
   }
   std::vector<std::unique_ptr<PreparedHive>> prepared;
   prepared.reserve(plans.size());
+  std::vector<WaitingHive> waiting;
   for (const HivePlan& plan : plans) {
     prepared.push_back(std::make_unique<PreparedHive>(plan));
+    if (AtomicFile* file = prepared.back()->file()) {
+      waiting.push_back({.file = file, .oldStamp = plan.hive->stamp()});
+    }
   }
   std::vector<std::string> homeless = changes.homeless();
+  putHivesInPlace(state->diskRoot, waiting, state->keptBackups);
   for (const auto& hive : prepared) {
-    // What stands on the disk must not be done a second time if a later hive fails.
-    hive->replace();
+    hive->wasReplaced();
     changes.forget(hive->hive());
   }
   if (state->diskAttributes) {

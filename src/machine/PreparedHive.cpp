@@ -1,16 +1,19 @@
 #include "machine/PreparedHive.h"
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
 #include "machine/CodePage.h"
+#include "machine/HiveCheck.h"
 #include "machine/HiveFile.h"
 #include "machine/HiveWriter.h"
 #include "machine/Machine.h"
 #include "machine/Registry.h"
+#include "machine/RunApart.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -72,26 +75,66 @@ void checkSubkeys(HiveFile& hive, std::uint32_t parent, const ExpectedSubkeys& e
 }  // namespace
 
 PreparedHive::PreparedHive(HivePlan hivePlan) : plan(std::move(hivePlan)) {
-  std::optional<HiveWriter> writer;
-  onHive(*plan.hive, [&] { change(writer.emplace(plan.hive->path())); });
-  if (!isChanged) {
-    return;
+  for (RegistryKey* key : plan.added) {
+    addNew(*key);
   }
-  backup.emplace(AtomicFile::backupOf(plan.hive->path()));
-  file.emplace(plan.hive->path(), [&](const std::filesystem::path& beside) {
+  newFile.emplace(plan.hive->path(), [&](const std::filesystem::path& beside) {
     onHive(*plan.hive, [&] {
-      writer->write(beside);
-      check(beside);
+      writeApart(beside);
+      if (isChanged) {
+        check(beside);
+      }
     });
   });
+  if (!isChanged) {
+    newFile.reset();
+  }
+}
+
+void PreparedHive::addNew(RegistryKey& key) {
+  newKeys.push_back(&key);
+  key.children.forEach([&](RegistryKey* child) {
+    if (!child->isAlias) {
+      addNew(*child);
+    }
+  });
+}
+
+void PreparedHive::writeApart(const std::filesystem::path& beside) {
+  // What the other process has learned comes back as its answer: whether anything is changed, and
+  // the nodes of the new keys.
+  const std::string answer = runApart([&] {
+    HiveWriter writer(plan.hive->path());
+    change(writer);
+    if (isChanged) {
+      writer.write(beside);
+    }
+    std::string learned(1, isChanged ? '1' : '0');
+    for (const RegistryKey* key : newKeys) {
+      const std::uint32_t node = newNodes.at(key);
+      learned.append(reinterpret_cast<const char*>(&node), sizeof node);
+    }
+    return learned;
+  });
+  isChanged = answer.front() == '1';
+  std::size_t at = 1;
+  for (const RegistryKey* key : newKeys) {
+    std::memcpy(&newNodes[key], answer.data() + at, sizeof(std::uint32_t));
+    at += sizeof(std::uint32_t);
+  }
 }
 
 void PreparedHive::change(HiveWriter& writer) {
   for (RegistryKey* key : plan.erased) {
     onKey(*key, [&] { writer.eraseKey(key->hiveNode); });
   }
-  for (RegistryKey* key : plan.added) {
-    add(writer, key->parent->hiveNode, *key);
+  for (const RegistryKey* key : newKeys) {
+    const std::uint32_t node = onKey(*key, [&] {
+      const std::uint32_t made = writer.addKey(nodeOf(*key->parent), key->name());
+      writer.setValues(made, key->values);
+      return made;
+    });
+    newNodes.emplace(key, node);
   }
   for (RegistryKey* key : plan.changed) {
     const bool isOther = onKey(*key, [&] { return writer.setValues(key->hiveNode, key->values); });
@@ -100,21 +143,13 @@ void PreparedHive::change(HiveWriter& writer) {
   isChanged = isChanged || !plan.erased.empty() || !plan.added.empty();
 }
 
-void PreparedHive::add(HiveWriter& writer, std::uint32_t parent, RegistryKey& key) {
-  const std::uint32_t node = onKey(key, [&] {
-    const std::uint32_t made = writer.addKey(parent, key.name());
-    writer.setValues(made, key.values);
-    return made;
-  });
-  newNodes.emplace(&key, node);
-  key.children.forEach([&](RegistryKey* child) {
-    if (!child->isAlias) {
-      add(writer, node, *child);
-    }
-  });
+std::uint32_t PreparedHive::nodeOf(const RegistryKey& key) const {
+  const auto isNew = newNodes.find(&key);
+  return isNew != newNodes.end() ? isNew->second : key.hiveNode;
 }
 
 void PreparedHive::check(const std::filesystem::path& written) const {
+  checkHive(readWholeFile(written));
   HiveFile copy(written);
   const auto checkValues = [&copy](const RegistryKey& key, std::uint32_t node) {
     if (!holds(copy, node, key.values)) {
@@ -126,9 +161,7 @@ void PreparedHive::check(const std::filesystem::path& written) const {
     parents[key->parent->hiveNode].gone.emplace(key->hiveNode, key);
   }
   for (const auto& [key, node] : newNodes) {
-    const auto newParent = newNodes.find(key->parent);
-    parents[newParent != newNodes.end() ? newParent->second : key->parent->hiveNode].there.emplace(
-        node, key);
+    parents[nodeOf(*key->parent)].there.emplace(node, key);
     checkValues(*key, node);
   }
   for (const RegistryKey* key : plan.changed) {
@@ -139,15 +172,13 @@ void PreparedHive::check(const std::filesystem::path& written) const {
   }
 }
 
-void PreparedHive::replace() {
+void PreparedHive::wasReplaced() {
   if (isChanged) {
-    backup->replace();
-    file->replace();
     plan.hive->noteReplaced();
   }
-  for (const auto& [key, node] : newNodes) {
+  for (RegistryKey* key : newKeys) {
     key->hive = plan.hive;
-    key->hiveNode = node;
+    key->hiveNode = newNodes.at(key);
   }
 }
 

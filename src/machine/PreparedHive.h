@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <unordered_map>
+#include <vector>
 
 #include "machine/AtomicFile.h"
 #include "machine/HiveChanges.h"
@@ -21,23 +22,27 @@ class PreparedHive {
   // file and the key; nothing is left behind then.
   explicit PreparedHive(HivePlan plan);
 
-  // Puts the new file in place; the old one becomes FILE.bak. At each moment one of the two has the
-  // hive's name. The keys that were added are keys of the hive from then on. Throws MachineError;
-  // the old file stands then.
-  void replace();
+  // The new file; none if the hive has all of it already.
+  [[nodiscard]] AtomicFile* file() { return newFile ? &*newFile : nullptr; }
+  // After the new file was put in place: the keys that were added are keys of the hive from then
+  // on.
+  void wasReplaced();
 
   [[nodiscard]] const HiveFile& hive() const { return *plan.hive; }
 
  private:
+  void addNew(RegistryKey& key);
+  // Sets isChanged and newNodes.
+  void writeApart(const std::filesystem::path& beside);
   void change(HiveWriter& writer);
-  void add(HiveWriter& writer, std::uint32_t parent, RegistryKey& key);
   void check(const std::filesystem::path& written) const;
+  [[nodiscard]] std::uint32_t nodeOf(const RegistryKey& key) const;
 
   HivePlan plan;
   bool isChanged = false;
-  std::unordered_map<RegistryKey*, std::uint32_t> newNodes;
-  std::optional<AtomicFile> backup;
-  std::optional<AtomicFile> file;
+  std::vector<RegistryKey*> newKeys;  // each behind its parent
+  std::unordered_map<const RegistryKey*, std::uint32_t> newNodes;
+  std::optional<AtomicFile> newFile;
 };
 
 }  // namespace zelvreg::machine

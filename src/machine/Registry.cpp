@@ -257,11 +257,13 @@ void Registry::loadChildren(RegistryKey& key) {
   std::vector<RegistryKey*> list = std::move(spareKeyList);
   list.clear();
   bool isSorted = true;
-  key.hive->subkeys(key.hiveNode, [&](std::string_view narrow, std::uint32_t node) {
+  bool isWhole = true;
+  const auto take = [&](std::string_view narrow, std::uint32_t node) {
     const std::u16string_view name = keepUtf8(narrow);
     const bool isTooDeep = list.empty() && depthOf(key) >= maximumKeyDepth;
     if (isTooDeep || name.empty() || name.size() > maximumKeyNameLength ||
         name.find(u'\\') != std::u16string_view::npos) {
+      isWhole = false;
       return;
     }
     RegistryKey& found = newKey(&key);
@@ -273,14 +275,20 @@ void Registry::loadChildren(RegistryKey& key) {
     found.valuesPending = true;
     isSorted = isSorted && (list.empty() || comesBefore(list.back(), &found));
     list.push_back(&found);
-  });
+  };
+  isWhole = key.hive->subkeys(key.hiveNode, take) && isWhole;
   if (!isSorted) {
     // Of keys with one name only the first can be reached; the others are damage.
     std::stable_sort(list.begin(), list.end(), comesBefore);
     const auto isSameName = [](const RegistryKey* first, const RegistryKey* second) {
       return compareNames(first->name(), second->name()) == 0;
     };
-    list.erase(std::unique(list.begin(), list.end(), isSameName), list.end());
+    const auto firstDouble = std::unique(list.begin(), list.end(), isSameName);
+    isWhole = isWhole && firstDouble == list.end();
+    list.erase(firstDouble, list.end());
+  }
+  if (!isWhole) {
+    key.hive->noteDamage("not all subkeys of " + pathOf(key) + " can be read");
   }
   key.children.assign(arena, list);
   if (key.role != KeyRole::Ordinary) {
@@ -298,9 +306,11 @@ void Registry::loadValues(RegistryKey& key) {
   key.valuesPending = false;
   std::vector<RegistryValue> list = std::move(spareValueList);
   list.clear();
-  key.hive->values(key.hiveNode, [&](const HiveValue& value) {
+  bool isWhole = true;
+  const auto take = [&](const HiveValue& value) {
     const std::u16string_view name = keepUtf8(value.name);
     if (name.size() > maximumValueNameLength) {
+      isWhole = false;
       return;
     }
     const std::span<std::byte> kept = arena.keep(value.bytes);
@@ -310,7 +320,10 @@ void Registry::loadValues(RegistryKey& key) {
                     .type = value.type,
                     .nameLength = static_cast<std::uint16_t>(name.size())});
     key.mayBeLink = key.mayBeLink || value.type == REG_LINK;
-  });
+  };
+  if (!key.hive->values(key.hiveNode, take) || !isWhole) {
+    key.hive->noteDamage("not all values of " + pathOf(key) + " can be read");
+  }
   key.values.assign(arena, list);
   spareValueList = std::move(list);
 }

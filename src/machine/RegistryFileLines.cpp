@@ -1,9 +1,7 @@
 #include "machine/RegistryFileLines.h"
 
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -12,6 +10,7 @@
 
 #include "machine/CodePage.h"
 #include "machine/Machine.h"
+#include "machine/PlainFile.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -30,21 +29,18 @@ MappedFile::MappedFile(const std::filesystem::path& file) {
     throw MachineError(file.string() +
                        ": cannot be read: " + std::generic_category().message(errno));
   };
-  const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) {
+  const FileDescriptor opened = openPlainFile(file);
+  if (!opened.isOpen()) {
     fail();
   }
   struct stat status {};
   void* mapped = nullptr;
-  const bool isKnown = fstat(descriptor, &status) == 0;
+  const bool isKnown = fstat(opened.get(), &status) == 0;
   if (isKnown && status.st_size > 0) {
     size = static_cast<std::size_t>(status.st_size);
-    mapped = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0);
+    mapped = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, opened.get(), 0);
   }
-  const int error = errno;
-  close(descriptor);
   if (!isKnown || mapped == MAP_FAILED) {
-    errno = error;
     fail();
   }
   start = static_cast<const char*>(mapped);

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
+#include <array>
 #include <csignal>
 
 #include "machine/Machine.h"
@@ -117,18 +119,63 @@ TEST(AtomicFile, takesWhatAnotherWritesAndNothingIfThatFails) {
   EXPECT_EQ(filesIn(folder), 1);
 }
 
-TEST(AtomicFile, aBackupTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
+TEST(AtomicFile, aCopyTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
   const TemporaryFolder folder;
   folder.write("a", "content");
   folder.write("elsewhere", "other");
   std::filesystem::create_symlink("elsewhere", folder.path() / "a.bak");
-  { const AtomicFile unused = AtomicFile::backupOf(folder.path() / "a"); }
+  const auto copy = [&] {
+    const std::filesystem::path a = folder.path() / "a";
+    return AtomicFile::copyOf(a, stampOf(a), folder.path() / "a.bak");
+  };
+  { const AtomicFile unused = copy(); }
   EXPECT_EQ(folder.read("a.bak"), "other");
-  AtomicFile::backupOf(folder.path() / "a").replace();
+  copy().replace();
   EXPECT_EQ(folder.read("a.bak"), "content");
   EXPECT_EQ(folder.read("elsewhere"), "other");
-  AtomicFile::backupOf(folder.path() / "a").replace();
+  copy().replace();
   EXPECT_EQ(filesIn(folder), 3);
+}
+
+TEST(AtomicFile, copiesOrReplacesNothingButTheFileThatWasSeen) {
+  const TemporaryFolder folder;
+  folder.write("a", "old");
+  const FileStamp seen = stampOf(folder.path() / "a");
+  AtomicFile prepared(folder.path() / "a", "new");
+  folder.write("other", "other");
+  std::filesystem::rename(folder.path() / "other", folder.path() / "a");
+  EXPECT_THROW(prepared.replaceJust(seen), MachineError);
+  EXPECT_THROW(AtomicFile::copyOf(folder.path() / "a", seen, folder.path() / "a.bak"),
+               MachineError);
+  EXPECT_EQ(folder.read("a"), "other");
+  prepared.replaceJust(stampOf(folder.path() / "a"));
+  EXPECT_EQ(folder.read("a"), "new");
+  EXPECT_EQ(filesIn(folder), 1);
+}
+
+TEST(AtomicFile, keepsTheExtendedAttributesOfTheOldFile) {
+  const TemporaryFolder folder;
+  folder.write("a", "old");
+  const std::filesystem::path a = folder.path() / "a";
+  constexpr const char* name = "user.zelvreg.note";
+  if (setxattr(a.c_str(), name, "mine", 4, 0) != 0) {
+    GTEST_SKIP() << "the folder for temporary files keeps no extended attributes";
+  }
+  replaceFile(a, "new");
+  std::array<char, 8> value{};
+  EXPECT_EQ(getxattr(a.c_str(), name, value.data(), value.size()), 4);
+  EXPECT_STREQ(value.data(), "mine");
+}
+
+TEST(AtomicFile, whatAStoppedProcessLeftIsRemovedAndNothingElse) {
+  const TemporaryFolder folder;
+  for (const char* name : {".a.zelvreg-1b2C3d", ".a.zelvreg-1b2C3", ".ab.zelvreg-1b2C3d",
+                           ".a.1b2C3d", "a.zelvreg-1b2C3d"}) {
+    folder.write(name, "x");
+  }
+  removeLeftovers(folder.path() / "a");
+  EXPECT_EQ(filesIn(folder), 4);
+  EXPECT_FALSE(folder.has(".a.zelvreg-1b2C3d"));
 }
 
 std::vector<AtomicFile> twoFiles(const TemporaryFolder& folder) {
@@ -146,7 +193,7 @@ TEST(ReplaceTogether, replacesAllAndLeavesNothingElse) {
   EXPECT_EQ(folder.read("a"), "new a");
   EXPECT_EQ(folder.read("b"), "new b");
   EXPECT_EQ(filesIn(folder), 2);
-  finishReplacing(folder.path() / "note");
+  EXPECT_FALSE(finishReplacing(folder.path() / "note"));
   EXPECT_EQ(filesIn(folder), 2);
 }
 
@@ -170,7 +217,7 @@ TEST(ReplaceTogether, isEndedLaterWhereALaterOneCannotBeReplaced) {
   EXPECT_EQ(folder.read("a"), "new a");
   EXPECT_THROW(finishReplacing(folder.path() / "note"), MachineError);
   std::filesystem::remove(folder.path() / "b");
-  finishReplacing(folder.path() / "note");
+  EXPECT_TRUE(finishReplacing(folder.path() / "note"));
   EXPECT_EQ(folder.read("b"), "new b");
   EXPECT_EQ(filesIn(folder), 2);
 }
@@ -193,6 +240,13 @@ TEST(ReadWholeFile, givesEveryByteOrSaysWhyNot) {
   EXPECT_EQ(readWholeFile(folder.path() / "a"), content);
   EXPECT_THROW(readWholeFile(folder.path() / "missing"), MachineError);
   EXPECT_THROW(readWholeFile(folder.path()), MachineError);
+}
+
+TEST(ReadWholeFile, doesNotWaitForAPipeOrAskADevice) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
+  EXPECT_THROW(readWholeFile(folder.path() / "pipe"), MachineError);
+  EXPECT_THROW(readWholeFile("/dev/zero"), MachineError);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "machine/Machine.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <windows.h>
@@ -75,6 +76,50 @@ TEST(MachineFolder, saysWhatIsWrongWithIt) {
   std::filesystem::remove(folder.path() / "registry.reg");
   folder.makeFolder("registry.reg");
   EXPECT_TRUE(holds(refusalOf(folder.path()), "cannot be read"));
+}
+
+TEST(MachineFolder, isRefusedWhereAnythingOfItIsALink) {
+  for (const char* name :
+       {"registry.reg", "machine.ini", "security.txt", "attributes.txt", "saving.txt", "C"}) {
+    const TemporaryFolder elsewhere;
+    elsewhere.write("file", emptyRegistry);
+    elsewhere.makeFolder("folder");
+    const TemporaryFolder folder;
+    folder.write("registry.reg", emptyRegistry);
+    std::filesystem::remove(folder.path() / name);
+    const bool isDrive = std::string_view(name).size() == 1;
+    std::filesystem::create_symlink(elsewhere.path() / (isDrive ? "folder" : "file"),
+                                    folder.path() / name);
+    const std::string line = refusalOf(folder.path());
+    EXPECT_TRUE(holds(line, name)) << line;
+    EXPECT_TRUE(holds(line, "is a link")) << line;
+    EXPECT_EQ(elsewhere.read("file"), emptyRegistry);
+  }
+}
+
+TEST(MachineFolder, isRefusedAndDoesNotWaitWhereAnythingOfItIsAPipe) {
+  for (const char* name :
+       {"registry.reg", "machine.ini", "security.txt", "attributes.txt", "saving.txt", "C"}) {
+    const TemporaryFolder folder;
+    folder.write("registry.reg", emptyRegistry);
+    std::filesystem::remove(folder.path() / name);
+    ASSERT_EQ(mkfifo((folder.path() / name).c_str(), 0600), 0);
+    const std::string line = refusalOf(folder.path());
+    EXPECT_TRUE(holds(line, name)) << line;
+    EXPECT_TRUE(holds(line, "no plain file")) << line;
+  }
+}
+
+TEST(MachineFolder, saysThatItEndedAStoppedSaveAndRemovesWhatThatLeft) {
+  const TemporaryFolder folder;
+  folder.write("registry.reg", emptyRegistry);
+  folder.write(".security.txt.zelvreg-abcdef", "");
+  folder.write(".attributes.txt.zelvreg-abcdef", "left");
+  folder.write("saving.txt", ".security.txt.zelvreg-abcdef\nsecurity.txt\n");
+  EXPECT_EQ(Machine::open(folder.path())->notices().size(), 1U);
+  EXPECT_TRUE(folder.has("security.txt"));
+  EXPECT_FALSE(folder.has(".attributes.txt.zelvreg-abcdef"));
+  EXPECT_TRUE(Machine::open(folder.path())->notices().empty());
 }
 
 TEST(MachineFolder, hasOneFolderForEachDrive) {

@@ -98,8 +98,8 @@ class OfflineDiskTest : public ::testing::Test {
 
   void open() {
     computer.reset();
-    computer =
-        machine::Machine::openOffline({.root = disk.path(), .drives = {}, .user = currentUser});
+    computer = machine::Machine::openOffline(
+        {.root = disk.path(), .drives = {}, .user = currentUser, .keptBackups = keptBackups});
   }
 
   machine::Registry& registry() { return computer->registry(); }
@@ -147,6 +147,7 @@ class OfflineDiskTest : public ::testing::Test {
 
   TemporaryFolder disk;
   std::optional<std::string> currentUser;  // without one, the one whose hive was written last
+  std::size_t keptBackups = 3;
   std::unique_ptr<machine::Machine> computer;
 };
 

@@ -176,6 +176,23 @@ TEST_F(OfflineRegistryTest, LinksThatLeaveTheDiskAreNotFollowed) {
   EXPECT_EQ(refusal("nobody").find("Bert"), std::string::npos);
 }
 
+TEST_F(OfflineRegistryTest, AHiveThatIsALinkIsNamedAndLeftOut) {
+  const TemporaryFolder elsewhere;
+  { const HiveBuilder other(elsewhere.path() / "SYSTEM"); }
+  user("Users/Anna/NTUSER.DAT", "anna", 1);
+  const std::filesystem::path config = disk.path() / "Windows/System32/config";
+  std::filesystem::create_directories(config);
+  std::filesystem::create_symlink(elsewhere.path() / "SYSTEM", config / "SYSTEM");
+  std::filesystem::create_symlink("../../../Users/Anna/NTUSER.DAT", config / "SOFTWARE");
+  std::filesystem::create_directory_symlink(elsewhere.path(), disk.path() / "Users/Anna/AppData");
+  const OfflineRegistry offline = read();
+  ASSERT_EQ(offline.damaged.size(), 3U);
+  for (const std::size_t line : {0U, 1U, 2U}) {
+    EXPECT_NE(offline.damaged[line].find("is a link"), std::string::npos) << offline.damaged[line];
+  }
+  EXPECT_EQ(offline.registry->find(R"(HKEY_LOCAL_MACHINE\SYSTEM)"), nullptr);
+}
+
 TEST_F(OfflineRegistryTest, NothingOnTheDiskIsWritten) {
   hive("Windows/System32/config/SOFTWARE").text("Vendor", "", "machine");
   user("Users/Anna/NTUSER.DAT", "anna", 10);

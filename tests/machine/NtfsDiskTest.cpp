@@ -1,0 +1,131 @@
+// A small disk of NTFS with a hive in it: what Windows keeps of a file must be there after a save.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "machine/OfflineDiskFixture.h"
+
+namespace zelvreg::fixture {
+namespace {
+
+// Whether the program could be run and ended well; it is quiet.
+bool run(std::vector<std::string> words) {
+  std::vector<char*> arguments;
+  for (std::string& word : words) {
+    arguments.push_back(word.data());
+  }
+  arguments.push_back(nullptr);
+  posix_spawn_file_actions_t files{};
+  posix_spawn_file_actions_init(&files);
+  posix_spawn_file_actions_addopen(&files, 1, "/dev/null", O_WRONLY, 0);
+  posix_spawn_file_actions_addopen(&files, 2, "/dev/null", O_WRONLY, 0);
+  pid_t child = 0;
+  const bool isStarted =
+      posix_spawnp(&child, arguments[0], &files, nullptr, arguments.data(), environ) == 0;
+  posix_spawn_file_actions_destroy(&files);
+  int status = 1;
+  return isStarted && waitpid(child, &status, 0) == child && status == 0;
+}
+
+class NtfsDiskTest : public OfflineDiskTest {
+ protected:
+  void SetUp() override {
+    const std::string image = (outside.path() / "disk").string();
+    outside.write("disk", "");
+    std::filesystem::resize_file(image, 8'000'000);
+    // Told where it begins, since a file has no table of partitions.
+    isMounted =
+        run({"mkntfs", "-F", "-Q", "-q", "-s", "512", "-p", "0", "-H", "1", "-S", "1", image}) &&
+        run({"ntfs-3g", image, disk.path().string()});
+    if (!isMounted) {
+      GTEST_SKIP() << "no disk of NTFS can be made and mounted here (ntfs-3g, /dev/fuse)";
+    }
+    hive(anna).text(R"(Software\Vendor)", "x", "old");
+    hive(software).text(R"(Vendor)", "x", "old");
+  }
+
+  void TearDown() override {
+    computer.reset();
+    if (isMounted) {
+      EXPECT_TRUE(run({"fusermount3", "-u", disk.path().string()}) ||
+                  run({"umount", disk.path().string()}));
+    }
+  }
+
+  [[nodiscard]] std::string attribute(const std::string& file, const char* name) const {
+    std::string value(4096, '\0');
+    const ssize_t size = getxattr((disk.path() / file).c_str(), name, value.data(), value.size());
+    value.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+    return value;
+  }
+
+  void set(const std::string& file, const char* name, const std::string& value) const {
+    ASSERT_EQ(setxattr((disk.path() / file).c_str(), name, value.data(), value.size(), 0), 0)
+        << name;
+  }
+
+  const TemporaryFolder outside;
+  bool isMounted = false;
+};
+
+// Full control for SYSTEM and Administrators and nobody else, owned by Administrators, as a
+// security descriptor in one piece.
+std::string closedList() {
+  using namespace std::string_literals;
+  const std::string system = "\1\1\0\0\0\0\0\5\x12\0\0\0"s;
+  const std::string administrators = "\1\2\0\0\0\0\0\5\x20\0\0\0\x20\2\0\0"s;
+  const std::string all = "\xFF\1\x1F\0"s;
+  const std::string entries = "\0\0\x14\0"s + all + system + "\0\0\x18\0"s + all + administrators;
+  const std::string list = "\2\0\x34\0\2\0\0\0"s + entries;
+  return "\1\0\4\x80\x14\0\0\0\x24\0\0\0\0\0\0\0\x34\0\0\0"s + administrators + administrators +
+         list;
+}
+
+TEST_F(NtfsDiskTest, AHiveAndItsBackupKeepTheirAccessListAttributesAndBirth) {
+  const std::string hiddenAndSystem = {0x26, 0, 0, 0};
+  set(anna, "system.ntfs_acl", closedList());
+  set(anna, "system.ntfs_attrib", hiddenAndSystem);
+  set(anna, "user.note", "mine");
+  const std::string list = attribute(anna, "system.ntfs_acl");
+  ASSERT_EQ(list, closedList());
+  const std::string birth = attribute(anna, "system.ntfs_crtime");
+  const std::string old = disk.read(anna);
+  open();
+  setValue(R"(HKEY_CURRENT_USER\Software\Vendor)", u"x", REG_BINARY, "new");
+  setValue(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)", u"x", REG_BINARY, "new");
+  ASSERT_EQ(refusal(), "");
+  EXPECT_FALSE(disk.read(anna) == old);
+  EXPECT_TRUE(disk.read(anna + std::string(".bak")) == old);
+  for (const std::string& file : {std::string(anna), anna + std::string(".bak")}) {
+    EXPECT_TRUE(attribute(file, "system.ntfs_acl") == list) << file;
+    EXPECT_EQ(attribute(file, "system.ntfs_attrib"), hiddenAndSystem) << file;
+    EXPECT_EQ(attribute(file, "user.note"), "mine") << file;
+    EXPECT_TRUE(attribute(file, "system.ntfs_crtime") == birth) << file;
+  }
+  // The driver keeps a replaced file under a name of its own as long as it is open.
+  computer.reset();
+  std::set<std::string> names;
+  for (const auto& [name, bytes] : allFiles()) {
+    names.insert(name);
+  }
+  EXPECT_EQ(names, (std::set<std::string>{anna, anna + std::string(".bak"), software,
+                                          software + std::string(".bak")}));
+}
+
+TEST_F(NtfsDiskTest, AHiveThatAnotherProgramHasReplacedIsNotWritten) {
+  open();
+  setValue(R"(HKEY_CURRENT_USER\Software\Vendor)", u"x", REG_BINARY, "new");
+  disk.write("Users/Anna/other", "other");
+  std::filesystem::rename(disk.path() / "Users/Anna/other", disk.path() / anna);
+  EXPECT_NE(refusal(), "");
+  EXPECT_EQ(disk.read(anna), "other");
+}
+
+}  // namespace
+}  // namespace zelvreg::fixture

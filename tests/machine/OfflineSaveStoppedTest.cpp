@@ -1,0 +1,201 @@
+// A save of several hives that is stopped, or disturbed by another program, at each of its system
+// calls.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+
+#include "machine/HiveSaving.h"
+#include "machine/KilledProcess.h"
+#include "machine/OfflineDiskFixture.h"
+
+namespace zelvreg::fixture {
+namespace {
+
+constexpr const char* noteName = "zelvreg-saving.txt";
+constexpr int mostCalls = 4000;
+
+class OfflineSaveStoppedTest : public OfflineDiskTest {
+ protected:
+  void SetUp() override {
+    hive(software).text(R"(Vendor\Product)", "x", "old");
+    hive(system).text(R"(ControlSet001\A)", "x", "old");
+    old = allFiles();
+    open();
+    changeAll();
+    computer->save();
+    written = {{software, disk.read(software)}, {system, disk.read(system)}};
+    computer.reset();
+    restore();
+  }
+
+  void changeAll() {
+    registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor\Product)"));
+    registry().makeChild(key(R"(HKEY_LOCAL_MACHINE\SYSTEM\ControlSet001)"), u"B");
+  }
+
+  void restore() const {
+    std::filesystem::remove_all(disk.path());
+    for (const auto& [name, bytes] : old) {
+      disk.write(name, bytes);
+    }
+  }
+
+  // Whether the hive is the one before the save.
+  [[nodiscard]] bool isOld(const std::string& name) const {
+    const std::string now = disk.read(name);
+    EXPECT_TRUE(now == old.at(name) || now == written.at(name)) << name;
+    return now == old.at(name);
+  }
+
+  // Stops a save at the n-th of its system calls; whether it had ended before.
+  bool stopAt(int call) {
+    const bool isDone = endsBeforeCall(
+        call, [this] { open(); },
+        [this] {
+          changeAll();
+          computer->save();
+        });
+    waitUntilFree();
+    return isDone;
+  }
+
+  // A process that writes a hive for another goes with it, and the disk is in use until then.
+  void waitUntilFree() const {
+    const machine::FileDescriptor root(::open(disk.path().c_str(), O_RDONLY | O_DIRECTORY));
+    EXPECT_EQ(flock(root.get(), LOCK_EX), 0);
+  }
+
+  std::map<std::string, std::string> old;
+  std::map<std::string, std::string> written;
+};
+
+TEST_F(OfflineSaveStoppedTest, ThatIsKilledAnywhereLeavesEachHiveOldOrNewAndTheNextCommandAll) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  std::set<std::string> outcomes;
+  int call = 0;
+  for (bool isDone = false; !isDone && call < mostCalls; ++call) {
+    restore();
+    isDone = stopAt(call);
+    const bool wasMixed = isOld(software) != isOld(system);
+    EXPECT_TRUE(!wasMixed || disk.has(noteName)) << "call " << call;
+    const bool hadNote = disk.has(noteName);
+    open();
+    ASSERT_EQ(isOld(software), isOld(system)) << "call " << call;
+    EXPECT_EQ(computer->notices().size(), hadNote ? 1U : 0U);
+    EXPECT_TRUE(computer->damagedHives().empty());
+    const bool isAllOld = isOld(software);
+    for (const auto& [name, bytes] : allFiles()) {
+      const std::string plain = name.substr(0, name.find(".bak"));
+      EXPECT_TRUE(old.contains(plain)) << name << " is left at call " << call;
+      EXPECT_TRUE(name == plain || bytes == old.at(plain)) << name << " at call " << call;
+    }
+    EXPECT_TRUE(isAllOld || disk.read(software + std::string(".bak")) == old.at(software));
+    if (hadNote) {
+      // A second name of a hive that stayed would be no backup of it.
+      EXPECT_EQ(std::filesystem::hard_link_count(disk.path() / software), 1U) << "call " << call;
+    }
+    outcomes.insert(wasMixed ? "mixed" : isAllOld ? "old" : "new");
+    computer.reset();
+  }
+  EXPECT_LT(call, mostCalls);
+  EXPECT_EQ(outcomes, (std::set<std::string>{"mixed", "new", "old"}));
+}
+
+TEST_F(OfflineSaveStoppedTest, WhatAnotherProgramPutsThereAnywhereIsNotLost) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  const std::string foreign = "written by another program";
+  int call = 0;
+  bool wasRefused = false;
+  for (bool isDone = false; !isDone && call < mostCalls; ++call) {
+    restore();
+    disk.write("foreign", foreign);
+    isDone = endsAfterCall(
+        call, [this] { open(); },
+        [this] {
+          changeAll();
+          computer->save();
+        },
+        [&] { std::filesystem::rename(disk.path() / "foreign", disk.path() / software); },
+        wasRefused);
+    bool isThere = false;
+    for (const auto& [name, bytes] : allFiles()) {
+      isThere = isThere || bytes == foreign;
+    }
+    ASSERT_TRUE(isThere) << "call " << call;
+    if (wasRefused) {
+      EXPECT_TRUE(disk.read(system) == old.at(system)) << "call " << call;
+    }
+  }
+  EXPECT_LT(call, mostCalls);
+}
+
+TEST_F(OfflineSaveStoppedTest, AHiveThatCannotBeReplacedLeavesAllAsTheyWere) {
+  open();
+  changeAll();
+  // The folder stands where the backup must go.
+  disk.makeFolder(system + std::string(".bak"));
+  EXPECT_NE(refusal().find("SYSTEM.bak cannot be written"), std::string::npos);
+  EXPECT_TRUE(allFiles() == old);
+}
+
+TEST_F(OfflineSaveStoppedTest, AHiveThatAnotherProgramLocksIsNotWritten) {
+  open();
+  changeAll();
+  const machine::FileDescriptor other = machine::openPlainFile(disk.path() / system);
+  ASSERT_EQ(flock(other.get(), LOCK_EX), 0);
+  EXPECT_NE(refusal().find("is locked by another program"), std::string::npos);
+  EXPECT_TRUE(allFiles() == old);
+}
+
+// Leaves a disk on which the first of two hives is new, as a killed process does.
+class HalfSavedTest : public OfflineSaveStoppedTest {
+ protected:
+  void SetUp() override {
+    OfflineSaveStoppedTest::SetUp();
+    if (!canBeTraced) {
+      GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+    }
+    for (int call = 0; call < mostCalls && isOld(software) == isOld(system); ++call) {
+      restore();
+      stopAt(call);
+    }
+    ASSERT_NE(isOld(software), isOld(system));
+    oldOne = isOld(software) ? software : system;
+  }
+
+  const char* oldOne = nullptr;
+};
+
+TEST_F(HalfSavedTest, IsLeftAloneWhereAHiveWasWrittenSince) {
+  disk.write(oldOne, old.at(oldOne) + "more");
+  const auto before = allFiles();
+  const machine::InterruptedSave save = machine::finishSavingHives(disk.path());
+  ASSERT_EQ(save.notices.size(), 1U);
+  EXPECT_NE(save.notices[0].find("written by others"), std::string::npos) << save.notices[0];
+  EXPECT_NE(save.notices[0].find(oldOne), std::string::npos);
+  for (const char* name : {software, system}) {
+    EXPECT_TRUE(disk.read(name) == before.at(name));
+  }
+  EXPECT_FALSE(disk.has(noteName));
+}
+
+TEST_F(HalfSavedTest, ANoteThatNamesAnythingElseIsRefused) {
+  const std::string note = disk.read(noteName);
+  const std::size_t name = note.find(oldOne);
+  ASSERT_NE(name, std::string::npos);
+  for (const char* other : {"../outside", "/etc/passwd", "Windows/System32", "Windows/none"}) {
+    std::string changed = note;
+    disk.write(noteName, changed.replace(name, std::string_view(oldOne).size(), other));
+    EXPECT_THROW(machine::finishSavingHives(disk.path()), machine::MachineError) << other;
+  }
+  disk.write(noteName, "anything");
+  EXPECT_THROW(machine::finishSavingHives(disk.path()), machine::MachineError);
+  EXPECT_NE(isOld(software), isOld(system));
+}
+
+}  // namespace
+}  // namespace zelvreg::fixture

@@ -77,6 +77,12 @@ struct TargetArguments {
     app.add_flag("--read-only-files", target.filesAreReadOnly,
                  "leave the attributes of the disk's files alone")
         ->needs(offline);
+    app.add_option(
+           "--keep-backups", target.keptBackups,
+           "how many older backups of a hive stay beside FILE.bak; 3 by default, the oldest "
+           "always among them")
+        ->check(CLI::NonNegativeNumber)
+        ->needs(offline);
   }
 
   void applyTo(Target& target) const {

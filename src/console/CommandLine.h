@@ -42,6 +42,7 @@ struct Target {
   std::string user;
   bool missingDrivesAreDead = false;
   bool filesAreReadOnly = false;
+  std::size_t keptBackups = 3;  // older backups of a hive beside the newest
 };
 
 enum class SearchMode { Any, Left, Right, Exact };

@@ -34,6 +34,9 @@ class Computer {
   // One line for each change that has no place to be kept in.
   [[nodiscard]] virtual std::vector<std::string> unsaved() const = 0;
 
+  // One line for each thing that opening has put in order after an earlier command was stopped.
+  [[nodiscard]] virtual std::vector<std::string> notices() const { return {}; }
+
   // Keeps what has been changed; throws as open() does. A running Windows keeps all by itself.
   virtual void save() = 0;
 

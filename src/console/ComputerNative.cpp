@@ -29,6 +29,7 @@ class EmulatedComputer : public Computer {
   [[nodiscard]] std::vector<std::string> unsaved() const override {
     return machine->unsavedChanges();
   }
+  [[nodiscard]] std::vector<std::string> notices() const override { return machine->notices(); }
   void save() override { machine->save(); }
   [[nodiscard]] bool keepsAtOnce() const override { return false; }
 
@@ -48,6 +49,7 @@ machine::OfflineDisk diskOf(const Target& target) {
   }
   disk.missingDrivesAreDead = target.missingDrivesAreDead;
   disk.filesAreReadOnly = target.filesAreReadOnly;
+  disk.keptBackups = target.keptBackups;
   return disk;
 }
 

@@ -17,6 +17,9 @@ int runProgram(int count, const char* const* arguments) {
   }
   prepareTerminal();
   const auto computer = Computer::open(parsed.options.target, accessFor(parsed.options.command));
+  for (const std::string& line : computer->notices()) {
+    std::cerr << "zelvreg: " << line << "\n";
+  }
   const Streams streams{.out = std::cout,
                         .error = std::cerr,
                         .width = terminalWidth(),

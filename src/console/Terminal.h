@@ -14,7 +14,8 @@ bool isErrorTerminal();
 std::size_t terminalWidth();
 
 // Makes the console show UTF-8 and, from then on, Ctrl-C a request that can be asked for, instead
-// of the end of the process. A second Ctrl-C ends it.
+// of the end of the process. A second Ctrl-C ends it. A file that is cut short while it is read,
+// and one that may not grow, end no process without a line either.
 void prepareTerminal();
 bool isStopRequested();
 

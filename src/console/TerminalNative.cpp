@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <string_view>
 
 #include "console/Terminal.h"
 
@@ -9,6 +10,18 @@ namespace zelvreg::console {
 namespace {
 
 volatile std::sig_atomic_t stopRequested = 0;
+
+constexpr int statusOfFailure = 2;
+
+// A mapped file has lost its end, so that nothing more can be told of it.
+void endAtLostPages(int /*signal*/) {
+  constexpr std::string_view line =
+      "zelvreg: a file was cut short while it was read, or its disk cannot be read any more; "
+      "nothing "
+      "more was written; look after the disk, and run this again\n";
+  [[maybe_unused]] const ssize_t ignored = write(STDERR_FILENO, line.data(), line.size());
+  _exit(statusOfFailure);
+}
 
 }  // namespace
 
@@ -31,6 +44,10 @@ void prepareTerminal() {
   action.sa_handler = [](int) { stopRequested = 1; };
   action.sa_flags = static_cast<int>(SA_RESETHAND);
   sigaction(SIGINT, &action, nullptr);
+  action.sa_handler = endAtLostPages;
+  sigaction(SIGBUS, &action, nullptr);
+  // A file that may not grow is told by the call that writes it, as a full disk is.
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool isStopRequested() { return stopRequested != 0; }

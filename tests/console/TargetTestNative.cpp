@@ -48,6 +48,13 @@ TEST(Target, AttributesAreLeftAloneOnlyWhenAskedForAndOnADisk) {
   EXPECT_NE(complaint({"--machine", "/m", "--read-only-files"}), "(none)");
 }
 
+TEST(Target, OlderBackupsAreKeptUpToANumberThatOnlyADiskTakes) {
+  EXPECT_EQ(parse({"--offline", "/mnt"}).target.keptBackups, 3U);
+  EXPECT_EQ(parse({"--offline", "/mnt", "--keep-backups", "0"}).target.keptBackups, 0U);
+  EXPECT_NE(complaint({"--offline", "/mnt", "--keep-backups", "-1"}), "(none)");
+  EXPECT_NE(complaint({"--machine", "/m", "--keep-backups", "1"}), "(none)");
+}
+
 TEST(Target, ADriveIsALetterAndAFolderAndGivenOnce) {
   for (const char* drive : {"D", "D=", "=x", "DD=/x", "1=/x"}) {
     EXPECT_NE(complaint({"--offline", "/mnt", "--drive", drive}).find("is no drive"),

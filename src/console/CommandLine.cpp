@@ -133,10 +133,17 @@ struct ScanArguments {
 
 struct FixArguments {
   std::vector<int> kinds;
+  std::size_t mostRows = 0;
 
   void addTo(CLI::App& fix, Options& options) {
     fix.add_option("--kinds", kinds, "repair only findings of these kind codes, as in 1,2,771")
         ->delimiter(',');
+    fix.add_flag("--dry-run", options.isRehearsal,
+                 "tell what would be deleted and what left alone, and change nothing");
+    fix.add_option("--from", options.reviewedFile,
+                   "repair only what a result of scan --json lists with \"checked\": true and is "
+                   "still found");
+    fix.add_option("--max", mostRows, "repair nothing when more findings than this would go");
     SafeguardArguments::addTo(
         fix,
         {&Safeguards::protects, &Safeguards::exportsFirst, &Safeguards::touches,
@@ -144,7 +151,12 @@ struct FixArguments {
         options);
   }
 
-  void applyTo(Options& options) const { options.kinds = {kinds.begin(), kinds.end()}; }
+  void applyTo(Options& options, bool isMostGiven) const {
+    options.kinds = {kinds.begin(), kinds.end()};
+    if (isMostGiven) {
+      options.mostRows = mostRows;
+    }
+  }
 };
 
 struct RootName {
@@ -368,7 +380,7 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   } else if (fix->parsed()) {
     options.command = Command::Fix;
     fixScanArguments.applyTo(options, fix->count("--only") > 0);
-    fixArguments.applyTo(options);
+    fixArguments.applyTo(options, fix->count("--max") > 0);
   } else if (search->parsed()) {
     options.command = Command::Search;
     searchArguments.applyTo(options);

@@ -73,10 +73,13 @@ struct Options {
   bool isAsDescribed = false;
   // When a scan or a search is to be given up; never without one.
   std::optional<std::chrono::steady_clock::time_point> deadline;
-  std::string reportFile;  // of the text report; empty for none
-  std::size_t entry = 0;   // row of a list, from 1
-  std::string exportFile;  // safety export that is to be imported
-  std::string exclusion;   // key that is to be excluded
+  bool isRehearsal = false;             // tells what a repair would do, and does nothing
+  std::string reviewedFile;             // result whose rows alone are repaired; empty for none
+  std::optional<std::size_t> mostRows;  // with more than these to repair, nothing is repaired
+  std::string reportFile;               // of the text report; empty for none
+  std::size_t entry = 0;                // row of a list, from 1
+  std::string exportFile;               // safety export that is to be imported
+  std::string exclusion;                // key that is to be excluded
   SearchOptions search;
   std::string mode;  // the program's own command line, of an automatic mode
 };

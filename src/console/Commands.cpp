@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "console/FixCommand.h"
 #include "console/ListCommands.h"
 #include "console/ScanCommands.h"
 #include "console/SearchCommand.h"

@@ -1,4 +1,4 @@
-// Scanning and repairing from the command line.
+// Scanning from the command line.
 #ifndef ZELVREG_CONSOLE_SCAN_COMMANDS_H
 #define ZELVREG_CONSOLE_SCAN_COMMANDS_H
 
@@ -8,7 +8,6 @@ namespace zelvreg::console {
 
 // Each gives the exit status, and throws std::runtime_error with one line on failure.
 int scan(const Options& options, const Computer& computer, const Streams& streams);
-int fix(const Options& options, Computer& computer, const Streams& streams);
 // The modes in which the program works by itself, result files included.
 int runAutomatically(const Options& options, Computer& computer, const Streams& streams);
 

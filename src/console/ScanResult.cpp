@@ -56,6 +56,22 @@ Json listOf(const std::vector<FindingResult>& findings) {
   return list;
 }
 
+void addRepair(Json& object, const RepairResult& repair) {
+  Json refused = Json::array();
+  for (const auto& [place, reason] : repair.refused) {
+    refused.push_back({{"place", place}, {"reason", reason}});
+  }
+  if (repair.isRehearsal) {
+    object["dryRun"] = {
+        {"rows", repair.repaired}, {"takes", repair.takings}, {"leavesAlone", std::move(refused)}};
+    return;
+  }
+  object["repaired"] = repair.repaired;
+  object["outcome"] = {
+      {"gone", repair.gone}, {"leftAlone", repair.leftAlone}, {"noEffect", repair.noEffect}};
+  object["leftAlone"] = std::move(refused);
+}
+
 std::string textOf(const Json& object) {
   return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
@@ -73,7 +89,7 @@ ScanResult scanResultOf(const Form42& form) {
   return result;
 }
 
-std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repaired) {
+std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair) {
   Json categoryList = Json::array();
   for (const CategoryResult& category : result.categories) {
     categoryList.push_back({{"row", category.row},
@@ -86,8 +102,8 @@ std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repai
   Json object = {{"categories", std::move(categoryList)},
                  {"findings", listOf(result.findings)},
                  {"total", result.findings.size()}};
-  if (repaired) {
-    object["repaired"] = *repaired;
+  if (repair) {
+    addRepair(object, *repair);
   }
   return textOf(object);
 }

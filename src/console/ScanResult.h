@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "form/Form42.h"
@@ -38,12 +39,27 @@ struct ScanResult {
 
 ScanResult scanResultOf(const Form42& form);
 
-// One JSON object, with the number of repaired findings where there was a repair; the findings as
+// What came of a repair, or would come of it.
+struct RepairResult {
+  bool isRehearsal = false;
+  std::size_t repaired = 0;  // rows that left the list, or that would
+  // Of a repair that took place.
+  std::size_t gone = 0;
+  std::size_t leftAlone = 0;
+  std::size_t noEffect = 0;
+  // Whole paths of what would be taken, for a rehearsal; what was or would be left alone, and why.
+  std::vector<std::string> takings;
+  std::vector<std::pair<std::string, std::string>> refused;
+};
+
+// One JSON object, with what came of a repair where there was one; the findings as
 // CSV with a line of headings; tables for a reader. `width` is the number of columns of the
 // terminal, or 0 where cells are not to be shortened.
-std::string jsonText(const ScanResult& result, std::optional<std::int64_t> repaired = {});
+std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair = {});
 std::string csvText(const ScanResult& result);
 std::string tableText(const ScanResult& result, std::size_t width);
+// The lines below the table of what a repair has left.
+std::string repairText(const RepairResult& repair, std::size_t left);
 
 // The same of a search, which has no categories.
 std::string searchJsonText(const std::vector<FindingResult>& findings);

@@ -2,6 +2,7 @@
 #include <string_view>
 #include <utility>
 
+#include "console/DisplayText.h"
 #include "console/ScanResult.h"
 #include "console/Table.h"
 
@@ -60,6 +61,27 @@ std::string tableText(const ScanResult& result, std::size_t width) {
   }
   return text + std::to_string(result.findings.size()) +
          (result.findings.size() == 1 ? " problem found.\n" : " problems found.\n");
+}
+
+std::string repairText(const RepairResult& repair, std::size_t left) {
+  if (!repair.isRehearsal) {
+    return std::to_string(repair.repaired) + " repaired, " + std::to_string(repair.leftAlone) +
+           " left alone, " + std::to_string(repair.noEffect) + " without effect; " +
+           std::to_string(left) + " left in the list.\n";
+  }
+  std::string text = "\nA repair would take\n";
+  for (const std::string& place : repair.takings) {
+    text += "  " + printable(place) + "\n";
+  }
+  text += repair.takings.empty() ? "  nothing\n" : "";
+  if (!repair.refused.empty()) {
+    text += "and leave alone\n";
+  }
+  for (const auto& [place, reason] : repair.refused) {
+    text += "  " + printable(place) + ": " + printable(reason) + "\n";
+  }
+  return text + std::to_string(repair.repaired) + " of " + std::to_string(left) +
+         " problems would be repaired; nothing was changed.\n";
 }
 
 std::string searchTableText(const std::vector<FindingResult>& findings, std::size_t width) {

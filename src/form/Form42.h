@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
 #include "form/SmallForms.h"
 #include "widgets/Button.h"
@@ -27,6 +28,7 @@
 
 namespace zelvreg {
 
+class RepairPlan;
 class StdRegProvPool;
 
 // One entry of the form's context menu.
@@ -263,8 +265,9 @@ struct Form42 {
   bool obeysComputer = true;
   // Whether the last repair was stopped because its safety export could not be written.
   bool isRepairStopped = false;
-  // Full paths of the keys that a repair was to delete and has spared.
-  std::vector<std::string> sparedKeys;
+  // What the repair that runs, or the last one, set out to do, and what came of it.
+  std::shared_ptr<const RepairPlan> repairPlan;
+  RepairOutcome repairOutcome;
 
   // 2 where keys were found under "Windows nt" instead of "Windows".
   std::int32_t ntSpelling = 0;

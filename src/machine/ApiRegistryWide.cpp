@@ -134,6 +134,17 @@ LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDW
   return status != ERROR_SUCCESS ? status : putBytes(*value, type, data, dataSize);
 }
 
+LSTATUS RegQueryValueExW(HKEY key, LPCWSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                         LPDWORD dataSize) {
+  if (reserved != nullptr || (data != nullptr && dataSize == nullptr)) {
+    return ERROR_INVALID_PARAMETER;
+  }
+  const RegistryCall call(ApiCall::RegQueryValue);
+  const RegistryValue* value = nullptr;
+  const LONG status = findNamedValue(call, key, textOf(valueName), value);
+  return status != ERROR_SUCCESS ? status : putBytes(*value, type, data, dataSize);
+}
+
 LSTATUS RegSetValueExW(HKEY key, LPCWSTR valueName, DWORD /*reserved*/, DWORD type,
                        const BYTE* data, DWORD dataSize) {
   const RegistryCall call(ApiCall::RegSetValue);

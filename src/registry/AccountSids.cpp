@@ -1,6 +1,8 @@
 #include "registry/AccountSids.h"
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace zelvreg {
 
@@ -30,6 +32,27 @@ std::vector<BYTE> everyoneSid() {
   std::vector<BYTE> bytes(first, first + GetLengthSid(sid));
   FreeSid(sid);
   return bytes;
+}
+
+// A revision, the number of sub-authorities, 6 bytes of the authority with the highest first, and
+// 4 bytes for each sub-authority with the lowest first.
+std::string sidText(const std::vector<BYTE>& sid) {
+  constexpr std::size_t headSize = 8;
+  constexpr std::size_t partSize = 4;
+  if (sid.size() < headSize || sid.size() < headSize + sid[1] * partSize) {
+    return {};
+  }
+  std::uint64_t authority = 0;
+  for (std::size_t index = 2; index < headSize; ++index) {
+    authority = authority << 8U | sid[index];
+  }
+  std::string text = "S-" + std::to_string(sid[0]) + "-" + std::to_string(authority);
+  for (std::size_t part = 0; part < sid[1]; ++part) {
+    std::uint32_t number = 0;
+    std::memcpy(&number, sid.data() + headSize + part * partSize, sizeof number);
+    text += "-" + std::to_string(number);
+  }
+  return text;
 }
 
 }  // namespace zelvreg

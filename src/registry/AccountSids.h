@@ -15,6 +15,9 @@ std::vector<BYTE> lookUpSid(const std::string& account);
 // The well-known identifier that stands for everyone; empty if it cannot be allocated.
 std::vector<BYTE> everyoneSid();
 
+// "S-1-5-21-…", as keys of HKEY_USERS are named; empty for what is no identifier.
+std::string sidText(const std::vector<BYTE>& sid);
+
 }  // namespace zelvreg
 
 #endif

@@ -101,6 +101,11 @@ HiveHandle GetHiveHandle(std::string_view name) {
   return findHive(longNames, name).value_or(HiveHandle::Unknown);
 }
 
+std::string longName(HiveHandle hive) {
+  const auto* found = std::ranges::find(longNames, hive, &HiveName::handle);
+  return std::string(found == longNames.end() ? "HKEY_LOCAL_MACHINE" : found->name);
+}
+
 HiveHandle HiveFromName(std::string_view name) { return GetHiveHandle(name); }
 
 HiveHandle HiveFromShortName(const std::string& name) {

@@ -36,6 +36,9 @@ HiveHandle GetHiveHandle(std::string_view name);
 // The same map, for the text of a chosen root.
 HiveHandle HiveFromName(std::string_view name);
 
+// The long name of a hive; that of the local machine for what is none.
+std::string longName(HiveHandle hive);
+
 // By the short name ("HKLM") in any case. "HKDD" and "HKCC" are known and give Unknown, so that a
 // request on them fails like one on an unknown hive. Any other text gives hINI if it names a file.
 HiveHandle HiveFromShortName(const std::string& name);

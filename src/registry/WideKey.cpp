@@ -13,6 +13,22 @@ static_assert(sizeof(WCHAR) == sizeof(char16_t), "the system's wide text is UTF-
 constexpr std::size_t longestKeyName = 255;
 constexpr std::size_t longestValueName = 16383;
 
+Presence presenceBy(LONG status) {
+  switch (status) {
+    case ERROR_SUCCESS:
+      return Presence::Open;
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_INVALID_PARAMETER:
+    case ERROR_INVALID_NAME:
+    case ERROR_KEY_DELETED:
+      return Presence::Absent;
+    default:
+      return Presence::Refused;
+  }
+}
+
 LPWSTR roomFor(std::u16string& buffer) { return reinterpret_cast<LPWSTR>(buffer.data()); }
 
 }  // namespace
@@ -27,6 +43,18 @@ std::u16string widened(std::string_view narrow) {
       length == 0 ? 0 : MultiByteToWideChar(CP_ACP, 0, text.data(), length, roomFor(wide), length);
   wide.resize(static_cast<std::size_t>(size));
   return wide;
+}
+
+std::string narrowed(std::u16string_view wide) {
+  // Two bytes hold any character of a code page.
+  std::string narrow(wide.size() * 2, '\0');
+  const int size = wide.empty()
+                       ? 0
+                       : WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<LPCWSTR>(wide.data()),
+                                             static_cast<int>(wide.size()), narrow.data(),
+                                             static_cast<int>(narrow.size()), nullptr, nullptr);
+  narrow.resize(static_cast<std::size_t>(size));
+  return narrow;
 }
 
 bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
@@ -62,20 +90,12 @@ WideKey::~WideKey() {
   }
 }
 
-Presence WideKey::presence() const {
-  switch (status) {
-    case ERROR_SUCCESS:
-      return Presence::Open;
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_PATH_NOT_FOUND:
-    case ERROR_BAD_PATHNAME:
-    case ERROR_INVALID_PARAMETER:
-    case ERROR_INVALID_NAME:
-    case ERROR_KEY_DELETED:
-      return Presence::Absent;
-    default:
-      return Presence::Refused;
-  }
+Presence WideKey::presence() const { return presenceBy(status); }
+
+Presence WideKey::presenceOf(const std::u16string& name) const {
+  return key == nullptr ? presence()
+                        : presenceBy(RegQueryValueExW(key, wideText(name), nullptr, nullptr,
+                                                      nullptr, nullptr));
 }
 
 std::optional<std::vector<std::u16string>> WideKey::subkeys() const {
@@ -117,6 +137,25 @@ std::optional<std::vector<WideValue>> WideKey::values() const {
     }
     values.push_back({name.substr(0, nameSize), type, {data.begin(), data.begin() + size}});
     ++index;
+  }
+}
+
+std::optional<WideValue> WideKey::value(const std::u16string& name) const {
+  WideValue value{.name = name, .type = REG_NONE, .data = std::vector<BYTE>(256)};
+  for (;;) {
+    auto size = static_cast<DWORD>(value.data.size());
+    const LONG read = key == nullptr ? ERROR_INVALID_HANDLE
+                                     : RegQueryValueExW(key, wideText(name), nullptr, &value.type,
+                                                        value.data.data(), &size);
+    if (read == ERROR_MORE_DATA && size > value.data.size()) {
+      value.data.resize(size);
+      continue;
+    }
+    if (read != ERROR_SUCCESS) {
+      return std::nullopt;
+    }
+    value.data.resize(size);
+    return value;
   }
 }
 

@@ -21,6 +21,9 @@ LPCWSTR wideText(const std::u16string& text);
 // What a narrow call makes of a text: it ends at its first NUL.
 std::u16string widened(std::string_view narrow);
 
+// The other way; characters that the code page does not have become its replacement.
+std::string narrowed(std::u16string_view wide);
+
 // A value's name and, bit for bit, its data. The default value's name is empty.
 struct WideValue {
   std::u16string name;
@@ -57,6 +60,11 @@ class WideKey {
   // Names and values in the order in which the system lists them; none when the list breaks off.
   [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys() const;
   [[nodiscard]] std::optional<std::vector<WideValue>> values() const;
+
+  // Whether there is a value of this name. What cannot be told counts as refused.
+  [[nodiscard]] Presence presenceOf(const std::u16string& name) const;
+  // One value by its name; none when it is not there or cannot be read.
+  [[nodiscard]] std::optional<WideValue> value(const std::u16string& name) const;
 
   // False when the key refuses it or is not open.
   [[nodiscard]] bool setValue(const WideValue& value) const;

@@ -1,7 +1,9 @@
 #include "repair/RepairDriver.h"
 
 #include <array>
+#include <memory>
 
+#include "repair/RepairPlan.h"
 #include "repair/RepairRoutines.h"
 #include "repair/SafetyExport.h"
 #include "scan/Findings.h"
@@ -10,17 +12,6 @@
 
 namespace zelvreg {
 namespace {
-
-using Routine = void (*)(Form42& form);
-
-// The firewall's comes first and takes every row of the kind that it shares with deleteusers.
-constexpr std::array<Routine, 22> cascade{
-    deletefirewall,     deletebitmap,     deleteclisidref2, deleteclissidref, deleteclissidref71,
-    deleteclissidref72, deletefileext,    deleteprogref,    deleteiconref,    deletehelpchm,
-    deletehelpfiles,    deletehelpfiles2, deletebadapppath, deleteshareddll,  deletefont,
-    deleteusers,        deleteusers2,     deletemachine,    deleteuninstall,  deleteMRU,
-    deleteMRUhist,      deleteMuiCache,
-};
 
 bool runsByItself(const Form42& form) {
   return form.recheckMode == 1 || form.autoMode > 0 || form.recheckFix > 0;
@@ -34,7 +25,7 @@ bool isConfirmed(const Form42& form) {
 }
 
 bool isExportKept(Form42& form) {
-  if (!form.safeguards.exportsFirst || writeSafetyExport(form)) {
+  if (!form.safeguards.exportsFirst || writeSafetyExport(form, *form.repairPlan)) {
     return true;
   }
   if (!runsByItself(form)) {
@@ -49,11 +40,11 @@ bool isExportKept(Form42& form) {
 
 // Whether the list still held rows before the last routine.
 bool runCascade(Form42& form) {
-  for (const Routine routine : cascade) {
+  for (const RepairRoutine& routine : repairCascade()) {
     if (form.View2.count() == 0) {
       return false;
     }
-    routine(form);
+    routine.run(form);
   }
   return true;
 }
@@ -66,19 +57,64 @@ void keepStatistics(const Form42& form, std::int64_t countAtEntry) {
   keepSetting(settings::finish, "1", "1");
 }
 
+// A row that stayed may have gone since, with what another row took.
+void dropGoneRows(Form42& form, const RegistryState& registry) {
+  for (std::size_t row = form.View2.count(); row > 0; --row) {
+    const RowPlan* plan = form.repairPlan->rowPlan(form, row);
+    if (plan != nullptr && plan->isGone(registry)) {
+      form.View2.remove(row);
+    }
+  }
+}
+
+void countOutcome(Form42& form, const RegistryState& registry) {
+  RepairOutcome& outcome = form.repairOutcome;
+  for (const RowPlan& plan : form.repairPlan->rows()) {
+    const bool isGone = plan.isGone(registry);
+    std::size_t& count = isGone               ? outcome.gone
+                         : plan.isLeftAlone() ? outcome.leftAlone
+                                              : outcome.noEffect;
+    ++count;
+    outcome.failed += !isGone && plan.shouldGo ? 1 : 0;
+  }
+}
+
+void tellWhatStayed(const Form42& form) {
+  const RepairOutcome& outcome = form.repairOutcome;
+  if (runsByItself(form) || outcome.leftAlone + outcome.noEffect == 0) {
+    return;
+  }
+  form.dialogs.tell(decimal(outcome.gone) + " repaired, " + decimal(outcome.leftAlone) +
+                        " left alone because their repair would have taken more than was found, " +
+                        decimal(outcome.noEffect) +
+                        " without effect. What was not repaired stays in the list, without a tick.",
+                    MessageIcon::Information);
+}
+
 void repairTickedRows(Form42& form) {
-  form.sparedKeys.clear();
   const auto countAtEntry = static_cast<std::int64_t>(form.View2.count());
   if (leadingNumber(readSetting(settings::regscan, "saveundo")) == 1) {
     form.Command21.click();
   }
-  if (runCascade(form)) {
+  const bool isListLeft = runCascade(form);
+  if (form.safeguards.protects) {
+    dropGoneRows(form, RegistryState());
+  }
+  if (isListLeft) {
     form.Label3.caption = rowCountText(form) + " Problem(s) Still There ";
     form.Label3.refresh();
   }
   keepStatistics(form, countAtEntry);
   if (form.View2.count() == 0) {
     form.Label3.caption = "";
+  }
+}
+
+void repairAndLookAgain(Form42& form) {
+  repairTickedRows(form);
+  countOutcome(form, RegistryState());
+  if (form.safeguards.protects) {
+    tellWhatStayed(form);
   }
 }
 
@@ -90,10 +126,13 @@ void runRepair(Form42& form) {
     return;
   }
   form.decideSafeguards.run();
+  form.repairOutcome = {};
+  form.repairPlan = std::make_shared<RepairPlan>(form);
   form.isRepairStopped = !isExportKept(form);
   if (!form.isRepairStopped) {
-    repairTickedRows(form);
+    repairAndLookAgain(form);
   }
+  form.repairPlan.reset();
 }
 
 void chameleonButton15_Click(Form42& form) {

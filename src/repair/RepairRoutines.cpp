@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
@@ -12,12 +13,6 @@
 namespace zelvreg {
 namespace {
 
-// What the class scanner of the current user would have its rows repaired by.
-constexpr RepairStep userClassSteps[] = {
-    {Step::DeleteValue, "HKCU", {.field = Field::SubKey}, {.field = Field::BadValue}},
-};
-constexpr RepairKind userClasses{11, userClassSteps};
-
 std::int64_t rowCount(const Form42& form) { return static_cast<std::int64_t>(form.View2.count()); }
 
 // A row that is not there is passed over.
@@ -26,8 +21,12 @@ void repairRow(Form42& form, const RepairKind& kind, std::int64_t index, std::st
   if (index < 1 || !isOfKind(form, row, kind.code) || !form.View2.isChecked(row)) {
     return;
   }
-  takeSteps(form, row, kind, shortRoot);
-  form.View2.remove(row);
+  const bool isGone = takeSteps(form, row, kind, shortRoot);
+  if (isGone || !form.safeguards.protects) {
+    form.View2.remove(row);
+  } else {
+    form.View2.setChecked(row, false);
+  }
 }
 
 // The test for the end stands at the bottom, so that an empty list starts at 0 and goes on below
@@ -78,12 +77,50 @@ void deletebadapppath(Form42& form) {
 
 void deleteshareddll(Form42& form) { repairOnly(form, 2); }
 void deletefont(Form42& form) { repairOnly(form, 1); }
-void deleteusers(Form42& form) { repairKinds(form, {&userClasses}); }
+void deleteusers(Form42& form) { repairKinds(form, {&userClassKind()}); }
 void deleteusers2(Form42& form) { repairOnly(form, 12); }
 void deletemachine(Form42& form) { repairOnly(form, 13); }
 void deleteuninstall(Form42& form) { repairKinds(form, {repairKind(133), repairKind(135)}); }
 void deleteMRU(Form42& form) { repairOnly(form, 144); }
 void deleteMRUhist(Form42& form) { repairOnly(form, 155); }
 void deleteMuiCache(Form42& form) { repairOnly(form, 166); }
+
+namespace {
+
+template <int... codes>
+constexpr std::array<int, sizeof...(codes)> walkFor{codes...};
+
+// One walk for each list of codes.
+template <const auto&... walks>
+constexpr std::array<std::span<const int>, sizeof...(walks)> walksOf{walks...};
+
+constexpr std::array<RepairRoutine, 22> cascade{{
+    {deletefirewall, walksOf<walkFor<11>>},
+    {deletebitmap, walksOf<walkFor<10>>},
+    {deleteclisidref2, walksOf<walkFor<9>>},
+    {deleteclissidref, walksOf<walkFor<8>>},
+    {deleteclissidref71, walksOf<walkFor<71>>},
+    {deleteclissidref72, walksOf<walkFor<72>>},
+    {deletefileext, walksOf<walkFor<122>>},
+    {deleteprogref, walksOf<walkFor<7, 771>>},
+    {deleteiconref, walksOf<walkFor<6>>},
+    {deletehelpchm, walksOf<walkFor<5>>},
+    {deletehelpfiles, walksOf<walkFor<4>>},
+    {deletehelpfiles2, walksOf<walkFor<55>, walkFor<56>>},
+    {deletebadapppath, walksOf<walkFor<3>>},
+    {deleteshareddll, walksOf<walkFor<2>>},
+    {deletefont, walksOf<walkFor<1>>},
+    {deleteusers, walksOf<walkFor<11>>},
+    {deleteusers2, walksOf<walkFor<12>>},
+    {deletemachine, walksOf<walkFor<13>>},
+    {deleteuninstall, walksOf<walkFor<133, 135>>},
+    {deleteMRU, walksOf<walkFor<144>>},
+    {deleteMRUhist, walksOf<walkFor<155>>},
+    {deleteMuiCache, walksOf<walkFor<166>>},
+}};
+
+}  // namespace
+
+std::span<const RepairRoutine> repairCascade() { return cascade; }
 
 }  // namespace zelvreg

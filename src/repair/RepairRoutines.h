@@ -1,11 +1,26 @@
 // The repair routines: each walks the results from the last row to the first, does what the table
-// tells for every ticked row of its kinds, and takes the row off the list whether or not it worked.
+// tells for every ticked row of its kinds, and takes the row off the list when what it names is
+// gone. What was left alone, and what the repair does not reach, stays in the list without its
+// tick; where the form does not protect, every row goes, whether or not it worked.
 #ifndef ZELVREG_REPAIR_REPAIR_ROUTINES_H
 #define ZELVREG_REPAIR_REPAIR_ROUTINES_H
+
+#include <span>
 
 #include "form/Form42.h"
 
 namespace zelvreg {
+
+// A routine and the kinds that it takes, as many together as it looks for in one walk over the
+// list.
+struct RepairRoutine {
+  void (*run)(Form42& form);
+  std::span<const std::span<const int>> walks;
+};
+
+// All of them in the order of a repair. The firewall's comes first and takes every row of the kind
+// that it shares with deleteusers.
+std::span<const RepairRoutine> repairCascade();
 
 void deletefirewall(Form42& form);
 void deletebitmap(Form42& form);

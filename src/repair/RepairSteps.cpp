@@ -4,58 +4,73 @@
 // shlwapi needs windows.h before it.
 #include <shlwapi.h>
 
-#include <algorithm>
+#include <vector>
 
 #include "registry/Deletion.h"
+#include "registry/HeldAccessList.h"
 #include "registry/Permissions.h"
 #include "registry/RegistryValues.h"
 #include "registry/View64.h"
-#include "repair/ProtectedKeys.h"
+#include "repair/RepairPlan.h"
 #include "runtime/Environment.h"
 
 namespace zelvreg {
 namespace {
 
-const char* longName(HiveHandle hive) {
-  switch (hive) {
-    case HiveHandle::ClassesRoot:
-      return "HKEY_CLASSES_ROOT";
-    case HiveHandle::CurrentUser:
-      return "HKEY_CURRENT_USER";
-    case HiveHandle::Users:
-      return "HKEY_USERS";
-    default:
-      return "HKEY_LOCAL_MACHINE";
-  }
-}
-
-bool deletesKey(Step step) {
-  return step == Step::DeleteSubkey || step == Step::DeleteKey || step == Step::DeleteTree ||
-         step == Step::DeleteByProvider || step == Step::DeleteIfKept;
-}
-
-// One row's steps; `kept` is the answer of its RegDeleteKeyA.
+// One row's steps, as its plan allows them.
 class RowRepair {
  public:
-  explicit RowRepair(Form42& formOfRow) : form(formOfRow) {}
+  RowRepair(Form42& formOfRow, const RowPlan& planOfRow) : form(formOfRow), plan(planOfRow) {}
+  RowRepair(const RowRepair&) = delete;
+  RowRepair& operator=(const RowRepair&) = delete;
+  // What was given for the row is taken back where its key stays.
+  ~RowRepair() {
+    for (const HeldAccessList& list : held) {
+      list.restore();
+    }
+  }
 
-  void take(const RepairStep& step, const std::string& hiveName, const std::string& key,
-            const std::string& value) {
-    const HiveHandle hive = HiveFromShortName(hiveName);
-    if (deletesKey(step.step) && isSpared(step, hive, key, value)) {
-      kept = step.step == Step::DeleteKey ? ERROR_ACCESS_DENIED : kept;
+  void take(std::size_t index, const StepTarget& target) {
+    const RepairStep& step = plan.kind->steps[index];
+    const bool isCalled = step.step != Step::DeleteIfKept || kept != ERROR_SUCCESS;
+    if (!isCalled) {
       return;
     }
+    if (isAllowed(index, target)) {
+      call(step, target);
+    } else if (step.step == Step::DeleteKey) {
+      kept = ERROR_ACCESS_DENIED;
+    }
+  }
+
+ private:
+  // By the plan, and by what there is now.
+  bool isAllowed(std::size_t index, const StepTarget& target) {
+    const RepairStep& step = plan.kind->steps[index];
+    const StepPlan& planned = plan.steps[index];
+    if (step.step == Step::Grant) {
+      return planned.isAllowed();
+    }
+    const StepPlan now =
+        planned.isAllowed() ? planStep(form, RegistryState(), plan.named, step, target) : planned;
+    noteLeftAlone(form.repairOutcome.refused, now.leftAlone);
+    return now.isAllowed();
+  }
+
+  void call(const RepairStep& step, const StepTarget& target) {
+    form.repairOutcome.hasBegun = true;
+    const HiveHandle hive = HiveFromShortName(target.hive);
+    const std::string& key = target.key;
     LONG rc = 0;
     switch (step.step) {
       case Step::Grant:
-        GrantKeyAccess(form, hive, key, environmentVariable("UserName"));
+        grant(hive, key);
         break;
       case Step::DeleteValue:
-        fDeleteValue(hiveName, key, value, rc);
+        fDeleteValue(target.hive, key, target.value, rc);
         break;
       case Step::DeleteSubkey:
-        fDeleteKey(hiveName, key, value, rc);
+        fDeleteKey(target.hive, key, target.value, rc);
         break;
       case Step::DeleteKey:
         kept = RegDeleteKeyA(systemKey(hive), key.c_str());
@@ -67,43 +82,45 @@ class RowRepair {
         DeleteSubkeys2(form, hive, key);
         break;
       case Step::DeleteIfKept:
-        if (kept != ERROR_SUCCESS) {
-          SHDeleteKeyA(systemKey(hive), key.c_str());
-        }
+        SHDeleteKeyA(systemKey(hive), key.c_str());
         break;
       case Step::EmptyDefault:
-        SetRegistryValue(hive, key, value, "");
+        SetRegistryValue(hive, key, target.value, "");
         break;
     }
   }
 
- private:
-  bool isSpared(const RepairStep& step, HiveHandle hive, const std::string& key,
-                const std::string& value) {
-    const std::string target = step.step == Step::DeleteSubkey ? key + "\\" + value : key;
-    if (!form.safeguards.protects || !isProtectedKey(hive, target)) {
-      return false;
+  void grant(HiveHandle hive, const std::string& key) {
+    if (form.safeguards.protects) {
+      held.emplace_back(hive, key);
     }
-    const std::string path = std::string(longName(hive)) + "\\" + target;
-    if (std::ranges::find(form.sparedKeys, path) == form.sparedKeys.end()) {
-      form.sparedKeys.push_back(path);
-    }
-    return true;
+    GrantKeyAccess(form, hive, key, environmentVariable("UserName"));
   }
 
   Form42& form;
+  const RowPlan& plan;
+  std::vector<HeldAccessList> held;
   LONG kept = ERROR_SUCCESS;
 };
 
 }  // namespace
 
-void takeSteps(Form42& form, std::size_t row, const RepairKind& kind, std::string& shortRoot) {
+bool takeSteps(Form42& form, std::size_t row, const RepairKind& kind, std::string& shortRoot) {
   shortRoot = shortRootName(form, row, kind.code, shortRoot);
-  RowRepair repair(form);
-  for (const RepairStep& step : kind.steps) {
-    const std::string hive = step.hive == nullptr ? shortRoot : step.hive;
-    repair.take(step, hive, textFor(form, row, step.key), textFor(form, row, step.value));
+  const RowPlan* planned = form.repairPlan ? form.repairPlan->rowPlan(form, row) : nullptr;
+  RowPlan own;
+  if (planned == nullptr || planned->kind != &kind) {
+    RegistryState registry;
+    own = planRow(form, registry, row, kind, shortRoot);
+    planned = &own;
   }
+  {
+    RowRepair repair(form, *planned);
+    for (std::size_t index = 0; index < kind.steps.size(); ++index) {
+      repair.take(index, targetOf(form, row, kind.steps[index], shortRoot));
+    }
+  }
+  return planned->isGone(RegistryState());
 }
 
 }  // namespace zelvreg

@@ -11,10 +11,12 @@
 namespace zelvreg {
 
 // Does all steps for row `row` of View2, none of whose results is looked at but where the table
-// says so. `shortRoot` goes from row to row of one routine. A delete that would take a protected
-// key answers as a denied one does, before anything is deleted, and the key is noted in sparedKeys,
-// unless the form repairs protected keys.
-void takeSteps(Form42& form, std::size_t row, const RepairKind& kind, std::string& shortRoot);
+// says so. `shortRoot` goes from row to row of one routine. Each is judged just before it is taken,
+// by the plan of the repair and by what there is by then: one that would take what the finding does
+// not name, or a key with something living in it, answers as a denied one does and is noted in the
+// outcome, unless the form does not protect. Rights that were given for a key that stays are taken
+// back. Whether what the finding names is gone.
+bool takeSteps(Form42& form, std::size_t row, const RepairKind& kind, std::string& shortRoot);
 
 }  // namespace zelvreg
 

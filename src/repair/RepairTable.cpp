@@ -4,6 +4,7 @@
 #include <array>
 
 #include "scan/Findings.h"
+#include "scan/ScannedKeys.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -83,6 +84,9 @@ constexpr RepairStep firewallRules[] = {
            "FirewallRules"),
      badValue},
 };
+constexpr RepairStep userClasses[] = {
+    {Step::DeleteValue, "HKCU", subKey, badValue},
+};
 constexpr RepairStep usersClasses[] = {
     {Step::DeleteValue, "HKU", subKey, badValue},
 };
@@ -130,32 +134,109 @@ constexpr RepairStep recentValues[] = {
     {Step::DeleteValue, "HKCU", subKeyAsItIs, badValue},
 };
 
-constexpr std::array kinds{
-    RepairKind{1, fonts},
-    RepairKind{2, sharedDlls},
-    RepairKind{3, applicationPaths},
-    RepairKind{4, helpFiles},
-    RepairKind{5, htmlHelpFiles},
-    RepairKind{6, icons},
-    RepairKind{7, fileClasses},
-    RepairKind{8, servers},
-    RepairKind{9, defaultValues},
-    RepairKind{10, defaultValues},
-    RepairKind{11, firewallRules},
-    RepairKind{12, usersClasses},
-    RepairKind{13, machineClasses},
-    RepairKind{55, snapIns},
-    RepairKind{56, joinedHelpFiles},
-    RepairKind{71, helpFolders},
-    RepairKind{72, libraryReferences},
-    RepairKind{122, extensions},
-    RepairKind{133, emptyRecords},
-    RepairKind{135, recordValues},
-    RepairKind{144, namedValues},
-    RepairKind{155, recentValues},
-    RepairKind{166, namedValues},
-    RepairKind{771, mediaTypes},
+// --- What the findings name. ---
+
+constexpr NamedPlace value(const char* hive, FieldText key, FieldText name,
+                           Doubt doubt = Doubt::None) {
+  return {
+      .names = Names::Value, .hive = hive, .key = key, .below = {}, .value = name, .doubt = doubt};
+}
+// Of two values the scan judges the first that is not blank.
+constexpr NamedPlace textualValue(FieldText key, FieldText name) {
+  NamedPlace place = value("HKLM", key, name);
+  place.isBlankPassedOver = true;
+  return place;
+}
+constexpr NamedPlace wholeKey(Names names, const char* hive, FieldText key) {
+  return {.names = names, .hive = hive, .key = key, .below = {}, .value = {}};
+}
+
+constexpr NamedPlace namedFont[] = {
+    value("HKLM", fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"), locationAsItIs),
 };
+// A list's row may bear the key of the other list, which the scan walks behind it.
+constexpr NamedPlace namedSharedDll[] = {
+    value("HKLM", subKeyAsItIs, locationAsItIs),
+    value("HKLM", fixed(scannedKeys::sharedDlls), locationAsItIs),
+    value("HKLM", fixed(scannedKeys::sharedDlls32), locationAsItIs),
+};
+constexpr NamedPlace namedValue[] = {value(nullptr, subKeyAsItIs, badValueAsItIs)};
+constexpr NamedPlace namedProgram[] = {{.names = Names::Value,
+                                        .hive = nullptr,
+                                        .key = subKeyAsItIs,
+                                        .below = badValueAsItIs,
+                                        .value = defaultValue}};
+constexpr NamedPlace namedHelpFile[] = {
+    textualValue(fixed(scannedKeys::help), badValueAsItIs),
+    textualValue(fixed(scannedKeys::helpNt), badValueAsItIs),
+};
+constexpr NamedPlace namedSnapIn[] = {
+    textualValue(subKeyAsItIs, fixed("HelpTopic")),
+    textualValue(subKeyAsItIs, fixed("LinkedHelpTopics")),
+};
+constexpr NamedPlace namedIcon[] = {
+    wholeKey(Names::KeyOfDeadText, "HKCR",
+             {.field = Field::Location, .isTrimmed = false, .after = "\\defaulticon"}),
+};
+constexpr NamedPlace namedClassKey[] = {
+    wholeKey(Names::KeyOfDeadText, nullptr, subKeyAsItIs),
+};
+constexpr NamedPlace namedEmptyKey[] = {wholeKey(Names::EmptyKey, nullptr, subKeyAsItIs)};
+constexpr NamedPlace namedDefault[] = {value("HKCR", locationAsItIs, defaultValue)};
+constexpr NamedPlace namedRule[] = {
+    value(nullptr, subKeyAsItIs, badValueAsItIs, Doubt::RuleBefore),
+};
+constexpr NamedPlace namedValueOfUsers[] = {
+    value(nullptr, subKeyAsItIs, badValueAsItIs, Doubt::OthersVariables),
+};
+constexpr NamedPlace namedHelpFolder[] = {
+    wholeKey(Names::KeyOfDeadText, nullptr, helpFolder),
+};
+constexpr NamedPlace namedExtension[] = {
+    wholeKey(Names::EmptyKey, "HKCU",
+             {.before = fileExtensions, .field = Field::BadValue, .isTrimmed = false}),
+    wholeKey(Names::EmptyKey, "HKCU",
+             {.before = fileExtensionsNt, .field = Field::BadValue, .isTrimmed = false}),
+};
+
+// A list of application paths is named by its row, and the program's key by the bad value.
+bool isApplicationPath(const Form42& form, std::size_t row) {
+  return lowerCase(form.View2.text(row, subKeyColumn)).ends_with("\\currentversion\\app paths");
+}
+
+// A command's key with neither a text nor a value.
+bool isEmptyCommand(const Form42& form, std::size_t row) {
+  return form.View2.text(row, badValueColumn).empty();
+}
+
+constexpr std::array kinds{
+    RepairKind{1, fonts, namedFont},
+    RepairKind{2, sharedDlls, namedSharedDll},
+    RepairKind{3, applicationPaths, namedValue, isApplicationPath, namedProgram},
+    RepairKind{4, helpFiles, namedHelpFile},
+    RepairKind{5, htmlHelpFiles, namedValue},
+    RepairKind{6, icons, namedIcon},
+    RepairKind{7, fileClasses, namedClassKey},
+    RepairKind{8, servers, namedClassKey},
+    RepairKind{9, defaultValues, namedDefault},
+    RepairKind{10, defaultValues, namedDefault},
+    RepairKind{11, firewallRules, namedRule},
+    RepairKind{12, usersClasses, namedValueOfUsers},
+    RepairKind{13, machineClasses, namedValue},
+    RepairKind{55, snapIns, namedSnapIn},
+    RepairKind{56, joinedHelpFiles, namedValue},
+    RepairKind{71, helpFolders, namedHelpFolder},
+    RepairKind{72, libraryReferences, namedClassKey},
+    RepairKind{122, extensions, namedExtension},
+    RepairKind{133, emptyRecords, namedEmptyKey},
+    RepairKind{135, recordValues, namedValue},
+    RepairKind{144, namedValues, namedValue},
+    RepairKind{155, recentValues, namedValue},
+    RepairKind{166, namedValues, namedValue},
+    RepairKind{771, mediaTypes, namedValue, isEmptyCommand, namedEmptyKey},
+};
+
+constexpr RepairKind userClass{11, userClasses, namedValue};
 
 std::size_t columnOf(Field field) {
   switch (field) {
@@ -173,6 +254,13 @@ std::size_t columnOf(Field field) {
 const RepairKind* repairKind(int code) {
   const auto* found = std::ranges::find(kinds, code, &RepairKind::code);
   return found == kinds.end() ? nullptr : found;
+}
+
+const RepairKind& userClassKind() { return userClass; }
+
+NamedPlaces namedPlaces(const Form42& form, std::size_t row, const RepairKind& kind) {
+  const bool isOther = kind.isOther != nullptr && kind.isOther(form, row);
+  return isOther ? kind.namedByOther : kind.named;
 }
 
 std::string textFor(const Form42& form, std::size_t row, const FieldText& text) {

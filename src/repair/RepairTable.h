@@ -40,13 +40,54 @@ struct RepairStep {
   FieldText value;
 };
 
+// What a finding names: the value or the key whose text was judged, in the 64-bit view.
+enum class Names : std::uint8_t {
+  Value,
+  KeyOfDeadText,  // a key, by what its default value refers to
+  EmptyKey,
+};
+
+// What else must hold for a finding to be believed.
+enum class Doubt : std::uint8_t {
+  None,
+  OthersVariables,  // a text of another user's was judged by the variables of this one
+  RuleBefore,       // a firewall rule without a path was judged by that of the rule before it
+};
+
+// `hive` as above, but for a row of any root. The key is `key`, then `below` behind a backslash if
+// there is one.
+struct NamedPlace {
+  Names names;
+  const char* hive;
+  FieldText key;
+  FieldText below;
+  FieldText value;
+  Doubt doubt = Doubt::None;
+  bool isBlankPassedOver = false;
+};
+
+// The first of several places is named that is there; where a blank one is passed over, the first
+// with a text that is not.
+using NamedPlaces = std::span<const NamedPlace>;
+
 struct RepairKind {
   int code;
   std::span<const RepairStep> steps;
+  NamedPlaces named;
+  // For rows of another make that share the code.
+  bool (*isOther)(const Form42& form, std::size_t row) = nullptr;
+  NamedPlaces namedByOther = {};
 };
 
 // The actions of a kind, or none for a code that no routine handles.
 const RepairKind* repairKind(int code);
+
+// What the class scanner of the current user would have its rows repaired by. They share their code
+// with firewall rules, whose routine takes them first.
+const RepairKind& userClassKind();
+
+// What row `row` of View2 may name, in order.
+NamedPlaces namedPlaces(const Form42& form, std::size_t row, const RepairKind& kind);
 
 // The text for row `row` of View2.
 std::string textFor(const Form42& form, std::size_t row, const FieldText& text);

@@ -2,82 +2,38 @@
 
 #include <windows.h>
 
-#include <map>
-
 #include "registry/RegistryTextWriter.h"
 #include "repair/ExportPlan.h"
-#include "repair/ProtectedKeys.h"
-#include "repair/RepairTable.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
-#include "scan/Findings.h"
-#include "text/Numbers.h"
 
 namespace zelvreg {
 namespace {
 
-const RepairKind* kindOfRow(const Form42& form, std::size_t row) {
-  const double code = leadingNumber(form.View2.text(row, kindCodeColumn));
-  constexpr double highestCode = 1000;
-  return code >= 0 && code < highestCode && isOfKind(form, row, static_cast<int>(code))
-             ? repairKind(static_cast<int>(code))
-             : nullptr;
-}
-
-// The kinds that one routine repairs go by the code of its first: a row without a root of its own
-// takes the one of the row that the routine had before.
-int routineOf(int code) {
-  switch (code) {
-    case 771:
-      return 7;
-    case 135:
-      return 133;
-    default:
-      return code;
-  }
-}
-
-void addTreeUnlessSpared(const Form42& form, ExportPlan& plan, HiveHandle hive,
-                         const std::string& key) {
-  if (!form.safeguards.protects || !isProtectedKey(hive, key)) {
-    plan.addTree(hive, key);
-  }
-}
-
-void addStep(const Form42& form, ExportPlan& plan, std::size_t row, const RepairStep& step,
-             const std::string& shortRoot) {
-  const HiveHandle hive = HiveFromShortName(step.hive == nullptr ? shortRoot : step.hive);
-  const std::string key = textFor(form, row, step.key);
+void addStep(ExportPlan& plan, const RepairStep& step, const StepTarget& target) {
+  const HiveHandle hive = HiveFromShortName(target.hive);
   switch (step.step) {
     case Step::Grant:
       break;
     case Step::DeleteValue:
-      plan.addValue(hive, key, textFor(form, row, step.value));
+      plan.addValue(hive, target.key, target.value);
       break;
     case Step::EmptyDefault:
-      plan.addDefault(hive, key);
-      break;
-    case Step::DeleteSubkey:
-      addTreeUnlessSpared(form, plan, hive, key + "\\" + textFor(form, row, step.value));
+      plan.addDefault(hive, target.key);
       break;
     default:
-      addTreeUnlessSpared(form, plan, hive, key);
+      plan.addTree(hive, deletedKey(step, target));
       break;
   }
 }
 
-// From the last row to the first, as the routines go.
-void addRows(const Form42& form, ExportPlan& plan) {
-  std::map<int, std::string> shortRoots;
-  for (std::size_t row = form.View2.count(); row > 0; --row) {
-    const RepairKind* kind = form.View2.isChecked(row) ? kindOfRow(form, row) : nullptr;
-    if (kind == nullptr) {
-      continue;
-    }
-    std::string& shortRoot = shortRoots[routineOf(kind->code)];
-    shortRoot = shortRootName(form, row, kind->code, shortRoot);
-    for (const RepairStep& step : kind->steps) {
-      addStep(form, plan, row, step, shortRoot);
+// What the guard refuses is not taken, so it need not come back.
+void addRows(const RepairPlan& repair, ExportPlan& plan) {
+  for (const RowPlan& row : repair.rows()) {
+    for (std::size_t index = 0; index < row.steps.size(); ++index) {
+      if (row.steps[index].isAllowed()) {
+        addStep(plan, row.kind->steps[index], row.targets[index]);
+      }
     }
   }
 }
@@ -114,9 +70,9 @@ bool writeFile(const Form42& form, const std::string& bytes) {
 
 }  // namespace
 
-bool writeSafetyExport(Form42& form) {
+bool writeSafetyExport(const Form42& form, const RepairPlan& repair) {
   ExportPlan plan;
-  addRows(form, plan);
+  addRows(repair, plan);
   RegistryTextWriter writer;
   if (!plan.write(writer)) {
     return false;

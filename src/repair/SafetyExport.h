@@ -3,12 +3,13 @@
 #define ZELVREG_REPAIR_SAFETY_EXPORT_H
 
 #include "form/Form42.h"
+#include "repair/RepairPlan.h"
 
 namespace zelvreg {
 
-// Writes what the ticked rows' repairs will take to backup\registry in the program's folder. True
-// when it stands there, or when nothing would change; false when it cannot be written.
-bool writeSafetyExport(Form42& form);
+// Writes what the repair will take to backup\registry in the program's folder. True when it stands
+// there, or when nothing would change; false when it cannot be written.
+bool writeSafetyExport(const Form42& form, const RepairPlan& repair);
 
 }  // namespace zelvreg
 

@@ -1,9 +1,16 @@
 #include "repair/TruePlaces.h"
 
 #include <algorithm>
+#include <optional>
+
+#include "registry/AccountSids.h"
+#include "runtime/Environment.h"
+#include "scan/Resolver.h"
 
 namespace zelvreg {
 namespace {
+
+using Names = std::vector<std::u16string>;
 
 constexpr std::size_t longestKeyName = 255;
 const std::u16string wowName = u"Wow6432Node";
@@ -25,8 +32,8 @@ const char16_t* rootName(HiveHandle hive) {
 }
 
 // The system passes over doubled backslashes and one at the end.
-std::vector<std::u16string> namesOf(const std::u16string& path) {
-  std::vector<std::u16string> names;
+Names namesOf(const std::u16string& path) {
+  Names names;
   for (std::size_t start = 0; start <= path.size();) {
     const std::size_t end = std::min(path.find(u'\\', start), path.size());
     if (end > start) {
@@ -45,7 +52,7 @@ bool isUserClasses(const std::u16string& name) {
 
 // How many names stand before the one that the 32-bit view seeks elsewhere; 0 where both views are
 // the same.
-std::size_t sharedNames(HiveHandle hive, const std::vector<std::u16string>& names) {
+std::size_t sharedNames(HiveHandle hive, const Names& names) {
   const auto isNamed = [&](std::size_t index, const char16_t* name) {
     return index < names.size() && isSameName(names[index], name);
   };
@@ -59,6 +66,53 @@ std::size_t sharedNames(HiveHandle hive, const std::vector<std::u16string>& name
   return software + (isNamed(software + 1, u"Classes") ? 2 : 1);
 }
 
+std::u16string joined(const Names& names) {
+  std::u16string path;
+  for (const std::u16string& name : names) {
+    path += path.empty() ? name : u"\\" + name;
+  }
+  return path;
+}
+
+// Where a 32-bit process finds what a 64-bit one finds by these names; none where that is the same.
+std::optional<TruePlace> placeOfOtherView(HiveHandle hive, const Names& names) {
+  const std::size_t shared = sharedNames(hive, names);
+  if (shared == 0 || shared >= names.size() || isSameName(names[shared], wowName)) {
+    return std::nullopt;
+  }
+  Names other = names;
+  other.insert(other.begin() + static_cast<std::ptrdiff_t>(shared), wowName);
+  return TruePlace{hive, joined(other)};
+}
+
+// Whether the 32-bit view is elsewhere indeed: of the classes it is for two names alone, of all
+// else for the local machine's.
+bool isRedirected(HiveHandle hive, const Names& names) {
+  const std::size_t shared = sharedNames(hive, names);
+  const bool isOfClasses =
+      hive == HiveHandle::Users ? shared != 2 : isSameName(names[shared - 1], u"Classes");
+  return isOfClasses
+             ? isSameName(names[shared], u"CLSID") || isSameName(names[shared], u"Interface")
+             : hive == HiveHandle::LocalMachine;
+}
+
+// The roots that a path leads into, with the names below them.
+std::vector<std::pair<HiveHandle, Names>> trueRoads(HiveHandle hive, const Names& names) {
+  switch (hive) {
+    case HiveHandle::ClassesRoot: {
+      Names below{u"Software", u"Classes"};
+      below.insert(below.end(), names.begin(), names.end());
+      return {{HiveHandle::CurrentUser, below}, {HiveHandle::LocalMachine, below}};
+    }
+    case HiveHandle::LocalMachine:
+    case HiveHandle::CurrentUser:
+    case HiveHandle::Users:
+      return {{hive, names}};
+    default:
+      return {};
+  }
+}
+
 }  // namespace
 
 std::u16string TruePlace::fullPath() const {
@@ -66,47 +120,49 @@ std::u16string TruePlace::fullPath() const {
   return path.empty() ? root : root + u"\\" + path;
 }
 
-std::vector<TruePlace> TruePlaces::of(HiveHandle hive, const std::string& key, Views views) {
+std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, Views views) {
   const Names names = namesOf(widened(key));
-  const bool isPossible = std::ranges::all_of(
-      names, [](const std::u16string& name) { return name.size() <= longestKeyName; });
-  std::vector<std::pair<HiveHandle, Names>> candidates;
-  if (hive == HiveHandle::ClassesRoot) {
-    Names below{u"Software", u"Classes"};
-    below.insert(below.end(), names.begin(), names.end());
-    candidates = {{HiveHandle::LocalMachine, below}, {HiveHandle::CurrentUser, below}};
-  } else if (hive == HiveHandle::LocalMachine || hive == HiveHandle::CurrentUser ||
-             hive == HiveHandle::Users) {
-    candidates = {{hive, names}};
+  if (std::ranges::any_of(
+          names, [](const std::u16string& name) { return name.size() > longestKeyName; })) {
+    return {};
   }
+  const bool isOwnApart = views == Views::Own && runsOn64BitWindows();
   std::vector<TruePlace> places;
-  for (const auto& [trueHive, trueNames] : candidates) {
-    const std::size_t shared = sharedNames(trueHive, trueNames);
-    if (!isPossible) {
-      continue;
+  std::vector<TruePlace> otherPlaces;
+  for (const auto& [trueHive, trueNames] : trueRoads(hive, names)) {
+    const TruePlace truePlace{trueHive, joined(trueNames)};
+    const std::optional<TruePlace> other = placeOfOtherView(trueHive, trueNames);
+    places.push_back(other && isOwnApart && isRedirected(trueHive, trueNames) ? *other : truePlace);
+    if (views == Views::Both && other) {
+      otherPlaces.push_back(*other);
     }
-    addIfThere(places, trueHive, trueNames);
-    const bool isApart =
-        shared > 0 && shared < trueNames.size() && !isSameName(trueNames[shared], wowName);
-    if (views == Views::Both && isApart) {
-      Names other = trueNames;
-      other.insert(other.begin() + static_cast<std::ptrdiff_t>(shared), wowName);
-      addIfThere(places, trueHive, other);
-    }
+  }
+  places.insert(places.end(), otherPlaces.begin(), otherPlaces.end());
+  return places;
+}
+
+std::u16string currentUserKey() {
+  return widened(sidText(lookUpSid(environmentVariable("UserName"))));
+}
+
+bool isSameKey(const TruePlace& first, const TruePlace& second) {
+  return first.hive == second.hive && isSameName(first.path, second.path);
+}
+
+std::vector<TruePlace> TruePlaces::of(HiveHandle hive, const std::string& key, Views views) {
+  std::vector<TruePlace> places;
+  for (const TruePlace& place : possiblePlaces(hive, key, views)) {
+    addIfThere(places, place);
   }
   return places;
 }
 
-void TruePlaces::addIfThere(std::vector<TruePlace>& places, HiveHandle hive, const Names& names) {
-  TruePlace asked{hive, {}};
-  for (const std::u16string& name : names) {
-    asked.path += asked.path.empty() ? name : u"\\" + name;
-  }
-  if (WideKey(hive, asked.path, KEY_QUERY_VALUE).presence() == Presence::Absent) {
+void TruePlaces::addIfThere(std::vector<TruePlace>& places, const TruePlace& asked) {
+  if (WideKey(asked.hive, asked.path, KEY_QUERY_VALUE).presence() == Presence::Absent) {
     return;
   }
-  TruePlace spelled{hive, {}};
-  for (const std::u16string& name : names) {
+  TruePlace spelled{asked.hive, {}};
+  for (const std::u16string& name : namesOf(asked.path)) {
     const NameSet& siblings = namesIn(spelled);
     const auto found = siblings.find(name);
     const std::u16string& own = found == siblings.end() ? name : *found;

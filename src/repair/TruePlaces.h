@@ -22,7 +22,21 @@ struct TruePlace {
   [[nodiscard]] std::u16string fullPath() const;
 };
 
-enum class Views : std::uint8_t { True, Both };
+// The 64-bit view; the process's own; or both, for whoever must miss nothing.
+enum class Views : std::uint8_t { True, Own, Both };
+
+// Where a call by this narrow path may lead, those of the 64-bit view first and in each view the
+// user's first, as the merged classes root shows it; whether anything is there is not looked at.
+// None for a path that no key can have, and for other roots.
+[[nodiscard]] std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key,
+                                                    Views views);
+
+// The name of the current user's key below HKEY_USERS; empty if the system does not tell. That of
+// the user's classes has "_Classes" behind it.
+[[nodiscard]] std::u16string currentUserKey();
+
+// Whether two places are the same key. Case does not count.
+[[nodiscard]] bool isSameKey(const TruePlace& first, const TruePlace& second);
 
 // Keeps the names that it has listed, so it must not outlive changes of the registry.
 class TruePlaces {
@@ -33,10 +47,9 @@ class TruePlaces {
   [[nodiscard]] std::vector<TruePlace> of(HiveHandle hive, const std::string& key, Views views);
 
  private:
-  using Names = std::vector<std::u16string>;
   using NameSet = std::set<std::u16string, NameOrder>;
 
-  void addIfThere(std::vector<TruePlace>& places, HiveHandle hive, const Names& names);
+  void addIfThere(std::vector<TruePlace>& places, const TruePlace& asked);
   const NameSet& namesIn(const TruePlace& place);
 
   std::map<std::u16string, NameSet> listed;  // by the full path of the key above

@@ -121,6 +121,17 @@ void ListView::setChecked(std::size_t row, bool checked) {
   }
 }
 
+std::size_t ListView::tag(std::size_t row) const {
+  const Row* found = find(row);
+  return found == nullptr ? 0 : found->tag;
+}
+
+void ListView::setTag(std::size_t row, std::size_t tag) {
+  if (Row* found = find(row)) {
+    found->tag = tag;
+  }
+}
+
 std::uint32_t ListView::rowColor(std::size_t row) const {
   const Row* found = find(row);
   return found == nullptr ? 0 : found->color;

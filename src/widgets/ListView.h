@@ -65,6 +65,10 @@ class ListView : public Control {
   [[nodiscard]] bool isChecked(std::size_t row) const;
   void setChecked(std::size_t row, bool checked);
 
+  // A number that a row carries from place to place; 0 until it is given one.
+  [[nodiscard]] std::size_t tag(std::size_t row) const;
+  void setTag(std::size_t row, std::size_t tag);
+
   [[nodiscard]] std::uint32_t rowColor(std::size_t row) const;
   void setRowColor(std::size_t row, std::uint32_t color);
 
@@ -99,6 +103,7 @@ class ListView : public Control {
     std::string text;
     std::vector<SubItem> subItems;
     std::string smallIcon;
+    std::size_t tag = 0;
     std::uint32_t color = windowTextColor;
     bool isChecked = false;
     bool isSelected = false;

@@ -90,7 +90,7 @@ TEST_F(CommandsTest, WithoutAFindingOfTheKindsThatAreWantedNothingIsAsked) {
   setText(fontsKey, "Gone", "gone.ttf");
   options.command = Command::Fix;
   options.kinds = {2, 10};
-  EXPECT_EQ(run(), problemsFound);
+  EXPECT_EQ(run(), nothingFound);
   EXPECT_EQ(error.str(), "");
   EXPECT_EQ(given.saves, 0);
 }

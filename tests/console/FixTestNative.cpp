@@ -53,14 +53,47 @@ class FixTest : public ::testing::Test {
   std::ostringstream error;
 };
 
-TEST_F(FixTest, EverythingIsRepairedButRowsWithoutAKind) {
-  EXPECT_EQ(run({"fix", "--yes", "--json"}), problemsFound);
+TEST_F(FixTest, ToTheLetterEveryRowWithAKindLeavesTheList) {
+  EXPECT_EQ(run({"fix", "--yes", "--json", "--no-protect"}), nothingFound);
   const auto object = nlohmann::json::parse(out.str());
   EXPECT_EQ(object["repaired"], 42);
   EXPECT_EQ(object["total"], 4);
   for (const auto& finding : object["findings"]) {
     EXPECT_EQ(finding["kindCode"], "");
   }
+}
+
+// Left alone are an extension that the user has chosen programs for and the list of all records;
+// without effect stay two application paths, an empty command and three shared DLLs whose rows bear
+// the key of the other list.
+TEST_F(FixTest, TheCountsTellWhatIsGoneAndWhatIsStillThere) {
+  EXPECT_EQ(run({"fix", "--yes", "--json"}), nothingFound);
+  const auto object = nlohmann::json::parse(out.str());
+  EXPECT_EQ(object["repaired"], 34);
+  EXPECT_EQ(object["total"], 12);
+  EXPECT_EQ(object["outcome"].dump(), R"({"gone":34,"leftAlone":2,"noEffect":6})");
+  EXPECT_EQ(object["leftAlone"].size(), 2U);
+  for (const auto& finding : object["findings"]) {
+    EXPECT_TRUE(finding["kindCode"] == "" || finding["checked"] == false) << finding;
+  }
+}
+
+// Of the lists of help files and shared DLLs rows lose their fields to others.
+TEST_F(FixTest, WhatARepairLeftIsWhatTheNextScanFinds) {
+  const std::string rows =
+      "fonts,app-paths,icons,file-classes,com-classes,user-classes,"
+      "global-classes,machine-classes,firewall,file-extensions,uninstall,"
+      "startup,recent-lists,mui-cache";
+  run({"fix", "--yes", "--json", "--only", rows});
+  auto left = nlohmann::json::parse(out.str())["findings"];
+  run({"scan", "--json", "--only", rows});
+  auto found = nlohmann::json::parse(out.str())["findings"];
+  for (auto* list : {&left, &found}) {
+    for (auto& finding : *list) {
+      finding.erase("checked");
+    }
+  }
+  EXPECT_EQ(found, left);
 }
 
 TEST_F(FixTest, TheSafetyExportBringsAllBack) {
@@ -74,8 +107,9 @@ TEST_F(FixTest, TheSafetyExportBringsAllBack) {
 
 TEST_F(FixTest, AKeyOfAllRecordsIsSparedAndNamed) {
   run({"fix", "--yes", "--only", "uninstall", "--kinds", "133"});
-  EXPECT_NE(error.str().find("spared HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\"
-                             "currentversion\\Uninstall\\"),
+  EXPECT_NE(error.str().find(
+                "left alone: it would have taken HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\"
+                "currentversion\\Uninstall\\"),
             std::string::npos)
       << error.str();
   EXPECT_NE(content().find("NorthwindAtelier"), std::string::npos);
@@ -83,11 +117,12 @@ TEST_F(FixTest, AKeyOfAllRecordsIsSparedAndNamed) {
 
 TEST_F(FixTest, TheFixModeNamesItAsWell) {
   EXPECT_EQ(run({"w4-c4"}), nothingFound);
-  EXPECT_NE(error.str().find("spared HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\"
-                             "currentversion\\Uninstall\\"),
+  EXPECT_NE(error.str().find(
+                "left alone: it would have taken HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\"
+                "currentversion\\Uninstall\\"),
             std::string::npos)
       << error.str();
-  EXPECT_NE(error.str().find("(fix --no-protect deletes it)"), std::string::npos) << error.str();
+  EXPECT_NE(error.str().find("(fix --no-protect takes it)"), std::string::npos) << error.str();
   EXPECT_NE(content().find("NorthwindAtelier"), std::string::npos);
 }
 

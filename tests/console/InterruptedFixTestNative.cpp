@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "console/Commands.h"
+#include "console/FixCommand.h"
 #include "console/GivenComputer.h"
 #include "console/Terminal.h"
 #include "support/ComputerFixture.h"
@@ -56,14 +57,22 @@ class InterruptedFixTest : public fixture::ComputerFixture {
 
 using InterruptedFixDeathTest = InterruptedFixTest;
 
-TEST_F(InterruptedFixDeathTest, AFolderIsNotSaved) {
-  EXPECT_EXIT(fixAndEnd(false), ::testing::ExitedWithCode(3),
-              "the repair was interrupted; nothing of it was saved, saved 0 times");
+TEST_F(InterruptedFixDeathTest, BeforeTheFirstChangeNothingIsRepaired) {
+  for (const bool isLive : {false, true}) {
+    EXPECT_EXIT(fixAndEnd(isLive), ::testing::ExitedWithCode(3),
+                "interrupted before its first change; nothing was repaired, saved 0 times");
+  }
 }
 
-TEST_F(InterruptedFixDeathTest, OnARunningComputerWhatWasDoneStaysDone) {
-  EXPECT_EXIT(fixAndEnd(true), ::testing::ExitedWithCode(3),
-              "the repair was interrupted; what it had done stays done, saved 0 times");
+TEST(InterruptedFix, ALaterInterruptionTellsWhatBecameOfTheChanges) {
+  RepairOutcome outcome;
+  outcome.hasBegun = true;
+  GivenComputer computer;
+  EXPECT_EQ(interruptionText(outcome, computer),
+            "the repair was interrupted; nothing of it was saved");
+  computer.isLive = true;
+  EXPECT_EQ(interruptionText(outcome, computer),
+            "the repair was interrupted; what it had done stays done");
 }
 
 }  // namespace

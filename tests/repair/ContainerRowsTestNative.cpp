@@ -20,7 +20,7 @@ TEST_P(UnprotectedContainerTest, ItGoesWithAllRecordsInThe64BitView) {
   const bool isLeftEmpty =
       row.key.empty() || row.key == scannedKeys::software || row.key == scannedKeys::classIds;
   EXPECT_EQ(hasKey(places[0]), !seeksTheKeyItself() || isLeftEmpty);
-  EXPECT_TRUE(form.sparedKeys.empty());
+  EXPECT_TRUE(form.repairOutcome.refused.empty());
   EXPECT_EQ(form.View2.count(), 0U);
 }
 

@@ -181,10 +181,13 @@ class FaultSweepTest : public ::testing::Test {
 
   void expectRepaired(Session& session, std::size_t countAtEntry, std::size_t withoutRoutine) {
     const Form42& form = session.form;
-    EXPECT_EQ(form.View2.count(), withoutRoutine);
+    EXPECT_GE(form.View2.count(), withoutRoutine);
+    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+      EXPECT_FALSE(hasRoutine(form, row) && form.View2.isChecked(row)) << row;
+    }
     EXPECT_EQ(form.Label3.caption.get(),
-              withoutRoutine == 0 ? "" : rowCountText(form) + " Problem(s) Still There ");
-    const auto repaired = static_cast<std::int64_t>(countAtEntry - withoutRoutine);
+              form.View2.count() == 0 ? "" : rowCountText(form) + " Problem(s) Still There ");
+    const auto repaired = static_cast<std::int64_t>(countAtEntry - form.View2.count());
     const std::string count = session.repairCount();
     if (count != decimal(40 + repaired)) {
       ++lostCounts;
@@ -283,9 +286,14 @@ TEST_F(FaultSweepTest, TheComputerHasAFindingOfEveryKind) {
             (std::set<std::string>{"HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE"}));
 }
 
-TEST_F(FaultSweepTest, WithoutAFaultAllRowsWithARoutineGo) {
+TEST_F(FaultSweepTest, WithoutAFaultAllRowsWithARoutineGoButThoseThatStayForAReason) {
   Session session(everyKind);
   run(session, ApiCall::RegOpenKey, {});
+  const RepairOutcome& outcome = session.form.repairOutcome;
+  EXPECT_EQ(session.form.View2.count(),
+            rowsWithoutRoutine(session.form) + outcome.leftAlone + outcome.noEffect);
+  EXPECT_GT(outcome.gone, outcome.leftAlone + outcome.noEffect);
+  EXPECT_EQ(outcome.failed, 0U);
   EXPECT_EQ(lostCounts + endlessScans + endlessRepairs + stoppedRepairs, 0);
   EXPECT_GT(madeCalls, 0U);
 }
@@ -302,6 +310,7 @@ void keepOnly(Form42& form, const char* kind) {
 TEST_F(FaultSweepTest, AListThatEndsWithItsSnapInsKeepsTheRepairTurningWhateverFails) {
   for (const bool fails : {false, true}) {
     Session session(everyKind);
+    session.form.safeguardChoices = {{&Safeguards::protects, false, "--no-protect"}};
     session.scanRows();
     keepOnly(session.form, "55");
     ASSERT_EQ(session.form.View2.count(), 1U);

@@ -274,10 +274,12 @@ TEST_F(RepairRoutinesTest, ARecordWithoutANameSparesTheListOfAllRecords) {
   add({"x", "", "133", hklm, "Software\\Microsoft\\windows\\currentversion\\Uninstall\\"});
   deleteuninstall(form);
   EXPECT_TRUE(hasKey(list + "\\RepairTest"));
-  EXPECT_EQ(form.View2.count(), 0U);
-  EXPECT_EQ(form.sparedKeys,
-            (std::vector<std::string>{
-                "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\currentversion\\Uninstall\\"}));
+  EXPECT_EQ(form.View2.count(), 1U);
+  EXPECT_FALSE(form.View2.isChecked(1));
+  EXPECT_EQ(form.repairOutcome.refused,
+            (std::vector<LeftAlone>{
+                {"HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\currentversion\\Uninstall\\",
+                 "records of other programs lie in it"}}));
   removeKey(list + "\\RepairTest");
 }
 

@@ -25,7 +25,8 @@ std::string rootName(HiveHandle hive) {
 }  // namespace
 
 SafetyExportFixture::SafetyExportFixture() {
-  form.safeguards = {};
+  // The rows are made up, so that a repair that protects would leave them alone.
+  form.safeguards = {.protects = false};
   form.programFolder = "C:\\SafetyExportTest";
   makeFolder(form.programFolder);
   for (const std::string& path : exports()) {

@@ -121,7 +121,7 @@ TEST_P(SafetyExportKindsTest, WhatTheRepairTakesIsExportedAndComesBack) {
   const std::size_t row = addTickedRow(kind.finding);
   const auto all = static_cast<std::ptrdiff_t>(kind.values.size());
   ASSERT_EQ(valuesThere(), all);
-  ASSERT_TRUE(writeSafetyExport(form));
+  ASSERT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   const std::vector<std::string> names = exportedNames();
   for (const Value& value : kind.values) {
     EXPECT_NE(std::ranges::find(names, shortName(value)), names.end()) << value.key;

@@ -49,7 +49,7 @@ TEST_F(SafetyExportTest, ATreeComesBackBitForBit) {
   const auto before = fixture::contentOf(HiveHandle::LocalMachine, place);
   ASSERT_EQ(before.size(), 4U);
   addClassRow();
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   removeKey(machineClasses + "SafetyExportTest");
   ASSERT_FALSE(hasKey(machineClasses + "SafetyExportTest"));
   const RegistryImport result = importIt();
@@ -69,7 +69,7 @@ TEST_F(SafetyExportTest, EachUnusualValueComesBackAlone) {
   }
   const WideKey key(HiveHandle::LocalMachine, place, KEY_ALL_ACCESS);
   const std::vector<WideValue> before = key.values().value();
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   for (const WideValue& value : before) {
     EXPECT_TRUE(key.deleteValue(value.name));
   }
@@ -81,13 +81,13 @@ TEST_F(SafetyExportTest, AMergedClassIsWrittenWhereItsTwoKeysLie) {
   setText(machineClasses + "SafetyExportTest\\Machine", "m", "x");
   setText(userClasses + "SafetyExportTest\\User", "u", "x");
   addClassRow();
-  EXPECT_TRUE(writeSafetyExport(form));
-  EXPECT_EQ(exportedNames(), (Names{"hklm\\software\\classes\\safetyexporttest",
-                                    "hklm\\software\\classes\\safetyexporttest\\machine",
-                                    "hklm\\software\\classes\\safetyexporttest\\machine|m",
-                                    "hkcu\\software\\classes\\safetyexporttest",
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
+  EXPECT_EQ(exportedNames(), (Names{"hkcu\\software\\classes\\safetyexporttest",
                                     "hkcu\\software\\classes\\safetyexporttest\\user",
-                                    "hkcu\\software\\classes\\safetyexporttest\\user|u"}));
+                                    "hkcu\\software\\classes\\safetyexporttest\\user|u",
+                                    "hklm\\software\\classes\\safetyexporttest",
+                                    "hklm\\software\\classes\\safetyexporttest\\machine",
+                                    "hklm\\software\\classes\\safetyexporttest\\machine|m"}));
 }
 
 TEST_F(SafetyExportTest, BothViewsOfAKeyAreWritten) {
@@ -96,14 +96,14 @@ TEST_F(SafetyExportTest, BothViewsOfAKeyAreWritten) {
   addTickedRow({"", "", "72", "", "CLSID\\{SafetyExportTest}", ""});
   setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\SafetyExportTest", "x", "y");
   addTickedRow({"", "", "133", "", "SOFTWARE\\SafetyExportTest", ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_EQ(exportedNames(),
-            (Names{"hklm\\software\\wow6432node\\safetyexporttest",
-                   "hklm\\software\\wow6432node\\safetyexporttest|x",
-                   "hklm\\software\\classes\\clsid\\{safetyexporttest}",
+            (Names{"hklm\\software\\classes\\clsid\\{safetyexporttest}",
                    "hklm\\software\\classes\\clsid\\{safetyexporttest}|",
                    "hklm\\software\\classes\\wow6432node\\clsid\\{safetyexporttest}",
-                   "hklm\\software\\classes\\wow6432node\\clsid\\{safetyexporttest}|"}));
+                   "hklm\\software\\classes\\wow6432node\\clsid\\{safetyexporttest}|",
+                   "hklm\\software\\wow6432node\\safetyexporttest",
+                   "hklm\\software\\wow6432node\\safetyexporttest|x"}));
 }
 
 TEST_F(SafetyExportTest, ADefaultValueThatIsWrittenOverIsDeletedAgainIfThereWasNone) {
@@ -111,7 +111,7 @@ TEST_F(SafetyExportTest, ADefaultValueThatIsWrittenOverIsDeletedAgainIfThereWasN
   setText(machineClasses + key, "", "there");
   setText(otherClasses + key, "x", "y");
   addTickedRow({key, "", "8", "", key, ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   setText(otherClasses + key, "", "");
   EXPECT_TRUE(importIt().isDone);
   EXPECT_EQ(storedText(machineClasses + key, ""), "there");
@@ -131,28 +131,27 @@ TEST_F(SafetyExportTest, AKeyGoesOnceInTheRegistrysOwnSpellingAndATreeCoversWhat
   addValueRow("a");
   addValueRow("none");
   addTickedRow({"", "a", "13", "", "software\\safetyEXPORTtest", ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   std::vector<std::u16string> found;
   for (const RegistryChange& change : exported()) {
     found.push_back(change.kind == RegistryChange::Kind::MakeKey
                         ? change.path.substr(change.path.find(u"SafetyExportTest"))
                         : change.value.name);
   }
-  EXPECT_EQ(found,
-            (std::vector<std::u16string>{u"SafetyExportTest", u"A", u"b", u"SafetyExportTest",
-                                         u"SafetyExportTest\\Sub", u""}));
+  EXPECT_EQ(found, (std::vector<std::u16string>{u"SafetyExportTest", u"SafetyExportTest\\Sub", u"",
+                                                u"SafetyExportTest", u"A", u"b"}));
 }
 
 TEST_F(SafetyExportTest, ARowWithoutAKnownRootTakesTheOneOfTheRowBelowIt) {
   setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\SafetyExportTest", "x", "y");
   addTickedRow({"", "x", "144", "HKEY_USERS", "SOFTWARE\\SafetyExportTest", ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_TRUE(exports().empty());
   addTickedRow({"", "none", "166", "HKEY_LOCAL_MACHINE", "SOFTWARE\\SafetyExportTest", ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_TRUE(exports().empty());
   addTickedRow({"", "none", "144", "HKEY_LOCAL_MACHINE", "SOFTWARE\\SafetyExportTest", ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_EQ(exportedNames(),
             (Names{"hklm\\software\\safetyexporttest", "hklm\\software\\safetyexporttest|x"}));
 }
@@ -161,7 +160,7 @@ TEST_F(SafetyExportTest, OneRoutineKeepsTheRootForBothOfItsKinds) {
   setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\SafetyExportTest", "x", "y");
   addTickedRow({"", "x", "135", "", "SOFTWARE\\SafetyExportTest", ""});
   addTickedRow({"", "", "133", "HKEY_LOCAL_MACHINE", "SOFTWARE\\SafetyExportTest\\None", ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_EQ(exportedNames(),
             (Names{"hklm\\software\\safetyexporttest", "hklm\\software\\safetyexporttest|x"}));
 }
@@ -174,7 +173,7 @@ TEST_F(SafetyExportTest, NothingIsWrittenWhenNothingWouldChange) {
   addTickedRow({"", "x", "13", "", "SOFTWARE\\SafetyExportTest\\None", ""});
   addValueRow("x");
   form.View2.setChecked(form.View2.count(), false);
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_TRUE(exports().empty());
 }
 
@@ -183,11 +182,12 @@ TEST_F(SafetyExportTest, ProtectedKeysGoOnlyWhenTheRepairTakesThem) {
           "SafetyExportTest", "x");
   addTickedRow({"", "", "122", "HKEY_CURRENT_USER", "", ""});
   addTickedRow({"", "", "7", "", "", ""});
-  EXPECT_TRUE(writeSafetyExport(form));
+  form.safeguards.protects = true;
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_TRUE(exports().empty());
   form.View2.setChecked(2, false);
   form.safeguards.protects = false;
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   const Names names = exportedNames();
   EXPECT_NE(std::ranges::find(names,
                               "hkcu\\software\\microsoft\\windows\\currentversion\\explorer"
@@ -199,7 +199,7 @@ TEST_F(SafetyExportTest, EachExportHasANameOfItsOwn) {
   setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\SafetyExportTest", "x", "y");
   addValueRow("x");
   for (std::size_t count = 1; count <= 3; ++count) {
-    EXPECT_TRUE(writeSafetyExport(form));
+    EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
     EXPECT_EQ(exports().size(), count);
   }
   const std::string first = readFileText(exports().front()).value_or("");
@@ -212,7 +212,7 @@ TEST_F(SafetyExportTest, AFolderThatCannotBeMadeGivesFalse) {
   addValueRow("x");
   form.programFolder = "C:\\SafetyExportTest\\file";
   makeFile(form.programFolder);
-  EXPECT_FALSE(writeSafetyExport(form));
+  EXPECT_FALSE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_EQ(storedText("HKEY_LOCAL_MACHINE\\SOFTWARE\\SafetyExportTest", "x"), "y");
   EXPECT_EQ(form.View2.count(), 1U);
 }
@@ -220,7 +220,7 @@ TEST_F(SafetyExportTest, AFolderThatCannotBeMadeGivesFalse) {
 TEST_F(SafetyExportTest, AKeyThatTheFormatCannotHoldGivesFalse) {
   fixture::setValues(HiveHandle::LocalMachine, u"Software\\Classes\\SafetyExportTest\\a\nb", {});
   addClassRow();
-  EXPECT_FALSE(writeSafetyExport(form));
+  EXPECT_FALSE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_TRUE(exports().empty());
 }
 

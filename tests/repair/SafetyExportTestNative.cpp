@@ -23,7 +23,7 @@ class SafetyExportFaultsTest : public fixture::SafetyExportFixture {
 TEST_F(SafetyExportFaultsTest, AKeyThatCannotBeReadButCouldBeDeletedGivesFalse) {
   for (const char* list : {"D:(A;;SD;;;WD)", "D:(A;;WD;;;WD)", "D:(A;;0x2;;;WD)"}) {
     setAccessOfKey(key + "\\Below", list);
-    EXPECT_FALSE(writeSafetyExport(form)) << list;
+    EXPECT_FALSE(writeSafetyExport(form, RepairPlan(form))) << list;
     machine::Machine::current()->registry().setSecurity(key + "\\Below",
                                                         machine::parseSddl("D:(A;;KA;;;WD)"));
   }
@@ -33,7 +33,7 @@ TEST_F(SafetyExportFaultsTest, AKeyThatCannotBeReadButCouldBeDeletedGivesFalse) 
 TEST_F(SafetyExportFaultsTest, AKeyThatCanNeitherBeReadNorDeletedIsLeftOut) {
   machine::Machine::current()->registry().setSecurity(key + "\\Below",
                                                       machine::parseSddl("O:SYD:(A;;RC;;;WD)"));
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   EXPECT_EQ(exportedNames(),
             (std::vector<std::string>{"hklm\\software\\classes\\safetyexporttest",
                                       "hklm\\software\\classes\\safetyexporttest|x"}));
@@ -42,10 +42,10 @@ TEST_F(SafetyExportFaultsTest, AKeyThatCanNeitherBeReadNorDeletedIsLeftOut) {
 TEST_F(SafetyExportFaultsTest, OnlyADenialTellsThatAKeyCannotBeDeleted) {
   auto& faults = machine::Machine::current()->faults();
   faults.failFrom(machine::ApiCall::RegOpenKey, 1, ERROR_NOT_ENOUGH_MEMORY);
-  EXPECT_FALSE(writeSafetyExport(form));
+  EXPECT_FALSE(writeSafetyExport(form, RepairPlan(form)));
   faults.clear();
   faults.failFrom(machine::ApiCall::RegOpenKey, 1, ERROR_ACCESS_DENIED);
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   faults.clear();
   EXPECT_TRUE(exports().empty());
 }
@@ -53,14 +53,14 @@ TEST_F(SafetyExportFaultsTest, OnlyADenialTellsThatAKeyCannotBeDeleted) {
 TEST_F(SafetyExportFaultsTest, AListThatBreaksOffGivesFalse) {
   auto& faults = machine::Machine::current()->faults();
   faults.clear();
-  ASSERT_TRUE(writeSafetyExport(form));
+  ASSERT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   const std::uint64_t values = faults.calls(machine::ApiCall::RegEnumValue);
   const std::uint64_t subkeys = faults.calls(machine::ApiCall::RegEnumKey);
   for (const auto& [call, last] : {std::pair{machine::ApiCall::RegEnumValue, values},
                                    std::pair{machine::ApiCall::RegEnumKey, subkeys}}) {
     faults.clear();
     faults.fail(call, last, ERROR_NOT_ENOUGH_MEMORY);
-    EXPECT_FALSE(writeSafetyExport(form));
+    EXPECT_FALSE(writeSafetyExport(form, RepairPlan(form)));
   }
   EXPECT_EQ(exports().size(), 1U);
 }
@@ -71,11 +71,11 @@ TEST_F(SafetyExportFaultsTest, AnyFailingStepOfTheFileGivesFalse) {
        {machine::ApiCall::CreateFile, machine::ApiCall::WriteFile, machine::ApiCall::MoveFile}) {
     faults.clear();
     faults.fail(call, 1, ERROR_DISK_FULL);
-    EXPECT_FALSE(writeSafetyExport(form));
+    EXPECT_FALSE(writeSafetyExport(form, RepairPlan(form)));
     EXPECT_TRUE(exports().empty());
   }
   faults.clear();
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
 }
 
 class SafetyExport32Test : public fixture::Computer32Fixture {};
@@ -88,7 +88,7 @@ TEST_F(SafetyExport32Test, AComputerWithOneViewHasEachKeyOnce) {
   form.View2.setChecked(row, true);
   form.programFolder = "C:\\SafetyExportTest";
   makeFolder(form.programFolder + "\\backup\\registry");
-  EXPECT_TRUE(writeSafetyExport(form));
+  EXPECT_TRUE(writeSafetyExport(form, RepairPlan(form)));
   removeKey("HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\CLSID\\{SafetyExportTest}");
   const RegistryImport result =
       importRegistryFile("C:\\SafetyExportTest\\backup\\registry\\20260131-134506.reg");

@@ -19,6 +19,7 @@ const std::string extensions =
 class StoppedRepairTest : public fixture::SafetyExportFixture {
  protected:
   StoppedRepairTest() {
+    form.safeguards = {};
     emptyKey(suite);
     emptyKey(user);
     setText(user, "a", "x");
@@ -119,7 +120,7 @@ TEST_F(StoppedRepairTest, WhatTheSettingLiftsTheProtectionFromIsExported) {
   addTickedRow({"", "", "122", "HKEY_CURRENT_USER", "", ""});
   runRepair(form);
   EXPECT_FALSE(hasKey(extensions));
-  EXPECT_TRUE(form.sparedKeys.empty());
+  EXPECT_TRUE(form.repairOutcome.refused.empty());
   ASSERT_EQ(exports().size(), 1U);
   EXPECT_TRUE(importRegistryFile(exports().front()).isDone);
   EXPECT_EQ(storedText(extensions + "\\.stoppedrepairtest", "x"), "y");
@@ -133,7 +134,7 @@ TEST_F(StoppedRepairTest, AnyOtherTextOfTheSettingKeepsTheProtection) {
     addTickedRow({"", "", "122", "HKEY_CURRENT_USER", "", ""});
     runRepair(form);
     EXPECT_EQ(storedText(extensions + "\\.stoppedrepairtest", "x"), "y") << text;
-    EXPECT_FALSE(form.sparedKeys.empty()) << text;
+    EXPECT_FALSE(form.repairOutcome.refused.empty()) << text;
     EXPECT_TRUE(exports().empty()) << text;
   }
   removeKey(extensions + "\\.stoppedrepairtest");

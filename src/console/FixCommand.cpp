@@ -1,0 +1,164 @@
+#include "console/FixCommand.h"
+
+#include <stdexcept>
+
+#include "console/DisplayText.h"
+#include "console/FormUse.h"
+#include "console/HostFile.h"
+#include "console/ResultOutput.h"
+#include "console/ReviewedResult.h"
+#include "console/Terminal.h"
+#include "repair/RepairPlan.h"
+#include "runtime/Directory.h"
+#include "scan/Findings.h"
+#include "text/Numbers.h"
+
+namespace zelvreg::console {
+namespace {
+
+// All rows, or those of a result that somebody has looked through.
+void tickRows(Form42& form, const Options& options, const Streams& streams) {
+  if (options.reviewedFile.empty()) {
+    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+      form.View2.setChecked(row, true);
+    }
+    return;
+  }
+  const auto reviewed = reviewedFindings(readHostFile(options.reviewedFile), options.reviewedFile);
+  const std::size_t missing = tickReviewed(form, reviewed);
+  if (missing > 0) {
+    streams.error << "zelvreg: " << missing << " of the " << reviewed.size() << " findings in "
+                  << options.reviewedFile << " are no longer found\n";
+  }
+}
+
+// How many rows are ticked then.
+std::size_t untickOtherKinds(Form42& form, const std::set<int>& kinds) {
+  std::size_t ticked = 0;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    const double kind = leadingNumber(form.View2.text(row, kindCodeColumn));
+    if (!kinds.empty() && !kinds.contains(static_cast<int>(kind))) {
+      form.View2.setChecked(row, false);
+    }
+    ticked += form.View2.isChecked(row) ? 1 : 0;
+  }
+  return ticked;
+}
+
+std::vector<std::pair<std::string, std::string>> refusedTexts(const std::vector<LeftAlone>& list) {
+  std::vector<std::pair<std::string, std::string>> texts;
+  for (const LeftAlone& entry : list) {
+    texts.emplace_back(registryText(entry.place), registryText(entry.reason));
+  }
+  return texts;
+}
+
+void refuseMoreThanAsked(Form42& form, const Options& options) {
+  if (!options.mostRows) {
+    return;
+  }
+  const std::size_t going = RepairPlan(form).rowsThatGo();
+  if (going > *options.mostRows) {
+    throw std::runtime_error(std::to_string(going) + " findings would be repaired, and --max is " +
+                             std::to_string(*options.mostRows) +
+                             "; nothing was repaired: look at fix --dry-run, then allow more");
+  }
+}
+
+int rehearse(Form42& form, const Options& options, const Streams& streams) {
+  const RepairPlan plan(form);
+  RepairResult result{.isRehearsal = true,
+                      .repaired = plan.rowsThatGo(),
+                      .takings = {},
+                      .refused = refusedTexts(plan.leftAlone())};
+  for (const std::string& place : plan.takings()) {
+    result.takings.push_back(registryText(place));
+  }
+  printResult(scanResultOf(form), options, streams, result);
+  return plan.rowsThatGo() == 0 || options.exitsZero ? nothingFound : problemsFound;
+}
+
+// Before the first change the repair may be given up, for want of time too.
+void pressFix(Form42& form, const Options& options, const Computer& computer) {
+  // The disk of another computer need not have it.
+  makeFolder(form.programFolder);
+  form.messages.serveHost = [&form, &options, &computer] {
+    if (form.repairOutcome.hasBegun ? isStopRequested() : isGivenUp(options)) {
+      throw std::runtime_error(interruptionText(form.repairOutcome, computer));
+    }
+  };
+  form.cmd_fix.click();
+  form.messages.serveHost = nullptr;
+}
+
+// Whether a row that was to be repaired, and can be, is still there.
+bool isAnythingLeft(const Form42& form, std::size_t ticked) {
+  const RepairOutcome& outcome = form.repairOutcome;
+  const bool tookPlace = outcome.gone + outcome.leftAlone + outcome.noEffect > 0;
+  return tookPlace ? outcome.failed > 0 : ticked > 0;
+}
+
+RepairResult resultOf(const Form42& form, std::size_t repaired) {
+  const RepairOutcome& outcome = form.repairOutcome;
+  return {.repaired = repaired,
+          .gone = outcome.gone,
+          .leftAlone = outcome.leftAlone,
+          .noEffect = outcome.noEffect,
+          .takings = {},
+          .refused = refusedTexts(outcome.refused)};
+}
+
+}  // namespace
+
+void refuseUnlessWhole(const Computer& computer) {
+  for (const auto& lines : {computer.damage(), computer.unclean()}) {
+    if (!lines.empty()) {
+      throw std::runtime_error(lines.front() + "; nothing was repaired");
+    }
+  }
+}
+
+std::string interruptionText(const RepairOutcome& outcome, const Computer& computer) {
+  if (!outcome.hasBegun) {
+    return "the repair was interrupted before its first change; nothing was repaired";
+  }
+  return computer.keepsAtOnce() ? "the repair was interrupted; what it had done stays done"
+                                : "the repair was interrupted; nothing of it was saved";
+}
+
+void tellWhatWasLeftAlone(const Form42& form, const Streams& streams) {
+  for (const auto& [place, reason] : refusedTexts(form.repairOutcome.refused)) {
+    streams.error << "zelvreg: left alone: it would have taken " << printable(place) << ": "
+                  << printable(reason) << " (fix --no-protect takes it)\n";
+  }
+}
+
+int fix(const Options& options, Computer& computer, const Streams& streams) {
+  refuseUnlessWhole(computer);
+  Form42 form;
+  prepareForm(form, options, streams);
+  if (!runScanOn(form, options, streams)) {
+    throw std::runtime_error("the scan was cancelled; nothing was repaired");
+  }
+  writeReport(form, options);
+  const std::size_t found = form.View2.count();
+  tickRows(form, options, streams);
+  const std::size_t ticked = untickOtherKinds(form, options.kinds);
+  if (options.isRehearsal) {
+    return rehearse(form, options, streams);
+  }
+  if (ticked > 0) {
+    refuseMoreThanAsked(form, options);
+    pressFix(form, options, computer);
+    if (form.isRepairStopped) {
+      return failed;  // the form has said so
+    }
+    saveAndTell(computer, streams);
+    tellWhatWasLeftAlone(form, streams);
+  }
+  const ScanResult left = scanResultOf(form);
+  printResult(left, options, streams, resultOf(form, found - left.findings.size()));
+  return isAnythingLeft(form, ticked) && !options.exitsZero ? problemsFound : nothingFound;
+}
+
+}  // namespace zelvreg::console

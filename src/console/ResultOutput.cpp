@@ -1,0 +1,28 @@
+#include "console/ResultOutput.h"
+
+#include "console/HostFile.h"
+#include "reports/Report.h"
+
+namespace zelvreg::console {
+
+void printResult(const ScanResult& result, const Options& options, const Streams& streams,
+                 const std::optional<RepairResult>& repair) {
+  if (options.format == Format::Json) {
+    streams.out << jsonText(result, repair);
+  } else if (options.format == Format::Csv) {
+    streams.out << csvText(result);
+  } else if (!options.isQuiet) {
+    streams.out << tableText(result, streams.width);
+    if (repair) {
+      streams.out << repairText(*repair, result.findings.size());
+    }
+  }
+}
+
+void writeReport(const Form42& form, const Options& options) {
+  if (!options.reportFile.empty()) {
+    writeHostFile(options.reportFile, reportText(form));
+  }
+}
+
+}  // namespace zelvreg::console

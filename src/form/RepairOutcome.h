@@ -1,0 +1,34 @@
+// What a repair has done, as far as it does not show in the list.
+#ifndef ZELVREG_FORM_REPAIR_OUTCOME_H
+#define ZELVREG_FORM_REPAIR_OUTCOME_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace zelvreg {
+
+// Something that a step of a repair would have taken, by its whole path, and why it has not.
+struct LeftAlone {
+  std::string place;
+  std::string reason;
+
+  bool operator==(const LeftAlone&) const = default;
+};
+
+// The rows that were to be repaired, by what was found when their own places were looked at again.
+struct RepairOutcome {
+  std::size_t gone = 0;
+  std::size_t leftAlone = 0;  // still there, and a step was refused
+  std::size_t noEffect = 0;   // still there, though nothing was refused
+  // Whether anything was called that changes the registry.
+  bool hasBegun = false;
+  // Of those still there, how many should have gone.
+  std::size_t failed = 0;
+  // Each thing that was refused, once.
+  std::vector<LeftAlone> refused;
+};
+
+}  // namespace zelvreg
+
+#endif

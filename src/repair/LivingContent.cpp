@@ -1,0 +1,91 @@
+#include "repair/LivingContent.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "registry/Variant.h"
+
+namespace zelvreg {
+namespace {
+
+bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ; }
+
+std::u16string wideTextOf(const WideValue& value) {
+  std::u16string text(value.data.size() / sizeof(char16_t), u'\0');
+  std::memcpy(text.data(), value.data.data(), text.size() * sizeof(char16_t));
+  text.resize(std::min(text.find(u'\0'), text.size()));
+  return text;
+}
+
+Reference referenceIn(const Form42& form, const WideValue& value) {
+  if (isText(value.type)) {
+    const std::u16string text = wideTextOf(value);
+    const std::string narrow = textOf(Variant(value.data));
+    // What the code page does not hold cannot be looked for.
+    return widened(narrow) == text ? referenceIn(form, narrow) : Reference::Living;
+  }
+  // A list of texts names what an installer brings when it is first asked for.
+  const bool isAdvertised = value.type == REG_MULTI_SZ && !wideTextOf(value).empty();
+  return isAdvertised || value.type == REG_LINK ? Reference::Living : Reference::None;
+}
+
+bool isBlankDefault(const WideValue& value) {
+  return value.name.empty() && isText(value.type) &&
+         wideTextOf(value).find_first_not_of(u' ') == std::u16string::npos;
+}
+
+// Walks one key with all below it.
+class Content {
+ public:
+  Content(const Form42& formInUse, const RegistryState& state) : form(formInUse), registry(state) {}
+
+  using IsLiving = bool (Content::*)(const WideValue& value) const;
+
+  // `isLiving` judges the values of this key; those below it are a record of their own.
+  [[nodiscard]] std::optional<std::u16string> living(const TruePlace& key,
+                                                     IsLiving isLiving) const {
+    const auto values = registry.values(key);
+    const auto subkeys = registry.subkeys(key);
+    if (!values || !subkeys) {
+      return key.fullPath();
+    }
+    for (const WideValue& value : *values) {
+      if ((this->*isLiving)(value)) {
+        return key.fullPath() + u", value \"" + value.name + u"\"";
+      }
+    }
+    for (const std::u16string& name : *subkeys) {
+      if (auto found = living(below(key, name), &Content::isOfARecord)) {
+        return found;
+      }
+    }
+    return std::nullopt;
+  }
+
+  [[nodiscard]] bool isMoreThanABlank(const WideValue& value) const {
+    return !isBlankDefault(value);
+  }
+  // The default value is what the finding is about; but a link has none.
+  [[nodiscard]] bool isLivingBeside(const WideValue& value) const {
+    return (!value.name.empty() || value.type == REG_LINK) &&
+           referenceIn(form, value) == Reference::Living;
+  }
+
+ private:
+  [[nodiscard]] bool isOfARecord(const WideValue& value) const {
+    return !isBlankDefault(value) && referenceIn(form, value) != Reference::Dead;
+  }
+
+  const Form42& form;
+  const RegistryState& registry;
+};
+
+}  // namespace
+
+std::optional<std::u16string> livingContent(const Form42& form, const RegistryState& registry,
+                                            const TruePlace& key, KeyIs is) {
+  return Content(form, registry)
+      .living(key, is == KeyIs::Empty ? &Content::isMoreThanABlank : &Content::isLivingBeside);
+}
+
+}  // namespace zelvreg

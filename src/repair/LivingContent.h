@@ -1,0 +1,36 @@
+// Whether a key holds anything that is still of use, so that no repair may take it whole.
+#ifndef ZELVREG_REPAIR_LIVING_CONTENT_H
+#define ZELVREG_REPAIR_LIVING_CONTENT_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "form/Form42.h"
+#include "repair/RegistryState.h"
+
+namespace zelvreg {
+
+// What a finding says of a key that it names.
+enum class KeyIs : std::uint8_t {
+  DeadReference,  // its default value names something that is gone
+  Empty,          // it holds no value but a blank default one
+};
+
+// The whole path of the first thing in the key or below it that a repair must leave: a reference
+// that is found or cannot be decided; a subkey with values, which is a record of its own, unless
+// all of them are dead; a link; what cannot be read. None where all of it may go.
+std::optional<std::u16string> livingContent(const Form42& form, const RegistryState& registry,
+                                            const TruePlace& key, KeyIs is);
+
+// What a text of the registry refers to, as far as it can be told from here.
+enum class Reference : std::uint8_t {
+  None,    // it only describes
+  Dead,    // a path on a drive that is there, and by no reading of it is there anything
+  Living,  // it is found, or cannot be decided: a share, a bare name, a class
+};
+Reference referenceIn(const Form42& form, const std::string& text);
+
+}  // namespace zelvreg
+
+#endif

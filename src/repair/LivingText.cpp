@@ -1,0 +1,107 @@
+// What a text refers to (LivingContent.h). Every road to a file is tried: one that leads somewhere
+// is enough to leave a text alone.
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "repair/LivingContent.h"
+#include "runtime/FileSystemObject.h"
+#include "scan/Resolver.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+// What stands for a program or a library where a text has no folder.
+constexpr std::array<std::string_view, 16> programEndings{
+    ".exe", ".dll", ".ocx", ".ovl", ".cpl", ".com", ".bat", ".cmd",
+    ".msc", ".sys", ".drv", ".tlb", ".olb", ".hlp", ".chm", ".msi"};
+
+constexpr std::string_view fileScheme = "file:///";
+
+bool isDrivePath(std::string_view text) {
+  return text.size() > 2 && text[1] == ':' && (text[2] == '\\' || text[2] == '/');
+}
+
+bool isClassName(std::string_view text) {
+  return text.size() > 2 && text.front() == '{' && text.back() == '}';
+}
+
+// Text that does not begin with a quote is taken whole.
+std::string_view betweenFirstQuotes(std::string_view text) {
+  return text.starts_with('"') ? split(text, "\"")[1] : text;
+}
+
+// A name without a folder, with or without arguments behind it.
+bool isBareProgram(const std::string& lower) {
+  return std::ranges::any_of(programEndings, [&](std::string_view ending) {
+    const auto found = lower.find(ending);
+    const std::size_t end = found + ending.size();
+    return found != std::string::npos &&
+           (end == lower.size() || std::string_view(" \",").find(lower[end]) != std::string::npos);
+  });
+}
+
+bool isReference(const std::string& lower) {
+  return contains(lower, "\\") || contains(lower, "%") || contains(lower, "://") ||
+         lower.starts_with("//") || isDrivePath(lower) || isClassName(lower) ||
+         isBareProgram(lower);
+}
+
+bool isFile(const std::string& path) { return fileSystemObject::fileExists(path); }
+
+bool isThere(const std::string& path) {
+  return isFile(path) || isFile(path + ".exe") || fileSystemObject::folderExists(path);
+}
+
+// The path as this process reaches it, and as it reaches the 64-bit system's folders.
+std::vector<std::string> roads(const Form42& form, std::string path) {
+  std::string resolved = path;
+  resolved = GetPath(form, resolved);
+  resolved.resize(untilNul(resolved).size());
+  return {std::move(path), std::move(resolved)};
+}
+
+// All of a text, and what stands before each blank, comma and bar: any of these may begin the
+// arguments of a file.
+bool isFoundInPart(const Form42& form, const std::string& text) {
+  constexpr const char* breaks = " ,|";
+  for (const std::string& road : roads(form, text)) {
+    if (isThere(road)) {
+      return true;
+    }
+    for (auto cut = road.find_first_of(breaks); cut != std::string::npos;
+         cut = road.find_first_of(breaks, cut + 1)) {
+      const std::string part(trim(std::string_view(road).substr(0, cut)));
+      if (isFile(part) || isFile(part + ".exe")) {
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
+// A path on a drive that is there, at whose place there is nothing however it is read.
+bool isSurelyGone(const Form42& form, const std::string& text) {
+  const std::string path(trim(betweenFirstQuotes(text)));
+  return isDrivePath(path) && !contains(path, "%") &&
+         fileSystemObject::folderExists(path.substr(0, 2) + "\\") && !isFoundInPart(form, path);
+}
+
+std::string withoutScheme(const std::string& text) {
+  return lowerCase(text).starts_with(fileScheme)
+             ? replaceAll(std::string_view(text).substr(fileScheme.size()), "/", "\\")
+             : text;
+}
+
+}  // namespace
+
+Reference referenceIn(const Form42& form, const std::string& text) {
+  const std::string whole(trim(untilNul(text)));
+  if (whole.empty() || !isReference(lowerCase(whole))) {
+    return Reference::None;
+  }
+  return isSurelyGone(form, withoutScheme(whole)) ? Reference::Dead : Reference::Living;
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,173 @@
+#include "repair/NamedRecord.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "registry/Variant.h"
+#include "runtime/FileSystemObject.h"
+#include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+// Variables that are the same for every user of a computer, in lower case.
+constexpr std::array<std::string_view, 14> commonVariables{"windir",
+                                                           "systemroot",
+                                                           "systemdrive",
+                                                           "programfiles",
+                                                           "programfiles(x86)",
+                                                           "programw6432",
+                                                           "commonprogramfiles",
+                                                           "commonprogramfiles(x86)",
+                                                           "commonprogramw6432",
+                                                           "programdata",
+                                                           "allusersprofile",
+                                                           "public",
+                                                           "comspec",
+                                                           "driverdata"};
+
+std::string textOfValue(const RegistryState& registry, const RecordPlace& place) {
+  const auto value = registry.value(place.key, place.value.value_or(u""));
+  return value ? std::string(untilNul(textOf(Variant(value->data)))) : std::string();
+}
+
+// Whether a text holds a variable that another user may give another text.
+bool holdsUsersVariable(const std::string& text) {
+  const auto parts = split(text, "%");
+  for (std::size_t index = 1; index + 1 < parts.size(); index += 2) {
+    if (std::ranges::find(commonVariables, lowerCase(parts[index])) == commonVariables.end()) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// Below HKEY_USERS: whether the key is the current user's, or one of the classes of that user.
+bool isCurrentUsers(const TruePlace& key) {
+  const std::u16string first = key.path.substr(0, key.path.find(u'\\'));
+  const std::u16string sid = currentUserKey();
+  return !sid.empty() && (isSameKey({key.hive, first}, {key.hive, sid}) ||
+                          isSameKey({key.hive, first}, {key.hive, sid + u"_Classes"}));
+}
+
+// A user's class bears the same code.
+bool isFirewallRule(const TruePlace& key) {
+  return isSameKey(
+      key,
+      possiblePlaces(HiveHandle::LocalMachine, scannedKeys::firewallRules, Views::True).front());
+}
+
+// The scan gives a rule without a path of its own that of the rule before.
+bool namesNoLostProgram(Form42& form, std::string rule) {
+  std::string before = std::exchange(form.FirewallPath, {});
+  pth(form, rule);
+  std::string path = std::exchange(form.FirewallPath, std::move(before));
+  const bool isNamed = !trim(path).empty();
+  path = GetPath(form, path);
+  return !isNamed || fileSystemObject::fileExists(path);
+}
+
+std::string doubtOf(Form42& form, const RegistryState& registry, const RecordPlace& place,
+                    Doubt doubt) {
+  switch (doubt) {
+    case Doubt::OthersVariables:
+      return !isCurrentUsers(place.key) && holdsUsersVariable(textOfValue(registry, place))
+                 ? "its text has variables of another user"
+                 : "";
+    case Doubt::RuleBefore:
+      return isFirewallRule(place.key) && namesNoLostProgram(form, textOfValue(registry, place))
+                 ? "this rule names no program that is gone"
+                 : "";
+    default:
+      return {};
+  }
+}
+
+bool isBlank(const std::string& text) { return trim(text).empty(); }
+
+class Seeker {
+ public:
+  Seeker(const Form42& formOfRow, const RegistryState& state, std::size_t rowSought)
+      : form(formOfRow), registry(state), row(rowSought) {}
+
+  // The merged classes root shows the user's before the computer's.
+  [[nodiscard]] std::optional<RecordPlace> seek(const NamedPlace& named) const {
+    for (const TruePlace& key : possiblePlaces(hiveOf(named), keyOf(named), Views::True)) {
+      const RecordPlace place = placeIn(key, named);
+      const bool isFound =
+          hasText(named) ? registry.hasValue(key, place.value.value_or(u"")) : registry.hasKey(key);
+      if (isFound && !(named.isBlankPassedOver && isBlank(textOfValue(registry, place)))) {
+        return place;
+      }
+    }
+    return std::nullopt;
+  }
+
+ private:
+  static bool hasText(const NamedPlace& named) { return named.names != Names::EmptyKey; }
+
+  [[nodiscard]] HiveHandle hiveOf(const NamedPlace& named) const {
+    return named.hive == nullptr ? rootOfRow(form, row) : HiveFromShortName(named.hive);
+  }
+
+  [[nodiscard]] std::string keyOf(const NamedPlace& named) const {
+    const std::string key = textFor(form, row, named.key);
+    return named.below.field == Field::None ? key : key + "\\" + textFor(form, row, named.below);
+  }
+
+  [[nodiscard]] RecordPlace placeIn(const TruePlace& key, const NamedPlace& named) const {
+    return named.names == Names::Value ? RecordPlace{key, widened(textFor(form, row, named.value))}
+                                       : RecordPlace{key, std::nullopt};
+  }
+
+  const Form42& form;
+  const RegistryState& registry;
+  std::size_t row;
+};
+
+}  // namespace
+
+bool NamedRecord::isThere(const RegistryState& registry) const {
+  switch (names) {
+    case Names::Value:
+      return registry.hasValue(place.key, *place.value);
+    case Names::KeyOfDeadText:
+      return registry.hasValue(place.key, u"");
+    default:
+      return registry.hasKey(place.key);
+  }
+}
+
+std::u16string RecordPlace::text() const {
+  return value ? key.fullPath() + u", value \"" + *value + u"\"" : key.fullPath();
+}
+
+bool isSameRecord(const RecordPlace& first, const RecordPlace& second) {
+  const NameOrder before;
+  return isSameKey(first.key, second.key) && first.value.has_value() == second.value.has_value() &&
+         (!first.value ||
+          (!before(*first.value, *second.value) && !before(*second.value, *first.value)));
+}
+
+HiveHandle rootOfRow(const Form42& form, std::size_t row) {
+  return GetHiveHandle(form.View2.text(row, rootNameColumn));
+}
+
+std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& registry, std::size_t row,
+                                       const RepairKind& kind) {
+  const Seeker seeker(form, registry, row);
+  for (const NamedPlace& named : namedPlaces(form, row, kind)) {
+    if (const auto place = seeker.seek(named)) {
+      return NamedRecord{.names = named.names,
+                         .place = *place,
+                         .doubt = doubtOf(form, registry, *place, named.doubt)};
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace zelvreg

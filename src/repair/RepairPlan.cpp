@@ -1,0 +1,83 @@
+#include "repair/RepairPlan.h"
+
+#include <algorithm>
+#include <set>
+
+#include "repair/RepairRoutines.h"
+
+namespace zelvreg {
+
+RepairPlan::RepairPlan(Form42& form) {
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    form.View2.setTag(row, 0);
+  }
+  RegistryState registry;
+  for (const RepairRoutine& routine : repairCascade()) {
+    for (const std::span<const int> codes : routine.walks) {
+      addGroup(form, registry, codes);
+    }
+  }
+  for (RowPlan& plan : plans) {
+    plan.shouldGo = plan.isGone(registry);
+    goingRows += plan.shouldGo ? 1 : 0;
+  }
+}
+
+// From the last row to the first, as the routines walk.
+void RepairPlan::addGroup(Form42& form, RegistryState& registry, std::span<const int> codes) {
+  std::string shortRoot;
+  for (std::size_t row = form.View2.count(); row > 0; --row) {
+    const auto code =
+        std::ranges::find_if(codes, [&](int candidate) { return isOfKind(form, row, candidate); });
+    if (code == codes.end() || !form.View2.isChecked(row) || form.View2.tag(row) != 0) {
+      continue;
+    }
+    form.messages.doEvents();
+    shortRoot = shortRootName(form, row, *code, shortRoot);
+    plans.push_back(planRow(form, registry, row, *repairKind(*code), shortRoot));
+    form.View2.setTag(row, plans.size());
+  }
+}
+
+const RowPlan* RepairPlan::rowPlan(const Form42& form, std::size_t row) const {
+  const std::size_t tag = form.View2.tag(row);
+  return tag >= 1 && tag <= plans.size() ? &plans[tag - 1] : nullptr;
+}
+
+std::vector<std::string> RepairPlan::takings() const {
+  std::vector<std::string> places;
+  std::set<std::string> known;
+  for (const RowPlan& row : plans) {
+    for (const StepPlan& step : row.steps) {
+      for (const RecordPlace& taking : step.takings) {
+        const std::string place = narrowed(taking.text());
+        if (step.isAllowed() && known.insert(place).second) {
+          places.push_back(place);
+        }
+      }
+    }
+  }
+  return places;
+}
+
+std::vector<LeftAlone> RepairPlan::leftAlone() const {
+  std::vector<LeftAlone> list;
+  for (const RowPlan& row : plans) {
+    for (std::size_t index = 0; index < row.steps.size(); ++index) {
+      if (row.kind->steps[index].step != Step::Grant) {
+        noteLeftAlone(list, row.steps[index].leftAlone);
+      }
+    }
+  }
+  return list;
+}
+
+void noteLeftAlone(std::vector<LeftAlone>& list, const std::vector<LeftAlone>& more) {
+  for (const LeftAlone& entry : more) {
+    if (std::ranges::find(list, entry) == list.end()) {
+      list.push_back(entry);
+    }
+  }
+}
+
+}  // namespace zelvreg

@@ -108,14 +108,17 @@ RepairResult resultOf(const Form42& form, std::size_t repaired) {
           .refused = refusedTexts(outcome.refused)};
 }
 
+void refuseForFirstOf(const std::vector<std::string>& lines) {
+  if (!lines.empty()) {
+    throw std::runtime_error(lines.front() + "; nothing was repaired");
+  }
+}
+
 }  // namespace
 
 void refuseUnlessWhole(const Computer& computer) {
-  for (const auto& lines : {computer.damage(), computer.unclean()}) {
-    if (!lines.empty()) {
-      throw std::runtime_error(lines.front() + "; nothing was repaired");
-    }
-  }
+  refuseForFirstOf(computer.damage());
+  refuseForFirstOf(computer.unclean());
 }
 
 std::string interruptionText(const RepairOutcome& outcome, const Computer& computer) {
@@ -140,6 +143,8 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
   if (!runScanOn(form, options, streams)) {
     throw std::runtime_error("the scan was cancelled; nothing was repaired");
   }
+  // Some damage is met only where the scan has been.
+  refuseForFirstOf(computer.damage());
   writeReport(form, options);
   const std::size_t found = form.View2.count();
   tickRows(form, options, streams);

@@ -12,7 +12,9 @@
 #include "machine/DiskAttributes.h"
 #include "machine/FileAccess.h"
 #include "machine/FileDescriptor.h"
+#include "machine/FileTraits.h"
 #include "machine/Machine.h"
+#include "machine/PlainFile.h"
 
 namespace {
 
@@ -37,6 +39,15 @@ LONG mayReplace(const Machine& machine, const Place& to, const Place& from, DWOR
   if (to.file == from.file) return ERROR_SUCCESS;
   if ((flags & MOVEFILE_REPLACE_EXISTING) == 0) return ERROR_ALREADY_EXISTS;
   return to.isFolder || from.isFolder ? ERROR_ACCESS_DENIED : mayDelete(machine, to);
+}
+
+// A file that is replaced hands on what this system knows of it: who may read it, for one. 0 or the
+// error number.
+int keepTraits(const Place& from, const Place& to) {
+  if (!to.exists() || to.file == from.file) return 0;
+  const FileDescriptor old = openPlainFile(to.file);
+  const FileDescriptor file = openPlainFile(from.file);
+  return old.isOpen() && file.isOpen() ? copyTraits(old.get(), file.get()) : errno;
 }
 
 void writeOutFolder(const std::string& folder) {
@@ -83,6 +94,7 @@ BOOL MoveFileExA(LPCSTR fromPath, LPCSTR toPath, DWORD flags) {
   Place to = machine->drives().find(toText);
   const LONG refusal = mayMove(*machine, from, to, flags);
   if (refusal != ERROR_SUCCESS) return failed(refusal);
+  if (const int error = keepTraits(from, to); error != 0) return failed(errorCodeOf(error));
   respell(to, from, toText);
   if (rename(from.file.c_str(), to.file.c_str()) != 0) return failed(errorCodeOf(errno));
   if ((flags & MOVEFILE_WRITE_THROUGH) != 0) writeOutFolder(to.folder);

@@ -23,8 +23,8 @@ constexpr std::size_t largestDataInLink = 4;
 
 class HiveWalk {
  public:
-  explicit HiveWalk(const HiveBytes& hiveBytes) : hive(hiveBytes) {
-    end = binsOffset + hive.get<std::uint32_t>(binsSizeOffset);
+  explicit HiveWalk(const HiveBytes& hiveBytes)
+      : hive(hiveBytes), end(binsOffset + hive.get<std::uint32_t>(binsSizeOffset)) {
     if (end > hive.all().size()) {
       refuse("its header speaks of more content than it has");
     }
@@ -206,7 +206,7 @@ class HiveWalk {
   }
 
   const HiveBytes& hive;
-  std::size_t end = 0;
+  const std::size_t end;
   std::vector<bool> taken;       // by offset / cellUnit
   std::vector<std::size_t> way;  // the cells of the keys from the root down
   std::unordered_map<std::size_t, std::uint32_t> securityUsers;  // by the record's cell

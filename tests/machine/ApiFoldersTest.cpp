@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <windows.h>
 
 #include <string>
@@ -60,6 +61,19 @@ TEST_F(ApiFoldersTest, movesAFileAndReplacesOnlyWhenTold) {
   EXPECT_EQ(GetLastError(), error(ERROR_FILE_NOT_FOUND));
   EXPECT_EQ(MoveFileExA("C:\\b.txt", "C:\\no\\c.txt", 0), FALSE);
   EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
+}
+
+TEST_F(ApiFoldersTest, aReplacedFileKeepsWhoMayReadItOnThisSystem) {
+  file(R"(C:\a.txt)", "a");
+  file(R"(C:\b.txt)", "b");
+  const std::filesystem::path replaced = machineFolder().path() / "C/b.txt";
+  ASSERT_EQ(chmod(replaced.c_str(), 0600), 0);
+  start();
+  EXPECT_NE(MoveFileExA("C:\\a.txt", "C:\\b.txt", MOVEFILE_REPLACE_EXISTING), FALSE);
+  struct stat status {};
+  ASSERT_EQ(stat(replaced.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0600U);
+  EXPECT_EQ(content(R"(C:\b.txt)"), "a");
 }
 
 TEST_F(ApiFoldersTest, aMoveToAnotherSpellingRenames) {

@@ -1,6 +1,7 @@
 #include "machine/Drives.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <optional>
 
@@ -46,6 +47,12 @@ TEST_F(DrivesTest, findsNamesInAnyCase) {
   EXPECT_EQ(leadsTo("C:/Windows/Fonts"), "Windows/Fonts");
   EXPECT_TRUE(drives().find("C:\\windows").isFolder);
   EXPECT_FALSE(drives().find("C:\\windows\\fonts\\arial.ttf").isFolder);
+}
+
+TEST_F(DrivesTest, aPipeIsNotThereAndNobodyWaitsForIt) {
+  disk.makeFolder("C");
+  ASSERT_EQ(mkfifo((disk.path() / "C/pipe.txt").c_str(), 0600), 0);
+  EXPECT_EQ(leadsTo("C:\\pipe.txt"), "nowhere");
 }
 
 TEST_F(DrivesTest, prefersTheNameAsItIsWritten) {

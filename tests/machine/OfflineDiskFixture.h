@@ -82,6 +82,11 @@ inline std::set<std::string> differences(const HiveContent& before, const HiveCo
 
 class OfflineDiskTest : public ::testing::Test {
  protected:
+  // The disk lies below this folder.
+  explicit OfflineDiskTest(
+      const std::filesystem::path& above = std::filesystem::temp_directory_path())
+      : disk(above) {}
+
   using Lines = std::set<std::string>;
   static constexpr const char* software = "Windows/System32/config/SOFTWARE";
   static constexpr const char* system = "Windows/System32/config/SYSTEM";

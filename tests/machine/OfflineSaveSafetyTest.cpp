@@ -10,6 +10,7 @@
 #include <ctime>
 
 #include "machine/OfflineDiskFixture.h"
+#include "machine/OrdinaryUser.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -185,27 +186,6 @@ TEST_F(OfflineSaveSafetyTest, AHiveThatSomebodyElseHasWrittenIsNotOverwritten) {
   EXPECT_NE(refusal().find("open the disk again"), std::string::npos) << refusal();
   EXPECT_TRUE(allFiles() == files);
 }
-
-// Runs as somebody who may not write what others own, until it is gone.
-class OrdinaryUser {
- public:
-  OrdinaryUser() {
-    constexpr uid_t nobody = 65534;
-    if (wasRoot) {
-      EXPECT_EQ(seteuid(nobody), 0);
-    }
-  }
-  ~OrdinaryUser() {
-    if (wasRoot) {
-      EXPECT_EQ(seteuid(0), 0);
-    }
-  }
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
- private:
-  const bool wasRoot = geteuid() == 0;
-};
 
 TEST_F(OfflineSaveSafetyTest, AFolderThatIsReadOnlyLeavesAllHivesAsTheyWere) {
   const auto files = allFiles();

@@ -3,10 +3,14 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
+#include <sys/stat.h>
+
+#include <algorithm>
 
 #include "machine/HiveSaving.h"
 #include "machine/KilledProcess.h"
 #include "machine/OfflineDiskFixture.h"
+#include "machine/OrdinaryUser.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -14,8 +18,18 @@ namespace {
 constexpr const char* noteName = "zelvreg-saving.txt";
 constexpr int mostCalls = 4000;
 
+// Where a disk is brought up to date a thousand times without waiting for one.
+std::filesystem::path folderInMemory() {
+  const std::filesystem::path memory = "/dev/shm";
+  std::error_code error;
+  return std::filesystem::is_directory(memory, error) ? memory
+                                                      : std::filesystem::temp_directory_path();
+}
+
 class OfflineSaveStoppedTest : public OfflineDiskTest {
  protected:
+  OfflineSaveStoppedTest() : OfflineDiskTest(folderInMemory()) {}
+
   void SetUp() override {
     hive(software).text(R"(Vendor\Product)", "x", "old");
     hive(system).text(R"(ControlSet001\A)", "x", "old");
@@ -65,6 +79,38 @@ class OfflineSaveStoppedTest : public OfflineDiskTest {
     EXPECT_EQ(flock(root.get(), LOCK_EX), 0);
   }
 
+  // Puts another file in a hive's place at each system call of a save: it must still be there, in
+  // one place or another, and the other hive must be old where the save was refused.
+  void disturbAtEachCall(const char* hive) {
+    const std::string foreign = "written by another program";
+    const char* other = hive == software ? system : software;
+    int call = 0;
+    bool isDone = false;
+    bool wasRefused = false;
+    int refusals = 0;
+    for (; !isDone && call < mostCalls; ++call) {
+      restore();
+      disk.write("foreign", foreign);
+      isDone = endsAfterCall(
+          call, [this] { open(); },
+          [this] {
+            changeAll();
+            computer->save();
+          },
+          [&] { std::filesystem::rename(disk.path() / "foreign", disk.path() / hive); },
+          wasRefused);
+      const auto files = allFiles();
+      ASSERT_TRUE(
+          std::ranges::any_of(files, [&](const auto& file) { return file.second == foreign; }))
+          << "call " << call;
+      ASSERT_TRUE(!wasRefused || files.at(other) == old.at(other)) << "call " << call;
+      ASSERT_FALSE(disk.has(noteName)) << "call " << call;
+      refusals += wasRefused ? 1 : 0;
+    }
+    EXPECT_LT(call, mostCalls);
+    EXPECT_GT(refusals, 0);
+  }
+
   std::map<std::string, std::string> old;
   std::map<std::string, std::string> written;
 };
@@ -107,30 +153,10 @@ TEST_F(OfflineSaveStoppedTest, WhatAnotherProgramPutsThereAnywhereIsNotLost) {
   if (!canBeTraced) {
     GTEST_SKIP() << "a process under this sanitizer cannot be traced";
   }
-  const std::string foreign = "written by another program";
-  int call = 0;
-  bool wasRefused = false;
-  for (bool isDone = false; !isDone && call < mostCalls; ++call) {
-    restore();
-    disk.write("foreign", foreign);
-    isDone = endsAfterCall(
-        call, [this] { open(); },
-        [this] {
-          changeAll();
-          computer->save();
-        },
-        [&] { std::filesystem::rename(disk.path() / "foreign", disk.path() / software); },
-        wasRefused);
-    bool isThere = false;
-    for (const auto& [name, bytes] : allFiles()) {
-      isThere = isThere || bytes == foreign;
-    }
-    ASSERT_TRUE(isThere) << "call " << call;
-    if (wasRefused) {
-      EXPECT_TRUE(disk.read(system) == old.at(system)) << "call " << call;
-    }
+  // The first hive that is written, and one behind another, which must be put back then.
+  for (const char* hive : {software, system}) {
+    disturbAtEachCall(hive);
   }
-  EXPECT_LT(call, mostCalls);
 }
 
 TEST_F(OfflineSaveStoppedTest, AHiveThatCannotBeReplacedLeavesAllAsTheyWere) {
@@ -181,6 +207,26 @@ TEST_F(HalfSavedTest, IsLeftAloneWhereAHiveWasWrittenSince) {
     EXPECT_TRUE(disk.read(name) == before.at(name));
   }
   EXPECT_FALSE(disk.has(noteName));
+}
+
+TEST_F(HalfSavedTest, IsNamedAsDamageWhereTheDiskCannotBeWritten) {
+  for (const char* folder : {"", "Windows/System32/config"}) {
+    chmod((disk.path() / folder).c_str(), 0555);
+  }
+  {
+    const OrdinaryUser user;
+    open();
+    ASSERT_EQ(computer->damagedHives().size(), 1U);
+    EXPECT_NE(computer->damagedHives()[0].find("mount the disk so that it can be written"),
+              std::string::npos);
+    computer.reset();
+  }
+  for (const char* folder : {"", "Windows/System32/config"}) {
+    chmod((disk.path() / folder).c_str(), 0755);
+  }
+  open();
+  EXPECT_TRUE(computer->damagedHives().empty());
+  EXPECT_FALSE(isOld(software) || isOld(system));
 }
 
 TEST_F(HalfSavedTest, ANoteThatNamesAnythingElseIsRefused) {

@@ -16,8 +16,6 @@ namespace {
 
 using namespace zelvreg::machine;
 
-constexpr mode_t newFileMode = 0666;
-
 HANDLE failedOpen(LONG code) {
   failed(code);
   return INVALID_HANDLE_VALUE;
@@ -74,8 +72,8 @@ OpenFile* fileOf(HANDLE handle) {
 
 extern "C" {
 
-HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, const SECURITY_ATTRIBUTES*, DWORD disposition,
-                   DWORD flags, HANDLE) {
+HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, const SECURITY_ATTRIBUTES* security,
+                   DWORD disposition, DWORD flags, HANDLE) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return INVALID_HANDLE_VALUE;
   if (const auto fault = machine->faults().next(ApiCall::CreateFile)) return failedOpen(*fault);
@@ -88,10 +86,10 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, const SECURITY_ATTRIBUTES*,
                                       : mayMake(*machine, place, fileWriteData);
   if (refusal != ERROR_SUCCESS) return failedOpen(refusal);
   OpenFile file = rightsOf(*machine, place, access);
-  file.file =
-      FileDescriptor(open(place.file.c_str(), openFlags(file, place, disposition), newFileMode));
+  const mode_t mode = modeOfNew(security, false);
+  file.file = FileDescriptor(open(place.file.c_str(), openFlags(file, place, disposition), mode));
   if (!file.file.isOpen()) return failedOpen(errorCodeOf(errno));
-  if (!place.exists()) wasMade(*machine, place, false);
+  if (!place.exists()) wasMade(*machine, place, false, security);
   if (!place.exists() || makesEmpty(disposition)) {
     machine->drives().records().setAttributes(place.path, false, flags | FILE_ATTRIBUTE_ARCHIVE);
   }
@@ -150,8 +148,8 @@ BOOL FlushFileBuffers(HANDLE file) {
 BOOL CloseHandle(HANDLE handle) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
-  // The process's own stand-in handle needs no closing.
-  if (handle == GetCurrentProcess()) return TRUE;
+  // The process's own stand-in handles need no closing.
+  if (handle == GetCurrentProcess() || handle == processTokenHandle()) return TRUE;
   OpenFiles& open = machine->openFiles();
   return open.close(handle) ? TRUE : failed(ERROR_INVALID_HANDLE);
 }

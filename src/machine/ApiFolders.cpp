@@ -20,7 +20,6 @@ namespace {
 
 using namespace zelvreg::machine;
 
-constexpr mode_t newFolderMode = 0777;
 constexpr LONG notSameDevice = 17;
 
 // Where `to` puts the file `from`: the same file again is a new spelling of its name.
@@ -104,7 +103,7 @@ BOOL MoveFileExA(LPCSTR fromPath, LPCSTR toPath, DWORD flags) {
   return TRUE;
 }
 
-BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES*) {
+BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES* security) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::CreateDirectory)) return failed(*fault);
@@ -112,8 +111,8 @@ BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES*) {
   if (place.exists()) return failed(ERROR_ALREADY_EXISTS);
   const LONG refusal = mayMake(*machine, place, fileAppendData);
   if (refusal != ERROR_SUCCESS) return failed(refusal);
-  if (mkdir(place.file.c_str(), newFolderMode) != 0) return failed(errorCodeOf(errno));
-  wasMade(*machine, place, true);
+  if (mkdir(place.file.c_str(), modeOfNew(security, true)) != 0) return failed(errorCodeOf(errno));
+  wasMade(*machine, place, true, security);
   return TRUE;
 }
 

@@ -91,7 +91,7 @@ BOOL write(const Machine& machine, const Place& place, const ProfileFile& profil
   } catch (const MachineError&) {
     return failed(ERROR_ACCESS_DENIED);
   }
-  if (!place.exists()) wasMade(machine, place, false);
+  if (!place.exists()) wasMade(machine, place, false, nullptr);
   return TRUE;
 }
 

@@ -23,6 +23,7 @@ RegistryCall::RegistryCall(ApiCall kind) : startStatus(ERROR_NOT_READY) {
   tree = &machine->registry();
   page = &machine->codePage();
   processToken = &machine->token();
+  privileges = &machine->processes().privileges;
 }
 
 CallKey RegistryCall::find(HKEY handle) const {
@@ -65,7 +66,18 @@ CallKey RegistryCall::find(HKEY handle, ACCESS_MASK right) const {
 }
 
 ACCESS_MASK RegistryCall::granted(const RegistryKey& key, ACCESS_MASK desired) const {
-  return tree->grantedAccess(key, *processToken, desired & ~viewFlags);
+  const ACCESS_MASK wanted = desired & ~viewFlags;
+  if ((wanted & WRITE_OWNER) == 0 || !privileges->takeOwnership) {
+    return tree->grantedAccess(key, *processToken, wanted);
+  }
+  const ACCESS_MASK others = wanted & ~WRITE_OWNER;
+  const ACCESS_MASK given = others == 0 ? 0 : tree->grantedAccess(key, *processToken, others);
+  return others == 0 || given != 0 ? given | WRITE_OWNER : 0;
+}
+
+ACCESS_MASK RegistryCall::grantedByPrivilege() const {
+  return (privileges->backup ? KEY_READ : 0) |
+         (privileges->restore ? KEY_WRITE | DELETE_ACCESS : 0);
 }
 
 bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }

@@ -12,6 +12,7 @@
 
 #include "machine/CodePage.h"
 #include "machine/FaultPlan.h"
+#include "machine/Processes.h"
 #include "machine/RegistryWalk.h"
 #include "machine/WideText.h"
 
@@ -47,19 +48,24 @@ class RegistryCall {
 
   // The rights that opening this key with `desired` gives; 0 if it is denied.
   [[nodiscard]] ACCESS_MASK granted(const RegistryKey& key, ACCESS_MASK desired) const;
+  // Those that opening any key for backup and restoring gives; 0 without such a privilege.
+  [[nodiscard]] ACCESS_MASK grantedByPrivilege() const;
 
  private:
   LONG startStatus;
   Registry* tree = nullptr;
   const CodePage* page = nullptr;
   const Token* processToken = nullptr;
+  const Privileges* privileges = nullptr;
 };
 
-// A path as a call is given it. `access` carries the flags of the view.
+// A path as a call is given it. `access` carries the flags of the view. With `usesPrivileges` the
+// process's privileges decide in place of access lists and of the rights in `access`.
 struct CallPath {
   HKEY key = nullptr;
   std::u16string_view path;
   REGSAM access = 0;
+  bool usesPrivileges = false;
 };
 
 // The bodies that both widths of a call share. An open begins with beginOpen() and goes on if that
@@ -71,8 +77,8 @@ LONG beginOpen(const RegistryCall& call, DWORD options, PHKEY result);
 LONG openPath(const RegistryCall& call, const CallPath& path, DWORD options, PHKEY result,
               const PathQuestion* question = nullptr);
 // Opens what a path is known to lead to, if to anything.
-LONG openFoundKey(const RegistryCall& call, const std::optional<KeyPlace>& place, REGSAM access,
-                  PHKEY result);
+LONG openFoundKey(const RegistryCall& call, const std::optional<KeyPlace>& place,
+                  const CallPath& path, PHKEY result);
 LONG createPath(const RegistryCall& call, const CallPath& path, const SECURITY_ATTRIBUTES* security,
                 PHKEY result, LPDWORD disposition);
 LONG findSubkey(const RegistryCall& call, HKEY key, DWORD index, const RegistryKey*& subkey);

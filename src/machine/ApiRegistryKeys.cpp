@@ -9,6 +9,9 @@ namespace zelvreg::machine {
 namespace {
 
 LONG openKey(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result) {
+  if ((options & REG_OPTION_BACKUP_RESTORE) != 0) {
+    return ERROR_INVALID_PARAMETER;
+  }
   const RegistryCall call(ApiCall::RegOpenKey);
   const LONG status = beginOpen(call, options, result);
   if (status != ERROR_SUCCESS) {
@@ -20,7 +23,7 @@ LONG openKey(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result
                               .options = options,
                               .path = subKey == nullptr ? "" : subKey};
   if (const auto* known = registry.pathMemo().find(question, registry.generation())) {
-    return openFoundKey(call, *known, access, result);
+    return openFoundKey(call, *known, {.key = key, .path = {}, .access = access}, result);
   }
   const WideText path(call.codePage(), subKey);
   return openPath(call, {.key = key, .path = path.view(), .access = access}, options, result,

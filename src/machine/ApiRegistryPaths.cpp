@@ -43,8 +43,11 @@ Target targetOf(const RegistryCall& call, const CallPath& path) {
   return target;
 }
 
-LONG openHandle(const RegistryCall& call, const KeyPlace& place, REGSAM access, PHKEY result) {
-  const ACCESS_MASK rights = call.granted(*shownKey(call.registry(), place), access);
+LONG openHandle(const RegistryCall& call, const KeyPlace& place, const CallPath& path,
+                PHKEY result) {
+  const ACCESS_MASK rights = path.usesPrivileges
+                                 ? call.grantedByPrivilege()
+                                 : call.granted(*shownKey(call.registry(), place), path.access);
   if (rights == 0) {
     return ERROR_ACCESS_DENIED;
   }
@@ -65,9 +68,13 @@ void secureNewKey(Registry& registry, const KeyPlace& place, const SECURITY_ATTR
 }
 
 // The maker of a key has the rights that it asks for, whatever the new list says.
-ACCESS_MASK makersRights(REGSAM access) {
-  const bool wantsAll = (access & MAXIMUM_ALLOWED) != 0;
-  return keyRights.map(access & ~(viewFlags | MAXIMUM_ALLOWED)) | (wantsAll ? KEY_ALL_ACCESS : 0);
+ACCESS_MASK makersRights(const RegistryCall& call, const CallPath& path) {
+  if (path.usesPrivileges) {
+    return call.grantedByPrivilege();
+  }
+  const bool wantsAll = (path.access & MAXIMUM_ALLOWED) != 0;
+  const ACCESS_MASK asked = path.access & ~(viewFlags | MAXIMUM_ALLOWED);
+  return keyRights.map(asked) | (wantsAll ? KEY_ALL_ACCESS : 0);
 }
 
 // A key with what is still in it.
@@ -109,16 +116,17 @@ LONG beginOpen(const RegistryCall& call, DWORD options, PHKEY result) {
   if (call.status() != ERROR_SUCCESS) {
     return call.status();
   }
-  if (result == nullptr || (options & ~REG_OPTION_OPEN_LINK) != 0) {
+  constexpr DWORD known = REG_OPTION_OPEN_LINK | REG_OPTION_BACKUP_RESTORE;
+  if (result == nullptr || (options & ~known) != 0) {
     return ERROR_INVALID_PARAMETER;
   }
   *result = nullptr;
   return ERROR_SUCCESS;
 }
 
-LONG openFoundKey(const RegistryCall& call, const std::optional<KeyPlace>& place, REGSAM access,
-                  PHKEY result) {
-  return place ? openHandle(call, *place, access, result) : ERROR_FILE_NOT_FOUND;
+LONG openFoundKey(const RegistryCall& call, const std::optional<KeyPlace>& place,
+                  const CallPath& path, PHKEY result) {
+  return place ? openHandle(call, *place, path, result) : ERROR_FILE_NOT_FOUND;
 }
 
 LONG openPath(const RegistryCall& call, const CallPath& path, DWORD options, PHKEY result,
@@ -134,12 +142,12 @@ LONG openPath(const RegistryCall& call, const CallPath& path, DWORD options, PHK
   Registry& registry = call.registry();
   const std::optional<KeyPlace> place =
       walk(registry, target.from, path.path, target.view,
-           options == REG_OPTION_OPEN_LINK ? LastLink::Open : LastLink::Follow);
+           (options & REG_OPTION_OPEN_LINK) != 0 ? LastLink::Open : LastLink::Follow);
   // Handles come and go; only what a root leads to can be asked for again.
   if (target.isPredefined && question != nullptr) {
     registry.pathMemo().keep(*question, registry.generation(), place);
   }
-  return openFoundKey(call, place, path.access, result);
+  return openFoundKey(call, place, path, result);
 }
 
 LONG createPath(const RegistryCall& call, const CallPath& path, const SECURITY_ATTRIBUTES* security,
@@ -152,8 +160,13 @@ LONG createPath(const RegistryCall& call, const CallPath& path, const SECURITY_A
   if (target.status != ERROR_SUCCESS) {
     return target.status;
   }
-  const CreatedKey created =
-      create(call.registry(), target.from, path.path, target.view, call.token());
+  if (path.usesPrivileges && call.grantedByPrivilege() == 0) {
+    return ERROR_ACCESS_DENIED;
+  }
+  const bool makesAnywhere =
+      path.usesPrivileges && (call.grantedByPrivilege() & KEY_CREATE_SUB_KEY) != 0;
+  const CreatedKey created = create(call.registry(), target.from, path.path, target.view,
+                                    {.token = call.token(), .makesAnywhere = makesAnywhere});
   if (created.status != ERROR_SUCCESS) {
     return created.status;
   }
@@ -161,11 +174,11 @@ LONG createPath(const RegistryCall& call, const CallPath& path, const SECURITY_A
     *disposition = created.isNew ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
   }
   if (!created.isNew) {
-    return openHandle(call, created.place, path.access, result);
+    return openHandle(call, created.place, path, result);
   }
   secureNewKey(call.registry(), created.place, security);
   *result = call.registry().handles().open(
-      {.place = created.place, .rights = makersRights(path.access), .cursor = {}});
+      {.place = created.place, .rights = makersRights(call, path), .cursor = {}});
   return ERROR_SUCCESS;
 }
 

@@ -81,21 +81,29 @@ LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PH
   const LONG status = beginOpen(call, options, result);
   return status != ERROR_SUCCESS
              ? status
-             : openPath(call, {.key = key, .path = textOf(subKey), .access = access}, options,
-                        result);
+             : openPath(call,
+                        {.key = key,
+                         .path = textOf(subKey),
+                         .access = access,
+                         .usesPrivileges = (options & REG_OPTION_BACKUP_RESTORE) != 0},
+                        options, result);
 }
 
 LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR /*className*/,
                         DWORD options, REGSAM access, const SECURITY_ATTRIBUTES* security,
                         PHKEY result, LPDWORD disposition) {
-  if (reserved != 0 || options != REG_OPTION_NON_VOLATILE) {
+  if (reserved != 0 || (options & ~REG_OPTION_BACKUP_RESTORE) != REG_OPTION_NON_VOLATILE) {
     return ERROR_INVALID_PARAMETER;
   }
   const RegistryCall call(ApiCall::RegCreateKey);
   return call.status() != ERROR_SUCCESS
              ? call.status()
-             : createPath(call, {.key = key, .path = textOf(subKey), .access = access}, security,
-                          result, disposition);
+             : createPath(call,
+                          {.key = key,
+                           .path = textOf(subKey),
+                           .access = access,
+                           .usesPrivileges = (options & REG_OPTION_BACKUP_RESTORE) != 0},
+                          security, result, disposition);
 }
 
 LSTATUS RegDeleteKeyExW(HKEY key, LPCWSTR subKey, REGSAM view, DWORD reserved) {

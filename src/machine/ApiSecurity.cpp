@@ -32,6 +32,14 @@ bool hasGoodRevision(PSECURITY_DESCRIPTOR descriptor) {
   return headOf(descriptor)->revision == SECURITY_DESCRIPTOR_REVISION || failed(unknownRevision);
 }
 
+PSID ownerOf(PSECURITY_DESCRIPTOR descriptor) {
+  const RelativeDescriptor* head = headOf(descriptor);
+  if ((head->control & SE_SELF_RELATIVE) == 0) {
+    return static_cast<const SECURITY_DESCRIPTOR*>(descriptor)->Owner;
+  }
+  return head->owner == 0 ? nullptr : static_cast<BYTE*>(descriptor) + head->owner;
+}
+
 PACL daclOf(PSECURITY_DESCRIPTOR descriptor) {
   const RelativeDescriptor* head = headOf(descriptor);
   if ((head->control & SE_SELF_RELATIVE) == 0) {
@@ -118,6 +126,13 @@ BOOL InitializeSecurityDescriptor(PSECURITY_DESCRIPTOR descriptor, DWORD revisio
   SECURITY_DESCRIPTOR empty{};
   empty.Revision = SECURITY_DESCRIPTOR_REVISION;
   std::memcpy(descriptor, &empty, sizeof empty);
+  return TRUE;
+}
+
+BOOL GetSecurityDescriptorOwner(PSECURITY_DESCRIPTOR descriptor, PSID* owner, LPBOOL defaulted) {
+  if (!hasGoodRevision(descriptor)) return FALSE;
+  *owner = ownerOf(descriptor);
+  *defaulted = (headOf(descriptor)->control & SE_OWNER_DEFAULTED) != 0 ? TRUE : FALSE;
   return TRUE;
 }
 

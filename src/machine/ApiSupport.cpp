@@ -18,6 +18,8 @@ Machine* machineInForce() {
   return machine;
 }
 
+HANDLE processTokenHandle() { return reinterpret_cast<HANDLE>(std::intptr_t{-4}); }
+
 std::u16string wideText(const Machine& machine, LPCSTR text) {
   return text == nullptr ? std::u16string() : machine.codePage().decode(text);
 }

@@ -17,6 +17,9 @@ BOOL failed(LONG code);
 // The machine in force; without one the last error is ERROR_NOT_READY.
 Machine* machineInForce();
 
+// The stand-in handle of the process's token, which needs no closing.
+HANDLE processTokenHandle();
+
 // Text of a narrow call, in UTF-16; the empty text for a null pointer.
 std::u16string wideText(const Machine& machine, LPCSTR text);
 

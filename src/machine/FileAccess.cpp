@@ -13,6 +13,10 @@ constexpr LONG writeProtected = 19;
 constexpr LONG notSameDevice = 17;
 constexpr std::size_t driveRootLength = 3;  // "C:\"
 
+bool hasList(const SECURITY_ATTRIBUTES* given) {
+  return given != nullptr && given->lpSecurityDescriptor != nullptr;
+}
+
 }  // namespace
 
 LONG errorCodeOf(int systemError) {
@@ -72,10 +76,24 @@ LONG mayMake(const Machine& machine, const Place& place, ACCESS_MASK right) {
   return granted ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
-void wasMade(const Machine& machine, const Place& place, bool isFolder) {
+mode_t modeOfNew(const SECURITY_ATTRIBUTES* given, bool isFolder) {
+  const mode_t mode = isFolder ? 0777 : 0666;
+  constexpr mode_t ofUser = 0700;
+  return hasList(given) ? mode & ofUser : mode;
+}
+
+void wasMade(const Machine& machine, const Place& place, bool isFolder,
+             const SECURITY_ATTRIBUTES* given) {
   Drives& drives = machine.drives();
   drives.changed(place.folder);
   FileRecords& records = drives.records();
+  if (hasList(given)) {
+    constexpr SECURITY_INFORMATION all =
+        OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+    records.setSecurity(
+        place.path, replaceParts({}, readDescriptor(given->lpSecurityDescriptor), all, fileRights));
+    return;
+  }
   const std::string parent = parentPath(place.path);
   if (!records.hasSecurity(parent)) return;
   records.setSecurity(place.path, inheritFrom(records.security(parent), isFolder, fileRights,

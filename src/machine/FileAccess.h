@@ -2,6 +2,7 @@
 #ifndef ZELVREG_MACHINE_FILE_ACCESS_H
 #define ZELVREG_MACHINE_FILE_ACCESS_H
 
+#include <sys/types.h>
 #include <windows.h>
 
 #include <string>
@@ -31,8 +32,14 @@ LONG mayDelete(const Machine& machine, const Place& place);
 // Whether something may be made at a place that is empty; `right` is the one that its folder asks.
 LONG mayMake(const Machine& machine, const Place& place, ACCESS_MASK right);
 
-// Something was made at this place: it takes over its folder's list if that has one of its own.
-void wasMade(const Machine& machine, const Place& place, bool isFolder);
+// What this system lets others do with something that is to be made: a list of its own that its
+// maker passes along closes it to all but the user.
+mode_t modeOfNew(const SECURITY_ATTRIBUTES* given, bool isFolder);
+
+// Something was made at this place: it has the list that its maker passed along, or takes over its
+// folder's if that has one of its own.
+void wasMade(const Machine& machine, const Place& place, bool isFolder,
+             const SECURITY_ATTRIBUTES* given);
 
 // The path of what contains this one.
 std::string parentPath(const std::string& path);

@@ -129,8 +129,8 @@ std::size_t depthOf(const RegistryKey& key) {
 // Makes the missing keys of one path, where the token may.
 class Maker {
  public:
-  Maker(Registry& tree, View seenAs, const Token* creator)
-      : registry(tree), view(seenAs), token(creator) {}
+  Maker(Registry& tree, View seenAs, const KeyMaker* maker)
+      : registry(tree), view(seenAs), by(maker) {}
 
   RegistryKey* make(RegistryKey& from, std::u16string_view path) {
     RegistryKey* key = &from;
@@ -170,24 +170,24 @@ class Maker {
       status = ERROR_INVALID_PARAMETER;
       return nullptr;
     }
-    const bool mayCreate =
-        token == nullptr || registry.grantedAccess(parent, *token, KEY_CREATE_SUB_KEY) != 0;
+    const bool mayCreate = by == nullptr || by->makesAnywhere ||
+                           registry.grantedAccess(parent, by->token, KEY_CREATE_SUB_KEY) != 0;
     if (!mayCreate) {
       status = ERROR_ACCESS_DENIED;
       return nullptr;
     }
     RegistryKey& key = registry.makeChild(parent, name);
     // Below a key of which nothing is said nothing need be said either.
-    if (token != nullptr && key.parent->security != 0) {
-      registry.setSecurity(
-          key, inheritFrom(registry.security(*key.parent), true, keyRights, token->sids.front()));
+    if (by != nullptr && key.parent->security != 0) {
+      registry.setSecurity(key, inheritFrom(registry.security(*key.parent), true, keyRights,
+                                            by->token.sids.front()));
     }
     return &key;
   }
 
   Registry& registry;
   View view;
-  const Token* token;
+  const KeyMaker* by;
 };
 
 // The names from the classes key above down to `key`.
@@ -281,7 +281,7 @@ RegistryKey* shownKey(Registry& registry, const KeyPlace& place) {
 }
 
 CreatedKey create(Registry& registry, const KeyPlace& from, std::u16string_view path, View view,
-                  const Token& token) {
+                  const KeyMaker& by) {
   CreatedKey created;
   if (const std::optional<KeyPlace> found = walk(registry, from, path, view)) {
     created.place = *found;
@@ -289,14 +289,14 @@ CreatedKey create(Registry& registry, const KeyPlace& from, std::u16string_view 
   }
   created.isNew = true;
   created.place = {.view = registry.is64Bit() ? view : View::Bits64, .isMerged = from.isMerged};
-  Maker maker(registry, created.place.view, &token);
+  Maker maker(registry, created.place.view, &by);
   RegistryKey* base = alive(from.key);
   if (base == nullptr && from.isMerged) {
     std::u16string counterpart(classesPath);
     if (from.userKey != nullptr) {
       counterpart += pathInClasses(*from.userKey);
     }
-    Maker realMaker(registry, View::Bits64, &token);
+    Maker realMaker(registry, View::Bits64, &by);
     base = realMaker.make(registry.machineRoot(), counterpart);
     maker.status = realMaker.status;
   }

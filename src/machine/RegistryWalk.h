@@ -42,11 +42,18 @@ struct CreatedKey {
   bool isNew = false;
 };
 
+// Who makes keys, and whether in any key or only where the list of the key above gives
+// KEY_CREATE_SUB_KEY.
+struct KeyMaker {
+  const Token& token;
+  bool makesAnywhere = false;
+};
+
 // Opens the key or makes it with all its missing parents, which take over inheritable entries of
-// access lists and need KEY_CREATE_SUB_KEY for `token` on the key above. `path` must have passed
-// checkPath(). In HKEY_CLASSES_ROOT a new key is the machine's.
+// access lists. `path` must have passed checkPath(). In HKEY_CLASSES_ROOT a new key is the
+// machine's.
 CreatedKey create(Registry& registry, const KeyPlace& from, std::u16string_view path, View view,
-                  const Token& token);
+                  const KeyMaker& by);
 
 // For loading: the same in the 64-bit view without access lists. Null where a name leads through a
 // link to nowhere, or the path is too deep.

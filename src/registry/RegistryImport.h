@@ -16,12 +16,14 @@ struct RegistryImport {
   std::size_t valuesSet = 0;
   std::size_t valuesDeleted = 0;
   std::size_t keysDeleted = 0;
+  std::size_t listsSet = 0;  // access lists that were another since
 };
 
 // Applies the text of such a file (UTF-16LE or UTF-8, or REGEDIT4 in the code page) to the 64-bit
 // view of the registry. It is read whole before the first change: with a fault in it nothing is
 // changed. What the registry then refuses is told and passed over, so that the rest comes back.
-// Deleting what is not there counts as done.
+// Deleting what is not there counts as done. A safety export also brings back owners, access lists
+// and the order of values, and is let in by the privileges for that where lists would refuse it.
 RegistryImport importRegistryText(std::string_view bytes);
 
 // The same for a file.

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "registry/KeySecurity.h"
+#include "registry/RegistryTextNotes.h"
 #include "registry/RegistryTextScanner.h"
 
 namespace zelvreg {
@@ -64,8 +66,7 @@ class Reader {
     }
     switch (scanner.next()) {
       case u';':
-        scanner.takeLine();
-        return true;
+        return readComment(scanner.takeLine());
       case u'[':
         return readKey(scanner.takeLine());
       case u'"':
@@ -74,6 +75,33 @@ class Reader {
       default:
         return scanner.fail("this is neither a key nor a value; a line begins with [, \", @ or ;");
     }
+  }
+
+  // A comment that is no note of ours says nothing.
+  bool readComment(std::u16string_view text) {
+    if (!text.starts_with(notes::prefix)) {
+      return true;
+    }
+    text.remove_prefix(notes::prefix.size());
+    if (text == notes::safetyExport) {
+      changes.isSafetyExport = true;
+      return true;
+    }
+    const bool isSecurity = text.starts_with(notes::security);
+    if (!isSecurity && !text.starts_with(notes::order)) {
+      return true;
+    }
+    if (changes.list.empty() || changes.list.back().kind != RegistryChange::Kind::MakeKey) {
+      return scanner.fail("the note belongs to no key; it must stand right behind a line [key]");
+    }
+    RegistryChange& key = changes.list.back();
+    if (isSecurity) {
+      RegistryTextScanner bytes(text.substr(notes::security.size()));
+      return (bytes.readBytes(key.security) && isWholeDescriptor(key.security)) ||
+             scanner.fail("the access list is not whole");
+    }
+    return notes::readPositions(text.substr(notes::order.size()), key.positions) ||
+           scanner.fail("the places of the values are not valid; write numbers such as 0-3,7");
   }
 
   bool readKey(std::u16string_view text) {

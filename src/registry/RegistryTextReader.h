@@ -23,15 +23,20 @@ struct RegistryChange {
   HiveHandle hive = HiveHandle::Unknown;  // of a key
   std::u16string path;                    // of a key, below its root
   WideValue value;                        // of a value; its name alone for DeleteValue
+  // Of a key that is made, where the file notes them: its security descriptor, which is whole, and
+  // where the values that follow stood among all values, from 0 and rising.
+  std::vector<BYTE> security;
+  std::vector<std::size_t> positions;
 };
 
 struct RegistryChanges {
+  bool isSafetyExport = false;  // the file says so
   std::vector<RegistryChange> list;
   std::optional<RegistryTextFault> fault;  // if there is one, the list is not whole
 };
 
 // Texts are given their terminator. Roots go by their long names, in any case. A comment may stand
-// in a line of its own or behind a value.
+// in a line of its own or behind a value; those of RegistryTextNotes.h are understood.
 RegistryChanges readRegistryText(std::string_view bytes);
 
 }  // namespace zelvreg

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <optional>
 
+#include "registry/RegistryTextNotes.h"
+
 namespace zelvreg {
 namespace {
 
@@ -117,6 +119,28 @@ bool RegistryTextWriter::beginKey(const std::u16string& path) {
   hasKey = true;
   text.append(lineEnd).append(u"[").append(path).append(u"]").append(lineEnd);
   return true;
+}
+
+void RegistryTextWriter::markAsSafetyExport() {
+  text.append(notes::prefix).append(notes::safetyExport).append(lineEnd);
+}
+
+// In one line: a comment cannot be continued.
+void RegistryTextWriter::addSecurity(const std::vector<BYTE>& descriptor) {
+  text.append(notes::prefix).append(notes::security);
+  for (std::size_t index = 0; index < descriptor.size(); ++index) {
+    text.append(index == 0 ? u"" : u",");
+    text += digits[descriptor[index] / 16];
+    text += digits[descriptor[index] % 16];
+  }
+  text.append(lineEnd);
+}
+
+void RegistryTextWriter::addOrder(const std::vector<std::size_t>& positions) {
+  text.append(notes::prefix)
+      .append(notes::order)
+      .append(notes::positionsText(positions))
+      .append(lineEnd);
 }
 
 bool RegistryTextWriter::addValue(const WideValue& value) {

@@ -4,6 +4,7 @@
 #define ZELVREG_REGISTRY_REGISTRY_TEXT_WRITER_H
 
 #include <string>
+#include <vector>
 
 #include "registry/WideKey.h"
 
@@ -13,9 +14,17 @@ class RegistryTextWriter {
  public:
   RegistryTextWriter();
 
+  // That the file is a safety export. Call it first.
+  void markAsSafetyExport();
+
   // Begins the block of a key, by its whole path ("HKEY_LOCAL_MACHINE\…"). False, and nothing
   // written, for a name that the format cannot hold: one with a line end or a NUL.
   [[nodiscard]] bool beginKey(const std::u16string& path);
+
+  // Notes on the key last begun, before its values: its security descriptor, and where the values
+  // that follow stand among all that it has, from 0 and rising.
+  void addSecurity(const std::vector<BYTE>& descriptor);
+  void addOrder(const std::vector<std::size_t>& positions);
 
   // A value of the key last begun. False, and nothing written, for a name with a NUL.
   [[nodiscard]] bool addValue(const WideValue& value);

@@ -71,10 +71,18 @@ WideKey::WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWO
 }
 
 WideKey WideKey::make(HiveHandle hive, const std::u16string& path, REGSAM access) {
+  return makeIn(systemKey(hive), path, access, REG_OPTION_NON_VOLATILE);
+}
+
+WideKey WideKey::makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,
+                           DWORD options) {
+  return makeIn(parent.key, name, access, options);
+}
+
+WideKey WideKey::makeIn(HKEY parent, const std::u16string& path, REGSAM access, DWORD options) {
   WideKey made;
-  made.status =
-      RegCreateKeyExW(systemKey(hive), wideText(path), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                      access | KEY_WOW64_64KEY, nullptr, &made.key, nullptr);
+  made.status = RegCreateKeyExW(parent, wideText(path), 0, nullptr, options,
+                                access | KEY_WOW64_64KEY, nullptr, &made.key, nullptr);
   if (made.status != ERROR_SUCCESS) {
     made.key = nullptr;
   }
@@ -175,6 +183,27 @@ bool WideKey::deleteValue(const std::u16string& name) const {
   }
   const LONG deleted = RegDeleteValueW(key, wideText(name));
   return deleted == ERROR_SUCCESS || deleted == ERROR_FILE_NOT_FOUND;
+}
+
+std::vector<BYTE> WideKey::security() const {
+  constexpr SECURITY_INFORMATION all =
+      OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+  DWORD size = 0;
+  if (key == nullptr || RegGetKeySecurity(key, all, nullptr, &size) != ERROR_INSUFFICIENT_BUFFER) {
+    return {};
+  }
+  std::vector<BYTE> descriptor(size);
+  if (RegGetKeySecurity(key, all, descriptor.data(), &size) != ERROR_SUCCESS) {
+    return {};
+  }
+  descriptor.resize(size);
+  return descriptor;
+}
+
+bool WideKey::setSecurity(const std::vector<BYTE>& descriptor, SECURITY_INFORMATION what) const {
+  // The call only reads, though its type does not say so.
+  auto* given = const_cast<BYTE*>(descriptor.data());
+  return key != nullptr && RegSetKeySecurity(key, what, given) == ERROR_SUCCESS;
 }
 
 }  // namespace zelvreg

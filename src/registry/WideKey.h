@@ -46,6 +46,9 @@ class WideKey {
   WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options = 0);
   // The same, making the key with all above it where it is missing.
   static WideKey make(HiveHandle hive, const std::u16string& path, REGSAM access);
+  // The same for a subkey of an open key, by its name.
+  static WideKey makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,
+                           DWORD options);
   WideKey(WideKey&& other) noexcept;
   WideKey(const WideKey&) = delete;
   WideKey& operator=(const WideKey&) = delete;
@@ -71,8 +74,16 @@ class WideKey {
   // True also if there was no such value.
   [[nodiscard]] bool deleteValue(const std::u16string& name) const;
 
+  // Owner, group and access list as one descriptor in its form without pointers; empty when they
+  // cannot be read.
+  [[nodiscard]] std::vector<BYTE> security() const;
+  // Sets the parts of such a descriptor that `what` names.
+  [[nodiscard]] bool setSecurity(const std::vector<BYTE>& descriptor,
+                                 SECURITY_INFORMATION what) const;
+
  private:
   WideKey() = default;
+  static WideKey makeIn(HKEY parent, const std::u16string& path, REGSAM access, DWORD options);
 
   HKEY key = nullptr;
   LONG status = ERROR_SUCCESS;

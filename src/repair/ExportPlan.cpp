@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "registry/KeySecurity.h"
+
 namespace zelvreg {
 namespace {
 
-constexpr REGSAM readAccess = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
+constexpr REGSAM readAccess = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | READ_CONTROL;
 
 // What of a key that cannot be read is still in danger: a repair may delete it, write to it, or
 // give itself the rights to do so. Only a denial tells that it may not: what fails for want of
@@ -31,7 +33,7 @@ bool hasDefault(const std::vector<WideValue>& values) {
 ExportPlan::Entry& ExportPlan::entryOf(const TruePlace& place) {
   const auto [found, isNew] = indexes.try_emplace(place.fullPath(), entries.size());
   if (isNew) {
-    entries.push_back({.place = place, .isTree = false, .names = {}});
+    entries.push_back({.place = place, .names = {}});
   }
   return entries[found->second];
 }
@@ -55,7 +57,14 @@ void ExportPlan::addDefault(HiveHandle hive, const std::string& key) {
   }
 }
 
+void ExportPlan::addSecurity(HiveHandle hive, const std::string& key) {
+  for (const TruePlace& place : places.of(hive, key, Views::True)) {
+    entryOf(place).hasSecurity = true;
+  }
+}
+
 bool ExportPlan::write(RegistryTextWriter& writer) const {
+  writer.markAsSafetyExport();
   return std::ranges::all_of(entries, [&](const Entry& entry) {
     if (isCovered(entry.place.fullPath())) {
       return true;
@@ -85,7 +94,9 @@ bool ExportPlan::writeTree(RegistryTextWriter& writer, const TruePlace& place) c
     }
     const auto values = key.values();
     auto subkeys = key.subkeys();
-    if (!values || !subkeys || !writeKey(writer, place.fullPath(), *values)) {
+    const auto isAny = [](const WideValue& /*value*/) { return true; };
+    if (!values || !subkeys || !beginKey(writer, place, &key) ||
+        !writeValues(writer, place, *values, isAny)) {
       return false;
     }
     names = std::move(*subkeys);
@@ -96,29 +107,52 @@ bool ExportPlan::writeTree(RegistryTextWriter& writer, const TruePlace& place) c
 }
 
 bool ExportPlan::writeSingles(RegistryTextWriter& writer, const Entry& entry) const {
-  const WideKey key(entry.place.hive, entry.place.path, KEY_QUERY_VALUE);
+  const REGSAM access = KEY_QUERY_VALUE | (entry.hasSecurity ? READ_CONTROL : 0);
+  const WideKey key(entry.place.hive, entry.place.path, access);
   if (!key.isOpen()) {
     return isDispensable(key, entry.place);
   }
-  auto values = key.values();
+  const auto values = key.values();
   if (!values) {
     return false;
   }
-  std::erase_if(*values, [&](const WideValue& value) { return !entry.names.contains(value.name); });
-  const std::u16string fullPath = entry.place.fullPath();
-  return (values->empty() && !defaults.contains(fullPath)) || writeKey(writer, fullPath, *values);
+  const auto isWanted = [&](const WideValue& value) { return entry.names.contains(value.name); };
+  const bool isEmpty = !entry.hasSecurity && !defaults.contains(entry.place.fullPath()) &&
+                       std::ranges::none_of(*values, isWanted);
+  return isEmpty || (beginKey(writer, entry.place, entry.hasSecurity ? &key : nullptr) &&
+                     writeValues(writer, entry.place, *values, isWanted));
 }
 
-bool ExportPlan::writeKey(RegistryTextWriter& writer, const std::u16string& fullPath,
-                          const std::vector<WideValue>& values) const {
-  if (!writer.beginKey(fullPath)) {
+bool ExportPlan::beginKey(RegistryTextWriter& writer, const TruePlace& place,
+                          const WideKey* secured) {
+  if (!writer.beginKey(place.fullPath())) {
     return false;
   }
-  if (defaults.contains(fullPath) && !hasDefault(values)) {
+  if (secured == nullptr) {
+    return true;
+  }
+  const std::vector<BYTE> security = secured->security();
+  writer.addSecurity(security);
+  return isWholeDescriptor(security);
+}
+
+bool ExportPlan::writeValues(RegistryTextWriter& writer, const TruePlace& place,
+                             const std::vector<WideValue>& values,
+                             const std::function<bool(const WideValue&)>& isWanted) const {
+  std::vector<std::size_t> positions;
+  for (std::size_t index = 0; index < values.size(); ++index) {
+    if (isWanted(values[index])) {
+      positions.push_back(index);
+    }
+  }
+  if (!positions.empty()) {
+    writer.addOrder(positions);
+  }
+  if (defaults.contains(place.fullPath()) && !hasDefault(values)) {
     writer.addMissingDefault();
   }
-  return std::ranges::all_of(values,
-                             [&](const WideValue& value) { return writer.addValue(value); });
+  return std::ranges::all_of(positions,
+                             [&](std::size_t index) { return writer.addValue(values[index]); });
 }
 
 }  // namespace zelvreg

@@ -2,6 +2,7 @@
 #ifndef ZELVREG_REPAIR_EXPORT_PLAN_H
 #define ZELVREG_REPAIR_EXPORT_PLAN_H
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -21,6 +22,9 @@ class ExportPlan {
   void addValue(HiveHandle hive, const std::string& key, const std::string& name);
   // The default value in both views; that there is none, where there is none.
   void addDefault(HiveHandle hive, const std::string& key);
+  // Owner, group and access list of a key, in the 64-bit view. A tree has those of all its keys
+  // anyway.
+  void addSecurity(HiveHandle hive, const std::string& key);
 
   // In the order in which the keys were met; values in the order in which the system lists them.
   // False when something cannot be read that could still be deleted or changed, or when the format
@@ -33,6 +37,7 @@ class ExportPlan {
   struct Entry {
     TruePlace place;
     bool isTree = false;
+    bool hasSecurity = false;
     NameSet names;  // of single values
   };
 
@@ -40,8 +45,12 @@ class ExportPlan {
   [[nodiscard]] bool isCovered(const std::u16string& fullPath) const;
   [[nodiscard]] bool writeTree(RegistryTextWriter& writer, const TruePlace& place) const;
   [[nodiscard]] bool writeSingles(RegistryTextWriter& writer, const Entry& entry) const;
-  [[nodiscard]] bool writeKey(RegistryTextWriter& writer, const std::u16string& fullPath,
-                              const std::vector<WideValue>& values) const;
+  // `secured` is null for a key whose access list stays out.
+  [[nodiscard]] static bool beginKey(RegistryTextWriter& writer, const TruePlace& place,
+                                     const WideKey* secured);
+  [[nodiscard]] bool writeValues(RegistryTextWriter& writer, const TruePlace& place,
+                                 const std::vector<WideValue>& values,
+                                 const std::function<bool(const WideValue&)>& isWanted) const;
 
   TruePlaces places;
   std::vector<Entry> entries;

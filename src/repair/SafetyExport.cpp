@@ -14,6 +14,7 @@ void addStep(ExportPlan& plan, const RepairStep& step, const StepTarget& target)
   const HiveHandle hive = HiveFromShortName(target.hive);
   switch (step.step) {
     case Step::Grant:
+      plan.addSecurity(hive, target.key);
       break;
     case Step::DeleteValue:
       plan.addValue(hive, target.key, target.value);

@@ -2,10 +2,13 @@
 #include <windows.h>
 
 #include <array>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
+#include "machine/Drives.h"
 #include "machine/OpenFiles.h"
+#include "machine/Security.h"
 #include "support/MachineFixture.h"
 
 namespace zelvreg::machine {
@@ -51,6 +54,25 @@ TEST_F(ApiFilesTest, writesAndReadsAFile) {
   EXPECT_EQ(readAll("c:/NEW.TXT"), "hello");
   EXPECT_EQ(content(R"(C:\new.txt)"), "hello");
   EXPECT_EQ(computer().openFiles().count(), 0U);
+}
+
+TEST_F(ApiFilesTest, whatIsMadeWithAListHasItAndIsClosedToOthers) {
+  start();
+  Bytes list = selfRelative(parseSddl("D:P(A;;FA;;;BA)"), DACL_SECURITY_INFORMATION);
+  const SECURITY_ATTRIBUTES given{sizeof given, list.data(), FALSE};
+  ASSERT_NE(CreateDirectoryA("C:\\own", &given), FALSE);
+  const HANDLE made =
+      CreateFileA("C:\\own\\a.txt", GENERIC_WRITE, 0, &given, CREATE_NEW, 0, nullptr);
+  ASSERT_NE(made, INVALID_HANDLE_VALUE);
+  writeAll(made, "x");
+  for (const char* path : {"C:\\own", "C:\\own\\a.txt"}) {
+    EXPECT_EQ(formatSddl(computer().drives().records().security(path)), "D:P(A;;FA;;;BA)");
+  }
+  namespace fs = std::filesystem;
+  constexpr fs::perms ofOthers = fs::perms::group_all | fs::perms::others_all;
+  for (const char* path : {"C/own", "C/own/a.txt"}) {
+    EXPECT_EQ(fs::status(machineFolder().path() / path).permissions() & ofOthers, fs::perms::none);
+  }
 }
 
 TEST_F(ApiFilesTest, eachDispositionDoesItsOwn) {

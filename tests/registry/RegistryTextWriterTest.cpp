@@ -37,6 +37,18 @@ TEST_F(RegistryTextWriterTest, AFileHasAMarkAHeaderAndABlankLineBeforeEachKey) {
                                                u"\r\n[HKEY_USERS\\b]]\r\n@=-\r\n"));
 }
 
+TEST_F(RegistryTextWriterTest, NotesAreComments) {
+  RegistryTextWriter writer;
+  writer.markAsSafetyExport();
+  EXPECT_TRUE(writer.isEmpty());
+  EXPECT_TRUE(writer.beginKey(u"K"));
+  writer.addSecurity(bytes("\x01\xAB"sv));
+  writer.addOrder({0, 1, 4});
+  EXPECT_EQ(decodeRegistryText(writer.bytes()).text,
+            u"Windows Registry Editor Version 5.00\r\n;zelvreg safety export\r\n\r\n[K]\r\n"
+            u";zelvreg security=hex:01,ab\r\n;zelvreg order=0-1,4\r\n");
+}
+
 TEST_F(RegistryTextWriterTest, OnlySoundTextStandsBetweenQuotes) {
   EXPECT_EQ(lineOf({u"a\"b\\", REG_SZ, bytes(u"\"C:\\\"\t\0"sv)}),
             u"\"a\\\"b\\\\\"=\"\\\"C:\\\\\\\"\t\"");

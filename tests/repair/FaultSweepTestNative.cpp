@@ -331,9 +331,9 @@ class FaultSweepOfACall : public FaultSweepTest, public ::testing::WithParamInte
 
   // Calls that the safety export is made of.
   [[nodiscard]] bool stopsRepairs() const {
-    constexpr std::array calls{ApiCall::RegOpenKey,     ApiCall::RegEnumKey, ApiCall::RegEnumValue,
-                               ApiCall::CreateFile,     ApiCall::WriteFile,  ApiCall::MoveFile,
-                               ApiCall::CreateDirectory};
+    constexpr std::array calls{
+        ApiCall::RegOpenKey, ApiCall::RegEnumKey, ApiCall::RegEnumValue, ApiCall::RegGetKeySecurity,
+        ApiCall::CreateFile, ApiCall::WriteFile,  ApiCall::MoveFile,     ApiCall::CreateDirectory};
     return std::ranges::find(calls, call) != calls.end();
   }
 

@@ -125,7 +125,7 @@ TEST_F(SafetyExportTest, AKeyGoesOnceInTheRegistrysOwnSpellingAndATreeCoversWhat
   setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\SafetyExportTest", "b", "x");
   setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\SafetyExportTest", "other", "x");
   addTickedRow({"safetyexporttest\\SUB", "", "9", "", "", ""});
-  addTickedRow({"", "", "7", "", "SAFETYEXPORTTEST\\\\", ""});
+  addTickedRow({"SafetyExportTest", "", "7", "", "SAFETYEXPORTTEST\\\\", ""});
   addTickedRow({"", "", "72", "", "SafetyExportTest\\Sub", ""});
   addValueRow("B");
   addValueRow("a");

@@ -16,7 +16,7 @@ class SafetyExportFaultsTest : public fixture::SafetyExportFixture {
   SafetyExportFaultsTest() {
     setText(key, "x", "y");
     setText(key + "\\Below", "x", "y");
-    addTickedRow({"", "", "7", "", "SafetyExportTest", ""});
+    addTickedRow({"SafetyExportTest", "", "7", "", "SafetyExportTest", ""});
   }
 };
 

@@ -112,6 +112,7 @@ inline constexpr DWORD REG_RESOURCE_REQUIREMENTS_LIST = 10;
 inline constexpr DWORD REG_QWORD = 11;
 
 inline constexpr DWORD REG_OPTION_NON_VOLATILE = 0;
+inline constexpr DWORD REG_OPTION_BACKUP_RESTORE = 4;
 inline constexpr DWORD REG_OPTION_OPEN_LINK = 8;
 inline constexpr DWORD REG_CREATED_NEW_KEY = 1;
 inline constexpr DWORD REG_OPENED_EXISTING_KEY = 2;
@@ -281,6 +282,36 @@ struct SECURITY_DESCRIPTOR {
   PACL Dacl;
 };
 
+// The process's token and its privileges.
+struct LUID {
+  DWORD LowPart;
+  LONG HighPart;
+};
+struct LUID_AND_ATTRIBUTES {
+  LUID Luid;
+  DWORD Attributes;
+};
+struct TOKEN_PRIVILEGES {
+  DWORD PrivilegeCount;
+  LUID_AND_ATTRIBUTES Privileges[1];
+};
+using PTOKEN_PRIVILEGES = TOKEN_PRIVILEGES*;
+struct SID_AND_ATTRIBUTES {
+  PSID Sid;
+  DWORD Attributes;
+};
+struct TOKEN_USER {
+  SID_AND_ATTRIBUTES User;
+};
+enum TOKEN_INFORMATION_CLASS { TokenUser = 1 };
+
+inline constexpr DWORD TOKEN_QUERY = 0x0008;
+inline constexpr DWORD TOKEN_ADJUST_PRIVILEGES = 0x0020;
+inline constexpr DWORD SE_PRIVILEGE_ENABLED = 2;
+inline constexpr LPCSTR SE_BACKUP_NAME = "SeBackupPrivilege";
+inline constexpr LPCSTR SE_RESTORE_NAME = "SeRestorePrivilege";
+inline constexpr LPCSTR SE_TAKE_OWNERSHIP_NAME = "SeTakeOwnershipPrivilege";
+
 enum ACL_INFORMATION_CLASS { AclRevisionInformation = 1, AclSizeInformation };
 
 struct ACL_SIZE_INFORMATION {
@@ -306,7 +337,15 @@ PVOID FreeSid(PSID sid);
 DWORD GetLengthSid(PSID sid);
 BOOL EqualSid(PSID first, PSID second);
 
+BOOL OpenProcessToken(HANDLE process, DWORD access, HANDLE* token);
+BOOL LookupPrivilegeValueA(LPCSTR systemName, LPCSTR name, LUID* value);
+BOOL AdjustTokenPrivileges(HANDLE token, BOOL disablesAll, PTOKEN_PRIVILEGES changes, DWORD size,
+                           PTOKEN_PRIVILEGES before, PDWORD needed);
+BOOL GetTokenInformation(HANDLE token, TOKEN_INFORMATION_CLASS what, LPVOID information, DWORD size,
+                         PDWORD needed);
+
 BOOL InitializeSecurityDescriptor(PSECURITY_DESCRIPTOR descriptor, DWORD revision);
+BOOL GetSecurityDescriptorOwner(PSECURITY_DESCRIPTOR descriptor, PSID* owner, LPBOOL defaulted);
 BOOL GetSecurityDescriptorDacl(PSECURITY_DESCRIPTOR descriptor, LPBOOL present, PACL* acl,
                                LPBOOL defaulted);
 BOOL SetSecurityDescriptorDacl(PSECURITY_DESCRIPTOR descriptor, BOOL present, PACL acl,

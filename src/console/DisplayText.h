@@ -16,7 +16,9 @@ std::string captionText(std::string_view text, int charset);
 // The number of columns that a UTF-8 text takes on a terminal, one for each character.
 std::size_t displayWidth(std::string_view text);
 
-// A text that cannot upset a terminal or a line: control characters become spaces.
+// A UTF-8 text that cannot upset a terminal, a line or the order of its characters: spaces stand
+// for control characters of both sets, for those that steer the direction of writing, and for what
+// ends a line; "?" stands for each byte that is no UTF-8.
 std::string printable(std::string_view text);
 
 }  // namespace zelvreg::console

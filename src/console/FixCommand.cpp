@@ -141,7 +141,8 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
   Form42 form;
   prepareForm(form, options, streams);
   if (!runScanOn(form, options, streams)) {
-    throw std::runtime_error("the scan was cancelled; nothing was repaired");
+    throw std::runtime_error(std::string("the scan was ") + howGivenUp() +
+                             "; nothing was repaired");
   }
   // Some damage is met only where the scan has been.
   refuseForFirstOf(computer.damage());

@@ -52,6 +52,8 @@ bool isGivenUp(const Options& options) {
          (options.deadline && std::chrono::steady_clock::now() >= *options.deadline);
 }
 
+const char* howGivenUp() { return isStopRequested() ? "cancelled" : "ended by --timeout"; }
+
 bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     form.View1.setChecked(row, options.rows.contains(row));
@@ -74,7 +76,7 @@ bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
 
 void tell(const std::vector<std::string>& lines, const Streams& streams) {
   for (const std::string& line : lines) {
-    streams.error << "zelvreg: " << line << "\n";
+    streams.error << "zelvreg: " << printable(line) << "\n";
   }
 }
 

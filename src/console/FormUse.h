@@ -19,11 +19,13 @@ void prepareForm(Form42& form, const Options& options, const Streams& streams);
 
 // Whether the user has interrupted the command, or its time is over.
 bool isGivenUp(const Options& options);
+// Which of the two it was, for a line that says what ended: "cancelled", or "ended by --timeout".
+const char* howGivenUp();
 
 // Presses Start with the ticks that were asked for, and Cancel if the user interrupts: false then.
 bool runScanOn(Form42& form, const Options& options, const Streams& streams);
 
-// Lines for the user on the error stream.
+// Lines for the user on the error stream, made harmless.
 void tell(const std::vector<std::string>& lines, const Streams& streams);
 
 // Keeps what a command has changed, and tells of each change that has no place to be kept in.

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "console/Commands.h"
+#include "console/DisplayText.h"
 #include "console/Terminal.h"
 
 namespace {
@@ -37,7 +38,8 @@ int main(int count, char** arguments) {
   try {
     return runProgram(count, arguments);
   } catch (const std::exception& error) {
-    std::cerr << "zelvreg: " << error.what() << "\n";
+    // Names of files and machines are in it.
+    std::cerr << "zelvreg: " << printable(error.what()) << "\n";
     return failed;
   }
 }

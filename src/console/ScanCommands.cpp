@@ -27,7 +27,8 @@ int scan(const Options& options, const Computer& computer, const Streams& stream
   printResult(result, options, streams);
   writeReport(form, options);
   if (!isComplete) {
-    throw std::runtime_error("the scan was cancelled; what was found so far is listed");
+    throw std::runtime_error(std::string("the scan was ") + howGivenUp() +
+                             "; what was found so far is listed");
   }
   const auto damage = computer.damage();
   tell(damage, streams);

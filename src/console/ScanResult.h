@@ -52,9 +52,9 @@ struct RepairResult {
   std::vector<std::pair<std::string, std::string>> refused;
 };
 
-// One JSON object, with what came of a repair where there was one; the findings as
-// CSV with a line of headings; tables for a reader. `width` is the number of columns of the
-// terminal, or 0 where cells are not to be shortened.
+// One JSON object, with what came of a repair where there was one; the findings as CSV with a line
+// of headings, texts that a spreadsheet would run behind an apostrophe; tables for a reader.
+// `width` is the number of columns of the terminal, or 0 where cells are not to be shortened.
 std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair = {});
 std::string csvText(const ScanResult& result);
 std::string tableText(const ScanResult& result, std::size_t width);

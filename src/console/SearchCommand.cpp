@@ -96,7 +96,8 @@ int search(const Options& options, const Computer& computer, const Streams& stre
     streams.out << searchTableText(findings, streams.width);
   }
   if (!isComplete) {
-    throw std::runtime_error("the search was cancelled; what was found so far is listed");
+    throw std::runtime_error(std::string("the search was ") + howGivenUp() +
+                             "; what was found so far is listed");
   }
   const auto damage = computer.damage();
   tell(damage, streams);

@@ -303,6 +303,9 @@ struct Form42 {
   std::function<void()> onProcessEnd;
   // Connections to the registry provider that are kept between calls; made when first asked for.
   std::shared_ptr<StdRegProvPool> providers;
+  // Whether a call of the provider has failed since a scanner turned to its present entry. What it
+  // holds then looks empty without being so, and no finding is made of it.
+  bool isProviderSilent = false;
 };
 
 }  // namespace zelvreg

@@ -129,11 +129,14 @@ DWORD GetFileAttributesA(LPCSTR path) {
   return machine->drives().records().attributes(place.path, place.isFolder);
 }
 
-// Drives are fixed disks; of a letter without a folder nothing is known, or there is no such drive.
+// Drives are fixed disks, unless one is said to be remote; of a letter without a folder nothing is
+// known, or there is no such drive.
 UINT GetDriveTypeA(LPCSTR root) {
   Machine* machine = machineInForce();
   if (machine == nullptr || root == nullptr) return DRIVE_UNKNOWN;
-  if (machine->drives().find(wideText(*machine, root)).exists()) return DRIVE_FIXED;
+  const std::u16string path = wideText(*machine, root);
+  if (machine->drives().isRemote(path)) return DRIVE_REMOTE;
+  if (machine->drives().findTrue(path).exists()) return DRIVE_FIXED;
   return machine->drives().isUnknown(root) ? DRIVE_UNKNOWN : DRIVE_NO_ROOT_DIR;
 }
 

@@ -153,6 +153,7 @@ void Drives::redirect(PathName& path) const {
 Place Drives::find(std::string_view narrowPath) { return find(page.decode(narrowPath)); }
 
 Place Drives::find(std::u16string_view text) {
+  if (onFind) onFind(text);
   PathName path = parsePath(text, current);
   redirect(path);
   Place place = walk(path);

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -66,6 +67,15 @@ class Drives {
   // were there, to be read only. `path` has a drive; a folder that does not exist lends nothing.
   void lend(std::u16string_view path, const std::filesystem::path& folder);
 
+  // Is told of each path that a call is about to follow, as it was given; none by default.
+  std::function<void(std::u16string_view path)> onFind;
+
+  // Says that a letter is a drive of another computer.
+  void setRemote(char16_t letter) { remote = letter; }
+  [[nodiscard]] bool isRemote(std::u16string_view path) const {
+    return remote != 0 && !path.empty() && (path.front() | 0x20) == (remote | 0x20);
+  }
+
   // The names in a folder that find() gave, in upper-case order.
   const std::vector<ListedName>& namesIn(const Place& folder) { return listings.all(folder.file); }
 
@@ -93,6 +103,7 @@ class Drives {
   PathName windows;
   std::map<char, std::string> roots;  // canonical, without a separator at the end
   std::vector<Lent> lent;
+  char16_t remote = 0;
   FolderListings listings;
   FileRecords fileRecords;
 };

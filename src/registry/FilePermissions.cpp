@@ -92,13 +92,14 @@ void SetAccess(const std::string& user, const std::string& path, DWORD mask) {
   SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, &newDescriptor);
 }
 
-void changepermission(std::string& path) {
+void changepermission(std::string& path, Rights rights) {
   if (!containsIgnoringCase(path, "$recycle.bin")) {
     return;
   }
-  const std::string user = environmentVariable("username");
   path = std::string(trim(path));
-  SetAccess(user, path, GENERIC_ALL);
+  if (rights == Rights::Given) {
+    SetAccess(environmentVariable("username"), path, GENERIC_ALL);
+  }
 }
 
 }  // namespace zelvreg

@@ -108,11 +108,11 @@ std::string longName(HiveHandle hive) {
 
 HiveHandle HiveFromName(std::string_view name) { return GetHiveHandle(name); }
 
-HiveHandle HiveFromShortName(const std::string& name) {
+HiveHandle HiveFromShortName(const std::string& name, Shares shares) {
   if (const auto hive = findHive(shortNames, upperCase(name))) {
     return *hive;
   }
-  return Dir(name).empty() ? HiveHandle::Unknown : HiveHandle::hINI;
+  return Dir(name, shares).empty() ? HiveHandle::Unknown : HiveHandle::hINI;
 }
 
 void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive) {

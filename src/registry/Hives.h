@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "form/Form42.h"
+#include "runtime/Shares.h"
 
 namespace zelvreg {
 
@@ -39,9 +40,14 @@ HiveHandle HiveFromName(std::string_view name);
 // The long name of a hive; that of the local machine for what is none.
 std::string longName(HiveHandle hive);
 
+// Whether a scan, a search or a repair of this form may follow a text to another computer.
+inline Shares sharesOf(const Form42& form) {
+  return form.safeguards.asksShares ? Shares::Asked : Shares::Refused;
+}
+
 // By the short name ("HKLM") in any case. "HKDD" and "HKCC" are known and give Unknown, so that a
 // request on them fails like one on an unknown hive. Any other text gives hINI if it names a file.
-HiveHandle HiveFromShortName(const std::string& name);
+HiveHandle HiveFromShortName(const std::string& name, Shares shares = Shares::Refused);
 
 // Splits a full path at its first backslash: `hive` gets the handle of what stands before, `key`
 // keeps what stands behind. A text that does not begin with "HKEY_" or that ends in a backslash

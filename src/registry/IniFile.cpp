@@ -13,9 +13,12 @@ bool isHeaderOf(const std::string& line, const std::string& section) {
 }  // namespace
 
 void fReadIniFuzzy(const std::string& file, std::string& section, const std::string& key,
-                   const std::string& fallback, std::string& result, LONG& rc) {
+                   const std::string& fallback, std::string& result, LONG& rc, Shares shares) {
   result = fallback;
   rc = ERROR_FILE_NOT_FOUND;
+  if (!mayBeOpened(file, shares)) {
+    return;
+  }
   const std::string wantedSection = upperCase(section);
   const std::string wantedKey = upperCase(key);
   std::string header;

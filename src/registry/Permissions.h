@@ -55,8 +55,11 @@ bool SidInTable(const AccessTable& table, PSID sid);
 // was.
 void SetAccess(const std::string& user, const std::string& path, DWORD mask);
 
+// Whether rights are given, or only what goes with giving them is done.
+enum class Rights { Left, Given };
+
 // Gives the user all rights to a path in a recycle bin, trimming `path`; leaves any other alone.
-void changepermission(std::string& path);
+void changepermission(std::string& path, Rights rights = Rights::Given);
 
 }  // namespace zelvreg
 

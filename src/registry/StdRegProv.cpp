@@ -2,12 +2,23 @@
 
 namespace zelvreg {
 
-StdRegProv* StdRegProvPool::connect(ProviderArchitecture architecture) {
-  auto& connection = connections[architecture];
+std::unique_ptr<StdRegProv> connectStdRegProv(ProviderRoad road,
+                                              ProviderArchitecture architecture) {
+  return road == ProviderRoad::Service ? connectService(architecture)
+                                       : makeDirectProvider(architecture);
+}
+
+LONG StdRegProvPool::call(ProviderRoad road, ProviderArchitecture architecture,
+                          const std::function<LONG(StdRegProv& provider)>& method) {
+  auto& connection = connections[{road, architecture}];
   if (connection == nullptr) {
-    connection = connectStdRegProv(architecture);
+    connection = connects(road, architecture);
   }
-  return connection.get();
+  const LONG status = connection == nullptr ? providerFailed : method(*connection);
+  if (status == providerFailed) {
+    connection.reset();
+  }
+  return status;
 }
 
 }  // namespace zelvreg

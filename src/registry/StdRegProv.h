@@ -1,27 +1,33 @@
-// The registry provider of the system's management service: it reads a chosen view from a process
-// of either width. On Windows the service is asked; elsewhere the same answers come from direct
-// reads with the flag of the view.
+// The registry provider: it reads a chosen view from a process of either width. Two roads give the
+// same answers: direct reads with the flag of the view, and the system's management service, which
+// may be broken, or end between two calls. Where there is none, direct reads stand in for it.
 #ifndef ZELVREG_REGISTRY_STD_REG_PROV_H
 #define ZELVREG_REGISTRY_STD_REG_PROV_H
 
 #include <windows.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "registry/Hives.h"
 
 namespace zelvreg {
 
+// The code of a call that did not get through to the provider, so that it tells nothing of the key.
+inline constexpr LONG providerFailed = 1726;
+
 class StdRegProv {
  public:
   virtual ~StdRegProv() = default;
 
-  // Each gives 0 or a code of the provider. Results that it has nothing for stay empty: a key
-  // without subkeys or values gives no array at all. Text passes through the code page.
+  // Each gives 0, a code of the registry, or providerFailed. Results that it has nothing for stay
+  // empty: a key without subkeys or values gives no array at all. Text passes through the code
+  // page.
   virtual LONG enumKey(HiveHandle hive, const std::string& key,
                        std::optional<std::vector<std::string>>& names) = 0;
   // Named values only: the unnamed default value is not among them.
@@ -43,18 +49,31 @@ class StdRegProv {
 // is the 32-bit view.
 enum class ProviderArchitecture : int { Default = 0, Bits32 = 32, Bits64 = 64 };
 
-// A provider connected for one view; null when the service does not answer.
-std::unique_ptr<StdRegProv> connectStdRegProv(ProviderArchitecture architecture);
+enum class ProviderRoad { Direct, Service };
 
-// Keeps one connection for each view: connecting anew for each read costs more and tells nothing
-// else. A connection that failed is tried again.
+std::unique_ptr<StdRegProv> makeDirectProvider(ProviderArchitecture architecture);
+// Null when the service does not answer.
+std::unique_ptr<StdRegProv> connectService(ProviderArchitecture architecture);
+
+// A provider by one road, for one view; null when the service does not answer.
+std::unique_ptr<StdRegProv> connectStdRegProv(ProviderRoad road, ProviderArchitecture architecture);
+
+// Keeps one connection for each road and view: connecting anew for each read costs more and tells
+// nothing else.
 class StdRegProvPool {
  public:
-  // Not owned by the caller; null when the service does not answer.
-  StdRegProv* connect(ProviderArchitecture architecture);
+  using Connect =
+      std::function<std::unique_ptr<StdRegProv>(ProviderRoad road, ProviderArchitecture view)>;
+  explicit StdRegProvPool(Connect connector = connectStdRegProv) : connects(std::move(connector)) {}
+
+  // Calls the provider and gives its answer; providerFailed when there is none. A connection of
+  // which a call has failed is dropped, so that the next call makes a new one.
+  LONG call(ProviderRoad road, ProviderArchitecture architecture,
+            const std::function<LONG(StdRegProv& provider)>& method);
 
  private:
-  std::map<ProviderArchitecture, std::unique_ptr<StdRegProv>> connections;
+  Connect connects;
+  std::map<std::pair<ProviderRoad, ProviderArchitecture>, std::unique_ptr<StdRegProv>> connections;
 };
 
 }  // namespace zelvreg

@@ -112,11 +112,11 @@ class ServiceProvider : public StdRegProv {
       }
     }
 
-    // What the method returned.
+    // What the method returned; without results the call itself has failed.
     [[nodiscard]] LONG run() const {
       ComVariant value;
       if (!get(L"ReturnValue", value) || (*value).vt != VT_I4) {
-        return ERROR_GEN_FAILURE;
+        return providerFailed;
       }
       return (*value).lVal;
     }
@@ -203,7 +203,7 @@ ComPointer<IWbemContext> contextFor(ProviderArchitecture architecture) {
 
 }  // namespace
 
-std::unique_ptr<StdRegProv> connectStdRegProv(ProviderArchitecture architecture) {
+std::unique_ptr<StdRegProv> connectService(ProviderArchitecture architecture) {
   // Initialised once more for each connection and never undone: the connections live as long as
   // the process.
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);

@@ -73,7 +73,7 @@ void enumerate(Form42& form, const Enumerator& kind, const std::string& hive,
   if (kind.clearsFirst) {
     (form.*kind.list).clear();
   }
-  const HiveHandle handle = HiveFromShortName(hive);
+  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
   if (handle == HiveHandle::Unknown) {
     rc = hiveRefused;
     return;

@@ -173,7 +173,7 @@ void fReadValue(const std::string& hive, const std::string& key, const std::stri
 
 void fEnumValue_old(Form42& form, const std::string& hive, const std::string& key,
                     std::string& pairs, LONG& rc) {
-  const HiveHandle handle = HiveFromShortName(hive);
+  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
   if (handle == HiveHandle::Unknown) {
     rc = hiveRefused;
     return;

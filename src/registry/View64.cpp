@@ -1,5 +1,6 @@
 #include "registry/View64.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -9,25 +10,31 @@
 namespace zelvreg {
 namespace {
 
-StdRegProv* connect(Form42& form, ProviderArchitecture architecture) {
+// Calls the provider by the road that is in force. Where that fails, nothing can be said of the
+// key.
+LONG ask(Form42& form, ProviderArchitecture architecture,
+         const std::function<LONG(StdRegProv& provider)>& method) {
   if (form.providers == nullptr) {
     form.providers = std::make_shared<StdRegProvPool>();
   }
-  return form.providers->connect(architecture);
+  const auto road = form.safeguards.asksService ? ProviderRoad::Service : ProviderRoad::Direct;
+  const LONG status = form.providers->call(road, architecture, method);
+  form.isProviderSilent = form.isProviderSilent || status == providerFailed;
+  return status;
 }
 
-StdRegProv* connectTrueView(Form42& form) {
-  return connect(form,
-                 form.Is64BitOS ? ProviderArchitecture::Bits64 : ProviderArchitecture::Bits32);
+ProviderArchitecture trueView(const Form42& form) {
+  return form.Is64BitOS ? ProviderArchitecture::Bits64 : ProviderArchitecture::Bits32;
 }
 
 void listValueNames(Form42& form, const std::string& hive, const std::string& key, ListBox& list) {
-  const HiveHandle handle = HiveFromShortName(hive);
-  StdRegProv* provider = connectTrueView(form);
+  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
   std::optional<std::vector<std::string>> names;
   std::vector<DWORD> types;
-  if (provider == nullptr || provider->enumValues(handle, key, names, types) != ERROR_SUCCESS ||
-      !names) {
+  const LONG status = ask(form, trueView(form), [&](StdRegProv& provider) {
+    return provider.enumValues(handle, key, names, types);
+  });
+  if (status != ERROR_SUCCESS || !names) {
     return;
   }
   for (const std::string& name : *names) {
@@ -49,54 +56,48 @@ void fEnumValue4(Form42& form, const std::string& hive, const std::string& key,
 
 std::string GetKeyValue64(Form42& form, const std::string& hive, const std::string& key,
                           const std::string& valueName) {
-  const HiveHandle handle = HiveFromShortName(hive);
+  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
   std::string value;
-  if (StdRegProv* provider = connectTrueView(form)) {
-    provider->getStringValue(handle, key, valueName, value);
-  }
+  ask(form, trueView(form),
+      [&](StdRegProv& provider) { return provider.getStringValue(handle, key, valueName, value); });
   return value;
 }
 
 std::string readSuiteColor(Form42& form) {
   std::string value;
-  if (StdRegProv* provider = connect(form, ProviderArchitecture::Default)) {
-    provider->getExpandedStringValue(HiveHandle::LocalMachine, "SOFTWARE\\zelvane\\zelvane tuner",
-                                     "color", value);
-  }
+  ask(form, ProviderArchitecture::Default, [&](StdRegProv& provider) {
+    return provider.getExpandedStringValue(HiveHandle::LocalMachine,
+                                           "SOFTWARE\\zelvane\\zelvane tuner", "color", value);
+  });
   return value;
 }
 
 void DeleteSubkeys2(Form42& form, HiveHandle hive, const std::string& key) {
-  StdRegProv* provider = connect(form, ProviderArchitecture::Default);
-  if (provider == nullptr) {
-    return;
-  }
   std::optional<std::vector<std::string>> names;
-  provider->enumKey(hive, key, names);
+  ask(form, ProviderArchitecture::Default,
+      [&](StdRegProv& provider) { return provider.enumKey(hive, key, names); });
   for (const std::string& name : names.value_or(std::vector<std::string>{})) {
     DeleteSubtree(hive, key + "\\" + name);
   }
-  provider->deleteKey(hive, key);
+  ask(form, ProviderArchitecture::Default,
+      [&](StdRegProv& provider) { return provider.deleteKey(hive, key); });
 }
 
 void EnumerateKeys(Form42& form, HiveHandle hive, const std::string& key) {
-  StdRegProv* provider = connect(form, ProviderArchitecture::Default);
   std::optional<std::vector<std::string>> names;
-  if (provider != nullptr) {
-    provider->enumKey(hive, key, names);
-  }
+  ask(form, ProviderArchitecture::Default,
+      [&](StdRegProv& provider) { return provider.enumKey(hive, key, names); });
   for (const std::string& name : names.value_or(std::vector<std::string>{})) {
     EnumerateKeys(form, hive, key + "\\" + name);
   }
 }
 
 void test(Form42& form, const std::string& hive, const std::string& key, LONG& /*rc*/) {
-  const HiveHandle handle = HiveFromShortName(hive);
+  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
   std::optional<std::vector<std::string>> names;
   std::vector<DWORD> types;
-  if (StdRegProv* provider = connect(form, ProviderArchitecture::Bits64)) {
-    provider->enumValues(handle, key, names, types);
-  }
+  ask(form, ProviderArchitecture::Bits64,
+      [&](StdRegProv& provider) { return provider.enumValues(handle, key, names, types); });
 }
 
 }  // namespace zelvreg

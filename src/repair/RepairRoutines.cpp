@@ -29,8 +29,7 @@ void repairRow(Form42& form, const RepairKind& kind, std::int64_t index, std::st
   }
 }
 
-// The test for the end stands at the bottom, so that an empty list starts at 0 and goes on below
-// it.
+// The test for the end stands at the bottom, so that an empty list has one turn that finds nothing.
 void repairKinds(Form42& form, std::initializer_list<const RepairKind*> kinds) {
   std::string shortRoot;
   std::int64_t index = rowCount(form);
@@ -40,7 +39,7 @@ void repairKinds(Form42& form, std::initializer_list<const RepairKind*> kinds) {
       repairRow(form, *kind, index, shortRoot);
     }
     --index;
-  } while (index != 0);
+  } while (index > 0);
 }
 
 void repairOnly(Form42& form, int code) { repairKinds(form, {repairKind(code)}); }

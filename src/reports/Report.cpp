@@ -4,6 +4,8 @@
 // shellapi needs windows.h before it.
 #include <shellapi.h>
 
+#include <algorithm>
+
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
@@ -28,6 +30,9 @@ std::string rowLine(const Form42& form, std::size_t row) {
     line += line.empty() && column == locationColumn ? "" : "  |  ";
     line += trim(form.View2.text(row, column));
   }
+  // Names of keys may hold anything; a terminal would obey some of it.
+  std::ranges::replace_if(
+      line, [](unsigned char byte) { return byte < 0x20 || byte == 0x7F; }, ' ');
   return line;
 }
 

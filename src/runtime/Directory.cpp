@@ -12,7 +12,10 @@ constexpr DWORD passedOver =
 
 }  // namespace
 
-std::string Dir(const std::string& pattern) {
+std::string Dir(const std::string& pattern, Shares shares) {
+  if (!mayBeOpened(pattern, shares)) {
+    return {};
+  }
   WIN32_FIND_DATAA entry{};
   HANDLE search = FindFirstFileA(pattern.c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) {

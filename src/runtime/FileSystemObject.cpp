@@ -19,7 +19,10 @@ bool mayBeThere(const std::string& path) {
 
 }  // namespace
 
-bool fileExists(const std::string& path) {
+bool fileExists(const std::string& path, Shares shares) {
+  if (!mayBeOpened(path, shares)) {
+    return false;
+  }
   const DWORD attributes = GetFileAttributesA(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     return mayBeThere(path);
@@ -27,7 +30,10 @@ bool fileExists(const std::string& path) {
   return (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-bool folderExists(const std::string& path) {
+bool folderExists(const std::string& path, Shares shares) {
+  if (!mayBeOpened(path, shares)) {
+    return false;
+  }
   const DWORD attributes = GetFileAttributesA(path.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     return mayBeThere(path);

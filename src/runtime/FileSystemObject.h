@@ -5,12 +5,14 @@
 
 #include <string>
 
+#include "runtime/Shares.h"
+
 namespace zelvreg::fileSystemObject {
 
 // On a computer that is not running, a drive that is not at hand may hold anything: a path there
 // counts as an existing file and as an existing folder.
-bool fileExists(const std::string& path);
-bool folderExists(const std::string& path);
+bool fileExists(const std::string& path, Shares shares = Shares::Refused);
+bool folderExists(const std::string& path, Shares shares = Shares::Refused);
 
 // A text file read line by line; lines end in CR LF or LF, the last one with or without.
 class TextStream {

@@ -30,6 +30,9 @@ std::size_t nextRow(const Form42& form) {
 }
 
 void addFinding(Form42& form, ScannerRun& run, const Finding& finding) {
+  if (form.isProviderSilent) {
+    return;
+  }
   Finding listed = finding;
   listed.badValue = trim(finding.badValue);
   form.List2.add(listed.badValue);
@@ -38,6 +41,9 @@ void addFinding(Form42& form, ScannerRun& run, const Finding& finding) {
 }
 
 void addRow(Form42& form, ScannerRun& run, const Finding& finding) {
+  if (form.isProviderSilent) {
+    return;
+  }
   const std::size_t added = form.View2.add(finding.location);
   const std::size_t row = run.fields == FieldsGoTo::RowJustAdded ? added : run.row;
   form.View2.setText(row, badValueColumn, finding.badValue);

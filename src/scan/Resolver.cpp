@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "registry/Hives.h"
 #include "registry/Permissions.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
@@ -100,14 +101,18 @@ std::string GetPath(const Form42& form, std::string& path) {
   return expandVariables(path);
 }
 
-bool FileExists(std::string path) {
-  changepermission(path);
+bool FileExists(const Form42& form, std::string path) {
+  if (mayBeOpened(path, sharesOf(form))) {
+    changepermission(path, form.safeguards.touches ? Rights::Given : Rights::Left);
+  }
   // The file system is asked first, also about what is in the system folder anyway.
-  const bool exists = fileSystemObject::fileExists(path);
+  const bool exists = fileSystemObject::fileExists(path, sharesOf(form));
   return exists || containsIgnoringCase(path, "system32");
 }
 
-bool FolderExists(const std::string& path) { return fileSystemObject::folderExists(path); }
+bool FolderExists(const Form42& form, const std::string& path) {
+  return fileSystemObject::folderExists(path, sharesOf(form));
+}
 
 void pth(Form42& form, std::string& rule) {
   constexpr std::string_view marker = "|app=";

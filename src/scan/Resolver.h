@@ -24,9 +24,10 @@ std::string FilePath(std::string& text);
 std::string GetPath(const Form42& form, std::string& path);
 
 // Whether a file is there, for a text that may end in a NUL. What names the system folder always
-// is. A path in a recycle bin is first opened to the user.
-bool FileExists(std::string path);
-bool FolderExists(const std::string& path);
+// is. A path in a recycle bin is first opened to the user if a scan may touch what it finds. A path
+// that leads to another computer counts as absent unless it may be asked.
+bool FileExists(const Form42& form, std::string path);
+bool FolderExists(const Form42& form, const std::string& path);
 
 // Puts the program path of a firewall rule into FirewallPath: what stands between "|app=" and the
 // next "|", or nothing if that is no path. A rule without either keeps the path of the rule before.

@@ -57,7 +57,6 @@ bool hasCheckedRow(Form42& form) {
 }
 
 void clearResults(Form42& form) {
-  form.Text2.setText("1");
   form.Text1.setText("0");
   form.List1.clear();
   form.List2.clear();
@@ -71,6 +70,7 @@ void advanceBar(Form42& form) { form.Bar1.setValue(form.Bar1.value() + 1); }
 void testRow(Form42& form, std::size_t row, const Category& category) {
   form.View1.setRowColor(row, underTestColor);
   form.cancelRequested = false;
+  form.isProviderSilent = false;
   form.View1.ensureVisible(row);
   if (row > lastRowCountedWhenDone) {
     advanceBar(form);
@@ -91,12 +91,9 @@ void testRow(Form42& form, std::size_t row, const Category& category) {
 }
 
 void testRows(Form42& form) {
-  for (std::size_t row = 1; row <= categories().size(); ++row) {
+  for (std::size_t row = 1; row <= categories().size() && !isStopAsked(form); ++row) {
     if (form.View1.isChecked(row)) {
       testRow(form, row, categories()[row - 1]);
-    }
-    if (isStopAsked(form)) {
-      return;
     }
   }
 }
@@ -121,8 +118,12 @@ void endScan(Form42& form) {
 void runScan(Form42& form) {
   form.decideSafeguards.run();
   openScanPanel(form);
+  const std::string stateBefore = form.Text2.text();
+  // From here on a press of Cancel counts, also one before the first row.
+  form.Text2.setText("1");
   resetRows(form);
   if (!hasCheckedRow(form)) {
+    form.Text2.setText(stateBefore);
     form.dialogs.tell("Please select any item from the list first to perform the test",
                       MessageIcon::Information);
     return;

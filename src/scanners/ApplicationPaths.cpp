@@ -91,7 +91,7 @@ void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKe
   }
   pathText = withoutQuotes(pathText);
   // No file has an empty name, so a program without a path is reported too.
-  if (!FileExists(resolvedPath(scan.form, pathText))) {
+  if (!FileExists(scan.form, resolvedPath(scan.form, pathText))) {
     add(scan, keyName, pathText, keyName, "HKEY_LOCAL_MACHINE", rootKey);
   }
 }
@@ -133,7 +133,7 @@ void testProgramName(Scan& scan, const char* key, const std::string& entry) {
     return;
   }
   const std::string pathText = withoutQuotes(resolvedPath(scan.form, keyName));
-  if (!FileExists(resolvedPath(scan.form, pathText))) {
+  if (!FileExists(scan.form, resolvedPath(scan.form, pathText))) {
     add(scan, keyName, entry, entry, "HKEY_CURRENT_USER", key);
   }
 }
@@ -180,6 +180,9 @@ void testValues(Scan& scan, const SoftwareKey& software, const std::string& keyN
     const std::string name = scan.form.List7.text(index);
     if (namesMissingPath(scan.form, GetKeyValue64(scan.form, software.hive, rootKey, name))) {
       add(scan, keyName, name, name, software.rootName, rootKey);
+    }
+    if (isStopAsked(scan.form)) {
+      return;
     }
   }
 }

@@ -33,7 +33,7 @@ void testIcon(Form42& form, ScannerRun& run, const std::string& name) {
     return;
   }
   value = iconFile(value);
-  if (FileExists(resolvedPath(form, value))) {
+  if (FileExists(form, resolvedPath(form, value))) {
     return;
   }
   form.List2.add(value);

@@ -57,7 +57,8 @@ std::optional<BadCommand> judgeCommand(Form42& form, const std::string& openKey,
     }
   }
   value = programOf(value);
-  if (!endsInExe(value) || !hasDriveColon(trim(value)) || FileExists(resolvedPath(form, value))) {
+  if (!endsInExe(value) || !hasDriveColon(trim(value)) ||
+      FileExists(form, resolvedPath(form, value))) {
     return std::nullopt;
   }
   return BadCommand{.key = key, .program = value};

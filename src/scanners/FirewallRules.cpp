@@ -19,7 +19,7 @@ void testRule(Form42& form, ScannerRun& run, const std::string& ruleName) {
   const std::string ruleText = GetKeyValue64(form, "HKLM", scannedKeys::firewallRules, ruleName);
   std::string rule = ruleText;
   pth(form, rule);
-  if (trim(form.FirewallPath).empty() || FileExists(resolvedPath(form, form.FirewallPath))) {
+  if (trim(form.FirewallPath).empty() || FileExists(form, resolvedPath(form, form.FirewallPath))) {
     return;
   }
   addFinding(form, run,

@@ -1,5 +1,6 @@
 #include "scanners/Fonts.h"
 
+#include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
@@ -32,7 +33,7 @@ void testFont(Form42& form, ScannerRun& run, const std::string& systemRoot,
   }
   form.Label3.caption = data;
   // The data is never looked at: a whole path gives a doubled one, which is reported.
-  if (!FileExists(systemRoot + "\\fonts\\" + data)) {
+  if (!FileExists(form, systemRoot + "\\fonts\\" + data)) {
     addFinding(form, run,
                {.location = name,
                 .badValue = data,
@@ -57,10 +58,11 @@ void Command1(Form42& form) {
   int index = 0;
   do {
     form.messages.doEvents();
+    form.isProviderSilent = false;
     testFont(form, run, systemRoot, std::string(trim(form.List1.text(index))));
     ++index;
     showFound(form, categoryRow, run);
-  } while (index < form.List1.count());
+  } while (!isStopAsked(form) && index < form.List1.count());
   saveTotalFound(form);
   showNothingFound(form, categoryRow, run);
   storeRowCount(form);

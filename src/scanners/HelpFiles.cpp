@@ -69,7 +69,7 @@ void testHelpFile(Scan& scan, const std::string& fileName) {
   if (isBlank(folderText)) {
     return;
   }
-  if (!FileExists(resolvedPath(scan.form, folderText + "\\" + fileName))) {
+  if (!FileExists(scan.form, resolvedPath(scan.form, folderText + "\\" + fileName))) {
     add(scan, helpList, folderText, fileName, scannedKeys::help);
   }
   showCount(scan);
@@ -105,8 +105,8 @@ bool testHtmlHelpFile(Scan& scan, const std::string& fileName) {
     return false;
   }
   const std::string file = folderText + "\\" + fileName;
-  setArchiveOnly(file);
-  if (!FileExists(resolvedPath(scan.form, file))) {
+  setArchiveOnly(scan.form, file);
+  if (!FileExists(scan.form, resolvedPath(scan.form, file))) {
     add(scan, htmlHelpList, folderText, fileName, rootKey);
   }
   return true;
@@ -119,12 +119,13 @@ void scanHtmlHelpList(Scan& scan) {
   int index = 0;
   do {
     scan.form.messages.doEvents();
-    // A blank entry is not passed over: the walk comes back to it for as long as it is blank.
+    scan.form.isProviderSilent = false;
+    // A blank entry stays blank however often the walk comes back to it, so it goes on.
     if (testHtmlHelpFile(scan, std::string(trim(list.text(index))))) {
-      ++index;
       showCount(scan);
     }
-  } while (index < list.count() - 1);
+    ++index;
+  } while (!isStopAsked(scan.form) && index < list.count() - 1);
   showNothingFound(scan.form, categoryRow, scan.run);
 }
 
@@ -146,7 +147,7 @@ void testSnapIn(Scan& scan, const std::string& name) {
   if (isBlank(topic)) {
     return;
   }
-  if (!FileExists(resolvedPath(scan.form, topic))) {
+  if (!FileExists(scan.form, resolvedPath(scan.form, topic))) {
     add(scan, snapIns, topic, name, rootKey);
   }
   showCount(scan);
@@ -173,7 +174,7 @@ void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
   if (isBlank(folderText)) {
     return;
   }
-  if (!FileExists(resolvedPath(scan.form, folderText + fileName))) {
+  if (!FileExists(scan.form, resolvedPath(scan.form, folderText + fileName))) {
     add(scan, joinedHtmlHelpList, folderText, fileName, scannedKeys::htmlHelp);
   }
   showCount(scan);

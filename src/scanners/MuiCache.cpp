@@ -15,7 +15,7 @@ constexpr std::size_t categoryRow = 16;
 
 void testName(Form42& form, ScannerRun& run, const std::string& entry) {
   const std::string valueName(trim(entry));
-  if (!contains(valueName, ":\\") || FileExists(resolvedPath(form, valueName))) {
+  if (!contains(valueName, ":\\") || FileExists(form, resolvedPath(form, valueName))) {
     return;
   }
   form.List2.add(valueName);

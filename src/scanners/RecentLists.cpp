@@ -44,6 +44,9 @@ void walkList(Form42& form, ScannerRun& run, const std::string& key) {
   fEnumKey(form, "HKCU", key, names, rc);
   for (int index = 0; index < form.List1.count(); ++index) {
     walkValues(form, run, key + "\\" + form.List1.text(index));
+    if (isStopAsked(form)) {
+      return;
+    }
   }
 }
 

@@ -6,8 +6,11 @@
 #include <array>
 
 #include "registry/Permissions.h"
+#include "registry/RegistryKey.h"
 #include "registry/RegistryValues.h"
+#include "runtime/Directory.h"
 #include "runtime/Environment.h"
+#include "runtime/FileSystemObject.h"
 #include "scan/Resolver.h"
 #include "text/Text.h"
 
@@ -33,8 +36,8 @@ bool namesMissingPath(const Form42& form, std::string data) {
   std::string path = GetPath(form, data);
   path = FilePath(path);
   // Both are asked in any case: the second one opens what lies in a recycle bin.
-  const bool isFolder = FolderExists(path);
-  return !FileExists(path) && !isFolder;
+  const bool isFolder = FolderExists(form, path);
+  return !FileExists(form, path) && !isFolder;
 }
 
 bool hasDriveColon(std::string_view text) { return text.size() > 1 && text[1] == ':'; }
@@ -77,11 +80,31 @@ std::string defaultValueOf(HiveHandle hive, const std::string& key) {
 }
 
 void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key) {
-  GrantKeyAccess(form, hive, key, environmentVariable("UserName"));
+  if (form.safeguards.touches) {
+    GrantKeyAccess(form, hive, key, environmentVariable("UserName"));
+    return;
+  }
+  // As if the rights had been given: a key that is there would have been opened to the user.
+  const LONG status = RegistryKey(hive, key, KEY_QUERY_VALUE | KEY_WOW64_64KEY).openStatus();
+  form.GrantKeyStatus = status == ERROR_SUCCESS || status == ERROR_ACCESS_DENIED ? 0 : 1;
 }
 
-void setArchiveOnly(const std::string& path) {
-  SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_ARCHIVE);
+void setArchiveOnly(const Form42& form, const std::string& path) {
+  if (form.safeguards.touches && mayBeOpened(path, sharesOf(form))) {
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_ARCHIVE);
+  }
+}
+
+bool isListedWhenUnhidden(const Form42& form, const std::string& text) {
+  setArchiveOnly(form, text);
+  const std::string path = resolvedPath(form, text);
+  if (!Dir(path, sharesOf(form)).empty()) {
+    return true;
+  }
+  // As if the attributes had been taken off. They go by the text as it stands, so one that names
+  // its file only when it is resolved keeps them.
+  return !form.safeguards.touches && lowerCase(path) == lowerCase(text) &&
+         fileSystemObject::fileExists(path, sharesOf(form));
 }
 
 }  // namespace zelvreg

@@ -42,11 +42,16 @@ std::string programOf(const std::string& command);
 // The default value of a key, read directly; empty when there is none.
 std::string defaultValueOf(HiveHandle hive, const std::string& key);
 
-// Gives the current user access to a key. GrantKeyStatus tells whether it worked.
+// Gives the current user access to a key, if a scan may touch what it finds. GrantKeyStatus tells
+// whether it worked, or would have: a key that is there counts as one that could be opened.
 void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key);
 
-// Leaves a file with no attribute but archive, whatever it had; nothing if there is no such file.
-void setArchiveOnly(const std::string& path);
+// Leaves a file with no attribute but archive, whatever it had, if a scan may touch what it finds;
+// nothing if there is no such file.
+void setArchiveOnly(const Form42& form, const std::string& path);
+
+// Whether the file that a text names is listed in its folder, once nothing hides it there.
+bool isListedWhenUnhidden(const Form42& form, const std::string& text);
 
 }  // namespace zelvreg
 

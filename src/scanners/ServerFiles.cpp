@@ -51,7 +51,7 @@ std::string serverFile(const Form42& form, const std::string& value) {
 void judge(Form42& form, const Place& place, const std::string& value, const std::string& key) {
   // An argument behind the file is not cut off, so that such a server counts as gone.
   const std::string path = serverFile(form, value);
-  if (!FileExists(path)) {
+  if (!FileExists(form, path)) {
     add(form, place, path, key);
   }
 }
@@ -82,9 +82,13 @@ void scanClasses(Form42& form, const Place& place, const std::string& classesKey
   form.List1.clear();
   fEnumKey(form, place.hive, classesKey, names, rc);
   for (int index = 0; index < form.List1.count(); ++index) {
+    form.isProviderSilent = false;
     const std::string name = form.List1.text(index);
     test(form, place, classesKey + "\\" + name + serverKey);
     form.messages.doEvents();
+    if (isStopAsked(form)) {
+      return;
+    }
   }
 }
 

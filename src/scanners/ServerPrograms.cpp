@@ -4,7 +4,6 @@
 
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
-#include "runtime/Directory.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -56,7 +55,7 @@ void testMergedServer(Form42& form, ScannerRun& run, const std::string& name) {
       return;
     }
     path = cutBehindExtension(path);
-    if (!endsInExe(path) || FileExists(path)) {
+    if (!endsInExe(path) || FileExists(form, path)) {
       return;
     }
   }
@@ -98,8 +97,7 @@ std::string missingProgram(const Form42& form, const std::string& value) {
     return {};
   }
   program = trim(program);
-  setArchiveOnly(program);
-  return Dir(resolvedPath(form, program)).empty() ? program : std::string();
+  return isListedWhenUnhidden(form, program) ? std::string() : program;
 }
 
 // Writes the listed texts once more, to the rows behind those that were there before. There is

@@ -1,11 +1,11 @@
 #include "scanners/SharedDlls.h"
 
-#include <windows.h>
-
+#include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
+#include "scanners/References.h"
 #include "text/Text.h"
 
 namespace zelvreg {
@@ -21,9 +21,9 @@ constexpr const char* passes[] = {
 
 void testDll(Form42& form, ScannerRun& run, const std::string& name, std::string_view key) {
   // What the scan has always left behind: no shared DLL stays read-only, hidden or system.
-  SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_ARCHIVE);
+  setArchiveOnly(form, name);
   std::string path = name;
-  if (!FileExists(GetPath(form, path))) {
+  if (!FileExists(form, GetPath(form, path))) {
     addFinding(form, run,
                {.location = name,
                 .badValue = name,
@@ -44,7 +44,7 @@ void testList(Form42& form, ScannerRun& run, std::string_view key) {
     }
     ++index;
     showProblems(form, categoryRow, run.found);
-  } while (index < form.List1.count());
+  } while (!isStopAsked(form) && index < form.List1.count());
 }
 
 }  // namespace

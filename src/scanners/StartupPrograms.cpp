@@ -35,7 +35,7 @@ void testProgram(Form42& form, ScannerRun& run, const RunKey& key, const std::st
     return;
   }
   std::string command = GetKeyValue64(form, key.readHive, key.subKey, keyName);
-  if (!FileExists(FilePath(command))) {
+  if (!FileExists(form, FilePath(command))) {
     addFinding(form, run,
                {.location = "Startup programs",
                 .badValue = keyName,

@@ -2,7 +2,6 @@
 
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
-#include "runtime/Directory.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -47,7 +46,7 @@ void testHelpFolder(Form42& form, const std::string& versionKey) {
     return;
   }
   const std::string path = resolvedPath(form, folder);
-  if (!FileExists(path) && !FolderExists(path)) {
+  if (!FileExists(form, path) && !FolderExists(form, path)) {
     add(form, "71", path, versionKey);
   }
 }
@@ -89,8 +88,7 @@ std::string libraryFileKey(Form42& form, const std::string& guid) {
 
 void testLibraryFile(Form42& form, ScannerRun& run, const std::string& fileKey) {
   const std::string value = defaultValueOf(HiveHandle::ClassesRoot, "typelib\\" + fileKey);
-  setArchiveOnly(value);
-  if (!Dir(resolvedPath(form, value)).empty()) {
+  if (isListedWhenUnhidden(form, value)) {
     return;
   }
   const std::string key = "Typelib\\" + fileKey;
@@ -131,6 +129,9 @@ void cln71(Form42& form) {
     form.Label3.caption = "HKEY_CLASSES_ROOT\\" + versionKey;
     testHelpFolder(form, versionKey);
     form.messages.doEvents();
+    if (isStopAsked(form)) {
+      break;
+    }
   }
 }
 
@@ -139,6 +140,9 @@ void cln72(Form42& form) {
   for (int index = 0; index < form.List1.count(); ++index) {
     testLibraryReference(form, form.List1.text(index));
     form.messages.doEvents();
+    if (isStopAsked(form)) {
+      break;
+    }
   }
 }
 

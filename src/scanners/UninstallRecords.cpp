@@ -116,6 +116,9 @@ void testRecord(Form42& form, ScannerRun& run, const Walk& walk, const std::stri
     if (namesMissingPath(form, GetKeyValue64(form, walk.hive, rootKey, name))) {
       add(form, run, walk, keyName, name, "135");
     }
+    if (isStopAsked(form)) {
+      return;
+    }
   }
 }
 

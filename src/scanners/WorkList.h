@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "form/Form42.h"
+#include "registry/SubkeyEnumerators.h"
 
 namespace zelvreg {
 
@@ -14,17 +15,18 @@ namespace zelvreg {
 enum class LastTurn { OneBeforeTheLast = -1, TheLast = 0, OneBehindTheLast = 1 };
 
 // Serves the message queue and calls `turn(index, entry)` for each entry. There is always a first
-// turn, also over an empty list.
+// turn, also over an empty list. A press of Cancel ends the walk.
 template <typename Turn>
 void walkEntries(Form42& form, const ListBox& list, LastTurn last, Turn&& turn) {
   int index = 0;
   do {
     form.messages.doEvents();
+    form.isProviderSilent = false;
     // A copy, since a turn may clear the list.
     const std::string entry(std::string_view(list.text(index)));
     turn(index, entry);
     ++index;
-  } while (index < list.count() + static_cast<int>(last));
+  } while (!isStopAsked(form) && index < list.count() + static_cast<int>(last));
 }
 
 }  // namespace zelvreg

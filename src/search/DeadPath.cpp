@@ -57,11 +57,6 @@ std::string_view untilBlankBehindLastDot(std::string_view text) {
   return isCut ? text.substr(0, blank) : text;
 }
 
-bool isFolder(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 }  // namespace
 
 std::string resolvedValue(const Form42& form, HiveHandle root, const std::string& key,
@@ -107,13 +102,13 @@ bool comesAndGoes(unsigned driveType) {
 }
 
 bool isDeadPath(const Form42& form, const std::string& path) {
-  if (isFolder(path)) {
+  if (FolderExists(form, path)) {
     const std::string drive = path.substr(0, 1) + ":\\";
     if (comesAndGoes(GetDriveTypeA(drive.c_str())) || form.cancelRequested) {
       return false;
     }
   }
-  const bool isThere = FileExists(path) || FolderExists(path);
+  const bool isThere = FileExists(form, path) || FolderExists(form, path);
   return !isThere && !contains(path, "}") && hasDriveLetter(path);
 }
 

@@ -113,7 +113,7 @@ void giveFont(Form42& form, const Font& font) {
 
 void loadavlang(Form42& form) {
   const std::string file = languagePath(form, listFile);
-  if (!fileSystemObject::fileExists(file)) {
+  if (!fileSystemObject::fileExists(file, Shares::Asked)) {
     return;
   }
   const std::string list = ReadLangValue(file, "lang", "zelvreg");
@@ -128,7 +128,7 @@ void loadavlang(Form42& form) {
 
 void changelangoru(Form42& form) {
   readLanguageChoice(form);
-  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
+  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName), Shares::Asked)) {
     return;
   }
   giveFont(form, languageFont(form));

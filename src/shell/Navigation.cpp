@@ -109,6 +109,7 @@ void cmdFind_Click(Form42& form) {
     return;
   }
   form.decideSafeguards.run();
+  form.isProviderSilent = false;
   openScanPanel(form);
   // It shows the keys that are walked.
   showSystemText({&form.Label3});

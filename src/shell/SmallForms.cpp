@@ -38,7 +38,7 @@ void setCaption(Control& control, const std::string& text) {
 void changelangoru(Form42& form, const char* section, const Controls& controls,
                    const Captions& captions) {
   readLanguageChoice(form);
-  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
+  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName), Shares::Asked)) {
     return;
   }
   const Font font = languageFont(form);

@@ -46,7 +46,7 @@ void Form_Load(Form42& form) {
   changelangoru(form);
   compareWithSystem(form);
   placeLanguageMarker(form);
-  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName))) {
+  if (!fileSystemObject::fileExists(languagePath(form, form.langFileName), Shares::Asked)) {
     form.langFileName = "zelvreg-english.lang";
   }
   applyColor(form);

@@ -23,8 +23,11 @@ const std::string types = "SOFTWARE\\Conformance\\Types";
 const std::string class64 = "{00000000-0000-0000-0000-00000000C064}";
 const std::string class32 = "{00000000-0000-0000-0000-00000000C032}";
 
-class RegistryConformance : public fixture::ComputerFixture {
+class RegistryConformance : public fixture::ComputerFixture,
+                            public ::testing::WithParamInterface<ProviderRoad> {
  protected:
+  RegistryConformance() { form.safeguards.asksService = GetParam() == ProviderRoad::Service; }
+
   static LONG open(HiveHandle hive, const std::string& path, REGSAM access) {
     return RegistryKey(hive, path, access).openStatus();
   }
@@ -58,46 +61,46 @@ class RegistryConformance : public fixture::ComputerFixture {
   }
 };
 
-TEST_F(RegistryConformance, WithoutAFlagTheProcessSeesThe32BitView) {
+TEST_P(RegistryConformance, WithoutAFlagTheProcessSeesThe32BitView) {
   EXPECT_EQ(read(place, "View", 0), "32");
   EXPECT_EQ(read(place, "View", KEY_WOW64_32KEY), "32");
   EXPECT_EQ(read(place, "View", KEY_WOW64_64KEY), "64");
 }
 
-TEST_F(RegistryConformance, The32BitKeysHaveAPathOfTheirOwnInBothViews) {
+TEST_P(RegistryConformance, The32BitKeysHaveAPathOfTheirOwnInBothViews) {
   EXPECT_EQ(read("SOFTWARE\\Wow6432Node\\Conformance", "View", KEY_WOW64_64KEY), "32");
   EXPECT_EQ(read("SOFTWARE\\Wow6432Node\\Conformance", "View", 0), "32");
 }
 
-TEST_F(RegistryConformance, NamesAreFoundInAnyCaseAndABackslashAtTheEndIsPassedOver) {
+TEST_P(RegistryConformance, NamesAreFoundInAnyCaseAndABackslashAtTheEndIsPassedOver) {
   EXPECT_EQ(read("software\\CONFORMANCE", "vIEW", KEY_WOW64_64KEY), "64");
   EXPECT_EQ(read(place + "\\", "View", KEY_WOW64_64KEY), "64");
 }
 
-TEST_F(RegistryConformance, APathThatBeginsWithABackslashIsABadName) {
+TEST_P(RegistryConformance, APathThatBeginsWithABackslashIsABadName) {
   EXPECT_EQ(open(HiveHandle::LocalMachine, "\\" + place, KEY_READ), ERROR_BAD_PATHNAME);
 }
 
-TEST_F(RegistryConformance, AMissingKeyAndAnUnknownHandleHaveTheirCodes) {
+TEST_P(RegistryConformance, AMissingKeyAndAnUnknownHandleHaveTheirCodes) {
   EXPECT_EQ(open(HiveHandle::LocalMachine, place + "\\None\\Deeper", KEY_READ),
             ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(open(HiveHandle::Unknown, place, KEY_READ), ERROR_INVALID_HANDLE);
 }
 
-TEST_F(RegistryConformance, AnEmptySubkeyIsTheKeyItself) {
+TEST_P(RegistryConformance, AnEmptySubkeyIsTheKeyItself) {
   const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
   HKEY same = nullptr;
   ASSERT_EQ(RegOpenKeyExA(key.handle(), "", 0, KEY_READ, &same), ERROR_SUCCESS);
   EXPECT_EQ(RegCloseKey(same), ERROR_SUCCESS);
 }
 
-TEST_F(RegistryConformance, SubkeysComeInUpperCaseOrderAsTheyAreWritten) {
+TEST_P(RegistryConformance, SubkeysComeInUpperCaseOrderAsTheyAreWritten) {
   EXPECT_EQ(subkeys(HiveHandle::LocalMachine, place, KEY_WOW64_64KEY),
             (Names{"alpha", "Beta", "Gamma", "Types"}));
   EXPECT_EQ(subkeys(HiveHandle::LocalMachine, place, 0), (Names{"Only32"}));
 }
 
-TEST_F(RegistryConformance, TheClassesAreSharedButForTheirTwoRedirectedKeys) {
+TEST_P(RegistryConformance, TheClassesAreSharedButForTheirTwoRedirectedKeys) {
   EXPECT_EQ(open(HiveHandle::ClassesRoot, ".conformance", KEY_READ), ERROR_SUCCESS);
   EXPECT_EQ(open(HiveHandle::LocalMachine, "SOFTWARE\\Classes\\.conformance", KEY_READ),
             ERROR_SUCCESS);
@@ -107,11 +110,11 @@ TEST_F(RegistryConformance, TheClassesAreSharedButForTheirTwoRedirectedKeys) {
             ERROR_SUCCESS);
 }
 
-TEST_F(RegistryConformance, TheUsersKeysAreReachedByTheirHive) {
+TEST_P(RegistryConformance, TheUsersKeysAreReachedByTheirHive) {
   EXPECT_EQ(GetKeyValue64(form, "HKCU", "Software\\Conformance", "Owner"), "the user");
 }
 
-TEST_F(RegistryConformance, ATooSmallBufferIsToldTheSizeThatIsNeeded) {
+TEST_P(RegistryConformance, ATooSmallBufferIsToldTheSizeThatIsNeeded) {
   std::array<char, 4> small{};
   auto size = static_cast<DWORD>(small.size());
   DWORD type = 0;
@@ -123,7 +126,7 @@ TEST_F(RegistryConformance, ATooSmallBufferIsToldTheSizeThatIsNeeded) {
   EXPECT_EQ(size, 6U);
 }
 
-TEST_F(RegistryConformance, ValuesHaveTheirTypesAndBytes) {
+TEST_P(RegistryConformance, ValuesHaveTheirTypesAndBytes) {
   const std::vector<std::pair<const char*, std::string>> expected{
       {"", std::string("1the default\0", 13)},
       {"Text", std::string("1plain\0", 7)},
@@ -143,7 +146,7 @@ TEST_F(RegistryConformance, ValuesHaveTheirTypesAndBytes) {
   }
 }
 
-TEST_F(RegistryConformance, EnumeratingPastTheEndSaysSo) {
+TEST_P(RegistryConformance, EnumeratingPastTheEndSaysSo) {
   const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
   std::array<char, 256> name{};
   DWORD size = 256;
@@ -152,19 +155,19 @@ TEST_F(RegistryConformance, EnumeratingPastTheEndSaysSo) {
             ERROR_NO_MORE_ITEMS);
 }
 
-TEST_F(RegistryConformance, ANameThatDoesNotFitSaysThatThereIsMore) {
+TEST_P(RegistryConformance, ANameThatDoesNotFitSaysThatThereIsMore) {
   const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
   std::array<char, 5> name{};
   EXPECT_EQ(RegEnumKeyA(key.handle(), 0, name.data(), 5), ERROR_MORE_DATA);
 }
 
-TEST_F(RegistryConformance, AKeyWithSubkeysCannotBeDeleted) {
+TEST_P(RegistryConformance, AKeyWithSubkeysCannotBeDeleted) {
   const RegistryKey parent(HiveHandle::LocalMachine, "SOFTWARE", KEY_READ | KEY_WOW64_64KEY);
   EXPECT_EQ(RegDeleteKeyA(parent.handle(), "Conformance"), ERROR_ACCESS_DENIED);
   EXPECT_EQ(RegDeleteKeyA(parent.handle(), "NoneAtAll"), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(RegistryConformance, AClosedHandleIsInvalid) {
+TEST_P(RegistryConformance, AClosedHandleIsInvalid) {
   RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ);
   HKEY handle = key.handle();
   ASSERT_EQ(key.close(), ERROR_SUCCESS);
@@ -173,7 +176,7 @@ TEST_F(RegistryConformance, AClosedHandleIsInvalid) {
             ERROR_INVALID_HANDLE);
 }
 
-TEST_F(RegistryConformance, ADeletedKeySaysSoThroughItsHandle) {
+TEST_P(RegistryConformance, ADeletedKeySaysSoThroughItsHandle) {
   const std::string path = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Conformance deleted";
   emptyKey(path);
   const RegistryKey key(HiveHandle::LocalMachine, "SOFTWARE\\Conformance deleted",
@@ -182,19 +185,19 @@ TEST_F(RegistryConformance, ADeletedKeySaysSoThroughItsHandle) {
   EXPECT_EQ(RegSetValueExA(key.handle(), "a", 0, REG_SZ, nullptr, 0), ERROR_KEY_DELETED);
 }
 
-TEST_F(RegistryConformance, TheProviderReadsTheViewThatItWasConnectedFor) {
+TEST_P(RegistryConformance, TheProviderReadsTheViewThatItWasConnectedFor) {
   std::string value;
   for (const auto& [architecture, expected] :
        std::vector<std::pair<ProviderArchitecture, std::string>>{
            {ProviderArchitecture::Bits64, "64"}, {ProviderArchitecture::Bits32, "32"}}) {
-    const auto provider = connectStdRegProv(architecture);
+    const auto provider = connectStdRegProv(GetParam(), architecture);
     EXPECT_EQ(provider->getStringValue(HiveHandle::LocalMachine, place, "View", value), 0);
     EXPECT_EQ(value, expected);
   }
 }
 
-TEST_F(RegistryConformance, TheProviderListsNamedValuesOnly) {
-  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+TEST_P(RegistryConformance, TheProviderListsNamedValuesOnly) {
+  const auto provider = connectStdRegProv(GetParam(), ProviderArchitecture::Bits64);
   std::optional<Names> names;
   std::vector<DWORD> valueTypes;
   EXPECT_EQ(provider->enumValues(HiveHandle::LocalMachine, types, names, valueTypes), 0);
@@ -203,8 +206,8 @@ TEST_F(RegistryConformance, TheProviderListsNamedValuesOnly) {
   EXPECT_EQ(valueTypes.size(), 9U);
 }
 
-TEST_F(RegistryConformance, TheProviderHasNoListForAKeyWithoutValues) {
-  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+TEST_P(RegistryConformance, TheProviderHasNoListForAKeyWithoutValues) {
+  const auto provider = connectStdRegProv(GetParam(), ProviderArchitecture::Bits64);
   std::optional<Names> names;
   std::vector<DWORD> valueTypes;
   EXPECT_EQ(provider->enumValues(HiveHandle::LocalMachine, place + "\\alpha", names, valueTypes),
@@ -213,35 +216,35 @@ TEST_F(RegistryConformance, TheProviderHasNoListForAKeyWithoutValues) {
   EXPECT_NE(provider->enumValues(HiveHandle::LocalMachine, place + "\\None", names, valueTypes), 0);
 }
 
-TEST_F(RegistryConformance, TheProviderGivesTextsOnly) {
+TEST_P(RegistryConformance, TheProviderGivesTextsOnly) {
   EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Text"), "plain");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Expand"), "%windir%\\a");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Number"), "");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", types, ""), "the default");
 }
 
-TEST_F(RegistryConformance, ATextBecomesNarrowThroughTheCodePage) {
+TEST_P(RegistryConformance, ATextBecomesNarrowThroughTheCodePage) {
   if (GetACP() != 1252) {
     GTEST_SKIP() << "the export's letters are those of code page 1252";
   }
   EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Accents"), "gr\xFCn");
 }
 
-TEST_F(RegistryConformance, SettingsReadersSeeTheSameValues) {
+TEST_P(RegistryConformance, SettingsReadersSeeTheSameValues) {
   std::string text;
   EXPECT_TRUE(GetRegString(HiveHandle::LocalMachine, place, "View", text));
   EXPECT_EQ(text, "32");
   EXPECT_EQ(GetRegistryValue(HiveHandle::LocalMachine, place, "View").value, Variant("64"));
 }
 
-TEST_F(RegistryConformance, EnumeratorsSeeTheTrueView) {
+TEST_P(RegistryConformance, EnumeratorsSeeTheTrueView) {
   std::string names;
   LONG rc = -1;
   fEnumKey(form, "HKLM", place, names, rc);
   EXPECT_EQ(fixture::entriesOf(form.List1), (Names{"alpha", "Beta", "Gamma", "Types"}));
 }
 
-TEST_F(RegistryConformance, VariablesExpandAsForA32BitProcess) {
+TEST_P(RegistryConformance, VariablesExpandAsForA32BitProcess) {
   std::string path = "%ProgramFiles%\\a";
   EXPECT_EQ(GetPath(form, path), std::string("C:\\Program Files\\a\0", 19));
   std::array<char, 260> expanded{};
@@ -249,7 +252,7 @@ TEST_F(RegistryConformance, VariablesExpandAsForA32BitProcess) {
   EXPECT_STREQ(expanded.data(), "C:\\Program Files (x86)|%none%|%");
 }
 
-TEST_F(RegistryConformance, TheSystemFolderIsRedirected) {
+TEST_P(RegistryConformance, TheSystemFolderIsRedirected) {
   makeFile("C:\\Windows\\Sysnative\\conformance64.txt");
   makeFile("C:\\Windows\\System32\\conformance32.txt");
   EXPECT_NE(GetFileAttributesA("C:\\Windows\\SysWOW64\\conformance32.txt"),
@@ -257,6 +260,12 @@ TEST_F(RegistryConformance, TheSystemFolderIsRedirected) {
   EXPECT_EQ(GetFileAttributesA("C:\\Windows\\System32\\conformance64.txt"),
             INVALID_FILE_ATTRIBUTES);
 }
+
+INSTANTIATE_TEST_SUITE_P(Roads, RegistryConformance,
+                         ::testing::Values(ProviderRoad::Direct, ProviderRoad::Service),
+                         [](const auto& road) {
+                           return road.param == ProviderRoad::Direct ? "Direct" : "Service";
+                         });
 
 }  // namespace
 }  // namespace zelvreg

@@ -113,6 +113,43 @@ TEST_F(CommandsTest, WhatHasNoPlaceToBeKeptInIsTold) {
   EXPECT_EQ(given.saves, 2);
 }
 
+TEST_F(CommandsTest, ATimeThatIsOverEndsAScanAndAFixWithoutARepair) {
+  setText(fontsKey, "Gone", "gone.ttf");
+  options.answersYes = true;
+  options.deadline = std::chrono::steady_clock::time_point::min();
+  for (const auto& [command, end] : {std::pair{Command::Scan, "what was found so far is listed"},
+                                     std::pair{Command::Fix, "nothing was repaired"}}) {
+    options.command = command;
+    try {
+      run();
+      ADD_FAILURE();
+    } catch (const std::runtime_error& reason) {
+      EXPECT_EQ(reason.what(), std::string("the scan was ended by --timeout; ") + end);
+    }
+  }
+  EXPECT_EQ(storedText(fontsKey, "Gone"), "gone.ttf");
+  EXPECT_EQ(given.saves, 0);
+  options.deadline = std::chrono::steady_clock::time_point::max();
+  options.command = Command::Scan;
+  EXPECT_EQ(run(), problemsFound);
+}
+
+TEST_F(CommandsTest, ASwitchThatAPolicyContradictsIsRefusedBeforeAnythingIsDone) {
+  const std::string policies = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Policies\\zelvane\\zelvreg";
+  setText(policies, "touch", "0");
+  options.safeguardChoices = {{&Safeguards::touches, true, "--touch"}};
+  EXPECT_THROW(run(), UsageError);
+  EXPECT_EQ(out.str(), "");
+  removeKey(policies);
+  EXPECT_EQ(run(), nothingFound);
+}
+
+TEST_F(CommandsTest, NamesOnTheErrorStreamCannotSteerATerminal) {
+  given.damaged = {"/mnt/\x1b[2J\u202e\u009b/SOFTWARE is damaged"};
+  EXPECT_EQ(run(), failed);
+  EXPECT_EQ(error.str(), "zelvreg: /mnt/ [2J  /SOFTWARE is damaged\n");
+}
+
 TEST_F(CommandsTest, AnUnknownLanguageIsRefused) {
   options.command = Command::UseLanguage;
   options.language = "klingon";

@@ -41,6 +41,34 @@ TEST(CsvText, QuotesFieldsThatNeedIt) {
             "\"a,\"\"b\"\"\",C:\\x,1,HKEY_LOCAL_MACHINE,Software,a,true\n");
 }
 
+TEST(CsvText, WhatASpreadsheetWouldRunStandsBehindAnApostrophe) {
+  ScanResult result = sample();
+  for (const char* formula : {"=cmd|'/c calc'!A1", "+1", "-1", "@SUM(A1)", "\tx", "\r=x", "=1,2"}) {
+    result.findings[0].badValue = formula;
+    EXPECT_NE(csvText(result).find("'" + std::string(formula)), std::string::npos) << formula;
+    EXPECT_EQ(nlohmann::json::parse(jsonText(result))["findings"][0]["badValue"], formula);
+  }
+  result.findings[0].badValue = "a=1";
+  EXPECT_EQ(csvText(result).find('\''), std::string::npos);
+}
+
+TEST(Printable, WhatSteersATerminalOrTheDirectionOfWritingBecomesABlank) {
+  for (const char* sign : {"\x1b", "\x7f", "\r", "\u0085", "\u009b", "\u061c", "\u200e", "\u200f",
+                           "\u2028", "\u202a", "\u202e", "\u2066", "\u2069", "\ufeff"}) {
+    EXPECT_EQ(printable("a" + std::string(sign) + "b"), "a b") << sign;
+  }
+}
+
+TEST(Printable, AllOtherCharactersStayAndStrayBytesDoNot) {
+  const std::string text = "C:\\Füße\\שלום\\日本\\\U0001F600 \u00a0\u200b";
+  EXPECT_EQ(printable(text), text);
+  EXPECT_EQ(printable("a\x9b"
+                      "b\xff\xc3"),
+            "a?b??");
+  // Longer forms of an escape and of a control character.
+  EXPECT_EQ(printable("\xc0\x9b\xe0\x82\x9b"), "?????");
+}
+
 TEST(TableText, ShowsCategoriesFindingsAndTheirNumber) {
   const std::string text = tableText(sample(), 0);
   EXPECT_NE(text.find("  1  Fonts        font         1  Finished\n"), std::string::npos) << text;

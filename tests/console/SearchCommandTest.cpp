@@ -51,6 +51,17 @@ TEST_F(SearchCommandTest, DeadPathsAreListedAndNothingIsSaved) {
   EXPECT_EQ(given.saves, 0);
 }
 
+TEST_F(SearchCommandTest, ATimeThatIsOverEndsTheSearch) {
+  options.deadline = std::chrono::steady_clock::time_point::min();
+  try {
+    run();
+    ADD_FAILURE();
+  } catch (const std::runtime_error& reason) {
+    EXPECT_STREQ(reason.what(),
+                 "the search was ended by --timeout; what was found so far is listed");
+  }
+}
+
 TEST_F(SearchCommandTest, FindingNothingEndsWithZero) {
   options.search.text = "no such text";
   EXPECT_EQ(run(), nothingFound);

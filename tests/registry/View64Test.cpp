@@ -22,9 +22,11 @@ Names sorted(Names names) {
   return names;
 }
 
-class View64Test : public fixture::ComputerFixture {
+class View64Test : public fixture::ComputerFixture,
+                   public ::testing::WithParamInterface<ProviderRoad> {
  protected:
   View64Test() {
+    form.safeguards.asksService = GetParam() == ProviderRoad::Service;
     emptyKey(key64);
     emptyKey(key32);
   }
@@ -32,7 +34,7 @@ class View64Test : public fixture::ComputerFixture {
   LONG rc = -1;
 };
 
-TEST_F(View64Test, NamesOfTheTrueViewAreAddedBehindWhatTheListHolds) {
+TEST_P(View64Test, NamesOfTheTrueViewAreAddedBehindWhatTheListHolds) {
   setText(key64, "b", "1");
   setNumber(key64, "a", 2);
   setText(key32, "only32", "3");
@@ -44,21 +46,21 @@ TEST_F(View64Test, NamesOfTheTrueViewAreAddedBehindWhatTheListHolds) {
   EXPECT_EQ(sorted({listed[1], listed[2]}), (Names{"a", "b"}));
 }
 
-TEST_F(View64Test, TheOtherListIsFilledInTheSameWay) {
+TEST_P(View64Test, TheOtherListIsFilledInTheSameWay) {
   setText(key64, "a", "1");
   fEnumValue4(form, "hklm", place, values, rc);
   EXPECT_EQ(entriesOf(form.List7), (Names{"a"}));
   EXPECT_EQ(form.List1.count(), 0);
 }
 
-TEST_F(View64Test, TheUnnamedValueIsNotListed) {
+TEST_P(View64Test, TheUnnamedValueIsNotListed) {
   setText(key64, "", "the default");
   setText(key64, "a", "1");
   fEnumValue(form, "HKLM", place, values, rc);
   EXPECT_EQ(entriesOf(form.List1), (Names{"a"}));
 }
 
-TEST_F(View64Test, AKeyWithoutValuesAndAMissingKeyAddNothingAndGiveNoCode) {
+TEST_P(View64Test, AKeyWithoutValuesAndAMissingKeyAddNothingAndGiveNoCode) {
   fEnumValue(form, "HKLM", place, values, rc);
   fEnumValue(form, "HKLM", place + "\\None", values, rc);
   fEnumValue(form, "HKCC", place, values, rc);
@@ -66,30 +68,30 @@ TEST_F(View64Test, AKeyWithoutValuesAndAMissingKeyAddNothingAndGiveNoCode) {
   EXPECT_EQ(rc, -1);
 }
 
-TEST_F(View64Test, ATextIsReadInTheTrueView) {
+TEST_P(View64Test, ATextIsReadInTheTrueView) {
   setText(key64, "Where", "64");
   setText(key32, "Where", "32");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Where"), "64");
 }
 
-TEST_F(View64Test, AnEmptyNameReadsTheDefaultValue) {
+TEST_P(View64Test, AnEmptyNameReadsTheDefaultValue) {
   setText(key64, "", "the default");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place, ""), "the default");
 }
 
-TEST_F(View64Test, WhatCannotBeReadIsTheEmptyText) {
+TEST_P(View64Test, WhatCannotBeReadIsTheEmptyText) {
   setText(key64, "Where", "64");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "None"), "");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place + "\\None", "Where"), "");
   EXPECT_EQ(GetKeyValue64(form, "HKCC", place, "Where"), "");
 }
 
-TEST_F(View64Test, VariablesAreNotExpanded) {
+TEST_P(View64Test, VariablesAreNotExpanded) {
   setText(key64, "Expand", "%windir%\\a", REG_EXPAND_SZ);
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Expand"), "%windir%\\a");
 }
 
-TEST_F(View64Test, AnyOtherTypeIsTheEmptyText) {
+TEST_P(View64Test, AnyOtherTypeIsTheEmptyText) {
   setNumber(key64, "Number", 0x00414141);
   setBytes(key64, "Binary", REG_BINARY, "abc");
   setBytes(key64, "Multi", REG_MULTI_SZ, std::string("a\0b\0\0", 5));
@@ -98,17 +100,17 @@ TEST_F(View64Test, AnyOtherTypeIsTheEmptyText) {
   }
 }
 
-TEST_F(View64Test, ATextWithoutATerminatorKeepsItsLastCharacter) {
+TEST_P(View64Test, ATextWithoutATerminatorKeepsItsLastCharacter) {
   setBytes(key64, "Unterminated", REG_SZ, "abc");
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Unterminated"), "abc");
 }
 
-TEST_F(View64Test, ALongTextIsReadWhole) {
+TEST_P(View64Test, ALongTextIsReadWhole) {
   setText(key64, "Long", std::string(3000, 'x'));
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Long"), std::string(3000, 'x'));
 }
 
-TEST_F(View64Test, OnA32BitSystemTheOnlyViewIsThe32BitOne) {
+TEST_P(View64Test, OnA32BitSystemTheOnlyViewIsThe32BitOne) {
   setText(key32, "Where", "32");
   form.Is64BitOS = false;
   EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "Where"), "32");
@@ -116,27 +118,27 @@ TEST_F(View64Test, OnA32BitSystemTheOnlyViewIsThe32BitOne) {
   EXPECT_EQ(entriesOf(form.List1), (Names{"Where"}));
 }
 
-TEST_F(View64Test, AProviderWithoutAnArchitectureWorksInThe32BitView) {
+TEST_P(View64Test, AProviderWithoutAnArchitectureWorksInThe32BitView) {
   setText(key64, "Where", "64");
   setText(key32, "Where", "32");
-  const auto provider = connectStdRegProv(ProviderArchitecture::Default);
+  const auto provider = connectStdRegProv(GetParam(), ProviderArchitecture::Default);
   std::string value;
   ASSERT_EQ(provider->getStringValue(HiveHandle::LocalMachine, place, "Where", value), 0);
   EXPECT_EQ(value, "32");
 }
 
-TEST_F(View64Test, TheProviderExpandsVariablesWhenAskedTo) {
+TEST_P(View64Test, TheProviderExpandsVariablesWhenAskedTo) {
   setText(key64, "Expand", "%SystemDrive%\\a", REG_EXPAND_SZ);
-  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+  const auto provider = connectStdRegProv(GetParam(), ProviderArchitecture::Bits64);
   std::string value;
   ASSERT_EQ(provider->getExpandedStringValue(HiveHandle::LocalMachine, place, "Expand", value), 0);
   EXPECT_EQ(value, "C:\\a");
 }
 
-TEST_F(View64Test, TheProviderListsSubkeysAndRefusesToDeleteAKeyThatHasSome) {
+TEST_P(View64Test, TheProviderListsSubkeysAndRefusesToDeleteAKeyThatHasSome) {
   makeKey(key64 + "\\b\\below");
   makeKey(key64 + "\\a");
-  const auto provider = connectStdRegProv(ProviderArchitecture::Bits64);
+  const auto provider = connectStdRegProv(GetParam(), ProviderArchitecture::Bits64);
   std::optional<std::vector<std::string>> names;
   EXPECT_EQ(provider->enumKey(HiveHandle::LocalMachine, place, names), 0);
   EXPECT_EQ(names.value_or(Names{}), (Names{"a", "b"}));
@@ -146,7 +148,7 @@ TEST_F(View64Test, TheProviderListsSubkeysAndRefusesToDeleteAKeyThatHasSome) {
   EXPECT_TRUE(hasKey(key64 + "\\b"));
 }
 
-TEST_F(View64Test, DeletingSubkeysLeavesTheFirstLevelAndSoTheKey) {
+TEST_P(View64Test, DeletingSubkeysLeavesTheFirstLevelAndSoTheKey) {
   // Listed in the 32-bit view, deleted below in the 64-bit one.
   makeKey(key32 + "\\a");
   makeKey(key64 + "\\a\\below");
@@ -156,13 +158,13 @@ TEST_F(View64Test, DeletingSubkeysLeavesTheFirstLevelAndSoTheKey) {
   EXPECT_TRUE(hasKey(key32));
 }
 
-TEST_F(View64Test, DeletingSubkeysOfAKeyWithoutAnyDeletesTheKey) {
+TEST_P(View64Test, DeletingSubkeysOfAKeyWithoutAnyDeletesTheKey) {
   DeleteSubkeys2(form, HiveHandle::LocalMachine, place);
   EXPECT_FALSE(hasKey(key32));
   EXPECT_TRUE(hasKey(key64));
 }
 
-TEST_F(View64Test, TheTwoIdleWalksChangeNothing) {
+TEST_P(View64Test, TheTwoIdleWalksChangeNothing) {
   setText(key64, "a", "1");
   makeKey(key32 + "\\a\\b");
   EnumerateKeys(form, HiveHandle::LocalMachine, place);
@@ -171,6 +173,12 @@ TEST_F(View64Test, TheTwoIdleWalksChangeNothing) {
   EXPECT_EQ(form.List1.count(), 0);
   EXPECT_TRUE(hasKey(key32 + "\\a\\b"));
 }
+
+INSTANTIATE_TEST_SUITE_P(Roads, View64Test,
+                         ::testing::Values(ProviderRoad::Direct, ProviderRoad::Service),
+                         [](const auto& road) {
+                           return road.param == ProviderRoad::Direct ? "Direct" : "Service";
+                         });
 
 }  // namespace
 }  // namespace zelvreg

@@ -202,7 +202,6 @@ class FaultSweepTest : public ::testing::Test {
   void run(Session& session, ApiCall call, const Faults& faults) {
     if (!session.scanRows()) {
       ++endlessScans;
-      EXPECT_EQ(session.form.Label4.caption.get(), "Invalid Help files");
       madeCalls = session.faults().calls(call);
       return;
     }
@@ -307,7 +306,7 @@ void keepOnly(Form42& form, const char* kind) {
   }
 }
 
-TEST_F(FaultSweepTest, AListThatEndsWithItsSnapInsKeepsTheRepairTurningWhateverFails) {
+TEST_F(FaultSweepTest, AListThatEndsWithItsSnapInsEndsTheRepairWhateverFails) {
   for (const bool fails : {false, true}) {
     Session session(everyKind);
     session.form.safeguardChoices = {{&Safeguards::protects, false, "--no-protect"}};
@@ -317,11 +316,10 @@ TEST_F(FaultSweepTest, AListThatEndsWithItsSnapInsKeepsTheRepairTurningWhateverF
     if (fails) {
       session.faults().failFrom(ApiCall::RegDeleteValue, 1, ERROR_ACCESS_DENIED);
     }
-    EXPECT_FALSE(session.repair());
+    EXPECT_TRUE(session.repair());
     EXPECT_EQ(session.form.View2.count(), 0U);
     EXPECT_EQ(fixture::changedEntries(pristine, session.content()).empty(), fails);
-    // The statistics come behind the cascade.
-    EXPECT_EQ(session.repairCount(), "40");
+    EXPECT_EQ(session.repairCount(), "41");
   }
 }
 
@@ -363,7 +361,7 @@ TEST_P(FaultSweepOfACall, AllMayFailFromTheStart) {
   Session session(everyKind);
   failAllOf(session, call);
   run(session, call, {});
-  EXPECT_EQ(endlessScans, call == ApiCall::RegQueryValue ? 1 : 0);
+  EXPECT_EQ(endlessScans, 0);
 }
 
 TEST_P(FaultSweepOfACall, AllMayFailFromTheRepairOn) {

@@ -177,17 +177,12 @@ TEST_F(RepairRoutinesTest, AJoinedHelpFileIsNamedAsItStands) {
   EXPECT_EQ(storedText(machine, "r.chm"), "stays");
 }
 
-struct StopTheLoop {};
-
-TEST_F(RepairRoutinesTest, SnapInsAloneKeepTheSecondLoopTurningForEver) {
+TEST_F(RepairRoutinesTest, SnapInsAloneLeaveOneTurnToTheSecondLoop) {
   add({"x", "x", "55", hklm, key});
   int turns = 0;
-  form.messages.serveHost = [&turns] {
-    if (++turns > 1000) {
-      throw StopTheLoop{};
-    }
-  };
-  EXPECT_THROW(deletehelpfiles2(form), StopTheLoop);
+  form.messages.serveHost = [&turns] { ++turns; };
+  deletehelpfiles2(form);
+  EXPECT_EQ(turns, 2);
   EXPECT_EQ(form.View2.count(), 0U);
 }
 

@@ -52,6 +52,13 @@ TEST_F(ReportTest, FieldsLoseTheBlanksAroundThem) {
             std::string::npos);
 }
 
+TEST_F(ReportTest, NoNameSteersATerminalOrBeginsALine) {
+  add("a\x1b[2J", "b\r\nc", "HKEY_USERS",
+      "d\x07"
+      "e");
+  EXPECT_NE(middle().find("\r\na [2J  |  HKEY_USERS  |  d e  |  b  c\r\n"), std::string::npos);
+}
+
 TEST_F(ReportTest, AnEmptyFirstFieldKeepsItsPlace) {
   add("", "value");
   EXPECT_NE(middle().find("\r\n  |  HKEY_USERS  |  Software\\Key  |  value\r\n"),

@@ -106,19 +106,19 @@ TEST_F(ResolverTest, AResolvedPathCanBeResolvedAgain) {
 
 TEST_F(ResolverTest, AFileExistsForATextThatEndsInANul) {
   makeFile("C:\\ResolverTest\\there.txt");
-  EXPECT_TRUE(FileExists(ended("C:\\ResolverTest\\there.txt")));
-  EXPECT_FALSE(FileExists(ended("C:\\ResolverTest\\gone.txt")));
-  EXPECT_TRUE(FolderExists(ended("C:\\ResolverTest")));
+  EXPECT_TRUE(FileExists(form, ended("C:\\ResolverTest\\there.txt")));
+  EXPECT_FALSE(FileExists(form, ended("C:\\ResolverTest\\gone.txt")));
+  EXPECT_TRUE(FolderExists(form, ended("C:\\ResolverTest")));
 }
 
 TEST_F(ResolverTest, WhatNamesTheSystemFolderIsNeverGone) {
-  EXPECT_TRUE(FileExists("C:\\Windows\\System32\\nothing.dll"));
-  EXPECT_TRUE(FileExists("no path at all, but SYSTEM32"));
+  EXPECT_TRUE(FileExists(form, "C:\\Windows\\System32\\nothing.dll"));
+  EXPECT_TRUE(FileExists(form, "no path at all, but SYSTEM32"));
 }
 
 TEST_F(ResolverTest, AMissingFileOfTheSystemFolderIsSeenThroughTheResolver) {
   std::string path = "C:\\Windows\\System32\\nothing.dll";
-  EXPECT_FALSE(FileExists(GetPath(form, path)));
+  EXPECT_FALSE(FileExists(form, GetPath(form, path)));
 }
 
 class FirewallPathTest : public ResolverTest {

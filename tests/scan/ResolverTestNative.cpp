@@ -17,7 +17,7 @@ TEST_F(Resolver32Test, OnlyTheVariablesOfAPathAreReplaced) {
 
 TEST_F(Resolver32Test, NothingOfTheSystemFolderIsEverGone) {
   std::string path = "C:\\Windows\\System32\\nothing.dll";
-  EXPECT_TRUE(FileExists(GetPath(form, path)));
+  EXPECT_TRUE(FileExists(form, GetPath(form, path)));
 }
 
 class Resolver64Test : public fixture::ComputerFixture {};
@@ -26,7 +26,7 @@ TEST_F(Resolver64Test, TheProcessRunsUnderEmulation) { EXPECT_TRUE(runsOn64BitWi
 
 TEST_F(Resolver64Test, APathInTheRecycleBinIsOpenedToTheUserBeforeTheTest) {
   makeFile("C:\\$Recycle.Bin\\S-1\\a.txt");
-  EXPECT_TRUE(FileExists("C:\\$Recycle.Bin\\S-1\\a.txt"));
+  EXPECT_TRUE(FileExists(form, "C:\\$Recycle.Bin\\S-1\\a.txt"));
   EXPECT_EQ(accessOfFile("C:\\$Recycle.Bin\\S-1\\a.txt").back().sid, lookUpSid(userName()));
 }
 

@@ -160,6 +160,14 @@ TEST_F(ScanDriverTest, ARowWithoutFindingsEndsBlackAndOneWithFindingsStaysRed) {
   EXPECT_EQ(form.View1.text(2, problemsColumn), "1");
 }
 
+TEST_F(ScanDriverTest, ACancelBeforeTheFirstRowEndsTheScanToo) {
+  checkAll();
+  form.messages.post([this] { chameleonButton12_Click(form); });
+  runScan(form);
+  EXPECT_TRUE(ran.empty());
+  EXPECT_EQ(form.Text2.text(), "0");
+}
+
 TEST_F(ScanDriverTest, ACancelDuringARowSkipsTheRowsBehindAndShowsWhatWasFound) {
   duringScanner = [this](const std::string& name) {
     if (name == "Command2") {

@@ -28,7 +28,7 @@ void tickRows(Form42& form, const Options& options, const Streams& streams) {
   const std::size_t missing = tickReviewed(form, reviewed);
   if (missing > 0) {
     streams.error << "zelvreg: " << missing << " of the " << reviewed.size() << " findings in "
-                  << options.reviewedFile << " are no longer found\n";
+                  << printable(options.reviewedFile) << " are no longer found\n";
   }
 }
 

@@ -66,7 +66,7 @@ int restoreExport(const Options& options, Computer& computer, const Streams& str
   }
   saveAndTell(computer, streams);
   if (!options.isQuiet) {
-    streams.out << registryText(import.message) << "\n";
+    streams.out << printable(registryText(import.message)) << "\n";
   }
   return nothingFound;
 }

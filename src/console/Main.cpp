@@ -19,7 +19,7 @@ int runProgram(int count, const char* const* arguments) {
   prepareTerminal();
   const auto computer = Computer::open(parsed.options.target, accessFor(parsed.options.command));
   for (const std::string& line : computer->notices()) {
-    std::cerr << "zelvreg: " << line << "\n";
+    std::cerr << "zelvreg: " << printable(line) << "\n";
   }
   const Streams streams{.out = std::cout,
                         .error = std::cerr,

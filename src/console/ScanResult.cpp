@@ -29,14 +29,13 @@ FindingResult findingOf(const Form42& form, std::size_t row) {
           .isChecked = form.View2.isChecked(row)};
 }
 
-// A spreadsheet would run what begins like a formula;
-// behind an apostrophe it is a text.
+// A spreadsheet would run what begins like a formula; behind an apostrophe it is a text.
 bool looksLikeFormula(const std::string& text) {
   return !text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string::npos;
 }
 
 std::string csvField(const std::string& exactText) {
-  const std::string text = (looksLikeFormula(exactText) ? "'" : "") + exactText;
+  std::string text = (looksLikeFormula(exactText) ? "'" : "") + exactText;
   if (text.find_first_of(",\"\r\n") == std::string::npos) {
     return text;
   }

@@ -190,12 +190,24 @@ void putSearchControls(Form42& form) {
   put(form.Option4, {94, 62, 82, 18});
 }
 
+// In two rows below the undo option.
+void putSafeguardBoxes(Form42& form) {
+  constexpr int columns = 3;
+  constexpr int pitch = 265;
+  int index = 0;
+  for (CheckBox& box : form.SafeguardBoxes) {
+    put(box, {index % columns * pitch, 62 + index / columns * 24, pitch - gap, 22});
+    ++index;
+  }
+}
+
 void putLists(Form42& form) {
   put(form.View1, {0, listTop, page.width, page.height - listTop});
   put(form.View2, {0, 42, page.width, 300});
-  put(form.View3, {0, 68, page.width, 338});
+  put(form.View3, {0, 116, page.width, 290});
   put(form.View4, {0, 36, page.width, 370});
   put(form.Check1, {0, 36, 600, 22});
+  putSafeguardBoxes(form);
   put(form.Bar1, {78, 33, 602, 8});
 }
 

@@ -156,6 +156,9 @@ void MainWindow::addLists() {
   }
   others.push_back(
       std::make_unique<CheckPeer>(desk, parentOf(&form.Frame3), form.Check1, Tone::Ground));
+  for (CheckBox& box : form.SafeguardBoxes) {
+    others.push_back(std::make_unique<CheckPeer>(desk, parentOf(&form.Frame3), box, Tone::Ground));
+  }
   others.push_back(std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1));
 }
 

@@ -137,6 +137,11 @@ struct Form42 {
   // Undo page.
   Frame Frame3;
   CheckBox Check1{"Automatically Save Undo Information"};
+  // The safeguards in the order of their rules, and last the one that lifts all.
+  std::array<CheckBox, 6> SafeguardBoxes{
+      CheckBox("Spare what others need"),         CheckBox("Export before each repair"),
+      CheckBox("Scan without changing anything"), CheckBox("Ask no network shares"),
+      CheckBox("Read 64-bit keys directly"),      CheckBox("Lift all of these safeguards")};
   ListView View3;
   Button chameleonButton2{"Undo Selected Changes"};
   Button chameleonButton3{"Remove Selected Item"};

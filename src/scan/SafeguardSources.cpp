@@ -50,9 +50,8 @@ std::optional<bool> valueByPolicy(const Form42& form, const SafeguardRule& rule)
 }
 
 bool valueBySettings(const Form42& form, const SafeguardRule& rule) {
-  const bool isLetter =
-      !isLetterSetByPolicy(form) && settingText(form, letterSetting) == letterText;
-  const bool isLifted = isLetter || settingText(form, rule.setting) == rule.liftingText;
+  const bool isLifted =
+      isLetterInForce(form) || settingText(form, rule.setting) == rule.liftingText;
   return isLifted ? liftedValue(rule) : !liftedValue(rule);
 }
 
@@ -84,6 +83,7 @@ SafeguardChoice liftingChoice(const SafeguardRule& rule) {
 
 std::vector<SafeguardChoice> choicesAsDescribed() {
   std::vector<SafeguardChoice> choices;
+  choices.reserve(safeguardRules.size());
   for (const SafeguardRule& rule : safeguardRules) {
     choices.push_back(
         {.safeguard = rule.safeguard, .value = liftedValue(rule), .option = letterOption});
@@ -91,11 +91,15 @@ std::vector<SafeguardChoice> choicesAsDescribed() {
   return choices;
 }
 
-void decideSafeguards(Form42& form) {
+Safeguards safeguardsNow(const Form42& form) {
+  Safeguards decided;
   for (const SafeguardRule& rule : safeguardRules) {
-    form.safeguards.*rule.safeguard = valueOf(form, rule);
+    decided.*rule.safeguard = valueOf(form, rule);
   }
+  return decided;
 }
+
+void decideSafeguards(Form42& form) { form.safeguards = safeguardsNow(form); }
 
 std::string contradictionOf(const Form42& form) {
   for (const SafeguardChoice& choice : form.safeguardChoices) {
@@ -112,5 +116,10 @@ bool isSetByPolicy(const Form42& form, const SafeguardRule& rule) {
 }
 
 bool isLetterSetByPolicy(const Form42& form) { return policyText(form, letterSetting).has_value(); }
+
+bool isLetterInForce(const Form42& form) {
+  const auto policy = policyText(form, letterSetting);
+  return policy.value_or(settingText(form, letterSetting)) == letterText;
+}
 
 }  // namespace zelvreg

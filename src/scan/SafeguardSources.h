@@ -16,20 +16,21 @@ struct SafeguardRule {
   bool Safeguards::*safeguard;
   const char* setting;      // a value of the policy's key and of the settings' key
   const char* liftingText;  // any other text keeps it
+  const char* keepingText;  // the one that the window writes
   const char* option;       // of the command line
   const char* effect;       // what that option does, for its help
 };
 
 inline constexpr std::array<SafeguardRule, 5> safeguardRules{{
-    {&Safeguards::protects, "protect", "0", "--no-protect",
+    {&Safeguards::protects, "protect", "0", "1", "--no-protect",
      "delete keys, too, that other programs' records lie in"},
-    {&Safeguards::exportsFirst, "safetyexport", "0", "--no-backup",
+    {&Safeguards::exportsFirst, "safetyexport", "0", "1", "--no-backup",
      "repair without a safety export in the program's folder"},
-    {&Safeguards::touches, "touch", "1", "--touch",
+    {&Safeguards::touches, "touch", "1", "0", "--touch",
      "set access lists and attributes while scanning, as a repair would need them"},
-    {&Safeguards::asksShares, "shares", "1", "--ask-shares",
+    {&Safeguards::asksShares, "shares", "1", "0", "--ask-shares",
      "ask servers for files on network paths, with the user's credentials"},
-    {&Safeguards::asksService, "provider", "service", "--provider service",
+    {&Safeguards::asksService, "provider", "service", "direct", "--provider service",
      "ask the management service for the 64-bit view"},
 }};
 
@@ -48,7 +49,9 @@ constexpr bool liftedValue(const SafeguardRule& rule) { return asDescribed().*ru
 SafeguardChoice liftingChoice(const SafeguardRule& rule);
 std::vector<SafeguardChoice> choicesAsDescribed();
 
-// Puts those into force that hold now. Of several choices for one safeguard the first counts.
+// Those that hold now. Of several choices for one safeguard the first counts.
+Safeguards safeguardsNow(const Form42& form);
+// Puts them into force.
 void decideSafeguards(Form42& form);
 
 // One line about the first choice that a policy contradicts; empty when none does.
@@ -57,6 +60,8 @@ std::string contradictionOf(const Form42& form);
 // Whether a policy has decided a safeguard, so that nobody else can; "letter" as for all.
 bool isSetByPolicy(const Form42& form, const SafeguardRule& rule);
 bool isLetterSetByPolicy(const Form42& form);
+// Whether a policy or a setting lifts all.
+bool isLetterInForce(const Form42& form);
 
 }  // namespace zelvreg
 

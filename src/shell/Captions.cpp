@@ -75,6 +75,12 @@ constexpr std::array table{
     caption<&Form42::i>("i"),
     caption<&Form42::e>("e"),
     caption<&Form42::Frame7>("frame7"),
+    element<&Form42::SafeguardBoxes, 0>("SafeguardBoxes(0)"),
+    element<&Form42::SafeguardBoxes, 1>("SafeguardBoxes(1)"),
+    element<&Form42::SafeguardBoxes, 2>("SafeguardBoxes(2)"),
+    element<&Form42::SafeguardBoxes, 3>("SafeguardBoxes(3)"),
+    element<&Form42::SafeguardBoxes, 4>("SafeguardBoxes(4)"),
+    element<&Form42::SafeguardBoxes, 5>("SafeguardBoxes(5)"),
 };
 
 }  // namespace

@@ -25,6 +25,7 @@
 #include "search/Search.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
+#include "shell/SafeguardPage.h"
 #include "shell/SmallForms.h"
 #include "shell/StartUp.h"
 #include "shell/SuiteBridge.h"
@@ -75,7 +76,7 @@ constexpr std::array table{
     Binding{of<&Form42::i>, chameleonButton15_Click},
     Binding{of<&Form42::orubutton2>, runRepair},
     // Undo.
-    Binding{of<&Form42::chameleonButton1>, chameleonButton1_Click},
+    Binding{of<&Form42::chameleonButton1>, openOptionsPage},
     Binding{of<&Form42::chameleonButton2>, chameleonButton2_Click},
     Binding{of<&Form42::chameleonButton3>, chameleonButton3_Click},
     Binding{of<&Form42::Check1>, Check1_Click},
@@ -142,6 +143,7 @@ void bindClicks(Form42& form) {
     binding.entryPoint(form).bind([&form, procedure = binding.procedure] { procedure(form); });
   }
   bindSmallForms(form);
+  bindSafeguardBoxes(form);
   form.Text6.onChange = [&form] { Text6_Change(form); };
   form.Timer1.interval = 10;
   form.Timer1.onTick = [&form] { Timer1_Timer(form); };

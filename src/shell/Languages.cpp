@@ -81,9 +81,9 @@ void giveFont(Form42& form, const Font& font) {
       control->font = font;
     }
   };
-  const auto giveEach = [&font](auto& labels) {
-    for (Label& label : labels) {
-      label.font = font;
+  const auto giveEach = [&font](auto& controls) {
+    for (Control& control : controls) {
+      control.font = font;
     }
   };
   give({&form.View1, &form.View2, &form.View3, &form.View4, &form.cboFind, &form.cboRoot});
@@ -104,6 +104,7 @@ void giveFont(Form42& form, const Font& font) {
         &form.chameleonButton21, &form.chameleonButton22, &form.chameleonButton23});
   give({&form.Check1, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase, &form.Option1,
         &form.Option2, &form.Option3, &form.Option4});
+  giveEach(form.SafeguardBoxes);
   giveEach(form.Label2);
   giveEach(form.Label8);
   giveEach(form.Label12);

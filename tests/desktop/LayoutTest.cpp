@@ -42,6 +42,9 @@ class LayoutTest : public ::testing::Test {
     placed[&form.Frame2].push_back({&form.Picture1, placeOf(form.Picture1)});
     placed[&form.Frame3].push_back({&form.View3, placeOf(form.View3)});
     placed[&form.Frame3].push_back({&form.Check1, placeOf(form.Check1)});
+    for (const CheckBox& box : form.SafeguardBoxes) {
+      placed[&form.Frame3].push_back({&box, placeOf(box)});
+    }
     placed[&form.Frame7].push_back({&form.View4, placeOf(form.View4)});
     placed[&form.Frame8].push_back({&form.Bar1, placeOf(form.Bar1)});
     placed[&form.Frame8].push_back({&form.Gif89a1, placeOf(form.Gif89a1)});

@@ -82,6 +82,7 @@ TEST_F(LanguageFontTest, ReachesTheControlsOfTheSearch) {
   expectFont({&form.Check1, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase, &form.Option1,
               &form.Option2, &form.Option3, &form.Option4, &form.cboFind, &form.cboRoot},
              "search");
+  expectFont({&form.SafeguardBoxes.front(), &form.SafeguardBoxes.back()}, "safeguards");
 }
 
 TEST_F(LanguageFontTest, LeavesTheEntriesOfThePickerInTheirOwn) {

@@ -40,10 +40,11 @@ LONG mayReplace(const Machine& machine, const Place& to, const Place& from, DWOR
   return to.isFolder || from.isFolder ? ERROR_ACCESS_DENIED : mayDelete(machine, to);
 }
 
-// A file that is replaced hands on what this system knows of it: who may read it, for one. 0 or the
-// error number.
-int keepTraits(const Place& from, const Place& to) {
-  if (!to.exists() || to.file == from.file) return 0;
+// A file that is replaced hands on what this system knows of it, who may read it for one, unless
+// the new one was made with a list of its own. 0 or the error number.
+int keepTraits(const Machine& machine, const Place& from, const Place& to) {
+  const bool isReplaced = to.exists() && to.file != from.file;
+  if (!isReplaced || machine.drives().records().hasSecurity(from.path)) return 0;
   const FileDescriptor old = openPlainFile(to.file);
   const FileDescriptor file = openPlainFile(from.file);
   return old.isOpen() && file.isOpen() ? copyTraits(old.get(), file.get()) : errno;
@@ -93,7 +94,8 @@ BOOL MoveFileExA(LPCSTR fromPath, LPCSTR toPath, DWORD flags) {
   Place to = machine->drives().find(toText);
   const LONG refusal = mayMove(*machine, from, to, flags);
   if (refusal != ERROR_SUCCESS) return failed(refusal);
-  if (const int error = keepTraits(from, to); error != 0) return failed(errorCodeOf(error));
+  if (const int error = keepTraits(*machine, from, to); error != 0)
+    return failed(errorCodeOf(error));
   respell(to, from, toText);
   if (rename(from.file.c_str(), to.file.c_str()) != 0) return failed(errorCodeOf(errno));
   if ((flags & MOVEFILE_WRITE_THROUGH) != 0) writeOutFolder(to.folder);

@@ -1,5 +1,7 @@
 #include "machine/FileAccess.h"
 
+#include <sys/xattr.h>
+
 #include <cerrno>
 
 #include "machine/Accounts.h"
@@ -15,6 +17,19 @@ constexpr std::size_t driveRootLength = 3;  // "C:\"
 
 bool hasList(const SECURITY_ATTRIBUTES* given) {
   return given != nullptr && given->lpSecurityDescriptor != nullptr;
+}
+
+// A driver of NTFS may give to everybody what is new on a disk. What the program keeps there holds
+// what a repair took, so it is the administrators' alone, as the rest of the system's programs.
+void closeOnDisk(const std::string& file, bool isFolder) {
+  const char* name = "system.ntfs_acl";
+  if (getxattr(file.c_str(), name, nullptr, 0) <= 0) return;
+  const SecurityDescriptor closed =
+      parseSddl(isFolder ? "O:BAG:BAD:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)"
+                         : "O:BAG:BAD:P(A;;FA;;;SY)(A;;FA;;;BA)");
+  const Bytes bytes = selfRelative(
+      closed, OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION);
+  setxattr(file.c_str(), name, bytes.data(), bytes.size(), 0);
 }
 
 }  // namespace
@@ -86,6 +101,7 @@ void wasMade(const Machine& machine, const Place& place, bool isFolder,
              const SECURITY_ATTRIBUTES* given) {
   Drives& drives = machine.drives();
   drives.changed(place.folder);
+  if (machine.isOfflineDisk()) closeOnDisk(place.file, isFolder);
   FileRecords& records = drives.records();
   if (hasList(given)) {
     constexpr SECURITY_INFORMATION all =

@@ -37,7 +37,8 @@ LONG mayMake(const Machine& machine, const Place& place, ACCESS_MASK right);
 mode_t modeOfNew(const SECURITY_ATTRIBUTES* given, bool isFolder);
 
 // Something was made at this place: it has the list that its maker passed along, or takes over its
-// folder's if that has one of its own.
+// folder's if that has one of its own. On an offline disk whose driver shows access lists it is for
+// administrators alone there.
 void wasMade(const Machine& machine, const Place& place, bool isFolder,
              const SECURITY_ATTRIBUTES* given);
 

@@ -125,16 +125,19 @@ struct NotedHive {
   std::string oldPrint;
   std::string newPrint;
 
-  enum class State : std::uint8_t { Old, New, Other } state = State::Other;
+  // Waiting is old with its new file ready; Old is without.
+  enum class State : std::uint8_t { Waiting, Old, New, Other } state = State::Other;
 };
 
 NotedHive::State stateOf(const NotedHive& hive) {
+  using State = NotedHive::State;
   const std::string now = fingerprintOf(hive.place);
-  if (now == hive.newPrint) return NotedHive::State::New;
+  if (now == hive.newPrint) return State::New;
+  if (now != hive.oldPrint) return State::Other;
   std::error_code error;
-  const bool canBeNew = now == hive.oldPrint && fs::exists(hive.beside, error) &&
-                        fingerprintOf(hive.beside) == hive.newPrint;
-  return canBeNew ? NotedHive::State::Old : NotedHive::State::Other;
+  const bool isReady =
+      fs::exists(hive.beside, error) && fingerprintOf(hive.beside) == hive.newPrint;
+  return isReady ? State::Waiting : State::Old;
 }
 
 // A disk may hold anything: its note may name nothing but a hive in it and a file of this program's
@@ -200,12 +203,13 @@ void dropBackupsOfItself(const std::vector<NotedHive>& hives) {
 // What became of the save, in words.
 std::string finish(const std::vector<NotedHive>& hives) {
   using State = NotedHive::State;
-  const std::string others = namesOf(hives, State::Other);
   const std::string added = namesOf(hives, State::New);
-  const std::string waiting = namesOf(hives, State::Old);
+  const std::string waiting = namesOf(hives, State::Waiting);
+  std::string others = namesOf(hives, State::Other);
+  if (others.empty() && !added.empty()) others = namesOf(hives, State::Old);
   if (!others.empty()) {
     dropBackupsOfItself(hives);
-    return "could not be ended, since these were written by others in the meantime: " + others +
+    return "could not be ended, since these are not as it left them: " + others +
            (added.empty() ? "; no hive was repaired" : "; only these were repaired: " + added) +
            ", and each FILE.bak has what was there before";
   }
@@ -214,7 +218,7 @@ std::string finish(const std::vector<NotedHive>& hives) {
     return "was undone: all hives are as they were before it";
   }
   for (const NotedHive& hive : hives) {
-    if (hive.state == State::Old && rename(hive.beside.c_str(), hive.place.c_str()) != 0) {
+    if (hive.state == State::Waiting && rename(hive.beside.c_str(), hive.place.c_str()) != 0) {
       throw MachineError(hive.place.string() + " cannot be written: " + std::strerror(errno));
     }
   }

@@ -20,7 +20,7 @@ Machine::Machine(std::unique_ptr<State> machineState) : state(std::move(machineS
 
 Machine::~Machine() = default;
 
-void Machine::save() { state->form ? saveFolder() : saveHives(); }
+void Machine::save() { isOfflineDisk() ? saveHives() : saveFolder(); }
 
 void Machine::saveFolder() {
   Registry& keys = *state->registry;
@@ -59,6 +59,7 @@ const Accounts& Machine::accounts() const { return state->accounts; }
 const Token& Machine::token() const { return state->accounts.token(); }
 const CodePage& Machine::codePage() const { return state->page; }
 bool Machine::is64Bit() const { return state->is64Bit; }
+bool Machine::isOfflineDisk() const { return !state->form; }
 bool Machine::hasSuite() const { return state->hasSuite; }
 Processes& Machine::processes() const { return state->processes; }
 std::vector<std::string>& Machine::suiteTexts() const { return state->suiteTexts; }

@@ -79,6 +79,8 @@ class Machine {
   [[nodiscard]] const CodePage& codePage() const;
 
   [[nodiscard]] bool is64Bit() const;
+  // Whether it comes from a mounted disk, not from a machine folder.
+  [[nodiscard]] bool isOfflineDisk() const;
   [[nodiscard]] bool hasSuite() const;
   [[nodiscard]] Processes& processes() const;
   // What the suite's window was told, in order.

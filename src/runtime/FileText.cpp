@@ -22,11 +22,12 @@ std::optional<std::string> contentToKeep(const std::string& path) {
 // is anything written through a link. Gives its name in `beside`; INVALID_HANDLE_VALUE if none can
 // be made.
 HANDLE makeBeside(const std::string& path, std::string& beside) {
-  constexpr int mostTries = 100;
-  const ULONGLONG first = GetTickCount64();
+  constexpr ULONGLONG mostTries = 100;
+  ULONGLONG number = GetTickCount64();
+  const ULONGLONG last = number + mostTries;
   HANDLE file = INVALID_HANDLE_VALUE;
-  for (int tries = 0; file == INVALID_HANDLE_VALUE && tries < mostTries; ++tries) {
-    beside = path + "." + std::to_string(first + tries) + ".new";
+  for (; file == INVALID_HANDLE_VALUE && number != last; ++number) {
+    beside = path + "." + std::to_string(number) + ".new";
     file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) {

@@ -1,5 +1,6 @@
 #include "machine/AtomicFile.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -9,6 +10,7 @@
 #include <csignal>
 
 #include "machine/Machine.h"
+#include "machine/OrdinaryUser.h"
 #include "machine/TemporaryFolder.h"
 
 namespace zelvreg::machine {
@@ -135,6 +137,27 @@ TEST(AtomicFile, aCopyTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
   EXPECT_EQ(folder.read("elsewhere"), "other");
   copy().replace();
   EXPECT_EQ(filesIn(folder), 3);
+}
+
+TEST(AtomicFile, aCopyOfWhatMayNotBeNamedTwiceHasItsContentTimesAndAttributes) {
+  const TemporaryFolder folder;
+  chmod(folder.path().c_str(), 0777);
+  folder.write("a", "content");
+  const std::filesystem::path a = folder.path() / "a";
+  constexpr const char* name = "user.zelvreg.note";
+  const bool hasAttribute = setxattr(a.c_str(), name, "mine", 4, 0) == 0;
+  const std::array<timespec, 2> times{{{1'000'000'000, 0}, {1'000'000'000, 0}}};
+  ASSERT_EQ(utimensat(AT_FDCWD, a.c_str(), times.data(), 0), 0);
+  const std::filesystem::path copy = folder.path() / "a.bak";
+  {
+    // Systems that guard second names refuse one to who neither owns a file nor may write it.
+    const fixture::OrdinaryUser user;
+    AtomicFile::copyOf(a, stampOf(a), copy).replace();
+  }
+  EXPECT_EQ(folder.read("a.bak"), "content");
+  EXPECT_EQ(stampOf(copy)[2], 1'000'000'000);
+  std::array<char, 8> value{};
+  EXPECT_EQ(getxattr(copy.c_str(), name, value.data(), value.size()), hasAttribute ? 4 : -1);
 }
 
 TEST(AtomicFile, copiesOrReplacesNothingButTheFileThatWasSeen) {

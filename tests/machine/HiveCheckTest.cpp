@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
 
 #include "machine/HiveBuilder.h"
 #include "machine/HiveBytes.h"
@@ -14,8 +15,6 @@ namespace {
 
 using machine::HiveBytes;
 using namespace machine::hiveFormat;
-
-constexpr const char* software = "Windows/System32/config/SOFTWARE";
 
 class HiveCheckTest : public OfflineDiskTest {
  protected:
@@ -134,6 +133,40 @@ TEST_F(HiveCheckTest, WhatReadingPassesOverIsNamedAndTheHiveIsNotWritten) {
   registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\two)"));
   EXPECT_NE(refusal(), "");
   EXPECT_TRUE(allFiles() == files);
+}
+
+TEST_F(HiveCheckTest, AHiveWithAnyBytesChangedIsWrittenWholeOrStaysAsItIs) {
+  const std::string whole = disk.read(software);
+  // Where the cells of the keys and values are, and not the long data behind them.
+  const std::size_t end = whole.find(std::string(64, 'x'));
+  std::mt19937 random(1);
+  const auto below = [&random](std::size_t limit) { return random() % limit; };
+  int written = 0;
+  int refused = 0;
+  constexpr int hives = 400;
+  for (int hive = 0; hive < hives; ++hive) {
+    std::string bytes = whole;
+    for (std::size_t changes = 1 + below(3); changes > 0; --changes) {
+      bytes[binsOffset + below(end - binsOffset)] = static_cast<char>(below(256));
+    }
+    computer.reset();
+    disk.write(software, bytes);
+    open();
+    machine::RegistryKey* two = registry().find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\two)");
+    machine::RegistryKey* one = registry().find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\one)");
+    if (two == nullptr || one == nullptr) {
+      continue;
+    }
+    registry().erase(*two);
+    registry().setValue(*one, u"new", REG_BINARY, {});
+    const bool isRefused = !refusal().empty();
+    (isRefused ? refused : written) += 1;
+    EXPECT_TRUE(isRefused ? disk.read(software) == bytes
+                          : !machine::whyUnsound(disk.path() / software))
+        << hive;
+  }
+  EXPECT_GT(written, 0);
+  EXPECT_GT(refused, 0);
 }
 
 }  // namespace

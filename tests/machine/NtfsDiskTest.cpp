@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "machine/OfflineDiskFixture.h"
+#include "machine/Security.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -65,6 +66,11 @@ class NtfsDiskTest : public OfflineDiskTest {
     return value;
   }
 
+  [[nodiscard]] std::string listOf(const std::string& file) const {
+    const std::string bytes = attribute(file, "system.ntfs_acl");
+    return bytes.empty() ? "" : machine::formatSddl(machine::readDescriptor(bytes.data()));
+  }
+
   void set(const std::string& file, const char* name, const std::string& value) const {
     ASSERT_EQ(setxattr((disk.path() / file).c_str(), name, value.data(), value.size(), 0), 0)
         << name;
@@ -116,6 +122,18 @@ TEST_F(NtfsDiskTest, AHiveAndItsBackupKeepTheirAccessListAttributesAndBirth) {
   }
   EXPECT_EQ(names, (std::set<std::string>{anna, anna + std::string(".bak"), software,
                                           software + std::string(".bak")}));
+}
+
+TEST_F(NtfsDiskTest, WhatTheProgramMakesIsForAdministratorsAlone) {
+  open();
+  const machine::Running running(*computer);
+  ASSERT_NE(CreateDirectoryA("C:\\kept", nullptr), FALSE);
+  HANDLE file = CreateFileA("C:\\kept\\journal", GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                            FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(file, INVALID_HANDLE_VALUE);
+  CloseHandle(file);
+  EXPECT_EQ(listOf("kept"), "O:BAG:BAD:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)");
+  EXPECT_EQ(listOf("kept/journal"), "O:BAG:BAD:P(A;;FA;;;SY)(A;;FA;;;BA)");
 }
 
 TEST_F(NtfsDiskTest, AHiveThatAnotherProgramHasReplacedIsNotWritten) {

@@ -201,7 +201,7 @@ TEST_F(HalfSavedTest, IsLeftAloneWhereAHiveWasWrittenSince) {
   const auto before = allFiles();
   const machine::InterruptedSave save = machine::finishSavingHives(disk.path());
   ASSERT_EQ(save.notices.size(), 1U);
-  EXPECT_NE(save.notices[0].find("written by others"), std::string::npos) << save.notices[0];
+  EXPECT_NE(save.notices[0].find("not as it left them"), std::string::npos) << save.notices[0];
   EXPECT_NE(save.notices[0].find(oldOne), std::string::npos);
   for (const char* name : {software, system}) {
     EXPECT_TRUE(disk.read(name) == before.at(name));

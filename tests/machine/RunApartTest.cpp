@@ -24,7 +24,7 @@ TEST(RunApart, givesTheAnswerAndLeavesThisProcessAsItWas) {
   const std::string answer(100'000, 'x');
   EXPECT_TRUE(runApart([&] {
                 here = 2;
-                return answer;
+                return std::string(answer);
               }) == answer);
   EXPECT_EQ(here, 1);
   EXPECT_EQ(runApart([] { return std::string(); }), "");

@@ -1,5 +1,6 @@
 // Both roads to the 64-bit view, also where a provider stops answering.
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "registry/StdRegProv.h"
@@ -160,8 +161,14 @@ INSTANTIATE_TEST_SUITE_P(Roads, ProviderRoadsTest,
 
 class WholeScanRoadsTest : public fixture::ComputerFixture {
  protected:
-  static Rows scanBy(bool asksService) {
+  ~WholeScanRoadsTest() override {
+    removeKey("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Gone");
+  }
+
+  // By a pool of its own, if one is given.
+  static Rows scanBy(bool asksService, std::shared_ptr<StdRegProvPool> pool = nullptr) {
     Form42 scanned;
+    scanned.providers = std::move(pool);
     scanned.programFolder = "C:\\WholeScanRoadsTest";
     scanned.dialogs.show = [](const UserMessage&) { return Answer::No; };
     scanned.safeguardChoices = {{&Safeguards::asksService, asksService, "road"}};
@@ -173,18 +180,46 @@ class WholeScanRoadsTest : public fixture::ComputerFixture {
     EXPECT_EQ(scanned.safeguards.asksService, asksService);
     return rowsOf(scanned);
   }
+
+  // Rows whose fields go to a row by its number change with what was found before them.
+  static Rows withoutNumberedRows(Rows rows) {
+    std::erase_if(rows, [](const std::vector<std::string>& row) {
+      constexpr std::array<std::string_view, 5> kinds{"2", "4", "5", "55", "56"};
+      return std::ranges::find(kinds, row[2]) != kinds.end() || row[2].empty();
+    });
+    return rows;
+  }
+
+  static void makeFindings() {
+    setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Fonts", "Gone",
+            "gone.ttf");
+    setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", "Gone",
+            "%ProgramFiles%\\gone.exe", REG_EXPAND_SZ);
+    setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Gone",
+            "UninstallString", "C:\\Gone\\gr\xFCn.exe");
+  }
 };
 
 TEST_F(WholeScanRoadsTest, AWholeScanFindsTheSameByBothRoads) {
-  setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Fonts", "Gone",
-          "gone.ttf");
-  setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", "Gone",
-          "%ProgramFiles%\\gone.exe", REG_EXPAND_SZ);
-  setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Gone",
-          "UninstallString", "C:\\Gone\\gr\xFCn.exe");
+  makeFindings();
   const Rows direct = scanBy(false);
   EXPECT_GE(direct.size(), 3U);
   EXPECT_EQ(scanBy(true), direct);
+}
+
+TEST_F(WholeScanRoadsTest, AProviderThatStopsAnsweringAddsNoRow) {
+  makeFindings();
+  for (const bool asksService : {false, true}) {
+    Calls calls;
+    const Rows sound = withoutNumberedRows(scanBy(asksService, failingPool(calls)));
+    const int callsOfAll = calls.made;
+    for (const int lastSound : {0, callsOfAll / 2}) {
+      calls = {.made = 0, .connections = 0, .lastSound = lastSound};
+      const Rows rows = withoutNumberedRows(scanBy(asksService, failingPool(calls)));
+      EXPECT_TRUE(std::ranges::includes(sound, rows)) << lastSound;
+      EXPECT_LT(rows.size(), sound.size()) << lastSound;
+    }
+  }
 }
 
 }  // namespace

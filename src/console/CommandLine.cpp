@@ -228,6 +228,11 @@ PlainCommand addEntryCommand(CLI::App& list, const char* name, const char* descr
   return {app, command};
 }
 
+PlainCommand meetsUndo(const PlainCommand& plain, Options& options) {
+  SafeguardArguments::addTo(*plain.app, {&Safeguards::undoesByExport}, options);
+  return plain;
+}
+
 std::vector<PlainCommand> addUndo(CLI::App& app, Options& options) {
   CLI::App* undo = app.add_subcommand("undo", "list, restore and remove undo journals");
   undo->require_subcommand(1);
@@ -237,10 +242,13 @@ std::vector<PlainCommand> addUndo(CLI::App& app, Options& options) {
       ->required();
   return {
       {restoreExport, Command::RestoreExport},
-      {undo->add_subcommand("list", "list the journals"), Command::ListUndo},
-      addEntryCommand(*undo, "restore", "write a journal's entries back", Command::RestoreUndo,
-                      options),
-      addEntryCommand(*undo, "remove", "remove a journal", Command::RemoveUndo, options),
+      meetsUndo(
+          {undo->add_subcommand("list", "list the repairs that can be undone"), Command::ListUndo},
+          options),
+      meetsUndo(addEntryCommand(*undo, "restore", "undo a repair", Command::RestoreUndo, options),
+                options),
+      meetsUndo(addEntryCommand(*undo, "remove", "remove a journal", Command::RemoveUndo, options),
+                options),
       {undo->add_subcommand("on", "write a journal at each repair"), Command::UndoOn},
       {undo->add_subcommand("off", "write no journals"), Command::UndoOff},
   };

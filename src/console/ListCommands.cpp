@@ -4,17 +4,16 @@
 
 #include "console/ArgumentText.h"
 #include "console/DisplayText.h"
+#include "console/ExportTrust.h"
 #include "console/FormUse.h"
 #include "console/HostFile.h"
 #include "console/Table.h"
 #include "exclusions/ExclusionList.h"
 #include "registry/RegistryImport.h"
 #include "runtime/Directory.h"
-#include "runtime/FileText.h"
 #include "shell/Languages.h"
-#include "undo/JournalFile.h"
+#include "undo/UndoContent.h"
 #include "undo/UndoPage.h"
-#include "undo/UndoStores.h"
 
 namespace zelvreg::console {
 namespace {
@@ -34,11 +33,34 @@ void requireRow(const ListView& list, std::size_t row, const char* what) {
   }
 }
 
-void warnOfTornJournal(const Form42& form, std::size_t row, const Streams& streams) {
-  const auto file = readFileText(journalPath(form, undoStem(form.View3.text(row, 0))));
-  if (!file) {
+std::string restorableText(const Form42& form, const UndoContent& content) {
+  if (form.safeguards.undoesByExport && !content.exportPath.empty()) {
+    return content.isExportOpen ? "nothing: others could have written its safety export"
+                                : "all, from its safety export";
+  }
+  return content.restorable == 0 ? "nothing"
+                                 : std::to_string(content.restorable) + " of " +
+                                       std::to_string(content.records) + " rows, from its journal";
+}
+
+void printUndo(const Form42& form, const Streams& streams) {
+  Table table({{"No.", true}, {"Journal"}, {"Can be restored"}});
+  for (std::size_t row = 1; row <= form.View3.count(); ++row) {
+    const std::string& label = form.View3.text(row, 0);
+    table.addRow(
+        {std::to_string(row), registryText(label), restorableText(form, undoContent(form, label))});
+  }
+  streams.out << table.text(streams.width);
+}
+
+void warnOfJournal(const Form42& form, std::size_t row, const Streams& streams) {
+  const UndoContent content = undoContent(form, form.View3.text(row, 0));
+  if (form.safeguards.undoesByExport && !content.exportPath.empty()) {
+    return;
+  }
+  if (!content.isJournalThere) {
     streams.error << "zelvreg: this entry has no journal; nothing can be restored from it\n";
-  } else if (isTornJournal(file->size())) {
+  } else if (content.isJournalTorn) {
     streams.error << "zelvreg: the journal ends within a record; its last one may come back cut\n";
   }
 }
@@ -60,6 +82,7 @@ void addExclusion(Form42& form, const std::string& entry) {
 }
 
 int restoreExport(const Options& options, Computer& computer, const Streams& streams) {
+  requireTrustedFile(options.exportFile);
   const RegistryImport import = importRegistryText(readHostFile(options.exportFile));
   if (!import.isDone) {
     throw std::runtime_error(options.exportFile + ": " + registryText(import.message));
@@ -83,9 +106,12 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
   switch (options.command) {
     case Command::RestoreUndo:
       requireRow(form.View3, options.entry, "journals");
-      warnOfTornJournal(form, options.entry, streams);
+      warnOfJournal(form, options.entry, streams);
       View3_ItemClick(form, options.entry);
       form.chameleonButton2.click();
+      if (form.isUndoRefused) {
+        return failed;  // the form has said so
+      }
       break;
     case Command::RemoveUndo:
       requireRow(form.View3, options.entry, "journals");
@@ -98,7 +124,7 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
       form.Check1.click();
       break;
     default:
-      printRows(form.View3, "Journal", streams);
+      printUndo(form, streams);
       return nothingFound;
   }
   saveAndTell(computer, streams);

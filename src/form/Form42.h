@@ -268,6 +268,12 @@ struct Form42 {
   std::vector<SafeguardChoice> safeguardChoices;
   // False for a computer that is being repaired from outside: what it says is data, not an order.
   bool obeysComputer = true;
+  // The name of the last repair's safety export without folder and ".reg"; empty if it has none.
+  std::string exportStem;
+  // Whether the journal that was asked for last, and its entry, could be written.
+  bool isJournalKept = true;
+  // Whether the last undo has restored nothing, or not all, and has said so.
+  bool isUndoRefused = false;
   // Whether the last repair was stopped because its safety export could not be written.
   bool isRepairStopped = false;
   // What the repair that runs, or the last one, set out to do, and what came of it.

@@ -16,6 +16,8 @@ struct Safeguards {
   bool asksShares = false;
   // The management service is asked for the names and texts of the 64-bit view.
   bool asksService = false;
+  // Undo restores a repair's safety export where there is one, not its journal.
+  bool undoesByExport = true;
 
   bool operator==(const Safeguards&) const = default;
 };
@@ -26,7 +28,8 @@ constexpr Safeguards asDescribed() {
           .exportsFirst = false,
           .touches = true,
           .asksShares = true,
-          .asksService = true};
+          .asksService = true,
+          .undoesByExport = false};
 }
 
 // What a caller wants of one of them, whatever the computer's settings say.

@@ -38,6 +38,25 @@ bool isExportKept(Form42& form) {
   return false;
 }
 
+// Without undo information that was asked for nothing is repaired.
+bool isUndoKept(Form42& form) {
+  if (leadingNumber(readSetting(settings::regscan, "saveundo")) != 1) {
+    return true;
+  }
+  form.isJournalKept = true;
+  form.Command21.click();
+  if (form.isJournalKept || !form.safeguards.exportsFirst) {
+    return true;
+  }
+  if (!runsByItself(form)) {
+    form.dialogs.tell(
+        "Nothing was repaired: the undo journal, or its entry in the list, could not be written. "
+        "See that the program's folder can be written, or switch undo information off.",
+        MessageIcon::Exclamation);
+  }
+  return false;
+}
+
 // Whether the list still held rows before the last routine.
 bool runCascade(Form42& form) {
   for (const RepairRoutine& routine : repairCascade()) {
@@ -93,9 +112,6 @@ void tellWhatStayed(const Form42& form) {
 
 void repairTickedRows(Form42& form) {
   const auto countAtEntry = static_cast<std::int64_t>(form.View2.count());
-  if (leadingNumber(readSetting(settings::regscan, "saveundo")) == 1) {
-    form.Command21.click();
-  }
   const bool isListLeft = runCascade(form);
   if (form.safeguards.protects) {
     dropGoneRows(form, RegistryState());
@@ -128,7 +144,8 @@ void runRepair(Form42& form) {
   form.decideSafeguards.run();
   form.repairOutcome = {};
   form.repairPlan = std::make_shared<RepairPlan>(form);
-  form.isRepairStopped = !isExportKept(form);
+  form.exportStem.clear();
+  form.isRepairStopped = !isExportKept(form) || !isUndoKept(form);
   if (!form.isRepairStopped) {
     repairAndLookAgain(form);
   }

@@ -6,6 +6,7 @@
 #include "repair/ExportPlan.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
+#include "runtime/PrivateFiles.h"
 
 namespace zelvreg {
 namespace {
@@ -49,29 +50,36 @@ bool isThere(const std::string& path) {
   return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-// A name that no export has yet.
-std::string freeName(const std::string& folder) {
-  const std::string stamp = folder + "\\" + stampOf(localDateTime());
-  std::string path = stamp + ".reg";
-  for (int number = 2; isThere(path); ++number) {
-    path = stamp + "-" + std::to_string(number) + ".reg";
+// A name that no export has yet, without ".reg".
+std::string freeStem(const std::string& folder) {
+  const std::string stamp = stampOf(localDateTime());
+  std::string stem = stamp;
+  for (int number = 2; isThere(folder + stem + ".reg"); ++number) {
+    stem = stamp + "-" + std::to_string(number);
   }
-  return path;
+  return stem;
 }
 
-bool writeFile(const Form42& form, const std::string& bytes) {
-  // A folder that is there already, or that cannot be made, shows when the file is written.
+bool writeFile(Form42& form, const std::string& bytes) {
+  // A folder that cannot be made shows when the file is written.
   std::string folder = form.programFolder;
   for (const char* below : {"\\backup", "\\registry"}) {
     folder += below;
-    CreateDirectoryA(folder.c_str(), nullptr);
+    makePrivateFolder(folder);
   }
-  return replaceFileText(freeName(folder), bytes);
+  folder += "\\";
+  const std::string stem = freeStem(folder);
+  if (!replaceFileText(folder + stem + ".reg", bytes, FileReaders::Administrators)) {
+    return false;
+  }
+  form.exportStem = stem;
+  return true;
 }
 
 }  // namespace
 
-bool writeSafetyExport(const Form42& form, const RepairPlan& repair) {
+bool writeSafetyExport(Form42& form, const RepairPlan& repair) {
+  form.exportStem.clear();
   ExportPlan plan;
   addRows(repair, plan);
   RegistryTextWriter writer;

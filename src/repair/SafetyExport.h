@@ -9,7 +9,7 @@ namespace zelvreg {
 
 // Writes what the repair will take to backup\registry in the program's folder. True when it stands
 // there, or when nothing would change; false when it cannot be written.
-bool writeSafetyExport(const Form42& form, const RepairPlan& repair);
+bool writeSafetyExport(Form42& form, const RepairPlan& repair);
 
 }  // namespace zelvreg
 

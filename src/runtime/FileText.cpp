@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "runtime/PrivateFiles.h"
+
 namespace zelvreg {
 namespace {
 
@@ -21,15 +23,17 @@ std::optional<std::string> contentToKeep(const std::string& path) {
 // A new file under a name beside `path` that nothing has: neither what lies there is emptied, nor
 // is anything written through a link. Gives its name in `beside`; INVALID_HANDLE_VALUE if none can
 // be made.
-HANDLE makeBeside(const std::string& path, std::string& beside) {
+HANDLE makeBeside(const std::string& path, std::string& beside,
+                  const SECURITY_ATTRIBUTES* security) {
   constexpr ULONGLONG mostTries = 100;
   ULONGLONG number = GetTickCount64();
   const ULONGLONG last = number + mostTries;
   HANDLE file = INVALID_HANDLE_VALUE;
   for (; file == INVALID_HANDLE_VALUE && number != last; ++number) {
     beside = path + "." + std::to_string(number) + ".new";
-    file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    // The call only reads the attributes, though its type does not say so.
+    file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, const_cast<SECURITY_ATTRIBUTES*>(security),
+                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) {
       break;
     }
@@ -57,9 +61,14 @@ std::optional<std::string> readFileText(const std::string& path) {
   return isRead != FALSE ? std::optional(std::move(text)) : std::nullopt;
 }
 
-bool replaceFileText(const std::string& path, std::string_view bytes) {
+bool replaceFileText(const std::string& path, std::string_view bytes, FileReaders readers) {
+  const bool isPrivate = readers == FileReaders::Administrators;
+  const PrivateSecurity security(PrivateSecurity::Of::File);
+  if (isPrivate && security.get() == nullptr) {
+    return false;
+  }
   std::string beside;
-  HANDLE file = makeBeside(path, beside);
+  HANDLE file = makeBeside(path, beside, isPrivate ? security.get() : nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return false;
   }
@@ -76,15 +85,16 @@ bool replaceFileText(const std::string& path, std::string_view bytes) {
   return false;
 }
 
-bool appendFileText(const std::string& path, std::string_view bytes) {
+bool appendFileText(const std::string& path, std::string_view bytes, FileReaders readers) {
   auto content = contentToKeep(path);
-  return content && replaceFileText(path, content->append(bytes));
+  return content && replaceFileText(path, content->append(bytes), readers);
 }
 
-bool overwriteFileText(const std::string& path, std::string_view bytes) {
+bool overwriteFileText(const std::string& path, std::string_view bytes, FileReaders readers) {
   auto content = contentToKeep(path);
   return content &&
-         replaceFileText(path, content->replace(0, std::min(bytes.size(), content->size()), bytes));
+         replaceFileText(path, content->replace(0, std::min(bytes.size(), content->size()), bytes),
+                         readers);
 }
 
 }  // namespace zelvreg

@@ -2,6 +2,7 @@
 #ifndef ZELVREG_RUNTIME_FILE_TEXT_H
 #define ZELVREG_RUNTIME_FILE_TEXT_H
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,15 +12,22 @@ namespace zelvreg {
 // The bytes of a file; none when it cannot be opened or read to its end.
 std::optional<std::string> readFileText(const std::string& path);
 
+// Who may read a file that is written: those that its folder says, or administrators and the system
+// alone.
+enum class FileReaders : std::uint8_t { OfItsFolder, Administrators };
+
 // Puts a file of these bytes in the place of one that may be there: it is written beside it,
 // under a name that nothing had, and renamed, so that the old or the new content stands at every
 // moment. False, and the old file as it was, if any step fails.
-bool replaceFileText(const std::string& path, std::string_view bytes);
+bool replaceFileText(const std::string& path, std::string_view bytes,
+                     FileReaders readers = FileReaders::OfItsFolder);
 
 // The same for a file with this text behind what it holds; a file that is not there is made.
-bool appendFileText(const std::string& path, std::string_view bytes);
+bool appendFileText(const std::string& path, std::string_view bytes,
+                    FileReaders readers = FileReaders::OfItsFolder);
 // And for one with this text over the beginning of what it holds.
-bool overwriteFileText(const std::string& path, std::string_view bytes);
+bool overwriteFileText(const std::string& path, std::string_view bytes,
+                       FileReaders readers = FileReaders::OfItsFolder);
 
 }  // namespace zelvreg
 

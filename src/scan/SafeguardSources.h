@@ -21,7 +21,7 @@ struct SafeguardRule {
   const char* effect;       // what that option does, for its help
 };
 
-inline constexpr std::array<SafeguardRule, 5> safeguardRules{{
+inline constexpr std::array<SafeguardRule, 6> safeguardRules{{
     {&Safeguards::protects, "protect", "0", "1", "--no-protect",
      "delete keys, too, that other programs' records lie in"},
     {&Safeguards::exportsFirst, "safetyexport", "0", "1", "--no-backup",
@@ -32,7 +32,11 @@ inline constexpr std::array<SafeguardRule, 5> safeguardRules{{
      "ask servers for files on network paths, with the user's credentials"},
     {&Safeguards::asksService, "provider", "service", "direct", "--provider service",
      "ask the management service for the 64-bit view"},
+    {&Safeguards::undoesByExport, "undo", "journal", "export", "--journal",
+     "restore by the journal, as far as its five texts go, not by the safety export"},
 }};
+// The window has a box for each but the last.
+inline constexpr std::size_t safeguardBoxCount = safeguardRules.size() - 1;
 
 // The setting that lifts all of them, the text that does, and its option.
 inline constexpr const char* letterSetting = "letter";

@@ -10,8 +10,8 @@ std::string readSetting(const char* key, const std::string& name) {
   return text;
 }
 
-void keepSetting(const char* key, const std::string& name, const std::string& text) {
-  SaveRegString(HiveHandle::LocalMachine, key, name, text);
+bool keepSetting(const char* key, const std::string& name, const std::string& text) {
+  return SaveRegString(HiveHandle::LocalMachine, key, name, text);
 }
 
 }  // namespace zelvreg

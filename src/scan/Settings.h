@@ -14,6 +14,8 @@ inline constexpr const char* regscan = "software\\zelvane\\Zelvane Tuner Deluxe\
 // The undo entries: number to label, and label to file.
 inline constexpr const char* dates = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\dates";
 inline constexpr const char* files = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\file";
+// And label to the safety export of that repair.
+inline constexpr const char* exports = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\export";
 // The ticks of the category rows.
 inline constexpr const char* selection = "software\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
 // The running total of a scan. The backslash at the end is part of the name that is asked for.
@@ -28,8 +30,8 @@ inline constexpr const char* finish = "software\\zelvane\\Zelvane Tuner Deluxe\\
 
 // A text of the local machine, or the empty text.
 std::string readSetting(const char* key, const std::string& name);
-// Keeps it, making the key; a failure is passed over.
-void keepSetting(const char* key, const std::string& name, const std::string& text);
+// Keeps it, making the key; whether that worked.
+bool keepSetting(const char* key, const std::string& name, const std::string& text);
 
 }  // namespace zelvreg
 

@@ -7,12 +7,12 @@
 namespace zelvreg {
 namespace {
 
-constexpr std::size_t letterBox = safeguardRules.size();
+constexpr std::size_t letterBox = safeguardBoxCount;
 
 void showSafeguards(Form42& form) {
   const Safeguards decided = safeguardsNow(form);
   const bool isLetter = isLetterInForce(form);
-  for (std::size_t index = 0; index < safeguardRules.size(); ++index) {
+  for (std::size_t index = 0; index < letterBox; ++index) {
     const SafeguardRule& rule = safeguardRules[index];
     form.SafeguardBoxes[index].value = decided.*rule.safeguard != liftedValue(rule);
     form.SafeguardBoxes[index].enabled = !isLetter && !isSetByPolicy(form, rule);

@@ -1,11 +1,10 @@
 #include "undo/FixListBackup.h"
 
-#include <windows.h>
-
 #include "registry/Hives.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileSystemObject.h"
 #include "runtime/FileText.h"
+#include "runtime/PrivateFiles.h"
 #include "scan/Findings.h"
 #include "text/Text.h"
 #include "undo/UndoStores.h"
@@ -28,8 +27,8 @@ std::string partAt(const std::vector<std::string_view>& parts, std::size_t index
 
 void Command30_Click(Form42& form) {
   const std::string folder = form.programFolder + "\\backup";
-  CreateDirectoryA(folder.c_str(), nullptr);
-  CreateDirectoryA((folder + "\\fixreg").c_str(), nullptr);
+  makePrivateFolder(folder);
+  makePrivateFolder(folder + "\\fixreg");
   const DateTime now = localDateTime();
   const std::string stamp = dateText(now, "_") + "_" + timeText(now, ".");
   registerUndoEntry(stamp, stamp);
@@ -39,7 +38,7 @@ void Command30_Click(Form42& form) {
       lines += lineOf(form, row);
     }
   }
-  replaceFileText(folder + "\\fixreg\\" + stamp + ".txt", lines);
+  replaceFileText(folder + "\\fixreg\\" + stamp + ".txt", lines, FileReaders::Administrators);
 }
 
 void Command31_Click(Form42& form) {

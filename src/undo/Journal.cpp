@@ -48,7 +48,8 @@ void Command21_Click(Form42& form) {
   const DateTime now = localDateTime();
   const std::string stamp = dateText(now, ".") + " t " + timeText(now, ".");
   // The time is read once more for the label, which may lie a second later.
-  registerUndoEntry(stamp + " " + timeText(localDateTime(), ":"), stamp);
+  const bool isListed =
+      registerUndoEntry(stamp + " " + timeText(localDateTime(), ":"), stamp, form.exportStem);
   std::string records;
   std::string digit;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
@@ -58,7 +59,9 @@ void Command21_Click(Form42& form) {
       records += journalBytes(form.journalRecord);
     }
   }
-  overwriteFileText(journalPath(form, stamp), records);
+  const bool isWritten =
+      overwriteFileText(journalPath(form, stamp), records, FileReaders::Administrators);
+  form.isJournalKept = isListed && isWritten;
 }
 
 void Check1_Click(Form42& form) { keepUndoSetting(form.Check1.value); }

@@ -5,11 +5,12 @@
 #include <cmath>
 
 #include "registry/Hives.h"
+#include "registry/RegistryImport.h"
 #include "runtime/FileText.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
 #include "text/Text.h"
-#include "undo/JournalFile.h"
+#include "undo/UndoContent.h"
 #include "undo/UndoRestore.h"
 #include "undo/UndoStores.h"
 
@@ -28,30 +29,78 @@ void showUndoSetting(Form42& form) {
   }
 }
 
-void listJournals(Form42& form) {
-  const std::int64_t highest = highestUndoNumber();
-  std::int64_t number = 1;
-  do {
-    form.messages.doEvents();
-    // A removed entry leaves a hole.
-    const std::string label(trim(undoLabel(number)));
-    if (!label.empty()) {
-      form.View3.add(label);
-    }
-    ++number;
-  } while (number <= highest);
+// A copy of the fix list, say, is an entry from which nothing can be restored. It does not matter
+// which of export and journal is to be restored, so that the rows keep their numbers.
+bool isOffered(const Form42& form, const std::string& label) {
+  return form.safeguards == asDescribed() || !undoContent(form, label).isNothing();
 }
 
-// The first entry that the label, read as a pattern, fits; behind the last one if none does.
+void listJournals(Form42& form) {
+  for (const std::int64_t number : undoNumbers()) {
+    form.messages.doEvents();
+    const std::string label(trim(undoLabel(number)));
+    if (!label.empty() && isOffered(form, label)) {
+      form.View3.add(label);
+    }
+  }
+}
+
+// The first entry that the label, read as a pattern, fits; behind the last one if none does. The
+// empty text of a number that has no entry may fit as well.
 std::int64_t numberOfLabel(const std::string& label) {
   const std::string pattern = lowerCase(trim(label));
-  const std::int64_t highest = highestUndoNumber();
-  std::int64_t number = 1;
-  while (number <= highest &&
-         matchesPattern(lowerCase(trim(undoLabel(number))), pattern) == Match::No) {
-    ++number;
+  const auto fits = [&pattern](const std::string& text) {
+    return matchesPattern(lowerCase(trim(text)), pattern) != Match::No;
+  };
+  const bool doesHoleFit = fits("");
+  std::int64_t next = 1;
+  for (const std::int64_t number : undoNumbers()) {
+    if ((number > next && doesHoleFit) || fits(undoLabel(number))) {
+      return number > next && doesHoleFit ? next : number;
+    }
+    next = number + 1;
   }
-  return number;
+  return next;
+}
+
+void tellRefusal(Form42& form, const std::string& text) {
+  form.isUndoRefused = true;
+  form.dialogs.tell(text, MessageIcon::Exclamation);
+}
+
+void tellEnd(Form42& form) {
+  form.dialogs.tell("Finished Retriving undo data", MessageIcon::Information);
+}
+
+void restoreExport(Form42& form, const UndoContent& content) {
+  if (content.isExportOpen) {
+    tellRefusal(form, "Nothing was restored: " + content.exportPath +
+                          " could have been written by somebody who is no administrator. Look at "
+                          "it; a copy in a folder of administrators alone can be restored.");
+    return;
+  }
+  const RegistryImport import = importRegistryFile(content.exportPath);
+  if (import.isDone) {
+    tellEnd(form);
+  } else {
+    tellRefusal(form, content.exportPath + ": " + import.message);
+  }
+}
+
+void restoreByJournal(Form42& form, const std::string& stem) {
+  if (!isPlainStem(stem)) {
+    tellRefusal(form, "Nothing was restored: the entry names no file of the program's folder.");
+    return;
+  }
+  const std::string path = journalPath(form, stem);
+  auto file = readFileText(path);
+  if (!file) {
+    // Opening a journal that is gone makes it anew.
+    appendFileText(path, "", FileReaders::Administrators);
+    file.emplace();
+  }
+  restoreJournal(form, *file);
+  tellEnd(form);
 }
 
 }  // namespace
@@ -66,6 +115,7 @@ void chameleonButton1_Click(Form42& form) {
   form.Frame3.visible = true;
   form.Frame7.visible = false;
   showUndoSetting(form);
+  form.decideSafeguards.run();
   listJournals(form);
 }
 
@@ -75,23 +125,24 @@ void View3_ItemClick(Form42& form, std::size_t row) {
 }
 
 void chameleonButton2_Click(Form42& form) {
+  form.decideSafeguards.run();
+  form.isUndoRefused = false;
   const std::string label = form.View3.text(rowInText3(form), 0);
-  const std::string path = journalPath(form, undoStem(label));
-  auto file = readFileText(path);
-  if (!file) {
-    // Opening a journal that is gone makes it anew.
-    appendFileText(path, "");
-    file.emplace();
+  const UndoContent content = undoContent(form, label);
+  if (form.safeguards.undoesByExport && !content.exportPath.empty()) {
+    restoreExport(form, content);
+  } else {
+    restoreByJournal(form, undoStem(label));
   }
-  restoreJournal(form, *file);
-  form.dialogs.tell("Finished Retriving undo data", MessageIcon::Information);
 }
 
 void chameleonButton3_Click(Form42& form) {
   const std::size_t row = rowInText3(form);
   const std::string label = form.View3.text(row, 0);
   const std::int64_t number = numberOfLabel(label);
-  DeleteFileA(journalPath(form, undoStem(label)).c_str());
+  if (const std::string stem = undoStem(label); isPlainStem(stem)) {
+    DeleteFileA(journalPath(form, stem).c_str());
+  }
   form.View3.remove(row);
   removeUndoEntry(number);
 }

@@ -130,4 +130,17 @@ void restoreJournal(Form42& form, std::string_view file) {
   } while (number <= count);
 }
 
+std::size_t restorableRecords(std::string_view file) {
+  std::size_t restorable = 0;
+  int digit = 0;
+  for (std::size_t number = 1; number <= journalRecordCount(file.size()); ++number) {
+    const JournalRecord record = journalRecordAt(file, number);
+    digit = digitOf(record.hive, digit);
+    const HiveHandle hive =
+        record.kind == sharedDll ? hiveOf(digit) : rootOf(ruleFor(record.kind).root, digit);
+    restorable += hive == HiveHandle::Unknown ? 0 : 1;
+  }
+  return restorable;
+}
+
 }  // namespace zelvreg

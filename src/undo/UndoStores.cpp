@@ -2,25 +2,74 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <array>
+#include <set>
+
 #include "registry/Hives.h"
 #include "registry/RegistryKey.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
+#include "text/Text.h"
 
 namespace zelvreg {
 
-void registerUndoEntry(const std::string& label, const std::string& stem) {
+bool registerUndoEntry(const std::string& label, const std::string& stem,
+                       const std::string& exportStem) {
   const std::string number = decimal(highestUndoNumber() + 1);
-  keepSetting(settings::regscan, "cnt", number);
-  keepSetting(settings::dates, number, label);
-  keepSetting(settings::files, label, stem);
+  const bool isCounted = keepSetting(settings::regscan, "cnt", number);
+  const bool isLabelled = keepSetting(settings::dates, number, label);
+  const bool isNamed = keepSetting(settings::files, label, stem);
+  const bool isLinked = exportStem.empty() || keepSetting(settings::exports, label, exportStem);
+  return isCounted && isLabelled && isNamed && isLinked;
 }
 
 std::int64_t highestUndoNumber() { return leadingInteger(readSetting(settings::regscan, "cnt")); }
 
+std::vector<std::int64_t> undoNumbers() {
+  std::set<std::int64_t> numbers;
+  const std::int64_t highest = std::max<std::int64_t>(highestUndoNumber(), 1);
+  const RegistryKey dates(HiveHandle::LocalMachine, settings::dates, queryOn32BitView);
+  std::array<char, 32> name{};
+  for (DWORD index = 0; dates.isOpen(); ++index) {
+    auto size = static_cast<DWORD>(name.size());
+    const LONG listed = RegEnumValueA(dates.handle(), index, name.data(), &size, nullptr, nullptr,
+                                      nullptr, nullptr);
+    if (listed != ERROR_SUCCESS && listed != ERROR_MORE_DATA) {
+      break;
+    }
+    const std::string text(name.data(), listed == ERROR_SUCCESS ? size : 0);
+    const std::int64_t number = leadingInteger(text);
+    if (number >= 1 && number <= highest && decimal(number) == text) {
+      numbers.insert(number);
+    }
+  }
+  return {numbers.begin(), numbers.end()};
+}
+
 std::string undoLabel(std::int64_t number) { return readSetting(settings::dates, decimal(number)); }
 
 std::string undoStem(const std::string& label) { return readSetting(settings::files, label); }
+
+std::string undoExportStem(const std::string& label) {
+  return readSetting(settings::exports, label);
+}
+
+// Neither another folder nor a stream nor a device can be named by it.
+bool isPlainStem(std::string_view stem) {
+  constexpr std::string_view parting = "\\/:*?\"<>|";
+  constexpr std::array<std::string_view, 4> devices{"con", "prn", "aux", "nul"};
+  constexpr std::array<std::string_view, 2> ports{"com", "lpt"};
+  const auto isBad = [&](char letter) {
+    return (static_cast<unsigned char>(letter) < ' ') ||
+           parting.find(letter) != std::string_view::npos;
+  };
+  const std::string base = lowerCase(trim(stem.substr(0, stem.find('.'))));
+  const bool isPort =
+      base.size() == 4 && std::ranges::find(ports, base.substr(0, 3)) != ports.end();
+  return !trim(stem).empty() && std::ranges::none_of(stem, isBad) && !isPort &&
+         std::ranges::find(devices, base) == devices.end();
+}
 
 void removeUndoEntry(std::int64_t number) {
   const RegistryKey dates(HiveHandle::LocalMachine, settings::dates, writeOn32BitView);
@@ -35,6 +84,10 @@ void keepUndoSetting(bool isOn) { keepSetting(settings::regscan, "saveundo", isO
 
 std::string journalPath(const Form42& form, const std::string& stem) {
   return form.programFolder + "\\" + stem + ".txt";
+}
+
+std::string exportPath(const Form42& form, const std::string& stem) {
+  return form.programFolder + "\\backup\\registry\\" + stem + ".reg";
 }
 
 }  // namespace zelvreg

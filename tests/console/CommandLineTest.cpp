@@ -126,7 +126,8 @@ TEST(CommandLine, EachCommandTakesTheSwitchesOfTheSafeguardsThatItMeets) {
   EXPECT_EQ(choicesOf({"scan", "--touch", "--provider", "service"}),
             (Names{"--touch", "--provider service"}));
   EXPECT_EQ(choicesOf({"search", "x", "--ask-shares"}), (Names{"--ask-shares"}));
-  EXPECT_EQ(choicesOf({"scan", "--as-described"}).size(), 5U);
+  EXPECT_EQ(choicesOf({"undo", "restore", "1", "--journal"}), (Names{"--journal"}));
+  EXPECT_EQ(choicesOf({"scan", "--as-described"}).size(), 6U);
   for (const char* option : {"--no-protect", "--no-backup"}) {
     EXPECT_NE(complaint({"scan", option}), "(none)") << option;
     EXPECT_NE(complaint({"search", "x", option}), "(none)") << option;
@@ -138,7 +139,7 @@ TEST(CommandLine, EachCommandTakesTheSwitchesOfTheSafeguardsThatItMeets) {
 TEST(CommandLine, AChoiceForOneStandsBeforeTheChoiceForAll) {
   const auto choices =
       parse({"scan", "--as-described", "--provider", "direct"}).options.safeguardChoices;
-  ASSERT_EQ(choices.size(), 6U);
+  ASSERT_EQ(choices.size(), 7U);
   EXPECT_EQ(choices.front().safeguard, &Safeguards::asksService);
   EXPECT_FALSE(choices.front().value);
 }

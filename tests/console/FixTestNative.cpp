@@ -160,18 +160,86 @@ TEST_F(FixTest, WithNothingFoundNothingIsWritten) {
   EXPECT_EQ(fs::last_write_time(copy.path() / "registry.reg"), written);
 }
 
-TEST_F(FixTest, AJournalIsWrittenListedRestoredAndRemoved) {
+TEST_F(FixTest, ARepairIsListedUndoneByItsExportAndRemoved) {
+  const std::string before = content();
   run({"undo", "on"});
-  run({"fix", "--yes", "--only", "mui-cache"});
+  run({"fix", "--yes"});
+  EXPECT_NE(content(), before);
   EXPECT_EQ(run({"undo", "list"}), nothingFound);
-  // The copy of the fix list stands in front of the journal.
-  EXPECT_NE(out.str().find("  2  "), std::string::npos) << out.str();
-  EXPECT_EQ(run({"undo", "restore", "2"}), nothingFound);
-  EXPECT_NE(error.str().find("Finished Retriving undo data"), std::string::npos);
-  EXPECT_EQ(run({"undo", "remove", "2"}), nothingFound);
-  run({"undo", "list"});
+  // The copy of the fix list stands in front of the journal, and is not offered.
+  EXPECT_NE(out.str().find("  1  "), std::string::npos) << out.str();
   EXPECT_EQ(out.str().find("  2  "), std::string::npos) << out.str();
-  EXPECT_THROW(run({"undo", "restore", "2"}), std::runtime_error);
+  EXPECT_NE(out.str().find("all, from its safety export"), std::string::npos) << out.str();
+  for (int turn = 1; turn <= 2; ++turn) {
+    EXPECT_EQ(run({"undo", "restore", "1"}), nothingFound);
+    EXPECT_NE(error.str().find("Finished Retriving undo data"), std::string::npos);
+    EXPECT_EQ(content(), before);
+  }
+  EXPECT_EQ(run({"undo", "remove", "1"}), nothingFound);
+  run({"undo", "list"});
+  EXPECT_EQ(out.str().find("  1  "), std::string::npos) << out.str();
+  EXPECT_THROW(run({"undo", "restore", "1"}), std::runtime_error);
+}
+
+TEST_F(FixTest, TheJournalIsTheSecondChoice) {
+  const std::string before = content();
+  run({"undo", "on"});
+  run({"fix", "--yes", "--only", "fonts"});
+  run({"undo", "list", "--journal"});
+  EXPECT_NE(out.str().find(" rows, from its journal"), std::string::npos) << out.str();
+  EXPECT_EQ(run({"undo", "restore", "1", "--journal"}), nothingFound);
+  EXPECT_NE(content(), before);
+  fs::remove_all(programFolder() / "backup");
+  run({"undo", "list"});
+  EXPECT_EQ(out.str().find("safety export"), std::string::npos) << out.str();
+}
+
+TEST_F(FixTest, AnExportThatOthersCouldHaveWrittenIsRefused) {
+  run({"undo", "on"});
+  run({"fix", "--yes", "--only", "fonts"});
+  const std::string after = content();
+  const fs::path exported = fs::directory_iterator(programFolder() / "backup" / "registry")->path();
+  for (const fs::path& open : {exported, exported.parent_path()}) {
+    const fs::perms perms = fs::status(open).permissions();
+    EXPECT_EQ(perms & (fs::perms::group_all | fs::perms::others_all), fs::perms::none);
+    for (const fs::perms others : {fs::perms::group_write, fs::perms::others_write}) {
+      fs::permissions(open, perms | others);
+      EXPECT_THROW(run({"undo", "restore-export", exported.string()}), std::runtime_error);
+      fs::permissions(open, perms);
+    }
+  }
+  EXPECT_THROW(run({"undo", "restore-export", exported.parent_path().string()}),
+               std::runtime_error);
+  const std::string name = exported.filename().string();
+  const std::string path = "C:\\Program Files (x86)\\zelvreg\\backup\\registry";
+  const std::string lists = copy.read("security.txt");
+  for (const std::string& open : {path, path + "\\" + name}) {
+    for (const char* list : {"D:(A;;FA;;;BA)(A;;FW;;;BU)", "O:BUD:(A;;FA;;;BA)"}) {
+      copy.write("security.txt", lists + open + "\t" + list + "\n");
+      EXPECT_EQ(run({"undo", "restore", "1"}), failed);
+      EXPECT_NE(error.str().find("Nothing was restored: "), std::string::npos) << error.str();
+      run({"undo", "list"});
+      EXPECT_NE(out.str().find("others could have written its safety export"), std::string::npos);
+    }
+  }
+  EXPECT_EQ(content(), after);
+  copy.write("security.txt", lists);
+  EXPECT_EQ(run({"undo", "restore-export", exported.string()}), nothingFound);
+  EXPECT_NE(content(), after);
+}
+
+TEST_F(FixTest, WithoutTheJournalThatWasAskedForNothingIsRepaired) {
+  run({"undo", "on"});
+  const std::string before = content();
+  // Its name goes by the clock, which stands.
+  copy.write("machine.ini", copy.read("machine.ini") + "\nnow=2026-01-31T13:45:06\n");
+  fs::create_directory(programFolder() / "31.01.2026 t 13.45.06.txt");
+  EXPECT_EQ(run({"fix", "--yes"}), failed);
+  EXPECT_NE(error.str().find("Nothing was repaired: the undo journal"), std::string::npos)
+      << error.str();
+  EXPECT_EQ(content(), before);
+  EXPECT_NE(run({"fix", "--yes", "--no-backup"}), failed);
+  EXPECT_NE(content(), before);
 }
 
 TEST_F(FixTest, AnExclusionTakesItsFindingsOutOfScanAndFix) {

@@ -327,11 +327,13 @@ class FaultSweepOfACall : public FaultSweepTest, public ::testing::WithParamInte
  protected:
   const ApiCall call = static_cast<ApiCall>(GetParam());
 
-  // Calls that the safety export is made of.
+  // Calls that the safety export, the journal and its entry are made of.
   [[nodiscard]] bool stopsRepairs() const {
-    constexpr std::array calls{
-        ApiCall::RegOpenKey, ApiCall::RegEnumKey, ApiCall::RegEnumValue, ApiCall::RegGetKeySecurity,
-        ApiCall::CreateFile, ApiCall::WriteFile,  ApiCall::MoveFile,     ApiCall::CreateDirectory};
+    constexpr std::array calls{ApiCall::RegOpenKey,   ApiCall::RegEnumKey,
+                               ApiCall::RegEnumValue, ApiCall::RegGetKeySecurity,
+                               ApiCall::RegCreateKey, ApiCall::RegSetValue,
+                               ApiCall::CreateFile,   ApiCall::WriteFile,
+                               ApiCall::MoveFile,     ApiCall::CreateDirectory};
     return std::ranges::find(calls, call) != calls.end();
   }
 

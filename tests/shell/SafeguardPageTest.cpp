@@ -10,7 +10,7 @@ namespace {
 const std::string settings =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\regscan";
 const std::string policies = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Policies\\zelvane\\zelvreg";
-constexpr std::size_t letterBox = safeguardRules.size();
+constexpr std::size_t letterBox = safeguardBoxCount;
 
 class SafeguardPageTest : public fixture::ComputerFixture {
  protected:

@@ -1,0 +1,23 @@
+#include <filesystem>
+#include <stdexcept>
+
+#include "console/ExportTrust.h"
+#include "runtime/PrivateFiles.h"
+
+namespace zelvreg::console {
+
+void requireTrustedFile(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path file = std::filesystem::absolute(path, error);
+  if (error || !std::filesystem::is_regular_file(file, error)) {
+    throw std::runtime_error(path + " cannot be read; name a file that is there");
+  }
+  if (couldOthersWrite(file.string())) {
+    throw std::runtime_error(path +
+                             " could have been written by somebody who is no administrator; copy "
+                             "it to a folder of administrators alone, look at it, and name the "
+                             "copy");
+  }
+}
+
+}  // namespace zelvreg::console

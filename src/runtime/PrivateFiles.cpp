@@ -1,0 +1,165 @@
+#include "runtime/PrivateFiles.h"
+
+// This one stands on windows.h.
+#include <sddl.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <vector>
+
+namespace zelvreg {
+namespace {
+
+constexpr const char* fileList = "D:P(A;;FA;;;BA)(A;;FA;;;SY)";
+constexpr const char* folderList = "D:P(A;OICI;FA;;;BA)(A;OICI;FA;;;SY)";
+
+// Rights by which one can bring about what a file holds. Of a folder: to make and to delete files.
+constexpr ACCESS_MASK writeData = 0x2;
+constexpr ACCESS_MASK appendData = 0x4;
+constexpr ACCESS_MASK deleteChild = 0x40;
+constexpr ACCESS_MASK overAll = DELETE | WRITE_DAC | WRITE_OWNER | GENERIC_WRITE | GENERIC_ALL;
+constexpr ACCESS_MASK writesFile = writeData | appendData | overAll;
+constexpr ACCESS_MASK writesFolder = writeData | deleteChild | overAll;
+
+// Identifiers of the system's own authority, S-1-5-….
+struct SystemSid {
+  BYTE count;
+  std::array<DWORD, 6> parts;
+};
+constexpr std::array<SystemSid, 3> trustedSids{{
+    {2, {32, 544}},  // Administrators
+    {1, {18}},       // SYSTEM
+    // The installer of Windows
+    {6, {80, 956008885, 3418522649, 1831038044, 1853292631, 2271478464}},
+}};
+
+bool isSid(const BYTE* sid, const SystemSid& known) {
+  constexpr std::array<BYTE, 6> authority{0, 0, 0, 0, 0, 5};
+  return sid[0] == 1 && sid[1] == known.count &&
+         std::memcmp(sid + 2, authority.data(), authority.size()) == 0 &&
+         std::memcmp(sid + 8, known.parts.data(), known.count * sizeof(DWORD)) == 0;
+}
+
+// The TOKEN_USER record of this process; empty if it cannot be read.
+std::vector<BYTE> processUser() {
+  HANDLE token = nullptr;
+  if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == FALSE) {
+    return {};
+  }
+  DWORD size = 0;
+  GetTokenInformation(token, TokenUser, nullptr, 0, &size);
+  std::vector<BYTE> user(size);
+  const bool isRead = size >= sizeof(TOKEN_USER) &&
+                      GetTokenInformation(token, TokenUser, user.data(), size, &size) != FALSE;
+  CloseHandle(token);
+  return isRead ? user : std::vector<BYTE>();
+}
+
+class Judge {
+ public:
+  Judge() : user(processUser()) {}
+
+  [[nodiscard]] bool lets(const std::string& path, ACCESS_MASK rights) const {
+    constexpr SECURITY_INFORMATION asked = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+    DWORD size = 0;
+    GetFileSecurityA(path.c_str(), asked, nullptr, 0, &size);
+    std::vector<BYTE> descriptor(size);
+    if (size == 0 ||
+        GetFileSecurityA(path.c_str(), asked, descriptor.data(), size, &size) == FALSE) {
+      return true;
+    }
+    PSID owner = nullptr;
+    BOOL isDefaulted = FALSE;
+    return GetSecurityDescriptorOwner(descriptor.data(), &owner, &isDefaulted) == FALSE ||
+           owner == nullptr || !isTrusted(owner) || listLets(descriptor, rights);
+  }
+
+ private:
+  [[nodiscard]] bool isTrusted(PSID sid) const {
+    if (std::ranges::any_of(trustedSids, [&](const SystemSid& known) {
+          return isSid(static_cast<const BYTE*>(sid), known);
+        })) {
+      return true;
+    }
+    if (user.empty()) {
+      return false;
+    }
+    TOKEN_USER own{};
+    std::memcpy(&own, user.data(), sizeof own);
+    return EqualSid(own.User.Sid, sid) != FALSE;
+  }
+
+  [[nodiscard]] bool listLets(std::vector<BYTE>& descriptor, ACCESS_MASK rights) const {
+    PACL list = nullptr;
+    BOOL isPresent = FALSE;
+    BOOL isDefaulted = FALSE;
+    ACL_SIZE_INFORMATION sizes{};
+    // Without a list everybody may do everything.
+    if (GetSecurityDescriptorDacl(descriptor.data(), &isPresent, &list, &isDefaulted) == FALSE ||
+        isPresent == FALSE || list == nullptr ||
+        GetAclInformation(list, &sizes, sizeof sizes, AclSizeInformation) == FALSE) {
+      return true;
+    }
+    for (DWORD index = 0; index < sizes.AceCount; ++index) {
+      void* entry = nullptr;
+      if (GetAce(list, index, &entry) == FALSE || entryLets(entry, rights)) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  // What an entry denies is not looked at: without it there is more to refuse, never less.
+  [[nodiscard]] bool entryLets(void* entry, ACCESS_MASK rights) const {
+    auto* ace = static_cast<ACCESS_ALLOWED_ACE*>(entry);
+    if ((ace->Header.AceFlags & INHERIT_ONLY_ACE) != 0 ||
+        ace->Header.AceType == ACCESS_DENIED_ACE_TYPE) {
+      return false;
+    }
+    return ace->Header.AceType != ACCESS_ALLOWED_ACE_TYPE ||
+           ((ace->Mask & rights) != 0 && !isTrusted(&ace->SidStart));
+  }
+
+  std::vector<BYTE> user;
+};
+
+std::string folderOf(const std::string& path) {
+  const auto slash = path.find_last_of("\\/");
+  // The root of a drive keeps its backslash.
+  return path.substr(0, slash == 2 ? 3 : slash);
+}
+
+}  // namespace
+
+PrivateSecurity::PrivateSecurity(Of kind) {
+  ConvertStringSecurityDescriptorToSecurityDescriptorA(kind == Of::File ? fileList : folderList,
+                                                       SDDL_REVISION_1,
+                                                       &attributes.lpSecurityDescriptor, nullptr);
+}
+
+PrivateSecurity::~PrivateSecurity() { LocalFree(attributes.lpSecurityDescriptor); }
+
+const SECURITY_ATTRIBUTES* PrivateSecurity::get() const {
+  return attributes.lpSecurityDescriptor == nullptr ? nullptr : &attributes;
+}
+
+void makePrivateFolder(const std::string& path) {
+  const PrivateSecurity security(PrivateSecurity::Of::Folder);
+  const SECURITY_ATTRIBUTES* attributes = security.get();
+  if (attributes == nullptr) {
+    return;
+  }
+  // The call only reads, though its type does not say so.
+  if (CreateDirectoryA(path.c_str(), const_cast<SECURITY_ATTRIBUTES*>(attributes)) == FALSE &&
+      GetLastError() == ERROR_ALREADY_EXISTS && Judge().lets(path, writesFolder)) {
+    SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, attributes->lpSecurityDescriptor);
+  }
+}
+
+bool couldOthersWrite(const std::string& path) {
+  const Judge judge;
+  return judge.lets(path, writesFile) || judge.lets(folderOf(path), writesFolder);
+}
+
+}  // namespace zelvreg

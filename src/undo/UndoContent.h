@@ -1,0 +1,28 @@
+// What can be restored from an undo entry.
+#ifndef ZELVREG_UNDO_UNDO_CONTENT_H
+#define ZELVREG_UNDO_UNDO_CONTENT_H
+
+#include <cstddef>
+#include <string>
+
+#include "form/Form42.h"
+
+namespace zelvreg {
+
+struct UndoContent {
+  std::string exportPath;      // of the safety export that is there; else empty
+  bool isExportOpen = false;   // somebody who is no administrator could have written it
+  std::size_t records = 0;     // of the journal
+  std::size_t restorable = 0;  // those of them that name a place that is written to
+  bool isJournalThere = false;
+  bool isJournalTorn = false;
+
+  [[nodiscard]] bool isNothing() const { return exportPath.empty() && restorable == 0; }
+};
+
+// By the entry's label. What a stem names that is no plain name counts as not there.
+UndoContent undoContent(const Form42& form, const std::string& label);
+
+}  // namespace zelvreg
+
+#endif

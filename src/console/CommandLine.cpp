@@ -247,8 +247,7 @@ std::vector<PlainCommand> addUndo(CLI::App& app, Options& options) {
           options),
       meetsUndo(addEntryCommand(*undo, "restore", "undo a repair", Command::RestoreUndo, options),
                 options),
-      meetsUndo(addEntryCommand(*undo, "remove", "remove a journal", Command::RemoveUndo, options),
-                options),
+      addEntryCommand(*undo, "remove", "remove a journal", Command::RemoveUndo, options),
       {undo->add_subcommand("on", "write a journal at each repair"), Command::UndoOn},
       {undo->add_subcommand("off", "write no journals"), Command::UndoOff},
   };

@@ -1,0 +1,138 @@
+// What a user may ask of a repair beforehand; the Windows program takes no machine folder.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "console/Commands.h"
+#include "machine/TemporaryFolder.h"
+#include "support/SourceFolder.h"
+
+namespace zelvreg::console {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+
+class FixControlTest : public ::testing::Test {
+ protected:
+  FixControlTest() {
+    fs::copy(sourceFolder() + "/demo/machine", home.path() / "machine",
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    registry = home.read("machine/registry.reg");
+  }
+
+  int run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(),
+                     {"zelvreg", "--machine", (home.path() / "machine").string()});
+    std::vector<const char*> texts;
+    for (const std::string& argument : arguments) {
+      texts.push_back(argument.c_str());
+    }
+    out.str("");
+    error.str("");
+    const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
+    const auto computer = Computer::open(parsed.options.target);
+    return runCommand(parsed.options, *computer, {.out = out, .error = error});
+  }
+  std::string refusalOf(const std::vector<std::string>& arguments) {
+    try {
+      run(arguments);
+    } catch (const std::runtime_error& refusal) {
+      return refusal.what();
+    }
+    return "(none)";
+  }
+
+  [[nodiscard]] Json result() const { return Json::parse(out.str()); }
+  [[nodiscard]] bool isUntouched() const {
+    return home.read("machine/registry.reg") == registry &&
+           !home.has("machine/C/Program Files (x86)/zelvreg/backup");
+  }
+  std::string fileWith(const Json& content) {
+    home.write("result.json", content.dump());
+    return (home.path() / "result.json").string();
+  }
+
+  fixture::TemporaryFolder home;
+  std::string registry;
+  std::ostringstream out;
+  std::ostringstream error;
+};
+
+TEST_F(FixControlTest, ARehearsalTellsEachDeleteAndChangesNothing) {
+  EXPECT_EQ(run({"fix", "--dry-run", "--json"}), problemsFound);
+  const Json rehearsal = result()["dryRun"];
+  EXPECT_TRUE(isUntouched());
+  EXPECT_EQ(error.str(), "");
+  EXPECT_EQ(rehearsal["leavesAlone"].size(), 2U);
+  run({"fix", "--yes", "--json"});
+  EXPECT_EQ(result()["repaired"], rehearsal["rows"]);
+  EXPECT_EQ(result()["leftAlone"], rehearsal["leavesAlone"]);
+}
+
+TEST_F(FixControlTest, WhatARehearsalTellsIsGoneAfterTheRepair) {
+  run({"fix", "--dry-run"});
+  EXPECT_NE(out.str().find("\n  HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\currentversion\\"
+                           "Run, value \"NorthwindSync\"\n"),
+            std::string::npos)
+      << out.str();
+  EXPECT_NE(out.str().find("and leave alone\n"), std::string::npos);
+  EXPECT_NE(out.str().find("nothing was changed.\n"), std::string::npos);
+}
+
+TEST_F(FixControlTest, ARehearsalOfWhatCannotGoEndsWithZero) {
+  EXPECT_EQ(run({"fix", "--dry-run", "--kinds", "3", "--only", "uninstall"}), nothingFound);
+  EXPECT_NE(out.str().find("A repair would take\n  nothing\n"), std::string::npos) << out.str();
+}
+
+TEST_F(FixControlTest, OnlyTheRowsOfAReviewedResultAreRepaired) {
+  run({"scan", "--json", "--only", "startup,mui-cache"});
+  Json reviewed = result();
+  ASSERT_EQ(reviewed["findings"].size(), 4U);
+  reviewed["findings"][0]["checked"] = true;
+  for (const std::size_t row : {1U, 2U, 3U}) {
+    reviewed["findings"][row]["checked"] = false;
+  }
+  EXPECT_EQ(run({"fix", "--yes", "--json", "--from", fileWith(reviewed)}), nothingFound);
+  EXPECT_EQ(result()["repaired"], 1);
+  EXPECT_EQ(home.read("machine/registry.reg").find("\"OldTool\"=\"C:"), std::string::npos);
+}
+
+TEST_F(FixControlTest, WhatIsNoLongerFoundIsToldAndLeftOut) {
+  Json finding = {{"location", "x"},
+                  {"badValue", "y"},
+                  {"kindCode", "144"},
+                  {"rootName", "HKEY_LOCAL_MACHINE"},
+                  {"subKey", "Software"}};
+  EXPECT_EQ(run({"fix", "--yes", "--json", "--from", fileWith({{"findings", {finding, finding}}})}),
+            nothingFound);
+  EXPECT_NE(error.str().find("2 of the 2 findings in "), std::string::npos) << error.str();
+  EXPECT_EQ(result()["repaired"], 0);
+  EXPECT_TRUE(isUntouched());
+}
+
+TEST_F(FixControlTest, WhatIsNoResultIsRefused) {
+  for (const Json& content : {Json("text"), Json{{"total", 1}}, Json{{"findings", {1}}},
+                              Json{{"findings", {{{"location", 5}}}}}}) {
+    EXPECT_NE(
+        refusalOf({"fix", "--yes", "--from", fileWith(content)}).find("is no result of a scan"),
+        std::string::npos)
+        << content;
+  }
+  EXPECT_NE(refusalOf({"fix", "--from", "/no such file"}).find("cannot be read"),
+            std::string::npos);
+  EXPECT_TRUE(isUntouched());
+}
+
+TEST_F(FixControlTest, WithMoreToRepairThanAllowedNothingIs) {
+  EXPECT_EQ(refusalOf({"fix", "--yes", "--max", "33"}),
+            "34 findings would be repaired, and --max is 33; nothing was repaired: look at "
+            "fix --dry-run, then allow more");
+  EXPECT_TRUE(isUntouched());
+  EXPECT_EQ(run({"fix", "--yes", "--json", "--max", "34"}), nothingFound);
+  EXPECT_EQ(result()["repaired"], 34);
+}
+
+}  // namespace
+}  // namespace zelvreg::console

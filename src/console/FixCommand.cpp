@@ -45,7 +45,7 @@ std::size_t untickOtherKinds(Form42& form, const std::set<int>& kinds) {
   return ticked;
 }
 
-std::vector<std::pair<std::string, std::string>> refusedTexts(const std::vector<LeftAlone>& list) {
+std::vector<std::pair<std::string, std::string>> refusedTexts(const std::set<LeftAlone>& list) {
   std::vector<std::pair<std::string, std::string>> texts;
   for (const LeftAlone& entry : list) {
     texts.emplace_back(registryText(entry.place), registryText(entry.reason));

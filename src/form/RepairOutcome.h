@@ -2,9 +2,10 @@
 #ifndef ZELVREG_FORM_REPAIR_OUTCOME_H
 #define ZELVREG_FORM_REPAIR_OUTCOME_H
 
+#include <compare>
 #include <cstddef>
+#include <set>
 #include <string>
-#include <vector>
 
 namespace zelvreg {
 
@@ -13,7 +14,7 @@ struct LeftAlone {
   std::string place;
   std::string reason;
 
-  bool operator==(const LeftAlone&) const = default;
+  auto operator<=>(const LeftAlone&) const = default;
 };
 
 // The rows that were to be repaired, by what was found when their own places were looked at again.
@@ -25,8 +26,8 @@ struct RepairOutcome {
   bool hasBegun = false;
   // Of those still there, how many should have gone.
   std::size_t failed = 0;
-  // Each thing that was refused, once.
-  std::vector<LeftAlone> refused;
+  // Each thing that was refused.
+  std::set<LeftAlone> refused;
 };
 
 }  // namespace zelvreg

@@ -60,24 +60,16 @@ std::vector<std::string> RepairPlan::takings() const {
   return places;
 }
 
-std::vector<LeftAlone> RepairPlan::leftAlone() const {
-  std::vector<LeftAlone> list;
+std::set<LeftAlone> RepairPlan::leftAlone() const {
+  std::set<LeftAlone> list;
   for (const RowPlan& row : plans) {
     for (std::size_t index = 0; index < row.steps.size(); ++index) {
       if (row.kind->steps[index].step != Step::Grant) {
-        noteLeftAlone(list, row.steps[index].leftAlone);
+        list.insert(row.steps[index].leftAlone.begin(), row.steps[index].leftAlone.end());
       }
     }
   }
   return list;
-}
-
-void noteLeftAlone(std::vector<LeftAlone>& list, const std::vector<LeftAlone>& more) {
-  for (const LeftAlone& entry : more) {
-    if (std::ranges::find(list, entry) == list.end()) {
-      list.push_back(entry);
-    }
-  }
 }
 
 }  // namespace zelvreg

@@ -3,6 +3,7 @@
 #define ZELVREG_REPAIR_REPAIR_PLAN_H
 
 #include <cstddef>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -26,8 +27,8 @@ class RepairPlan {
   // How many rows will be gone, and the whole paths of what their steps will take, each once.
   [[nodiscard]] std::size_t rowsThatGo() const { return goingRows; }
   [[nodiscard]] std::vector<std::string> takings() const;
-  // What will be left alone, each place once.
-  [[nodiscard]] std::vector<LeftAlone> leftAlone() const;
+  // What will be left alone.
+  [[nodiscard]] std::set<LeftAlone> leftAlone() const;
 
  private:
   void addGroup(Form42& form, RegistryState& registry, std::span<const int> codes);
@@ -35,9 +36,6 @@ class RepairPlan {
   std::vector<RowPlan> plans;
   std::size_t goingRows = 0;
 };
-
-// Adds what is not in the list yet.
-void noteLeftAlone(std::vector<LeftAlone>& list, const std::vector<LeftAlone>& more);
 
 }  // namespace zelvreg
 

@@ -53,7 +53,7 @@ class RowRepair {
     }
     const StepPlan now =
         planned.isAllowed() ? planStep(form, RegistryState(), plan.named, step, target) : planned;
-    noteLeftAlone(form.repairOutcome.refused, now.leftAlone);
+    form.repairOutcome.refused.insert(now.leftAlone.begin(), now.leftAlone.end());
     return now.isAllowed();
   }
 

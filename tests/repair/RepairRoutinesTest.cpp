@@ -272,7 +272,7 @@ TEST_F(RepairRoutinesTest, ARecordWithoutANameSparesTheListOfAllRecords) {
   EXPECT_EQ(form.View2.count(), 1U);
   EXPECT_FALSE(form.View2.isChecked(1));
   EXPECT_EQ(form.repairOutcome.refused,
-            (std::vector<LeftAlone>{
+            (std::set<LeftAlone>{
                 {"HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\currentversion\\Uninstall\\",
                  "records of other programs lie in it"}}));
   removeKey(list + "\\RepairTest");

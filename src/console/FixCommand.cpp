@@ -47,6 +47,7 @@ std::size_t untickOtherKinds(Form42& form, const std::set<int>& kinds) {
 
 std::vector<std::pair<std::string, std::string>> refusedTexts(const std::set<LeftAlone>& list) {
   std::vector<std::pair<std::string, std::string>> texts;
+  texts.reserve(list.size());
   for (const LeftAlone& entry : list) {
     texts.emplace_back(registryText(entry.place), registryText(entry.reason));
   }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include "runtime/PrivateFiles.h"
 
@@ -41,6 +42,43 @@ HANDLE makeBeside(const std::string& path, std::string& beside,
   return file;
 }
 
+// The access list of a file as a descriptor; an empty one, with the last error set, if it cannot be
+// read.
+std::vector<BYTE> listOf(const std::string& path) {
+  DWORD size = 0;
+  GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+  std::vector<BYTE> descriptor(size);
+  if (size == 0 || GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(),
+                                    size, &size) == FALSE) {
+    return {};
+  }
+  return descriptor;
+}
+
+// Gives `file`, which nobody else can open yet, the access list of the file at `path`, if there is
+// one and its disk has lists. False if one would be lost.
+bool keepList(const std::string& path, const std::string& file) {
+  std::vector<BYTE> list = listOf(path);
+  if (list.empty()) {
+    return GetLastError() != ERROR_ACCESS_DENIED;
+  }
+  SECURITY_DESCRIPTOR_CONTROL control = 0;
+  DWORD revision = 0;
+  // A list counts as inherited by rule only if the one who sets it asks for that.
+  if (GetSecurityDescriptorControl(list.data(), &control, &revision) != FALSE &&
+      (control & SE_DACL_AUTO_INHERITED) != 0) {
+    SetSecurityDescriptorControl(list.data(), SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
+  }
+  return SetFileSecurityA(file.c_str(), DACL_SECURITY_INFORMATION, list.data()) != FALSE;
+}
+
+bool writeWhole(HANDLE file, std::string_view bytes) {
+  const auto size = static_cast<DWORD>(bytes.size());
+  DWORD written = 0;
+  return WriteFile(file, bytes.data(), size, &written, nullptr) != FALSE && written == size &&
+         FlushFileBuffers(file) != FALSE;
+}
+
 }  // namespace
 
 std::optional<std::string> readFileText(const std::string& path) {
@@ -72,10 +110,7 @@ bool replaceFileText(const std::string& path, std::string_view bytes, FileReader
   if (file == INVALID_HANDLE_VALUE) {
     return false;
   }
-  const auto size = static_cast<DWORD>(bytes.size());
-  DWORD written = 0;
-  const bool isWritten = WriteFile(file, bytes.data(), size, &written, nullptr) != FALSE &&
-                         written == size && FlushFileBuffers(file) != FALSE;
+  const bool isWritten = (isPrivate || keepList(path, beside)) && writeWhole(file, bytes);
   CloseHandle(file);
   if (isWritten && MoveFileExA(beside.c_str(), path.c_str(),
                                MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {

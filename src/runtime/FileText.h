@@ -12,8 +12,8 @@ namespace zelvreg {
 // The bytes of a file; none when it cannot be opened or read to its end.
 std::optional<std::string> readFileText(const std::string& path);
 
-// Who may read a file that is written: those that its folder says, or administrators and the system
-// alone.
+// Who may read a file that is written: those that the access list of the file that it replaces
+// says, or for a new one that of its folder; or administrators and the system alone.
 enum class FileReaders : std::uint8_t { OfItsFolder, Administrators };
 
 // Puts a file of these bytes in the place of one that may be there: it is written beside it,

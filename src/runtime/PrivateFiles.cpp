@@ -6,13 +6,17 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <span>
 #include <vector>
 
 namespace zelvreg {
 namespace {
 
-constexpr const char* fileList = "D:P(A;;FA;;;BA)(A;;FA;;;SY)";
-constexpr const char* folderList = "D:P(A;OICI;FA;;;BA)(A;OICI;FA;;;SY)";
+// Administrators own them, so that what one of them made is the next one's, too.
+constexpr const char* fileSecurity = "O:BAD:P(A;;FA;;;BA)(A;;FA;;;SY)";
+constexpr const char* folderSecurity = "O:BAD:P(A;OICI;FA;;;BA)(A;OICI;FA;;;SY)";
+constexpr SECURITY_INFORMATION ownerAndList =
+    OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
 
 // Rights by which one can bring about what a file holds. Of a folder: to make and to delete files.
 constexpr ACCESS_MASK writeData = 0x2;
@@ -41,7 +45,7 @@ bool isSid(const BYTE* sid, const SystemSid& known) {
          std::memcmp(sid + 8, known.parts.data(), known.count * sizeof(DWORD)) == 0;
 }
 
-// The TOKEN_USER record of this process; empty if it cannot be read.
+// The identifier of the user of this process; empty if it cannot be read.
 std::vector<BYTE> processUser() {
   HANDLE token = nullptr;
   if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == FALSE) {
@@ -49,11 +53,18 @@ std::vector<BYTE> processUser() {
   }
   DWORD size = 0;
   GetTokenInformation(token, TokenUser, nullptr, 0, &size);
-  std::vector<BYTE> user(size);
+  std::vector<BYTE> record(size);
   const bool isRead = size >= sizeof(TOKEN_USER) &&
-                      GetTokenInformation(token, TokenUser, user.data(), size, &size) != FALSE;
+                      GetTokenInformation(token, TokenUser, record.data(), size, &size) != FALSE;
   CloseHandle(token);
-  return isRead ? user : std::vector<BYTE>();
+  if (!isRead) {
+    return {};
+  }
+  // The record points to the identifier, which lies behind it: it is no good as a copy.
+  TOKEN_USER user{};
+  std::memcpy(&user, record.data(), sizeof user);
+  const auto* sid = static_cast<const BYTE*>(user.User.Sid);
+  return {sid, sid + GetLengthSid(user.User.Sid)};
 }
 
 class Judge {
@@ -61,12 +72,11 @@ class Judge {
   Judge() : user(processUser()) {}
 
   [[nodiscard]] bool lets(const std::string& path, ACCESS_MASK rights) const {
-    constexpr SECURITY_INFORMATION asked = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
     DWORD size = 0;
-    GetFileSecurityA(path.c_str(), asked, nullptr, 0, &size);
+    GetFileSecurityA(path.c_str(), ownerAndList, nullptr, 0, &size);
     std::vector<BYTE> descriptor(size);
     if (size == 0 ||
-        GetFileSecurityA(path.c_str(), asked, descriptor.data(), size, &size) == FALSE) {
+        GetFileSecurityA(path.c_str(), ownerAndList, descriptor.data(), size, &size) == FALSE) {
       return true;
     }
     PSID owner = nullptr;
@@ -82,12 +92,8 @@ class Judge {
         })) {
       return true;
     }
-    if (user.empty()) {
-      return false;
-    }
-    TOKEN_USER own{};
-    std::memcpy(&own, user.data(), sizeof own);
-    return EqualSid(own.User.Sid, sid) != FALSE;
+    const auto* bytes = static_cast<const BYTE*>(sid);
+    return std::ranges::equal(user, std::span(bytes, GetLengthSid(sid)));
   }
 
   [[nodiscard]] bool listLets(std::vector<BYTE>& descriptor, ACCESS_MASK rights) const {
@@ -133,9 +139,9 @@ std::string folderOf(const std::string& path) {
 }  // namespace
 
 PrivateSecurity::PrivateSecurity(Of kind) {
-  ConvertStringSecurityDescriptorToSecurityDescriptorA(kind == Of::File ? fileList : folderList,
-                                                       SDDL_REVISION_1,
-                                                       &attributes.lpSecurityDescriptor, nullptr);
+  ConvertStringSecurityDescriptorToSecurityDescriptorA(
+      kind == Of::File ? fileSecurity : folderSecurity, SDDL_REVISION_1,
+      &attributes.lpSecurityDescriptor, nullptr);
 }
 
 PrivateSecurity::~PrivateSecurity() { LocalFree(attributes.lpSecurityDescriptor); }
@@ -152,7 +158,9 @@ void makePrivateFolder(const std::string& path) {
   }
   // The call only reads, though its type does not say so.
   if (CreateDirectoryA(path.c_str(), const_cast<SECURITY_ATTRIBUTES*>(attributes)) == FALSE &&
-      GetLastError() == ERROR_ALREADY_EXISTS && Judge().lets(path, writesFolder)) {
+      GetLastError() == ERROR_ALREADY_EXISTS && Judge().lets(path, writesFolder) &&
+      SetFileSecurityA(path.c_str(), ownerAndList, attributes->lpSecurityDescriptor) == FALSE) {
+    // Who may not give a folder to another may often still close it.
     SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, attributes->lpSecurityDescriptor);
   }
 }

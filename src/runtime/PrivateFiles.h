@@ -9,8 +9,9 @@
 
 namespace zelvreg {
 
-// What makes a new file or folder private from its first moment on: full control for
-// Administrators and SYSTEM, nothing for others, nothing taken over from the folder above.
+// What makes a new file or folder private from its first moment on: Administrators own it and have
+// full control, as SYSTEM has; nothing for others, nothing taken over from the folder above. Who is
+// no administrator, or runs without an administrator's rights, cannot make one.
 class PrivateSecurity {
  public:
   enum class Of { File, Folder };
@@ -26,8 +27,8 @@ class PrivateSecurity {
   SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
 };
 
-// Makes a private folder. One that is there already stays as it is, but for an access list that
-// lets others write: that one is replaced.
+// Makes a private folder. One that is there already stays as it is, unless others own it or may
+// write in it: then its owner and its access list are replaced.
 void makePrivateFolder(const std::string& path);
 
 // Whether the owner or the access list of a file or of its folder lets somebody write who is

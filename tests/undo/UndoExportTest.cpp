@@ -1,5 +1,4 @@
-// Undo as it is with its safeguard in force. Wine makes a folder's list up from its mode, so that
-// its exports count as written by others.
+// Undo as it is with its safeguard in force.
 #include <algorithm>
 
 #include "repair/RepairDriver.h"

@@ -48,6 +48,7 @@ bool isUndoKept(Form42& form) {
   if (form.isJournalKept || !form.safeguards.exportsFirst) {
     return true;
   }
+  removeSafetyExport(form);
   if (!runsByItself(form)) {
     form.dialogs.tell(
         "Nothing was repaired: the undo journal, or its entry in the list, could not be written. "

@@ -50,11 +50,15 @@ bool isThere(const std::string& path) {
   return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+std::string pathOf(const Form42& form, const std::string& stem) {
+  return form.programFolder + "\\backup\\registry\\" + stem + ".reg";
+}
+
 // A name that no export has yet, without ".reg".
-std::string freeStem(const std::string& folder) {
+std::string freeStem(const Form42& form) {
   const std::string stamp = stampOf(localDateTime());
   std::string stem = stamp;
-  for (int number = 2; isThere(folder + stem + ".reg"); ++number) {
+  for (int number = 2; isThere(pathOf(form, stem)); ++number) {
     stem = stamp + "-" + std::to_string(number);
   }
   return stem;
@@ -67,9 +71,8 @@ bool writeFile(Form42& form, const std::string& bytes) {
     folder += below;
     makePrivateFolder(folder);
   }
-  folder += "\\";
-  const std::string stem = freeStem(folder);
-  if (!replaceFileText(folder + stem + ".reg", bytes, FileReaders::Administrators)) {
+  const std::string stem = freeStem(form);
+  if (!replaceFileText(pathOf(form, stem), bytes, FileReaders::Administrators)) {
     return false;
   }
   form.exportStem = stem;
@@ -87,6 +90,13 @@ bool writeSafetyExport(Form42& form, const RepairPlan& repair) {
     return false;
   }
   return writer.isEmpty() || writeFile(form, writer.bytes());
+}
+
+void removeSafetyExport(Form42& form) {
+  if (!form.exportStem.empty()) {
+    DeleteFileA(pathOf(form, form.exportStem).c_str());
+    form.exportStem.clear();
+  }
 }
 
 }  // namespace zelvreg

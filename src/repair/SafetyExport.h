@@ -11,6 +11,9 @@ namespace zelvreg {
 // there, or when nothing would change; false when it cannot be written.
 bool writeSafetyExport(Form42& form, const RepairPlan& repair);
 
+// Takes back the export of a repair that does not begin.
+void removeSafetyExport(Form42& form);
+
 }  // namespace zelvreg
 
 #endif

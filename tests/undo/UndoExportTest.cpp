@@ -99,9 +99,18 @@ TEST_F(UndoExportTest, ExportJournalAndCopyAreClosedToOthers) {
 
 TEST_F(UndoExportTest, WithoutTheJournalNothingIsRepaired) {
   setText(settings, "saveundo", "1");
-  form.Command21.bind([this] { form.isJournalKept = false; });
+  form.safeguards.protects = false;
+  std::string exported;
+  form.Command21.bind([&] {
+    exported = exportPath(form, form.exportStem);
+    EXPECT_NE(readFileText(exported), std::nullopt);
+    form.isJournalKept = false;
+  });
   repair();
   EXPECT_TRUE(form.isRepairStopped);
+  // Its export is of no use either.
+  EXPECT_NE(exported, "");
+  EXPECT_EQ(readFileText(exported), std::nullopt);
   EXPECT_EQ(storedText(target, "x"), "data");
   EXPECT_TRUE(std::ranges::any_of(messages, [](const std::string& text) {
     return text.starts_with("Nothing was repaired: the undo journal");

@@ -2,10 +2,10 @@
 #ifndef ZELVREG_FORM_REPAIR_OUTCOME_H
 #define ZELVREG_FORM_REPAIR_OUTCOME_H
 
-#include <compare>
 #include <cstddef>
 #include <set>
 #include <string>
+#include <tuple>
 
 namespace zelvreg {
 
@@ -14,7 +14,10 @@ struct LeftAlone {
   std::string place;
   std::string reason;
 
-  auto operator<=>(const LeftAlone&) const = default;
+  bool operator==(const LeftAlone&) const = default;
+  bool operator<(const LeftAlone& other) const {
+    return std::tie(place, reason) < std::tie(other.place, other.reason);
+  }
 };
 
 // The rows that were to be repaired, by what was found when their own places were looked at again.

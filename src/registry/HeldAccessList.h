@@ -16,7 +16,7 @@ class HeldAccessList {
  public:
   // Of a key of the 64-bit view, which stays open: what is set afterwards may refuse to open it.
   // Holds nothing where the key does not let its list be read and written.
-  HeldAccessList(HiveHandle hive, const std::string& key);
+  HeldAccessList(HiveHandle hive, const std::string& path);
 
   // Puts the list back where the key is still there. A failure is passed over.
   void restore() const;

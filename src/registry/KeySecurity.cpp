@@ -129,7 +129,7 @@ bool isWholeDescriptor(const std::vector<BYTE>& bytes) {
 }
 
 SecurityRestore restoreSecurity(HiveHandle hive, const std::u16string& path,
-                                std::vector<BYTE> descriptor) {
+                                const std::vector<BYTE>& descriptor) {
   if (securityOf(hive, path) == descriptor) {
     return SecurityRestore::WasSo;
   }

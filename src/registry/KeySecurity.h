@@ -22,7 +22,7 @@ enum class SecurityRestore { WasSo, Done, Refused };
 // Gives a key of the 64-bit view back what `descriptor` says, which must be whole. Whom the key's
 // list keeps out becomes its owner for that while, if RestorePrivileges are in force.
 SecurityRestore restoreSecurity(HiveHandle hive, const std::u16string& path,
-                                std::vector<BYTE> descriptor);
+                                const std::vector<BYTE>& descriptor);
 
 }  // namespace zelvreg
 

@@ -104,9 +104,10 @@ void tellWhatStayed(const Form42& form) {
   if (runsByItself(form) || outcome.leftAlone + outcome.noEffect == 0) {
     return;
   }
-  form.dialogs.tell(decimal(outcome.gone) + " repaired, " + decimal(outcome.leftAlone) +
+  form.dialogs.tell(std::to_string(outcome.gone) + " repaired, " +
+                        std::to_string(outcome.leftAlone) +
                         " left alone because their repair would have taken more than was found, " +
-                        decimal(outcome.noEffect) +
+                        std::to_string(outcome.noEffect) +
                         " without effect. What was not repaired stays in the list, without a tick.",
                     MessageIcon::Information);
 }

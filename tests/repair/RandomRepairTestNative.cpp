@@ -7,9 +7,11 @@
 
 #include "registry/RegistryImport.h"
 #include "repair/RandomMachine.h"
+#include "runtime/Directory.h"
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/RegistryContent.h"
+#include "support/WholeRegistry.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -215,6 +217,26 @@ TEST_P(RandomRepairTest, WhatIsGoneWasNamedAndNothingInUseWasInIt) {
         << entry;
   }
   EXPECT_EQ(form.repairOutcome.failed, 0U);
+}
+
+TEST_P(RandomRepairTest, TheExportGivesTheOldRegistryBackTwice) {
+  MachineBuilder builder;
+  const RandomMachine machine(builder, GetParam());
+  builder.folder(R"(C:\Program Files (x86)\zelvreg)");
+  builder.start();
+  const WholeRegistry before = wholeRegistry(builder.computer());
+  Form42 form;
+  scanAll(form);
+  EXPECT_EQ(firstDifference(before, wholeRegistry(builder.computer())), "");
+  repairAll(form);
+  const std::string folder = form.programFolder + R"(\backup\registry\)";
+  const std::string file = Dir(folder + "*.reg");
+  for (int turn = 1; turn <= 2 && !file.empty(); ++turn) {
+    const RegistryImport import = importRegistryFile(folder + file);
+    EXPECT_TRUE(import.isDone) << import.message;
+    EXPECT_EQ(firstDifference(before, wholeRegistry(builder.computer())), "") << turn;
+  }
+  EXPECT_NE(file.empty(), form.repairOutcome.hasBegun);
 }
 
 // As many computers as are asked for; some at any rate.

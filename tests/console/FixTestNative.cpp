@@ -74,7 +74,8 @@ TEST_F(FixTest, TheCountsTellWhatIsGoneAndWhatIsStillThere) {
   EXPECT_EQ(object["outcome"].dump(), R"({"gone":34,"leftAlone":2,"noEffect":6})");
   EXPECT_EQ(object["leftAlone"].size(), 2U);
   for (const auto& finding : object["findings"]) {
-    EXPECT_TRUE(finding["kindCode"] == "" || finding["checked"] == false) << finding;
+    EXPECT_TRUE(finding["kindCode"].get<std::string>().empty() || finding["checked"] == false)
+        << finding;
   }
 }
 

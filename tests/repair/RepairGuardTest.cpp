@@ -1,6 +1,5 @@
 // What a repair must leave: whatever its finding does not name.
 #include "repair/GuardFixture.h"
-#include "scanners/DefaultIcons.h"
 #include "scanners/FileClasses.h"
 #include "scanners/FileExtensions.h"
 #include "scanners/ServerFiles.h"
@@ -84,29 +83,9 @@ TEST_F(RepairGuardTest, ADeadServerOf64BitsLeavesTheOneOf32Bits) {
   EXPECT_EQ(form.View2.count(), 1U);
 }
 
-TEST_F(RepairGuardTest, AUsersDeadIconGoesAndTheComputersLivingOneStays) {
-  setText(userClasses + "GuardTest\\DefaultIcon", "", deadFile + ",1");
-  setText(machineClasses + "GuardTest\\DefaultIcon", "", livingFile + ",1");
-  repairFound(Command10);
-  EXPECT_EQ(found, 1U);
-  EXPECT_FALSE(hasKey(userClasses + "GuardTest\\DefaultIcon"));
-  EXPECT_EQ(storedText(machineClasses + "GuardTest\\DefaultIcon", ""), livingFile + ",1");
-  EXPECT_EQ(form.View2.count(), 0U);
-}
-
-TEST_F(RepairGuardTest, AUsersDeadCommandGoesAndTheComputersLivingOneStays) {
-  const std::string command = "GuardTest\\shell\\open\\command";
-  setText(userClasses + command, "", deadFile + " %1");
-  setText(machineClasses + command, "", livingFile + " %1");
-  repairFound(Command12);
-  EXPECT_EQ(found, 1U);
-  EXPECT_FALSE(hasKey(userClasses + command));
-  EXPECT_EQ(storedText(machineClasses + command, ""), livingFile + " %1");
-}
-
 TEST_F(RepairGuardTest, AServersTextIsNoKeyThatItsRepairMayDelete) {
   setText(machineClasses + "GuardTest\\shell\\open\\command", "", livingFile);
-  setText(userClasses + server, "", "guardtest\\shell");
+  setText(machineClasses + server, "", "guardtest\\shell");
   repairFound(cln7);
   EXPECT_EQ(found, 1U);
   EXPECT_EQ(storedText(machineClasses + "GuardTest\\shell\\open\\command", ""), livingFile);
@@ -115,11 +94,11 @@ TEST_F(RepairGuardTest, AServersTextIsNoKeyThatItsRepairMayDelete) {
 
 TEST_F(RepairGuardTest, AHelpFoldersTextIsNoneEither) {
   setText(machineClasses + "GuardTest\\shell\\HELPDIR", "", "living");
-  setText(userClasses + "TypeLib\\{GuardTest}\\1.0\\HELPDIR", "", "guardtest\\shell");
+  setText(machineClasses + "TypeLib\\{GuardTest}\\1.0\\HELPDIR", "", "guardtest\\shell");
   repairFound(cln71);
   EXPECT_EQ(found, 1U);
   EXPECT_EQ(storedText(machineClasses + "GuardTest\\shell\\HELPDIR", ""), "living");
-  EXPECT_FALSE(hasKey(userClasses + "TypeLib\\{GuardTest}\\1.0\\HELPDIR"));
+  EXPECT_FALSE(hasKey(machineClasses + "TypeLib\\{GuardTest}\\1.0\\HELPDIR"));
 }
 
 TEST_F(RepairGuardTest, AnExtensionThatTheUserHasChosenAProgramForStays) {

@@ -12,6 +12,18 @@ bool beginsWithName(const std::u16string& path, const std::u16string& name) {
          isSameKey({HiveHandle::Users, path.substr(0, name.size())}, {HiveHandle::Users, name});
 }
 
+// Also where it cannot be told.
+bool isLink(const TruePlace& key) {
+  return WideKey(key.hive, key.path, KEY_QUERY_VALUE, REG_OPTION_OPEN_LINK)
+             .presenceOf(u"SymbolicLinkValue") != Presence::Absent;
+}
+
+bool isLinkToClasses(const TruePlace& key) {
+  const std::u16string classes = u"Software\\Classes";
+  const std::size_t start = key.hive == HiveHandle::Users ? key.path.find(u'\\') + 1 : 0;
+  return isSameKey({key.hive, key.path.substr(start)}, {key.hive, classes});
+}
+
 }  // namespace
 
 TruePlace below(const TruePlace& key, const std::u16string& name) {
@@ -80,6 +92,20 @@ std::optional<std::vector<std::u16string>> RegistryState::subkeys(const TruePlac
     });
   }
   return names;
+}
+
+bool RegistryState::isBehindUsersLink(const TruePlace& key) {
+  if (key.hive == HiveHandle::LocalMachine) {
+    return false;
+  }
+  for (std::size_t end = 0; end < key.path.size();) {
+    end = std::min(key.path.find(u'\\', end + 1), key.path.size());
+    const TruePlace part{key.hive, key.path.substr(0, end)};
+    if (!isLinkToClasses(part) && isLink(part)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 void RegistryState::noteKeyGone(const TruePlace& key) { goneKeys.insert(identityOf(key)); }

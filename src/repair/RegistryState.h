@@ -25,6 +25,10 @@ class RegistryState {
   [[nodiscard]] std::optional<std::vector<WideValue>> values(const TruePlace& key) const;
   [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys(const TruePlace& key) const;
 
+  // Whether a link below the users' roots leads to the key, or is it. A user can make one that
+  // leads anywhere. The one from a user's software to the classes is the system's own.
+  [[nodiscard]] static bool isBehindUsersLink(const TruePlace& key);
+
   // From now on they count as gone, a key with all below it.
   void noteKeyGone(const TruePlace& key);
   void noteValueGone(const TruePlace& key, const std::u16string& name);

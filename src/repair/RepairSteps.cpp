@@ -64,7 +64,7 @@ class RowRepair {
     LONG rc = 0;
     switch (step.step) {
       case Step::Grant:
-        grant(hive, key);
+        grant(target);
         break;
       case Step::DeleteValue:
         fDeleteValue(target.hive, key, target.value, rc);
@@ -90,11 +90,13 @@ class RowRepair {
     }
   }
 
-  void grant(HiveHandle hive, const std::string& key) {
-    if (form.safeguards.protects) {
-      held.emplace_back(hive, key);
+  void grant(const StepTarget& target) {
+    const auto place = reachOfGrant(RegistryState(), target);
+    if (form.safeguards.protects && place) {
+      held.emplace_back(place->hive, place->path);
     }
-    GrantKeyAccess(form, hive, key, environmentVariable("UserName"));
+    GrantKeyAccess(form, HiveFromShortName(target.hive), target.key,
+                   environmentVariable("UserName"));
   }
 
   Form42& form;

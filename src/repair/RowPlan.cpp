@@ -25,6 +25,9 @@ class Judge {
     if (named == nullptr || !isNamed(taking)) {
       return "the finding does not name it";
     }
+    if (RegistryState::isBehindUsersLink(taking.key)) {
+      return "a link that a user can make leads there";
+    }
     if (!named->doubt.empty() || taking.value) {
       return named->doubt;
     }
@@ -93,7 +96,7 @@ bool RowPlan::isLeftAlone() const {
 }
 
 bool RowPlan::isGone(const RegistryState& registry) const {
-  return named ? !named->isThere(registry) : !isLeftAlone();
+  return named && !named->isThere(registry);
 }
 
 StepPlan planStep(const Form42& form, const RegistryState& registry,
@@ -124,6 +127,10 @@ RowPlan planRow(Form42& form, RegistryState& registry, std::size_t row, const Re
   RowPlan plan;
   plan.kind = &kind;
   plan.named = namedRecord(form, registry, row, kind);
+  if (!plan.named) {
+    // It may be what another row takes before.
+    plan.named = namedRecord(form, RegistryState(), row, kind);
+  }
   std::vector<std::optional<TruePlace>> granted;
   for (const RepairStep& step : kind.steps) {
     const StepTarget target = targetOf(form, row, step, shortRoot);

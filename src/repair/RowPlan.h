@@ -34,8 +34,8 @@ struct RowPlan {
 
   // Whether something of it was refused.
   [[nodiscard]] bool isLeftAlone() const;
-  // Whether what the finding names is no longer there; where it names nothing, whether nothing was
-  // refused.
+  // Whether what the finding names is no longer there. Where nothing was found by that name,
+  // nothing of it can have gone.
   [[nodiscard]] bool isGone(const RegistryState& registry) const;
 };
 

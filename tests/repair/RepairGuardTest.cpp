@@ -136,6 +136,28 @@ TEST_F(RepairGuardTest, ACommandWithAHandlerBesideItStays) {
   EXPECT_TRUE(isLeftAlone(command));
 }
 
+// A shared file's value is named without the blanks around its name, by which nothing is found.
+TEST_F(RepairGuardTest, ARowByWhoseNameNothingIsFoundCountsAsWithoutEffect) {
+  add({deadFile, deadFile, "2", "HKEY_LOCAL_MACHINE", windowsKey + "SharedDLLs", ""});
+  runRepair(form);
+  EXPECT_EQ(form.repairOutcome.gone, 0U);
+  EXPECT_EQ(form.repairOutcome.noEffect, 1U);
+  EXPECT_EQ(form.repairOutcome.failed, 0U);
+  ASSERT_EQ(form.View2.count(), 1U);
+  EXPECT_FALSE(form.View2.isChecked(1));
+}
+
+TEST_F(RepairGuardTest, TwoRowsOfOneRecordAreBothRepaired) {
+  makeKey(machineRecord);
+  for (int row = 0; row < 2; ++row) {
+    add({"x", "GuardTest", "133", "HKEY_LOCAL_MACHINE", windowsKey + "Uninstall\\GuardTest", ""});
+  }
+  runRepair(form);
+  EXPECT_FALSE(hasKey(machineRecord));
+  EXPECT_EQ(form.repairOutcome.gone, 2U);
+  EXPECT_EQ(form.View2.count(), 0U);
+}
+
 TEST_F(RepairGuardTest, WithTheGuardLiftedAllOfItGoes) {
   form.safeguards.protects = false;
   makeKey(userRecord);

@@ -47,6 +47,15 @@ TEST_F(PrivateFilesTest, AnOpenFolderIsClosed) {
   EXPECT_FALSE(couldOthersWrite(file));
 }
 
+TEST_F(PrivateFilesTest, AReplacedFileIsAsClosedAsItWas) {
+  makeFile(file, "old");
+  setAccess(file, "D:P(A;;FA;;;BA)(A;;FA;;;SY)");
+  const auto before = accessOfFile(file);
+  ASSERT_TRUE(replaceFileText(file, "new"));
+  EXPECT_EQ(readFileText(file), "new");
+  EXPECT_EQ(accessOfFile(file), before);
+}
+
 TEST_F(PrivateFilesTest, WhatCannotBeToldIsNotTrusted) { EXPECT_TRUE(couldOthersWrite(file)); }
 
 }  // namespace

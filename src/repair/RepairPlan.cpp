@@ -19,7 +19,8 @@ RepairPlan::RepairPlan(Form42& form) {
   }
   for (RowPlan& plan : plans) {
     plan.shouldGo = plan.isGone(registry);
-    goingRows += plan.shouldGo ? 1 : 0;
+    // Unless the form protects, a row leaves the list whether or not its repair reaches anything.
+    goingRows += plan.shouldGo || !form.safeguards.protects ? 1 : 0;
   }
 }
 

@@ -129,6 +129,8 @@ TEST_F(FixControlTest, WithMoreToRepairThanAllowedNothingIs) {
   EXPECT_EQ(refusalOf({"fix", "--yes", "--max", "33"}),
             "34 findings would be repaired, and --max is 33; nothing was repaired: look at "
             "fix --dry-run, then allow more");
+  EXPECT_TRUE(
+      refusalOf({"fix", "--yes", "--max", "41", "--no-protect"}).starts_with("42 findings"));
   EXPECT_TRUE(isUntouched());
   EXPECT_EQ(run({"fix", "--yes", "--json", "--max", "34"}), nothingFound);
   EXPECT_EQ(result()["repaired"], 34);

@@ -31,6 +31,10 @@ enum class Reference : std::uint8_t {
 };
 Reference referenceIn(const Form42& form, const std::string& text);
 
+// Whether a text is a path on a drive, in quotes or with arguments behind it, at whose place there
+// is a file or a folder.
+bool isFoundNow(const Form42& form, const std::string& text);
+
 }  // namespace zelvreg
 
 #endif

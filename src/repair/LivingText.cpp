@@ -81,9 +81,11 @@ bool isFoundInPart(const Form42& form, const std::string& text) {
   return false;
 }
 
+std::string pathIn(const std::string& text) { return std::string(trim(betweenFirstQuotes(text))); }
+
 // A path on a drive that is there, at whose place there is nothing however it is read.
 bool isSurelyGone(const Form42& form, const std::string& text) {
-  const std::string path(trim(betweenFirstQuotes(text)));
+  const std::string path = pathIn(text);
   return isDrivePath(path) && !contains(path, "%") &&
          fileSystemObject::folderExists(path.substr(0, 2) + "\\") && !isFoundInPart(form, path);
 }
@@ -102,6 +104,12 @@ Reference referenceIn(const Form42& form, const std::string& text) {
     return Reference::None;
   }
   return isSurelyGone(form, withoutScheme(whole)) ? Reference::Dead : Reference::Living;
+}
+
+bool isFoundNow(const Form42& form, const std::string& text) {
+  std::string path = pathIn(std::string(trim(untilNul(text))));
+  path = roads(form, path).back();
+  return isDrivePath(path) && isFoundInPart(form, path);
 }
 
 }  // namespace zelvreg

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "registry/Variant.h"
+#include "repair/LivingContent.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
@@ -73,6 +74,10 @@ bool namesNoLostProgram(Form42& form, std::string rule) {
 
 std::string doubtOf(Form42& form, const RegistryState& registry, const RecordPlace& place,
                     Doubt doubt) {
+  const bool isTextJudged = doubt == Doubt::ThereByNow || doubt == Doubt::OthersVariables;
+  if (isTextJudged && isFoundNow(form, textOfValue(registry, place))) {
+    return "what it refers to is there";
+  }
   switch (doubt) {
     case Doubt::OthersVariables:
       return !isCurrentUsers(place.key) && holdsUsersVariable(textOfValue(registry, place))

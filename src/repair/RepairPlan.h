@@ -24,7 +24,8 @@ class RepairPlan {
   // That of a row of the list; null for one that was not ticked or is of no kind.
   [[nodiscard]] const RowPlan* rowPlan(const Form42& form, std::size_t row) const;
 
-  // How many rows will leave the list, and the whole paths of what their steps will take, each once.
+  // How many rows will leave the list, and the whole paths of what their steps will take, each
+  // once.
   [[nodiscard]] std::size_t rowsThatGo() const { return goingRows; }
   [[nodiscard]] std::vector<std::string> takings() const;
   // What will be left alone.

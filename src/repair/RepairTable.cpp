@@ -142,13 +142,18 @@ constexpr NamedPlace value(const char* hive, FieldText key, FieldText name,
       .names = Names::Value, .hive = hive, .key = key, .below = {}, .value = name, .doubt = doubt};
 }
 // Of two values the scan judges the first that is not blank.
-constexpr NamedPlace textualValue(FieldText key, FieldText name) {
-  NamedPlace place = value("HKLM", key, name);
+constexpr NamedPlace textualValue(FieldText key, FieldText name, Doubt doubt = Doubt::None) {
+  NamedPlace place = value("HKLM", key, name, doubt);
   place.isBlankPassedOver = true;
   return place;
 }
 constexpr NamedPlace wholeKey(Names names, const char* hive, FieldText key) {
-  return {.names = names, .hive = hive, .key = key, .below = {}, .value = {}};
+  return {.names = names,
+          .hive = hive,
+          .key = key,
+          .below = {},
+          .value = {},
+          .doubt = names == Names::KeyOfDeadText ? Doubt::ThereByNow : Doubt::None};
 }
 
 constexpr NamedPlace namedFont[] = {
@@ -161,6 +166,10 @@ constexpr NamedPlace namedSharedDll[] = {
     value("HKLM", fixed(scannedKeys::sharedDlls32), locationAsItIs),
 };
 constexpr NamedPlace namedValue[] = {value(nullptr, subKeyAsItIs, badValueAsItIs)};
+// A value whose own text was judged.
+constexpr NamedPlace namedReference[] = {
+    value(nullptr, subKeyAsItIs, badValueAsItIs, Doubt::ThereByNow),
+};
 constexpr NamedPlace namedProgram[] = {{.names = Names::Value,
                                         .hive = nullptr,
                                         .key = subKeyAsItIs,
@@ -171,8 +180,8 @@ constexpr NamedPlace namedHelpFile[] = {
     textualValue(fixed(scannedKeys::helpNt), badValueAsItIs),
 };
 constexpr NamedPlace namedSnapIn[] = {
-    textualValue(subKeyAsItIs, fixed("HelpTopic")),
-    textualValue(subKeyAsItIs, fixed("LinkedHelpTopics")),
+    textualValue(subKeyAsItIs, fixed("HelpTopic"), Doubt::ThereByNow),
+    textualValue(subKeyAsItIs, fixed("LinkedHelpTopics"), Doubt::ThereByNow),
 };
 constexpr NamedPlace namedIcon[] = {
     wholeKey(Names::KeyOfDeadText, "HKCR",
@@ -212,7 +221,7 @@ bool isEmptyCommand(const Form42& form, std::size_t row) {
 constexpr std::array kinds{
     RepairKind{1, fonts, namedFont},
     RepairKind{2, sharedDlls, namedSharedDll},
-    RepairKind{3, applicationPaths, namedValue, isApplicationPath, namedProgram},
+    RepairKind{3, applicationPaths, namedReference, isApplicationPath, namedProgram},
     RepairKind{4, helpFiles, namedHelpFile},
     RepairKind{5, htmlHelpFiles, namedValue},
     RepairKind{6, icons, namedIcon},
@@ -222,21 +231,21 @@ constexpr std::array kinds{
     RepairKind{10, defaultValues, namedDefault},
     RepairKind{11, firewallRules, namedRule},
     RepairKind{12, usersClasses, namedValueOfUsers},
-    RepairKind{13, machineClasses, namedValue},
+    RepairKind{13, machineClasses, namedReference},
     RepairKind{55, snapIns, namedSnapIn},
     RepairKind{56, joinedHelpFiles, namedValue},
     RepairKind{71, helpFolders, namedHelpFolder},
     RepairKind{72, libraryReferences, namedClassKey},
     RepairKind{122, extensions, namedExtension},
     RepairKind{133, emptyRecords, namedEmptyKey},
-    RepairKind{135, recordValues, namedValue},
-    RepairKind{144, namedValues, namedValue},
+    RepairKind{135, recordValues, namedReference},
+    RepairKind{144, namedValues, namedReference},
     RepairKind{155, recentValues, namedValue},
     RepairKind{166, namedValues, namedValue},
     RepairKind{771, mediaTypes, namedValue, isEmptyCommand, namedEmptyKey},
 };
 
-constexpr RepairKind userClass{11, userClasses, namedValue};
+constexpr RepairKind userClass{11, userClasses, namedReference};
 
 std::size_t columnOf(Field field) {
   switch (field) {

@@ -50,7 +50,8 @@ enum class Names : std::uint8_t {
 // What else must hold for a finding to be believed.
 enum class Doubt : std::uint8_t {
   None,
-  OthersVariables,  // a text of another user's was judged by the variables of this one
+  ThereByNow,       // what the text refers to has come back since, or was there all the time
+  OthersVariables,  // besides, a text of another user's was judged by the variables of this one
   RuleBefore,       // a firewall rule without a path was judged by that of the rule before it
 };
 

@@ -158,6 +158,24 @@ TEST_F(RepairGuardTest, TwoRowsOfOneRecordAreBothRepaired) {
   EXPECT_EQ(form.View2.count(), 0U);
 }
 
+TEST_F(RepairGuardTest, WhatHasComeBackSinceTheScanStays) {
+  const std::string command = machineClasses + "GuardTest\\shell\\open\\command";
+  const std::string returning = "C:\\GuardTest returning\\x.exe";
+  DeleteFileA(returning.c_str());
+  setText(command, "", "\"" + returning + "\" %1");
+  setText(machineRecord, "DisplayIcon", returning + ",0");
+  Command12(form);
+  uninstall(form);
+  makeFile(returning);
+  repairFound([](Form42& /*form*/) {});
+  EXPECT_EQ(found, 2U);
+  EXPECT_EQ(form.View2.count(), 2U);
+  EXPECT_EQ(storedText(command, ""), "\"" + returning + "\" %1");
+  EXPECT_EQ(storedText(machineRecord, "DisplayIcon"), returning + ",0");
+  EXPECT_EQ(form.repairOutcome.leftAlone, 2U);
+  DeleteFileA(returning.c_str());
+}
+
 TEST_F(RepairGuardTest, WithTheGuardLiftedAllOfItGoes) {
   form.safeguards.protects = false;
   makeKey(userRecord);

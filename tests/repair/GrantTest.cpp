@@ -53,21 +53,6 @@ TEST_F(GrantTest, ForADeleteThatIsSparedNothingIsGiven) {
   EXPECT_EQ(accessOfKey(list), before);
 }
 
-// The user's list would let everybody write what all users run.
-TEST_F(GrantTest, TheListOfAUsersClassThatGoesIsNotGivenToTheComputers) {
-  const std::string icon = "GrantTest\\DefaultIcon";
-  setText(userClasses + icon, "", deadFile);
-  setAccessOfKey(userClasses + icon, "D:(A;CI;KA;;;WD)");
-  setText(machineClasses + icon, "", livingFile);
-  const auto before = accessOfKey(machineClasses + icon);
-  add({"GrantTest", deadFile, "6", "HKEY_CLASSES_ROOT", "\\defaulticon", ""});
-  runRepair(form);
-  EXPECT_FALSE(hasKey(userClasses + icon));
-  EXPECT_EQ(accessOfKey(machineClasses + icon), before);
-  removeKey(userClasses + "GrantTest");
-  removeKey(machineClasses + "GrantTest");
-}
-
 TEST_F(GrantTest, ToTheLetterTheListStaysAsTheRepairHasSetIt) {
   form.safeguards.protects = false;
   const auto before = accessOfKey(machineKey);

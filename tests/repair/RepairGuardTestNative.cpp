@@ -46,5 +46,18 @@ TEST_F(MergedGuardTest, AUsersServersTextIsNoKeyThatItsRepairMayDelete) {
   EXPECT_TRUE(isLeftAlone(machineClasses + "guardtest\\shell"));
 }
 
+// The user's list would let everybody write what all users run.
+TEST_F(MergedGuardTest, TheListOfAUsersClassThatGoesIsNotGivenToTheComputers) {
+  const std::string icon = "GuardTest\\DefaultIcon";
+  setText(userClasses + icon, "", deadFile);
+  setAccessOfKey(userClasses + icon, "D:(A;CI;KA;;;WD)");
+  setText(machineClasses + icon, "", livingFile);
+  const auto before = accessOfKey(machineClasses + icon);
+  add({"GuardTest", deadFile, "6", "HKEY_CLASSES_ROOT", "\\defaulticon", ""});
+  runRepair(form);
+  EXPECT_FALSE(hasKey(userClasses + icon));
+  EXPECT_EQ(accessOfKey(machineClasses + icon), before);
+}
+
 }  // namespace
 }  // namespace zelvreg::fixture

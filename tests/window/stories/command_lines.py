@@ -5,7 +5,7 @@ from driver.waiting import expect, wait_until
 
 SETTINGS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe"
 RUN = r"HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\Run"
-MANY = 5000
+MANY = 40000
 
 
 def _run(scene, argument, seconds=90):

@@ -132,19 +132,29 @@ class Oracle {
            (entry.size() == key.size() || entry[key.size()] == '\\' || entry[key.size()] == '|');
   }
 
+  static bool isDirectlyIn(const std::string& name, const std::string& key) {
+    return name.find('|') == key.size();
+  }
+  // What may lie in a key below one that goes: dead references and blank default values.
+  [[nodiscard]] bool isWorthless(const std::string& name) const {
+    return fateOf(name) == Fate::Dead || (name.ends_with('|') && textOf(name).empty());
+  }
+
   // A key goes by its dead default value, and nothing beside it or below it may be in use.
   [[nodiscard]] bool isOfDeadKey(const std::string& entry, const std::string& key) const {
     return isIn(entry, key) && allIn(key, [&](const std::string& name) {
-             return name == key + "|" || (isIn(name, key) && name.find('|') == key.size()
-                                              ? fateOf(name) != Fate::InUse
-                                              : fateOf(name) == Fate::Dead || textOf(name).empty());
+             if (isDirectlyIn(name, key)) {
+               return name == value(key, "") || fateOf(name) != Fate::InUse;
+             }
+             return isWorthless(name);
            });
   }
   [[nodiscard]] bool isOfEmptyKey(const std::string& entry, const std::string& key) const {
     return isIn(entry, key) && allIn(key, [&](const std::string& name) {
-             return name.ends_with('|') ? textOf(name).empty() || (name.size() > key.size() + 1 &&
-                                                                   fateOf(name) == Fate::Dead)
-                                        : name.find('|') > key.size() && fateOf(name) == Fate::Dead;
+             if (isDirectlyIn(name, key)) {
+               return name == value(key, "") && textOf(name).empty();
+             }
+             return isWorthless(name);
            });
   }
   template <typename Judge>

@@ -1,5 +1,7 @@
 #include "exclusions/ExclusionList.h"
 
+#include <algorithm>
+
 #include "exclusions/ExclusionFile.h"
 #include "scan/Findings.h"
 #include "text/Numbers.h"
@@ -9,21 +11,36 @@
 namespace zelvreg {
 namespace {
 
-// A key that is shorter than the entry does not fit, since the pattern's left part is all of it. A
-// pattern that the match refuses takes every row: the condition fails and falls into its block.
-bool isExcluded(const std::string& key, const std::string& pattern) {
-  return matchesPattern(std::string_view(key).substr(0, pattern.size()), pattern) != Match::No;
+struct Entry {
+  std::string pattern;
+  bool isPlain;  // every character stands for itself
+};
+
+Entry entryOf(std::string_view text) {
+  const std::string pattern = lowerCase(trim(text));
+  return {pattern, pattern.find_first_of("*?#[") == std::string::npos};
 }
 
-void applyEntry(Form42& form, const std::string& pattern) {
-  for (std::size_t row = 1; row <= form.View2.count();) {
-    const std::string key(trim(lowerCase(fullKey(form, row))));
-    if (isExcluded(key, pattern)) {
-      form.View2.remove(row);
-    } else {
-      ++row;
-    }
+// A key that is shorter than the entry does not fit, since the pattern's left part is all of it. A
+// pattern that the match refuses takes every row: the condition fails and falls into its block.
+bool isExcluded(const std::string& key, const Entry& entry) {
+  return entry.isPlain ? key.starts_with(entry.pattern)
+                       : matchesPattern(std::string_view(key).substr(0, entry.pattern.size()),
+                                        entry.pattern) != Match::No;
+}
+
+// As entries see them, in the order of the rows.
+std::vector<std::string> keysOfRows(const Form42& form) {
+  std::vector<std::string> keys;
+  keys.reserve(form.View2.count());
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    keys.emplace_back(trim(lowerCase(fullKey(form, row))));
   }
+  return keys;
+}
+
+bool isExcludedByAny(const std::string& key, const std::vector<Entry>& entries) {
+  return std::ranges::any_of(entries, [&](const Entry& entry) { return isExcluded(key, entry); });
 }
 
 void openDialog(Form42& form, const std::string& entry, const std::string& row) {
@@ -56,10 +73,19 @@ void loadExclusions(Form42& form) {
   }
 }
 
+// The queue is not served meanwhile: a list that is filtered in part would offer what the user has
+// excluded. So nothing is done twice here.
 void Command29(Form42& form) {
   loadExclusions(form);
+  std::vector<Entry> entries;
   for (std::size_t row = 1; row <= form.View4.count(); ++row) {
-    applyEntry(form, lowerCase(trim(form.View4.text(row, 0))));
+    entries.push_back(entryOf(form.View4.text(row, 0)));
+  }
+  const std::vector<std::string> keys = keysOfRows(form);
+  for (std::size_t row = keys.size(); row > 0; --row) {
+    if (isExcludedByAny(keys[row - 1], entries)) {
+      form.View2.remove(row);
+    }
   }
 }
 

@@ -1,0 +1,56 @@
+// Text on its way into the system's wide calls and out of them.
+#ifndef ZELVREG_TEXT_WIDE_H
+#define ZELVREG_TEXT_WIDE_H
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "unicode/Unicode.h"
+
+namespace zelvreg {
+
+// UTF-16 as a wide call takes it.
+inline LPCWSTR wideText(const std::u16string& text) {
+  return reinterpret_cast<LPCWSTR>(text.c_str());
+}
+
+// The memory of a buffer of UTF-16 that a wide call fills.
+template <typename Buffer>
+LPWSTR roomIn(Buffer& buffer) {
+  return reinterpret_cast<LPWSTR>(buffer.data());
+}
+
+// One text for one call: it lives as long as the expression in which it is made. For the system it
+// ends at its first NUL. Short text, which almost all is, takes no memory of its own.
+class Wide {
+ public:
+  explicit Wide(std::string_view text) {
+    char16_t* units = usual.data();
+    if (text.size() >= usual.size()) {
+      longer.resize(text.size());
+      units = longer.data();
+    }
+    size = utf16Into(units, text);
+    units[size] = u'\0';
+    wide = units;
+  }
+  Wide(const Wide&) = delete;
+  Wide& operator=(const Wide&) = delete;
+  ~Wide() = default;
+
+  [[nodiscard]] LPCWSTR get() const { return reinterpret_cast<LPCWSTR>(wide); }
+  [[nodiscard]] std::u16string_view view() const { return {wide, size}; }
+
+ private:
+  std::array<char16_t, 264> usual;  // not filled beforehand
+  std::u16string longer;
+  const char16_t* wide = nullptr;
+  std::size_t size = 0;
+};
+
+}  // namespace zelvreg
+
+#endif

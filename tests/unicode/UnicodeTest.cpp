@@ -1,0 +1,57 @@
+#include "unicode/Unicode.h"
+
+#include <gtest/gtest.h>
+
+using zelvreg::asciiLength;
+using zelvreg::isPlainUtf8;
+using zelvreg::utf16;
+using zelvreg::utf8;
+
+TEST(Unicode, EveryUnitAndEveryCharacterReturns) {
+  for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
+    const std::u16string text(1, static_cast<char16_t>(unit));
+    ASSERT_EQ(utf16(utf8(text)), text) << static_cast<unsigned>(unit);
+  }
+  for (char32_t code = 0x10000; code <= 0x10FFFF; code += 0x3FF) {
+    std::string text;
+    zelvreg::appendCharacter(text, code);
+    ASSERT_EQ(text.size(), 4U);
+    ASSERT_EQ(utf16(text).size(), 2U);
+    ASSERT_EQ(utf8(utf16(text)), text) << static_cast<unsigned>(code);
+  }
+}
+
+TEST(Unicode, HalvesOfPairsReturnInAnyOrder) {
+  const std::u16string text = u"a\xDC00\xD800z\xD83D\xDE00\xD83D";
+  EXPECT_EQ(utf8(text), "a\xED\xB0\x80\xED\xA0\x80z\xF0\x9F\x98\x80\xED\xA0\xBD");
+  EXPECT_EQ(utf16(utf8(text)), text);
+}
+
+TEST(Unicode, HalvesThatMeetBecomeAPair) {
+  const std::string text = utf8(u"\xD83D") + utf8(u"\xDE00");
+  EXPECT_EQ(utf8(utf16(text)), "\xF0\x9F\x98\x80");
+}
+
+TEST(Unicode, AByteThatIsNoCharacterIsReplaced) {
+  for (const char* bytes :
+       {"\x80", "\xC0", "\xC1", "\xF5", "\xFF", "\xC3", "\xE2\x82", "\xC0\x80", "\xE0\x80\x80"}) {
+    const std::u16string wide = utf16("a" + std::string(bytes));
+    EXPECT_EQ(wide.substr(0, 2), u"a\xFFFD") << bytes;
+  }
+  EXPECT_EQ(utf16("\xC3z"), u"\xFFFDz");
+}
+
+TEST(Unicode, PlainUtf8IsWhatOthersRead) {
+  EXPECT_TRUE(isPlainUtf8(""));
+  EXPECT_TRUE(isPlainUtf8("Иван ソ \xF0\x9F\x98\x80"));
+  EXPECT_FALSE(isPlainUtf8(utf8(u"x\xD800")));
+  EXPECT_FALSE(isPlainUtf8("caf\xE9"));
+  EXPECT_FALSE(isPlainUtf8("\xF4\x90\x80\x80"));
+}
+
+TEST(Unicode, AsciiIsCountedOverBlocks) {
+  for (std::size_t length = 0; length < 40; ++length) {
+    EXPECT_EQ(asciiLength(std::string(length, 'x')), length);
+    EXPECT_EQ(asciiLength(std::string(length, 'x') + "\xC3\xA4" + std::string(20, 'y')), length);
+  }
+}

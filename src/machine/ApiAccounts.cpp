@@ -8,12 +8,12 @@
 
 #include "machine/Accounts.h"
 #include "machine/ApiSupport.h"
-#include "machine/CodePage.h"
 #include "machine/Machine.h"
-#include "machine/WideText.h"
+#include "unicode/Unicode.h"
 
 namespace {
 
+using namespace zelvreg;
 using namespace zelvreg::machine;
 
 constexpr LONG unknownRevision = 1305;
@@ -29,22 +29,20 @@ void* localCopy(const void* bytes, std::size_t size) {
 
 extern "C" {
 
-BOOL LookupAccountNameA(LPCSTR, LPCSTR accountName, PSID sid, LPDWORD sidSize, LPSTR domain,
+BOOL LookupAccountNameW(LPCWSTR, LPCWSTR accountName, PSID sid, LPDWORD sidSize, LPWSTR domain,
                         LPDWORD domainSize, PSID_NAME_USE use) {
   const Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::LookupAccountName)) return failed(*fault);
   if (sidSize == nullptr || domainSize == nullptr) return failed(ERROR_INVALID_PARAMETER);
-  const WideText wideName(machine->codePage(), accountName);
-  const Account* account = machine->accounts().find(wideName.view());
+  const Account* account = machine->accounts().find(textOf(accountName));
   if (account == nullptr) {
     *sidSize = 0;
     *domainSize = 0;
     return failed(ERROR_NONE_MAPPED);
   }
-  const std::string domainName = machine->codePage().encode(account->domain);
   const auto sidNeeded = static_cast<DWORD>(account->sid.size());
-  const auto domainNeeded = static_cast<DWORD>(domainName.size() + 1);
+  const auto domainNeeded = static_cast<DWORD>(account->domain.size() + 1);
   const bool enough = *sidSize >= sidNeeded && *domainSize >= domainNeeded;
   if (!enough || sid == nullptr || domain == nullptr) {
     *sidSize = sidNeeded;
@@ -53,18 +51,18 @@ BOOL LookupAccountNameA(LPCSTR, LPCSTR accountName, PSID sid, LPDWORD sidSize, L
   }
   std::memcpy(sid, account->sid.data(), sidNeeded);
   *sidSize = sidNeeded;
-  *domainSize = giveText(domainName, domain, *domainSize);
+  *domainSize = giveText(account->domain, domain, *domainSize);
   if (use != nullptr) *use = account->use;
   return TRUE;
 }
 
-BOOL ConvertStringSecurityDescriptorToSecurityDescriptorA(LPCSTR text, DWORD revision,
+BOOL ConvertStringSecurityDescriptorToSecurityDescriptorW(LPCWSTR text, DWORD revision,
                                                           PSECURITY_DESCRIPTOR* descriptor,
                                                           PULONG size) {
   if (text == nullptr || descriptor == nullptr) return failed(ERROR_INVALID_PARAMETER);
   if (revision != SDDL_REVISION_1) return failed(unknownRevision);
   try {
-    const SecurityDescriptor parsed = parseSddl(text);
+    const SecurityDescriptor parsed = parseSddl(utf8(text));
     SECURITY_INFORMATION parts = DACL_SECURITY_INFORMATION;
     if (!parsed.owner.empty()) parts |= OWNER_SECURITY_INFORMATION;
     if (!parsed.group.empty()) parts |= GROUP_SECURITY_INFORMATION;
@@ -77,9 +75,9 @@ BOOL ConvertStringSecurityDescriptorToSecurityDescriptorA(LPCSTR text, DWORD rev
   }
 }
 
-BOOL ConvertSecurityDescriptorToStringSecurityDescriptorA(PSECURITY_DESCRIPTOR descriptor,
+BOOL ConvertSecurityDescriptorToStringSecurityDescriptorW(PSECURITY_DESCRIPTOR descriptor,
                                                           DWORD revision, SECURITY_INFORMATION what,
-                                                          LPSTR* text, PULONG length) {
+                                                          LPWSTR* text, PULONG length) {
   if (descriptor == nullptr || text == nullptr) return failed(ERROR_INVALID_PARAMETER);
   if (revision != SDDL_REVISION_1) return failed(unknownRevision);
   SecurityDescriptor read = readDescriptor(descriptor);
@@ -89,8 +87,8 @@ BOOL ConvertSecurityDescriptorToStringSecurityDescriptorA(PSECURITY_DESCRIPTOR d
     read.hasDacl = false;
     read.control = 0;
   }
-  const std::string written = formatSddl(read);
-  *text = static_cast<LPSTR>(localCopy(written.c_str(), written.size() + 1));
+  const std::u16string written = utf16(formatSddl(read));
+  *text = static_cast<LPWSTR>(localCopy(written.c_str(), (written.size() + 1) * sizeof(char16_t)));
   if (length != nullptr) *length = static_cast<ULONG>(written.size() + 1);
   return *text != nullptr ? TRUE : failed(ERROR_NOT_ENOUGH_MEMORY);
 }

@@ -1,33 +1,16 @@
-// The Windows calls that change the case of narrow text in its buffer.
+// The Windows calls that change the case of text in its buffer. They work without a machine in
+// force as well.
 #include <windows.h>
 
-#include <cstring>
-#include <string>
+#include <algorithm>
 
-#include "machine/ApiSupport.h"
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
-#include "machine/Machine.h"
 
 namespace {
 
-using namespace zelvreg::machine;
-
-// The buffer keeps its length: a letter whose other case the page does not have stays.
-DWORD changeCase(LPSTR text, DWORD size, char16_t (*change)(char16_t)) {
-  const Machine* machine = machineInForce();
-  const CodePage& page = machine != nullptr ? machine->codePage() : sharedCodePage(1252);
-  std::u16string wide = page.decode({text, size});
-  for (char16_t& unit : wide) {
-    const char16_t changed = change(unit);
-    if (changed != unit && page.encode({&changed, 1}) != "?") {
-      unit = changed;
-    }
-  }
-  const std::string narrow = page.encode(wide);
-  if (narrow.size() == size) {
-    std::memcpy(text, narrow.data(), size);
-  }
+// One unit for one unit.
+DWORD changeCase(LPWSTR text, DWORD size, char16_t (*change)(char16_t)) {
+  std::transform(text, text + size, text, change);
   return size;
 }
 
@@ -35,7 +18,11 @@ DWORD changeCase(LPSTR text, DWORD size, char16_t (*change)(char16_t)) {
 
 extern "C" {
 
-DWORD CharLowerBuffA(LPSTR text, DWORD size) { return changeCase(text, size, lowerCase); }
+DWORD CharLowerBuffW(LPWSTR text, DWORD size) {
+  return changeCase(text, size, zelvreg::machine::lowerCase);
+}
 
-DWORD CharUpperBuffA(LPSTR text, DWORD size) { return changeCase(text, size, upperCase); }
+DWORD CharUpperBuffW(LPWSTR text, DWORD size) {
+  return changeCase(text, size, zelvreg::machine::upperCase);
+}
 }

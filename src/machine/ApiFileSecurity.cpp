@@ -24,12 +24,12 @@ ACCESS_MASK rightToSet(SECURITY_INFORMATION what) {
 
 extern "C" {
 
-BOOL GetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
+BOOL GetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
                       DWORD size, LPDWORD needed) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::GetFileSecurity)) return failed(*fault);
-  const Place place = machine->drives().find(wideText(*machine, path));
+  const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return failed(place.error);
   const bool readsAudit = (what & SACL_SECURITY_INFORMATION) != 0;
   const ACCESS_MASK right = READ_CONTROL | (readsAudit ? ACCESS_SYSTEM_SECURITY : 0);
@@ -41,12 +41,12 @@ BOOL GetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPT
   return TRUE;
 }
 
-BOOL SetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor) {
+BOOL SetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::SetFileSecurity)) return failed(*fault);
   if (descriptor == nullptr) return failed(ERROR_INVALID_SECURITY_DESCR);
-  const Place place = machine->drives().find(wideText(*machine, path));
+  const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return failed(place.error);
   if (grantedOn(*machine, place.path, rightToSet(what)) == 0) return failed(ERROR_ACCESS_DENIED);
   FileRecords& records = machine->drives().records();

@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "machine/ApiSupport.h"
-#include "machine/CodePage.h"
 #include "machine/FileAccess.h"
 #include "machine/Machine.h"
 #include "machine/OpenFiles.h"
@@ -72,7 +71,7 @@ OpenFile* fileOf(HANDLE handle) {
 
 extern "C" {
 
-HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, const SECURITY_ATTRIBUTES* security,
+HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD, const SECURITY_ATTRIBUTES* security,
                    DWORD disposition, DWORD flags, HANDLE) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return INVALID_HANDLE_VALUE;
@@ -80,7 +79,7 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD, const SECURITY_ATTRIBUTES* 
   if (disposition < CREATE_NEW || disposition > OPEN_ALWAYS) {
     return failedOpen(ERROR_INVALID_PARAMETER);
   }
-  const Place place = machine->drives().find(wideText(*machine, path));
+  const Place place = machine->drives().find(textOf(path));
   if (!place.exists() && disposition == OPEN_EXISTING) return failedOpen(place.error);
   const LONG refusal = place.exists() ? mayOpen(*machine, place, access, disposition, flags)
                                       : mayMake(*machine, place, fileWriteData);

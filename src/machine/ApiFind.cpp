@@ -2,9 +2,6 @@
 #include <sys/stat.h>
 #include <windows.h>
 
-#include <algorithm>
-#include <cstring>
-
 #include "machine/ApiSupport.h"
 #include "machine/CaseFold.h"
 #include "machine/CodePage.h"
@@ -30,8 +27,8 @@ FILETIME fileTime(const timespec& time) {
   return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
 }
 
-WIN32_FIND_DATAA describe(const Machine& machine, const Place& place, std::u16string_view name) {
-  WIN32_FIND_DATAA data{};
+WIN32_FIND_DATAW describe(const Machine& machine, const Place& place, std::u16string_view name) {
+  WIN32_FIND_DATAW data{};
   data.dwFileAttributes = machine.drives().records().attributes(place.path, place.isFolder);
   struct stat status {};
   if (stat(place.file.c_str(), &status) == 0) {
@@ -42,8 +39,7 @@ WIN32_FIND_DATAA describe(const Machine& machine, const Place& place, std::u16st
     data.ftLastAccessTime = fileTime(status.st_atim);
     data.ftCreationTime = data.ftLastWriteTime;
   }
-  const std::string narrow = machine.codePage().encode(name);
-  std::memcpy(data.cFileName, narrow.data(), std::min<std::size_t>(narrow.size(), MAX_PATH - 1));
+  giveText(name.substr(0, MAX_PATH - 1), data.cFileName, MAX_PATH);
   return data;
 }
 
@@ -78,14 +74,13 @@ OpenSearch search(const Machine& machine, const Place& folder, std::u16string_vi
 
 extern "C" {
 
-HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* data) {
+HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return INVALID_HANDLE_VALUE;
   if (const auto fault = machine->faults().next(ApiCall::FindFirstFile)) {
     return failedSearch(*fault);
   }
-  const std::u16string text = wideText(*machine, pattern);
-  std::u16string_view folderText = text;
+  std::u16string_view folderText = textOf(pattern);
   const std::u16string_view namePattern = takeLastPart(folderText);
   if (namePattern.empty()) return failedSearch(ERROR_FILE_NOT_FOUND);
   const Place folder = machine->drives().find(folderText.empty() ? u"." : folderText);
@@ -98,7 +93,7 @@ HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* data) {
   return machine->openFiles().add(std::move(found));
 }
 
-BOOL FindNextFileA(HANDLE find, WIN32_FIND_DATAA* data) {
+BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* data) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   OpenSearch* search = machine->openFiles().search(find);
@@ -114,14 +109,12 @@ BOOL FindClose(HANDLE find) {
   return machine->openFiles().closeSearch(find) ? TRUE : failed(ERROR_INVALID_HANDLE);
 }
 
-DWORD GetModuleFileNameA(HMODULE, LPSTR path, DWORD size) {
+DWORD GetModuleFileNameW(HMODULE, LPWSTR path, DWORD size) {
   const Machine* machine = machineInForce();
   if (machine == nullptr || path == nullptr || size == 0) return 0;
-  const std::string file =
-      machine->codePage().encode(machine->drives().programFolder() + u"\\zelvreg.exe");
+  const std::u16string file = machine->drives().programFolder() + u"\\zelvreg.exe";
   if (file.size() < size) return giveText(file, path, size);
-  std::memcpy(path, file.data(), size - 1);
-  path[size - 1] = '\0';
+  giveText(file.substr(0, size - 1), path, size);
   failed(ERROR_INSUFFICIENT_BUFFER);
   return size;
 }

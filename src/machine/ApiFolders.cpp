@@ -70,11 +70,11 @@ LONG mayMove(const Machine& machine, const Place& from, const Place& to, DWORD f
 
 extern "C" {
 
-BOOL DeleteFileA(LPCSTR path) {
+BOOL DeleteFileW(LPCWSTR path) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::DeleteFile)) return failed(*fault);
-  const Place place = machine->drives().find(wideText(*machine, path));
+  const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return failed(place.error);
   if (place.isFolder) return failed(ERROR_ACCESS_DENIED);
   const LONG refusal = mayDelete(*machine, place);
@@ -85,12 +85,12 @@ BOOL DeleteFileA(LPCSTR path) {
   return TRUE;
 }
 
-BOOL MoveFileExA(LPCSTR fromPath, LPCSTR toPath, DWORD flags) {
+BOOL MoveFileExW(LPCWSTR fromPath, LPCWSTR toPath, DWORD flags) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::MoveFile)) return failed(*fault);
-  const Place from = machine->drives().find(wideText(*machine, fromPath));
-  const std::u16string toText = wideText(*machine, toPath);
+  const Place from = machine->drives().find(textOf(fromPath));
+  const std::u16string_view toText = textOf(toPath);
   Place to = machine->drives().find(toText);
   const LONG refusal = mayMove(*machine, from, to, flags);
   if (refusal != ERROR_SUCCESS) return failed(refusal);
@@ -105,11 +105,11 @@ BOOL MoveFileExA(LPCSTR fromPath, LPCSTR toPath, DWORD flags) {
   return TRUE;
 }
 
-BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES* security) {
+BOOL CreateDirectoryW(LPCWSTR path, const SECURITY_ATTRIBUTES* security) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::CreateDirectory)) return failed(*fault);
-  const Place place = machine->drives().find(wideText(*machine, path));
+  const Place place = machine->drives().find(textOf(path));
   if (place.exists()) return failed(ERROR_ALREADY_EXISTS);
   const LONG refusal = mayMake(*machine, place, fileAppendData);
   if (refusal != ERROR_SUCCESS) return failed(refusal);
@@ -118,7 +118,7 @@ BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES* security) {
   return TRUE;
 }
 
-DWORD GetFileAttributesA(LPCSTR path) {
+DWORD GetFileAttributesW(LPCWSTR path) {
   const auto refused = [](LONG code) {
     failed(code);
     return INVALID_FILE_ATTRIBUTES;
@@ -126,27 +126,27 @@ DWORD GetFileAttributesA(LPCSTR path) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return INVALID_FILE_ATTRIBUTES;
   if (const auto fault = machine->faults().next(ApiCall::GetFileAttributes)) return refused(*fault);
-  const Place place = machine->drives().find(wideText(*machine, path));
+  const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return refused(place.error);
   return machine->drives().records().attributes(place.path, place.isFolder);
 }
 
 // Drives are fixed disks, unless one is said to be remote; of a letter without a folder nothing is
 // known, or there is no such drive.
-UINT GetDriveTypeA(LPCSTR root) {
+UINT GetDriveTypeW(LPCWSTR root) {
   Machine* machine = machineInForce();
   if (machine == nullptr || root == nullptr) return DRIVE_UNKNOWN;
-  const std::u16string path = wideText(*machine, root);
+  const std::u16string_view path = root;
   if (machine->drives().isRemote(path)) return DRIVE_REMOTE;
   if (machine->drives().findTrue(path).exists()) return DRIVE_FIXED;
-  return machine->drives().isUnknown(root) ? DRIVE_UNKNOWN : DRIVE_NO_ROOT_DIR;
+  return machine->drives().isUnknown(path) ? DRIVE_UNKNOWN : DRIVE_NO_ROOT_DIR;
 }
 
-BOOL SetFileAttributesA(LPCSTR path, DWORD attributes) {
+BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::SetFileAttributes)) return failed(*fault);
-  const Place place = machine->drives().find(wideText(*machine, path));
+  const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return failed(place.error);
   if (grantedOn(*machine, place.path, fileWriteAttributes) == 0) return failed(ERROR_ACCESS_DENIED);
   machine->drives().records().setAttributes(place.path, place.isFolder, attributes);

@@ -1,7 +1,6 @@
 // The Windows calls on the process, its environment, the time and memory.
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -10,7 +9,6 @@
 #include "machine/CodePage.h"
 #include "machine/Environment.h"
 #include "machine/Machine.h"
-#include "machine/WideText.h"
 
 namespace {
 
@@ -54,30 +52,26 @@ ULONGLONG GetTickCount64() {
   return machine == nullptr ? 0 : machine->clock().tickCount();
 }
 
-DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size) {
+DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size) {
   const Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
-  const WideText wideName(machine->codePage(), name);
-  const auto value = machine->environment().get(wideName.view());
+  const auto value = machine->environment().get(textOf(name));
   SetLastError(static_cast<DWORD>(value ? ERROR_SUCCESS : ERROR_ENVVAR_NOT_FOUND));
-  return value ? giveText(machine->codePage().encode(*value), buffer, size) : 0;
+  return value ? giveText(*value, buffer, size) : 0;
 }
 
-DWORD ExpandEnvironmentStringsA(LPCSTR source, LPSTR buffer, DWORD size) {
+DWORD ExpandEnvironmentStringsW(LPCWSTR source, LPWSTR buffer, DWORD size) {
   const Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
-  const std::string_view given = source == nullptr ? "" : source;
-  // Most paths name no variable, and plain characters are the same in every code page.
-  const bool isPlain =
-      std::ranges::all_of(given, [](char unit) { return unit != '%' && (unit & 0x80) == 0; });
-  if (isPlain) {
+  const std::u16string_view given = textOf(source);
+  // Most paths name no variable.
+  if (given.find(u'%') == std::u16string_view::npos) {
     giveText(given, buffer, size);
     return static_cast<DWORD>(given.size() + 1);
   }
-  const std::u16string expanded = machine->environment().expand(wideText(*machine, source));
-  const std::string text = machine->codePage().encode(expanded);
-  giveText(text, buffer, size);
-  return static_cast<DWORD>(text.size() + 1);
+  const std::u16string expanded = machine->environment().expand(given);
+  giveText(expanded, buffer, size);
+  return static_cast<DWORD>(expanded.size() + 1);
 }
 
 HLOCAL LocalAlloc(UINT flags, SIZE_T size) {

@@ -5,15 +5,15 @@
 #include <shellapi.h>
 #include <tlhelp32.h>
 
-#include <algorithm>
-
 #include "machine/ApiSupport.h"
 #include "machine/Machine.h"
 #include "machine/OpenFiles.h"
 #include "machine/Processes.h"
+#include "unicode/Unicode.h"
 
 namespace {
 
+using namespace zelvreg;
 using namespace zelvreg::machine;
 
 constexpr UINT startedWell = 33;  // above 32 means that the program was started
@@ -24,25 +24,23 @@ Processes* processes() {
 }
 
 // Takes the entry behind those that were given.
-BOOL giveEntry(HANDLE snapshot, PROCESSENTRY32* entry) {
+BOOL giveEntry(HANDLE snapshot, PROCESSENTRY32W* entry) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   OpenProcessList* list = machine->openFiles().processList(snapshot);
   if (list == nullptr || entry == nullptr) return failed(ERROR_INVALID_HANDLE);
   if (list->next >= list->names.size()) return failed(ERROR_NO_MORE_FILES);
-  const std::string& name = list->names[list->next++];
+  const std::u16string name = utf16(list->names[list->next++]);
   entry->th32ProcessID = static_cast<DWORD>(list->next);
-  const std::size_t length = std::min(name.size(), sizeof entry->szExeFile - 1);
-  std::copy_n(name.begin(), length, entry->szExeFile);
-  entry->szExeFile[length] = '\0';
+  giveText(std::u16string_view(name).substr(0, MAX_PATH - 1), entry->szExeFile, MAX_PATH);
   return TRUE;
 }
 
-UINT start(std::string commandLine) {
+bool start(std::u16string_view commandLine) {
   Processes* all = processes();
-  if (all == nullptr) return 0;
-  all->started.push_back(std::move(commandLine));
-  return startedWell;
+  if (all == nullptr) return false;
+  all->started.push_back(utf8(commandLine));
+  return true;
 }
 
 }  // namespace
@@ -55,9 +53,9 @@ HANDLE CreateToolhelp32Snapshot(DWORD, DWORD) {
   return machine->openFiles().add(OpenProcessList{machine->processes().running, 0});
 }
 
-BOOL Process32First(HANDLE snapshot, PROCESSENTRY32* entry) { return giveEntry(snapshot, entry); }
+BOOL Process32FirstW(HANDLE snapshot, PROCESSENTRY32W* entry) { return giveEntry(snapshot, entry); }
 
-BOOL Process32Next(HANDLE snapshot, PROCESSENTRY32* entry) { return giveEntry(snapshot, entry); }
+BOOL Process32NextW(HANDLE snapshot, PROCESSENTRY32W* entry) { return giveEntry(snapshot, entry); }
 
 // The handle of a process is its id, which needs no closing.
 HANDLE OpenProcess(DWORD, BOOL, DWORD id) {
@@ -79,11 +77,23 @@ BOOL TerminateProcess(HANDLE process, UINT) {
   return TRUE;
 }
 
-UINT WinExec(LPCSTR commandLine, UINT) { return start(commandLine); }
+BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, const SECURITY_ATTRIBUTES*,
+                    const SECURITY_ATTRIBUTES*, BOOL, DWORD, LPVOID, LPCWSTR,
+                    const STARTUPINFOW* startup, PROCESS_INFORMATION* started) {
+  if (startup == nullptr || started == nullptr) return failed(ERROR_INVALID_PARAMETER);
+  if (!start(commandLine == nullptr ? textOf(program) : commandLine)) return FALSE;
+  OpenFiles& handles = Machine::current()->openFiles();
+  *started = {};
+  started->hProcess = handles.add(StartedProgram());
+  started->hThread = handles.add(StartedProgram());
+  return TRUE;
+}
 
-HINSTANCE ShellExecuteA(HWND, LPCSTR, LPCSTR file, LPCSTR parameters, LPCSTR, INT) {
-  const std::string rest = parameters == nullptr || *parameters == '\0' ? "" : " ";
-  const UINT answer = start(file + rest + (parameters == nullptr ? "" : parameters));
+HINSTANCE ShellExecuteW(HWND, LPCWSTR, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT) {
+  std::u16string commandLine(textOf(file));
+  const std::u16string_view rest = textOf(parameters);
+  if (!rest.empty()) commandLine.append(u" ").append(rest);
+  const UINT answer = start(commandLine) ? startedWell : 0;
   return reinterpret_cast<HINSTANCE>(std::uintptr_t{answer});
 }
 

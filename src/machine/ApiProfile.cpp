@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 
 #include "machine/ApiSupport.h"
 #include "machine/AtomicFile.h"
@@ -11,17 +10,20 @@
 #include "machine/FileAccess.h"
 #include "machine/Machine.h"
 #include "machine/ProfileFile.h"
+#include "unicode/Unicode.h"
 
 namespace {
 
+using namespace zelvreg;
 using namespace zelvreg::machine;
 
 // A file named without a folder lies in the Windows folder.
-Place placeOf(const Machine& machine, LPCSTR file) {
-  const std::u16string text = wideText(machine, file);
-  const bool namesFolder = text.find_first_of(u"\\/:") != std::u16string::npos;
+Place placeOf(const Machine& machine, LPCWSTR file) {
+  const std::u16string_view text = textOf(file);
+  const bool namesFolder = text.find_first_of(u"\\/:") != std::u16string_view::npos;
   Drives& drives = machine.drives();
-  return drives.find(namesFolder ? text : drives.windowsFolder() + u"\\" + text);
+  return drives.find(namesFolder ? std::u16string(text)
+                                 : drives.windowsFolder() + u"\\" + std::u16string(text));
 }
 
 // The file's content; one that cannot be read counts as empty, and the last error says why.
@@ -42,37 +44,37 @@ ProfileFile read(const Machine& machine, const Place& place) {
   return {content, machine.codePage()};
 }
 
-std::string_view withoutBlanksBehind(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(" \t") + 1);
+std::u16string_view withoutBlanksBehind(std::u16string_view text) {
+  return text.substr(0, text.find_last_not_of(u" \t") + 1);
 }
 
-std::string_view withoutQuotes(std::string_view text) {
+std::u16string_view withoutQuotes(std::u16string_view text) {
   const bool quoted = text.size() >= 2 && text.front() == text.back() &&
-                      (text.front() == '"' || text.front() == '\'');
+                      (text.front() == u'"' || text.front() == u'\'');
   return quoted ? text.substr(1, text.size() - 2) : text;
 }
 
 // Cuts a text that is too long so that its NUL fits.
-DWORD giveCut(std::string_view text, LPSTR buffer, DWORD size) {
+DWORD giveCut(std::u16string_view text, LPWSTR buffer, DWORD size) {
   if (buffer == nullptr || size == 0) return 0;
   return giveText(text.substr(0, size - 1), buffer, size);
 }
 
 // Texts with a NUL behind each and one more at the end. Cut, the list still ends in two.
-DWORD giveList(const std::vector<std::string>& texts, LPSTR buffer, DWORD size) {
+DWORD giveList(const std::vector<std::u16string>& texts, LPWSTR buffer, DWORD size) {
   if (buffer == nullptr || size == 0) return 0;
-  std::string list;
-  for (const std::string& text : texts) list.append(text).push_back('\0');
-  if (list.empty()) list.push_back('\0');
+  std::u16string list;
+  for (const std::u16string& text : texts) list.append(text).push_back(u'\0');
+  if (list.empty()) list.push_back(u'\0');
   const bool whole = list.size() + 1 <= size;
-  std::memset(buffer, 0, std::min<std::size_t>(size, 2));
+  std::fill_n(buffer, std::min<std::size_t>(size, 2), u'\0');
   if (whole) {
-    std::memcpy(buffer, list.c_str(), list.size() + 1);
+    std::copy_n(list.c_str(), list.size() + 1, buffer);
     return texts.empty() ? 0 : static_cast<DWORD>(list.size());
   }
   if (size < 2) return 0;
-  std::memcpy(buffer, list.data(), size - 2);
-  buffer[size - 2] = buffer[size - 1] = '\0';
+  std::copy_n(list.data(), size - 2, buffer);
+  buffer[size - 2] = buffer[size - 1] = u'\0';
   return size - 2;
 }
 
@@ -96,7 +98,9 @@ BOOL write(const Machine& machine, const Place& place, const ProfileFile& profil
 }
 
 // Decimal with a sign, or hexadecimal behind "0x"; what does not begin with a number is 0.
-UINT numberIn(std::string_view text) {
+UINT numberIn(std::u16string_view wide) {
+  const std::string narrow = utf8(wide);
+  std::string_view text = narrow;
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
   const bool hex = text.starts_with("0x") || text.starts_with("0X");
@@ -111,7 +115,7 @@ UINT numberIn(std::string_view text) {
 
 extern "C" {
 
-DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file) {
+DWORD GetPrivateProfileSectionW(LPCWSTR section, LPWSTR buffer, DWORD size, LPCWSTR file) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
   if (const auto fault = machine->faults().next(ApiCall::PrivateProfile)) {
@@ -125,11 +129,11 @@ DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR
   return giveList(read(*machine, placeOf(*machine, file)).entries(section), buffer, size);
 }
 
-DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer,
-                               DWORD size, LPCSTR file) {
+DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer,
+                               DWORD size, LPCWSTR file) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
-  const std::string_view otherwise = withoutBlanksBehind(fallback == nullptr ? "" : fallback);
+  const std::u16string_view otherwise = withoutBlanksBehind(textOf(fallback));
   if (const auto fault = machine->faults().next(ApiCall::PrivateProfile)) {
     failed(*fault);
     return giveCut(otherwise, buffer, size);
@@ -141,7 +145,7 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPST
   return giveCut(value ? withoutQuotes(*value) : otherwise, buffer, size);
 }
 
-UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int fallback, LPCSTR file) {
+UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, int fallback, LPCWSTR file) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return static_cast<UINT>(fallback);
   if (const auto fault = machine->faults().next(ApiCall::PrivateProfile)) {
@@ -153,7 +157,7 @@ UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int fallback, LPCSTR file
   return value ? numberIn(withoutQuotes(*value)) : static_cast<UINT>(fallback);
 }
 
-BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR text, LPCSTR file) {
+BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR text, LPCWSTR file) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   if (const auto fault = machine->faults().next(ApiCall::PrivateProfile)) return failed(*fault);

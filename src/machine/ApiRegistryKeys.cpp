@@ -17,17 +17,8 @@ LONG openKey(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result
   if (status != ERROR_SUCCESS) {
     return status;
   }
-  Registry& registry = call.registry();
-  const PathQuestion question{.root = key,
-                              .viewFlags = access & viewFlags,
-                              .options = options,
-                              .path = subKey == nullptr ? "" : subKey};
-  if (const auto* known = registry.pathMemo().find(question, registry.generation())) {
-    return openFoundKey(call, *known, {.key = key, .path = {}, .access = access}, result);
-  }
   const WideText path(call.codePage(), subKey);
-  return openPath(call, {.key = key, .path = path.view(), .access = access}, options, result,
-                  &question);
+  return openPath(call, {.key = key, .path = path.view(), .access = access}, options, result);
 }
 
 LONG createKey(HKEY key, LPCSTR subKey, REGSAM access, const SECURITY_ATTRIBUTES* security,

@@ -1,4 +1,5 @@
 // The registry calls by wide names. Data go as they are stored.
+#include <shlwapi.h>
 #include <windows.h>
 
 #include <algorithm>
@@ -6,11 +7,10 @@
 #include <span>
 
 #include "machine/ApiRegistry.h"
+#include "machine/ApiSupport.h"
 
 namespace zelvreg::machine {
 namespace {
-
-std::u16string_view textOf(LPCWSTR text) { return text == nullptr ? u"" : text; }
 
 // As putName(), for a name that needs no code page.
 LONG putWideName(std::u16string_view name, LPWSTR buffer, DWORD& size) {
@@ -71,6 +71,14 @@ DWORD sizeWithTerminator(DWORD type, const BYTE* data, DWORD size) {
   return last != 0 && behind == 0 ? size + static_cast<DWORD>(sizeof behind) : size;
 }
 
+// In the classes root this is one key of the two: the user's if it is there.
+LONG deleteAt(HKEY key, LPCWSTR subKey, REGSAM view, Below below) {
+  const RegistryCall call(ApiCall::RegDeleteKey);
+  return call.status() != ERROR_SUCCESS
+             ? call.status()
+             : deletePath(call, {.key = key, .path = textOf(subKey), .access = view}, below);
+}
+
 }  // namespace
 }  // namespace zelvreg::machine
 
@@ -79,14 +87,24 @@ using namespace zelvreg::machine;
 LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PHKEY result) {
   const RegistryCall call(ApiCall::RegOpenKey);
   const LONG status = beginOpen(call, options, result);
-  return status != ERROR_SUCCESS
-             ? status
-             : openPath(call,
-                        {.key = key,
-                         .path = textOf(subKey),
-                         .access = access,
-                         .usesPrivileges = (options & REG_OPTION_BACKUP_RESTORE) != 0},
-                        options, result);
+  if (status != ERROR_SUCCESS) {
+    return status;
+  }
+  const CallPath path{.key = key,
+                      .path = textOf(subKey),
+                      .access = access,
+                      .usesPrivileges = (options & REG_OPTION_BACKUP_RESTORE) != 0};
+  const PathQuestion question{
+      .root = key, .viewFlags = access & viewFlags, .options = options, .path = path.path};
+  Registry& registry = call.registry();
+  if (const auto* known = registry.pathMemo().find(question, registry.generation())) {
+    return openFoundKey(call, *known, path, result);
+  }
+  return openPath(call, path, options, result, &question);
+}
+
+LSTATUS RegOpenKeyW(HKEY key, LPCWSTR subKey, PHKEY result) {
+  return RegOpenKeyExW(key, subKey, 0, MAXIMUM_ALLOWED, result);
 }
 
 LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR /*className*/,
@@ -110,10 +128,17 @@ LSTATUS RegDeleteKeyExW(HKEY key, LPCWSTR subKey, REGSAM view, DWORD reserved) {
   if (subKey == nullptr || reserved != 0) {
     return ERROR_INVALID_PARAMETER;
   }
-  const RegistryCall call(ApiCall::RegDeleteKey);
-  return call.status() != ERROR_SUCCESS
-             ? call.status()
-             : deletePath(call, {.key = key, .path = subKey, .access = view}, Below::Refuses);
+  return deleteAt(key, subKey, view, Below::Refuses);
+}
+
+LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR subKey) { return RegDeleteKeyExW(key, subKey, 0, 0); }
+
+LSTATUS SHDeleteKeyW(HKEY key, LPCWSTR subKey) {
+  return deleteAt(key, subKey, 0, Below::GoesAlong);
+}
+
+LSTATUS RegEnumKeyW(HKEY key, DWORD index, LPWSTR name, DWORD nameSize) {
+  return RegEnumKeyExW(key, index, name, &nameSize, nullptr, nullptr, nullptr, nullptr);
 }
 
 LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved,

@@ -12,7 +12,7 @@ namespace {
 
 using namespace zelvreg::machine;
 
-constexpr std::string_view suiteTitle = "Zelvane Tuner";
+constexpr std::u16string_view suiteTitle = u"Zelvane Tuner";
 constexpr LONG invalidWindow = 1400;
 constexpr LONG invalidAddress = 487;
 
@@ -22,7 +22,7 @@ HWND suiteWindow() { return reinterpret_cast<HWND>(std::uintptr_t{0x10010}); }
 
 extern "C" {
 
-HWND FindWindowA(LPCSTR, LPCSTR title) {
+HWND FindWindowW(LPCWSTR, LPCWSTR title) {
   const Machine* machine = machineInForce();
   if (machine == nullptr) return nullptr;
   const bool isSuite = title != nullptr && title == suiteTitle;
@@ -31,7 +31,7 @@ HWND FindWindowA(LPCSTR, LPCSTR title) {
   return nullptr;
 }
 
-LRESULT SendMessageA(HWND window, UINT, WPARAM first, LPARAM) {
+LRESULT SendMessageW(HWND window, UINT, WPARAM first, LPARAM) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
   if (window != suiteWindow() || !machine->hasSuite()) return failed(invalidWindow);
@@ -43,8 +43,8 @@ LRESULT SendMessageA(HWND window, UINT, WPARAM first, LPARAM) {
   return 0;
 }
 
-HANDLE CreateFileMappingA(HANDLE file, const SECURITY_ATTRIBUTES*, DWORD, DWORD sizeHigh,
-                          DWORD sizeLow, LPCSTR) {
+HANDLE CreateFileMappingW(HANDLE file, const SECURITY_ATTRIBUTES*, DWORD, DWORD sizeHigh,
+                          DWORD sizeLow, LPCWSTR) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return nullptr;
   if (const auto fault = machine->faults().next(ApiCall::CreateFileMapping)) {

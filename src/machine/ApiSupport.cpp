@@ -1,6 +1,6 @@
 #include "machine/ApiSupport.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include "machine/CodePage.h"
 #include "machine/Machine.h"
@@ -24,11 +24,11 @@ std::u16string wideText(const Machine& machine, LPCSTR text) {
   return text == nullptr ? std::u16string() : machine.codePage().decode(text);
 }
 
-DWORD giveText(std::string_view text, LPSTR buffer, DWORD size) {
+DWORD giveText(std::u16string_view text, LPWSTR buffer, DWORD size) {
   const auto needed = static_cast<DWORD>(text.size() + 1);
   if (buffer == nullptr || size < needed) return needed;
-  std::memcpy(buffer, text.data(), text.size());
-  buffer[text.size()] = '\0';
+  std::ranges::copy(text, buffer);
+  buffer[text.size()] = u'\0';
   return needed - 1;
 }
 

@@ -23,9 +23,12 @@ HANDLE processTokenHandle();
 // Text of a narrow call, in UTF-16; the empty text for a null pointer.
 std::u16string wideText(const Machine& machine, LPCSTR text);
 
-// Copies `text` and its NUL into a buffer of `size` bytes if it is large enough. The length without
+// Text of a wide call; the empty text for a null pointer.
+inline std::u16string_view textOf(LPCWSTR text) { return text == nullptr ? u"" : text; }
+
+// Copies `text` and its NUL into a buffer of `size` units if it is large enough. The length without
 // the NUL then, else the size needed with it, as most calls that give text answer.
-DWORD giveText(std::string_view text, LPSTR buffer, DWORD size);
+DWORD giveText(std::u16string_view text, LPWSTR buffer, DWORD size);
 
 }  // namespace zelvreg::machine
 

@@ -19,14 +19,14 @@ constexpr LONG noSuchPrivilege = 1313;
 constexpr LONG notAllAssigned = 1300;
 
 struct Privilege {
-  std::string_view name;
+  std::u16string_view name;
   DWORD number;
   bool Privileges::*enabled;
 };
 constexpr std::array<Privilege, 3> heldPrivileges{{
-    {"SeTakeOwnershipPrivilege", 9, &Privileges::takeOwnership},
-    {"SeBackupPrivilege", 17, &Privileges::backup},
-    {"SeRestorePrivilege", 18, &Privileges::restore},
+    {u"SeTakeOwnershipPrivilege", 9, &Privileges::takeOwnership},
+    {u"SeBackupPrivilege", 17, &Privileges::backup},
+    {u"SeRestorePrivilege", 18, &Privileges::restore},
 }};
 
 }  // namespace
@@ -40,8 +40,8 @@ BOOL OpenProcessToken(HANDLE process, DWORD, HANDLE* token) {
   return TRUE;
 }
 
-BOOL LookupPrivilegeValueA(LPCSTR, LPCSTR name, LUID* value) {
-  const auto* found = std::ranges::find(heldPrivileges, std::string_view(name), &Privilege::name);
+BOOL LookupPrivilegeValueW(LPCWSTR, LPCWSTR name, LUID* value) {
+  const auto* found = std::ranges::find(heldPrivileges, textOf(name), &Privilege::name);
   if (found == heldPrivileges.end()) return failed(noSuchPrivilege);
   *value = {found->number, 0};
   return TRUE;

@@ -150,8 +150,6 @@ void Drives::redirect(PathName& path) const {
   }
 }
 
-Place Drives::find(std::string_view narrowPath) { return find(page.decode(narrowPath)); }
-
 Place Drives::find(std::u16string_view text) {
   if (onFind) onFind(text);
   PathName path = parsePath(text, current);
@@ -227,9 +225,11 @@ std::string Drives::truePath(std::u16string_view text) const {
   return path.names.empty() ? result + "\\" : result;
 }
 
-bool Drives::isUnknown(std::string_view narrowPath) {
+bool Drives::isUnknown(std::string_view narrowPath) { return isUnknown(page.decode(narrowPath)); }
+
+bool Drives::isUnknown(std::u16string_view path) {
   if (!settings.missingDrivesAreUnknown) return false;
-  const LONG error = find(narrowPath).error;
+  const LONG error = find(path).error;
   return error == ERROR_NOT_READY || error == ERROR_ACCESS_DENIED;
 }
 

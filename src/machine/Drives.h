@@ -50,7 +50,6 @@ class Drives {
   // Follows a path as the file calls of the 32-bit process do: names without regard to case, the
   // system folder redirected, links as long as they stay inside the drive.
   Place find(std::u16string_view text);
-  Place find(std::string_view narrowPath);
 
   // The same for a true path with its drive: nothing is redirected.
   Place findTrue(std::u16string_view path);
@@ -61,6 +60,7 @@ class Drives {
 
   // Whether it cannot be told if there is such a file: its drive was not given, it lies behind a
   // link that leaves its drive, or in a folder that may not be read. Never so on a machine folder.
+  bool isUnknown(std::u16string_view path);
   bool isUnknown(std::string_view narrowPath);
 
   // What is asked for below `path` and not there is looked for in a folder of this system, as if it

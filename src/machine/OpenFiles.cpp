@@ -25,6 +25,8 @@ HANDLE OpenFiles::add(SharedBlock block) { return addEntry(std::move(block)); }
 
 HANDLE OpenFiles::add(OpenProcessList list) { return addEntry(std::move(list)); }
 
+HANDLE OpenFiles::add(StartedProgram program) { return addEntry(program); }
+
 template <typename Sort>
 Sort* OpenFiles::get(HANDLE handle) {
   const auto found = open.find(numberOf(handle));

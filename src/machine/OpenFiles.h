@@ -21,7 +21,7 @@ struct OpenFile {
 };
 
 struct OpenSearch {
-  std::vector<WIN32_FIND_DATAA> found;
+  std::vector<WIN32_FIND_DATAW> found;
   std::size_t next = 0;
 };
 
@@ -36,12 +36,16 @@ struct OpenProcessList {
   std::size_t next = 0;
 };
 
+// A program that was started: the handles of its process and of its thread.
+struct StartedProgram {};
+
 class OpenFiles {
  public:
   HANDLE add(OpenFile file);
   HANDLE add(SharedBlock block);
   HANDLE add(OpenProcessList list);
   HANDLE add(OpenSearch search);
+  HANDLE add(StartedProgram program);
 
   // Null if the handle is none, closed, or one of the other sort. Valid until it is closed.
   OpenFile* file(HANDLE handle);
@@ -62,7 +66,7 @@ class OpenFiles {
   [[nodiscard]] std::size_t count() const { return open.size(); }
 
  private:
-  using Entry = std::variant<OpenFile, OpenSearch, SharedBlock, OpenProcessList>;
+  using Entry = std::variant<OpenFile, OpenSearch, SharedBlock, OpenProcessList, StartedProgram>;
   HANDLE addEntry(Entry entry);
   template <typename Sort>
   Sort* get(HANDLE handle);

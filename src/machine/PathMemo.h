@@ -20,7 +20,7 @@ struct PathQuestion {
   HKEY root = nullptr;
   REGSAM viewFlags = 0;
   DWORD options = 0;
-  std::string_view path;
+  std::u16string_view path;
 };
 
 class PathMemo {
@@ -39,7 +39,7 @@ class PathMemo {
     REGSAM viewFlags = 0;
     DWORD options = 0;
     std::uint64_t generation = 0;
-    std::string path;
+    std::u16string path;
     std::optional<KeyPlace> place;
   };
 

@@ -19,7 +19,7 @@ class DemoMachineTest : public ::testing::Test {
                           std::filesystem::copy_options::recursive);
     machine = Machine::open(copy.path() / "demo");
   }
-  bool has(std::string_view path) { return machine->drives().find(path).exists(); }
+  bool has(std::u16string_view path) { return machine->drives().find(path).exists(); }
 
   fixture::TemporaryFolder copy;
   std::unique_ptr<Machine> machine;
@@ -34,18 +34,18 @@ TEST_F(DemoMachineTest, opensAndIsUnchanged) {
 }
 
 TEST_F(DemoMachineTest, hasSoundFilesAndMissingOnes) {
-  EXPECT_TRUE(has("C:\\Windows\\Fonts\\LUMENSANSB.TTF"));
-  EXPECT_TRUE(has("C:\\Windows\\Sysnative\\nwshell.dll"));
-  EXPECT_TRUE(has("C:\\Program Files\\Common Files\\northwind\\nwprint.dll"));
-  EXPECT_FALSE(has("C:\\Windows\\Fonts\\quill.ttf"));
-  EXPECT_FALSE(has("C:\\Windows\\Sysnative\\nwgone.dll"));
-  EXPECT_FALSE(has("C:\\Program Files\\Common Files\\Northwind\\nwspell.dll"));
-  EXPECT_FALSE(has("C:\\Program Files (x86)\\Common Files\\Harbour\\hbold.dll"));
+  EXPECT_TRUE(has(u"C:\\Windows\\Fonts\\LUMENSANSB.TTF"));
+  EXPECT_TRUE(has(u"C:\\Windows\\Sysnative\\nwshell.dll"));
+  EXPECT_TRUE(has(u"C:\\Program Files\\Common Files\\northwind\\nwprint.dll"));
+  EXPECT_FALSE(has(u"C:\\Windows\\Fonts\\quill.ttf"));
+  EXPECT_FALSE(has(u"C:\\Windows\\Sysnative\\nwgone.dll"));
+  EXPECT_FALSE(has(u"C:\\Program Files\\Common Files\\Northwind\\nwspell.dll"));
+  EXPECT_FALSE(has(u"C:\\Program Files (x86)\\Common Files\\Harbour\\hbold.dll"));
 }
 
 TEST_F(DemoMachineTest, hasAReadOnlyHiddenSharedDll) {
   const Place dll =
-      machine->drives().find("C:\\Program Files\\Common Files\\Northwind\\nwcore.dll");
+      machine->drives().find(u"C:\\Program Files\\Common Files\\Northwind\\nwcore.dll");
   EXPECT_EQ(machine->drives().records().attributes(dll.path, dll.isFolder),
             FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
 }

@@ -7,6 +7,7 @@
 
 #include "machine/CodePage.h"
 #include "machine/TemporaryFolder.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -23,10 +24,10 @@ class DrivesTest : public ::testing::Test {
     if (!made) made.emplace(settings, sharedCodePage(1252));
     return *made;
   }
-  LONG errorOf(std::string_view path) { return drives().find(path).error; }
+  LONG errorOf(std::string_view path) { return drives().find(utf16(path)).error; }
   // Where a path leads, below the disk's folder.
   std::string leadsTo(std::string_view path) {
-    const Place place = drives().find(path);
+    const Place place = drives().find(utf16(path));
     if (!place.exists()) return "nowhere";
     return std::filesystem::path(place.file).lexically_relative(disk.path() / "C").string();
   }
@@ -45,8 +46,8 @@ TEST_F(DrivesTest, findsNamesInAnyCase) {
   disk.write("C/Windows/Fonts/Arial.ttf", "");
   EXPECT_EQ(leadsTo("c:\\WINDOWS\\fonts\\ARIAL.TTF"), "Windows/Fonts/Arial.ttf");
   EXPECT_EQ(leadsTo("C:/Windows/Fonts"), "Windows/Fonts");
-  EXPECT_TRUE(drives().find("C:\\windows").isFolder);
-  EXPECT_FALSE(drives().find("C:\\windows\\fonts\\arial.ttf").isFolder);
+  EXPECT_TRUE(drives().find(u"C:\\windows").isFolder);
+  EXPECT_FALSE(drives().find(u"C:\\windows\\fonts\\arial.ttf").isFolder);
 }
 
 TEST_F(DrivesTest, aPipeIsNotThereAndNobodyWaitsForIt) {
@@ -63,14 +64,14 @@ TEST_F(DrivesTest, prefersTheNameAsItIsWritten) {
   EXPECT_EQ(leadsTo("C:\\A.txt"), "A.TXT");
 }
 
-TEST_F(DrivesTest, readsNamesInTheCodePage) {
-  disk.write(
-      "C/Gr\xC3\xB6\xC3\x9F"
-      "e.txt",
-      "");
-  EXPECT_EQ(errorOf("C:\\GR\xD6\xDF"
-                    "E.txt"),
-            ERROR_SUCCESS);
+TEST_F(DrivesTest, findsNamesOfEveryScriptInAnyCase) {
+  disk.write("C/gr\u00F6\u00DFe.txt", "");
+  disk.write("C/Users/\u0418\u0432\u0430\u043D/app.exe", "");
+  disk.write("C/\u30DD\u30B1\u30C3\u30C8.txt", "");
+  EXPECT_EQ(errorOf("C:\\GR\u00D6\u00DFE.txt"), ERROR_SUCCESS);
+  EXPECT_EQ(errorOf("C:\\Users\\\u0438\u0412\u0410\u041D\\App.exe"), ERROR_SUCCESS);
+  EXPECT_EQ(errorOf("C:\\\u30DD\u30B1\u30C3\u30C8.TXT"), ERROR_SUCCESS);
+  EXPECT_EQ(errorOf("C:\\\u30DD\u30B1\u30C3\u30C9.TXT"), ERROR_FILE_NOT_FOUND);
 }
 
 TEST_F(DrivesTest, saysWhetherTheFileOrAFolderIsMissing) {
@@ -85,7 +86,7 @@ TEST_F(DrivesTest, saysWhetherTheFileOrAFolderIsMissing) {
 
 TEST_F(DrivesTest, tellsWhereAMissingFileWouldBe) {
   disk.makeFolder("C/Folder");
-  const Place place = drives().find("c:\\FOLDER\\New.txt");
+  const Place place = drives().find(u"c:\\FOLDER\\New.txt");
   EXPECT_TRUE(place.canBeMade());
   EXPECT_EQ(place.path, "C:\\Folder\\New.txt");
   EXPECT_EQ(place.file, place.folder + "/New.txt");
@@ -98,7 +99,7 @@ TEST_F(DrivesTest, dropsBlanksAndDotsAtTheEnd) {
 }
 
 TEST_F(DrivesTest, theRootOfADriveIsAFolder) {
-  const Place root = drives().find("C:\\");
+  const Place root = drives().find(u"C:\\");
   EXPECT_TRUE(root.exists());
   EXPECT_TRUE(root.isFolder);
   EXPECT_EQ(root.path, "C:\\");
@@ -188,18 +189,18 @@ TEST_F(DrivesTest, seesWhatChangesBetweenTwoQuestions) {
 
 TEST_F(DrivesTest, aDriveWithoutAFolderIsNoDrive) {
   EXPECT_EQ(errorOf("D:\\a.txt"), ERROR_PATH_NOT_FOUND);
-  EXPECT_FALSE(drives().isUnknown("D:\\a.txt"));
+  EXPECT_FALSE(drives().isUnknown(u"D:\\a.txt"));
 }
 
 TEST_F(DrivesTest, onADiskADriveThatWasNotGivenIsUnknown) {
   settings.missingDrivesAreUnknown = true;
   link("/mnt/other", "C/junction");
   EXPECT_EQ(errorOf("D:\\a.txt"), ERROR_NOT_READY);
-  EXPECT_TRUE(drives().isUnknown("D:\\a.txt"));
-  EXPECT_TRUE(drives().isUnknown("C:\\junction\\a.txt"));
-  EXPECT_FALSE(drives().isUnknown("C:\\a.txt"));
-  EXPECT_FALSE(drives().isUnknown("C:\\*"));
-  EXPECT_FALSE(drives().isUnknown(""));
+  EXPECT_TRUE(drives().isUnknown(u"D:\\a.txt"));
+  EXPECT_TRUE(drives().isUnknown(u"C:\\junction\\a.txt"));
+  EXPECT_FALSE(drives().isUnknown(u"C:\\a.txt"));
+  EXPECT_FALSE(drives().isUnknown(u"C:\\*"));
+  EXPECT_FALSE(drives().isUnknown(u""));
 }
 
 }  // namespace

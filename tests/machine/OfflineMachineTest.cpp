@@ -44,22 +44,22 @@ TEST_F(RealDiskTest, aDriveThatWasNotGivenIsUnknownUnlessItIsToBeDead) {
   {
     const auto machine = Machine::openOffline(disk);
     const Running running(*machine);
-    EXPECT_TRUE(machine->drives().isUnknown("D:\\x.dll"));
-    EXPECT_FALSE(machine->drives().isUnknown("C:\\x.dll"));
+    EXPECT_TRUE(machine->drives().isUnknown(u"D:\\x.dll"));
+    EXPECT_FALSE(machine->drives().isUnknown(u"C:\\x.dll"));
     EXPECT_EQ(GetFileAttributesA("D:\\x.dll"), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_READY));
     EXPECT_EQ(GetFileAttributesA("C:\\windows"), FILE_ATTRIBUTE_DIRECTORY);
   }
   disk.missingDrivesAreDead = true;
   const auto machine = Machine::openOffline(disk);
-  EXPECT_FALSE(machine->drives().isUnknown("D:\\x.dll"));
+  EXPECT_FALSE(machine->drives().isUnknown(u"D:\\x.dll"));
 }
 
 TEST_F(RealDiskTest, takesFurtherDrivesButNotTheSameTwice) {
   const fixture::TemporaryFolder other;
   other.write("x.dll", "");
   disk.drives['D'] = other.path();
-  EXPECT_TRUE(Machine::openOffline(disk)->drives().find("d:\\X.DLL").exists());
+  EXPECT_TRUE(Machine::openOffline(disk)->drives().find(u"d:\\X.DLL").exists());
   disk.drives['D'] = other.path() / "missing";
   EXPECT_NE(refusalOf(disk).find("drive D:"), std::string::npos);
   disk.drives.clear();

@@ -94,7 +94,7 @@ TEST_F(PathMemoTest, MorePathsThanAreRememberedAreAllFound) {
 TEST(PathMemo, AnswersOnlyWhatWasKeptInThisGeneration) {
   machine::PathMemo memo;
   const machine::PathQuestion question{
-      .root = HKEY_CURRENT_USER, .viewFlags = 0, .options = 0, .path = vendor};
+      .root = HKEY_CURRENT_USER, .viewFlags = 0, .options = 0, .path = uR"(Software\Vendor)"};
   memo.keep(question, 7, std::nullopt);
   ASSERT_NE(memo.find(question, 7), nullptr);
   EXPECT_FALSE(memo.find(question, 7)->has_value());

@@ -6,6 +6,7 @@
 
 extern "C" {
 LSTATUS SHDeleteKeyA(HKEY key, LPCSTR subKey);
+LSTATUS SHDeleteKeyW(HKEY key, LPCWSTR subKey);
 }
 
 #endif

@@ -12,10 +12,18 @@ struct PROCESSENTRY32 {
   CHAR szExeFile[MAX_PATH];
 };
 
+struct PROCESSENTRY32W {
+  DWORD dwSize;
+  DWORD th32ProcessID;
+  WCHAR szExeFile[MAX_PATH];
+};
+
 extern "C" {
 HANDLE CreateToolhelp32Snapshot(DWORD what, DWORD process);
 BOOL Process32First(HANDLE snapshot, PROCESSENTRY32* entry);
 BOOL Process32Next(HANDLE snapshot, PROCESSENTRY32* entry);
+BOOL Process32FirstW(HANDLE snapshot, PROCESSENTRY32W* entry);
+BOOL Process32NextW(HANDLE snapshot, PROCESSENTRY32W* entry);
 }
 
 #endif

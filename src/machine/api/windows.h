@@ -171,10 +171,12 @@ LSTATUS RegSetValueExA(HKEY key, LPCSTR valueName, DWORD reserved, DWORD type, c
 LSTATUS RegDeleteKeyA(HKEY key, LPCSTR subKey);
 LSTATUS RegDeleteValueA(HKEY key, LPCSTR valueName);
 
+LSTATUS RegOpenKeyW(HKEY key, LPCWSTR subKey, PHKEY result);
 LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PHKEY result);
 LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR className, DWORD options,
                         REGSAM access, const SECURITY_ATTRIBUTES* security, PHKEY result,
                         LPDWORD disposition);
+LSTATUS RegEnumKeyW(HKEY key, DWORD index, LPWSTR name, DWORD nameSize);
 LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved,
                       LPWSTR className, LPDWORD classSize, FILETIME* lastWrite);
 LSTATUS RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved,
@@ -183,6 +185,7 @@ LSTATUS RegQueryValueExW(HKEY key, LPCWSTR valueName, LPDWORD reserved, LPDWORD 
                          LPDWORD dataSize);
 LSTATUS RegSetValueExW(HKEY key, LPCWSTR valueName, DWORD reserved, DWORD type, const BYTE* data,
                        DWORD dataSize);
+LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR subKey);
 LSTATUS RegDeleteKeyExW(HKEY key, LPCWSTR subKey, REGSAM view, DWORD reserved);
 LSTATUS RegDeleteValueW(HKEY key, LPCWSTR valueName);
 }
@@ -327,9 +330,14 @@ LSTATUS RegSetKeySecurity(HKEY key, SECURITY_INFORMATION what, PSECURITY_DESCRIP
 BOOL GetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
                       DWORD size, LPDWORD needed);
 BOOL SetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor);
+BOOL GetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
+                      DWORD size, LPDWORD needed);
+BOOL SetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor);
 
 BOOL LookupAccountNameA(LPCSTR systemName, LPCSTR accountName, PSID sid, LPDWORD sidSize,
                         LPSTR domain, LPDWORD domainSize, PSID_NAME_USE use);
+BOOL LookupAccountNameW(LPCWSTR systemName, LPCWSTR accountName, PSID sid, LPDWORD sidSize,
+                        LPWSTR domain, LPDWORD domainSize, PSID_NAME_USE use);
 BOOL AllocateAndInitializeSid(PSID_IDENTIFIER_AUTHORITY authority, BYTE count, DWORD sub0,
                               DWORD sub1, DWORD sub2, DWORD sub3, DWORD sub4, DWORD sub5,
                               DWORD sub6, DWORD sub7, PSID* sid);
@@ -339,6 +347,7 @@ BOOL EqualSid(PSID first, PSID second);
 
 BOOL OpenProcessToken(HANDLE process, DWORD access, HANDLE* token);
 BOOL LookupPrivilegeValueA(LPCSTR systemName, LPCSTR name, LUID* value);
+BOOL LookupPrivilegeValueW(LPCWSTR systemName, LPCWSTR name, LUID* value);
 BOOL AdjustTokenPrivileges(HANDLE token, BOOL disablesAll, PTOKEN_PRIVILEGES changes, DWORD size,
                            PTOKEN_PRIVILEGES before, PDWORD needed);
 BOOL GetTokenInformation(HANDLE token, TOKEN_INFORMATION_CLASS what, LPVOID information, DWORD size,
@@ -400,8 +409,23 @@ struct WIN32_FIND_DATAA {
   CHAR cAlternateFileName[14];
 };
 
+struct WIN32_FIND_DATAW {
+  DWORD dwFileAttributes;
+  FILETIME ftCreationTime;
+  FILETIME ftLastAccessTime;
+  FILETIME ftLastWriteTime;
+  DWORD nFileSizeHigh;
+  DWORD nFileSizeLow;
+  DWORD dwReserved0;
+  DWORD dwReserved1;
+  WCHAR cFileName[MAX_PATH];
+  WCHAR cAlternateFileName[14];
+};
+
 extern "C" {
 HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, const SECURITY_ATTRIBUTES* security,
+                   DWORD disposition, DWORD flags, HANDLE templateFile);
+HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, const SECURITY_ATTRIBUTES* security,
                    DWORD disposition, DWORD flags, HANDLE templateFile);
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, void* overlapped);
 BOOL WriteFile(HANDLE file, LPCVOID data, DWORD size, LPDWORD written, void* overlapped);
@@ -418,11 +442,27 @@ BOOL FindNextFileA(HANDLE find, WIN32_FIND_DATAA* data);
 BOOL FindClose(HANDLE find);
 DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);
 
+BOOL DeleteFileW(LPCWSTR path);
+BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags);
+BOOL CreateDirectoryW(LPCWSTR path, const SECURITY_ATTRIBUTES* security);
+DWORD GetFileAttributesW(LPCWSTR path);
+UINT GetDriveTypeW(LPCWSTR root);
+BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes);
+HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data);
+BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* data);
+DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size);
+
 DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file);
 DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer,
                                DWORD size, LPCSTR file);
 UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int fallback, LPCSTR file);
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR text, LPCSTR file);
+
+DWORD GetPrivateProfileSectionW(LPCWSTR section, LPWSTR buffer, DWORD size, LPCWSTR file);
+DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer,
+                               DWORD size, LPCWSTR file);
+UINT GetPrivateProfileIntW(LPCWSTR section, LPCWSTR key, int fallback, LPCWSTR file);
+BOOL WritePrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR text, LPCWSTR file);
 }
 
 // Windows and memory shared between processes.
@@ -452,6 +492,10 @@ HWND FindWindowA(LPCSTR className, LPCSTR title);
 LRESULT SendMessageA(HWND window, UINT message, WPARAM first, LPARAM second);
 HANDLE CreateFileMappingA(HANDLE file, const SECURITY_ATTRIBUTES* security, DWORD protection,
                           DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
+HWND FindWindowW(LPCWSTR className, LPCWSTR title);
+LRESULT SendMessageW(HWND window, UINT message, WPARAM first, LPARAM second);
+HANDLE CreateFileMappingW(HANDLE file, const SECURITY_ATTRIBUTES* security, DWORD protection,
+                          DWORD sizeHigh, DWORD sizeLow, LPCWSTR name);
 LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offsetLow,
                      std::size_t size);
 BOOL FlushViewOfFile(LPCVOID view, std::size_t size);
@@ -465,8 +509,41 @@ using INT = int;
 using INT_PTR = std::intptr_t;
 inline constexpr INT SW_SHOWNORMAL = 1;
 inline constexpr DWORD PROCESS_TERMINATE = 1;
+inline constexpr DWORD STARTF_USESHOWWINDOW = 1;
+
+struct STARTUPINFOW {
+  DWORD cb;
+  LPWSTR lpReserved;
+  LPWSTR lpDesktop;
+  LPWSTR lpTitle;
+  DWORD dwX;
+  DWORD dwY;
+  DWORD dwXSize;
+  DWORD dwYSize;
+  DWORD dwXCountChars;
+  DWORD dwYCountChars;
+  DWORD dwFillAttribute;
+  DWORD dwFlags;
+  WORD wShowWindow;
+  WORD cbReserved2;
+  LPBYTE lpReserved2;
+  HANDLE hStdInput;
+  HANDLE hStdOutput;
+  HANDLE hStdError;
+};
+
+struct PROCESS_INFORMATION {
+  HANDLE hProcess;
+  HANDLE hThread;
+  DWORD dwProcessId;
+  DWORD dwThreadId;
+};
 
 extern "C" {
+BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, const SECURITY_ATTRIBUTES* process,
+                    const SECURITY_ATTRIBUTES* thread, BOOL inherits, DWORD flags,
+                    LPVOID environment, LPCWSTR folder, const STARTUPINFOW* startup,
+                    PROCESS_INFORMATION* started);
 HANDLE OpenProcess(DWORD access, BOOL inherit, DWORD id);
 BOOL TerminateProcess(HANDLE process, UINT exitCode);
 UINT WinExec(LPCSTR commandLine, UINT show);
@@ -504,10 +581,14 @@ void GetLocalTime(SYSTEMTIME* time);
 ULONGLONG GetTickCount64();
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
 DWORD ExpandEnvironmentStringsA(LPCSTR source, LPSTR buffer, DWORD size);
+DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size);
+DWORD ExpandEnvironmentStringsW(LPCWSTR source, LPWSTR buffer, DWORD size);
 HLOCAL LocalAlloc(UINT flags, SIZE_T size);
 HLOCAL LocalFree(HLOCAL memory);
 DWORD CharLowerBuffA(LPSTR text, DWORD size);
 DWORD CharUpperBuffA(LPSTR text, DWORD size);
+DWORD CharLowerBuffW(LPWSTR text, DWORD size);
+DWORD CharUpperBuffW(LPWSTR text, DWORD size);
 int CompareStringOrdinal(LPCWSTR first, int firstLength, LPCWSTR second, int secondLength,
                          BOOL ignoresCase);
 int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide,

@@ -1,57 +1,40 @@
+#include <gtest/gtest.h>
 #include <windows.h>
 
-#include "support/MachineFixture.h"
+#include <string>
 
 namespace zelvreg::fixture {
 namespace {
 
-class ApiCaseTest : public MachineFixture {
- protected:
-  static std::string lower(std::string text) {
-    CharLowerBuffA(text.data(), static_cast<DWORD>(text.size()));
-    return text;
-  }
-  static std::string upper(std::string text) {
-    CharUpperBuffA(text.data(), static_cast<DWORD>(text.size()));
-    return text;
-  }
-};
-
-TEST_F(ApiCaseTest, ChangesTheLettersOfTheCodePage) {
-  start();
-  EXPECT_EQ(lower("\xC4"
-                  "BC \xDF"),
-            "\xE4"
-            "bc \xDF");
-  EXPECT_EQ(upper("\xE4"
-                  "bc \xDF"),
-            "\xC4"
-            "BC \xDF");
+std::u16string lower(std::u16string text) {
+  EXPECT_EQ(CharLowerBuffW(text.data(), static_cast<DWORD>(text.size())), text.size());
+  return text;
 }
 
-TEST_F(ApiCaseTest, ALetterWithoutTheOtherCaseInThePageStays) {
-  setting("codepage", "1252");
-  start();
-  EXPECT_EQ(upper("\xB5"), "\xB5");
-  EXPECT_EQ(upper("\xFF"), "\x9F");
+std::u16string upper(std::u16string text) {
+  EXPECT_EQ(CharUpperBuffW(text.data(), static_cast<DWORD>(text.size())), text.size());
+  return text;
 }
 
-TEST_F(ApiCaseTest, EachCodePageHasItsOwnLetters) {
-  setting("codepage", "1250");
-  start();
-  EXPECT_EQ(lower("\xA3\xD3"
-                  "D\xAC"),
-            "\xB3\xF3"
-            "d\xAC");
+TEST(ApiCaseTest, ChangesTheLettersOfEveryScript) {
+  EXPECT_EQ(lower(u"\u00C4BC \u00DF \u0416\u0421 \u30BD"), u"\u00E4bc \u00DF \u0436\u0441 \u30BD");
+  EXPECT_EQ(upper(u"\u00E4bc \u00DF \u0436\u0441 \u30BD"), u"\u00C4BC \u00DF \u0416\u0421 \u30BD");
 }
 
-TEST_F(ApiCaseTest, TwoByteCharactersKeepTheirBytes) {
-  setting("codepage", "932");
-  start();
-  EXPECT_EQ(lower("\x83\x41"
-                  "AB"),
-            "\x83\x41"
-            "ab");
+TEST(ApiCaseTest, ALetterWhoseCaseBelongsToAnotherOneStays) {
+  EXPECT_EQ(upper(u"\u00B5\u00FF\u0131"), u"\u00B5\u0178\u0131");
+}
+
+TEST(ApiCaseTest, HalvesOfACharacterStay) {
+  // The lower case of the first is 0x10428.
+  EXPECT_EQ(lower(u"\U00010400 A"), u"\U00010400 a");
+  EXPECT_EQ(upper(u"a\xD800"), u"A\xD800");
+}
+
+TEST(ApiCaseTest, NothingBehindTheSizeChanges) {
+  std::u16string text = u"ab";
+  CharUpperBuffW(text.data(), 1);
+  EXPECT_EQ(text, u"Ab");
 }
 
 }  // namespace

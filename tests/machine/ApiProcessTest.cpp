@@ -46,24 +46,24 @@ TEST_F(ApiProcessTest, tellsTheCodePageAndTheTime) {
 
 TEST_F(ApiProcessTest, givesAVariableIfThereIsRoom) {
   start();
-  std::array<char, 16> buffer{};
-  EXPECT_EQ(GetEnvironmentVariableA("systemroot", buffer.data(), 11), 10U);
-  EXPECT_STREQ(buffer.data(), "C:\\Windows");
-  EXPECT_EQ(GetEnvironmentVariableA("SystemRoot", buffer.data(), 10), 11U);
-  EXPECT_EQ(GetEnvironmentVariableA("SystemRoot", nullptr, 0), 11U);
-  EXPECT_EQ(GetEnvironmentVariableA("nothing", buffer.data(), 16), 0U);
+  std::array<char16_t, 16> buffer{};
+  EXPECT_EQ(GetEnvironmentVariableW(u"systemroot", buffer.data(), 11), 10U);
+  EXPECT_EQ(std::u16string(buffer.data()), u"C:\\Windows");
+  EXPECT_EQ(GetEnvironmentVariableW(u"SystemRoot", buffer.data(), 10), 11U);
+  EXPECT_EQ(GetEnvironmentVariableW(u"SystemRoot", nullptr, 0), 11U);
+  EXPECT_EQ(GetEnvironmentVariableW(u"nothing", buffer.data(), 16), 0U);
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ENVVAR_NOT_FOUND));
 }
 
 TEST_F(ApiProcessTest, expandsVariablesAndTellsTheSizeWithTheNul) {
-  variable("V", "\xC3\xA9");
+  variable("V", "\u0416");
   start();
-  std::array<char, 32> buffer{};
-  EXPECT_EQ(ExpandEnvironmentStringsA("%SYSTEMROOT%\\%x%", nullptr, 0), 15U);
-  EXPECT_EQ(ExpandEnvironmentStringsA("%SYSTEMROOT%\\%x%", buffer.data(), 15), 15U);
-  EXPECT_STREQ(buffer.data(), "C:\\Windows\\%x%");
-  EXPECT_EQ(ExpandEnvironmentStringsA("%v%", buffer.data(), 32), 2U);
-  EXPECT_STREQ(buffer.data(), "\xE9");
+  std::array<char16_t, 32> buffer{};
+  EXPECT_EQ(ExpandEnvironmentStringsW(u"%SYSTEMROOT%\\%x%", nullptr, 0), 15U);
+  EXPECT_EQ(ExpandEnvironmentStringsW(u"%SYSTEMROOT%\\%x%", buffer.data(), 15), 15U);
+  EXPECT_EQ(std::u16string(buffer.data()), u"C:\\Windows\\%x%");
+  EXPECT_EQ(ExpandEnvironmentStringsW(u"%v%", buffer.data(), 32), 2U);
+  EXPECT_EQ(std::u16string(buffer.data()), u"\u0416");
 }
 
 TEST_F(ApiProcessTest, theLastErrorIsAskedAndSetWithoutAMachine) {

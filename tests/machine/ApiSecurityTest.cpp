@@ -8,6 +8,7 @@
 
 #include "machine/Accounts.h"
 #include "support/MachineFixture.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -17,8 +18,8 @@ DWORD error(LONG code) { return static_cast<DWORD>(code); }
 // A descriptor made of text, freed at the end.
 class TextDescriptor {
  public:
-  explicit TextDescriptor(const char* text) {
-    ConvertStringSecurityDescriptorToSecurityDescriptorA(text, SDDL_REVISION_1, &memory, &size);
+  explicit TextDescriptor(const char16_t* text) {
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(text, SDDL_REVISION_1, &memory, &size);
   }
   ~TextDescriptor() { LocalFree(memory); }
   TextDescriptor(const TextDescriptor&) = delete;
@@ -28,13 +29,13 @@ class TextDescriptor {
 };
 
 std::string textOf(PSECURITY_DESCRIPTOR descriptor, SECURITY_INFORMATION what) {
-  LPSTR text = nullptr;
+  LPWSTR text = nullptr;
   ULONG length = 0;
-  if (ConvertSecurityDescriptorToStringSecurityDescriptorA(descriptor, SDDL_REVISION_1, what, &text,
+  if (ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor, SDDL_REVISION_1, what, &text,
                                                            &length) == FALSE) {
     return "refused";
   }
-  std::string result = text;
+  std::string result = utf8(text);
   EXPECT_EQ(length, result.size() + 1);
   LocalFree(text);
   return result;
@@ -62,12 +63,12 @@ TEST(ApiSid, isMadeComparedAndFreed) {
 }
 
 TEST(ApiSddl, goesBothWays) {
-  const TextDescriptor made("O:BAG:SYD:PAI(A;CI;KA;;;BA)(D;;KR;;;WD)");
+  const TextDescriptor made(u"O:BAG:SYD:PAI(A;CI;KA;;;BA)(D;;KR;;;WD)");
   ASSERT_NE(made.memory, nullptr);
   EXPECT_EQ(textOf(made.memory, 7), "O:BAG:SYD:PAI(A;CI;KA;;;BA)(D;;KR;;;WD)");
   EXPECT_EQ(textOf(made.memory, OWNER_SECURITY_INFORMATION), "O:BA");
   EXPECT_EQ(textOf(made.memory, DACL_SECURITY_INFORMATION), "D:PAI(A;CI;KA;;;BA)(D;;KR;;;WD)");
-  EXPECT_EQ(TextDescriptor("D:(A;;KA;;;nobody)").memory, nullptr);
+  EXPECT_EQ(TextDescriptor(u"D:(A;;KA;;;nobody)").memory, nullptr);
   EXPECT_EQ(GetLastError(), error(ERROR_INVALID_PARAMETER));
 }
 
@@ -91,7 +92,7 @@ TEST(ApiDescriptor, anAbsoluteOneStartsEmptyAndTakesAList) {
 }
 
 TEST(ApiDescriptor, aSelfRelativeOneIsReadButTakesNoList) {
-  const TextDescriptor made("D:(A;;KA;;;BA)");
+  const TextDescriptor made(u"D:(A;;KA;;;BA)");
   BOOL present = FALSE;
   BOOL defaulted = TRUE;
   PACL acl = nullptr;
@@ -104,7 +105,7 @@ TEST(ApiDescriptor, aSelfRelativeOneIsReadButTakesNoList) {
 }
 
 TEST(ApiDescriptor, noAccessControlIsAListThatIsPresentAndNull) {
-  const TextDescriptor made("D:NO_ACCESS_CONTROL");
+  const TextDescriptor made(u"D:NO_ACCESS_CONTROL");
   BOOL present = FALSE;
   BOOL defaulted = FALSE;
   PACL acl = reinterpret_cast<PACL>(&present);
@@ -146,7 +147,7 @@ TEST(ApiAcl, tellsItsSizes) {
 }
 
 TEST(ApiAcl, entriesAreAddedCopiedAndCounted) {
-  const TextDescriptor made("D:(A;CI;KA;;;BA)(D;;KR;;;WD)");
+  const TextDescriptor made(u"D:(A;CI;KA;;;BA)(D;;KR;;;WD)");
   BOOL flag = FALSE;
   PACL old = nullptr;
   GetSecurityDescriptorDacl(made.memory, &flag, &old, &flag);
@@ -196,20 +197,20 @@ TEST_F(ApiAccountsTest, looksUpAnAccountByTheSizeProtocol) {
   setting("user", "Ann");
   start();
   DWORD sidSize = 0;
-  std::array<char, 64> domain{};
+  std::array<char16_t, 64> domain{};
   DWORD domainSize = 0;
   SID_NAME_USE use = SidTypeInvalid;
-  EXPECT_EQ(LookupAccountNameA(nullptr, "ann", nullptr, &sidSize, nullptr, &domainSize, &use),
+  EXPECT_EQ(LookupAccountNameW(nullptr, u"ann", nullptr, &sidSize, nullptr, &domainSize, &use),
             FALSE);
   EXPECT_EQ(GetLastError(), error(ERROR_INSUFFICIENT_BUFFER));
   EXPECT_EQ(sidSize, 28U);
   EXPECT_EQ(domainSize, 9U);
   Bytes sid(sidSize);
   EXPECT_NE(
-      LookupAccountNameA(nullptr, "ann", sid.data(), &sidSize, domain.data(), &domainSize, &use),
+      LookupAccountNameW(nullptr, u"ann", sid.data(), &sidSize, domain.data(), &domainSize, &use),
       FALSE);
   EXPECT_EQ(sid, folderUserSid());
-  EXPECT_STREQ(domain.data(), "COMPUTER");
+  EXPECT_EQ(std::u16string(domain.data()), u"COMPUTER");
   EXPECT_EQ(domainSize, 8U);
   EXPECT_EQ(use, SidTypeUser);
 }
@@ -218,11 +219,11 @@ TEST_F(ApiAccountsTest, doesNotKnowAnybodyElse) {
   start();
   Bytes sid(68);
   DWORD sidSize = 68;
-  std::array<char, 64> domain{};
+  std::array<char16_t, 64> domain{};
   DWORD domainSize = 64;
   SID_NAME_USE use = SidTypeInvalid;
   EXPECT_EQ(
-      LookupAccountNameA(nullptr, "Bob", sid.data(), &sidSize, domain.data(), &domainSize, &use),
+      LookupAccountNameW(nullptr, u"Bob", sid.data(), &sidSize, domain.data(), &domainSize, &use),
       FALSE);
   EXPECT_EQ(GetLastError(), error(ERROR_NONE_MAPPED));
   EXPECT_EQ(sidSize, 0U);
@@ -231,7 +232,7 @@ TEST_F(ApiAccountsTest, doesNotKnowAnybodyElse) {
 TEST_F(ApiAccountsTest, canBeMadeToFail) {
   start().faults().fail(ApiCall::LookupAccountName, 1, ERROR_ACCESS_DENIED);
   DWORD size = 0;
-  EXPECT_EQ(LookupAccountNameA(nullptr, "User", nullptr, &size, nullptr, &size, nullptr), FALSE);
+  EXPECT_EQ(LookupAccountNameW(nullptr, u"User", nullptr, &size, nullptr, &size, nullptr), FALSE);
   EXPECT_EQ(GetLastError(), error(ERROR_ACCESS_DENIED));
 }
 

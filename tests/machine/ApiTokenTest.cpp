@@ -26,9 +26,9 @@ class ApiTokenTest : public fixture::MachineFixture {
   }
   ~ApiTokenTest() override { EXPECT_NE(CloseHandle(token), FALSE); }
 
-  void set(LPCSTR name, DWORD attributes) {
+  void set(LPCWSTR name, DWORD attributes) {
     TOKEN_PRIVILEGES change{1, {{{0, 0}, attributes}}};
-    EXPECT_NE(LookupPrivilegeValueA(nullptr, name, &change.Privileges[0].Luid), FALSE);
+    EXPECT_NE(LookupPrivilegeValueW(nullptr, name, &change.Privileges[0].Luid), FALSE);
     EXPECT_NE(AdjustTokenPrivileges(token, FALSE, &change, sizeof change, nullptr, nullptr), FALSE);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_SUCCESS));
   }
@@ -53,7 +53,7 @@ TEST_F(ApiTokenTest, WithoutAPrivilegeAnOpenForBackupIsDenied) {
 }
 
 TEST_F(ApiTokenTest, ToReadForABackupIsNotToWrite) {
-  set(SE_BACKUP_NAME, SE_PRIVILEGE_ENABLED);
+  set(u"SeBackupPrivilege", SE_PRIVILEGE_ENABLED);
   EXPECT_EQ(openStatus(0, KEY_QUERY_VALUE), ERROR_ACCESS_DENIED);
   HKEY opened = nullptr;
   ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, closed, REG_OPTION_BACKUP_RESTORE, 0, &opened),
@@ -66,7 +66,7 @@ TEST_F(ApiTokenTest, ToReadForABackupIsNotToWrite) {
 }
 
 TEST_F(ApiTokenTest, ToRestoreIsToWriteAndToMakeAnywhere) {
-  set(SE_RESTORE_NAME, SE_PRIVILEGE_ENABLED);
+  set(u"SeRestorePrivilege", SE_PRIVILEGE_ENABLED);
   HKEY opened = nullptr;
   ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, closed, REG_OPTION_BACKUP_RESTORE, 0, &opened),
             ERROR_SUCCESS);
@@ -80,13 +80,13 @@ TEST_F(ApiTokenTest, ToRestoreIsToWriteAndToMakeAnywhere) {
   EXPECT_EQ(fixture::setText(made, "b", "y"), ERROR_SUCCESS);
   RegCloseKey(made);
   RegCloseKey(opened);
-  set(SE_RESTORE_NAME, 0);
+  set(u"SeRestorePrivilege", 0);
   EXPECT_EQ(openStatus(REG_OPTION_BACKUP_RESTORE, 0), ERROR_ACCESS_DENIED);
 }
 
 TEST_F(ApiTokenTest, WhoTakesOwnershipMayChangeTheList) {
   EXPECT_EQ(openStatus(0, WRITE_OWNER), ERROR_ACCESS_DENIED);
-  set(SE_TAKE_OWNERSHIP_NAME, SE_PRIVILEGE_ENABLED);
+  set(u"SeTakeOwnershipPrivilege", SE_PRIVILEGE_ENABLED);
   EXPECT_EQ(openStatus(0, WRITE_OWNER | KEY_QUERY_VALUE), ERROR_ACCESS_DENIED);
   {
     const OpenedKey opened(HKEY_CURRENT_USER, R"(Software\Closed)", WRITE_OWNER);
@@ -99,11 +99,11 @@ TEST_F(ApiTokenTest, WhoTakesOwnershipMayChangeTheList) {
 
 TEST_F(ApiTokenTest, APrivilegeThatIsNotHeldIsNotAssigned) {
   LUID value{};
-  EXPECT_EQ(LookupPrivilegeValueA(nullptr, "SeTcbPrivilege", &value), FALSE);
+  EXPECT_EQ(LookupPrivilegeValueW(nullptr, u"SeTcbPrivilege", &value), FALSE);
   TOKEN_PRIVILEGES change{1, {{{7, 0}, SE_PRIVILEGE_ENABLED}}};
   EXPECT_NE(AdjustTokenPrivileges(token, FALSE, &change, sizeof change, nullptr, nullptr), FALSE);
   EXPECT_EQ(GetLastError(), 1300U);
-  set(SE_BACKUP_NAME, SE_PRIVILEGE_ENABLED);
+  set(u"SeBackupPrivilege", SE_PRIVILEGE_ENABLED);
   EXPECT_NE(AdjustTokenPrivileges(token, TRUE, nullptr, 0, nullptr, nullptr), FALSE);
   EXPECT_EQ(openStatus(REG_OPTION_BACKUP_RESTORE, 0), ERROR_ACCESS_DENIED);
 }

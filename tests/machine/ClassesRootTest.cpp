@@ -52,14 +52,14 @@ TEST_F(ClassesRootTest, AnIndexCanBeAskedInAnyOrderAndAfterChanges) {
   ofUser("c");
   start();
   const auto nameAt = [](DWORD index) {
-    std::array<char, 16> name{};
-    const LONG status = RegEnumKeyA(HKEY_CLASSES_ROOT, index, name.data(), 16);
-    return status == ERROR_SUCCESS ? std::string(name.data()) : std::to_string(status);
+    std::array<char16_t, 16> name{};
+    const LONG status = RegEnumKeyW(HKEY_CLASSES_ROOT, index, name.data(), 16);
+    return status == ERROR_SUCCESS ? utf8(name.data()) : std::to_string(status);
   };
   EXPECT_EQ(nameAt(3), "d");
   EXPECT_EQ(nameAt(1), "b");
   EXPECT_EQ(nameAt(4), "259");
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CLASSES_ROOT, "a"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CLASSES_ROOT, u"a"), ERROR_SUCCESS);
   EXPECT_EQ(nameAt(1), "c");
 }
 
@@ -115,19 +115,19 @@ TEST_F(ClassesRootTest, ADeleteTakesOneKeyPerCallTheUsersFirst) {
   ofMachine("both");
   ofUser("both");
   start();
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CLASSES_ROOT, "both"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CLASSES_ROOT, u"both"), ERROR_SUCCESS);
   EXPECT_FALSE(userHas("both"));
   EXPECT_TRUE(machineHas("both"));
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CLASSES_ROOT, "both"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CLASSES_ROOT, u"both"), ERROR_SUCCESS);
   EXPECT_FALSE(machineHas("both"));
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CLASSES_ROOT, "both"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CLASSES_ROOT, u"both"), ERROR_FILE_NOT_FOUND);
 }
 
 TEST_F(ClassesRootTest, ATreeIsDeletedOnOneSideOnly) {
   ofMachine(R"(both\inner)");
   ofUser(R"(both\inner)");
   start();
-  EXPECT_EQ(SHDeleteKeyA(HKEY_CLASSES_ROOT, "both"), ERROR_SUCCESS);
+  EXPECT_EQ(SHDeleteKeyW(HKEY_CLASSES_ROOT, u"both"), ERROR_SUCCESS);
   EXPECT_FALSE(userHas("both"));
   EXPECT_TRUE(machineHas(R"(both\inner)"));
 }
@@ -137,9 +137,9 @@ TEST_F(ClassesRootTest, AValueIsDeletedFromTheUsersKeyOnlyWhereThatIsThere) {
   ofUser("app", R"("a"="user")");
   start();
   const OpenedKey app(HKEY_CLASSES_ROOT, "app", all32);
-  EXPECT_EQ(RegDeleteValueA(app, "a"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteValueW(app, u"a"), ERROR_SUCCESS);
   EXPECT_EQ(text(app, "a"), "machine");
-  EXPECT_EQ(RegDeleteValueA(app, "a"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(RegDeleteValueW(app, u"a"), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(text(app, "b"), "machine");
 }
 
@@ -148,9 +148,9 @@ TEST_F(ClassesRootTest, AHandleLivesOnTheMachinesKeyWhenTheUsersIsDeleted) {
   ofUser("app", R"(@="user")");
   start();
   const OpenedKey app(HKEY_CLASSES_ROOT, "app", all32);
-  RegDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Classes\app)");
+  RegDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Classes\app)");
   EXPECT_EQ(text(app, ""), "machine");
-  RegDeleteKeyA(HKEY_LOCAL_MACHINE, R"(Software\Classes\app)");
+  RegDeleteKeyW(HKEY_LOCAL_MACHINE, uR"(Software\Classes\app)");
   EXPECT_EQ(text(app, ""), "(error 1018)");
 }
 

@@ -189,19 +189,19 @@ TEST_F(MachineTest, opensAgainAsItWasSaved) {
   file(R"(C:\a.txt)");
   start();
   HKEY opened = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Vendor", 0,
+  ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, u"SOFTWARE\\Vendor", 0,
                           KEY_SET_VALUE | KEY_WOW64_64KEY, &opened),
             ERROR_SUCCESS);
-  const BYTE text[] = "x";
-  EXPECT_EQ(RegSetValueExA(opened, "New", 0, REG_SZ, text, sizeof text), ERROR_SUCCESS);
+  const BYTE text[] = {'x', 0, 0, 0};
+  EXPECT_EQ(RegSetValueExW(opened, u"New", 0, REG_SZ, text, sizeof text), ERROR_SUCCESS);
   RegCloseKey(opened);
-  EXPECT_NE(SetFileAttributesA("C:\\a.txt", FILE_ATTRIBUTE_HIDDEN), FALSE);
+  EXPECT_NE(SetFileAttributesW(u"C:\\a.txt", FILE_ATTRIBUTE_HIDDEN), FALSE);
   restart();
-  EXPECT_EQ(GetFileAttributesA("C:\\a.txt"), FILE_ATTRIBUTE_HIDDEN);
-  ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Vendor", 0,
+  EXPECT_EQ(GetFileAttributesW(u"C:\\a.txt"), FILE_ATTRIBUTE_HIDDEN);
+  ASSERT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, u"SOFTWARE\\Vendor", 0,
                           KEY_QUERY_VALUE | KEY_WOW64_64KEY, &opened),
             ERROR_SUCCESS);
-  EXPECT_EQ(RegQueryValueExA(opened, "New", nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
+  EXPECT_EQ(RegQueryValueExW(opened, u"New", nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
   RegCloseKey(opened);
   EXPECT_EQ(machineFolder().read("attributes.txt"), "C:\\a.txt\t2\n");
   EXPECT_FALSE(machineFolder().has("security.txt"));
@@ -214,9 +214,10 @@ TEST_F(MachineTest, theListOfADeletedKeyLeavesTheFile) {
   security(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Other)", "D:(A;;KA;;;BA)");
   start();
   HKEY software = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE", 0, KEY_READ | KEY_WOW64_64KEY, &software),
-            ERROR_SUCCESS);
-  EXPECT_EQ(RegDeleteKeyA(software, "Vendor"), ERROR_SUCCESS);
+  ASSERT_EQ(
+      RegOpenKeyExW(HKEY_LOCAL_MACHINE, u"SOFTWARE", 0, KEY_READ | KEY_WOW64_64KEY, &software),
+      ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(software, u"Vendor"), ERROR_SUCCESS);
   RegCloseKey(software);
   restart();
   EXPECT_EQ(machineFolder().read("security.txt"),
@@ -228,8 +229,8 @@ TEST_F(MachineTest, readsAttributesAndListsOfFilesByTheirTruePaths) {
   attributes(R"(c:\windows\SYSTEM32\a.dll)", FILE_ATTRIBUTE_READONLY);
   security(R"(C:\Windows\System32\a.dll)", "D:");
   start();
-  EXPECT_EQ(GetFileAttributesA("C:\\Windows\\Sysnative\\a.dll"), FILE_ATTRIBUTE_READONLY);
-  EXPECT_EQ(SetFileAttributesA("C:\\Windows\\Sysnative\\a.dll", 32), FALSE);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\Windows\\Sysnative\\a.dll"), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(SetFileAttributesW(u"C:\\Windows\\Sysnative\\a.dll", 32), FALSE);
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ACCESS_DENIED));
 }
 
@@ -247,7 +248,7 @@ TEST_F(MachineTest, theOneBeforeComesBackIntoForce) {
   EXPECT_EQ(Machine::current(), &first);
   stop();
   EXPECT_EQ(Machine::current(), nullptr);
-  EXPECT_EQ(GetFileAttributesA("C:\\"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\"), INVALID_FILE_ATTRIBUTES);
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_READY));
 }
 

@@ -127,8 +127,8 @@ TEST_F(NtfsDiskTest, AHiveAndItsBackupKeepTheirAccessListAttributesAndBirth) {
 TEST_F(NtfsDiskTest, WhatTheProgramMakesIsForAdministratorsAlone) {
   open();
   const machine::Running running(*computer);
-  ASSERT_NE(CreateDirectoryA("C:\\kept", nullptr), FALSE);
-  HANDLE file = CreateFileA("C:\\kept\\journal", GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+  ASSERT_NE(CreateDirectoryW(u"C:\\kept", nullptr), FALSE);
+  HANDLE file = CreateFileW(u"C:\\kept\\journal", GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
   ASSERT_NE(file, INVALID_HANDLE_VALUE);
   CloseHandle(file);

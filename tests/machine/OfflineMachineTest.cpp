@@ -46,9 +46,9 @@ TEST_F(RealDiskTest, aDriveThatWasNotGivenIsUnknownUnlessItIsToBeDead) {
     const Running running(*machine);
     EXPECT_TRUE(machine->drives().isUnknown(u"D:\\x.dll"));
     EXPECT_FALSE(machine->drives().isUnknown(u"C:\\x.dll"));
-    EXPECT_EQ(GetFileAttributesA("D:\\x.dll"), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetFileAttributesW(u"D:\\x.dll"), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_READY));
-    EXPECT_EQ(GetFileAttributesA("C:\\windows"), FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(GetFileAttributesW(u"C:\\windows"), FILE_ATTRIBUTE_DIRECTORY);
   }
   disk.missingDrivesAreDead = true;
   const auto machine = Machine::openOffline(disk);

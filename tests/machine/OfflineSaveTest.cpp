@@ -171,7 +171,7 @@ TEST_F(OfflineSaveTest, ChangesGoThroughLinksIntoTheHiveThatHasTheKey) {
 TEST_F(OfflineSaveTest, TheCallsOf32BitProgramsReachTheirKeysToo) {
   const machine::Running running(*computer);
   HKEY made = nullptr;
-  ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, "Software\\Vendor\\Of32", 0, nullptr, 0,
+  ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, u"Software\\Vendor\\Of32", 0, nullptr, 0,
                             KEY_ALL_ACCESS, nullptr, &made, nullptr),
             ERROR_SUCCESS);
   RegCloseKey(made);

@@ -12,6 +12,7 @@ namespace zelvreg::fixture {
 namespace {
 
 constexpr const char* vendor = R"(Software\Vendor)";
+constexpr const char16_t* wideVendor = uR"(Software\Vendor)";
 
 class PathMemoTest : public MachineFixture {
  protected:
@@ -31,7 +32,7 @@ TEST_F(PathMemoTest, ADeletedKeyIsGoneAtOnce) {
   key(R"(HKEY_CURRENT_USER\Software\Vendor)");
   start();
   EXPECT_EQ(openUser(), ERROR_SUCCESS);
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, vendor), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, wideVendor), ERROR_SUCCESS);
   EXPECT_EQ(openUser(), ERROR_FILE_NOT_FOUND);
 }
 
@@ -61,7 +62,7 @@ TEST_F(PathMemoTest, AUsersClassThatIsMadeLaterComesFirst) {
   EXPECT_EQ(defaultText(HKEY_CLASSES_ROOT, ".a", read32), "machine");
   const OpenedKey made =
       OpenedKey::create(HKEY_CURRENT_USER, R"(Software\Classes\.a)", KEY_ALL_ACCESS);
-  RegSetValueExA(made, "", 0, REG_SZ, reinterpret_cast<const BYTE*>("user"), 5);
+  setText(made, "", "user");
   EXPECT_EQ(defaultText(HKEY_CLASSES_ROOT, ".a", read32), "user");
 }
 
@@ -94,7 +95,7 @@ TEST_F(PathMemoTest, MorePathsThanAreRememberedAreAllFound) {
 TEST(PathMemo, AnswersOnlyWhatWasKeptInThisGeneration) {
   machine::PathMemo memo;
   const machine::PathQuestion question{
-      .root = HKEY_CURRENT_USER, .viewFlags = 0, .options = 0, .path = uR"(Software\Vendor)"};
+      .root = HKEY_CURRENT_USER, .viewFlags = 0, .options = 0, .path = wideVendor};
   memo.keep(question, 7, std::nullopt);
   ASSERT_NE(memo.find(question, 7), nullptr);
   EXPECT_FALSE(memo.find(question, 7)->has_value());

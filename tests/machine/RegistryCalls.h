@@ -1,4 +1,4 @@
-// Short forms of the registry calls for tests: what a program would see.
+// Short forms of the registry calls for tests: what a program would see. All text is UTF-8.
 #ifndef ZELVREG_TESTS_MACHINE_REGISTRY_CALLS_H
 #define ZELVREG_TESTS_MACHINE_REGISTRY_CALLS_H
 
@@ -10,6 +10,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "text/Wide.h"
 
 namespace zelvreg::fixture {
 
@@ -24,7 +26,8 @@ class OpenedKey {
 
  public:
   OpenedKey(HKEY parent, const char* path, REGSAM access)
-      : status(RegOpenKeyExA(parent, path, 0, access, &key)) {}
+      : status(path == nullptr ? RegOpenKeyExW(parent, nullptr, 0, access, &key)
+                               : RegOpenKeyExW(parent, Wide(path).get(), 0, access, &key)) {}
   OpenedKey(OpenedKey&& other) noexcept
       : key(std::exchange(other.key, nullptr)), status(other.status) {}
   OpenedKey(const OpenedKey&) = delete;
@@ -37,8 +40,8 @@ class OpenedKey {
 
   static OpenedKey create(HKEY parent, const char* path, REGSAM access) {
     OpenedKey made;
-    made.status =
-        RegCreateKeyExA(parent, path, 0, nullptr, 0, access, nullptr, &made.key, &made.disposition);
+    made.status = RegCreateKeyExW(parent, Wide(path).get(), 0, nullptr, 0, access, nullptr,
+                                  &made.key, &made.disposition);
     return made;
   }
 
@@ -57,11 +60,11 @@ inline LONG openStatus(HKEY root, const char* path, REGSAM access) {
 
 inline std::vector<std::string> subkeys(HKEY key) {
   std::vector<std::string> names;
-  std::array<char, 256> name{};
+  std::array<char16_t, 256> name{};
   for (DWORD index = 0;
-       RegEnumKeyA(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
+       RegEnumKeyW(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
        ++index) {
-    names.emplace_back(name.data());
+    names.push_back(utf8(name.data()));
   }
   return names;
 }
@@ -69,26 +72,35 @@ inline std::vector<std::string> subkeys(HKEY key) {
 inline std::vector<std::string> valueNames(HKEY key) {
   std::vector<std::string> names;
   for (DWORD index = 0;; ++index) {
-    std::array<char, 256> name{};
+    std::array<char16_t, 256> name{};
     auto size = static_cast<DWORD>(name.size());
-    if (RegEnumValueA(key, index, name.data(), &size, nullptr, nullptr, nullptr, nullptr) !=
+    if (RegEnumValueW(key, index, name.data(), &size, nullptr, nullptr, nullptr, nullptr) !=
         ERROR_SUCCESS) {
       return names;
     }
-    names.emplace_back(name.data(), size);
+    names.push_back(utf8({name.data(), size}));
   }
 }
 
-// A value's bytes as the narrow call gives them; "(error N)" if it answers N.
+// A value's text with its NULs, or its bytes; "(error N)" if the call answers N.
 inline std::string data(HKEY key, const char* name) {
   DWORD size = 0;
-  LONG status = RegQueryValueExA(key, name, nullptr, nullptr, nullptr, &size);
+  DWORD type = REG_NONE;
+  LONG status = RegQueryValueExW(key, Wide(name).get(), nullptr, &type, nullptr, &size);
   std::string bytes(size, '\0');
   if (status == ERROR_SUCCESS) {
-    status =
-        RegQueryValueExA(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(bytes.data()), &size);
+    status = RegQueryValueExW(key, Wide(name).get(), nullptr, nullptr,
+                              reinterpret_cast<BYTE*>(bytes.data()), &size);
   }
-  return status == ERROR_SUCCESS ? bytes : "(error " + std::to_string(status) + ")";
+  if (status != ERROR_SUCCESS) {
+    return "(error " + std::to_string(status) + ")";
+  }
+  if (type != REG_SZ && type != REG_EXPAND_SZ && type != REG_MULTI_SZ) {
+    return bytes;
+  }
+  std::u16string units(size / sizeof(char16_t), u'\0');
+  std::memcpy(units.data(), bytes.data(), units.size() * sizeof(char16_t));
+  return utf8(units);
 }
 
 // The same up to the first NUL.
@@ -104,8 +116,10 @@ inline std::string defaultText(HKEY root, const char* path, REGSAM access) {
 }
 
 inline LONG setText(HKEY key, const char* name, std::string_view content) {
-  return RegSetValueExA(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(content.data()),
-                        static_cast<DWORD>(content.size()));
+  const std::u16string units = utf16(content);
+  return RegSetValueExW(key, Wide(name).get(), 0, REG_SZ,
+                        reinterpret_cast<const BYTE*>(units.data()),
+                        static_cast<DWORD>(units.size() * sizeof(char16_t)));
 }
 
 }  // namespace zelvreg::fixture

@@ -52,7 +52,7 @@ TEST_F(RegistryKeyCallsTest, ManySiblingsStaySortedAndReachable) {
   EXPECT_EQ(names.size(), static_cast<std::size_t>(count));
   EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
   for (int number = 0; number < count; number += 2) {
-    ASSERT_EQ(RegDeleteKeyA(parent, name(number).c_str()), ERROR_SUCCESS);
+    ASSERT_EQ(RegDeleteKeyW(parent, Wide(name(number)).get()), ERROR_SUCCESS);
   }
   EXPECT_EQ(subkeys(parent).size(), static_cast<std::size_t>(count / 2));
   for (int number = 0; number < count; ++number) {
@@ -65,11 +65,11 @@ TEST_F(RegistryKeyCallsTest, AnEnumerationSaysWhenTheBufferIsTooSmallAndWhenItEn
   ofVendor(R"(\name)");
   start();
   const OpenedKey key(HKEY_CURRENT_USER, vendor, read32);
-  std::array<char, 8> name{};
-  EXPECT_EQ(RegEnumKeyA(key, 0, name.data(), 4), ERROR_MORE_DATA);
-  EXPECT_EQ(RegEnumKeyA(key, 0, name.data(), 5), ERROR_SUCCESS);
-  EXPECT_STREQ(name.data(), "name");
-  EXPECT_EQ(RegEnumKeyA(key, 1, name.data(), 8), ERROR_NO_MORE_ITEMS);
+  std::array<char16_t, 8> name{};
+  EXPECT_EQ(RegEnumKeyW(key, 0, name.data(), 4), ERROR_MORE_DATA);
+  EXPECT_EQ(RegEnumKeyW(key, 0, name.data(), 5), ERROR_SUCCESS);
+  EXPECT_EQ(std::u16string(name.data()), u"name");
+  EXPECT_EQ(RegEnumKeyW(key, 1, name.data(), 8), ERROR_NO_MORE_ITEMS);
 }
 
 TEST_F(RegistryKeyCallsTest, PathsMayEndButNotBeginWithABackslash) {
@@ -80,7 +80,7 @@ TEST_F(RegistryKeyCallsTest, PathsMayEndButNotBeginWithABackslash) {
   EXPECT_EQ(openStatus(HKEY_CURRENT_USER, R"(\Software\Vendor)", read32), ERROR_BAD_PATHNAME);
   EXPECT_EQ(OpenedKey::create(HKEY_CURRENT_USER, R"(\Software\New)", all32).status,
             ERROR_BAD_PATHNAME);
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, R"(\Software\Vendor\a)"), ERROR_BAD_PATHNAME);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, uR"(\Software\Vendor\a)"), ERROR_BAD_PATHNAME);
 }
 
 TEST_F(RegistryKeyCallsTest, AnEmptyPathIsTheKeyItself) {
@@ -90,7 +90,7 @@ TEST_F(RegistryKeyCallsTest, AnEmptyPathIsTheKeyItself) {
   EXPECT_EQ(defaultText(key, "", read32), "itself");
   EXPECT_EQ(defaultText(key, nullptr, read32), "itself");
   HKEY root = nullptr;
-  EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, nullptr, 0, read32, &root), ERROR_SUCCESS);
+  EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, nullptr, 0, read32, &root), ERROR_SUCCESS);
   EXPECT_EQ(root, HKEY_CURRENT_USER);
 }
 
@@ -132,22 +132,22 @@ TEST_F(RegistryKeyCallsTest, NamesHaveALongestLengthAndPathsADeepestLevel) {
 TEST_F(RegistryKeyCallsTest, AKeyWithSubkeysIsNotDeleted) {
   ofVendor(R"(\a\b)");
   start();
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Vendor\a)"), ERROR_ACCESS_DENIED);
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Vendor\a\b)"), ERROR_SUCCESS);
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Vendor\a)"), ERROR_SUCCESS);
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Vendor\a)"), ERROR_FILE_NOT_FOUND);
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, nullptr), ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, ""), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor\a)"), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor\a\b)"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor\a)"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor\a)"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, nullptr), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, u""), ERROR_ACCESS_DENIED);
 }
 
 TEST_F(RegistryKeyCallsTest, ATreeIsDeletedWhole) {
   ofVendor(R"(\a\b\c)");
   ofVendor(R"(\d)");
   start();
-  EXPECT_EQ(SHDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Vendor\a)"), ERROR_SUCCESS);
+  EXPECT_EQ(SHDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor\a)"), ERROR_SUCCESS);
   EXPECT_EQ(subkeys(OpenedKey(HKEY_CURRENT_USER, vendor, read32)), Names({"d"}));
   const OpenedKey key(HKEY_CURRENT_USER, vendor, all32);
-  EXPECT_EQ(SHDeleteKeyA(key, ""), ERROR_SUCCESS);
+  EXPECT_EQ(SHDeleteKeyW(key, u""), ERROR_SUCCESS);
   EXPECT_EQ(openStatus(HKEY_CURRENT_USER, vendor, read32), ERROR_FILE_NOT_FOUND);
 }
 
@@ -155,15 +155,15 @@ TEST_F(RegistryKeyCallsTest, AHandleOfADeletedKeyStaysValidAndSaysSo) {
   ofVendor(R"(\a)", R"(@="x")");
   start();
   OpenedKey key(HKEY_CURRENT_USER, R"(Software\Vendor\a)", all32);
-  EXPECT_EQ(RegDeleteKeyA(key, ""), ERROR_SUCCESS);
-  std::array<char, 8> name{};
-  EXPECT_EQ(RegEnumKeyA(key, 0, name.data(), 8), ERROR_KEY_DELETED);
+  EXPECT_EQ(RegDeleteKeyW(key, u""), ERROR_SUCCESS);
+  std::array<char16_t, 8> name{};
+  EXPECT_EQ(RegEnumKeyW(key, 0, name.data(), 8), ERROR_KEY_DELETED);
   EXPECT_EQ(text(key, ""), "(error 1018)");
   EXPECT_EQ(setText(key, "", "x"), ERROR_KEY_DELETED);
-  EXPECT_EQ(RegDeleteValueA(key, ""), ERROR_KEY_DELETED);
+  EXPECT_EQ(RegDeleteValueW(key, u""), ERROR_KEY_DELETED);
   EXPECT_EQ(openStatus(key, "below", read32), ERROR_KEY_DELETED);
   EXPECT_EQ(OpenedKey::create(key, "below", all32).status, ERROR_KEY_DELETED);
-  EXPECT_EQ(RegDeleteKeyA(key, ""), ERROR_KEY_DELETED);
+  EXPECT_EQ(RegDeleteKeyW(key, u""), ERROR_KEY_DELETED);
   // A new key of the same name is another key.
   OpenedKey::create(HKEY_CURRENT_USER, R"(Software\Vendor\a)", all32);
   EXPECT_EQ(text(key, ""), "(error 1018)");
@@ -173,11 +173,13 @@ TEST_F(RegistryKeyCallsTest, ClosedAndForeignHandlesAreInvalid) {
   ofVendor("");
   start();
   HKEY key = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, vendor, 0, read32, &key), ERROR_SUCCESS);
+  ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, uR"(Software\Vendor)", 0, read32, &key),
+            ERROR_SUCCESS);
   EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
   EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
   HKEY other = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, vendor, 0, read32, &other), ERROR_SUCCESS);
+  ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, uR"(Software\Vendor)", 0, read32, &other),
+            ERROR_SUCCESS);
   EXPECT_NE(other, key);
   EXPECT_EQ(text(key, ""), "(error 6)");
   EXPECT_EQ(RegCloseKey(other), ERROR_SUCCESS);
@@ -201,14 +203,23 @@ TEST_F(RegistryKeyCallsTest, OpenHandlesAreCounted) {
   EXPECT_EQ(registry.openHandles(), 0U);
 }
 
-TEST_F(RegistryKeyCallsTest, NarrowNamesGoThroughTheCodePage) {
+TEST_F(RegistryKeyCallsTest, NamesOfEveryScriptAreFoundInAnyCaseWhateverTheCodePage) {
   setting("codepage", "1251");
-  ofVendor("\\\xD0\x96");      // a Cyrillic letter
-  ofVendor("\\\xE4\xB8\xAD");  // a Chinese one, which page 1251 does not have
+  ofVendor("\\\u0416");
+  ofVendor("\\\u4E2D");
   start();
-  EXPECT_EQ(subkeys(OpenedKey(HKEY_CURRENT_USER, vendor, read32)), Names({"\xC6", "?"}));
-  EXPECT_EQ(openStatus(HKEY_CURRENT_USER, "Software\\Vendor\\\xE6", read32), ERROR_SUCCESS);
-  EXPECT_EQ(openStatus(HKEY_CURRENT_USER, R"(Software\Vendor\?)", read32), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(subkeys(OpenedKey(HKEY_CURRENT_USER, vendor, read32)), Names({"\u0416", "\u4E2D"}));
+  EXPECT_EQ(openStatus(HKEY_CURRENT_USER, "Software\\Vendor\\\u0436", read32), ERROR_SUCCESS);
+  EXPECT_EQ(openStatus(HKEY_CURRENT_USER, "Software\\Vendor\\\u4E2D", read32), ERROR_SUCCESS);
+}
+
+TEST_F(RegistryKeyCallsTest, ANameCanBeHalfOfACharacter) {
+  start();
+  const std::string half = "Software\\Vendor\\\xED\xA0\xBD";
+  OpenedKey::create(HKEY_CURRENT_USER, half.c_str(), all32);
+  restart();
+  EXPECT_EQ(subkeys(OpenedKey(HKEY_CURRENT_USER, vendor, read32)), Names({"\xED\xA0\xBD"}));
+  EXPECT_EQ(openStatus(HKEY_CURRENT_USER, half.c_str(), read32), ERROR_SUCCESS);
 }
 
 TEST_F(RegistryKeyCallsTest, PlannedFaultsAreAnsweredAndNothingElseHappens) {
@@ -223,17 +234,17 @@ TEST_F(RegistryKeyCallsTest, PlannedFaultsAreAnsweredAndNothingElseHappens) {
                              ApiCall::RegDeleteKey, ApiCall::RegDeleteValue}) {
     faults.fail(call, 1, ERROR_GEN_FAILURE);
   }
-  std::array<char, 8> name{};
+  std::array<char16_t, 8> name{};
   auto size = static_cast<DWORD>(name.size());
   EXPECT_EQ(openStatus(key, "a", read32), ERROR_GEN_FAILURE);
   EXPECT_EQ(OpenedKey::create(key, "b", all32).status, ERROR_GEN_FAILURE);
-  EXPECT_EQ(RegEnumKeyA(key, 0, name.data(), 8), ERROR_GEN_FAILURE);
-  EXPECT_EQ(RegEnumValueA(inner, 0, name.data(), &size, nullptr, nullptr, nullptr, nullptr),
+  EXPECT_EQ(RegEnumKeyW(key, 0, name.data(), 8), ERROR_GEN_FAILURE);
+  EXPECT_EQ(RegEnumValueW(inner, 0, name.data(), &size, nullptr, nullptr, nullptr, nullptr),
             ERROR_GEN_FAILURE);
-  EXPECT_EQ(RegQueryValueExA(inner, "v", nullptr, nullptr, nullptr, nullptr), ERROR_GEN_FAILURE);
+  EXPECT_EQ(RegQueryValueExW(inner, u"v", nullptr, nullptr, nullptr, nullptr), ERROR_GEN_FAILURE);
   EXPECT_EQ(setText(inner, "v", "y"), ERROR_GEN_FAILURE);
-  EXPECT_EQ(RegDeleteKeyA(key, "a"), ERROR_GEN_FAILURE);
-  EXPECT_EQ(RegDeleteValueA(inner, "v"), ERROR_GEN_FAILURE);
+  EXPECT_EQ(RegDeleteKeyW(key, u"a"), ERROR_GEN_FAILURE);
+  EXPECT_EQ(RegDeleteValueW(inner, u"v"), ERROR_GEN_FAILURE);
   EXPECT_EQ(text(inner, "v"), "x");
   EXPECT_EQ(subkeys(key), Names({"a"}));
 }

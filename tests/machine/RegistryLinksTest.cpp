@@ -72,7 +72,7 @@ TEST_F(RegistryLinksTest, ALinkComesAndGoesWithItsTarget) {
   EXPECT_EQ(subkeys(wow), Names({"Vendor"}));
   OpenedKey::create(HKEY_LOCAL_MACHINE, R"(SOFTWARE\Classes\Wow6432Node)", all64);
   EXPECT_EQ(subkeys(wow), Names({"Classes", "Vendor"}));
-  EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE, R"(SOFTWARE\Wow6432Node\Classes)"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, uR"(SOFTWARE\Wow6432Node\Classes)"), ERROR_SUCCESS);
   EXPECT_EQ(subkeys(wow), Names({"Vendor"}));
 }
 
@@ -126,7 +126,7 @@ TEST_F(RegistryLinksTest, ALinkItselfCanBeOpened) {
   EXPECT_EQ(openStatus(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", read32), ERROR_FILE_NOT_FOUND);
   HKEY link = nullptr;
   constexpr DWORD openLink = 8;
-  EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", openLink, read32, &link),
+  EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, uR"(SYSTEM\Link)", openLink, read32, &link),
             ERROR_SUCCESS);
   EXPECT_EQ(valueNames(link), Names({"SymbolicLinkValue"}));
   RegCloseKey(link);
@@ -138,8 +138,8 @@ TEST_F(RegistryLinksTest, AChangedLinkIsSeenByTheNextOpen) {
   EXPECT_EQ(openStatus(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", read32), ERROR_FILE_NOT_FOUND);
   HKEY link = nullptr;
   constexpr DWORD openLink = 8;
-  RegOpenKeyExA(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", openLink, all32, &link);
-  EXPECT_EQ(RegDeleteValueA(link, "SymbolicLinkValue"), ERROR_SUCCESS);
+  RegOpenKeyExW(HKEY_LOCAL_MACHINE, uR"(SYSTEM\Link)", openLink, all32, &link);
+  EXPECT_EQ(RegDeleteValueW(link, u"SymbolicLinkValue"), ERROR_SUCCESS);
   RegCloseKey(link);
   EXPECT_EQ(openStatus(HKEY_LOCAL_MACHINE, R"(SYSTEM\Link)", read32), ERROR_SUCCESS);
 }
@@ -166,7 +166,7 @@ TEST_F(RegistryLinksTest, DeletingATreeLeavesWhatItsLinksPointTo) {
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\Vendor)");
   machine::Registry& registry = start().registry();
   const OpenedKey software(HKEY_LOCAL_MACHINE, "SOFTWARE", all64);
-  EXPECT_EQ(SHDeleteKeyA(software, "Wow6432Node"), ERROR_SUCCESS);
+  EXPECT_EQ(SHDeleteKeyW(software, u"Wow6432Node"), ERROR_SUCCESS);
   EXPECT_EQ(registry.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node)"), nullptr);
   EXPECT_NE(registry.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Classes\Wow6432Node\CLSID)"), nullptr);
   // The link is back as soon as there is a place for it.

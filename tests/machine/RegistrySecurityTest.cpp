@@ -48,7 +48,7 @@ TEST_F(RegistrySecurityTest, ADeniedRightFailsTheOpenAndOthersStay) {
   EXPECT_EQ(openStatus(HKEY_CURRENT_USER, vendor, KEY_WRITE), ERROR_ACCESS_DENIED);
   EXPECT_EQ(defaultText(HKEY_CURRENT_USER, vendor, KEY_QUERY_VALUE), "x");
   HKEY key = nullptr;
-  EXPECT_EQ(RegOpenKeyA(HKEY_CURRENT_USER, vendor, &key), ERROR_SUCCESS);
+  EXPECT_EQ(RegOpenKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor)", &key), ERROR_SUCCESS);
   EXPECT_EQ(setText(key, "", "y"), ERROR_ACCESS_DENIED);
   RegCloseKey(key);
 }
@@ -66,8 +66,8 @@ TEST_F(RegistrySecurityTest, DeletingNeedsTheRightOnTheKeyItself) {
   security(std::string(vendorPath) + R"(\a)", "D:(A;;KR;;;BA)");
   security(std::string(vendorPath) + R"(\tree\inner)", "D:(A;;KR;;;BA)");
   start();
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Vendor\a)"), ERROR_ACCESS_DENIED);
-  EXPECT_EQ(SHDeleteKeyA(HKEY_CURRENT_USER, R"(Software\Vendor\tree)"), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor\a)"), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(SHDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor\tree)"), ERROR_ACCESS_DENIED);
   EXPECT_EQ(openStatus(HKEY_CURRENT_USER, R"(Software\Vendor\tree\inner)", KEY_READ),
             ERROR_SUCCESS);
 }
@@ -131,7 +131,7 @@ TEST_F(RegistrySecurityTest, ADeletedKeysListGoesWithIt) {
   key(vendorPath);
   security(vendorPath, "D:(A;;KA;;;BA)");
   machine::Registry& registry = start().registry();
-  EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, vendor), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, uR"(Software\Vendor)"), ERROR_SUCCESS);
   EXPECT_TRUE(registry.securities().empty());
   EXPECT_TRUE(registry.securityChanged());
 }

@@ -140,8 +140,8 @@ TEST_F(RegistryViewsTest, DeletesOnAPredefinedRootActInThe32BitView) {
     key(std::string(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\)") + vendor);
   }
   machine::Registry& registry = start().registry();
-  EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE, R"(Software\A)"), ERROR_SUCCESS);
-  EXPECT_EQ(SHDeleteKeyA(HKEY_LOCAL_MACHINE, R"(Software\B)"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, uR"(Software\A)"), ERROR_SUCCESS);
+  EXPECT_EQ(SHDeleteKeyW(HKEY_LOCAL_MACHINE, uR"(Software\B)"), ERROR_SUCCESS);
   EXPECT_NE(registry.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\A)"), nullptr);
   EXPECT_NE(registry.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\B)"), nullptr);
   EXPECT_EQ(registry.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\A)"), nullptr);
@@ -153,7 +153,7 @@ TEST_F(RegistryViewsTest, ADeleteThroughA64BitHandleActsInThe64BitView) {
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\Vendor)");
   machine::Registry& registry = start().registry();
   const OpenedKey software(HKEY_LOCAL_MACHINE, "Software", all64);
-  EXPECT_EQ(RegDeleteKeyA(software, "Vendor"), ERROR_SUCCESS);
+  EXPECT_EQ(RegDeleteKeyW(software, u"Vendor"), ERROR_SUCCESS);
   EXPECT_EQ(registry.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)"), nullptr);
   EXPECT_NE(registry.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\Vendor)"), nullptr);
 }

@@ -117,6 +117,20 @@ TEST_F(RegistryWideCallsTest, KeysAreMadeListedOpenedAndDeletedByNamesBeyondTheC
   EXPECT_EQ(made, nullptr);
 }
 
+TEST_F(RegistryWideCallsTest, TheLongestNameFitsIntoARoomOf256) {
+  const OpenedKey key = open("");
+  const std::u16string longest(255, u'\u30BD');
+  HKEY made = nullptr;
+  EXPECT_EQ(RegCreateKeyExW(key, longest.c_str(), 0, nullptr, 0, all64, nullptr, &made, nullptr),
+            ERROR_SUCCESS);
+  RegCloseKey(made);
+  std::array<char16_t, 256> name{};
+  EXPECT_EQ(RegEnumKeyW(key, 0, name.data(), 255), ERROR_MORE_DATA);
+  EXPECT_EQ(RegEnumKeyW(key, 0, name.data(), 256), ERROR_SUCCESS);
+  EXPECT_EQ(std::u16string(name.data()), longest);
+  EXPECT_EQ(RegDeleteKeyW(key, longest.c_str()), ERROR_SUCCESS);
+}
+
 TEST_F(RegistryWideCallsTest, TheFlagsChooseTheView) {
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\True)", R"(@="x")");
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\Other)", R"(@="x")");
@@ -137,7 +151,7 @@ TEST_F(RegistryWideCallsTest, TheFlagsChooseTheView) {
             ERROR_SUCCESS);
 }
 
-TEST_F(RegistryWideCallsTest, BothWidthsOfACallFailByOnePlan) {
+TEST_F(RegistryWideCallsTest, TheCallOfAPlanFails) {
   const OpenedKey key = open(R"("x"="y")");
   auto& faults = machine::Machine::current()->faults();
   HKEY opened = nullptr;

@@ -33,8 +33,6 @@ LPWSTR roomFor(std::u16string& buffer) { return reinterpret_cast<LPWSTR>(buffer.
 
 }  // namespace
 
-LPCWSTR wideText(const std::u16string& text) { return reinterpret_cast<LPCWSTR>(text.c_str()); }
-
 std::u16string widened(std::string_view narrow) {
   const std::string_view text = untilNul(narrow);
   const auto length = static_cast<int>(text.size());

@@ -12,11 +12,9 @@
 #include <vector>
 
 #include "registry/Hives.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
-
-// A text as a wide call takes it, and the other way.
-LPCWSTR wideText(const std::u16string& text);
 
 // What a narrow call makes of a text: it ends at its first NUL.
 std::u16string widened(std::string_view narrow);

@@ -82,7 +82,7 @@ bool steersDisplay(char32_t code) {
 
 }  // namespace
 
-std::string registryText(std::string_view text) { return utf8Text(text, CP_ACP); }
+std::string registryText(std::string_view text) { return std::string(text); }
 
 std::string captionText(std::string_view text, int charset) {
   return utf8Text(text, codePageOfCharset(charset));

@@ -7,7 +7,7 @@
 
 namespace zelvreg::console {
 
-// Text of the registry, in the computer's code page.
+// Text of the registry.
 std::string registryText(std::string_view text);
 
 // Text of a language file, in the code page that goes with a charset.

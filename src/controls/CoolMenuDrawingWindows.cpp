@@ -2,7 +2,6 @@
 
 #include "controls/CoolMenu.h"
 #include "controls/PaintBuffer.h"
-#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -32,7 +31,8 @@ void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format
   RECT box = toRect(place);
   OffsetRect(&box, offset, offset);
   SetTextColor(dc, GetSysColor(colour));
-  DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_VCENTER | format);
+  DrawTextA(dc, text.data(), static_cast<int>(text.size()), &box,
+            DT_SINGLELINE | DT_VCENTER | format);
 }
 
 // The text of an entry, or its keys. What cannot be chosen is drawn twice, light behind dark.

@@ -8,26 +8,25 @@
 
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
-#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
 
 // The number of these controls on a form.
-constexpr const wchar_t* countProperty = L"TransForm";
+constexpr const char* countProperty = "TransForm";
 
 constexpr UINT pressOnFrame = 0xA1;
 constexpr WPARAM onCaption = 2;
 constexpr UINT buttonUp = 0x202;
 constexpr UINT systemCommand = 0x112;
 
-INT_PTR controlsOn(HWND form) { return reinterpret_cast<INT_PTR>(GetPropW(form, countProperty)); }
+INT_PTR controlsOn(HWND form) { return reinterpret_cast<INT_PTR>(GetPropA(form, countProperty)); }
 
 void countOn(HWND form, INT_PTR count) {
   if (count == 0) {
-    RemovePropW(form, countProperty);
+    RemovePropA(form, countProperty);
   } else {
-    SetPropW(form, countProperty, reinterpret_cast<HANDLE>(count));
+    SetPropA(form, countProperty, reinterpret_cast<HANDLE>(count));
   }
 }
 
@@ -62,7 +61,7 @@ TransForm::TransForm(HWND form, bool userMode, ShowMessage showMessage)
   if (showMessage) {
     showMessage(secondControlTitle(), secondControlText());
   } else {
-    MessageBoxW(parent, Wide(secondControlText()).get(), Wide(secondControlTitle()).get(), MB_OK);
+    MessageBoxA(parent, secondControlText().c_str(), secondControlTitle().c_str(), MB_OK);
   }
 }
 
@@ -150,9 +149,9 @@ LRESULT CALLBACK TransForm::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
   if (message == WM_LBUTTONDOWN && GetWindowSubclass(hwnd, procedure, id, &reference) != 0 &&
       control->isRunning && control->isAlone() && control->settings.AutoDrag) {
     ReleaseCapture();
-    SendMessageW(hwnd, pressOnFrame, onCaption, 0);
+    SendMessageA(hwnd, pressOnFrame, onCaption, 0);
     // The drag has swallowed the button-up that the form waits for.
-    PostMessageW(hwnd, buttonUp, 0, 0);
+    PostMessageA(hwnd, buttonUp, 0, 0);
   }
   return result;
 }
@@ -174,7 +173,7 @@ void TransForm::PopupSysMenu() const {
   const int command = TrackPopupMenu(GetSystemMenu(parent, FALSE), TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                      place.x, place.y, 0, parent, nullptr);
   if (command != 0) {
-    PostMessageW(parent, systemCommand, static_cast<WPARAM>(command), 0);
+    PostMessageA(parent, systemCommand, static_cast<WPARAM>(command), 0);
   }
 }
 

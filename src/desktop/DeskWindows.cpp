@@ -8,24 +8,12 @@
 
 namespace zelvreg::desktop {
 
-std::u16string shownText(std::string_view text, int charset) {
-  const UINT codePage = charset == 0 ? CP_ACP : codePageOfCharset(charset);
-  const int size = static_cast<int>(text.size());
-  std::u16string shown(text.size(), u'\0');
-  shown.resize(static_cast<std::size_t>(
-      MultiByteToWideChar(codePage, 0, text.data(), size, roomIn(shown), size)));
-  return shown;
+std::wstring wideText(std::string_view text, int charset) {
+  return controls::wideText(text, charset == 0 ? CP_UTF8 : codePageOfCharset(charset));
 }
 
-std::string utf8Text(std::string_view text, int charset) { return utf8(shownText(text, charset)); }
-
-std::string systemText(std::u16string_view text) {
-  const auto* units = reinterpret_cast<LPCWSTR>(text.data());
-  const int size = static_cast<int>(text.size());
-  std::string narrow(2 * text.size(), '\0');
-  narrow.resize(static_cast<std::size_t>(
-      WideCharToMultiByte(CP_ACP, 0, units, size, narrow.data(), 2 * size, nullptr, nullptr)));
-  return narrow;
+std::string utf8Text(std::string_view text, int charset) {
+  return controls::narrowText(wideText(text, charset), CP_UTF8);
 }
 
 void Desk::setResolution(int resolution) {

@@ -4,17 +4,20 @@
 #include <cstdint>
 #include <cstring>
 
+#include "text/Wide.h"
+
 namespace zelvreg {
 
 std::vector<BYTE> lookUpSid(const std::string& account) {
-  std::array<char, 256> domain{};
+  std::array<char16_t, 256> domain{};
+  const Wide name(account);
   auto domainSize = static_cast<DWORD>(domain.size());
   DWORD size = 0;
   SID_NAME_USE use{};
-  LookupAccountNameA(nullptr, account.c_str(), nullptr, &size, domain.data(), &domainSize, &use);
+  LookupAccountNameW(nullptr, name.get(), nullptr, &size, roomIn(domain), &domainSize, &use);
   std::vector<BYTE> sid(size);
   domainSize = static_cast<DWORD>(domain.size());
-  if (size == 0 || LookupAccountNameA(nullptr, account.c_str(), sid.data(), &size, domain.data(),
+  if (size == 0 || LookupAccountNameW(nullptr, name.get(), sid.data(), &size, roomIn(domain),
                                       &domainSize, &use) == FALSE) {
     return {};
   }

@@ -56,9 +56,8 @@ class ComVariant {
   VARIANT value{};
 };
 
-// Through the code page of the process.
-std::wstring wideText(std::string_view text);
-std::string narrowText(std::wstring_view text);
+std::wstring comText(std::string_view text);
+std::string textOf(const BSTR& text);
 
 }  // namespace zelvreg
 

@@ -28,7 +28,7 @@ void fDeleteKey(const std::string& hive, const std::string& parentKey, const std
     return;
   }
   deleteBelow(handle, parentKey, rc,
-              [&](HKEY parent) { return RegDeleteKeyA(parent, subKey.c_str()); });
+              [&](HKEY parent) { return RegDeleteKeyW(parent, Wide(subKey).get()); });
 }
 
 void fDeleteValue(const std::string& hive, const std::string& key, const std::string& valueName,
@@ -40,15 +40,17 @@ void fDeleteValue(const std::string& hive, const std::string& key, const std::st
   }
   if (handle == HiveHandle::hINI) {
     // The line stays, with an empty value.
-    WritePrivateProfileStringA(key.c_str(), valueName.c_str(), "", hive.c_str());
+    WritePrivateProfileStringW(Wide(key).get(), Wide(valueName).get(), Wide("").get(),
+                               Wide(hive).get());
     rc = ERROR_SUCCESS;
     return;
   }
-  deleteBelow(handle, key, rc, [&](HKEY open) { return RegDeleteValueA(open, valueName.c_str()); });
+  deleteBelow(handle, key, rc,
+              [&](HKEY open) { return RegDeleteValueW(open, Wide(valueName).get()); });
 }
 
 bool DeleteKey3(HiveHandle hive, const std::string& key) {
-  return RegDeleteKeyA(systemKey(hive), key.c_str()) == ERROR_SUCCESS;
+  return RegDeleteKeyW(systemKey(hive), Wide(key).get()) == ERROR_SUCCESS;
 }
 
 void DeleteSubtree(HiveHandle hive, const std::string& key) {
@@ -58,15 +60,15 @@ void DeleteSubtree(HiveHandle hive, const std::string& key) {
   }
   // All names first: deleting while enumerating would move the index.
   std::vector<std::string> names;
-  std::array<char, 256> name{};
-  for (DWORD index = 0; RegEnumKeyA(open.handle(), index, name.data(),
+  std::array<char16_t, 256> name;
+  for (DWORD index = 0; RegEnumKeyW(open.handle(), index, roomIn(name),
                                     static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
        ++index) {
-    names.emplace_back(name.data());
+    names.push_back(utf8(name.data()));
   }
   for (const std::string& subKey : names) {
     DeleteSubtree(hive, key + "\\" + subKey);
-    RegDeleteKeyA(open.handle(), subKey.c_str());
+    RegDeleteKeyW(open.handle(), Wide(subKey).get());
   }
 }
 
@@ -77,12 +79,12 @@ void DeleteRegistryTree(HiveHandle hive, std::string key) {
   DeleteSubtree(hive, key);
   const auto backslash = key.rfind('\\');
   if (backslash == std::string::npos) {
-    RegDeleteKeyA(systemKey(hive), key.c_str());
+    RegDeleteKeyW(systemKey(hive), Wide(key).get());
     return;
   }
   const RegistryKey parent(hive, key.substr(0, backslash), workOn64BitView);
   if (parent.isOpen()) {
-    RegDeleteKeyA(parent.handle(), key.substr(backslash + 1).c_str());
+    RegDeleteKeyW(parent.handle(), Wide(std::string_view(key).substr(backslash + 1)).get());
   }
 }
 

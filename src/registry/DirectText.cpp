@@ -3,19 +3,11 @@
 #include <array>
 
 #include "registry/RegistryKey.h"
+#include "registry/ValueData.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
-namespace {
-
-LONG query(const RegistryKey& key, const std::string& valueName, DWORD& type, char* data,
-           DWORD& size) {
-  return RegQueryValueExA(key.handle(), valueName.c_str(), nullptr, &type,
-                          reinterpret_cast<BYTE*>(data), &size);
-}
-
-}  // namespace
-
 LONG readText(HiveHandle hive, const std::string& key, const std::string& valueName, REGSAM view,
               std::string& value, DWORD& type) {
   value.clear();
@@ -24,20 +16,25 @@ LONG readText(HiveHandle hive, const std::string& key, const std::string& valueN
   if (!open.isOpen()) {
     return open.openStatus();
   }
-  std::array<char, 1024> buffer{};
-  auto size = static_cast<DWORD>(buffer.size());
-  std::string longText;
-  const char* data = buffer.data();
-  LONG status = query(open, valueName, type, buffer.data(), size);
-  if (status == ERROR_MORE_DATA) {
-    longText.resize(size);
-    status = query(open, valueName, type, longText.data(), size);
-    data = longText.data();
-  }
-  if (status == ERROR_SUCCESS && (type == REG_SZ || type == REG_EXPAND_SZ)) {
-    value = untilNul({data, size});
+  ValueData data;
+  const LONG status = data.read(open.handle(), valueName);
+  type = data.type();
+  if (data.isText()) {
+    value = data.text();
   }
   return status;
+}
+
+std::string expandedText(const std::string& text) {
+  const Wide source(text);
+  std::array<char16_t, 512> usual;
+  const DWORD size = ExpandEnvironmentStringsW(source.get(), roomIn(usual), usual.size());
+  if (size <= usual.size()) {
+    return utf8({usual.data(), size});
+  }
+  std::u16string expanded(size, u'\0');
+  expanded.resize(ExpandEnvironmentStringsW(source.get(), roomIn(expanded), size));
+  return utf8(expanded);
 }
 
 LONG readExpandedText(HiveHandle hive, const std::string& key, const std::string& valueName,
@@ -46,9 +43,7 @@ LONG readExpandedText(HiveHandle hive, const std::string& key, const std::string
   DWORD type = REG_NONE;
   const LONG status = readText(hive, key, valueName, view, text, type);
   if (status == ERROR_SUCCESS) {
-    value.resize(ExpandEnvironmentStringsA(text.c_str(), nullptr, 0));
-    ExpandEnvironmentStringsA(text.c_str(), value.data(), static_cast<DWORD>(value.size()));
-    value.resize(std::min(value.find('\0'), value.size()));
+    value = untilNul(expandedText(text));
   }
   return status;
 }

@@ -16,7 +16,10 @@ namespace zelvreg {
 LONG readText(HiveHandle hive, const std::string& key, const std::string& valueName, REGSAM view,
               std::string& value, DWORD& type);
 
-// The same with variables expanded.
+// A text with its variables expanded, as the system does it: with the NUL that it puts behind.
+std::string expandedText(const std::string& text);
+
+// The same as readText with variables expanded.
 LONG readExpandedText(HiveHandle hive, const std::string& key, const std::string& valueName,
                       REGSAM view, std::string& value);
 

@@ -4,6 +4,7 @@
 #include "registry/AccountSids.h"
 #include "registry/Permissions.h"
 #include "runtime/Environment.h"
+#include "runtime/FileSecurity.h"
 #include "runtime/FileSystemObject.h"
 #include "text/Text.h"
 
@@ -11,17 +12,6 @@ namespace zelvreg {
 namespace {
 
 constexpr DWORD atEnd = 0xFFFFFFFF;
-
-std::vector<BYTE> readDescriptor(const std::string& path) {
-  DWORD size = 0;
-  GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-  std::vector<BYTE> descriptor(size);
-  if (size == 0 || GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(),
-                                    size, &size) == FALSE) {
-    return {};
-  }
-  return descriptor;
-}
 
 // Every old entry but the user's own.
 bool copyOthers(PACL from, DWORD count, PSID user, PACL to) {
@@ -63,7 +53,8 @@ bool addUser(PACL acl, PSID user, DWORD mask, bool isFolder) {
 
 void SetAccess(const std::string& user, const std::string& path, DWORD mask) {
   std::vector<BYTE> sid = lookUpSid(user);
-  std::vector<BYTE> oldDescriptor = sid.empty() ? sid : readDescriptor(path);
+  std::vector<BYTE> oldDescriptor =
+      sid.empty() ? sid : fileSecurity(path, DACL_SECURITY_INFORMATION);
   SECURITY_DESCRIPTOR newDescriptor{};
   PACL oldAcl = nullptr;
   BOOL isPresent = FALSE;
@@ -89,7 +80,7 @@ void SetAccess(const std::string& user, const std::string& path, DWORD mask) {
       SetSecurityDescriptorDacl(&newDescriptor, TRUE, newAcl, FALSE) == FALSE) {
     return;
   }
-  SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, &newDescriptor);
+  setFileSecurity(path, DACL_SECURITY_INFORMATION, &newDescriptor);
 }
 
 void changepermission(std::string& path, Rights rights) {

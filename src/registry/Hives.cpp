@@ -68,7 +68,7 @@ void setValue(Form42& form, std::string fullKey, const std::string& valueName, D
   }
   const RegistryKey key(hive, fullKey, writeOn32BitView);
   if (key.isOpen()) {
-    RegSetValueExA(key.handle(), valueName.c_str(), 0, type, static_cast<const BYTE*>(data),
+    RegSetValueExW(key.handle(), Wide(valueName).get(), 0, type, static_cast<const BYTE*>(data),
                    static_cast<DWORD>(size));
   }
 }
@@ -128,23 +128,23 @@ void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive) {
 bool GetRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
                   std::string& result) {
   const RegistryKey open(hive, key, settingsAccess);
-  std::array<char, 1024> buffer{};
-  auto size = static_cast<DWORD>(buffer.size());
+  std::array<char16_t, 1024> buffer;
+  DWORD size = sizeof buffer;
   DWORD type = REG_NONE;
   if (!open.isOpen() ||
-      RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type,
+      RegQueryValueExW(open.handle(), Wide(valueName).get(), nullptr, &type,
                        reinterpret_cast<BYTE*>(buffer.data()), &size) != ERROR_SUCCESS) {
     result.clear();
     return false;
   }
-  std::string_view data(buffer.data(), size);
-  if (data.ends_with('\0')) {
-    data.remove_suffix(1);
-  }
   if (type == REG_SZ) {
-    result = data;
+    std::u16string_view text(buffer.data(), size / sizeof(char16_t));
+    text.remove_suffix(text.ends_with(u'\0') ? 1 : 0);
+    result = utf8(text);
   } else if (type == REG_DWORD) {
-    result = decimalOfBytes(result, data);
+    std::string_view bytes(reinterpret_cast<const char*>(buffer.data()), size);
+    bytes.remove_suffix(bytes.ends_with('\0') ? 1 : 0);
+    result = decimalOfBytes(result, bytes);
   }
   return true;
 }
@@ -152,20 +152,22 @@ bool GetRegString(HiveHandle hive, const std::string& key, const std::string& va
 bool SaveRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
                    const std::string& data) {
   // The class text and the record's length are what this program has always passed.
-  std::array<char, 2> className{"1"};
+  std::u16string className = u"1";
   SECURITY_ATTRIBUTES attributes{};
   attributes.nLength = 50;
   attributes.bInheritHandle = TRUE;
   HKEY made = nullptr;
   DWORD disposition = 0;
-  if (RegCreateKeyExA(systemKey(hive), key.c_str(), 0, className.data(), REG_OPTION_NON_VOLATILE,
-                      settingsAccess, &attributes, &made, &disposition) != ERROR_SUCCESS) {
+  if (RegCreateKeyExW(systemKey(hive), Wide(key).get(), 0, roomIn(className),
+                      REG_OPTION_NON_VOLATILE, settingsAccess, &attributes, &made,
+                      &disposition) != ERROR_SUCCESS) {
     return false;
   }
   // The terminator is not counted; the system takes it along.
-  const LONG written =
-      RegSetValueExA(made, valueName.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data.data()),
-                     static_cast<DWORD>(data.size()));
+  const std::u16string units = utf16(data);
+  const LONG written = RegSetValueExW(made, Wide(valueName).get(), 0, REG_SZ,
+                                      reinterpret_cast<const BYTE*>(units.data()),
+                                      static_cast<DWORD>(units.size() * sizeof(char16_t)));
   RegCloseKey(made);
   return written == ERROR_SUCCESS;
 }
@@ -177,7 +179,9 @@ void SetRegDword(Form42& form, std::string fullKey, const std::string& valueName
 
 void SetRegStringValue(Form42& form, std::string fullKey, const std::string& valueName,
                        const std::string& data) {
-  setValue(form, std::move(fullKey), valueName, REG_SZ, data.data(), data.size());
+  const std::u16string units = utf16(data);
+  setValue(form, std::move(fullKey), valueName, REG_SZ, units.data(),
+           units.size() * sizeof(char16_t));
 }
 
 }  // namespace zelvreg

@@ -54,10 +54,11 @@ HiveHandle HiveFromShortName(const std::string& name, Shares shares = Shares::Re
 // shows "Incorrect Format:" and leaves both as they were.
 void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive);
 
-// Reads a value of at most 1024 bytes into `result`. False, and an empty `result`, when the key or
-// the value cannot be read. A REG_SZ gives its text. A REG_DWORD gives the decimal text of its
-// bytes, last to first, written in hexadecimal without padding: exact below 256, and settings
-// that other programs wrote rely on being read the same way. Any other type leaves `result`.
+// Reads a value of at most 1024 units of UTF-16 into `result`. False, and an empty `result`, when
+// the key or the value cannot be read. A REG_SZ gives its text. A REG_DWORD gives the decimal text
+// of its bytes, last to first, written in hexadecimal without padding: exact below 256, and
+// settings that other programs wrote rely on being read the same way. Any other type leaves
+// `result`.
 bool GetRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
                   std::string& result);
 

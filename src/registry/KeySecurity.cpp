@@ -8,6 +8,7 @@
 #include <span>
 
 #include "registry/WideKey.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -96,8 +97,8 @@ std::vector<BYTE> securityOf(HiveHandle hive, const std::u16string& path) {
 void takeOwnership(HiveHandle hive, const std::u16string& path) {
   PSECURITY_DESCRIPTOR descriptor = nullptr;
   ULONG size = 0;
-  if (ConvertStringSecurityDescriptorToSecurityDescriptorA("O:BA", SDDL_REVISION_1, &descriptor,
-                                                           &size) == FALSE) {
+  if (ConvertStringSecurityDescriptorToSecurityDescriptorW(Wide("O:BA").get(), SDDL_REVISION_1,
+                                                           &descriptor, &size) == FALSE) {
     return;
   }
   const auto* bytes = static_cast<const BYTE*>(descriptor);

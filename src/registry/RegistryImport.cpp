@@ -8,6 +8,7 @@
 #include "registry/RestorePrivileges.h"
 #include "registry/ValueOrder.h"
 #include "runtime/FileText.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {

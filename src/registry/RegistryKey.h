@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "registry/Hives.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 
@@ -23,7 +24,7 @@ class RegistryKey {
  public:
   RegistryKey() = default;
   RegistryKey(HiveHandle hive, const std::string& path, REGSAM access)
-      : status(RegOpenKeyExA(systemKey(hive), path.c_str(), 0, access, &key)) {
+      : status(RegOpenKeyExW(systemKey(hive), Wide(path).get(), 0, access, &key)) {
     if (status != ERROR_SUCCESS) {
       key = nullptr;
     }

@@ -6,8 +6,9 @@
 
 #include "registry/RegistryKey.h"
 #include "registry/SubkeyEnumerators.h"
+#include "text/Characters.h"
 #include "text/Numbers.h"
-#include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -15,8 +16,7 @@ namespace {
 RuntimeError unsupportedValueType() { return {1001, "Unsupported value type"}; }
 
 std::string textWithout(const std::vector<BYTE>& data, std::size_t terminators) {
-  const std::size_t length = data.size() < terminators ? 0 : data.size() - terminators;
-  return {data.begin(), data.begin() + static_cast<std::ptrdiff_t>(length)};
+  return std::string(withoutLast(utf8(unitsOf(data)), terminators));
 }
 
 std::int32_t numberOf(const std::vector<BYTE>& data) {
@@ -27,13 +27,14 @@ std::int32_t numberOf(const std::vector<BYTE>& data) {
 
 // The value's bytes and type; REG_NONE, and nothing, when it cannot be read.
 std::vector<BYTE> queryValue(HKEY key, const std::string& valueName, DWORD& type) {
+  const Wide name(valueName);
   std::vector<BYTE> data(1024);
   auto size = static_cast<DWORD>(data.size());
   type = REG_NONE;
-  LONG status = RegQueryValueExA(key, valueName.c_str(), nullptr, &type, data.data(), &size);
+  LONG status = RegQueryValueExW(key, name.get(), nullptr, &type, data.data(), &size);
   if (status == ERROR_MORE_DATA) {
     data.resize(size);
-    status = RegQueryValueExA(key, valueName.c_str(), nullptr, &type, data.data(), &size);
+    status = RegQueryValueExW(key, name.get(), nullptr, &type, data.data(), &size);
   }
   if (status != ERROR_SUCCESS) {
     type = REG_NONE;
@@ -55,9 +56,13 @@ struct RegistryData {
   std::string bytes;
 };
 
+std::string bytesOf(const std::u16string& units) {
+  return {reinterpret_cast<const char*>(units.data()), units.size() * sizeof(char16_t)};
+}
+
 std::optional<RegistryData> dataToWrite(const Variant& value) {
   if (const auto* text = std::get_if<std::string>(&value)) {
-    return RegistryData{REG_SZ, *text};
+    return RegistryData{REG_SZ, bytesOf(utf16(*text))};
   }
   if (const auto* number = std::get_if<std::int16_t>(&value)) {
     return RegistryData{REG_DWORD, bytesOfDecimal(*number, 4)};
@@ -107,7 +112,7 @@ WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std:
   if (!data) {
     return {false, unsupportedValueType()};
   }
-  const LONG status = RegSetValueExA(open.handle(), valueName.c_str(), 0, data->type,
+  const LONG status = RegSetValueExW(open.handle(), Wide(valueName).get(), 0, data->type,
                                      reinterpret_cast<const BYTE*>(data->bytes.data()),
                                      static_cast<DWORD>(data->bytes.size()));
   return {status == ERROR_SUCCESS, std::nullopt};

@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include "text/Wide.h"
+
 namespace zelvreg {
 namespace {
 
@@ -13,13 +15,13 @@ void setPrivileges(DWORD attributes) {
       FALSE) {
     return;
   }
-  constexpr std::array<const char*, 3> names{SE_BACKUP_NAME, SE_RESTORE_NAME,
-                                             SE_TAKE_OWNERSHIP_NAME};
+  // As text: the system's own names for them are narrow or wide by how a program is built.
+  constexpr std::array names{"SeBackupPrivilege", "SeRestorePrivilege", "SeTakeOwnershipPrivilege"};
   for (const char* name : names) {
     TOKEN_PRIVILEGES change{};
     change.PrivilegeCount = 1;
     change.Privileges[0].Attributes = attributes;
-    if (LookupPrivilegeValueA(nullptr, name, &change.Privileges[0].Luid) != FALSE) {
+    if (LookupPrivilegeValueW(nullptr, Wide(name).get(), &change.Privileges[0].Luid) != FALSE) {
       AdjustTokenPrivileges(token, FALSE, &change, sizeof change, nullptr, nullptr);
     }
   }

@@ -18,11 +18,11 @@ class DirectProvider : public StdRegProv {
     if (!open.isOpen()) {
       return open.openStatus();
     }
-    std::array<char, 1024> name{};
-    for (DWORD index = 0; RegEnumKeyA(open.handle(), index, name.data(),
+    std::array<char16_t, 1024> name;
+    for (DWORD index = 0; RegEnumKeyW(open.handle(), index, roomIn(name),
                                       static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
          ++index) {
-      list(names).emplace_back(name.data());
+      list(names).push_back(utf8(name.data()));
     }
     return ERROR_SUCCESS;
   }
@@ -36,11 +36,11 @@ class DirectProvider : public StdRegProv {
     }
     auto size = static_cast<DWORD>(nameBuffer.size());
     DWORD type = REG_NONE;
-    for (DWORD index = 0; RegEnumValueA(open.handle(), index, nameBuffer.data(), &size, nullptr,
+    for (DWORD index = 0; RegEnumValueW(open.handle(), index, roomIn(nameBuffer), &size, nullptr,
                                         &type, nullptr, nullptr) == ERROR_SUCCESS;
          ++index) {
       if (size > 0) {
-        list(names).emplace_back(nameBuffer.data(), size);
+        list(names).push_back(utf8({nameBuffer.data(), size}));
         types.push_back(type);
       }
       size = static_cast<DWORD>(nameBuffer.size());
@@ -63,10 +63,11 @@ class DirectProvider : public StdRegProv {
     // The delete has no flag of its own, so it goes through the parent's handle of that view.
     const auto backslash = key.rfind('\\');
     if (backslash == std::string::npos) {
-      return RegDeleteKeyA(systemKey(hive), key.c_str());
+      return RegDeleteKeyW(systemKey(hive), Wide(key).get());
     }
     const RegistryKey parent(hive, key.substr(0, backslash), KEY_ENUMERATE_SUB_KEYS | view);
-    return parent.isOpen() ? RegDeleteKeyA(parent.handle(), key.substr(backslash + 1).c_str())
+    return parent.isOpen() ? RegDeleteKeyW(parent.handle(),
+                                           Wide(std::string_view(key).substr(backslash + 1)).get())
                            : parent.openStatus();
   }
 
@@ -76,8 +77,8 @@ class DirectProvider : public StdRegProv {
   }
 
   REGSAM view;
-  // The longest name of a value, in the widest of code pages, and its NUL.
-  std::vector<char> nameBuffer = std::vector<char>(2 * 16383 + 1);
+  // The longest name of a value and its NUL.
+  std::vector<char16_t> nameBuffer = std::vector<char16_t>(16383 + 1);
 };
 
 }  // namespace

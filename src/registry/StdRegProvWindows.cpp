@@ -97,11 +97,11 @@ class ServiceProvider : public StdRegProv {
       }
       const ComPointer<IWbemClassObject> filled(instance);
       ComVariant root(static_cast<LONG>(hive));
-      ComVariant path(wideText(key));
+      ComVariant path(comText(key));
       filled->Put(L"hDefKey", 0, root.get(), 0);
       filled->Put(L"sSubKeyName", 0, path.get(), 0);
       if (valueName != nullptr) {
-        ComVariant name(wideText(*valueName));
+        ComVariant name(comText(*valueName));
         filled->Put(L"sValueName", 0, name.get(), 0);
       }
       IWbemClassObject* out = nullptr;
@@ -123,7 +123,7 @@ class ServiceProvider : public StdRegProv {
 
     [[nodiscard]] std::string text(const wchar_t* name) const {
       ComVariant value;
-      return get(name, value) && (*value).vt == VT_BSTR ? narrow((*value).bstrVal) : std::string();
+      return get(name, value) && (*value).vt == VT_BSTR ? textOf((*value).bstrVal) : std::string();
     }
 
     [[nodiscard]] std::optional<std::vector<std::string>> texts(const wchar_t* name) const {
@@ -133,7 +133,7 @@ class ServiceProvider : public StdRegProv {
       }
       std::vector<std::string> all;
       for (BSTR entry : elements<BSTR>(*value)) {
-        all.push_back(narrow(entry));
+        all.push_back(textOf(entry));
         SysFreeString(entry);
       }
       return all;
@@ -148,8 +148,6 @@ class ServiceProvider : public StdRegProv {
     }
 
    private:
-    static std::string narrow(BSTR text) { return narrowText({text, SysStringLen(text)}); }
-
     bool get(const wchar_t* name, ComVariant& value) const {
       return results != nullptr && SUCCEEDED(results->Get(name, 0, value.get(), nullptr, nullptr));
     }

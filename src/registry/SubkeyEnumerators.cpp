@@ -51,13 +51,14 @@ bool collectNames(Form42& form, const Enumerator& kind, HKEY key, std::string& n
     if (isStopAsked(form)) {
       return false;
     }
-    std::array<char, 2048> buffer{};
-    if (RegEnumKeyA(key, index, buffer.data(), static_cast<DWORD>(buffer.size())) !=
+    std::array<char16_t, 2048> buffer;
+    if (RegEnumKeyW(key, index, roomIn(buffer), static_cast<DWORD>(buffer.size())) !=
         ERROR_SUCCESS) {
       return true;
     }
     // The name ends in its NUL, so only blanks before it are trimmed away.
-    std::string_view name(buffer.data());
+    const std::string whole = utf8(buffer.data());
+    std::string_view name(whole);
     name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
     names.append(name).push_back('\0');
     showName(form, name, kind.repaintsTitle);

@@ -5,8 +5,11 @@
 #include "registry/RegistryKey.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
+#include "registry/ValueData.h"
+#include "text/Characters.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -16,33 +19,23 @@ void readIniValue(const std::string& file, const std::string& section, const std
   if (kind != "S") {
     const int number = leadingInteger(textOf(fallback));
     rc = static_cast<LONG>(
-        GetPrivateProfileIntA(section.c_str(), key.c_str(), number, file.c_str()));
+        GetPrivateProfileIntW(Wide(section).get(), Wide(key).get(), number, Wide(file).get()));
     return;
   }
-  std::array<char, 256> buffer{};
+  std::array<char16_t, 256> buffer;
   const DWORD length =
-      GetPrivateProfileStringA(section.c_str(), key.c_str(), textOf(fallback).c_str(),
-                               buffer.data(), static_cast<DWORD>(buffer.size()), file.c_str());
-  result = std::string(buffer.data(), length);
+      GetPrivateProfileStringW(Wide(section).get(), Wide(key).get(), Wide(textOf(fallback)).get(),
+                               roomIn(buffer), static_cast<DWORD>(buffer.size()), Wide(file).get());
+  result = utf8({buffer.data(), length});
   rc = ERROR_SUCCESS;
 }
 
 LONG readString(HKEY key, const std::string& valueName, Variant& result) {
-  DWORD size = 0;
-  DWORD type = REG_SZ;
-  BYTE none = 0;
-  LONG status = RegQueryValueExA(key, valueName.c_str(), nullptr, &type, &none, &size);
-  std::string text;
-  if (status == ERROR_MORE_DATA) {
-    text.resize(size);
-    status = RegQueryValueExA(key, valueName.c_str(), nullptr, &type,
-                              reinterpret_cast<BYTE*>(text.data()), &size);
-    text.resize(size);
-  }
+  ValueData data;
+  const LONG status = data.read(key, valueName);
   // Cutting the last character of an empty text faults, which leaves the result as it was.
-  if (status == ERROR_SUCCESS && !text.empty()) {
-    text.pop_back();
-    result = text;
+  if (status == ERROR_SUCCESS && !data.units().empty()) {
+    result = std::string(withoutLast(utf8(data.units()), 1));
   }
   return status;
 }
@@ -52,7 +45,7 @@ template <std::size_t Size>
 LONG readBytes(HKEY key, const std::string& valueName, std::array<BYTE, Size>& data) {
   DWORD size = Size;
   DWORD type = REG_NONE;
-  return RegQueryValueExA(key, valueName.c_str(), nullptr, &type, data.data(), &size);
+  return RegQueryValueExW(key, Wide(valueName).get(), nullptr, &type, data.data(), &size);
 }
 
 LONG readBoolean(HKEY key, const std::string& valueName, Variant& result) {
@@ -90,21 +83,20 @@ LONG readKind(HKEY key, const std::string& valueName, const std::string& kind, V
 
 void listIniSection(const std::string& file, const std::string& section, std::string& pairs,
                     LONG& rc) {
-  std::array<char, 8192> buffer{};
-  const DWORD length = GetPrivateProfileSectionA(section.c_str(), buffer.data(),
-                                                 static_cast<DWORD>(buffer.size()), file.c_str());
-  pairs.assign(buffer.data(), length);
+  std::array<char16_t, 8192> buffer;
+  const DWORD length = GetPrivateProfileSectionW(
+      Wide(section).get(), roomIn(buffer), static_cast<DWORD>(buffer.size()), Wide(file).get());
+  pairs = utf8({buffer.data(), length});
   rc = static_cast<LONG>(length);
 }
 
 // Appends "name=data" with its NUL for the types that have a text. The answer of the reading.
 LONG appendPair(HKEY key, const std::string& name, DWORD type, DWORD size, std::string& pairs) {
   if (type == REG_SZ) {
-    std::string data(size, '\0');
-    const LONG status = RegQueryValueExA(key, name.c_str(), nullptr, &type,
-                                         reinterpret_cast<BYTE*>(data.data()), &size);
+    ValueData data;
+    const LONG status = data.read(key, name);
     if (status == ERROR_SUCCESS) {
-      pairs.append(name).append("=").append(data, 0, size);
+      pairs.append(name).append("=").append(utf8(data.units()));
     }
     return status;
   }
@@ -122,16 +114,16 @@ LONG appendPair(HKEY key, const std::string& name, DWORD type, DWORD size, std::
 // The code of the reading that failed, or success when the walk came to its end or was stopped.
 LONG collectPairs(Form42& form, HKEY key, std::string& pairs) {
   for (DWORD index = 0; !isStopAsked(form); ++index) {
-    std::array<char, 2048> buffer{};
+    std::array<char16_t, 2048> buffer;
     auto nameSize = static_cast<DWORD>(buffer.size());
     DWORD size = 2048;
     DWORD type = REG_NONE;
-    if (RegEnumValueA(key, index, buffer.data(), &nameSize, nullptr, &type, nullptr, &size) !=
+    if (RegEnumValueW(key, index, roomIn(buffer), &nameSize, nullptr, &type, nullptr, &size) !=
         ERROR_SUCCESS) {
       closeNameList(pairs);
       return ERROR_SUCCESS;
     }
-    const std::string name(buffer.data(), nameSize);
+    const std::string name = utf8({buffer.data(), nameSize});
     if (const LONG status = appendPair(key, name, type, size, pairs); status != ERROR_SUCCESS) {
       return status;
     }

@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -29,31 +29,7 @@ Presence presenceBy(LONG status) {
   }
 }
 
-LPWSTR roomFor(std::u16string& buffer) { return reinterpret_cast<LPWSTR>(buffer.data()); }
-
 }  // namespace
-
-std::u16string widened(std::string_view narrow) {
-  const std::string_view text = untilNul(narrow);
-  const auto length = static_cast<int>(text.size());
-  std::u16string wide(text.size(), u'\0');
-  const int size =
-      length == 0 ? 0 : MultiByteToWideChar(CP_ACP, 0, text.data(), length, roomFor(wide), length);
-  wide.resize(static_cast<std::size_t>(size));
-  return wide;
-}
-
-std::string narrowed(std::u16string_view wide) {
-  // Two bytes hold any character of a code page.
-  std::string narrow(wide.size() * 2, '\0');
-  const int size = wide.empty()
-                       ? 0
-                       : WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<LPCWSTR>(wide.data()),
-                                             static_cast<int>(wide.size()), narrow.data(),
-                                             static_cast<int>(narrow.size()), nullptr, nullptr);
-  narrow.resize(static_cast<std::size_t>(size));
-  return narrow;
-}
 
 bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
   return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
@@ -110,7 +86,7 @@ std::optional<std::vector<std::u16string>> WideKey::subkeys() const {
   for (DWORD index = 0;; ++index) {
     auto size = static_cast<DWORD>(name.size());
     const LONG listed =
-        RegEnumKeyExW(key, index, roomFor(name), &size, nullptr, nullptr, nullptr, nullptr);
+        RegEnumKeyExW(key, index, roomIn(name), &size, nullptr, nullptr, nullptr, nullptr);
     if (listed == ERROR_NO_MORE_ITEMS) {
       return names;
     }
@@ -130,7 +106,7 @@ std::optional<std::vector<WideValue>> WideKey::values() const {
     auto size = static_cast<DWORD>(data.size());
     DWORD type = REG_NONE;
     const LONG listed =
-        RegEnumValueW(key, index, roomFor(name), &nameSize, nullptr, &type, data.data(), &size);
+        RegEnumValueW(key, index, roomIn(name), &nameSize, nullptr, &type, data.data(), &size);
     if (listed == ERROR_MORE_DATA && size > data.size()) {
       data.resize(size);
       continue;

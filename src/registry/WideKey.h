@@ -1,5 +1,5 @@
-// Keys and values by their wide names, in the 64-bit view: for what must go out of the registry and
-// come back without loss, which the code page does not allow.
+// Keys and values by their names in UTF-16, in the 64-bit view: for what must go out of the
+// registry and come back as it was.
 #ifndef ZELVREG_REGISTRY_WIDE_KEY_H
 #define ZELVREG_REGISTRY_WIDE_KEY_H
 
@@ -12,15 +12,8 @@
 #include <vector>
 
 #include "registry/Hives.h"
-#include "text/Wide.h"
 
 namespace zelvreg {
-
-// What a narrow call makes of a text: it ends at its first NUL.
-std::u16string widened(std::string_view narrow);
-
-// The other way; characters that the code page does not have become its replacement.
-std::string narrowed(std::u16string_view wide);
 
 // A value's name and, bit for bit, its data. The default value's name is empty.
 struct WideValue {

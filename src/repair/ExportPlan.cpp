@@ -4,6 +4,7 @@
 #include <array>
 
 #include "registry/KeySecurity.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -46,7 +47,7 @@ void ExportPlan::addTree(HiveHandle hive, const std::string& key) {
 
 void ExportPlan::addValue(HiveHandle hive, const std::string& key, const std::string& name) {
   for (const TruePlace& place : places.of(hive, key, Views::True)) {
-    entryOf(place).names.insert(widened(name));
+    entryOf(place).names.insert(utf16UntilNul(name));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "registry/Variant.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -11,18 +12,14 @@ namespace {
 bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ; }
 
 std::u16string wideTextOf(const WideValue& value) {
-  std::u16string text(value.data.size() / sizeof(char16_t), u'\0');
-  std::memcpy(text.data(), value.data.data(), text.size() * sizeof(char16_t));
+  std::u16string text = unitsOf(value.data);
   text.resize(std::min(text.find(u'\0'), text.size()));
   return text;
 }
 
 Reference referenceIn(const Form42& form, const WideValue& value) {
   if (isText(value.type)) {
-    const std::u16string text = wideTextOf(value);
-    const std::string narrow = textOf(Variant(value.data));
-    // What the code page does not hold cannot be looked for.
-    return widened(narrow) == text ? referenceIn(form, narrow) : Reference::Living;
+    return referenceIn(form, textOf(Variant(value.data)));
   }
   // A list of texts names what an installer brings when it is first asked for.
   const bool isAdvertised = value.type == REG_MULTI_SZ && !wideTextOf(value).empty();

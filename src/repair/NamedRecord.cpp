@@ -11,6 +11,7 @@
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -125,8 +126,9 @@ class Seeker {
   }
 
   [[nodiscard]] RecordPlace placeIn(const TruePlace& key, const NamedPlace& named) const {
-    return named.names == Names::Value ? RecordPlace{key, widened(textFor(form, row, named.value))}
-                                       : RecordPlace{key, std::nullopt};
+    return named.names == Names::Value
+               ? RecordPlace{key, utf16UntilNul(textFor(form, row, named.value))}
+               : RecordPlace{key, std::nullopt};
   }
 
   const Form42& form;

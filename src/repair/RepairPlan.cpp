@@ -4,6 +4,7 @@
 #include <set>
 
 #include "repair/RepairRoutines.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 
@@ -51,7 +52,7 @@ std::vector<std::string> RepairPlan::takings() const {
   for (const RowPlan& row : plans) {
     for (const StepPlan& step : row.steps) {
       for (const RecordPlace& taking : step.takings) {
-        const std::string place = narrowed(taking.text());
+        const std::string place = utf8(taking.text());
         if (step.isAllowed() && known.insert(place).second) {
           places.push_back(place);
         }

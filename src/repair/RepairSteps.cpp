@@ -13,6 +13,7 @@
 #include "registry/View64.h"
 #include "repair/RepairPlan.h"
 #include "runtime/Environment.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -73,7 +74,7 @@ class RowRepair {
         fDeleteKey(target.hive, key, target.value, rc);
         break;
       case Step::DeleteKey:
-        kept = RegDeleteKeyA(systemKey(hive), key.c_str());
+        kept = RegDeleteKeyW(systemKey(hive), Wide(key).get());
         break;
       case Step::DeleteTree:
         DeleteRegistryTree(hive, key);
@@ -82,7 +83,7 @@ class RowRepair {
         DeleteSubkeys2(form, hive, key);
         break;
       case Step::DeleteIfKept:
-        SHDeleteKeyA(systemKey(hive), key.c_str());
+        SHDeleteKeyW(systemKey(hive), Wide(key).get());
         break;
       case Step::EmptyDefault:
         SetRegistryValue(hive, key, target.value, "");

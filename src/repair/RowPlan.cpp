@@ -6,6 +6,7 @@
 #include "repair/LivingContent.h"
 #include "repair/ProtectedKeys.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -34,7 +35,7 @@ class Judge {
     const auto living =
         livingContent(form, registry, taking.key,
                       named->names == Names::EmptyKey ? KeyIs::Empty : KeyIs::DeadReference);
-    return living ? "it holds " + narrowed(*living) + ", which may be in use" : std::string();
+    return living ? "it holds " + utf8(*living) + ", which may be in use" : std::string();
   }
 
  private:
@@ -66,7 +67,7 @@ void planGrants(RowPlan& row, const std::vector<std::optional<TruePlace>>& grant
     const auto& key = granted[index];
     if (key && std::ranges::none_of(row.steps,
                                     [&](const StepPlan& step) { return takesKeyOf(step, *key); })) {
-      row.steps[index].leftAlone.push_back({narrowed(key->fullPath()), "nothing of it goes"});
+      row.steps[index].leftAlone.push_back({utf8(key->fullPath()), "nothing of it goes"});
     }
   }
 }
@@ -116,7 +117,7 @@ StepPlan planStep(const Form42& form, const RegistryState& registry,
   for (const RecordPlace& taking : plan.takings) {
     const std::string reason = judge.whyNot(taking);
     if (!reason.empty()) {
-      plan.leftAlone.push_back({narrowed(taking.text()), reason});
+      plan.leftAlone.push_back({utf8(taking.text()), reason});
     }
   }
   return plan;

@@ -7,6 +7,7 @@
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -47,7 +48,7 @@ std::string stampOf(const DateTime& time) {
 }
 
 bool isThere(const std::string& path) {
-  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+  return GetFileAttributesW(Wide(path).get()) != INVALID_FILE_ATTRIBUTES;
 }
 
 std::string pathOf(const Form42& form, const std::string& stem) {
@@ -94,7 +95,7 @@ bool writeSafetyExport(Form42& form, const RepairPlan& repair) {
 
 void removeSafetyExport(Form42& form) {
   if (!form.exportStem.empty()) {
-    DeleteFileA(pathOf(form, form.exportStem).c_str());
+    DeleteFileW(Wide(pathOf(form, form.exportStem)).get());
     form.exportStem.clear();
   }
 }

@@ -1,5 +1,7 @@
 #include "repair/StepReach.h"
 
+#include "text/Wide.h"
+
 namespace zelvreg {
 namespace {
 
@@ -78,7 +80,7 @@ std::vector<RecordPlace> reachOf(const RegistryState& registry, const RepairStep
   };
   switch (step.step) {
     case Step::DeleteValue:
-      return value(registry, reach(Views::True), widened(target.value));
+      return value(registry, reach(Views::True), utf16UntilNul(target.value));
     case Step::EmptyDefault: {
       const Reach own = reach(Views::Own);
       return own.key ? std::vector<RecordPlace>{{*own.key, u""}} : std::vector<RecordPlace>{};

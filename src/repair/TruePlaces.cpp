@@ -6,6 +6,7 @@
 #include "registry/AccountSids.h"
 #include "runtime/Environment.h"
 #include "scan/Resolver.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -121,7 +122,7 @@ std::u16string TruePlace::fullPath() const {
 }
 
 std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, Views views) {
-  const Names names = namesOf(widened(key));
+  const Names names = namesOf(utf16UntilNul(key));
   if (std::ranges::any_of(
           names, [](const std::u16string& name) { return name.size() > longestKeyName; })) {
     return {};
@@ -142,7 +143,7 @@ std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, V
 }
 
 std::u16string currentUserKey() {
-  return widened(sidText(lookUpSid(environmentVariable("UserName"))));
+  return utf16UntilNul(sidText(lookUpSid(environmentVariable("UserName"))));
 }
 
 bool isSameKey(const TruePlace& first, const TruePlace& second) {

@@ -16,7 +16,7 @@ std::string property(IWbemClassObject& object, const wchar_t* name) {
   ComVariant value;
   const bool isText =
       SUCCEEDED(object.Get(name, 0, value.get(), nullptr, nullptr)) && (*value).vt == VT_BSTR;
-  return isText ? narrowText((*value).bstrVal) : std::string();
+  return isText ? textOf((*value).bstrVal) : std::string();
 }
 
 void terminate(IWbemServices& services, IWbemClassObject& process) {

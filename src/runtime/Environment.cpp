@@ -4,25 +4,29 @@
 
 #include <array>
 
+#include "text/Wide.h"
+
 namespace zelvreg {
 
 std::string environmentVariable(const char* name) {
   // Almost every variable fits here, so that one call does.
-  std::array<char, 256> usual;
-  const DWORD size = GetEnvironmentVariableA(name, usual.data(), static_cast<DWORD>(usual.size()));
+  std::array<char16_t, 256> usual;
+  const Wide wideName(name);
+  const DWORD size =
+      GetEnvironmentVariableW(wideName.get(), roomIn(usual), static_cast<DWORD>(usual.size()));
   if (size < usual.size()) {
-    return {usual.data(), size};
+    return utf8({usual.data(), size});
   }
-  std::string text(size, '\0');
-  text.resize(GetEnvironmentVariableA(name, text.data(), size));
-  return text;
+  std::u16string text(size, u'\0');
+  text.resize(GetEnvironmentVariableW(wideName.get(), roomIn(text), size));
+  return utf8(text);
 }
 
 std::string programFolder() {
-  // The longest path that the narrow call can give.
-  std::array<char, 32768> path{};
-  const DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-  const std::string program(path.data(), length);
+  // The longest path that the system knows.
+  std::array<char16_t, 32768> path;
+  const DWORD length = GetModuleFileNameW(nullptr, roomIn(path), static_cast<DWORD>(path.size()));
+  const std::string program = utf8({path.data(), length});
   return program.substr(0, program.find_last_of('\\'));
 }
 

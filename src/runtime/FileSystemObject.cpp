@@ -4,6 +4,7 @@
 
 #include "runtime/DriveAtHand.h"
 #include "runtime/FileText.h"
+#include "text/Wide.h"
 
 namespace zelvreg::fileSystemObject {
 
@@ -23,7 +24,7 @@ bool fileExists(const std::string& path, Shares shares) {
   if (!mayBeOpened(path, shares)) {
     return false;
   }
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(Wide(path).get());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     return mayBeThere(path);
   }
@@ -34,7 +35,7 @@ bool folderExists(const std::string& path, Shares shares) {
   if (!mayBeOpened(path, shares)) {
     return false;
   }
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(Wide(path).get());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     return mayBeThere(path);
   }

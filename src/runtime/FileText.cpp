@@ -6,7 +6,9 @@
 #include <array>
 #include <vector>
 
+#include "runtime/FileSecurity.h"
 #include "runtime/PrivateFiles.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -15,7 +17,7 @@ namespace {
 // what it holds must not be lost.
 std::optional<std::string> contentToKeep(const std::string& path) {
   auto content = readFileText(path);
-  if (!content && GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+  if (!content && GetFileAttributesW(Wide(path).get()) == INVALID_FILE_ATTRIBUTES) {
     content.emplace();
   }
   return content;
@@ -33,8 +35,9 @@ HANDLE makeBeside(const std::string& path, std::string& beside,
   for (; file == INVALID_HANDLE_VALUE && number != last; ++number) {
     beside = path + "." + std::to_string(number) + ".new";
     // The call only reads the attributes, though its type does not say so.
-    file = CreateFileA(beside.c_str(), GENERIC_WRITE, 0, const_cast<SECURITY_ATTRIBUTES*>(security),
-                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    file = CreateFileW(Wide(beside).get(), GENERIC_WRITE, 0,
+                       const_cast<SECURITY_ATTRIBUTES*>(security), CREATE_NEW,
+                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) {
       break;
     }
@@ -42,23 +45,10 @@ HANDLE makeBeside(const std::string& path, std::string& beside,
   return file;
 }
 
-// The access list of a file as a descriptor; an empty one, with the last error set, if it cannot be
-// read.
-std::vector<BYTE> listOf(const std::string& path) {
-  DWORD size = 0;
-  GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-  std::vector<BYTE> descriptor(size);
-  if (size == 0 || GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(),
-                                    size, &size) == FALSE) {
-    return {};
-  }
-  return descriptor;
-}
-
 // Gives `file`, which nobody else can open yet, the access list of the file at `path`, if there is
 // one and its disk has lists. False if one would be lost.
 bool keepList(const std::string& path, const std::string& file) {
-  std::vector<BYTE> list = listOf(path);
+  std::vector<BYTE> list = fileSecurity(path, DACL_SECURITY_INFORMATION);
   if (list.empty()) {
     return GetLastError() != ERROR_ACCESS_DENIED;
   }
@@ -69,7 +59,7 @@ bool keepList(const std::string& path, const std::string& file) {
       (control & SE_DACL_AUTO_INHERITED) != 0) {
     SetSecurityDescriptorControl(list.data(), SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
   }
-  return SetFileSecurityA(file.c_str(), DACL_SECURITY_INFORMATION, list.data()) != FALSE;
+  return setFileSecurity(file, DACL_SECURITY_INFORMATION, list.data());
 }
 
 bool writeWhole(HANDLE file, std::string_view bytes) {
@@ -82,8 +72,8 @@ bool writeWhole(HANDLE file, std::string_view bytes) {
 }  // namespace
 
 std::optional<std::string> readFileText(const std::string& path) {
-  HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  HANDLE file = CreateFileW(Wide(path).get(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                            nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return std::nullopt;
   }
@@ -112,11 +102,11 @@ bool replaceFileText(const std::string& path, std::string_view bytes, FileReader
   }
   const bool isWritten = (isPrivate || keepList(path, beside)) && writeWhole(file, bytes);
   CloseHandle(file);
-  if (isWritten && MoveFileExA(beside.c_str(), path.c_str(),
+  if (isWritten && MoveFileExW(Wide(beside).get(), Wide(path).get(),
                                MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE) {
     return true;
   }
-  DeleteFileA(beside.c_str());
+  DeleteFileW(Wide(beside).get());
   return false;
 }
 

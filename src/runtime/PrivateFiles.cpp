@@ -9,12 +9,15 @@
 #include <span>
 #include <vector>
 
+#include "runtime/FileSecurity.h"
+#include "text/Wide.h"
+
 namespace zelvreg {
 namespace {
 
 // Administrators own them, so that what one of them made is the next one's, too.
-constexpr const char* fileSecurity = "O:BAD:P(A;;FA;;;BA)(A;;FA;;;SY)";
-constexpr const char* folderSecurity = "O:BAD:P(A;OICI;FA;;;BA)(A;OICI;FA;;;SY)";
+constexpr const char* listOfFiles = "O:BAD:P(A;;FA;;;BA)(A;;FA;;;SY)";
+constexpr const char* listOfFolders = "O:BAD:P(A;OICI;FA;;;BA)(A;OICI;FA;;;SY)";
 constexpr SECURITY_INFORMATION ownerAndList =
     OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
 
@@ -72,11 +75,8 @@ class Judge {
   Judge() : user(processUser()) {}
 
   [[nodiscard]] bool lets(const std::string& path, ACCESS_MASK rights) const {
-    DWORD size = 0;
-    GetFileSecurityA(path.c_str(), ownerAndList, nullptr, 0, &size);
-    std::vector<BYTE> descriptor(size);
-    if (size == 0 ||
-        GetFileSecurityA(path.c_str(), ownerAndList, descriptor.data(), size, &size) == FALSE) {
+    std::vector<BYTE> descriptor = fileSecurity(path, ownerAndList);
+    if (descriptor.empty()) {
       return true;
     }
     PSID owner = nullptr;
@@ -139,8 +139,8 @@ std::string folderOf(const std::string& path) {
 }  // namespace
 
 PrivateSecurity::PrivateSecurity(Of kind) {
-  ConvertStringSecurityDescriptorToSecurityDescriptorA(
-      kind == Of::File ? fileSecurity : folderSecurity, SDDL_REVISION_1,
+  ConvertStringSecurityDescriptorToSecurityDescriptorW(
+      Wide(kind == Of::File ? listOfFiles : listOfFolders).get(), SDDL_REVISION_1,
       &attributes.lpSecurityDescriptor, nullptr);
 }
 
@@ -157,11 +157,11 @@ void makePrivateFolder(const std::string& path) {
     return;
   }
   // The call only reads, though its type does not say so.
-  if (CreateDirectoryA(path.c_str(), const_cast<SECURITY_ATTRIBUTES*>(attributes)) == FALSE &&
+  if (CreateDirectoryW(Wide(path).get(), const_cast<SECURITY_ATTRIBUTES*>(attributes)) == FALSE &&
       GetLastError() == ERROR_ALREADY_EXISTS && Judge().lets(path, writesFolder) &&
-      SetFileSecurityA(path.c_str(), ownerAndList, attributes->lpSecurityDescriptor) == FALSE) {
+      !setFileSecurity(path, ownerAndList, attributes->lpSecurityDescriptor)) {
     // Who may not give a folder to another may often still close it.
-    SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, attributes->lpSecurityDescriptor);
+    setFileSecurity(path, DACL_SECURITY_INFORMATION, attributes->lpSecurityDescriptor);
   }
 }
 

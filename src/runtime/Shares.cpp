@@ -2,9 +2,11 @@
 
 #include <windows.h>
 
-#include <array>
+#include <algorithm>
+#include <string>
 
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -20,8 +22,7 @@ bool beginsWithDrive(std::string_view path) {
 }
 
 bool isRemoteDrive(char letter) {
-  const std::array<char, 4> root{letter, ':', '\\', '\0'};
-  return GetDriveTypeA(root.data()) == DRIVE_REMOTE;
+  return GetDriveTypeW(Wide(std::string{letter, ':', '\\'}).get()) == DRIVE_REMOTE;
 }
 
 // Four characters that the system reads as the root of all devices: "\\?\", "\\.\" and "\??\", the

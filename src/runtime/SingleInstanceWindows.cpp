@@ -8,19 +8,19 @@
 namespace zelvreg {
 namespace {
 
-constexpr const char* mutexName = "Global\\ZelvaneFixRegistryProblems";
+constexpr const wchar_t* mutexName = L"Global\\ZelvaneFixRegistryProblems";
 // All rights for administrators and the system, none for others: who could open it could also keep
 // it open.
-constexpr const char* mutexAccess = "D:(A;;GA;;;BA)(A;;GA;;;SY)";
+constexpr const wchar_t* mutexAccess = L"D:(A;;GA;;;BA)(A;;GA;;;SY)";
 
 // Null for one that is there already, and for a name that this process may not use.
 HANDLE newMutex() {
   SECURITY_ATTRIBUTES security{sizeof security, nullptr, FALSE};
-  if (ConvertStringSecurityDescriptorToSecurityDescriptorA(
+  if (ConvertStringSecurityDescriptorToSecurityDescriptorW(
           mutexAccess, SDDL_REVISION_1, &security.lpSecurityDescriptor, nullptr) == FALSE) {
     return nullptr;
   }
-  HANDLE mutex = CreateMutexA(&security, FALSE, mutexName);
+  HANDLE mutex = CreateMutexW(&security, FALSE, mutexName);
   const bool isOld = GetLastError() == ERROR_ALREADY_EXISTS;
   LocalFree(security.lpSecurityDescriptor);
   if (mutex != nullptr && isOld) {

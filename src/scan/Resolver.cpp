@@ -2,12 +2,12 @@
 
 #include <windows.h>
 
-#include <array>
-
+#include "registry/DirectText.h"
 #include "registry/Hives.h"
 #include "registry/Permissions.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
+#include "text/Characters.h"
 #include "text/Text.h"
 
 namespace zelvreg {
@@ -34,28 +34,16 @@ std::string_view extensionOf(const std::vector<std::string_view>& parts) {
     return {};
   }
   const std::string_view extension = parts.back().substr(0, parts.back().find(' '));
-  return extension.substr(0, longestExtension);
+  return firstCharacters(extension, longestExtension);
 }
 
 // Without what stands before the drive letter, as a launcher does.
 std::string fromDriveLetter(std::string path) {
   const auto colon = path.find(driveRoot);
   if (colon != std::string::npos && colon > 0) {
-    path.erase(0, colon - 1);
+    path.erase(0, withoutLast(std::string_view(path).substr(0, colon), 1).size());
   }
   return path;
-}
-
-std::string expandVariables(const std::string& text) {
-  std::array<char, 512> buffer;
-  const DWORD size =
-      ExpandEnvironmentStringsA(text.c_str(), buffer.data(), static_cast<DWORD>(buffer.size()));
-  if (size <= buffer.size()) {
-    return {buffer.data(), size};
-  }
-  std::string expanded(size, '\0');
-  expanded.resize(ExpandEnvironmentStringsA(text.c_str(), expanded.data(), size));
-  return expanded;
 }
 
 void replaceInPlace(std::string& text, std::string_view from, std::string_view to) {
@@ -93,12 +81,13 @@ std::string GetPath(const Form42& form, std::string& path) {
       replaceInPlace(path, "%programfiles%", "%ProgramW6432%");
     }
     if (contains(path, "program files\\")) {
-      const std::string windowsDrive = lowerCase(environmentVariable("WINDIR")).substr(0, 3);
-      replaceInPlace(path, windowsDrive + "program files\\", "%ProgramW6432%\\");
+      const std::string windows = lowerCase(environmentVariable("WINDIR"));
+      replaceInPlace(path, std::string(firstCharacters(windows, 3)) + "program files\\",
+                     "%ProgramW6432%\\");
     }
     replaceInPlace(path, "%commonprogramfiles%", "%ProgramW6432%\\Common Files");
   }
-  return expandVariables(path);
+  return expandedText(path);
 }
 
 bool FileExists(const Form42& form, std::string path) {
@@ -116,15 +105,17 @@ bool FolderExists(const Form42& form, const std::string& path) {
 
 void pth(Form42& form, std::string& rule) {
   constexpr std::string_view marker = "|app=";
+  constexpr std::size_t startWithout = 4;
   rule = lowerCase(rule);
-  // Positions count from 1 and 0 means not found, so that without a marker the path is read from
-  // position 5 on.
-  const std::size_t first = rule.find(marker) + 1;
-  const std::size_t start = first + marker.size();
-  const auto end = rule.find('|', start - 1);
+  const std::size_t found = rule.find(marker);
+  // Not found is position 0, so that the path is read from the fifth character on.
+  const std::string_view path = found == std::string::npos
+                                    ? behindCharacters(rule, startWithout)
+                                    : std::string_view(rule).substr(found + marker.size());
+  const std::size_t end = path.find('|');
   // Without a bar behind it the length is below 0: the cut faults and the path before stays.
-  if (end != std::string::npos) {
-    form.FirewallPath = rule.substr(start - 1, end - (start - 1));
+  if (end != std::string_view::npos) {
+    form.FirewallPath = path.substr(0, end);
   }
   if (!contains(form.FirewallPath, "\\")) {
     form.FirewallPath.clear();

@@ -8,6 +8,7 @@
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -18,12 +19,12 @@ std::optional<std::string> policyText(const Form42& form, const char* name) {
     return std::nullopt;
   }
   const RegistryKey key(HiveHandle::LocalMachine, policyKey, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
-  std::array<char, 64> data{};
-  auto size = static_cast<DWORD>(data.size());
+  std::array<char16_t, 64> data{};
+  DWORD size = sizeof data;
   DWORD type = REG_NONE;
   if (!key.isOpen() ||
-      RegQueryValueExA(key.handle(), name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()),
-                       &size) != ERROR_SUCCESS) {
+      RegQueryValueExW(key.handle(), Wide(name).get(), nullptr, &type,
+                       reinterpret_cast<BYTE*>(data.data()), &size) != ERROR_SUCCESS) {
     return std::nullopt;
   }
   if (type == REG_DWORD) {
@@ -31,7 +32,8 @@ std::optional<std::string> policyText(const Form42& form, const char* name) {
     std::memcpy(&number, data.data(), sizeof(number));
     return decimal(number);
   }
-  return std::string(untilNul({data.data(), size}));
+  const std::u16string_view text(data.data(), size / sizeof(char16_t));
+  return utf8(text.substr(0, text.find(u'\0')));
 }
 
 std::string settingText(const Form42& form, const char* name) {

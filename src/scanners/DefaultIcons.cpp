@@ -7,6 +7,7 @@
 #include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "scanners/WorkList.h"
+#include "text/Characters.h"
 #include "text/Text.h"
 
 namespace zelvreg {
@@ -20,7 +21,7 @@ std::string iconFile(std::string value) {
   value.resize(std::min(value.find(','), value.size()));
   const std::string_view trimmed = trim(value);
   if (!trimmed.empty() && trimmed.front() == '"') {
-    return std::string(trimmed.substr(1, trimmed.size() - 2));
+    return std::string(withoutLast(trimmed.substr(1), 1));
   }
   return value;
 }

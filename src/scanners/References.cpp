@@ -12,7 +12,9 @@
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Resolver.h"
+#include "text/Characters.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -40,12 +42,11 @@ bool namesMissingPath(const Form42& form, std::string data) {
   return !FileExists(form, path) && !isFolder;
 }
 
-bool hasDriveColon(std::string_view text) { return text.size() > 1 && text[1] == ':'; }
+bool hasDriveColon(std::string_view text) { return characterAt(text, 1) == U':'; }
 
 bool endsInExe(std::string_view text) {
   constexpr std::string_view ending = ".exe";
-  return text.size() >= ending.size() &&
-         lowerCase(text.substr(text.size() - ending.size())) == ending;
+  return lowerCase(lastCharacters(text, ending.size())) == ending;
 }
 
 std::string betweenQuotes(const std::string& text) {
@@ -59,10 +60,9 @@ std::string betweenQuotes(const std::string& text) {
 std::string withoutQuotes(std::string_view text) { return replaceAll(text, "\"", ""); }
 
 std::string cutBehindExtension(std::string text) {
-  const std::string lower = lowerCase(text);
   std::size_t first = std::string::npos;
   for (const std::string_view extension : extensions) {
-    first = std::min(first, lower.find(extension));
+    first = std::min(first, findIgnoringCase(text, extension));
   }
   if (first != std::string::npos) {
     text.resize(first + extensionLength);
@@ -91,7 +91,7 @@ void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key) {
 
 void setArchiveOnly(const Form42& form, const std::string& path) {
   if (form.safeguards.touches && mayBeOpened(path, sharesOf(form))) {
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_ARCHIVE);
+    SetFileAttributesW(Wide(path).get(), FILE_ATTRIBUTE_ARCHIVE);
   }
 }
 

@@ -8,7 +8,9 @@
 
 #include "registry/RegistryValues.h"
 #include "scan/Resolver.h"
+#include "text/Characters.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -21,9 +23,12 @@ bool isProgramExtension(std::string_view extension) {
   return std::ranges::find(programExtensions, extension) != programExtensions.end();
 }
 
-bool isLetterOrDigit(unsigned char character) { return std::isalnum(character) != 0; }
+// What is not ASCII counts as a letter.
+bool isLetter(unsigned char byte) { return byte >= 0x80 || std::isalpha(byte) != 0; }
 
-bool hasDriveLetter(std::string_view text) { return text.size() > 1 && text[1] == ':'; }
+bool isLetterOrDigit(unsigned char byte) { return isLetter(byte) || std::isdigit(byte) != 0; }
+
+bool hasDriveLetter(std::string_view text) { return characterAt(text, 1) == U':'; }
 
 // The letters and digits behind a dot.
 std::string_view extensionAt(std::string_view text, std::size_t dot) {
@@ -39,10 +44,7 @@ bool endsName(std::string_view text, std::size_t position) {
 }
 
 // A number behind a dot is a version, as in a folder's name.
-bool holdsLetter(std::string_view text) {
-  return std::ranges::any_of(text,
-                             [](unsigned char character) { return std::isalpha(character) != 0; });
-}
+bool holdsLetter(std::string_view text) { return std::ranges::any_of(text, isLetter); }
 
 // Without what stands behind a blank that follows the extension at the last dot.
 std::string_view untilBlankBehindLastDot(std::string_view text) {
@@ -77,12 +79,9 @@ std::string withoutQuotesAndIndex(std::string_view value) {
 
 bool isTestablePath(std::string_view text) {
   constexpr std::size_t farthestMark = 4;
-  for (std::size_t fromEnd = 2; fromEnd <= std::min(farthestMark, text.size()); ++fromEnd) {
-    if (text[text.size() - fromEnd] == '^') {
-      return false;
-    }
-  }
-  return hasDriveLetter(text) && !text.ends_with("cur") && !text.ends_with("ani");
+  const std::string_view marks = withoutLast(lastCharacters(text, farthestMark), 1);
+  return !contains(marks, "^") && hasDriveLetter(text) && !text.ends_with("cur") &&
+         !text.ends_with("ani");
 }
 
 std::string_view programOf(std::string_view commandLine) {
@@ -103,8 +102,8 @@ bool comesAndGoes(unsigned driveType) {
 
 bool isDeadPath(const Form42& form, const std::string& path) {
   if (FolderExists(form, path)) {
-    const std::string drive = path.substr(0, 1) + ":\\";
-    if (comesAndGoes(GetDriveTypeA(drive.c_str())) || form.cancelRequested) {
+    const std::string drive = std::string(firstCharacters(path, 1)) + ":\\";
+    if (comesAndGoes(GetDriveTypeW(Wide(drive).get())) || form.cancelRequested) {
       return false;
     }
   }

@@ -2,9 +2,12 @@
 
 #include <array>
 
+#include "registry/DirectText.h"
 #include "registry/RegistryKey.h"
+#include "registry/ValueData.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -15,16 +18,16 @@ constexpr REGSAM anyRight = MAXIMUM_ALLOWED;
 constexpr REGSAM textAccess = 0x2013F;
 
 // A name of 255 characters and its terminator.
-using KeyName = std::array<char, 256>;
+using KeyName = std::array<char16_t, 256>;
 constexpr std::size_t longestValueName = 16383;
 
 bool readSubkeyName(HKEY key, DWORD index, KeyName& name) {
-  return RegEnumKeyA(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
+  return RegEnumKeyW(key, index, roomIn(name), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
 }
 
 bool childHasSubkeys(HKEY parent, const std::string& child) {
   HKEY key = nullptr;
-  if (RegOpenKeyA(parent, child.c_str(), &key) != ERROR_SUCCESS) {
+  if (RegOpenKeyW(parent, Wide(child).get(), &key) != ERROR_SUCCESS) {
     return false;
   }
   KeyName name;
@@ -45,18 +48,12 @@ bool readValue(ListerState& lister, HKEY key, DWORD index, ListedValue& value) {
     lister.valueName.resize(longestValueName + 1);
   }
   auto length = static_cast<DWORD>(lister.valueName.size());
-  if (RegEnumValueA(key, index, lister.valueName.data(), &length, nullptr, &value.type, nullptr,
+  if (RegEnumValueW(key, index, roomIn(lister.valueName), &length, nullptr, &value.type, nullptr,
                     &value.size) != ERROR_SUCCESS) {
     return false;
   }
-  value.name = CutAtNul({lister.valueName.data(), length});
+  value.name = CutAtNul(utf8({lister.valueName.data(), length}));
   return true;
-}
-
-LONG queryText(const RegistryKey& key, const std::string& valueName, DWORD& type, char* text,
-               DWORD& size) {
-  return RegQueryValueExA(key.handle(), valueName.c_str(), nullptr, &type,
-                          reinterpret_cast<BYTE*>(text), &size);
 }
 
 std::string hexText(const std::vector<BYTE>& bytes) {
@@ -139,7 +136,7 @@ std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHand
       return names;
     }
     names.resize(index);
-    names.push_back(CutAtNul({name.data(), name.size()}));
+    names.push_back(utf8(name.data()));
     lister.flags.push_back(childHasSubkeys(open.handle(), names.back()));
     if (lister.counter == 1) {
       form.Label3.caption = decimal(index + 1) + "Keys scanned ";
@@ -173,23 +170,12 @@ std::string ReadValueText(HiveHandle root, const std::string& key, const std::st
   if (!open.isOpen()) {
     return fallback;
   }
-  // Almost every text fits, so that it is read without asking for its size first.
-  std::array<char, 512> buffer;
-  DWORD type = REG_NONE;
-  auto size = static_cast<DWORD>(buffer.size());
-  LONG status = queryText(open, valueName, type, buffer.data(), size);
-  std::string longText;
-  const char* data = buffer.data();
-  if (status == ERROR_MORE_DATA) {
-    longText.resize(size);
-    status = queryText(open, valueName, type, longText.data(), size);
-    data = longText.data();
-  }
-  if (status != ERROR_SUCCESS) {
+  ValueData data;
+  if (data.read(open.handle(), valueName) != ERROR_SUCCESS) {
     return fallback;
   }
-  const std::string text = CutAtNul({data, size});
-  return type == REG_EXPAND_SZ ? CutAtNul(ExpandEnvText(text)) : text;
+  const std::string text = data.text();
+  return data.type() == REG_EXPAND_SZ ? CutAtNul(ExpandEnvText(text)) : text;
 }
 
 std::int32_t ReadValueDword(HiveHandle root, const std::string& key, const std::string& valueName,
@@ -199,7 +185,7 @@ std::int32_t ReadValueDword(HiveHandle root, const std::string& key, const std::
   std::int32_t number = 0;
   DWORD size = sizeof(number);
   const bool isRead =
-      open.isOpen() && RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type,
+      open.isOpen() && RegQueryValueExW(open.handle(), Wide(valueName).get(), nullptr, &type,
                                         reinterpret_cast<BYTE*>(&number), &size) == ERROR_SUCCESS;
   return isRead && type == REG_DWORD ? number : fallback;
 }
@@ -210,22 +196,18 @@ Variant ReadValueBytes(HiveHandle root, const std::string& key, const std::strin
   DWORD type = REG_NONE;
   DWORD size = 0;
   if (!open.isOpen() ||
-      RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type, nullptr, &size) !=
+      RegQueryValueExW(open.handle(), Wide(valueName).get(), nullptr, &type, nullptr, &size) !=
           ERROR_SUCCESS ||
       type != REG_BINARY) {
     return fallback;
   }
   std::vector<BYTE> bytes(std::max<DWORD>(size, 1));
   const LONG status =
-      RegQueryValueExA(open.handle(), valueName.c_str(), nullptr, &type, bytes.data(), &size);
+      RegQueryValueExW(open.handle(), Wide(valueName).get(), nullptr, &type, bytes.data(), &size);
   return status == ERROR_SUCCESS ? Variant(bytes) : fallback;
 }
 
-std::string ExpandEnvText(const std::string& text) {
-  std::string expanded(ExpandEnvironmentStringsA(text.c_str(), nullptr, 0), ' ');
-  ExpandEnvironmentStringsA(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
-  return expanded;
-}
+std::string ExpandEnvText(const std::string& text) { return expandedText(text); }
 
 std::string CutAtNul(std::string_view text) { return std::string(untilNul(text)); }
 

@@ -32,7 +32,7 @@ struct ListerState {
   // 1 while the first level of a walk is listed: only then is the number of names shown.
   int counter = 0;
   // Room for the longest name that a value can have; made when first needed.
-  std::vector<char> valueName;
+  std::vector<char16_t> valueName;
 };
 
 // The names of a key's values with their types, side by side.

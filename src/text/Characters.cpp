@@ -24,8 +24,7 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) {
 }
 
 std::string_view lastCharacters(std::string_view text, std::size_t count) {
-  const std::size_t all = characterCount(text);
-  return behindCharacters(text, all - std::min(count, all));
+  return text.substr(withoutLast(text, count).size());
 }
 
 std::string_view behindCharacters(std::string_view text, std::size_t count) {
@@ -33,6 +32,16 @@ std::string_view behindCharacters(std::string_view text, std::size_t count) {
     text.remove_prefix(firstCharacter(text).size);
   }
   return text;
+}
+
+std::string_view withoutLast(std::string_view text, std::size_t count) {
+  std::size_t end = text.size();
+  for (; count > 0 && end > 0; --count) {
+    do {
+      --end;
+    } while (end > 0 && isContinuation(text[end]));
+  }
+  return text.substr(0, end);
 }
 
 char32_t characterAt(std::string_view text, std::size_t index) {

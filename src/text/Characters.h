@@ -18,6 +18,9 @@ std::string_view lastCharacters(std::string_view text, std::size_t count);
 // The text behind its first `count` characters; the empty text if it has no more.
 std::string_view behindCharacters(std::string_view text, std::size_t count);
 
+// The text without its last `count` characters; the empty text if it has no more.
+std::string_view withoutLast(std::string_view text, std::size_t count);
+
 // The character with this index, from 0; NUL if the text is not that long.
 char32_t characterAt(std::string_view text, std::size_t index);
 

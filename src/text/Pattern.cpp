@@ -1,22 +1,32 @@
 #include "text/Pattern.h"
 
 #include <optional>
+#include <string>
 #include <vector>
+
+#include "text/Characters.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg {
 namespace {
 
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
+// ASCII is matched as it stands; for other text there is one element for each character.
+template <typename Character>
+using Characters = std::basic_string_view<Character>;
+
+bool isDigit(char32_t character) { return character >= U'0' && character <= U'9'; }
 
 // One element of a pattern: what it takes of a text.
+template <typename Character>
 struct Element {
-  enum class Kind : std::uint8_t { Character, AnyOne, AnyNumber, Digit, List };
-  Kind kind = Kind::Character;
-  std::string_view characters;  // the one character, or what stands in the brackets
+  enum class Kind : std::uint8_t { This, AnyOne, AnyNumber, Digit, List };
+  Kind kind = Kind::This;
+  Characters<Character> characters;  // the one character, or what stands in the brackets
   bool isNegated = false;
 };
 
-bool isInList(std::string_view list, char character) {
+template <typename Character>
+bool isInList(Characters<Character> list, Character character) {
   for (std::size_t at = 0; at < list.size(); ++at) {
     if (at + 2 < list.size() && list[at + 1] == '-') {
       if (character >= list[at] && character <= list[at + 2]) {
@@ -30,7 +40,8 @@ bool isInList(std::string_view list, char character) {
   return false;
 }
 
-bool hasBackwardRange(std::string_view list) {
+template <typename Character>
+bool hasBackwardRange(Characters<Character> list) {
   for (std::size_t at = 0; at + 2 < list.size(); ++at) {
     if (list[at + 1] == '-') {
       if (list[at] > list[at + 2]) {
@@ -43,12 +54,13 @@ bool hasBackwardRange(std::string_view list) {
 }
 
 // The list that begins behind a "[", taken off the pattern with its "]".
-std::optional<Element> takeList(std::string_view& pattern) {
+template <typename Character>
+std::optional<Element<Character>> takeList(Characters<Character>& pattern) {
   const auto end = pattern.find(']');
-  if (end == std::string_view::npos) {
+  if (end == pattern.npos) {
     return std::nullopt;
   }
-  Element element{Element::Kind::List, pattern.substr(0, end), false};
+  Element<Character> element{Element<Character>::Kind::List, pattern.substr(0, end), false};
   pattern.remove_prefix(end + 1);
   // A "!" alone in its brackets stands for itself.
   if (element.characters.size() > 1 && element.characters.front() == '!') {
@@ -58,23 +70,25 @@ std::optional<Element> takeList(std::string_view& pattern) {
   return hasBackwardRange(element.characters) ? std::nullopt : std::optional(element);
 }
 
-std::optional<std::vector<Element>> elementsOf(std::string_view pattern) {
-  std::vector<Element> elements;
+template <typename Character>
+std::optional<std::vector<Element<Character>>> elementsOf(Characters<Character> pattern) {
+  using Kind = typename Element<Character>::Kind;
+  std::vector<Element<Character>> elements;
   while (!pattern.empty()) {
-    const std::string_view first = pattern.substr(0, 1);
+    const Characters<Character> first = pattern.substr(0, 1);
     pattern.remove_prefix(1);
     switch (first.front()) {
       case '?':
-        elements.push_back({Element::Kind::AnyOne, {}, false});
+        elements.push_back({Kind::AnyOne, {}, false});
         break;
       case '*':
-        elements.push_back({Element::Kind::AnyNumber, {}, false});
+        elements.push_back({Kind::AnyNumber, {}, false});
         break;
       case '#':
-        elements.push_back({Element::Kind::Digit, {}, false});
+        elements.push_back({Kind::Digit, {}, false});
         break;
       case '[': {
-        const auto list = takeList(pattern);
+        const auto list = takeList<Character>(pattern);
         if (!list) {
           return std::nullopt;
         }
@@ -84,19 +98,21 @@ std::optional<std::vector<Element>> elementsOf(std::string_view pattern) {
         break;
       }
       default:
-        elements.push_back({Element::Kind::Character, first, false});
+        elements.push_back({Kind::This, first, false});
     }
   }
   return elements;
 }
 
-bool takes(const Element& element, char character) {
+template <typename Character>
+bool takes(const Element<Character>& element, Character character) {
+  using Kind = typename Element<Character>::Kind;
   switch (element.kind) {
-    case Element::Kind::Digit:
+    case Kind::Digit:
       return isDigit(character);
-    case Element::Kind::List:
+    case Kind::List:
       return isInList(element.characters, character) != element.isNegated;
-    case Element::Kind::Character:
+    case Kind::This:
       return element.characters.front() == character;
     default:
       return true;
@@ -104,13 +120,15 @@ bool takes(const Element& element, char character) {
 }
 
 // Only the last "*" is ever gone back to, so that the time stays below length times elements.
-bool fits(std::string_view text, const std::vector<Element>& elements) {
+template <typename Character>
+bool fits(Characters<Character> text, const std::vector<Element<Character>>& elements) {
+  constexpr auto star = Element<Character>::Kind::AnyNumber;
   std::size_t at = 0;
   std::size_t element = 0;
   std::optional<std::size_t> lastStar;
   std::size_t starAt = 0;
   while (at < text.size()) {
-    if (element < elements.size() && elements[element].kind == Element::Kind::AnyNumber) {
+    if (element < elements.size() && elements[element].kind == star) {
       lastStar = element++;
       starAt = at;
     } else if (element < elements.size() && takes(elements[element], text[at])) {
@@ -123,20 +141,30 @@ bool fits(std::string_view text, const std::vector<Element>& elements) {
       return false;
     }
   }
-  while (element < elements.size() && elements[element].kind == Element::Kind::AnyNumber) {
+  while (element < elements.size() && elements[element].kind == star) {
     ++element;
   }
   return element == elements.size();
 }
 
-}  // namespace
-
-Match matchesPattern(std::string_view text, std::string_view pattern) {
-  const auto elements = elementsOf(pattern);
+template <typename Character>
+Match match(Characters<Character> text, Characters<Character> pattern) {
+  const auto elements = elementsOf<Character>(pattern);
   if (!elements) {
     return Match::Refused;
   }
-  return fits(text, *elements) ? Match::Yes : Match::No;
+  return fits<Character>(text, *elements) ? Match::Yes : Match::No;
+}
+
+bool isAscii(std::string_view text) { return asciiLength(text) == text.size(); }
+
+}  // namespace
+
+Match matchesPattern(std::string_view text, std::string_view pattern) {
+  if (isAscii(text) && isAscii(pattern)) {
+    return match<char>(text, pattern);
+  }
+  return match<char32_t>(charactersOf(text), charactersOf(pattern));
 }
 
 }  // namespace zelvreg

@@ -13,7 +13,8 @@ enum class Match : std::uint8_t { No, Yes, Refused };
 
 // Whether all of `text` fits `pattern`: "?" is any one character, "*" any number of them, "#" one
 // digit, "[a-z]" one of a list and "[!a-z]" one that is not in it. "[]" stands for nothing at all,
-// a "-" at the edge of a list for itself. Capital letters differ from small ones.
+// a "-" at the edge of a list for itself. Capital letters differ from small ones, and ranges go by
+// the numbers of characters.
 Match matchesPattern(std::string_view text, std::string_view pattern);
 
 }  // namespace zelvreg

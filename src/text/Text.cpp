@@ -1,29 +1,21 @@
 #include "text/Text.h"
 
-#include <windows.h>
-
 #include <algorithm>
+
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
 
-// Without a branch in the loop, so that the compiler takes many characters at once.
-bool isAscii(std::string_view text) {
-  unsigned all = 0;
-  for (const char character : text) {
-    all |= static_cast<unsigned char>(character);
-  }
-  return all < 0x80;
-}
-
-// Almost all text is ASCII and needs no call; only the rest asks the system about its code page.
+// Almost all text is ASCII and needs no call; only the rest asks the system.
 std::string changeCase(std::string_view text, char first, char last,
-                       DWORD (*change)(LPSTR, DWORD)) {
-  std::string result(text);
-  if (!isAscii(result)) {
-    change(result.data(), static_cast<DWORD>(result.size()));
-    return result;
+                       DWORD (*change)(LPWSTR, DWORD)) {
+  if (asciiLength(text) < text.size()) {
+    std::u16string wide = utf16(text);
+    change(roomIn(wide), static_cast<DWORD>(wide.size()));
+    return utf8(wide);
   }
+  std::string result(text);
   for (char& character : result) {
     const bool isChanged = character >= first && character <= last;
     character = static_cast<char>(character ^ (isChanged ? 0x20 : 0));
@@ -43,12 +35,12 @@ std::string_view trim(std::string_view text) {
 
 std::string lowerCase(std::string_view text) {
   return changeCase(text, 'A', 'Z',
-                    [](LPSTR buffer, DWORD size) { return CharLowerBuffA(buffer, size); });
+                    [](LPWSTR buffer, DWORD size) { return CharLowerBuffW(buffer, size); });
 }
 
 std::string upperCase(std::string_view text) {
   return changeCase(text, 'a', 'z',
-                    [](LPSTR buffer, DWORD size) { return CharUpperBuffA(buffer, size); });
+                    [](LPWSTR buffer, DWORD size) { return CharUpperBuffW(buffer, size); });
 }
 
 std::vector<std::string_view> split(std::string_view text, std::string_view separator) {
@@ -82,17 +74,26 @@ bool contains(std::string_view text, std::string_view part) {
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view lowerCasePart) {
-  const bool beginsWithLetter =
-      !lowerCasePart.empty() && lowerCasePart.front() >= 'a' && lowerCasePart.front() <= 'z';
-  if (!lowerCasePart.empty() && !beginsWithLetter) {
-    text.remove_prefix(std::min(text.find(lowerCasePart.front()), text.size()));
+  return findIgnoringCase(text, lowerCasePart) != std::string_view::npos;
+}
+
+std::size_t findIgnoringCase(std::string_view text, std::string_view lowerCasePart) {
+  if (lowerCasePart.empty()) {
+    return 0;
+  }
+  const bool beginsWithLetter = lowerCasePart.front() >= 'a' && lowerCasePart.front() <= 'z';
+  const std::size_t start = beginsWithLetter ? 0 : text.find(lowerCasePart.front());
+  if (start == std::string_view::npos) {
+    return start;
   }
   const auto isSame = [](char character, char wanted) {
     return character == wanted ||
            (character >= 'A' && character <= 'Z' && (character ^ 0x20) == wanted);
   };
-  return lowerCasePart.empty() || std::search(text.begin(), text.end(), lowerCasePart.begin(),
-                                              lowerCasePart.end(), isSame) != text.end();
+  const auto* const found = std::search(text.begin() + start, text.end(), lowerCasePart.begin(),
+                                        lowerCasePart.end(), isSame);
+  return found == text.end() ? std::string_view::npos
+                             : static_cast<std::size_t>(found - text.begin());
 }
 
 std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }

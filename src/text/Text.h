@@ -1,5 +1,5 @@
-// Narrow text in the machine's code page: the operations that registry text and captions go
-// through. Blanks are spaces (0x20) only; everything else, NUL included, is a character like any.
+// Text in UTF-8 (unicode/Unicode.h): the operations that registry text and captions go through.
+// Blanks are spaces (0x20) only; everything else, NUL included, is a character like any.
 #ifndef ZELVREG_TEXT_TEXT_H
 #define ZELVREG_TEXT_TEXT_H
 
@@ -12,7 +12,7 @@ namespace zelvreg {
 // Without the blanks at both ends.
 std::string_view trim(std::string_view text);
 
-// Letters of the machine's code page; bytes that are none stay.
+// One character for one, as the system maps them; its bytes may become more or fewer.
 std::string lowerCase(std::string_view text);
 std::string upperCase(std::string_view text);
 
@@ -28,6 +28,9 @@ bool contains(std::string_view text, std::string_view part);
 
 // The same without regard to case, for a part in lower-case ASCII.
 bool containsIgnoringCase(std::string_view text, std::string_view lowerCasePart);
+
+// Where such a part stands first; npos if it does not.
+std::size_t findIgnoringCase(std::string_view text, std::string_view lowerCasePart);
 
 // The text before its first NUL.
 std::string_view untilNul(std::string_view text);

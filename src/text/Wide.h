@@ -5,6 +5,8 @@
 #include <windows.h>
 
 #include <array>
+#include <cstring>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,6 +23,23 @@ inline LPCWSTR wideText(const std::u16string& text) {
 template <typename Buffer>
 LPWSTR roomIn(Buffer& buffer) {
   return reinterpret_cast<LPWSTR>(buffer.data());
+}
+
+// A text as a call takes it: to its first NUL.
+inline std::u16string utf16UntilNul(std::string_view text) {
+  return utf16(text.substr(0, text.find('\0')));
+}
+
+// The text that a call has written with a NUL behind it.
+inline std::u16string_view untilNul(LPCWSTR text) {
+  return reinterpret_cast<const char16_t*>(text);
+}
+
+// The UTF-16 that the data of a value hold; a last odd byte is left out.
+inline std::u16string unitsOf(std::span<const BYTE> data) {
+  std::u16string units(data.size() / sizeof(char16_t), u'\0');
+  std::memcpy(units.data(), data.data(), units.size() * sizeof(char16_t));
+  return units;
 }
 
 // One text for one call: it lives as long as the expression in which it is made. For the system it

@@ -5,13 +5,16 @@
 #include <array>
 
 #include "registry/Deletion.h"
+#include "registry/DirectText.h"
 #include "registry/RegistryKey.h"
 #include "registry/RegistryValues.h"
 #include "registry/StdRegProv.h"
 #include "registry/SubkeyEnumerators.h"
+#include "registry/ValueData.h"
 #include "registry/View64.h"
 #include "scan/Resolver.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -22,6 +25,11 @@ const std::string place = "SOFTWARE\\Conformance";
 const std::string types = "SOFTWARE\\Conformance\\Types";
 const std::string class64 = "{00000000-0000-0000-0000-00000000C064}";
 const std::string class32 = "{00000000-0000-0000-0000-00000000C032}";
+
+std::string asUtf16(std::string_view text) {
+  const std::u16string units = utf16(text);
+  return {reinterpret_cast<const char*>(units.data()), units.size() * sizeof(char16_t)};
+}
 
 class RegistryConformance : public fixture::ComputerFixture,
                             public ::testing::WithParamInterface<ProviderRoad> {
@@ -35,29 +43,27 @@ class RegistryConformance : public fixture::ComputerFixture,
   // The text of a value as a direct read in one view gives it.
   static std::string read(const std::string& path, const std::string& name, REGSAM view) {
     const RegistryKey key(HiveHandle::LocalMachine, path, KEY_QUERY_VALUE | view);
-    std::array<char, 256> data{};
-    DWORD size = 255;
-    RegQueryValueExA(key.handle(), name.c_str(), nullptr, nullptr,
-                     reinterpret_cast<BYTE*>(data.data()), &size);
-    return data.data();
+    ValueData data;
+    data.read(key.handle(), name);
+    return data.text();
   }
 
   // The names that enumerating a key gives.
   static Names subkeys(HiveHandle hive, const std::string& path, REGSAM view) {
     const RegistryKey key(hive, path, KEY_ENUMERATE_SUB_KEYS | view);
     Names names;
-    std::array<char, 256> name{};
-    for (DWORD index = 0; RegEnumKeyA(key.handle(), index, name.data(), 256) == ERROR_SUCCESS;
+    std::array<char16_t, 256> name{};
+    for (DWORD index = 0; RegEnumKeyW(key.handle(), index, roomIn(name), 256) == ERROR_SUCCESS;
          ++index) {
-      names.emplace_back(name.data());
+      names.push_back(utf8(name.data()));
     }
     return names;
   }
 
   static LONG query(const std::string& name, void* data, DWORD& size, DWORD& type) {
     const RegistryKey key(HiveHandle::LocalMachine, types, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
-    return RegQueryValueExA(key.handle(), name.c_str(), nullptr, &type, static_cast<BYTE*>(data),
-                            &size);
+    return RegQueryValueExW(key.handle(), Wide(name).get(), nullptr, &type,
+                            static_cast<BYTE*>(data), &size);
   }
 };
 
@@ -90,7 +96,7 @@ TEST_P(RegistryConformance, AMissingKeyAndAnUnknownHandleHaveTheirCodes) {
 TEST_P(RegistryConformance, AnEmptySubkeyIsTheKeyItself) {
   const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
   HKEY same = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(key.handle(), "", 0, KEY_READ, &same), ERROR_SUCCESS);
+  ASSERT_EQ(RegOpenKeyExW(key.handle(), Wide("").get(), 0, KEY_READ, &same), ERROR_SUCCESS);
   EXPECT_EQ(RegCloseKey(same), ERROR_SUCCESS);
 }
 
@@ -119,22 +125,22 @@ TEST_P(RegistryConformance, ATooSmallBufferIsToldTheSizeThatIsNeeded) {
   auto size = static_cast<DWORD>(small.size());
   DWORD type = 0;
   EXPECT_EQ(query("Text", small.data(), size, type), ERROR_MORE_DATA);
-  EXPECT_EQ(size, 6U);
+  EXPECT_EQ(size, 12U);
   EXPECT_EQ(type, REG_SZ);
   size = 0;
   EXPECT_EQ(query("Text", nullptr, size, type), ERROR_SUCCESS);
-  EXPECT_EQ(size, 6U);
+  EXPECT_EQ(size, 12U);
 }
 
 TEST_P(RegistryConformance, ValuesHaveTheirTypesAndBytes) {
   const std::vector<std::pair<const char*, std::string>> expected{
-      {"", std::string("1the default\0", 13)},
-      {"Text", std::string("1plain\0", 7)},
-      {"Expand", std::string("2%windir%\\a\0", 12)},
+      {"", "1" + asUtf16({"the default\0", 12})},
+      {"Text", "1" + asUtf16({"plain\0", 6})},
+      {"Expand", "2" + asUtf16({"%windir%\\a\0", 11})},
       {"Number", std::string("4\2\1\0\0", 5)},
       {"Binary", std::string("3\1\2\3", 4)},
-      {"Multi", std::string("7a\0b\0\0", 6)},
-      {"Empty", std::string("1\0", 2)},
+      {"Multi", "7" + asUtf16({"a\0b\0\0", 5})},
+      {"Empty", "1" + asUtf16({"\0", 1})},
       {"None", "0"},
   };
   for (const auto& [name, typeAndBytes] : expected) {
@@ -148,23 +154,23 @@ TEST_P(RegistryConformance, ValuesHaveTheirTypesAndBytes) {
 
 TEST_P(RegistryConformance, EnumeratingPastTheEndSaysSo) {
   const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
-  std::array<char, 256> name{};
+  std::array<char16_t, 256> name{};
   DWORD size = 256;
-  EXPECT_EQ(RegEnumKeyA(key.handle(), 4, name.data(), 256), ERROR_NO_MORE_ITEMS);
-  EXPECT_EQ(RegEnumValueA(key.handle(), 1, name.data(), &size, nullptr, nullptr, nullptr, nullptr),
+  EXPECT_EQ(RegEnumKeyW(key.handle(), 4, roomIn(name), 256), ERROR_NO_MORE_ITEMS);
+  EXPECT_EQ(RegEnumValueW(key.handle(), 1, roomIn(name), &size, nullptr, nullptr, nullptr, nullptr),
             ERROR_NO_MORE_ITEMS);
 }
 
 TEST_P(RegistryConformance, ANameThatDoesNotFitSaysThatThereIsMore) {
   const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
-  std::array<char, 5> name{};
-  EXPECT_EQ(RegEnumKeyA(key.handle(), 0, name.data(), 5), ERROR_MORE_DATA);
+  std::array<char16_t, 5> name{};
+  EXPECT_EQ(RegEnumKeyW(key.handle(), 0, roomIn(name), 5), ERROR_MORE_DATA);
 }
 
 TEST_P(RegistryConformance, AKeyWithSubkeysCannotBeDeleted) {
   const RegistryKey parent(HiveHandle::LocalMachine, "SOFTWARE", KEY_READ | KEY_WOW64_64KEY);
-  EXPECT_EQ(RegDeleteKeyA(parent.handle(), "Conformance"), ERROR_ACCESS_DENIED);
-  EXPECT_EQ(RegDeleteKeyA(parent.handle(), "NoneAtAll"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(RegDeleteKeyW(parent.handle(), Wide("Conformance").get()), ERROR_ACCESS_DENIED);
+  EXPECT_EQ(RegDeleteKeyW(parent.handle(), Wide("NoneAtAll").get()), ERROR_FILE_NOT_FOUND);
 }
 
 TEST_P(RegistryConformance, AClosedHandleIsInvalid) {
@@ -172,7 +178,7 @@ TEST_P(RegistryConformance, AClosedHandleIsInvalid) {
   HKEY handle = key.handle();
   ASSERT_EQ(key.close(), ERROR_SUCCESS);
   DWORD size = 0;
-  EXPECT_EQ(RegQueryValueExA(handle, "View", nullptr, nullptr, nullptr, &size),
+  EXPECT_EQ(RegQueryValueExW(handle, Wide("View").get(), nullptr, nullptr, nullptr, &size),
             ERROR_INVALID_HANDLE);
 }
 
@@ -182,7 +188,8 @@ TEST_P(RegistryConformance, ADeletedKeySaysSoThroughItsHandle) {
   const RegistryKey key(HiveHandle::LocalMachine, "SOFTWARE\\Conformance deleted",
                         KEY_ALL_ACCESS | KEY_WOW64_64KEY);
   removeKey(path);
-  EXPECT_EQ(RegSetValueExA(key.handle(), "a", 0, REG_SZ, nullptr, 0), ERROR_KEY_DELETED);
+  EXPECT_EQ(RegSetValueExW(key.handle(), Wide("a").get(), 0, REG_SZ, nullptr, 0),
+            ERROR_KEY_DELETED);
 }
 
 TEST_P(RegistryConformance, TheProviderReadsTheViewThatItWasConnectedFor) {
@@ -223,11 +230,8 @@ TEST_P(RegistryConformance, TheProviderGivesTextsOnly) {
   EXPECT_EQ(GetKeyValue64(form, "HKLM", types, ""), "the default");
 }
 
-TEST_P(RegistryConformance, ATextBecomesNarrowThroughTheCodePage) {
-  if (GetACP() != 1252) {
-    GTEST_SKIP() << "the export's letters are those of code page 1252";
-  }
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Accents"), "gr\xFCn");
+TEST_P(RegistryConformance, ATextKeepsItsLettersWhateverTheCodePage) {
+  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Accents"), "grün");
 }
 
 TEST_P(RegistryConformance, SettingsReadersSeeTheSameValues) {
@@ -247,17 +251,16 @@ TEST_P(RegistryConformance, EnumeratorsSeeTheTrueView) {
 TEST_P(RegistryConformance, VariablesExpandAsForA32BitProcess) {
   std::string path = "%ProgramFiles%\\a";
   EXPECT_EQ(GetPath(form, path), std::string("C:\\Program Files\\a\0", 19));
-  std::array<char, 260> expanded{};
-  ExpandEnvironmentStringsA("%ProgramFiles%|%none%|%", expanded.data(), 260);
-  EXPECT_STREQ(expanded.data(), "C:\\Program Files (x86)|%none%|%");
+  EXPECT_EQ(expandedText("%ProgramFiles%|%none%|%"),
+            std::string("C:\\Program Files (x86)|%none%|%\0", 32));
 }
 
 TEST_P(RegistryConformance, TheSystemFolderIsRedirected) {
   makeFile("C:\\Windows\\Sysnative\\conformance64.txt");
   makeFile("C:\\Windows\\System32\\conformance32.txt");
-  EXPECT_NE(GetFileAttributesA("C:\\Windows\\SysWOW64\\conformance32.txt"),
+  EXPECT_NE(GetFileAttributesW(Wide("C:\\Windows\\SysWOW64\\conformance32.txt").get()),
             INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(GetFileAttributesA("C:\\Windows\\System32\\conformance64.txt"),
+  EXPECT_EQ(GetFileAttributesW(Wide("C:\\Windows\\System32\\conformance64.txt").get()),
             INVALID_FILE_ATTRIBUTES);
 }
 

@@ -41,7 +41,7 @@ TEST_F(CommandsTest, AScanWithFindingsEndsWithOneUnlessTheCallerWantsZero) {
 }
 
 TEST_F(CommandsTest, JsonAloneStandsOnTheOutputWithAllRowsOfTheResults) {
-  setText(fontsKey, "Gr\xFCn", "gone.ttf");
+  setText(fontsKey, "Grün", "gone.ttf");
   options.format = Format::Json;
   EXPECT_EQ(run(), problemsFound);
   const auto object = nlohmann::json::parse(out.str());

@@ -12,7 +12,6 @@
 #include "desktop/GifFile.h"
 #include "runtime/Environment.h"
 #include "runtime/FileText.h"
-#include "text/Wide.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -28,7 +27,7 @@ class AnimationTest : public ::testing::Test {
  protected:
   AnimationTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
   ~AnimationTest() override {
-    DeleteFileW(Wide(path).get());
+    DeleteFileA(path);
     CoUninitialize();
   }
 

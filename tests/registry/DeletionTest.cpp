@@ -3,6 +3,7 @@
 #include <array>
 
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -61,9 +62,10 @@ TEST_F(DeletionTest, TheLineOfAnIniFileStaysWithAnEmptyValue) {
   makeFile(file, "[Section]\r\nName=text\r\n");
   fDeleteValue(file, "Section", "Name", rc);
   EXPECT_EQ(rc, 0);
-  std::array<char, 64> lines{};
-  const DWORD size = GetPrivateProfileSectionA("Section", lines.data(), 64, file.c_str());
-  EXPECT_EQ(std::string(lines.data(), size), std::string("Name=\0", 6));
+  std::array<char16_t, 64> lines{};
+  const DWORD size =
+      GetPrivateProfileSectionW(Wide("Section").get(), roomIn(lines), 64, Wide(file).get());
+  EXPECT_EQ(utf8({lines.data(), size}), std::string("Name=\0", 6));
 }
 
 TEST_F(DeletionTest, ATrailingBackslashStillNamesTheLowerKey) {

@@ -6,6 +6,7 @@
 #include "registry/AccountSids.h"
 #include "registry/Permissions.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -113,7 +114,7 @@ class DescriptorTest : public KeyPermissionsTest {
   // What building on a list gives, as text without the descriptor's head.
   Records build(const std::string& sddl, bool& isBuilt) {
     PSECURITY_DESCRIPTOR old = nullptr;
-    ConvertStringSecurityDescriptorToSecurityDescriptorA(sddl.c_str(), SDDL_REVISION_1, &old,
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(Wide(sddl).get(), SDDL_REVISION_1, &old,
                                                          nullptr);
     isBuilt = BuildSecurityDescriptor(old, table, built);
     LocalFree(old);

@@ -3,6 +3,7 @@
 #include "registry/RegistryKey.h"
 #include "repair/GuardFixture.h"
 #include "scan/ScannedKeys.h"
+#include "text/Wide.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -30,7 +31,7 @@ class NamedRecordTest : public GuardFixture {
     const auto record = namedRecord(form, RegistryState(), form.View2.count(),
                                     *repairKind(std::stoi(std::string(finding.kindCode))));
     doubt = record ? record->doubt : "";
-    return record ? lowerCase(narrowed(record->place.text())) : "none";
+    return record ? lowerCase(utf8(record->place.text())) : "none";
   }
 
   std::string doubt;
@@ -53,7 +54,7 @@ TEST_F(NamedRecordTest, AnApplicationPathIsTheProgramsKeyNotAValueOfTheList) {
             lowerCase(hklm + "\\" + list + "\\NamedRecordTest.exe, value \"\""));
   removeKey(hklm + "\\" + list + "\\NamedRecordTest.exe");
   const RegistryKey open(HiveHandle::LocalMachine, list, workOn64BitView);
-  RegDeleteValueA(open.handle(), "NamedRecordTest.exe");
+  RegDeleteValueW(open.handle(), Wide("NamedRecordTest.exe").get());
 }
 
 TEST_F(NamedRecordTest, OfTwoHelpListsTheFirstIsNamedThatHasAText) {
@@ -67,7 +68,7 @@ TEST_F(NamedRecordTest, OfTwoHelpListsTheFirstIsNamedThatHasAText) {
   EXPECT_EQ(named(row), lowerCase(helpNt + ", value \"NamedRecordTest.hlp\""));
   for (const char* key : {scannedKeys::help, scannedKeys::helpNt}) {
     const RegistryKey open(HiveHandle::LocalMachine, key, workOn64BitView);
-    RegDeleteValueA(open.handle(), "NamedRecordTest.hlp");
+    RegDeleteValueW(open.handle(), Wide("NamedRecordTest.hlp").get());
   }
 }
 
@@ -90,11 +91,11 @@ TEST_F(NamedRecordTest, AFirewallRuleIsDoubtedUnlessItsOwnProgramIsGone) {
   EXPECT_NE(doubtOf("no bar at all"), "");
   EXPECT_EQ(form.FirewallPath, "c:\\before.exe");
   const RegistryKey open(HiveHandle::LocalMachine, scannedKeys::firewallRules, workOn64BitView);
-  RegDeleteValueA(open.handle(), "NamedRecordTest");
+  RegDeleteValueW(open.handle(), Wide("NamedRecordTest").get());
 }
 
 TEST_F(NamedRecordTest, ATextOfTheUsersOwnIsNotDoubted) {
-  const std::string user = narrowed(currentUserKey());
+  const std::string user = utf8(currentUserKey());
   ASSERT_TRUE(user.starts_with("S-1-5-21-")) << user;
   setText(hkcu + "\\" + vendor, "name", "%USERPROFILE%\\gone.exe");
   EXPECT_NE(named({"x", "name", "12", "HKEY_USERS", user + "\\" + vendor, ""}), "none");

@@ -5,6 +5,7 @@
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 #include "undo/JournalFile.h"
 #include "undo/UndoStores.h"
 
@@ -205,7 +206,7 @@ TEST_F(RepairDriverTest, TheOptionIsReadAsANumber) {
   for (const char* option : {"1", " 1.0", "1 for on"}) {
     setText(settings, "saveundo", option);
     runRepair(form);
-    DeleteFileA(journalPath(form, undoStem(undoLabel(highestUndoNumber()))).c_str());
+    DeleteFileW(Wide(journalPath(form, undoStem(undoLabel(highestUndoNumber())))).get());
   }
   EXPECT_EQ(storedText(settings, "cnt"), "3");
 }
@@ -220,7 +221,7 @@ TEST_F(RepairDriverTest, TheJournalHoldsAllTickedRowsWhateverTheirKind) {
   runRepair(form);
   const std::string path = journalPath(form, undoStem(undoLabel(1)));
   const std::string file = readFileText(path).value_or("");
-  DeleteFileA(path.c_str());
+  DeleteFileW(Wide(path).get());
   ASSERT_EQ(file.size(), 2 * journalRecordSize);
   EXPECT_EQ(journalRecordAt(file, 1).value, "a");
   EXPECT_EQ(journalRecordAt(file, 2).value, "b");

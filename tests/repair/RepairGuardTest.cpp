@@ -5,6 +5,7 @@
 #include "scanners/ServerFiles.h"
 #include "scanners/TypeLibraries.h"
 #include "scanners/UninstallRecords.h"
+#include "text/Wide.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -161,7 +162,7 @@ TEST_F(RepairGuardTest, TwoRowsOfOneRecordAreBothRepaired) {
 TEST_F(RepairGuardTest, WhatHasComeBackSinceTheScanStays) {
   const std::string command = machineClasses + "GuardTest\\shell\\open\\command";
   const std::string returning = "C:\\GuardTest returning\\x.exe";
-  DeleteFileA(returning.c_str());
+  DeleteFileW(Wide(returning).get());
   setText(command, "", "\"" + returning + "\" %1");
   setText(machineRecord, "DisplayIcon", returning + ",0");
   Command12(form);
@@ -173,7 +174,7 @@ TEST_F(RepairGuardTest, WhatHasComeBackSinceTheScanStays) {
   EXPECT_EQ(storedText(command, ""), "\"" + returning + "\" %1");
   EXPECT_EQ(storedText(machineRecord, "DisplayIcon"), returning + ",0");
   EXPECT_EQ(form.repairOutcome.leftAlone, 2U);
-  DeleteFileA(returning.c_str());
+  DeleteFileW(Wide(returning).get());
 }
 
 TEST_F(RepairGuardTest, WithTheGuardLiftedAllOfItGoes) {

@@ -4,6 +4,7 @@
 
 #include "runtime/FileText.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -30,7 +31,7 @@ SafetyExportFixture::SafetyExportFixture() {
   form.programFolder = "C:\\SafetyExportTest";
   makeFolder(form.programFolder);
   for (const std::string& path : exports()) {
-    DeleteFileA(path.c_str());
+    DeleteFileW(Wide(path).get());
   }
 }
 
@@ -47,14 +48,14 @@ std::size_t SafetyExportFixture::addTickedRow(const Finding& finding) {
 std::vector<std::string> SafetyExportFixture::exports() const {
   const std::string folder = form.programFolder + "\\backup\\registry\\";
   std::vector<std::string> paths;
-  WIN32_FIND_DATAA found{};
-  HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
+  WIN32_FIND_DATAW found{};
+  HANDLE search = FindFirstFileW(Wide(folder + "*").get(), &found);
   if (search != INVALID_HANDLE_VALUE) {
     do {
       if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-        paths.push_back(folder + found.cFileName);
+        paths.push_back(folder + utf8(untilNul(static_cast<LPCWSTR>(found.cFileName))));
       }
-    } while (FindNextFileA(search, &found) != FALSE);
+    } while (FindNextFileW(search, &found) != FALSE);
     FindClose(search);
   }
   std::ranges::sort(paths);

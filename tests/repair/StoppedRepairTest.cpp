@@ -6,6 +6,7 @@
 #include "scan/AutomaticEnd.h"
 #include "scan/SafeguardSources.h"
 #include "shell/StartUp.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -32,8 +33,8 @@ class StoppedRepairTest : public fixture::SafetyExportFixture {
   }
   ~StoppedRepairTest() override {
     removeKey(user);
-    DeleteFileA((form.programFolder + "\\backup").c_str());
-    DeleteFileA((form.programFolder + "\\regst.txt").c_str());
+    DeleteFileW(Wide(form.programFolder + "\\backup").get());
+    DeleteFileW(Wide(form.programFolder + "\\regst.txt").get());
   }
 
   void addRow() {

@@ -2,6 +2,7 @@
 
 #include "runtime/FileText.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 // This one stands on windows.h.
 #include <sddl.h>
 
@@ -18,10 +19,10 @@ class PrivateFilesTest : public fixture::ComputerFixture {
 
   static void setAccess(const std::string& path, const char* sddl) {
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    ASSERT_NE(ConvertStringSecurityDescriptorToSecurityDescriptorA(sddl, SDDL_REVISION_1,
-                                                                   &descriptor, nullptr),
+    ASSERT_NE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+                  Wide(sddl).get(), SDDL_REVISION_1, &descriptor, nullptr),
               FALSE);
-    EXPECT_NE(SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor), FALSE);
+    EXPECT_NE(SetFileSecurityW(Wide(path).get(), DACL_SECURITY_INFORMATION, descriptor), FALSE);
     LocalFree(descriptor);
   }
 

@@ -8,6 +8,7 @@
 #include "runtime/FileText.h"
 #include "support/ComputerFixture.h"
 #include "support/UnrulyContents.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -27,7 +28,7 @@ TEST_F(RuntimeTest, DirGivesTheNameOfAFile) {
 
 TEST_F(RuntimeTest, AFolderIsMadeWithAllAboveIt) {
   EXPECT_TRUE(zelvreg::makeFolder("C:\\Runtime\\New\\Deeper"));
-  EXPECT_EQ(GetFileAttributesA("C:\\Runtime\\New\\Deeper") & FILE_ATTRIBUTE_DIRECTORY,
+  EXPECT_EQ(GetFileAttributesW(Wide("C:\\Runtime\\New\\Deeper").get()) & FILE_ATTRIBUTE_DIRECTORY,
             DWORD{FILE_ATTRIBUTE_DIRECTORY});
   EXPECT_TRUE(zelvreg::makeFolder("C:\\Runtime\\New"));
 }
@@ -50,10 +51,11 @@ TEST_F(RuntimeTest, DirIsEmptyForWhatIsNoPlainFile) {
 TEST_F(RuntimeTest, DirPassesOverHiddenAndSystemFiles) {
   makeFile("C:\\RuntimeHidden\\a.hid");
   makeFile("C:\\RuntimeHidden\\b.hid");
-  SetFileAttributesA("C:\\RuntimeHidden\\a.hid", FILE_ATTRIBUTE_HIDDEN);
+  SetFileAttributesW(Wide("C:\\RuntimeHidden\\a.hid").get(), FILE_ATTRIBUTE_HIDDEN);
   EXPECT_EQ(Dir("C:\\RuntimeHidden\\a.hid"), "");
   EXPECT_EQ(Dir("C:\\RuntimeHidden\\*.hid"), "b.hid");
-  SetFileAttributesA("C:\\RuntimeHidden\\b.hid", FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_HIDDEN);
+  SetFileAttributesW(Wide("C:\\RuntimeHidden\\b.hid").get(),
+                     FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_HIDDEN);
   EXPECT_EQ(Dir("C:\\RuntimeHidden\\*.hid"), "");
 }
 
@@ -99,7 +101,7 @@ TEST_F(RuntimeTest, AWholeFileIsReadHoweverLongItIs) {
 
 TEST_F(RuntimeTest, ATextGoesBehindWhatAFileHoldsOrOverItsBeginning) {
   const std::string path = "C:\\Runtime\\kept.txt";
-  DeleteFileA(path.c_str());
+  DeleteFileW(Wide(path).get());
   EXPECT_TRUE(overwriteFileText(path, "abc"));
   EXPECT_TRUE(appendFileText(path, "def"));
   EXPECT_EQ(readFileText(path), "abcdef");

@@ -24,13 +24,13 @@ TEST(SingleInstance, TheFirstKeepsOthersOutUntilItIsGone) {
 
 TEST(SingleInstance, ItsNameIsSeenInAllSessions) {
   const SingleInstance first;
-  HANDLE opened = OpenMutexA(SYNCHRONIZE, FALSE, "Global\\ZelvaneFixRegistryProblems");
+  HANDLE opened = OpenMutexW(SYNCHRONIZE, FALSE, L"Global\\ZelvaneFixRegistryProblems");
   EXPECT_NE(opened, nullptr);
   CloseHandle(opened);
 }
 
 TEST(SingleInstance, ANameThatMeansSomethingElseCountsAsTaken) {
-  HANDLE event = CreateEventA(nullptr, FALSE, FALSE, "Global\\ZelvaneFixRegistryProblems");
+  HANDLE event = CreateEventW(nullptr, FALSE, FALSE, L"Global\\ZelvaneFixRegistryProblems");
   EXPECT_FALSE(SingleInstance().isFirst());
   CloseHandle(event);
 }

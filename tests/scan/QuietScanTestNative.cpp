@@ -13,6 +13,7 @@
 #include "shell/CommandModes.h"
 #include "shell/StartUp.h"
 #include "support/RegistryContent.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -68,13 +69,13 @@ void setInAllPlaces(const std::string& text, const std::string& name) {
       key.replace(mark, 1, name);
     }
     HKEY open = nullptr;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, key.c_str(), 0, nullptr, 0,
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, Wide(key).get(), 0, nullptr, 0,
                               KEY_ALL_ACCESS | KEY_WOW64_64KEY, nullptr, &open, nullptr),
               ERROR_SUCCESS);
     const std::string value = place.isKeyOfItsOwn ? "" : place.namesText ? text : name;
-    const std::string data = place.namesText ? place.data : text;
-    RegSetValueExA(open, value.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
-                   static_cast<DWORD>(data.size() + 1));
+    const std::u16string data = utf16(place.namesText ? place.data : text);
+    RegSetValueExW(open, Wide(value).get(), 0, REG_SZ, reinterpret_cast<const BYTE*>(data.c_str()),
+                   static_cast<DWORD>((data.size() + 1) * sizeof(char16_t)));
     RegCloseKey(open);
   }
 }
@@ -103,7 +104,7 @@ class QuietScanTest : public ::testing::Test {
     }
     setInAllPlaces("C:\\Windows\\Help\\hidden.exe", "QuietScanHidden");
     setInAllPlaces("C:\\$Recycle.Bin\\there.exe", "QuietScanThrownAway");
-    CreateDirectoryA("C:\\$Recycle.Bin", nullptr);
+    CreateDirectoryW(Wide("C:\\$Recycle.Bin").get(), nullptr);
     hide("C:\\$Recycle.Bin\\there.exe");
     hide("C:\\Windows\\Help\\hidden.exe");
     asked.clear();
@@ -114,7 +115,7 @@ class QuietScanTest : public ::testing::Test {
   }
 
   static void hide(const char* path) {
-    HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+    HANDLE file = CreateFileW(Wide(path).get(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                               FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM, nullptr);
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
     CloseHandle(file);

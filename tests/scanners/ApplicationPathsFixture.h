@@ -8,6 +8,7 @@
 #include "scanners/ApplicationPaths.h"
 #include "scanners/GrantedKeys.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg::fixture {
 
@@ -39,10 +40,11 @@ class ApplicationPathsFixture : public ComputerFixture {
   static void removeLinkTo32BitList() {
     constexpr DWORD openTheLinkItself = 8;
     HKEY link = nullptr;
-    RegOpenKeyExA(HKEY_LOCAL_MACHINE,
-                  "SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths",
-                  openTheLinkItself, KEY_ALL_ACCESS | KEY_WOW64_64KEY, &link);
-    RegDeleteKeyA(link, "");
+    RegOpenKeyExW(
+        HKEY_LOCAL_MACHINE,
+        Wide("SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths").get(),
+        openTheLinkItself, KEY_ALL_ACCESS | KEY_WOW64_64KEY, &link);
+    RegDeleteKeyW(link, Wide("").get());
     RegCloseKey(link);
   }
 

@@ -2,6 +2,7 @@
 #include "scanners/ApplicationPaths.h"
 
 #include "scanners/ApplicationPathsFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -216,7 +217,7 @@ TEST_F(ApplicationPathsTest, WhatTheUserExcludedIsReportedLikeAnyOther) {
   setText(appPaths + "\\Tool.exe", "", gone);
   Command5(form);
   EXPECT_EQ(findings().size(), 1U);
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "scan/Findings.h"
 #include "scanners/ScannerFixture.h"
 #include "text/Numbers.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -258,7 +259,7 @@ TEST_F(DefaultIconsTest, WhatTheUserExcludedIsAddedLikeAnyOther) {
   setIcon(prefix, gone);
   Command10(form);
   EXPECT_EQ(findings(), (std::vector<Texts>{finding(prefix, gone)}));
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

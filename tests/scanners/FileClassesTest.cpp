@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "scanners/FileClassesFixture.h"
+#include "text/Wide.h"
 
 using namespace std::string_view_literals;
 
@@ -260,7 +261,7 @@ TEST_F(FileClassesTest, WhatTheUserExcludedIsAddedLikeAnyOther) {
   setCommand(className + openKey, gone);
   Command12(form);
   EXPECT_EQ(findings(), (std::vector<Texts>{programFinding(className, gone)}));
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "scan/Findings.h"
 #include "scanners/HelpFiles.h"
 #include "scanners/ScannerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::helpFiles {
 
@@ -71,10 +72,10 @@ class HelpFilesFixture : public fixture::ScannerFixture {
 
   static void makeReadOnly(const std::string& path) {
     makeFile(path);
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
+    SetFileAttributesW(Wide(path).get(), FILE_ATTRIBUTE_READONLY);
   }
   static bool isReadOnly(const std::string& path) {
-    return (GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY) != 0;
+    return (GetFileAttributesW(Wide(path).get()) & FILE_ATTRIBUTE_READONLY) != 0;
   }
 
   Texts noteWhileScanning(const std::function<std::string()>& note) {

@@ -1,4 +1,5 @@
 #include "scanners/HelpFilesFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::helpFiles {
 namespace {
@@ -186,12 +187,12 @@ TEST_F(HelpFilesHtmlTest, ANameIsReadAndReportedWithoutTheBlanksAroundIt) {
 
 TEST_F(HelpFilesHtmlTest, AFileThatIsThereLosesAllAttributesButArchive) {
   const std::string file = folder + "\\there.chm";
-  SetFileAttributesA(file.c_str(),
+  SetFileAttributesW(Wide(file).get(),
                      FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
   setText(htmlKey, "there.chm", folder + "\\");
   Command7(form);
   EXPECT_EQ(form.View2.count(), 0U);
-  EXPECT_EQ(GetFileAttributesA(file.c_str()), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(GetFileAttributesW(Wide(file).get()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
 TEST_F(HelpFilesHtmlTest, AttributesAreSetByThePathAsItStandsOnly) {

@@ -3,6 +3,7 @@
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/ScannerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -211,7 +212,7 @@ TEST_F(MuiCacheTest, WhatTheUserExcludedIsAddedLikeAnyOther) {
   cache(gone);
   MuiCache(form);
   EXPECT_EQ(form.View2.count(), 1U);
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

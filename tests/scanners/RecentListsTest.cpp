@@ -5,6 +5,7 @@
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/ScannerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -222,7 +223,7 @@ TEST_F(RecentListsTest, WhatTheUserExcludedIsAddedLikeAnyOther) {
   note(typedPaths, "url1");
   MRUhist(form);
   EXPECT_EQ(form.View2.count(), 1U);
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "scanners/ServerProgramsFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::serverPrograms {
 namespace {
@@ -146,12 +147,12 @@ TEST_P(ServerProgramsDirectTest, TheOtherViewPlaysNoPart) {
 }
 
 TEST_P(ServerProgramsDirectTest, AProgramThatIsThereLosesAllAttributesButArchive) {
-  SetFileAttributesA(there.c_str(),
+  SetFileAttributesW(Wide(there).get(),
                      FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
   set(classA, 0, there + ",101");
   scanner.scan(form);
   EXPECT_TRUE(findings().empty());
-  EXPECT_EQ(GetFileAttributesA(there.c_str()), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(GetFileAttributesW(Wide(there).get()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
 TEST_P(ServerProgramsDirectTest, TheCountGoesOnAndTheListedTextsAreTheBadValues) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "scanners/ServerProgramsFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::serverPrograms {
 namespace {
@@ -115,12 +116,12 @@ TEST_F(ServerProgramsTest, AClassIsSoughtWithoutBlanksAtTheEndOfItsName) {
 }
 
 TEST_F(ServerProgramsTest, AProgramKeepsItsAttributes) {
-  SetFileAttributesA(there.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
-  const DWORD before = GetFileAttributesA(there.c_str());
+  SetFileAttributesW(Wide(there).get(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+  const DWORD before = GetFileAttributesW(Wide(there).get());
   serve(classA, there);
   Command14(form);
   EXPECT_TRUE(findings().empty());
-  EXPECT_EQ(GetFileAttributesA(there.c_str()), before);
+  EXPECT_EQ(GetFileAttributesW(Wide(there).get()), before);
 }
 
 TEST_F(ServerProgramsTest, TheCountStartsAnewAndIsNeitherShownNorKept) {

@@ -3,6 +3,7 @@
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/ScannerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -77,12 +78,12 @@ TEST_F(SharedDllsTest, RowsAreNumberedFromWhereTheScannerBeforeEnded) {
 }
 
 TEST_F(SharedDllsTest, AnExistingDllLosesAllAttributesButArchive) {
-  SetFileAttributesA(there.c_str(),
+  SetFileAttributesW(Wide(there).get(),
                      FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
   setNumber(key64, there, 1);
   Command2(form);
   EXPECT_EQ(form.View2.count(), 0U);
-  EXPECT_EQ(GetFileAttributesA(there.c_str()), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(GetFileAttributesW(Wide(there).get()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
 TEST_F(SharedDllsTest, AMissingDllOfTheSystemFolderIsReported) {
@@ -129,7 +130,7 @@ TEST_F(SharedDllsTest, WhatTheUserExcludedIsAddedLikeAnyOther) {
   setNumber(key32, gone, 1);
   Command2(form);
   EXPECT_EQ(form.View2.count(), 1U);
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "scan/Findings.h"
 #include "scanners/GrantedKeys.h"
 #include "scanners/ScannerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -271,7 +272,7 @@ TEST_F(StartupProgramsTest, WhatTheUserExcludedIsReportedLikeAnyOther) {
   setText(pathOf(runKeys[0]), "Tool", gone);
   runMRU(form);
   EXPECT_EQ(form.View2.count(), 1U);
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // Files of type libraries.
 #include "scanners/TypeLibrariesFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::typeLibraries {
 namespace {
@@ -112,21 +113,21 @@ TEST_F(LibraryFilesTest, OnlyThe32BitFileIsLookedAt) {
 }
 
 TEST_F(LibraryFilesTest, AFileThatIsThereLosesAllAttributesButArchive) {
-  SetFileAttributesA(there.c_str(),
+  SetFileAttributesW(Wide(there).get(),
                      FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
   store(nameA, there);
   Command16(form);
   EXPECT_TRUE(findings().empty());
-  EXPECT_EQ(GetFileAttributesA(there.c_str()), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(GetFileAttributesW(Wide(there).get()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
 TEST_F(LibraryFilesTest, TheAttributesAreSetByTheTextAsItStands) {
-  SetFileAttributesA(there.c_str(), FILE_ATTRIBUTE_READONLY);
-  const DWORD before = GetFileAttributesA(there.c_str());
+  SetFileAttributesW(Wide(there).get(), FILE_ATTRIBUTE_READONLY);
+  const DWORD before = GetFileAttributesW(Wide(there).get());
   store(nameA, "%SystemDrive%\\TypeLibrariesTest\\There.tlb");
   Command16(form);
   EXPECT_TRUE(findings().empty());
-  EXPECT_EQ(GetFileAttributesA(there.c_str()), before);
+  EXPECT_EQ(GetFileAttributesW(Wide(there).get()), before);
 }
 
 TEST_F(LibraryFilesTest, TheCountGoesOnAndNoCellShowsIt) {

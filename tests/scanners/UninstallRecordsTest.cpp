@@ -2,6 +2,7 @@
 #include "scanners/UninstallRecords.h"
 
 #include "scanners/UninstallRecordsFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -222,7 +223,7 @@ TEST_P(UninstallRecordsTest, WhatTheUserExcludedIsReportedLikeAnyOther) {
   makeKey(record);
   scan();
   EXPECT_EQ(form.View2.count(), 1U);
-  DeleteFileA((form.programFolder + "\\exregscan.txt").c_str());
+  DeleteFileW(Wide(form.programFolder + "\\exregscan.txt").get());
 }
 
 }  // namespace

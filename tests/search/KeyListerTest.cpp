@@ -4,6 +4,7 @@
 
 #include "search/SearchFixture.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg::searching {
 namespace {
@@ -80,11 +81,11 @@ TEST_F(KeyListerTest, NamesAreCountedInTheStatusAtTheFirstLevelOnly) {
 TEST_F(KeyListerTest, AKeysNameOf255CharactersFits) {
   const std::string longest(255, 'n');
   HKEY parent = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, ownKey.c_str(), 0, KEY_ALL_ACCESS, &parent),
+  ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, Wide(ownKey).get(), 0, KEY_ALL_ACCESS, &parent),
             ERROR_SUCCESS);
   HKEY child = nullptr;
-  ASSERT_EQ(RegCreateKeyExA(parent, longest.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &child,
-                            nullptr),
+  ASSERT_EQ(RegCreateKeyExW(parent, Wide(longest).get(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                            &child, nullptr),
             ERROR_SUCCESS);
   RegCloseKey(child);
   RegCloseKey(parent);

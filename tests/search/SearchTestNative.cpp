@@ -6,6 +6,7 @@
 #include "machine/Machine.h"
 #include "search/DeadPath.h"
 #include "search/SearchFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::searching {
 namespace {
@@ -67,18 +68,18 @@ TEST_F(SearchNativeTest, AFolderThatVanishesMeanwhileIsDeadUnlessTheUserCancels)
 }
 
 TEST_F(SearchNativeTest, DrivesAreFixedOrNotThere) {
-  EXPECT_EQ(GetDriveTypeA("C:\\"), DRIVE_FIXED);
-  EXPECT_EQ(GetDriveTypeA("Q:\\"), DRIVE_NO_ROOT_DIR);
+  EXPECT_EQ(GetDriveTypeW(Wide("C:\\").get()), DRIVE_FIXED);
+  EXPECT_EQ(GetDriveTypeW(Wide("Q:\\").get()), DRIVE_NO_ROOT_DIR);
 }
 
 TEST_F(SearchNativeTest, AHundredThousandSiblingsAreWalked) {
   constexpr int count = 100'000;
   HKEY key = nullptr;
-  ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, ownKey.c_str(), 0, KEY_ALL_ACCESS, &key),
+  ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, Wide(ownKey).get(), 0, KEY_ALL_ACCESS, &key),
             ERROR_SUCCESS);
   for (int number = 0; number < count; ++number) {
     HKEY child = nullptr;
-    RegCreateKeyExA(key, std::to_string(number).c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+    RegCreateKeyExW(key, Wide(std::to_string(number)).get(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
                     &child, nullptr);
     RegCloseKey(child);
   }
@@ -94,11 +95,11 @@ TEST_F(SearchNativeTest, AHundredThousandSiblingsAreWalked) {
 TEST_F(SearchNativeTest, ALinkToAKeyAboveItEndsWhereTheSystemFollowsNoMoreLinks) {
   setGone(userKey, "Run");
   HKEY link = nullptr;
-  ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, (ownKey + "\\Round").c_str(), 0, nullptr, 0,
+  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, Wide(ownKey + "\\Round").get(), 0, nullptr, 0,
                             KEY_ALL_ACCESS, nullptr, &link, nullptr),
             ERROR_SUCCESS);
   const std::u16string target = u"\\REGISTRY\\USER\\S-1-5-21-1-1-1-1001\\Software\\SearchTest";
-  ASSERT_EQ(RegSetValueExA(link, "SymbolicLinkValue", 0, REG_LINK,
+  ASSERT_EQ(RegSetValueExW(link, Wide("SymbolicLinkValue").get(), 0, REG_LINK,
                            reinterpret_cast<const BYTE*>(target.data()),
                            static_cast<DWORD>(target.size() * 2)),
             ERROR_SUCCESS);
@@ -144,8 +145,8 @@ TEST_F(SearchNativeTest, TheDeepestKeyOfTheRegistryIsReached) {
     deepest = path;
     path += "\\d";
     HKEY key = nullptr;
-    if (RegCreateKeyExA(HKEY_CURRENT_USER, path.substr(path.find('\\') + 1).c_str(), 0, nullptr, 0,
-                        KEY_ALL_ACCESS | KEY_WOW64_64KEY, nullptr, &key,
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, Wide(path.substr(path.find('\\') + 1)).get(), 0, nullptr,
+                        0, KEY_ALL_ACCESS | KEY_WOW64_64KEY, nullptr, &key,
                         nullptr) == ERROR_SUCCESS) {
       RegCloseKey(key);
     }

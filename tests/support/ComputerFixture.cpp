@@ -7,6 +7,7 @@
 #include "runtime/Environment.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
+#include "text/Wide.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -22,12 +23,14 @@ KeyName split(const std::string& path) {
   return {root, backslash == std::string::npos ? "" : path.substr(backslash + 1)};
 }
 
+bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
+
 // A key of the 64-bit view, opened with all rights that it gives.
 class OpenKey {
  public:
   OpenKey(const std::string& path, REGSAM access) {
     const KeyName name = split(path);
-    status = RegOpenKeyExA(name.root, name.path.c_str(), 0, access | KEY_WOW64_64KEY, &key);
+    status = RegOpenKeyExW(name.root, Wide(name.path).get(), 0, access | KEY_WOW64_64KEY, &key);
   }
   OpenKey(const OpenKey&) = delete;
   OpenKey& operator=(const OpenKey&) = delete;
@@ -79,7 +82,7 @@ ComputerFixture::~ComputerFixture() = default;
 void ComputerFixture::makeKey(const std::string& path) {
   const KeyName name = split(path);
   HKEY key = nullptr;
-  ASSERT_EQ(RegCreateKeyExA(name.root, name.path.c_str(), 0, nullptr, 0,
+  ASSERT_EQ(RegCreateKeyExW(name.root, Wide(name.path).get(), 0, nullptr, 0,
                             KEY_ALL_ACCESS | KEY_WOW64_64KEY, nullptr, &key, nullptr),
             ERROR_SUCCESS)
       << path;
@@ -90,7 +93,7 @@ void ComputerFixture::removeKey(const std::string& path) {
   const auto backslash = path.rfind('\\');
   const OpenKey parent(path.substr(0, backslash), KEY_ALL_ACCESS);
   if (parent.isOpen()) {
-    SHDeleteKeyA(parent.get(), path.substr(backslash + 1).c_str());
+    SHDeleteKeyW(parent.get(), Wide(path.substr(backslash + 1)).get());
   }
 }
 
@@ -118,24 +121,30 @@ void ComputerFixture::setBytes(const std::string& path, const std::string& name,
   const OpenKey key(path, KEY_SET_VALUE);
   // The system takes along a terminator that stands behind the data, so something else stands
   // there.
-  const std::string guarded = std::string(bytes) + '!';
-  ASSERT_EQ(RegSetValueExA(key.get(), name.c_str(), 0, type,
+  const std::u16string units = isText(type) ? utf16(bytes) : u"";
+  const std::string_view data = isText(type)
+                                    ? std::string_view(reinterpret_cast<const char*>(units.data()),
+                                                       units.size() * sizeof(char16_t))
+                                    : bytes;
+  const std::string guarded = std::string(data) + "!!";
+  ASSERT_EQ(RegSetValueExW(key.get(), Wide(name).get(), 0, type,
                            reinterpret_cast<const BYTE*>(guarded.data()),
-                           static_cast<DWORD>(bytes.size())),
+                           static_cast<DWORD>(data.size())),
             ERROR_SUCCESS)
       << path << " " << name;
 }
 
 std::string ComputerFixture::bytesOf(const std::string& path, const std::string& name) {
   const OpenKey key(path, KEY_QUERY_VALUE);
-  std::string bytes(4096, '\0');
-  auto size = static_cast<DWORD>(bytes.size());
-  if (!key.isOpen() ||
-      RegQueryValueExA(key.get(), name.c_str(), nullptr, nullptr,
-                       reinterpret_cast<BYTE*>(bytes.data()), &size) != ERROR_SUCCESS) {
+  std::vector<BYTE> data(16384);
+  auto size = static_cast<DWORD>(data.size());
+  DWORD type = REG_NONE;
+  if (!key.isOpen() || RegQueryValueExW(key.get(), Wide(name).get(), nullptr, &type, data.data(),
+                                        &size) != ERROR_SUCCESS) {
     return "(none)";
   }
-  return bytes.substr(0, size);
+  data.resize(size);
+  return isText(type) ? utf8(unitsOf(data)) : std::string(data.begin(), data.end());
 }
 
 std::string ComputerFixture::storedText(const std::string& path, const std::string& name) {
@@ -148,15 +157,15 @@ std::string ComputerFixture::storedText(const std::string& path, const std::stri
 
 void ComputerFixture::makeFolder(const std::string& path) {
   for (auto end = path.find('\\', 3); end != std::string::npos; end = path.find('\\', end + 1)) {
-    CreateDirectoryA(path.substr(0, end).c_str(), nullptr);
+    CreateDirectoryW(Wide(path.substr(0, end)).get(), nullptr);
   }
-  CreateDirectoryA(path.c_str(), nullptr);
+  CreateDirectoryW(Wide(path).get(), nullptr);
 }
 
 void ComputerFixture::makeFile(const std::string& path, std::string_view content) {
   makeFolder(path.substr(0, path.rfind('\\')));
-  SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-  HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+  SetFileAttributesW(Wide(path).get(), FILE_ATTRIBUTE_NORMAL);
+  HANDLE file = CreateFileW(Wide(path).get(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
   ASSERT_NE(file, INVALID_HANDLE_VALUE) << path;
   DWORD written = 0;
@@ -177,10 +186,10 @@ std::vector<AccessRecord> ComputerFixture::accessOfKey(const std::string& path) 
 
 std::vector<AccessRecord> ComputerFixture::accessOfFile(const std::string& path) {
   DWORD size = 0;
-  GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+  GetFileSecurityW(Wide(path).get(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
   std::vector<BYTE> descriptor(size);
   EXPECT_NE(
-      GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size),
+      GetFileSecurityW(Wide(path).get(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size),
       FALSE)
       << path;
   return recordsOf(descriptor);
@@ -188,7 +197,7 @@ std::vector<AccessRecord> ComputerFixture::accessOfFile(const std::string& path)
 
 void ComputerFixture::setAccessOfKey(const std::string& path, const std::string& sddl) {
   PSECURITY_DESCRIPTOR descriptor = nullptr;
-  ASSERT_NE(ConvertStringSecurityDescriptorToSecurityDescriptorA(sddl.c_str(), SDDL_REVISION_1,
+  ASSERT_NE(ConvertStringSecurityDescriptorToSecurityDescriptorW(Wide(sddl).get(), SDDL_REVISION_1,
                                                                  &descriptor, nullptr),
             FALSE);
   const OpenKey key(path, WRITE_DAC);

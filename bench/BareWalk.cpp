@@ -14,7 +14,7 @@ namespace {
 constexpr REGSAM access = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_WOW64_64KEY;
 
 // Room for any name and for all data that name a file.
-using Buffer = std::array<char, 32768>;
+using Buffer = std::array<char16_t, 32768>;
 
 class Walker {
  public:
@@ -25,12 +25,12 @@ class Walker {
       readValues(loop.key);
       return counts;
     }
-    const std::string start = *loop.key == '\0' ? "" : std::string(loop.key) + "\\";
-    forEachSubkey(loop.key, [&](std::string_view name) {
-      std::string path = start;
+    const std::u16string start = *loop.key == u'\0' ? u"" : std::u16string(loop.key) + u"\\";
+    forEachSubkey(loop.key, [&](std::u16string_view name) {
+      std::u16string path = start;
       path += name;
       if (loop.at == At::FirstOfSubkeys) {
-        path += "\\" + firstSubkey(path);
+        path += u"\\" + firstSubkey(path);
       }
       path += loop.below;
       readValues(path);
@@ -40,33 +40,33 @@ class Walker {
 
  private:
   template <typename Take>
-  void forEachSubkey(const std::string& path, const Take& take) {
+  void forEachSubkey(const std::u16string& path, const Take& take) {
     HKEY key = nullptr;
-    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
+    if (RegOpenKeyExW(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
       return;
     }
-    std::array<char, 512> name{};
+    std::array<char16_t, 512> name{};
     for (DWORD index = 0;
-         RegEnumKeyA(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
+         RegEnumKeyW(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
          ++index) {
       ++counts.entries;
-      take(std::string_view(name.data()));
+      take(std::u16string_view(name.data()));
     }
     RegCloseKey(key);
   }
 
-  std::string firstSubkey(const std::string& path) {
+  std::u16string firstSubkey(const std::u16string& path) {
     HKEY key = nullptr;
-    std::array<char, 512> name{};
-    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
-      RegEnumKeyA(key, 0, name.data(), static_cast<DWORD>(name.size()));
+    std::array<char16_t, 512> name{};
+    if (RegOpenKeyExW(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
+      RegEnumKeyW(key, 0, name.data(), static_cast<DWORD>(name.size()));
       RegCloseKey(key);
     }
     ++counts.entries;
     return name.data();
   }
 
-  void readValues(const std::string& path) {
+  void readValues(const std::u16string& path) {
     if (loop.value != nullptr) {
       readValue(path, loop.value);
     } else {
@@ -74,14 +74,14 @@ class Walker {
     }
   }
 
-  void readAllValues(const std::string& path) {
+  void readAllValues(const std::u16string& path) {
     HKEY key = nullptr;
-    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
+    if (RegOpenKeyExW(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
       return;
     }
     auto size = static_cast<DWORD>(nameBuffer.size());
     DWORD type = REG_NONE;
-    for (DWORD index = 0; RegEnumValueA(key, index, nameBuffer.data(), &size, nullptr, &type,
+    for (DWORD index = 0; RegEnumValueW(key, index, nameBuffer.data(), &size, nullptr, &type,
                                         nullptr, nullptr) == ERROR_SUCCESS;
          ++index) {
       ++counts.entries;
@@ -93,12 +93,12 @@ class Walker {
     RegCloseKey(key);
   }
 
-  void takeName(const std::string& path) {
+  void takeName(const std::u16string& path) {
     switch (loop.names) {
       case Names::Nothing:
         break;
       case Names::ByNameMade:
-        SetFileAttributesA(nameBuffer.data(), FILE_ATTRIBUTE_ARCHIVE);
+        SetFileAttributesW(nameBuffer.data(), FILE_ATTRIBUTE_ARCHIVE);
         testFile(nameBuffer.data());
         break;
       case Names::ByName:
@@ -110,32 +110,32 @@ class Walker {
   }
 
   // Each value by an open of its own, as the reads of the true view come.
-  void readValue(const std::string& path, const char* name) {
+  void readValue(const std::u16string& path, const char16_t* name) {
     HKEY key = nullptr;
-    if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
+    if (RegOpenKeyExW(loop.root, path.c_str(), 0, access, &key) != ERROR_SUCCESS) {
       return;
     }
-    auto size = static_cast<DWORD>(data.size());
+    auto size = static_cast<DWORD>(data.size() * sizeof(char16_t));
     DWORD type = REG_NONE;
     ++counts.values;
     const LONG status =
-        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size);
+        RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size);
     RegCloseKey(key);
     if (status == ERROR_SUCCESS && (type == REG_SZ || type == REG_EXPAND_SZ)) {
-      testData(std::string_view(data.data()), name);
+      testData(std::u16string_view(data.data()), name);
     }
   }
 
-  void testData(std::string_view text, const char* name) {
+  void testData(std::u16string_view text, const char16_t* name) {
     switch (loop.names) {
       case Names::ByFont:
-        testFile(("C:\\Windows\\Fonts\\" + std::string(text)).c_str());
+        testFile((u"C:\\Windows\\Fonts\\" + std::u16string(text)).c_str());
         break;
       case Names::ByNameInFolder:
-        testFile((std::string(text) + "\\" + name).c_str());
+        testFile((std::u16string(text) + u"\\" + name).c_str());
         break;
       case Names::ByRule:
-        testFile(std::string(programOfRule(text)).c_str());
+        testFile(std::u16string(programOfRule(text)).c_str());
         break;
       case Names::ByPath:
       case Names::ByPathOrFolder:
@@ -149,49 +149,49 @@ class Walker {
     }
   }
 
-  static std::string_view programOfRule(std::string_view rule) {
-    constexpr std::string_view marker = "|App=";
+  static std::u16string_view programOfRule(std::u16string_view rule) {
+    constexpr std::u16string_view marker = u"|App=";
     const auto start = rule.find(marker);
-    if (start == std::string_view::npos) {
+    if (start == std::u16string_view::npos) {
       return {};
     }
     rule.remove_prefix(start + marker.size());
-    return rule.substr(0, rule.find('|'));
+    return rule.substr(0, rule.find(u'|'));
   }
 
-  void testPath(std::string_view text) {
-    if (text.find('\\') == std::string_view::npos) {
+  void testPath(std::u16string_view text) {
+    if (text.find(u'\\') == std::u16string_view::npos) {
       return;
     }
-    const std::string path(text.front() == '"' ? text.substr(1, text.find('"', 1) - 1)
-                                               : text.substr(0, text.find(',')));
+    const std::u16string path(text.front() == u'"' ? text.substr(1, text.find(u'"', 1) - 1)
+                                                   : text.substr(0, text.find(u',')));
     if (loop.names == Names::ByPathOrFolder) {
       testFile(path.c_str());
     }
     testFile(path.c_str());
   }
 
-  void testFile(const char* path) {
+  void testFile(const char16_t* path) {
     ++counts.files;
-    const char* tested = path;
+    const char16_t* tested = path;
     // Fonts are never expanded.
     if (loop.names != Names::ByFont &&
-        ExpandEnvironmentStringsA(path, expanded.data(), static_cast<DWORD>(expanded.size())) <=
+        ExpandEnvironmentStringsW(path, expanded.data(), static_cast<DWORD>(expanded.size())) <=
             expanded.size()) {
       tested = expanded.data();
     }
-    const DWORD attributes = GetFileAttributesA(tested);
+    const DWORD attributes = GetFileAttributesW(tested);
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
       ++counts.dead;
     }
   }
 
   // A library may be registered as a class as well.
-  void testLibrary(std::string_view text) {
-    for (const char* list : {"CLSID\\", "TypeLib\\"}) {
+  void testLibrary(std::u16string_view text) {
+    for (const char16_t* list : {u"CLSID\\", u"TypeLib\\"}) {
       HKEY key = nullptr;
-      const std::string path = list + std::string(text);
-      if (RegOpenKeyExA(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
+      const std::u16string path = list + std::u16string(text);
+      if (RegOpenKeyExW(loop.root, path.c_str(), 0, access, &key) == ERROR_SUCCESS) {
         RegCloseKey(key);
       } else {
         ++counts.dead;

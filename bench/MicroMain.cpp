@@ -22,8 +22,8 @@ constexpr const char* versionKey = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVers
 void openKey(benchmark::State& state) {
   for (auto _ : state) {
     HKEY key = nullptr;
-    RegOpenKeyExA(HKEY_LOCAL_MACHINE,
-                  "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\program00001.exe", 0,
+    RegOpenKeyExW(HKEY_LOCAL_MACHINE,
+                  u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\program00001.exe", 0,
                   KEY_QUERY_VALUE | KEY_WOW64_64KEY, &key);
     benchmark::DoNotOptimize(key);
     RegCloseKey(key);

@@ -21,22 +21,22 @@ class Enumeration {
  public:
   explicit Enumeration(Reads whatIsRead) : reads(whatIsRead) {}
 
-  double walk(const std::string& path) {
+  double walk(const std::u16string& path) {
     ++keys;
-    std::vector<std::string> names;
+    std::vector<std::u16string> names;
     HKEY key = nullptr;
-    if (RegOpenKeyA(HKEY_LOCAL_MACHINE, path.c_str(), &key) != ERROR_SUCCESS) {
+    if (RegOpenKeyW(HKEY_LOCAL_MACHINE, path.c_str(), &key) != ERROR_SUCCESS) {
       return keys;
     }
-    std::array<char, 256> name;
+    std::array<char16_t, 256> name;
     for (DWORD index = 0;
-         RegEnumKeyA(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
+         RegEnumKeyW(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
          ++index) {
       names.emplace_back(name.data());
     }
     RegCloseKey(key);
-    for (const std::string& below : names) {
-      walk(path.empty() ? below : path + "\\" + below);
+    for (const std::u16string& below : names) {
+      walk(path.empty() ? below : path + u"\\" + below);
     }
     if (reads == Reads::KeysAndTexts) {
       readTexts(path);
@@ -45,12 +45,12 @@ class Enumeration {
   }
 
  private:
-  void readTexts(const std::string& path) {
+  void readTexts(const std::u16string& path) {
     HKEY key = nullptr;
-    RegOpenKeyA(HKEY_LOCAL_MACHINE, path.c_str(), &key);
+    RegOpenKeyW(HKEY_LOCAL_MACHINE, path.c_str(), &key);
     auto size = static_cast<DWORD>(valueName.size());
     DWORD type = REG_NONE;
-    for (DWORD index = 0; RegEnumValueA(key, index, valueName.data(), &size, nullptr, &type,
+    for (DWORD index = 0; RegEnumValueW(key, index, valueName.data(), &size, nullptr, &type,
                                         nullptr, nullptr) == ERROR_SUCCESS;
          ++index) {
       if (type == REG_SZ) {
@@ -61,18 +61,18 @@ class Enumeration {
     RegCloseKey(key);
   }
 
-  void readText(const std::string& path) {
+  void readText(const std::u16string& path) {
     HKEY key = nullptr;
     auto size = static_cast<DWORD>(data.size());
-    RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_QUERY_VALUE | KEY_WOW64_64KEY, &key);
-    RegQueryValueExA(key, valueName.data(), nullptr, nullptr, data.data(), &size);
+    RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_QUERY_VALUE | KEY_WOW64_64KEY, &key);
+    RegQueryValueExW(key, valueName.data(), nullptr, nullptr, data.data(), &size);
     RegCloseKey(key);
   }
 
   Reads reads;
   double keys = 0;
-  std::vector<char> valueName = std::vector<char>(16384);
-  std::vector<BYTE> data = std::vector<BYTE>(32768);
+  std::vector<char16_t> valueName = std::vector<char16_t>(16384);
+  std::vector<BYTE> data = std::vector<BYTE>(65536);
 };
 
 double searchSeconds(double& findings) {
@@ -97,12 +97,13 @@ std::vector<double> measureHere(const std::filesystem::path& folder, std::size_t
   resetMemoryPeak();
   figures.times = compare(
       pairs,
-      [&] { return secondsOf([&] { figures.keys = Enumeration(Reads::KeysAndTexts).walk(""); }); },
+      [&] { return secondsOf([&] { figures.keys = Enumeration(Reads::KeysAndTexts).walk(u""); }); },
       [&] { return searchSeconds(figures.findings); });
-  figures.keysOnly = compare(
-                         pairs, [] { return secondsOf([] { Enumeration(Reads::Keys).walk(""); }); },
-                         [] { return 1.0; })
-                         .first;
+  figures.keysOnly =
+      compare(
+          pairs, [] { return secondsOf([] { Enumeration(Reads::Keys).walk(u""); }); },
+          [] { return 1.0; })
+          .first;
   figures.searchPeak = memoryPeak();
   return {figures.times.first, figures.times.second, figures.times.ratio,  figures.keysOnly,
           figures.keys,        figures.findings,     figures.loadedMemory, figures.searchPeak};

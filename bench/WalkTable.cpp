@@ -6,80 +6,81 @@
 namespace zelvreg::bench {
 namespace {
 
-constexpr const char* components = "SOFTWARE\\Classes\\CLSID";
-constexpr const char* sharedDlls = "Software\\Microsoft\\Windows\\CurrentVersion\\SharedDlls";
-constexpr const char* htmlHelp = "SOFTWARE\\Microsoft\\Windows\\HTML Help";
-constexpr const char* openCommand = "\\shell\\open\\command";
-constexpr const char* editCommand = "\\shell\\edit\\command";
-constexpr const char* serverKey = "\\InprocServer32";
+constexpr const char16_t* components = u"SOFTWARE\\Classes\\CLSID";
+constexpr const char16_t* sharedDlls = u"Software\\Microsoft\\Windows\\CurrentVersion\\SharedDlls";
+constexpr const char16_t* htmlHelp = u"SOFTWARE\\Microsoft\\Windows\\HTML Help";
+constexpr const char16_t* openCommand = u"\\shell\\open\\command";
+constexpr const char16_t* editCommand = u"\\shell\\edit\\command";
+constexpr const char16_t* serverKey = u"\\InprocServer32";
 
 using Loops = std::vector<Loop>;
 
-Loop values(HKEY root, const char* key, Names names) {
-  return {root, key, At::Key, "", nullptr, names};
+Loop values(HKEY root, const char16_t* key, Names names) {
+  return {root, key, At::Key, u"", nullptr, names};
 }
 
-Loop valuesOfSubkeys(HKEY root, const char* key, Names names, const char* below = "") {
+Loop valuesOfSubkeys(HKEY root, const char16_t* key, Names names, const char16_t* below = u"") {
   return {root, key, At::Subkeys, below, nullptr, names};
 }
 
-Loop valueOfSubkeys(HKEY root, const char* key, const char* below, const char* value, Names names) {
+Loop valueOfSubkeys(HKEY root, const char16_t* key, const char16_t* below, const char16_t* value,
+                    Names names) {
   return {root, key, At::Subkeys, below, value, names};
 }
 
 Loops applicationPaths() {
-  constexpr const char* native = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths";
-  constexpr const char* wow =
-      "SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths";
+  constexpr const char16_t* native = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths";
+  constexpr const char16_t* wow =
+      u"SOFTWARE\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths";
   const HKEY machine = HKEY_LOCAL_MACHINE;
   const HKEY user = HKEY_CURRENT_USER;
   return {
-      valueOfSubkeys(machine, native, "", "", Names::ByPath),
+      valueOfSubkeys(machine, native, u"", u"", Names::ByPath),
       valuesOfSubkeys(machine, native, Names::Nothing),
-      valueOfSubkeys(machine, wow, "", "", Names::ByPath),
+      valueOfSubkeys(machine, wow, u"", u"", Names::ByPath),
       valuesOfSubkeys(machine, wow, Names::Nothing),
       values(user,
-             "Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\"
-             "Compatibility Assistant\\Store",
+             u"Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\"
+             u"Compatibility Assistant\\Store",
              Names::ByName),
-      values(user, "Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\Layers",
+      values(user, u"Software\\Microsoft\\Windows NT\\CurrentVersion\\AppCompatFlags\\Layers",
              Names::ByName),
-      valuesOfSubkeys(machine, "Software", Names::ByPathOrFolder),
-      valuesOfSubkeys(machine, "Software\\Wow6432Node", Names::ByPathOrFolder),
-      valuesOfSubkeys(user, "Software", Names::ByPathOrFolder),
+      valuesOfSubkeys(machine, u"Software", Names::ByPathOrFolder),
+      valuesOfSubkeys(machine, u"Software\\Wow6432Node", Names::ByPathOrFolder),
+      valuesOfSubkeys(user, u"Software", Names::ByPathOrFolder),
   };
 }
 
 Loops fileClasses() {
   const HKEY classes = HKEY_CLASSES_ROOT;
   return {
-      valueOfSubkeys(classes, "", openCommand, "", Names::ByPath),
-      valueOfSubkeys(classes, "", editCommand, "", Names::Nothing),
-      valueOfSubkeys(classes, "MIME\\Database\\Content Type", "", "Extension", Names::Nothing),
+      valueOfSubkeys(classes, u"", openCommand, u"", Names::ByPath),
+      valueOfSubkeys(classes, u"", editCommand, u"", Names::Nothing),
+      valueOfSubkeys(classes, u"MIME\\Database\\Content Type", u"", u"Extension", Names::Nothing),
   };
 }
 
 Loops componentClasses() {
   const HKEY classes = HKEY_CLASSES_ROOT;
   return {
-      {classes, "TypeLib", At::FirstOfSubkeys, "\\HELPDIR", "", Names::ByPathOrFolder},
-      valueOfSubkeys(classes, "CLSID", serverKey, "", Names::ByPath),
-      valueOfSubkeys(classes, "CLSID", "\\TypeLib", "", Names::ByLibrary),
+      {classes, u"TypeLib", At::FirstOfSubkeys, u"\\HELPDIR", u"", Names::ByPathOrFolder},
+      valueOfSubkeys(classes, u"CLSID", serverKey, u"", Names::ByPath),
+      valueOfSubkeys(classes, u"CLSID", u"\\TypeLib", u"", Names::ByLibrary),
   };
 }
 
 Loops recentLists() {
-  static const std::string above = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\";
-  static const std::array<std::string, 8> keys{above + "RecentDocs",
-                                               above + "StreamMRU",
-                                               above + "TypedPaths",
-                                               above + "WordWheelQuery",
-                                               above + "RunMRU",
-                                               above + "ComDlg32\\OpenSavePidlMRU",
-                                               above + "ComDlg32\\LastVisitedPidlMRULegacy",
-                                               above + "ComDlg32\\LastVisitedPidlMRU"};
+  static const std::u16string above = u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\";
+  static const std::array<std::u16string, 8> keys{above + u"RecentDocs",
+                                                  above + u"StreamMRU",
+                                                  above + u"TypedPaths",
+                                                  above + u"WordWheelQuery",
+                                                  above + u"RunMRU",
+                                                  above + u"ComDlg32\\OpenSavePidlMRU",
+                                                  above + u"ComDlg32\\LastVisitedPidlMRULegacy",
+                                                  above + u"ComDlg32\\LastVisitedPidlMRU"};
   Loops loops;
-  for (const std::string& key : keys) {
+  for (const std::u16string& key : keys) {
     loops.push_back(values(HKEY_CURRENT_USER, key.c_str(), Names::Nothing));
     loops.push_back(valuesOfSubkeys(HKEY_CURRENT_USER, key.c_str(), Names::Nothing));
   }
@@ -92,45 +93,46 @@ std::vector<Loops> makeTable() {
   const HKEY machine = HKEY_LOCAL_MACHINE;
   const HKEY user = HKEY_CURRENT_USER;
   return {
-      {values(machine, "Software\\Microsoft\\Windows NT\\CurrentVersion\\Fonts", Names::ByFont)},
+      {values(machine, u"Software\\Microsoft\\Windows NT\\CurrentVersion\\Fonts", Names::ByFont)},
       // The names of the 64-bit key are tested in both passes.
       {values(machine, sharedDlls, Names::ByNameMade),
        values(machine, sharedDlls, Names::ByNameMade),
-       values(machine, "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\SharedDlls",
+       values(machine, u"Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\SharedDlls",
               Names::ByNameMade)},
       applicationPaths(),
-      {values(machine, "SOFTWARE\\Microsoft\\Windows\\Help", Names::ByNameInFolder),
+      {values(machine, u"SOFTWARE\\Microsoft\\Windows\\Help", Names::ByNameInFolder),
        values(machine, htmlHelp, Names::ByNameInFolder),
-       valueOfSubkeys(machine, "SOFTWARE\\Microsoft\\MMC\\SnapIns", "", "HelpTopic", Names::ByPath),
+       valueOfSubkeys(machine, u"SOFTWARE\\Microsoft\\MMC\\SnapIns", u"", u"HelpTopic",
+                      Names::ByPath),
        values(machine, htmlHelp, Names::ByNameInFolder)},
-      {valueOfSubkeys(classes, "", "\\defaulticon", "", Names::ByPath)},
+      {valueOfSubkeys(classes, u"", u"\\defaulticon", u"", Names::ByPath)},
       fileClasses(),
       componentClasses(),
-      {valueOfSubkeys(user, components, serverKey, "", Names::ByPath)},
-      {valueOfSubkeys(user, components, serverKey, "", Names::ByPath)},
-      {valueOfSubkeys(machine, components, serverKey, "", Names::ByPath)},
+      {valueOfSubkeys(user, components, serverKey, u"", Names::ByPath)},
+      {valueOfSubkeys(user, components, serverKey, u"", Names::ByPath)},
+      {valueOfSubkeys(machine, components, serverKey, u"", Names::ByPath)},
       {values(machine,
-              "SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\"
-              "FirewallRules",
+              u"SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\"
+              u"FirewallRules",
               Names::ByRule)},
-      {valuesOfSubkeys(user, "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts",
-                       Names::Nothing, "\\OpenWithProgids")},
-      {valuesOfSubkeys(machine, "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+      {valuesOfSubkeys(user, u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts",
+                       Names::Nothing, u"\\OpenWithProgids")},
+      {valuesOfSubkeys(machine, u"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
                        Names::ByPathOrFolder),
-       valuesOfSubkeys(user, "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+       valuesOfSubkeys(user, u"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
                        Names::ByPathOrFolder),
        valuesOfSubkeys(machine,
-                       "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
+                       u"Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall",
                        Names::ByPathOrFolder)},
-      {values(machine, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", Names::ByPath),
-       values(machine, "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Run",
+      {values(machine, u"Software\\Microsoft\\Windows\\CurrentVersion\\Run", Names::ByPath),
+       values(machine, u"Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Run",
               Names::ByPath),
-       values(user, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", Names::ByPath),
-       values(user, "Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Run",
+       values(user, u"Software\\Microsoft\\Windows\\CurrentVersion\\Run", Names::ByPath),
+       values(user, u"Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Run",
               Names::ByPath)},
       recentLists(),
       {values(user,
-              "Software\\Classes\\Local Settings\\Software\\Microsoft\\Windows\\Shell\\MuiCache",
+              u"Software\\Classes\\Local Settings\\Software\\Microsoft\\Windows\\Shell\\MuiCache",
               Names::ByName)},
   };
 }

@@ -29,10 +29,10 @@ enum class Names : std::uint8_t {
 
 struct Loop {
   HKEY root;
-  const char* key;
+  const char16_t* key;
   At at;
-  const char* below;  // what follows the subkey's name
-  const char* value;  // the one value to read; null for all named ones
+  const char16_t* below;  // what follows the subkey's name
+  const char16_t* value;  // the one value to read; null for all named ones
   Names names;
 };
 

@@ -102,7 +102,8 @@ Json answered(const std::string& line) {
   std::string windowClass;
   int number = 0;
   words >> what >> windowClass >> number;
-  HWND window = FindWindowA(windowClass.c_str(), nullptr);
+  // Names of classes are ASCII.
+  HWND window = FindWindowW(std::wstring(windowClass.begin(), windowClass.end()).c_str(), nullptr);
   if (window == nullptr) {
     return {{"error", "there is no window of the class " + windowClass}};
   }

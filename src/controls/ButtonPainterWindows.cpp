@@ -3,26 +3,27 @@
 #include <algorithm>
 
 #include "controls/ButtonContent.h"
+#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
 
 // A caption and how it is broken.
 struct Caption {
-  std::wstring text;
+  std::u16string text;
   UINT format = 0;
   Size size;
 };
 
-Size measured(HDC dc, const std::wstring& text, int width, UINT format) {
+Size measured(HDC dc, const std::u16string& text, int width, UINT format) {
   RECT box{0, 0, width, 0};
-  DrawTextW(dc, text.data(), static_cast<int>(text.size()), &box, format | DT_CALCRECT);
+  DrawTextW(dc, wideText(text), static_cast<int>(text.size()), &box, format | DT_CALCRECT);
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
 // In as many lines as there is room for; a caption that is too long even so ends in an ellipsis.
 Caption fitted(HDC dc, const std::string& text, Size room) {
-  Caption caption{wideText(text), DT_WORDBREAK, {}};
+  Caption caption{utf16(text), DT_WORDBREAK, {}};
   if (caption.text.empty()) {
     return caption;
   }
@@ -78,7 +79,7 @@ void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const 
   SetBkMode(buffer.dc(), TRANSPARENT);
   SetTextColor(buffer.dc(), colorRef(look.text));
   const UINT alignment = look.isLeftAligned ? DT_LEFT : DT_CENTER;
-  DrawTextW(buffer.dc(), caption.text.data(), static_cast<int>(caption.text.size()), &box,
+  DrawTextW(buffer.dc(), wideText(caption.text), static_cast<int>(caption.text.size()), &box,
             caption.format | alignment);
 }
 

@@ -31,7 +31,7 @@ LRESULT CALLBACK CMWndProc::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     }
     if (message == WM_MENUCHAR) {
       const auto answer =
-          menus->findKey(reinterpret_cast<HMENU>(lParam), static_cast<wchar_t>(LOWORD(wParam)));
+          menus->findKey(reinterpret_cast<HMENU>(lParam), static_cast<char16_t>(LOWORD(wParam)));
       if (answer) {
         return *answer;
       }

@@ -29,7 +29,7 @@ struct MenuPictures {
 
 class CoolMenu {
  public:
-  // `charset` is for captions in the code page of another language than the system's.
+  // `charset` is for captions in another script than the system's.
   explicit CoolMenu(MenuPictures shown, int dpi = 96, std::optional<BYTE> charset = {});
   CoolMenu(const CoolMenu&) = delete;
   CoolMenu& operator=(const CoolMenu&) = delete;
@@ -50,7 +50,7 @@ class CoolMenu {
   bool draw(LPARAM request) const;
   // The answer to an access key that the system did not find: it runs its entry, or of several
   // chooses the next one.
-  [[nodiscard]] std::optional<LRESULT> findKey(HMENU menu, wchar_t key) const;
+  [[nodiscard]] std::optional<LRESULT> findKey(HMENU menu, char16_t key) const;
 
  private:
   void installEntry(HMENU menu, int position, bool isMain);
@@ -63,7 +63,6 @@ class CoolMenu {
 
   MenuPictures pictures;
   int resolution;
-  UINT codePage;
   FontHandle font;
   CMyItemDatas datas;
   std::vector<HMENU> menus;

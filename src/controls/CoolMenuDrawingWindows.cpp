@@ -2,6 +2,7 @@
 
 #include "controls/CoolMenu.h"
 #include "controls/PaintBuffer.h"
+#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -31,8 +32,7 @@ void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format
   RECT box = toRect(place);
   OffsetRect(&box, offset, offset);
   SetTextColor(dc, GetSysColor(colour));
-  DrawTextA(dc, text.data(), static_cast<int>(text.size()), &box,
-            DT_SINGLELINE | DT_VCENTER | format);
+  DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_VCENTER | format);
 }
 
 // The text of an entry, or its keys. What cannot be chosen is drawn twice, light behind dark.

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "controls/PaintBuffer.h"
+#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -17,71 +18,53 @@ static_assert(sizeof(DRAWITEMSTRUCT) == 48);
 // The font of the system's menus at a resolution.
 FontHandle menuFont(int dpi, std::optional<BYTE> charset) {
   const WindowContext screen(nullptr);
-  NONCLIENTMETRICSA system{};
+  NONCLIENTMETRICSW system{};
   // Without the field that came last, which old systems do not know.
   system.cbSize = sizeof system - sizeof system.iPaddedBorderWidth;
-  SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, system.cbSize, &system, 0);
-  const FontHandle likeSystem(CreateFontIndirectA(&system.lfMenuFont));
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, system.cbSize, &system, 0);
+  const FontHandle likeSystem(CreateFontIndirectW(&system.lfMenuFont));
   const Selection selected(screen.get(), likeSystem.get());
-  std::array<char, LF_FACESIZE> face{};
-  GetTextFaceA(screen.get(), static_cast<int>(face.size()), face.data());
-  TEXTMETRICA text{};
-  GetTextMetricsA(screen.get(), &text);
+  std::array<char16_t, LF_FACESIZE> face{};
+  GetTextFaceW(screen.get(), static_cast<int>(face.size()), roomIn(face));
+  TEXTMETRICW text{};
+  GetTextMetricsW(screen.get(), &text);
 
-  LOGFONTA description{};
+  LOGFONTW description{};
   const int systemDpi = GetDeviceCaps(screen.get(), LOGPIXELSY);
   description.lfHeight = -MulDiv(text.tmHeight - text.tmInternalLeading, dpi, systemDpi);
   description.lfWeight = text.tmWeight;
   description.lfItalic = text.tmItalic;
   description.lfCharSet = charset.value_or(text.tmCharSet);
   std::ranges::copy(face, std::begin(description.lfFaceName));
-  return FontHandle(CreateFontIndirectA(&description));
+  return FontHandle(CreateFontIndirectW(&description));
 }
 
 Size measured(HDC dc, std::string_view text) {
   RECT box{};
-  DrawTextA(dc, text.data(), static_cast<int>(text.size()), &box, DT_SINGLELINE | DT_CALCRECT);
+  DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_CALCRECT);
   return text.empty() ? Size() : Size{static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
-UINT codePageOf(std::optional<BYTE> charset) {
-  CHARSETINFO info{};
-  // The charset stands in the place of the pointer.
-  const auto number = reinterpret_cast<DWORD*>(static_cast<DWORD_PTR>(charset.value_or(0)));
-  const bool isKnown = charset && TranslateCharsetInfo(number, &info, TCI_SRCCHARSET) != 0;
-  return isKnown ? info.ciACP : CP_ACP;
-}
-
-// A typed character as a caption may hold it; empty if a code page does not have it.
-std::string bothCases(wchar_t key, UINT codePage) {
-  std::array<wchar_t, 2> cases{key, key};
-  CharLowerBuffW(cases.data(), 1);
-  CharUpperBuffW(&cases.back(), 1);
-  std::string keys;
-  for (const wchar_t one : cases) {
-    const std::string narrow = narrowText({&one, 1}, codePage);
-    if (narrow.size() == 1 && (narrow != "?" || one == L'?')) {
-      keys += narrow;
-    }
-  }
-  return keys;
+// A typed character as a caption may hold it.
+std::u32string bothCases(char16_t key) {
+  std::array<char16_t, 2> cases{key, key};
+  CharLowerBuffW(roomIn(cases), 1);
+  CharUpperBuffW(roomIn(cases) + 1, 1);
+  return {cases.begin(), cases.end()};
 }
 
 ULONG_PTR dataOf(HMENU menu, int position) {
-  MENUITEMINFOA info{};
+  MENUITEMINFOW info{};
   info.cbSize = sizeof info;
   info.fMask = MIIM_DATA;
-  GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+  GetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info);
   return info.dwItemData;
 }
 
 }  // namespace
 
 CoolMenu::CoolMenu(MenuPictures shown, int dpi, std::optional<BYTE> charset)
-    : pictures(std::move(shown)),
-      resolution(dpi),
-      codePage(codePageOf(charset)),
-      font(menuFont(dpi, charset)) {}
+    : pictures(std::move(shown)), resolution(dpi), font(menuFont(dpi, charset)) {}
 
 void CoolMenu::installBar(HMENU menu) {
   const int count = GetMenuItemCount(menu);
@@ -102,24 +85,26 @@ void CoolMenu::installPopup(HMENU menu) {
 }
 
 void CoolMenu::installEntry(HMENU menu, int position, bool isMain) {
-  std::array<char, 128> text{};
-  MENUITEMINFOA info{};
+  std::array<char16_t, 128> text{};
+  MENUITEMINFOW info{};
   info.cbSize = sizeof info;
   info.fMask = MIIM_TYPE | MIIM_DATA;
-  info.dwTypeData = text.data();
+  info.dwTypeData = roomIn(text);
   info.cch = static_cast<UINT>(text.size());
-  if (GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) == 0 ||
+  if (GetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info) == 0 ||
       (info.fType & MFT_OWNERDRAW) != 0) {
     return;
   }
   // Not every system ends a caption that fills the buffer.
-  text.back() = '\0';
-  CMyItemData& data = datas.Add({isMain, pictureOf(text.data()), info.fType, text.data()});
+  text.back() = u'\0';
+  std::string caption = utf8(text.data());
+  const int picture = pictureOf(caption);
+  CMyItemData& data = datas.Add({isMain, picture, info.fType, std::move(caption)});
   // Written back without its text, which the entry then keeps.
   info.fMask = MIIM_FTYPE | MIIM_DATA;
   info.fType |= MFT_OWNERDRAW;
   info.dwItemData = reinterpret_cast<ULONG_PTR>(&data);
-  SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+  SetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info);
 }
 
 int CoolMenu::pictureOf(const std::string& menuText) const {
@@ -133,11 +118,11 @@ void CoolMenu::uninstall() {
     const int count = GetMenuItemCount(menu);
     for (int position = 0; position < count; ++position) {
       if (const CMyItemData* data = recordOf(dataOf(menu, position))) {
-        MENUITEMINFOA info{};
+        MENUITEMINFOW info{};
         info.cbSize = sizeof info;
         info.fMask = MIIM_FTYPE | MIIM_DATA;
         info.fType = data->fType;
-        SetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info);
+        SetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info);
       }
     }
   }
@@ -177,7 +162,7 @@ bool CoolMenu::measure(LPARAM request) const {
   return true;
 }
 
-std::optional<LRESULT> CoolMenu::findKey(HMENU menu, wchar_t key) const {
+std::optional<LRESULT> CoolMenu::findKey(HMENU menu, char16_t key) const {
   std::vector<const CMyItemData*> entries;
   int chosen = -1;
   const int count = GetMenuItemCount(menu);
@@ -187,7 +172,7 @@ std::optional<LRESULT> CoolMenu::findKey(HMENU menu, wchar_t key) const {
       chosen = position;
     }
   }
-  const std::vector<int> found = entriesWithKey(entries, bothCases(key, codePage));
+  const std::vector<int> found = entriesWithKey(entries, bothCases(key));
   if (found.empty()) {
     return std::nullopt;
   }

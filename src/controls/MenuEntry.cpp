@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "unicode/Unicode.h"
+
 namespace zelvreg::controls {
 namespace {
 
@@ -39,25 +41,25 @@ std::string plainCaption(std::string_view menuText) {
   return plain;
 }
 
-char accessKey(std::string_view menuText) {
+char32_t accessKey(std::string_view menuText) {
   const std::string_view text = splitCaption(menuText).text;
   for (std::size_t index = 0; index + 1 < text.size(); ++index) {
     if (text[index] == '&') {
       ++index;
       if (text[index] != '&') {
-        return text[index];
+        return firstCharacter(text.substr(index)).code;
       }
     }
   }
-  return text.empty() ? '\0' : text.front();
+  return text.empty() ? U'\0' : firstCharacter(text).code;
 }
 
 std::vector<int> entriesWithKey(const std::vector<const CMyItemData*>& entries,
-                                std::string_view keys) {
+                                std::u32string_view keys) {
   std::vector<int> found;
   for (std::size_t index = 0; index < entries.size(); ++index) {
-    const char key = entries[index] != nullptr ? accessKey(entries[index]->sMenuText) : '\0';
-    if (key != '\0' && keys.find(key) != std::string_view::npos) {
+    const char32_t key = entries[index] != nullptr ? accessKey(entries[index]->sMenuText) : U'\0';
+    if (key != U'\0' && keys.find(key) != std::u32string_view::npos) {
       found.push_back(static_cast<int>(index));
     }
   }

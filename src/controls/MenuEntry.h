@@ -27,11 +27,11 @@ std::string plainCaption(std::string_view menuText);
 
 // The access key as it stands in the caption: the marked character, or the first one as in the
 // system's own menus. 0 for a caption without text.
-char accessKey(std::string_view menuText);
+char32_t accessKey(std::string_view menuText);
 
 // The positions, from 0, of the entries whose access key is one of `keys`.
 std::vector<int> entriesWithKey(const std::vector<const CMyItemData*>& entries,
-                                std::string_view keys);
+                                std::u32string_view keys);
 
 struct MenuMetrics {
   int dpi = 96;

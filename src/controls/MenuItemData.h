@@ -14,7 +14,7 @@ struct CMyItemData {
   bool bMainMenu = false;     // the entry stands in the menu bar
   std::int32_t iButton = -1;  // index of the entry's picture, from 0; -1 for none
   std::uint32_t fType = 0;    // the entry's type flags before the menus became owner-drawn
-  std::string sMenuText;      // narrow, in the system's code page; behind a tab stand the keys
+  std::string sMenuText;      // UTF-8; behind a tab stand the keys
 
   bool operator==(const CMyItemData&) const = default;
 };

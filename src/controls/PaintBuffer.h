@@ -52,10 +52,6 @@ COLORREF colorRef(Rgb colour);
 // What a colour property stands for now, which is another question only for a system colour.
 COLORREF colourOfNow(std::uint32_t property);
 
-std::wstring wideText(std::string_view text, UINT codePage = CP_UTF8);
-// What the code page does not have becomes its default character.
-std::string narrowText(std::wstring_view text, UINT codePage = CP_ACP);
-
 }  // namespace zelvreg::controls
 
 #endif

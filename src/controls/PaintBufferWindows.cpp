@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/Units.h"
+#include "text/Wide.h"
+
 namespace zelvreg::controls {
 namespace {
 
@@ -68,9 +71,8 @@ FontHandle makeFont(const FontDescription& font, int dpi) {
   description.lfUnderline = font.isUnderlined ? TRUE : FALSE;
   description.lfCharSet = DEFAULT_CHARSET;
   description.lfQuality = DEFAULT_QUALITY;
-  const std::wstring name = wideText(font.name);
-  const std::size_t length = std::min<std::size_t>(name.size(), LF_FACESIZE - 1);
-  std::copy_n(name.begin(), length, std::begin(description.lfFaceName));
+  const std::u16string name = utf16(font.name);
+  std::ranges::copy(firstUnits(name, LF_FACESIZE - 1), std::begin(description.lfFaceName));
   return FontHandle(CreateFontIndirectW(&description));
 }
 
@@ -104,23 +106,6 @@ COLORREF colorRef(Rgb colour) { return RGB(colour.red, colour.green, colour.blue
 
 COLORREF colourOfNow(std::uint32_t property) {
   return isSystemColour(property) ? GetSysColor(static_cast<int>(property & 0xFF)) : property;
-}
-
-std::wstring wideText(std::string_view text, UINT codePage) {
-  const int size = static_cast<int>(text.size());
-  const int length = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), length);
-  return wide;
-}
-
-std::string narrowText(std::wstring_view text, UINT codePage) {
-  const int size = static_cast<int>(text.size());
-  const int length =
-      WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-  std::string narrow(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(codePage, 0, text.data(), size, narrow.data(), length, nullptr, nullptr);
-  return narrow;
 }
 
 }  // namespace zelvreg::controls

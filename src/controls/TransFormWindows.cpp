@@ -8,25 +8,26 @@
 
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
+#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
 
 // The number of these controls on a form.
-constexpr const char* countProperty = "TransForm";
+constexpr const wchar_t* countProperty = L"TransForm";
 
 constexpr UINT pressOnFrame = 0xA1;
 constexpr WPARAM onCaption = 2;
 constexpr UINT buttonUp = 0x202;
 constexpr UINT systemCommand = 0x112;
 
-INT_PTR controlsOn(HWND form) { return reinterpret_cast<INT_PTR>(GetPropA(form, countProperty)); }
+INT_PTR controlsOn(HWND form) { return reinterpret_cast<INT_PTR>(GetPropW(form, countProperty)); }
 
 void countOn(HWND form, INT_PTR count) {
   if (count == 0) {
-    RemovePropA(form, countProperty);
+    RemovePropW(form, countProperty);
   } else {
-    SetPropA(form, countProperty, reinterpret_cast<HANDLE>(count));
+    SetPropW(form, countProperty, reinterpret_cast<HANDLE>(count));
   }
 }
 
@@ -61,7 +62,7 @@ TransForm::TransForm(HWND form, bool userMode, ShowMessage showMessage)
   if (showMessage) {
     showMessage(secondControlTitle(), secondControlText());
   } else {
-    MessageBoxA(parent, secondControlText().c_str(), secondControlTitle().c_str(), MB_OK);
+    MessageBoxW(parent, Wide(secondControlText()).get(), Wide(secondControlTitle()).get(), MB_OK);
   }
 }
 
@@ -149,9 +150,9 @@ LRESULT CALLBACK TransForm::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
   if (message == WM_LBUTTONDOWN && GetWindowSubclass(hwnd, procedure, id, &reference) != 0 &&
       control->isRunning && control->isAlone() && control->settings.AutoDrag) {
     ReleaseCapture();
-    SendMessageA(hwnd, pressOnFrame, onCaption, 0);
+    SendMessageW(hwnd, pressOnFrame, onCaption, 0);
     // The drag has swallowed the button-up that the form waits for.
-    PostMessageA(hwnd, buttonUp, 0, 0);
+    PostMessageW(hwnd, buttonUp, 0, 0);
   }
   return result;
 }
@@ -173,7 +174,7 @@ void TransForm::PopupSysMenu() const {
   const int command = TrackPopupMenu(GetSystemMenu(parent, FALSE), TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                      place.x, place.y, 0, parent, nullptr);
   if (command != 0) {
-    PostMessageA(parent, systemCommand, static_cast<WPARAM>(command), 0);
+    PostMessageW(parent, systemCommand, static_cast<WPARAM>(command), 0);
   }
 }
 

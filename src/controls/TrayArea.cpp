@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/Units.h"
+#include "unicode/Unicode.h"
+
 namespace zelvreg::controls {
 
 std::optional<TrayNotice> trayNotice(long message) {
@@ -38,9 +41,9 @@ TrayArea::~TrayArea() {
 }
 
 void TrayArea::fillTip() {
-  const std::string tip = host.narrow(ToolTip);
-  record.tip.fill('\0');
-  std::copy_n(tip.begin(), std::min(tip.size(), record.tip.size() - 1), record.tip.begin());
+  const std::u16string tip = utf16(ToolTip);
+  record.tip.fill(u'\0');
+  std::ranges::copy(firstUnits(tip, record.tip.size() - 1), record.tip.begin());
 }
 
 void TrayArea::call(TrayCall what, std::uint32_t flags) {

@@ -16,17 +16,17 @@ namespace zelvreg::controls {
 
 // The record that the system's call takes, as a 32-bit program lays it out.
 struct TrayRecord {
-  std::uint32_t size = 88;
+  std::uint32_t size = 152;
   std::uint32_t window = 0;
   std::uint32_t id = 0;
   std::uint32_t flags = 0;
   std::uint32_t callbackMessage = 0;
   std::uint32_t icon = 0;
-  std::array<char, 64> tip = {};  // the text and a NUL
+  std::array<char16_t, 64> tip = {};  // the text and a NUL
 
   bool operator==(const TrayRecord&) const = default;
 };
-static_assert(sizeof(TrayRecord) == 88);
+static_assert(sizeof(TrayRecord) == 152);
 
 inline constexpr std::uint32_t trayMessageFlag = 1;
 inline constexpr std::uint32_t trayIconFlag = 2;
@@ -60,9 +60,8 @@ class TrayHost {
  public:
   virtual ~TrayHost() = default;
   virtual void notify(TrayCall call, const TrayRecord& record) = 0;
-  virtual std::uint32_t window() = 0;                       // that hears the notifications
-  virtual std::uint32_t icon(const Picture& picture) = 0;   // stays valid until the next one
-  virtual std::string narrow(const std::string& utf8) = 0;  // in the system's code page
+  virtual std::uint32_t window() = 0;                      // that hears the notifications
+  virtual std::uint32_t icon(const Picture& picture) = 0;  // stays valid until the next one
   virtual double randomFraction() = 0;
 };
 
@@ -82,7 +81,7 @@ class TrayArea {
   [[nodiscard]] bool isShown() const { return isStanding; }
 
   void setIcon(Picture picture);
-  // UTF-8. The icon shows its first 63 characters.
+  // UTF-8. The icon shows as much of it as 63 units of UTF-16 hold.
   void setToolTip(std::string text);
   // Only a change does anything.
   void setVisible(bool value);

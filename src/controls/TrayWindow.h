@@ -27,7 +27,6 @@ class TrayWindow : private TrayHost {
   void notify(TrayCall call, const TrayRecord& record) override;
   std::uint32_t window() override;
   std::uint32_t icon(const Picture& picture) override;
-  std::string narrow(const std::string& utf8) override;
   double randomFraction() override;
 
   HWND receiver;

@@ -13,7 +13,7 @@
 namespace zelvreg::controls {
 namespace {
 
-static_assert(sizeof(TrayRecord) == NOTIFYICONDATAA_V1_SIZE);
+static_assert(sizeof(TrayRecord) == NOTIFYICONDATAW_V1_SIZE);
 
 double twipsPerPixel() {
   const WindowContext screen(nullptr);
@@ -54,9 +54,9 @@ LRESULT CALLBACK TrayWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, L
 }
 
 void TrayWindow::notify(TrayCall call, const TrayRecord& record) {
-  NOTIFYICONDATAA data{};
+  NOTIFYICONDATAW data{};
   std::memcpy(&data, &record, sizeof record);
-  Shell_NotifyIconA(static_cast<DWORD>(call), &data);
+  Shell_NotifyIconW(static_cast<DWORD>(call), &data);
 }
 
 std::uint32_t TrayWindow::window() { return reinterpret_cast<std::uintptr_t>(receiver); }
@@ -69,8 +69,6 @@ std::uint32_t TrayWindow::icon(const Picture& picture) {
   }
   return reinterpret_cast<std::uintptr_t>(shown);
 }
-
-std::string TrayWindow::narrow(const std::string& utf8) { return narrowText(wideText(utf8)); }
 
 double TrayWindow::randomFraction() {
   return static_cast<double>(random() - std::minstd_rand::min()) /

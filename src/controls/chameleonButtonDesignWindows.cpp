@@ -7,6 +7,7 @@
 #include "controls/ButtonPainter.h"
 #include "controls/ButtonStyles.h"
 #include "controls/WindowRegion.h"
+#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -40,7 +41,7 @@ void chameleonButton::apply(std::string_view key) {
   if (key == "BTYPE") {
     applyType();
   } else if (key == "TX") {
-    SetWindowTextW(window, wideText(properties().Caption).c_str());
+    SetWindowTextW(window, Wide(properties().Caption).get());
   } else if (key == "ENAB") {
     EnableWindow(window, properties().Enabled ? TRUE : FALSE);
   } else if (key == "FONT") {
@@ -125,8 +126,8 @@ void chameleonButton::setToolTip(const std::string& text) {
   }
   tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0,
                         0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
-  std::wstring wide = wideText(text);
-  tool.lpszText = wide.data();
+  std::u16string wide = utf16(text);
+  tool.lpszText = roomIn(wide);
   SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 

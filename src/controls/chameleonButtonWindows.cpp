@@ -17,8 +17,8 @@ constexpr UINT_PTR OverTimer = 1;
 constexpr UINT overInterval = 50;  // milliseconds
 
 // The cursors of MousePointer, by its number.
-LPCSTR cursorOf(std::int16_t pointer) {
-  static const std::array<LPCSTR, 16> cursors = {
+LPCWSTR cursorOf(std::int16_t pointer) {
+  static const std::array<LPCWSTR, 16> cursors = {
       IDC_ARROW,    IDC_ARROW,       IDC_CROSS,    IDC_IBEAM,  IDC_ARROW,   IDC_SIZEALL,
       IDC_SIZENESW, IDC_SIZENS,      IDC_SIZENWSE, IDC_SIZEWE, IDC_UPARROW, IDC_WAIT,
       IDC_NO,       IDC_APPSTARTING, IDC_HELP,     IDC_SIZEALL};
@@ -254,9 +254,9 @@ bool chameleonButton::showCursor() {
   if (pointer == 99 && mouseIcon != nullptr) {
     SetCursor(mouseIcon);
   } else if (properties().HandPointer) {
-    SetCursor(LoadCursorA(nullptr, IDC_HAND));
+    SetCursor(LoadCursorW(nullptr, IDC_HAND));
   } else if (pointer != 0) {
-    SetCursor(LoadCursorA(nullptr, cursorOf(pointer)));
+    SetCursor(LoadCursorW(nullptr, cursorOf(pointer)));
   } else {
     return false;
   }

@@ -9,7 +9,7 @@
 namespace zelvreg::controls::modShadow {
 namespace {
 
-constexpr const char* shadowProperty = "TrickShadow";
+constexpr const wchar_t* shadowProperty = L"TrickShadow";
 constexpr const wchar_t* shadowClass = L"TrickShadow";
 constexpr UINT_PTR subclassId = 1;
 
@@ -27,7 +27,7 @@ void registerClass() {
   WNDCLASSEXW description{};
   description.cbSize = sizeof description;
   description.cbWndExtra = settingBytes;
-  const FARPROC procedure = GetProcAddress(GetModuleHandleA("user32"), "DefWindowProcW");
+  const FARPROC procedure = GetProcAddress(GetModuleHandleW(L"user32"), "DefWindowProcW");
   static_assert(sizeof description.lpfnWndProc == sizeof procedure);
   std::memcpy(&description.lpfnWndProc, &procedure, sizeof procedure);
   description.hInstance = GetModuleHandleW(nullptr);
@@ -183,7 +183,7 @@ void changeSettings(HWND target, const Change& change) {
 
 }  // namespace
 
-HWND shadowOf(HWND target) { return static_cast<HWND>(GetPropA(target, shadowProperty)); }
+HWND shadowOf(HWND target) { return static_cast<HWND>(GetPropW(target, shadowProperty)); }
 
 void create(HWND target) {
   if (shadowOf(target) != nullptr) {
@@ -192,7 +192,7 @@ void create(HWND target) {
   registerClass();
   HWND shadow = CreateWindowExW(layeredTransparentTool, shadowClass, L"", popUp, 0, 0, 0, 0,
                                 nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-  SetPropA(target, shadowProperty, shadow);
+  SetPropW(target, shadowProperty, shadow);
   SetWindowSubclass(target, procedure, subclassId, 0);
   redraw(target, shadow, {});
   follow(target, shadow);
@@ -201,7 +201,7 @@ void create(HWND target) {
 void destroy(HWND target) {
   if (HWND shadow = shadowOf(target)) {
     DestroyWindow(shadow);
-    RemovePropA(target, shadowProperty);
+    RemovePropW(target, shadowProperty);
     RemoveWindowSubclass(target, procedure, subclassId);
   }
 }

@@ -84,7 +84,7 @@ void ButtonPeer::showText() {
   chameleon.setToolTip(utf8Text(told, charset()));
   if (!hasCaption) {
     // What a screen reader says of a picture.
-    SetWindowTextW(hwnd(), wideText(told.empty() ? icon : told, charset()).c_str());
+    SetWindowTextW(hwnd(), wideText(shownText(told.empty() ? icon : told, charset())));
   }
 }
 
@@ -122,11 +122,11 @@ void ButtonPeer::setPrimary(bool isPrimary) {
 
 void ButtonPeer::setCurrent(bool isCurrent) { chameleon.set(&ButtonProperties::Value, isCurrent); }
 
-int ButtonPeer::widthOf(const std::wstring& text) const {
+int ButtonPeer::widthOf(const std::u16string& text) const {
   const controls::WindowContext context(hwnd());
   const controls::Selection selected(context.get(), desk().font(shownButton.font));
   RECT extent{};
-  DrawTextW(context.get(), text.c_str(), static_cast<int>(text.size()), &extent,
+  DrawTextW(context.get(), wideText(text), static_cast<int>(text.size()), &extent,
             DT_CALCRECT | DT_SINGLELINE);
   // What the button keeps free around its caption.
   constexpr int anyWidth = 1000;
@@ -141,14 +141,14 @@ int ButtonPeer::widthOf(const std::wstring& text) const {
 }
 
 int ButtonPeer::naturalWidth() const {
-  return widthOf(wideText(shownButton.caption.get(), charset()));
+  return widthOf(shownText(shownButton.caption.get(), charset()));
 }
 
 int ButtonPeer::narrowestWidth() const {
-  const std::wstring caption = wideText(shownButton.caption.get(), charset());
+  const std::u16string caption = shownText(shownButton.caption.get(), charset());
   int widest = 0;
   for (std::size_t start = 0; start < caption.size();) {
-    const std::size_t end = std::min(caption.find(L' ', start), caption.size());
+    const std::size_t end = std::min(caption.find(u' ', start), caption.size());
     widest = std::max(widest, widthOf(caption.substr(start, end - start)));
     start = end + 1;
   }

@@ -15,6 +15,7 @@
 #include "controls/GdiObjects.h"
 #include "desktop/Colours.h"
 #include "desktop/Layout.h"
+#include "text/Wide.h"
 #include "widgets/Control.h"
 #include "widgets/FormWindow.h"
 #include "widgets/MessageQueue.h"
@@ -22,8 +23,10 @@
 namespace zelvreg::desktop {
 
 // A text in the code page of a charset; charset 0 is the system's own page.
-std::wstring wideText(std::string_view text, int charset);
+std::u16string shownText(std::string_view text, int charset);
 std::string utf8Text(std::string_view text, int charset);
+// A text in the system's code page.
+std::string systemText(std::u16string_view text);
 
 class Desk {
  public:

@@ -5,16 +5,17 @@
 #include "desktop/Desk.h"
 #include "desktop/IconPicture.h"
 #include "languages/Charset.h"
+#include "runtime/CodePageText.h"
 
 namespace zelvreg::desktop {
 
-std::wstring wideText(std::string_view text, int charset) {
-  return controls::wideText(text, charset == 0 ? CP_UTF8 : codePageOfCharset(charset));
+std::u16string shownText(std::string_view text, int charset) {
+  return utf16(charset == 0 ? text : textOfCodePage(text, codePageOfCharset(charset)));
 }
 
-std::string utf8Text(std::string_view text, int charset) {
-  return controls::narrowText(wideText(text, charset), CP_UTF8);
-}
+std::string utf8Text(std::string_view text, int charset) { return utf8(shownText(text, charset)); }
+
+std::string systemText(std::u16string_view text) { return utf8(text); }
 
 void Desk::setResolution(int resolution) {
   dpi = resolution;

@@ -34,7 +34,7 @@ void FramePeer::changed(const Control& control, Change what, std::size_t row) {
 }
 
 void FramePeer::showText() {
-  SetWindowTextW(hwnd(), wideText(frame.caption.get(), charset()).c_str());
+  SetWindowTextW(hwnd(), wideText(shownText(frame.caption.get(), charset())));
   repaint();
 }
 
@@ -62,7 +62,7 @@ void FramePeer::paintGround(HDC context) const {
     canvas.draw(controls::Shape{0, 0, width, height, radius, 1, line, line});
   }
   if (options.hasTitle || options.hasCaption) {
-    const std::wstring text = wideText(titleOf ? titleOf() : frame.caption.get(), charset());
+    const std::u16string text = shownText(titleOf ? titleOf() : frame.caption.get(), charset());
     const controls::Selection selected(buffer.dc(),
                                        desk().font(frame.font, options.hasTitle ? 3 : 0, true));
     SetBkMode(buffer.dc(), TRANSPARENT);
@@ -71,7 +71,7 @@ void FramePeer::paintGround(HDC context) const {
     RECT line = place;
     line.top = options.hasTitle ? desk().points(titleFrom) : 0;
     line.bottom = desk().points(options.hasTitle ? titleTo : captionTo);
-    DrawTextW(buffer.dc(), text.c_str(), static_cast<int>(text.size()), &line,
+    DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &line,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   }
   buffer.show(context, 0, 0);

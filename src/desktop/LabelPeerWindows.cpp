@@ -51,17 +51,17 @@ LabelStyle styleOf(LabelLook look) {
 }
 
 // Where the number at the end of a text begins.
-std::size_t numberAtEnd(const std::wstring& text) {
+std::size_t numberAtEnd(const std::u16string& text) {
   std::size_t start = text.size();
-  while (start > 0 && text[start - 1] >= L'0' && text[start - 1] <= L'9') {
+  while (start > 0 && text[start - 1] >= u'0' && text[start - 1] <= u'9') {
     --start;
   }
   return start;
 }
 
-void drawText(HDC context, const std::wstring& text, RECT& place, UINT format, Rgb colour) {
+void drawText(HDC context, const std::u16string& text, RECT& place, UINT format, Rgb colour) {
   SetTextColor(context, controls::colorRef(colour));
-  DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &place, format);
+  DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place, format);
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ LabelPeer::LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook
   showAll();
 }
 
-std::wstring LabelPeer::text() const { return wideText(label.caption.get(), charset()); }
+std::u16string LabelPeer::text() const { return shownText(label.caption.get(), charset()); }
 
 HFONT LabelPeer::fontInUse() const {
   const LabelStyle style = styleOf(look);
@@ -105,9 +105,10 @@ Rgb LabelPeer::textColour() const {
 int LabelPeer::textWidth() const {
   const controls::WindowContext context(hwnd());
   const controls::Selection selected(context.get(), fontInUse());
-  const std::wstring caption = text();
+  const std::u16string caption = text();
   SIZE extent{};
-  GetTextExtentPoint32W(context.get(), caption.c_str(), static_cast<int>(caption.size()), &extent);
+  GetTextExtentPoint32W(context.get(), wideText(caption), static_cast<int>(caption.size()),
+                        &extent);
   return extent.cx;
 }
 
@@ -119,29 +120,29 @@ void LabelPeer::showText() {
 }
 
 // The number stays when there is no room for all of the words.
-void LabelPeer::drawCounter(HDC context, const std::wstring& caption, RECT place) const {
+void LabelPeer::drawCounter(HDC context, const std::u16string& caption, RECT place) const {
   const std::size_t number = numberAtEnd(caption);
-  const std::wstring words = caption.substr(0, number);
-  const std::wstring digits = caption.substr(number);
+  const std::u16string words = caption.substr(0, number);
+  const std::u16string digits = caption.substr(number);
   SIZE ofWords{};
   SIZE ofDigits{};
-  GetTextExtentPoint32W(context, words.c_str(), static_cast<int>(words.size()), &ofWords);
-  GetTextExtentPoint32W(context, digits.c_str(), static_cast<int>(digits.size()), &ofDigits);
+  GetTextExtentPoint32W(context, wideText(words), static_cast<int>(words.size()), &ofWords);
+  GetTextExtentPoint32W(context, wideText(digits), static_cast<int>(digits.size()), &ofDigits);
   const LONG start = std::max<LONG>(0, std::min(ofWords.cx, place.right - ofDigits.cx));
   RECT before{0, place.top, start, place.bottom};
   const UINT format = styleOf(look).format;
   drawText(context, words, before, format, textColour());
   place.left = start;
   drawText(context, digits, place, format,
-           digits == L"0" ? textColour() : desk().colour(Tone::Problem));
+           digits == u"0" ? textColour() : desk().colour(Tone::Problem));
 }
 
 void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
-  const std::wstring caption = text();
+  const std::u16string caption = text();
   if (caption != read) {
     // What screen readers read; it follows here, as nobody reads what changes faster.
     read = caption;
-    SetWindowTextW(hwnd(), caption.c_str());
+    SetWindowTextW(hwnd(), wideText(caption));
   }
   RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
   const controls::PaintBuffer buffer({place.right, place.bottom});
@@ -181,7 +182,7 @@ LRESULT CALLBACK LabelPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
   } else if (message == WM_MOUSEMOVE && peer->onMouseMove) {
     peer->onMouseMove();
   } else if (message == WM_SETCURSOR && peer->onClick) {
-    SetCursor(LoadCursorA(nullptr, IDC_HAND));
+    SetCursor(LoadCursorW(nullptr, IDC_HAND));
     return TRUE;
   }
   return DefSubclassProc(hwnd, message, wParam, lParam);

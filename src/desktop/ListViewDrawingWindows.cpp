@@ -13,15 +13,15 @@ constexpr int iconLength = 16;
 constexpr int textLeftOfIcon = 60;
 
 // A path is cut in its middle, since its end tells most.
-UINT cutOf(const std::wstring& text) {
-  return text.find(L'\\') == std::wstring::npos ? DT_END_ELLIPSIS
-                                                : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
+UINT cutOf(const std::u16string& text) {
+  return text.find(u'\\') == std::u16string::npos ? DT_END_ELLIPSIS
+                                                  : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
 }
 
-void drawText(HDC context, const std::wstring& text, RECT place, UINT alignment, Rgb colour) {
+void drawText(HDC context, const std::u16string& text, RECT place, UINT alignment, Rgb colour) {
   SetBkMode(context, TRANSPARENT);
   SetTextColor(context, controls::colorRef(colour));
-  DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &place,
+  DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place,
             DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | cutOf(text) | alignment);
 }
 
@@ -107,7 +107,7 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   const CellStyle style = list.cellStyle(row, column);
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), wideText(list.text(row, column), textCharset()), cell,
+  drawText(buffer.dc(), shownText(list.text(row, column), textCharset()), cell,
            isRight ? DT_RIGHT : DT_LEFT, cellColour(row, column));
 }
 
@@ -157,7 +157,7 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   canvas.fill({0, height - 1, width, height}, desk().colour(Tone::Line));
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), wideText(list.columnHeaders()[column].text, charset()),
+  drawText(buffer.dc(), shownText(list.columnHeaders()[column].text, charset()),
            {desk().points(cellMargin), 0, width - desk().points(6), height},
            isRight ? DT_RIGHT : DT_LEFT, desk().colour(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);

@@ -1,6 +1,9 @@
 #include "desktop/ListViewPeer.h"
 
+#include <algorithm>
 #include <utility>
+
+#include "controls/Units.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -129,10 +132,10 @@ void ListViewPeer::catchUp() {
   const Stale changes = std::exchange(stale, {});
   if (changes.columns) {
     for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
-      std::wstring text = wideText(list.columnHeaders()[column].text, charset());
+      std::u16string text = shownText(list.columnHeaders()[column].text, charset());
       LVCOLUMNW description{};
       description.mask = LVCF_TEXT;
-      description.pszText = text.data();
+      description.pszText = roomIn(text);
       SendMessageW(hwnd(), LVM_SETCOLUMNW, column, reinterpret_cast<LPARAM>(&description));
     }
   }
@@ -204,11 +207,10 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
 void ListViewPeer::giveItem(LVITEMW& item) const {
   const std::size_t row = static_cast<std::size_t>(item.iItem) + 1;
   if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
-    const std::wstring text =
-        wideText(list.text(row, static_cast<std::size_t>(item.iSubItem)), textCharset());
-    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
-    text.copy(item.pszText, length);
-    item.pszText[length] = L'\0';
+    const std::u16string text =
+        shownText(list.text(row, static_cast<std::size_t>(item.iSubItem)), textCharset());
+    const auto shown = controls::firstUnits(text, static_cast<std::size_t>(item.cchTextMax) - 1);
+    *std::ranges::copy(shown, item.pszText).out = L'\0';
   }
   if ((item.mask & LVIF_STATE) != 0 && options.hasChecks) {
     item.state = INDEXTOSTATEIMAGEMASK(list.isChecked(row) ? checkedImage : uncheckedImage);

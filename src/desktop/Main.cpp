@@ -10,6 +10,7 @@
 #include "runtime/SingleInstance.h"
 #include "shell/CommandModes.h"
 #include "shell/StartUp.h"
+#include "unicode/Unicode.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ void loadFromSystemFolderOnly() {
   using SetDirectories = BOOL(WINAPI*)(DWORD);
   // Windows 7 has it only with an update.
   const auto setDirectories = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
+      GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories")));
   if (setDirectories != nullptr) {
     setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
   }
@@ -28,7 +29,8 @@ void loadFromSystemFolderOnly() {
 
 }  // namespace
 
-int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*before*/, LPSTR commandLine, int /*show*/) {
+int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*before*/, LPWSTR commandLine,
+                    int /*show*/) {
   loadFromSystemFolderOnly();
   const zelvreg::SingleInstance instance;
   if (!instance.isFirst()) {
@@ -38,7 +40,7 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*before*/, LPSTR commandLi
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&classes);
   zelvreg::Form42 form;
-  zelvreg::readCommandLine(form, commandLine);
+  zelvreg::readCommandLine(form, zelvreg::utf8(reinterpret_cast<char16_t*>(commandLine)));
   zelvreg::desktop::MainWindow window(form);
   zelvreg::Form_Load(form);
   window.addLanguages();

@@ -29,15 +29,15 @@ UINT iconOf(MessageIcon icon) {
 // so seldom that it is loaded when it is.
 void showHelp(HWND owner, const std::string& file, int context) {
   constexpr UINT helpContext = 15;
-  using HtmlHelp = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
-  HMODULE library = LoadLibraryExA("hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  using HtmlHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
+  HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (library == nullptr) {
     return;
   }
   const auto call =
-      reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpA")));
+      reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
   if (call != nullptr) {
-    call(owner, file.c_str(), helpContext, static_cast<DWORD_PTR>(context));
+    call(owner, wideText(shownText(file, 0)), helpContext, static_cast<DWORD_PTR>(context));
   }
 }
 
@@ -62,12 +62,12 @@ void MainWindow::connectForm() {
 Answer MainWindow::showMessage(const UserMessage& message) {
   desk.catchUp();
   // English and names of the system, whatever language the form speaks.
-  const std::wstring text = wideText(message.text, 0);
-  const std::wstring title =
-      wideText(message.title.empty() ? form.Label1.caption.get() : message.title, 0);
+  const std::u16string text = shownText(message.text, 0);
+  const std::u16string title =
+      shownText(message.title.empty() ? form.Label1.caption.get() : message.title, 0);
   // Whichever of the program's windows the user works in, also while another program is in front.
   HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
-  const int answer = MessageBoxW(owner, text.c_str(), title.c_str(),
+  const int answer = MessageBoxW(owner, wideText(text), wideText(title),
                                  (message.isQuestion ? MB_YESNO : MB_OK) | iconOf(message.icon));
   if (!message.isQuestion) {
     return Answer::Ok;
@@ -76,27 +76,27 @@ Answer MainWindow::showMessage(const UserMessage& message) {
 }
 
 std::string MainWindow::askForFile(const CommonDialog& dialog) {
-  std::array<wchar_t, 1024> file{};
-  std::wstring filter = wideText(dialog.filter, 0) + L"||";
-  for (wchar_t& character : filter) {
-    character = character == L'|' ? L'\0' : character;
+  std::array<char16_t, 1024> file{};
+  std::u16string filter = shownText(dialog.filter, 0) + u"||";
+  for (char16_t& character : filter) {
+    character = character == u'|' ? u'\0' : character;
   }
   // "*.txt" names the ending "txt".
   const std::size_t dot = dialog.defaultExtension.rfind('.');
-  const std::wstring extension = wideText(
+  const std::u16string extension = shownText(
       dot == std::string::npos ? dialog.defaultExtension : dialog.defaultExtension.substr(dot + 1),
       0);
-  const std::wstring title = wideText(dialog.title, 0);
+  const std::u16string title = shownText(dialog.title, 0);
   OPENFILENAMEW request{};
   request.lStructSize = sizeof request;
   request.hwndOwner = window;
-  request.lpstrFilter = filter.c_str();
-  request.lpstrFile = file.data();
+  request.lpstrFilter = wideText(filter);
+  request.lpstrFile = roomIn(file);
   request.nMaxFile = static_cast<DWORD>(file.size());
-  request.lpstrTitle = title.c_str();
-  request.lpstrDefExt = extension.c_str();
+  request.lpstrTitle = wideText(title);
+  request.lpstrDefExt = wideText(extension);
   request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
-  return GetSaveFileNameW(&request) != FALSE ? controls::narrowText(file.data()) : std::string();
+  return GetSaveFileNameW(&request) != FALSE ? systemText(file.data()) : std::string();
 }
 
 void MainWindow::openMenu(POINT onScreen) {
@@ -106,7 +106,8 @@ void MainWindow::openMenu(POINT onScreen) {
   const std::array<const MenuEntry*, 5> entries{&form.b, &form.c, &form.g, &form.i, &form.e};
   HMENU menu = CreatePopupMenu();
   for (UINT number = 0; number < entries.size(); ++number) {
-    AppendMenuA(menu, MF_STRING, number + 1, entries[number]->caption.c_str());
+    AppendMenuW(menu, MF_STRING, number + 1,
+                wideText(shownText(entries[number]->caption, form.langCode)));
   }
   if (form.menus.drawing != MenuDrawing::System) {
     const bool isForeign = form.menus.drawing == MenuDrawing::InOwnCharset;

@@ -214,8 +214,8 @@ void registerClass(const wchar_t* name, WNDPROC procedure) {
   description.cbSize = sizeof description;
   description.lpfnWndProc = procedure;
   description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-  description.hIcon = LoadIconA(description.hInstance, MAKEINTRESOURCEA(1));
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  description.hIcon = LoadIconW(description.hInstance, MAKEINTRESOURCEW(1));
   description.lpszClassName = name;
   RegisterClassExW(&description);
 }

@@ -93,7 +93,7 @@ LRESULT CALLBACK PicturePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, 
       }
       break;
     case WM_SETCURSOR:
-      SetCursor(LoadCursorA(nullptr, IDC_HAND));
+      SetCursor(LoadCursorW(nullptr, IDC_HAND));
       return TRUE;
     case WM_LBUTTONUP:
       if (peer->onClick) {

@@ -36,8 +36,8 @@ class LabelPeer : public Peer {
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
-  void drawCounter(HDC context, const std::wstring& caption, RECT place) const;
-  [[nodiscard]] std::wstring text() const;
+  void drawCounter(HDC context, const std::u16string& caption, RECT place) const;
+  [[nodiscard]] std::u16string text() const;
   [[nodiscard]] HFONT fontInUse() const;
   [[nodiscard]] bool isMarked() const;
   [[nodiscard]] Rgb groundColour() const;
@@ -46,7 +46,7 @@ class LabelPeer : public Peer {
   Label& label;
   LabelLook look;
   Tone ground;
-  std::wstring read;  // by screen readers
+  std::u16string read;  // by screen readers
 };
 
 class ButtonPeer : public Peer {
@@ -78,7 +78,7 @@ class ButtonPeer : public Peer {
   void showLook() override;
 
  private:
-  [[nodiscard]] int widthOf(const std::wstring& text) const;
+  [[nodiscard]] int widthOf(const std::u16string& text) const;
 
   Button& shownButton;
   ButtonLook look;

@@ -11,10 +11,10 @@ namespace zelvreg::desktop {
 namespace {
 
 std::string typedText(HWND window) {
-  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
+  const int length = GetWindowTextW(window, roomIn(text), static_cast<int>(text.size()));
   text.resize(static_cast<std::size_t>(length));
-  return controls::narrowText(text);
+  return systemText(text);
 }
 
 }  // namespace
@@ -28,7 +28,7 @@ EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
 
 void EditPeer::showText() {
   if (!isTyped) {
-    SetWindowTextW(hwnd(), wideText(box.text(), 0).c_str());
+    SetWindowTextW(hwnd(), wideText(shownText(box.text(), 0)));
   }
 }
 
@@ -120,7 +120,7 @@ void ComboPeer::showRows(Change /*what*/, std::size_t /*row*/) {
   for (auto shown = static_cast<int>(SendMessageW(hwnd(), CB_GETCOUNT, 0, 0)); shown < box.count();
        ++shown) {
     SendMessageW(hwnd(), CB_ADDSTRING, 0,
-                 reinterpret_cast<LPARAM>(wideText(box.entry(shown), 0).c_str()));
+                 reinterpret_cast<LPARAM>(wideText(shownText(box.entry(shown), 0))));
   }
 }
 
@@ -130,7 +130,7 @@ void ComboPeer::showText() {
   }
   SendMessageW(hwnd(), CB_SETCURSEL, static_cast<WPARAM>(box.listIndex()), 0);
   if (box.comboStyle() == ComboStyle::Editable) {
-    SetWindowTextW(hwnd(), wideText(box.text(), 0).c_str());
+    SetWindowTextW(hwnd(), wideText(shownText(box.text(), 0)));
   }
 }
 

@@ -56,7 +56,7 @@ const std::string& CheckPeer::caption() const {
   return box != nullptr ? box->caption.get() : option->caption.get();
 }
 
-void CheckPeer::showText() { SetWindowTextW(hwnd(), wideText(caption(), charset()).c_str()); }
+void CheckPeer::showText() { SetWindowTextW(hwnd(), wideText(shownText(caption(), charset()))); }
 
 void CheckPeer::showValue() {
   SendMessageW(hwnd(), BM_SETCHECK, isOn() ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -93,8 +93,8 @@ void CheckPeer::paint() {
     SetBkMode(buffer.dc(), TRANSPARENT);
     SetTextColor(buffer.dc(), controls::colorRef(
                                   desk().colour(control().enabled ? Tone::Text : Tone::Disabled)));
-    const std::wstring text = wideText(caption(), charset());
-    DrawTextW(buffer.dc(), text.c_str(), static_cast<int>(text.size()), &place,
+    const std::u16string text = shownText(caption(), charset());
+    DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &place,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
     drawFocus(buffer);
   });

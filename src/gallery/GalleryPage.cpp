@@ -6,6 +6,7 @@
 #include "controls/ButtonStyles.h"
 #include "controls/WindowRegion.h"
 #include "gallery/GalleryIcons.h"
+#include "text/Wide.h"
 
 namespace zelvreg::gallery {
 
@@ -121,8 +122,8 @@ void paintText(const PaintBuffer& page, const std::string& text, int left, int t
   const Selection selected(page.dc(), handle.get());
   SetBkMode(page.dc(), TRANSPARENT);
   SetTextColor(page.dc(), colorRef(colour));
-  const std::wstring wide = wideText(text);
-  TextOutW(page.dc(), left, top, wide.data(), static_cast<int>(wide.size()));
+  const std::u16string wide = utf16(text);
+  TextOutW(page.dc(), left, top, wideText(wide), static_cast<int>(wide.size()));
 }
 
 void paintPage(const PaintBuffer& page) {

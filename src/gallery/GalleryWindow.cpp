@@ -28,7 +28,7 @@ GalleryWindow::GalleryWindow() : page(pageSize) {
   description.cbSize = sizeof description;
   description.lpfnWndProc = procedure;
   description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   description.lpszClassName = windowClass;
   RegisterClassExW(&description);
   window = CreateWindowExW(WS_EX_APPWINDOW, windowClass, L"Controls", WS_POPUP | WS_CLIPCHILDREN,
@@ -179,13 +179,13 @@ void GalleryWindow::makeMenu() {
     DestroyIcon(handle);
   }
   menu = CreatePopupMenu();
-  AppendMenuA(menu, MF_STRING, 1, "Select &All\tCtrl+A");
-  AppendMenuA(menu, MF_STRING, 2, "Select &None");
-  AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
-  AppendMenuA(menu, MF_STRING | MF_CHECKED, 3, "&Keep undo information");
-  AppendMenuA(menu, MF_STRING | MF_GRAYED, 4, "&Exclude from future scan");
-  AppendMenuA(menu, MF_STRING | MF_GRAYED, 5, "&Fix selected");
-  AppendMenuA(menu, MF_STRING, 6, "Create &report");
+  AppendMenuW(menu, MF_STRING, 1, L"Select &All\tCtrl+A");
+  AppendMenuW(menu, MF_STRING, 2, L"Select &None");
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_STRING | MF_CHECKED, 3, L"&Keep undo information");
+  AppendMenuW(menu, MF_STRING | MF_GRAYED, 4, L"&Exclude from future scan");
+  AppendMenuW(menu, MF_STRING | MF_GRAYED, 5, L"&Fix selected");
+  AppendMenuW(menu, MF_STRING, 6, L"Create &report");
   menus = std::make_unique<CMWndProc>(window);
   menus->hold(std::make_unique<CoolMenu>(
       MenuPictures{menuPictures, {"Select All", "Exclude from future scan", "Create report"}}));

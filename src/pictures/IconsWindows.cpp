@@ -11,7 +11,7 @@ namespace {
 
 // The bitmaps of one size, in the order of the table; empty when the program has none.
 std::span<const std::uint8_t> strip(int size) {
-  const HRSRC place = FindResourceA(nullptr, MAKEINTRESOURCEA(size), MAKEINTRESOURCEA(10));
+  const HRSRC place = FindResourceW(nullptr, MAKEINTRESOURCEW(size), MAKEINTRESOURCEW(10));
   if (place == nullptr) return {};
   const auto* bytes = static_cast<const std::uint8_t*>(LockResource(LoadResource(nullptr, place)));
   if (bytes == nullptr) return {};

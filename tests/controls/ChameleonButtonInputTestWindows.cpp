@@ -193,7 +193,7 @@ TEST_F(ChameleonButton, DisabledTakesNoInput) {
 TEST_F(ChameleonButton, AHandPointerIsShownOverIt) {
   button->set(&ButtonProperties::HandPointer, true);
   EXPECT_EQ(send(WM_SETCURSOR, reinterpret_cast<WPARAM>(button->hwnd()), HTCLIENT), TRUE);
-  EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_HAND));
+  EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_HAND));
 }
 
 TEST_F(ChameleonButton, TheMousePointerIsShownOverIt) {
@@ -202,13 +202,13 @@ TEST_F(ChameleonButton, TheMousePointerIsShownOverIt) {
     send(WM_SETCURSOR, reinterpret_cast<WPARAM>(button->hwnd()), HTCLIENT);
     return GetCursor();
   };
-  EXPECT_EQ(shown(11), LoadCursorA(nullptr, IDC_WAIT));
-  EXPECT_EQ(shown(2), LoadCursorA(nullptr, IDC_CROSS));
-  EXPECT_EQ(shown(-1), LoadCursorA(nullptr, IDC_ARROW));
-  EXPECT_EQ(shown(99), LoadCursorA(nullptr, IDC_ARROW)) << "there is no icon yet";
+  EXPECT_EQ(shown(11), LoadCursorW(nullptr, IDC_WAIT));
+  EXPECT_EQ(shown(2), LoadCursorW(nullptr, IDC_CROSS));
+  EXPECT_EQ(shown(-1), LoadCursorW(nullptr, IDC_ARROW));
+  EXPECT_EQ(shown(99), LoadCursorW(nullptr, IDC_ARROW)) << "there is no icon yet";
   button->set(&ButtonProperties::MouseIcon, std::make_shared<const Bitmap>(16, 16));
   HCURSOR own = shown(99);
-  EXPECT_NE(own, LoadCursorA(nullptr, IDC_ARROW));
+  EXPECT_NE(own, LoadCursorW(nullptr, IDC_ARROW));
   EXPECT_NE(shown(2), own);
 }
 

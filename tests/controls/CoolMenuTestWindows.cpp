@@ -6,6 +6,7 @@
 
 #include "controls/CMWndProc.h"
 #include "controls/FormFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -13,11 +14,11 @@ namespace {
 class CoolMenuTest : public ::testing::Test {
  protected:
   CoolMenuTest() {
-    AppendMenuA(bar, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(popup), "&File");
-    AppendMenuA(popup, MF_STRING, 1, "&Open\tCtrl+O");
-    AppendMenuA(popup, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(popup, MF_STRING | MF_GRAYED, 3, "&Print");
-    AppendMenuA(popup, MF_STRING, 4, "&Properties");
+    AppendMenuW(bar, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(popup), L"&File");
+    AppendMenuW(popup, MF_STRING, 1, L"&Open\tCtrl+O");
+    AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(popup, MF_STRING | MF_GRAYED, 3, L"&Print");
+    AppendMenuW(popup, MF_STRING, 4, L"&Properties");
     images = ImageList_Create(16, 16, ILC_COLOR32 | ILC_MASK, 1, 1);
     Bitmap red(16, 16);
     for (int index = 0; index < 16 * 16; ++index) {
@@ -36,17 +37,17 @@ class CoolMenuTest : public ::testing::Test {
     ImageList_Destroy(images);
   }
 
-  static MENUITEMINFOA infoOf(HMENU menu, UINT position) {
-    MENUITEMINFOA info{};
+  static MENUITEMINFOW infoOf(HMENU menu, UINT position) {
+    MENUITEMINFOW info{};
     info.cbSize = sizeof info;
     info.fMask = MIIM_FTYPE | MIIM_DATA | MIIM_STATE;
-    GetMenuItemInfoA(menu, position, TRUE, &info);
+    GetMenuItemInfoW(menu, position, TRUE, &info);
     return info;
   }
   static std::string textOf(HMENU menu, UINT position) {
-    std::array<char, 64> text{};
-    GetMenuStringA(menu, position, text.data(), static_cast<int>(text.size()), MF_BYPOSITION);
-    return text.data();
+    std::array<char16_t, 64> text{};
+    GetMenuStringW(menu, position, roomIn(text), static_cast<int>(text.size()), MF_BYPOSITION);
+    return utf8(text.data());
   }
   MEASUREITEMSTRUCT measured(HMENU menu, UINT position) const {
     MEASUREITEMSTRUCT request{};
@@ -122,7 +123,7 @@ TEST_F(CoolMenuTest, AtTheEndOfTheProgramTheMenusAreReleased) {
 }
 
 TEST_F(CoolMenuTest, NewEntriesAreTakenInByInstallingAgain) {
-  AppendMenuA(popup, MF_STRING, 5, "&New");
+  AppendMenuW(popup, MF_STRING, 5, L"&New");
   menus.current()->installPopup(popup);
   EXPECT_EQ(menus.current()->items().Count(), 6U);
   EXPECT_TRUE(infoOf(popup, 4).fType & MFT_OWNERDRAW);
@@ -130,8 +131,8 @@ TEST_F(CoolMenuTest, NewEntriesAreTakenInByInstallingAgain) {
 
 TEST_F(CoolMenuTest, MenusWithinMenusAreTakenIn) {
   HMENU inner = CreatePopupMenu();
-  AppendMenuA(inner, MF_STRING, 6, "&Deep");
-  AppendMenuA(popup, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(inner), "&More");
+  AppendMenuW(inner, MF_STRING, 6, L"&Deep");
+  AppendMenuW(popup, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(inner), L"&More");
   menus.current()->installPopup(popup);
   EXPECT_TRUE(infoOf(inner, 0).fType & MFT_OWNERDRAW);
   EXPECT_EQ(menus.current()->items().Count(), 7U);
@@ -141,7 +142,7 @@ TEST_F(CoolMenuTest, MenusWithinMenusAreTakenIn) {
 
 TEST_F(CoolMenuTest, ARecordHolds127CharactersOfACaption) {
   for (const std::size_t length : {127U, 128U, 300U}) {
-    AppendMenuA(popup, MF_STRING, 7, std::string(length, 'x').c_str());
+    AppendMenuW(popup, MF_STRING, 7, std::wstring(length, L'x').c_str());
     menus.current()->installPopup(popup);
     const CMyItemDatas& items = menus.current()->items();
     EXPECT_EQ(items.Item(items.Count())->sMenuText.size(), 127U) << length;
@@ -266,16 +267,16 @@ TEST_F(CoolMenuTest, ADisabledPictureIsAsLargeAsItsPlace) {
 TEST_F(CoolMenuTest, AnAccessKeyRunsItsEntryOrChoosesTheFirstOfSeveral) {
   EXPECT_EQ(answer(L'o'), MAKELRESULT(0, MNC_EXECUTE));
   EXPECT_EQ(answer(L'P'), MAKELRESULT(2, MNC_SELECT));
-  EXPECT_EQ(menus.current()->findKey(popup, L'z'), std::nullopt);
+  EXPECT_EQ(menus.current()->findKey(popup, u'z'), std::nullopt);
 }
 
 TEST_F(CoolMenuTest, PressingAnAccessKeyOnReachesEachOfItsEntries) {
   const auto choose = [this](UINT position, UINT state) {
-    MENUITEMINFOA info{};
+    MENUITEMINFOW info{};
     info.cbSize = sizeof info;
     info.fMask = MIIM_STATE;
     info.fState = state;
-    SetMenuItemInfoA(popup, position, TRUE, &info);
+    SetMenuItemInfoW(popup, position, TRUE, &info);
   };
   choose(2, MFS_HILITE);
   EXPECT_EQ(answer(L'p'), MAKELRESULT(3, MNC_SELECT));
@@ -284,19 +285,40 @@ TEST_F(CoolMenuTest, PressingAnAccessKeyOnReachesEachOfItsEntries) {
   EXPECT_EQ(answer(L'p'), MAKELRESULT(2, MNC_SELECT));
 }
 
-TEST_F(CoolMenuTest, AnAccessKeyMayStandOutsideTheLatinAlphabetsFirstHalf) {
+TEST_F(CoolMenuTest, AnAccessKeyIsALetterOfAnyScript) {
   AppendMenuW(popup, MF_STRING, 5, L"&\u00C4ndern");
+  AppendMenuW(popup, MF_STRING, 6, L"\u015Bled\u017A");
+  AppendMenuW(popup, MF_STRING, 7, L"\u0438 &\u0416\u0443\u043A");
+  AppendMenuW(popup, MF_STRING, 8, L"\u8868\u793A(&\u30BD)");
   menus.current()->installPopup(popup);
   EXPECT_EQ(answer(L'\u00E4'), MAKELRESULT(4, MNC_EXECUTE));
-  EXPECT_EQ(menus.current()->findKey(popup, L'\u0436'), std::nullopt);
+  EXPECT_EQ(answer(L'\u015A'), MAKELRESULT(5, MNC_EXECUTE)) << "the first one, in the other case";
+  EXPECT_EQ(answer(L'\u0436'), MAKELRESULT(6, MNC_EXECUTE));
+  EXPECT_EQ(answer(L'\u30BD'), MAKELRESULT(7, MNC_EXECUTE));
+  EXPECT_EQ(menus.current()->findKey(popup, u'\u0437'), std::nullopt);
 }
 
-TEST_F(CoolMenuTest, AnAccessKeyIsLookedForInTheLanguageOfTheCaptions) {
-  // A Polish word in its own code page.
-  AppendMenuA(popup, MF_STRING, 5, "\x8Cled\x9F");
-  menus.hold(std::make_unique<CoolMenu>(MenuPictures{}, 96, BYTE{EASTEUROPE_CHARSET}));
+TEST_F(CoolMenuTest, ARecordKeepsACaptionOfAnyScript) {
+  const std::u16string caption = u"\u8868\u793A\t\u0416";
+  AppendMenuW(popup, MF_STRING, 5, wideText(caption));
   menus.current()->installPopup(popup);
-  EXPECT_EQ(answer(L'\u015B'), MAKELRESULT(4, MNC_EXECUTE));
+  const CMyItemDatas& items = menus.current()->items();
+  EXPECT_EQ(items.Item(items.Count())->sMenuText, utf8(caption));
+  menus.current()->uninstall();
+  EXPECT_EQ(textOf(popup, 4), utf8(caption));
+}
+
+TEST_F(CoolMenuTest, ACaptionIsMeasuredByItsCharacters) {
+  const auto widthOf = [this](const wchar_t* caption) {
+    AppendMenuW(popup, MF_STRING, 5, caption);
+    menus.current()->installPopup(popup);
+    return static_cast<int>(
+        measured(popup, static_cast<UINT>(GetMenuItemCount(popup)) - 1).itemWidth);
+  };
+  // The same letter in three alphabets, which fonts draw alike.
+  const int latin = widthOf(L"HHHHHHHHHH");
+  EXPECT_NEAR(widthOf(L"\u041D\u041D\u041D\u041D\u041D\u041D\u041D\u041D\u041D\u041D"), latin, 10);
+  EXPECT_NEAR(widthOf(L"\u0397\u0397\u0397\u0397\u0397\u0397\u0397\u0397\u0397\u0397"), latin, 10);
 }
 
 TEST_F(CoolMenuTest, DrawingLeavesNoObjectBehind) {

@@ -55,15 +55,17 @@ TEST(MenuCaption, IsPlainWithoutItsMarks) {
 }
 
 TEST(MenuCaption, TheAccessKeyIsMarked) {
-  EXPECT_EQ(accessKey("Select &All"), 'A');
-  EXPECT_EQ(accessKey("Cut && &Paste"), 'P');
+  EXPECT_EQ(accessKey("Select &All"), U'A');
+  EXPECT_EQ(accessKey("Cut && &Paste"), U'P');
+  EXPECT_EQ(accessKey("\xE8\xA1\xA8\xE7\xA4\xBA(&\xE3\x82\xBD)"), U'\u30BD');
 }
 
 TEST(MenuCaption, WithoutAMarkTheFirstCharacterIsTheAccessKey) {
-  EXPECT_EQ(accessKey("R && D"), 'R');
-  EXPECT_EQ(accessKey("Select"), 'S');
-  EXPECT_EQ(accessKey("x\t&y"), 'x');
-  EXPECT_EQ(accessKey(""), '\0');
+  EXPECT_EQ(accessKey("R && D"), U'R');
+  EXPECT_EQ(accessKey("Select"), U'S');
+  EXPECT_EQ(accessKey("x\t&y"), U'x');
+  EXPECT_EQ(accessKey("\xD0\x96\xD1\x83\xD0\xBA"), U'\u0416');
+  EXPECT_EQ(accessKey(""), U'\0');
 }
 
 TEST(MenuCaption, EntriesAreFoundByTheirKey) {
@@ -72,11 +74,13 @@ TEST(MenuCaption, EntriesAreFoundByTheirKey) {
   datas.Add(entry("Close"));
   datas.Add(entry("Show &objects"));
   datas.Add(entry(""));
-  EXPECT_EQ(entriesWithKey(datas.NewEnum(), "oO"), (std::vector<int>{0, 2}));
-  EXPECT_EQ(entriesWithKey(datas.NewEnum(), "cC"), (std::vector<int>{1}));
-  EXPECT_TRUE(entriesWithKey(datas.NewEnum(), "xX").empty());
-  EXPECT_TRUE(entriesWithKey(datas.NewEnum(), std::string_view("\0", 1)).empty());
-  EXPECT_TRUE(entriesWithKey({nullptr}, "xX").empty());
+  datas.Add(entry("&\xD0\x96\xD1\x83\xD0\xBA"));
+  EXPECT_EQ(entriesWithKey(datas.NewEnum(), U"oO"), (std::vector<int>{0, 2}));
+  EXPECT_EQ(entriesWithKey(datas.NewEnum(), U"cC"), (std::vector<int>{1}));
+  EXPECT_EQ(entriesWithKey(datas.NewEnum(), U"\u0436\u0416"), (std::vector<int>{4}));
+  EXPECT_TRUE(entriesWithKey(datas.NewEnum(), U"xX").empty());
+  EXPECT_TRUE(entriesWithKey(datas.NewEnum(), std::u32string_view(U"\0", 1)).empty());
+  EXPECT_TRUE(entriesWithKey({nullptr}, U"xX").empty());
 }
 
 TEST(EntrySize, HoldsPictureTextAndKeys) {

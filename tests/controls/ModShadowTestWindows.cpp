@@ -25,7 +25,7 @@ class ModShadow : public ::testing::Test {
 
 TEST_F(ModShadow, IsAWindowOfItsOwnClassThatTheTargetKnows) {
   ASSERT_NE(shadow(), nullptr);
-  EXPECT_EQ(GetPropA(form.hwnd(), "TrickShadow"), static_cast<HANDLE>(shadow()));
+  EXPECT_EQ(GetPropW(form.hwnd(), L"TrickShadow"), static_cast<HANDLE>(shadow()));
   std::array<wchar_t, 32> name{};
   GetClassNameW(shadow(), name.data(), static_cast<int>(name.size()));
   EXPECT_STREQ(name.data(), L"TrickShadow");
@@ -39,7 +39,7 @@ TEST_F(ModShadow, ItsProcedureIsTheSystemsOwn) {
   description.cbSize = sizeof description;
   ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), L"TrickShadow", &description));
   EXPECT_EQ(reinterpret_cast<void*>(description.lpfnWndProc),
-            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32"), "DefWindowProcW")));
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "DefWindowProcW")));
   EXPECT_EQ(description.cbWndExtra, 16);
 }
 

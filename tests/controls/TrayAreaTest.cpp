@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstring>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -19,9 +19,6 @@ class RecordingHost : public TrayHost {
   std::uint32_t icon(const Picture& picture) override {
     return static_cast<std::uint32_t>(picture->width);
   }
-  std::string narrow(const std::string& utf8) override {
-    return utf8 == "\xC3\xBC" ? "\xFC" : utf8;
-  }
   double randomFraction() override { return fraction; }
 
   double fraction = 0.5;
@@ -32,13 +29,14 @@ class TrayAreaTest : public ::testing::Test {
  protected:
   static Picture picture(int size) { return std::make_shared<const Bitmap>(size, size); }
   const TrayRecord& lastRecord() const { return host.calls.back().second; }
+  std::u16string lastTip() const { return lastRecord().tip.data(); }
 
   RecordingHost host;
   TrayArea area{host, true};
 };
 
 TEST(TrayRecord, HasTheLayoutOfThe32BitSystem) {
-  EXPECT_EQ(sizeof(TrayRecord), 88U);
+  EXPECT_EQ(sizeof(TrayRecord), 152U);
   EXPECT_EQ(offsetof(TrayRecord, window), 4U);
   EXPECT_EQ(offsetof(TrayRecord, id), 8U);
   EXPECT_EQ(offsetof(TrayRecord, flags), 12U);
@@ -53,13 +51,13 @@ TEST_F(TrayAreaTest, ShowingItAddsOneRecord) {
   area.setVisible(true);
   ASSERT_EQ(host.calls.size(), 1U);
   EXPECT_EQ(host.calls[0].first, TrayCall::Add);
-  EXPECT_EQ(lastRecord().size, 88U);
+  EXPECT_EQ(lastRecord().size, 152U);
   EXPECT_EQ(lastRecord().window, 4711U);
   EXPECT_EQ(lastRecord().id, 32768U);
   EXPECT_EQ(lastRecord().flags, 7U);
   EXPECT_EQ(lastRecord().callbackMessage, 512U);
   EXPECT_EQ(lastRecord().icon, 16U);
-  EXPECT_STREQ(lastRecord().tip.data(), "Fix Registry Problems");
+  EXPECT_EQ(lastTip(), u"Fix Registry Problems");
 }
 
 TEST_F(TrayAreaTest, FlagsSayOnlyWhatIsSet) {
@@ -114,20 +112,27 @@ TEST_F(TrayAreaTest, ANewTipReplacesTheOneThatStands) {
   area.setToolTip("Scanning");
   EXPECT_EQ(host.calls.back().first, TrayCall::Modify);
   EXPECT_EQ(lastRecord().flags, 4U);
-  EXPECT_STREQ(lastRecord().tip.data(), "Scanning");
+  EXPECT_EQ(lastTip(), u"Scanning");
 }
 
-TEST_F(TrayAreaTest, TheTipOfTheRecordIsInTheSystemsCodePage) {
-  area.setToolTip("\xC3\xBC");
+TEST_F(TrayAreaTest, TheTipIsTextOfAnyScript) {
+  const std::string tip = "\xC3\xBC \xD0\x96 \xE8\xA1\xA8";
+  area.setToolTip(tip);
   area.setVisible(true);
-  EXPECT_STREQ(lastRecord().tip.data(), "\xFC");
-  EXPECT_EQ(area.toolTip(), "\xC3\xBC");
+  EXPECT_EQ(lastTip(), u"\u00FC \u0416 \u8868");
+  EXPECT_EQ(area.toolTip(), tip);
 }
 
 TEST_F(TrayAreaTest, ALongTipIsCutBeforeItsNul) {
   area.setToolTip(std::string(100, 'x'));
   area.setVisible(true);
-  EXPECT_EQ(std::strlen(lastRecord().tip.data()), 63U);
+  EXPECT_EQ(lastTip(), std::u16string(63, u'x'));
+}
+
+TEST_F(TrayAreaTest, ALongTipIsNotCutInTheMiddleOfACharacter) {
+  area.setToolTip(std::string(62, 'x') + "\xF0\x9F\x98\x80 and more");
+  area.setVisible(true);
+  EXPECT_EQ(lastTip(), std::u16string(62, u'x'));
 }
 
 TEST_F(TrayAreaTest, EachSetterMarksItsMember) {

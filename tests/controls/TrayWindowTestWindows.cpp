@@ -3,10 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <vector>
-
-#include "controls/PaintBuffer.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -25,14 +22,6 @@ TEST(TrayWindow, NotificationsOfTheSystemAreEventsOfTheControl) {
                                             {TrayEvent::MouseDown, 2},
                                             {TrayEvent::MouseUp, 2},
                                             {TrayEvent::DoubleClick, 0}}));
-}
-
-TEST(NarrowText, IsInTheSystemsCodePage) {
-  const std::string narrow = narrowText(L"Fix \u00FC");
-  std::array<wchar_t, 8> wide{};
-  MultiByteToWideChar(CP_ACP, 0, narrow.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
-  EXPECT_STREQ(wide.data(), L"Fix \u00FC");
-  EXPECT_EQ(narrowText(L""), "");
 }
 
 TEST(TrayWindow, AtDesignTimeNoIconIsShown) {

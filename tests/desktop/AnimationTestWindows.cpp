@@ -12,6 +12,7 @@
 #include "desktop/GifFile.h"
 #include "runtime/Environment.h"
 #include "runtime/FileText.h"
+#include "text/Wide.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -27,7 +28,7 @@ class AnimationTest : public ::testing::Test {
  protected:
   AnimationTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
   ~AnimationTest() override {
-    DeleteFileA(path);
+    DeleteFileW(Wide(path).get());
     CoUninitialize();
   }
 

@@ -13,7 +13,12 @@
 #include <string>
 #include <vector>
 
+#include "text/Wide.h"
+
 namespace {
+
+using zelvreg::roomIn;
+using zelvreg::utf8;
 
 using Json = nlohmann::ordered_json;
 
@@ -23,14 +28,6 @@ constexpr std::size_t longestText = 2048;
 // Of a long list, as many rows as a user would read.
 constexpr int mostRows = 200;
 
-std::string utf8(const wchar_t* text) {
-  const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-  std::string result(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), size, nullptr, nullptr);
-  result.pop_back();
-  return result;
-}
-
 DWORD_PTR ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
   DWORD_PTR answer = 0;
   SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, patience, &answer);
@@ -38,14 +35,14 @@ DWORD_PTR ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
 }
 
 std::string textOf(HWND window) {
-  std::array<wchar_t, longestText> text{};
+  std::array<char16_t, longestText> text{};
   ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
   return utf8(text.data());
 }
 
 std::string classOf(HWND window) {
-  std::array<wchar_t, 256> name{};
-  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+  std::array<char16_t, 256> name{};
+  GetClassNameW(window, roomIn(name), static_cast<int>(name.size()));
   return utf8(name.data());
 }
 
@@ -75,10 +72,10 @@ class Letter {
       LVCOLUMNW column;
       RECT place;
     };
-    std::array<wchar_t, longestText> text;
+    std::array<char16_t, longestText> text;
   };
 
-  [[nodiscard]] wchar_t* text() const { return static_cast<Content*>(memory)->text.data(); }
+  [[nodiscard]] LPWSTR text() const { return roomIn(static_cast<Content*>(memory)->text); }
 
   // The answer, if any, is in the content afterwards.
   void send(HWND window, UINT message, WPARAM wParam, Content& content) const {

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr const char* title = "Zelvane Tuner";
-constexpr const char* blockName = "MyFileMappingObject";
+constexpr const wchar_t* title = L"Zelvane Tuner";
+constexpr const wchar_t* blockName = L"MyFileMappingObject";
 constexpr UINT textIsStored = WM_USER + 1;
 
 std::ofstream& told() {
@@ -18,7 +18,7 @@ std::ofstream& told() {
 
 std::string storedText(std::size_t length) {
   std::string text;
-  const HANDLE mapping = OpenFileMappingA(FILE_MAP_READ, FALSE, blockName);
+  const HANDLE mapping = OpenFileMappingW(FILE_MAP_READ, FALSE, blockName);
   const void* view =
       mapping == nullptr ? nullptr : MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, length);
   if (view != nullptr) {
@@ -40,7 +40,7 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     PostQuitMessage(0);
     return 0;
   }
-  return DefWindowProcA(window, message, wParam, lParam);
+  return DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace
@@ -50,21 +50,21 @@ int main(int count, char** arguments) {
     return 2;
   }
   told().open(arguments[1], std::ios::app);
-  WNDCLASSA description{};
+  WNDCLASSW description{};
   description.lpfnWndProc = procedure;
-  description.hInstance = GetModuleHandleA(nullptr);
+  description.hInstance = GetModuleHandleW(nullptr);
   description.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
-  description.lpszClassName = "SuiteStandIn";
-  RegisterClassA(&description);
+  description.lpszClassName = L"SuiteStandIn";
+  RegisterClassW(&description);
   const HWND window =
-      CreateWindowExA(0, description.lpszClassName, title, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20,
+      CreateWindowExW(0, description.lpszClassName, title, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20, 20,
                       320, 120, nullptr, nullptr, description.hInstance, nullptr);
   if (window == nullptr || !told()) {
     return 1;
   }
   MSG message{};
-  while (GetMessageA(&message, nullptr, 0, 0) > 0) {
-    DispatchMessageA(&message);
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    DispatchMessageW(&message);
   }
   return 0;
 }

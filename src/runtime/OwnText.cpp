@@ -1,0 +1,32 @@
+#include "runtime/OwnText.h"
+
+#include "runtime/CodePageText.h"
+#include "unicode/Unicode.h"
+
+namespace zelvreg {
+namespace {
+
+std::string markedUtf8(std::string_view text) { return std::string(utf8Mark).append(text); }
+
+}  // namespace
+
+std::string ownBytes(std::string_view text) {
+  const auto bytes = exactCodePageBytes(text);
+  // Bytes that look like the mark would be read as UTF-8.
+  return bytes && !bytes->starts_with(utf8Mark) ? *bytes : markedUtf8(text);
+}
+
+std::string ownText(std::string_view bytes) {
+  // By way of UTF-16, so that what is no UTF-8 becomes text as well.
+  return bytes.starts_with(utf8Mark) ? utf8(utf16(bytes.substr(utf8Mark.size())))
+                                     : textOfCodePage(bytes);
+}
+
+std::string appendedOwnBytes(std::string_view bytes, std::string_view text) {
+  const std::string whole = ownText(bytes).append(text);
+  std::string appended(bytes);
+  appended += bytes.starts_with(utf8Mark) ? std::string(text) : codePageBytes(text);
+  return ownText(appended) == whole ? appended : ownBytes(whole);
+}
+
+}  // namespace zelvreg

@@ -1,0 +1,33 @@
+#include "controls/Units.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace zelvreg::controls {
+namespace {
+
+TEST(FirstUnits, AreAsManyAsFit) {
+  EXPECT_EQ(firstUnits(u"abc", 5), u"abc");
+  EXPECT_EQ(firstUnits(u"abc", 3), u"abc");
+  EXPECT_EQ(firstUnits(u"abc", 2), u"ab");
+  EXPECT_EQ(firstUnits(u"abc", 0), u"");
+  EXPECT_EQ(firstUnits(u"", 0), u"");
+}
+
+TEST(FirstUnits, KeepThePairsOfSurrogatesTogether) {
+  const std::u16string text = u"a\U0001F600b";
+  EXPECT_EQ(firstUnits(text, 2), u"a");
+  EXPECT_EQ(firstUnits(text, 3), u"a\U0001F600");
+  EXPECT_EQ(firstUnits(text.substr(1), 1), u"");
+}
+
+TEST(FirstUnits, CutBesideALoneSurrogate) {
+  const std::u16string lone{u'a', char16_t{0xD800}, u'b', char16_t{0xDC00}, u'c'};
+  for (const std::size_t units : {1U, 2U, 3U, 4U}) {
+    EXPECT_EQ(firstUnits(lone, units), lone.substr(0, units)) << units;
+  }
+}
+
+}  // namespace
+}  // namespace zelvreg::controls

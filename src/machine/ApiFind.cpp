@@ -4,14 +4,15 @@
 
 #include "machine/ApiSupport.h"
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
 #include "machine/Drives.h"
 #include "machine/Machine.h"
 #include "machine/NamePattern.h"
 #include "machine/OpenFiles.h"
+#include "unicode/Unicode.h"
 
 namespace {
 
+using namespace zelvreg;
 using namespace zelvreg::machine;
 
 HANDLE failedSearch(LONG code) {
@@ -63,9 +64,9 @@ OpenSearch search(const Machine& machine, const Place& folder, std::u16string_vi
     place.isFolder = listed.kind == NameKind::Folder;
     place.file = folder.file + "/" + listed.name;
     place.path = start + listed.name;
-    if (listed.kind == NameKind::Link) place = drives.findTrue(utf16FromUtf8(place.path));
+    if (listed.kind == NameKind::Link) place = drives.findTrue(utf16(place.path));
     if (listed.kind == NameKind::Other || !place.exists()) continue;
-    result.found.push_back(describe(machine, place, utf16FromUtf8(listed.name)));
+    result.found.push_back(describe(machine, place, utf16(listed.name)));
   }
   return result;
 }

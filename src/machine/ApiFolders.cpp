@@ -8,16 +8,17 @@
 #include <string>
 
 #include "machine/ApiSupport.h"
-#include "machine/CodePage.h"
 #include "machine/DiskAttributes.h"
 #include "machine/FileAccess.h"
 #include "machine/FileDescriptor.h"
 #include "machine/FileTraits.h"
 #include "machine/Machine.h"
 #include "machine/PlainFile.h"
+#include "unicode/Unicode.h"
 
 namespace {
 
+using namespace zelvreg;
 using namespace zelvreg::machine;
 
 constexpr LONG notSameDevice = 17;
@@ -27,7 +28,7 @@ void respell(Place& to, const Place& from, std::u16string_view text) {
   if (to.file != from.file) return;
   PathName name = parsePath(text, PathName());
   if (name.names.empty()) return;
-  const std::string spelled = utf8FromUtf16(name.names.back());
+  const std::string spelled = utf8(name.names.back());
   to.file = to.folder + "/" + spelled;
   to.path = parentPath(to.path);
   to.path += (to.path.ends_with('\\') ? "" : "\\") + spelled;

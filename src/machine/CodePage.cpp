@@ -8,13 +8,14 @@
 #include <type_traits>
 
 #include "machine/Machine.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
 namespace {
 
 constexpr unsigned utf8Page = 65001;
-constexpr char16_t replacement = 0xFFFD;
+constexpr char16_t replacement = replacementCharacter;
 constexpr char16_t noCharacter = 0xFFFF;
 
 struct ByteRange {
@@ -88,46 +89,32 @@ std::size_t countPlain(std::basic_string_view<Unit> text) {
   return plain;
 }
 
-void appendUtf8(std::string& text, char32_t character) {
-  const auto continuation = [&](unsigned shift) {
-    text += static_cast<char>(0x80 | ((character >> shift) & 0x3F));
-  };
-  if (character < 0x80) {
-    text += static_cast<char>(character);
-  } else if (character < 0x800) {
-    text += static_cast<char>(0xC0 | (character >> 6));
-    continuation(0);
-  } else if (character < 0x10000) {
-    text += static_cast<char>(0xE0 | (character >> 12));
-    continuation(6);
-    continuation(0);
-  } else {
-    text += static_cast<char>(0xF0 | (character >> 18));
-    continuation(12);
-    continuation(6);
-    continuation(0);
+bool isSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+
+// Other programs know no halves of characters, so what is converted for them has none either.
+std::u16string decodePlainUtf8(std::string_view text) {
+  if (isPlainUtf8(text)) return utf16(text);
+  std::u16string wide;
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    const bool isCharacter = next.isWhole && !isSurrogate(next.code);
+    const std::size_t size = isCharacter ? next.size : 1;
+    wide += isCharacter ? utf16(text.substr(0, size)) : std::u16string(1, replacement);
+    text.remove_prefix(size);
   }
+  return wide;
 }
 
-// The length of the well-formed UTF-8 sequence at the head of `text`, its character in
-// `character`; 0 if there is none. Overlong forms and surrogates are not well formed.
-std::size_t leadingCharacter(std::string_view text, char32_t& character) {
-  const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  const unsigned first = byteAt(0);
-  const std::size_t length = first < 0x80 ? 1 : first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (length == 1) {
-    character = first;
-    return 1;
+std::string encodePlainUtf8(std::u16string_view text) {
+  std::string narrow = utf8(text);
+  if (isPlainUtf8(narrow)) return narrow;
+  std::string plain;
+  for (std::string_view rest = narrow; !rest.empty();) {
+    const Utf8Character next = firstCharacter(rest);
+    appendCharacter(plain, isSurrogate(next.code) ? replacement : next.code);
+    rest.remove_prefix(next.size);
   }
-  if (first < 0xC2 || first > 0xF4 || text.size() < length) return 0;
-  character = first & (0x7FU >> length);
-  for (std::size_t at = 1; at < length; ++at) {
-    if ((byteAt(at) & 0xC0) != 0x80) return 0;
-    character = character << 6 | (byteAt(at) & 0x3FU);
-  }
-  const bool overlong = character < (length == 2 ? 0x80U : length == 3 ? 0x800U : 0x10000U);
-  const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
-  return overlong || surrogate || character > 0x10FFFF ? 0 : length;
+  return plain;
 }
 
 }  // namespace
@@ -165,7 +152,7 @@ CodePage::CodePage(unsigned number) : pageNumber(number) {
 }
 
 std::u16string CodePage::decode(std::string_view text) const {
-  if (pageNumber == utf8Page) return utf16FromUtf8(text);
+  if (pageNumber == utf8Page) return decodePlainUtf8(text);
   std::u16string wide(text.size(), u'\0');
   // Plain characters are the same in every page.
   std::size_t length = countPlain(text);
@@ -186,7 +173,7 @@ std::u16string CodePage::decode(std::string_view text) const {
 }
 
 std::string CodePage::encode(std::u16string_view text) const {
-  if (pageNumber == utf8Page) return utf8FromUtf16(text);
+  if (pageNumber == utf8Page) return encodePlainUtf8(text);
   const std::size_t plain = countPlain(text);
   std::string narrow(plain, '\0');
   std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain), narrow.begin(),
@@ -204,42 +191,6 @@ const CodePage& sharedCodePage(unsigned number) {
   static std::map<unsigned, CodePage> pages;
   const std::lock_guard<std::mutex> locked(guard);
   return pages.try_emplace(number, number).first->second;
-}
-
-std::u16string utf16FromUtf8(std::string_view text) {
-  std::u16string wide;
-  wide.reserve(text.size());
-  while (!text.empty()) {
-    char32_t character = 0;
-    const std::size_t length = leadingCharacter(text, character);
-    text.remove_prefix(length == 0 ? 1 : length);
-    if (length == 0) {
-      wide += replacement;
-    } else if (character < 0x10000) {
-      wide += static_cast<char16_t>(character);
-    } else {
-      wide += static_cast<char16_t>(0xD7C0 + (character >> 10));
-      wide += static_cast<char16_t>(0xDC00 + (character & 0x3FF));
-    }
-  }
-  return wide;
-}
-
-std::string utf8FromUtf16(std::u16string_view text) {
-  std::string narrow;
-  narrow.reserve(text.size());
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const char32_t unit = text[at];
-    const bool isHigh = unit >= 0xD800 && unit <= 0xDBFF;
-    const char32_t next = isHigh && at + 1 < text.size() ? text[at + 1] : 0;
-    if (next >= 0xDC00 && next <= 0xDFFF) {
-      appendUtf8(narrow, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
-      ++at;
-    } else {
-      appendUtf8(narrow, unit >= 0xD800 && unit <= 0xDFFF ? replacement : unit);
-    }
-  }
-  return narrow;
 }
 
 }  // namespace zelvreg::machine

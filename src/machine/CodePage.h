@@ -1,4 +1,4 @@
-// A Windows code page: narrow text to UTF-16 and back, as the narrow calls do it.
+// A Windows code page: narrow text to UTF-16 and back.
 #ifndef ZELVREG_MACHINE_CODE_PAGE_H
 #define ZELVREG_MACHINE_CODE_PAGE_H
 
@@ -18,9 +18,11 @@ class CodePage {
 
   [[nodiscard]] unsigned number() const { return pageNumber; }
 
-  // A byte without a meaning becomes the control character of its number.
+  // A byte without a meaning becomes the control character of its number; in UTF-8, where halves of
+  // characters have none, the replacement character.
   [[nodiscard]] std::u16string decode(std::string_view text) const;
-  // A character that the code page does not have becomes "?".
+  // A character that the code page does not have becomes "?", half of one in UTF-8 the replacement
+  // character.
   [[nodiscard]] std::string encode(std::u16string_view text) const;
 
  private:
@@ -32,10 +34,6 @@ class CodePage {
 
 // The page of this number, made once and kept; throws MachineError as the constructor does.
 const CodePage& sharedCodePage(unsigned number);
-
-// UTF-8 and UTF-16; what is not well formed becomes U+FFFD.
-std::u16string utf16FromUtf8(std::string_view text);
-std::string utf8FromUtf16(std::u16string_view text);
 
 }  // namespace zelvreg::machine
 

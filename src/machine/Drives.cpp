@@ -9,6 +9,8 @@
 
 #include "machine/CaseFold.h"
 #include "machine/CodePage.h"
+#include "machine/HostName.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
@@ -75,12 +77,13 @@ class Walk {
   }
 
   LONG missing(const Step& step) {
-    if (!listings.isReadable(file)) return ERROR_ACCESS_DENIED;
-    file += "/" + utf8FromUtf16(step.name);
+    if (!listings.isSurelyMissing(file, step.name)) return ERROR_ACCESS_DENIED;
+    file += "/" + utf8(step.name);
     return pending.empty() ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
   }
 
-  // Puts the names of a link's target in front of those that are left. False if it begins outside.
+  // Puts the names of a link's target in front of those that are left. False if it begins outside
+  // or cannot be told.
   bool follow(std::string_view target) {
     if (target.starts_with('/')) {
       const bool inside = target == root || target.starts_with(root + "/");
@@ -93,8 +96,9 @@ class Walk {
       const std::string_view name = target.substr(0, target.find('/'));
       target.remove_prefix(std::min(target.size(), name.size() + 1));
       if (name.empty() || name == ".") continue;
-      const std::u16string wide = utf16FromUtf8(name);
-      steps.push_back({wide, upperCase(wide)});
+      const std::optional<std::u16string> wide = windowsName(name);
+      if (!wide) return false;
+      steps.push_back({*wide, upperCase(*wide)});
     }
     isFolder = true;
     addStepsInFront(steps);
@@ -221,7 +225,7 @@ std::string Drives::truePath(std::u16string_view text) const {
   const PathName path = parseFullPath(text);
   if (path.error != ERROR_SUCCESS || path.drive == '\0') return {};
   std::string result = std::string(1, path.drive) + ":";
-  for (const std::u16string& name : path.names) result += "\\" + utf8FromUtf16(name);
+  for (const std::u16string& name : path.names) result += "\\" + utf8(name);
   return path.names.empty() ? result + "\\" : result;
 }
 

@@ -1,7 +1,7 @@
 #include "machine/FileRecords.h"
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
@@ -10,7 +10,7 @@ namespace {
 // Read-only, hidden, system, archive, temporary, offline and not indexed.
 constexpr DWORD settableAttributes = 0x3127;
 
-std::u16string keyOf(std::string_view path) { return upperCase(utf16FromUtf8(path)); }
+std::u16string keyOf(std::string_view path) { return upperCase(utf16(path)); }
 
 DWORD defaultAttributes(bool isFolder) { return isFolder ? 0 : FILE_ATTRIBUTE_ARCHIVE; }
 
@@ -72,8 +72,8 @@ bool FileRecords::moveRecords(Records<Value>& records, std::string_view from, st
     const bool belongs =
         key.starts_with(start) && (key.size() == start.size() || key[start.size()] == u'\\');
     if (!belongs) return false;
-    const std::u16string below = utf16FromUtf8(record.second.path).substr(start.size());
-    const std::string path = std::string(to) + utf8FromUtf16(below);
+    const std::u16string below = utf16(record.second.path).substr(start.size());
+    const std::string path = std::string(to) + utf8(below);
     moved.insert_or_assign(keyOf(path), Named<Value>{path, record.second.value});
     return true;
   });

@@ -7,9 +7,11 @@
 #include <cerrno>
 #include <memory>
 #include <tuple>
+#include <utility>
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
+#include "machine/HostName.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
@@ -39,23 +41,35 @@ NameKind kindOf(int folder, const dirent& entry) {
   return S_ISLNK(status.st_mode) ? NameKind::Link : NameKind::Other;
 }
 
-bool readNames(const std::string& folder, std::vector<ListedName>& names) {
+struct ReadNames {
+  std::vector<ListedName> names;
+  bool isComplete = false;
+  bool hasForeignNames = false;
+};
+
+ReadNames readNames(const std::string& folder) {
+  ReadNames read;
   const auto closeFolder = [](DIR* open) { closedir(open); };
   const std::unique_ptr<DIR, decltype(closeFolder)> open(opendir(nameOf(folder)), closeFolder);
-  if (open == nullptr) return false;
+  if (open == nullptr) return read;
   errno = 0;
   while (const dirent* entry = readdir(open.get())) {
     const std::string_view name = entry->d_name;
     if (name == "." || name == "..") continue;
-    names.push_back(
-        {upperCase(utf16FromUtf8(name)), std::string(name), kindOf(dirfd(open.get()), *entry)});
+    if (const auto wide = windowsName(name)) {
+      read.names.push_back(
+          {upperCase(*wide), std::string(name), kindOf(dirfd(open.get()), *entry)});
+    } else {
+      read.hasForeignNames = true;
+    }
     errno = 0;
   }
-  const bool complete = errno == 0;
-  std::sort(names.begin(), names.end(), [](const ListedName& first, const ListedName& second) {
-    return std::tie(first.upper, first.name) < std::tie(second.upper, second.name);
-  });
-  return complete;
+  read.isComplete = errno == 0;
+  std::sort(read.names.begin(), read.names.end(),
+            [](const ListedName& first, const ListedName& second) {
+              return std::tie(first.upper, first.name) < std::tie(second.upper, second.name);
+            });
+  return read;
 }
 
 }  // namespace
@@ -73,8 +87,11 @@ FolderListings::Listing& FolderListings::current(const std::string& folder) {
                     listing.changed.tv_nsec == status.st_mtim.tv_nsec;
   if (same) return listing;
   // The time is taken before the names, so that a change in between is seen the next time.
-  listing = {status.st_dev, status.st_ino, status.st_mtim, false, {}};
-  listing.readable = readNames(folder, listing.names);
+  listing = {status.st_dev, status.st_ino, status.st_mtim, false, false, {}};
+  ReadNames read = readNames(folder);
+  listing.names = std::move(read.names);
+  listing.readable = read.isComplete;
+  listing.hasForeignNames = read.hasForeignNames;
   return listing;
 }
 
@@ -88,9 +105,9 @@ const ListedName* FolderListings::find(const std::string& folder, std::u16string
       first, names.end(), [upper](const ListedName& listed) { return listed.upper != upper; });
   if (first == last) return nullptr;
   if (last - first == 1) return &*first;
-  const auto exact = std::find_if(
-      first, last,
-      [written = utf8FromUtf16(name)](const ListedName& listed) { return listed.name == written; });
+  const auto exact = std::find_if(first, last, [written = utf8(name)](const ListedName& listed) {
+    return listed.name == written;
+  });
   return exact == last ? &*first : &*exact;
 }
 
@@ -98,9 +115,12 @@ const std::vector<ListedName>& FolderListings::all(const std::string& folder) {
   return current(folder).names;
 }
 
-bool FolderListings::isReadable(const std::string& folder) const {
+bool FolderListings::isSurelyMissing(const std::string& folder, std::u16string_view name) const {
   const auto found = listings.find(folder);
-  return found != listings.end() && found->second.readable;
+  if (found == listings.end() || !found->second.readable) return false;
+  const bool isPlain =
+      std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < 0x80; });
+  return isPlain || !found->second.hasForeignNames;
 }
 
 }  // namespace zelvreg::machine

@@ -16,7 +16,7 @@ enum class NameKind : std::uint8_t { File, Folder, Link, Other };
 
 struct ListedName {
   std::u16string upper;  // by which it is found
-  std::string name;      // as the file system has it, in UTF-8
+  std::string name;      // as the file system has it, in UTF-8 that keeps lone surrogates
   NameKind kind = NameKind::Other;
 };
 
@@ -32,8 +32,10 @@ class FolderListings {
   // All names in upper-case order; none if the folder cannot be read.
   const std::vector<ListedName>& all(const std::string& folder);
 
-  // Whether the folder could be read when it was asked for last.
-  [[nodiscard]] bool isReadable(const std::string& folder) const;
+  // Whether a name that find() has not found is in no form in the folder: its names could be read,
+  // and none of them is in another character set than UTF-8, which no name can be compared with but
+  // one of ASCII alone.
+  [[nodiscard]] bool isSurelyMissing(const std::string& folder, std::u16string_view name) const;
 
   // To be called after a change to the folder: two changes can carry the same time.
   void forget(const std::string& folder) { listings.erase(folder); }
@@ -44,6 +46,7 @@ class FolderListings {
     ino_t inode = 0;
     timespec changed{};
     bool readable = false;
+    bool hasForeignNames = false;
     std::vector<ListedName> names;
   };
   Listing& current(const std::string& folder);

@@ -6,9 +6,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "machine/CodePage.h"
 #include "machine/HiveBytes.h"
 #include "machine/PlainFile.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
@@ -52,7 +52,7 @@ class HiveWalk {
   [[nodiscard]] std::string place() const {
     std::string path;
     for (std::size_t level = 1; level < way.size(); ++level) {
-      path += "\\" + utf8FromUtf16(hive.keyNameAt(way[level]));
+      path += "\\" + utf8(hive.keyNameAt(way[level]));
     }
     return path.empty() ? path : "the key " + path + ": ";
   }

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
 #include "machine/PlainFile.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -54,11 +54,11 @@ std::uint32_t newestPages(const FileDescriptor& file) {
 }
 
 std::vector<std::filesystem::path> logsOf(const std::filesystem::path& hive) {
-  const std::u16string name = utf16FromUtf8(hive.filename().string());
+  const std::u16string name = utf16(hive.filename().string());
   std::vector<std::filesystem::path> logs;
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(hive.parent_path(), error)) {
-    const std::u16string other = utf16FromUtf8(entry.path().filename().string());
+    const std::u16string other = utf16(entry.path().filename().string());
     const bool isLog = std::ranges::any_of(
         std::array{u".LOG", u".LOG1", u".LOG2"},
         [&](const char16_t* ending) { return compareNames(other, name + ending) == 0; });

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "machine/CodePage.h"
 #include "machine/HiveLibrary.h"
 #include "machine/Machine.h"
 #include "machine/Registry.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -17,10 +17,10 @@ namespace {
   throw MachineError(what + ": " + hiveReason(error));
 }
 
-// libhivex takes names as UTF-8 that ends at a NUL, and keeps them as UTF-16 or as Latin-1.
+// libhivex takes names as plain UTF-8 that ends at a NUL, and keeps them as UTF-16 or as Latin-1.
 std::string hiveName(std::u16string_view name) {
-  std::string narrow = utf8FromUtf16(name);
-  if (narrow.find('\0') != std::string::npos || utf16FromUtf8(narrow) != name) {
+  std::string narrow = utf8(name);
+  if (narrow.find('\0') != std::string::npos || !isPlainUtf8(narrow)) {
     throw MachineError("the name \"" + narrow + "\" is no proper Unicode text");
   }
   return narrow;
@@ -28,7 +28,7 @@ std::string hiveName(std::u16string_view name) {
 
 bool isSameValue(const HiveValueContent& old, const RegistryValue& value) {
   return old.type == value.type && std::ranges::equal(old.bytes(), value.bytes()) &&
-         utf16FromUtf8(old.name()) == value.name();
+         utf16(old.name()) == value.name();
 }
 
 // The values as libhivex takes them, with the memory that they need.
@@ -105,7 +105,7 @@ bool HiveWriter::hasJust(std::uint32_t node, const ValueList& values) const {
   for (const hive_value_h* next = old.get(); next != nullptr && *next != 0; ++next, ++count) {
     const std::optional<HiveValueContent> content = readHiveValue(hive, *next);
     const bool isWhole = content && content->name().size() == hivex_value_key_len(hive, *next) &&
-                         utf16FromUtf8(content->name()).size() <= maximumValueNameLength;
+                         utf16(content->name()).size() <= maximumValueNameLength;
     if (!isWhole) {
       throw MachineError("another value of it cannot be read and would be lost");
     }

@@ -6,6 +6,7 @@
 #include "machine/MachineSettings.h"
 #include "machine/MachineState.h"
 #include "machine/RecordFiles.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
@@ -79,9 +80,9 @@ FolderContent readFolder(const std::filesystem::path& folder) {
 }
 
 Environment environmentOf(const MachineSettings& settings) {
-  Environment environment(settings.is64Bit, utf16FromUtf8(settings.user));
+  Environment environment(settings.is64Bit, utf16(settings.user));
   for (const auto& [name, value] : settings.environment) {
-    environment.set(utf16FromUtf8(name), utf16FromUtf8(value));
+    environment.set(utf16(name), utf16(value));
   }
   return environment;
 }
@@ -115,7 +116,7 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
         .suiteTexts = {},
         .processes = {},
         .page = page,
-        .accounts = Accounts(utf16FromUtf8(settings.user), folderUserSid()),
+        .accounts = Accounts(utf16(settings.user), folderUserSid()),
         .environment = environmentOf(settings),
         .clock = Clock(settings.now),
         .registry = std::move(registry),

@@ -4,6 +4,7 @@
 
 #include "machine/Clock.h"
 #include "machine/CodePage.h"
+#include "machine/HostName.h"
 #include "machine/Machine.h"
 
 namespace zelvreg::machine {
@@ -52,6 +53,7 @@ class Reader {
   void readLine(std::string_view line) {
     ++lineNumber;
     line = trimmed(line);
+    if (!isUtf8(line)) refuse("the line is not UTF-8", "save the file as UTF-8");
     if (line.empty() || line[0] == ';' || line[0] == '#') return;
     if (line[0] == '[') {
       openSection(line);

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
 #include "machine/Environment.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -52,20 +52,18 @@ std::optional<std::u16string> wideText(const RegistryValue& value) {
 class Builder {
  public:
   Builder(Registry& source, const std::string& userName)
-      : registry(source), known(source.is64Bit(), utf16FromUtf8(userName)) {}
+      : registry(source), known(source.is64Bit(), utf16(userName)) {}
 
   void set(std::u16string_view name, std::u16string_view text) {
     const std::u16string value = known.expand(text);
     known.set(name, value);
     // One variable may be spelled in two ways in two places.
     const auto old = std::ranges::find_if(
-        found, [&](const auto& entry) { return isNamed(utf16FromUtf8(entry.first), name); });
-    found[old == found.end() ? utf8FromUtf16(name) : old->first] = utf8FromUtf16(value);
+        found, [&](const auto& entry) { return isNamed(utf16(entry.first), name); });
+    found[old == found.end() ? utf8(name) : old->first] = utf8(value);
   }
 
-  void set(std::string_view name, std::string_view text) {
-    set(utf16FromUtf8(name), utf16FromUtf8(text));
-  }
+  void set(std::string_view name, std::string_view text) { set(utf16(name), utf16(text)); }
 
   void setFolder(const FolderValue& folder) {
     if (const auto text = textValue(registry, currentVersion, folder.value)) {
@@ -114,10 +112,9 @@ void setProfile(Builder& builder, const OfflineFolders& folders) {
 std::optional<std::string> textValue(Registry& registry, std::string_view path,
                                      std::string_view name) {
   RegistryKey* key = registry.find(path);
-  const RegistryValue* value =
-      key == nullptr ? nullptr : registry.values(*key).find(utf16FromUtf8(name));
+  const RegistryValue* value = key == nullptr ? nullptr : registry.values(*key).find(utf16(name));
   const std::optional<std::u16string> text = value == nullptr ? std::nullopt : wideText(*value);
-  return text ? std::optional(utf8FromUtf16(*text)) : std::nullopt;
+  return text ? std::optional(utf8(*text)) : std::nullopt;
 }
 
 std::map<std::string, std::string> readOfflineEnvironment(Registry& registry,

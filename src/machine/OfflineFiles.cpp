@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
+#include "machine/HostName.h"
 #include "machine/Machine.h"
 
 namespace zelvreg::machine {
@@ -19,7 +19,8 @@ constexpr std::array<std::u16string_view, 4> noUsers{u"Default", u"Default User"
                                                      u"Public"};
 
 bool isSameName(std::string_view first, std::u16string_view second) {
-  return compareNames(utf16FromUtf8(first), second) == 0;
+  const std::optional<std::u16string> name = windowsName(first);
+  return name && compareNames(*name, second) == 0;
 }
 
 class Disk {
@@ -120,6 +121,11 @@ std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder
   if (!hive) {
     return std::nullopt;
   }
+  if (!windowsName(name)) {
+    throw MachineError(folder.string() +
+                       ": its name is no UTF-8, and it was left out; mount the disk so that it "
+                       "shows names in UTF-8");
+  }
   const std::optional<fs::path> data =
       isOld ? disk.find(folder, {u"Local Settings", u"Application Data"})
             : disk.find(folder, {u"AppData", u"Local"});
@@ -146,6 +152,8 @@ void findProfiles(const Disk& disk, OfflineFiles& files) {
       if (std::optional<OfflineProfile> profile = profileIn(disk, folder, files.hasOldProfiles)) {
         files.profiles.push_back(std::move(*profile));
       }
+    } catch (const MachineError& error) {
+      files.unreadable.emplace_back(error.what());
     } catch (const fs::filesystem_error& error) {
       files.unreadable.push_back(folder.string() +
                                  ": cannot be looked into: " + error.code().message());

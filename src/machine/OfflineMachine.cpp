@@ -5,15 +5,16 @@
 #include "machine/MachineState.h"
 #include "machine/OfflineFiles.h"
 #include "machine/OfflineRegistry.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
 namespace {
 
 Environment environmentOf(const OfflineRegistry& disk) {
-  Environment environment(disk.bits == 64, utf16FromUtf8(disk.userName));
+  Environment environment(disk.bits == 64, utf16(disk.userName));
   for (const auto& [name, value] : disk.environment) {
-    environment.set(utf16FromUtf8(name), utf16FromUtf8(value));
+    environment.set(utf16(name), utf16(value));
   }
   return environment;
 }
@@ -32,7 +33,7 @@ DriveSettings driveSettings(const OfflineDisk& given, const OfflineRegistry& dis
                        ":, is not a folder; give the folder where that disk is mounted");
   }
   drives.is64Bit = disk.bits == 64;
-  drives.windowsFolder = utf16FromUtf8(disk.windowsFolder);
+  drives.windowsFolder = utf16(disk.windowsFolder);
   drives.programFolder =
       std::u16string(environment.get(u"ProgramFiles").value_or(u"C:\\Program Files")) +
       u"\\zelvreg";
@@ -67,7 +68,7 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
         .suiteTexts = {},
         .processes = {},
         .page = page,
-        .accounts = Accounts(utf16FromUtf8(offline.userName), sidOf(offline.userSid)),
+        .accounts = Accounts(utf16(offline.userName), sidOf(offline.userSid)),
         .environment = std::move(environment),
         .clock = Clock(std::nullopt),
         .registry = std::move(offline.registry),

@@ -13,6 +13,7 @@
 #include "machine/HiveFile.h"
 #include "machine/OfflineEnvironment.h"
 #include "machine/OfflineFiles.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -27,7 +28,7 @@ constexpr const char* noUserName = "User";
 std::string noUserSid() { return sidText(folderUserSid().data()); }
 
 bool isSameName(std::string_view first, std::string_view second) {
-  return compareNames(utf16FromUtf8(first), utf16FromUtf8(second)) == 0;
+  return compareNames(utf16(first), utf16(second)) == 0;
 }
 
 std::string lastName(std::string_view path) {
@@ -42,7 +43,7 @@ bool isService(std::string_view sid) {
 // A SID for a profile that no list names: the same one in each run, by the folder's name alone.
 std::string inventedSid(std::string_view folderName, const std::set<std::string>& taken) {
   std::uint32_t hash = 2166136261U;
-  for (const char16_t unit : upperCase(utf16FromUtf8(folderName))) {
+  for (const char16_t unit : upperCase(utf16(folderName))) {
     hash = (hash ^ unit) * 16777619U;
   }
   std::string sid;
@@ -94,7 +95,7 @@ class Loader {
       return false;
     }
     try {
-      result.registry->mount(parent, utf16FromUtf8(name), std::make_unique<HiveFile>(*file));
+      result.registry->mount(parent, utf16(name), std::make_unique<HiveFile>(*file));
       return true;
     } catch (const MachineError& error) {
       result.damaged.emplace_back(error.what());
@@ -111,7 +112,7 @@ class Loader {
       return sids;
     }
     result.registry->children(*list).forEach([&](const RegistryKey* key) {
-      const std::string sid = utf8FromUtf16(key->name());
+      const std::string sid = utf8(key->name());
       const auto folder = textValue(*result.registry, listPath + "\\" + sid, "ProfileImagePath");
       if (folder && sid.starts_with("S-1-") && sidFromText(sid)) {
         sids.emplace(sid, lastName(*folder));

@@ -7,13 +7,13 @@
 #include <string>
 #include <utility>
 
-#include "machine/CodePage.h"
 #include "machine/HiveCheck.h"
 #include "machine/HiveFile.h"
 #include "machine/HiveWriter.h"
 #include "machine/Machine.h"
 #include "machine/Registry.h"
 #include "machine/RunApart.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -45,8 +45,7 @@ bool holds(HiveFile& hive, std::uint32_t node, const ValueList& values) {
   hive.values(node, [&](const HiveValue& found) {
     const RegistryValue* value = values.at(count++);
     isSame = isSame && value != nullptr && value->type == found.type &&
-             std::ranges::equal(value->bytes(), found.bytes) &&
-             utf16FromUtf8(found.name) == value->name();
+             std::ranges::equal(value->bytes(), found.bytes) && utf16(found.name) == value->name();
   });
   return isSame && count == values.size();
 }
@@ -64,7 +63,7 @@ void checkSubkeys(HiveFile& hive, std::uint32_t parent, const ExpectedSubkeys& e
       throw MachineError(Registry::pathOf(*gone->second) + ": is still there after deleting it");
     }
     const auto there = expected.there.find(node);
-    found += there != expected.there.end() && utf16FromUtf8(name) == there->second->name() ? 1 : 0;
+    found += there != expected.there.end() && utf16(name) == there->second->name() ? 1 : 0;
   });
   if (found != expected.there.size()) {
     throw MachineError(Registry::pathOf(*expected.there.begin()->second->parent) +

@@ -4,11 +4,12 @@
 #include <functional>
 #include <optional>
 
-#include "machine/CodePage.h"
 #include "machine/Drives.h"
+#include "machine/HostName.h"
 #include "machine/Machine.h"
 #include "machine/MachineSettings.h"
 #include "machine/Registry.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 
@@ -25,6 +26,7 @@ void readRecords(std::string_view content, const std::string& fileName, const Re
     if (line.empty()) continue;
     const std::size_t tab = line.find('\t');
     try {
+      if (!isUtf8(line)) throw MachineError("the line is not UTF-8; save the file as UTF-8");
       if (tab == std::string_view::npos) {
         throw MachineError("there is no tab; write the path, a tab and what it has");
       }
@@ -37,7 +39,7 @@ void readRecords(std::string_view content, const std::string& fileName, const Re
 
 // The place of a file, which need not be there, with its true path.
 Place placeOf(Drives& drives, std::string_view path) {
-  const std::u16string text = utf16FromUtf8(path);
+  const std::u16string text = utf16(path);
   Place place = drives.findTrue(text);
   if (!place.exists()) place.path = drives.truePath(text);
   if (place.path.empty()) {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
 #include "machine/HiveFile.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -50,7 +50,7 @@ Registry::~Registry() {
 
 void Registry::setCurrentUser(std::string_view sid) {
   ++keyGeneration;
-  RegistryKey* before = std::exchange(user, &makeChild(*users, utf16FromUtf8(sid)));
+  RegistryKey* before = std::exchange(user, &makeChild(*users, utf16(sid)));
   const bool wasPlaceholder = before != nullptr && before != user && before->hive == nullptr &&
                               children(*before).empty() && values(*before).size() == 0;
   if (wasPlaceholder) {
@@ -105,7 +105,7 @@ std::u16string_view Registry::keepUtf8(std::string_view text) {
     all |= byte;
   }
   if (all >= 0x80) {
-    return arena.keep(utf16FromUtf8(text));
+    return arena.keep(utf16(text));
   }
   return {place, text.size()};
 }

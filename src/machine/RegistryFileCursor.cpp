@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
 #include "machine/RegistryWalk.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -75,7 +75,7 @@ void RegistryFileCursor::openRoot(std::u16string_view path) {
   std::optional<KeyPlace> root = rootPlace(registry, name, View::Bits64);
   const bool isCurrentConfig = isSameName(name, currentConfig);
   if (!root && !isCurrentConfig) {
-    fail("\"" + utf8FromUtf16(name) + "\" is no root key",
+    fail("\"" + utf8(name) + "\" is no root key",
          "use a long name: HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS "
          "or HKEY_CURRENT_CONFIG");
   }

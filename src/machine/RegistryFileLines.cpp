@@ -11,6 +11,7 @@
 #include "machine/CodePage.h"
 #include "machine/Machine.h"
 #include "machine/PlainFile.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -134,8 +135,8 @@ void RegistryFileLines::decode(std::string_view narrow) {
   } else if (fileForm.encoding == RegistryFileForm::Encoding::Regedit4) {
     decoded = sharedCodePage(regedit4CodePage).decode(narrow);
   } else {
-    decoded = utf16FromUtf8(narrow);
-    if (utf8FromUtf16(decoded) != narrow) {
+    decoded = utf16(narrow);
+    if (!isPlainUtf8(narrow)) {
       fail(lineNumber, "the line is not UTF-8",
            "save the file as UTF-8 or UTF-16LE, or begin it with \"REGEDIT4\" if it is in code "
            "page 1252");

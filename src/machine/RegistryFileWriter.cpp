@@ -8,6 +8,7 @@
 #include "machine/CodePage.h"
 #include "machine/Machine.h"
 #include "machine/RegistryFile.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -34,7 +35,7 @@ bool survives(std::u16string_view text, Encoding encoding) {
     return true;
   }
   if (encoding == Encoding::Utf8) {
-    return utf16FromUtf8(utf8FromUtf16(text)) == text;
+    return isPlainUtf8(utf8(text));
   }
   const CodePage& page = sharedCodePage(regedit4CodePage);
   return page.decode(page.encode(text)) == text;
@@ -91,7 +92,7 @@ class EncodedOutput {
         pending.append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
         break;
       case Encoding::Utf8:
-        pending += utf8FromUtf16(text);
+        pending += utf8(text);
         break;
       case Encoding::Regedit4:
         pending += sharedCodePage(regedit4CodePage).encode(text);

@@ -3,10 +3,10 @@
 #include <functional>
 #include <utility>
 
-#include "machine/CodePage.h"
 #include "machine/Machine.h"
 #include "machine/Registry.h"
 #include "machine/RegistryWalk.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -59,7 +59,7 @@ void Registry::setSecurity(RegistryKey& key, SecurityDescriptor descriptor) {
 }
 
 RegistryKey* Registry::find(std::string_view path) {
-  const std::u16string wide = utf16FromUtf8(path);
+  const std::u16string wide = utf16(path);
   std::u16string_view rest = wide;
   const std::u16string_view rootName = takeComponent(rest);
   const std::optional<KeyPlace> root = rootPlace(*this, rootName, View::Bits64);
@@ -94,7 +94,7 @@ std::string Registry::pathOf(const RegistryKey& key) {
     }
     path += step->name();
   }
-  return utf8FromUtf16(path);
+  return utf8(path);
 }
 
 }  // namespace zelvreg::machine

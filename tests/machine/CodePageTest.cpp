@@ -64,18 +64,19 @@ TEST(CodePage, refusesAnUnknownNumber) {
   EXPECT_EQ(sharedCodePage(1251).number(), 1251U);
 }
 
-TEST(Utf8, goesBothWaysForEveryLength) {
-  const std::u16string wide = u"aé€😀";
-  EXPECT_EQ(utf8FromUtf16(wide), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
-  EXPECT_EQ(utf16FromUtf8(utf8FromUtf16(wide)), wide);
+TEST(CodePage, utf8GoesBothWaysForEveryLength) {
+  const std::u16string wide = u"a\u00E9\u20AC\U0001F600";
+  EXPECT_EQ(CodePage(65001).encode(wide), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
+  EXPECT_EQ(CodePage(65001).decode(CodePage(65001).encode(wide)), wide);
 }
 
-TEST(Utf8, putsTheReplacementCharacterForWhatIsNotWellFormed) {
-  EXPECT_EQ(utf16FromUtf8("a\xFFz"), u"a\uFFFDz");
-  EXPECT_EQ(utf16FromUtf8("\xC0\xAF"), u"\uFFFD\uFFFD");            // overlong
-  EXPECT_EQ(utf16FromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");  // a surrogate
-  EXPECT_EQ(utf16FromUtf8("\xE2\x82"), u"\uFFFD\uFFFD");            // cut off
-  EXPECT_EQ(utf8FromUtf16(std::u16string(1, char16_t{0xD800})), "\xEF\xBF\xBD");
+TEST(CodePage, utf8PutsTheReplacementCharacterForWhatIsNotWellFormed) {
+  const CodePage page(65001);
+  EXPECT_EQ(page.decode("a\xFFz"), u"a\uFFFDz");
+  EXPECT_EQ(page.decode("\xC0\xAF"), u"\uFFFD\uFFFD");                          // overlong
+  EXPECT_EQ(page.decode("\xED\xA0\x80\xC3\xA9"), u"\uFFFD\uFFFD\uFFFD\u00E9");  // a surrogate
+  EXPECT_EQ(page.decode("\xE2\x82"), u"\uFFFD\uFFFD");                          // cut off
+  EXPECT_EQ(page.encode(u"\xD800\U0001F600\xDC00"), "\xEF\xBF\xBD\xF0\x9F\x98\x80\xEF\xBF\xBD");
 }
 
 }  // namespace

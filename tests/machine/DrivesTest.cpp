@@ -74,6 +74,32 @@ TEST_F(DrivesTest, findsNamesOfEveryScriptInAnyCase) {
   EXPECT_EQ(errorOf("C:\\\u30DD\u30B1\u30C3\u30C9.TXT"), ERROR_FILE_NOT_FOUND);
 }
 
+TEST_F(DrivesTest, findsANameThatIsHalfOfACharacter) {
+  disk.write("C/\xED\xA0\xBD", "");
+  EXPECT_EQ(drives().find(u"C:\\\xD83D").file, (disk.path() / "C/\xED\xA0\xBD").string());
+  EXPECT_EQ(drives().find(u"C:\\\xD83D\xDE00").error, ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(DrivesTest, aNameInOtherBytesThanUtf8StandsForNoFile) {
+  disk.write("C/a\xFF", "");                      // of another character set
+  disk.write("C/b\xED\xA0\xBD\xED\xB8\x80", "");  // both halves of a character, each by itself
+  EXPECT_EQ(drives().namesIn(drives().find(u"C:\\")).size(), 0U);
+  EXPECT_NE(drives().find(u"C:\\a\uFFFD").error, ERROR_SUCCESS);
+  EXPECT_NE(drives().find(u"C:\\b\U0001F600").error, ERROR_SUCCESS);
+  link("a\xFF", "C/link");
+  disk.write("C/a\uFFFD", "");
+  EXPECT_EQ(drives().find(u"C:\\link").error, ERROR_PATH_NOT_FOUND);
+}
+
+TEST_F(DrivesTest, besideANameInOtherBytesOnlyPlainNamesAreSurelyMissing) {
+  settings.missingDrivesAreUnknown = true;
+  disk.write("C/f/\xC4", "");
+  disk.makeFolder("C/g");
+  EXPECT_TRUE(drives().isUnknown(u"C:\\f\\\u00C4"));
+  EXPECT_FALSE(drives().isUnknown(u"C:\\f\\A"));
+  EXPECT_FALSE(drives().isUnknown(u"C:\\g\\\u00C4"));
+}
+
 TEST_F(DrivesTest, saysWhetherTheFileOrAFolderIsMissing) {
   disk.write("C/a/b.txt", "");
   EXPECT_EQ(errorOf("C:\\a\\c.txt"), ERROR_FILE_NOT_FOUND);

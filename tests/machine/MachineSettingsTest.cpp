@@ -41,12 +41,22 @@ TEST(MachineSettings, readsEverySetting) {
   EXPECT_EQ(settings.environment, expected);
 }
 
+TEST(MachineSettings, readsNamesOfEveryScript) {
+  const MachineSettings settings = parseMachineSettings(
+      "[machine]\nuser=\u0418\u0432\u0430\u043D\n[environment]\n\u30BD=C:"
+      "\\\U0001F600\xED\xA0\x80\n");
+  EXPECT_EQ(settings.user, "\u0418\u0432\u0430\u043D");
+  EXPECT_EQ(settings.environment.front().second, "C:\\\U0001F600\xED\xA0\x80");
+}
+
 TEST(MachineSettings, refusesAWrongLineWithItsNumberAndWhatToDo) {
   EXPECT_EQ(refusalOf("[machine]\nbits=16\n"),
             "machine.ini:2: bits=16 is not understood; write 64 or 32");
   EXPECT_EQ(
       refusalOf("[machine]\n\ncolour=red\n"),
       "machine.ini:3: there is no setting \"colour\"; use bits, codepage, user, now or suite");
+  EXPECT_EQ(refusalOf("[machine]\nuser=J\xF6rg\n"),
+            "machine.ini:2: the line is not UTF-8; save the file as UTF-8");
   for (const char* content :
        {"bits=64\n", "[other]\n", "[machine]\nbits\n", "[machine]\n=1\n", "[machine]\ncodepage=1\n",
         "[machine]\ncodepage=x\n", "[machine]\nuser=\n", "[machine]\nuser=a\\b\n",

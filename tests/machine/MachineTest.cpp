@@ -12,6 +12,7 @@
 #include "machine/Environment.h"
 #include "machine/Registry.h"
 #include "support/MachineFixture.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -157,6 +158,8 @@ TEST(MachineFolder, refusesWrongLinesOfItsLists) {
   folder.write("security.txt", "");
   folder.write("attributes.txt", "C:\\a\thidden\n");
   EXPECT_TRUE(holds(refusalOf(folder.path()), "attributes.txt:1: "));
+  folder.write("attributes.txt", "C:\\a\t2\nC:\\\xC4\t2\n");
+  EXPECT_TRUE(holds(refusalOf(folder.path()), "attributes.txt:2: the line is not UTF-8"));
 }
 
 TEST(MachineFolder, belongsToOneProcessAtATime) {
@@ -205,6 +208,26 @@ TEST_F(MachineTest, opensAgainAsItWasSaved) {
   RegCloseKey(opened);
   EXPECT_EQ(machineFolder().read("attributes.txt"), "C:\\a.txt\t2\n");
   EXPECT_FALSE(machineFolder().has("security.txt"));
+}
+
+TEST_F(MachineTest, recordsOfNamesInEveryScriptOpenAgainAsTheyWereSaved) {
+  setting("codepage", "932");
+  // The last character is half of one.
+  const std::string name = "\u30BD\u0416\U0001F600\xED\xA0\x80";
+  file("C:\\" + name);
+  start();
+  HKEY made = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, utf16(name).c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
+                            nullptr, &made, nullptr),
+            ERROR_SUCCESS);
+  RegCloseKey(made);
+  computer().registry().setSecurity("HKEY_CURRENT_USER\\" + name, parseSddl("D:(A;;KA;;;BA)"));
+  computer().drives().records().setSecurity("C:\\" + name, parseSddl("D:(A;;FA;;;BA)"));
+  EXPECT_NE(SetFileAttributesW(utf16("C:\\" + name).c_str(), FILE_ATTRIBUTE_HIDDEN), FALSE);
+  restart();
+  EXPECT_EQ(computer().registry().securities().size(), 1U);
+  EXPECT_TRUE(computer().drives().records().hasSecurity("c:\\" + name));
+  EXPECT_EQ(GetFileAttributesW(utf16("C:\\" + name).c_str()), FILE_ATTRIBUTE_HIDDEN);
 }
 
 TEST_F(MachineTest, theListOfADeletedKeyLeavesTheFile) {

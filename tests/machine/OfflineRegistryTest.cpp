@@ -116,6 +116,17 @@ TEST_F(OfflineRegistryTest, TheCurrentUserIsTheOneAskedForElseTheLastWritten) {
   EXPECT_EQ(refusal("Dora"), "there is no user \"Dora\" on this disk; known are Anna, Bert, Carl");
 }
 
+TEST_F(OfflineRegistryTest, AUsersNameIsInAnyScriptButInOtherBytesThanUtf8ItIsLeftOutAndNamed) {
+  hive("Windows/System32/config/SOFTWARE").text("Vendor", "", "machine");
+  user("Users/\u0418\u0432\u0430\u043D/NTUSER.DAT", "ivan", 10);
+  user("Users/J\xF6rg/NTUSER.DAT", "joerg", 1);
+  const OfflineRegistry offline = read("\u0438\u0412\u0410\u041D");
+  EXPECT_EQ(offline.userName, "\u0418\u0432\u0430\u043D");
+  EXPECT_EQ(offline.environment.at("USERPROFILE"), "C:\\Users\\\u0418\u0432\u0430\u043D");
+  ASSERT_EQ(offline.damaged.size(), 1U);
+  EXPECT_NE(offline.damaged[0].find("its name is no UTF-8"), std::string::npos);
+}
+
 TEST_F(OfflineRegistryTest, ADamagedHiveIsLeftOutAndNamed) {
   hive("Windows/System32/config/SOFTWARE").text("Vendor", "", "machine");
   disk.write("Windows/System32/config/SYSTEM", "rubbish");

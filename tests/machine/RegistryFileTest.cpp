@@ -5,9 +5,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "machine/CodePage.h"
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -32,8 +32,7 @@ struct Loaded {
   // Type and bytes of a value, as "type:xx xx"; empty if it is not there.
   std::string value(std::string_view path, std::string_view name) {
     RegistryKey* key = registry.find(path);
-    const RegistryValue* found =
-        key == nullptr ? nullptr : registry.values(*key).find(machine::utf16FromUtf8(name));
+    const RegistryValue* found = key == nullptr ? nullptr : registry.values(*key).find(utf16(name));
     if (found == nullptr) {
       return {};
     }
@@ -56,8 +55,8 @@ struct Loaded {
   RegistryFileForm form;
 };
 
-std::string utf16(std::string_view utf8) {
-  const std::u16string wide = machine::utf16FromUtf8(utf8);
+std::string utf16File(std::string_view text) {
+  const std::u16string wide = utf16(text);
   return "\xFF\xFE" + std::string(reinterpret_cast<const char*>(wide.data()), wide.size() * 2);
 }
 
@@ -156,7 +155,7 @@ TEST(RegistryFileTest, AFileIsWrittenBackInItsOwnForm) {
   const std::string regedit4 =
       "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\K]\r\n\"\xE4\"=hex(2):25,e4,00\r\n\r\n";
   for (const std::string& file :
-       {utf16(header + "\r\n" + body), header + "\r\n" + body, header + "\n" + lineFeeds,
+       {utf16File(header + "\r\n" + body), header + "\r\n" + body, header + "\n" + lineFeeds,
         "\xEF\xBB\xBF" + header + "\r\n" + body, header + "\r\n" + bySid, regedit4}) {
     EXPECT_EQ(Loaded(file).written(), file);
   }
@@ -237,7 +236,7 @@ TEST(RegistryFileTest, EveryValueOfEveryTypeSurvivesEveryForm) {
       RegistryKey& key = registry.makeChild(registry.machineRoot(), u"K");
       int number = 0;
       for (const std::string& bytes : malformedData()) {
-        const std::u16string name = machine::utf16FromUtf8(std::to_string(number++));
+        const std::u16string name = utf16(std::to_string(number++));
         registry.setValue(key, name, type, std::as_bytes(std::span(bytes)));
       }
       std::ostringstream output;
@@ -356,7 +355,7 @@ TEST(RegistryFileHeaderTest, MustBeOneOfTheKnown) {
   const TemporaryFolder folder;
   for (const std::string& bytes :
        {std::string(), std::string("[HKEY_USERS]\n"), std::string("Regedit5\n"),
-        utf16("REGEDIT4\n"), std::string("\xFE\xFF\0W", 4), utf16("Windows") + "x"}) {
+        utf16File("REGEDIT4\n"), std::string("\xFE\xFF\0W", 4), utf16File("Windows") + "x"}) {
     folder.write("registry.reg", bytes);
     Registry registry(64, sid);
     try {

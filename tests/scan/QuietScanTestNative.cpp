@@ -108,9 +108,7 @@ class QuietScanTest : public ::testing::Test {
     hide("C:\\$Recycle.Bin\\there.exe");
     hide("C:\\Windows\\Help\\hidden.exe");
     asked.clear();
-    computer.drives().onFind = [this](std::u16string_view path) {
-      asked.push_back(machine::utf8FromUtf16(path));
-    };
+    computer.drives().onFind = [this](std::u16string_view path) { asked.push_back(utf8(path)); };
     computer.faults().clear();
   }
 

@@ -6,9 +6,9 @@
 #include <set>
 #include <string>
 
-#include "machine/CodePage.h"
 #include "machine/Machine.h"
 #include "machine/Registry.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::fixture {
 
@@ -26,7 +26,7 @@ inline void addKey(RegistryContent& content, machine::Registry& registry,
   content[path];
   for (std::size_t at = 0; const auto* value = registry.values(key).at(at); ++at) {
     const auto* bytes = reinterpret_cast<const char*>(value->data);
-    content[path + "|" + machine::utf8FromUtf16(value->name())] =
+    content[path + "|" + utf8(value->name())] =
         std::to_string(value->type) + ":" + std::string(bytes, value->dataSize);
   }
   registry.children(key).forEach(

@@ -6,9 +6,9 @@
 #include <map>
 #include <string>
 
-#include "machine/CodePage.h"
 #include "machine/Machine.h"
 #include "machine/Registry.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::fixture {
 
@@ -29,7 +29,7 @@ inline void addWholeKey(WholeRegistry& whole, machine::Registry& registry,
   text = machine::formatSddl(machine::readDescriptor(told.data())) + "\n";
   for (std::size_t at = 0; const auto* value = registry.values(key).at(at); ++at) {
     const auto* bytes = reinterpret_cast<const char*>(value->data);
-    text += machine::utf8FromUtf16(value->name()) + "=" + std::to_string(value->type) + ":" +
+    text += utf8(value->name()) + "=" + std::to_string(value->type) + ":" +
             std::string(bytes, value->dataSize) + "\n";
   }
   registry.children(key).forEach(

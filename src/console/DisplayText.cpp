@@ -1,30 +1,11 @@
 #include "console/DisplayText.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <array>
-#include <vector>
 
-#include "languages/Charset.h"
 
 namespace zelvreg::console {
 namespace {
-
-std::string utf8Text(std::string_view text, UINT codePage) {
-  if (text.empty()) {
-    return {};
-  }
-  const int length = static_cast<int>(text.size());
-  std::vector<WCHAR> wide(text.size());
-  const int wideLength = MultiByteToWideChar(codePage, 0, text.data(), length, wide.data(), length);
-  // Three bytes hold any unit of UTF-16.
-  std::string utf8(static_cast<std::size_t>(wideLength) * 3, '\0');
-  const int size = WideCharToMultiByte(CP_UTF8, 0, wide.data(), wideLength, utf8.data(),
-                                       static_cast<int>(utf8.size()), nullptr, nullptr);
-  utf8.resize(static_cast<std::size_t>(size));
-  return utf8;
-}
 
 bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
@@ -83,10 +64,6 @@ bool steersDisplay(char32_t code) {
 }  // namespace
 
 std::string registryText(std::string_view text) { return std::string(text); }
-
-std::string captionText(std::string_view text, int charset) {
-  return utf8Text(text, codePageOfCharset(charset));
-}
 
 std::size_t displayWidth(std::string_view text) {
   return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, isContinuation));

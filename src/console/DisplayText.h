@@ -10,9 +10,6 @@ namespace zelvreg::console {
 // Text of the registry.
 std::string registryText(std::string_view text);
 
-// Text of a language file, in the code page that goes with a charset.
-std::string captionText(std::string_view text, int charset);
-
 // The number of columns that a UTF-8 text takes on a terminal, one for each character.
 std::size_t displayWidth(std::string_view text);
 

@@ -161,8 +161,7 @@ int workOnLanguages(const Options& options, Computer& computer, const Streams& s
     Table table({{""}, {"Tag"}, {"Language"}});
     for (const auto& entry : form.lbllanguage) {
       const bool isUsed = form.langFileName == "zelvreg-" + entry->tag.get() + ".lang";
-      table.addRow({isUsed ? "*" : "", registryText(entry->tag.get()),
-                    captionText(entry->caption.get(), entry->font.get().charset)});
+      table.addRow({isUsed ? "*" : "", entry->tag.get(), entry->caption.get()});
     }
     streams.out << table.text(streams.width);
     return nothingFound;

@@ -22,10 +22,10 @@
 
 namespace zelvreg::desktop {
 
-// A text in the code page of a charset; charset 0 is the system's own page.
+// Text of the form as the system's calls take it, and the other way. All of it is UTF-8, whatever
+// the charset of its font.
 std::u16string shownText(std::string_view text, int charset);
 std::string utf8Text(std::string_view text, int charset);
-// A text in the system's code page.
 std::string systemText(std::u16string_view text);
 
 class Desk {

@@ -4,14 +4,10 @@
 #include "controls/modShadow.h"
 #include "desktop/Desk.h"
 #include "desktop/IconPicture.h"
-#include "languages/Charset.h"
-#include "runtime/CodePageText.h"
 
 namespace zelvreg::desktop {
 
-std::u16string shownText(std::string_view text, int charset) {
-  return utf16(charset == 0 ? text : textOfCodePage(text, codePageOfCharset(charset)));
-}
+std::u16string shownText(std::string_view text, int /*charset*/) { return utf16(text); }
 
 std::string utf8Text(std::string_view text, int charset) { return utf8(shownText(text, charset)); }
 

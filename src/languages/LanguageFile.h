@@ -1,12 +1,13 @@
 // The texts of the user's language, from plain files beside the program.
 //
 // A file is text of sections "[Form42]" with lines key=value, in the code page that goes with the
-// language's charset (Charset.h). Texts come out in those bytes.
+// language's charset (Charset.h), or in UTF-8 behind a byte order mark.
 #ifndef ZELVREG_LANGUAGES_LANGUAGE_FILE_H
 #define ZELVREG_LANGUAGES_LANGUAGE_FILE_H
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "form/Form42.h"
 
@@ -15,13 +16,20 @@ namespace zelvreg {
 // The value of a key, names in any case; empty if file, section or key is missing. The search goes
 // on from the section's header to the end of the file, so a key that only a later section has is
 // found there. What stands behind a second "=" is lost, double quotes go, blanks stay.
-std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key);
+std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key,
+                          int charset);
+
+// The list of languages: the fields of each entry (name, charset, tag), as many as it has. An entry
+// without any has none, a file without a list no entries. Each entry is in the code page of its own
+// charset, unless the whole file is UTF-8.
+using LanguageFields = std::vector<std::string>;
+std::vector<LanguageFields> readLanguageList(const std::string& file);
 
 // The folder of the language files, and a file in it.
 std::string languageFolder(const Form42& form);
 std::string languagePath(const Form42& form, const std::string& fileName);
 
-// A text of the language in use.
+// A text of the language in use, whose charset is the form's langCode.
 std::string readLanguageText(const Form42& form, std::string_view section, std::string_view key);
 
 }  // namespace zelvreg

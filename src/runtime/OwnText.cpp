@@ -16,10 +16,10 @@ std::string ownBytes(std::string_view text) {
   return bytes && !bytes->starts_with(utf8Mark) ? *bytes : markedUtf8(text);
 }
 
-std::string ownText(std::string_view bytes) {
+std::string ownText(std::string_view bytes, UINT codePage) {
   // By way of UTF-16, so that what is no UTF-8 becomes text as well.
   return bytes.starts_with(utf8Mark) ? utf8(utf16(bytes.substr(utf8Mark.size())))
-                                     : textOfCodePage(bytes);
+                                     : textOfCodePage(bytes, codePage);
 }
 
 std::string appendedOwnBytes(std::string_view bytes, std::string_view text) {

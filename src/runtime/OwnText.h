@@ -6,6 +6,8 @@
 #ifndef ZELVREG_RUNTIME_OWN_TEXT_H
 #define ZELVREG_RUNTIME_OWN_TEXT_H
 
+#include <windows.h>
+
 #include <string>
 #include <string_view>
 
@@ -13,9 +15,10 @@ namespace zelvreg {
 
 inline constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 
-// The bytes of a file with this text, and the text of a file with these bytes.
+// The bytes of a file with this text, and the text of a file with these bytes. Files that come with
+// the program may be in another code page than the machine's.
 std::string ownBytes(std::string_view text);
-std::string ownText(std::string_view bytes);
+std::string ownText(std::string_view bytes, UINT codePage = CP_ACP);
 
 // The bytes of a file with this text behind what it holds. These stay as they are, unless the code
 // page of the file cannot hold the text: then all of it becomes UTF-8.

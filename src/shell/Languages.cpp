@@ -19,8 +19,6 @@ namespace {
 
 constexpr int pickerGap = 100;  // twips
 constexpr std::uint32_t pickerHoverColor = 15126960;
-// More than a screen or a reader holds: the list may be anybody's.
-constexpr std::size_t mostLanguages = 1000;
 constexpr const char* listFile = "data.lang";
 
 std::string settingOr(const char* key, const char* valueName, const char* fallback) {
@@ -31,7 +29,7 @@ std::string settingOr(const char* key, const char* valueName, const char* fallba
 int bottomOf(const Control& control) { return control.top + control.height; }
 
 // A field that is missing leaves the entry as it was.
-void fillEntry(Form42& form, std::size_t number, std::string_view entry) {
+void fillEntry(Form42& form, std::size_t number, const LanguageFields& fields) {
   if (number == form.lbllanguage.size()) {
     form.lbllanguage.push_back(std::make_unique<Label>());
     form.lbllanguage[number]->height = form.lbllanguage.front()->height;
@@ -41,17 +39,16 @@ void fillEntry(Form42& form, std::size_t number, std::string_view entry) {
   if (number > 0) {
     label.top = bottomOf(*form.lbllanguage[number - 1]) + pickerGap;
   }
-  const auto fields = split(entry, ",");
   Font font{.name = "Arial Unicode MS", .size = 10};
   if (fields.size() > 1) {
     font.charset = leadingInteger(fields[1]);
   }
   label.font = font;
   if (!fields.empty()) {
-    label.caption = std::string(fields[0]);
+    label.caption = fields[0];
   }
   if (fields.size() > 2) {
-    label.tag = std::string(fields[2]);
+    label.tag = fields[2];
   }
 }
 
@@ -72,9 +69,8 @@ Font languageFont(const Form42& form) {
 
 namespace {
 
-// Every control of the form that shows a text, but the entries of the picker, each of which is in
-// the charset of its own language. Lists of the system's texts get the font as well; whoever draws
-// their rows knows that those are in the system's charset.
+// Every control of the form that shows a text, but the entries of the picker, each of which has the
+// charset of its own language.
 void giveFont(Form42& form, const Font& font) {
   const auto give = [&font](std::initializer_list<Control*> controls) {
     for (Control* control : controls) {
@@ -117,12 +113,9 @@ void loadavlang(Form42& form) {
   if (!fileSystemObject::fileExists(file, Shares::Asked)) {
     return;
   }
-  const std::string list = ReadLangValue(file, "lang", "zelvreg");
   std::size_t number = 0;
-  for (const std::string_view entry : split(list, "|")) {
-    if (number < mostLanguages) {
-      fillEntry(form, number++, entry);
-    }
+  for (const LanguageFields& fields : readLanguageList(file)) {
+    fillEntry(form, number++, fields);
   }
   form.pictrlang.height = bottomOf(*form.lbllanguage.back()) + pickerGap;
 }

@@ -11,9 +11,14 @@ const std::string file = "C:\\LanguageTest\\test.lang";
 
 class LanguageFileTest : public fixture::ComputerFixture {
  protected:
-  static std::string read(const char* content, const char* section, const char* key) {
+  static std::string read(const std::string& content, const char* section, const char* key,
+                          int charset = 0) {
     makeFile(file, content);
-    return ReadLangValue(file, section, key);
+    return ReadLangValue(file, section, key, charset);
+  }
+  static std::vector<LanguageFields> list(const std::string& content) {
+    makeFile(file, content);
+    return readLanguageList(file);
   }
 };
 
@@ -47,7 +52,7 @@ TEST_F(LanguageFileTest, WhatIsMissingIsTheEmptyText) {
   EXPECT_EQ(read("[A]\nk=1\n", "A", "other"), "");
   EXPECT_EQ(read("[A]\nk=1\n", "C", "k"), "");
   EXPECT_EQ(read("[A]\nk\n", "A", "k"), "");
-  EXPECT_EQ(ReadLangValue("C:\\LanguageTest\\none.lang", "A", "k"), "");
+  EXPECT_EQ(ReadLangValue("C:\\LanguageTest\\none.lang", "A", "k", 0), "");
 }
 
 TEST_F(LanguageFileTest, TextsAreReadFromTheFileOfTheLanguageInUse) {
@@ -57,11 +62,81 @@ TEST_F(LanguageFileTest, TextsAreReadFromTheFileOfTheLanguageInUse) {
   EXPECT_EQ(readLanguageText(form, "Form42", "a1"), "Fonts");
 }
 
+TEST_F(LanguageFileTest, TextsAreInTheCodePageOfTheCharset) {
+  EXPECT_EQ(read("[A]\nk=Fran\xE7"
+                 "ais\n",
+                 "A", "k"),
+            "Français");
+  EXPECT_EQ(read("[A]\nk=Zako\xF1"
+                 "cz\n",
+                 "A", "k", 238),
+            "Zakończ");
+  EXPECT_EQ(read("[A]\nk=\xCF\xEE\xE8\xF1\xEA\n", "A", "k", 204), "Поиск");
+  EXPECT_EQ(read("[A]\nk=\xE7\xE9\xF4\xE5\xF9\n", "A", "k", 177), "חיפוש");
+  EXPECT_EQ(read("[A]\nk=\xBD\xC3\xC0\xDB\n", "A", "k", 129), "시작");
+  EXPECT_EQ(read("[A]\nk=\xBF\xAA\xCA\xBC\n", "A", "k", 134), "开始");
+  EXPECT_EQ(read("[A]\nk=\xB6\x7D\xA9\x6C\n", "A", "k", 136), "開始");
+}
+
+TEST_F(LanguageFileTest, SecondBytesOfCharactersAreNoSigns) {
+  // Second bytes that are "[", "]", "\\", "|" and letters elsewhere.
+  EXPECT_EQ(read("[A]\nk=\x81\x5B\x81\x5D\x83\x5C\x83\x7C\x83\x41\n", "A", "k", 128), "ー‐ソポア");
+  // A name that differs from the wanted one in a second byte alone.
+  EXPECT_EQ(read("[A]\n\x83\x61=1\n\x83\x41=2\n", "A", "ア", 128), "2");
+}
+
+TEST_F(LanguageFileTest, AMarkedFileIsUtf8WhateverTheCharset) {
+  const std::string content = "\xEF\xBB\xBF[A]\r\nk=検索 Поиск\r\n";
+  EXPECT_EQ(read(content, "A", "k", 128), "検索 Поиск");
+  EXPECT_EQ(read(content, "a", "K", 0), "検索 Поиск");
+}
+
+TEST_F(LanguageFileTest, EachEntryOfTheListIsInTheCodePageOfItsOwnCharset) {
+  using Entries = std::vector<LanguageFields>;
+  // The second name has a character whose second byte is "|".
+  EXPECT_EQ(
+      list("[lang]\r\nzelvreg=Fran\xE7"
+           "ais,0,french|\x83\x7C\x93\xFA,128,japanese|"
+           "\xD0\xF3\xF1\xF1\xEA\xE8\xE9,204,russian|\xA8\x7C,136,chinese|Polski,238,polish\r\n"),
+      (Entries{{"Français", "0", "french"},
+               {"ポ日", "128", "japanese"},
+               {"Русский", "204", "russian"},
+               {"育", "136", "chinese"},
+               {"Polski", "238", "polish"}}));
+  // The same bytes in a page without such characters end the entry.
+  EXPECT_EQ(list("[lang]\nzelvreg=\xA8|x,204,tag"), (Entries{{"¨"}, {"x", "204", "tag"}}));
+}
+
+TEST_F(LanguageFileTest, AListMayBeUtf8) {
+  EXPECT_EQ(
+      list("\xEF\xBB\xBF[lang]\nzelvreg=日本語,128,japanese|עברית,177,hebrew\n"),
+      (std::vector<LanguageFields>{{"日本語", "128", "japanese"}, {"עברית", "177", "hebrew"}}));
+}
+
+TEST_F(LanguageFileTest, EntriesAndFieldsMayBeMissing) {
+  using Entries = std::vector<LanguageFields>;
+  EXPECT_EQ(list("[lang]\nzelvreg=Solo||Two,238|"), (Entries{{"Solo"}, {}, {"Two", "238"}, {}}));
+  EXPECT_EQ(list("[lang]\nzelvreg=\n"), Entries());
+  EXPECT_EQ(list("[other]\nx=1\n"), Entries());
+}
+
+TEST_F(LanguageFileTest, AnyListIsReadToItsEndOrItsBound) {
+  for (const std::string& content : fixture::unrulyContents("|,\x83 1238")) {
+    EXPECT_LE(list("[lang]\nzelvreg=" + content).size(), 1000U);
+    EXPECT_LE(list("\xEF\xBB\xBF[lang]\nzelvreg=" + content).size(), 1000U);
+  }
+  std::string secondBytes;
+  for (int character = 0; character < 100'000; ++character) {
+    secondBytes += "\x83|";
+  }
+  EXPECT_EQ(list("[lang]\nzelvreg=" + secondBytes + ",128,x").size(), 1U);
+}
+
 TEST_F(LanguageFileTest, AnyFileGivesNoMoreThanAPieceOfALine) {
   for (const std::string& content : fixture::unrulyContents("[]a=\" \r\n")) {
     makeFile(file, content);
     for (const char* key : {"", "a", "aa", "no such key"}) {
-      const std::string value = ReadLangValue(file, "a", key);
+      const std::string value = ReadLangValue(file, "a", key, 128);
       EXPECT_EQ(value.find_first_of("=\"\n"), std::string::npos);
     }
   }
@@ -70,8 +145,8 @@ TEST_F(LanguageFileTest, AnyFileGivesNoMoreThanAPieceOfALine) {
 TEST_F(LanguageFileTest, AValueMayBeAsLongAsItsLine) {
   const std::string text = fixture::longLine('\0');
   makeFile(file, "[A]\nk=" + text + "\nlater=1\n");
-  EXPECT_TRUE(ReadLangValue(file, "A", "k") == text);
-  EXPECT_EQ(ReadLangValue(file, "A", "later"), "1");
+  EXPECT_TRUE(ReadLangValue(file, "A", "k", 0) == text);
+  EXPECT_EQ(ReadLangValue(file, "A", "later", 0), "1");
 }
 
 TEST(Charset, MatchesTheSystemByTheProgramsOwnPairs) {

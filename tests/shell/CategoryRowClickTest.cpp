@@ -51,7 +51,7 @@ TEST_F(CategoryRowClickTest, TheNumberOfResultsIsToldInTheLanguage) {
   form.langFileName = "zelvreg-test.lang";
   makeFile(folder + "\\lang\\zelvreg-test.lang", "[Form42]\r\nLabel10=Zahl der Eintr\xE4ge\r\n");
   doubleClick(1);
-  EXPECT_EQ(form.Label10.caption.get(), "Zahl der Eintr\xE4ge 2");
+  EXPECT_EQ(form.Label10.caption.get(), "Zahl der Einträge 2");
 }
 
 TEST_F(CategoryRowClickTest, ARowWithoutProblemsShowsNothing) {

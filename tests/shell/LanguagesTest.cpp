@@ -33,15 +33,8 @@ struct Language {
 };
 
 constexpr Language shipped[] = {
-    {"english", "English", 0},
-    {"german", "Deutsch", 0},
-    {"french",
-     "Fran\xE7"
-     "ais",
-     0},
-    {"spanish", "Espa\xF1ol", 0},
-    {"portuguese", "Portugu\xEAs", 0},
-    {"polish", "Polski", 238},
+    {"english", "English", 0}, {"german", "Deutsch", 0},       {"french", "Français", 0},
+    {"spanish", "Español", 0}, {"portuguese", "Português", 0}, {"polish", "Polski", 238},
 };
 
 class LanguagesTest : public fixture::ComputerFixture {
@@ -134,7 +127,8 @@ TEST_F(LanguagesTest, EveryKeyStandsInEveryLanguageWithATextOfItsOwn) {
     }
     const std::string content = assetText("zelvreg-" + std::string(language.tag) + ".lang");
     for (const auto& [section, key] : keys) {
-      EXPECT_NE(ReadLangValue(file, section, key), "") << language.tag << " " << key;
+      EXPECT_NE(ReadLangValue(file, section, key, language.charset), "")
+          << language.tag << " " << key;
       EXPECT_NE(content.find("\n" + key + "="), std::string::npos) << language.tag << " " << key;
     }
   }
@@ -148,7 +142,7 @@ TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {
     // Texts of a file are trimmed; the two buttons without a caption get theirs from the file.
     made.erase(made.find_last_not_of(' ') + 1);
     if (!made.empty()) {
-      EXPECT_EQ(ReadLangValue(file, "Form42", caption.key), made) << caption.key;
+      EXPECT_EQ(ReadLangValue(file, "Form42", caption.key, 0), made) << caption.key;
     }
   }
 }
@@ -163,6 +157,14 @@ TEST_F(LanguagesTest, EachCaptionGoesToItsControlAlone) {
   for (const Caption& caption : captions()) {
     EXPECT_EQ(caption.get(form), "text of " + std::string(caption.key));
   }
+}
+
+TEST_F(LanguagesTest, CaptionsAreReadInTheCharsetThatWasKept) {
+  makeFile(folder + "\\lang\\zelvreg-japanese.lang", "[Form42]\ncmd_start=\x83\x5C\x81\x5B\n");
+  choose("japanese", 128);
+  EXPECT_EQ(form.cmd_start.caption.get(), "ソー");
+  choose("polish", 238);
+  EXPECT_EQ(form.Label10.caption.get(), "Nieprawidłowe wpisy:");
 }
 
 TEST_F(LanguagesTest, TheSuitesFontIsGivenToTheControlsInTheLanguagesCharset) {

@@ -3,43 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "console/CharacterWidth.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::console {
 namespace {
-
-bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
-
-constexpr char32_t noCharacter = 0xFFFFFFFF;
-
-struct Character {
-  char32_t code = noCharacter;  // for a byte that begins no character
-  std::size_t size = 1;
-};
-
-// Of a text that is not empty. A longer form than a character needs is none.
-Character firstCharacter(std::string_view text) {
-  struct Form {
-    unsigned char mask;
-    unsigned char lead;
-    char32_t smallest;
-  };
-  constexpr std::array<Form, 4> forms{
-      {{0x80, 0x00, 0}, {0xE0, 0xC0, 0x80}, {0xF0, 0xE0, 0x800}, {0xF8, 0xF0, 0x10000}}};
-  const auto first = static_cast<unsigned char>(text.front());
-  for (std::size_t size = 1; size <= forms.size() && size <= text.size(); ++size) {
-    const Form& form = forms[size - 1];
-    const std::string_view rest = text.substr(1, size - 1);
-    if ((first & form.mask) != form.lead || !std::ranges::all_of(rest, isContinuation)) {
-      continue;
-    }
-    char32_t code = first & static_cast<unsigned char>(~form.mask);
-    for (const char byte : rest) {
-      code = code << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
-    }
-    return code >= form.smallest ? Character{code, size} : Character{};
-  }
-  return {};
-}
 
 struct Range {
   char32_t first;
@@ -66,21 +34,27 @@ bool steersDisplay(char32_t code) {
 std::string registryText(std::string_view text) { return std::string(text); }
 
 std::size_t displayWidth(std::string_view text) {
-  return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, isContinuation));
+  std::size_t width = 0;
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    width += characterWidth(next.code);
+    text.remove_prefix(next.size);
+  }
+  return width;
 }
 
 std::string printable(std::string_view text) {
   std::string result;
   while (!text.empty()) {
-    const Character next = firstCharacter(text);
-    if (next.code == noCharacter) {
+    const std::string_view next = text.substr(0, firstCharacter(text).size);
+    if (!isPlainUtf8(next)) {
       result += '?';
-    } else if (steersDisplay(next.code)) {
+    } else if (steersDisplay(firstCharacter(next).code)) {
       result += ' ';
     } else {
-      result += text.substr(0, next.size);
+      result += next;
     }
-    text.remove_prefix(next.size);
+    text.remove_prefix(next.size());
   }
   return result;
 }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "console/CharacterWidth.h"
 #include "console/DisplayText.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::console {
 namespace {
@@ -11,16 +13,32 @@ constexpr std::string_view gap = "  ";
 constexpr std::string_view ellipsis = "…";
 constexpr std::size_t narrowestColumn = 12;
 
-// The position of the byte at which character number `index` begins.
-std::size_t byteOf(std::string_view text, std::size_t index) {
-  std::size_t position = 0;
-  for (; position < text.size(); ++position) {
-    const bool isStart = (static_cast<unsigned char>(text[position]) & 0xC0U) != 0x80U;
-    if (isStart && index-- == 0) {
+// As much of the text's head as fits into the columns.
+std::string_view headOf(std::string_view text, std::size_t columns) {
+  std::size_t end = 0;
+  while (end < text.size()) {
+    const Utf8Character next = firstCharacter(text.substr(end));
+    if (characterWidth(next.code) > columns) {
       break;
     }
+    columns -= characterWidth(next.code);
+    end += next.size;
   }
-  return position;
+  return text.substr(0, end);
+}
+
+// As much of its end. Marks whose character stands before it do not belong to it.
+std::string_view tailOf(std::string_view text, std::size_t columns) {
+  std::size_t left = displayWidth(text);
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    if (left <= columns && characterWidth(next.code) > 0) {
+      break;
+    }
+    left -= characterWidth(next.code);
+    text.remove_prefix(next.size);
+  }
+  return text;
 }
 
 std::string padded(const std::string& cell, std::size_t width, bool isRightAligned) {
@@ -36,15 +54,13 @@ std::string withoutTrailingBlanks(std::string line) {
 }  // namespace
 
 std::string shortened(std::string_view text, std::size_t width) {
-  const std::size_t length = displayWidth(text);
-  if (length <= width) {
+  if (displayWidth(text) <= width) {
     return std::string(text);
   }
   // The end of a path tells more than its beginning.
   const std::size_t front = (width - 1) / 3;
-  const std::size_t back = width - 1 - front;
-  std::string result(text.substr(0, byteOf(text, front)));
-  return result.append(ellipsis).append(text.substr(byteOf(text, length - back)));
+  std::string result(headOf(text, front));
+  return result.append(ellipsis).append(tailOf(text, width - 1 - front));
 }
 
 void Table::addRow(const std::vector<std::string>& cells) {

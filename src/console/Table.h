@@ -33,7 +33,7 @@ class Table {
   std::vector<std::vector<std::string>> rows;
 };
 
-// A text of at most `width` characters that keeps both ends.
+// A text of at most `width` columns that keeps both ends.
 std::string shortened(std::string_view text, std::size_t width);
 
 }  // namespace zelvreg::console

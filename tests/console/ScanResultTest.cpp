@@ -6,7 +6,6 @@
 
 #include "console/DisplayText.h"
 #include "console/Progress.h"
-#include "console/Table.h"
 
 namespace zelvreg::console {
 namespace {
@@ -52,23 +51,6 @@ TEST(CsvText, WhatASpreadsheetWouldRunStandsBehindAnApostrophe) {
   EXPECT_EQ(csvText(result).find('\''), std::string::npos);
 }
 
-TEST(Printable, WhatSteersATerminalOrTheDirectionOfWritingBecomesABlank) {
-  for (const char* sign : {"\x1b", "\x7f", "\r", "\u0085", "\u009b", "\u061c", "\u200e", "\u200f",
-                           "\u2028", "\u202a", "\u202e", "\u2066", "\u2069", "\ufeff"}) {
-    EXPECT_EQ(printable("a" + std::string(sign) + "b"), "a b") << sign;
-  }
-}
-
-TEST(Printable, AllOtherCharactersStayAndStrayBytesDoNot) {
-  const std::string text = "C:\\Füße\\שלום\\日本\\\U0001F600 \u00a0\u200b";
-  EXPECT_EQ(printable(text), text);
-  EXPECT_EQ(printable("a\x9b"
-                      "b\xff\xc3"),
-            "a?b??");
-  // Longer forms of an escape and of a control character.
-  EXPECT_EQ(printable("\xc0\x9b\xe0\x82\x9b"), "?????");
-}
-
 TEST(TableText, ShowsCategoriesFindingsAndTheirNumber) {
   const std::string text = tableText(sample(), 0);
   EXPECT_NE(text.find("  1  Fonts        font         1  Finished\n"), std::string::npos) << text;
@@ -87,24 +69,6 @@ TEST(TableText, FitsATerminal) {
     EXPECT_LE(displayWidth(text.substr(start, end - start)), 80U);
     start = end + 1;
   }
-}
-
-TEST(Table, AlignsByCharactersNotByBytes) {
-  Table table({{"Name"}, {"Count", true}});
-  table.addRow({"Füße", "7"});
-  EXPECT_EQ(table.text(0), "Name  Count\n----  -----\nFüße      7\n");
-}
-
-TEST(Table, MakesControlCharactersHarmless) {
-  Table table({{"Text"}});
-  table.addRow({"a\x1b[2J\nb"});
-  EXPECT_NE(table.text(0).find("a [2J b"), std::string::npos);
-}
-
-TEST(Shortened, KeepsBothEndsAndWholeCharacters) {
-  EXPECT_EQ(shortened("abcdefghij", 10), "abcdefghij");
-  EXPECT_EQ(shortened("abcdefghij", 7), "ab…ghij");
-  EXPECT_EQ(displayWidth(shortened("ääääääääää", 7)), 7U);
 }
 
 TEST(ProgressLine, FillsWithTheRowsThatAreDone) {

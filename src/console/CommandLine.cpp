@@ -5,11 +5,13 @@
 #include <array>
 #include <cctype>
 
+#include "console/FixArguments.h"
 #include "console/SafeguardArguments.h"
+#include "console/SearchArguments.h"
 #include "console/TimeArguments.h"
 #include "scan/CategoryTable.h"
-#include "search/Search.h"
 #include "text/Text.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::console {
 namespace {
@@ -131,90 +133,6 @@ struct ScanArguments {
   }
 };
 
-struct FixArguments {
-  std::vector<int> kinds;
-  std::size_t mostRows = 0;
-
-  void addTo(CLI::App& fix, Options& options) {
-    fix.add_option("--kinds", kinds, "repair only findings of these kind codes, as in 1,2,771")
-        ->delimiter(',');
-    fix.add_flag("--dry-run", options.isRehearsal,
-                 "tell what would be deleted and what left alone, and change nothing");
-    fix.add_option("--from", options.reviewedFile,
-                   "repair only what a result of scan --json lists with \"checked\": true and is "
-                   "still found");
-    fix.add_option("--max", mostRows, "repair nothing when more findings than this would go");
-    SafeguardArguments::addTo(
-        fix,
-        {&Safeguards::protects, &Safeguards::exportsFirst, &Safeguards::touches,
-         &Safeguards::asksShares, &Safeguards::asksService},
-        options);
-  }
-
-  void applyTo(Options& options, bool isMostGiven) const {
-    options.kinds = {kinds.begin(), kinds.end()};
-    if (isMostGiven) {
-      options.mostRows = mostRows;
-    }
-  }
-};
-
-struct RootName {
-  const char* listed;     // in cboRoot
-  const char* shortName;  // on the command line
-};
-
-constexpr std::array<RootName, 6> searchRoots{{{allRootsName, "all"},
-                                               {"HKEY_CLASSES_ROOT", "HKCR"},
-                                               {"HKEY_CURRENT_USER", "HKCU"},
-                                               {"HKEY_LOCAL_MACHINE", "HKLM"},
-                                               {"HKEY_USERS", "HKU"},
-                                               {"HKEY_CURRENT_CONFIG", "HKCC"}}};
-
-struct SearchArguments {
-  std::string root = searchRoots.front().shortName;
-  std::string mode = "any";
-  bool isJson = false;
-  TimeArguments time;
-
-  void addTo(CLI::App& search, Options& options) {
-    SearchOptions& given = options.search;
-    search.add_option("text", given.text, "the text to look for")->required();
-    search.add_option("--in", root,
-                      "the root to look in: HKCR, HKCU, HKLM, HKU, HKCC, or all; all by default");
-    search.add_flag("--keys", given.testsKeys, "list keys whose names match");
-    search.add_flag("--values", given.testsValues, "list values whose names match");
-    search.add_flag("--data", given.testsData,
-                    "list texts that match and name a file that is gone; the default");
-    search.add_flag("--case", given.matchesCase, "tell capital letters from small ones");
-    search.add_option("--mode", mode,
-                      "where the text stands: any, left, right, or exact; any by default");
-    search.add_flag("--json", isJson, "print one JSON object, in UTF-8");
-    search.add_flag("--quiet", options.isQuiet, "print nothing but messages");
-    search.add_flag("--exit-zero", options.exitsZero, "end with 0 also when something was found");
-    time.addTo(search);
-    SafeguardArguments::addTo(search, {&Safeguards::touches, &Safeguards::asksShares}, options);
-  }
-
-  void applyTo(Options& options) const {
-    time.applyTo(options);
-    SearchOptions& given = options.search;
-    given.root = searchRootNamed(root);
-    given.mode = searchModeNamed(mode);
-    given.testsData = given.testsData || (!given.testsKeys && !given.testsValues);
-    options.format = isJson ? Format::Json : Format::Tables;
-  }
-
-  static SearchMode searchModeNamed(const std::string& name) {
-    constexpr std::array<const char*, 4> names{"any", "left", "right", "exact"};
-    const auto* const found = std::ranges::find(names, lowerCase(name));
-    if (found == names.end()) {
-      throw UsageError("\"" + name + "\" is no mode; choose from: any, left, right, exact");
-    }
-    return static_cast<SearchMode>(found - names.begin());
-  }
-};
-
 // A command without options of its own.
 struct PlainCommand {
   CLI::App* app;
@@ -301,6 +219,8 @@ void applyPlainCommand(Options& options, const std::vector<PlainCommand>& comman
   const auto chosen = std::ranges::find_if(
       commands, [](const PlainCommand& command) { return command.app->parsed(); });
   options.command = chosen->command;
+  // Any bytes may come in as an argument.
+  options.exclusion = utf8(utf16(options.exclusion));
   if (chosen->command == Command::Automatic) {
     applyMode(options, chosen->app->get_name());
   }
@@ -324,18 +244,6 @@ std::set<std::size_t> rowsNamed(const std::string& names) {
     throw UsageError("--only names no category; choose from: " + categoryNames());
   }
   return rows;
-}
-
-std::string searchRootNamed(const std::string& name) {
-  const std::string wanted = lowerCase(name);
-  for (const RootName& root : searchRoots) {
-    if (wanted == lowerCase(root.listed) || wanted == lowerCase(root.shortName)) {
-      return root.listed;
-    }
-  }
-  throw UsageError("\"" + name +
-                   "\" is no root; choose from: all, HKCR, HKCU, HKLM, HKU, HKCC, or their long "
-                   "names");
 }
 
 ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {

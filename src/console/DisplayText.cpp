@@ -31,8 +31,6 @@ bool steersDisplay(char32_t code) {
 
 }  // namespace
 
-std::string registryText(std::string_view text) { return std::string(text); }
-
 std::size_t displayWidth(std::string_view text) {
   std::size_t width = 0;
   while (!text.empty()) {

@@ -1,4 +1,4 @@
-// Narrow text of the computer as UTF-8 for the console.
+// Text of the computer on a terminal.
 #ifndef ZELVREG_CONSOLE_DISPLAY_TEXT_H
 #define ZELVREG_CONSOLE_DISPLAY_TEXT_H
 
@@ -6,9 +6,6 @@
 #include <string_view>
 
 namespace zelvreg::console {
-
-// Text of the registry.
-std::string registryText(std::string_view text);
 
 // The number of columns that a UTF-8 text takes on a terminal.
 std::size_t displayWidth(std::string_view text);

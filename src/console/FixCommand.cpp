@@ -49,7 +49,7 @@ std::vector<std::pair<std::string, std::string>> refusedTexts(const std::set<Lef
   std::vector<std::pair<std::string, std::string>> texts;
   texts.reserve(list.size());
   for (const LeftAlone& entry : list) {
-    texts.emplace_back(registryText(entry.place), registryText(entry.reason));
+    texts.emplace_back(entry.place, entry.reason);
   }
   return texts;
 }
@@ -68,13 +68,10 @@ void refuseMoreThanAsked(Form42& form, const Options& options) {
 
 int rehearse(Form42& form, const Options& options, const Streams& streams) {
   const RepairPlan plan(form);
-  RepairResult result{.isRehearsal = true,
-                      .repaired = plan.rowsThatGo(),
-                      .takings = {},
-                      .refused = refusedTexts(plan.leftAlone())};
-  for (const std::string& place : plan.takings()) {
-    result.takings.push_back(registryText(place));
-  }
+  const RepairResult result{.isRehearsal = true,
+                            .repaired = plan.rowsThatGo(),
+                            .takings = plan.takings(),
+                            .refused = refusedTexts(plan.leftAlone())};
   printResult(scanResultOf(form), options, streams, result);
   return plan.rowsThatGo() == 0 || options.exitsZero ? nothingFound : problemsFound;
 }

@@ -15,7 +15,7 @@ namespace {
 
 // Without a terminal a question is answered No.
 Answer answer(const UserMessage& message, const Options& options, std::ostream& error) {
-  error << "zelvreg: " << printable(registryText(message.text)) << "\n";
+  error << "zelvreg: " << printable(message.text) << "\n";
   if (!message.isQuestion) {
     return Answer::Ok;
   }

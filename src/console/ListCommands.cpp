@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "console/ArgumentText.h"
 #include "console/DisplayText.h"
 #include "console/ExportTrust.h"
 #include "console/FormUse.h"
@@ -21,7 +20,7 @@ namespace {
 void printRows(const ListView& list, const char* heading, const Streams& streams) {
   Table table({{"No.", true}, {heading}});
   for (std::size_t row = 1; row <= list.count(); ++row) {
-    table.addRow({std::to_string(row), registryText(list.text(row, 0))});
+    table.addRow({std::to_string(row), list.text(row, 0)});
   }
   streams.out << table.text(streams.width);
 }
@@ -47,8 +46,7 @@ void printUndo(const Form42& form, const Streams& streams) {
   Table table({{"No.", true}, {"Journal"}, {"Can be restored"}});
   for (std::size_t row = 1; row <= form.View3.count(); ++row) {
     const std::string& label = form.View3.text(row, 0);
-    table.addRow(
-        {std::to_string(row), registryText(label), restorableText(form, undoContent(form, label))});
+    table.addRow({std::to_string(row), label, restorableText(form, undoContent(form, label))});
   }
   streams.out << table.text(streams.width);
 }
@@ -77,7 +75,7 @@ void addExclusion(Form42& form, const std::string& entry) {
   if (form.View4.count() <= before) {
     throw std::runtime_error(
         "the exclusion is not in force; give a text of at least 8 characters, and see that " +
-        registryText(form.programFolder) + "\\exregscan.txt can be written");
+        form.programFolder + "\\exregscan.txt can be written");
   }
 }
 
@@ -85,11 +83,11 @@ int restoreExport(const Options& options, Computer& computer, const Streams& str
   requireTrustedFile(options.exportFile);
   const RegistryImport import = importRegistryText(readHostFile(options.exportFile));
   if (!import.isDone) {
-    throw std::runtime_error(options.exportFile + ": " + registryText(import.message));
+    throw std::runtime_error(options.exportFile + ": " + import.message);
   }
   saveAndTell(computer, streams);
   if (!options.isQuiet) {
-    streams.out << printable(registryText(import.message)) << "\n";
+    streams.out << printable(import.message) << "\n";
   }
   return nothingFound;
 }
@@ -138,7 +136,7 @@ int workOnExclusions(const Options& options, Computer& computer, const Streams& 
   switch (options.command) {
     case Command::AddExclusion:
       makeFolder(form.programFolder);
-      addExclusion(form, narrowText(options.exclusion));
+      addExclusion(form, options.exclusion);
       break;
     case Command::RemoveExclusion:
       requireRow(form.View4, options.entry, "exclusions");

@@ -33,8 +33,7 @@ void Progress::changed(const Control& /*control*/, Change /*what*/, std::size_t 
 
 void Progress::draw() {
   out << clearLine
-      << progressLine(form.Bar1.value(), form.Bar1.maximum(),
-                      printable(registryText(form.Label4.caption.get())))
+      << progressLine(form.Bar1.value(), form.Bar1.maximum(), printable(form.Label4.caption.get()))
       << std::flush;
 }
 

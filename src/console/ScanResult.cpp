@@ -14,12 +14,12 @@ CategoryResult categoryOf(const Form42& form, std::size_t row) {
           .key = std::string(categories()[row - 1].valueName),
           .name = form.View1.text(row, 0),
           .isChecked = form.View1.isChecked(row),
-          .problems = registryText(form.View1.text(row, problemsColumn)),
-          .status = registryText(form.View1.text(row, statusColumn))};
+          .problems = form.View1.text(row, problemsColumn),
+          .status = form.View1.text(row, statusColumn)};
 }
 
 FindingResult findingOf(const Form42& form, std::size_t row) {
-  const auto cell = [&](std::size_t column) { return registryText(form.View2.text(row, column)); };
+  const auto cell = [&](std::size_t column) { return form.View2.text(row, column); };
   return {.location = cell(locationColumn),
           .badValue = cell(badValueColumn),
           .kindCode = cell(kindCodeColumn),

@@ -5,7 +5,6 @@
 #include <optional>
 #include <stdexcept>
 
-#include "console/ArgumentText.h"
 #include "console/DisplayText.h"
 #include "console/FormUse.h"
 #include "console/ScanResult.h"
@@ -31,7 +30,7 @@ class KeyProgress : public ControlPeer {
     const auto now = std::chrono::steady_clock::now();
     if (now - lastDrawn >= drawInterval) {
       lastDrawn = now;
-      const std::string key = printable(registryText(form.Label3.caption.get()));
+      const std::string key = printable(form.Label3.caption.get());
       out << clearLine << form.View2.count() << " found  " << shortened(key, lineWidth)
           << std::flush;
     }
@@ -48,7 +47,7 @@ class KeyProgress : public ControlPeer {
 };
 
 void setControls(Form42& form, const SearchOptions& wanted) {
-  form.cboFind.setText(narrowText(wanted.text));
+  form.cboFind.setText(wanted.text);
   form.cboRoot.setText(wanted.root);
   if (form.cboRoot.text() != wanted.root) {
     throw std::runtime_error(wanted.root + " has no keys on this computer; choose another root");

@@ -168,5 +168,17 @@ TEST(CommandLine, HelpIsGivenWithoutAComputer) {
   EXPECT_NE(parse({"scan", "--help"}, false).help->find("--only"), std::string::npos);
 }
 
+TEST(CommandLine, TextsOfAnyScriptComeInAsTheyWereTyped) {
+  for (const char* text : {"サーバー", "C:\\Users\\Иван", "e\u0301", "\U0001F600"}) {
+    EXPECT_EQ(parse({"exclude", "add", text}).options.exclusion, text);
+    EXPECT_EQ(parse({"search", text}).options.search.text, text);
+  }
+}
+
+TEST(CommandLine, BytesThatAreNoTextBecomeOne) {
+  EXPECT_EQ(parse({"exclude", "add", "a\xFF"}).options.exclusion, "a\uFFFD");
+  EXPECT_EQ(parse({"search", "\xE3\x82"}).options.search.text, "\uFFFD\uFFFD");
+}
+
 }  // namespace
 }  // namespace zelvreg::console

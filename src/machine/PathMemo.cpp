@@ -1,13 +1,25 @@
 #include "machine/PathMemo.h"
 
+#include <cstring>
+
 namespace zelvreg::machine {
+
+namespace {
+
+// Paths of one length begin alike more often than not.
+bool isSamePath(std::u16string_view first, std::u16string_view second) {
+  return first.size() == second.size() &&
+         std::memcmp(first.data(), second.data(), first.size() * sizeof(char16_t)) == 0;
+}
+
+}  // namespace
 
 const std::optional<KeyPlace>* PathMemo::find(const PathQuestion& question,
                                               std::uint64_t generation) const {
   for (const Answer& answer : answers) {
     if (answer.root == question.root && answer.generation == generation &&
         answer.viewFlags == question.viewFlags && answer.options == question.options &&
-        answer.path == question.path) {
+        isSamePath(answer.path, question.path)) {
       return &answer.place;
     }
   }

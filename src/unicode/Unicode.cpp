@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 
 namespace zelvreg {
 namespace {
@@ -24,6 +25,29 @@ std::size_t sizeBy(unsigned first) {
   if (first < 0x80) return 1;
   if (first < 0xC2 || first > 0xF4) return 0;
   return first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+}
+
+// How many units at the head of a text are ASCII. They are looked at in blocks, which the compiler
+// takes at once.
+template <typename Unit>
+std::size_t plainLength(std::basic_string_view<Unit> text) {
+  using Number = std::make_unsigned_t<Unit>;
+  constexpr std::size_t block = 16;
+  std::size_t length = 0;
+  while (text.size() - length >= block) {
+    Number all = 0;
+    for (std::size_t at = length; at < length + block; ++at) {
+      all |= static_cast<Number>(text[at]);
+    }
+    if (all >= 0x80) {
+      break;
+    }
+    length += block;
+  }
+  while (length < text.size() && static_cast<Number>(text[length]) < 0x80) {
+    ++length;
+  }
+  return length;
 }
 
 }  // namespace
@@ -70,25 +94,7 @@ void appendCharacter(std::string& text, char32_t code) {
   }
 }
 
-std::size_t asciiLength(std::string_view text) {
-  // In blocks, which the compiler takes at once.
-  constexpr std::size_t block = 16;
-  std::size_t length = 0;
-  while (text.size() - length >= block) {
-    unsigned all = 0;
-    for (std::size_t at = length; at < length + block; ++at) {
-      all |= byteAt(text, at);
-    }
-    if (all >= 0x80) {
-      break;
-    }
-    length += block;
-  }
-  while (length < text.size() && byteAt(text, length) < 0x80) {
-    ++length;
-  }
-  return length;
-}
+std::size_t asciiLength(std::string_view text) { return plainLength(text); }
 
 std::size_t utf16Into(char16_t* units, std::string_view text) {
   std::size_t size = asciiLength(text);
@@ -114,10 +120,7 @@ std::u16string utf16(std::string_view text) {
 }
 
 std::string utf8(std::u16string_view text) {
-  std::size_t plain = 0;
-  while (plain < text.size() && text[plain] < 0x80) {
-    ++plain;
-  }
+  const std::size_t plain = plainLength(text);
   std::string narrow(plain, '\0');
   std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain), narrow.begin(),
                  [](char16_t unit) { return static_cast<char>(unit); });

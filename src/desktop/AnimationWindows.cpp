@@ -147,7 +147,7 @@ ComPointer<IWICBitmapDecoder> decoderOf(IWICImagingFactory& factory, const std::
   }
   const ComPointer<IWICStream> stream(opened);
   STATSTG about{};
-  if (FAILED(opened->InitializeFromFilename(wideText(shownText(file, 0)), GENERIC_READ)) ||
+  if (FAILED(opened->InitializeFromFilename(Wide(file).get(), GENERIC_READ)) ||
       FAILED(opened->Stat(&about, STATFLAG_NONAME)) || about.cbSize.QuadPart > mostBytes) {
     return nullptr;
   }

@@ -77,20 +77,19 @@ void ButtonPeer::showAll() {
 
 void ButtonPeer::showText() {
   const bool hasCaption = look != ButtonLook::Title && look != ButtonLook::IconOnly;
-  chameleon.set(&ButtonProperties::Caption,
-                hasCaption ? utf8Text(shownButton.caption.get(), charset()) : std::string());
+  chameleon.set(&ButtonProperties::Caption, hasCaption ? shownButton.caption.get() : std::string());
   const std::string& tip = shownButton.toolTip.get();
   const std::string& told = !tip.empty() || hasCaption ? tip : shownButton.caption.get();
-  chameleon.setToolTip(utf8Text(told, charset()));
+  chameleon.setToolTip(told);
   if (!hasCaption) {
     // What a screen reader says of a picture.
-    SetWindowTextW(hwnd(), wideText(shownText(told.empty() ? icon : told, charset())));
+    SetWindowTextW(hwnd(), Wide(told.empty() ? icon : told).get());
   }
 }
 
 void ButtonPeer::showLook() {
   const Font& font = shownButton.font;
-  chameleon.set(&ButtonProperties::Font, {.name = utf8Text(font.name, 0),
+  chameleon.set(&ButtonProperties::Font, {.name = font.name,
                                           .size = font.size > 0 ? font.size : 9,
                                           .isBold = font.isBold,
                                           .isItalic = false,
@@ -140,12 +139,10 @@ int ButtonPeer::widthOf(const std::u16string& text) const {
   return extent.right + around + desk().points(2);
 }
 
-int ButtonPeer::naturalWidth() const {
-  return widthOf(shownText(shownButton.caption.get(), charset()));
-}
+int ButtonPeer::naturalWidth() const { return widthOf(utf16(shownButton.caption.get())); }
 
 int ButtonPeer::narrowestWidth() const {
-  const std::u16string caption = shownText(shownButton.caption.get(), charset());
+  const std::u16string caption = utf16(shownButton.caption.get());
   int widest = 0;
   for (std::size_t start = 0; start < caption.size();) {
     const std::size_t end = std::min(caption.find(u' ', start), caption.size());

@@ -22,12 +22,6 @@
 
 namespace zelvreg::desktop {
 
-// Text of the form as the system's calls take it, and the other way. All of it is UTF-8, whatever
-// the charset of its font.
-std::u16string shownText(std::string_view text, int charset);
-std::string utf8Text(std::string_view text, int charset);
-std::string systemText(std::u16string_view text);
-
 class Desk {
  public:
   explicit Desk(int resolution) : dpi(resolution) {}

@@ -7,12 +7,6 @@
 
 namespace zelvreg::desktop {
 
-std::u16string shownText(std::string_view text, int /*charset*/) { return utf16(text); }
-
-std::string utf8Text(std::string_view text, int charset) { return utf8(shownText(text, charset)); }
-
-std::string systemText(std::u16string_view text) { return utf8(text); }
-
 void Desk::setResolution(int resolution) {
   dpi = resolution;
   fonts.clear();
@@ -24,12 +18,9 @@ HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
   const std::string key = font.name + "|" + std::to_string(size) + (bold ? "|b" : "|");
   controls::FontHandle& known = fonts[key];
   if (!known) {
-    known = controls::makeFont({.name = utf8Text(font.name, 0),
-                                .size = size,
-                                .isBold = bold,
-                                .isItalic = false,
-                                .isUnderlined = false},
-                               dpi);
+    known = controls::makeFont(
+        {.name = font.name, .size = size, .isBold = bold, .isItalic = false, .isUnderlined = false},
+        dpi);
   }
   return known.get();
 }

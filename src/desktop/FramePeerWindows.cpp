@@ -34,7 +34,7 @@ void FramePeer::changed(const Control& control, Change what, std::size_t row) {
 }
 
 void FramePeer::showText() {
-  SetWindowTextW(hwnd(), wideText(shownText(frame.caption.get(), charset())));
+  SetWindowTextW(hwnd(), Wide(frame.caption.get()).get());
   repaint();
 }
 
@@ -62,7 +62,7 @@ void FramePeer::paintGround(HDC context) const {
     canvas.draw(controls::Shape{0, 0, width, height, radius, 1, line, line});
   }
   if (options.hasTitle || options.hasCaption) {
-    const std::u16string text = shownText(titleOf ? titleOf() : frame.caption.get(), charset());
+    const std::u16string text = utf16(titleOf ? titleOf() : frame.caption.get());
     const controls::Selection selected(buffer.dc(),
                                        desk().font(frame.font, options.hasTitle ? 3 : 0, true));
     SetBkMode(buffer.dc(), TRANSPARENT);

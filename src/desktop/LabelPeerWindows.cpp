@@ -75,7 +75,7 @@ LabelPeer::LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook
   showAll();
 }
 
-std::u16string LabelPeer::text() const { return shownText(label.caption.get(), charset()); }
+std::u16string LabelPeer::text() const { return utf16(label.caption.get()); }
 
 HFONT LabelPeer::fontInUse() const {
   const LabelStyle style = styleOf(look);

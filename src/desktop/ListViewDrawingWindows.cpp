@@ -107,8 +107,8 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   const CellStyle style = list.cellStyle(row, column);
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), shownText(list.text(row, column), textCharset()), cell,
-           isRight ? DT_RIGHT : DT_LEFT, cellColour(row, column));
+  drawText(buffer.dc(), utf16(list.text(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
+           cellColour(row, column));
 }
 
 // In high contrast a highlighted row has one colour for all that it shows.
@@ -157,7 +157,7 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   canvas.fill({0, height - 1, width, height}, desk().colour(Tone::Line));
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), shownText(list.columnHeaders()[column].text, charset()),
+  drawText(buffer.dc(), utf16(list.columnHeaders()[column].text),
            {desk().points(cellMargin), 0, width - desk().points(6), height},
            isRight ? DT_RIGHT : DT_LEFT, desk().colour(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);

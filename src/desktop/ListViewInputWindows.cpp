@@ -1,7 +1,40 @@
 // What the mouse and the keys do in a list.
+#include <algorithm>
+
 #include "desktop/ListViewPeer.h"
 
 namespace zelvreg::desktop {
+namespace {
+
+// Without regard to case, as the system tells names apart.
+bool isSame(std::u16string_view first, std::u16string_view second) {
+  const auto call = [](std::u16string_view text) { return reinterpret_cast<LPCWSTR>(text.data()); };
+  return CompareStringOrdinal(call(first), static_cast<int>(first.size()), call(second),
+                              static_cast<int>(second.size()), TRUE) == CSTR_EQUAL;
+}
+
+}  // namespace
+
+// The row whose text begins with the letters that the user has typed, or is all of a text that
+// another program looks for; -1 for none. Rows of a virtual list are nobody else's to search.
+LRESULT ListViewPeer::findItem(const NMLVFINDITEMW& search) const {
+  if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0) {
+    return -1;
+  }
+  const bool isHeadEnough = (search.lvfi.flags & LVFI_PARTIAL) != 0;
+  const std::u16string_view wanted(reinterpret_cast<const char16_t*>(search.lvfi.psz));
+  const auto count = static_cast<int>(list.count());
+  const int start = std::max(0, search.iStart);
+  const int end = (search.lvfi.flags & LVFI_WRAP) != 0 ? start + count : count;
+  for (int item = start; item < end; ++item) {
+    const std::u16string text = utf16(list.text(static_cast<std::size_t>(item % count) + 1, 0));
+    const std::u16string_view shown(text);
+    if (isSame(isHeadEnough ? shown.substr(0, wanted.size()) : shown, wanted)) {
+      return item % count;
+    }
+  }
+  return -1;
+}
 
 void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
   if (isShowing || (change.uChanged & LVIF_STATE) == 0) {

@@ -25,8 +25,6 @@ struct ListOptions {
   bool hasChecks = false;
   bool hasIcons = false;
   bool selectsSeveral = false;
-  // Rows hold text of the system, not of the program's language.
-  bool holdsSystemText = false;
   // Points at 96 to the inch, for the columns as they stand; the last takes what is left.
   std::vector<int> columnWidths;
 };
@@ -72,6 +70,7 @@ class ListViewPeer : public Peer {
   void fitColumns();
 
   void giveItem(LVITEMW& item) const;
+  [[nodiscard]] LRESULT findItem(const NMLVFINDITEMW& search) const;
   void itemChanged(const NMLISTVIEW& change);
   bool pressed(POINT where);
   bool keyPressed(WPARAM key);
@@ -88,7 +87,6 @@ class ListViewPeer : public Peer {
   LRESULT drawHeader(NMCUSTOMDRAW& request) const;
   [[nodiscard]] std::optional<Tone> iconTone(std::size_t row) const;
   [[nodiscard]] Rgb cellColour(std::size_t row, std::size_t column) const;
-  [[nodiscard]] int textCharset() const { return options.holdsSystemText ? 0 : charset(); }
   // Rounded down, so that all rows fit where they are to fit.
   [[nodiscard]] int rowPixels() const { return rowHeight * desk().resolution() / 96; }
   [[nodiscard]] int checkRight() const { return options.hasChecks ? desk().points(30) : 0; }

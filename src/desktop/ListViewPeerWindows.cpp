@@ -132,7 +132,7 @@ void ListViewPeer::catchUp() {
   const Stale changes = std::exchange(stale, {});
   if (changes.columns) {
     for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
-      std::u16string text = shownText(list.columnHeaders()[column].text, charset());
+      std::u16string text = utf16(list.columnHeaders()[column].text);
       LVCOLUMNW description{};
       description.mask = LVCF_TEXT;
       description.pszText = roomIn(text);
@@ -173,6 +173,8 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
     case LVN_GETDISPINFOW:
       giveItem(reinterpret_cast<NMLVDISPINFOW&>(told).item);
       return 0;
+    case LVN_ODFINDITEMW:
+      return findItem(reinterpret_cast<NMLVFINDITEMW&>(told));
     case LVN_ITEMCHANGED:
       itemChanged(reinterpret_cast<NMLISTVIEW&>(told));
       return 0;
@@ -207,8 +209,7 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
 void ListViewPeer::giveItem(LVITEMW& item) const {
   const std::size_t row = static_cast<std::size_t>(item.iItem) + 1;
   if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
-    const std::u16string text =
-        shownText(list.text(row, static_cast<std::size_t>(item.iSubItem)), textCharset());
+    const std::u16string text = utf16(list.text(row, static_cast<std::size_t>(item.iSubItem)));
     const auto shown = controls::firstUnits(text, static_cast<std::size_t>(item.cchTextMax) - 1);
     *std::ranges::copy(shown, item.pszText).out = L'\0';
   }

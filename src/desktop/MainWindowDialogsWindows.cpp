@@ -37,7 +37,7 @@ void showHelp(HWND owner, const std::string& file, int context) {
   const auto call =
       reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
   if (call != nullptr) {
-    call(owner, wideText(shownText(file, 0)), helpContext, static_cast<DWORD_PTR>(context));
+    call(owner, Wide(file).get(), helpContext, static_cast<DWORD_PTR>(context));
   }
 }
 
@@ -61,13 +61,11 @@ void MainWindow::connectForm() {
 
 Answer MainWindow::showMessage(const UserMessage& message) {
   desk.catchUp();
-  // English and names of the system, whatever language the form speaks.
-  const std::u16string text = shownText(message.text, 0);
-  const std::u16string title =
-      shownText(message.title.empty() ? form.Label1.caption.get() : message.title, 0);
+  const Wide text(message.text);
+  const Wide title(message.title.empty() ? form.Label1.caption.get() : message.title);
   // Whichever of the program's windows the user works in, also while another program is in front.
   HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
-  const int answer = MessageBoxW(owner, wideText(text), wideText(title),
+  const int answer = MessageBoxW(owner, text.get(), title.get(),
                                  (message.isQuestion ? MB_YESNO : MB_OK) | iconOf(message.icon));
   if (!message.isQuestion) {
     return Answer::Ok;
@@ -77,26 +75,25 @@ Answer MainWindow::showMessage(const UserMessage& message) {
 
 std::string MainWindow::askForFile(const CommonDialog& dialog) {
   std::array<char16_t, 1024> file{};
-  std::u16string filter = shownText(dialog.filter, 0) + u"||";
+  std::u16string filter = utf16(dialog.filter) + u"||";
   for (char16_t& character : filter) {
     character = character == u'|' ? u'\0' : character;
   }
   // "*.txt" names the ending "txt".
   const std::size_t dot = dialog.defaultExtension.rfind('.');
-  const std::u16string extension = shownText(
-      dot == std::string::npos ? dialog.defaultExtension : dialog.defaultExtension.substr(dot + 1),
-      0);
-  const std::u16string title = shownText(dialog.title, 0);
+  const Wide extension(
+      std::string_view(dialog.defaultExtension).substr(dot == std::string::npos ? 0 : dot + 1));
+  const Wide title(dialog.title);
   OPENFILENAMEW request{};
   request.lStructSize = sizeof request;
   request.hwndOwner = window;
   request.lpstrFilter = wideText(filter);
   request.lpstrFile = roomIn(file);
   request.nMaxFile = static_cast<DWORD>(file.size());
-  request.lpstrTitle = wideText(title);
-  request.lpstrDefExt = wideText(extension);
+  request.lpstrTitle = title.get();
+  request.lpstrDefExt = extension.get();
   request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
-  return GetSaveFileNameW(&request) != FALSE ? systemText(file.data()) : std::string();
+  return GetSaveFileNameW(&request) != FALSE ? utf8(file.data()) : std::string();
 }
 
 void MainWindow::openMenu(POINT onScreen) {
@@ -106,8 +103,7 @@ void MainWindow::openMenu(POINT onScreen) {
   const std::array<const MenuEntry*, 5> entries{&form.b, &form.c, &form.g, &form.i, &form.e};
   HMENU menu = CreatePopupMenu();
   for (UINT number = 0; number < entries.size(); ++number) {
-    AppendMenuW(menu, MF_STRING, number + 1,
-                wideText(shownText(entries[number]->caption, form.langCode)));
+    AppendMenuW(menu, MF_STRING, number + 1, Wide(entries[number]->caption).get());
   }
   if (form.menus.drawing != MenuDrawing::System) {
     const bool isForeign = form.menus.drawing == MenuDrawing::InOwnCharset;

@@ -69,7 +69,7 @@ void MainWindow::attachWindowParts() {
   outline->Refresh();
   menuHolder = std::make_unique<controls::CMWndProc>(window);
   tray.area().setIcon(desk.icon("emblem"));
-  tray.area().setToolTip(utf8Text(form.TrayArea1.toolTip.get(), 0));
+  tray.area().setToolTip(form.TrayArea1.toolTip);
   tray.area().onNotice = [this](controls::TrayNotice notice) {
     if (notice.event == controls::TrayEvent::MouseUp && notice.button == 1) {
       form.TrayArea1.click();
@@ -117,7 +117,7 @@ void MainWindow::showWindow(Change what) {
 }
 
 void MainWindow::showTray() {
-  tray.area().setToolTip(utf8Text(form.TrayArea1.toolTip.get(), 0));
+  tray.area().setToolTip(form.TrayArea1.toolTip);
   tray.area().setVisible(form.TrayArea1.visible);
 }
 

@@ -53,7 +53,6 @@ class Peer : public ControlPeer {
 
   [[nodiscard]] Desk& desk() const { return shared; }
   [[nodiscard]] Control& control() const { return shown; }
-  [[nodiscard]] int charset() const { return shown.font.get().charset; }
   // The ring around what has the focus, inside the buffer's edge; none while it is elsewhere.
   void drawFocus(const controls::PaintBuffer& buffer) const;
   void repaint() const { InvalidateRect(window, nullptr, FALSE); }

@@ -14,7 +14,7 @@ std::string typedText(HWND window) {
   std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
   const int length = GetWindowTextW(window, roomIn(text), static_cast<int>(text.size()));
   text.resize(static_cast<std::size_t>(length));
-  return systemText(text);
+  return utf8(text);
 }
 
 }  // namespace
@@ -28,7 +28,7 @@ EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
 
 void EditPeer::showText() {
   if (!isTyped) {
-    SetWindowTextW(hwnd(), wideText(shownText(box.text(), 0)));
+    SetWindowTextW(hwnd(), Wide(box.text()).get());
   }
 }
 
@@ -119,8 +119,7 @@ void ComboPeer::showPlace() {
 void ComboPeer::showRows(Change /*what*/, std::size_t /*row*/) {
   for (auto shown = static_cast<int>(SendMessageW(hwnd(), CB_GETCOUNT, 0, 0)); shown < box.count();
        ++shown) {
-    SendMessageW(hwnd(), CB_ADDSTRING, 0,
-                 reinterpret_cast<LPARAM>(wideText(shownText(box.entry(shown), 0))));
+    SendMessageW(hwnd(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(box.entry(shown)).get()));
   }
 }
 
@@ -130,7 +129,7 @@ void ComboPeer::showText() {
   }
   SendMessageW(hwnd(), CB_SETCURSEL, static_cast<WPARAM>(box.listIndex()), 0);
   if (box.comboStyle() == ComboStyle::Editable) {
-    SetWindowTextW(hwnd(), wideText(shownText(box.text(), 0)));
+    SetWindowTextW(hwnd(), Wide(box.text()).get());
   }
 }
 

@@ -56,7 +56,7 @@ const std::string& CheckPeer::caption() const {
   return box != nullptr ? box->caption.get() : option->caption.get();
 }
 
-void CheckPeer::showText() { SetWindowTextW(hwnd(), wideText(shownText(caption(), charset()))); }
+void CheckPeer::showText() { SetWindowTextW(hwnd(), Wide(caption()).get()); }
 
 void CheckPeer::showValue() {
   SendMessageW(hwnd(), BM_SETCHECK, isOn() ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -93,7 +93,7 @@ void CheckPeer::paint() {
     SetBkMode(buffer.dc(), TRANSPARENT);
     SetTextColor(buffer.dc(), controls::colorRef(
                                   desk().colour(control().enabled ? Tone::Text : Tone::Disabled)));
-    const std::u16string text = shownText(caption(), charset());
+    const std::u16string text = utf16(caption());
     DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &place,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
     drawFocus(buffer);

@@ -209,5 +209,44 @@ TEST_F(MainWindowTest, WhatIsTypedReachesTheSearch) {
   EXPECT_EQ(form.cboFind.text(), "abc");
 }
 
+TEST_F(MainWindowTest, WhatIsTypedIsTextOfAnyScript) {
+  HWND combo = windowOf(form.cboFind, L"ComboBox");
+  HWND edit = FindWindowExW(combo, nullptr, L"Edit", nullptr);
+  ASSERT_NE(edit, nullptr);
+  SendMessageW(edit, EM_SETSEL, 0, -1);
+  SendMessageW(edit, EM_REPLACESEL, FALSE,
+               reinterpret_cast<LPARAM>(L"\u0418\u0432\u0430\u043D \u8868"));
+  for (const wchar_t unit : {L'\\', L'\xD83D', L'\xDE00'}) {
+    SendMessageW(edit, WM_CHAR, unit, 1);
+  }
+  EXPECT_EQ(form.cboFind.text(), "\xD0\x98\xD0\xB2\xD0\xB0\xD0\xBD \xE8\xA1\xA8\\\xF0\x9F\x98\x80");
+}
+
+TEST_F(MainWindowTest, ALetterThatIsTypedFindsTheRowThatBeginsWithIt) {
+  // Latin, Cyrillic in capitals and not, Japanese.
+  for (const char* text : {"app", "\xD0\x98\xD0\xB2\xD0\xB0\xD0\xBD", "\xE8\xA1\xA8\xE8\xA8\x88",
+                           "\xD0\xB8\xD0\xB2\xD1\x8B", "apple"}) {
+    form.View3.add(text);
+  }
+  serve();
+  HWND list = windowOf(form.View3, WC_LISTVIEWW);
+  const auto find = [list](const wchar_t* text, UINT flags, int behind = -1) {
+    LVFINDINFOW wanted{};
+    wanted.flags = flags;
+    wanted.psz = text;
+    return SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(behind),
+                        reinterpret_cast<LPARAM>(&wanted));
+  };
+  EXPECT_EQ(find(L"\u8868", LVFI_PARTIAL), 2);
+  EXPECT_EQ(find(L"\u0438\u0412", LVFI_PARTIAL), 1) << "in another case";
+  EXPECT_EQ(find(L"\u0438\u0432\u044B", LVFI_PARTIAL), 3);
+  EXPECT_EQ(find(L"APPL", LVFI_PARTIAL), 4);
+  EXPECT_EQ(find(L"apple", LVFI_STRING), 4);
+  EXPECT_EQ(find(L"appl", LVFI_STRING), -1);
+  EXPECT_EQ(find(L"b", LVFI_PARTIAL | LVFI_WRAP), -1);
+  SendMessageW(list, WM_CHAR, L'\u0438', 1);
+  EXPECT_EQ(form.View3.selectedRow(), 2U);
+}
+
 }  // namespace
 }  // namespace zelvreg::desktop

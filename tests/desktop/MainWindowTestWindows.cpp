@@ -1,4 +1,6 @@
 // The window exists on Windows alone.
+#include <cwchar>
+
 #include "controls/modShadow.h"
 #include "desktop/MainWindowFixture.h"
 
@@ -34,11 +36,62 @@ TEST_F(MainWindowTest, AButtonShowsItsCaptionAndWhetherItIsEnabled) {
   EXPECT_NE(IsWindowEnabled(button), FALSE);
 }
 
-TEST_F(MainWindowTest, CaptionsAreInTheCodePageOfTheirCharset) {
+// A path of three scripts and a character outside of the first plane.
+constexpr const wchar_t* mixedPath =
+    L"C:\\\u0418\u0432\u0430\u043D\\\u8868\u30BD\\\u05D0\U0001F600";
+const std::string mixedText =
+    "C:\\\xD0\x98\xD0\xB2\xD0\xB0\xD0\xBD\\\xE8\xA1\xA8\xE3\x82\xBD\\\xD7\x90\xF0\x9F\x98\x80";
+
+TEST_F(MainWindowTest, CaptionsAreOfAnyScriptWhateverTheCharsetOfTheirFont) {
   constexpr int eastEurope = 238;
-  form.cmd_start.font = Font{.name = "Segoe UI", .size = 9, .charset = eastEurope, .isBold = false};
-  form.cmd_start.caption = "\x8F\xF3";
-  EXPECT_EQ(textOf(windowOf(form.cmd_start, L"Button")), L"\x0179\x00F3");
+  const Font font{.name = "Segoe UI", .size = 9, .charset = eastEurope, .isBold = false};
+  form.cmd_start.font = font;
+  form.cmd_start.caption = mixedText;
+  EXPECT_EQ(textOf(windowOf(form.cmd_start, L"Button")), mixedPath);
+  form.ChCase.font = font;
+  form.ChCase.caption = mixedText;
+  EXPECT_EQ(textOf(windowOf(form.ChCase, L"Button")), mixedPath);
+  form.Frame1.caption = mixedText;
+  EXPECT_EQ(textOf(windowOf(form.Frame1, L"ZelvregFrame")), mixedPath);
+  form.cboFind.setText(mixedText);
+  EXPECT_EQ(textOf(windowOf(form.cboFind, L"ComboBox")), mixedPath);
+  // A label has the text that screen readers read when it is drawn.
+  HWND label = windowOf(form.Label10, L"Static");
+  form.Label10.caption = mixedText;
+  form.Frame2.visible = true;
+  ShowWindow(window.hwnd(), SW_SHOW);
+  RedrawWindow(label, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+  EXPECT_EQ(textOf(label), mixedPath);
+}
+
+TEST_F(MainWindowTest, AListShowsTextsOfAnyScript) {
+  form.View2.setColumnHeader(1, mixedText);
+  form.View2.add("\xED\xA0\x80 lone");
+  form.View2.setText(1, 1, mixedText);
+  serve();
+  HWND list = windowOf(form.View2, WC_LISTVIEWW);
+  const auto cell = [list](int column, int room) {
+    wchar_t text[64] = {};
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = room;
+    SendMessageW(list, LVM_GETITEMTEXTW, 0, reinterpret_cast<LPARAM>(&item));
+    return std::wstring(text);
+  };
+  EXPECT_EQ(cell(0, 64), L"\xD800 lone");
+  EXPECT_EQ(cell(1, 64), mixedPath);
+  const int all = static_cast<int>(std::wcslen(mixedPath));
+  EXPECT_EQ(cell(1, all + 1), mixedPath);
+  EXPECT_EQ(cell(1, all), std::wstring(mixedPath, static_cast<std::size_t>(all) - 2))
+      << "no pair is cut in half";
+  wchar_t heading[64] = {};
+  LVCOLUMNW column{};
+  column.mask = LVCF_TEXT;
+  column.pszText = heading;
+  column.cchTextMax = 64;
+  SendMessageW(list, LVM_GETCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+  EXPECT_STREQ(heading, mixedPath);
 }
 
 TEST_F(MainWindowTest, AListOfAHundredThousandRowsIsAskedForRowByRow) {

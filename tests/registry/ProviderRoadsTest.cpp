@@ -196,7 +196,7 @@ class WholeScanRoadsTest : public fixture::ComputerFixture {
     setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", "Gone",
             "%ProgramFiles%\\gone.exe", REG_EXPAND_SZ);
     setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Gone",
-            "UninstallString", "C:\\Gone\\gr\xFCn.exe");
+            "UninstallString", "C:\\Gone\\grün.exe");
   }
 };
 

@@ -1,6 +1,7 @@
 #include "support/OtherScript.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 #include "scan/ScannedKeys.h"
@@ -126,6 +127,18 @@ std::string OtherScript::write(std::string_view text) const {
     text.remove_prefix(length);
   }
   return written;
+}
+
+std::string OtherScript::writeCell(const std::string& text) const {
+  constexpr std::array<std::string_view, 5> ownWords{"Add/Remove programs", "Bad File Reference",
+                                                     "Users MRU lists", "Startup programs",
+                                                     "Missing Mui cache reference"};
+  return std::ranges::find(ownWords, text) == ownWords.end() ? write(text) : text;
+}
+
+const OtherScript& latinScript() {
+  static const OtherScript script("Latin", following(U'a'), following(U'A'));
+  return script;
 }
 
 const std::vector<OtherScript>& otherScripts() {

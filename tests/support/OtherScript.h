@@ -22,6 +22,8 @@ class OtherScript {
   // The text with each letter replaced. Words that rules look for stay, as do letters of drives,
   // versions, class identifiers and security identifiers.
   [[nodiscard]] std::string write(std::string_view text) const;
+  // The same of a cell of the results, where some texts are the program's own words.
+  [[nodiscard]] std::string writeCell(const std::string& text) const;
 
  private:
   [[nodiscard]] std::string letterFor(char letter) const;
@@ -32,6 +34,9 @@ class OtherScript {
 };
 
 inline void PrintTo(const OtherScript& script, std::ostream* out) { *out << script.name(); }
+
+// Every letter for itself.
+const OtherScript& latinScript();
 
 // Scripts with capitals and without, whose characters have bytes of the code pages of Japanese,
 // Chinese and Korean that are separators or letters of ASCII; characters beyond the first 65,536,

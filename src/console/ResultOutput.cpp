@@ -2,6 +2,7 @@
 
 #include "console/HostFile.h"
 #include "reports/Report.h"
+#include "runtime/OwnText.h"
 
 namespace zelvreg::console {
 
@@ -21,7 +22,7 @@ void printResult(const ScanResult& result, const Options& options, const Streams
 
 void writeReport(const Form42& form, const Options& options) {
   if (!options.reportFile.empty()) {
-    writeHostFile(options.reportFile, reportText(form));
+    writeHostFile(options.reportFile, ownBytes(reportText(form)));
   }
 }
 

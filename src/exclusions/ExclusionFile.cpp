@@ -3,6 +3,9 @@
 #include <windows.h>
 
 #include "runtime/FileText.h"
+#include "runtime/OwnText.h"
+#include "text/Characters.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -45,7 +48,7 @@ std::string takePlain(std::string_view& text) {
 
 std::vector<std::string> exclusionsIn(std::string_view text) {
   std::vector<std::string> entries;
-  if (text.size() < shortestFile) {
+  if (characterCount(firstCharacters(text, shortestFile)) < shortestFile) {
     return entries;
   }
   while (!text.empty()) {
@@ -56,21 +59,21 @@ std::vector<std::string> exclusionsIn(std::string_view text) {
 }
 
 std::vector<std::string> readExclusions(const Form42& form) {
-  return exclusionsIn(readFileText(pathOf(form)).value_or(""));
+  return exclusionsIn(ownText(readFileText(pathOf(form)).value_or("")));
 }
 
 void appendExclusion(const Form42& form, const std::string& entry) {
-  appendFileText(pathOf(form), entry + std::string(lineEnds));
+  appendOwnText(pathOf(form), entry + std::string(lineEnds));
 }
 
-void deleteExclusions(const Form42& form) { DeleteFileA(pathOf(form).c_str()); }
+void deleteExclusions(const Form42& form) { DeleteFileW(Wide(pathOf(form)).get()); }
 
 void writeExclusions(const Form42& form, const std::vector<std::string>& lines) {
   std::string text;
   for (const std::string& line : lines) {
     text.append(line).append(lineEnds);
   }
-  replaceFileText(pathOf(form), text);
+  replaceFileText(pathOf(form), ownBytes(text));
 }
 
 }  // namespace zelvreg

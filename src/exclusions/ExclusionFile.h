@@ -1,4 +1,5 @@
-// The file of exclusions in the program's folder: one entry a line.
+// The file of exclusions in the program's folder: one entry a line, encoded as runtime/OwnText.h
+// tells.
 //
 // Writing and reading are not symmetric. Lines are written as they are, and read as the runtime's
 // input of fields does: a comma ends an entry, blanks in front of an entry are passed over, an
@@ -14,7 +15,7 @@
 
 namespace zelvreg {
 
-// The entries of a file's text. A text of fewer than 10 bytes has none, whatever it holds.
+// The entries of a file's text. A text of fewer than 10 characters has none, whatever it holds.
 std::vector<std::string> exclusionsIn(std::string_view text);
 
 // The entries of the file; none if it cannot be read.

@@ -4,6 +4,7 @@
 
 #include "exclusions/ExclusionFile.h"
 #include "scan/Findings.h"
+#include "text/Characters.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
 #include "text/Text.h"
@@ -25,7 +26,7 @@ Entry entryOf(std::string_view text) {
 // pattern that the match refuses takes every row: the condition fails and falls into its block.
 bool isExcluded(const std::string& key, const Entry& entry) {
   return entry.isPlain ? key.starts_with(entry.pattern)
-                       : matchesPattern(std::string_view(key).substr(0, entry.pattern.size()),
+                       : matchesPattern(firstCharacters(key, characterCount(entry.pattern)),
                                         entry.pattern) != Match::No;
 }
 

@@ -5,6 +5,7 @@
 
 #include "reports/EditorProcess.h"
 #include "text/Text.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg {
 
@@ -13,11 +14,11 @@ void killprocess() {
   if (snapshot == INVALID_HANDLE_VALUE) {
     return;
   }
-  PROCESSENTRY32 entry{};
+  PROCESSENTRY32W entry{};
   entry.dwSize = sizeof entry;
-  BOOL isThere = Process32First(snapshot, &entry);
-  while (isThere != FALSE && lowerCase(entry.szExeFile) != "regedit.exe") {
-    isThere = Process32Next(snapshot, &entry);
+  BOOL isThere = Process32FirstW(snapshot, &entry);
+  while (isThere != FALSE && lowerCase(utf8(entry.szExeFile)) != "regedit.exe") {
+    isThere = Process32NextW(snapshot, &entry);
   }
   CloseHandle(snapshot);
   if (isThere != FALSE) {

@@ -7,6 +7,7 @@
 #include "runtime/WindowsFolder.h"
 #include "scan/Findings.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 #include "widgets/SystemText.h"
 
 namespace zelvreg {
@@ -14,7 +15,15 @@ namespace {
 
 // The path is quoted, as a blank in a folder's name would end the program's.
 void start(const std::string& program, const std::string& arguments = {}) {
-  WinExec(("\"" + program + "\"" + arguments).c_str(), SW_SHOWNORMAL);
+  std::u16string commandLine = utf16(untilNul("\"" + program + "\"" + arguments));
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION started{};
+  if (CreateProcessW(nullptr, roomIn(commandLine), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                     &startup, &started) != FALSE) {
+    CloseHandle(started.hProcess);
+    CloseHandle(started.hThread);
+  }
 }
 
 }  // namespace

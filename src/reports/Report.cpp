@@ -4,12 +4,12 @@
 // shellapi needs windows.h before it.
 #include <shellapi.h>
 
-#include <algorithm>
-
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
+#include "runtime/OwnText.h"
 #include "scan/Findings.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -24,16 +24,25 @@ std::string toNextZone(std::string line) {
   return line;
 }
 
+// Names of keys may hold anything; a terminal would obey some of it.
+std::string withoutControls(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    const bool isControl = next.code < 0x20 || (next.code >= 0x7F && next.code < 0xA0);
+    result += isControl ? " " : text.substr(0, next.size);
+    text.remove_prefix(next.size);
+  }
+  return result;
+}
+
 std::string rowLine(const Form42& form, std::size_t row) {
   std::string line;
   for (const std::size_t column : {locationColumn, rootNameColumn, subKeyColumn, badValueColumn}) {
     line += line.empty() && column == locationColumn ? "" : "  |  ";
     line += trim(form.View2.text(row, column));
   }
-  // Names of keys may hold anything; a terminal would obey some of it.
-  std::ranges::replace_if(
-      line, [](unsigned char byte) { return byte < 0x20 || byte == 0x7F; }, ' ');
-  return line;
+  return withoutControls(line);
 }
 
 }  // namespace
@@ -63,13 +72,13 @@ void saverep(Form42& form) {
   if (trim(file).empty()) {
     return;
   }
-  replaceFileText(file, reportText(form));
-  ShellExecuteA(nullptr, nullptr, file.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  replaceFileText(file, ownBytes(reportText(form)));
+  ShellExecuteW(nullptr, nullptr, Wide(file).get(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 void StartDoc(const std::string& file, long& result) {
-  HINSTANCE answer =
-      ShellExecuteA(GetDesktopWindow(), "Open", file.c_str(), "", "C:\\", SW_SHOWNORMAL);
+  HINSTANCE answer = ShellExecuteW(GetDesktopWindow(), Wide("Open").get(), Wide(file).get(),
+                                   Wide("").get(), Wide("C:\\").get(), SW_SHOWNORMAL);
   result = static_cast<long>(reinterpret_cast<INT_PTR>(answer));
 }
 

@@ -8,7 +8,8 @@
 
 namespace zelvreg {
 
-// All rows of View2, ticked or not, in the machine's code page; lines end in CR LF.
+// All rows of View2, ticked or not; lines end in CR LF. How it is written to a file,
+// runtime/OwnText.h tells.
 std::string reportText(const Form42& form);
 
 // Asks for a name, puts the report there and opens it in the system's viewer. Without rows, or

@@ -4,6 +4,7 @@
 
 #include "runtime/DriveAtHand.h"
 #include "runtime/FileText.h"
+#include "runtime/OwnText.h"
 #include "text/Wide.h"
 
 namespace zelvreg::fileSystemObject {
@@ -44,7 +45,7 @@ bool folderExists(const std::string& path, Shares shares) {
 
 TextStream TextStream::openTextFile(const std::string& path) {
   TextStream stream;
-  stream.content = readFileText(path).value_or("");
+  stream.content = ownText(readFileText(path).value_or(""));
   return stream;
 }
 

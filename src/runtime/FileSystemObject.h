@@ -14,7 +14,8 @@ namespace zelvreg::fileSystemObject {
 bool fileExists(const std::string& path, Shares shares = Shares::Refused);
 bool folderExists(const std::string& path, Shares shares = Shares::Refused);
 
-// A text file read line by line; lines end in CR LF or LF, the last one with or without.
+// A text file in the machine's code page, or in marked UTF-8, read line by line; lines end in CR LF
+// or LF, the last one with or without.
 class TextStream {
  public:
   // A file that cannot be read gives a stream that is at its end.

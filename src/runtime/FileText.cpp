@@ -13,16 +13,6 @@
 namespace zelvreg {
 namespace {
 
-// The empty text for a file that is not there. Nothing for one that is there but cannot be read:
-// what it holds must not be lost.
-std::optional<std::string> contentToKeep(const std::string& path) {
-  auto content = readFileText(path);
-  if (!content && GetFileAttributesW(Wide(path).get()) == INVALID_FILE_ATTRIBUTES) {
-    content.emplace();
-  }
-  return content;
-}
-
 // A new file under a name beside `path` that nothing has: neither what lies there is emptied, nor
 // is anything written through a link. Gives its name in `beside`; INVALID_HANDLE_VALUE if none can
 // be made.
@@ -110,16 +100,12 @@ bool replaceFileText(const std::string& path, std::string_view bytes, FileReader
   return false;
 }
 
-bool appendFileText(const std::string& path, std::string_view bytes, FileReaders readers) {
-  auto content = contentToKeep(path);
-  return content && replaceFileText(path, content->append(bytes), readers);
-}
-
-bool overwriteFileText(const std::string& path, std::string_view bytes, FileReaders readers) {
-  auto content = contentToKeep(path);
-  return content &&
-         replaceFileText(path, content->replace(0, std::min(bytes.size(), content->size()), bytes),
-                         readers);
+std::optional<std::string> contentToKeep(const std::string& path) {
+  auto content = readFileText(path);
+  if (!content && GetFileAttributesW(Wide(path).get()) == INVALID_FILE_ATTRIBUTES) {
+    content.emplace();
+  }
+  return content;
 }
 
 }  // namespace zelvreg

@@ -12,6 +12,10 @@ namespace zelvreg {
 // The bytes of a file; none when it cannot be opened or read to its end.
 std::optional<std::string> readFileText(const std::string& path);
 
+// The bytes of a file that is to be changed: the empty text for one that is not there, none for one
+// that is there but cannot be read, as what it holds must not be lost.
+std::optional<std::string> contentToKeep(const std::string& path);
+
 // Who may read a file that is written: those that the access list of the file that it replaces
 // says, or for a new one that of its folder; or administrators and the system alone.
 enum class FileReaders : std::uint8_t { OfItsFolder, Administrators };
@@ -21,13 +25,6 @@ enum class FileReaders : std::uint8_t { OfItsFolder, Administrators };
 // moment. False, and the old file as it was, if any step fails.
 bool replaceFileText(const std::string& path, std::string_view bytes,
                      FileReaders readers = FileReaders::OfItsFolder);
-
-// The same for a file with this text behind what it holds; a file that is not there is made.
-bool appendFileText(const std::string& path, std::string_view bytes,
-                    FileReaders readers = FileReaders::OfItsFolder);
-// And for one with this text over the beginning of what it holds.
-bool overwriteFileText(const std::string& path, std::string_view bytes,
-                       FileReaders readers = FileReaders::OfItsFolder);
 
 }  // namespace zelvreg
 

@@ -1,6 +1,7 @@
 #include "runtime/OwnText.h"
 
 #include "runtime/CodePageText.h"
+#include "runtime/FileText.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg {
@@ -27,6 +28,11 @@ std::string appendedOwnBytes(std::string_view bytes, std::string_view text) {
   std::string appended(bytes);
   appended += bytes.starts_with(utf8Mark) ? std::string(text) : codePageBytes(text);
   return ownText(appended) == whole ? appended : ownBytes(whole);
+}
+
+bool appendOwnText(const std::string& path, std::string_view text) {
+  const auto content = contentToKeep(path);
+  return content && replaceFileText(path, appendedOwnBytes(*content, text));
 }
 
 }  // namespace zelvreg

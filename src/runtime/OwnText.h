@@ -24,6 +24,10 @@ std::string ownText(std::string_view bytes, UINT codePage = CP_ACP);
 // page of the file cannot hold the text: then all of it becomes UTF-8.
 std::string appendedOwnBytes(std::string_view bytes, std::string_view text);
 
+// The same for the file at a path, which is made if it is not there. False, and the file as it was,
+// if any step fails.
+bool appendOwnText(const std::string& path, std::string_view text);
+
 }  // namespace zelvreg
 
 #endif

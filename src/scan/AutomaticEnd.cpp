@@ -2,6 +2,7 @@
 
 #include "form/ProcessEnd.h"
 #include "runtime/FileText.h"
+#include "runtime/OwnText.h"
 #include "scan/Findings.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
@@ -29,7 +30,7 @@ void writeLocations(const Form42& form) {
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     lines += form.View2.text(row, locationColumn) + "\r\n";
   }
-  replaceFileText(form.programFolder + "\\regtmp.txt", lines);
+  replaceFileText(form.programFolder + "\\regtmp.txt", ownBytes(lines));
 }
 
 void answerRecheck() { keepSetting(settings::recheck, "rc", "1"); }

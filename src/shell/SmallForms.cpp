@@ -15,6 +15,7 @@
 #include "shell/Languages.h"
 #include "shell/SuiteColor.h"
 #include "shell/WindowEvents.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -83,7 +84,7 @@ void frmabout_chameleonButton3_Click(Form42& form) {
 }
 
 void open(const std::string& target) {
-  ShellExecuteA(nullptr, "open", target.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  ShellExecuteW(nullptr, Wide("open").get(), Wide(target).get(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
 }  // namespace

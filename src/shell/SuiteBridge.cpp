@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "form/ProcessEnd.h"
+#include "runtime/CodePageText.h"
 #include "scan/Findings.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -27,9 +29,9 @@ bool isWritable(const void* view) {
 // A named block that other processes can map for as long as this lives.
 class SharedText {
  public:
-  explicit SharedText(const std::string& text)
-      : mapping(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, blockSize,
-                                   blockName)),
+  explicit SharedText(const std::string& bytes)
+      : mapping(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, blockSize,
+                                   Wide(blockName).get())),
         view(mapping == nullptr ? nullptr
                                 : MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, blockSize)) {
     if (view == nullptr || !isWritable(view)) {
@@ -37,8 +39,8 @@ class SharedText {
       return;
     }
     // Without a terminator: the window learns the length by the message.
-    const std::size_t size = std::min<std::size_t>(text.size(), blockSize);
-    std::copy_n(text.begin(), size, static_cast<char*>(view));
+    const std::size_t size = std::min<std::size_t>(bytes.size(), blockSize);
+    std::copy_n(bytes.begin(), size, static_cast<char*>(view));
     FlushViewOfFile(view, size);
   }
   SharedText(const SharedText&) = delete;
@@ -62,12 +64,13 @@ class SharedText {
 }  // namespace
 
 void reportToSuite(const Form42& form, const std::string& text) {
-  const SharedText block(text);
-  HWND window = FindWindowA(nullptr, suiteTitle);
+  const std::string bytes = codePageBytes(text);
+  const SharedText block(bytes);
+  HWND window = FindWindowW(nullptr, Wide(suiteTitle).get());
   if (window == nullptr) {
     endProcess(form);
   }
-  SendMessageA(window, countMessage, text.size(), reinterpret_cast<LPARAM>(&window));
+  SendMessageW(window, countMessage, bytes.size(), reinterpret_cast<LPARAM>(&window));
 }
 
 void Timer2_Timer(Form42& form) { reportToSuite(form, "r|" + rowCountText(form)); }

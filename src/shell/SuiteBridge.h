@@ -8,8 +8,9 @@
 
 namespace zelvreg {
 
-// Puts the text into a block of shared memory and tells the suite's window of it. Ends the process
-// when there is no such window.
+// Puts the text into a block of shared memory, in the machine's code page with something else in
+// the place of what that lacks, and tells the suite's window of it and of its bytes. Ends the
+// process when there is no such window.
 void reportToSuite(const Form42& form, const std::string& text);
 
 // The tick: "r|" and the number of findings so far.

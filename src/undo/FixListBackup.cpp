@@ -4,6 +4,7 @@
 #include "runtime/DateTime.h"
 #include "runtime/FileSystemObject.h"
 #include "runtime/FileText.h"
+#include "runtime/OwnText.h"
 #include "runtime/PrivateFiles.h"
 #include "scan/Findings.h"
 #include "text/Text.h"
@@ -38,7 +39,8 @@ void Command30_Click(Form42& form) {
       lines += lineOf(form, row);
     }
   }
-  replaceFileText(folder + "\\fixreg\\" + stamp + ".txt", lines, FileReaders::Administrators);
+  replaceFileText(folder + "\\fixreg\\" + stamp + ".txt", ownBytes(lines),
+                  FileReaders::Administrators);
 }
 
 void Command31_Click(Form42& form) {

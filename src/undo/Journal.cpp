@@ -1,6 +1,7 @@
 #include "undo/Journal.h"
 
 #include <array>
+#include <vector>
 
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
@@ -50,17 +51,19 @@ void Command21_Click(Form42& form) {
   // The time is read once more for the label, which may lie a second later.
   const bool isListed =
       registerUndoEntry(stamp + " " + timeText(localDateTime(), ":"), stamp, form.exportStem);
-  std::string records;
+  std::vector<JournalRecord> records;
   std::string digit;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     form.messages.doEvents();
     if (form.View2.isChecked(row)) {
       fillRecord(form, row, digit);
-      records += journalBytes(form.journalRecord);
+      records.push_back(form.journalRecord);
     }
   }
+  const std::string path = journalPath(form, stamp);
+  const auto before = contentToKeep(path);
   const bool isWritten =
-      overwriteFileText(journalPath(form, stamp), records, FileReaders::Administrators);
+      before && replaceFileText(path, journalFile(records, *before), FileReaders::Administrators);
   form.isJournalKept = isListed && isWritten;
 }
 

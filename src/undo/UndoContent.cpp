@@ -4,6 +4,7 @@
 
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
+#include "text/Wide.h"
 #include "undo/JournalFile.h"
 #include "undo/UndoRestore.h"
 #include "undo/UndoStores.h"
@@ -12,7 +13,7 @@ namespace zelvreg {
 namespace {
 
 bool isFile(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(Wide(path).get());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
@@ -30,8 +31,8 @@ UndoContent undoContent(const Form42& form, const std::string& label) {
       isPlainStem(stem) ? readFileText(journalPath(form, stem)) : std::optional<std::string>();
   if (journal) {
     content.isJournalThere = true;
-    content.isJournalTorn = isTornJournal(journal->size());
-    content.records = journalRecordCount(journal->size());
+    content.isJournalTorn = isTornJournal(*journal);
+    content.records = journalRecordCount(*journal);
     content.restorable = restorableRecords(*journal);
   }
   return content;

@@ -10,6 +10,7 @@
 #include "text/Numbers.h"
 #include "text/Pattern.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 #include "undo/UndoContent.h"
 #include "undo/UndoRestore.h"
 #include "undo/UndoStores.h"
@@ -96,7 +97,9 @@ void restoreByJournal(Form42& form, const std::string& stem) {
   auto file = readFileText(path);
   if (!file) {
     // Opening a journal that is gone makes it anew.
-    appendFileText(path, "", FileReaders::Administrators);
+    if (contentToKeep(path)) {
+      replaceFileText(path, "", FileReaders::Administrators);
+    }
     file.emplace();
   }
   restoreJournal(form, *file);
@@ -141,7 +144,7 @@ void chameleonButton3_Click(Form42& form) {
   const std::string label = form.View3.text(row, 0);
   const std::int64_t number = numberOfLabel(label);
   if (const std::string stem = undoStem(label); isPlainStem(stem)) {
-    DeleteFileA(journalPath(form, stem).c_str());
+    DeleteFileW(Wide(journalPath(form, stem)).get());
   }
   form.View3.remove(row);
   removeUndoEntry(number);

@@ -113,7 +113,7 @@ int digitOf(const std::string& field, int before) {
 }  // namespace
 
 void restoreJournal(Form42& form, std::string_view file) {
-  const std::size_t count = journalRecordCount(file.size());
+  const std::size_t count = journalRecordCount(file);
   std::size_t number = 1;
   int digit = 0;
   do {
@@ -133,7 +133,7 @@ void restoreJournal(Form42& form, std::string_view file) {
 std::size_t restorableRecords(std::string_view file) {
   std::size_t restorable = 0;
   int digit = 0;
-  for (std::size_t number = 1; number <= journalRecordCount(file.size()); ++number) {
+  for (std::size_t number = 1; number <= journalRecordCount(file); ++number) {
     const JournalRecord record = journalRecordAt(file, number);
     digit = digitOf(record.hive, digit);
     const HiveHandle hive =

@@ -9,8 +9,10 @@
 #include "registry/Hives.h"
 #include "registry/RegistryKey.h"
 #include "scan/Settings.h"
+#include "text/Characters.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 
@@ -30,15 +32,15 @@ std::vector<std::int64_t> undoNumbers() {
   std::set<std::int64_t> numbers;
   const std::int64_t highest = std::max<std::int64_t>(highestUndoNumber(), 1);
   const RegistryKey dates(HiveHandle::LocalMachine, settings::dates, queryOn32BitView);
-  std::array<char, 32> name{};
+  std::array<char16_t, 32> name{};
   for (DWORD index = 0; dates.isOpen(); ++index) {
     auto size = static_cast<DWORD>(name.size());
-    const LONG listed = RegEnumValueA(dates.handle(), index, name.data(), &size, nullptr, nullptr,
+    const LONG listed = RegEnumValueW(dates.handle(), index, roomIn(name), &size, nullptr, nullptr,
                                       nullptr, nullptr);
     if (listed != ERROR_SUCCESS && listed != ERROR_MORE_DATA) {
       break;
     }
-    const std::string text(name.data(), listed == ERROR_SUCCESS ? size : 0);
+    const std::string text = utf8({name.data(), listed == ERROR_SUCCESS ? size : 0});
     const std::int64_t number = leadingInteger(text);
     if (number >= 1 && number <= highest && decimal(number) == text) {
       numbers.insert(number);
@@ -66,7 +68,7 @@ bool isPlainStem(std::string_view stem) {
   };
   const std::string base = lowerCase(trim(stem.substr(0, stem.find('.'))));
   const bool isPort =
-      base.size() == 4 && std::ranges::find(ports, base.substr(0, 3)) != ports.end();
+      characterCount(base) == 4 && std::ranges::find(ports, base.substr(0, 3)) != ports.end();
   return !trim(stem).empty() && std::ranges::none_of(stem, isBad) && !isPort &&
          std::ranges::find(devices, base) == devices.end();
 }
@@ -74,7 +76,7 @@ bool isPlainStem(std::string_view stem) {
 void removeUndoEntry(std::int64_t number) {
   const RegistryKey dates(HiveHandle::LocalMachine, settings::dates, writeOn32BitView);
   if (dates.isOpen()) {
-    RegDeleteValueA(dates.handle(), decimal(number).c_str());
+    RegDeleteValueW(dates.handle(), Wide(decimal(number)).get());
   }
 }
 

@@ -1,6 +1,8 @@
 #include "runtime/OwnText.h"
 
+#include "runtime/FileText.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -17,8 +19,8 @@ TEST_F(OwnTextTest, PlainTextIsTheSameBytes) {
 
 TEST_F(OwnTextTest, EveryTextReturns) {
   for (const std::string text :
-       {"Füße", "сервер", "サーバー", "表计算", "מחשב", "\U0001F600", "\xED\xA0\x80",
-        "a\u0301", "\uFEFF", "\uFFFD", "ï»¿x", "ä сервер サーバー"}) {
+       {"Füße", "сервер", "サーバー", "表计算", "מחשב", "\U0001F600", "\xED\xA0\x80", "a\u0301",
+        "\uFEFF", "\uFFFD", "ï»¿x", "ä сервер サーバー"}) {
     EXPECT_EQ(ownText(ownBytes(text)), text);
     EXPECT_EQ(ownText(appendedOwnBytes(ownBytes("first ä"), text)), "first ä" + text);
   }
@@ -31,6 +33,20 @@ TEST_F(OwnTextTest, BytesThatAreNoUtf8BecomeTextAllTheSame) {
 TEST_F(OwnTextTest, AUtf8FileStaysOneWhateverIsAppended) {
   EXPECT_EQ(appendedOwnBytes("\xEF\xBB\xBFサ\r\n", "plain"), "\xEF\xBB\xBFサ\r\nplain");
   EXPECT_EQ(appendedOwnBytes("\xEF\xBB\xBF", "ä"), "\xEF\xBB\xBFä");
+}
+
+TEST_F(OwnTextTest, ATextGoesBehindWhatAFileHolds) {
+  makeFolder("C:\\OwnText");
+  const std::string path = "C:\\OwnText\\kept.txt";
+  DeleteFileW(Wide(path).get());
+  EXPECT_TRUE(appendOwnText(path, "abc"));
+  EXPECT_TRUE(appendOwnText(path, "def"));
+  EXPECT_EQ(readFileText(path), "abcdef");
+  EXPECT_TRUE(appendOwnText(path, "\xED\xA0\x80"));
+  EXPECT_EQ(readFileText(path),
+            "\xEF\xBB\xBF"
+            "abcdef\xED\xA0\x80");
+  EXPECT_FALSE(appendOwnText("C:\\OwnText\\none\\kept.txt", "abc"));
 }
 
 }  // namespace

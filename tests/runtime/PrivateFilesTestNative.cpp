@@ -60,8 +60,8 @@ TEST_F(PrivateFilesListsTest, AReplacedFileKeepsItsListAndAPrivateOneIsClosed) {
     ASSERT_TRUE(replaceFileText(file, "new"));
     EXPECT_EQ(readFileText(file), "new");
     EXPECT_EQ(securityOf(file), list);
-    ASSERT_TRUE(appendFileText(file, " and more", FileReaders::Administrators));
-    EXPECT_EQ(readFileText(file), "new and more");
+    ASSERT_TRUE(replaceFileText(file, "newer", FileReaders::Administrators));
+    EXPECT_EQ(readFileText(file), "newer");
     EXPECT_EQ(securityOf(file), privateList);
   }
 }

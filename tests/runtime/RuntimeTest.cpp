@@ -99,17 +99,20 @@ TEST_F(RuntimeTest, AWholeFileIsReadHoweverLongItIs) {
   EXPECT_EQ(readFileText("C:\\Runtime\\long.txt"), content);
 }
 
-TEST_F(RuntimeTest, ATextGoesBehindWhatAFileHoldsOrOverItsBeginning) {
-  const std::string path = "C:\\Runtime\\kept.txt";
-  DeleteFileW(Wide(path).get());
-  EXPECT_TRUE(overwriteFileText(path, "abc"));
-  EXPECT_TRUE(appendFileText(path, "def"));
-  EXPECT_EQ(readFileText(path), "abcdef");
-  EXPECT_TRUE(overwriteFileText(path, "AB"));
-  EXPECT_EQ(readFileText(path), "ABcdef");
-  EXPECT_TRUE(overwriteFileText(path, "longer than it"));
-  EXPECT_EQ(readFileText(path), "longer than it");
-  EXPECT_FALSE(overwriteFileText("C:\\Runtime\\none\\kept.txt", "abc"));
+TEST_F(RuntimeTest, AFileThatIsNotThereHasNothingToKeepAndAFolderCannotBeRead) {
+  DeleteFileW(Wide("C:\\Runtime\\kept.txt").get());
+  EXPECT_EQ(contentToKeep("C:\\Runtime\\kept.txt"), "");
+  makeFile("C:\\Runtime\\kept.txt", "abc");
+  EXPECT_EQ(contentToKeep("C:\\Runtime\\kept.txt"), "abc");
+  EXPECT_EQ(contentToKeep("C:\\Runtime"), std::nullopt);
+}
+
+TEST_F(RuntimeTest, LinesOfAMarkedFileAreUtf8) {
+  makeFile("C:\\Runtime\\marked.txt", "\xEF\xBB\xBFсервер\r\nサーバー");
+  auto stream = TextStream::openTextFile("C:\\Runtime\\marked.txt");
+  EXPECT_EQ(stream.readLine(), "сервер");
+  EXPECT_EQ(stream.readLine(), "サーバー");
+  EXPECT_TRUE(stream.atEndOfStream());
 }
 
 TEST_F(RuntimeTest, WhatLiesBesideAReplacedFileStays) {

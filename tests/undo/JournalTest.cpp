@@ -43,8 +43,8 @@ TEST_F(JournalTest, TheTickedRowsAreJournalledInTheOrderOfTheList) {
   Command21_Click(form);
   const std::string file = newestJournal();
   ASSERT_EQ(file.size(), 604U);
-  EXPECT_EQ(file.substr(0, 302), journalBytes({"2", "1", "Software\\Key", "bad value", "first"}));
-  EXPECT_EQ(file.substr(302), journalBytes({"16", "2", "Software\\Key", "bad value", "last"}));
+  EXPECT_EQ(file.substr(0, 302), journalFile({{"2", "1", "Software\\Key", "bad value", "first"}}));
+  EXPECT_EQ(file.substr(302), journalFile({{"16", "2", "Software\\Key", "bad value", "last"}}));
 }
 
 TEST_F(JournalTest, ARootIsADigitAndAnUnknownOneTheDigitOfTheRowBefore) {

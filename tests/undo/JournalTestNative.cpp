@@ -35,7 +35,7 @@ class JournalsOfASecondTest : public fixture::ComputerFixture {
   [[nodiscard]] Texts records(const std::string& stem) const {
     const std::string file = readFileText(form.programFolder + "\\" + stem + ".txt").value_or("");
     Texts texts;
-    for (std::size_t number = 1; number <= journalRecordCount(file.size()); ++number) {
+    for (std::size_t number = 1; number <= journalRecordCount(file); ++number) {
       texts.push_back(journalRecordAt(file, number).text);
     }
     return texts;

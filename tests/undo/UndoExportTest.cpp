@@ -122,8 +122,8 @@ TEST_F(UndoExportTest, OnlyEntriesThatSomethingCanBeRestoredFromAreOffered) {
   const std::string path = journalPath(form, "journal");
   for (const auto& [content, isOffered] :
        {std::pair<std::string, bool>{"", false},
-        {journalBytes({"1", "3", "key", "value", "text"}), false},
-        {journalBytes({"1", "1", "key", "value", "text"}), true}}) {
+        {journalFile({{"1", "3", "key", "value", "text"}}), false},
+        {journalFile({{"1", "1", "key", "value", "text"}}), true}}) {
     makeFile(path, content);
     form.chameleonButton1.click();
     EXPECT_EQ(form.View3.count(), isOffered ? 1U : 0U) << content;
@@ -148,7 +148,7 @@ TEST_F(UndoExportTest, AStemIsAPlainName) {
 
 TEST_F(UndoExportTest, AStemThatLeadsElsewhereIsNeitherReadNorMadeNorDeleted) {
   const std::string notes = "C:\\UndoExportTestNotes\\notes.txt";
-  const std::string record = journalBytes({"13", "1", "SOFTWARE\\UndoExportTest", "y", "z"});
+  const std::string record = journalFile({{"13", "1", "SOFTWARE\\UndoExportTest", "y", "z"}});
   for (const bool isAsDescribed : {false, true}) {
     form.safeguards = isAsDescribed ? asDescribed() : Safeguards();
     makeFile(notes, record);

@@ -152,8 +152,8 @@ TEST_F(UndoPageTest, TheJournalOfTheRowIsWrittenBackAndItsEndIsTold) {
   const JournalRecord lost{"3", "1", "Software\\UndoPageTest", "a.exe", "C:\\a.exe"};
   const JournalRecord other{"3", "1", "Software\\UndoPageTest", "b.exe", "C:\\b.exe"};
   const JournalRecord not1{"3", "1", "Software\\UndoPageTest", "not.exe", "C:\\not.exe"};
-  addEntry("1", "first", "stem 1", journalBytes(not1));
-  addEntry("2", "second", "stem 2", journalBytes(lost) + journalBytes(other));
+  addEntry("1", "first", "stem 1", journalFile({not1}));
+  addEntry("2", "second", "stem 2", journalFile({lost}) + journalFile({other}));
   form.chameleonButton1.click();
   View3_ItemClick(form, 2);
   for (int turn = 1; turn <= 2; ++turn) {
@@ -166,7 +166,7 @@ TEST_F(UndoPageTest, TheJournalOfTheRowIsWrittenBackAndItsEndIsTold) {
   EXPECT_EQ(messages[0].text, "Finished Retriving undo data");
   EXPECT_EQ(messages[0].icon, MessageIcon::Information);
   EXPECT_FALSE(messages[0].isQuestion);
-  EXPECT_EQ(content("stem 2"), journalBytes(lost) + journalBytes(other));
+  EXPECT_EQ(content("stem 2"), journalFile({lost}) + journalFile({other}));
   EXPECT_EQ(labels(), (Texts{"first", "second"}));
   EXPECT_EQ(form.View2.count(), 0U);
 }

@@ -22,7 +22,7 @@ class UndoRestoreTest : public fixture::ComputerFixture {
       removeKey(key);
     }
   }
-  void restore(const JournalRecord& record) { restoreJournal(form, journalBytes(record)); }
+  void restore(const JournalRecord& record) { restoreJournal(form, journalFile({record})); }
 };
 
 TEST_F(UndoRestoreTest, AnIconComesBackAsTheDefaultOfItsKey) {
@@ -103,8 +103,8 @@ TEST_F(UndoRestoreTest, TheOtherDigitsWriteNothing) {
 }
 
 TEST_F(UndoRestoreTest, ADigitThatIsNoNumberIsThatOfTheRecordBefore) {
-  restoreJournal(form, journalBytes({"1", "1", "Software\\UndoRestoreTest", "first", "x"}) +
-                           journalBytes({"1", "", "Software\\UndoRestoreTest", "second", "y"}));
+  restoreJournal(form, journalFile({{"1", "1", "Software\\UndoRestoreTest", "first", "x"}}) +
+                           journalFile({{"1", "", "Software\\UndoRestoreTest", "second", "y"}}));
   EXPECT_EQ(storedText(machineKey, "second"), "y");
 }
 
@@ -133,7 +133,7 @@ TEST_F(UndoRestoreTest, ANameAndATextThatWereCutComeBackCut) {
 
 TEST_F(UndoRestoreTest, ADigitThatIsNoneOfThisSizeIsThatOfTheRecordBefore) {
   const auto record = [](const char* hive, const char* value) {
-    return journalBytes({"771", hive, "Software\\UndoRestoreTest", value, "data"});
+    return journalFile({{"771", hive, "Software\\UndoRestoreTest", value, "data"}});
   };
   restoreJournal(form, record("1", "a") + record("1e300", "b") + record("-32769", "c") +
                            record("word", "d") + record("32767", "e"));

@@ -53,6 +53,8 @@ inline constexpr std::size_t valueNameLength = 6;
 inline constexpr std::size_t valueSize = 8;
 inline constexpr std::uint32_t sizeOfDataInLink = 0x80000000;
 inline constexpr std::size_t valueData = 12;
+inline constexpr std::size_t valueFlags = 0x14;
+inline constexpr std::uint16_t narrowValueNameFlag = 1;
 inline constexpr std::size_t valueName = 0x18;
 
 inline constexpr std::size_t partSize = 16344;

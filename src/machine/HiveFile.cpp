@@ -18,7 +18,8 @@ constexpr std::size_t valueRecordSize = 24;
 
 }  // namespace
 
-HiveFile::HiveFile(std::filesystem::path hiveFile) : file(std::move(hiveFile)) {
+HiveFile::HiveFile(std::filesystem::path hiveFile)
+    : file(std::move(hiveFile)), names(openPlainFile(file)) {
   const auto fail = [this](const std::string& reason) {
     if (hive != nullptr) {
       hivex_close(hive);
@@ -89,12 +90,14 @@ bool HiveFile::subkeys(std::uint32_t node, const TakeSubkey& take) {
     if (!spend(entriesLeft, 1)) {
       return false;
     }
-    const HiveOwned<char> name(firstVisit(*next) ? hivex_node_name(hive, *next) : nullptr);
-    if (name == nullptr) {
+    const bool isNew = firstVisit(*next);
+    const HiveOwned<char> name(isNew ? hivex_node_name(hive, *next) : nullptr);
+    const auto odd = isNew && name == nullptr ? names.ofKey(*next) : std::nullopt;
+    if (name == nullptr && !odd) {
       isWhole = false;
       continue;
     }
-    take(name.get(), static_cast<std::uint32_t>(*next));
+    take(odd ? std::string_view(*odd) : name.get(), static_cast<std::uint32_t>(*next));
   }
   return isWhole;
 }
@@ -106,7 +109,10 @@ bool HiveFile::values(std::uint32_t node, const TakeValue& take) {
     if (!spend(valuesLeft, 1)) {
       return false;
     }
-    const std::optional<HiveValueContent> value = readHiveValue(hive, *next);
+    const HiveOwned<char> name(hivex_value_key(hive, *next));
+    const auto odd = name == nullptr ? names.ofValue(*next) : std::nullopt;
+    const bool hasName = name != nullptr || odd;
+    const auto value = hasName ? readHiveValue(hive, *next) : std::nullopt;
     if (!value) {
       isWhole = false;
       continue;
@@ -114,7 +120,9 @@ bool HiveFile::values(std::uint32_t node, const TakeValue& take) {
     if (!spend(bytesLeft, value->size)) {
       return false;
     }
-    take({.name = value->name(), .type = value->type, .bytes = value->bytes()});
+    take({.name = odd ? std::string_view(*odd) : name.get(),
+          .type = value->type,
+          .bytes = value->bytes()});
   }
   return isWhole;
 }

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "machine/HiveNames.h"
 #include "machine/PlainFile.h"
 
 struct hive_h;
@@ -23,7 +24,7 @@ namespace zelvreg::machine {
 
 // A value as it stands in the hive; name and bytes live until the callback returns.
 struct HiveValue {
-  std::string_view name;  // UTF-8
+  std::string_view name;  // as subkeys have theirs
   DWORD type;
   std::span<const std::byte> bytes;
 };
@@ -43,7 +44,8 @@ class HiveFile {
   [[nodiscard]] const std::filesystem::path& path() const { return file; }
   [[nodiscard]] std::uint32_t root() const { return rootNode; }
 
-  // Each subkey or value of a node that can be read, names in UTF-8, in the order of the hive.
+  // Each subkey or value of a node that can be read, in the order of the hive, names in UTF-8 that
+  // keeps halves of characters.
   // Every node is given once in the life of this object, so a list that leads back to a key above
   // ends there; values end where there are more than a file of this size can truly hold. Ask for
   // each node once. False if anything was passed over.
@@ -71,6 +73,7 @@ class HiveFile {
   [[nodiscard]] bool spend(std::size_t& budget, std::size_t amount);
 
   std::filesystem::path file;
+  HiveNames names;
   hive_h* hive = nullptr;
   FileStamp readStamp{};
   std::uint32_t rootNode = 0;

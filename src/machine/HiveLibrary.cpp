@@ -21,16 +21,15 @@ hive_type hiveType(DWORD number) {
 }
 
 std::optional<HiveValueContent> readHiveValue(hive_h* hive, hive_value_h value) {
-  HiveOwned<char> name(hivex_value_key(hive, value));
   hive_type type = hive_t_none;
   std::size_t size = 0;
   errno = 0;
   HiveOwned<char> bytes(hivex_value_value(hive, value, &type, &size));
   // An empty value may come as null; a real failure says so in errno.
-  if (name == nullptr || (bytes == nullptr && (errno != 0 || size != 0))) {
+  if (bytes == nullptr && (errno != 0 || size != 0)) {
     return std::nullopt;
   }
-  return HiveValueContent{std::move(name), numberOf(type), std::move(bytes), size};
+  return HiveValueContent{numberOf(type), std::move(bytes), size};
 }
 
 std::string hiveReason(int error) {

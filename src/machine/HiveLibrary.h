@@ -26,22 +26,18 @@ using HiveOwned = std::unique_ptr<Content, FreeMemory>;
 DWORD numberOf(const hive_type& type);
 hive_type hiveType(DWORD number);
 
-// A value with its own memory.
+// What a value holds, with its own memory.
 struct HiveValueContent {
-  HiveOwned<char> nameText;
   DWORD type = 0;
   HiveOwned<char> data;
   std::size_t size = 0;
-
-  // UTF-8, up to the first NUL.
-  [[nodiscard]] std::string_view name() const { return nameText.get(); }
 
   [[nodiscard]] std::span<const std::byte> bytes() const {
     return {reinterpret_cast<const std::byte*>(data.get()), size};
   }
 };
 
-// None if its name or its bytes cannot be read.
+// None if it cannot be read.
 std::optional<HiveValueContent> readHiveValue(hive_h* hive, hive_value_h value);
 
 // What an error number of libhivex means for a file.

@@ -26,9 +26,10 @@ std::string hiveName(std::u16string_view name) {
   return narrow;
 }
 
-bool isSameValue(const HiveValueContent& old, const RegistryValue& value) {
+bool isSameValue(std::string_view oldName, const HiveValueContent& old,
+                 const RegistryValue& value) {
   return old.type == value.type && std::ranges::equal(old.bytes(), value.bytes()) &&
-         utf16(old.name()) == value.name();
+         utf16(oldName) == value.name();
 }
 
 // The values as libhivex takes them, with the memory that they need.
@@ -83,6 +84,10 @@ HiveWriter::~HiveWriter() { hivex_close(hive); }
 void HiveWriter::eraseKey(std::uint32_t node) {
   errno = 0;
   if (hivex_node_delete_child(hive, node) != 0) {
+    // libhivex looks at each name that goes, and an open hive has a sound header.
+    if (errno == EILSEQ || errno == EINVAL) {
+      throw MachineError("a name of it or below it is no proper Unicode text");
+    }
     refuse("it cannot be deleted", errno);
   }
 }
@@ -103,14 +108,17 @@ bool HiveWriter::hasJust(std::uint32_t node, const ValueList& values) const {
   bool isSame = true;
   std::size_t count = 0;
   for (const hive_value_h* next = old.get(); next != nullptr && *next != 0; ++next, ++count) {
+    const HiveOwned<char> nameText(hivex_value_key(hive, *next));
+    const std::string_view name = nameText == nullptr ? "" : nameText.get();
     const std::optional<HiveValueContent> content = readHiveValue(hive, *next);
-    const bool isWhole = content && content->name().size() == hivex_value_key_len(hive, *next) &&
-                         utf16(content->name()).size() <= maximumValueNameLength;
+    const bool isWhole = content && nameText != nullptr &&
+                         name.size() == hivex_value_key_len(hive, *next) &&
+                         utf16(name).size() <= maximumValueNameLength;
     if (!isWhole) {
       throw MachineError("another value of it cannot be read and would be lost");
     }
     const RegistryValue* value = values.at(count);
-    isSame = isSame && value != nullptr && isSameValue(*content, *value);
+    isSame = isSame && value != nullptr && isSameValue(name, *content, *value);
   }
   if (old == nullptr || count != hivex_node_nr_values(hive, node)) {
     throw MachineError("its list of values is damaged");

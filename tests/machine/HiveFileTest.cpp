@@ -62,6 +62,25 @@ TEST_F(HiveFileTest, KeysAndValuesAreThoseOfTheHive) {
   EXPECT_FALSE(tree.contentChanged());
 }
 
+TEST_F(HiveFileTest, NamesWithHalfOfACharacterAreReadToo) {
+  {
+    HiveBuilder hive(file());
+    hive.text("Vendor\\\u4E2Dx\\Below", "\u8868x", "text");
+    hive.text("Vendor", "", "default");
+  }
+  overwrite(offsetOf(std::string("\x2D\x4Ex\0", 4)), std::string("\0\xD8", 2));
+  overwrite(offsetOf(std::string("\x68\x88x\0", 4)), std::string("\0\xDC", 2));
+  Registry& tree = mounted();
+  RegistryKey* vendor = tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)");
+  ASSERT_NE(vendor, nullptr);
+  EXPECT_EQ(tree.values(*vendor).size(), 1U);
+  RegistryKey* below = tree.find("HKEY_LOCAL_MACHINE\\SOFTWARE\\Vendor\\\xED\xA0\x80x\\Below");
+  ASSERT_NE(below, nullptr);
+  ASSERT_NE(tree.values(*below).find(u"\xDC00x"), nullptr);
+  EXPECT_EQ(tree.values(*below).find(u"\xDC00x")->dataSize, 10U);
+  EXPECT_TRUE(below->hive->damage().empty());
+}
+
 TEST_F(HiveFileTest, OnlyWhatIsAskedForIsRead) {
   {
     HiveBuilder hive(file());

@@ -230,6 +230,37 @@ TEST_F(OfflineSaveTest, ANameThatNoHiveCanHoldIsRefusedBeforeAnythingIsWritten) 
   EXPECT_TRUE(allFiles() == files);
 }
 
+TEST_F(OfflineSaveTest, WhatIsNamedByHalfOfACharacterStaysAsItIs) {
+  computer.reset();
+  {
+    HiveBuilder machine = hive(software);
+    machine.text("Vendor", "old", "text");
+    machine.text("Vendor\\\u4E2D\u4E2D", "x", "y");
+    machine.text("Vendor\\Odd", "\u8868\u8868", "y");
+    machine.text("Vendor\\Odd", "x", "y");
+  }
+  std::string bytes = disk.read(software);
+  bytes.replace(bytes.rfind("\x2D\x4E\x2D\x4E"), 4, std::string("\0\xD8x\0", 4));
+  bytes.replace(bytes.rfind("\x68\x88\x68\x88"), 4, std::string("\0\xDCx\0", 4));
+  disk.write(software, bytes);
+  const std::string oddKey = std::string(vendor) + "\\\xED\xA0\x80x";
+  open();
+  registry().erase(key(oddKey));
+  EXPECT_NE(refusal().find("no proper Unicode text"), std::string::npos) << refusal();
+  open();
+  // The values of one key are written together.
+  registry().eraseValue(key(std::string(vendor) + "\\Odd"), u"x");
+  EXPECT_NE(refusal().find("cannot be read and would be lost"), std::string::npos) << refusal();
+  EXPECT_TRUE(disk.read(software) == bytes);
+  open();
+  registry().eraseValue(key(vendor), u"old");
+  computer->save();
+  open();
+  EXPECT_EQ(registry().values(key(vendor)).find(u"old"), nullptr);
+  EXPECT_EQ(registry().values(key(oddKey)).size(), 1U);
+  EXPECT_NE(registry().values(key(std::string(vendor) + "\\Odd")).find(u"\xDC00x"), nullptr);
+}
+
 TEST_F(OfflineSaveTest, AValueThatCannotBeReadIsNotLostForTheSakeOfAnother) {
   computer.reset();
   // Latin-1 knows no end of a name, libhivex ends it at the NUL.

@@ -4,9 +4,8 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "console/Commands.h"
+#include "console/CommandRun.h"
 #include "support/MachineFixture.h"
 
 namespace zelvreg::console {
@@ -15,7 +14,8 @@ namespace {
 using nlohmann::json;
 
 class AnyCodePageTest : public ::testing::TestWithParam<const char*>,
-                        protected fixture::MachineBuilder {
+                        protected fixture::MachineBuilder,
+                        protected CommandRun {
  protected:
   AnyCodePageTest() { setting("codepage", GetParam()); }
 
@@ -27,15 +27,7 @@ class AnyCodePageTest : public ::testing::TestWithParam<const char*>,
 
   // On the folder as the run before left it.
   int runAgain(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"zelvreg", "--machine", machineFolder().path().string()});
-    std::vector<const char*> texts;
-    for (const std::string& argument : arguments) {
-      texts.push_back(argument.c_str());
-    }
-    out.str("");
-    const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
-    const auto opened = Computer::open(parsed.options.target);
-    return runCommand(parsed.options, *opened, {.out = out, .error = error});
+    return onMachine(machineFolder().path().string(), std::move(arguments));
   }
 
   [[nodiscard]] json findings() const { return json::parse(out.str())["findings"]; }
@@ -46,9 +38,6 @@ class AnyCodePageTest : public ::testing::TestWithParam<const char*>,
     return std::ranges::any_of(
         found, [&](const json& finding) { return finding["badValue"] == badValue; });
   }
-
-  std::ostringstream out;
-  std::ostringstream error;
 };
 
 TEST_P(AnyCodePageTest, ARuleOfTheFirewallWhoseProgramIsThereStays) {

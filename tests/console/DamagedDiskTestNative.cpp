@@ -4,9 +4,8 @@
 #include <sys/stat.h>
 
 #include <functional>
-#include <sstream>
 
-#include "console/Commands.h"
+#include "console/CommandRun.h"
 #include "machine/HiveBytes.h"
 #include "machine/OfflineDiskFixture.h"
 
@@ -26,22 +25,14 @@ class DamagedDiskTest : public fixture::OfflineDiskTest {
 
   // What a command ends with, its line on the error stream; 2 for one that throws.
   int run(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"zelvreg", "--offline", disk.path().string()});
-    std::vector<const char*> texts;
-    for (const std::string& argument : arguments) {
-      texts.push_back(argument.c_str());
-    }
-    std::ostringstream out;
-    std::ostringstream error;
+    CommandRun command;
     int status = failed;
     try {
-      const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
-      const auto opened = Computer::open(parsed.options.target);
-      status = runCommand(parsed.options, *opened, {.out = out, .error = error});
+      status = command.on("--offline", disk.path().string(), std::move(arguments));
     } catch (const std::runtime_error& refusal) {
-      error << refusal.what() << "\n";
+      command.error << refusal.what() << "\n";
     }
-    said = error.str();
+    said = command.error.str();
     return status;
   }
 

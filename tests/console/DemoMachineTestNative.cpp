@@ -3,9 +3,8 @@
 
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "console/Commands.h"
+#include "console/CommandRun.h"
 #include "machine/TemporaryFolder.h"
 #include "support/SourceFolder.h"
 
@@ -13,21 +12,16 @@ namespace zelvreg::console {
 namespace {
 
 // Scans a copy of the demo machine from the command line on.
-nlohmann::json scanDemo(std::vector<const char*> options, int& status) {
+nlohmann::json scanDemo(std::vector<std::string> options, int& status) {
   const fixture::TemporaryFolder copy;
   std::filesystem::copy(
       sourceFolder() + "/demo/machine", copy.path(),
       std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
-  const std::string folder = copy.path().string();
-  std::vector<const char*> arguments{"zelvreg", "--machine", folder.c_str(), "scan", "--json"};
-  arguments.insert(arguments.end(), options.begin(), options.end());
-  const auto parsed = parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
-  const auto computer = Computer::open(parsed.options.target);
-  std::ostringstream out;
-  std::ostringstream error;
-  status = runCommand(parsed.options, *computer, {.out = out, .error = error});
-  EXPECT_EQ(error.str(), "");
-  return nlohmann::json::parse(out.str());
+  options.insert(options.begin(), {"scan", "--json"});
+  CommandRun command;
+  status = command.onMachine(copy.path().string(), std::move(options));
+  EXPECT_EQ(command.error.str(), "");
+  return nlohmann::json::parse(command.out.str());
 }
 
 TEST(DemoMachine, AScanIsAsItsPageTells) {

@@ -3,152 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <iterator>
-#include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "console/Commands.h"
-#include "machine/Machine.h"
-#include "machine/TemporaryFolder.h"
+#include "console/ScriptedComputer.h"
 #include "repair/RandomMachine.h"
-#include "support/OtherScript.h"
+#include "runtime/OwnText.h"
 #include "support/SourceFolder.h"
-#include "support/WholeRegistry.h"
-#include "text/Text.h"
 #include "undo/JournalFile.h"
 
 namespace zelvreg::console {
 namespace {
-
-namespace fs = std::filesystem;
-using fixture::OtherScript;
-using nlohmann::json;
-
-std::string readFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void writeFile(const fs::path& path, const std::string& text) {
-  std::ofstream(path, std::ios::binary) << text;
-}
-
-// A line of values in the registry editor's format: what stands between quotes is written.
-std::string valueLineIn(const OtherScript& script, std::string_view line) {
-  std::string result;
-  std::string quoted;
-  bool isQuoted = false;
-  for (std::size_t at = 0; at < line.size(); ++at) {
-    if (isQuoted && line[at] == '\\' && at + 1 < line.size()) {
-      quoted += line.substr(at++, 2);
-    } else if (line[at] != '"') {
-      (isQuoted ? quoted : result) += line[at];
-    } else {
-      result += script.write(quoted) + "\"";
-      quoted.clear();
-      isQuoted = !isQuoted;
-    }
-  }
-  return result;
-}
-
-std::string registryIn(const OtherScript& script, const std::string& text) {
-  std::string result;
-  for (const std::string_view line : split(text, "\n")) {
-    result += line.starts_with("[") ? script.write(line) : valueLineIn(script, line);
-    result += "\n";
-  }
-  return result;
-}
-
-// Lines of a path, a tab, and what is said of it.
-std::string recordsIn(const OtherScript& script, const std::string& text) {
-  std::string result;
-  for (const std::string_view line : split(text, "\n")) {
-    const std::size_t tab = std::min(line.find('\t'), line.size());
-    result += script.write(line.substr(0, tab)) + std::string(line.substr(tab)) + "\n";
-  }
-  return result;
-}
-
-// A path of a machine folder's drive, whose letter stays.
-std::string onDrive(const OtherScript& script, const std::string& name) {
-  return name.substr(0, 1) + script.write(name.substr(1));
-}
-
-// The folder `from` of a computer as `to`, with all names written in the script.
-void copyIn(const OtherScript& script, const fs::path& from, const fs::path& to,
-            const std::string& codePage) {
-  for (const auto& entry : fs::recursive_directory_iterator(from)) {
-    const std::string name = fs::relative(entry.path(), from).string();
-    if (name == "registry.reg") {
-      writeFile(to / name, registryIn(script, readFile(entry.path())));
-    } else if (name == "attributes.txt" || name == "security.txt") {
-      writeFile(to / name, recordsIn(script, readFile(entry.path())));
-    } else if (entry.is_directory()) {
-      fs::create_directories(to / onDrive(script, name));
-    } else if (entry.is_regular_file() && name.starts_with("C")) {
-      writeFile(to / onDrive(script, name), readFile(entry.path()));
-    }
-  }
-  writeFile(to / "machine.ini", "[machine]\nbits=64\nuser=" + script.write("Ann") +
-                                    "\ncodepage=" + codePage + "\nnow=2026-01-31T13:45:06\n");
-}
-
-// One computer and what the commands say of it. Texts are those of the plain computer, which `of`
-// writes in the script.
-class ScriptedComputer {
- public:
-  ScriptedComputer(const fs::path& from, const OtherScript& scriptOfTest,
-                   const std::string& codePage)
-      : script(scriptOfTest) {
-    copyIn(script, from, folder.path(), codePage);
-  }
-
-  int run(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"zelvreg", "--machine", folder.path().string()});
-    std::vector<const char*> texts;
-    for (const std::string& argument : arguments) {
-      texts.push_back(argument.c_str());
-    }
-    out.str("");
-    error.str("");
-    const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
-    const auto computer = Computer::open(parsed.options.target);
-    return runCommand(parsed.options, *computer, {.out = out, .error = error});
-  }
-
-  json result(const std::vector<std::string>& arguments) {
-    run(arguments);
-    return json::parse(out.str());
-  }
-  std::string output(const std::vector<std::string>& arguments) {
-    run(arguments);
-    return out.str() + error.str();
-  }
-  [[nodiscard]] std::string in(std::string_view text) const { return script.write(text); }
-
-  [[nodiscard]] fixture::WholeRegistry registry() const {
-    return fixture::wholeRegistry(*machine::Machine::open(folder.path()));
-  }
-  // What the machine folder holds, as a computer whose texts are written in the script again.
-  [[nodiscard]] fixture::WholeRegistry registryIn(const OtherScript& other) const {
-    const fixture::TemporaryFolder copy;
-    copyIn(other, folder.path(), copy.path(), "1252");
-    return fixture::wholeRegistry(*machine::Machine::open(copy.path()));
-  }
-  [[nodiscard]] fs::path programFolder() const {
-    return folder.path() / "C" / "Program Files (x86)" / "zelvreg";
-  }
-  [[nodiscard]] const fs::path& path() const { return folder.path(); }
-
- private:
-  const OtherScript& script;
-  const fixture::TemporaryFolder folder;
-  std::ostringstream out;
-  std::ostringstream error;
-};
 
 // A result written in the script.
 json in(const OtherScript& script, json result) {
@@ -208,6 +72,52 @@ json compared(const OtherScript& script, const json& result) {
   return withoutReasons(in(script, result));
 }
 
+// The rows of a report, each cell written in the script.
+std::vector<std::string> reportIn(const OtherScript& script, const std::string& report) {
+  constexpr std::string_view separator = "  |  ";
+  std::vector<std::string> rows;
+  for (const std::string_view line : split(ownText(report), "\r\n")) {
+    if (contains(line, separator)) {
+      std::string row;
+      for (const std::string_view cell : split(line, separator)) {
+        row.append(script.writeCell(std::string(cell))).append(separator);
+      }
+      rows.push_back(row);
+    }
+  }
+  std::ranges::sort(rows);
+  return rows;
+}
+
+// A field of the plain journal written in the script. One that fills its width may end within a
+// word that would have stayed, so that word is left out.
+std::string fieldIn(const OtherScript& script, std::string field, std::size_t width) {
+  if (field.size() == width) {
+    field.resize(field.find_last_of("\\ .|") + 1);
+  }
+  return script.writeCell(field);
+}
+
+// Whether two fields are the same as far as they go.
+bool isSameStart(std::string_view first, std::string_view second) {
+  return first.starts_with(second) || second.starts_with(first);
+}
+
+bool isTwin(const OtherScript& script, const JournalRecord& plain, const JournalRecord& twin) {
+  return plain.kind == twin.kind && plain.hive == twin.hive &&
+         isSameStart(twin.key, fieldIn(script, plain.key, 150)) &&
+         isSameStart(twin.value, fieldIn(script, plain.value, 50)) &&
+         isSameStart(twin.text, fieldIn(script, plain.text, 50));
+}
+
+std::vector<JournalRecord> recordsOf(const std::string& journal) {
+  std::vector<JournalRecord> records;
+  for (std::size_t number = 1; number <= journalRecordCount(journal); ++number) {
+    records.push_back(journalRecordAt(journal, number));
+  }
+  return records;
+}
+
 class EveryScriptTest : public ::testing::TestWithParam<OtherScript> {
  protected:
   // The plain computer with this twin of it.
@@ -217,6 +127,7 @@ class EveryScriptTest : public ::testing::TestWithParam<OtherScript> {
     expectSameResults(first, twin, {"scan", "--json"});
     expectSameResults(first, twin, {"scan", "--json", "--as-described"});
     expectSameSearches(first, twin);
+    expectSameReports(first, twin);
     expectSameExclusions(first, twin);
     expectSameRepair(first, twin);
   }
@@ -248,13 +159,36 @@ class EveryScriptTest : public ::testing::TestWithParam<OtherScript> {
     }
   }
 
+  void expectSameReports(ScriptedComputer& first, ScriptedComputer& twin) {
+    const auto report = [](ScriptedComputer& computer) {
+      const fs::path file = computer.path() / "report.txt";
+      computer.run({"scan", "--quiet", "--report", file.string()});
+      return readFile(file);
+    };
+    const auto rows = reportIn(script, report(first));
+    EXPECT_FALSE(rows.empty());
+    EXPECT_EQ(reportIn(fixture::latinScript(), report(twin)), rows);
+  }
+
+  // But for what the width of a field cuts off, and for the order: words that stay sort before
+  // letters of the script.
+  void expectSameJournals(const ScriptedComputer& first, const ScriptedComputer& twin) {
+    std::vector<JournalRecord> records = recordsOf(twin.journal());
+    for (const JournalRecord& plain : recordsOf(first.journal())) {
+      const auto found = std::ranges::find_if(
+          records, [&](const JournalRecord& record) { return isTwin(script, plain, record); });
+      ASSERT_NE(found, records.end()) << plain.key << " " << plain.value << " " << plain.text;
+      records.erase(found);
+    }
+    EXPECT_TRUE(records.empty());
+  }
+
   void expectSameExclusions(ScriptedComputer& first, ScriptedComputer& twin) {
     constexpr const char* excluded = "HKEY_LOCAL_MACHINE\\Software\\Northwind Studio";
     for (ScriptedComputer* computer : {&first, &twin}) {
       computer->run({"exclude", "add", computer->in(excluded)});
     }
-    EXPECT_EQ(twin.output({"exclude", "list"}).find(twin.in("Northwind")) != std::string::npos,
-              true);
+    EXPECT_TRUE(contains(twin.output({"exclude", "list"}), twin.in("Northwind")));
     expectSameResults(first, twin, {"scan", "--json"});
     for (ScriptedComputer* computer : {&first, &twin}) {
       computer->run({"exclude", "remove", "1"});
@@ -269,6 +203,7 @@ class EveryScriptTest : public ::testing::TestWithParam<OtherScript> {
     }
     expectSameResults(first, twin, {"fix", "--json", "--yes"});
     EXPECT_EQ(fixture::firstDifference(first.registryIn(script), twin.registry()), "");
+    expectSameJournals(first, twin);
     expectSameResults(first, twin, {"scan", "--json"});
     for (ScriptedComputer* computer : {&first, &twin}) {
       EXPECT_EQ(computer->run({"undo", "restore", "1"}), nothingFound);

@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "console/Commands.h"
+#include "console/CommandRun.h"
 #include "machine/TemporaryFolder.h"
 #include "support/SourceFolder.h"
 
@@ -14,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::json;
 
-class FixControlTest : public ::testing::Test {
+class FixControlTest : public ::testing::Test, protected CommandRun {
  protected:
   FixControlTest() {
     fs::copy(sourceFolder() + "/demo/machine", home.path() / "machine",
@@ -23,17 +22,7 @@ class FixControlTest : public ::testing::Test {
   }
 
   int run(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(),
-                     {"zelvreg", "--machine", (home.path() / "machine").string()});
-    std::vector<const char*> texts;
-    for (const std::string& argument : arguments) {
-      texts.push_back(argument.c_str());
-    }
-    out.str("");
-    error.str("");
-    const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
-    const auto computer = Computer::open(parsed.options.target);
-    return runCommand(parsed.options, *computer, {.out = out, .error = error});
+    return onMachine((home.path() / "machine").string(), std::move(arguments));
   }
   std::string refusalOf(const std::vector<std::string>& arguments) {
     try {
@@ -56,8 +45,6 @@ class FixControlTest : public ::testing::Test {
 
   fixture::TemporaryFolder home;
   std::string registry;
-  std::ostringstream out;
-  std::ostringstream error;
 };
 
 TEST_F(FixControlTest, ARehearsalTellsEachDeleteAndChangesNothing) {

@@ -3,9 +3,8 @@
 
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "console/Commands.h"
+#include "console/CommandRun.h"
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
 #include "support/SourceFolder.h"
@@ -16,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class FixTest : public ::testing::Test {
+class FixTest : public ::testing::Test, protected CommandRun {
  protected:
   FixTest() {
     fs::copy(sourceFolder() + "/demo/machine", copy.path(),
@@ -24,16 +23,7 @@ class FixTest : public ::testing::Test {
   }
 
   int run(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {"zelvreg", "--machine", copy.path().string()});
-    std::vector<const char*> texts;
-    for (const std::string& argument : arguments) {
-      texts.push_back(argument.c_str());
-    }
-    out.str("");
-    error.str("");
-    const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
-    const auto computer = Computer::open(parsed.options.target);
-    return runCommand(parsed.options, *computer, {.out = out, .error = error});
+    return onMachine(copy.path().string(), std::move(arguments));
   }
 
   fs::path programFolder() const { return copy.path() / "C" / "Program Files (x86)" / "zelvreg"; }
@@ -49,8 +39,6 @@ class FixTest : public ::testing::Test {
   }
 
   const fixture::TemporaryFolder copy;
-  std::ostringstream out;
-  std::ostringstream error;
 };
 
 TEST_F(FixTest, ToTheLetterEveryRowWithAKindLeavesTheList) {

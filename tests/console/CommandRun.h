@@ -1,0 +1,39 @@
+// The program from its command line on, on a folder of this system.
+#ifndef ZELVREG_TESTS_CONSOLE_COMMAND_RUN_H
+#define ZELVREG_TESTS_CONSOLE_COMMAND_RUN_H
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "console/Commands.h"
+
+namespace zelvreg::console {
+
+class CommandRun {
+ public:
+  // Its exit status. What throws comes out, as it does to `main`.
+  int on(const char* targetOption, const std::string& folder, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"zelvreg", targetOption, folder});
+    std::vector<const char*> texts;
+    for (const std::string& argument : arguments) {
+      texts.push_back(argument.c_str());
+    }
+    out.str("");
+    error.str("");
+    const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
+    const auto computer = Computer::open(parsed.options.target);
+    return runCommand(parsed.options, *computer, {.out = out, .error = error});
+  }
+  int onMachine(const std::string& folder, std::vector<std::string> arguments) {
+    return on("--machine", folder, std::move(arguments));
+  }
+
+  // What the last run said.
+  std::ostringstream out;
+  std::ostringstream error;
+};
+
+}  // namespace zelvreg::console
+
+#endif

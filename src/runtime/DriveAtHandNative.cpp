@@ -1,12 +1,13 @@
 #include "machine/Drives.h"
 #include "machine/Machine.h"
 #include "runtime/DriveAtHand.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg {
 
 bool isDriveAtHand(const std::string& path) {
   const auto* machine = machine::Machine::current();
-  return machine == nullptr || !machine->drives().isUnknown(path.c_str());
+  return machine == nullptr || !machine->drives().isUnknown(utf16(path));
 }
 
 }  // namespace zelvreg

@@ -274,7 +274,7 @@ void layOut(Form42& form) {
   putLists(form);
   putPictures(form);
   hideTheRest(form);
-  form.Label12[0].caption = "\xA9";
+  form.Label12[0].caption = "\xC2\xA9";
   form.Label12[1].caption = programVersion();
   // The first entry of the picker; the others follow below it.
   put(*form.lbllanguage.front(), {36, 8, 156, 24});

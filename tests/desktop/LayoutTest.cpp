@@ -187,6 +187,10 @@ TEST_F(LayoutTest, TheWindowIsAsLargeAsTheScreensResolutionAsksForAsFarAsItFits)
   EXPECT_EQ(fittingResolution(120, 800, 600), 96);
 }
 
+TEST_F(LayoutTest, TheSignBesideTheYearIsUtf8) {
+  EXPECT_EQ(form.Label12[0].caption.get(), "\xC2\xA9");
+}
+
 TEST_F(LayoutTest, TheWindowHasTheFormsSize) {
   EXPECT_EQ(form.window.width, windowWidth * twipsPerPoint);
   EXPECT_EQ(form.window.height, windowHeight * twipsPerPoint);

@@ -56,7 +56,7 @@ class Started:
 
 
 class Box:
-    def __init__(self, build, prefix, display, registry=None, limit=120):
+    def __init__(self, build, prefix, display, registry=None, limit=120, locale=None):
         self.prefix = prefix
         self.notes = prefix / NOTES
         self.notes.mkdir()
@@ -66,6 +66,8 @@ class Box:
                    "--limit", str(limit)]
         if registry:
             command += ["--registry", registry]
+        if locale:
+            command += ["--locale", locale]
         with open(self.notes / "box.log", "w", encoding="utf-8") as log:
             self.shell = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                           stderr=log, text=True, encoding="utf-8",

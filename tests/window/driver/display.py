@@ -24,6 +24,8 @@ class Display:
         with os.fdopen(reading) as number:
             self.name = ":" + number.readline().strip()
         self.settings = {**os.environ, "DISPLAY": self.name}
+        # A letter without a key is typed by giving one a new meaning, of which programs hear late.
+        subprocess.run(["setxkbmap", "-layout", "us,ru"], env=self.settings, check=True)
         subprocess.run(["hsetroot", "-solid", "#DCE4EE"], env=self.settings, check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self._start("openbox", "--sm-disable")

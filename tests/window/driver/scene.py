@@ -9,6 +9,14 @@ from .screen import Screen
 from .waiting import Unmet, wait_until
 
 
+def on_a_computer_in(locale):
+    """Marks a story of a computer of another language, which says what its code page is."""
+    def marked(story):
+        story.locale = locale
+        return story
+    return marked
+
+
 class Stage:
     """What all stories share."""
 
@@ -33,15 +41,15 @@ class Stage:
         finally:
             box.close()
 
-    def scene(self, story):
-        return Scene(self, story)
+    def scene(self, story, locale=None):
+        return Scene(self, story, locale)
 
 
 class Scene:
     """The demo machine, as new; to be used in a with statement."""
 
-    def __init__(self, stage, story):
-        self.stage, self.story = stage, story
+    def __init__(self, stage, story, locale):
+        self.stage, self.story, self.locale = stage, story, locale
         self.prefix = stage.work / story
 
     def __enter__(self):
@@ -58,7 +66,7 @@ class Scene:
     def _box(self):
         copy_prefix(self.stage.demo, self.prefix)
         return Box(self.stage.build, self.prefix, self.stage.display.name,
-                   self.stage.demo / "demo.reg", self.stage.limit)
+                   self.stage.demo / "demo.reg", self.stage.limit, self.locale)
 
     def add_dead_fonts(self, count):
         """So many that a scan takes seconds."""

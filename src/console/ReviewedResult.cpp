@@ -1,18 +1,17 @@
 #include "console/ReviewedResult.h"
 
 #include <map>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <tuple>
+
+#include "console/JsonText.h"
 
 namespace zelvreg::console {
 namespace {
 
 using Json = nlohmann::json;
 
-std::string member(const Json& finding, const char* name) {
-  return finding.at(name).get<std::string>();
-}
+std::string member(const Json& finding, const char* name) { return textIn(finding.at(name)); }
 
 FindingResult findingOf(const Json& finding) {
   return {.location = member(finding, "location"),
@@ -34,7 +33,7 @@ auto identityOf(const FindingResult& finding) {
 std::vector<FindingResult> reviewedFindings(std::string_view json, const std::string& name) {
   std::vector<FindingResult> findings;
   try {
-    const Json result = Json::parse(json);
+    const Json result = jsonOfText(json);
     for (const Json& finding : result.at("findings")) {
       findings.push_back(findingOf(finding));
     }

@@ -1,10 +1,9 @@
 #include "console/ScanResult.h"
 
-#include <nlohmann/json.hpp>
-
-#include "console/DisplayText.h"
+#include "console/JsonText.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::console {
 namespace {
@@ -34,8 +33,23 @@ bool looksLikeFormula(const std::string& text) {
   return !text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string::npos;
 }
 
+// Programs that read the table take plain UTF-8 only.
+std::string plainUtf8(std::string_view text) {
+  std::string plain;
+  while (!text.empty()) {
+    const std::string_view next = text.substr(0, firstCharacter(text).size);
+    if (isPlainUtf8(next)) {
+      plain += next;
+    } else {
+      appendCharacter(plain, replacementCharacter);
+    }
+    text.remove_prefix(next.size());
+  }
+  return plain;
+}
+
 std::string csvField(const std::string& exactText) {
-  std::string text = (looksLikeFormula(exactText) ? "'" : "") + exactText;
+  std::string text = (looksLikeFormula(exactText) ? "'" : "") + plainUtf8(exactText);
   if (text.find_first_of(",\"\r\n") == std::string::npos) {
     return text;
   }
@@ -78,10 +92,6 @@ void addRepair(Json& object, const RepairResult& repair) {
   object["leftAlone"] = std::move(refused);
 }
 
-std::string textOf(const Json& object) {
-  return object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 }  // namespace
 
 ScanResult scanResultOf(const Form42& form) {
@@ -111,11 +121,11 @@ std::string jsonText(const ScanResult& result, const std::optional<RepairResult>
   if (repair) {
     addRepair(object, *repair);
   }
-  return textOf(object);
+  return textOfJson(std::move(object));
 }
 
 std::string searchJsonText(const std::vector<FindingResult>& findings) {
-  return textOf({{"findings", listOf(findings)}, {"total", findings.size()}});
+  return textOfJson({{"findings", listOf(findings)}, {"total", findings.size()}});
 }
 
 std::string csvText(const ScanResult& result) {

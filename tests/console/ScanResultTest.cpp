@@ -34,6 +34,12 @@ TEST(JsonText, HoldsEmptyListsWhenNothingWasFound) {
   EXPECT_EQ(object["total"], 0);
 }
 
+TEST(CsvText, IsPlainUtf8) {
+  ScanResult result = sample();
+  result.findings[0].badValue = "サ\xED\xA0\x80\xFF";
+  EXPECT_NE(csvText(result).find(",サ\uFFFD\uFFFD,"), std::string::npos);
+}
+
 TEST(CsvText, QuotesFieldsThatNeedIt) {
   EXPECT_EQ(csvText(sample()),
             "location,badValue,kindCode,rootName,subKey,iconKey,checked\n"

@@ -1,0 +1,136 @@
+#include "console/JsonText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "unicode/Unicode.h"
+
+namespace zelvreg::console {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// The library writes and reads plain UTF-8 only. In its strings a NUL and four digits stand for
+// half of a pair, and for a NUL itself.
+constexpr char32_t stand = U'\0';
+constexpr std::size_t digitCount = 4;
+
+bool isHalf(char32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
+
+std::string hexadecimal(char32_t code) {
+  constexpr std::string_view digits = "0123456789abcdef";
+  std::string text;
+  for (unsigned shift = 4 * digitCount; shift > 0;) {
+    shift -= 4;
+    text += digits[(code >> shift) & 0xFU];
+  }
+  return text;
+}
+
+// The number of the four digits that a text begins with, if it does.
+std::optional<char32_t> numberAt(std::string_view text) {
+  unsigned number = 0;
+  const std::string_view digits = text.substr(0, digitCount);
+  const auto [end, error] =
+      std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+  const bool isWhole = digits.size() == digitCount && end == digits.data() + digits.size();
+  return isWhole && error == std::errc() ? std::optional<char32_t>(number) : std::nullopt;
+}
+
+std::string withStands(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    const Utf8Character next = firstCharacter(text);
+    if (next.code == stand || isHalf(next.code)) {
+      result += '\0';
+      result += hexadecimal(next.code);
+    } else {
+      appendCharacter(result, next.code);
+    }
+    text.remove_prefix(next.size);
+  }
+  return result;
+}
+
+std::string withoutStands(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    const auto code = text.front() == '\0' ? numberAt(text.substr(1)) : std::nullopt;
+    if (code) {
+      appendCharacter(result, *code);
+    } else {
+      result += text.front();
+    }
+    text.remove_prefix(code ? 1 + digitCount : 1);
+  }
+  return result;
+}
+
+void putStands(Json& value) {
+  if (value.is_string()) {
+    value = withStands(value.get_ref<const std::string&>());
+  }
+  if (value.is_structured()) {
+    for (Json& member : value) {
+      putStands(member);
+    }
+  }
+}
+
+constexpr std::string_view escapedStand = "\\u0000";
+
+// The number of the escape that a text of JSON begins with, if it is one by number.
+std::optional<char32_t> escapeAt(std::string_view json) {
+  return json.starts_with("\\u") ? numberAt(json.substr(2)) : std::nullopt;
+}
+
+bool isPair(std::string_view json, char32_t first) {
+  const auto second = escapeAt(json.substr(std::min(escapedStand.size(), json.size())));
+  return first < 0xDC00 && second && *second >= 0xDC00 && *second <= 0xDFFF;
+}
+
+}  // namespace
+
+std::string textOfJson(Json object) {
+  putStands(object);
+  const std::string json = object.dump(2) + "\n";
+  std::string result;
+  for (std::size_t at = 0; at < json.size();) {
+    const std::string_view rest = std::string_view(json).substr(at);
+    if (rest.starts_with(escapedStand)) {
+      // The digits behind it are those of the escape.
+      result += "\\u";
+      at += escapedStand.size();
+    } else {
+      const std::size_t size = rest.front() == '\\' ? 2 : 1;
+      result += rest.substr(0, size);
+      at += size;
+    }
+  }
+  return result;
+}
+
+nlohmann::json jsonOfText(std::string_view text) {
+  std::string json;
+  while (!text.empty()) {
+    std::size_t size = text.front() == '\\' ? 2 : 1;
+    const auto code = escapeAt(text);
+    if (code && isHalf(*code) && isPair(text, *code)) {
+      size = 2 * escapedStand.size();
+    } else if (code && (isHalf(*code) || *code == stand)) {
+      json += escapedStand;
+      text.remove_prefix(2);
+      size = digitCount;
+    }
+    json += text.substr(0, size);
+    text.remove_prefix(std::min(size, text.size()));
+  }
+  return nlohmann::json::parse(json);
+}
+
+std::string textIn(const nlohmann::json& string) {
+  return withoutStands(string.get_ref<const std::string&>());
+}
+
+}  // namespace zelvreg::console

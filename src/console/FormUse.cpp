@@ -1,6 +1,5 @@
 #include "console/FormUse.h"
 
-#include <iostream>
 #include <optional>
 #include <string>
 
@@ -27,8 +26,7 @@ Answer answer(const UserMessage& message, const Options& options, std::ostream& 
     return Answer::No;
   }
   error << "Yes or No? " << std::flush;
-  std::string line;
-  std::getline(std::cin, line);
+  const std::string line = typedLine();
   return !line.empty() && (line.front() == 'y' || line.front() == 'Y') ? Answer::Yes : Answer::No;
 }
 

@@ -30,17 +30,17 @@ bool isLinkOrDevice(const fs::path& path) {
 }  // namespace
 
 void writeHostFile(const std::string& path, std::string_view bytes) {
-  const bool isWritten =
-      isLinkOrDevice(path) ? writeThrough(path, bytes) : replaceHostFile(path, bytes);
+  const bool isWritten = isLinkOrDevice(hostPath(path)) ? writeThrough(hostPath(path), bytes)
+                                                        : replaceHostFile(path, bytes);
   if (!isWritten) {
     throw std::runtime_error(path + " cannot be written; check the folder and the room left");
   }
 }
 
 std::string readHostFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(hostPath(path), std::ios::binary);
   std::ostringstream bytes;
-  if (std::filesystem::is_directory(path) || !(bytes << file.rdbuf())) {
+  if (fs::is_directory(hostPath(path)) || !(bytes << file.rdbuf())) {
     throw std::runtime_error(path + " cannot be read; name a file that is there");
   }
   return bytes.str();

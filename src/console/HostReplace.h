@@ -1,11 +1,15 @@
-// How a file of the computer that the console program itself runs on is replaced.
+// How a file of the computer that the console program itself runs on is named and replaced.
 #ifndef ZELVREG_CONSOLE_HOST_REPLACE_H
 #define ZELVREG_CONSOLE_HOST_REPLACE_H
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 namespace zelvreg::console {
+
+// The path that a text of the command line names.
+std::filesystem::path hostPath(const std::string& text);
 
 // Puts a file of these bytes at a path where a plain file is, or nothing: it is written under a
 // name of its own beside it and renamed, and keeps who may read and write the old one. False, or

@@ -1,7 +1,9 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <vector>
 
+#include "console/Arguments.h"
 #include "console/Commands.h"
 #include "console/DisplayText.h"
 #include "console/Terminal.h"
@@ -11,12 +13,16 @@ namespace {
 using namespace zelvreg::console;
 
 int runProgram(int count, const char* const* arguments) {
-  const ParsedCommandLine parsed = parseCommandLine(count, arguments);
+  const std::vector<std::string> typed = typedArguments(count, arguments);
+  std::vector<const char*> texts;
+  for (const std::string& argument : typed) {
+    texts.push_back(argument.c_str());
+  }
+  const ParsedCommandLine parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
   if (parsed.help) {
     std::cout << *parsed.help;
     return nothingFound;
   }
-  prepareTerminal();
   const auto computer = Computer::open(parsed.options.target, accessFor(parsed.options.command));
   for (const std::string& line : computer->notices()) {
     std::cerr << "zelvreg: " << printable(line) << "\n";
@@ -35,6 +41,8 @@ int runProgram(int count, const char* const* arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
+  // Also what is said of a wrong call is shown by it.
+  prepareTerminal();
   try {
     return runProgram(count, arguments);
   } catch (const std::exception& error) {

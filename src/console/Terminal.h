@@ -3,6 +3,7 @@
 #define ZELVREG_CONSOLE_TERMINAL_H
 
 #include <cstddef>
+#include <string>
 
 namespace zelvreg::console {
 
@@ -13,9 +14,12 @@ bool isErrorTerminal();
 // The number of columns of standard output, or 0 if it is no terminal.
 std::size_t terminalWidth();
 
-// Makes the console show UTF-8 and, from then on, Ctrl-C a request that can be asked for, instead
-// of the end of the process. A second Ctrl-C ends it. A file that is cut short while it is read,
-// and one that may not grow, end no process without a line either.
+// A line that the user types, without its end; the empty text when there is none.
+std::string typedLine();
+
+// Makes the console show UTF-8 whatever its code page, and, from then on, Ctrl-C a request that can
+// be asked for, instead of the end of the process. A second Ctrl-C ends it. A file that is cut
+// short while it is read, and one that may not grow, end no process without a line either.
 void prepareTerminal();
 bool isStopRequested();
 

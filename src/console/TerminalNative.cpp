@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <iostream>
 #include <string_view>
 
 #include "console/Terminal.h"
@@ -37,6 +38,12 @@ std::size_t terminalWidth() {
     return 0;
   }
   return size.ws_col;
+}
+
+std::string typedLine() {
+  std::string line;
+  std::getline(std::cin, line);
+  return line;
 }
 
 void prepareTerminal() {

@@ -1,8 +1,12 @@
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
+#include <iostream>
 
 #include "console/Terminal.h"
+#include "console/WideOutput.h"
+#include "text/Wide.h"
 
 namespace zelvreg::console {
 namespace {
@@ -17,6 +21,41 @@ bool isConsole(DWORD standardHandle) {
   DWORD mode = 0;
   return GetConsoleMode(GetStdHandle(standardHandle), &mode) != FALSE;
 }
+
+bool writeToConsole(HANDLE console, std::u16string_view text) {
+  while (!text.empty()) {
+    DWORD written = 0;
+    if (WriteConsoleW(console, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) ==
+            FALSE ||
+        written == 0) {
+      return false;
+    }
+    text.remove_prefix(written);
+  }
+  return true;
+}
+
+// A stream whose text the console takes as it is. What goes to a file stays UTF-8.
+class ShownByConsole {
+ public:
+  ShownByConsole(std::ostream& shownStream, DWORD standardHandle)
+      : stream(shownStream),
+        buffer([handle = GetStdHandle(standardHandle)](std::u16string_view text) {
+          return writeToConsole(handle, text);
+        }),
+        before(isConsole(standardHandle) ? stream.rdbuf(&buffer) : stream.rdbuf()) {}
+  ~ShownByConsole() {
+    stream.flush();
+    stream.rdbuf(before);
+  }
+  ShownByConsole(const ShownByConsole&) = delete;
+  ShownByConsole& operator=(const ShownByConsole&) = delete;
+
+ private:
+  std::ostream& stream;
+  WideOutput buffer;
+  std::streambuf* before;
+};
 
 }  // namespace
 
@@ -35,8 +74,18 @@ std::size_t terminalWidth() {
   return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left);
 }
 
+std::string typedLine() {
+  constexpr std::size_t longest = 1000;
+  std::u16string line(longest, u'\0');
+  DWORD size = 0;
+  ReadConsoleW(GetStdHandle(STD_INPUT_HANDLE), roomIn(line), longest, &size, nullptr);
+  line.resize(std::min<std::size_t>(size, line.find_first_of(u"\r\n")));
+  return utf8(line);
+}
+
 void prepareTerminal() {
-  SetConsoleOutputCP(CP_UTF8);
+  static const ShownByConsole output(std::cout, STD_OUTPUT_HANDLE);
+  static const ShownByConsole error(std::cerr, STD_ERROR_HANDLE);
   SetConsoleCtrlHandler(onControl, TRUE);
 }
 

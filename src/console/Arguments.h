@@ -1,0 +1,16 @@
+// What the program was called with.
+#ifndef ZELVREG_CONSOLE_ARGUMENTS_H
+#define ZELVREG_CONSOLE_ARGUMENTS_H
+
+#include <string>
+#include <vector>
+
+namespace zelvreg::console {
+
+// The arguments of main as UTF-8, the program's own name first: where those are in a code page, the
+// command line as it was typed is taken in their place.
+std::vector<std::string> typedArguments(int count, const char* const* arguments);
+
+}  // namespace zelvreg::console
+
+#endif

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 #include "console/CommandRun.h"
+#include "console/JsonText.h"
 #include "support/MachineFixture.h"
 
 namespace zelvreg::console {
@@ -30,7 +30,7 @@ class AnyCodePageTest : public ::testing::TestWithParam<const char*>,
     return onMachine(machineFolder().path().string(), std::move(arguments));
   }
 
-  [[nodiscard]] json findings() const { return json::parse(out.str())["findings"]; }
+  [[nodiscard]] json findings() const { return jsonOfText(out.str())["findings"]; }
 
   bool finds(const char* row, std::string_view badValue) {
     runAgain({"scan", "--only", row, "--json"});
@@ -98,8 +98,12 @@ TEST_P(AnyCodePageTest, HalvesOfPairsAreFoundAndRepaired) {
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts)",
       R"("Half"=hex(1):61,00,00,D8,2E,00,74,00,74,00,66,00,00,00)");
   EXPECT_EQ(run({"scan", "--only", "fonts", "--json"}), problemsFound);
-  EXPECT_EQ(findings().size(), 1U);
-  EXPECT_EQ(runAgain({"fix", "--only", "fonts", "--yes"}), nothingFound);
+  ASSERT_EQ(findings().size(), 1U);
+  EXPECT_EQ(textIn(findings()[0]["badValue"]), "a\xED\xA0\x80.ttf");
+  machineFolder().write("result.json", out.str());
+  const std::string result = (machineFolder().path() / "result.json").string();
+  EXPECT_EQ(runAgain({"fix", "--only", "fonts", "--from", result, "--yes"}), nothingFound);
+  EXPECT_EQ(error.str().find("no longer found"), std::string::npos);
   EXPECT_EQ(runAgain({"scan", "--only", "fonts"}), nothingFound);
 }
 

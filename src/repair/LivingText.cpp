@@ -91,7 +91,7 @@ bool isSurelyGone(const Form42& form, const std::string& text) {
 }
 
 std::string withoutScheme(const std::string& text) {
-  return lowerCase(text).starts_with(fileScheme)
+  return findIgnoringCase(text, fileScheme) == 0
              ? replaceAll(std::string_view(text).substr(fileScheme.size()), "/", "\\")
              : text;
 }

@@ -14,9 +14,11 @@
 #include "console/CommandRun.h"
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
+#include "runtime/OwnText.h"
 #include "support/OtherScript.h"
 #include "support/WholeRegistry.h"
 #include "text/Text.h"
+#include "undo/JournalFile.h"
 
 namespace zelvreg::console {
 
@@ -127,15 +129,26 @@ class ScriptedComputer : private CommandRun {
     copyIn(other, folder.path(), copy.path(), "1252");
     return fixture::wholeRegistry(*machine::Machine::open(copy.path()));
   }
-  // The bytes of the one journal.
-  [[nodiscard]] std::string journal() const {
+  // A file that the program writes for itself, by the computer's code page.
+  [[nodiscard]] std::string ownFile(const fs::path& path) const {
+    const auto computer = machine::Machine::open(folder.path());
+    const machine::Running inForce(*computer);
+    return ownText(readFile(path));
+  }
+  // The records of the one journal.
+  [[nodiscard]] std::vector<JournalRecord> journal() const {
+    const auto computer = machine::Machine::open(folder.path());
+    const machine::Running inForce(*computer);
+    std::vector<JournalRecord> records;
     for (const auto& entry : fs::directory_iterator(programFolder())) {
       const std::string name = entry.path().filename().string();
-      if (name.ends_with(".txt") && name != "exregscan.txt") {
-        return readFile(entry.path());
+      const bool isJournal = name.starts_with("31.01.2026");
+      const std::string bytes = isJournal ? readFile(entry.path()) : "";
+      for (std::size_t number = 1; number <= journalRecordCount(bytes); ++number) {
+        records.push_back(journalRecordAt(bytes, number));
       }
     }
-    return {};
+    return records;
   }
   [[nodiscard]] fs::path programFolder() const {
     return folder.path() / "C" / "Program Files (x86)" / "zelvreg";

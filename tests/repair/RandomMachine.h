@@ -18,6 +18,9 @@ enum class Fate {
   Describes,  // it refers to nothing
 };
 
+// How many computers a test is to make: as many as are asked for; some at any rate.
+std::uint32_t randomMachineCount();
+
 class RandomMachine {
  public:
   // Describes the computer; the builder starts it.

@@ -2,6 +2,7 @@
 #include "repair/RandomMachine.h"
 
 #include <array>
+#include <cstdlib>
 
 #include "text/Text.h"
 
@@ -43,6 +44,11 @@ const std::string hklm = R"(HKEY_LOCAL_MACHINE\)";
 const std::string hkcu = R"(HKEY_CURRENT_USER\)";
 
 }  // namespace
+
+std::uint32_t randomMachineCount() {
+  const char* asked = std::getenv("ZELVREG_RANDOM_MACHINES");
+  return asked == nullptr ? 150 : static_cast<std::uint32_t>(std::strtoul(asked, nullptr, 10));
+}
 
 RandomMachine::RandomMachine(MachineBuilder& builder, std::uint32_t seed)
     : machine(builder), random(seed) {

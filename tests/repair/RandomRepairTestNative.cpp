@@ -1,7 +1,6 @@
 // Repairs of computers made by chance, judged by what their findings say and by what whoever made
 // them knows to be in use: nothing here asks the guard. The emulated computer alone can be made
 // from nothing.
-#include <cstdlib>
 #include <iterator>
 #include <utility>
 
@@ -249,13 +248,7 @@ TEST_P(RandomRepairTest, TheExportGivesTheOldRegistryBackTwice) {
   EXPECT_NE(file.empty(), form.repairOutcome.hasBegun);
 }
 
-// As many computers as are asked for; some at any rate.
-std::uint32_t machineCount() {
-  const char* asked = std::getenv("ZELVREG_RANDOM_MACHINES");
-  return asked == nullptr ? 150 : static_cast<std::uint32_t>(std::strtoul(asked, nullptr, 10));
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomRepairTest, ::testing::Range(1U, machineCount() + 1));
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomRepairTest, ::testing::Range(1U, randomMachineCount() + 1));
 
 }  // namespace
 }  // namespace zelvreg::fixture

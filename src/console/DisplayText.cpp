@@ -32,7 +32,9 @@ bool steersDisplay(char32_t code) {
 }  // namespace
 
 std::size_t displayWidth(std::string_view text) {
-  std::size_t width = 0;
+  // Each of these takes one column.
+  std::size_t width = asciiLength(text);
+  text.remove_prefix(width);
   while (!text.empty()) {
     const Utf8Character next = firstCharacter(text);
     width += characterWidth(next.code);

@@ -3,6 +3,7 @@
 #include "console/JsonText.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "text/Characters.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::console {
@@ -29,8 +30,10 @@ FindingResult findingOf(const Form42& form, std::size_t row) {
 }
 
 // A spreadsheet would run what begins like a formula; behind an apostrophe it is a text.
-bool looksLikeFormula(const std::string& text) {
-  return !text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string::npos;
+// Some take the wide forms of the signs as well.
+bool looksLikeFormula(std::string_view text) {
+  return !text.empty() && std::u32string_view(U"=+-@\t\r＝＋－＠").find(characterAt(text, 0)) !=
+                              std::u32string_view::npos;
 }
 
 // Programs that read the table take plain UTF-8 only.

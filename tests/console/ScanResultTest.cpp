@@ -48,7 +48,8 @@ TEST(CsvText, QuotesFieldsThatNeedIt) {
 
 TEST(CsvText, WhatASpreadsheetWouldRunStandsBehindAnApostrophe) {
   ScanResult result = sample();
-  for (const char* formula : {"=cmd|'/c calc'!A1", "+1", "-1", "@SUM(A1)", "\tx", "\r=x", "=1,2"}) {
+  for (const char* formula : {"=cmd|'/c calc'!A1", "+1", "-1", "@SUM(A1)", "\tx", "\r=x", "=1,2",
+                              "＝1", "＋1", "－1", "＠x"}) {
     result.findings[0].badValue = formula;
     EXPECT_NE(csvText(result).find("'" + std::string(formula)), std::string::npos) << formula;
     EXPECT_EQ(nlohmann::json::parse(jsonText(result))["findings"][0]["badValue"], formula);

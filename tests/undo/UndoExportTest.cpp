@@ -137,11 +137,12 @@ TEST_F(UndoExportTest, OnlyEntriesThatSomethingCanBeRestoredFromAreOffered) {
 }
 
 TEST_F(UndoExportTest, AStemIsAPlainName) {
-  for (const char* stem : {"a", "31.01.2026 t 13.45.06", "20260131-134506-2", "comma", "con1"}) {
+  for (const char* stem :
+       {"a", "31.01.2026 t 13.45.06", "20260131-134506-2", "comma", "con1", "журнал", "comб1"}) {
     EXPECT_TRUE(isPlainStem(stem)) << stem;
   }
   for (const char* stem : {"", " ", "..\\a", "a/b", "C:a", "a:b", "a*", "a\nb", "nul", "CON.x",
-                           "Com1", "lpt9.y", "a\"b", "a|b", "a<", "a>", "a?"}) {
+                           "Com1", "lpt9.y", "COM¹", "lptя", "a\"b", "a|b", "a<", "a>", "a?"}) {
     EXPECT_FALSE(isPlainStem(stem)) << stem;
   }
 }

@@ -67,6 +67,14 @@ std::string withoutStands(std::string_view text) {
   return result;
 }
 
+// Almost no object has a text that the library cannot write.
+bool isPlain(const Json& value) {
+  if (value.is_string()) {
+    return isPlainUtf8(value.get_ref<const std::string&>());
+  }
+  return !value.is_structured() || std::ranges::all_of(value, isPlain);
+}
+
 void putStands(Json& value) {
   if (value.is_string()) {
     value = withStands(value.get_ref<const std::string&>());
@@ -93,6 +101,9 @@ bool isPair(std::string_view json, char32_t first) {
 }  // namespace
 
 std::string textOfJson(Json object) {
+  if (isPlain(object)) {
+    return object.dump(2) + "\n";
+  }
   putStands(object);
   const std::string json = object.dump(2) + "\n";
   std::string result;

@@ -139,7 +139,11 @@ UINT GetDriveTypeW(LPCWSTR root) {
   if (machine == nullptr || root == nullptr) return DRIVE_UNKNOWN;
   const std::u16string_view path = root;
   if (machine->drives().isRemote(path)) return DRIVE_REMOTE;
-  if (machine->drives().findTrue(path).exists()) return DRIVE_FIXED;
+  // Asked before each file that is looked for, almost always with the root itself.
+  const bool isRoot = path.size() == 3 && path[1] == u':' && isSeparator(path[2]);
+  const bool isThere =
+      isRoot ? machine->drives().hasDrive(path[0]) : machine->drives().findTrue(path).exists();
+  if (isThere) return DRIVE_FIXED;
   return machine->drives().isUnknown(path) ? DRIVE_UNKNOWN : DRIVE_NO_ROOT_DIR;
 }
 

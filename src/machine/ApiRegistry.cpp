@@ -1,19 +1,10 @@
 #include "machine/ApiRegistry.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "machine/Machine.h"
 
 namespace zelvreg::machine {
-namespace {
-
-bool isAscii(std::u16string_view text) {
-  return std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });
-}
-
-}  // namespace
-
 RegistryCall::RegistryCall(ApiCall kind) : startStatus(ERROR_NOT_READY) {
   Machine* machine = Machine::current();
   if (machine == nullptr) {
@@ -21,7 +12,6 @@ RegistryCall::RegistryCall(ApiCall kind) : startStatus(ERROR_NOT_READY) {
   }
   startStatus = machine->faults().next(kind).value_or(ERROR_SUCCESS);
   tree = &machine->registry();
-  page = &machine->codePage();
   processToken = &machine->token();
   privileges = &machine->processes().privileges;
 }
@@ -124,23 +114,13 @@ LONG deleteNamedValue(const RegistryCall& call, HKEY key, std::u16string_view na
   return wasThere ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
 }
 
-LONG putName(const CodePage& page, std::u16string_view name, LPSTR buffer, std::size_t size,
-             std::size_t& length) {
-  if (!isAscii(name)) {
-    const std::string narrow = page.encode(name);
-    if (narrow.size() >= size) {
-      return ERROR_MORE_DATA;
-    }
-    std::memcpy(buffer, narrow.data(), narrow.size());
-    length = narrow.size();
-  } else {
-    if (name.size() >= size) {
-      return ERROR_MORE_DATA;
-    }
-    std::ranges::transform(name, buffer, [](char16_t unit) { return static_cast<char>(unit); });
-    length = name.size();
+LONG putName(std::u16string_view name, LPWSTR buffer, DWORD& size) {
+  if (name.size() >= size) {
+    return ERROR_MORE_DATA;
   }
-  buffer[length] = '\0';
+  std::ranges::copy(name, buffer);
+  buffer[name.size()] = u'\0';
+  size = static_cast<DWORD>(name.size());
   return ERROR_SUCCESS;
 }
 

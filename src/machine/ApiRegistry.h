@@ -1,5 +1,5 @@
-// What the registry calls of the Windows API share: the machine in force, planned faults, handles,
-// rights and narrow text. Private to the ApiRegistry… files.
+// What the registry calls of the Windows API share: the machine in force, planned faults, handles
+// and rights. Private to the ApiRegistry… files.
 #ifndef ZELVREG_MACHINE_API_REGISTRY_H
 #define ZELVREG_MACHINE_API_REGISTRY_H
 
@@ -10,11 +10,9 @@
 #include <string>
 #include <string_view>
 
-#include "machine/CodePage.h"
 #include "machine/FaultPlan.h"
 #include "machine/Processes.h"
 #include "machine/RegistryWalk.h"
-#include "machine/WideText.h"
 
 namespace zelvreg::machine {
 
@@ -37,7 +35,6 @@ class RegistryCall {
 
   [[nodiscard]] LONG status() const { return startStatus; }
   [[nodiscard]] Registry& registry() const { return *tree; }
-  [[nodiscard]] const CodePage& codePage() const { return *page; }
   [[nodiscard]] const Token& token() const { return *processToken; }
 
   // What status() says is found to be the key's status too, so a caller asks for one of them.
@@ -54,7 +51,6 @@ class RegistryCall {
  private:
   LONG startStatus;
   Registry* tree = nullptr;
-  const CodePage* page = nullptr;
   const Token* processToken = nullptr;
   const Privileges* privileges = nullptr;
 };
@@ -68,7 +64,7 @@ struct CallPath {
   bool usesPrivileges = false;
 };
 
-// The bodies that both widths of a call share. An open begins with beginOpen() and goes on if that
+// The bodies of the calls. An open begins with beginOpen() and goes on if that
 // gives ERROR_SUCCESS. Those for paths must not be called if the call's status is another.
 
 // Looks at what every open must have, and makes `*result` null.
@@ -97,10 +93,9 @@ LONG deleteNamedValue(const RegistryCall& call, HKEY key, std::u16string_view na
 // Whether data of this type are text.
 bool isText(DWORD type);
 
-// The narrow form of a name, closed by a NUL: ERROR_MORE_DATA, with the buffer as it was, if it
-// does not fit. `length`, without the NUL, is set on success.
-LONG putName(const CodePage& page, std::u16string_view name, LPSTR buffer, std::size_t size,
-             std::size_t& length);
+// A name closed by a NUL: ERROR_MORE_DATA, with the buffer as it was, if it does not fit into
+// `size` units. The size is that without the NUL on success.
+LONG putName(std::u16string_view name, LPWSTR buffer, DWORD& size);
 
 }  // namespace zelvreg::machine
 

@@ -1,4 +1,4 @@
-// What both widths of the calls that open, make and delete keys share.
+// What the calls that open, make and delete keys do.
 #include <vector>
 
 #include "machine/ApiRegistry.h"

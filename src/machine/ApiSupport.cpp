@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "machine/CodePage.h"
 #include "machine/Machine.h"
 
 namespace zelvreg::machine {
@@ -19,10 +18,6 @@ Machine* machineInForce() {
 }
 
 HANDLE processTokenHandle() { return reinterpret_cast<HANDLE>(std::intptr_t{-4}); }
-
-std::u16string wideText(const Machine& machine, LPCSTR text) {
-  return text == nullptr ? std::u16string() : machine.codePage().decode(text);
-}
 
 DWORD giveText(std::u16string_view text, LPWSTR buffer, DWORD size) {
   const auto needed = static_cast<DWORD>(text.size() + 1);

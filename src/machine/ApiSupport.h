@@ -20,10 +20,7 @@ Machine* machineInForce();
 // The stand-in handle of the process's token, which needs no closing.
 HANDLE processTokenHandle();
 
-// Text of a narrow call, in UTF-16; the empty text for a null pointer.
-std::u16string wideText(const Machine& machine, LPCSTR text);
-
-// Text of a wide call; the empty text for a null pointer.
+// Text of a call; the empty text for a null pointer.
 inline std::u16string_view textOf(LPCWSTR text) { return text == nullptr ? u"" : text; }
 
 // Copies `text` and its NUL into a buffer of `size` units if it is large enough. The length without

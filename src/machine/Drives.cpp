@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "machine/CaseFold.h"
-#include "machine/CodePage.h"
 #include "machine/HostName.h"
 #include "unicode/Unicode.h"
 
@@ -124,9 +123,8 @@ std::vector<Step> stepsOf(const PathName& path) {
 
 }  // namespace
 
-Drives::Drives(DriveSettings driveSettings, const CodePage& codePage)
+Drives::Drives(DriveSettings driveSettings)
     : settings(std::move(driveSettings)),
-      page(codePage),
       current(parseFullPath(settings.programFolder)),
       windows(parseFullPath(settings.windowsFolder)) {
   for (const auto& [letter, folder] : settings.folders) {
@@ -195,6 +193,10 @@ Place Drives::findLent(const PathName& path) {
   return place;
 }
 
+bool Drives::hasDrive(char16_t letter) const {
+  return letter < 0x80 && roots.contains(static_cast<char>(letter & ~0x20));
+}
+
 Place Drives::findTrue(std::u16string_view path) { return walk(parseFullPath(path)); }
 
 Place Drives::walk(const PathName& path) {
@@ -228,8 +230,6 @@ std::string Drives::truePath(std::u16string_view text) const {
   for (const std::u16string& name : path.names) result += "\\" + utf8(name);
   return path.names.empty() ? result + "\\" : result;
 }
-
-bool Drives::isUnknown(std::string_view narrowPath) { return isUnknown(page.decode(narrowPath)); }
 
 bool Drives::isUnknown(std::u16string_view path) {
   if (!settings.missingDrivesAreUnknown) return false;

@@ -17,8 +17,6 @@
 
 namespace zelvreg::machine {
 
-class CodePage;
-
 struct DriveSettings {
   std::map<char, std::filesystem::path> folders;  // by upper-case letter
   bool is64Bit = true;
@@ -44,8 +42,8 @@ struct Place {
 
 class Drives {
  public:
-  // The folders must be there, and `page`, the page of narrow paths, must outlive this.
-  Drives(DriveSettings settings, const CodePage& page);
+  // The folders must be there.
+  explicit Drives(DriveSettings settings);
 
   // Follows a path as the file calls of the 32-bit process do: names without regard to case, the
   // system folder redirected, links as long as they stay inside the drive.
@@ -61,7 +59,6 @@ class Drives {
   // Whether it cannot be told if there is such a file: its drive was not given, it lies behind a
   // link that leaves its drive, or in a folder that may not be read. Never so on a machine folder.
   bool isUnknown(std::u16string_view path);
-  bool isUnknown(std::string_view narrowPath);
 
   // What is asked for below `path` and not there is looked for in a folder of this system, as if it
   // were there, to be read only. `path` has a drive; a folder that does not exist lends nothing.
@@ -70,6 +67,8 @@ class Drives {
   // Is told of each path that a call is about to follow, as it was given; none by default.
   std::function<void(std::u16string_view path)> onFind;
 
+  // Whether a letter, in either case, is a drive.
+  [[nodiscard]] bool hasDrive(char16_t letter) const;
   // Says that a letter is a drive of another computer.
   void setRemote(char16_t letter) { remote = letter; }
   [[nodiscard]] bool isRemote(std::u16string_view path) const {
@@ -98,7 +97,6 @@ class Drives {
   [[nodiscard]] LONG missingDriveError() const;
 
   DriveSettings settings;
-  const CodePage& page;
   PathName current;
   PathName windows;
   std::map<char, std::string> roots;  // canonical, without a separator at the end

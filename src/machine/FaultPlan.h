@@ -11,7 +11,7 @@
 
 namespace zelvreg::machine {
 
-// The kinds of call that can fail; both widths and all forms of one call count as one kind.
+// The kinds of call that can fail; all forms of one call count as one kind.
 enum class ApiCall : std::uint8_t {
   RegOpenKey,
   RegCreateKey,

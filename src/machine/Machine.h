@@ -74,7 +74,7 @@ class Machine {
   [[nodiscard]] const Accounts& accounts() const;
   // What was asked for files of an offline disk; none for a machine folder, which keeps records.
   [[nodiscard]] DiskAttributes* diskAttributes() const;
-  // Who the process runs as, and the page of the narrow calls.
+  // Who the process runs as, and the computer's code page.
   [[nodiscard]] const Token& token() const;
   [[nodiscard]] const CodePage& codePage() const;
 

@@ -120,7 +120,7 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
         .environment = environmentOf(settings),
         .clock = Clock(settings.now),
         .registry = std::move(registry),
-        .drives = Drives(driveSettings(content), page),
+        .drives = Drives(driveSettings(content)),
         .openFiles = {},
         .faults = {},
         .damagedHives = {},

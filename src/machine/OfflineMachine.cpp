@@ -58,7 +58,7 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
                            interrupted.unfinished.end());
     const CodePage& page = sharedCodePage(offline.codePage);
     Environment environment = environmentOf(offline);
-    Drives drives(driveSettings(disk, offline, environment), page);
+    Drives drives(driveSettings(disk, offline, environment));
     std::unique_ptr<State> state(new State{
         .lock = std::move(lock),
         .folder = {},

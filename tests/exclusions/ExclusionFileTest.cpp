@@ -3,6 +3,7 @@
 #include "runtime/FileText.h"
 #include "support/ComputerFixture.h"
 #include "support/UnrulyContents.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -63,7 +64,7 @@ TEST(ExclusionText, AnyTextGivesNoMoreThanItHolds) {
 class ExclusionFileTest : public fixture::ComputerFixture {
  protected:
   ExclusionFileTest() { makeFolder(form.programFolder); }
-  ~ExclusionFileTest() override { DeleteFileA(path().c_str()); }
+  ~ExclusionFileTest() override { DeleteFileW(Wide(path()).get()); }
 
   [[nodiscard]] std::string path() const { return form.programFolder + "\\exregscan.txt"; }
   [[nodiscard]] std::string content() const { return readFileText(path()).value_or("(none)"); }

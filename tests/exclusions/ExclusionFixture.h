@@ -11,6 +11,7 @@
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 
@@ -22,7 +23,7 @@ class ExclusionFixture : public fixture::ComputerFixture {
     makeFolder(form.programFolder);
     bindClicks(form);
   }
-  ~ExclusionFixture() override { DeleteFileA(path().c_str()); }
+  ~ExclusionFixture() override { DeleteFileW(Wide(path()).get()); }
 
   [[nodiscard]] std::string path() const { return form.programFolder + "\\exregscan.txt"; }
   [[nodiscard]] std::string content() const { return readFileText(path()).value_or("(none)"); }

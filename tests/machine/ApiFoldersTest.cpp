@@ -4,7 +4,9 @@
 
 #include <string>
 
+#include "machine/Drives.h"
 #include "support/MachineFixture.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -118,6 +120,19 @@ TEST_F(ApiFoldersTest, tellsAttributesAndWhyThereAreNone) {
   EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
   EXPECT_EQ(GetFileAttributesW(nullptr), INVALID_FILE_ATTRIBUTES);
   EXPECT_EQ(GetFileAttributesW(u""), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(ApiFoldersTest, tellsWhatADriveIs) {
+  folder(R"(C:\f)");
+  start().drives().setRemote(u'Z');
+  for (const LPCWSTR path : {u"C:\\", u"c:/", u"C:", u"C:\\f\\"}) {
+    EXPECT_EQ(GetDriveTypeW(path), DRIVE_FIXED) << utf8(path);
+  }
+  for (const LPCWSTR path : {u"Q:\\", u"1:\\", u"\u0416:\\", u"C:\\g\\", u""}) {
+    EXPECT_EQ(GetDriveTypeW(path), DRIVE_NO_ROOT_DIR) << utf8(path);
+  }
+  EXPECT_EQ(GetDriveTypeW(u"z:\\"), DRIVE_REMOTE);
+  EXPECT_EQ(GetDriveTypeW(nullptr), DRIVE_UNKNOWN);
 }
 
 TEST_F(ApiFoldersTest, settingArchiveClearsTheOthers) {

@@ -5,7 +5,6 @@
 
 #include <optional>
 
-#include "machine/CodePage.h"
 #include "machine/TemporaryFolder.h"
 #include "unicode/Unicode.h"
 
@@ -21,7 +20,7 @@ class DrivesTest : public ::testing::Test {
   }
 
   Drives& drives() {
-    if (!made) made.emplace(settings, sharedCodePage(1252));
+    if (!made) made.emplace(settings);
     return *made;
   }
   LONG errorOf(std::string_view path) { return drives().find(utf16(path)).error; }

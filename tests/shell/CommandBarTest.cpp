@@ -4,6 +4,7 @@
 #include "runtime/FileText.h"
 #include "shell/Navigation.h"
 #include "shell/PressFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -27,8 +28,8 @@ class CommandBarTest : public PressFixture {
     };
   }
   ~CommandBarTest() override {
-    DeleteFileA(pathOfCopy().c_str());
-    DeleteFileA((folder + "\\exregscan.txt").c_str());
+    DeleteFileW(Wide(pathOfCopy()).get());
+    DeleteFileW(Wide(folder + "\\exregscan.txt").get());
     removeKey(user);
   }
 

@@ -7,6 +7,7 @@
 #include "shell/Languages.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -66,7 +67,7 @@ class AutomaticEndTest : public fixture::ComputerFixture {
   ~AutomaticEndTest() override {
     removeKey(user);
     for (const char* file : {"\\regst.txt", "\\regtmp.txt"}) {
-      DeleteFileA((form.programFolder + file).c_str());
+      DeleteFileW(Wide(form.programFolder + file).get());
     }
   }
 

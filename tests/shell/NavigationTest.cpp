@@ -2,6 +2,7 @@
 
 #include "form/ProcessEnd.h"
 #include "shell/PressFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -22,7 +23,7 @@ class NavigationTest : public PressFixture {
       return Answer::Ok;
     };
   }
-  ~NavigationTest() override { DeleteFileA((folder + "\\exregscan.txt").c_str()); }
+  ~NavigationTest() override { DeleteFileW(Wide(folder + "\\exregscan.txt").get()); }
 
   static void expectPlaceOfOptions(const Frame& frame) {
     EXPECT_EQ(frame.left, 300);

@@ -2,6 +2,7 @@
 // whole scan may repair.
 #include "form/ProcessEnd.h"
 #include "machine/Clock.h"
+#include "machine/RegistryCalls.h"
 #include "scan/SafeguardSources.h"
 #include "shell/CommandModes.h"
 #include "shell/StartUp.h"
@@ -59,15 +60,10 @@ class StartUpModesTest : public fixture::MachineFixture {
   }
 
   static std::string stored(const char* path, const char* name) {
-    std::array<char, 64> text{};
-    DWORD size = text.size();
-    HKEY key = nullptr;
-    RegOpenKeyExA(HKEY_LOCAL_MACHINE, path + std::string_view("HKEY_LOCAL_MACHINE\\").size(), 0,
-                  KEY_QUERY_VALUE | KEY_WOW64_64KEY, &key);
-    const LONG status =
-        RegQueryValueExA(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &size);
-    RegCloseKey(key);
-    return status == ERROR_SUCCESS ? text.data() : "(none)";
+    const fixture::OpenedKey key(HKEY_LOCAL_MACHINE,
+                                 path + std::string_view("HKEY_LOCAL_MACHINE\\").size(),
+                                 KEY_QUERY_VALUE | KEY_WOW64_64KEY);
+    return fixture::text(key, name);
   }
   // Whether the font is still registered.
   static std::string font() { return stored(fonts, "Gone"); }
@@ -93,7 +89,7 @@ TEST_F(StartUpModesTest, TheFixModeRepairsWithoutAQuestion) {
   EXPECT_TRUE(form.Timer2.isEnabled());
   EXPECT_EQ(content("C:\\program\\regst.txt"), " 1 \r\n");
   EXPECT_FALSE(has("C:\\program\\regtmp.txt"));
-  EXPECT_EQ(font(), "(none)");
+  EXPECT_EQ(font(), "(error 2)");
   // No copy of the list: that is the user's Fix alone.
   EXPECT_FALSE(has("C:\\program\\backup"));
 }
@@ -108,7 +104,7 @@ TEST_F(StartUpModesTest, WhatTheUserHasExcludedIsListedAndRepairedAllTheSame) {
   repairing.safeguardChoices = choicesAsDescribed();
   readCommandLine(repairing, "w4-c4");
   EXPECT_THROW(Form_Load(repairing), ProcessEnd);
-  EXPECT_EQ(font(), "(none)");
+  EXPECT_EQ(font(), "(error 2)");
 }
 
 TEST_F(StartUpModesTest, TheSuiteIsToldTheNumberOnceASecond) {
@@ -147,7 +143,7 @@ TEST_F(StartUpModesTest, ARecheckRepairsWhereItIsAskedTo) {
   start();
   expectEnd("r-c");
   EXPECT_EQ(stored(answer, "rc"), "1");
-  EXPECT_EQ(font(), "(none)");
+  EXPECT_EQ(font(), "(error 2)");
   EXPECT_FALSE(has("C:\\program\\backup"));
 }
 

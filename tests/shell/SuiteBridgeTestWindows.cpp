@@ -12,8 +12,8 @@
 namespace zelvreg {
 namespace {
 
-constexpr const char* blockName = "MyFileMappingObject";
-constexpr const char* fileName = "suite-bridge-test.bin";
+constexpr const wchar_t* blockName = L"MyFileMappingObject";
+constexpr const wchar_t* fileName = L"suite-bridge-test.bin";
 
 // What the block held when the suite's window was told of it.
 std::string heard;
@@ -29,10 +29,10 @@ std::string firstBytes(void* view, std::size_t length) {
 
 LRESULT CALLBACK listen(HWND window, UINT message, WPARAM length, LPARAM parameter) {
   if (message != WM_USER + 1) {
-    return DefWindowProcA(window, message, length, parameter);
+    return DefWindowProcW(window, message, length, parameter);
   }
   heard = "(no block)";
-  if (HANDLE block = OpenFileMappingA(FILE_MAP_ALL_ACCESS, FALSE, blockName)) {
+  if (HANDLE block = OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, blockName)) {
     if (void* view = MapViewOfFile(block, FILE_MAP_ALL_ACCESS, 0, 0, 0)) {
       heard = firstBytes(view, length);
       UnmapViewOfFile(view);
@@ -45,7 +45,7 @@ LRESULT CALLBACK listen(HWND window, UINT message, WPARAM length, LPARAM paramet
 class SuiteBridgeTest : public ::testing::Test {
  protected:
   SuiteBridgeTest() {
-    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(listen));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(listen));
     heard = "(nothing)";
   }
   ~SuiteBridgeTest() override {
@@ -53,16 +53,16 @@ class SuiteBridgeTest : public ::testing::Test {
     if (block != nullptr) {
       CloseHandle(block);
     }
-    DeleteFileA(fileName);
+    DeleteFileW(fileName);
   }
 
   // Another process may be first with the name.
   void makeBlock(DWORD sort, DWORD size, HANDLE file = INVALID_HANDLE_VALUE) {
-    block = CreateFileMappingA(file, nullptr, sort, 0, size, blockName);
+    block = CreateFileMappingW(file, nullptr, sort, 0, size, blockName);
     ASSERT_NE(block, nullptr);
   }
 
-  HWND window = CreateWindowA("STATIC", "Zelvane Tuner", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr,
+  HWND window = CreateWindowW(L"STATIC", L"Zelvane Tuner", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr,
                               nullptr, nullptr);
   HANDLE block = nullptr;
   Form42 form;
@@ -72,7 +72,7 @@ TEST_F(SuiteBridgeTest, TheWindowReadsTheNumberOfFindings) {
   form.View2.add("a");
   Timer2_Timer(form);
   EXPECT_EQ(heard, "r|1");
-  EXPECT_EQ(OpenFileMappingA(FILE_MAP_READ, FALSE, blockName), nullptr);
+  EXPECT_EQ(OpenFileMappingW(FILE_MAP_READ, FALSE, blockName), nullptr);
 }
 
 TEST_F(SuiteBridgeTest, ABlockThatIsThereAndGoodIsUsed) {
@@ -88,7 +88,7 @@ TEST_F(SuiteBridgeTest, ABlockThatHasNoMemoryYetIsNotTouched) {
 }
 
 TEST_F(SuiteBridgeTest, ABlockThatIsTooSmallIsNotTouched) {
-  HANDLE file = CreateFileA(fileName, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+  HANDLE file = CreateFileW(fileName, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr);
   DWORD written = 0;
   WriteFile(file, "0123456789", 10, &written, nullptr);
@@ -99,7 +99,7 @@ TEST_F(SuiteBridgeTest, ABlockThatIsTooSmallIsNotTouched) {
 }
 
 TEST_F(SuiteBridgeTest, ANameThatMeansSomethingElseIsNoBlock) {
-  HANDLE event = CreateEventA(nullptr, FALSE, FALSE, blockName);
+  HANDLE event = CreateEventW(nullptr, FALSE, FALSE, blockName);
   Timer2_Timer(form);
   EXPECT_EQ(heard, "(no block)");
   CloseHandle(event);

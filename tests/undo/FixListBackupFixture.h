@@ -7,6 +7,7 @@
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 #include "undo/FixListBackup.h"
 
 namespace zelvreg {
@@ -19,7 +20,7 @@ class FixListBackupFixture : public fixture::ComputerFixture {
   }
   ~FixListBackupFixture() override {
     for (const char* number : {"1", "2"}) {
-      DeleteFileA(pathOf(stamp(number)).c_str());
+      DeleteFileW(Wide(pathOf(stamp(number))).get());
     }
   }
 

@@ -1,4 +1,5 @@
 #include "text/Pattern.h"
+#include "text/Wide.h"
 #include "undo/FixListBackupFixture.h"
 #include "undo/UndoPage.h"
 
@@ -29,7 +30,7 @@ TEST_F(FixListBackupTest, TheCopyTakesTheNextNumberOfTheList) {
   EXPECT_EQ(matchesPattern(label, "##_##_####_##.##.##"), Match::Yes);
   EXPECT_EQ(storedText(settings + "\\file", label), label);
   EXPECT_EQ(copy("42"), "HKEY_USERS,Software\\Key,bad value,first\r\n\r\n");
-  DeleteFileA(pathOf(label).c_str());
+  DeleteFileW(Wide(pathOf(label)).get());
 }
 
 TEST_F(FixListBackupTest, ARunWithoutTicksMakesAnEmptyCopyAndAnEntry) {
@@ -58,7 +59,7 @@ TEST_F(FixListBackupTest, ACopyIsListedButCannotBeRestoredFrom) {
   const std::string beside = form.programFolder + "\\" + stamp("1") + ".txt";
   EXPECT_EQ(readFileText(beside).value_or("(none)"), "");
   EXPECT_EQ(copy("1"), "HKEY_USERS,Software\\Key,bad value,first\r\n\r\n");
-  DeleteFileA(beside.c_str());
+  DeleteFileW(Wide(beside).get());
 }
 
 TEST_F(FixListBackupTest, RemovingTheEntryLeavesTheCopy) {
@@ -71,7 +72,7 @@ TEST_F(FixListBackupTest, RemovingTheEntryLeavesTheCopy) {
   EXPECT_EQ(stamp("1"), "(none)");
   EXPECT_EQ(storedText(settings + "\\file", label), label);
   EXPECT_EQ(readFileText(pathOf(label)), "HKEY_USERS,Software\\Key,bad value,first\r\n\r\n");
-  DeleteFileA(pathOf(label).c_str());
+  DeleteFileW(Wide(pathOf(label)).get());
 }
 
 TEST_F(FixListBackupTest, OneOldCopyIsWrittenBackFieldByField) {
@@ -94,7 +95,7 @@ TEST_F(FixListBackupTest, OneOldCopyIsWrittenBackFieldByField) {
   EXPECT_EQ(storedText(user, "comma"), "cut");
   EXPECT_EQ(storedText(user, ""), " kept ");
   EXPECT_NE(readFileText(path), std::nullopt);
-  DeleteFileA(path.c_str());
+  DeleteFileW(Wide(path).get());
   removeKey(user);
 }
 
@@ -104,7 +105,7 @@ TEST_F(FixListBackupTest, OtherCopiesAreNeverWrittenBack) {
   makeFile(path, "HKEY_CURRENT_USER,Software\\FixListBackupTest,name,data\r\n\r\n");
   Command31_Click(form);
   EXPECT_EQ(storedText(user, "name"), "(none)");
-  DeleteFileA(path.c_str());
+  DeleteFileW(Wide(path).get());
   removeKey(user);
 }
 

@@ -3,6 +3,7 @@
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 #include "undo/JournalFile.h"
 #include "undo/UndoStores.h"
 
@@ -30,7 +31,7 @@ class JournalTest : public fixture::ComputerFixture {
     const std::string stem = undoStem(undoLabel(highestUndoNumber()));
     const std::string path = journalPath(form, stem);
     std::string text = readFileText(path).value_or("(none)");
-    DeleteFileA(path.c_str());
+    DeleteFileW(Wide(path).get());
     return text;
   }
 };

@@ -7,6 +7,7 @@
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 #include "undo/JournalFile.h"
 #include "undo/UndoPage.h"
 #include "undo/UndoStores.h"
@@ -128,7 +129,7 @@ TEST_F(UndoExportTest, OnlyEntriesThatSomethingCanBeRestoredFromAreOffered) {
     form.chameleonButton1.click();
     EXPECT_EQ(form.View3.count(), isOffered ? 1U : 0U) << content;
   }
-  DeleteFileA(path.c_str());
+  DeleteFileW(Wide(path).get());
   form.chameleonButton1.click();
   EXPECT_EQ(form.View3.count(), 0U);
   form.safeguards = asDescribed();
@@ -167,7 +168,7 @@ TEST_F(UndoExportTest, AStemThatLeadsElsewhereIsNeitherReadNorMadeNorDeleted) {
     form.chameleonButton3.click();
     EXPECT_EQ(readFileText(notes), record);
     EXPECT_EQ(storedText(settings + "\\dates", "1"), "(none)");
-    DeleteFileA(notes.c_str());
+    DeleteFileW(Wide(notes).get());
     form.View3.add("leads elsewhere");
     View3_ItemClick(form, 1);
     form.chameleonButton2.click();

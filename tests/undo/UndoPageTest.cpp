@@ -3,6 +3,7 @@
 #include "runtime/FileText.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 #include "undo/JournalFile.h"
 
 namespace zelvreg {
@@ -31,7 +32,7 @@ class UndoPageTest : public fixture::ComputerFixture {
   ~UndoPageTest() override {
     removeKey(target);
     for (const std::string& stem : stems) {
-      DeleteFileA(pathOf(stem).c_str());
+      DeleteFileW(Wide(pathOf(stem)).get());
     }
   }
 

@@ -7,12 +7,6 @@
 inline constexpr DWORD SDDL_REVISION_1 = 1;
 
 extern "C" {
-BOOL ConvertStringSecurityDescriptorToSecurityDescriptorA(LPCSTR text, DWORD revision,
-                                                          PSECURITY_DESCRIPTOR* descriptor,
-                                                          PULONG size);
-BOOL ConvertSecurityDescriptorToStringSecurityDescriptorA(PSECURITY_DESCRIPTOR descriptor,
-                                                          DWORD revision, SECURITY_INFORMATION what,
-                                                          LPSTR* text, PULONG length);
 BOOL ConvertStringSecurityDescriptorToSecurityDescriptorW(LPCWSTR text, DWORD revision,
                                                           PSECURITY_DESCRIPTOR* descriptor,
                                                           PULONG size);

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 extern "C" {
-LSTATUS SHDeleteKeyA(HKEY key, LPCSTR subKey);
 LSTATUS SHDeleteKeyW(HKEY key, LPCWSTR subKey);
 }
 

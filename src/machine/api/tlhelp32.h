@@ -6,12 +6,6 @@
 
 inline constexpr DWORD TH32CS_SNAPPROCESS = 2;
 
-struct PROCESSENTRY32 {
-  DWORD dwSize;
-  DWORD th32ProcessID;
-  CHAR szExeFile[MAX_PATH];
-};
-
 struct PROCESSENTRY32W {
   DWORD dwSize;
   DWORD th32ProcessID;
@@ -20,8 +14,6 @@ struct PROCESSENTRY32W {
 
 extern "C" {
 HANDLE CreateToolhelp32Snapshot(DWORD what, DWORD process);
-BOOL Process32First(HANDLE snapshot, PROCESSENTRY32* entry);
-BOOL Process32Next(HANDLE snapshot, PROCESSENTRY32* entry);
 BOOL Process32FirstW(HANDLE snapshot, PROCESSENTRY32W* entry);
 BOOL Process32NextW(HANDLE snapshot, PROCESSENTRY32W* entry);
 }

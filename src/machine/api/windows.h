@@ -3,7 +3,7 @@
 // Names, values, layouts and answers are those of the Windows headers, so that the same source
 // compiles against either. The calls are answered by the machine::Machine that is in force
 // (machine/Machine.h); without one they fail with ERROR_NOT_READY. Every call behaves as it does
-// for a 32-bit process, narrow text being in that machine's code page.
+// for a 32-bit process. The program calls the wide ones alone, so there are no others.
 #ifndef ZELVREG_MACHINE_API_WINDOWS_H
 #define ZELVREG_MACHINE_API_WINDOWS_H
 
@@ -25,7 +25,6 @@ using LONGLONG = std::int64_t;
 using LONG_PTR = std::intptr_t;
 using ULONG_PTR = std::uintptr_t;
 using SIZE_T = std::size_t;
-using CHAR = char;
 using WCHAR = char16_t;
 using LPSTR = char*;
 using LPCSTR = const char*;
@@ -155,22 +154,7 @@ struct SECURITY_ATTRIBUTES {
 using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
 
 extern "C" {
-LSTATUS RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result);
-LSTATUS RegOpenKeyA(HKEY key, LPCSTR subKey, PHKEY result);
-LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR className, DWORD options,
-                        REGSAM access, const SECURITY_ATTRIBUTES* security, PHKEY result,
-                        LPDWORD disposition);
 LSTATUS RegCloseKey(HKEY key);
-LSTATUS RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD nameSize);
-LSTATUS RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved,
-                      LPDWORD type, LPBYTE data, LPDWORD dataSize);
-LSTATUS RegQueryValueExA(HKEY key, LPCSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                         LPDWORD dataSize);
-LSTATUS RegSetValueExA(HKEY key, LPCSTR valueName, DWORD reserved, DWORD type, const BYTE* data,
-                       DWORD dataSize);
-LSTATUS RegDeleteKeyA(HKEY key, LPCSTR subKey);
-LSTATUS RegDeleteValueA(HKEY key, LPCSTR valueName);
-
 LSTATUS RegOpenKeyW(HKEY key, LPCWSTR subKey, PHKEY result);
 LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PHKEY result);
 LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR className, DWORD options,
@@ -311,9 +295,6 @@ enum TOKEN_INFORMATION_CLASS { TokenUser = 1 };
 inline constexpr DWORD TOKEN_QUERY = 0x0008;
 inline constexpr DWORD TOKEN_ADJUST_PRIVILEGES = 0x0020;
 inline constexpr DWORD SE_PRIVILEGE_ENABLED = 2;
-inline constexpr LPCSTR SE_BACKUP_NAME = "SeBackupPrivilege";
-inline constexpr LPCSTR SE_RESTORE_NAME = "SeRestorePrivilege";
-inline constexpr LPCSTR SE_TAKE_OWNERSHIP_NAME = "SeTakeOwnershipPrivilege";
 
 enum ACL_INFORMATION_CLASS { AclRevisionInformation = 1, AclSizeInformation };
 
@@ -327,15 +308,10 @@ extern "C" {
 LSTATUS RegGetKeySecurity(HKEY key, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
                           LPDWORD size);
 LSTATUS RegSetKeySecurity(HKEY key, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor);
-BOOL GetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
-                      DWORD size, LPDWORD needed);
-BOOL SetFileSecurityA(LPCSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor);
 BOOL GetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor,
                       DWORD size, LPDWORD needed);
 BOOL SetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIPTOR descriptor);
 
-BOOL LookupAccountNameA(LPCSTR systemName, LPCSTR accountName, PSID sid, LPDWORD sidSize,
-                        LPSTR domain, LPDWORD domainSize, PSID_NAME_USE use);
 BOOL LookupAccountNameW(LPCWSTR systemName, LPCWSTR accountName, PSID sid, LPDWORD sidSize,
                         LPWSTR domain, LPDWORD domainSize, PSID_NAME_USE use);
 BOOL AllocateAndInitializeSid(PSID_IDENTIFIER_AUTHORITY authority, BYTE count, DWORD sub0,
@@ -346,7 +322,6 @@ DWORD GetLengthSid(PSID sid);
 BOOL EqualSid(PSID first, PSID second);
 
 BOOL OpenProcessToken(HANDLE process, DWORD access, HANDLE* token);
-BOOL LookupPrivilegeValueA(LPCSTR systemName, LPCSTR name, LUID* value);
 BOOL LookupPrivilegeValueW(LPCWSTR systemName, LPCWSTR name, LUID* value);
 BOOL AdjustTokenPrivileges(HANDLE token, BOOL disablesAll, PTOKEN_PRIVILEGES changes, DWORD size,
                            PTOKEN_PRIVILEGES before, PDWORD needed);
@@ -396,19 +371,6 @@ inline constexpr DWORD OPEN_ALWAYS = 4;
 inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
 inline constexpr DWORD MOVEFILE_WRITE_THROUGH = 8;
 
-struct WIN32_FIND_DATAA {
-  DWORD dwFileAttributes;
-  FILETIME ftCreationTime;
-  FILETIME ftLastAccessTime;
-  FILETIME ftLastWriteTime;
-  DWORD nFileSizeHigh;
-  DWORD nFileSizeLow;
-  DWORD dwReserved0;
-  DWORD dwReserved1;
-  CHAR cFileName[MAX_PATH];
-  CHAR cAlternateFileName[14];
-};
-
 struct WIN32_FIND_DATAW {
   DWORD dwFileAttributes;
   FILETIME ftCreationTime;
@@ -423,25 +385,13 @@ struct WIN32_FIND_DATAW {
 };
 
 extern "C" {
-HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, const SECURITY_ATTRIBUTES* security,
-                   DWORD disposition, DWORD flags, HANDLE templateFile);
 HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, const SECURITY_ATTRIBUTES* security,
                    DWORD disposition, DWORD flags, HANDLE templateFile);
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, void* overlapped);
 BOOL WriteFile(HANDLE file, LPCVOID data, DWORD size, LPDWORD written, void* overlapped);
 BOOL FlushFileBuffers(HANDLE file);
 BOOL CloseHandle(HANDLE handle);
-BOOL DeleteFileA(LPCSTR path);
-BOOL MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags);
-BOOL CreateDirectoryA(LPCSTR path, const SECURITY_ATTRIBUTES* security);
-DWORD GetFileAttributesA(LPCSTR path);
-UINT GetDriveTypeA(LPCSTR root);
-BOOL SetFileAttributesA(LPCSTR path, DWORD attributes);
-HANDLE FindFirstFileA(LPCSTR pattern, WIN32_FIND_DATAA* data);
-BOOL FindNextFileA(HANDLE find, WIN32_FIND_DATAA* data);
 BOOL FindClose(HANDLE find);
-DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);
-
 BOOL DeleteFileW(LPCWSTR path);
 BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags);
 BOOL CreateDirectoryW(LPCWSTR path, const SECURITY_ATTRIBUTES* security);
@@ -451,12 +401,6 @@ BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes);
 HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data);
 BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* data);
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size);
-
-DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file);
-DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer,
-                               DWORD size, LPCSTR file);
-UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, int fallback, LPCSTR file);
-BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR text, LPCSTR file);
 
 DWORD GetPrivateProfileSectionW(LPCWSTR section, LPWSTR buffer, DWORD size, LPCWSTR file);
 DWORD GetPrivateProfileStringW(LPCWSTR section, LPCWSTR key, LPCWSTR fallback, LPWSTR buffer,
@@ -488,10 +432,6 @@ struct MEMORY_BASIC_INFORMATION {
 using PMEMORY_BASIC_INFORMATION = MEMORY_BASIC_INFORMATION*;
 
 extern "C" {
-HWND FindWindowA(LPCSTR className, LPCSTR title);
-LRESULT SendMessageA(HWND window, UINT message, WPARAM first, LPARAM second);
-HANDLE CreateFileMappingA(HANDLE file, const SECURITY_ATTRIBUTES* security, DWORD protection,
-                          DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
 HWND FindWindowW(LPCWSTR className, LPCWSTR title);
 LRESULT SendMessageW(HWND window, UINT message, WPARAM first, LPARAM second);
 HANDLE CreateFileMappingW(HANDLE file, const SECURITY_ATTRIBUTES* security, DWORD protection,
@@ -546,7 +486,6 @@ BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, const SECURITY_ATTRIBUT
                     PROCESS_INFORMATION* started);
 HANDLE OpenProcess(DWORD access, BOOL inherit, DWORD id);
 BOOL TerminateProcess(HANDLE process, UINT exitCode);
-UINT WinExec(LPCSTR commandLine, UINT show);
 HWND GetDesktopWindow();
 }
 
@@ -579,14 +518,10 @@ BOOL IsWow64Process(HANDLE process, PBOOL wow64);
 UINT GetACP();
 void GetLocalTime(SYSTEMTIME* time);
 ULONGLONG GetTickCount64();
-DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
-DWORD ExpandEnvironmentStringsA(LPCSTR source, LPSTR buffer, DWORD size);
 DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size);
 DWORD ExpandEnvironmentStringsW(LPCWSTR source, LPWSTR buffer, DWORD size);
 HLOCAL LocalAlloc(UINT flags, SIZE_T size);
 HLOCAL LocalFree(HLOCAL memory);
-DWORD CharLowerBuffA(LPSTR text, DWORD size);
-DWORD CharUpperBuffA(LPSTR text, DWORD size);
 DWORD CharLowerBuffW(LPWSTR text, DWORD size);
 DWORD CharUpperBuffW(LPWSTR text, DWORD size);
 int CompareStringOrdinal(LPCWSTR first, int firstLength, LPCWSTR second, int secondLength,

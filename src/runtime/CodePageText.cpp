@@ -24,8 +24,8 @@ std::string codePageBytes(std::string_view text) {
   const std::u16string wide = utf16(text);
   const auto length = static_cast<int>(wide.size());
   const auto convert = [&](char* bytes, int size) {
-    return static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, 0, wideText(wide), length, bytes,
-                                                        size, nullptr, nullptr));
+    return static_cast<std::size_t>(
+        WideCharToMultiByte(CP_ACP, 0, wideText(wide), length, bytes, size, nullptr, nullptr));
   };
   std::string bytes(convert(nullptr, 0), '\0');
   convert(bytes.data(), static_cast<int>(bytes.size()));

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -14,10 +15,9 @@ using namespace zelvreg::console;
 
 int runProgram(int count, const char* const* arguments) {
   const std::vector<std::string> typed = typedArguments(count, arguments);
-  std::vector<const char*> texts;
-  for (const std::string& argument : typed) {
-    texts.push_back(argument.c_str());
-  }
+  std::vector<const char*> texts(typed.size());
+  std::ranges::transform(typed, texts.begin(),
+                         [](const std::string& argument) { return argument.c_str(); });
   const ParsedCommandLine parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
   if (parsed.help) {
     std::cout << *parsed.help;

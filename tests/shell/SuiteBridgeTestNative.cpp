@@ -42,6 +42,14 @@ TEST_F(SuiteBridgeTest, ATextThatIsLongerThanTheBlockIsCut) {
   EXPECT_EQ(machine.suiteTexts()[0], std::string(256, 'x'));
 }
 
+TEST_F(SuiteBridgeTest, TheTextIsInTheCodePageAndTheNumberCountsItsBytes) {
+  setting("suite", "1");
+  setting("codepage", "932");
+  machine::Machine& machine = start();
+  reportToSuite(form, "r|ソ\U0001F600");
+  EXPECT_EQ(machine.suiteTexts(), std::vector<std::string>{"r|\x83\x5C??"});
+}
+
 class FailingBlockTest : public SuiteBridgeTest,
                          public ::testing::WithParamInterface<machine::ApiCall> {};
 

@@ -55,7 +55,7 @@ TEST(JournalFile, WhatATornFileNoLongerHoldsIsEmpty) {
 }
 
 TEST(JournalFile, RecordsAreCountedToTheNearestWholeNumberAHalfToTheEvenOne) {
-  EXPECT_EQ(journalRecordCount(std::string(0, ' ')), 0U);
+  EXPECT_EQ(journalRecordCount(""), 0U);
   EXPECT_EQ(journalRecordCount(std::string(150, ' ')), 0U);
   EXPECT_EQ(journalRecordCount(std::string(151, ' ')), 0U);
   EXPECT_EQ(journalRecordCount(std::string(152, ' ')), 1U);

@@ -8,7 +8,6 @@
 #include "scan/Findings.h"
 #include "text/Text.h"
 #include "text/Wide.h"
-#include "widgets/SystemText.h"
 
 namespace zelvreg {
 namespace {
@@ -30,7 +29,6 @@ void start(const std::string& program, const std::string& arguments = {}) {
 
 void View2_ItemClick(Form42& form, std::size_t row) {
   const std::string& badValue = form.View2.text(row, badValueColumn);
-  showSystemText({&form.Label5, &form.Label7});
   form.Label5.caption = badValue;
   form.selectedRow = row;
   form.lastClickedRow = row;

@@ -8,7 +8,6 @@
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
-#include "widgets/SystemText.h"
 
 namespace zelvreg {
 namespace {
@@ -34,7 +33,6 @@ void resetRows(Form42& form) {
   form.Bar1.setMaximum(countCheckedRows(form.View1));
   form.orubutton2.enabled = false;
   form.chameleonButton9.enabled = false;
-  showSystemText({&form.Label3, &form.Label5, &form.Label7});
   form.Label7.caption = "Please Select entry from the list to show details";
   form.Label5.caption = "No Entry Selected";
   form.categoryFound = 0;

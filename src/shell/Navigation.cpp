@@ -11,7 +11,6 @@
 #include "scan/ScanPanel.h"
 #include "search/Search.h"
 #include "text/Numbers.h"
-#include "widgets/SystemText.h"
 
 namespace zelvreg {
 namespace {
@@ -111,8 +110,6 @@ void cmdFind_Click(Form42& form) {
   form.decideSafeguards.run();
   form.isProviderSilent = false;
   openScanPanel(form);
-  // It shows the keys that are walked.
-  showSystemText({&form.Label3});
   enableIdleCommands(form, false);
   form.cancelRequested = false;
   cmdFind(form);

@@ -42,17 +42,6 @@ TEST_F(EntryDetailsTest, ARowWithoutBadValueGivesAnEmptyQuotation) {
             "deleted.");
 }
 
-TEST_F(EntryDetailsTest, ARowIsToldInTheSystemsCodePageWhateverTheLanguage) {
-  for (Label* label : {&form.Label5, &form.Label7}) {
-    label->font = Font{.name = "Arial", .size = 9, .charset = 204};
-  }
-  add("C:\\a.exe", "Gr\xFCn", "2");
-  View2_ItemClick(form, 1);
-  for (const Label* label : {&form.Label5, &form.Label7}) {
-    EXPECT_EQ(label->font.get(), (Font{.name = "Arial", .size = 9, .charset = 0}));
-  }
-}
-
 TEST_F(EntryDetailsTest, TheSentenceIsTheSameForEachKind) {
   add("C:\\a.exe", "gone", "2");
   add("C:\\a.exe", "gone", "771");

@@ -221,17 +221,6 @@ TEST_F(ScanDriverTest, TheResultsPageOpensWithAllRowsTicked) {
   EXPECT_FALSE(form.cmd_cancel.enabled);
 }
 
-TEST_F(ScanDriverTest, KeysAndPathsAreShownInTheSystemsCodePageWhateverTheLanguage) {
-  for (Label* label : {&form.Label3, &form.Label5, &form.Label7}) {
-    label->font = Font{.name = "Arial", .size = 9, .charset = 204};
-  }
-  checkAll();
-  runScan(form);
-  for (const Label* label : {&form.Label3, &form.Label5, &form.Label7}) {
-    EXPECT_EQ(label->font.get().charset, 0);
-  }
-}
-
 TEST_F(ScanDriverTest, WithoutFindingsTheCommandsOnThemStayOff) {
   form.View1.setChecked(1, true);
   form.cmd_fix.enabled = false;

@@ -36,6 +36,14 @@ TEST_F(HostFileTest, AFileIsMadeOrReplacedAndNothingIsLeftBesideIt) {
   EXPECT_EQ(count(), 1);
 }
 
+TEST_F(HostFileTest, ANameMayBeAnyBytes) {
+  for (const char* name : {"отчёт サ", "\xFF", "\xED\xA0\x80"}) {
+    writeHostFile(path(name), "text");
+    EXPECT_EQ(readHostFile(path(name)), "text");
+    EXPECT_EQ(folder.read(name), "text");
+  }
+}
+
 TEST_F(HostFileTest, AReplacedFileIsNeverSeenHalf) {
   folder.write("report", "old");
   std::ifstream reader(path("report"));

@@ -94,6 +94,21 @@ TEST_P(AnyCodePageTest, AProgramBelowAUserOfAnyNameIsFound) {
   EXPECT_EQ(findings()[0]["badValue"], "Gone");
 }
 
+TEST_P(AnyCodePageTest, AJournalBringsBackNamesOfEveryScript) {
+  const std::string run32 =
+      R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\Microsoft\Windows\CurrentVersion\Run)";
+  key(run32, R"("Сервер ソ表"="C:\\нет\\ポ.exe")"
+             "\n"
+             R"("שלום 會育"="C:\\서버\\Füße.exe")");
+  run({"undo", "on"});
+  EXPECT_EQ(runAgain({"fix", "--only", "startup", "--yes"}), nothingFound);
+  EXPECT_EQ(runAgain({"scan", "--only", "startup"}), nothingFound);
+  EXPECT_EQ(runAgain({"undo", "restore", "1", "--journal"}), nothingFound);
+  EXPECT_TRUE(finds("startup", "Сервер ソ表"));
+  EXPECT_TRUE(finds("startup", "שלום 會育"));
+  EXPECT_EQ(findings().size(), 2U);
+}
+
 TEST_P(AnyCodePageTest, HalvesOfPairsAreFoundAndRepaired) {
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts)",
       R"("Half"=hex(1):61,00,00,D8,2E,00,74,00,74,00,66,00,00,00)");

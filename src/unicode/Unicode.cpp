@@ -27,27 +27,42 @@ std::size_t sizeBy(unsigned first) {
   return first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
 }
 
-// How many units at the head of a text are ASCII. They are looked at in blocks, which the compiler
-// takes at once.
+// ASCII is told and copied in blocks, which the compiler takes at once; nearly all text is short.
+constexpr std::size_t block = 8;
+
 template <typename Unit>
-std::size_t plainLength(std::basic_string_view<Unit> text) {
-  using Number = std::make_unsigned_t<Unit>;
-  constexpr std::size_t block = 16;
-  std::size_t length = 0;
-  while (text.size() - length >= block) {
-    Number all = 0;
-    for (std::size_t at = length; at < length + block; ++at) {
-      all |= static_cast<Number>(text[at]);
-    }
-    if (all >= 0x80) {
-      break;
-    }
-    length += block;
+bool isPlainBlock(const Unit* units) {
+  std::make_unsigned_t<Unit> all = 0;
+  for (std::size_t at = 0; at < block; ++at) {
+    all |= static_cast<std::make_unsigned_t<Unit>>(units[at]);
   }
-  while (length < text.size() && static_cast<Number>(text[length]) < 0x80) {
-    ++length;
+  return all < 0x80;
+}
+
+// Copies units from the head of a text as long as they are ASCII. How many there are.
+template <typename To, typename From>
+std::size_t copyPlain(To* to, std::basic_string_view<From> from) {
+  const auto copyBlock = [&](std::size_t at) {
+    const bool isPlain = isPlainBlock(from.data() + at);
+    if (isPlain) {
+      std::copy_n(from.data() + at, block, to + at);
+    }
+    return isPlain;
+  };
+  std::size_t size = 0;
+  while (size + block <= from.size() && copyBlock(size)) {
+    size += block;
   }
-  return length;
+  // What is left at the end is copied with some of what was copied before.
+  const bool hasRest = size < from.size() && from.size() < size + block && from.size() >= block;
+  if (hasRest && copyBlock(from.size() - block)) {
+    return from.size();
+  }
+  while (size < from.size() && static_cast<std::make_unsigned_t<From>>(from[size]) < 0x80) {
+    to[size] = static_cast<To>(from[size]);
+    ++size;
+  }
+  return size;
 }
 
 }  // namespace
@@ -94,11 +109,19 @@ void appendCharacter(std::string& text, char32_t code) {
   }
 }
 
-std::size_t asciiLength(std::string_view text) { return plainLength(text); }
+std::size_t asciiLength(std::string_view text) {
+  std::size_t length = 0;
+  while (length + block <= text.size() && isPlainBlock(text.data() + length)) {
+    length += block;
+  }
+  while (length < text.size() && byteAt(text, length) < 0x80) {
+    ++length;
+  }
+  return length;
+}
 
 std::size_t utf16Into(char16_t* units, std::string_view text) {
-  std::size_t size = asciiLength(text);
-  std::copy_n(text.begin(), size, units);
+  std::size_t size = copyPlain(units, text);
   text.remove_prefix(size);
   while (!text.empty()) {
     const Utf8Character next = firstCharacter(text);
@@ -120,10 +143,9 @@ std::u16string utf16(std::string_view text) {
 }
 
 std::string utf8(std::u16string_view text) {
-  const std::size_t plain = plainLength(text);
-  std::string narrow(plain, '\0');
-  std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain), narrow.begin(),
-                 [](char16_t unit) { return static_cast<char>(unit); });
+  std::string narrow(text.size(), '\0');
+  const std::size_t plain = copyPlain(narrow.data(), text);
+  narrow.resize(plain);
   for (std::size_t at = plain; at < text.size(); ++at) {
     char32_t code = text[at];
     if (isHigh(code) && at + 1 < text.size() && isLow(text[at + 1])) {

@@ -55,3 +55,21 @@ TEST(Unicode, AsciiIsCountedOverBlocks) {
     EXPECT_EQ(asciiLength(std::string(length, 'x') + "\xC3\xA4" + std::string(20, 'y')), length);
   }
 }
+
+TEST(Unicode, TextOfEveryLengthReturnsWhereverItStopsBeingAscii) {
+  for (std::size_t length = 0; length < 40; ++length) {
+    std::u16string plain(length, u'\0');
+    for (std::size_t at = 0; at < length; ++at) {
+      plain[at] = static_cast<char16_t>(u'A' + at);
+    }
+    const std::string narrow(plain.begin(), plain.end());
+    ASSERT_EQ(utf8(plain), narrow);
+    ASSERT_EQ(utf16(narrow), plain);
+    for (std::size_t at = 0; at < length; ++at) {
+      std::u16string text = plain;
+      text[at] = u'\u30BD';
+      ASSERT_EQ(utf8(text), narrow.substr(0, at) + "\u30BD" + narrow.substr(at + 1));
+      ASSERT_EQ(utf16(utf8(text)), text);
+    }
+  }
+}

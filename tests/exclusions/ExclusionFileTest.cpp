@@ -19,7 +19,12 @@ TEST(ExclusionText, TheLastLineNeedsNoEnd) {
   EXPECT_EQ(exclusionsIn("first line\r\nlast"), (Texts{"first line", "last"}));
 }
 
-TEST(ExclusionText, NineBytesAreNothingAndTenAreRead) {
+TEST(ExclusionText, CharactersOfAnyScriptAreCountedNotTheirBytes) {
+  EXPECT_EQ(exclusionsIn("サーバー表ソ1\r\n"), Texts());
+  EXPECT_EQ(exclusionsIn("サーバー表ソ12\r\n"), (Texts{"サーバー表ソ12"}));
+}
+
+TEST(ExclusionText, NineCharactersAreNothingAndTenAreRead) {
   EXPECT_EQ(exclusionsIn("HKEY_U\\\r\n"), Texts());
   EXPECT_EQ(exclusionsIn("HKEY_US\\\r\n"), (Texts{"HKEY_US\\"}));
 }
@@ -86,6 +91,17 @@ TEST_F(ExclusionFileTest, WhatIsWrittenWithACommaOrInQuotesIsReadInAnotherWay) {
   appendExclusion(form, "HKEY_USERS\\a,b");
   appendExclusion(form, "\"quoted\"");
   EXPECT_EQ(readExclusions(form), (Texts{"HKEY_USERS\\a", "b", "quoted"}));
+}
+
+TEST_F(ExclusionFileTest, LinesOfEveryScriptReturn) {
+  const Texts entries{"HKEY_USERS\\Füße", "HKEY_USERS\\сервер",     "HKEY_USERS\\サーバー表",
+                      "HKEY_USERS\\מחשב", "HKEY_USERS\\\U0001F600", "HKEY_USERS\\\xED\xA0\x80"};
+  for (const std::string& entry : entries) {
+    appendExclusion(form, entry);
+  }
+  EXPECT_EQ(readExclusions(form), entries);
+  writeExclusions(form, entries);
+  EXPECT_EQ(readExclusions(form), entries);
 }
 
 TEST_F(ExclusionFileTest, NewLinesTakeThePlaceOfAllOldOnes) {

@@ -219,6 +219,10 @@ LONG checkPath(std::u16string_view path) {
   if (path.starts_with(u'\\')) {
     return ERROR_BAD_PATHNAME;
   }
+  // As short as almost all are, it holds no name that is too long.
+  if (path.size() <= maximumKeyNameLength) {
+    return ERROR_SUCCESS;
+  }
   for (std::u16string_view name = takeComponent(path); !name.empty(); name = takeComponent(path)) {
     if (name.size() > maximumKeyNameLength) {
       return ERROR_INVALID_PARAMETER;

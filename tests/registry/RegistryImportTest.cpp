@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "runtime/CodePageText.h"
 #include "support/ComputerFixture.h"
 #include "support/WideValues.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg {
 namespace {
@@ -105,13 +107,32 @@ TEST_F(RegistryImportTest, Utf8IsReadWithAndWithoutAMark) {
   EXPECT_TRUE(values() == sorted(expected));
 }
 
+// A letter that the code page of this computer has; one with a backslash for its second byte where
+// there is one.
+std::string anyLetter() {
+  for (const char* letter : {"ソ", "許", "ä", "д", "ה"}) {
+    if (exactCodePageBytes(letter)) {
+      return letter;
+    }
+  }
+  return "?";
+}
+
 TEST_F(RegistryImportTest, TheOldFormHoldsTextInTheCodePageInItsBytesToo) {
+  const std::string letter = *exactCodePageBytes(anyLetter());
+  std::string hex;
+  for (const char byte : letter) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    const auto number = static_cast<unsigned char>(byte);
+    hex += {digits[number / 16], digits[number % 16], ','};
+  }
   const RegistryImport result = importRegistryText(
-      "REGEDIT4\n\n" + keyLine +
-      "\"\xE4\"=\"\xF6\"\n\"expand\"=hex(2):e4,00\n\"multi\"=hex(7):61,00,00\n\"b\"=hex:e4,00\n");
+      "REGEDIT4\n\n" + keyLine + "\"" + letter + "\"=\"" + letter + "\"\n\"expand\"=hex(2):" + hex +
+      "00\n\"multi\"=hex(7):61,00,00\n\"b\"=hex:e4,00\n");
   EXPECT_TRUE(result.isDone) << result.message;
-  const std::vector<WideValue> expected{{u"\x00E4", REG_SZ, bytes(u"\x00F6\0"sv)},
-                                        {u"expand", REG_EXPAND_SZ, bytes(u"\x00E4\0"sv)},
+  const std::u16string wide = utf16(anyLetter());
+  const std::vector<WideValue> expected{{wide, REG_SZ, bytes(wide + u'\0')},
+                                        {u"expand", REG_EXPAND_SZ, bytes(wide + u'\0')},
                                         {u"multi", REG_MULTI_SZ, bytes(u"a\0\0"sv)},
                                         {u"b", REG_BINARY, bytes("\xE4\0"sv)}};
   EXPECT_TRUE(values() == sorted(expected));

@@ -2,6 +2,7 @@
 #include "runtime/CodePageText.h"
 #include "runtime/OwnText.h"
 #include "support/MachineFixture.h"
+#include "text/Text.h"
 
 namespace zelvreg {
 namespace {
@@ -55,6 +56,11 @@ TEST_P(OwnTextOfPage, AnAppendedTextThatItHasLeavesTheBytesBeforeIt) {
 TEST_P(OwnTextOfPage, AnAppendedTextThatItLacksMakesTheWholeFileUtf8) {
   EXPECT_EQ(appendedOwnBytes(std::string(GetParam().bytes) + "\r\n", "\xED\xA0\x80"),
             mark + GetParam().text + "\r\n\xED\xA0\x80");
+}
+
+TEST_P(OwnTextOfPage, HalfACharacterTakesNothingOfTheNextLineAlong) {
+  EXPECT_TRUE(ownText("one\x81\ntwo").ends_with("\ntwo"));
+  EXPECT_TRUE(contains(ownText("one\x81\r\ntwo\x81"), "\ntwo"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, OwnTextOfPage, ::testing::ValuesIn(pages),

@@ -281,7 +281,8 @@ TEST_F(LanguagesTest, TheSmallFormsSpeakTheLanguageThatWasChosen) {
 }
 
 TEST_F(LanguagesTest, TheMenusAreDrawnAsTheLanguageGoesWithTheSystem) {
-  form.langCode = 204;
+  // Nothing goes with 255.
+  form.langCode = 255;
   compareWithSystem(form);
   EXPECT_EQ(form.menus.drawing, MenuDrawing::InOwnCharset);
   form.langCode = 0;

@@ -14,7 +14,10 @@ namespace {
 template <typename Character>
 using Characters = std::basic_string_view<Character>;
 
-bool isDigit(char32_t character) { return character >= U'0' && character <= U'9'; }
+template <typename Character>
+bool isDigit(Character character) {
+  return character >= Character{'0'} && character <= Character{'9'};
+}
 
 // One element of a pattern: what it takes of a text.
 template <typename Character>

@@ -137,7 +137,7 @@ class EveryScriptScanTest : public fixture::ComputerFixture,
       const bool isOwn = std::ranges::any_of(
           fields, [&](const std::string& field) { return contains(lowerCase(field), mark); });
       if (isOwn && std::ranges::find(numbered, fields[2]) == numbered.end()) {
-        for (const std::size_t named : {0, 1, 4}) {
+        for (const std::size_t named : {0U, 1U, 4U}) {
           fields[named] = written.writeCell(fields[named]);
         }
         rows.push_back(fields);

@@ -38,7 +38,7 @@ TEST(Characters, FitIntoBytesWhole) {
 }
 
 TEST(Characters, GoIntoTheSystemWhateverTheirNumber) {
-  for (const std::size_t count : {0, 1, 87, 88, 89, 263, 264, 265, 3000}) {
+  for (const std::size_t count : {0U, 1U, 87U, 88U, 89U, 263U, 264U, 265U, 3000U}) {
     std::string text;
     for (std::size_t each = 0; each < count; ++each) {
       text += "ソ";

@@ -235,10 +235,11 @@ struct Form42 {
   Button Command19;
   Button orubutton18;
 
-  // State of a scan. totalFound goes on counting over all scans of one run of the program.
+  // State of a scan. totalFound goes on counting over all scans of one run of the program;
+  // totalFoundText is the same number as text, which "reg-count" is written from.
   bool cancelRequested = false;
   std::int64_t totalFound = 0;
-  std::string totalFoundText;
+  std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
 
@@ -289,6 +290,9 @@ struct Form42 {
   std::string FirewallPath;
   // 0 after GrantKeyAccess worked, 1 after it failed.
   int GrantKeyStatus = 0;
+  // What the system answered to the last delete of a single key, as its error code; Command12 sets
+  // it back to 0.
+  std::int32_t keptStatus = 0;
   // The handle that the last full key path named; a path that is refused leaves it standing.
   std::uint32_t parsedHive = 0;
 

@@ -33,14 +33,14 @@ class RowRepair {
 
   void take(std::size_t index, const StepTarget& target) {
     const RepairStep& step = plan.kind->steps[index];
-    const bool isCalled = step.step != Step::DeleteIfKept || kept != ERROR_SUCCESS;
+    const bool isCalled = step.step != Step::DeleteIfKept || form.keptStatus != ERROR_SUCCESS;
     if (!isCalled) {
       return;
     }
     if (isAllowed(index, target)) {
       call(step, target);
     } else if (step.step == Step::DeleteKey) {
-      kept = ERROR_ACCESS_DENIED;
+      form.keptStatus = ERROR_ACCESS_DENIED;
     }
   }
 
@@ -74,7 +74,7 @@ class RowRepair {
         fDeleteKey(target.hive, key, target.value, rc);
         break;
       case Step::DeleteKey:
-        kept = RegDeleteKeyW(systemKey(hive), Wide(key).get());
+        form.keptStatus = RegDeleteKeyW(systemKey(hive), Wide(key).get());
         break;
       case Step::DeleteTree:
         DeleteRegistryTree(hive, key);
@@ -103,7 +103,6 @@ class RowRepair {
   Form42& form;
   const RowPlan& plan;
   std::vector<HeldAccessList> held;
-  LONG kept = ERROR_SUCCESS;
 };
 
 }  // namespace

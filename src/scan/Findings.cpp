@@ -66,6 +66,11 @@ void countInTotal(Form42& form, TotalIsSaved saved) {
   }
 }
 
+void clearTotal(Form42& form) {
+  form.totalFound = 0;
+  form.totalFoundText = decimal(form.totalFound);
+}
+
 void saveTotalFound(const Form42& form) {
   keepSetting(settings::runningTotal, "reg-count", form.totalFoundText);
 }

@@ -56,6 +56,9 @@ void addRow(Form42& form, ScannerRun& run, const Finding& finding);
 // The running total alone:
 void countInTotal(Form42& form, TotalIsSaved saved = TotalIsSaved::AtEachFinding);
 
+// The running total as it is before anything is found, in both of its forms.
+void clearTotal(Form42& form);
+
 // Writes the running total to where the suite looks for it.
 void saveTotalFound(const Form42& form);
 

@@ -138,6 +138,7 @@ void Command12(Form42& form) {
   if (walk(scan, scannedKeys::classes, testClass)) {
     walk(scan, scannedKeys::mediaTypes, testMediaType);
   }
+  form.keptStatus = ERROR_SUCCESS;
   storeRowCount(form);
 }
 

@@ -174,7 +174,10 @@ void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
   if (isBlank(folderText)) {
     return;
   }
-  if (!FileExists(scan.form, resolvedPath(scan.form, folderText + fileName))) {
+  const std::string path = resolvedPath(scan.form, folderText + fileName);
+  // Asked twice, and the second answer counts: the first one may come from a drive that wakes up.
+  FileExists(scan.form, path);
+  if (!FileExists(scan.form, path)) {
     add(scan, joinedHtmlHelpList, folderText, fileName, scannedKeys::htmlHelp);
   }
   showCount(scan);

@@ -147,7 +147,7 @@ void VerifyPattern(Form42& form, const std::string& text, bool& matched) {
 }
 
 void cmdFind(Form42& form) {
-  form.totalFound = 0;
+  clearTotal(form);
   keepText(form);
   SearchState search{.testsKeys = form.ChKeys.value,
                      .testsValues = form.ChValues.value,

@@ -4,6 +4,7 @@
 #include "runtime/DateTime.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
+#include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/SafeguardSources.h"
 #include "scan/ScanDriver.h"
@@ -60,7 +61,7 @@ void Form_Load(Form42& form) {
   form.leftOfImage44 = form.Image44[5].left;
   form.wizardPage = 0;
   form.categoryFound = 0;
-  form.totalFound = 0;
+  clearTotal(form);
   for (ListView* list : {&form.View1, &form.View2, &form.View3, &form.View4}) {
     list->hasFlatHeader = true;
   }

@@ -86,6 +86,16 @@ INSTANTIATE_TEST_SUITE_P(
                 "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Explorer\\"
                 "FileExts\\.repairstepstest"}));
 
+TEST_F(RepairStepsTest, TheAnswerToTheSystemsCallIsKept) {
+  const Finding row{"RepairStepsTest none", "", "71", "", "RepairStepsTest\\1.0", ""};
+  makeKey(classes + "\\1.0\\HELPDIR\\Below");
+  take(row);
+  EXPECT_EQ(form.keptStatus, ERROR_ACCESS_DENIED);
+  removeKey(classes + "\\1.0\\HELPDIR\\Below");
+  take(row);
+  EXPECT_EQ(form.keptStatus, ERROR_SUCCESS);
+}
+
 TEST_F(RepairStepsTest, TheSystemsCallTakesThePathAsItStands) {
   makeKey(classes + "\\1.0\\HELPDIR");
   take({"RepairStepsTest none", "", "8", "", " RepairStepsTest\\1.0\\HELPDIR", ""});

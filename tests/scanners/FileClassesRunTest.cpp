@@ -76,6 +76,22 @@ TEST_F(FileClassesRunTest, WithoutAFindingTheTotalIsKeptAllTheSame) {
   EXPECT_EQ(keptTotal(), "40");
 }
 
+TEST_F(FileClassesRunTest, ATotalOfNothingIsKeptAsANumberToo) {
+  form.Text2.setText("2");
+  Command12(form);
+  EXPECT_EQ(keptTotal(), "0");
+}
+
+TEST_F(FileClassesRunTest, TheStatusOfTheLastDeleteIsSetBackAlsoAfterACancel) {
+  makeKey(classesRoot + className);
+  for (const bool isCancelled : {false, true}) {
+    form.cancelRequested = isCancelled;
+    form.keptStatus = ERROR_ACCESS_DENIED;
+    Command12(form);
+    EXPECT_EQ(form.keptStatus, ERROR_SUCCESS) << isCancelled;
+  }
+}
+
 TEST_F(FileClassesRunTest, AStoppedEnumerationShortensBothLists) {
   setCommand(className + "1" + openKey, gone);
   setCommand(className + "2" + openKey, gone);

@@ -160,8 +160,8 @@ TEST_F(UninstallRunTest, ItIsSavedEvenIfNothingWasFound) {
   EXPECT_EQ(totalsSavedBy(uninstall), (Texts{"(none)", "12"}));
 }
 
-TEST_F(UninstallRunTest, BeforeAnyFindingTheTotalThatIsSavedIsEmpty) {
-  EXPECT_EQ(totalsSavedBy(uninstall), (Texts{"(none)", ""}));
+TEST_F(UninstallRunTest, BeforeAnyFindingTheTotalThatIsSavedIsZero) {
+  EXPECT_EQ(totalsSavedBy(uninstall), (Texts{"(none)", "0"}));
 }
 
 TEST_F(UninstallRunTest, The32BitListSavesTheTotalWithEachFinding) {

@@ -180,6 +180,14 @@ TEST_F(CmdFindTest, ASearchThatFindsNothingSaysSoInItsCategory) {
   EXPECT_EQ(form.Label3.caption.get(), "0 Problem(s) Found ");
 }
 
+TEST_F(CmdFindTest, TheTotalThatIsKeptNextIsThatOfTheSearch) {
+  form.totalFound = 5;
+  form.totalFoundText = "5";
+  cmdFind(form);
+  saveTotalFound(form);
+  EXPECT_EQ(storedText(countKey, "reg-count"), "0");
+}
+
 TEST_F(CmdFindTest, RowsFromBeforeStayAndAreCountedInTheEnd) {
   form.View2.add("from before");
   setGone(userKey, "Run");

@@ -90,10 +90,12 @@ TEST_F(StartUpTest, TheCountersBeginAtNothing) {
   form.wizardPage = 2;
   form.categoryFound = 3;
   form.totalFound = 4;
+  form.totalFoundText = "4";
   Form_Load(form);
   EXPECT_EQ(form.wizardPage, 0);
   EXPECT_EQ(form.categoryFound, 0);
   EXPECT_EQ(form.totalFound, 0);
+  EXPECT_EQ(form.totalFoundText, "0");
 }
 
 TEST_F(StartUpTest, TheWindowComesToTheMiddleFromWhereverItWas) {

@@ -1,5 +1,6 @@
 """A virtual display with a window manager and a notification area, and the hand of its user."""
 
+import contextlib
 import os
 import subprocess
 
@@ -25,7 +26,7 @@ class Display:
             self.name = ":" + number.readline().strip()
         self.settings = {**os.environ, "DISPLAY": self.name}
         # A letter without a key is typed by giving one a new meaning, of which programs hear late.
-        subprocess.run(["setxkbmap", "-layout", "us,ru"], env=self.settings, check=True)
+        self._lay_out_keyboard("us")
         subprocess.run(["hsetroot", "-solid", "#DCE4EE"], env=self.settings, check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self._start("openbox", "--sm-disable")
@@ -78,6 +79,19 @@ class Display:
 
     def keys(self, *names):
         self._act("key", "--delay", "30", *names)
+
+    def _lay_out_keyboard(self, layout):
+        subprocess.run(["setxkbmap", "-layout", layout], env=self.settings, check=True)
+
+    @contextlib.contextmanager
+    def keyboard(self, layout):
+        """A keyboard with other letters, for programs that are started meanwhile: one that runs
+        hears letters too late that its keyboard did not have, or that need a change of layout."""
+        self._lay_out_keyboard(layout)
+        try:
+            yield
+        finally:
+            self._lay_out_keyboard("us")
 
     def type(self, text):
         self._act("type", "--delay", "15", text)

@@ -9,6 +9,7 @@
 #include "machine/Accounts.h"
 #include "machine/ApiSupport.h"
 #include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "unicode/Unicode.h"
 
 namespace {

@@ -9,6 +9,7 @@
 #include "machine/CodePage.h"
 #include "machine/FileAccess.h"
 #include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/ProfileFile.h"
 #include "unicode/Unicode.h"
 

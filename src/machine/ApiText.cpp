@@ -7,6 +7,7 @@
 #include "machine/ApiSupport.h"
 #include "machine/CodePage.h"
 #include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 
 #include "machine/FileDescriptor.h"
 #include "machine/FileTraits.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 

@@ -7,7 +7,7 @@
 #include <mutex>
 #include <type_traits>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 namespace {

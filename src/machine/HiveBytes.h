@@ -12,7 +12,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "machine/HiveBytes.h"
+#include "machine/MachineError.h"
 #include "machine/PlainFile.h"
 #include "unicode/Unicode.h"
 

@@ -7,7 +7,7 @@
 
 #include "machine/HiveCheck.h"
 #include "machine/HiveLibrary.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "machine/CaseFold.h"
 #include "machine/HiveBytes.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/PlainFile.h"
 
 namespace zelvreg::machine {

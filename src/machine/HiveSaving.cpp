@@ -11,7 +11,7 @@
 #include <sstream>
 
 #include "machine/HiveBackups.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "machine/HiveLibrary.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/Registry.h"
 #include "unicode/Unicode.h"
 

@@ -8,7 +8,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -26,12 +25,6 @@ class OpenFiles;
 struct Processes;
 class Registry;
 struct Token;
-
-// What is wrong with the folder, a file or an option, and what to do, in one line.
-class MachineError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 // A mounted Windows disk.
 struct OfflineDisk {

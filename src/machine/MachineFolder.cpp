@@ -3,6 +3,7 @@
 #include <cctype>
 
 #include "machine/AtomicFile.h"
+#include "machine/MachineError.h"
 #include "machine/MachineSettings.h"
 #include "machine/MachineState.h"
 #include "machine/RecordFiles.h"

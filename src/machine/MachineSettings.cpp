@@ -5,7 +5,7 @@
 #include "machine/Clock.h"
 #include "machine/CodePage.h"
 #include "machine/HostName.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 

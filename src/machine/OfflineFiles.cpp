@@ -7,7 +7,7 @@
 
 #include "machine/CaseFold.h"
 #include "machine/HostName.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 namespace {

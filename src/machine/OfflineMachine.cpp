@@ -2,6 +2,7 @@
 #include "machine/AtomicFile.h"
 #include "machine/HiveBackups.h"
 #include "machine/HiveSaving.h"
+#include "machine/MachineError.h"
 #include "machine/MachineState.h"
 #include "machine/OfflineFiles.h"
 #include "machine/OfflineRegistry.h"

@@ -11,6 +11,7 @@
 #include "machine/CaseFold.h"
 #include "machine/CodePage.h"
 #include "machine/HiveFile.h"
+#include "machine/MachineError.h"
 #include "machine/OfflineEnvironment.h"
 #include "machine/OfflineFiles.h"
 #include "unicode/Unicode.h"

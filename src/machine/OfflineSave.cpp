@@ -3,6 +3,7 @@
 #include "machine/HiveFile.h"
 #include "machine/HiveLogs.h"
 #include "machine/HiveSaving.h"
+#include "machine/MachineError.h"
 #include "machine/MachineState.h"
 #include "machine/PreparedHive.h"
 

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 

@@ -10,7 +10,7 @@
 #include "machine/HiveCheck.h"
 #include "machine/HiveFile.h"
 #include "machine/HiveWriter.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/Registry.h"
 #include "machine/RunApart.h"
 #include "unicode/Unicode.h"

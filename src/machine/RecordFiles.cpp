@@ -6,7 +6,7 @@
 
 #include "machine/Drives.h"
 #include "machine/HostName.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/MachineSettings.h"
 #include "machine/Registry.h"
 #include "unicode/Unicode.h"

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "machine/CodePage.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/PlainFile.h"
 #include "unicode/Unicode.h"
 

@@ -5,7 +5,6 @@
 
 #include "machine/CaseFold.h"
 #include "machine/CodePage.h"
-#include "machine/Machine.h"
 #include "machine/RegistryFile.h"
 #include "machine/RegistryFileCursor.h"
 #include "machine/RegistryFileLines.h"

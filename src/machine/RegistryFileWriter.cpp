@@ -6,7 +6,7 @@
 
 #include "machine/CaseFold.h"
 #include "machine/CodePage.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/RegistryFile.h"
 #include "unicode/Unicode.h"
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <utility>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/Registry.h"
 #include "machine/RegistryWalk.h"
 #include "unicode/Unicode.h"

@@ -13,7 +13,7 @@
 #include <exception>
 
 #include "machine/FileDescriptor.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "machine/AccessList.h"
 #include "machine/Accounts.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/Security.h"
 
 namespace zelvreg::machine {

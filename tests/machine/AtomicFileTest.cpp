@@ -9,7 +9,7 @@
 #include <array>
 #include <csignal>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/OrdinaryUser.h"
 #include "machine/TemporaryFolder.h"
 

@@ -9,7 +9,7 @@
 #include <filesystem>
 
 #include "machine/HiveFile.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/Registry.h"
 
 namespace zelvreg::fixture {

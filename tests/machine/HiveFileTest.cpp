@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "machine/HiveBuilder.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/Registry.h"
 #include "machine/TemporaryFolder.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 namespace {

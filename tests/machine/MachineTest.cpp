@@ -1,4 +1,5 @@
 #include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -15,6 +15,7 @@
 
 #include "machine/HiveBuilder.h"
 #include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/Registry.h"
 #include "machine/TemporaryFolder.h"
 

@@ -6,6 +6,7 @@
 #include "machine/Drives.h"
 #include "machine/Environment.h"
 #include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/TemporaryFolder.h"
 
 namespace zelvreg::machine {

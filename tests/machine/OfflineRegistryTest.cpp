@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "machine/HiveBuilder.h"
+#include "machine/MachineError.h"
 #include "machine/TemporaryFolder.h"
 
 namespace zelvreg::fixture {

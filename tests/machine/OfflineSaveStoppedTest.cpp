@@ -9,6 +9,7 @@
 
 #include "machine/HiveSaving.h"
 #include "machine/KilledProcess.h"
+#include "machine/MachineError.h"
 #include "machine/OfflineDiskFixture.h"
 #include "machine/OrdinaryUser.h"
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/TemporaryFolder.h"
 #include "unicode/Unicode.h"
 

@@ -5,7 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace zelvreg::machine {
 namespace {

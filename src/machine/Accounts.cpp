@@ -138,9 +138,9 @@ Accounts::Accounts(std::u16string userName, Bytes userSid) {
 
 const Account* Accounts::find(std::u16string_view name) const {
   for (const Account& account : known) {
-    if (compareNames(name, account.name) == 0) return &account;
+    if (isSameName(name, account.name)) return &account;
     if (account.domain.empty()) continue;
-    if (compareNames(name, account.domain + u"\\" + account.name) == 0) return &account;
+    if (isSameName(name, account.domain + u"\\" + account.name)) return &account;
   }
   return nullptr;
 }

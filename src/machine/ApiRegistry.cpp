@@ -70,8 +70,6 @@ ACCESS_MASK RegistryCall::grantedByPrivilege() const {
          (privileges->restore ? KEY_WRITE | DELETE_ACCESS : 0);
 }
 
-bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
-
 LONG findNamedValue(const RegistryCall& call, HKEY key, std::u16string_view name,
                     const RegistryValue*& value) {
   const CallKey from = call.find(key, KEY_QUERY_VALUE);

@@ -90,8 +90,6 @@ LONG findValueAt(const RegistryCall& call, HKEY key, DWORD index, const Registry
 LONG findValueTarget(const RegistryCall& call, HKEY key, std::u16string_view name, bool hasData,
                      RegistryKey*& target);
 LONG deleteNamedValue(const RegistryCall& call, HKEY key, std::u16string_view name);
-// Whether data of this type are text.
-bool isText(DWORD type);
 
 // A name closed by a NUL: ERROR_MORE_DATA, with the buffer as it was, if it does not fit into
 // `size` units. The size is that without the NUL on success.

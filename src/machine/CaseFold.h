@@ -17,6 +17,11 @@ char16_t lowerCase(char16_t unit);
 // Less than, equal to or greater than 0, as `first` sorts before, with or behind `second`.
 int compareNames(std::u16string_view first, std::u16string_view second);
 
+// Whether they differ in case at most.
+inline bool isSameName(std::u16string_view first, std::u16string_view second) {
+  return first.size() == second.size() && compareNames(first, second) == 0;
+}
+
 }  // namespace zelvreg::machine
 
 #endif

@@ -142,12 +142,12 @@ void Drives::redirect(PathName& path) const {
   const std::size_t depth = windows.names.size();
   if (!settings.is64Bit || path.drive != windows.drive || path.names.size() <= depth) return;
   for (std::size_t at = 0; at < depth; ++at) {
-    if (compareNames(path.names[at], windows.names[at]) != 0) return;
+    if (!isSameName(path.names[at], windows.names[at])) return;
   }
   std::u16string& name = path.names[depth];
-  if (compareNames(name, u"System32") == 0) {
+  if (isSameName(name, u"System32")) {
     name = u"SysWOW64";
-  } else if (compareNames(name, u"Sysnative") == 0) {
+  } else if (isSameName(name, u"Sysnative")) {
     name = u"System32";
   }
 }
@@ -177,7 +177,7 @@ Place Drives::findLent(const PathName& path) {
     const bool isBelow = path.drive == loan.path.drive && path.names.size() >= above.size() &&
                          std::equal(above.begin(), above.end(), path.names.begin(),
                                     [](const std::u16string& name, const std::u16string& other) {
-                                      return compareNames(name, other) == 0;
+                                      return isSameName(name, other);
                                     });
     if (!isBelow) continue;
     PathName rest = path;

@@ -61,7 +61,7 @@ std::vector<std::filesystem::path> logsOf(const std::filesystem::path& hive) {
     const std::u16string other = utf16(entry.path().filename().string());
     const bool isLog = std::ranges::any_of(
         std::array{u".LOG", u".LOG1", u".LOG2"},
-        [&](const char16_t* ending) { return compareNames(other, name + ending) == 0; });
+        [&](const char16_t* ending) { return isSameName(other, name + ending); });
     if (isLog) {
       logs.push_back(entry.path());
     }

@@ -6,6 +6,7 @@
 #include "machine/CodePage.h"
 #include "machine/HostName.h"
 #include "machine/MachineError.h"
+#include "machine/Trimming.h"
 
 namespace zelvreg::machine {
 
@@ -13,12 +14,7 @@ namespace {
 
 enum class Section { None, Machine, Environment };
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t";
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
+constexpr std::string_view blanks = " \t";
 
 std::optional<unsigned> number(std::string_view text) {
   unsigned value = 0;
@@ -52,7 +48,7 @@ class Reader {
  public:
   void readLine(std::string_view line) {
     ++lineNumber;
-    line = trimmed(line);
+    line = trimmed(line, blanks);
     if (!isUtf8(line)) refuse("the line is not UTF-8", "save the file as UTF-8");
     if (line.empty() || line[0] == ';' || line[0] == '#') return;
     if (line[0] == '[') {
@@ -61,11 +57,11 @@ class Reader {
     }
     const std::size_t equals = line.find('=');
     if (section == Section::None) refuse("a line before any section", "put it under [machine]");
-    if (equals == std::string_view::npos || trimmed(line.substr(0, equals)).empty()) {
+    if (equals == std::string_view::npos || trimmed(line.substr(0, equals), blanks).empty()) {
       refuse("\"" + std::string(line) + "\" is not NAME=value", "write it so, or begin it with ;");
     }
-    const std::string name(trimmed(line.substr(0, equals)));
-    const std::string value(trimmed(line.substr(equals + 1)));
+    const std::string name(trimmed(line.substr(0, equals), blanks));
+    const std::string value(trimmed(line.substr(equals + 1), blanks));
     if (section == Section::Environment) {
       settings.environment.emplace_back(name, value);
     } else {

@@ -33,10 +33,6 @@ constexpr FolderValue foldersOf64Bit[] = {{"ProgramFiles", "ProgramFilesDir (x86
                                           {"CommonProgramFiles(x86)", "CommonFilesDir (x86)"},
                                           {"CommonProgramW6432", "CommonFilesDir"}};
 
-bool isNamed(std::u16string_view name, std::u16string_view other) {
-  return compareNames(name, other) == 0;
-}
-
 std::optional<std::u16string> wideText(const RegistryValue& value) {
   if (value.type != REG_SZ && value.type != REG_EXPAND_SZ) {
     return std::nullopt;
@@ -59,7 +55,7 @@ class Builder {
     known.set(name, value);
     // One variable may be spelled in two ways in two places.
     const auto old = std::ranges::find_if(
-        found, [&](const auto& entry) { return isNamed(utf16(entry.first), name); });
+        found, [&](const auto& entry) { return isSameName(utf16(entry.first), name); });
     found[old == found.end() ? utf8(name) : old->first] = utf8(value);
   }
 
@@ -78,11 +74,11 @@ class Builder {
       const RegistryValue& value = *registry.values(*key).at(index);
       const std::optional<std::u16string> text = wideText(value);
       // The computer's own list names the system as its user.
-      if (!text || value.nameLength == 0 || isNamed(value.name(), u"USERNAME")) {
+      if (!text || value.nameLength == 0 || isSameName(value.name(), u"USERNAME")) {
         continue;
       }
       const auto before = known.get(value.name());
-      const bool isAppended = path == userVariables && before && isNamed(value.name(), u"Path");
+      const bool isAppended = path == userVariables && before && isSameName(value.name(), u"Path");
       set(value.name(), isAppended ? std::u16string(*before) + u";" + *text : *text);
     }
   }

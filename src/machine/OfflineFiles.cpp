@@ -18,9 +18,10 @@ namespace fs = std::filesystem;
 constexpr std::array<std::u16string_view, 4> noUsers{u"Default", u"Default User", u"All Users",
                                                      u"Public"};
 
-bool isSameName(std::string_view first, std::u16string_view second) {
-  const std::optional<std::u16string> name = windowsName(first);
-  return name && compareNames(*name, second) == 0;
+// Whether Windows knows a file of this system by that name, in any case.
+bool isNamed(std::string_view hostName, std::u16string_view name) {
+  const std::optional<std::u16string> own = windowsName(hostName);
+  return own && isSameName(*own, name);
 }
 
 class Disk {
@@ -66,7 +67,7 @@ class Disk {
   [[nodiscard]] std::optional<fs::path> child(const fs::path& folder,
                                               std::u16string_view name) const {
     for (const fs::path& entry : list(folder)) {
-      if (!isSameName(entry.filename().string(), name)) {
+      if (!isNamed(entry.filename().string(), name)) {
         continue;
       }
       if (staysInside(entry)) {
@@ -112,7 +113,7 @@ void findSystemHives(const Disk& disk, OfflineFiles& files) {
 std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder, bool isOld) {
   const std::string name = folder.filename().string();
   const bool isUser = std::ranges::none_of(
-      noUsers, [&](std::u16string_view other) { return isSameName(name, other); });
+      noUsers, [&](std::u16string_view other) { return isNamed(name, other); });
   // A junction in this folder is an old name of another profile.
   if (!isUser || fs::is_symlink(folder) || !fs::is_directory(folder)) {
     return std::nullopt;

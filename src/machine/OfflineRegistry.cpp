@@ -28,10 +28,6 @@ constexpr const char* noUserName = "User";
 // Of a disk without users, the one that a machine folder's user has.
 std::string noUserSid() { return sidText(folderUserSid().data()); }
 
-bool isSameName(std::string_view first, std::string_view second) {
-  return compareNames(utf16(first), utf16(second)) == 0;
-}
-
 std::string lastName(std::string_view path) {
   return std::string(path.substr(path.find_last_of("\\/") + 1));
 }
@@ -127,7 +123,8 @@ class Loader {
     std::set<std::string> taken;
     for (const OfflineProfile& profile : files.profiles) {
       const auto entry = std::ranges::find_if(listed, [&](const auto& sidAndFolder) {
-        return isSameName(sidAndFolder.second, profile.name) && !taken.contains(sidAndFolder.first);
+        return isSameName(utf16(sidAndFolder.second), utf16(profile.name)) &&
+               !taken.contains(sidAndFolder.first);
       });
       const std::string sid =
           entry != listed.end() ? entry->first : inventedSid(profile.name, taken);
@@ -141,8 +138,9 @@ class Loader {
   // The one who was asked for, else the one whose hive was written last.
   void chooseUser() {
     if (disk.user) {
-      const auto found = std::ranges::find_if(
-          users, [&](const User& user) { return isSameName(user.profile->name, *disk.user); });
+      const auto found = std::ranges::find_if(users, [&](const User& user) {
+        return isSameName(utf16(user.profile->name), utf16(*disk.user));
+      });
       if (found == users.end()) {
         throw MachineError("there is no user \"" + *disk.user + "\" on this disk; " + knownUsers());
       }

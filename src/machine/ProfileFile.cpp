@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "machine/CaseFold.h"
+#include "machine/Trimming.h"
 
 namespace zelvreg::machine {
 
@@ -12,15 +13,10 @@ namespace {
 
 constexpr std::string_view utf16Mark = "\xFF\xFE";
 
-std::u16string_view trimmed(std::u16string_view text) {
-  constexpr std::u16string_view blanks = u" \t\r";
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == std::u16string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
+constexpr std::u16string_view blanks = u" \t\r";
 
 bool sameName(std::u16string_view first, std::u16string_view second) {
-  return compareNames(trimmed(first), trimmed(second)) == 0;
+  return isSameName(trimmed(first, blanks), trimmed(second, blanks));
 }
 
 // Where the first of these bytes ends a line, and they are whole units from the content's begin.
@@ -66,22 +62,24 @@ std::u16string ProfileFile::textOf(std::string_view bytes) const {
 ProfileFile::Line ProfileFile::lineOf(std::u16string_view text) const {
   Line line;
   line.bytes = bytesOf(text);
-  const std::u16string_view content = trimmed(text);
+  const std::u16string_view content = trimmed(text, blanks);
   if (content.empty() || content[0] == u';') return line;
   if (content[0] == u'[') {
     line.kind = Line::Kind::Section;
-    line.name = trimmed(content.substr(1, content.find(u']') - 1));
+    line.name = trimmed(content.substr(1, content.find(u']') - 1), blanks);
     return line;
   }
   const std::size_t equals = content.find(u'=');
   line.kind = Line::Kind::Entry;
-  line.name = trimmed(content.substr(0, equals));
+  line.name = trimmed(content.substr(0, equals), blanks);
   line.hasValue = equals != std::u16string_view::npos;
-  if (line.hasValue) line.value = trimmed(content.substr(equals + 1));
+  if (line.hasValue) line.value = trimmed(content.substr(equals + 1), blanks);
   return line;
 }
 
-bool ProfileFile::isEmpty(const Line& line) const { return trimmed(textOf(line.bytes)).empty(); }
+bool ProfileFile::isEmpty(const Line& line) const {
+  return trimmed(textOf(line.bytes), blanks).empty();
+}
 
 ProfileFile::Range ProfileFile::range(std::u16string_view section) const {
   const auto isHead = [](const Line& line) { return line.kind == Line::Kind::Section; };
@@ -140,7 +138,7 @@ std::optional<std::u16string> ProfileFile::value(std::u16string_view section,
 
 void ProfileFile::set(std::u16string_view section, std::u16string_view key,
                       std::u16string_view value) {
-  const Line line = lineOf(std::u16string(trimmed(key)) + u"=" + std::u16string(value));
+  const Line line = lineOf(std::u16string(trimmed(key, blanks)) + u"=" + std::u16string(value));
   if (const auto at = find(section, key)) {
     lines[*at] = line;
     return;
@@ -148,7 +146,7 @@ void ProfileFile::set(std::u16string_view section, std::u16string_view key,
   Range place = range(section);
   if (place.end == 0) {
     if (!lines.empty() && !isEmpty(lines.back())) lines.push_back(lineOf(u""));
-    lines.push_back(lineOf(u"[" + std::u16string(trimmed(section)) + u"]"));
+    lines.push_back(lineOf(u"[" + std::u16string(trimmed(section, blanks)) + u"]"));
     place = {lines.size(), lines.size()};
   }
   // The empty lines in front of the next section stay there.

@@ -22,14 +22,6 @@ KeyList::Position lowerBound(const KeyList& list, std::u16string_view name) {
       [name](const RegistryKey* key) { return compareNames(key->name(), name) < 0; });
 }
 
-std::size_t depthOf(const RegistryKey& key) {
-  std::size_t depth = 0;
-  for (const RegistryKey* above = key.parent; above != nullptr; above = above->parent) {
-    ++depth;
-  }
-  return depth;
-}
-
 }  // namespace
 
 Registry::Registry(int bits, std::string_view userSid)
@@ -68,7 +60,7 @@ const KeyList& Registry::children(RegistryKey& key) {
 RegistryKey* Registry::child(RegistryKey& key, std::u16string_view name) {
   const KeyList& list = children(key);
   RegistryKey* const* found = list.at(lowerBound(list, name));
-  return found != nullptr && compareNames((*found)->name(), name) == 0 ? *found : nullptr;
+  return found != nullptr && isSameName((*found)->name(), name) ? *found : nullptr;
 }
 
 const ValueList& Registry::values(RegistryKey& key) {
@@ -239,7 +231,7 @@ bool Registry::isLink(RegistryKey& key) {
     return false;
   }
   const RegistryValue& value = *key.values.at(0);
-  return value.type == REG_LINK && compareNames(value.name(), symbolicLinkValue) == 0;
+  return value.type == REG_LINK && isSameName(value.name(), symbolicLinkValue);
 }
 
 void Registry::mount(RegistryKey& parent, std::u16string_view name,
@@ -280,10 +272,10 @@ void Registry::loadChildren(RegistryKey& key) {
   if (!isSorted) {
     // Of keys with one name only the first can be reached; the others are damage.
     std::stable_sort(list.begin(), list.end(), comesBefore);
-    const auto isSameName = [](const RegistryKey* first, const RegistryKey* second) {
-      return compareNames(first->name(), second->name()) == 0;
-    };
-    const auto firstDouble = std::unique(list.begin(), list.end(), isSameName);
+    const auto firstDouble = std::unique(list.begin(), list.end(),
+                                         [](const RegistryKey* first, const RegistryKey* second) {
+                                           return isSameName(first->name(), second->name());
+                                         });
     isWhole = isWhole && firstDouble == list.end();
     list.erase(firstDouble, list.end());
   }

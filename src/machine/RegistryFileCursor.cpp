@@ -19,10 +19,6 @@ std::size_t nameEnd(std::u16string_view path, std::size_t begin) {
   return std::min(path.find(u'\\', begin), path.size());
 }
 
-bool isSameName(std::u16string_view first, std::u16string_view second) {
-  return compareNames(first, second) == 0;
-}
-
 }  // namespace
 
 void RegistryFileCursor::fail(const std::string& wrong, const std::string& expected) const {

@@ -72,7 +72,7 @@ class Reader {
   }
 
   bool skipWord(std::u16string_view word) {
-    if (rest.size() < word.size() || compareNames(rest.substr(0, word.size()), word) != 0) {
+    if (!isSameName(rest.substr(0, word.size()), word)) {
       return false;
     }
     rest.remove_prefix(word.size());
@@ -149,8 +149,7 @@ class Reader {
 
   // In REGEDIT4 text is narrow in its hexadecimal form too.
   void widenText(DWORD type) {
-    const bool isText = type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
-    if (!isText || lines.form().encoding != RegistryFileForm::Encoding::Regedit4) {
+    if (!isText(type) || lines.form().encoding != RegistryFileForm::Encoding::Regedit4) {
       return;
     }
     const std::u16string wide =

@@ -18,8 +18,6 @@ using Encoding = RegistryFileForm::Encoding;
 constexpr unsigned regedit4CodePage = 1252;
 constexpr std::size_t mostColumns = 77;  // the registry editor breaks lines of bytes behind it
 
-bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
-
 std::u16string unitsOf(const RegistryValue& value) {
   std::u16string units(value.dataSize / sizeof(char16_t), u'\0');
   if (!units.empty()) {
@@ -161,7 +159,7 @@ class Writer {
     const std::u16string_view sid = registry.currentUser().name();
     return &key == &registry.currentUser() ||
            (key.role == KeyRole::Classes && key.nameLength == sid.size() + classesSuffixLength &&
-            compareNames(key.name().substr(0, sid.size()), sid) == 0);
+            isSameName(key.name().substr(0, sid.size()), sid));
   }
 
   // A key that comes into being by itself needs no line: a root, the current user's, and one that

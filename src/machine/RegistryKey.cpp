@@ -32,7 +32,7 @@ ValueList::Values::Position ValueList::locate(std::u16string_view name) const {
       if (value == nullptr) {
         return nowhere;
       }
-      if (value->nameLength == name.size() && compareNames(value->name(), name) == 0) {
+      if (isSameName(value->name(), name)) {
         return position;
       }
     }
@@ -40,7 +40,7 @@ ValueList::Values::Position ValueList::locate(std::u16string_view name) const {
   const auto [first, last] = index->equal_range(hashOf(name));
   for (auto candidate = first; candidate != last; ++candidate) {
     const Values::Position position = positionOf(candidate->second);
-    if (compareNames(values.at(position)->name(), name) == 0) {
+    if (isSameName(values.at(position)->name(), name)) {
       return position;
     }
   }
@@ -84,10 +84,9 @@ void ValueList::assign(Arena& arena, std::vector<RegistryValue>& given) {
   std::size_t kept = 0;
   for (std::size_t next = 0; next < given.size(); ++next) {
     const std::u16string_view name = given[next].name();
-    const bool isDouble = std::any_of(
-        given.begin(), given.begin() + static_cast<std::ptrdiff_t>(kept), [&](const auto& other) {
-          return other.nameLength == name.size() && compareNames(other.name(), name) == 0;
-        });
+    const bool isDouble =
+        std::any_of(given.begin(), given.begin() + static_cast<std::ptrdiff_t>(kept),
+                    [&](const auto& other) { return isSameName(other.name(), name); });
     if (!isDouble) {
       given[kept] = given[next];
       given[kept].sequence = static_cast<std::uint32_t>(kept);
@@ -115,6 +114,14 @@ bool ValueList::erase(std::u16string_view name) {
   }
   values.erase(position);
   return true;
+}
+
+std::size_t depthOf(const RegistryKey& key) {
+  std::size_t depth = 0;
+  for (const RegistryKey* above = key.parent; above != nullptr; above = above->parent) {
+    ++depth;
+  }
+  return depth;
 }
 
 }  // namespace zelvreg::machine

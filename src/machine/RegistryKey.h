@@ -33,6 +33,11 @@ struct RegistryValue {
   [[nodiscard]] std::span<const std::byte> bytes() const { return {data, dataSize}; }
 };
 
+// Whether data of this type are text, in UTF-16.
+constexpr bool isText(DWORD type) {
+  return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+}
+
 // The values of one key, in the order in which they were made.
 class ValueList {
  public:
@@ -99,6 +104,9 @@ struct RegistryKey {
 
   [[nodiscard]] std::u16string_view name() const { return {nameText, nameLength}; }
 };
+
+// How many keys lie above this one; 0 for a root.
+std::size_t depthOf(const RegistryKey& key);
 
 }  // namespace zelvreg::machine
 

@@ -15,10 +15,6 @@ constexpr std::u16string_view softwareName = u"Software";
 constexpr std::u16string_view wowName = u"Wow6432Node";
 constexpr std::u16string_view currentControlSetName = u"CurrentControlSet";
 
-bool isSameName(std::u16string_view first, std::u16string_view second) {
-  return first.size() == second.size() && compareNames(first, second) == 0;
-}
-
 // "S-1-5-21-…_Classes", but not ".DEFAULT_Classes": the default user has an ordinary key.
 bool isUserClassesName(std::u16string_view name) {
   return name.size() > classesSuffix.size() && name.starts_with(u'S') &&

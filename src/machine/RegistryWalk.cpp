@@ -26,10 +26,6 @@ constexpr std::array<RootName, 5> rootNames{{{u"HKEY_CLASSES_ROOT", 0x80000000U}
                                              {u"HKEY_USERS", 0x80000003U},
                                              {u"HKEY_CURRENT_CONFIG", 0x80000005U}}};
 
-bool isSameName(std::u16string_view first, std::u16string_view second) {
-  return first.size() == second.size() && compareNames(first, second) == 0;
-}
-
 // Whether the 32-bit view of this key shows another subkey of that name than the 64-bit view.
 bool isRedirected(const RegistryKey& key, std::u16string_view name) {
   switch (key.role) {
@@ -116,14 +112,6 @@ RegistryKey* shown(Registry& registry, RegistryKey* key, View view) {
     return registry.child(*key, wowName);
   }
   return key;
-}
-
-std::size_t depthOf(const RegistryKey& key) {
-  std::size_t depth = 0;
-  for (const RegistryKey* next = &key; next->parent != nullptr; next = next->parent) {
-    ++depth;
-  }
-  return depth;
 }
 
 // Makes the missing keys of one path, where the token may.

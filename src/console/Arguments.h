@@ -7,8 +7,8 @@
 
 namespace zelvreg::console {
 
-// The arguments of main as UTF-8, the program's own name first: where those are in a code page, the
-// command line as it was typed is taken in their place.
+// The arguments of main as UTF-8, the program's own name first. On Windows, where main gets them in
+// a code page, they come from the wide command line.
 std::vector<std::string> typedArguments(int count, const char* const* arguments);
 
 }  // namespace zelvreg::console

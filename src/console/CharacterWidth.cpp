@@ -122,8 +122,8 @@ constexpr std::array<CharacterRange, 313> withoutColumn{
 
 template <typename Ranges>
 bool isIn(const Ranges& ranges, char32_t character) {
-  const auto behind = std::ranges::upper_bound(ranges, character, {}, &CharacterRange::first);
-  return behind != ranges.begin() && character <= std::prev(behind)->last;
+  const auto after = std::ranges::upper_bound(ranges, character, {}, &CharacterRange::first);
+  return after != ranges.begin() && character <= std::prev(after)->last;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// How much of a terminal's line a character takes.
+// How many columns of a terminal a character takes.
 #ifndef ZELVREG_CONSOLE_CHARACTER_WIDTH_H
 #define ZELVREG_CONSOLE_CHARACTER_WIDTH_H
 

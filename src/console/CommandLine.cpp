@@ -41,7 +41,7 @@ std::size_t rowNamed(std::string_view name) {
     }
   }
   throw UsageError("\"" + std::string(trim(name)) +
-                   "\" is no category; choose from: " + categoryNames());
+                   "\" is not a category; choose from: " + categoryNames());
 }
 
 #ifndef _WIN32
@@ -49,7 +49,7 @@ void addDrive(Target& target, const std::string& drive) {
   if (drive.size() < 3 || drive[1] != '=' ||
       std::isalpha(static_cast<unsigned char>(drive[0])) == 0) {
     throw UsageError("\"" + drive +
-                     "\" is no drive; write it as a letter and its folder, D=/mnt/d");
+                     "\" is not a drive; write it as a letter and its folder, D=/mnt/d");
   }
   const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(drive[0])));
   if (!target.drives.emplace(letter, drive.substr(2)).second) {
@@ -57,7 +57,7 @@ void addDrive(Target& target, const std::string& drive) {
   }
 }
 
-// What only the program that works on folders and disks takes.
+// Options of the program that works on folders and disks.
 struct TargetArguments {
   std::vector<std::string> drives;
   std::string missingDrives = "unknown";
@@ -68,9 +68,10 @@ struct TargetArguments {
     auto* offline = app.add_option("--offline", target.offlineRoot,
                                    "mounted Windows disk: the drive of its Windows folder");
     machine->excludes(offline);
-    app.add_option("--drive", drives, "a further drive of that disk, as D=DIR; may be repeated")
+    app.add_option("--drive", drives, "another drive of that disk, as D=DIR; may be repeated")
         ->needs(offline);
-    app.add_option("--user", target.user, "whose current user it is (with --offline)")
+    app.add_option("--user", target.user,
+                   "whose current user it is; else the one whose hive was written last")
         ->needs(offline);
     app.add_option("--missing-drives", missingDrives,
                    "whether files on drives that were not given are \"unknown\" or \"dead\"")
@@ -79,10 +80,9 @@ struct TargetArguments {
     app.add_flag("--read-only-files", target.filesAreReadOnly,
                  "leave the attributes of the disk's files alone")
         ->needs(offline);
-    app.add_option(
-           "--keep-backups", target.keptBackups,
-           "how many older backups of a hive stay beside FILE.bak; 3 by default, the oldest "
-           "always among them")
+    app.add_option("--keep-backups", target.keptBackups,
+                   "how many older backups of each hive to keep beside FILE.bak; 3 by default, "
+                   "always with the oldest")
         ->check(CLI::NonNegativeNumber)
         ->needs(offline);
   }
@@ -118,7 +118,7 @@ struct ScanArguments {
     scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")->excludes(json);
     scan.add_option("--report", options.reportFile, "write the text report to this file");
     scan.add_flag("--quiet", options.isQuiet, "print nothing but messages");
-    scan.add_flag("--exit-zero", options.exitsZero, "end with 0 also when problems were found");
+    scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found");
     time.addTo(scan);
   }
 
@@ -155,7 +155,7 @@ std::vector<PlainCommand> addUndo(CLI::App& app, Options& options) {
   CLI::App* undo = app.add_subcommand("undo", "list, restore and remove undo journals");
   undo->require_subcommand(1);
   CLI::App* restoreExport = undo->add_subcommand(
-      "restore-export", "bring back all that a repair took, from its safety export");
+      "restore-export", "restore all that a repair took, from its safety export");
   restoreExport->add_option("file", options.exportFile, "the .reg file in backup\\registry")
       ->required();
   return {
@@ -187,11 +187,11 @@ std::vector<PlainCommand> addLanguages(CLI::App& app, Options& options) {
   CLI::App* languages = app.add_subcommand("languages", "list the languages, or choose one");
   CLI::App* use = languages->add_subcommand("use", "choose a language for this computer");
   use->add_option("tag", options.language, "the language's tag, as the list shows it")->required();
-  // The narrower command comes first: both are parsed where one is chosen.
+  // The subcommand comes first: with it, both count as parsed.
   return {{use, Command::UseLanguage}, {languages, Command::ListLanguages}};
 }
 
-// The program's own modes for work by itself, by the one argument that it takes.
+// The program's automatic modes, by the one argument that it takes.
 std::vector<PlainCommand> addModes(CLI::App& app) {
   std::vector<PlainCommand> modes;
   for (const char* mode : {"w4", "w4-c4", "r", "r-c", "d"}) {
@@ -204,12 +204,12 @@ std::vector<PlainCommand> addModes(CLI::App& app) {
 
 void applyMode(Options& options, const std::string& mode) {
   if (mode == "d") {
-    throw UsageError("d is for the window program alone; use scan or fix here");
+    throw UsageError("d works only in the window program; use scan or fix here");
   }
   options.mode = mode;
 }
 
-// The parser's messages end in advice on help that would make them two lines.
+// The parser's messages end with advice on help, in a second line.
 std::string oneLine(std::string message) {
   message.resize(std::min(message.find('\n'), message.size()));
   return message + "; see zelvreg --help";
@@ -273,7 +273,7 @@ ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
                             addLanguages(app, options), addModes(app)}) {
     plainCommands.insert(plainCommands.end(), group.begin(), group.end());
   }
-  // Options of the program are understood behind the command too.
+  // Options of the program may follow the command too.
   letFallThrough(app);
 
   try {

@@ -10,12 +10,11 @@
 
 namespace zelvreg::console {
 
-// Whether others may work on the computer at the same time. A folder or a disk is always kept to
-// one process, so this is about a running Windows.
+// Whether other processes may work on the computer at the same time. On a folder or a disk they
+// never may, so this matters only on a running Windows.
 enum class Access { Shared, Alone };
 
-// What a command needs: only the lists share the computer, as even a search keeps its counter
-// there.
+// What a command needs. Only the lists share the computer: even a search writes its counter.
 Access accessFor(Command command);
 
 // While it lives, the calls of the Windows API are answered by this computer.
@@ -31,16 +30,16 @@ class Computer {
   // One line for each part of the registry that must not be written, because its last owner did not
   // close it properly.
   [[nodiscard]] virtual std::vector<std::string> unclean() const = 0;
-  // One line for each change that has no place to be kept in.
+  // One line for each change that cannot be saved, because the disk has no hive for it.
   [[nodiscard]] virtual std::vector<std::string> unsaved() const = 0;
 
   // One line for each thing that opening has put in order after an earlier command was stopped.
   [[nodiscard]] virtual std::vector<std::string> notices() const { return {}; }
 
-  // Keeps what has been changed; throws as open() does. A running Windows keeps all by itself.
+  // Saves what has been changed; throws as open() does. A running Windows needs no saving.
   virtual void save() = 0;
 
-  // Whether a change is kept as soon as it is made, so that one made before a break stays made.
+  // Whether each change is saved as soon as it is made, so that it stays if the command is stopped.
   [[nodiscard]] virtual bool keepsAtOnce() const = 0;
 };
 

@@ -12,8 +12,9 @@ class RunningComputer : public Computer {
   explicit RunningComputer(Access access) {
     if (access == Access::Alone && !instance.emplace().isFirst()) {
       throw std::runtime_error(
-          "another copy of the program works on this computer's registry, perhaps another user's; "
-          "close its window or wait until it has ended");
+          "another copy of the program is working on this computer's registry, perhaps another "
+          "user's; "
+          "close its window or wait until it ends");
     }
   }
   [[nodiscard]] std::vector<std::string> damage() const override { return {}; }

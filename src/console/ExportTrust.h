@@ -6,9 +6,8 @@
 
 namespace zelvreg::console {
 
-// A restore writes what the file says with the rights of the one who asks for it. Throws
-// std::runtime_error with one line if somebody else could have written the file, or put another in
-// its place.
+// A restore writes what the file says with the user's own rights. Throws std::runtime_error with
+// one line if somebody else could have written the file, or replaced it.
 void requireTrustedFile(const std::string& path);
 
 }  // namespace zelvreg::console

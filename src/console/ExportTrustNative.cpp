@@ -33,12 +33,12 @@ void requireTrustedFile(const std::string& path) {
   // Where a link leads to counts.
   const std::filesystem::path file = std::filesystem::canonical(path, error);
   if (error || !std::filesystem::is_regular_file(file, error)) {
-    throw std::runtime_error(path + " cannot be read; name a file that is there");
+    throw std::runtime_error(path + " cannot be read; name a file that exists");
   }
   if (couldOthersWrite(file)) {
     throw std::runtime_error(path +
                              " could have been written by another user; copy it to a folder of "
-                             "your own, look at it, and name the copy");
+                             "your own, look at it, and restore the copy");
   }
 }
 

@@ -18,11 +18,12 @@ struct FixArguments {
     fix.add_option("--kinds", kinds, "repair only findings of these kind codes, as in 1,2,771")
         ->delimiter(',');
     fix.add_flag("--dry-run", options.isRehearsal,
-                 "tell what would be deleted and what left alone, and change nothing");
+                 "show what would be deleted and what left alone, and change nothing");
     fix.add_option("--from", options.reviewedFile,
                    "repair only what a result of scan --json lists with \"checked\": true and is "
                    "still found");
-    fix.add_option("--max", mostRows, "repair nothing when more findings than this would go");
+    fix.add_option("--max", mostRows,
+                   "repair nothing if there are more findings to repair than this");
     SafeguardArguments::addTo(
         fix,
         {&Safeguards::protects, &Safeguards::exportsFirst, &Safeguards::touches,

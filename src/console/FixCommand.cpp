@@ -76,9 +76,9 @@ int rehearse(Form42& form, const Options& options, const Streams& streams) {
   return plan.rowsThatGo() == 0 || options.exitsZero ? nothingFound : problemsFound;
 }
 
-// Before the first change the repair may be given up, for want of time too.
+// A timeout ends a repair only before its first change, an interruption at any time.
 void pressFix(Form42& form, const Options& options, const Computer& computer) {
-  // The disk of another computer need not have it.
+  // An offline disk may not have it.
   makeFolder(form.programFolder);
   form.messages.serveHost = [&form, &options, &computer] {
     if (form.repairOutcome.hasBegun ? isStopRequested() : isGivenUp(options)) {
@@ -142,7 +142,7 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
     throw std::runtime_error(std::string("the scan was ") + howGivenUp() +
                              "; nothing was repaired");
   }
-  // Some damage is met only where the scan has been.
+  // Some damage is found only by the scan.
   refuseForFirstOf(computer.damage());
   writeReport(form, options);
   const std::size_t found = form.View2.count();

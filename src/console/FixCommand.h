@@ -11,14 +11,14 @@ namespace zelvreg::console {
 // Gives the exit status, and throws std::runtime_error with one line on failure.
 int fix(const Options& options, Computer& computer, const Streams& streams);
 
-// A repair must not start from half of a registry, nor write to one that others still hold news of:
-// throws std::runtime_error then.
+// A repair must not work on a registry of which a part is damaged, or whose logs hold newer
+// content. Throws std::runtime_error with one line then.
 void refuseUnlessWhole(const Computer& computer);
 
-// What to say of a repair that the user has interrupted.
+// The message for a repair that the user has interrupted.
 std::string interruptionText(const RepairOutcome& outcome, const Computer& computer);
 
-// Each thing that the last repair was to take and has not, a line each on the error stream.
+// Writes a line to the error stream for each thing that the last repair left alone.
 void tellWhatWasLeftAlone(const Form42& form, const Streams& streams);
 
 }  // namespace zelvreg::console

@@ -22,7 +22,7 @@ Answer answer(const UserMessage& message, const Options& options, std::ostream& 
     return Answer::Yes;
   }
   if (!isInputTerminal()) {
-    error << "zelvreg: answered No, for there is no terminal to ask on; --yes answers Yes\n";
+    error << "zelvreg: answered No, because there is no terminal; --yes answers Yes\n";
     return Answer::No;
   }
   error << "Yes or No? " << std::flush;

@@ -1,4 +1,4 @@
-// The form as the console program works it: its messages, its buttons, its answers.
+// How the console program uses the form: its messages, its buttons, its answers.
 #ifndef ZELVREG_CONSOLE_FORM_USE_H
 #define ZELVREG_CONSOLE_FORM_USE_H
 
@@ -12,9 +12,9 @@
 
 namespace zelvreg::console {
 
-// Gives messages to the error stream and questions to the terminal, and loads the form with the
-// safeguards that were chosen. `options` and `streams` must outlive the form. Throws UsageError for
-// a choice that a policy of the computer contradicts.
+// Sends messages to the error stream and questions to the terminal, and loads the form with the
+// safeguards that were chosen. `options` and `streams` must outlive the form. Throws UsageError if
+// a policy of the computer contradicts a choice.
 void prepareForm(Form42& form, const Options& options, const Streams& streams);
 
 // Whether the user has interrupted the command, or its time is over.
@@ -22,13 +22,14 @@ bool isGivenUp(const Options& options);
 // Which of the two it was, for a line that says what ended: "cancelled", or "ended by --timeout".
 const char* howGivenUp();
 
-// Presses Start with the ticks that were asked for, and Cancel if the user interrupts: false then.
+// Clicks Start with the ticks that were asked for. If the user interrupts, clicks Cancel and
+// returns false.
 bool runScanOn(Form42& form, const Options& options, const Streams& streams);
 
-// Lines for the user on the error stream, made harmless.
+// Writes lines to the error stream, safe to print.
 void tell(const std::vector<std::string>& lines, const Streams& streams);
 
-// Keeps what a command has changed, and tells of each change that has no place to be kept in.
+// Saves what a command has changed, and names each change that cannot be saved.
 void saveAndTell(Computer& computer, const Streams& streams);
 
 }  // namespace zelvreg::console

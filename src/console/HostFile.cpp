@@ -19,8 +19,8 @@ bool writeThrough(const fs::path& path, std::string_view bytes) {
   return file.good();
 }
 
-// A name that leads elsewhere must go on doing so: a file renamed to it would take its place, for
-// all programs where it is that of the standard output.
+// A link must stay a link: a file renamed to it would replace it, and if it leads to standard
+// output, for all programs.
 bool isLinkOrDevice(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::symlink_status(path, error);
@@ -33,7 +33,7 @@ void writeHostFile(const std::string& path, std::string_view bytes) {
   const bool isWritten = isLinkOrDevice(hostPath(path)) ? writeThrough(hostPath(path), bytes)
                                                         : replaceHostFile(path, bytes);
   if (!isWritten) {
-    throw std::runtime_error(path + " cannot be written; check the folder and the room left");
+    throw std::runtime_error(path + " cannot be written; check the folder and the free disk space");
   }
 }
 
@@ -41,7 +41,7 @@ std::string readHostFile(const std::string& path) {
   std::ifstream file(hostPath(path), std::ios::binary);
   std::ostringstream bytes;
   if (fs::is_directory(hostPath(path)) || !(bytes << file.rdbuf())) {
-    throw std::runtime_error(path + " cannot be read; name a file that is there");
+    throw std::runtime_error(path + " cannot be read; name a file that exists");
   }
   return bytes.str();
 }

@@ -7,9 +7,9 @@
 
 namespace zelvreg::console {
 
-// Puts a file of these bytes at the path; one that is there is replaced by writing beside it and
-// renaming, so that the old file stands if that fails. A link, a pipe or a device stays what it is
-// and is written through. Throws std::runtime_error with one line.
+// Creates or replaces a file. The bytes are written to a new file, which is then renamed, so that
+// the old file is unchanged if that fails. A link, a pipe or a device is written through and stays
+// what it is. Throws std::runtime_error with one line.
 void writeHostFile(const std::string& path, std::string_view bytes);
 
 // The bytes of a file. Throws std::runtime_error with one line.

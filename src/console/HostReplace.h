@@ -11,9 +11,9 @@ namespace zelvreg::console {
 // The path that a text of the command line names.
 std::filesystem::path hostPath(const std::string& text);
 
-// Puts a file of these bytes at a path where a plain file is, or nothing: it is written under a
-// name of its own beside it and renamed, and keeps who may read and write the old one. False, or
-// std::runtime_error with one line, if that fails; the old file stands then.
+// Creates a file, or replaces a plain one. The bytes are written to a new file beside it, which is
+// then renamed and keeps the access rights of the old one. If that fails, the old file is
+// unchanged, and the result is false or a std::runtime_error with one line.
 bool replaceHostFile(const std::string& path, std::string_view bytes);
 
 }  // namespace zelvreg::console

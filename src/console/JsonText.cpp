@@ -12,7 +12,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 // The library writes and reads plain UTF-8 only. In its strings a NUL and four digits stand for
-// half of a pair, and for a NUL itself.
+// an unpaired surrogate, and for a NUL itself.
 constexpr char32_t stand = U'\0';
 constexpr std::size_t digitCount = 4;
 
@@ -110,7 +110,7 @@ std::string textOfJson(Json object) {
   for (std::size_t at = 0; at < json.size();) {
     const std::string_view rest = std::string_view(json).substr(at);
     if (rest.starts_with(escapedStand)) {
-      // The digits behind it are those of the escape.
+      // The digits after it are those of the escape.
       result += "\\u";
       at += escapedStand.size();
     } else {

@@ -1,5 +1,5 @@
-// JSON that keeps every text of the computer: half of a surrogate pair, which UTF-8 does not have,
-// is an escape of its own ("\ud800").
+// JSON that keeps every text of the computer: an unpaired surrogate, which UTF-8 does not have, is
+// written as an escape ("\ud800").
 #ifndef ZELVREG_CONSOLE_JSON_TEXT_H
 #define ZELVREG_CONSOLE_JSON_TEXT_H
 
@@ -12,11 +12,11 @@ namespace zelvreg::console {
 // The object as a text of indented lines. Bytes that are no character are replaced.
 std::string textOfJson(nlohmann::ordered_json object);
 
-// The object of a text; its strings are to be read with textIn. Throws nlohmann::json::exception
-// for what is no JSON.
+// The object of a text. Read its strings with textIn. Throws nlohmann::json::exception if the text
+// is no JSON.
 nlohmann::json jsonOfText(std::string_view text);
 
-// A string of such an object. Throws nlohmann::json::exception for what is none.
+// A string of such an object. Throws nlohmann::json::exception for any other value.
 std::string textIn(const nlohmann::json& string);
 
 }  // namespace zelvreg::console

@@ -59,7 +59,8 @@ void warnOfJournal(const Form42& form, std::size_t row, const Streams& streams) 
   if (!content.isJournalThere) {
     streams.error << "zelvreg: this entry has no journal; nothing can be restored from it\n";
   } else if (content.isJournalTorn) {
-    streams.error << "zelvreg: the journal ends within a record; its last one may come back cut\n";
+    streams.error
+        << "zelvreg: the journal ends within a record; the last one may be restored only in part\n";
   }
 }
 
@@ -74,7 +75,7 @@ void addExclusion(Form42& form, const std::string& entry) {
   loadExclusions(form);
   if (form.View4.count() <= before) {
     throw std::runtime_error(
-        "the exclusion is not in force; give a text of at least 8 characters, and see that " +
+        "the exclusion has no effect; give a text of at least 8 characters, and check that " +
         form.programFolder + "\\exregscan.txt can be written");
   }
 }
@@ -174,7 +175,7 @@ int workOnLanguages(const Options& options, Computer& computer, const Streams& s
     }
     known += (known.empty() ? "" : ", ") + tag;
   }
-  throw std::runtime_error("\"" + options.language + "\" is no language; choose from: " + known);
+  throw std::runtime_error("\"" + options.language + "\" is not a language; choose from: " + known);
 }
 
 }  // namespace zelvreg::console

@@ -33,7 +33,7 @@ int runProgram(int count, const char* const* arguments) {
                         .showsProgress = isErrorTerminal()};
   const int status = runCommand(parsed.options, *computer, streams);
   if (!std::cout.flush()) {
-    throw std::runtime_error("the output could not be written; check where it goes to");
+    throw std::runtime_error("the output could not be written; check where it goes");
   }
   return status;
 }
@@ -41,12 +41,12 @@ int runProgram(int count, const char* const* arguments) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  // Also what is said of a wrong call is shown by it.
+  // Errors of the command line are printed to it too.
   prepareTerminal();
   try {
     return runProgram(count, arguments);
   } catch (const std::exception& error) {
-    // Names of files and machines are in it.
+    // It may contain names of files and computers.
     std::cerr << "zelvreg: " << printable(error.what()) << "\n";
     return failed;
   }

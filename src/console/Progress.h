@@ -1,5 +1,5 @@
-// The progress of a scan on the terminal's error stream: the bar and captions of the form, drawn
-// again when they change, and gone when the scan is done.
+// Shows the progress of a scan on the error stream: the bar and captions of the form, redrawn when
+// they change, and erased when the scan is done.
 #ifndef ZELVREG_CONSOLE_PROGRESS_H
 #define ZELVREG_CONSOLE_PROGRESS_H
 

@@ -43,8 +43,7 @@ void SafeguardArguments::addTo(CLI::App& command, const std::vector<Safeguard>& 
         rule.option, [&rule, &options] { options.safeguardChoices.push_back(liftingChoice(rule)); },
         rule.effect);
   }
-  command.add_flag(letterOption, options.isAsDescribed,
-                   "lift all of these: do to the letter what is described");
+  command.add_flag(letterOption, options.isAsDescribed, "lift all of these safeguards");
 }
 
 void SafeguardArguments::applyTo(Options& options) {

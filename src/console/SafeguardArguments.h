@@ -11,11 +11,11 @@ namespace zelvreg::console {
 
 class SafeguardArguments {
  public:
-  // A command takes the options of those safeguards that it meets, and the one for all.
+  // A command takes the options of the safeguards that concern it, and the one for all.
   using Safeguard = bool Safeguards::*;
   // `options` outlives the parsing.
   static void addTo(CLI::App& command, const std::vector<Safeguard>& met, Options& options);
-  // What was chosen for one safeguard counts before what was chosen for all.
+  // A choice for one safeguard wins over the choice for all.
   static void applyTo(Options& options);
 };
 

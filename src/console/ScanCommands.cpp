@@ -47,7 +47,7 @@ int runAutomatically(const Options& options, Computer& computer, const Streams& 
     tellWhatWasLeftAlone(form, streams);
     return nothingFound;
   }
-  throw std::runtime_error("no category is ticked, so that nothing was scanned");
+  throw std::runtime_error("no category is ticked, so nothing was scanned");
 }
 
 }  // namespace zelvreg::console

@@ -29,7 +29,7 @@ FindingResult findingOf(const Form42& form, std::size_t row) {
           .isChecked = form.View2.isChecked(row)};
 }
 
-// A spreadsheet would run what begins like a formula; behind an apostrophe it is a text.
+// A spreadsheet runs what begins like a formula. An apostrophe before it makes it text.
 // Some take the wide forms of the signs as well.
 bool looksLikeFormula(std::string_view text) {
   return !text.empty() && std::u32string_view(U"=+-@\t\r＝＋－＠").find(characterAt(text, 0)) !=

@@ -53,8 +53,8 @@ struct RepairResult {
 };
 
 // One JSON object, with what came of a repair where there was one; the findings as CSV with a line
-// of headings, texts that a spreadsheet would run behind an apostrophe; tables for a reader.
-// `width` is the number of columns of the terminal, or 0 where cells are not to be shortened.
+// of headings, with an apostrophe before texts that a spreadsheet would run; tables for a reader.
+// `width` is the number of columns of the terminal, or 0 to shorten no cells.
 std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair = {});
 std::string csvText(const ScanResult& result);
 std::string tableText(const ScanResult& result, std::size_t width);

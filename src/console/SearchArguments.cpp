@@ -27,7 +27,7 @@ SearchMode searchModeNamed(const std::string& name) {
   constexpr std::array<const char*, 4> names{"any", "left", "right", "exact"};
   const auto* const found = std::ranges::find(names, lowerCase(name));
   if (found == names.end()) {
-    throw UsageError("\"" + name + "\" is no mode; choose from: any, left, right, exact");
+    throw UsageError("\"" + name + "\" is not a mode; choose from: any, left, right, exact");
   }
   return static_cast<SearchMode>(found - names.begin());
 }
@@ -43,12 +43,12 @@ void SearchArguments::addTo(CLI::App& search, Options& options) {
   search.add_flag("--values", given.testsValues, "list values whose names match");
   search.add_flag("--data", given.testsData,
                   "list texts that match and name a file that is gone; the default");
-  search.add_flag("--case", given.matchesCase, "tell capital letters from small ones");
+  search.add_flag("--case", given.matchesCase, "match upper and lower case");
   search.add_option("--mode", mode,
                     "where the text stands: any, left, right, or exact; any by default");
   search.add_flag("--json", isJson, "print one JSON object, in UTF-8");
   search.add_flag("--quiet", options.isQuiet, "print nothing but messages");
-  search.add_flag("--exit-zero", options.exitsZero, "end with 0 also when something was found");
+  search.add_flag("--exit-zero", options.exitsZero, "end with 0 even if something was found");
   time.addTo(search);
   SafeguardArguments::addTo(search, {&Safeguards::touches, &Safeguards::asksShares}, options);
 }
@@ -72,7 +72,7 @@ std::string searchRootNamed(const std::string& name) {
     }
   }
   throw UsageError("\"" + name +
-                   "\" is no root; choose from: all, HKCR, HKCU, HKLM, HKU, HKCC, or their long "
+                   "\" is not a root; choose from: all, HKCR, HKCU, HKLM, HKU, HKCC, or their long "
                    "names");
 }
 

@@ -18,7 +18,7 @@ struct SearchArguments {
 
   // `options` outlives the parsing.
   void addTo(CLI::App& search, Options& options);
-  // Throws UsageError for a root or a mode that is none.
+  // Throws UsageError if the root or the mode does not exist.
   void applyTo(Options& options) const;
 };
 

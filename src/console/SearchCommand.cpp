@@ -13,7 +13,7 @@
 namespace zelvreg::console {
 namespace {
 
-// The key under work on the terminal's error stream, gone when the search is done.
+// Shows the current key on the error stream, and erases it when the search is done.
 class KeyProgress : public ControlPeer {
  public:
   KeyProgress(Form42& shownForm, std::ostream& terminal) : form(shownForm), out(terminal) {

@@ -6,8 +6,8 @@
 
 namespace zelvreg::console {
 
-// Throws std::runtime_error when the root has no keys, and after an interruption, behind the output
-// of what was found until then.
+// Throws std::runtime_error if the root has no keys. After an interruption, prints what was found
+// so far and then throws it too.
 int search(const Options& options, const Computer& computer, const Streams& streams);
 
 }  // namespace zelvreg::console

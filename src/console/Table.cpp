@@ -13,7 +13,7 @@ constexpr std::string_view gap = "  ";
 constexpr std::string_view ellipsis = "…";
 constexpr std::size_t narrowestColumn = 12;
 
-// As much of the text's head as fits into the columns.
+// As much of the text's start as fits into the columns.
 std::string_view headOf(std::string_view text, std::size_t columns) {
   std::size_t end = 0;
   while (end < text.size()) {
@@ -57,7 +57,7 @@ std::string shortened(std::string_view text, std::size_t width) {
   if (displayWidth(text) <= width) {
     return std::string(text);
   }
-  // The end of a path tells more than its beginning.
+  // The end of a path says more than its start.
   const std::size_t front = (width - 1) / 3;
   std::string result(headOf(text, front));
   return result.append(ellipsis).append(tailOf(text, width - 1 - front));
@@ -86,7 +86,7 @@ std::vector<std::size_t> Table::columnWidths(std::size_t width) const {
     }
   }
   if (width > 0) {
-    // The narrowest first: what a column does not need of its share goes to those behind.
+    // The narrowest first: what a column does not need of its share goes to those that follow.
     std::ranges::sort(shrinking, {}, [&](std::size_t column) { return widths[column]; });
     std::size_t room = width > fixed ? width - fixed : 0;
     for (std::size_t index = 0; index < shrinking.size(); ++index) {

@@ -17,9 +17,9 @@ std::size_t terminalWidth();
 // A line that the user types, without its end; the empty text when there is none.
 std::string typedLine();
 
-// Makes the console show UTF-8 whatever its code page, and, from then on, Ctrl-C a request that can
-// be asked for, instead of the end of the process. A second Ctrl-C ends it. A file that is cut
-// short while it is read, and one that may not grow, end no process without a line either.
+// Makes the console show UTF-8, whatever its code page. From then on Ctrl-C does not end the
+// process but sets isStopRequested(); a second Ctrl-C ends it. A file that is cut short while it is
+// read, or that may not grow, ends the process with one line.
 void prepareTerminal();
 bool isStopRequested();
 

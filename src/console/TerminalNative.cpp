@@ -14,12 +14,11 @@ volatile std::sig_atomic_t stopRequested = 0;
 
 constexpr int statusOfFailure = 2;
 
-// A mapped file has lost its end, so that nothing more can be told of it.
+// A mapped file was cut short: what was mapped of its end cannot be read.
 void endAtLostPages(int /*signal*/) {
   constexpr std::string_view line =
       "zelvreg: a file was cut short while it was read, or its disk cannot be read any more; "
-      "nothing "
-      "more was written; look after the disk, and run this again\n";
+      "nothing more was written; check the disk, and run this again\n";
   [[maybe_unused]] const ssize_t ignored = write(STDERR_FILENO, line.data(), line.size());
   _exit(statusOfFailure);
 }

@@ -10,7 +10,7 @@
 
 namespace zelvreg::console {
 
-// The time runs from when the option is applied.
+// The time starts when the option is applied.
 struct TimeArguments {
   double seconds = 0;
 

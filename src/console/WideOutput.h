@@ -1,4 +1,4 @@
-// A stream of UTF-8 whose characters go on as UTF-16.
+// A stream that takes UTF-8 and writes UTF-16.
 #ifndef ZELVREG_CONSOLE_WIDE_OUTPUT_H
 #define ZELVREG_CONSOLE_WIDE_OUTPUT_H
 

@@ -1,8 +1,8 @@
-// The file of exclusions in the program's folder: one entry a line, encoded as runtime/OwnText.h
-// tells.
+// The file of exclusions in the program's folder: one entry on each line, encoded as
+// runtime/OwnText.h tells.
 //
 // Writing and reading are not symmetric. Lines are written as they are, and read as the runtime's
-// input of fields does: a comma ends an entry, blanks in front of an entry are passed over, an
+// input of fields does: a comma ends an entry, blanks before an entry are skipped, an
 // entry in quotes ends with its closing quote and loses both.
 #ifndef ZELVREG_EXCLUSIONS_EXCLUSION_FILE_H
 #define ZELVREG_EXCLUSIONS_EXCLUSION_FILE_H
@@ -21,10 +21,10 @@ std::vector<std::string> exclusionsIn(std::string_view text);
 // The entries of the file; none if it cannot be read.
 std::vector<std::string> readExclusions(const Form42& form);
 
-// Puts a line behind the others; makes the file. Nothing happens if it cannot be written.
+// Appends a line, and creates the file if there is none. Nothing happens if it cannot be written.
 void appendExclusion(const Form42& form, const std::string& entry);
 
-// Takes the file away.
+// Deletes the file.
 void deleteExclusions(const Form42& form);
 
 // Replaces the file with these lines.

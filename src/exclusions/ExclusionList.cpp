@@ -151,7 +151,7 @@ void Form1_orubutton1_Click(Form42& form) {
     if (!entry.empty()) {
       appendExclusion(form, text);
     }
-    // An empty entry reaches the list all the same, where it excludes everything.
+    // An empty entry still gets into the list, where it excludes everything.
     form.View4.add(entry);
   }
   closeExclusionDialog(form);

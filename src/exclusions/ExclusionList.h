@@ -11,8 +11,8 @@ namespace zelvreg {
 // Fills View4 from the file.
 void loadExclusions(Form42& form);
 
-// Fills View4 and takes every result off whose full key begins with an entry. Wildcards work within
-// the length of an entry; case does not matter; an empty entry takes all.
+// Fills View4 and removes every result whose full key begins with an entry. Wildcards work within
+// the length of an entry; case does not matter; an empty entry removes all.
 void Command29(Form42& form);
 
 // The page: a new entry, an edit of the row in Text3, removal of the highlighted rows after a
@@ -22,14 +22,15 @@ void chameleonButton8_Click(Form42& form);
 void chameleonButton6_Click(Form42& form);
 void View4_ItemClick(Form42& form, std::size_t row);
 
-// Excludes the keys of the highlighted results and takes these off the list. View4 stays as it is.
+// Excludes the keys of the highlighted results and removes these from the list. View4 stays as it
+// is.
 void chameleonButton9_Click(Form42& form);
 
 // The dialog: OK, and either of the buttons that only close it.
 void Form1_orubutton1_Click(Form42& form);
 void closeExclusionDialog(Form42& form);
 
-// "1" in Text6 writes the file anew from View4.
+// "1" in Text6 rewrites the file from View4.
 void Text6_Change(Form42& form);
 
 }  // namespace zelvreg

@@ -13,12 +13,12 @@
 namespace zelvreg {
 namespace {
 
-// More languages than a screen or a reader holds: the list may be anybody's.
+// More than anybody needs. The list may come from anybody, so there is a limit.
 constexpr std::size_t mostLanguages = 1000;
 
 std::string_view untilEqualSign(std::string_view text) { return text.substr(0, text.find('=')); }
 
-// What stands behind a second equal sign is lost.
+// What follows a second equal sign is lost.
 std::string valueIn(std::string_view line) {
   const std::size_t nameEnd = untilEqualSign(line).size();
   if (nameEnd == line.size()) {
@@ -63,7 +63,7 @@ class LanguageList {
   }
 
  private:
-  // Which "|" ends an entry depends on the charset behind its name. No character has a comma as
+  // Which "|" ends an entry depends on the charset after its name. No character has a comma as
   // its second byte.
   [[nodiscard]] std::size_t entryEnd() const {
     const UINT page = pageOf(rest.substr(std::min(rest.find(','), rest.size() - 1) + 1));

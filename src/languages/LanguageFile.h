@@ -1,7 +1,7 @@
 // The texts of the user's language, from plain files beside the program.
 //
-// A file is text of sections "[Form42]" with lines key=value, in the code page that goes with the
-// language's charset (Charset.h), or in UTF-8 behind a byte order mark.
+// A file has sections "[Form42]" with lines key=value, in the code page that goes with the
+// language's charset (Charset.h), or in UTF-8 with a byte order mark.
 #ifndef ZELVREG_LANGUAGES_LANGUAGE_FILE_H
 #define ZELVREG_LANGUAGES_LANGUAGE_FILE_H
 
@@ -15,7 +15,7 @@ namespace zelvreg {
 
 // The value of a key, names in any case; empty if file, section or key is missing. The search goes
 // on from the section's header to the end of the file, so a key that only a later section has is
-// found there. What stands behind a second "=" is lost, double quotes go, blanks stay.
+// found there. What follows a second "=" is lost, double quotes are removed, blanks stay.
 std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key,
                           int charset);
 

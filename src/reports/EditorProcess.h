@@ -1,4 +1,4 @@
-// Ending the registry editor, so that it reads its place anew when it starts.
+// Ends the registry editor, so that it reads its last place when it starts again.
 #ifndef ZELVREG_REPORTS_EDITOR_PROCESS_H
 #define ZELVREG_REPORTS_EDITOR_PROCESS_H
 

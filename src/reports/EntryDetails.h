@@ -1,4 +1,4 @@
-// The sentence on a result, and the ways to its key in an editor.
+// The sentence about a result, and opening its key in an editor.
 #ifndef ZELVREG_REPORTS_ENTRY_DETAILS_H
 #define ZELVREG_REPORTS_ENTRY_DETAILS_H
 
@@ -8,11 +8,11 @@
 
 namespace zelvreg {
 
-// Tells of the row in the panel below the results. The sentence is the same for every kind.
+// Describes the row in the panel below the results. The sentence is the same for every kind.
 void View2_ItemClick(Form42& form, std::size_t row);
 
 // Opens the registry editor at the key of the row last clicked: ends one that runs, writes the
-// place where it left off, starts it. Without a row it starts at a key without a name.
+// key as its last place, and starts it. Without a row it starts at a key without a name.
 void View2_DblClick(Form42& form);
 
 // Opens the row last clicked in the suite's own key editor. Nothing on the form leads to it.

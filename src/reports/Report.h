@@ -12,8 +12,8 @@ namespace zelvreg {
 // runtime/OwnText.h tells.
 std::string reportText(const Form42& form);
 
-// Asks for a name, puts the report there and opens it in the system's viewer. Without rows, or
-// without a name, nothing happens.
+// Asks for a file name, writes the report there and opens it in the system's viewer. Without rows,
+// or without a name, nothing happens.
 void saverep(Form42& form);
 
 // Opens a file in the system's viewer; `result` is the system's answer. Nothing calls it.

@@ -1,4 +1,5 @@
-// Text of the program and bytes in a code page of the system.
+// Converts between the program's text (UTF-8) and bytes in a code page. The results belong to the
+// caller.
 #ifndef ZELVREG_RUNTIME_CODE_PAGE_TEXT_H
 #define ZELVREG_RUNTIME_CODE_PAGE_TEXT_H
 
@@ -10,14 +11,16 @@
 
 namespace zelvreg {
 
-// The text that bytes in a code page stand for; bytes that mean nothing there become what the
-// system puts in their place. CP_ACP is the machine's own page.
+// The text of bytes in a code page. Bytes that mean nothing there become the system's default
+// character; a page that the system does not have gives the empty text. CP_ACP is the computer's
+// own.
 std::string textOfCodePage(std::string_view bytes, UINT codePage = CP_ACP);
 
-// A text in the machine's code page, with something else in the place of what the page lacks.
+// A text in the computer's code page. A character that the page lacks becomes a similar one or the
+// system's default character.
 std::string codePageBytes(std::string_view text);
 
-// The same, or nothing if the bytes would not come back as this very text.
+// The same; std::nullopt if the bytes would not convert back to exactly this text.
 std::optional<std::string> exactCodePageBytes(std::string_view text);
 
 }  // namespace zelvreg

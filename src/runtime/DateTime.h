@@ -7,6 +7,7 @@
 
 namespace zelvreg {
 
+// All in local time: month and day from 1, the year with all its digits.
 struct DateTime {
   int year = 0;
   int month = 0;
@@ -16,11 +17,12 @@ struct DateTime {
   int second = 0;
 };
 
+// The time of the computer's clock now.
 DateTime localDateTime();
 
 // Day, month and year: "31.01.2026" for the separator ".".
 std::string dateText(const DateTime& time, std::string_view separator);
-// Hours of the day, minutes and seconds: "13:45:06" for the separator ":".
+// Hours (0 to 23), minutes and seconds: "13:45:06" for the separator ":".
 std::string timeText(const DateTime& time, std::string_view separator);
 
 }  // namespace zelvreg

@@ -1,4 +1,4 @@
-// Folders: the runtime's look-up, and making them.
+// Finding a file, as the runtime's Dir does, and creating folders.
 #ifndef ZELVREG_RUNTIME_DIRECTORY_H
 #define ZELVREG_RUNTIME_DIRECTORY_H
 
@@ -9,12 +9,11 @@
 namespace zelvreg {
 
 // The name, without its folder, of the first plain file that a path or a pattern with "*" and "?"
-// matches. Empty when there is none, for the empty text, for a folder, and for a hidden or system
-// file. A path that the system refuses, or that may not be followed, counts as none: no error comes
-// out.
+// matches. Hidden and system files do not count. Empty if there is none, for the empty text and for
+// a folder, and also if the system refuses the path or `shares` forbids it: there are no errors.
 std::string Dir(const std::string& pattern, Shares shares = Shares::Refused);
 
-// Makes a folder with all above it that are missing; whether it is there then.
+// Creates a folder, with all missing folders above it. Whether it exists then.
 bool makeFolder(const std::string& path);
 
 }  // namespace zelvreg

@@ -1,4 +1,4 @@
-// Whether what lies on a path's drive can be known at all.
+// Whether the drive of a path is there to be looked at.
 #ifndef ZELVREG_RUNTIME_DRIVE_AT_HAND_H
 #define ZELVREG_RUNTIME_DRIVE_AT_HAND_H
 
@@ -6,8 +6,8 @@
 
 namespace zelvreg {
 
-// False only for a drive of a computer that is not running when that drive was not given. A running
-// computer knows all its drives, so there the answer is always true.
+// False only for an offline disk, and there only for a path on a drive that was not given. A
+// running computer knows all its drives, so the answer is always true there. Never fails.
 bool isDriveAtHand(const std::string& path);
 
 }  // namespace zelvreg

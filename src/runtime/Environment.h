@@ -1,4 +1,4 @@
-// What the process knows of its surroundings.
+// The environment of the process. Text is UTF-8.
 #ifndef ZELVREG_RUNTIME_ENVIRONMENT_H
 #define ZELVREG_RUNTIME_ENVIRONMENT_H
 
@@ -6,10 +6,10 @@
 
 namespace zelvreg {
 
-// The variable's text; empty when there is no such variable. Names are case-blind.
+// The variable's text; empty if there is no such variable. Case does not matter in names.
 std::string environmentVariable(const char* name);
 
-// The folder of the running program, without a backslash at its end.
+// The full path of the running program's folder, without a backslash at its end.
 std::string programFolder();
 
 }  // namespace zelvreg

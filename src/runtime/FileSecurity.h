@@ -9,11 +9,12 @@
 
 namespace zelvreg {
 
-// The parts that `what` names, as one descriptor in its form without pointers; an empty one, with
-// the system's last error set, if they cannot be read.
+// The parts that `what` names, as a self-relative security descriptor. Empty if they cannot be
+// read; GetLastError() says why.
 std::vector<BYTE> fileSecurity(const std::string& path, SECURITY_INFORMATION what);
 
-// Sets the parts of a descriptor that `what` names; whether the system did it.
+// Sets the parts of a descriptor that `what` names. The descriptor stays the caller's. False if the
+// system refuses; GetLastError() says why.
 bool setFileSecurity(const std::string& path, SECURITY_INFORMATION what,
                      PSECURITY_DESCRIPTOR descriptor);
 

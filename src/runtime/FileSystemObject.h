@@ -1,5 +1,5 @@
-// What the system's file object answers: whether a file or a folder is there, and text by lines.
-// A path ends at its first NUL. Nothing here throws.
+// Does what the system's file object does: whether a file or a folder exists, and text line by
+// line. A path ends at its first NUL. Nothing here throws.
 #ifndef ZELVREG_RUNTIME_FILE_SYSTEM_OBJECT_H
 #define ZELVREG_RUNTIME_FILE_SYSTEM_OBJECT_H
 
@@ -9,16 +9,17 @@
 
 namespace zelvreg::fileSystemObject {
 
-// On a computer that is not running, a drive that is not at hand may hold anything: a path there
-// counts as an existing file and as an existing folder.
+// Whether there is a file, or a folder, at a path. A path that `shares` forbids does not exist. On
+// an offline disk nobody knows what is on a drive that was not given: a path there counts as an
+// existing file and as an existing folder.
 bool fileExists(const std::string& path, Shares shares = Shares::Refused);
 bool folderExists(const std::string& path, Shares shares = Shares::Refused);
 
-// A text file in the machine's code page, or in marked UTF-8, read line by line; lines end in CR LF
-// or LF, the last one with or without.
+// A text file, encoded as runtime/OwnText.h tells, read line by line. Lines end in CR LF or LF; the
+// last one may end without. The whole file is read when it is opened.
 class TextStream {
  public:
-  // A file that cannot be read gives a stream that is at its end.
+  // If the file cannot be read, the stream is empty.
   static TextStream openTextFile(const std::string& path);
 
   [[nodiscard]] bool atEndOfStream() const { return position >= content.size(); }

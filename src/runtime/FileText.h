@@ -1,4 +1,5 @@
-// Whole files as text, read and replaced.
+// Reads and replaces whole files. Content is bytes, whatever they mean; a path is UTF-8. Failures
+// are return values: nothing here throws.
 #ifndef ZELVREG_RUNTIME_FILE_TEXT_H
 #define ZELVREG_RUNTIME_FILE_TEXT_H
 
@@ -9,20 +10,21 @@
 
 namespace zelvreg {
 
-// The bytes of a file; none when it cannot be opened or read to its end.
+// The bytes of a file; std::nullopt if it cannot be opened or read to its end.
 std::optional<std::string> readFileText(const std::string& path);
 
-// The bytes of a file that is to be changed: the empty text for one that is not there, none for one
-// that is there but cannot be read, as what it holds must not be lost.
+// The bytes of a file that is to be changed. Empty if there is no such file. std::nullopt if there
+// is one but it cannot be read: then it must not be replaced.
 std::optional<std::string> contentToKeep(const std::string& path);
 
-// Who may read a file that is written: those that the access list of the file that it replaces
-// says, or for a new one that of its folder; or administrators and the system alone.
+// Who may read a file that is written. OfItsFolder: it keeps the access list of the file that it
+// replaces, or a new file inherits that of its folder. Administrators: only Administrators and
+// SYSTEM.
 enum class FileReaders : std::uint8_t { OfItsFolder, Administrators };
 
-// Puts a file of these bytes in the place of one that may be there: it is written beside it,
-// under a name that nothing had, and renamed, so that the old or the new content stands at every
-// moment. False, and the old file as it was, if any step fails.
+// Creates or replaces a file. The bytes are written to a new file beside it, under an unused name,
+// which is then renamed: at every moment the old or the new content is there. If any step fails,
+// the old file is unchanged and the result is false.
 bool replaceFileText(const std::string& path, std::string_view bytes,
                      FileReaders readers = FileReaders::OfItsFolder);
 

@@ -63,7 +63,7 @@ std::vector<BYTE> processUser() {
   if (!isRead) {
     return {};
   }
-  // The record points to the identifier, which lies behind it: it is no good as a copy.
+  // The record points to the identifier, which lies after it: it is no good as a copy.
   TOKEN_USER user{};
   std::memcpy(&user, record.data(), sizeof user);
   const auto* sid = static_cast<const BYTE*>(user.User.Sid);

@@ -1,5 +1,5 @@
-// Files and folders that administrators and the system alone may read and write, and whether
-// somebody else could have written one.
+// Files and folders that only Administrators and SYSTEM may read and write, and whether somebody
+// else could have written one.
 #ifndef ZELVREG_RUNTIME_PRIVATE_FILES_H
 #define ZELVREG_RUNTIME_PRIVATE_FILES_H
 
@@ -9,9 +9,10 @@
 
 namespace zelvreg {
 
-// What makes a new file or folder private from its first moment on: Administrators own it and have
-// full control, as SYSTEM has; nothing for others, nothing taken over from the folder above. Who is
-// no administrator, or runs without an administrator's rights, cannot make one.
+// The security attributes that make a new file or folder private when it is created. Administrators
+// own it. Administrators and SYSTEM have full control, others no access, and nothing is inherited
+// from the folder above. Only a process with administrator rights can create one. The object owns
+// the descriptor and must outlive the call that uses it.
 class PrivateSecurity {
  public:
   enum class Of { File, Folder };
@@ -20,20 +21,20 @@ class PrivateSecurity {
   PrivateSecurity(const PrivateSecurity&) = delete;
   PrivateSecurity& operator=(const PrivateSecurity&) = delete;
 
-  // Null if the system cannot make it.
+  // Null if the system cannot build the descriptor.
   [[nodiscard]] const SECURITY_ATTRIBUTES* get() const;
 
  private:
   SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
 };
 
-// Makes a private folder. One that is there already stays as it is, unless others own it or may
-// write in it: then its owner and its access list are replaced.
+// Creates a private folder. If there is one already, it stays as it is, unless others own it or may
+// write to it: then its owner and its access list are replaced. Failures are not reported.
 void makePrivateFolder(const std::string& path);
 
-// Whether the owner or the access list of a file or of its folder lets somebody write who is
-// neither Administrators, SYSTEM, the installer of Windows nor the user of this process; true also
-// if that cannot be told.
+// Whether the owner or the access list of a file, or of its folder, lets anybody write but
+// Administrators, SYSTEM, the installer of Windows and the user of this process. Also true if that
+// cannot be found out.
 bool couldOthersWrite(const std::string& path);
 
 }  // namespace zelvreg

@@ -1,5 +1,6 @@
-// Paths that lead to another computer. Whoever opens one hands the user's credentials to a server
-// that the path names, and registry texts name whatever somebody has written there.
+// Paths that lead to another computer. Opening one sends the user's credentials to the server in
+// the path, and anybody may have written the path into the registry. Nothing here opens a path or
+// fails.
 #ifndef ZELVREG_RUNTIME_SHARES_H
 #define ZELVREG_RUNTIME_SHARES_H
 
@@ -8,16 +9,16 @@
 
 namespace zelvreg {
 
-// Whether a call may follow a path to another computer.
+// Whether a call may open a path that leads to another computer.
 enum class Shares { Refused, Asked };
 
-// Whether a path, as the system's file calls take it, leads to another computer, or to a device
-// that may: a server's name behind two separators, a drive that is remote, a path of devices other
-// than a drive or a volume of this computer.
+// Whether a path, as file calls of Windows read it, leads to another computer or to a device that
+// may do so: a server's name after two separators, a remote drive, or a device path other than that
+// of a drive or a volume of this computer.
 bool leadsToShare(std::string_view path);
 
-// The question before each file call on a text that is not the program's own: what may not be
-// opened counts as absent.
+// Ask this before each file call on a text that is not the program's own. If it says no, treat the
+// file as missing.
 bool mayBeOpened(std::string_view path, Shares shares);
 
 }  // namespace zelvreg

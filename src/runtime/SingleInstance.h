@@ -1,4 +1,4 @@
-// One process at a time works on the registry of the running computer. Windows alone has one.
+// Lets only one process at a time work on the registry of the running computer. Windows only.
 #ifndef ZELVREG_RUNTIME_SINGLE_INSTANCE_H
 #define ZELVREG_RUNTIME_SINGLE_INSTANCE_H
 
@@ -6,8 +6,8 @@
 
 namespace zelvreg {
 
-// Keeps all others out for as long as it lives, in whichever session and for whichever user they
-// run: the computer's part of the registry is one for all of them.
+// Keeps all other processes out while it lives, in every session and of every user: they share the
+// computer's part of the registry.
 class SingleInstance {
  public:
   SingleInstance();
@@ -15,7 +15,7 @@ class SingleInstance {
   SingleInstance& operator=(const SingleInstance&) = delete;
   ~SingleInstance();
 
-  // False when another one was there first, or when that cannot be known.
+  // False if another process was first, or if that cannot be found out.
   [[nodiscard]] bool isFirst() const { return mutex != nullptr; }
 
  private:

@@ -1,4 +1,4 @@
-// Where the system's own programs lie.
+// The folder of Windows.
 #ifndef ZELVREG_RUNTIME_WINDOWS_FOLDER_H
 #define ZELVREG_RUNTIME_WINDOWS_FOLDER_H
 
@@ -6,9 +6,9 @@
 
 namespace zelvreg {
 
-// Without a backslash at its end. On Windows it is asked of the system: a user may give variables
-// of the environment another text, and a program that runs as administrator must not start what
-// they lead to.
+// Its full path, without a backslash at its end; empty if the system does not tell. On Windows it
+// comes from the system, not from the environment: a user can change variables, and a program that
+// runs as administrator must not start what they lead to.
 std::string windowsFolder();
 
 }  // namespace zelvreg

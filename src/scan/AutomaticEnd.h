@@ -1,4 +1,4 @@
-// How a scan ends when the program was started to work by itself.
+// How a scan ends in the automatic modes.
 #ifndef ZELVREG_SCAN_AUTOMATIC_END_H
 #define ZELVREG_SCAN_AUTOMATIC_END_H
 

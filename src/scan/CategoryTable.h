@@ -19,7 +19,7 @@ struct Category {
   std::string_view valueName;            // value of the tick under timer\reg
   std::string_view optionName;           // what the command line calls it besides the value name
   std::string_view caption;              // what Label4 shows while it is tested
-  std::array<EntryPointOf, 3> routines;  // in order; null behind the last
+  std::array<EntryPointOf, 3> routines;  // in order; null after the last
 };
 
 // Row n is the element n - 1.

@@ -28,7 +28,7 @@ inline constexpr std::size_t kindCodeColumn = 2;
 inline constexpr std::size_t rootNameColumn = 3;
 inline constexpr std::size_t subKeyColumn = 4;
 
-// Which row the fields behind the location, and the icon, go to.
+// Which row the fields after the location, and the icon, go to.
 enum class FieldsGoTo : std::uint8_t { RowJustAdded, NumberedRow };
 // Which row is scrolled into view.
 enum class ScrollsTo : std::uint8_t { RowJustAdded, NumberedRow, Nothing };
@@ -43,7 +43,7 @@ struct ScannerRun {
   TotalIsSaved total = TotalIsSaved::AtEachFinding;
 };
 
-// The number of the row behind those that the scanners before have left.
+// The number of the row after those that the scanners before have left.
 std::size_t nextRow(const Form42& form);
 
 // Appends a finding, unticked, scrolls to it, and counts it in `run` and in the running total. The
@@ -69,7 +69,7 @@ std::string fullKey(const Form42& form, std::size_t row);
 // The number of rows of View2.
 std::string rowCountText(const Form42& form);
 
-// Puts it where the next scanner reads it.
+// Stores it where the next scanner reads it.
 void storeRowCount(Form42& form);
 
 // Puts a count into the "# Problems" cell of a category row.

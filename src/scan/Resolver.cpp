@@ -28,7 +28,7 @@ std::string stemOf(const std::vector<std::string_view>& parts) {
   return stem;
 }
 
-// The last part without what is glued to it: an argument behind a blank, more than three letters.
+// The last part without what is glued to it: an argument after a blank, more than three letters.
 std::string_view extensionOf(const std::vector<std::string_view>& parts) {
   if (parts.empty()) {
     return {};
@@ -110,10 +110,10 @@ void pth(Form42& form, std::string& rule) {
   const std::size_t found = rule.find(marker);
   // Not found is position 0, so that the path is read from the fifth character on.
   const std::string_view path = found == std::string::npos
-                                    ? behindCharacters(rule, startWithout)
+                                    ? afterCharacters(rule, startWithout)
                                     : std::string_view(rule).substr(found + marker.size());
   const std::size_t end = path.find('|');
-  // Without a bar behind it the length is below 0: the cut faults and the path before stays.
+  // Without a bar after it the length is below 0: the cut faults and the path before stays.
   if (end != std::string_view::npos) {
     form.FirewallPath = path.substr(0, end);
   }

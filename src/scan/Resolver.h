@@ -1,7 +1,7 @@
-// From registry text to a path that can be tested, and the test.
+// Makes a path that can be tested of a text of the registry, and tests it.
 //
-// These are loose cuts, not a parser of command lines: what they keep and drop decides what is
-// reported, so each cut stands as it is. A cut outside the text is passed over.
+// These are simple cuts, not a parser of command lines. What they keep and drop decides what is
+// reported, so do not change them. A cut outside the text is skipped.
 #ifndef ZELVREG_SCAN_RESOLVER_H
 #define ZELVREG_SCAN_RESOLVER_H
 
@@ -17,7 +17,7 @@ namespace zelvreg {
 // name without a dot is not cut at all.
 std::string FilePath(std::string& text);
 
-// Brings a path into the form that this process can test: on 64-bit Windows in lower case, with
+// Changes a path to the form that this process can test: on 64-bit Windows in lower case, with
 // "Sysnative" in the place of "system32" and the 64-bit program folders in the place of those that
 // a 32-bit process would get; then expands variables. The result ends in a NUL that belongs to it.
 // `path` is left as it was before the expansion.

@@ -13,7 +13,7 @@
 namespace zelvreg {
 namespace {
 
-// A policy may be a text or a number. Without one, or where the computer does not count, nothing.
+// A policy may be a text or a number. Nothing without one, or on an offline disk.
 std::optional<std::string> policyText(const Form42& form, const char* name) {
   if (!form.obeysComputer) {
     return std::nullopt;

@@ -1,4 +1,4 @@
-// Where the safeguards come from: a policy of the computer decides, then what a caller has chosen,
+// Where the safeguards come from: a policy of the computer decides, then the caller's choice,
 // then the settings, then what is safe.
 #ifndef ZELVREG_SCAN_SAFEGUARD_SOURCES_H
 #define ZELVREG_SCAN_SAFEGUARD_SOURCES_H
@@ -43,7 +43,7 @@ inline constexpr const char* letterSetting = "letter";
 inline constexpr const char* letterText = "1";
 inline constexpr const char* letterOption = "--as-described";
 
-// Below the local machine, in the 64-bit view.
+// Below HKEY_LOCAL_MACHINE, in the 64-bit view.
 inline constexpr const char* policyKey = "Software\\Policies\\zelvane\\zelvreg";
 
 // What a safeguard is when it is lifted.
@@ -53,7 +53,7 @@ constexpr bool liftedValue(const SafeguardRule& rule) { return asDescribed().*ru
 SafeguardChoice liftingChoice(const SafeguardRule& rule);
 std::vector<SafeguardChoice> choicesAsDescribed();
 
-// Those that hold now. Of several choices for one safeguard the first counts.
+// Those in force now. Of several choices for one safeguard the first counts.
 Safeguards safeguardsNow(const Form42& form);
 // Puts them into force.
 void decideSafeguards(Form42& form);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint32_t underTestColor = 255;
 constexpr std::uint32_t soundColor = 0;
-// Rows up to this one move the progress bar when they are done, the ones behind when they begin.
+// Rows up to this one move the progress bar when they are done, those after it when they begin.
 constexpr std::size_t lastRowCountedWhenDone = 10;
 
 int countCheckedRows(const ListView& list) {
@@ -106,7 +106,7 @@ void endScan(Form42& form) {
     form.cancelRequested = true;
   }
   endAutomaticScan(form);
-  // Behind the automatic modes, which see and repair what the user has excluded.
+  // After the automatic modes, which see and repair what the user has excluded.
   form.Command29.click();
   closeScanPanel(form);
 }
@@ -117,7 +117,7 @@ void runScan(Form42& form) {
   form.decideSafeguards.run();
   openScanPanel(form);
   const std::string stateBefore = form.Text2.text();
-  // From here on a press of Cancel counts, also one before the first row.
+  // From here on a click on Cancel counts, also one before the first row.
   form.Text2.setText("1");
   resetRows(form);
   if (!hasCheckedRow(form)) {

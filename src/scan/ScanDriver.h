@@ -8,13 +8,13 @@ namespace zelvreg {
 
 // Runs the routines of every ticked row in order and shows the results page. Without a ticked row
 // it says so and leaves the progress panel up, with the buttons of its opening disabled, until
-// Cancel is pressed.
+// Cancel is clicked.
 void runScan(Form42& form);
 
-// Keeps the ticks of the rows for the next start.
+// Stores the ticks of the rows for the next start.
 void saveSelection(const Form42& form);
 
-// Ticks the rows as they were kept; a tick that was never kept counts as not set.
+// Ticks the rows as they were stored; a tick that was never stored counts as not set.
 void restoreSelection(Form42& form);
 
 void cmd_start_Click(Form42& form);

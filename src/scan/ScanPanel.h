@@ -6,10 +6,10 @@
 
 namespace zelvreg {
 
-// Brings up the progress panel and disables what must not run during a scan.
+// Shows the progress panel and disables what must not run during a scan.
 void openScanPanel(Form42& form);
 
-// Puts the results page in the place of the options page.
+// Shows the results page instead of the options page.
 void showResultsPage(Form42& form);
 
 // The results page with its counts, and the buttons as they are when no scan runs.

@@ -1,5 +1,5 @@
-// Where the program and the suite keep what they tell each other, all of it texts below the local
-// machine. The view is the process's own.
+// Where the program and the suite store what they share: texts below HKEY_LOCAL_MACHINE, in the
+// view of the process.
 #ifndef ZELVREG_SCAN_SETTINGS_H
 #define ZELVREG_SCAN_SETTINGS_H
 
@@ -28,9 +28,9 @@ inline constexpr const char* finish = "software\\zelvane\\Zelvane Tuner Deluxe\\
 
 }  // namespace settings
 
-// A text of the local machine, or the empty text.
+// A text below HKEY_LOCAL_MACHINE; empty if there is none.
 std::string readSetting(const char* key, const std::string& name);
-// Keeps it, making the key; whether that worked.
+// Stores it, and creates the key if needed. Whether that worked.
 bool keepSetting(const char* key, const std::string& name, const std::string& text);
 
 }  // namespace zelvreg

@@ -97,7 +97,7 @@ void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKe
 }
 
 void walkAppPaths(Scan& scan, const AppPathsList& list, const std::string& rootKey) {
-  walkEntries(scan.form, scan.form.List1, LastTurn::OneBehindTheLast,
+  walkEntries(scan.form, scan.form.List1, LastTurn::OneAfterTheLast,
               [&](int /*index*/, const std::string& entry) {
                 testAppPath(scan, list, rootKey, std::string(trim(entry)));
                 showFound(scan.form, categoryRow, scan.run);
@@ -143,7 +143,7 @@ void scanProgramNames(Scan& scan, const char* key) {
   LONG rc = 0;
   fEnumValue4(scan.form, "HKCU", key, values, rc);
   grantCurrentUser(scan.form, HiveHandle::CurrentUser, key);
-  walkEntries(scan.form, scan.form.List7, LastTurn::OneBehindTheLast,
+  walkEntries(scan.form, scan.form.List7, LastTurn::OneAfterTheLast,
               [&](int /*index*/, const std::string& entry) {
                 testProgramName(scan, key, entry);
                 showFound(scan.form, categoryRow, scan.run);

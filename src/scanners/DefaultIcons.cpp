@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t categoryRow = 5;
 
-// Without the index behind the file, and without quotes that enclose all of it. `value` is the path
+// Without the index after the file, and without quotes that enclose all of it. `value` is the path
 // on a drive, so that it has two characters at least.
 std::string iconFile(std::string value) {
   value.resize(std::min(value.find(','), value.size()));

@@ -8,8 +8,8 @@ namespace zelvreg {
 
 // Four sections, of which the last three number their rows from the same one on: each finding
 // appends its location, while the other fields go to the row that the section counts. The last
-// entry of a list of two or more is never looked at. A blank entry in the second section keeps the
-// scan there until the registry or the list changes; not even Cancel ends it.
+// entry of a list of two or more is never looked at. A blank entry in the second section is
+// skipped.
 void Command7(Form42& form);
 
 }  // namespace zelvreg

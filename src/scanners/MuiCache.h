@@ -7,7 +7,7 @@
 namespace zelvreg {
 
 // Reports each value of the cache whose name is the path of a missing file. The name is tested
-// whole, with what the shell puts behind the file's name. Runs to its end once started.
+// whole, with what the shell puts after the file's name. Runs to its end once started.
 void MuiCache(Form42& form);
 
 }  // namespace zelvreg

@@ -59,7 +59,7 @@ std::string betweenQuotes(const std::string& text) {
 
 std::string withoutQuotes(std::string_view text) { return replaceAll(text, "\"", ""); }
 
-std::string cutBehindExtension(std::string text) {
+std::string cutAfterExtension(std::string text) {
   std::size_t first = std::string::npos;
   for (const std::string_view extension : extensions) {
     first = std::min(first, findIgnoringCase(text, extension));
@@ -72,7 +72,7 @@ std::string cutBehindExtension(std::string text) {
 
 std::string programOf(const std::string& command) {
   const bool isQuoted = !command.empty() && command.front() == '"';
-  return isQuoted ? betweenQuotes(command) : cutBehindExtension(command);
+  return isQuoted ? betweenQuotes(command) : cutAfterExtension(command);
 }
 
 std::string defaultValueOf(HiveHandle hive, const std::string& key) {

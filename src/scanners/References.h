@@ -32,10 +32,10 @@ std::string betweenQuotes(const std::string& text);
 
 std::string withoutQuotes(std::string_view text);
 
-// Cut behind the first "exe", "dll", "ovl" or "ocx", wherever it stands; whole without any.
-std::string cutBehindExtension(std::string text);
+// Cut after the first "exe", "dll", "ovl" or "ocx", wherever it stands; whole without any.
+std::string cutAfterExtension(std::string text);
 
-// The program of a command: between its quotes if it begins with one, else cut behind the first
+// The program of a command: between its quotes if it begins with one, else cut after the first
 // extension.
 std::string programOf(const std::string& command);
 
@@ -46,8 +46,8 @@ std::string defaultValueOf(HiveHandle hive, const std::string& key);
 // whether it worked, or would have: a key that is there counts as one that could be opened.
 void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key);
 
-// Leaves a file with no attribute but archive, whatever it had, if a scan may touch what it finds;
-// nothing if there is no such file.
+// Sets a file's attributes to archive only, if a scan may touch what it finds. Does nothing if
+// there is no such file.
 void setArchiveOnly(const Form42& form, const std::string& path);
 
 // Whether the file that a text names is listed in its folder, once nothing hides it there.

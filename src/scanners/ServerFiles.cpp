@@ -49,7 +49,7 @@ std::string serverFile(const Form42& form, const std::string& value) {
 }
 
 void judge(Form42& form, const Place& place, const std::string& value, const std::string& key) {
-  // An argument behind the file is not cut off, so that such a server counts as gone.
+  // An argument after the file is not cut off, so that such a server counts as gone.
   const std::string path = serverFile(form, value);
   if (!FileExists(form, path)) {
     add(form, place, path, key);

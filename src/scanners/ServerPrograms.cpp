@@ -54,7 +54,7 @@ void testMergedServer(Form42& form, ScannerRun& run, const std::string& name) {
     if (!hasDriveColon(trimmed) || trimmed.front() == '%') {
       return;
     }
-    path = cutBehindExtension(path);
+    path = cutAfterExtension(path);
     if (!endsInExe(path) || FileExists(form, path)) {
       return;
     }
@@ -100,7 +100,7 @@ std::string missingProgram(const Form42& form, const std::string& value) {
   return isListedWhenUnhidden(form, program) ? std::string() : program;
 }
 
-// Writes the listed texts once more, to the rows behind those that were there before. There is
+// Writes the listed texts once more, to the rows after those that were there before. There is
 // always a first turn, which counts like any other.
 template <typename AfterTurn>
 void writeListedTexts(Form42& form, const char* kindCode, AfterTurn&& afterTurn) {

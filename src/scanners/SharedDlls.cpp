@@ -20,7 +20,7 @@ constexpr const char* passes[] = {
 };
 
 void testDll(Form42& form, ScannerRun& run, const std::string& name, std::string_view key) {
-  // What the scan has always left behind: no shared DLL stays read-only, hidden or system.
+  // As a scan always does: no shared DLL stays read-only, hidden or system.
   setArchiveOnly(form, name);
   std::string path = name;
   if (!FileExists(form, GetPath(form, path))) {

@@ -7,7 +7,7 @@
 namespace zelvreg {
 
 // Reports each shared DLL whose file is gone, and sets the attributes of those that exist to
-// archive only. The second pass walks the names of the first once more, in front of its own, and
+// archive only. The second pass walks the names of the first once more, before its own, and
 // its fields go to the rows from the first one on. Runs to its end once started.
 void Command2(Form42& form);
 

@@ -21,7 +21,7 @@ struct Walk {
   HiveHandle handle;
   const char* rootName;
   const char* enumeratedKey;
-  const char* ntKey;      // enumerated besides under the spelling "Windows nt", or null
+  const char* ntKey;      // also enumerated under the spelling "Windows nt", or null
   const char* granted;    // null without a grant
   const char* listed;     // its values are listed
   const char* rootKey;    // read and reported

@@ -30,24 +30,24 @@ bool isLetterOrDigit(unsigned char byte) { return isLetter(byte) || std::isdigit
 
 bool hasDriveLetter(std::string_view text) { return characterAt(text, 1) == U':'; }
 
-// The letters and digits behind a dot.
+// The letters and digits after a dot.
 std::string_view extensionAt(std::string_view text, std::size_t dot) {
   const std::string_view rest = text.substr(dot + 1);
   const auto* const end = std::ranges::find_if_not(rest, isLetterOrDigit);
   return rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
 }
 
-// A switch may follow without a blank, and the next file of a list behind a semicolon.
+// A switch may follow without a blank, and the next file of a list after a semicolon.
 bool endsName(std::string_view text, std::size_t position) {
   return position >= text.size() || text[position] == ' ' || text[position] == '/' ||
          text[position] == ';';
 }
 
-// A number behind a dot is a version, as in a folder's name.
+// A number after a dot is a version, as in a folder's name.
 bool holdsLetter(std::string_view text) { return std::ranges::any_of(text, isLetter); }
 
-// Without what stands behind a blank that follows the extension at the last dot.
-std::string_view untilBlankBehindLastDot(std::string_view text) {
+// Without what stands after a blank that follows the extension at the last dot.
+std::string_view untilBlankAfterLastDot(std::string_view text) {
   const auto dot = text.rfind('.');
   if (dot == std::string_view::npos) {
     return text;
@@ -93,7 +93,7 @@ std::string_view programOf(std::string_view commandLine) {
       return commandLine.substr(0, end);
     }
   }
-  return untilBlankBehindLastDot(commandLine);
+  return untilBlankAfterLastDot(commandLine);
 }
 
 bool comesAndGoes(unsigned driveType) {

@@ -15,11 +15,10 @@ namespace zelvreg {
 std::string resolvedValue(const Form42& form, HiveHandle root, const std::string& key,
                           const std::string& valueName);
 
-// What stands between the first two quotation marks of a text that begins with one, and any other
-// text as it stands.
+// The text between the first two quotation marks if it begins with one, else the whole text.
 std::string_view betweenFirstQuotes(std::string_view text);
 
-// A resolved value without quotation marks and without what stands behind its first comma.
+// A resolved value without quotation marks, and only up to its first comma.
 std::string withoutQuotesAndIndex(std::string_view value);
 
 // Whether a text can be a path to test: with a drive letter, no menu entry with a short cut
@@ -27,14 +26,14 @@ std::string withoutQuotesAndIndex(std::string_view value);
 bool isTestablePath(std::string_view text);
 
 // The program of a command line, without quotation marks: the text up to the first extension of a
-// program that ends there. In a text without one the last dot decides: what stands behind a blank
+// program that ends there. In a text without one the last dot decides: what stands after a blank
 // that follows the extension at it is cut off. Anything else stays whole.
 std::string_view programOf(std::string_view commandLine);
 
-// Whether what is on a drive of this kind comes and goes: the number of GetDriveTypeA.
+// Whether drives of this type, as GetDriveTypeW gives it, have removable contents.
 bool comesAndGoes(unsigned driveType);
 
-// Whether neither a file nor a folder is there. Folders on drives that come and go are let be; a
+// Whether neither a file nor a folder is there. Folders on such drives are not judged; a
 // path with a brace is a key's name, not a file's.
 bool isDeadPath(const Form42& form, const std::string& path);
 

@@ -42,7 +42,7 @@ struct ListedValue {
   DWORD size = 0;
 };
 
-// False behind the last value.
+// False after the last value.
 bool readValue(ListerState& lister, HKEY key, DWORD index, ListedValue& value) {
   if (lister.valueName.empty()) {
     lister.valueName.resize(longestValueName + 1);

@@ -1,10 +1,10 @@
 // The subkeys and values of a key, read straight through the system's calls for the registry
 // search.
 //
-// Nothing fails: a key that cannot be opened gives the sentinel or the default. Names are listed in
-// the view of the 32-bit process; only ReadValueText reads the 64-bit view. So a value that both
-// views have is found by its name in the one and judged by its text in the other, which is the one
-// that a repair works on.
+// Nothing here fails: a key that cannot be opened gives the sentinel or the default. Names are
+// listed in the view of the 32-bit process; only ReadValueText reads the 64-bit view. So a value
+// that both views have is found by its name in the one and judged by its text in the other, which
+// is the one that a repair works on.
 #ifndef ZELVREG_SEARCH_KEY_LISTER_H
 #define ZELVREG_SEARCH_KEY_LISTER_H
 

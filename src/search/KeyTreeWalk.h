@@ -1,4 +1,4 @@
-// The walk of a search over a key and all below it.
+// The walk of a search over a key and everything below it.
 #ifndef ZELVREG_SEARCH_KEY_TREE_WALK_H
 #define ZELVREG_SEARCH_KEY_TREE_WALK_H
 
@@ -29,7 +29,7 @@ std::size_t rowOfSearchCategory(int category);
 // key's own values. A matching name is listed as it is: it is nothing dead, has no kind code and
 // does not count as a problem. A matching text is listed when the path in it is dead:
 // `location` is the path, `badValue` the value's name, `subKey` its key, which is what repair asks
-// for. Keys that cannot be opened are passed over.
+// for. Keys that cannot be opened are skipped.
 void SearchKeyTree(Form42& form, SearchState& search, HiveHandle root, const std::string& key);
 
 }  // namespace zelvreg

@@ -11,12 +11,12 @@ namespace zelvreg {
 // The entry of cboRoot that stands for all roots; always the first.
 inline constexpr const char* allRootsName = "My Computer";
 
-// Where the search's texts and choices are kept, below the current user. They are only read.
+// Where the search's texts and choices are stored, below HKEY_CURRENT_USER. They are only read.
 inline constexpr const char* searchSettingsKey =
     "Software\\VB and VBA Program Settings\\MIRE SOFTWARE\\Fix Registry Problems\\Search";
 
-// Fills cboRoot with the roots that have subkeys and cboFind with the texts that were kept, and
-// sets the choices: those that were kept, but the current user's root and string data in any case.
+// Fills cboRoot with the roots that have subkeys and cboFind with the stored texts, and sets
+// the stored choices, but always the current user's root and string data.
 void Command24(Form42& form);
 
 // Whether a text matches that of cboFind, as ChCase and the option that is on say; with none on,

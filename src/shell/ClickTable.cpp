@@ -1,4 +1,4 @@
-// Which press runs which procedure.
+// Which click runs which procedure.
 #include <array>
 
 #include "exclusions/ExclusionList.h"

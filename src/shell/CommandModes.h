@@ -1,4 +1,4 @@
-// What the command line of the program asks for.
+// The modes of the program's command line.
 #ifndef ZELVREG_SHELL_COMMAND_MODES_H
 #define ZELVREG_SHELL_COMMAND_MODES_H
 
@@ -9,7 +9,7 @@
 namespace zelvreg {
 
 // Before the load of the form: "w4" lists and ends, "w4-c4" lists, fixes and ends, "r" rechecks the
-// rows that were ticked and ends, "r-c" fixes them besides, "d" starts without the Start button.
+// rows that were ticked and ends, "r-c" also fixes them, "d" starts without the Start button.
 // Any other text is kept and has no effect.
 void readCommandLine(Form42& form, std::string_view commandLine);
 

@@ -1,4 +1,4 @@
-// The language of the main form: the picker, the choice that is kept, the captions.
+// The language of the main form: the picker, the stored choice, the captions.
 #ifndef ZELVREG_SHELL_LANGUAGES_H
 #define ZELVREG_SHELL_LANGUAGES_H
 
@@ -11,21 +11,21 @@ namespace zelvreg {
 // Fills the picker from the list of languages; without the list it keeps its one entry.
 void loadavlang(Form42& form);
 
-// Reads the choice that was kept and gives its font and captions to the form. Without the file of
-// that language the form keeps the captions that it has.
+// Reads the stored choice and gives its font and captions to the form. Without the file of that
+// language the form keeps its captions.
 void changelangoru(Form42& form);
 
-// The two halves of it that every form of the program needs: the choice that was kept, and the font
+// The two parts of it that every form of the program needs: the stored choice, and the font
 // that the suite's settings name, in the language's charset.
 void readLanguageChoice(Form42& form);
 Font languageFont(const Form42& form);
 
-// Finds out whether the language in use goes with the system's code page, which says how the menus
+// Finds out whether the current language matches the system's code page, which decides how menus
 // are drawn.
 void compareWithSystem(Form42& form);
 
-// Lists the categories anew in the language of the form, with the ticks that were kept. The status
-// icons are lost.
+// Lists the categories again in the language of the form, with the stored ticks. The status icons
+// are lost.
 void changeviewlang(Form42& form);
 
 // Chooses the language of a picker entry, counted from 0, for the program and for its next start.
@@ -39,7 +39,7 @@ void chameleonButton13_Click(Form42& form);
 // Creates the sixteen rows of View1.
 void createCategoryRows(Form42& form);
 
-// Where the choice is kept, under the local machine.
+// Where the choice is stored, below HKEY_LOCAL_MACHINE.
 inline constexpr const char* languageKey = "SOFTWARE\\zelvane\\zelvane tuner\\zelvreg";
 inline constexpr const char* suiteKey = "SOFTWARE\\zelvane\\zelvane tuner";
 

@@ -1,4 +1,4 @@
-// The way between the pages, and the buttons that lead to other buttons.
+// Moving between the pages, and the buttons that click other buttons.
 #ifndef ZELVREG_SHELL_NAVIGATION_H
 #define ZELVREG_SHELL_NAVIGATION_H
 
@@ -12,7 +12,7 @@ namespace zelvreg {
 void orubutton4_Click(Form42& form);
 void chameleonButton7_Click(Form42& form);
 
-// Next and Back along options, exclusions, scan; they do nothing at the end of the way.
+// Next and Back through options, exclusions, scan; they do nothing at the ends.
 void chameleonButton10_Click(Form42& form);
 void chameleonButton11_Click(Form42& form);
 
@@ -23,7 +23,7 @@ void cmd_exclud_Click(Form42& form);
 // The tool bar's buttons by their index, from 1; separators do nothing.
 void Toolbar1_ButtonClick(Form42& form, std::size_t index);
 
-// Keeps the ticks and ends the process.
+// Stores the ticks and ends the process.
 void chameleonButton4_Click(Form42& form);
 
 // Starts the search, with its progress and its stop where those of a scan are; nothing happens

@@ -7,10 +7,10 @@
 
 namespace zelvreg {
 
-// Binds the presses of the boxes, each of which keeps its setting.
+// Binds the clicks of the boxes, each of which stores its setting.
 void bindSafeguardBoxes(Form42& form);
 
-// Opens the page as its own press does, with the boxes as they hold now.
+// Opens the page as its button does, with the boxes as they are now.
 void openOptionsPage(Form42& form);
 
 }  // namespace zelvreg

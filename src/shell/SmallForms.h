@@ -1,4 +1,4 @@
-// The dialog of one exclusion and that about the program: their captions, colours and ends.
+// The exclusion dialog and the About dialog: their captions, their colours, and closing them.
 #ifndef ZELVREG_SHELL_SMALL_FORMS_H
 #define ZELVREG_SHELL_SMALL_FORMS_H
 
@@ -6,13 +6,13 @@
 
 namespace zelvreg {
 
-// Binds the presses of both forms.
+// Binds the clicks of both forms.
 void bindSmallForms(Form42& form);
 
 // The load of the dialog in which an exclusion is typed, before it is shown.
 void Form1_Load(Form42& form);
 
-// Hides the main form and opens the dialog about the program until it is closed.
+// Hides the main form and shows the About dialog until it is closed.
 void chameleonButton18_Click(Form42& form);
 
 }  // namespace zelvreg

@@ -1,4 +1,4 @@
-// Bringing up the main form as state, ready for a scan.
+// Loads the main form as state, ready for a scan.
 #ifndef ZELVREG_SHELL_START_UP_H
 #define ZELVREG_SHELL_START_UP_H
 
@@ -6,11 +6,11 @@
 
 namespace zelvreg {
 
-// Binds every entry point of the form to its procedure. The form must outlive the presses.
+// Binds every entry point of the form to its procedure. The form must outlive the clicks.
 void bindClicks(Form42& form);
 
-// The load of the form: binds the clicks, finds out the system, applies language and colour,
-// creates the rows with the ticks that were kept, runs the scan of an automatic mode, shows the
+// The load of the form: binds the clicks, detects the system, applies language and colour, creates
+// the rows with the stored ticks, runs the scan of an automatic mode, shows the
 // options page. No step can stop it; an automatic mode ends the process within it.
 void Form_Load(Form42& form);
 

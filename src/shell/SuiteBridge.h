@@ -8,8 +8,8 @@
 
 namespace zelvreg {
 
-// Puts the text into a block of shared memory, in the machine's code page with something else in
-// the place of what that lacks, and tells the suite's window of it and of its bytes. Ends the
+// Puts the text into a block of shared memory, in the computer's code page, in which missing
+// characters are replaced, and tells the suite's window of it and of its size in bytes. Ends the
 // process when there is no such window.
 void reportToSuite(const Form42& form, const std::string& text);
 

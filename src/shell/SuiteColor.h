@@ -1,4 +1,4 @@
-// The colour of the suite that the forms wear.
+// The colour of the suite, which the forms use.
 #ifndef ZELVREG_SHELL_SUITE_COLOR_H
 #define ZELVREG_SHELL_SUITE_COLOR_H
 

@@ -14,20 +14,20 @@ bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0
 std::size_t characterCount(std::string_view text) {
   std::size_t count = 0;
   for (; !text.empty(); ++count) {
-    text = behindCharacters(text, 1);
+    text = afterCharacters(text, 1);
   }
   return count;
 }
 
 std::string_view firstCharacters(std::string_view text, std::size_t count) {
-  return text.substr(0, text.size() - behindCharacters(text, count).size());
+  return text.substr(0, text.size() - afterCharacters(text, count).size());
 }
 
 std::string_view lastCharacters(std::string_view text, std::size_t count) {
   return text.substr(withoutLast(text, count).size());
 }
 
-std::string_view behindCharacters(std::string_view text, std::size_t count) {
+std::string_view afterCharacters(std::string_view text, std::size_t count) {
   for (; count > 0 && !text.empty(); --count) {
     text.remove_prefix(firstCharacter(text).size);
   }
@@ -45,7 +45,7 @@ std::string_view withoutLast(std::string_view text, std::size_t count) {
 }
 
 char32_t characterAt(std::string_view text, std::size_t index) {
-  const std::string_view rest = behindCharacters(text, index);
+  const std::string_view rest = afterCharacters(text, index);
   return rest.empty() ? U'\0' : firstCharacter(rest).code;
 }
 
@@ -59,7 +59,7 @@ std::string_view firstBytes(std::string_view text, std::size_t bytes) {
 
 std::u32string charactersOf(std::string_view text) {
   std::u32string characters;
-  for (; !text.empty(); text = behindCharacters(text, 1)) {
+  for (; !text.empty(); text = afterCharacters(text, 1)) {
     characters += firstCharacter(text).code;
   }
   return characters;

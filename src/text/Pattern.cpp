@@ -56,7 +56,7 @@ bool hasBackwardRange(Characters<Character> list) {
   return false;
 }
 
-// The list that begins behind a "[", taken off the pattern with its "]".
+// The list that begins after a "[", taken off the pattern with its "]".
 template <typename Character>
 std::optional<Element<Character>> takeList(Characters<Character>& pattern) {
   const auto end = pattern.find(']');

@@ -1,5 +1,8 @@
-// Text in UTF-8 (unicode/Unicode.h): the operations that registry text and captions go through.
-// Blanks are spaces (0x20) only; everything else, NUL included, is a character like any.
+// Operations on text in UTF-8 (unicode/Unicode.h), such as texts of the registry and captions.
+//
+// A blank is a space (0x20). Everything else, NUL included, is a character like any other.
+// Positions and sizes are in bytes. A returned view points into the text that was given, and lives
+// as long as that. Nothing here fails.
 #ifndef ZELVREG_TEXT_TEXT_H
 #define ZELVREG_TEXT_TEXT_H
 
@@ -12,24 +15,24 @@ namespace zelvreg {
 // Without the blanks at both ends.
 std::string_view trim(std::string_view text);
 
-// One character for one, as the system maps them; its bytes may become more or fewer.
+// Each character becomes one character, as the system maps it. The size in bytes may change.
 std::string lowerCase(std::string_view text);
 std::string upperCase(std::string_view text);
 
-// The parts between the separators. An empty text has no parts at all, any other text has one more
-// than it has separators. `separator` is not empty.
+// The parts between the separators. An empty text has no parts. Any other text has one more than it
+// has separators. `separator` must not be empty.
 std::vector<std::string_view> split(std::string_view text, std::string_view separator);
 
-// Every occurrence of `from`, left to right, not overlapping. `from` is not empty.
+// Replaces each `from`, from left to right, without overlaps. `from` must not be empty.
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
 
-// Whether `part` stands anywhere in the text; an empty part does.
+// Whether the text contains `part`; it always contains the empty text.
 bool contains(std::string_view text, std::string_view part);
 
-// The same without regard to case, for a part in lower-case ASCII.
+// The same without regard to case. The part must be in lower-case ASCII.
 bool containsIgnoringCase(std::string_view text, std::string_view lowerCasePart);
 
-// Where such a part stands first; npos if it does not.
+// The position of the first such part; npos if there is none.
 std::size_t findIgnoringCase(std::string_view text, std::string_view lowerCasePart);
 
 // The text before its first NUL.

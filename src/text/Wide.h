@@ -1,4 +1,5 @@
-// Text on its way into the system's wide calls and out of them.
+// Text for the wide calls of Windows, and from them. A returned pointer points into the text that
+// was given, and lives as long as that. Sizes are in UTF-16 units. Nothing here fails.
 #ifndef ZELVREG_TEXT_WIDE_H
 #define ZELVREG_TEXT_WIDE_H
 
@@ -14,36 +15,37 @@
 
 namespace zelvreg {
 
-// UTF-16 as a wide call takes it.
+// UTF-16 as a wide call takes it. The call sees it up to its first NUL.
 inline LPCWSTR wideText(const std::u16string& text) {
   return reinterpret_cast<LPCWSTR>(text.c_str());
 }
 
-// The memory of a buffer of UTF-16 that a wide call fills.
+// The memory of a buffer of UTF-16 units that a wide call fills.
 template <typename Buffer>
 LPWSTR roomIn(Buffer& buffer) {
   return reinterpret_cast<LPWSTR>(buffer.data());
 }
 
-// A text as a call takes it: to its first NUL.
+// A text up to its first NUL, which is what a call sees of it.
 inline std::u16string utf16UntilNul(std::string_view text) {
   return utf16(text.substr(0, text.find('\0')));
 }
 
-// The text that a call has written with a NUL behind it.
+// The text that a call has written, which must end in a NUL.
 inline std::u16string_view untilNul(LPCWSTR text) {
   return reinterpret_cast<const char16_t*>(text);
 }
 
-// The UTF-16 that the data of a value hold; a last odd byte is left out.
+// The data of a value as UTF-16. An odd last byte is dropped.
 inline std::u16string unitsOf(std::span<const BYTE> data) {
   std::u16string units(data.size() / sizeof(char16_t), u'\0');
   std::memcpy(units.data(), data.data(), units.size() * sizeof(char16_t));
   return units;
 }
 
-// One text for one call: it lives as long as the expression in which it is made. For the system it
-// ends at its first NUL. Short text, which almost all is, takes no memory of its own.
+// One text for one call. Its pointers live as long as the object, usually as long as the expression
+// that makes it. For Windows the text ends at its first NUL. Short texts, which almost all are,
+// need no memory from the heap.
 class Wide {
  public:
   explicit Wide(std::string_view text) {

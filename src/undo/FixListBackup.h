@@ -1,4 +1,5 @@
-// The copies of the fix list: a text file of the ticked rows for each Fix of the user.
+// The copies of the fix list: a text file of the ticked rows for each time that the user clicks
+// Fix.
 #ifndef ZELVREG_UNDO_FIX_LIST_BACKUP_H
 #define ZELVREG_UNDO_FIX_LIST_BACKUP_H
 
@@ -6,8 +7,8 @@
 
 namespace zelvreg {
 
-// Writes the ticked rows to backup\fixreg in the program's folder and enters the copy into the undo
-// list, where it cannot be restored from. Copies are never removed.
+// Writes the ticked rows to backup\fixreg in the program's folder and adds the copy to the undo
+// list. The undo page cannot restore it. Copies are never removed.
 void Command30_Click(Form42& form);
 
 // Writes the values of one old copy back. Nothing calls it.

@@ -6,12 +6,12 @@
 
 namespace zelvreg {
 
-// Journals all ticked rows of View2, whatever their kind, and enters the journal into the list. The
-// entry stands even if the file cannot be written; isJournalKept tells. Journals of one second
-// share a file, which is written over from its start.
+// Writes all ticked rows of View2, whatever their kind, to a journal and adds it to the list. The
+// entry is added even if the file cannot be written; isJournalKept tells. Two journals of the same
+// second share a file, which is overwritten from its start.
 void Command21_Click(Form42& form);
 
-// Keeps the option to write journals.
+// Saves the option to write journals.
 void Check1_Click(Form42& form);
 
 }  // namespace zelvreg

@@ -20,7 +20,7 @@ struct UndoContent {
   [[nodiscard]] bool isNothing() const { return exportPath.empty() && restorable == 0; }
 };
 
-// By the entry's label. What a stem names that is no plain name counts as not there.
+// By the entry's label. A file whose stem is not a plain name counts as missing.
 UndoContent undoContent(const Form42& form, const std::string& label);
 
 }  // namespace zelvreg

@@ -46,7 +46,7 @@ void listJournals(Form42& form) {
   }
 }
 
-// The first entry that the label, read as a pattern, fits; behind the last one if none does. The
+// The first entry that the label, read as a pattern, fits; after the last one if none does. The
 // empty text of a number that has no entry may fit as well.
 std::int64_t numberOfLabel(const std::string& label) {
   const std::string pattern = lowerCase(trim(label));

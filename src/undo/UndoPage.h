@@ -14,10 +14,9 @@ void chameleonButton1_Click(Form42& form);
 
 void View3_ItemClick(Form42& form, std::size_t row);
 
-// Restores the safety export of the entry at the row in Text3. Where it has none, and where the
-// safeguard for that is lifted, the records of its journal are written back into the registry, as
-// far as their five texts go: texts, and one number for shared DLLs. Export and journal stay, and
-// so do the results. isUndoRefused tells afterwards what could not be done.
+// Restores the safety export of the entry at the row in Text3. If it has none, or if that safeguard
+// is lifted, writes the records of its journal to the registry: texts, and one number for shared
+// DLLs. Export, journal and results stay. isUndoRefused tells afterwards whether it failed.
 void chameleonButton2_Click(Form42& form);
 
 // Removes the journal at the row in Text3 with its file. Its safety export stays.

@@ -16,7 +16,7 @@ using Text = std::string JournalRecord::*;
 
 enum class Root { ByHive, CurrentUser, Users, LocalMachine };
 
-// Where a record of one kind is written. The key is `key`, then `below` behind a backslash if there
+// Where a record of one kind is written. The key is `key`, then `below` after a backslash if there
 // is one, then `after`; a value without a name is the default value.
 struct RestoreRule {
   std::string_view kind;
@@ -41,7 +41,7 @@ constexpr std::array<RestoreRule, 7> rules{{
      &JournalRecord::text, false},
     {"13", Root::LocalMachine, &JournalRecord::key, nullptr, "", &JournalRecord::value,
      &JournalRecord::text, false},
-    // Any other kind. What was deleted by its location comes back with name and data exchanged.
+    // Any other kind. What was deleted by its location is restored with name and data exchanged.
     {"", Root::ByHive, &JournalRecord::key, nullptr, "", &JournalRecord::value,
      &JournalRecord::text, false},
 }};
@@ -89,7 +89,7 @@ void restoreText(const JournalRecord& record, int digit) {
                 rule.neverEmpty && data.empty() ? " " : data);
 }
 
-// A shared DLL comes back as used by one program, whatever its count was.
+// A shared DLL is restored with a use count of one, whatever it was before.
 void restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
   switch (hiveOf(digit)) {
     case HiveHandle::LocalMachine:

@@ -1,6 +1,6 @@
 // The list of undo entries, which journals and backups of the fix list share. It lies in the
 // registry, in the 32-bit view of HKEY_LOCAL_MACHINE, below the key "regscan" of the suite: "cnt"
-// is the highest number given out, "dates" names the label of each number, "file" the file's stem
+// is the highest number used, "dates" names the label of each number, "file" the file's stem
 // of each label, "export" the stem of its safety export.
 #ifndef ZELVREG_UNDO_UNDO_STORES_H
 #define ZELVREG_UNDO_UNDO_STORES_H
@@ -14,17 +14,17 @@
 
 namespace zelvreg {
 
-// Gives out the next number and notes label and stem under it, and the stem of the repair's safety
-// export if it has one. Whether all of it could be kept.
+// Uses the next number, and saves label and stem under it, and the stem of the repair's safety
+// export if it has one. Whether all of it could be saved.
 bool registerUndoEntry(const std::string& label, const std::string& stem,
                        const std::string& exportStem = {});
 
-// The highest number given out; of a larger one than 32 bits hold, the largest that they do.
+// The highest number used, or the highest that 32 bits can hold.
 std::int64_t highestUndoNumber();
-// The numbers that there are entries of, rising, up to the highest that was given out, which may
-// lie far beyond them; the first is looked at even if none was.
+// The numbers of the entries, ascending. None is above the highest number used, which may be far
+// above them. Number 1 is looked at even if none was used.
 std::vector<std::int64_t> undoNumbers();
-// The label as it is kept; blank for a number whose entry was removed.
+// The label as it is stored; blank for a number whose entry was removed.
 std::string undoLabel(std::int64_t number);
 // The stem of the file; empty for a label that is not known.
 std::string undoStem(const std::string& label);
@@ -33,7 +33,7 @@ std::string undoExportStem(const std::string& label);
 // Whether a stem is the name of a file and nothing else: it comes from the registry, and a folder
 // in it would lead to any file of the computer.
 bool isPlainStem(std::string_view stem);
-// Takes an entry off the list. Its stem stays behind, and the highest number stays.
+// Removes an entry from the list. Its stem stays, and so does the highest number.
 void removeUndoEntry(std::int64_t number);
 
 // Whether journals are written: the state of Check1.

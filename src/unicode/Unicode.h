@@ -1,8 +1,11 @@
-// Text of the program and of the system: UTF-8 here, UTF-16 there.
+// Converts between the program's text, UTF-8, and the system's, UTF-16.
 //
-// Names of the registry and of files are any UTF-16 units, also halves of a surrogate pair without
-// the other half. So UTF-8 is the wider form of it that writes such a half as a character of three
-// bytes (WTF-8, simonsapin.github.io/wtf-8): every name survives the way there and back.
+// Names of the registry and of files may hold any UTF-16 units, unpaired surrogates too. So UTF-8
+// here is the wider form that writes such a surrogate as a character of three bytes (WTF-8,
+// simonsapin.github.io/wtf-8): every name survives the conversion there and back.
+//
+// Sizes of std::string are bytes, sizes of std::u16string are UTF-16 units. A returned text belongs
+// to the caller. Nothing here fails but for lack of memory, whatever bytes come in.
 #ifndef ZELVREG_UNICODE_UNICODE_H
 #define ZELVREG_UNICODE_UNICODE_H
 
@@ -12,38 +15,38 @@
 
 namespace zelvreg {
 
-// What stands for a byte that is part of no character.
+// Stands for a byte that is part of no character.
 inline constexpr char32_t replacementCharacter = 0xFFFD;
 
-// One character of a UTF-8 text and the bytes that it takes there.
+// One character of a UTF-8 text, and how many bytes it takes there.
 struct Utf8Character {
   char32_t code = replacementCharacter;
   std::size_t size = 1;
   bool isWhole = false;  // false for a byte that is part of no character
 };
 
-// The first character of a text that is not empty. A longer form than a character needs is none, a
-// lone surrogate is one.
+// The first character of a text, which must not be empty. A lone surrogate counts as a character. A
+// character that is written with more bytes than it needs does not.
 Utf8Character firstCharacter(std::string_view text);
 
-// A character, or a lone surrogate, behind a text.
+// Appends a character, or a lone surrogate, to a text.
 void appendCharacter(std::string& text, char32_t code);
 
-// Bytes that are part of no character become the replacement character.
+// Each byte that is part of no character becomes the replacement character.
 std::u16string utf16(std::string_view text);
 
-// Without loss. Nothing is cut: NULs are characters like any.
+// Without loss. Nothing is cut: NUL is a character like any other.
 std::string utf8(std::u16string_view text);
 
-// The same into memory of the caller, who has room for as many units as the text has bytes. How
-// many units there are.
+// Like utf16(), into memory of the caller, which must have room for as many units as the text has
+// bytes. Returns how many units were written; no NUL is added.
 std::size_t utf16Into(char16_t* units, std::string_view text);
 
 // Whether a text is plain UTF-8, as other programs read it: every byte is part of a character, and
 // no character is a lone surrogate.
 bool isPlainUtf8(std::string_view text);
 
-// How many bytes at the head of a text are ASCII.
+// How many bytes at the start of a text are ASCII.
 std::size_t asciiLength(std::string_view text);
 
 }  // namespace zelvreg

@@ -49,7 +49,7 @@ class ListView : public Control {
   void setText(std::size_t row, std::size_t column, std::string_view text);
 
   // Puts a new sub-item at a position, moving those from there on back by one; the cell of that
-  // column shows the new one. A position more than one behind the last is refused.
+  // column shows the new one. A position more than one after the last is refused.
   void addSubItem(std::size_t row, std::size_t position, std::string_view text,
                   std::string_view reportIcon);
   [[nodiscard]] const std::string& reportIcon(std::size_t row, std::size_t column) const;

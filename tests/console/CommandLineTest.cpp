@@ -43,7 +43,7 @@ TEST(CommandLine, ARowIsNamedByItsValueOrByItsWordInAnyCase) {
 
 TEST(CommandLine, AnUnknownRowIsRefusedWithTheNamesThatThereAre) {
   const std::string line = complaint({"scan", "--only", "font,fnot"});
-  EXPECT_NE(line.find("\"fnot\" is no category"), std::string::npos) << line;
+  EXPECT_NE(line.find("\"fnot\" is not a category"), std::string::npos) << line;
   EXPECT_NE(line.find("mui-cache"), std::string::npos) << line;
   EXPECT_NE(complaint({"scan", "--only", ""}), "(none)");
   EXPECT_NE(complaint({"scan", "--only", "font,,dll"}), "(none)");
@@ -58,7 +58,7 @@ TEST(CommandLine, EveryComplaintIsOneLineThatSaysWhereToLook) {
   }
 }
 
-TEST(CommandLine, OptionsOfTheProgramMayStandBehindTheCommand) {
+TEST(CommandLine, OptionsOfTheProgramMayFollowTheCommand) {
   EXPECT_TRUE(parse({"scan", "--yes", "--exit-zero", "--quiet"}).options.answersYes);
 }
 
@@ -102,10 +102,10 @@ TEST(CommandLine, ARootIsNamedByItsLongOrItsShortNameInAnyCase) {
 
 TEST(CommandLine, AWrongRootOrModeIsRefusedWithThoseThatThereAre) {
   const std::string root = complaint({"search", "text", "--in", "HKXX"});
-  EXPECT_NE(root.find("\"HKXX\" is no root"), std::string::npos) << root;
+  EXPECT_NE(root.find("\"HKXX\" is not a root"), std::string::npos) << root;
   EXPECT_NE(root.find("HKLM"), std::string::npos) << root;
   const std::string mode = complaint({"search", "text", "--mode", "middle"});
-  EXPECT_NE(mode.find("\"middle\" is no mode"), std::string::npos) << mode;
+  EXPECT_NE(mode.find("\"middle\" is not a mode"), std::string::npos) << mode;
   EXPECT_NE(mode.find("exact"), std::string::npos) << mode;
   EXPECT_NE(complaint({"search"}), "(none)");
 }

@@ -34,7 +34,7 @@ class InterruptedFixTest : public fixture::ComputerFixture {
             "gone.ttf");
   }
 
-  // Ends the process with 3 behind a line that says what became of the repair.
+  // Ends the process with 3 after a line that says what became of the repair.
   static void fixAndEnd(bool isLive) {
     prepareTerminal();
     Options options;

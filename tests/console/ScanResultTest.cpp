@@ -46,7 +46,7 @@ TEST(CsvText, QuotesFieldsThatNeedIt) {
             "\"a,\"\"b\"\"\",C:\\x,1,HKEY_LOCAL_MACHINE,Software,a,true\n");
 }
 
-TEST(CsvText, WhatASpreadsheetWouldRunStandsBehindAnApostrophe) {
+TEST(CsvText, WhatASpreadsheetWouldRunGetsAnApostrophe) {
   ScanResult result = sample();
   for (const char* formula : {"=cmd|'/c calc'!A1", "+1", "-1", "@SUM(A1)", "\tx", "\r=x", "=1,2",
                               "＝1", "＋1", "－1", "＠x"}) {

@@ -57,7 +57,7 @@ TEST(Target, OlderBackupsAreKeptUpToANumberThatOnlyADiskTakes) {
 
 TEST(Target, ADriveIsALetterAndAFolderAndGivenOnce) {
   for (const char* drive : {"D", "D=", "=x", "DD=/x", "1=/x"}) {
-    EXPECT_NE(complaint({"--offline", "/mnt", "--drive", drive}).find("is no drive"),
+    EXPECT_NE(complaint({"--offline", "/mnt", "--drive", drive}).find("is not a drive"),
               std::string::npos)
         << drive;
   }

@@ -80,7 +80,7 @@ TEST_F(ExclusionFileTest, AFileThatIsNotThereHasNoEntriesAndIsNotMade) {
   EXPECT_EQ(content(), "(none)");
 }
 
-TEST_F(ExclusionFileTest, ALineIsPutBehindTheOthersAsItIs) {
+TEST_F(ExclusionFileTest, ALineIsAppendedToTheOthersAsItIs) {
   appendExclusion(form, "HKEY_USERS\\a,b ");
   EXPECT_EQ(content(), "HKEY_USERS\\a,b \r\n");
   appendExclusion(form, "\"quoted\"");

@@ -133,7 +133,7 @@ TEST_F(ExclusionListTest, BlanksAroundAnEntryDoNotCount) {
   EXPECT_EQ(left("\" HKEY_LOCAL_MACHINE\\a  \"", {"a", "b"}), (Texts{"b"}));
 }
 
-TEST_F(ExclusionListTest, NorDoBlanksBehindAKey) {
+TEST_F(ExclusionListTest, NorDoBlanksAfterAKey) {
   EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\a?", {"a ", "ab"}), (Texts{"a "}));
 }
 

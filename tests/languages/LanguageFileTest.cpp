@@ -40,7 +40,7 @@ TEST_F(LanguageFileTest, SectionAndKeyAreFoundInOtherCase) {
   EXPECT_EQ(read("[form42]\nLABEL10=x\n", "Form42", "Label10"), "x");
 }
 
-TEST_F(LanguageFileTest, QuotesGoAndBlanksBehindTheEqualSignStay) {
+TEST_F(LanguageFileTest, QuotesGoAndBlanksAfterTheEqualSignStay) {
   EXPECT_EQ(read("[A]\nk=  \"some\" text\"\n", "A", "k"), "  some text");
   EXPECT_EQ(read("[A]\nk=text   \n", "A", "k"), "text");
   EXPECT_EQ(read("  [A]  \n  k  =1\n", "A", "k"), "1");

@@ -35,7 +35,7 @@ TEST_F(OwnTextTest, AUtf8FileStaysOneWhateverIsAppended) {
   EXPECT_EQ(appendedOwnBytes("\xEF\xBB\xBF", "ä"), "\xEF\xBB\xBFä");
 }
 
-TEST_F(OwnTextTest, ATextGoesBehindWhatAFileHolds) {
+TEST_F(OwnTextTest, ATextIsAppendedToWhatAFileHolds) {
   makeFolder("C:\\OwnText");
   const std::string path = "C:\\OwnText\\kept.txt";
   DeleteFileW(Wide(path).get());

@@ -142,7 +142,7 @@ TEST_F(FirewallPathTest, WithoutTheMarkerThePathIsReadFromTheFifthPosition) {
   EXPECT_EQ(pathOf("abcdc:\\x|rest"), "c:\\x");
 }
 
-TEST_F(FirewallPathTest, WithoutABarBehindThePathOfTheRuleBeforeStays) {
+TEST_F(FirewallPathTest, WithoutABarAfterThePathOfTheRuleBeforeStays) {
   form.FirewallPath = "c:\\before";
   EXPECT_EQ(pathOf("v2|app=c:\\tools\\a.exe"), "c:\\before");
   EXPECT_EQ(pathOf(""), "c:\\before");

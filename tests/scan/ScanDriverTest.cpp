@@ -168,7 +168,7 @@ TEST_F(ScanDriverTest, ACancelBeforeTheFirstRowEndsTheScanToo) {
   EXPECT_EQ(form.Text2.text(), "0");
 }
 
-TEST_F(ScanDriverTest, ACancelDuringARowSkipsTheRowsBehindAndShowsWhatWasFound) {
+TEST_F(ScanDriverTest, ACancelDuringARowSkipsTheRowsAfterAndShowsWhatWasFound) {
   duringScanner = [this](const std::string& name) {
     if (name == "Command2") {
       find(2);

@@ -66,7 +66,7 @@ TEST_F(ApplicationPathsRunTest, WithoutFindingsTheTotalIsNotSaved) {
   EXPECT_EQ(storedText(countKey, "reg-count"), "(none)");
 }
 
-TEST_F(ApplicationPathsRunTest, WithoutFindingsZeroIsShownBehindEachListButTheLastAndAtTheEnd) {
+TEST_F(ApplicationPathsRunTest, WithoutFindingsZeroIsShownAfterEachListButTheLastAndAtTheEnd) {
   setText(appPaths + "\\One.exe", "", there);
   setText(appPaths32 + "\\Two.exe", "", there);
   setText(store, there, "");

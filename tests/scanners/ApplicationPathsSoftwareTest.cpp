@@ -45,7 +45,7 @@ TEST_P(ApplicationPathsSoftwareTest, AValueNamingAProgramThatIsGoneIsReportedByI
 
 TEST_P(ApplicationPathsSoftwareTest, WhatIsThereIsNotReported) {
   setText(key, "Arguments", there + " /silent");
-  setText(key, "Behind a launcher", "rundll32.exe " + there + ",Entry");
+  setText(key, "After a launcher", "rundll32.exe " + there + ",Entry");
   setText(key, "Folder", folder);
   setText(key, "Folder with backslash", folder + "\\");
   setText(key, "Plain", there);
@@ -127,7 +127,7 @@ class ApplicationPathsRootsTest : public fixture::ApplicationPathsFixture {
   }
 };
 
-TEST_F(ApplicationPathsRootsTest, ValuesOfSoftwareItselfAreNotLookedAtBehindItsLastKey) {
+TEST_F(ApplicationPathsRootsTest, ValuesOfSoftwareItselfAreNotLookedAtAfterItsLastKey) {
   makeKey(own);
   makeKey(own32);
   makeKey(ownOfUser);

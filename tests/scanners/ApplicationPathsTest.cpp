@@ -44,7 +44,7 @@ TEST_P(ApplicationPathsListTest, AProgramWithANamedValueIsPassedOver) {
   EXPECT_EQ(findings(), Rows{});
 }
 
-TEST_P(ApplicationPathsListTest, TheProgramBehindItIsTestedLikeAnyOther) {
+TEST_P(ApplicationPathsListTest, TheProgramAfterItIsTestedLikeAnyOther) {
   setText(list + "\\A.exe", "Path", "C:\\");
   setText(list + "\\B.exe", "", gone);
   Command5(form);
@@ -125,7 +125,7 @@ TEST_P(ApplicationPathsListTest, EachProgramIsOpenedToTheUserUnderBothSpellings)
   EXPECT_FALSE(isGranted(ntList + "\\Other.exe"));
 }
 
-TEST_P(ApplicationPathsListTest, BehindTheLastProgramTheListsThemselvesAreOpened) {
+TEST_P(ApplicationPathsListTest, AfterTheLastProgramTheListsThemselvesAreOpened) {
   setText(list + "\\Tool.exe", "", there);
   makeKey(ntList);
   Command5(form);
@@ -208,7 +208,7 @@ TEST_F(ApplicationPathsTest, ANewRowIsUntickedAndScrolledIntoView) {
   Command5(form);
   EXPECT_EQ(fixture::findingOf(form, 2), inAppPaths(goneResolved, "Tool.exe", appPathsReported));
   EXPECT_FALSE(form.View2.isChecked(2));
-  // Behind it come findings in places that other tests fill.
+  // After it come findings in places that other tests fill.
   EXPECT_EQ(form.View2.rowInView(), form.View2.count());
 }
 

@@ -106,7 +106,7 @@ TEST_F(DefaultIconsTest, OnlyMissingFilesOnADriveAreReported) {
       {"\\\\server\\share\\gone.dll", {}},
       {"\"" + gone + "\",0", {}},
       {"C:", {"c:"}},
-      // An index behind nothing leaves nothing, which is no file.
+      // An index after nothing leaves nothing, which is no file.
       {",:gone", {""}},
       // What looks like a quoted path loses its last character, whatever it is.
       {"\":gone\",0", {":gone"}},
@@ -192,7 +192,7 @@ TEST_F(DefaultIconsTest, EachFindingIsKeptInTheRunningTotal) {
   EXPECT_EQ(storedText(countKey, "reg-count"), form.totalFoundText);
 }
 
-TEST_F(DefaultIconsTest, ACancelOfTheListEndsItThereAndTheWalkBehindItsFirstEntry) {
+TEST_F(DefaultIconsTest, ACancelOfTheListEndsItThereAndTheWalkAfterItsFirstEntry) {
   setIcon(prefix + "1", gone);
   setIcon(prefix + "2", gone);
   setIcon(prefix + "3", gone);

@@ -45,7 +45,7 @@ class FileClassesRunTest : public FileClassesFixture {
   }
 };
 
-TEST_F(FileClassesRunTest, TheRunningTotalIsKeptBehindTheClassesAndBehindTheMediaTypes) {
+TEST_F(FileClassesRunTest, TheRunningTotalIsKeptAfterTheClassesAndAfterTheMediaTypes) {
   form.totalFound = 40;
   setCommand(className + openKey, gone);
   setExtension("a/1", ".fileclassestest");
@@ -106,7 +106,7 @@ TEST_F(FileClassesRunTest, AStoppedEnumerationShortensBothLists) {
   EXPECT_EQ(keptTotal(), "1");
 }
 
-TEST_F(FileClassesRunTest, ACancelEndsTheScanBehindTheClassAtHandAndKeepsNothing) {
+TEST_F(FileClassesRunTest, ACancelEndsTheScanAfterTheClassAtHandAndKeepsNothing) {
   setCommand(className + "1" + openKey, gone);
   setCommand(className + "2" + openKey, gone);
   setExtension("a/1", ".fileclassestest");
@@ -129,7 +129,7 @@ TEST_F(FileClassesRunTest, ACancelBeforeAnythingIsFoundShowsZero) {
   EXPECT_EQ(form.Text1.text(), "1");
 }
 
-TEST_F(FileClassesRunTest, ACancelEndsTheScanBehindTheMediaTypeAtHand) {
+TEST_F(FileClassesRunTest, ACancelEndsTheScanAfterTheMediaTypeAtHand) {
   setExtension("a/1", ".fileclassestest");
   setExtension("a/2", ".fileclassestest");
   std::string ofClasses;
@@ -147,7 +147,7 @@ TEST_F(FileClassesRunTest, ACancelEndsTheScanBehindTheMediaTypeAtHand) {
   EXPECT_EQ(keptTotal(), ofClasses);
 }
 
-TEST_F(FileClassesRunTest, TheCellIsWrittenBehindEachMediaType) {
+TEST_F(FileClassesRunTest, TheCellIsWrittenAfterEachMediaType) {
   setExtension("a/1", ".fileclassestest");
   setExtension("a/2", ".fileclassestest");
   std::string cellMeanwhile;

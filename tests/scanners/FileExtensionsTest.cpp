@@ -162,7 +162,7 @@ TEST_F(FileExtensionsTest, EachFindingIsKeptInTheRunningTotal) {
   EXPECT_EQ(form.totalFound, 42);
 }
 
-TEST_F(FileExtensionsTest, ACancelOfTheListEndsItThereAndTheWalkBehindItsFirstEntry) {
+TEST_F(FileExtensionsTest, ACancelOfTheListEndsItThereAndTheWalkAfterItsFirstEntry) {
   makeExtension(".a");
   makeExtension(".b");
   makeExtension(".c");

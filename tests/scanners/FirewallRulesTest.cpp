@@ -87,7 +87,7 @@ TEST_F(FirewallRulesTest, OnlyAMissingProgramWithAFolderIsReported) {
       // Without an application the text from its fifth character on stands for it.
       {"v2.1C:\\FirewallRulesTest\\gone.exe|Name=A|", true},
       {"v2.1C:\\FirewallRulesTest\\There.exe|Name=A|", false},
-      // Without a bar behind the application there is none.
+      // Without a bar after the application there is none.
       {"v2.10|App=C:\\FirewallRulesTest\\gone.exe", false},
   };
   makeFile("C:\\Program Files\\FirewallRulesTest\\There64.exe");
@@ -102,7 +102,7 @@ TEST_F(FirewallRulesTest, OnlyAMissingProgramWithAFolderIsReported) {
   }
 }
 
-TEST_F(FirewallRulesTest, ARuleWithoutABarBehindItsApplicationIsJudgedByTheRuleBefore) {
+TEST_F(FirewallRulesTest, ARuleWithoutABarAfterItsApplicationIsJudgedByTheRuleBefore) {
   const std::string open = "v2.10|App=" + folder + "There.exe";
   setRule("a", open);
   setRule("b", goneRule);

@@ -24,7 +24,7 @@ inline const std::string htmlNtKey =
 inline const std::string snapInsKey = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\MMC\\SnapIns";
 using fixture::countKey;
 inline const std::string folder = "C:\\HelpFilesTest";
-// Without a backslash behind it, a file whose name begins with what the folder ends in is there.
+// Without a backslash after it, a file whose name begins with what the folder ends in is there.
 inline const std::string prefixFolder = folder + "\\pre";
 // Holds the files that are there under their folder alone.
 inline const std::string wholeFolder = folder + "\\whole";

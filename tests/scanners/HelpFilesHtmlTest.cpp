@@ -164,7 +164,7 @@ TEST_F(HelpFilesHtmlTest, APressOfCancelEndsTheWalk) {
                                             htmlFinding(prefixFolder, "b.chm")}));
 }
 
-TEST_F(HelpFilesHtmlTest, TheSecondPassGoesOnBehindABlankEntry) {
+TEST_F(HelpFilesHtmlTest, TheSecondPassGoesOnAfterABlankEntry) {
   setText(htmlKey, "a.chm", " ");
   setText(htmlNtKey, "a.chm", folder + "\\gone");
   listJoinedFinding("b.chm");

@@ -91,7 +91,7 @@ TEST_F(HelpFilesSnapInsTest, SeveralLinkedTopicsAreTestedAsOneText) {
   EXPECT_EQ(findings(), (std::vector<Texts>{snapInFinding(there + ";" + there, "FX:A")}));
 }
 
-TEST_F(HelpFilesSnapInsTest, TheWalkGoesOnBehindASnapInThatGivesNothing) {
+TEST_F(HelpFilesSnapInsTest, TheWalkGoesOnAfterASnapInThatGivesNothing) {
   setTopic("1", gone);
   makeKey(snapInsKey + "\\FX:A");
   setTopic("FX:B", there);

@@ -148,7 +148,7 @@ TEST_F(HelpFilesTest, RowsAreNumberedFromWhereTheScannerBeforeEnded) {
             (std::vector<Texts>{locationAlone("font"), helpFinding(folder, "gone.hlp")}));
 }
 
-TEST_F(HelpFilesTest, FieldsOfANumberBehindTheLastRowAreLost) {
+TEST_F(HelpFilesTest, FieldsOfANumberAfterTheLastRowAreLost) {
   form.Text1.setText("3");
   setText(helpKey, "gone.hlp", folder);
   Command7(form);

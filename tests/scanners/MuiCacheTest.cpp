@@ -70,7 +70,7 @@ TEST_F(MuiCacheTest, ADrivePathIsTestedWhereverItStandsInTheName) {
   EXPECT_EQ(fixture::findingOf(form, 1), finding(name));
 }
 
-TEST_F(MuiCacheTest, ASuffixBehindTheFileMakesItAnother) {
+TEST_F(MuiCacheTest, ASuffixAfterTheFileMakesItAnother) {
   const std::string name = there + ".FriendlyAppName";
   cache(name);
   MuiCache(form);

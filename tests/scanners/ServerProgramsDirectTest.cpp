@@ -80,7 +80,7 @@ TEST_P(ServerProgramsDirectTest, TheFirstKeyThatIsNotBlankDecides) {
   }
 }
 
-TEST_P(ServerProgramsDirectTest, AKeyThatNamesNoProgramHidesThoseBehindIt) {
+TEST_P(ServerProgramsDirectTest, AKeyThatNamesNoProgramHidesThoseAfterIt) {
   set(classA, 0, folder + "\\Gone.dll");
   set(classA, 1, gone);
   scanner.scan(form);

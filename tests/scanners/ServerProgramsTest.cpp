@@ -48,7 +48,7 @@ TEST_F(ServerProgramsTest, AClassWithoutAServerOrItsDefaultValueIsNot) {
   EXPECT_TRUE(findings().empty());
 }
 
-TEST_F(ServerProgramsTest, AServerIsCutBehindItsFirstExtensionAndMustBeAProgramOnADrive) {
+TEST_F(ServerProgramsTest, AServerIsCutAfterItsFirstExtensionAndMustBeAProgramOnADrive) {
   struct Case {
     std::string server;
     std::string reported;  // empty if it is not

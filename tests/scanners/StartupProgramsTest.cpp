@@ -98,7 +98,7 @@ TEST_P(StartupProgramsKeyTest, AProgramThatIsGoneIsReportedByTheNameOfItsValue) 
 
 TEST_P(StartupProgramsKeyTest, AProgramThatIsThereIsNot) {
   setText(path, "Arguments", there + " /tray");
-  setText(path, "Behind a launcher", "rundll32.exe " + there + ",Entry");
+  setText(path, "After a launcher", "rundll32.exe " + there + ",Entry");
   setText(path, "Plain", there);
   setText(path, "Quoted", "\"" + there + "\" /tray");
   runMRU(form);
@@ -256,7 +256,7 @@ TEST_F(StartupProgramsTest, TheStatusLineNamesTheCategory) {
   EXPECT_EQ(form.Label4.caption.get(), "Startup programs");
 }
 
-TEST_F(StartupProgramsTest, ANewRowStandsBehindTheOthersUntickedAndScrolledIntoView) {
+TEST_F(StartupProgramsTest, ANewRowStandsAfterTheOthersUntickedAndScrolledIntoView) {
   setText(pathOf(runKeys[0]), "Tool", gone);
   form.View2.add("font");
   form.Text1.setText("5");

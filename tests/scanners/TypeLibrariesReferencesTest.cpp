@@ -129,7 +129,7 @@ TEST_F(LibraryReferencesTest, EachFindingIsNamedCountedAndKeptAtOnce) {
   EXPECT_EQ(form.totalFoundText, "2");
 }
 
-TEST_F(LibraryReferencesTest, AStopEndsTheWalkBehindItsFirstEntry) {
+TEST_F(LibraryReferencesTest, AStopEndsTheWalkAfterItsFirstEntry) {
   refer(nameA, library + "-1");
   refer(nameB, library + "-2");
   form.Text2.setText("2");

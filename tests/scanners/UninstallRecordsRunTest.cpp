@@ -107,7 +107,7 @@ TEST_F(UninstallRunTest, FindingsOfTheMachineAloneStayShown) {
   EXPECT_EQ(countsShownBy(uninstall), (Texts{"", "1"}));
 }
 
-TEST_F(UninstallRunTest, ZeroIsShownBehindEachWalkThatHasFoundNothing) {
+TEST_F(UninstallRunTest, ZeroIsShownAfterEachWalkThatHasFoundNothing) {
   Texts shown;
   form.messages.serveHost = [&] {
     shown.push_back(shownCount());
@@ -147,7 +147,7 @@ TEST_F(UninstallRunTest, The32BitListCountsFromTheStart) {
   EXPECT_EQ(form.totalFoundText, "3");
 }
 
-TEST_F(UninstallRunTest, TheTotalIsSavedOnceBehindTheUsersList) {
+TEST_F(UninstallRunTest, TheTotalIsSavedOnceAfterTheUsersList) {
   makeKey(ofMachine + "\\A");
   setText(ofUser + "\\B", "Program", gone);
   makeKey(ofUser + "\\C");

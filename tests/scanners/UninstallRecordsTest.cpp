@@ -78,7 +78,7 @@ TEST_P(UninstallRecordsTest, AValueNamingAProgramThatIsGoneIsReportedByItsName) 
 
 TEST_P(UninstallRecordsTest, WhatIsThereIsNotReported) {
   setText(record, "Arguments", there + " /remove");
-  setText(record, "Behind a launcher", "rundll32.exe " + there + ",Entry");
+  setText(record, "After a launcher", "rundll32.exe " + there + ",Entry");
   setText(record, "Folder", folder);
   setText(record, "Folder with backslash", folder + "\\");
   setText(record, "Icon", there + ",0");

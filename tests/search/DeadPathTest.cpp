@@ -24,7 +24,7 @@ INSTANTIATE_TEST_SUITE_P(
         Line{"c:\\program files\\common files\\mcafee\\systemcore\\\\dainstall.exe -is c:\\program "
              "files\\common files\\mcafee\\systemcore\\",
              "c:\\program files\\common files\\mcafee\\systemcore\\\\dainstall.exe"},
-        // Folders with dots and blanks, and a second file behind a semicolon.
+        // Folders with dots and blanks, and a second file after a semicolon.
         Line{"c:\\windows\\microsoft.net\\framework\\v3.0\\windows communication "
              "foundation\\servicemodelevents.dll;c:\\windows\\system32\\icardres.dll",
              "c:\\windows\\microsoft.net\\framework\\v3.0\\windows communication "
@@ -32,7 +32,7 @@ INSTANTIATE_TEST_SUITE_P(
         Line{"c:\\windows\\microsoft.net\\framework\\v4.0.30319\\servicemodelevents.dll;"
              "icardres.dll.mui",
              "c:\\windows\\microsoft.net\\framework\\v4.0.30319\\servicemodelevents.dll"},
-        // Dots in the arguments, some with blanks behind them.
+        // Dots in the arguments, some with blanks after them.
         Line{"c:\\windows\\system32\\mrt.exe /ehb /servicefailure camp=4.12.17007.18022;engine="
              "1.1.14700.5;avsig=1.265.91.0 /startservice /defender",
              "c:\\windows\\system32\\mrt.exe"},

@@ -49,7 +49,7 @@ TEST_F(SearchSetUp, LooksForPathsInTheDataOfTheCurrentUser) {
   EXPECT_EQ(fresh.cboFind.count(), 0);
 }
 
-TEST_F(SearchSetUp, OffersTheRootsThatHaveSubkeysBehindThatOfAllInTheirOrder) {
+TEST_F(SearchSetUp, OffersTheRootsThatHaveSubkeysAfterThatOfAllInTheirOrder) {
   Texts expected{"My Computer"};
   for (const char* name :
        {"HKEY_CLASSES_ROOT", "HKEY_CURRENT_USER", "HKEY_DYN_DATA", "HKEY_LOCAL_MACHINE",

@@ -49,7 +49,7 @@ class CommandBarTest : public PressFixture {
   static std::string copy() { return readFileText(pathOfCopy()).value_or("(none)"); }
 
   // Presses what repairs, and looks at the moment at which it asks.
-  void expectRepairBehindItsCopy(const std::function<void()>& press) {
+  void expectRepairAfterItsCopy(const std::function<void()>& press) {
     add("a");
     add("b");
     form.View2.setChecked(1, true);
@@ -94,7 +94,7 @@ TEST_F(CommandBarTest, ExclusionsLeadsToTheirPage) {
 }
 
 TEST_F(CommandBarTest, FixKeepsACopyOfItsListBeforeItRepairs) {
-  expectRepairBehindItsCopy([this] { form.cmd_fix.click(); });
+  expectRepairAfterItsCopy([this] { form.cmd_fix.click(); });
 }
 
 TEST_F(CommandBarTest, NothingElseCanBeBegunDuringAFix) {
@@ -161,12 +161,12 @@ TEST_F(CommandBarTest, TheMenuExcludesTheHighlightedRows) {
             "HKEY_CURRENT_USER\\Software\\CommandBarTest\r\n");
 }
 
-TEST_F(CommandBarTest, TheMenuRepairsBehindItsCopyAsWell) {
-  expectRepairBehindItsCopy([this] { form.i.click(); });
+TEST_F(CommandBarTest, TheMenuRepairsAfterItsCopyAsWell) {
+  expectRepairAfterItsCopy([this] { form.i.click(); });
 }
 
 TEST_F(CommandBarTest, SoDoesTheButtonOfTheResults) {
-  expectRepairBehindItsCopy([this] { form.chameleonButton15.click(); });
+  expectRepairAfterItsCopy([this] { form.chameleonButton15.click(); });
 }
 
 TEST_F(CommandBarTest, TheOtherButtonOfTheResultsRepairsWithoutACopy) {

@@ -119,7 +119,7 @@ void ComputerFixture::setBytes(const std::string& path, const std::string& name,
                                std::string_view bytes) {
   makeKey(path);
   const OpenKey key(path, KEY_SET_VALUE);
-  // The system takes along a terminator that stands behind the data, so something else stands
+  // The system takes along a terminator that stands after the data, so something else stands
   // there.
   const std::u16string units = isText(type) ? utf16(bytes) : u"";
   const std::string_view data = isText(type)

@@ -64,12 +64,12 @@ const std::set<std::string, std::less<>>& wordsThatStay() {
 }
 
 // A letter of a drive, of a version ("v2.30"), of "(x86)" or of "S-1-5-…".
-bool isMark(std::string_view word, std::string_view behind) {
-  if (word.size() != 1 || behind.empty()) {
+bool isMark(std::string_view word, std::string_view after) {
+  if (word.size() != 1 || after.empty()) {
     return false;
   }
-  return behind.front() == ':' || behind.starts_with("86") || behind.starts_with("-1-") ||
-         (word == "v" && isDigit(behind.front()));
+  return after.front() == ':' || after.starts_with("86") || after.starts_with("-1-") ||
+         (word == "v" && isDigit(after.front()));
 }
 
 // "{…}" of a class identifier, with what is between its brackets.

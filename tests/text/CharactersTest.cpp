@@ -19,8 +19,8 @@ TEST(Characters, AreCutWhole) {
   EXPECT_EQ(lastCharacters("Иван.exe", 4), ".exe");
   EXPECT_EQ(lastCharacters("ソ表", 1), "表");
   EXPECT_EQ(lastCharacters("ソ", 4), "ソ");
-  EXPECT_EQ(behindCharacters("ソ:\\", 1), ":\\");
-  EXPECT_EQ(behindCharacters("ソ", 2), "");
+  EXPECT_EQ(afterCharacters("ソ:\\", 1), ":\\");
+  EXPECT_EQ(afterCharacters("ソ", 2), "");
 }
 
 TEST(Characters, AreFoundByTheirIndex) {

@@ -65,7 +65,7 @@ TEST(NumberText, HasAFractionOnlyWhereThereIsOne) {
   EXPECT_EQ(numberText(0.1 + 0.2), "0.3");
 }
 
-TEST(NumberText, TurnsToAnExponentBehindFifteenDigits) {
+TEST(NumberText, TurnsToAnExponentAfterFifteenDigits) {
   EXPECT_EQ(numberText(123456789012345), "123456789012345");
   EXPECT_EQ(numberText(1e15), "1E+15");
 }

@@ -10,7 +10,7 @@ const std::string user = "HKEY_CURRENT_USER\\Software\\FixListBackupTest";
 
 class FixListBackupTest : public FixListBackupFixture {};
 
-TEST_F(FixListBackupTest, EachTickedRowIsALineWithAnEmptyOneBehindIt) {
+TEST_F(FixListBackupTest, EachTickedRowIsALineWithAnEmptyOneAfterIt) {
   addTicked("first");
   addTicked("left out");
   addTicked(" a,b ", "", "HKEY_CLASSES_ROOT", ".x\\\"y\"");

@@ -103,7 +103,7 @@ TEST(JournalFile, ACharacterOfUtf8IsNeverCutInHalf) {
   }
 }
 
-TEST(JournalFile, RecordsBehindThoseThatAreOverwrittenStay) {
+TEST(JournalFile, RecordsAfterThoseThatAreOverwrittenStay) {
   const JournalRecord old{"2", "1", "old", "value", "text"};
   const JournalRecord other{"3", "1", "サ", "", half};
   const std::string three = journalFile({old, old, old});

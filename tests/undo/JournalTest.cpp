@@ -73,7 +73,7 @@ TEST_F(JournalTest, EachRunTakesTheNextNumberAndNotesLabelAndStem) {
   EXPECT_EQ(newestJournal(), "");
 }
 
-TEST_F(JournalTest, ANumberWithoutMeasureEndsAtTheLargestOneAndTheNextStandsBehindIt) {
+TEST_F(JournalTest, ANumberWithoutMeasureEndsAtTheLargestOneAndTheNextFollowsIt) {
   setText(settings, "cnt", "1e300");
   EXPECT_EQ(highestUndoNumber(), 2'147'483'647);
   Command21_Click(form);

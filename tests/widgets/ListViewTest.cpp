@@ -72,7 +72,7 @@ TEST_F(ListViewTest, ACellThatIsNotThereHasNoStyle) {
   EXPECT_EQ(list.cellStyle(2, 1), CellStyle{});
 }
 
-TEST_F(ListViewTest, ASubItemIsNotAddedBehindAGap) {
+TEST_F(ListViewTest, ASubItemIsNotAddedAfterAGap) {
   list.add("row");
   list.addSubItem(1, 3, "x", "a");
   EXPECT_EQ(list.text(1, 3), "");

@@ -68,7 +68,7 @@ def a_scan_is_stopped(scene):
     screen.see("the scan runs", lambda window: window.says("Invalid Font Reference"))
     screen.press("Cancel")
     screen.see_results()
-    # The results come up at once, the row that ran ends behind them.
+    # The results come up at once, the row that ran ends after them.
     screen.see("some of its findings are counted", lambda window: 0 < _count(window) < fonts)
     screen.picture("stopped")
     screen.press("Search Location")

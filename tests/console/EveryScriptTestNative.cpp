@@ -229,7 +229,7 @@ TEST_P(EveryScriptTest, TheDemoMachineIsTheSameInIt) {
   expectTwins(sourceFolder() + "/demo/machine", "1252");
 }
 
-TEST_P(EveryScriptTest, MachinesMadeByChanceAreTheSameInIt) {
+TEST_P(EveryScriptTest, MachinesMadeAtRandomAreTheSameInIt) {
   constexpr std::array pages{"1252", "932", "936", "949", "950", "1251", "1255", "65001"};
   // Each is eight computers here and is compared by every command.
   const std::uint32_t last = fixture::randomMachineCount() / 40;

@@ -47,7 +47,7 @@ class FixControlTest : public ::testing::Test, protected CommandRun {
   std::string registry;
 };
 
-TEST_F(FixControlTest, ARehearsalTellsEachDeleteAndChangesNothing) {
+TEST_F(FixControlTest, ARehearsalListsEachDeleteAndChangesNothing) {
   EXPECT_EQ(run({"fix", "--dry-run", "--json"}), problemsFound);
   const Json rehearsal = result()["dryRun"];
   EXPECT_TRUE(isUntouched());
@@ -58,7 +58,7 @@ TEST_F(FixControlTest, ARehearsalTellsEachDeleteAndChangesNothing) {
   EXPECT_EQ(result()["leftAlone"], rehearsal["leavesAlone"]);
 }
 
-TEST_F(FixControlTest, WhatARehearsalTellsIsGoneAfterTheRepair) {
+TEST_F(FixControlTest, WhatARehearsalListsIsGoneAfterTheRepair) {
   run({"fix", "--dry-run"});
   EXPECT_NE(out.str().find("\n  HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\currentversion\\"
                            "Run, value \"OldTool\"\n"),

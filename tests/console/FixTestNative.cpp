@@ -244,7 +244,7 @@ TEST_F(FixTest, AnExclusionTakesItsFindingsOutOfScanAndFix) {
   EXPECT_EQ(run({"scan", "--only", "mui-cache"}), problemsFound);
 }
 
-TEST_F(FixTest, AnExclusionThatIsNotInForceIsAFailure) {
+TEST_F(FixTest, AnExclusionThatIsWithoutEffectIsAFailure) {
   const fs::path file = programFolder() / "exregscan.txt";
   for (const char* entry : {"", "  ", "1234567"}) {
     fs::remove(file);

@@ -64,7 +64,7 @@ TEST_F(InterruptedFixDeathTest, BeforeTheFirstChangeNothingIsRepaired) {
   }
 }
 
-TEST(InterruptedFix, ALaterInterruptionTellsWhatBecameOfTheChanges) {
+TEST(InterruptedFix, ALaterInterruptionSaysWhatBecameOfTheChanges) {
   RepairOutcome outcome;
   outcome.hasBegun = true;
   GivenComputer computer;

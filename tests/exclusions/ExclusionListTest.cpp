@@ -20,7 +20,7 @@ class ExclusionListTest : public ExclusionFixture {
   }
 };
 
-TEST_F(ExclusionListTest, TheListShowsTheFileAnewEachTime) {
+TEST_F(ExclusionListTest, TheListRereadsTheFileEachTime) {
   form.View4.add("old");
   write("HKEY_USERS\\b,c\r\n\"d\"\r\n");
   loadExclusions(form);

@@ -103,7 +103,7 @@ TEST_F(ExclusionPageTest, ARowNumberOfZeroIsANewEntry) {
   EXPECT_EQ(content(), threeLines + "HKEY_USERS\\d\r\n");
 }
 
-TEST_F(ExclusionPageTest, AnEditChangesItsRowAndWritesTheFileAnew) {
+TEST_F(ExclusionPageTest, AnEditChangesItsRowAndRewritesTheFile) {
   fill();
   View4_ItemClick(form, 2);
   typeAndPressOk("  HKEY_USERS\\new ");

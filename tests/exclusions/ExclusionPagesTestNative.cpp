@@ -53,7 +53,7 @@ TEST_P(ExclusionsOfPage, AKeyOfAnyScriptIsExcludedAndNoOther) {
   }
 }
 
-TEST_P(ExclusionsOfPage, EntriesOfAllScriptsStandBesideEachOther) {
+TEST_P(ExclusionsOfPage, AllScriptsMayBeInOneFile) {
   std::vector<std::string> entries;
   for (const std::string key : keys) {
     appendExclusion(form, "HKEY_LOCAL_MACHINE\\" + key);

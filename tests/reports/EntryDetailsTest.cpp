@@ -20,7 +20,7 @@ TEST_F(EntryDetailsTest, BeforeAClickThePanelAsksForOne) {
   EXPECT_EQ(form.selectedRow, 0U);
 }
 
-TEST_F(EntryDetailsTest, AClickTellsOfTheRowInASentence) {
+TEST_F(EntryDetailsTest, AClickDescribesTheRowInASentence) {
   add("other", "other", "2");
   add("C:\\a.exe", "gone", "2");
   View2_ItemClick(form, 2);

@@ -28,7 +28,7 @@ class ReportTest : public fixture::ComputerFixture {
   }
 };
 
-TEST_F(ReportTest, TheFirstLineTellsDateAndTime) {
+TEST_F(ReportTest, TheFirstLineGivesDateAndTime) {
   add("a", "b");
   const std::string text = reportText(form);
   EXPECT_EQ(matchesPattern(text.substr(0, text.find("\r\n")),

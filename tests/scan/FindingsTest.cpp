@@ -47,7 +47,7 @@ TEST_F(FindingsTest, ATotalSavedAtTheEndIsNotWrittenBefore) {
   EXPECT_EQ(storedText(countKey, "reg-count"), "1");
 }
 
-TEST_F(FindingsTest, TheSameKeyFoundTwiceStandsTwice) {
+TEST_F(FindingsTest, TheSameKeyFoundTwiceIsListedTwice) {
   ScannerRun first;
   ScannerRun second;
   add(first, "same");

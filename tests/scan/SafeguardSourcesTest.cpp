@@ -128,7 +128,7 @@ TEST_F(SafeguardSourcesTest, AComputerUnderRepairFromOutsideGivesNoOrders) {
   EXPECT_EQ(decided(), asDescribed());
 }
 
-TEST_F(SafeguardSourcesTest, ALoadedFormDecidesThemAnewAtEachScanAndRepair) {
+TEST_F(SafeguardSourcesTest, ALoadedFormDecidesThemAgainAtEachScanAndRepair) {
   form.programFolder = "C:\\SafeguardSourcesTest";
   form.dialogs.show = [](const UserMessage&) { return Answer::No; };
   Form_Load(form);

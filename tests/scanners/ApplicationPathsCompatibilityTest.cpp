@@ -81,7 +81,7 @@ TEST_P(ApplicationPathsCompatibilityTest, BlanksAroundANameAreReportedButNotTest
   EXPECT_EQ(findings(), Rows{finding("  " + gone + "  ")});
 }
 
-TEST_P(ApplicationPathsCompatibilityTest, ANameOfBlanksAndTheDefaultValueArePassedOver) {
+TEST_P(ApplicationPathsCompatibilityTest, ANameOfBlanksAndTheDefaultValueAreSkipped) {
   setText(list, "", gone);
   setText(list, "  ", gone);
   Command5(form);

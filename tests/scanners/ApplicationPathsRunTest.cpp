@@ -49,7 +49,7 @@ TEST_F(ApplicationPathsRunTest, TheCountOfAllPlacesIsShownAsItGrows) {
   EXPECT_EQ(shown, (Texts{"", "1", "2", "3", "4", "5", "6", "7"}));
 }
 
-TEST_F(ApplicationPathsRunTest, TheRunningTotalGoesOnAndIsSavedWithEachFinding) {
+TEST_F(ApplicationPathsRunTest, TheRunningTotalContinuesAndIsSavedWithEachFinding) {
   fillAllPlaces();
   form.totalFound = 40;
   Texts saved;
@@ -92,7 +92,7 @@ TEST_F(ApplicationPathsRunTest, AFindingKeepsTheZeroAway) {
   EXPECT_EQ(shownCount(), "1");
 }
 
-TEST_F(ApplicationPathsRunTest, TheListOfBadValuesBeginsAnewWithEachKeyOfSoftware) {
+TEST_F(ApplicationPathsRunTest, TheListOfBadValuesBeginsAgainWithEachKeyOfSoftware) {
   fillAllPlaces();
   form.List2.add("left over");
   std::vector<Texts> seen;

@@ -37,7 +37,7 @@ TEST_P(ApplicationPathsListTest, AProgramThatIsThereIsNot) {
   EXPECT_EQ(findings(), Rows{});
 }
 
-TEST_P(ApplicationPathsListTest, AProgramWithANamedValueIsPassedOver) {
+TEST_P(ApplicationPathsListTest, AProgramWithANamedValueIsSkipped) {
   setText(list + "\\Tool.exe", "", gone);
   setText(list + "\\Tool.exe", "Path", "C:\\");
   Command5(form);

@@ -80,7 +80,7 @@ TEST_F(ClassRowsTest, EachCellShowsTheSumOfTheRowsUpToIt) {
   EXPECT_EQ(form.totalFound, sum);
 }
 
-TEST_F(ClassRowsTest, ARowWithoutFindingsShowsZeroAndTheSumGoesOnAfterIt) {
+TEST_F(ClassRowsTest, ARowWithoutFindingsShowsZeroAndTheSumContinuesAfterIt) {
   emptyKey(userClasses + "\\CLSID");
   serve(ofMachine, classA, gone);
   serve(ofUsers, classA, gone);

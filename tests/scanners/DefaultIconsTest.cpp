@@ -118,7 +118,7 @@ TEST_F(DefaultIconsTest, OnlyMissingFilesOnADriveAreReported) {
   }
 }
 
-TEST_F(DefaultIconsTest, AValueThatIsNoTextIsPassedOver) {
+TEST_F(DefaultIconsTest, AValueThatIsNoTextIsSkipped) {
   setIcon(prefix, "");
   setBytes(machineClasses + prefix + "\\DefaultIcon", "", REG_BINARY, gone);
   Command10(form);
@@ -140,7 +140,7 @@ TEST_F(DefaultIconsTest, OnlyTheDefaultValueOfTheIconKeyCounts) {
   EXPECT_EQ(findings(), std::vector<Texts>{});
 }
 
-TEST_F(DefaultIconsTest, EachFindingStandsInItsOwnRowAndIsListed) {
+TEST_F(DefaultIconsTest, EachFindingGetsItsOwnRowAndIsListed) {
   form.View2.add("help");
   form.List1.add("stale");
   form.List2.add("stale");

@@ -106,7 +106,7 @@ TEST_F(FileClassesRunTest, AStoppedEnumerationShortensBothLists) {
   EXPECT_EQ(keptTotal(), "1");
 }
 
-TEST_F(FileClassesRunTest, ACancelEndsTheScanAfterTheClassAtHandAndKeepsNothing) {
+TEST_F(FileClassesRunTest, ACancelEndsTheScanAfterTheCurrentClassAndKeepsNothing) {
   setCommand(className + "1" + openKey, gone);
   setCommand(className + "2" + openKey, gone);
   setExtension("a/1", ".fileclassestest");
@@ -129,7 +129,7 @@ TEST_F(FileClassesRunTest, ACancelBeforeAnythingIsFoundShowsZero) {
   EXPECT_EQ(form.Text1.text(), "1");
 }
 
-TEST_F(FileClassesRunTest, ACancelEndsTheScanAfterTheMediaTypeAtHand) {
+TEST_F(FileClassesRunTest, ACancelEndsTheScanAfterTheCurrentMediaType) {
   setExtension("a/1", ".fileclassestest");
   setExtension("a/2", ".fileclassestest");
   std::string ofClasses;

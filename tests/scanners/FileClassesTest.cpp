@@ -82,7 +82,7 @@ struct CommandKey {
   bool hasNamedValue = false;
 };
 
-TEST_F(FileClassesTest, TheEditCommandStandsInForAnOpenCommandThatIsBlank) {
+TEST_F(FileClassesTest, TheEditCommandReplacesAnOpenCommandThatIsBlank) {
   struct Case {
     CommandKey open;
     CommandKey edit;
@@ -173,7 +173,7 @@ TEST_F(FileClassesTest, OtherVerbsAndKeysWithoutACommandAreNotLookedAt) {
   EXPECT_EQ(findings(), std::vector<Texts>{});
 }
 
-TEST_F(FileClassesTest, EachFindingStandsInItsOwnRowAndIsListed) {
+TEST_F(FileClassesTest, EachFindingGetsItsOwnRowAndIsListed) {
   form.View2.add("icons");
   form.List1.add("stale");
   form.List2.add("stale");

@@ -128,7 +128,7 @@ TEST_F(FileExtensionsTest, WithNeitherListOneTurnIsTakenAndTheCellShowsZero) {
   EXPECT_EQ(storedText(countKey, "reg-count"), "(none)");
 }
 
-TEST_F(FileExtensionsTest, EachFindingStandsInItsOwnRowAndIsListed) {
+TEST_F(FileExtensionsTest, EachFindingGetsItsOwnRowAndIsListed) {
   form.View2.add("rule");
   form.List1.add(".stale");
   form.List2.add(".stale");

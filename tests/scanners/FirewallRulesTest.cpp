@@ -160,7 +160,7 @@ TEST_F(FirewallRulesTest, ANameIsReadAndReportedWithoutTheBlanksAroundIt) {
   EXPECT_EQ(fixture::entriesOf(form.List2), (Texts{"a", "a"}));
 }
 
-TEST_F(FirewallRulesTest, EachFindingStandsInItsOwnRowAndIsListed) {
+TEST_F(FirewallRulesTest, EachFindingGetsItsOwnRowAndIsListed) {
   form.View2.add("class");
   form.List1.add("stale");
   form.List2.add("stale");

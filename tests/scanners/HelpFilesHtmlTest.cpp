@@ -137,7 +137,7 @@ TEST_F(HelpFilesHtmlTest, ABlankLastEntryIsNotReached) {
   EXPECT_EQ(form.View2.count(), 2U);
 }
 
-TEST_F(HelpFilesHtmlTest, ABlankEntryIsPassedOver) {
+TEST_F(HelpFilesHtmlTest, ABlankEntryIsSkipped) {
   setText(htmlKey, "a.chm", " ");
   listHtmlFinding("b.chm");
   setText(htmlKey, "c.chm", " ");
@@ -164,7 +164,7 @@ TEST_F(HelpFilesHtmlTest, APressOfCancelEndsTheWalk) {
                                             htmlFinding(prefixFolder, "b.chm")}));
 }
 
-TEST_F(HelpFilesHtmlTest, TheSecondPassGoesOnAfterABlankEntry) {
+TEST_F(HelpFilesHtmlTest, TheSecondPassContinuesAfterABlankEntry) {
   setText(htmlKey, "a.chm", " ");
   setText(htmlNtKey, "a.chm", folder + "\\gone");
   listJoinedFinding("b.chm");

@@ -37,7 +37,7 @@ TEST_F(HelpFilesSnapInsTest, VariablesAreResolvedForTheTest) {
   EXPECT_EQ(form.View2.count(), 0U);
 }
 
-TEST_F(HelpFilesSnapInsTest, OnlyNumbersOfZeroOrMoreArePassedOver) {
+TEST_F(HelpFilesSnapInsTest, OnlyNumbersOfZeroOrMoreAreSkipped) {
   struct Case {
     const char* name;
     bool isLookedAt;
@@ -91,7 +91,7 @@ TEST_F(HelpFilesSnapInsTest, SeveralLinkedTopicsAreTestedAsOneText) {
   EXPECT_EQ(findings(), (std::vector<Texts>{snapInFinding(there + ";" + there, "FX:A")}));
 }
 
-TEST_F(HelpFilesSnapInsTest, TheWalkGoesOnAfterASnapInThatGivesNothing) {
+TEST_F(HelpFilesSnapInsTest, TheWalkContinuesAfterASnapInThatGivesNothing) {
   setTopic("1", gone);
   makeKey(snapInsKey + "\\FX:A");
   setTopic("FX:B", there);

@@ -84,7 +84,7 @@ TEST_F(HelpFilesTest, TheListAloneIsEnough) {
   EXPECT_EQ(findings(), (std::vector<Texts>{helpFinding(folder, "gone.hlp")}));
 }
 
-TEST_F(HelpFilesTest, AnEntryWithoutAFolderIsPassedOver) {
+TEST_F(HelpFilesTest, AnEntryWithoutAFolderIsSkipped) {
   setText(helpKey, "a.hlp", " ");
   setNumber(helpKey, "b.hlp", 1);
   setText(helpKey, "c.hlp", folder);

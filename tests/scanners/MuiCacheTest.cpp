@@ -155,7 +155,7 @@ TEST_F(MuiCacheTest, TheCellShowsTheCountFromTheFirstFindingOn) {
   EXPECT_EQ(cell(), "2");
 }
 
-TEST_F(MuiCacheTest, TheRunningTotalGoesOnAndTheRowsOwnCountStartsAnew) {
+TEST_F(MuiCacheTest, TheRunningTotalContinuesAndTheRowsOwnCountStartsAgain) {
   form.totalFound = 7;
   cache(gone);
   MuiCache(form);

@@ -123,7 +123,7 @@ TEST_F(ServerFilesPlacesTest, AClassesHiveThatTheListStillHoldsIsNotTaken) {
   EXPECT_EQ(findings(), (std::vector<Texts>{finding(ofUsers, classA, goneResolved)}));
 }
 
-TEST_F(ServerFilesPlacesTest, AUserWithoutTheEndingIsPassedOver) {
+TEST_F(ServerFilesPlacesTest, AUserWithoutTheEndingIsSkipped) {
   const std::string hive = "!ServerFilesTest-0-Classes";
   setText("HKEY_USERS\\" + hive + "\\CLSID\\" + classA + "\\InprocServer32", "", gone);
   serve(ofUsers, classB, gone);

@@ -95,7 +95,7 @@ TEST_P(ServerFilesTest, TheServerIsReadInThe64BitView) {
   EXPECT_TRUE(findings().empty());
 }
 
-TEST_P(ServerFilesTest, TheCellGoesOnFromTheCountOfTheRowsBefore) {
+TEST_P(ServerFilesTest, TheCellContinuesFromTheCountOfTheRowsBefore) {
   serve(place, classA, gone);
   serve(place, classB, gone);
   form.categoryFound = 40;

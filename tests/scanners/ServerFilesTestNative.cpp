@@ -16,7 +16,7 @@ TEST_F(ServerFilesNativeTest, TheClassesRootHoldsTheUsersClassesToo) {
                                             finding(ofClassesRoot, classB, goneResolved)}));
 }
 
-TEST_F(ServerFilesNativeTest, AClassWhosePermissionsCannotBeChangedIsPassedOver) {
+TEST_F(ServerFilesNativeTest, AClassWhosePermissionsCannotBeChangedIsSkipped) {
   serve(ofClassesRoot, classA, gone);
   serve(ofClassesRoot, classB, gone);
   machine::Machine::current()->faults().fail(machine::ApiCall::RegSetKeySecurity, 1,

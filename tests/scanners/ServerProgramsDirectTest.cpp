@@ -155,7 +155,7 @@ TEST_P(ServerProgramsDirectTest, AProgramThatIsThereLosesAllAttributesButArchive
   EXPECT_EQ(GetFileAttributesW(Wide(there).get()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
-TEST_P(ServerProgramsDirectTest, TheCountGoesOnAndTheListedTextsAreTheBadValues) {
+TEST_P(ServerProgramsDirectTest, TheCountContinuesAndTheListedTextsAreTheBadValues) {
   form.List1.add("left over");
   form.List2.add("left over");
   form.View2.add("before");

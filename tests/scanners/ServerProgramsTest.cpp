@@ -124,7 +124,7 @@ TEST_F(ServerProgramsTest, AProgramKeepsItsAttributes) {
   EXPECT_EQ(GetFileAttributesW(Wide(there).get()), before);
 }
 
-TEST_F(ServerProgramsTest, TheCountStartsAnewAndIsNeitherShownNorKept) {
+TEST_F(ServerProgramsTest, TheCountStartsAgainAndIsNeitherShownNorKept) {
   serve(classA, gone);
   serve(classB, "");
   form.categoryFound = 40;
@@ -152,7 +152,7 @@ TEST_F(ServerProgramsTest, TheBadValuesAreListedAndTheRowsCounted) {
   EXPECT_EQ(form.Text1.text(), rowCount());
 }
 
-TEST_F(ServerProgramsTest, TheStatusLineTellsHowFarTheWalkIs) {
+TEST_F(ServerProgramsTest, TheStatusLineSaysHowFarTheWalkIs) {
   serve(classA, gone);
   for (auto* scan : {Command14, Command18, Command19}) {
     const Texts shown = progressOf(scan);

@@ -143,7 +143,7 @@ TEST_P(StartupProgramsKeyTest, BlanksAroundANameAreLostAndNothingIsReadUnderTheR
   EXPECT_EQ(findings(), Rows{finding("Tool")});
 }
 
-TEST_P(StartupProgramsKeyTest, ANameOfBlanksAndTheDefaultValueArePassedOver) {
+TEST_P(StartupProgramsKeyTest, ANameOfBlanksAndTheDefaultValueAreSkipped) {
   setText(path, "", gone);
   setText(path, "  ", gone);
   runMRU(form);

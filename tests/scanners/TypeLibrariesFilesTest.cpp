@@ -130,7 +130,7 @@ TEST_F(LibraryFilesTest, TheAttributesAreSetByTheTextAsItStands) {
   EXPECT_EQ(GetFileAttributesW(Wide(there).get()), before);
 }
 
-TEST_F(LibraryFilesTest, TheCountGoesOnAndNoCellShowsIt) {
+TEST_F(LibraryFilesTest, TheCountContinuesAndNoCellShowsIt) {
   store(nameA, gone);
   store(nameB, gone);
   form.categoryFound = 40;

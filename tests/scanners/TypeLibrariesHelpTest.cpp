@@ -109,7 +109,7 @@ TEST_F(HelpFoldersTest, EveryHelpFoldersKeyIsOpenedToTheUserAndNoOther) {
   EXPECT_FALSE(isOpenToUser(libraryKeys + nameA + "\\1.0"));
 }
 
-TEST_F(HelpFoldersTest, TheCellGoesOnFromTheCountBeforeAndIsNeverSetToZero) {
+TEST_F(HelpFoldersTest, TheCellContinuesFromTheCountBeforeAndIsNeverSetToZero) {
   const Texts before = cells();
   help(nameA, folder);
   cln71(form);

@@ -95,7 +95,7 @@ TEST_F(LibraryReferencesTest, EveryReferencesKeyIsOpenedToTheUserAndNoOther) {
   EXPECT_FALSE(isOpenToUser(classKeys + nameA));
 }
 
-TEST_F(LibraryReferencesTest, TheCellGoesOnFromTheCountBeforeAndIsNeverSetToZero) {
+TEST_F(LibraryReferencesTest, TheCellContinuesFromTheCountBeforeAndIsNeverSetToZero) {
   const Texts before = cells();
   cln72(form);
   EXPECT_EQ(cells(), before);

@@ -13,7 +13,7 @@ class TypeLibrariesNativeTest : public TypeLibrariesFixture {
   }
 };
 
-TEST_F(TypeLibrariesNativeTest, AHelpFolderWhosePermissionsCannotBeChangedIsPassedOver) {
+TEST_F(TypeLibrariesNativeTest, AHelpFolderWhosePermissionsCannotBeChangedIsSkipped) {
   for (const std::string& name : {nameA, nameB}) {
     setText(libraryKeys + name + "\\1.0\\HELPDIR", "", folder + "\\Gone");
   }

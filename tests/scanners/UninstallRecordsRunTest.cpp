@@ -50,7 +50,7 @@ TEST_F(UninstallRunTest, OneOfBlanksOrOfTheOtherViewSetsIt) {
   }
 }
 
-TEST_F(UninstallRunTest, RecordsOfTheOtherSpellingAreListedBesidesButReadUnderTheUsualOne) {
+TEST_F(UninstallRunTest, RecordsOfTheOtherSpellingAreAlsoListedButReadUnderTheUsualOne) {
   setText(probe32, "SystemRoot", "");
   setText(ntOfMachine + "\\Nt", "", "text");
   setText(ntOfMachine32 + "\\Nt32", "", "text");
@@ -95,7 +95,7 @@ TEST_F(UninstallRunTest, TheListsHoldWhatTheLastWalkPutThere) {
   EXPECT_EQ(fixture::entriesOf(form.List2), Texts{});
 }
 
-TEST_F(UninstallRunTest, TheCountGoesOnFromTheMachinesListToTheUsers) {
+TEST_F(UninstallRunTest, TheCountContinuesFromTheMachinesListToTheUsers) {
   makeKey(ofMachine + "\\A");
   makeKey(ofMachine + "\\B");
   makeKey(ofUser + "\\C");

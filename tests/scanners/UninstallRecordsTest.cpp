@@ -87,7 +87,7 @@ TEST_P(UninstallRecordsTest, WhatIsThereIsNotReported) {
   EXPECT_EQ(findings(), Rows{});
 }
 
-TEST_P(UninstallRecordsTest, DataWithoutColonAndBackslashIsPassedOver) {
+TEST_P(UninstallRecordsTest, DataWithoutColonAndBackslashIsSkipped) {
   setText(record, "Name", "gone.exe");
   setText(record, "Slashes", "C:/UninstallRecordsTest/Gone.exe");
   setText(record, "Variable", "%SystemDrive%\\UninstallRecordsTest\\Gone.exe", REG_EXPAND_SZ);

@@ -79,7 +79,7 @@ TEST(DeadPath, ATestablePathHasADriveLetterAndNoMarkOfAMenuNearItsEnd) {
   EXPECT_FALSE(isTestablePath("^:"));
 }
 
-TEST(DeadPath, PointersArePassedOver) {
+TEST(DeadPath, PointersAreSkipped) {
   EXPECT_FALSE(isTestablePath("c:\\a.cur"));
   EXPECT_FALSE(isTestablePath("c:\\a.ani"));
   EXPECT_TRUE(isTestablePath("c:\\a.cua"));

@@ -181,7 +181,7 @@ TEST_F(KeyTreeWalkTest, EachFindingIsShownAndCountedAtOnce) {
   EXPECT_EQ(fixture::entriesOf(form.List2), (Texts{"Run", "Run"}));
 }
 
-TEST_F(KeyTreeWalkTest, AKeyThatIsDeletedUnderTheWalkIsPassedOver) {
+TEST_F(KeyTreeWalkTest, AKeyThatIsDeletedUnderTheWalkIsSkipped) {
   setGone(userKey + "\\a", "Run");
   setGone(userKey + "\\b\\deep", "Run");
   setGone(userKey + "\\c", "Run");

@@ -38,7 +38,7 @@ TEST_F(SearchNativeTest, AChildThatCannotBeOpenedCountsAsEmpty) {
   EXPECT_EQ(lister.flags, std::vector<bool>{false});
 }
 
-TEST_F(SearchNativeTest, AKeyThatCannotBeOpenedIsPassedOver) {
+TEST_F(SearchNativeTest, AKeyThatCannotBeOpenedIsSkipped) {
   setGone(userKey + "\\a", "Run");
   setGone(userKey + "\\b", "Run");
   setAccessOfKey(userKey + "\\a", "D:(D;;KA;;;WD)");

@@ -83,7 +83,7 @@ class AutomaticEndTest : public fixture::ComputerFixture {
   }
 };
 
-TEST_F(AutomaticEndTest, WithoutAModeTheScanGoesOn) {
+TEST_F(AutomaticEndTest, WithoutAModeTheScanContinues) {
   add("a");
   endAutomaticScan(form);
   EXPECT_EQ(fileText("regst.txt"), "(none)");

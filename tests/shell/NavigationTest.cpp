@@ -60,7 +60,7 @@ TEST_F(NavigationTest, TheExclusionsPageAloneWhereTheOptionsWere) {
   EXPECT_EQ(form.wizardPage, 1);
 }
 
-TEST_F(NavigationTest, TheExclusionsAreReadAnewEachTime) {
+TEST_F(NavigationTest, TheExclusionsAreReadAgainEachTime) {
   form.View4.add("old");
   makeFile(folder + "\\exregscan.txt", "HKEY_USERS\\a\r\n");
   form.chameleonButton7.click();

@@ -19,7 +19,7 @@ TEST(Text, ChangesTheCaseOfAsciiLettersOnly) {
   EXPECT_EQ(upperCase("az{`AZ09"), "AZ{`AZ09");
 }
 
-TEST(Text, SplitsAnEmptyTextIntoNoPartsAtAll) { EXPECT_TRUE(split("", ".").empty()); }
+TEST(Text, SplitsAnEmptyTextIntoNoParts) { EXPECT_TRUE(split("", ".").empty()); }
 
 TEST(Text, SplitsIntoOnePartMoreThanThereAreSeparators) {
   EXPECT_EQ(split("a", "."), (Parts{"a"}));

@@ -109,7 +109,7 @@ TEST_F(UndoPageTest, TheBoxShowsTheOptionThatWasKept) {
   EXPECT_FALSE(form.Check1.value);
 }
 
-TEST_F(UndoPageTest, LabelsStandInTheOrderOfTheirNumbersAndHolesArePassedOver) {
+TEST_F(UndoPageTest, LabelsStandInTheOrderOfTheirNumbersAndHolesAreSkipped) {
   form.View3.add("old");
   setText(settings, "cnt", "11");
   setText(dates, "10", "tenth");
@@ -138,7 +138,7 @@ TEST_F(UndoPageTest, TheQueueIsServedAtEachEntry) {
   EXPECT_EQ(seen, (Texts{"0", "1"}));
 }
 
-TEST_F(UndoPageTest, AClickedRowIsRememberedAlsoWhenTheListIsFilledAnew) {
+TEST_F(UndoPageTest, AClickedRowIsRememberedAlsoWhenTheListIsFilledAgain) {
   addThree();
   form.chameleonButton1.click();
   form.chameleonButton3.enabled = false;
@@ -172,7 +172,7 @@ TEST_F(UndoPageTest, TheJournalOfTheRowIsWrittenBackAndItsEndIsTold) {
   EXPECT_EQ(form.View2.count(), 0U);
 }
 
-TEST_F(UndoPageTest, AJournalThatHasGoneIsMadeAnewAndEmpty) {
+TEST_F(UndoPageTest, AJournalThatHasGoneIsCreatedAgainEmpty) {
   addEntry("1", "first", "stem 1", "", false);
   form.chameleonButton1.click();
   View3_ItemClick(form, 1);

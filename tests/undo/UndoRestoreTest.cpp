@@ -25,18 +25,18 @@ class UndoRestoreTest : public fixture::ComputerFixture {
   void restore(const JournalRecord& record) { restoreJournal(form, journalFile({record})); }
 };
 
-TEST_F(UndoRestoreTest, AnIconComesBackAsTheDefaultOfItsKey) {
+TEST_F(UndoRestoreTest, AnIconIsRestoredAsTheDefaultOfItsKey) {
   restore({"6", "2", "\\defaulticon", "C:\\a.ico", "UndoRestoreTest"});
   EXPECT_EQ(storedText(classesKey + "\\defaulticon", ""), "C:\\a.ico");
 }
 
-TEST_F(UndoRestoreTest, ASharedDllComesBackAsUsedOnce) {
+TEST_F(UndoRestoreTest, ASharedDllIsRestoredAsUsedOnce) {
   makeKey(machineKey);
   restore({"2", "1", "Software\\UndoRestoreTest", "C:\\a.dll", "C:\\a.dll"});
   EXPECT_EQ(bytesOf(machineKey, "C:\\a.dll"), std::string("\1\0\0\0", 4));
 }
 
-TEST_F(UndoRestoreTest, ASharedDllOfTheClassesComesBackThere) {
+TEST_F(UndoRestoreTest, ASharedDllOfTheClassesIsRestoredThere) {
   makeKey(classesKey);
   restore({"2", "2", "UndoRestoreTest", "C:\\a.dll", "C:\\b.dll"});
   EXPECT_EQ(bytesOf(classesKey, "C:\\b.dll"), std::string("\1\0\0\0", 4));
@@ -48,12 +48,12 @@ TEST_F(UndoRestoreTest, ASharedDllMakesNoKey) {
   EXPECT_FALSE(hasKey(machineKey));
 }
 
-TEST_F(UndoRestoreTest, AnApplicationPathComesBackAsTheDefaultOfItsKey) {
+TEST_F(UndoRestoreTest, AnApplicationPathIsRestoredAsTheDefaultOfItsKey) {
   restore({"3", "1", "Software\\UndoRestoreTest", "a.exe", "C:\\a.exe"});
   EXPECT_EQ(storedText(machineKey + "\\a.exe", ""), "C:\\a.exe");
 }
 
-TEST_F(UndoRestoreTest, AFileClassComesBackAsItsDefaultAndNeverEmpty) {
+TEST_F(UndoRestoreTest, AFileClassIsRestoredAsItsDefaultAndNeverEmpty) {
   restore({"7", "2", "UndoRestoreTest\\shell", "C:\\a.exe", "UndoRestoreTest"});
   EXPECT_EQ(storedText(classesKey, ""), "C:\\a.exe");
   restore({"7", "2", "UndoRestoreTest\\shell", "", "UndoRestoreTest"});
@@ -76,7 +76,7 @@ TEST_F(UndoRestoreTest, ACodeOfThreeDigitsActsByItsFirstTwo) {
   EXPECT_EQ(storedText(classesKey, "name"), "class");
 }
 
-TEST_F(UndoRestoreTest, AnyOtherKindComesBackWithNameAndDataExchanged) {
+TEST_F(UndoRestoreTest, AnyOtherKindIsRestoredWithNameAndDataExchanged) {
   restore({"1", "1", "Software\\UndoRestoreTest", "font.ttf", "Font (TrueType)"});
   EXPECT_EQ(storedText(machineKey, "font.ttf"), "Font (TrueType)");
 }
@@ -120,7 +120,7 @@ TEST_F(UndoRestoreTest, AnEmptyFileWritesNothing) {
   EXPECT_FALSE(hasKey(machineKey));
 }
 
-TEST_F(UndoRestoreTest, AKeyThatWasCutComesBackCut) {
+TEST_F(UndoRestoreTest, AKeyThatWasCutIsRestoredCut) {
   const std::string longKey = "Software\\UndoRestoreTest\\" + std::string(150, 'k');
   restore({"1", "1", longKey, "name", "text"});
   EXPECT_EQ(storedText(machineKey + "\\" + std::string(150 - 25, 'k'), "name"), "text");

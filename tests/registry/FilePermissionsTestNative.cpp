@@ -1,8 +1,14 @@
 // Wine keeps the lists of files as the permissions of the system below it, which merges entries, so
 // only the emulated computer can show them one by one.
+#include <windows.h>
+// sddl needs windows.h before it.
+#include <sddl.h>
+
+#include "machine/Machine.h"
 #include "registry/AccountSids.h"
 #include "registry/Permissions.h"
 #include "support/ComputerFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
@@ -47,6 +53,22 @@ TEST_F(FileAccessTest, TheUsersOldEntriesAreReplaced) {
   SetAccess(userName(), "C:\\PermissionsTest\\again.txt", GENERIC_READ);
   SetAccess(userName(), "C:\\PermissionsTest\\again.txt", GENERIC_ALL);
   EXPECT_EQ(userEntries("C:\\PermissionsTest\\again.txt").size(), 1U);
+}
+
+TEST_F(FileAccessTest, AListWithoutEntriesIsLeftAsItIs) {
+  const std::string path = "C:\\PermissionsTest\\nobody.txt";
+  makeFile(path);
+  PSECURITY_DESCRIPTOR nobody = nullptr;
+  ConvertStringSecurityDescriptorToSecurityDescriptorW(Wide("D:").get(), SDDL_REVISION_1, &nobody,
+                                                       nullptr);
+  ASSERT_NE(SetFileSecurityW(Wide(path).get(), DACL_SECURITY_INFORMATION, nobody), FALSE);
+  LocalFree(nobody);
+  ASSERT_EQ(accessOfFile(path).size(), 0U);
+  machine::FaultPlan& faults = machine::Machine::current()->faults();
+  faults.clear();
+  SetAccess(userName(), path, GENERIC_ALL);
+  EXPECT_GT(faults.calls(machine::ApiCall::GetFileSecurity), 0U);
+  EXPECT_EQ(faults.calls(machine::ApiCall::SetFileSecurity), 0U);
 }
 
 TEST_F(FileAccessTest, APathInTheRecycleBinIsOpenedToTheUser) {

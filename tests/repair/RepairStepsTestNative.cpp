@@ -1,7 +1,9 @@
 // Wine opens every key for an administrator and cannot be made to fail; only the emulated computer
 // is sure to have a user's classes in its classes root.
+#include "machine/Environment.h"
 #include "machine/Machine.h"
 #include "repair/RepairStepsFixture.h"
+#include "text/Wide.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -51,6 +53,21 @@ TEST_F(GrantedKeyTest, EachKindThatDeletesKeysGrantsThemFirst) {
            "FileExts\\.repairstepstest",
            {"", " .repairstepstest ", "122", "", "", ""}));
   EXPECT_TRUE(goes(machine, {"", "", "133", "", " SOFTWARE\\RepairStepsTest ", ""}));
+}
+
+TEST_F(GrantedKeyTest, TheUsersNameIsReadAnewForEachRow) {
+  auto& environment = zelvreg::machine::Machine::current()->environment();
+  const std::string user = userName();
+  const Finding row{"", "name", "135", "HKEY_LOCAL_MACHINE", "SOFTWARE\\RepairStepsTest", ""};
+  makeKey(machine);
+  const auto before = accessOfKey(machine);
+  environment.set(u"UserName", u"no such account");
+  take(row);
+  EXPECT_EQ(accessOfKey(machine), before);
+  environment.set(u"UserName", utf16(user));
+  take(row);
+  EXPECT_NE(accessOfKey(machine), before);
+  setAccessOfKey(machine, "D:(A;;KA;;;WD)");
 }
 
 TEST_F(GrantedKeyTest, SomeGrantAPathAsItStands) {

@@ -2,6 +2,7 @@
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scanners/PaintedTexts.h"
 #include "scanners/ScannerFixture.h"
 #include "text/Numbers.h"
 #include "text/Wide.h"
@@ -222,18 +223,6 @@ TEST_F(DefaultIconsTest, AnEmptyListTakesOneTurnAndShowsZero) {
   EXPECT_EQ(storedText(countKey, "reg-count"), "(none)");
 }
 
-// Notes what a label shows each time that it is painted.
-class PaintedTexts : public ControlPeer {
- public:
-  void changed(const Control& control, Change what, std::size_t /*row*/) override {
-    if (what == Change::Repaint) {
-      texts.push_back(dynamic_cast<const Label&>(control).caption);
-    }
-  }
-
-  Texts texts;
-};
-
 TEST_F(DefaultIconsTest, EachClassIsShownWhileItIsListedAndWhileItIsLookedAt) {
   setIcon(prefix + "1", "");
   setIcon(prefix + "2", "");
@@ -242,10 +231,8 @@ TEST_F(DefaultIconsTest, EachClassIsShownWhileItIsListedAndWhileItIsLookedAt) {
       form.Text2.setText("2");
     }
   };
-  PaintedTexts painted;
-  form.Label3.attach(&painted);
+  const fixture::PaintedTexts painted(form.Label3);
   Command10(form);
-  form.Label3.attach(nullptr);
   EXPECT_EQ(painted.texts, (Texts{prefix + "1", prefix + "2", prefix + "1"}));
 }
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "scanners/FileClassesFixture.h"
+#include "scanners/PaintedTexts.h"
 #include "text/Wide.h"
 
 using namespace std::string_view_literals;
@@ -228,25 +229,11 @@ TEST_F(FileClassesTest, AnEmptyListTakesOneTurnAndShowsZero) {
   EXPECT_EQ(form.Text1.text(), "1");
 }
 
-// Notes what a label shows each time that it is painted.
-class PaintedTexts : public ControlPeer {
- public:
-  void changed(const Control& control, Change what, std::size_t /*row*/) override {
-    if (what == Change::Repaint) {
-      texts.push_back(dynamic_cast<const Label&>(control).caption);
-    }
-  }
-
-  Texts texts;
-};
-
 TEST_F(FileClassesTest, AClassIsShownAgainWhenItIsLookedAtAndAMediaTypeIsNot) {
   makeKey(classesRoot + className);
   setExtension("a/fileclassestest", "");
-  PaintedTexts painted;
-  form.Label3.attach(&painted);
+  const fixture::PaintedTexts painted(form.Label3);
   Command12(form);
-  form.Label3.attach(nullptr);
   EXPECT_EQ(std::count(painted.texts.begin(), painted.texts.end(), className), 2);
   EXPECT_EQ(std::count(painted.texts.begin(), painted.texts.end(), "a/fileclassestest"), 1);
 }

@@ -44,6 +44,14 @@ TEST_F(FontsTest, AFontWhoseFileIsGoneIsReportedUnderTheSpellingWithoutNt) {
   EXPECT_EQ(storedText(countKey, "reg-count"), "1");
 }
 
+TEST_F(FontsTest, TheListFollowsEachFinding) {
+  form.View2.add("before");
+  setText(fontsKey, "Gone", "gone.ttf");
+  setText(fontsKey, "Gone too", "gone too.ttf");
+  Command1(form);
+  EXPECT_EQ(form.View2.rowInView(), 3U);
+}
+
 TEST_F(FontsTest, AnAbsolutePathIsReportedEvenIfItsFileIsThere) {
   setText(fontsKey, "Absolute", "C:\\FontsTest\\fonts\\there.ttf");
   Command1(form);

@@ -51,6 +51,14 @@ class ServerProgramsDirectTest : public ServerProgramsFixture,
 INSTANTIATE_TEST_SUITE_P(Scanners, ServerProgramsDirectTest, ::testing::Values(servers, bitmaps),
                          [](const auto& tested) { return tested.param.name; });
 
+TEST_P(ServerProgramsDirectTest, OnlyARowWithItsFieldsIsFollowed) {
+  set(classA, 0, gone);
+  set(classB, 0, gone);
+  scanner.scan(form);
+  ASSERT_GE(form.View2.count(), 2U);
+  EXPECT_EQ(form.View2.rowInView(), scanner.rootName.empty() ? 0U : form.View2.count());
+}
+
 TEST_P(ServerProgramsDirectTest, AProgramThatIsGoneIsReportedUnderWhicheverKeyNamesIt) {
   for (std::size_t number = 0; number < scanner.keys.size(); ++number) {
     SCOPED_TRACE(scanner.keys[number]);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "scanners/PaintedTexts.h"
 #include "scanners/ServerProgramsFixture.h"
 #include "text/Wide.h"
 
@@ -88,6 +89,24 @@ TEST_F(ServerProgramsTest, AServerIsCutAfterItsFirstExtensionAndMustBeAProgramOn
     }
     EXPECT_EQ(findings(), expected);
   }
+}
+
+TEST_F(ServerProgramsTest, TheNumberOfEachClassIsPaintedAtOnce) {
+  serve(classA, there);
+  const fixture::PaintedTexts painted(form.Label3);
+  for (void (*scan)(Form42 & form) : {Command14, Command18, Command19}) {
+    scan(form);
+    const std::string count = std::to_string(form.List1.count());
+    EXPECT_EQ(painted.texts.back(), "Checking    " + count + " / " + count);
+  }
+}
+
+TEST_F(ServerProgramsTest, TheListFollowsEachFinding) {
+  serve(classA, gone);
+  serve(classB, gone);
+  Command14(form);
+  EXPECT_GE(form.View2.count(), 2U);
+  EXPECT_EQ(form.View2.rowInView(), form.View2.count());
 }
 
 TEST_F(ServerProgramsTest, ABlankBeforeTheDriveDoesNotHideAProgram) {

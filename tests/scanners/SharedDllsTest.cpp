@@ -45,6 +45,7 @@ TEST_F(SharedDllsTest, ASecondPassOverridesTheFieldsOfTheFirst) {
   ASSERT_EQ(form.View2.count(), 2U);
   EXPECT_EQ(fixture::findingOf(form, 1), finding(gone, report32));
   EXPECT_EQ(fixture::findingOf(form, 2), locationAlone(gone));
+  EXPECT_EQ(form.View2.rowInView(), 2U);
 }
 
 TEST_F(SharedDllsTest, EntriesOfThe32BitKeyFillTheRowsThatFollow) {

@@ -78,6 +78,41 @@ TEST_F(SearchSetUp, TheAreaThatWasKeptGivesWayToTheCurrentUser) {
   EXPECT_EQ(again.cboRoot.text(), "HKEY_CURRENT_USER");
 }
 
+// The texts that a box showed one after the other.
+class ShownTexts : public ControlPeer {
+ public:
+  explicit ShownTexts(ComboBox& shown) : box(shown) { box.attach(this); }
+  ShownTexts(const ShownTexts&) = delete;
+  ShownTexts& operator=(const ShownTexts&) = delete;
+  ~ShownTexts() override { box.attach(nullptr); }
+  void changed(const Control& /*control*/, Change what, std::size_t /*row*/) override {
+    if (what == Change::Text) {
+      texts.push_back(box.text());
+    }
+  }
+  Texts texts;
+
+ private:
+  ComboBox& box;
+};
+
+TEST_F(SearchSetUp, OnlyAnAreaAboveNothingIsTakenBeforeItGivesWay) {
+  struct Area {
+    const char* kept;
+    Texts shown;
+  };
+  const std::string first = fresh.cboRoot.entry(1);
+  for (const Area& area : {Area{"1", {first, "HKEY_CURRENT_USER"}},
+                           Area{"0", {"HKEY_CURRENT_USER"}}, Area{"-1", {"HKEY_CURRENT_USER"}},
+                           Area{"99", {"HKEY_CURRENT_USER"}}, Area{"x", {"HKEY_CURRENT_USER"}}}) {
+    setText(settingsKey, "lastSearchArea", area.kept);
+    Form42 started;
+    const ShownTexts shown(started.cboRoot);
+    Command24(started);
+    EXPECT_EQ(shown.texts, area.shown) << area.kept;
+  }
+}
+
 TEST_F(SearchSetUp, TakesTheModeThatWasKeptOrElseTheFirst) {
   startWith("lastMode", "3");
   EXPECT_EQ(mode(again), 3);
@@ -248,6 +283,24 @@ TEST_F(CmdFindTest, EachRootOfAllHasTheCategoryOfItsOwn) {
   EXPECT_EQ(all.View1.text(8, problemsColumn), "1");
   EXPECT_EQ(all.View1.text(9, problemsColumn), "1");
   EXPECT_EQ(all.totalFound, 2);
+}
+
+TEST_F(CmdFindTest, TheQueueIsServedAfterEachOfAllRootsAndACancelThereIsTheLast) {
+  Form42 all;
+  for (const char* name : {"My Computer", "no root", "none either", "nor this"}) {
+    all.cboRoot.add(name);
+  }
+  all.cboRoot.setListIndex(0);
+  int yields = 0;
+  all.messages.serveHost = [&] { ++yields; };
+  cmdFind(all);
+  EXPECT_EQ(yields, 3);
+  all.messages.serveHost = [&] {
+    ++yields;
+    all.cancelRequested = true;
+  };
+  cmdFind(all);
+  EXPECT_EQ(yields, 4);
 }
 
 TEST_F(CmdFindTest, AnUnknownRootHasNothingToWalk) {

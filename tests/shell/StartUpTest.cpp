@@ -1,7 +1,9 @@
 #include "shell/StartUp.h"
 
 #include <array>
+#include <optional>
 
+#include "languages/Charset.h"
 #include "scan/CategoryTable.h"
 #include "shell/PressFixture.h"
 
@@ -10,6 +12,7 @@ namespace {
 
 const std::string suiteSettings =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner";
+const std::string language = suiteSettings + "\\zelvreg";
 const std::string ticks =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
 const std::string folder = "C:\\StartUpTest";
@@ -34,6 +37,36 @@ TEST_F(StartUpTest, FindsOutOnWhichSystemItRuns) {
   form.Is64BitOS = false;
   Form_Load(form);
   EXPECT_TRUE(form.Is64BitOS);
+}
+
+TEST_F(StartUpTest, TheSystemIsKnownBeforeTheLanguageIsRead) {
+  struct FirstCaption : ControlPeer {
+    explicit FirstCaption(const Form42& loaded) : form(loaded) {}
+    void changed(const Control& /*control*/, Change what, std::size_t /*row*/) override {
+      wasKnown = what == Change::Text && !wasKnown ? std::optional(form.Is64BitOS) : wasKnown;
+    }
+    const Form42& form;
+    std::optional<bool> wasKnown;
+  } first(form);
+  setText(language, "lang", "english");
+  form.Is64BitOS = false;
+  form.cmd_search.attach(&first);
+  Form_Load(form);
+  form.cmd_search.attach(nullptr);
+  EXPECT_EQ(first.wasKnown, true);
+}
+
+TEST_F(StartUpTest, TheMenusAreDrawnAsTheLanguageThatWasKeptGoesWithTheSystem) {
+  for (const char* charset : {"0", "255"}) {
+    setText(language, "langcode", charset);
+    Form42 loaded;
+    loaded.programFolder = folder;
+    Form_Load(loaded);
+    EXPECT_EQ(loaded.langCode, std::stoi(charset));
+    EXPECT_EQ(loaded.menus.drawing, charsetMatchesCodePage(loaded.langCode, GetACP())
+                                        ? MenuDrawing::InSystemCharset
+                                        : MenuDrawing::InOwnCharset);
+  }
 }
 
 struct ColorSetting {

@@ -248,6 +248,19 @@ TEST_F(UndoPageTest, ABracketInALabelStandsForItsListAndOneThatIsOpenFitsAll) {
   }
 }
 
+TEST_F(UndoPageTest, WithoutAClickedRowNothingIsRestored) {
+  addThree();
+  form.chameleonButton1.click();
+  form.chameleonButton2.click();
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].text,
+            "Nothing was restored: the entry names no file of the program's folder.");
+  EXPECT_EQ(messages[0].icon, MessageIcon::Exclamation);
+  EXPECT_TRUE(form.isUndoRefused);
+  EXPECT_FALSE(hasKey(target));
+  EXPECT_EQ(labels(), (Texts{"first", "second", "third"}));
+}
+
 TEST_F(UndoPageTest, WithoutAClickedRowNothingIsRemoved) {
   addThree();
   form.chameleonButton1.click();

@@ -9,7 +9,7 @@
 
 #include "console/Computer.h"
 #include "form/Form42.h"
-#include "machine/OfflineFiles.h"
+#include "machine/offline/OfflineFiles.h"
 #include "shell/StartUp.h"
 
 namespace zelvreg::bench {

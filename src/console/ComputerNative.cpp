@@ -1,8 +1,8 @@
 #include <filesystem>
 
 #include "console/Computer.h"
-#include "machine/Drives.h"
 #include "machine/Machine.h"
+#include "machine/files/Drives.h"
 
 namespace zelvreg::console {
 namespace {

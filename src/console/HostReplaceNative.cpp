@@ -1,5 +1,5 @@
 #include "console/HostReplace.h"
-#include "machine/AtomicFile.h"
+#include "machine/base/AtomicFile.h"
 
 namespace zelvreg::console {
 

@@ -3,10 +3,10 @@
 #include <sstream>
 #include <utility>
 
-#include "machine/AtomicFile.h"
-#include "machine/HiveFile.h"
 #include "machine/MachineState.h"
-#include "machine/RecordFiles.h"
+#include "machine/base/AtomicFile.h"
+#include "machine/computer/RecordFiles.h"
+#include "machine/hive/HiveFile.h"
 
 namespace zelvreg::machine {
 

@@ -3,15 +3,13 @@
 #ifndef ZELVREG_MACHINE_MACHINE_H
 #define ZELVREG_MACHINE_MACHINE_H
 
-#include <cstddef>
 #include <filesystem>
-#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "machine/FaultPlan.h"
+#include "machine/base/FaultPlan.h"
+#include "machine/offline/OfflineDisk.h"
 
 namespace zelvreg::machine {
 
@@ -25,16 +23,6 @@ class OpenFiles;
 struct Processes;
 class Registry;
 struct Token;
-
-// A mounted Windows disk.
-struct OfflineDisk {
-  std::filesystem::path root;                    // the drive of its SystemRoot
-  std::map<char, std::filesystem::path> drives;  // further drives, by upper-case letter
-  std::optional<std::string> user;    // whose current user it is; none: the hive written last
-  bool missingDrivesAreDead = false;  // else a file on a drive not given counts as unknown
-  bool filesAreReadOnly = false;      // save() leaves the files' attributes alone
-  std::size_t keptBackups = 3;        // older backups of a hive beside the newest
-};
 
 class Machine {
  public:

@@ -2,11 +2,11 @@
 #include <array>
 #include <cctype>
 
-#include "machine/AtomicFile.h"
-#include "machine/MachineError.h"
-#include "machine/MachineSettings.h"
 #include "machine/MachineState.h"
-#include "machine/RecordFiles.h"
+#include "machine/base/AtomicFile.h"
+#include "machine/base/MachineError.h"
+#include "machine/computer/MachineSettings.h"
+#include "machine/computer/RecordFiles.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {

@@ -7,19 +7,19 @@
 #include <string>
 #include <vector>
 
-#include "machine/Accounts.h"
-#include "machine/Clock.h"
-#include "machine/CodePage.h"
-#include "machine/DiskAttributes.h"
-#include "machine/Drives.h"
-#include "machine/Environment.h"
-#include "machine/FaultPlan.h"
-#include "machine/FolderLock.h"
 #include "machine/Machine.h"
-#include "machine/OpenFiles.h"
-#include "machine/Processes.h"
-#include "machine/Registry.h"
-#include "machine/RegistryFile.h"
+#include "machine/base/CodePage.h"
+#include "machine/base/FaultPlan.h"
+#include "machine/computer/Clock.h"
+#include "machine/computer/Environment.h"
+#include "machine/computer/FolderLock.h"
+#include "machine/computer/Processes.h"
+#include "machine/files/DiskAttributes.h"
+#include "machine/files/Drives.h"
+#include "machine/files/OpenFiles.h"
+#include "machine/regfile/RegistryFile.h"
+#include "machine/registry/Registry.h"
+#include "machine/security/Accounts.h"
 
 namespace zelvreg::machine {
 

@@ -1,11 +1,11 @@
 // Opening the disk of a computer that is not running.
-#include "machine/AtomicFile.h"
-#include "machine/HiveBackups.h"
-#include "machine/HiveSaving.h"
-#include "machine/MachineError.h"
 #include "machine/MachineState.h"
-#include "machine/OfflineFiles.h"
-#include "machine/OfflineRegistry.h"
+#include "machine/base/AtomicFile.h"
+#include "machine/base/MachineError.h"
+#include "machine/offline/HiveBackups.h"
+#include "machine/offline/HiveSaving.h"
+#include "machine/offline/OfflineFiles.h"
+#include "machine/offline/OfflineRegistry.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {

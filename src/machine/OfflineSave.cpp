@@ -1,11 +1,11 @@
 // Writing the hive files of the disk of a computer that is not running.
-#include "machine/HiveCheck.h"
-#include "machine/HiveFile.h"
-#include "machine/HiveLogs.h"
-#include "machine/HiveSaving.h"
-#include "machine/MachineError.h"
 #include "machine/MachineState.h"
-#include "machine/PreparedHive.h"
+#include "machine/base/MachineError.h"
+#include "machine/hive/HiveCheck.h"
+#include "machine/hive/HiveFile.h"
+#include "machine/hive/HiveLogs.h"
+#include "machine/offline/HiveSaving.h"
+#include "machine/offline/PreparedHive.h"
 
 namespace zelvreg::machine {
 namespace {

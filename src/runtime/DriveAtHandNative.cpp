@@ -1,5 +1,5 @@
-#include "machine/Drives.h"
 #include "machine/Machine.h"
+#include "machine/files/Drives.h"
 #include "runtime/DriveAtHand.h"
 #include "unicode/Unicode.h"
 

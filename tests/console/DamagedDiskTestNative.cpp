@@ -6,8 +6,8 @@
 #include <functional>
 
 #include "console/CommandRun.h"
-#include "machine/HiveBytes.h"
 #include "machine/OfflineDiskFixture.h"
+#include "machine/hive/HiveBytes.h"
 
 namespace zelvreg::console {
 namespace {

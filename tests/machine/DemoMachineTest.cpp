@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "machine/Drives.h"
 #include "machine/Machine.h"
-#include "machine/Registry.h"
 #include "machine/TemporaryFolder.h"
+#include "machine/files/Drives.h"
+#include "machine/registry/Registry.h"
 #include "support/SourceFolder.h"
 
 namespace zelvreg::machine {

@@ -1,5 +1,5 @@
 #include "machine/Machine.h"
-#include "machine/MachineError.h"
+#include "machine/base/MachineError.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -7,11 +7,11 @@
 #include <unistd.h>
 #include <windows.h>
 
-#include "machine/Clock.h"
-#include "machine/CodePage.h"
-#include "machine/Drives.h"
-#include "machine/Environment.h"
-#include "machine/Registry.h"
+#include "machine/base/CodePage.h"
+#include "machine/computer/Clock.h"
+#include "machine/computer/Environment.h"
+#include "machine/files/Drives.h"
+#include "machine/registry/Registry.h"
 #include "support/MachineFixture.h"
 #include "unicode/Unicode.h"
 

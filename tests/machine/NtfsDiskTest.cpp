@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "machine/OfflineDiskFixture.h"
-#include "machine/Security.h"
+#include "machine/security/Security.h"
 
 namespace zelvreg::fixture {
 namespace {

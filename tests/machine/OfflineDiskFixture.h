@@ -15,9 +15,9 @@
 
 #include "machine/HiveBuilder.h"
 #include "machine/Machine.h"
-#include "machine/MachineError.h"
-#include "machine/Registry.h"
 #include "machine/TemporaryFolder.h"
+#include "machine/base/MachineError.h"
+#include "machine/registry/Registry.h"
 
 namespace zelvreg::fixture {
 

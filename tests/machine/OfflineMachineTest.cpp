@@ -3,11 +3,11 @@
 
 #include <cstdlib>
 
-#include "machine/Drives.h"
-#include "machine/Environment.h"
 #include "machine/Machine.h"
-#include "machine/MachineError.h"
 #include "machine/TemporaryFolder.h"
+#include "machine/base/MachineError.h"
+#include "machine/computer/Environment.h"
+#include "machine/files/Drives.h"
 
 namespace zelvreg::machine {
 namespace {

@@ -7,11 +7,11 @@
 
 #include <algorithm>
 
-#include "machine/HiveSaving.h"
 #include "machine/KilledProcess.h"
-#include "machine/MachineError.h"
 #include "machine/OfflineDiskFixture.h"
 #include "machine/OrdinaryUser.h"
+#include "machine/base/MachineError.h"
+#include "machine/offline/HiveSaving.h"
 
 namespace zelvreg::fixture {
 namespace {

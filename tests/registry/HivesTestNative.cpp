@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "machine/Machine.h"
-#include "machine/Registry.h"
+#include "machine/registry/Registry.h"
 #include "registry/Hives.h"
 #include "support/ComputerFixture.h"
 

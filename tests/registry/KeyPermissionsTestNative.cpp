@@ -1,7 +1,7 @@
 // Wine opens every key for an administrator and has none without a list, so only the emulated
 // computer can show what a list decides.
 #include "machine/Machine.h"
-#include "machine/Registry.h"
+#include "machine/registry/Registry.h"
 #include "registry/AccountSids.h"
 #include "registry/Permissions.h"
 #include "registry/RegistryKey.h"

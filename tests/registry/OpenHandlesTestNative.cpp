@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "machine/Machine.h"
-#include "machine/Registry.h"
+#include "machine/registry/Registry.h"
 #include "registry/Deletion.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"

@@ -1,7 +1,7 @@
 // Wine opens every key for an administrator and cannot be made to fail; only the emulated computer
 // is sure to have a user's classes in its classes root.
-#include "machine/Environment.h"
 #include "machine/Machine.h"
+#include "machine/computer/Environment.h"
 #include "repair/RepairStepsFixture.h"
 #include "text/Wide.h"
 

@@ -1,7 +1,7 @@
 // Wine opens every key for an administrator and cannot be made to fail, so only the emulated
 // computer has keys that cannot be read.
 #include "machine/Machine.h"
-#include "machine/Registry.h"
+#include "machine/registry/Registry.h"
 #include "registry/RegistryImport.h"
 #include "repair/SafetyExport.h"
 #include "repair/SafetyExportFixture.h"

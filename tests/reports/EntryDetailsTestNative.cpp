@@ -1,6 +1,6 @@
 // Only the emulated computer notes the programs that are started and ended, and runs none.
 #include "machine/Machine.h"
-#include "machine/Processes.h"
+#include "machine/computer/Processes.h"
 #include "reports/EditorProcess.h"
 #include "reports/EntryDetails.h"
 #include "scan/Findings.h"

@@ -1,7 +1,7 @@
 // The viewer is only started on the emulated computer, which notes it and runs nothing. Its clock
 // stands at 2026-01-31 13:45:06.
 #include "machine/Machine.h"
-#include "machine/Processes.h"
+#include "machine/computer/Processes.h"
 #include "reports/Report.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"

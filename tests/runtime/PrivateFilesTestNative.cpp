@@ -1,10 +1,10 @@
 // Wine makes the list of a file up from its mode and gives all files to the user.
 #include <gtest/gtest.h>
 
-#include "machine/Drives.h"
-#include "machine/FileRecords.h"
 #include "machine/Machine.h"
-#include "machine/Security.h"
+#include "machine/files/Drives.h"
+#include "machine/files/FileRecords.h"
+#include "machine/security/Security.h"
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
 #include "support/ComputerFixture.h"

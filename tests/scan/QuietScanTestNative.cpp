@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "form/ProcessEnd.h"
-#include "machine/Drives.h"
-#include "machine/Environment.h"
+#include "machine/computer/Environment.h"
+#include "machine/files/Drives.h"
 #include "registry/Hives.h"
 #include "repair/EveryKindMachine.h"
 #include "scan/Findings.h"

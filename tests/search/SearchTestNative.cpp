@@ -2,8 +2,8 @@
 // paths than it opens by narrow names (260 characters).
 #include <algorithm>
 
-#include "machine/FaultPlan.h"
 #include "machine/Machine.h"
+#include "machine/base/FaultPlan.h"
 #include "search/DeadPath.h"
 #include "search/SearchFixture.h"
 #include "text/Wide.h"

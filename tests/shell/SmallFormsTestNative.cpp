@@ -1,6 +1,6 @@
 // Only the emulated computer keeps what it was asked to open.
 #include "machine/Machine.h"
-#include "machine/Processes.h"
+#include "machine/computer/Processes.h"
 #include "shell/SmallForms.h"
 #include "support/ComputerFixture.h"
 

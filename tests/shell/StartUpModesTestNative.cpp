@@ -1,8 +1,8 @@
 // Only the emulated computer has a clock and a suite of its own, and files and a registry that a
 // whole scan may repair.
 #include "form/ProcessEnd.h"
-#include "machine/Clock.h"
 #include "machine/RegistryCalls.h"
+#include "machine/computer/Clock.h"
 #include "scan/SafeguardSources.h"
 #include "shell/CommandModes.h"
 #include "shell/StartUp.h"

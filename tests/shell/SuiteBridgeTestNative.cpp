@@ -5,7 +5,7 @@
 
 #include "form/ProcessEnd.h"
 #include "machine/Machine.h"
-#include "machine/OpenFiles.h"
+#include "machine/files/OpenFiles.h"
 #include "support/MachineFixture.h"
 
 namespace zelvreg {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "machine/Machine.h"
-#include "machine/Registry.h"
+#include "machine/registry/Registry.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::fixture {

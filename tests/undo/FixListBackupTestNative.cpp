@@ -1,6 +1,6 @@
 // Only the clock of the emulated computer stands still between two runs.
-#include "machine/Clock.h"
 #include "machine/Machine.h"
+#include "machine/computer/Clock.h"
 #include "undo/FixListBackupFixture.h"
 
 namespace zelvreg {

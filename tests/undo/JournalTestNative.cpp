@@ -1,7 +1,7 @@
 // Only the clock of the emulated computer stands still between two runs, and only its reads fail.
-#include "machine/Clock.h"
-#include "machine/FaultPlan.h"
 #include "machine/Machine.h"
+#include "machine/base/FaultPlan.h"
+#include "machine/computer/Clock.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
 #include "support/ComputerFixture.h"

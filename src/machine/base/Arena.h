@@ -1,0 +1,66 @@
+// Memory that is handed out in small pieces and given back all at once.
+#ifndef ZELVREG_MACHINE_BASE_ARENA_H
+#define ZELVREG_MACHINE_BASE_ARENA_H
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+namespace zelvreg::machine {
+
+class Arena {
+ public:
+  Arena() = default;
+  ~Arena();
+  Arena(const Arena&) = delete;
+  Arena& operator=(const Arena&) = delete;
+
+  // A copy that lives as long as the arena.
+  std::u16string_view keep(std::u16string_view text) {
+    auto* place = allocate<char16_t>(text.size());
+    std::copy(text.begin(), text.end(), place);
+    return {place, text.size()};
+  }
+
+  std::span<std::byte> keep(std::span<const std::byte> bytes) {
+    auto* place = allocate<std::byte>(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), place);
+    return {place, bytes.size()};
+  }
+
+  // Room for `count` entries, not filled; null for none. Nothing is ever destroyed in it.
+  template <typename Entry>
+  Entry* allocate(std::size_t count) {
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the size of a pointer is meant where it is one
+    return reinterpret_cast<Entry*>(allocateBytes(count * sizeof(Entry), alignof(Entry)));
+  }
+
+ private:
+  std::byte* allocateBytes(std::size_t size, std::size_t alignment) {
+    const std::size_t padding = left % alignment;  // a block ends at every alignment
+    if (size == 0) {
+      return nullptr;
+    }
+    if (size + padding > left) {
+      return allocateInNewBlock(size);
+    }
+    std::byte* place = next + padding;
+    next = place + size;
+    left -= size + padding;
+    return place;
+  }
+
+  std::byte* allocateInNewBlock(std::size_t size);
+  std::byte* newBlock(std::size_t size);
+
+  std::vector<std::byte*> blocks;
+  std::byte* next = nullptr;
+  std::size_t left = 0;
+};
+
+}  // namespace zelvreg::machine
+
+#endif

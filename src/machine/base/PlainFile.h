@@ -1,0 +1,34 @@
+// Files that may come from somebody else: a name may lead to a pipe or a device, on which opening
+// waits or does something.
+#ifndef ZELVREG_MACHINE_BASE_PLAIN_FILE_H
+#define ZELVREG_MACHINE_BASE_PLAIN_FILE_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "machine/base/FileDescriptor.h"
+
+namespace zelvreg::machine {
+
+// Opens a file for reading and never waits. None, with errno set, if it cannot be opened or is
+// anything but a plain file; that one errno is EINVAL.
+FileDescriptor openPlainFile(const std::filesystem::path& file);
+
+// The whole content of a plain file. Throws MachineError.
+std::string readWholeFile(const std::filesystem::path& file);
+
+// Reads up to `size` bytes from an offset on; how many there were.
+std::size_t readAt(const FileDescriptor& file, std::uint64_t offset, void* bytes, std::size_t size);
+
+// Inode, size, seconds and nanoseconds of the last write of what is at a name itself, not behind a
+// link; all zero if there is nothing. Tells whether somebody else has put another file there or
+// written it.
+using FileStamp = std::array<std::int64_t, 4>;
+FileStamp stampOf(const std::filesystem::path& file);
+
+}  // namespace zelvreg::machine
+
+#endif

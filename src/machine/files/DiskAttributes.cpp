@@ -1,0 +1,28 @@
+#include "machine/files/DiskAttributes.h"
+
+#include <sys/xattr.h>
+
+#include <cstdint>
+
+namespace zelvreg::machine {
+namespace {
+
+constexpr std::uint32_t settableOnDisk = 0x2127;
+
+void writeOne(const std::string& file, std::uint32_t attributes, const char* name) {
+  std::uint32_t before = 0;
+  if (getxattr(file.c_str(), name, &before, sizeof before) != sizeof before) return;
+  const std::uint32_t after = (before & ~settableOnDisk) | (attributes & settableOnDisk);
+  if (after != before) setxattr(file.c_str(), name, &after, sizeof after, XATTR_REPLACE);
+}
+
+}  // namespace
+
+void DiskAttributes::write(const char* attributeName) {
+  for (const auto& [file, attributes] : asked) {
+    writeOne(file, attributes, attributeName);
+  }
+  asked.clear();
+}
+
+}  // namespace zelvreg::machine

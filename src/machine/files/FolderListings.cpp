@@ -1,0 +1,126 @@
+#include "machine/files/FolderListings.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <tuple>
+#include <utility>
+
+#include "machine/base/CaseFold.h"
+#include "machine/base/HostName.h"
+#include "unicode/Unicode.h"
+
+namespace zelvreg::machine {
+
+namespace {
+
+// The root of this system is written as the empty text.
+const char* nameOf(const std::string& folder) { return folder.empty() ? "/" : folder.c_str(); }
+
+NameKind kindOf(int folder, const dirent& entry) {
+  switch (entry.d_type) {
+    case DT_REG:
+      return NameKind::File;
+    case DT_DIR:
+      return NameKind::Folder;
+    case DT_LNK:
+      return NameKind::Link;
+    case DT_UNKNOWN:
+      break;
+    default:
+      return NameKind::Other;
+  }
+  // Some file systems do not say the kind in the listing.
+  struct stat status {};
+  if (fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) return NameKind::Other;
+  if (S_ISREG(status.st_mode)) return NameKind::File;
+  if (S_ISDIR(status.st_mode)) return NameKind::Folder;
+  return S_ISLNK(status.st_mode) ? NameKind::Link : NameKind::Other;
+}
+
+struct ReadNames {
+  std::vector<ListedName> names;
+  bool isComplete = false;
+  bool hasForeignNames = false;
+};
+
+ReadNames readNames(const std::string& folder) {
+  ReadNames read;
+  const auto closeFolder = [](DIR* open) { closedir(open); };
+  const std::unique_ptr<DIR, decltype(closeFolder)> open(opendir(nameOf(folder)), closeFolder);
+  if (open == nullptr) return read;
+  errno = 0;
+  while (const dirent* entry = readdir(open.get())) {
+    const std::string_view name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    if (const auto wide = windowsName(name)) {
+      read.names.push_back(
+          {upperCase(*wide), std::string(name), kindOf(dirfd(open.get()), *entry)});
+    } else {
+      read.hasForeignNames = true;
+    }
+    errno = 0;
+  }
+  read.isComplete = errno == 0;
+  std::sort(read.names.begin(), read.names.end(),
+            [](const ListedName& first, const ListedName& second) {
+              return std::tie(first.upper, first.name) < std::tie(second.upper, second.name);
+            });
+  return read;
+}
+
+}  // namespace
+
+FolderListings::Listing& FolderListings::current(const std::string& folder) {
+  Listing& listing = listings[folder];
+  struct stat status {};
+  if (stat(nameOf(folder), &status) != 0) {
+    listing = {};
+    return listing;
+  }
+  const bool same = listing.readable && listing.device == status.st_dev &&
+                    listing.inode == status.st_ino &&
+                    listing.changed.tv_sec == status.st_mtim.tv_sec &&
+                    listing.changed.tv_nsec == status.st_mtim.tv_nsec;
+  if (same) return listing;
+  // The time is taken before the names, so that a change in between is seen the next time.
+  listing = {status.st_dev, status.st_ino, status.st_mtim, false, false, {}};
+  ReadNames read = readNames(folder);
+  listing.names = std::move(read.names);
+  listing.readable = read.isComplete;
+  listing.hasForeignNames = read.hasForeignNames;
+  return listing;
+}
+
+const ListedName* FolderListings::find(const std::string& folder, std::u16string_view upper,
+                                       std::u16string_view name) {
+  const std::vector<ListedName>& names = current(folder).names;
+  const auto first = std::lower_bound(
+      names.begin(), names.end(), upper,
+      [](const ListedName& listed, std::u16string_view wanted) { return listed.upper < wanted; });
+  const auto last = std::find_if(
+      first, names.end(), [upper](const ListedName& listed) { return listed.upper != upper; });
+  if (first == last) return nullptr;
+  if (last - first == 1) return &*first;
+  const auto exact = std::find_if(first, last, [written = utf8(name)](const ListedName& listed) {
+    return listed.name == written;
+  });
+  return exact == last ? &*first : &*exact;
+}
+
+const std::vector<ListedName>& FolderListings::all(const std::string& folder) {
+  return current(folder).names;
+}
+
+bool FolderListings::isSurelyMissing(const std::string& folder, std::u16string_view name) const {
+  const auto found = listings.find(folder);
+  if (found == listings.end() || !found->second.readable) return false;
+  const bool isPlain =
+      std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < 0x80; });
+  return isPlain || !found->second.hasForeignNames;
+}
+
+}  // namespace zelvreg::machine

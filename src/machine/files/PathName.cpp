@@ -1,0 +1,99 @@
+#include "machine/files/PathName.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zelvreg::machine {
+
+namespace {
+
+// Whether a character below 0x80 can be in a name. Looked up for each character of each path.
+constexpr auto isInNames = [] {
+  std::array<bool, 0x80> possible{};
+  for (std::size_t unit = u' '; unit < possible.size(); ++unit) possible[unit] = true;
+  for (const char16_t unit : std::u16string_view(u"*?\"<>|:")) possible[unit] = false;
+  return possible;
+}();
+
+bool isLetter(char16_t unit) {
+  return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+}
+
+bool hasDrive(std::u16string_view text) {
+  return text.size() >= 2 && isLetter(text[0]) && text[1] == u':';
+}
+
+bool isPossible(std::u16string_view names) {
+  return std::all_of(names.begin(), names.end(),
+                     [](char16_t unit) { return unit >= isInNames.size() || isInNames[unit]; });
+}
+
+PathName wrong(LONG error) {
+  PathName path;
+  path.error = error;
+  return path;
+}
+
+void addName(PathName& path, std::u16string_view name) {
+  if (name == u"..") {
+    if (!path.names.empty()) path.names.pop_back();
+    return;
+  }
+  // "." and names of dots alone are nothing.
+  if (name.find_first_not_of(u" .") == std::u16string_view::npos) return;
+  path.names.emplace_back(withoutEnd(name));
+}
+
+void addNames(PathName& path, std::u16string_view text) {
+  path.endsInSeparator = !text.empty() && isSeparator(text.back());
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.size(), text.find_first_of(u"\\/"));
+    addName(path, text.substr(0, end));
+    text.remove_prefix(std::min(text.size(), end + 1));
+  }
+}
+
+}  // namespace
+
+std::u16string_view withoutEnd(std::u16string_view name) {
+  const std::size_t last = name.find_last_not_of(u" .");
+  return last == std::u16string_view::npos ? name : name.substr(0, last + 1);
+}
+
+bool isSeparator(char16_t unit) { return unit == u'\\' || unit == u'/'; }
+
+PathName parsePath(std::u16string_view text, const PathName& current) {
+  text = text.substr(0, text.find(u'\0'));
+  if (text.starts_with(u"\\\\?\\") || text.starts_with(u"\\\\.\\")) {
+    text.remove_prefix(4);
+    if (!hasDrive(text)) return wrong(ERROR_PATH_NOT_FOUND);
+  }
+  if (text.empty()) return wrong(ERROR_PATH_NOT_FOUND);
+  if (text.size() > 1 && isSeparator(text[0]) && isSeparator(text[1])) {
+    return wrong(ERROR_PATH_NOT_FOUND);
+  }
+  PathName path;
+  path.drive = current.drive;
+  const bool namesDrive = hasDrive(text);
+  if (namesDrive) {
+    path.drive = static_cast<char>(text[0] & ~0x20);
+    text.remove_prefix(2);
+  }
+  const bool fromRoot = !text.empty() && isSeparator(text[0]);
+  if (!fromRoot && path.drive == current.drive) path.names = current.names;
+  if (!isPossible(text)) return wrong(ERROR_INVALID_NAME);
+  addNames(path, text);
+  return path;
+}
+
+PathName parseFullPath(std::u16string_view text) { return parsePath(text, PathName()); }
+
+std::u16string_view takeLastPart(std::u16string_view& text) {
+  const std::size_t end = text.find_last_of(u"\\/:");
+  const std::size_t start = end == std::u16string_view::npos ? 0 : end + 1;
+  const std::u16string_view last = text.substr(start);
+  text = text.substr(0, start);
+  return last;
+}
+
+}  // namespace zelvreg::machine

@@ -1,0 +1,28 @@
+// Whether a hive file is whole. Reading passes over damage; writing must not begin on it, since
+// what was passed over would be lost, and what two keys share would go with the first of them.
+#ifndef ZELVREG_MACHINE_HIVE_HIVE_CHECK_H
+#define ZELVREG_MACHINE_HIVE_HIVE_CHECK_H
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "machine/base/FileDescriptor.h"
+
+namespace zelvreg::machine {
+
+// Looks at the header alone: a file shorter than its header says was cut short, or the header lies.
+// Throws MachineError that says only what is wrong. Of no file, or one without a header, it says
+// nothing.
+void checkHiveHeader(const FileDescriptor& file);
+
+// Walks all keys and values: each part must lie within the file, be in use, and belong to one owner
+// alone. Throws MachineError that says only what is wrong, with the key.
+void checkHive(std::string content);
+
+// The same for a file, in one line that names it and says what to do; none if it is whole.
+std::optional<std::string> whyUnsound(const std::filesystem::path& hive);
+
+}  // namespace zelvreg::machine
+
+#endif

@@ -1,0 +1,36 @@
+// The registry of a Windows computer that is not running, from the hive files of its mounted disk.
+// Nothing on the disk is written.
+#ifndef ZELVREG_MACHINE_OFFLINE_OFFLINE_REGISTRY_H
+#define ZELVREG_MACHINE_OFFLINE_OFFLINE_REGISTRY_H
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "machine/offline/OfflineDisk.h"
+#include "machine/registry/Registry.h"
+
+namespace zelvreg::machine {
+
+// All texts are UTF-8.
+struct OfflineRegistry {
+  std::unique_ptr<Registry> registry;
+  int bits = 32;  // 64 where the disk has Windows\SysWOW64
+  unsigned codePage = 1252;
+  std::string userName;  // the name of the current user's profile folder; "User" if there is none
+  std::string userSid;
+  // What the hives say of the environment of a 32-bit process of that user, variables expanded:
+  // only names of which something is known.
+  std::map<std::string, std::string> environment;
+  std::vector<std::string> damaged;  // one line for each hive left out: its file and why
+  char systemDrive = 'C';            // the letter that SystemRoot has
+  std::string windowsFolder;         // "C:\\Windows", the folder's name as it is on the disk
+};
+
+// Throws MachineError if the disk has no hive at all, or if `disk.user` is none of its users.
+OfflineRegistry readOfflineRegistry(const OfflineDisk& disk);
+
+}  // namespace zelvreg::machine
+
+#endif

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "console/SafeguardArguments.h"
+#include "roots/Roots.h"
 #include "search/Search.h"
 #include "text/Text.h"
 #include "unicode/Unicode.h"
@@ -11,17 +12,19 @@
 namespace zelvreg::console {
 namespace {
 
-struct RootName {
-  const char* listed;     // in cboRoot
-  const char* shortName;  // on the command line
-};
+// Those of cboRoot that the command line knows.
+constexpr std::array searchRoots{HiveHandle::ClassesRoot, HiveHandle::CurrentUser,
+                                 HiveHandle::LocalMachine, HiveHandle::Users,
+                                 HiveHandle::CurrentConfig};
+constexpr std::string_view allRoots = "all";
 
-constexpr std::array<RootName, 6> searchRoots{{{allRootsName, "all"},
-                                               {"HKEY_CLASSES_ROOT", "HKCR"},
-                                               {"HKEY_CURRENT_USER", "HKCU"},
-                                               {"HKEY_LOCAL_MACHINE", "HKLM"},
-                                               {"HKEY_USERS", "HKU"},
-                                               {"HKEY_CURRENT_CONFIG", "HKCC"}}};
+std::string shortNames() {
+  std::string names;
+  for (const HiveHandle root : searchRoots) {
+    names += std::string(shortName(root)) + ", ";
+  }
+  return names;
+}
 
 SearchMode searchModeNamed(const std::string& name) {
   constexpr std::array<const char*, 4> names{"any", "left", "right", "exact"};
@@ -38,7 +41,7 @@ void SearchArguments::addTo(CLI::App& search, Options& options) {
   SearchOptions& given = options.search;
   search.add_option("text", given.text, "the text to look for")->required();
   search.add_option("--in", root,
-                    "the root to look in: HKCR, HKCU, HKLM, HKU, HKCC, or all; all by default");
+                    "the root to look in: " + shortNames() + "or all; all by default");
   search.add_flag("--keys", given.testsKeys, "list keys whose names match");
   search.add_flag("--values", given.testsValues, "list values whose names match");
   search.add_flag("--data", given.testsData,
@@ -66,14 +69,16 @@ void SearchArguments::applyTo(Options& options) const {
 
 std::string searchRootNamed(const std::string& name) {
   const std::string wanted = lowerCase(name);
-  for (const RootName& root : searchRoots) {
-    if (wanted == lowerCase(root.listed) || wanted == lowerCase(root.shortName)) {
-      return root.listed;
+  if (wanted == allRoots || wanted == lowerCase(allRootsName)) {
+    return allRootsName;
+  }
+  for (const HiveHandle root : searchRoots) {
+    if (root == rootWithShortName(name) || root == rootWithLongName(name)) {
+      return std::string(longName(root));
     }
   }
-  throw UsageError("\"" + name +
-                   "\" is not a root; choose from: all, HKCR, HKCU, HKLM, HKU, HKCC, or their long "
-                   "names");
+  throw UsageError("\"" + name + "\" is not a root; choose from: all, " + shortNames() +
+                   "or their long names");
 }
 
 }  // namespace zelvreg::console

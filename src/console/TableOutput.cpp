@@ -1,31 +1,21 @@
 // The tables of ScanResult.h.
 #include <string_view>
-#include <utility>
 
 #include "console/DisplayText.h"
 #include "console/ScanResult.h"
 #include "console/Table.h"
+#include "registry/Hives.h"
 
 namespace zelvreg::console {
 namespace {
 
-// A table has no room for the long names of the hives.
+// A table has no room for the long names of the roots.
 std::string keyText(const FindingResult& finding) {
-  constexpr std::pair<std::string_view, std::string_view> names[] = {
-      {"HKEY_LOCAL_MACHINE", "HKLM"},
-      {"HKEY_CURRENT_USER", "HKCU"},
-      {"HKEY_CLASSES_ROOT", "HKCR"},
-      {"HKEY_USERS", "HKU"},
-  };
   if (finding.rootName.empty()) {
     return finding.subKey;
   }
-  for (const auto& [name, shortName] : names) {
-    if (finding.rootName == name) {
-      return std::string(shortName) + "\\" + finding.subKey;
-    }
-  }
-  return finding.rootName + "\\" + finding.subKey;
+  const std::string_view name = shortName(GetHiveHandle(finding.rootName));
+  return (name.empty() ? finding.rootName : std::string(name)) + "\\" + finding.subKey;
 }
 
 std::string categoryTable(const ScanResult& result, std::size_t width) {

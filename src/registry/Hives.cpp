@@ -1,42 +1,18 @@
 #include "registry/Hives.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
-#include <optional>
 
 #include "registry/RegistryKey.h"
 #include "runtime/Directory.h"
 #include "text/Numbers.h"
-#include "text/Text.h"
 
 namespace zelvreg {
 namespace {
 
-struct HiveName {
-  std::string_view name;
-  HiveHandle handle;
-};
-
-constexpr std::array longNames{
-    HiveName{"HKEY_CLASSES_ROOT", HiveHandle::ClassesRoot},
-    HiveName{"HKEY_CURRENT_USER", HiveHandle::CurrentUser},
-    HiveName{"HKEY_LOCAL_MACHINE", HiveHandle::LocalMachine},
-    HiveName{"HKEY_USERS", HiveHandle::Users},
-    HiveName{"HKEY_PERFORMANCE_DATA", HiveHandle::PerformanceData},
-    HiveName{"HKEY_CURRENT_CONFIG", HiveHandle::CurrentConfig},
-    HiveName{"HKEY_DYN_DATA", HiveHandle::DynData},
-};
-
-constexpr std::array shortNames{
-    HiveName{"HKCU", HiveHandle::CurrentUser}, HiveName{"HKLM", HiveHandle::LocalMachine},
-    HiveName{"HKU", HiveHandle::Users},        HiveName{"HKDD", HiveHandle::Unknown},
-    HiveName{"HKCC", HiveHandle::Unknown},     HiveName{"HKCR", HiveHandle::ClassesRoot},
-};
-
-std::optional<HiveHandle> findHive(const auto& names, std::string_view name) {
-  const auto* found = std::ranges::find(names, name, &HiveName::name);
-  return found == names.end() ? std::nullopt : std::optional(found->handle);
+// A request on these two fails like one on an unknown hive.
+bool isRefused(HiveHandle hive) {
+  return hive == HiveHandle::CurrentConfig || hive == HiveHandle::DynData;
 }
 
 // What the settings' reader makes of a number: hexadecimal text of each byte, last to first, with
@@ -76,41 +52,26 @@ void setValue(Form42& form, std::string fullKey, const std::string& valueName, D
 }  // namespace
 
 HKEY systemKey(HiveHandle hive) {
-  // The same widening that the system's own headers give the predefined handles.
-  switch (hive) {
-    case HiveHandle::ClassesRoot:
-      return HKEY_CLASSES_ROOT;
-    case HiveHandle::CurrentUser:
-      return HKEY_CURRENT_USER;
-    case HiveHandle::LocalMachine:
-      return HKEY_LOCAL_MACHINE;
-    case HiveHandle::Users:
-      return HKEY_USERS;
-    case HiveHandle::PerformanceData:
-      return HKEY_PERFORMANCE_DATA;
-    case HiveHandle::CurrentConfig:
-      return HKEY_CURRENT_CONFIG;
-    case HiveHandle::DynData:
-      return HKEY_DYN_DATA;
-    default:
-      return nullptr;
+  if (longName(hive).empty()) {
+    return nullptr;
   }
+  // The system's headers widen the first number to a pointer; the others follow it.
+  const auto first = reinterpret_cast<ULONG_PTR>(HKEY_CLASSES_ROOT);
+  const auto place = static_cast<ULONG>(hive) - static_cast<ULONG>(HiveHandle::ClassesRoot);
+  return reinterpret_cast<HKEY>(first + place);
 }
 
 HiveHandle GetHiveHandle(std::string_view name) {
-  return findHive(longNames, name).value_or(HiveHandle::Unknown);
-}
-
-std::string longName(HiveHandle hive) {
-  const auto* found = std::ranges::find(longNames, hive, &HiveName::handle);
-  return std::string(found == longNames.end() ? "HKEY_LOCAL_MACHINE" : found->name);
+  const HiveHandle hive = rootWithLongName(name);
+  return name == longName(hive) ? hive : HiveHandle::Unknown;
 }
 
 HiveHandle HiveFromName(std::string_view name) { return GetHiveHandle(name); }
 
 HiveHandle HiveFromShortName(const std::string& name, Shares shares) {
-  if (const auto hive = findHive(shortNames, upperCase(name))) {
-    return *hive;
+  const HiveHandle hive = rootWithShortName(name);
+  if (hive != HiveHandle::Unknown) {
+    return isRefused(hive) ? HiveHandle::Unknown : hive;
   }
   return Dir(name, shares).empty() ? HiveHandle::Unknown : HiveHandle::hINI;
 }

@@ -1,4 +1,4 @@
-// The names of the hives and their handles, the splitting of a full key path, and the four small
+// What a text says about the root of a key, the splitting of a full key path, and the four small
 // routines by which the program keeps its own settings.
 //
 // The settings live in the 32-bit view: none of the opens here carries the flag of the other one.
@@ -12,33 +12,18 @@
 #include <string_view>
 
 #include "form/Form42.h"
+#include "roots/Roots.h"
 #include "runtime/Shares.h"
 
 namespace zelvreg {
 
-// A predefined handle of the system, as the number that it has for a 32-bit process.
-enum class HiveHandle : std::uint32_t {
-  Unknown = 0,  // nothing is done on it
-  hINI = 1,     // the hive text named an existing file, which is read as an INI file
-  ClassesRoot = 0x80000000,
-  CurrentUser = 0x80000001,
-  LocalMachine = 0x80000002,
-  Users = 0x80000003,
-  PerformanceData = 0x80000004,
-  CurrentConfig = 0x80000005,
-  DynData = 0x80000006,
-};
-
-// The same handle for a call of the system.
+// A root as a call of the system takes it; null for what is none.
 HKEY systemKey(HiveHandle hive);
 
 // By the long name ("HKEY_LOCAL_MACHINE"), exactly; Unknown for anything else.
 HiveHandle GetHiveHandle(std::string_view name);
 // The same map, for the text of a chosen root.
 HiveHandle HiveFromName(std::string_view name);
-
-// The long name of a hive; that of the local machine for what is none.
-std::string longName(HiveHandle hive);
 
 // Whether a scan, a search or a repair of this form may follow a text to another computer.
 inline Shares sharesOf(const Form42& form) {

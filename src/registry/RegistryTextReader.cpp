@@ -1,7 +1,6 @@
 #include "registry/RegistryTextReader.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <utility>
 
@@ -16,27 +15,10 @@ constexpr std::size_t longestKeyName = 255;
 constexpr std::size_t longestValueName = 16383;
 constexpr std::size_t deepestKey = 512;
 
-struct RootName {
-  const char16_t* name;
-  HiveHandle hive;
-};
-constexpr std::array rootNames{
-    RootName{u"HKEY_CLASSES_ROOT", HiveHandle::ClassesRoot},
-    RootName{u"HKEY_CURRENT_USER", HiveHandle::CurrentUser},
-    RootName{u"HKEY_LOCAL_MACHINE", HiveHandle::LocalMachine},
-    RootName{u"HKEY_USERS", HiveHandle::Users},
-    RootName{u"HKEY_CURRENT_CONFIG", HiveHandle::CurrentConfig},
-};
-
-bool isSameName(const std::u16string& first, const std::u16string& second) {
-  const NameOrder before;
-  return !before(first, second) && !before(second, first);
-}
-
-HiveHandle rootNamed(const std::u16string& name) {
-  const auto* found = std::ranges::find_if(
-      rootNames, [&](const RootName& root) { return isSameName(root.name, name); });
-  return found == rootNames.end() ? HiveHandle::Unknown : found->hive;
+// The two other roots hold no keys of their own.
+bool canBeImported(HiveHandle root) {
+  return root != HiveHandle::Unknown && root != HiveHandle::PerformanceData &&
+         root != HiveHandle::DynData;
 }
 
 std::vector<BYTE> bytesOf(std::u16string_view text) {
@@ -115,8 +97,8 @@ class Reader {
       change.kind = RegistryChange::Kind::DeleteKey;
     }
     const std::size_t backslash = std::min(text.find(u'\\'), text.size());
-    change.hive = rootNamed(std::u16string(text.substr(0, backslash)));
-    if (change.hive == HiveHandle::Unknown) {
+    change.hive = rootWithLongName(text.substr(0, backslash));
+    if (!canBeImported(change.hive)) {
       return scanner.fail("the root is not known; give its long name, such as HKEY_LOCAL_MACHINE");
     }
     takesValues = change.kind == RegistryChange::Kind::MakeKey;

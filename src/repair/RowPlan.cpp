@@ -110,7 +110,10 @@ StepPlan planStep(const Form42& form, const RegistryState& registry,
   const HiveHandle hive = HiveFromShortName(target.hive);
   const std::string path = deletedKey(step, target);
   if (deletesKey(step.step) && isProtectedKey(hive, path)) {
-    plan.leftAlone.push_back({longName(hive) + "\\" + path, "records of other programs lie in it"});
+    // What is no root is judged as the computer's.
+    const HiveHandle root = hive == HiveHandle::Unknown ? HiveHandle::LocalMachine : hive;
+    plan.leftAlone.push_back(
+        {std::string(longName(root)) + "\\" + path, "records of other programs lie in it"});
     return plan;
   }
   const Judge judge(form, registry, named ? &*named : nullptr);

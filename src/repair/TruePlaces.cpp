@@ -21,17 +21,6 @@ bool isSameName(const std::u16string& first, const std::u16string& second) {
   return !before(first, second) && !before(second, first);
 }
 
-const char16_t* rootName(HiveHandle hive) {
-  switch (hive) {
-    case HiveHandle::CurrentUser:
-      return u"HKEY_CURRENT_USER";
-    case HiveHandle::Users:
-      return u"HKEY_USERS";
-    default:
-      return u"HKEY_LOCAL_MACHINE";
-  }
-}
-
 // The system passes over doubled backslashes and one at the end.
 Names namesOf(const std::u16string& path) {
   Names names;
@@ -117,7 +106,7 @@ std::vector<std::pair<HiveHandle, Names>> trueRoads(HiveHandle hive, const Names
 }  // namespace
 
 std::u16string TruePlace::fullPath() const {
-  const std::u16string root = rootName(hive);
+  const std::u16string root(wideLongName(hive));
   return path.empty() ? root : root + u"\\" + path;
 }
 

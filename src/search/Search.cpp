@@ -16,11 +16,11 @@ namespace {
 
 constexpr int keptTexts = 19;
 constexpr const char* deadPathMark = ":\\";
-constexpr const char* currentUserName = "HKEY_CURRENT_USER";
-
-constexpr std::array<const char*, 7> rootNames{
-    "HKEY_CLASSES_ROOT",     "HKEY_CURRENT_USER", "HKEY_DYN_DATA",      "HKEY_LOCAL_MACHINE",
-    "HKEY_PERFORMANCE_DATA", "HKEY_USERS",        "HKEY_CURRENT_CONFIG"};
+// In the order of cboRoot.
+constexpr std::array listedRoots{HiveHandle::ClassesRoot,     HiveHandle::CurrentUser,
+                                 HiveHandle::DynData,         HiveHandle::LocalMachine,
+                                 HiveHandle::PerformanceData, HiveHandle::Users,
+                                 HiveHandle::CurrentConfig};
 
 std::string setting(const std::string& name, const std::string& fallback) {
   std::string text;
@@ -122,9 +122,9 @@ void walkAllRoots(Form42& form, SearchState& search) {
 
 void Command24(Form42& form) {
   form.cboRoot.add(allRootsName);
-  for (const char* name : rootNames) {
-    if (HasSubkeys(HiveFromName(name))) {
-      form.cboRoot.add(name);
+  for (const HiveHandle root : listedRoots) {
+    if (HasSubkeys(root)) {
+      form.cboRoot.add(std::string(longName(root)));
     }
   }
   for (int number = 1; number <= keptTexts; ++number) {
@@ -136,7 +136,7 @@ void Command24(Form42& form) {
   form.cboFind.setText(deadPathMark);
   applySettings(form);
   form.ChData.value = true;
-  form.cboRoot.setText(currentUserName);
+  form.cboRoot.setText(std::string(longName(HiveHandle::CurrentUser)));
 }
 
 void VerifyPattern(Form42& form, const std::string& text, bool& matched) {

@@ -1,11 +1,12 @@
 #include "undo/Journal.h"
 
-#include <array>
+#include <algorithm>
 #include <vector>
 
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
+#include "text/Numbers.h"
 #include "text/Text.h"
 #include "undo/JournalFile.h"
 #include "undo/UndoStores.h"
@@ -13,24 +14,11 @@
 namespace zelvreg {
 namespace {
 
-struct HiveDigit {
-  std::string_view rootName;
-  const char* digit;
-};
-constexpr std::array<HiveDigit, 4> hiveDigits{{
-    {"HKEY_LOCAL_MACHINE", "1"},
-    {"HKEY_CLASSES_ROOT", "2"},
-    {"HKEY_CURRENT_USER", "3"},
-    {"HKEY_USERS", "4"},
-}};
-
 // A root of any other name leaves the digit of the row before.
 void setDigit(const std::string& rootName, std::string& digit) {
-  const std::string name = upperCase(trim(rootName));
-  for (const HiveDigit& known : hiveDigits) {
-    if (known.rootName == name) {
-      digit = known.digit;
-    }
+  const auto* root = std::ranges::find(journalRoots, rootWithLongName(trim(rootName)));
+  if (root != journalRoots.end()) {
+    digit = decimal(root - journalRoots.begin() + 1);
   }
 }
 

@@ -32,16 +32,12 @@ std::string_view recordsOf(std::string_view file) {
   return file.substr(isUtf8(file) ? utf8Mark.size() : 0);
 }
 
-std::string_view withoutLastCharacter(std::string_view text) {
-  return firstCharacters(text, characterCount(text) - 1);
-}
-
 std::string fieldBytes(std::string_view text, std::size_t width, bool asUtf8) {
   // No character is less than a byte.
   text = asUtf8 ? firstBytes(text, width) : firstCharacters(text, width);
   std::string bytes = asUtf8 ? std::string(text) : codePageBytes(text);
   while (bytes.size() > width) {
-    text = withoutLastCharacter(text);
+    text = withoutLast(text, 1);
     bytes = codePageBytes(text);
   }
   bytes.resize(width, ' ');

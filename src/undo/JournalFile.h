@@ -4,16 +4,22 @@
 #ifndef ZELVREG_UNDO_JOURNAL_FILE_H
 #define ZELVREG_UNDO_JOURNAL_FILE_H
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "form/Form42.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
 
 inline constexpr std::size_t journalRecordSize = 302;
+
+// The roots that a record names by a digit, from 1 on.
+inline constexpr std::array journalRoots{HiveHandle::LocalMachine, HiveHandle::ClassesRoot,
+                                         HiveHandle::CurrentUser, HiveHandle::Users};
 
 // The bytes of a journal whose start is overwritten with these records.
 // Each field is cut on the right to its width in bytes, between two characters, or filled with

@@ -55,9 +55,8 @@ const RestoreRule& ruleFor(std::string_view kind) {
 
 // Only two of the four digits name a root that is written to.
 HiveHandle hiveOf(int digit) {
-  return digit == 1   ? HiveHandle::LocalMachine
-         : digit == 2 ? HiveHandle::ClassesRoot
-                      : HiveHandle::Unknown;
+  return digit == 1 || digit == 2 ? journalRoots[static_cast<std::size_t>(digit - 1)]
+                                  : HiveHandle::Unknown;
 }
 
 HiveHandle rootOf(Root root, int digit) {
@@ -91,15 +90,9 @@ void restoreText(const JournalRecord& record, int digit) {
 
 // A shared DLL is restored with a use count of one, whatever it was before.
 void restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
-  switch (hiveOf(digit)) {
-    case HiveHandle::LocalMachine:
-      SetRegDword(form, "HKEY_LOCAL_MACHINE\\" + record.key, record.text, 1);
-      break;
-    case HiveHandle::ClassesRoot:
-      SetRegDword(form, "HKEY_CLASSES_ROOT\\" + record.key, record.text, 1);
-      break;
-    default:
-      break;
+  const HiveHandle hive = hiveOf(digit);
+  if (hive != HiveHandle::Unknown) {
+    SetRegDword(form, std::string(longName(hive)) + "\\" + record.key, record.text, 1);
   }
 }
 

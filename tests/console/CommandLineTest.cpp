@@ -98,12 +98,16 @@ TEST(CommandLine, ARootIsNamedByItsLongOrItsShortNameInAnyCase) {
   EXPECT_EQ(searchRootNamed("HKEY_users"), "HKEY_USERS");
   EXPECT_EQ(searchRootNamed("hkcr"), "HKEY_CLASSES_ROOT");
   EXPECT_EQ(searchRootNamed("All"), "My Computer");
+  EXPECT_EQ(searchRootNamed("my computer"), "My Computer");
 }
 
 TEST(CommandLine, AWrongRootOrModeIsRefusedWithThoseThatThereAre) {
   const std::string root = complaint({"search", "text", "--in", "HKXX"});
   EXPECT_NE(root.find("\"HKXX\" is not a root"), std::string::npos) << root;
-  EXPECT_NE(root.find("HKLM"), std::string::npos) << root;
+  EXPECT_NE(root.find("all, HKCR, HKCU, HKLM, HKU, HKCC, or their long names"), std::string::npos)
+      << root;
+  // There is such a root, but it cannot be searched from here.
+  EXPECT_THROW(searchRootNamed("HKEY_DYN_DATA"), UsageError);
   const std::string mode = complaint({"search", "text", "--mode", "middle"});
   EXPECT_NE(mode.find("\"middle\" is not a mode"), std::string::npos) << mode;
   EXPECT_NE(mode.find("exact"), std::string::npos) << mode;

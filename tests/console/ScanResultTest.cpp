@@ -67,6 +67,18 @@ TEST(TableText, ShowsCategoriesFindingsAndTheirNumber) {
   EXPECT_TRUE(tableText({}, 0).ends_with("\n0 problems found.\n"));
 }
 
+TEST(TableText, ARootHasItsShortNameIfThereIsOne) {
+  ScanResult result = sample();
+  for (const auto& [name, shown] : {std::pair{"HKEY_CURRENT_CONFIG", "HKCC\\Software"},
+                                    {"HKEY_USERS", "HKU\\Software"},
+                                    {"HKEY_PERFORMANCE_DATA", "HKEY_PERFORMANCE_DATA\\Software"},
+                                    {"hkey_users", "hkey_users\\Software"},
+                                    {"Other", "Other\\Software"}}) {
+    result.findings[0].rootName = name;
+    EXPECT_NE(tableText(result, 0).find(shown), std::string::npos) << name;
+  }
+}
+
 TEST(TableText, FitsATerminal) {
   ScanResult result = sample();
   result.findings[0].subKey = std::string(300, 'k');

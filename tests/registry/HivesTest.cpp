@@ -40,6 +40,22 @@ TEST_F(HivesTest, EveryLongNameHasTheHandleThatTheSystemKnows) {
   }
 }
 
+TEST_F(HivesTest, EveryRootIsTheHandleOfTheSystem) {
+  const std::vector<std::pair<HiveHandle, HKEY>> handles{
+      {HiveHandle::ClassesRoot, HKEY_CLASSES_ROOT},
+      {HiveHandle::CurrentUser, HKEY_CURRENT_USER},
+      {HiveHandle::LocalMachine, HKEY_LOCAL_MACHINE},
+      {HiveHandle::Users, HKEY_USERS},
+      {HiveHandle::PerformanceData, HKEY_PERFORMANCE_DATA},
+      {HiveHandle::CurrentConfig, HKEY_CURRENT_CONFIG},
+      {HiveHandle::DynData, HKEY_DYN_DATA},
+      {HiveHandle::hINI, nullptr},
+      {HiveHandle::Unknown, nullptr}};
+  for (const auto& [hive, handle] : handles) {
+    EXPECT_EQ(systemKey(hive), handle) << longName(hive);
+  }
+}
+
 TEST_F(HivesTest, ShortNamesAreKnownInAnyCase) {
   for (const char* name : {"hklm", "HkLm", "HKLM"}) {
     EXPECT_EQ(HiveFromShortName(name), HiveHandle::LocalMachine) << name;

@@ -6,6 +6,7 @@
 
 #include "machine/base/CaseFold.h"
 #include "machine/hive/HiveFile.h"
+#include "roots/Roots.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -26,8 +27,8 @@ KeyList::Position lowerBound(const KeyList& list, std::u16string_view name) {
 
 Registry::Registry(int bits, std::string_view userSid)
     : has64BitView(bits == 64),
-      machine(&newKey(nullptr, u"HKEY_LOCAL_MACHINE")),
-      users(&newKey(nullptr, u"HKEY_USERS")) {
+      machine(&newKey(nullptr, wideLongName(HiveHandle::LocalMachine))),
+      users(&newKey(nullptr, wideLongName(HiveHandle::Users))) {
   machine->role = KeyRole::MachineRoot;
   users->role = KeyRole::UsersRoot;
   setCurrentUser(userSid);

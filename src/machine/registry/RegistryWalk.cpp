@@ -1,9 +1,9 @@
 #include "machine/registry/RegistryWalk.h"
 
-#include <array>
 #include <utility>
 
 #include "machine/base/CaseFold.h"
+#include "roots/Roots.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -15,16 +15,6 @@ constexpr std::u16string_view wowName = u"Wow6432Node";
 
 // As many links as one path may lead through; it ends a chain that leads back to itself.
 constexpr int maximumHops = 32;
-
-struct RootName {
-  std::u16string_view name;
-  std::uint32_t number;
-};
-constexpr std::array<RootName, 5> rootNames{{{u"HKEY_CLASSES_ROOT", 0x80000000U},
-                                             {u"HKEY_CURRENT_USER", 0x80000001U},
-                                             {u"HKEY_LOCAL_MACHINE", 0x80000002U},
-                                             {u"HKEY_USERS", 0x80000003U},
-                                             {u"HKEY_CURRENT_CONFIG", 0x80000005U}}};
 
 // Whether the 32-bit view of this key shows another subkey of that name than the 64-bit view.
 bool isRedirected(const RegistryKey& key, std::u16string_view name) {
@@ -245,12 +235,8 @@ std::optional<KeyPlace> rootPlace(Registry& registry, HKEY root, View view) {
 }
 
 std::optional<KeyPlace> rootPlace(Registry& registry, std::u16string_view name, View view) {
-  for (const RootName& root : rootNames) {
-    if (isSameName(root.name, name)) {
-      return rootPlace(registry, reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(root.number)), view);
-    }
-  }
-  return std::nullopt;
+  const HiveHandle root = rootWithLongName(name);
+  return rootPlace(registry, reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(root)), view);
 }
 
 std::optional<KeyPlace> walk(Registry& registry, const KeyPlace& from, std::u16string_view path,

@@ -24,14 +24,14 @@ Rectangle placed(int left, int top, Size size) {
 
 std::uint32_t part(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
 
-std::uint32_t withAlpha(Rgb colour, std::uint32_t alpha) {
+std::uint32_t withAlpha(Rgb color, std::uint32_t alpha) {
   const auto multiplied = [alpha](std::uint8_t value) { return (value * alpha + 127) / 255; };
-  return alpha << 24 | multiplied(colour.red) << 16 | multiplied(colour.green) << 8 |
-         multiplied(colour.blue);
+  return alpha << 24 | multiplied(color.red) << 16 | multiplied(color.green) << 8 |
+         multiplied(color.blue);
 }
 
-std::uint32_t grey(std::uint32_t pixel) {
-  // The weights of the three colours in what the eye takes for brightness, in hundredths.
+std::uint32_t gray(std::uint32_t pixel) {
+  // The weights of the three colors in what the eye takes for brightness, in hundredths.
   const std::uint32_t level =
       (part(pixel, 16) * 30 + part(pixel, 8) * 59 + part(pixel, 0) * 11 + 50) / 100;
   return (pixel & 0xFF000000) | level << 16 | level << 8 | level;
@@ -61,11 +61,10 @@ Bitmap withShadow(const Bitmap& picture) {
   return both;
 }
 
-void applyEffect(Bitmap& picture, PictureEffect effect, bool isHovered, Rgb textColour) {
+void applyEffect(Bitmap& picture, PictureEffect effect, bool isHovered, Rgb textColor) {
   switch (effect) {
-    case PictureEffect::TextColour:
-      forEachPixel(picture,
-                   [&](std::uint32_t pixel) { return withAlpha(textColour, pixel >> 24); });
+    case PictureEffect::TextColor:
+      forEachPixel(picture, [&](std::uint32_t pixel) { return withAlpha(textColor, pixel >> 24); });
       break;
     case PictureEffect::Pale:
       if (!isHovered) {
@@ -133,7 +132,7 @@ ContentPlaces placeContent(Size button, Size picture, Size text, PicturePlace pl
   return {placed(pictureLeft, pictureTop, picture), placed(textLeft, textTop, text)};
 }
 
-Picture shownPicture(const ButtonProperties& properties, const ButtonState& state, Rgb textColour) {
+Picture shownPicture(const ButtonProperties& properties, const ButtonState& state, Rgb textColor) {
   const bool isHovered = state.isHovered && properties.Enabled;
   const Picture& chosen =
       isHovered && properties.PictureOver ? properties.PictureOver : properties.PictureNormal;
@@ -141,17 +140,17 @@ Picture shownPicture(const ButtonProperties& properties, const ButtonState& stat
     return nullptr;
   }
   Bitmap shown = *chosen;
-  if (properties.UseMaskColor && !isSystemColour(properties.MaskColor)) {
+  if (properties.UseMaskColor && !isSystemColor(properties.MaskColor)) {
     const std::uint32_t mask = opaque(fromProperty(properties.MaskColor));
     std::ranges::replace(shown.pixels, mask, 0U);
   }
   if ((properties.UseGreyscale && !isHovered) || !properties.Enabled) {
-    forEachPixel(shown, grey);
+    forEachPixel(shown, gray);
   }
-  applyEffect(shown, static_cast<PictureEffect>(properties.SpecialEffect), isHovered, textColour);
-  // In the text's colour it is as pale as the text already.
+  applyEffect(shown, static_cast<PictureEffect>(properties.SpecialEffect), isHovered, textColor);
+  // In the text's color it is as pale as the text already.
   if (!properties.Enabled &&
-      properties.SpecialEffect != static_cast<std::int16_t>(PictureEffect::TextColour)) {
+      properties.SpecialEffect != static_cast<std::int16_t>(PictureEffect::TextColor)) {
     forEachPixel(shown, [](std::uint32_t pixel) { return faded(pixel, 0.45); });
   }
   return std::make_shared<const Bitmap>(std::move(shown));

@@ -22,9 +22,9 @@ Size captionRoom(Size button, Size picture, PicturePlace place, int dpi);
 ContentPlaces placeContent(Size button, Size picture, Size text, PicturePlace place,
                            bool isLeftAligned, int dpi);
 
-// The picture of a state with its transparent colour taken out and its effects applied; none
+// The picture of a state with its transparent color taken out and its effects applied; none
 // without a picture.
-Picture shownPicture(const ButtonProperties& properties, const ButtonState& state, Rgb textColour);
+Picture shownPicture(const ButtonProperties& properties, const ButtonState& state, Rgb textColor);
 
 }  // namespace zelvreg::controls
 

@@ -14,10 +14,10 @@ constexpr Rgb white = rgb(0xFFFFFF);
 constexpr double readable = 4.5;
 // What a sign that is no text needs against its ground.
 constexpr double visible = 3;
-// From here on a share of one colour in another one is noticed.
+// From here on a share of one color in another one is noticed.
 constexpr double distinct = 1.3;
 
-// The colours of one state.
+// The colors of one state.
 struct Tints {
   Rgb face;
   Rgb text;
@@ -53,9 +53,9 @@ class Drawing {
     return std::move(look);
   }
 
-  // All colours are the system's, so that they stay apart in whatever theme the user needs.
+  // All colors are the system's, so that they stay apart in whatever theme the user needs.
   ButtonLook ofSystem() {
-    const SystemColours& system = palette.system;
+    const SystemColors& system = palette.system;
     const bool isLit = properties.Enabled && (isHovered || isPressed || isChecked);
     look.face = isLit ? system.highlight : system.face;
     look.text = !properties.Enabled ? system.disabledText
@@ -75,7 +75,7 @@ class Drawing {
   std::uint32_t faceProperty() const {
     return isHovered ? properties.BackOver : properties.BackColor;
   }
-  bool hasOwnFace() const { return !isSystemColour(faceProperty()); }
+  bool hasOwnFace() const { return !isSystemColor(faceProperty()); }
 
   // Before the state shows in it.
   Rgb plainFace() const {
@@ -85,7 +85,7 @@ class Drawing {
     return style.fill == Fill::None ? palette.ground : style.face;
   }
 
-  // The colour that is wanted on a face, or where the two are too much alike, dark or white.
+  // The color that is wanted on a face, or where the two are too much alike, dark or white.
   Rgb seenOn(Rgb face, Rgb wanted, double least) const {
     return contrast(wanted, face) >= least ? wanted : isLight(face) ? palette.text : white;
   }
@@ -94,7 +94,7 @@ class Drawing {
     if (style.edge == Edge::Bar && !hasOwnFace()) {
       return style.face;
     }
-    // White changes a dark face less than the accent colour a light one.
+    // White changes a dark face less than the accent color a light one.
     return mix(face, seenOn(face, palette.accent, distinct), isLight(face) ? 0.14 : 0.28);
   }
 
@@ -135,7 +135,7 @@ class Drawing {
       return palette.disabledText;
     }
     const std::uint32_t told = isHovered ? properties.ForeOver : properties.ForeColor;
-    if (!isSystemColour(told)) {
+    if (!isSystemColor(told)) {
       return fromProperty(told);
     }
     const Rgb accented = mix(palette.accent, palette.text, 0.3);
@@ -166,12 +166,12 @@ class Drawing {
                            std::max(0.0, radius() - inset), 0, upper, lower, opacity});
   }
 
-  void addRectangle(double left, double top, double right, double bottom, Rgb colour) {
-    look.shapes.push_back({left, top, right, bottom, 0, 0, colour, colour});
+  void addRectangle(double left, double top, double right, double bottom, Rgb color) {
+    look.shapes.push_back({left, top, right, bottom, 0, 0, color, color});
   }
 
-  void addOutline(int inset, double line, Rgb colour) {
-    add(inset, colour, colour);
+  void addOutline(int inset, double line, Rgb color) {
+    add(inset, color, color);
     look.shapes.back().line = line;
   }
 
@@ -236,7 +236,7 @@ class Drawing {
     if (!isChecked && !isHovered && !isPressed && !(state.isDefault && properties.Enabled)) {
       return;
     }
-    // The bar is what the face leaves free of a shape of the bar's colour.
+    // The bar is what the face leaves free of a shape of the bar's color.
     const int line = pixels(style.line);
     Shape face = look.shapes.back();
     look.shapes.back().upper = look.shapes.back().lower =
@@ -291,11 +291,11 @@ class Drawing {
     }
   }
 
-  void addFocus(Rgb face, Rgb colour, int inset) {
+  void addFocus(Rgb face, Rgb color, int inset) {
     if (state.isFocused && properties.ShowFocusRect && properties.Enabled) {
-      const Rgb seen = seenOn(face, colour, visible);
-      // A ring that differs from the accent colour is lost on the ground around the button.
-      addOutline(seen == colour ? inset : std::max(inset, pixels(3)), pixels(2), seen);
+      const Rgb seen = seenOn(face, color, visible);
+      // A ring that differs from the accent color is lost on the ground around the button.
+      addOutline(seen == color ? inset : std::max(inset, pixels(3)), pixels(2), seen);
     }
   }
 

@@ -18,8 +18,8 @@ struct ButtonState {
   bool operator==(const ButtonState&) const = default;
 };
 
-// The system's colours for ColorScheme 2; the first values are those of a fresh Windows.
-struct SystemColours {
+// The system's colors for ColorScheme 2; the first values are those of a fresh Windows.
+struct SystemColors {
   Rgb face = rgb(0xF0F0F0);
   Rgb text = rgb(0x000000);
   Rgb disabledText = rgb(0x6D6D6D);
@@ -27,7 +27,7 @@ struct SystemColours {
   Rgb highlightText = rgb(0xFFFFFF);
 };
 
-// The colours that all buttons of a window share.
+// The colors that all buttons of a window share.
 struct Palette {
   Rgb accent = rgb(0x3D649A);
   Rgb ground = rgb(0xF6F8FB);  // of the window, behind a button without a face
@@ -35,7 +35,7 @@ struct Palette {
   Rgb border = rgb(0xC6D0DC);
   Rgb text = rgb(0x1F2937);
   Rgb disabledText = rgb(0xA3ADBA);
-  SystemColours system;
+  SystemColors system;
 };
 
 struct ButtonLook {
@@ -48,7 +48,7 @@ struct ButtonLook {
   bool operator==(const ButtonLook&) const = default;
 };
 
-// The look of a button of a size in pixels. Enabled, Value and the colours are in the properties.
+// The look of a button of a size in pixels. Enabled, Value and the colors are in the properties.
 ButtonLook lookOf(const ButtonProperties& properties, const ButtonState& state, Size size, int dpi,
                   const Palette& palette);
 

@@ -18,8 +18,8 @@ struct ButtonSetting {
 void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const ButtonState& state,
                  const ButtonSetting& setting);
 
-// The system's colours of now.
-SystemColours systemColours();
+// The system's colors of now.
+SystemColors systemColors();
 
 }  // namespace zelvreg::controls
 

@@ -36,16 +36,16 @@ Caption fitted(HDC dc, const std::string& text, Size room) {
   return caption;
 }
 
-Rgb systemColourNow(int index) { return fromProperty(GetSysColor(index)); }
+Rgb systemColorNow(int index) { return fromProperty(GetSysColor(index)); }
 
-// A system colour that is not the default one, which is the style's, is what it is now.
-ButtonProperties withSystemColours(ButtonProperties properties) {
+// A system color that is not the default one, which is the style's, is what it is now.
+ButtonProperties withSystemColors(ButtonProperties properties) {
   const ButtonProperties usual;
   for (const auto field :
        {&ButtonProperties::BackColor, &ButtonProperties::BackOver, &ButtonProperties::ForeColor,
         &ButtonProperties::ForeOver, &ButtonProperties::MaskColor}) {
     if (properties.*field != usual.*field) {
-      properties.*field = colourOfNow(properties.*field);
+      properties.*field = colorOfNow(properties.*field);
     }
   }
   return properties;
@@ -55,7 +55,7 @@ ButtonProperties withSystemColours(ButtonProperties properties) {
 
 void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const ButtonState& state,
                  const ButtonSetting& setting) {
-  const ButtonProperties properties = withSystemColours(told);
+  const ButtonProperties properties = withSystemColors(told);
   const Size size = buffer.size();
   const ButtonLook look = lookOf(properties, state, size, setting.dpi, setting.palette);
   Canvas canvas = buffer.canvas();
@@ -83,10 +83,10 @@ void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const 
             caption.format | alignment);
 }
 
-SystemColours systemColours() {
-  return {systemColourNow(COLOR_BTNFACE), systemColourNow(COLOR_BTNTEXT),
-          systemColourNow(COLOR_GRAYTEXT), systemColourNow(COLOR_HIGHLIGHT),
-          systemColourNow(COLOR_HIGHLIGHTTEXT)};
+SystemColors systemColors() {
+  return {systemColorNow(COLOR_BTNFACE), systemColorNow(COLOR_BTNTEXT),
+          systemColorNow(COLOR_GRAYTEXT), systemColorNow(COLOR_HIGHLIGHT),
+          systemColorNow(COLOR_HIGHLIGHTTEXT)};
 }
 
 }  // namespace zelvreg::controls

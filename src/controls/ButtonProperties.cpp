@@ -60,7 +60,7 @@ ButtonProperties readButton(const PropertyBag& bag, const Ambient& ambient) {
   ButtonProperties read;
   read.Font = ambient.font;
   for (const ButtonProperty& property : allProperties) {
-    // Both stand behind the colour that they follow, which is read by then.
+    // Both stand behind the color that they follow, which is read by then.
     read.BackOver = property.key == "BCOLO" ? read.BackColor : read.BackOver;
     read.ForeOver = property.key == "FCOLO" ? read.ForeColor : read.ForeOver;
     std::visit([&](auto field) { read.*field = readField(bag, property.key, read.*field); },

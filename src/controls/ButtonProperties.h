@@ -16,24 +16,24 @@ namespace zelvreg::controls {
 // Where the picture stands.
 enum class PicturePlace : std::int16_t { Left = 0, Right = 1, Above = 2, Below = 3, Behind = 4 };
 
-// What is done to the picture: drawn in the colour of the text (for pictures of one colour), paler
+// What is done to the picture: drawn in the color of the text (for pictures of one color), paler
 // until the mouse is over it, with a shadow of its own.
-enum class PictureEffect : std::int16_t { None = 0, TextColour = 1, Pale = 2, Shadow = 3 };
+enum class PictureEffect : std::int16_t { None = 0, TextColor = 1, Pale = 2, Shadow = 3 };
 
 struct ButtonProperties {
   std::int32_t ButtonType = 2;  // the style, 1 to 14
   std::string Caption;          // UTF-8; "&" marks the access key
   bool Enabled = true;
   FontDescription Font;
-  // 2 takes all colours from the system, which is what its high contrast asks for.
+  // 2 takes all colors from the system, which is what its high contrast asks for.
   std::int32_t ColorScheme = 1;
   bool ShowFocusRect = true;
-  // These system colours stand for those that the style has of its own.
-  std::uint32_t BackColor = systemColour(15);
-  std::uint32_t BackOver = systemColour(15);
-  std::uint32_t ForeColor = systemColour(18);
-  std::uint32_t ForeOver = systemColour(18);
-  std::uint32_t MaskColor = 0xC0C0C0;  // the transparent colour of the pictures
+  // These system colors stand for those that the style has of its own.
+  std::uint32_t BackColor = systemColor(15);
+  std::uint32_t BackOver = systemColor(15);
+  std::uint32_t ForeColor = systemColor(18);
+  std::uint32_t ForeOver = systemColor(18);
+  std::uint32_t MaskColor = 0xC0C0C0;  // the transparent color of the pictures
   std::int16_t MousePointer = 0;       // 99 is MouseIcon
   Picture MouseIcon;
   Picture PictureNormal;
@@ -41,7 +41,7 @@ struct ButtonProperties {
   bool UseMaskColor = true;
   bool SoftBevel = false;            // raised edges with half of their contrast
   std::int16_t PicturePosition = 0;  // a PicturePlace
-  bool UseGreyscale = false;         // the normal picture is grey
+  bool UseGreyscale = false;         // the normal picture is gray
   std::int16_t SpecialEffect = 0;    // a PictureEffect
   bool HandPointer = false;
   bool CheckBoxBehaviour = false;
@@ -68,7 +68,7 @@ std::span<const ButtonProperty> buttonProperties();
 // The key of a field.
 std::string_view keyOf(const ButtonField& field);
 
-// A property without a key has its default: a colour of the hovered state that of the normal one,
+// A property without a key has its default: a color of the hovered state that of the normal one,
 // the font that of the form.
 ButtonProperties readButton(const PropertyBag& bag, const Ambient& ambient);
 void writeButton(const ButtonProperties& properties, PropertyBag& bag);

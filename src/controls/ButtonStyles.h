@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "controls/Colour.h"
+#include "controls/Color.h"
 
 namespace zelvreg::controls {
 
@@ -39,10 +39,10 @@ struct ButtonStyle {
   double radiusHovered;
   double line;          // the width of the edge
   Rgb face;             // stands for the default BackColor
-  double hoveredShare;  // of the accent colour, in the face under the mouse
+  double hoveredShare;  // of the accent color, in the face under the mouse
   double pressedShare;  // the same while pressed
   double defaultShare;  // the same in the face of the default button
-  bool hasAccentEdge;   // an edge in the accent colour
+  bool hasAccentEdge;   // an edge in the accent color
   bool isLeftAligned;   // caption and picture begin at the left
   double focusInset;    // how far inside the focus is shown
 };

@@ -33,7 +33,7 @@ double inside(double distance) { return std::clamp(0.5 - distance, 0.0, 1.0); }
 
 std::uint32_t part(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
 
-// A source whose colours are already multiplied by its alpha, laid over a pixel.
+// A source whose colors are already multiplied by its alpha, laid over a pixel.
 std::uint32_t over(std::uint32_t below, std::uint32_t source, double opacity) {
   const double through = 1 - part(source, 24) / 255.0 * opacity;
   std::uint32_t result = 0;
@@ -74,12 +74,12 @@ void Canvas::cover(double left, double top, double right, double bottom, const C
   }
 }
 
-void Canvas::clear(Rgb colour) { std::ranges::fill(pixels, opaque(colour)); }
+void Canvas::clear(Rgb color) { std::ranges::fill(pixels, opaque(color)); }
 
-void Canvas::fill(const Rectangle& place, Rgb colour) {
+void Canvas::fill(const Rectangle& place, Rgb color) {
   draw(Shape{static_cast<double>(place.left), static_cast<double>(place.top),
-             static_cast<double>(place.right), static_cast<double>(place.bottom), 0, 0, colour,
-             colour});
+             static_cast<double>(place.right), static_cast<double>(place.bottom), 0, 0, color,
+             color});
 }
 
 void Canvas::draw(const Shape& shape) {
@@ -95,7 +95,7 @@ void Canvas::draw(const Shape& shape) {
 void Canvas::drawRow(const Shape& shape, int row) {
   const double y = row + 0.5;
   const double down = (y - shape.top) / (shape.bottom - shape.top);
-  const std::uint32_t colour = opaque(mix(shape.upper, shape.lower, down));
+  const std::uint32_t color = opaque(mix(shape.upper, shape.lower, down));
   const int first = std::max(0, static_cast<int>(std::floor(shape.left)));
   const int end = std::min(width, static_cast<int>(std::ceil(shape.right)));
   const double middle = (shape.left + shape.right) / 2;
@@ -108,10 +108,10 @@ void Canvas::drawRow(const Shape& shape, int row) {
       std::clamp(static_cast<int>(std::floor(middle + reach)), alikeFrom, std::max(alikeFrom, end));
   const auto paint = [&](int from, int to, double share) {
     if (share >= 1) {
-      std::fill(&at(from, row), &at(from, row) + (to - from), colour);
+      std::fill(&at(from, row), &at(from, row) + (to - from), color);
     } else if (share > 0) {
       for (int column = from; column < to; ++column) {
-        at(column, row) = over(at(column, row), colour, share);
+        at(column, row) = over(at(column, row), color, share);
       }
     }
   };
@@ -127,7 +127,7 @@ void Canvas::drawRow(const Shape& shape, int row) {
   paintEach(alikeTo, end);
 }
 
-void Canvas::draw(const Stroke& stroke, Rgb colour) {
+void Canvas::draw(const Stroke& stroke, Rgb color) {
   const double half = stroke.width / 2;
   cover(
       std::min(stroke.fromX, stroke.toX) - half - 1, std::min(stroke.fromY, stroke.toY) - half - 1,
@@ -135,7 +135,7 @@ void Canvas::draw(const Stroke& stroke, Rgb colour) {
       [&](std::uint32_t& pixel, double x, double y) {
         const double share = inside(distanceTo(stroke, x, y) - half);
         if (share > 0) {
-          pixel = over(pixel, opaque(colour), share);
+          pixel = over(pixel, opaque(color), share);
         }
       });
 }

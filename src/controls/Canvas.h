@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "controls/Colour.h"
+#include "controls/Color.h"
 
 namespace zelvreg::controls {
 
@@ -34,7 +34,7 @@ struct Size {
 // `pixels` at 96 dots to the inch as pixels at `dpi`.
 int scaled(double pixels, int dpi);
 
-// A picture of 0xAARRGGBB pixels, top row first, each colour already multiplied by its alpha.
+// A picture of 0xAARRGGBB pixels, top row first, each color already multiplied by its alpha.
 struct Bitmap {
   Bitmap() = default;
   Bitmap(int widthInPixels, int heightInPixels)
@@ -57,12 +57,11 @@ struct Bitmap {
 // A picture that several properties may share; none is allowed.
 using Picture = std::shared_ptr<const Bitmap>;
 
-constexpr std::uint32_t opaque(Rgb colour) {
-  return 0xFF000000 | std::uint32_t{colour.red} << 16 | std::uint32_t{colour.green} << 8 |
-         colour.blue;
+constexpr std::uint32_t opaque(Rgb color) {
+  return 0xFF000000 | std::uint32_t{color.red} << 16 | std::uint32_t{color.green} << 8 | color.blue;
 }
 
-// A rectangle with round corners, filled from top to bottom with a run of colours, or its outline.
+// A rectangle with round corners, filled from top to bottom with a run of colors, or its outline.
 // Positions may lie between pixels.
 struct Shape {
   double left = 0;
@@ -95,11 +94,11 @@ class Canvas {
       : pixels(pixelsToDrawOn), width(widthInPixels), height(heightInPixels) {}
   explicit Canvas(Bitmap& bitmap) : Canvas(bitmap.pixels, bitmap.width, bitmap.height) {}
 
-  void clear(Rgb colour);
+  void clear(Rgb color);
   // The part of a rectangle that lies on the canvas.
-  void fill(const Rectangle& place, Rgb colour);
+  void fill(const Rectangle& place, Rgb color);
   void draw(const Shape& shape);
-  void draw(const Stroke& stroke, Rgb colour);
+  void draw(const Stroke& stroke, Rgb color);
   // The picture with its top left corner at a place; what lies outside is cut.
   void draw(const Bitmap& picture, int left, int top, double opacity = 1);
 

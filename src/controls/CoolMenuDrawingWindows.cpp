@@ -16,22 +16,22 @@ RECT toRect(const Rectangle& rectangle) {
   return {rectangle.left, rectangle.top, rectangle.right, rectangle.bottom};
 }
 
-Shape filled(const Rectangle& place, double radius, Rgb colour) {
+Shape filled(const Rectangle& place, double radius, Rgb color) {
   return {static_cast<double>(place.left),
           static_cast<double>(place.top),
           static_cast<double>(place.right),
           static_cast<double>(place.bottom),
           radius,
           0,
-          colour,
-          colour};
+          color,
+          color};
 }
 
-void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format, int colour,
+void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format, int color,
               int offset) {
   RECT box = toRect(place);
   OffsetRect(&box, offset, offset);
-  SetTextColor(dc, GetSysColor(colour));
+  SetTextColor(dc, GetSysColor(color));
   DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_VCENTER | format);
 }
 
@@ -45,17 +45,17 @@ void drawCaption(HDC dc, std::string_view text, const Rectangle& place, UINT for
   }
 }
 
-void drawTick(Canvas canvas, const Rectangle& place, Rgb colour) {
+void drawTick(Canvas canvas, const Rectangle& place, Rgb color) {
   const double unit = place.width() / 16.0;
   const double width = 1.6 * unit;
   const double left = place.left;
   const double top = place.top;
   canvas.draw(
       Stroke{left + 3.5 * unit, top + 8.5 * unit, left + 6.5 * unit, top + 11.5 * unit, width},
-      colour);
+      color);
   canvas.draw(
       Stroke{left + 6.5 * unit, top + 11.5 * unit, left + 12.5 * unit, top + 4.5 * unit, width},
-      colour);
+      color);
 }
 
 // A white picture of one bit a pixel.
@@ -175,11 +175,11 @@ void drawDisabledPicture(HDC target, HIMAGELIST images, int index, const Rectang
   const COLORREF ground = SetBkColor(target, RGB(255, 255, 255));
   // The light below the right of the dark makes it look pressed in.
   struct Pass {
-    int colour;
+    int color;
     int offset;
   };
   for (const Pass& pass : {Pass{COLOR_3DHILIGHT, 1}, Pass{COLOR_3DSHADOW, 0}}) {
-    const Selection brush(target, GetSysColorBrush(pass.colour));
+    const Selection brush(target, GetSysColorBrush(pass.color));
     BitBlt(target, place.left + pass.offset, place.top + pass.offset, place.width(), place.height(),
            mask.dc(), 0, 0, brushThroughMask);
   }

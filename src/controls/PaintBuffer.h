@@ -47,10 +47,10 @@ FontHandle makeFont(const FontDescription& font, int dpi);
 // An icon or a cursor of a picture. The caller destroys it with DestroyIcon.
 HICON makeIcon(const Bitmap& picture, bool isCursor = false);
 
-COLORREF colorRef(Rgb colour);
+COLORREF colorRef(Rgb color);
 
-// What a colour property stands for now, which is another question only for a system colour.
-COLORREF colourOfNow(std::uint32_t property);
+// What a color property stands for now, which is another question only for a system color.
+COLORREF colorOfNow(std::uint32_t property);
 
 }  // namespace zelvreg::controls
 

@@ -9,7 +9,7 @@
 namespace zelvreg::controls {
 namespace {
 
-// As icons hold a pixel: its colours are not multiplied by its alpha.
+// As icons hold a pixel: its colors are not multiplied by its alpha.
 std::uint32_t unmultiplied(std::uint32_t pixel) {
   const std::uint32_t alpha = pixel >> 24;
   if (alpha == 0) {
@@ -78,7 +78,7 @@ FontHandle makeFont(const FontDescription& font, int dpi) {
 
 HICON makeIcon(const Bitmap& picture, bool isCursor) {
   void* bits = nullptr;
-  const BitmapHandle colours = makeSection({picture.width, picture.height}, bits);
+  const BitmapHandle colors = makeSection({picture.width, picture.height}, bits);
   if (bits == nullptr) {
     return nullptr;
   }
@@ -97,15 +97,15 @@ HICON makeIcon(const Bitmap& picture, bool isCursor) {
   const BitmapHandle mask(CreateBitmap(picture.width, picture.height, 1, 1, maskBits.data()));
   ICONINFO info{};
   info.fIcon = isCursor ? FALSE : TRUE;
-  info.hbmColor = colours.get();
+  info.hbmColor = colors.get();
   info.hbmMask = mask.get();
   return CreateIconIndirect(&info);
 }
 
-COLORREF colorRef(Rgb colour) { return RGB(colour.red, colour.green, colour.blue); }
+COLORREF colorRef(Rgb color) { return RGB(color.red, color.green, color.blue); }
 
-COLORREF colourOfNow(std::uint32_t property) {
-  return isSystemColour(property) ? GetSysColor(static_cast<int>(property & 0xFF)) : property;
+COLORREF colorOfNow(std::uint32_t property) {
+  return isSystemColor(property) ? GetSysColor(static_cast<int>(property & 0xFF)) : property;
 }
 
 }  // namespace zelvreg::controls

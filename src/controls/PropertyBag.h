@@ -22,7 +22,7 @@ struct FontDescription {
   bool operator==(const FontDescription&) const = default;
 };
 
-// Numbers of all widths and colours are one kind. Text is UTF-8.
+// Numbers of all widths and colors are one kind. Text is UTF-8.
 using PropertyValue = std::variant<std::int32_t, bool, std::string, FontDescription, Picture>;
 
 class PropertyBag {

@@ -14,12 +14,12 @@ int shadowAlpha(double distance, const ShadowSettings& settings) {
 }
 
 std::uint32_t shadowPixel(int alpha, const ShadowSettings& settings) {
-  const Rgb colour = fromProperty(settings.colour);
+  const Rgb color = fromProperty(settings.color);
   const auto multiplied = [alpha](std::uint8_t part) {
     return static_cast<std::uint32_t>((part * alpha + 127) / 255);
   };
-  return static_cast<std::uint32_t>(alpha) << 24 | multiplied(colour.red) << 16 |
-         multiplied(colour.green) << 8 | multiplied(colour.blue);
+  return static_cast<std::uint32_t>(alpha) << 24 | multiplied(color.red) << 16 |
+         multiplied(color.green) << 8 | multiplied(color.blue);
 }
 
 Rectangle shadowPlace(const Rectangle& window, const ShadowSettings& settings) {

@@ -10,10 +10,10 @@ namespace zelvreg::controls {
 
 // What a shadow window keeps in its four window longs, in their order.
 struct ShadowSettings {
-  std::int32_t size = 8;            // how far it reaches beyond the window, in pixels
-  std::uint32_t colour = 0x000000;  // in the system's order 0x00BBGGRR
-  std::int32_t strength = 80;       // alpha at the window's edge, 0 to 255
-  std::int32_t drop = 2;            // how far it lies below the window, in pixels
+  std::int32_t size = 8;           // how far it reaches beyond the window, in pixels
+  std::uint32_t color = 0x000000;  // in the system's order 0x00BBGGRR
+  std::int32_t strength = 80;      // alpha at the window's edge, 0 to 255
+  std::int32_t drop = 2;           // how far it lies below the window, in pixels
 
   bool operator==(const ShadowSettings&) const = default;
 };
@@ -22,7 +22,7 @@ struct ShadowSettings {
 // the way that is left, nothing from `size` on.
 int shadowAlpha(double distance, const ShadowSettings& settings);
 
-// A pixel of the shadow's colour, multiplied by its alpha.
+// A pixel of the shadow's color, multiplied by its alpha.
 std::uint32_t shadowPixel(int alpha, const ShadowSettings& settings);
 
 // Where the shadow of a window lies, in the window's coordinates of the screen.

@@ -99,7 +99,7 @@ RegionHandle TransForm::maskedOutline() const {
   const auto context = reinterpret_cast<WPARAM>(buffer.dc());
   SendMessageW(parent, WM_ERASEBKGND, context, 0);
   SendMessageW(parent, WM_PRINTCLIENT, context, PRF_CLIENT | PRF_ERASEBKGND);
-  return regionOf(opaqueParts(buffer.copy(), fromProperty(colourOfNow(settings.MaskColor))));
+  return regionOf(opaqueParts(buffer.copy(), fromProperty(colorOfNow(settings.MaskColor))));
 }
 
 void TransForm::Refresh() {

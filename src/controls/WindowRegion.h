@@ -16,10 +16,10 @@ namespace zelvreg::controls {
 // 0.
 std::vector<Rectangle> cornerCuts(Size window, double radius, double share = 0);
 
-// Fills those of the rounder sort with the colour that TransForm takes away.
+// Fills those of the rounder sort with the color that TransForm takes away.
 void maskCorners(Canvas& canvas, Size window, double radius, Rgb mask);
 
-// The part of a picture that is not of the transparent colour, as rectangles that do not overlap:
+// The part of a picture that is not of the transparent color, as rectangles that do not overlap:
 // runs of pixels in a row, each joined with an equal run in the row above. The alpha of a pixel is
 // no matter.
 std::vector<Rectangle> opaqueParts(const Bitmap& picture, Rgb transparent);

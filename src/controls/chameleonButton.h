@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -88,7 +89,10 @@ class chameleonButton {
   static chameleonButton* of(HWND window);
 
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> answer(UINT message, WPARAM wParam);
+  void tellKey(UINT message, WPARAM wParam) const;
   void tellMouse(UINT message, LPARAM lParam) const;
+  void follow(UINT message) const;
   void apply(std::string_view key);
   void applyType();
   void applyOutline() const;

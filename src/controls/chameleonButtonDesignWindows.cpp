@@ -47,7 +47,7 @@ void chameleonButton::apply(std::string_view key) {
   } else if (key == "FONT") {
     applyFont();
   } else if (key == "COLTYPE") {
-    palette.system = systemColours();
+    palette.system = systemColors();
     applyOutline();
   } else if (key == "MICON") {
     if (mouseIcon != nullptr) {
@@ -138,7 +138,7 @@ void chameleonButton::setDefault(bool value) {
 
 void chameleonButton::setPalette(const Palette& shared) {
   palette = shared;
-  palette.system = systemColours();
+  palette.system = systemColors();
   repaint();
 }
 

@@ -45,7 +45,7 @@ void sendKeys(std::string_view keys) {
 chameleonButton::chameleonButton(HWND parent, int id, const Ambient& ambient, int dpiOfParent)
     : form(ambient), dpi(dpiOfParent) {
   design = ButtonDesign(readButton({}, ambient));
-  palette.system = systemColours();
+  palette.system = systemColors();
   window = CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_TABSTOP | BS_OWNERDRAW, 0, 0, 0, 0,
                            parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                            GetModuleHandleW(nullptr), nullptr);
@@ -112,6 +112,29 @@ LRESULT CALLBACK chameleonButton::procedure(HWND hwnd, UINT message, WPARAM wPar
 }
 
 LRESULT chameleonButton::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (const auto answered = answer(message, wParam)) {
+    return *answered;
+  }
+  if (message == WM_MOUSEMOVE) {
+    mouseEntered();
+  }
+  if (message == WM_LBUTTONDBLCLK) {
+    // Two quick presses are two presses; the class would take the second for something else.
+    message = WM_LBUTTONDOWN;
+  }
+  tellKey(message, wParam);
+  tellMouse(message, lParam);
+  // Releasing the button or a key presses it, which may be the end of this control.
+  HWND handled = window;
+  const LRESULT result = DefSubclassProc(handled, message, wParam, lParam);
+  if (of(handled) == this) {
+    follow(message);
+  }
+  return result;
+}
+
+// The answer to a message that the system's class must not handle.
+std::optional<LRESULT> chameleonButton::answer(UINT message, WPARAM wParam) {
   switch (message) {
     case WM_GETDLGCODE:
       return DLGC_BUTTON | DLGC_WANTARROWS |
@@ -128,41 +151,31 @@ LRESULT chameleonButton::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ERASEBKGND:
       return TRUE;
     case WM_SETCURSOR:
-      return showCursor() ? TRUE : DefSubclassProc(window, message, wParam, lParam);
+      return showCursor() ? std::optional<LRESULT>(TRUE) : std::nullopt;
     case WM_TIMER:
       if (wParam == OverTimer) {
         overTimerTick();
         return 0;
       }
-      break;
-    case WM_MOUSEMOVE:
-      mouseEntered();
-      break;
-    case WM_LBUTTONDBLCLK:
-      // Two quick presses are two presses; the class would take the second for something else.
-      message = WM_LBUTTONDOWN;
-      break;
-    case WM_KEYDOWN:
-      if (onKeyDown) {
-        onKeyDown(static_cast<int>(wParam));
-      }
-      sendKeys(focusKeys(static_cast<std::uint16_t>(wParam)));
-      break;
-    case WM_KEYUP:
-      if (onKeyUp) {
-        onKeyUp(static_cast<int>(wParam));
-      }
-      break;
+      return std::nullopt;
     default:
-      break;
+      return std::nullopt;
   }
-  tellMouse(message, lParam);
-  // Releasing the button or a key presses it, which may be the end of this control.
-  HWND handled = window;
-  const LRESULT result = DefSubclassProc(handled, message, wParam, lParam);
-  if (of(handled) != this) {
-    return result;
+}
+
+void chameleonButton::tellKey(UINT message, WPARAM wParam) const {
+  if (message == WM_KEYDOWN) {
+    if (onKeyDown) {
+      onKeyDown(static_cast<int>(wParam));
+    }
+    sendKeys(focusKeys(static_cast<std::uint16_t>(wParam)));
+  } else if (message == WM_KEYUP && onKeyUp) {
+    onKeyUp(static_cast<int>(wParam));
   }
+}
+
+// What a message has changed in the system's class, this control shows.
+void chameleonButton::follow(UINT message) const {
   switch (message) {
     case WM_SIZE:
       applyOutline();
@@ -178,7 +191,6 @@ LRESULT chameleonButton::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       break;
   }
-  return result;
 }
 
 void chameleonButton::tellMouse(UINT message, LPARAM lParam) const {

@@ -16,9 +16,9 @@ HWND shadowOf(HWND target);
 void create(HWND target);
 void destroy(HWND target);
 
-// Both do nothing without a shadow. The size is in pixels; the colour is 0x00BBGGRR.
+// Both do nothing without a shadow. The size is in pixels; the color is 0x00BBGGRR.
 void setSize(HWND target, int size);
-void setColour(HWND target, std::uint32_t colour);
+void setColor(HWND target, std::uint32_t color);
 
 // What the shadow window keeps.
 ShadowSettings settingsOf(HWND shadow);

@@ -20,7 +20,7 @@ constexpr UINT withoutActivation = 0x10;
 constexpr UINT movedOnly = 0x211;
 constexpr DWORD alphaOfPixels = 2;
 
-enum Setting : int { sizeAt = 0, colourAt = 4, strengthAt = 8, dropAt = 12 };
+enum Setting : int { sizeAt = 0, colorAt = 4, strengthAt = 8, dropAt = 12 };
 constexpr int settingBytes = 16;
 
 void registerClass() {
@@ -38,7 +38,7 @@ void registerClass() {
 
 void store(HWND shadow, const ShadowSettings& settings) {
   SetWindowLongW(shadow, sizeAt, settings.size);
-  SetWindowLongW(shadow, colourAt, static_cast<LONG>(settings.colour));
+  SetWindowLongW(shadow, colorAt, static_cast<LONG>(settings.color));
   SetWindowLongW(shadow, strengthAt, settings.strength);
   SetWindowLongW(shadow, dropAt, settings.drop);
 }
@@ -210,13 +210,13 @@ void setSize(HWND target, int size) {
   changeSettings(target, [size](ShadowSettings& settings) { settings.size = size; });
 }
 
-void setColour(HWND target, std::uint32_t colour) {
-  changeSettings(target, [colour](ShadowSettings& settings) { settings.colour = colour; });
+void setColor(HWND target, std::uint32_t color) {
+  changeSettings(target, [color](ShadowSettings& settings) { settings.color = color; });
 }
 
 ShadowSettings settingsOf(HWND shadow) {
   return {GetWindowLongW(shadow, sizeAt),
-          static_cast<std::uint32_t>(GetWindowLongW(shadow, colourAt)),
+          static_cast<std::uint32_t>(GetWindowLongW(shadow, colorAt)),
           GetWindowLongW(shadow, strengthAt), GetWindowLongW(shadow, dropAt)};
 }
 

@@ -96,7 +96,7 @@ void clearPlace(controls::Bitmap& canvas, const FramePlaceOnCanvas& place,
   }
 }
 
-// Over what is there, both with their colours multiplied by alpha.
+// Over what is there, both with their colors multiplied by alpha.
 void drawOver(controls::Bitmap& canvas, const FramePlaceOnCanvas& place,
               const controls::Bitmap& frame) {
   for (int row = 0; row < frame.height && place.top + row < canvas.height; ++row) {

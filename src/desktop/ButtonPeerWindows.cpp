@@ -13,25 +13,25 @@ constexpr std::int32_t flat = 2;
 constexpr std::int32_t ghost = 5;
 constexpr std::int32_t sideBar = 13;
 
-std::int32_t styleFor(ButtonLook look) {
-  switch (look) {
-    case ButtonLook::Title:
-    case ButtonLook::Command:
+std::int32_t styleFor(ButtonRole role) {
+  switch (role) {
+    case ButtonRole::Title:
+    case ButtonRole::Command:
       return ghost;
-    case ButtonLook::SideBar:
+    case ButtonRole::SideBar:
       return sideBar;
     default:
       return flat;
   }
 }
 
-Tone groundFor(ButtonLook look) {
-  switch (look) {
-    case ButtonLook::Title:
+Tone groundFor(ButtonRole role) {
+  switch (role) {
+    case ButtonRole::Title:
       return Tone::Accent;
-    case ButtonLook::Command:
+    case ButtonRole::Command:
       return Tone::Surface;
-    case ButtonLook::SideBar:
+    case ButtonRole::SideBar:
       return Tone::SideBar;
     default:
       return Tone::Ground;
@@ -40,19 +40,19 @@ Tone groundFor(ButtonLook look) {
 
 }  // namespace
 
-ButtonPeer::ButtonPeer(Desk& sharedDesk, HWND parent, Button& button, ButtonLook buttonLook,
+ButtonPeer::ButtonPeer(Desk& sharedDesk, HWND parent, Button& button, ButtonRole buttonRole,
                        const char* iconKey)
     : Peer(sharedDesk, button),
       shownButton(button),
-      look(buttonLook),
+      role(buttonRole),
       icon(iconKey),
       chameleon(parent, 0, {}, sharedDesk.resolution()) {
   borrow(chameleon.hwnd());
-  chameleon.set(&ButtonProperties::ButtonType, styleFor(look));
+  chameleon.set(&ButtonProperties::ButtonType, styleFor(role));
   chameleon.set(&ButtonProperties::SpecialEffect,
-                static_cast<std::int16_t>(controls::PictureEffect::TextColour));
-  chameleon.setDefault(look == ButtonLook::Primary);
-  if (look == ButtonLook::SideBar) {
+                static_cast<std::int16_t>(controls::PictureEffect::TextColor));
+  chameleon.setDefault(role == ButtonRole::Primary);
+  if (role == ButtonRole::SideBar) {
     chameleon.set(&ButtonProperties::CheckBoxBehaviour, true);
   }
   chameleon.onClick = [this] { shownButton.click(); };
@@ -76,7 +76,7 @@ void ButtonPeer::showAll() {
 }
 
 void ButtonPeer::showText() {
-  const bool hasCaption = look != ButtonLook::Title && look != ButtonLook::IconOnly;
+  const bool hasCaption = role != ButtonRole::Title && role != ButtonRole::IconOnly;
   chameleon.set(&ButtonProperties::Caption, hasCaption ? shownButton.caption.get() : std::string());
   const std::string& tip = shownButton.toolTip.get();
   const std::string& told = !tip.empty() || hasCaption ? tip : shownButton.caption.get();
@@ -94,28 +94,28 @@ void ButtonPeer::showLook() {
                                           .isBold = font.isBold,
                                           .isItalic = false,
                                           .isUnderlined = false});
-  chameleon.set(&ButtonProperties::ColorScheme, desk().colours.isSystem() ? 2 : 1);
+  chameleon.set(&ButtonProperties::ColorScheme, desk().colors.isSystem() ? 2 : 1);
   chameleon.set(&ButtonProperties::PictureNormal, desk().icon(icon));
   chameleon.set(&ButtonProperties::BackColor, [this]() -> std::uint32_t {
     const std::uint32_t told = shownButton.backColor;
-    return told == windowColor ? controls::systemColour(15) : told;
+    return told == windowColor ? controls::systemColor(15) : told;
   }());
   chameleon.set(&ButtonProperties::BackOver, [this]() -> std::uint32_t {
     const std::uint32_t told = shownButton.backOver;
-    return told == windowColor ? controls::systemColour(15) : told;
+    return told == windowColor ? controls::systemColor(15) : told;
   }());
-  chameleon.setPalette(desk().colours.paletteOn(groundFor(look)));
+  chameleon.setPalette(desk().colors.paletteOn(groundFor(role)));
 }
 
-void ButtonPeer::setLook(ButtonLook newLook) {
-  if (newLook != look) {
-    look = newLook;
+void ButtonPeer::setRole(ButtonRole newRole) {
+  if (newRole != role) {
+    role = newRole;
     showText();
   }
 }
 
 void ButtonPeer::setPrimary(bool isPrimary) {
-  chameleon.set(&ButtonProperties::ButtonType, isPrimary ? flat : styleFor(look));
+  chameleon.set(&ButtonProperties::ButtonType, isPrimary ? flat : styleFor(role));
   chameleon.setDefault(isPrimary);
 }
 

@@ -8,27 +8,27 @@ namespace {
 using controls::Rgb;
 using controls::Shape;
 
-void drawTick(controls::Canvas& canvas, const CheckMark& mark, Rgb colour) {
+void drawTick(controls::Canvas& canvas, const CheckMark& mark, Rgb color) {
   const double unit = mark.length / 16.0;
   const auto x = [&](double place) { return mark.left + place * unit; };
   const auto y = [&](double place) { return mark.top + place * unit; };
   const double width = std::max(1.4, 1.8 * unit);
-  canvas.draw({x(4), y(8.4), x(6.8), y(11.2), width}, colour);
-  canvas.draw({x(6.8), y(11.2), x(12.2), y(5.2), width}, colour);
+  canvas.draw({x(4), y(8.4), x(6.8), y(11.2), width}, color);
+  canvas.draw({x(6.8), y(11.2), x(12.2), y(5.2), width}, color);
 }
 
 }  // namespace
 
-void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colours& colours) {
+void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colors& colors) {
   const double left = mark.left;
   const double top = mark.top;
   const double right = left + mark.length;
   const double bottom = top + mark.length;
   const double radius = mark.isRound ? mark.length / 2.0 : mark.length / 5.0;
-  const Rgb edge = colours[!mark.isEnabled ? Tone::Disabled
-                           : mark.isOn     ? Tone::Accent
-                                           : Tone::MarkEdge];
-  const Rgb face = mark.isOn && !mark.isRound ? edge : colours[Tone::Surface];
+  const Rgb edge = colors[!mark.isEnabled ? Tone::Disabled
+                          : mark.isOn     ? Tone::Accent
+                                          : Tone::MarkEdge];
+  const Rgb face = mark.isOn && !mark.isRound ? edge : colors[Tone::Surface];
   canvas.draw(Shape{left, top, right, bottom, radius, 0, face, face});
   canvas.draw(Shape{left, top, right, bottom, radius, 1.2, edge, edge});
   if (!mark.isOn) {
@@ -39,7 +39,7 @@ void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colour
     canvas.draw(Shape{left + inset, top + inset, right - inset, bottom - inset,
                       static_cast<double>(mark.length), 0, edge, edge});
   } else {
-    drawTick(canvas, mark, colours[Tone::OnAccent]);
+    drawTick(canvas, mark, colors[Tone::OnAccent]);
   }
 }
 

@@ -3,7 +3,7 @@
 #define ZELVREG_DESKTOP_CHECK_MARK_H
 
 #include "controls/Canvas.h"
-#include "desktop/Colours.h"
+#include "desktop/Colors.h"
 
 namespace zelvreg::desktop {
 
@@ -17,7 +17,7 @@ struct CheckMark {
   bool isEnabled = true;
 };
 
-void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colours& colours);
+void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colors& colors);
 
 }  // namespace zelvreg::desktop
 

@@ -1,4 +1,4 @@
-// What the windows of the program share: the resolution, colours, fonts and brushes.
+// What the windows of the program share: the resolution, colors, fonts and brushes.
 #ifndef ZELVREG_DESKTOP_DESK_H
 #define ZELVREG_DESKTOP_DESK_H
 
@@ -13,7 +13,7 @@
 
 #include "controls/Canvas.h"
 #include "controls/GdiObjects.h"
-#include "desktop/Colours.h"
+#include "desktop/Colors.h"
 #include "desktop/Layout.h"
 #include "text/Wide.h"
 #include "widgets/Control.h"
@@ -49,10 +49,10 @@ class Desk {
   // Until the system has a message, or the queue or this desk has work.
   void wait(const MessageQueue& queue) const;
 
-  [[nodiscard]] Rgb colour(Tone tone) const { return colours[tone]; }
-  // Takes the system's colours when the user asks for high contrast, else the program's own.
-  void readSystemColours();
-  // An icon in a colour, or in its own; none for a key without an icon. `length` in points at 96
+  [[nodiscard]] Rgb color(Tone tone) const { return colors[tone]; }
+  // Takes the system's colors when the user asks for high contrast, else the program's own.
+  void readSystemColors();
+  // An icon in a color, or in its own; none for a key without an icon. `length` in points at 96
   // to the inch.
   [[nodiscard]] controls::Picture icon(std::string_view key, int length = 16,
                                        std::optional<Tone> tone = std::nullopt) const;
@@ -60,7 +60,7 @@ class Desk {
   // The shadow of a window as its form describes it; none while it is not visible.
   void castShadow(HWND window, const DropShadow& shadow) const;
 
-  Colours colours;
+  Colors colors;
 
  private:
   int dpi;

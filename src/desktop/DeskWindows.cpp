@@ -26,7 +26,7 @@ HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
 }
 
 HBRUSH Desk::brush(Tone tone) {
-  const COLORREF reference = controls::colorRef(colour(tone));
+  const COLORREF reference = controls::colorRef(color(tone));
   controls::BrushHandle& known = brushes[reference];
   if (!known) {
     known.reset(CreateSolidBrush(reference));
@@ -34,22 +34,22 @@ HBRUSH Desk::brush(Tone tone) {
   return known.get();
 }
 
-void Desk::readSystemColours() {
+void Desk::readSystemColors() {
   HIGHCONTRASTW setting{};
   setting.cbSize = sizeof setting;
   const bool isAsked =
       SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) != FALSE &&
       (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
   if (isAsked) {
-    colours.useSystem([](int number) { return controls::fromProperty(GetSysColor(number)); });
+    colors.useSystem([](int number) { return controls::fromProperty(GetSysColor(number)); });
   } else {
-    colours.useOwn();
+    colors.useOwn();
   }
 }
 
 controls::Picture Desk::icon(std::string_view key, int length, std::optional<Tone> tone) const {
   return iconPicture(
-      {.key = key, .pixels = points(length), .colour = colour(tone.value_or(toneOfIcon(key)))});
+      {.key = key, .pixels = points(length), .color = color(tone.value_or(toneOfIcon(key)))});
 }
 
 void Desk::catchUp() {
@@ -72,7 +72,7 @@ void Desk::castShadow(HWND window, const DropShadow& shadow) const {
     return;
   }
   controls::modShadow::create(window);
-  controls::modShadow::setColour(window, shadow.foreColor);
+  controls::modShadow::setColor(window, shadow.foreColor);
   controls::modShadow::setSize(window, points(shadow.depth));
 }
 

@@ -51,13 +51,13 @@ void FramePeer::paintGround(HDC context) const {
   GetClientRect(hwnd(), &place);
   const controls::PaintBuffer buffer({place.right, place.bottom});
   controls::Canvas canvas = buffer.canvas();
-  canvas.clear(desk().colour(options.isCard ? options.behind : options.ground));
+  canvas.clear(desk().color(options.isCard ? options.behind : options.ground));
   if (options.isCard) {
     const double radius = desk().points(5);
     const double width = place.right;
     const double height = place.bottom;
-    const Rgb ground = desk().colour(options.ground);
-    const Rgb line = desk().colour(Tone::Line);
+    const Rgb ground = desk().color(options.ground);
+    const Rgb line = desk().color(Tone::Line);
     canvas.draw(controls::Shape{0, 0, width, height, radius, 0, ground, ground});
     canvas.draw(controls::Shape{0, 0, width, height, radius, 1, line, line});
   }
@@ -66,8 +66,8 @@ void FramePeer::paintGround(HDC context) const {
     const controls::Selection selected(buffer.dc(),
                                        desk().font(frame.font, options.hasTitle ? 3 : 0, true));
     SetBkMode(buffer.dc(), TRANSPARENT);
-    SetTextColor(buffer.dc(), controls::colorRef(
-                                  desk().colour(options.hasTitle ? Tone::Text : Tone::Secondary)));
+    SetTextColor(buffer.dc(),
+                 controls::colorRef(desk().color(options.hasTitle ? Tone::Text : Tone::Secondary)));
     RECT line = place;
     line.top = options.hasTitle ? desk().points(titleFrom) : 0;
     line.bottom = desk().points(options.hasTitle ? titleTo : captionTo);

@@ -5,14 +5,14 @@
 #include <string_view>
 
 #include "controls/Canvas.h"
-#include "desktop/Colours.h"
+#include "desktop/Colors.h"
 
 namespace zelvreg::desktop {
 
 struct IconRequest {
   std::string_view key;
   int pixels = 16;
-  Rgb colour;
+  Rgb color;
 };
 
 // None for a key without an icon. Each is made once.

@@ -13,7 +13,7 @@ controls::Picture make(const IconRequest& request) {
     return nullptr;
   }
   auto picture = std::make_shared<controls::Bitmap>(shape->size, shape->size);
-  picture->pixels = painted(*shape, controls::toProperty(request.colour));
+  picture->pixels = painted(*shape, controls::toProperty(request.color));
   return picture;
 }
 
@@ -26,7 +26,7 @@ controls::Picture iconPicture(const IconRequest& request) {
   }
   using Key = std::tuple<std::string_view, int, std::uint32_t>;
   static std::map<Key, controls::Picture> made;
-  const Key key(icon->key, request.pixels, controls::toProperty(request.colour));
+  const Key key(icon->key, request.pixels, controls::toProperty(request.color));
   controls::Picture& known = made[key];
   if (!known) {
     known = make(request);

@@ -59,8 +59,8 @@ std::size_t numberAtEnd(const std::u16string& text) {
   return start;
 }
 
-void drawText(HDC context, const std::u16string& text, RECT& place, UINT format, Rgb colour) {
-  SetTextColor(context, controls::colorRef(colour));
+void drawText(HDC context, const std::u16string& text, RECT& place, UINT format, Rgb color) {
+  SetTextColor(context, controls::colorRef(color));
   DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place, format);
 }
 
@@ -82,23 +82,23 @@ HFONT LabelPeer::fontInUse() const {
   return desk().font(label.font, style.pointsMore, style.isBold);
 }
 
-// Marked by a colour that the form has given its ground, such as an entry below the mouse.
-bool LabelPeer::isMarked() const { return !controls::isSystemColour(label.backColor); }
+// Marked by a color that the form has given its ground, such as an entry below the mouse.
+bool LabelPeer::isMarked() const { return !controls::isSystemColor(label.backColor); }
 
-Rgb LabelPeer::groundColour() const {
-  if (isMarked() && !desk().colours.isSystem()) {
+Rgb LabelPeer::groundColor() const {
+  if (isMarked() && !desk().colors.isSystem()) {
     return controls::fromProperty(label.backColor);
   }
-  return desk().colour(isMarked() ? Tone::Selected : ground);
+  return desk().color(isMarked() ? Tone::Selected : ground);
 }
 
-Rgb LabelPeer::textColour() const {
-  if (desk().colours.isSystem() && isMarked()) {
-    return desk().colour(Tone::OnSelected);
+Rgb LabelPeer::textColor() const {
+  if (desk().colors.isSystem() && isMarked()) {
+    return desk().color(Tone::OnSelected);
   }
   const std::uint32_t told = label.foreColor;
-  return controls::isSystemColour(told) || desk().colours.isSystem()
-             ? desk().colour(styleOf(look).tone)
+  return controls::isSystemColor(told) || desk().colors.isSystem()
+             ? desk().color(styleOf(look).tone)
              : controls::fromProperty(told);
 }
 
@@ -131,10 +131,10 @@ void LabelPeer::drawCounter(HDC context, const std::u16string& caption, RECT pla
   const LONG start = std::max<LONG>(0, std::min(ofWords.cx, place.right - ofDigits.cx));
   RECT before{0, place.top, start, place.bottom};
   const UINT format = styleOf(look).format;
-  drawText(context, words, before, format, textColour());
+  drawText(context, words, before, format, textColor());
   place.left = start;
   drawText(context, digits, place, format,
-           digits == u"0" ? textColour() : desk().colour(Tone::Problem));
+           digits == u"0" ? textColor() : desk().color(Tone::Problem));
 }
 
 void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
@@ -146,13 +146,13 @@ void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
   }
   RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
   const controls::PaintBuffer buffer({place.right, place.bottom});
-  buffer.canvas().clear(groundColour());
+  buffer.canvas().clear(groundColor());
   const controls::Selection selected(buffer.dc(), fontInUse());
   SetBkMode(buffer.dc(), TRANSPARENT);
   if (look == LabelLook::Counter) {
     drawCounter(buffer.dc(), caption, place);
   } else {
-    drawText(buffer.dc(), caption, place, styleOf(look).format, textColour());
+    drawText(buffer.dc(), caption, place, styleOf(look).format, textColor());
   }
   drawFocus(buffer);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);

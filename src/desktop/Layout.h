@@ -40,7 +40,8 @@ enum class LabelLook : std::uint8_t {
   Link,
 };
 
-enum class ButtonLook : std::uint8_t { Title, Command, SideBar, Plain, Primary, IconOnly };
+// What a button is for, from which its look follows.
+enum class ButtonRole : std::uint8_t { Title, Command, SideBar, Plain, Primary, IconOnly };
 
 struct Place {
   int left;
@@ -61,7 +62,7 @@ struct ButtonPlace {
   Button& (*button)(Form42& form);
   Frame* (*parent)(Form42& form);
   Place place;
-  ButtonLook look;
+  ButtonRole role;
   const char* icon;
 };
 

@@ -18,9 +18,9 @@ UINT cutOf(const std::u16string& text) {
                                                   : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
 }
 
-void drawText(HDC context, const std::u16string& text, RECT place, UINT alignment, Rgb colour) {
+void drawText(HDC context, const std::u16string& text, RECT place, UINT alignment, Rgb color) {
   SetBkMode(context, TRANSPARENT);
-  SetTextColor(context, controls::colorRef(colour));
+  SetTextColor(context, controls::colorRef(color));
   DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place,
             DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | cutOf(text) | alignment);
 }
@@ -54,8 +54,8 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
   const UINT state =
       ListView_GetItemState(hwnd(), static_cast<int>(row) - 1, LVIS_SELECTED | LVIS_FOCUSED);
   canvas.fill({0, 0, width, height},
-              desk().colour((state & LVIS_SELECTED) != 0 ? Tone::Selected : Tone::Surface));
-  canvas.fill({0, height - 1, width, height}, desk().colour(Tone::RowLine));
+              desk().color((state & LVIS_SELECTED) != 0 ? Tone::Selected : Tone::Surface));
+  canvas.fill({0, height - 1, width, height}, desk().color(Tone::RowLine));
   if (options.hasChecks) {
     const int length = desk().points(15);
     drawCheckMark(canvas,
@@ -65,7 +65,7 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
                    .isOn = list.isChecked(row),
                    .isRound = false,
                    .isEnabled = true},
-                  desk().colours);
+                  desk().colors);
   }
   if (options.hasIcons) {
     if (const controls::Picture icon =
@@ -81,7 +81,7 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
     }
   }
   if ((state & LVIS_FOCUSED) != 0 && GetFocus() == hwnd()) {
-    const Rgb accent = desk().colour(Tone::Accent);
+    const Rgb accent = desk().color(Tone::Accent);
     canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, accent, accent});
   }
 }
@@ -108,29 +108,29 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
   drawText(buffer.dc(), utf16(list.text(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
-           cellColour(row, column));
+           cellColor(row, column));
 }
 
-// In high contrast a highlighted row has one colour for all that it shows.
+// In high contrast a highlighted row has one color for all that it shows.
 std::optional<Tone> ListViewPeer::iconTone(std::size_t row) const {
-  return desk().colours.isSystem() && list.isSelected(row) ? std::optional(Tone::OnSelected)
-                                                           : std::nullopt;
+  return desk().colors.isSystem() && list.isSelected(row) ? std::optional(Tone::OnSelected)
+                                                          : std::nullopt;
 }
 
 // A row under test, or with findings, has the bright red of old; it is drawn calm.
-Rgb ListViewPeer::cellColour(std::size_t row, std::size_t column) const {
+Rgb ListViewPeer::cellColor(std::size_t row, std::size_t column) const {
   constexpr std::uint32_t brightRed = 255;
-  if (desk().colours.isSystem()) {
-    return desk().colour(list.isSelected(row) ? Tone::OnSelected : Tone::Text);
+  if (desk().colors.isSystem()) {
+    return desk().color(list.isSelected(row) ? Tone::OnSelected : Tone::Text);
   }
   const bool isNumber = list.columnHeaders()[column].alignment == Alignment::Right;
   const bool isFirst = column == 0;
   const std::uint32_t told = isFirst ? list.rowColor(row) : list.cellStyle(row, column).color;
   if (told == brightRed) {
-    return desk().colour(Tone::Problem);
+    return desk().color(Tone::Problem);
   }
-  return controls::isSystemColour(told)
-             ? desk().colour(isFirst || isNumber ? Tone::Text : Tone::Secondary)
+  return controls::isSystemColor(told)
+             ? desk().color(isFirst || isNumber ? Tone::Text : Tone::Secondary)
              : controls::fromProperty(told);
 }
 
@@ -153,13 +153,13 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   const int height = place.bottom - place.top;
   const controls::PaintBuffer buffer({width, height});
   controls::Canvas canvas = buffer.canvas();
-  canvas.fill({0, 0, width, height}, desk().colour(Tone::Header));
-  canvas.fill({0, height - 1, width, height}, desk().colour(Tone::Line));
+  canvas.fill({0, 0, width, height}, desk().color(Tone::Header));
+  canvas.fill({0, height - 1, width, height}, desk().color(Tone::Line));
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
   drawText(buffer.dc(), utf16(list.columnHeaders()[column].text),
            {desk().points(cellMargin), 0, width - desk().points(6), height},
-           isRight ? DT_RIGHT : DT_LEFT, desk().colour(Tone::Secondary));
+           isRight ? DT_RIGHT : DT_LEFT, desk().color(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);
   return CDRF_SKIPDEFAULT;
 }

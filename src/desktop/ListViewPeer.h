@@ -86,7 +86,7 @@ class ListViewPeer : public Peer {
                 RECT cell) const;
   LRESULT drawHeader(NMCUSTOMDRAW& request) const;
   [[nodiscard]] std::optional<Tone> iconTone(std::size_t row) const;
-  [[nodiscard]] Rgb cellColour(std::size_t row, std::size_t column) const;
+  [[nodiscard]] Rgb cellColor(std::size_t row, std::size_t column) const;
   // Rounded down, so that all rows fit where they are to fit.
   [[nodiscard]] int rowPixels() const { return rowHeight * desk().resolution() / 96; }
   [[nodiscard]] int checkRight() const { return options.hasChecks ? desk().points(30) : 0; }

@@ -27,7 +27,7 @@ ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
   ListView_SetExtendedListViewStyle(hwnd(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks);
   ListView_SetCallbackMask(hwnd(), options.hasChecks ? LVIS_STATEIMAGEMASK : 0);
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
-  colourBorder(hwnd(), desk());
+  colorBorder(hwnd(), desk());
   header = ListView_GetHeader(hwnd());
   SetWindowSubclass(header, headerProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
@@ -70,7 +70,7 @@ void ListViewPeer::showLook() {
   if (list.hasFlatHeader) {
     SetWindowLongPtrW(header, GWL_STYLE, GetWindowLongPtrW(header, GWL_STYLE) & ~HDS_BUTTONS);
   }
-  ListView_SetBkColor(hwnd(), controls::colorRef(desk().colour(Tone::Surface)));
+  ListView_SetBkColor(hwnd(), controls::colorRef(desk().color(Tone::Surface)));
   InvalidateRect(header, nullptr, FALSE);
 }
 

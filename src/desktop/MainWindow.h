@@ -49,6 +49,7 @@ class MainWindow : private ControlPeer {
   void addLabels();
   void addButtons();
   void addLists();
+  void addOptions();
   void addSearchControls();
   void addPictures();
   void attachWindowParts();
@@ -58,13 +59,13 @@ class MainWindow : private ControlPeer {
   void showWindow(Change what);
   void showTray();
   void showMenus();
-  void showColour();
+  void showColor();
   void paintGround(HDC context) const;
   // The size of the main screen in the form's measure.
   void readScreen();
   void changeResolution(int resolution, const RECT* suggested);
   void showAll();
-  // The user has changed the system's colours, fonts, or the screen.
+  // The user has changed the system's colors, fonts, or the screen.
   void changeSettings();
   void activate(bool isActive);
   // The shell has started anew, without the icons that it had.

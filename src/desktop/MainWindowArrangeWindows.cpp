@@ -137,7 +137,7 @@ void MainWindow::arrangeResultsTitle(int pageWidth) {
   ButtonPeer& open = *peerOf(form.chameleonButton14);
   const int room = place() + desk.fromTwips(form.chameleonButton14.width);
   const bool fits = room - open.naturalWidth() >= peerOf(form.Label10)->textWidth();
-  open.setLook(fits ? ButtonLook::Plain : ButtonLook::IconOnly);
+  open.setRole(fits ? ButtonRole::Plain : ButtonRole::IconOnly);
   form.Label10.width = desk.toTwips(std::max(0, place()));
 }
 

@@ -28,6 +28,45 @@ Tone groundOf(const Form42& form, const FramePlace& place, const Frame& frame) {
   return &frame == &form.Frame4 || &frame == &form.Frame5 ? Tone::SideBar : Tone::Ground;
 }
 
+struct ListEntry {
+  ListView Form42::*list;
+  Frame Form42::*page;
+  ListOptions options;
+  void (*itemClick)(Form42& form, std::size_t row);
+  void (*doubleClick)(Form42& form);  // null for none
+};
+
+std::vector<ListEntry> listEntries() {
+  return {
+      {&Form42::View1,
+       &Form42::Frame1,
+       {.hasChecks = true,
+        .hasIcons = true,
+        .selectsSeveral = false,
+        .columnWidths = {240, 346, 84, 98}},
+       View1_ItemClick,
+       View1_DblClick},
+      {&Form42::View2,
+       &Form42::Frame2,
+       {.hasChecks = true,
+        .hasIcons = true,
+        .selectsSeveral = true,
+        .columnWidths = {250, 170, 0, 160, 160}},
+       View2_ItemClick,
+       View2_DblClick},
+      {&Form42::View3,
+       &Form42::Frame3,
+       {.hasChecks = false, .hasIcons = false, .selectsSeveral = false, .columnWidths = {786}},
+       View3_ItemClick,
+       nullptr},
+      {&Form42::View4,
+       &Form42::Frame7,
+       {.hasChecks = false, .hasIcons = false, .selectsSeveral = true, .columnWidths = {786}},
+       View4_ItemClick,
+       nullptr},
+  };
+}
+
 }  // namespace
 
 HWND MainWindow::parentOf(Frame* frame) {
@@ -94,62 +133,37 @@ void MainWindow::addLabels() {
 void MainWindow::addButtons() {
   for (const ButtonPlace& place : buttonPlaces()) {
     buttons.push_back(std::make_unique<ButtonPeer>(desk, parentOf(place.parent(form)),
-                                                   place.button(form), place.look, place.icon));
+                                                   place.button(form), place.role, place.icon));
     buttons.back()->onChanged = [this] { arrangeLater(); };
   }
 }
 
 void MainWindow::addLists() {
-  struct Entry {
-    ListView& list;
-    Frame& frame;
-    ListOptions options;
-    void (*itemClick)(Form42& form, std::size_t row);
-  };
-  Entry entries[] = {
-      {form.View1,
-       form.Frame1,
-       {.hasChecks = true,
-        .hasIcons = true,
-        .selectsSeveral = false,
-        .columnWidths = {240, 346, 84, 98}},
-       View1_ItemClick},
-      {form.View2,
-       form.Frame2,
-       {.hasChecks = true,
-        .hasIcons = true,
-        .selectsSeveral = true,
-        .columnWidths = {250, 170, 0, 160, 160}},
-       View2_ItemClick},
-      {form.View3,
-       form.Frame3,
-       {.hasChecks = false, .hasIcons = false, .selectsSeveral = false, .columnWidths = {786}},
-       View3_ItemClick},
-      {form.View4,
-       form.Frame7,
-       {.hasChecks = false, .hasIcons = false, .selectsSeveral = true, .columnWidths = {786}},
-       View4_ItemClick},
-  };
-  for (Entry& entry : entries) {
-    auto peer = std::make_unique<ListViewPeer>(desk, parentOf(&entry.frame), entry.list,
-                                               std::move(entry.options));
+  for (const ListEntry& entry : listEntries()) {
+    ListView& list = form.*entry.list;
+    auto peer =
+        std::make_unique<ListViewPeer>(desk, parentOf(&(form.*entry.page)), list, entry.options);
     peer->onItemClick = [this, click = entry.itemClick](std::size_t row) { click(form, row); };
-    if (&entry.list == &form.View1) {
+    if (entry.doubleClick != nullptr) {
+      peer->onDoubleClick = [this, click = entry.doubleClick] { click(form); };
+    }
+    if (&list == &form.View1) {
       peer->placeOf = [this] { return categoryListPlace(form); };
-      peer->onDoubleClick = [this] { View1_DblClick(form); };
-    } else if (&entry.list == &form.View2) {
-      peer->onDoubleClick = [this] { View2_DblClick(form); };
+    } else if (&list == &form.View2) {
       peer->onMenu = [this](POINT onScreen) { openMenu(onScreen); };
     }
     peer->showAll();
     others.push_back(std::move(peer));
   }
-  others.push_back(
-      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame3), form.Check1, Tone::Ground));
-  for (CheckBox& box : form.SafeguardBoxes) {
-    others.push_back(std::make_unique<CheckPeer>(desk, parentOf(&form.Frame3), box, Tone::Ground));
-  }
   others.push_back(std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1));
+}
+
+void MainWindow::addOptions() {
+  HWND page = parentOf(&form.Frame3);
+  others.push_back(std::make_unique<CheckPeer>(desk, page, form.Check1, Tone::Ground));
+  for (CheckBox& box : form.SafeguardBoxes) {
+    others.push_back(std::make_unique<CheckPeer>(desk, page, box, Tone::Ground));
+  }
 }
 
 void MainWindow::addSearchControls() {

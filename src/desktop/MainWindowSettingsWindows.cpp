@@ -35,10 +35,10 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
 }
 
 void MainWindow::changeSettings() {
-  desk.readSystemColours();
+  desk.readSystemColors();
   readScreen();
   showAll();
-  showColour();
+  showColor();
   arrangeLater();
 }
 

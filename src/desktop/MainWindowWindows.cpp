@@ -20,17 +20,18 @@ constexpr int cornerRadius = 8;
 MainWindow::MainWindow(Form42& shownForm)
     : form(shownForm), desk(resolutionOfSystem()), pickerKeys(shownForm) {
   layOut(form);
-  desk.readSystemColours();
+  desk.readSystemColors();
   makeWindow();
   addFrames();
   addLabels();
   addButtons();
   addLists();
+  addOptions();
   addSearchControls();
   addPictures();
   attachWindowParts();
   connectForm();
-  showColour();
+  showColor();
 }
 
 MainWindow::~MainWindow() {
@@ -91,7 +92,7 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
   } else if (&control == &form.menus) {
     showMenus();
   } else {
-    showColour();
+    showColor();
   }
 }
 
@@ -127,10 +128,10 @@ void MainWindow::showMenus() {
   }
 }
 
-void MainWindow::showColour() {
+void MainWindow::showColor() {
   const std::uint32_t told = form.Shape3.foreColor;
-  if (!controls::isSystemColour(told)) {
-    desk.colours.setAccent(controls::fromProperty(told));
+  if (!controls::isSystemColor(told)) {
+    desk.colors.setAccent(controls::fromProperty(told));
   }
   for (const auto& button : buttons) {
     button->changed(button->button(), Change::Look, 0);
@@ -147,23 +148,23 @@ void MainWindow::paintGround(HDC context) const {
   const int bar = desk.points(commandBarBottom);
   const int side = desk.points(sideBarWidth);
   const int status = desk.points(statusBarTop);
-  canvas.clear(desk.colour(Tone::Ground));
-  canvas.fill({0, 0, place.right, title}, desk.colour(Tone::Accent));
+  canvas.clear(desk.color(Tone::Ground));
+  canvas.fill({0, 0, place.right, title}, desk.color(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
   canvas.fill({0, title - desk.points(3), place.right, title},
-              controls::isSystemColour(line) || desk.colours.isSystem()
-                  ? desk.colour(Tone::Accent)
+              controls::isSystemColor(line) || desk.colors.isSystem()
+                  ? desk.color(Tone::Accent)
                   : controls::fromProperty(line));
-  canvas.fill({0, title, place.right, bar}, desk.colour(Tone::Surface));
-  canvas.fill({0, bar - 1, place.right, bar}, desk.colour(Tone::Line));
+  canvas.fill({0, title, place.right, bar}, desk.color(Tone::Surface));
+  canvas.fill({0, bar - 1, place.right, bar}, desk.color(Tone::Line));
   for (const int separator : separators) {
     canvas.fill({separator, title + desk.points(12), separator + 1, bar - desk.points(12)},
-                desk.colour(Tone::Line));
+                desk.color(Tone::Line));
   }
-  canvas.fill({0, bar, side, status}, desk.colour(Tone::SideBar));
-  canvas.fill({side - 1, bar, side, status}, desk.colour(Tone::Line));
-  canvas.fill({0, status, place.right, place.bottom}, desk.colour(Tone::Surface));
-  canvas.fill({0, status, place.right, status + 1}, desk.colour(Tone::Line));
+  canvas.fill({0, bar, side, status}, desk.color(Tone::SideBar));
+  canvas.fill({side - 1, bar, side, status}, desk.color(Tone::Line));
+  canvas.fill({0, status, place.right, place.bottom}, desk.color(Tone::Surface));
+  canvas.fill({0, status, place.right, status + 1}, desk.color(Tone::Line));
   controls::maskCorners(canvas, buffer.size(), desk.points(cornerRadius), rgb(0xFF00FF));
   buffer.show(context, 0, 0);
 }

@@ -83,8 +83,8 @@ bool pressFocusedButton();
 std::optional<LRESULT> pressByKey(UINT message, WPARAM wParam, LPARAM lParam,
                                   const std::function<void()>& press);
 
-// Gives the one-point border of a window the colour of borders. The desk outlives it.
-void colourBorder(HWND window, Desk& desk);
+// Gives the one-point border of a window the color of borders. The desk outlives it.
+void colorBorder(HWND window, Desk& desk);
 
 // A class of the program's own windows; once it is there, it serves all later ones.
 void registerClass(const wchar_t* name, WNDPROC procedure);

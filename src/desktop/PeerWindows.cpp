@@ -26,7 +26,7 @@ LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM 
 
 }  // namespace
 
-void colourBorder(HWND window, Desk& desk) {
+void colorBorder(HWND window, Desk& desk) {
   constexpr UINT_PTR subclassId = 17;
   SetWindowSubclass(window, borderProcedure, subclassId, reinterpret_cast<DWORD_PTR>(&desk));
 }
@@ -116,7 +116,7 @@ void Peer::drawFocus(const controls::PaintBuffer& buffer) const {
     return;
   }
   constexpr double inset = 0.5;
-  const Rgb accent = shared.colour(Tone::Accent);
+  const Rgb accent = shared.color(Tone::Accent);
   buffer.canvas().draw(controls::Shape{inset, inset, buffer.size().width - inset,
                                        buffer.size().height - inset, 3, 1, accent, accent, 0.8});
 }

@@ -51,10 +51,10 @@ void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
   const int height = request.rcItem.bottom;
   const controls::PaintBuffer buffer({width, height});
   controls::Canvas canvas = buffer.canvas();
-  canvas.clear(desk().colour(options.ground));
+  canvas.clear(desk().color(options.ground));
   if (options.hasDisc) {
     const double length = std::min(width, height);
-    const Rgb disc = desk().colour(options.disc);
+    const Rgb disc = desk().color(options.disc);
     canvas.draw(controls::Shape{0, 0, length, length, length / 2, 0, disc, disc});
   }
   if (!animation.empty()) {

@@ -13,7 +13,7 @@
 
 namespace zelvreg::desktop {
 
-// A static control that draws its text smoothly on a ground of one colour.
+// A static control that draws its text smoothly on a ground of one color.
 class LabelPeer : public Peer {
  public:
   LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook labelLook,
@@ -40,8 +40,8 @@ class LabelPeer : public Peer {
   [[nodiscard]] std::u16string text() const;
   [[nodiscard]] HFONT fontInUse() const;
   [[nodiscard]] bool isMarked() const;
-  [[nodiscard]] Rgb groundColour() const;
-  [[nodiscard]] Rgb textColour() const;
+  [[nodiscard]] Rgb groundColor() const;
+  [[nodiscard]] Rgb textColor() const;
 
   Label& label;
   LabelLook look;
@@ -51,13 +51,13 @@ class LabelPeer : public Peer {
 
 class ButtonPeer : public Peer {
  public:
-  ButtonPeer(Desk& sharedDesk, HWND parent, Button& shownButton, ButtonLook buttonLook,
+  ButtonPeer(Desk& sharedDesk, HWND parent, Button& shownButton, ButtonRole buttonRole,
              const char* iconKey);
 
   void showAll() override;
   // Between one with a caption and a square of the picture alone.
-  void setLook(ButtonLook newLook);
-  [[nodiscard]] bool isSquare() const { return look == ButtonLook::IconOnly; }
+  void setRole(ButtonRole newRole);
+  [[nodiscard]] bool isSquare() const { return role == ButtonRole::IconOnly; }
   // The next thing that a user would do.
   void setPrimary(bool isPrimary);
   // The page that is shown stands out in the side bar.
@@ -81,7 +81,7 @@ class ButtonPeer : public Peer {
   [[nodiscard]] int widthOf(const std::u16string& text) const;
 
   Button& shownButton;
-  ButtonLook look;
+  ButtonRole role;
   std::string icon;
   controls::chameleonButton chameleon;
 };

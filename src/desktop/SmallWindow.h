@@ -1,4 +1,4 @@
-// The window of a small form: a title in the colour of the suite, a close button, its controls.
+// The window of a small form: a title in the color of the suite, a close button, its controls.
 #ifndef ZELVREG_DESKTOP_SMALL_WINDOW_H
 #define ZELVREG_DESKTOP_SMALL_WINDOW_H
 
@@ -26,7 +26,7 @@ class SmallWindow : private ControlPeer {
   ~SmallWindow() override;
 
   void add(Label& label, const Place& place, LabelLook look);
-  void add(Button& button, const Place& place, ButtonLook look, const char* icon);
+  void add(Button& button, const Place& place, ButtonRole role, const char* icon);
   void add(TextBox& box, const Place& place);
 
   // Shows it and serves the queue until `isOpen` says otherwise; the owner waits.

@@ -48,12 +48,12 @@ void SmallWindow::add(Label& label, const Place& place, LabelLook look) {
   peers.push_back(std::move(peer));
 }
 
-void SmallWindow::add(Button& button, const Place& place, ButtonLook look, const char* icon) {
+void SmallWindow::add(Button& button, const Place& place, ButtonRole role, const char* icon) {
   put(button, place);
-  if (look == ButtonLook::Primary) {
+  if (role == ButtonRole::Primary) {
     primary = &button;
   }
-  peers.push_back(std::make_unique<ButtonPeer>(desk, window, button, look, icon));
+  peers.push_back(std::make_unique<ButtonPeer>(desk, window, button, role, icon));
 }
 
 void SmallWindow::add(TextBox& box, const Place& place) {
@@ -86,9 +86,9 @@ void SmallWindow::paintGround(HDC context) const {
   GetClientRect(window, &place);
   const controls::PaintBuffer buffer({place.right, place.bottom});
   controls::Canvas canvas = buffer.canvas();
-  canvas.clear(desk.colour(Tone::Surface));
-  canvas.fill({0, 0, place.right, desk.points(smallTitleHeight)}, desk.colour(Tone::Accent));
-  const Rgb border = desk.colour(Tone::Border);
+  canvas.clear(desk.color(Tone::Surface));
+  canvas.fill({0, 0, place.right, desk.points(smallTitleHeight)}, desk.color(Tone::Accent));
+  const Rgb border = desk.color(Tone::Border);
   canvas.draw(controls::Shape{0, 0, static_cast<double>(place.right),
                               static_cast<double>(place.bottom),
                               static_cast<double>(desk.points(cornerRadius)), 1, border, border});
@@ -139,10 +139,10 @@ void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   SmallWindow shown(desk, dialog.window, dialog.shadow, owner,
                     [&dialog] { dialog.orubutton10.click(); });
   shown.add(dialog.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
-  shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonLook::Title, "exit");
+  shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
-  shown.add(dialog.orubutton1, {160, 130, 160, 32}, ButtonLook::Primary, "");
-  shown.add(dialog.orubutton10, {330, 130, 130, 32}, ButtonLook::Plain, "");
+  shown.add(dialog.orubutton1, {160, 130, 160, 32}, ButtonRole::Primary, "");
+  shown.add(dialog.orubutton10, {330, 130, 130, 32}, ButtonRole::Plain, "");
   shown.add(dialog.Text1, {20, 84, 440, 26});
   shown.runModal(form.messages, dialog.isOpen);
 }
@@ -154,7 +154,7 @@ void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   SmallWindow shown(desk, about.window, about.shadow, owner,
                     [&about] { about.chameleonButton3.click(); });
   shown.add(about.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
-  shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonLook::Title, "exit");
+  shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);
   shown.add(about.Label3, {330, 68, 126, 20}, LabelLook::SecondaryRight);
   shown.add(about.Label2[0], {24, 94, 432, 40}, LabelLook::Wrapped);

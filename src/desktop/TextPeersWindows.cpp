@@ -22,7 +22,7 @@ std::string typedText(HWND window) {
 EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
     : Peer(sharedDesk, shownBox), box(shownBox) {
   own(makeChild(parent, L"EDIT", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL));
-  colourBorder(hwnd(), desk());
+  colorBorder(hwnd(), desk());
   showAll();
 }
 
@@ -67,9 +67,9 @@ void ComboPeer::drawEdge() const {
                   parts.rcItem.bottom);
   const controls::PaintBuffer buffer({all.right, all.bottom});
   controls::Canvas canvas = buffer.canvas();
-  canvas.clear(desk().colour(Tone::Surface));
+  canvas.clear(desk().color(Tone::Surface));
   const bool isFocused = GetFocus() == hwnd() || IsChild(hwnd(), GetFocus()) != FALSE;
-  const Rgb edge = desk().colour(isFocused ? Tone::Accent : Tone::Border);
+  const Rgb edge = desk().color(isFocused ? Tone::Accent : Tone::Border);
   canvas.draw(controls::Shape{0, 0, static_cast<double>(all.right), static_cast<double>(all.bottom),
                               0, 1, edge, edge});
   constexpr int arrowLength = 12;

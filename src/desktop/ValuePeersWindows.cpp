@@ -78,7 +78,7 @@ void CheckPeer::command(int code) {
 void CheckPeer::paint() {
   paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
     controls::Canvas canvas = buffer.canvas();
-    canvas.clear(desk().colour(ground));
+    canvas.clear(desk().color(ground));
     const int height = buffer.size().height;
     const int length = desk().points(15);
     const CheckMark mark{.left = 0,
@@ -87,12 +87,12 @@ void CheckPeer::paint() {
                          .isOn = isOn(),
                          .isRound = option != nullptr,
                          .isEnabled = control().enabled};
-    drawCheckMark(canvas, mark, desk().colours);
+    drawCheckMark(canvas, mark, desk().colors);
     RECT place{length + desk().points(6), 0, buffer.size().width, height};
     const controls::Selection selected(buffer.dc(), desk().font(control().font));
     SetBkMode(buffer.dc(), TRANSPARENT);
-    SetTextColor(buffer.dc(), controls::colorRef(
-                                  desk().colour(control().enabled ? Tone::Text : Tone::Disabled)));
+    SetTextColor(buffer.dc(),
+                 controls::colorRef(desk().color(control().enabled ? Tone::Text : Tone::Disabled)));
     const std::u16string text = utf16(caption());
     DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &place,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
@@ -148,14 +148,14 @@ void ProgressPeer::showValue() {
 void ProgressPeer::paint() {
   paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
     controls::Canvas canvas = buffer.canvas();
-    canvas.clear(desk().colour(Tone::Surface));
+    canvas.clear(desk().color(Tone::Surface));
     const double height = buffer.size().height;
     const double width = buffer.size().width;
-    const Rgb track = desk().colour(Tone::Track);
+    const Rgb track = desk().color(Tone::Track);
     canvas.draw(controls::Shape{0, 0, width, height, height / 2, 0, track, track});
     const double share = static_cast<double>(bar.value()) / std::max(1, bar.maximum());
     if (share > 0) {
-      const Rgb accent = desk().colour(Tone::Accent);
+      const Rgb accent = desk().color(Tone::Accent);
       canvas.draw(controls::Shape{0, 0, std::max(height, width * share), height, height / 2, 0,
                                   accent, accent});
     }

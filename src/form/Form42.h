@@ -58,8 +58,8 @@ struct Form42 {
   FormWindow window{15390, 9180};
   Screen screen;
   DropShadow shadow;
-  TrayArea TrayArea1{"Fix Registry Problems"};
-  CoolMenu menus;
+  TrayIcon TrayArea1{"Fix Registry Problems"};
+  FormMenus menus;
 
   // Title and decoration. Label12 shows the year in its last two.
   std::array<Label, 7> Label8;

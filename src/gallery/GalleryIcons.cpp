@@ -50,7 +50,7 @@ Drawing drawingOf(Icon icon) {
 
 }  // namespace
 
-controls::Picture makePicture(Icon icon, int dpi, controls::Rgb colour) {
+controls::Picture makePicture(Icon icon, int dpi, controls::Rgb color) {
   const int side = controls::scaled(16, dpi);
   const double unit = side / 16.0;
   const double width = 1.6 * unit;
@@ -62,12 +62,12 @@ controls::Picture makePicture(Icon icon, int dpi, controls::Rgb colour) {
     const double x = drawing.circleX * unit;
     const double y = drawing.circleY * unit;
     canvas.draw(controls::Shape{x - radius, y - radius, x + radius, y + radius, radius, width,
-                                colour, colour});
+                                color, color});
   }
   for (const Stroke& stroke : drawing.strokes) {
     canvas.draw(Stroke{stroke.fromX * unit, stroke.fromY * unit, stroke.toX * unit,
                        stroke.toY * unit, width},
-                colour);
+                color);
   }
   return std::make_shared<const controls::Bitmap>(std::move(bitmap));
 }

@@ -10,8 +10,8 @@ namespace zelvreg::gallery {
 
 enum class Icon : std::uint8_t { Search, Exclude, Play, Close, Tick, List, Undo, Minimise, Report };
 
-// In one colour, 16 pixels wide at 96 dots to the inch.
-controls::Picture makePicture(Icon icon, int dpi, controls::Rgb colour = {});
+// In one color, 16 pixels wide at 96 dots to the inch.
+controls::Picture makePicture(Icon icon, int dpi, controls::Rgb color = {});
 
 }  // namespace zelvreg::gallery
 

@@ -78,13 +78,13 @@ void paintResolutions(const PaintBuffer& page) {
     ButtonProperties properties;
     properties.Caption = "Start";
     properties.PictureNormal = makePicture(Icon::Play, dpi);
-    properties.SpecialEffect = static_cast<std::int16_t>(PictureEffect::TextColour);
+    properties.SpecialEffect = static_cast<std::int16_t>(PictureEffect::TextColor);
     const Size size{scaled(104, dpi), scaled(32, dpi)};
     paintSample(page, properties, {.isDefault = true},
                 {left, top, left + size.width, top + size.height}, dpi);
     top += size.height + 12;
   }
-  paintText(page, "System colours", left, top + 14, heading, secondaryText);
+  paintText(page, "System colors", left, top + 14, heading, secondaryText);
   ButtonProperties properties;
   properties.Caption = "ColorScheme 2";
   properties.ColorScheme = 2;
@@ -117,11 +117,11 @@ Rectangle cellOf(int style, int column) {
 }
 
 void paintText(const PaintBuffer& page, const std::string& text, int left, int top,
-               const FontDescription& font, Rgb colour) {
+               const FontDescription& font, Rgb color) {
   const FontHandle handle = makeFont(font, 96);
   const Selection selected(page.dc(), handle.get());
   SetBkMode(page.dc(), TRANSPARENT);
-  SetTextColor(page.dc(), colorRef(colour));
+  SetTextColor(page.dc(), colorRef(color));
   const std::u16string wide = utf16(text);
   TextOutW(page.dc(), left, top, wideText(wide), static_cast<int>(wide.size()));
 }
@@ -131,7 +131,7 @@ void paintPage(const PaintBuffer& page) {
   paintTable(page);
   paintResolutions(page);
   Canvas canvas = page.canvas();
-  maskCorners(canvas, pageSize, 8, fromProperty(maskColour));
+  maskCorners(canvas, pageSize, 8, fromProperty(maskColor));
 }
 
 }  // namespace zelvreg::gallery

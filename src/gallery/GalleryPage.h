@@ -10,7 +10,7 @@ inline constexpr controls::Size pageSize = {1380, 800};
 inline constexpr int bandHeight = 60;
 inline constexpr int barHeight = 52;
 inline constexpr int sideWidth = 212;
-inline constexpr std::uint32_t maskColour = 0xFF00FF;
+inline constexpr std::uint32_t maskColor = 0xFF00FF;
 // The column of the table whose buttons are real ones.
 inline constexpr int tableLeft = sideWidth + 20;
 inline constexpr int tableTop = bandHeight + barHeight + 46;
@@ -26,7 +26,7 @@ void paintPage(const controls::PaintBuffer& page);
 
 // A line of text on the page.
 void paintText(const controls::PaintBuffer& page, const std::string& text, int left, int top,
-               const controls::FontDescription& font, controls::Rgb colour);
+               const controls::FontDescription& font, controls::Rgb color);
 
 }  // namespace zelvreg::gallery
 

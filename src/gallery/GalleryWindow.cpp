@@ -16,8 +16,7 @@ constexpr std::uint32_t accent = 10118205;
 
 void setPicture(chameleonButton& button, Icon icon) {
   button.set(&ButtonProperties::PictureNormal, makePicture(icon, 96));
-  button.set(&ButtonProperties::SpecialEffect,
-             static_cast<std::int16_t>(PictureEffect::TextColour));
+  button.set(&ButtonProperties::SpecialEffect, static_cast<std::int16_t>(PictureEffect::TextColor));
 }
 
 }  // namespace
@@ -35,7 +34,7 @@ GalleryWindow::GalleryWindow() : page(pageSize) {
                            30, 30, pageSize.width, pageSize.height, nullptr, nullptr,
                            description.hInstance, this);
   outline = std::make_unique<TransForm>(window);
-  outline->setMaskColor(maskColour);
+  outline->setMaskColor(maskColor);
   addTitleButtons();
   addCommands();
   addSideBar();
@@ -204,7 +203,7 @@ int GalleryWindow::run() {
   ShowWindow(window, SW_SHOW);
   outline->Refresh();
   modShadow::create(window);
-  modShadow::setColour(window, 0x808080);
+  modShadow::setColor(window, 0x808080);
   modShadow::setSize(window, 10);
   SetTimer(window, menuTimer, 500, nullptr);
   MSG message{};

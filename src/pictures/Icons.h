@@ -1,5 +1,5 @@
 // The window's small pictures, by the keys of the form's image lists. Each is one shape of one
-// colour, kept as how far it covers each pixel, so that it can be painted in any colour.
+// color, kept as how far it covers each pixel, so that it can be painted in any color.
 #ifndef ZELVREG_PICTURES_ICONS_H
 #define ZELVREG_PICTURES_ICONS_H
 
@@ -36,7 +36,7 @@ const Icon* findIcon(std::string_view key);
 // none does. Nothing when there is no such picture, or when the program was linked without them.
 std::optional<IconShape> iconShape(std::string_view key, int pixels);
 
-// The shape in a colour, red in the lowest byte as the registry has it: BGRA pixels whose colours
+// The shape in a color, red in the lowest byte as the registry has it: BGRA pixels whose colors
 // are multiplied by alpha, rows from the top, which is what AlphaBlend and an image list take.
 std::vector<std::uint32_t> painted(const IconShape& shape, std::uint32_t color);
 

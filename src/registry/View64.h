@@ -21,7 +21,7 @@ void fEnumValue4(Form42& form, const std::string& hive, const std::string& key, 
 std::string GetKeyValue64(Form42& form, const std::string& hive, const std::string& key,
                           const std::string& valueName);
 
-// The suite's setting of a colour, its variables expanded, from the provider's default view.
+// The suite's setting of a color, its variables expanded, from the provider's default view.
 std::string readSuiteColor(Form42& form);
 
 // Deletes what lies under each subkey of `key`, then asks the provider to delete `key`, which it

@@ -30,7 +30,7 @@ void changeviewlang(Form42& form);
 
 // Chooses the language of a picker entry, counted from 0, for the program and for its next start.
 void lbllanguage_Click(Form42& form, std::size_t entry);
-// The colours of the picker under the mouse: on an entry, and off all of them.
+// The colors of the picker under the mouse: on an entry, and off all of them.
 void lbllanguage_MouseMove(Form42& form, std::size_t entry);
 void pictrlang_MouseMove(Form42& form);
 // Shows or hides the picker.

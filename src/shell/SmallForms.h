@@ -1,4 +1,4 @@
-// The exclusion dialog and the About dialog: their captions, their colours, and closing them.
+// The exclusion dialog and the About dialog: their captions, their colors, and closing them.
 #ifndef ZELVREG_SHELL_SMALL_FORMS_H
 #define ZELVREG_SHELL_SMALL_FORMS_H
 

@@ -22,7 +22,7 @@ void placeLanguageMarker(Form42& form) {
   }
 }
 
-// The colour of the suite, for the lines and the buttons of the title.
+// The color of the suite, for the lines and the buttons of the title.
 void applyColor(Form42& form) {
   const std::uint32_t color = suiteColor(form);
   form.Shape3.foreColor = color;

@@ -9,7 +9,7 @@ namespace zelvreg {
 // Binds every entry point of the form to its procedure. The form must outlive the clicks.
 void bindClicks(Form42& form);
 
-// The load of the form: binds the clicks, detects the system, applies language and colour, creates
+// The load of the form: binds the clicks, detects the system, applies language and color, creates
 // the rows with the stored ticks, runs the scan of an automatic mode, shows the
 // options page. No step can stop it; an automatic mode ends the process within it.
 void Form_Load(Form42& form);

@@ -32,7 +32,7 @@ class Button : public Control, public EntryPoint {
   explicit Button(std::string text) { caption = std::move(text); }
 
   Property<std::string, Change::Text> caption{*this, {}};
-  // The colour under the mouse.
+  // The color under the mouse.
   Property<std::uint32_t, Change::Look> backOver{*this, windowColor};
 
   // What a press does. The form's own code may click a disabled or hidden button as well.

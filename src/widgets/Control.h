@@ -1,7 +1,7 @@
 // What every control is: plain state that tells an attached peer of each change.
 //
-// Places and sizes are in twips (1440 to the inch), colours in the system's order 0x00BBGGRR or
-// 0x800000nn for the system colour nn. Text is UTF-8, whatever the charset of the font.
+// Places and sizes are in twips (1440 to the inch), colors in the system's order 0x00BBGGRR or
+// 0x800000nn for the system color nn. Text is UTF-8, whatever the charset of the font.
 #ifndef ZELVREG_WIDGETS_CONTROL_H
 #define ZELVREG_WIDGETS_CONTROL_H
 

@@ -47,9 +47,9 @@ class DropShadow : public Control {
 };
 
 // An icon in the notification area; a press on it is its click.
-class TrayArea : public Control, public EntryPoint {
+class TrayIcon : public Control, public EntryPoint {
  public:
-  explicit TrayArea(std::string text) {
+  explicit TrayIcon(std::string text) {
     toolTip = std::move(text);
     visible = false;
   }
@@ -60,7 +60,7 @@ class TrayArea : public Control, public EntryPoint {
 // Who draws the form's menus.
 enum class MenuDrawing : std::uint8_t { System, InSystemCharset, InOwnCharset };
 
-class CoolMenu : public Control {
+class FormMenus : public Control {
  public:
   Property<MenuDrawing, Change::Look> drawing{*this, MenuDrawing::System};
 };

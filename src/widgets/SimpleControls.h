@@ -30,7 +30,7 @@ class Frame : public Control {
   Property<std::string, Change::Text> caption{*this, {}};
 };
 
-// A picture, a picture box or a line of colour; `file` is empty for one drawn by the form itself.
+// A picture, a picture box or a line of color; `file` is empty for one drawn by the form itself.
 class Picture : public Control {
  public:
   Property<std::string, Change::Look> file{*this, {}};

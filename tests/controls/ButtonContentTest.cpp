@@ -82,7 +82,7 @@ TEST_F(ShownPicture, TheHoveredStateHasOneOfItsOwnOrTheNormalOne) {
   EXPECT_EQ(pixels(false), std::vector<std::uint32_t>{0xFF000001});
 }
 
-TEST_F(ShownPicture, ItsMaskColourIsTransparentUnlessThatIsSwitchedOff) {
+TEST_F(ShownPicture, ItsMaskColorIsTransparentUnlessThatIsSwitchedOff) {
   properties.PictureNormal = ofPixels({0xFFC0C0C0, 0xFF112233});
   EXPECT_EQ(pixels(), (std::vector<std::uint32_t>{0, 0xFF112233}));
   properties.UseMaskColor = false;
@@ -96,9 +96,9 @@ TEST_F(ShownPicture, GreyIsTheNormalStateOnly) {
   EXPECT_EQ(pixels(true), std::vector<std::uint32_t>{0xFFFF0000});
 }
 
-TEST_F(ShownPicture, TakesTheColourOfTheText) {
+TEST_F(ShownPicture, TakesTheColorOfTheText) {
   properties.PictureNormal = ofPixels({0xFF000000, 0x80000000, 0});
-  properties.SpecialEffect = static_cast<std::int16_t>(PictureEffect::TextColour);
+  properties.SpecialEffect = static_cast<std::int16_t>(PictureEffect::TextColor);
   EXPECT_EQ(pixels(), (std::vector<std::uint32_t>{0xFF102030, 0x80081018, 0}));
 }
 

@@ -92,13 +92,13 @@ void expectStatesApart(std::int32_t style, std::uint32_t back, std::int32_t sche
   }
 }
 
-TEST(ButtonLook, StatesAreToldApartWhateverTheColours) {
+TEST(ButtonLook, StatesAreToldApartWhateverTheColors) {
   for (const std::uint32_t accent :
        {0x3D649AU, 0x000000U, 0xFFFFFFU, 0xFFFF00U, 0xE3EBF5U, 0x101010U}) {
     Palette palette;
     palette.accent = rgb(accent);
     for (std::int32_t style = 1; style <= styleCount; ++style) {
-      expectStatesApart(style, systemColour(15), 1, palette);
+      expectStatesApart(style, systemColor(15), 1, palette);
       for (const std::uint32_t back : {0x000000U, 0xFFFFFFU, 0x101010U, 0x3D649AU, 0xFFFF00U}) {
         expectStatesApart(style, toProperty(rgb(back)), 1, palette);
       }
@@ -106,8 +106,8 @@ TEST(ButtonLook, StatesAreToldApartWhateverTheColours) {
   }
 }
 
-TEST(ButtonLook, StatesAreToldApartInTheSystemsColours) {
-  expectStatesApart(2, systemColour(15), 2, {});
+TEST(ButtonLook, StatesAreToldApartInTheSystemsColors) {
+  expectStatesApart(2, systemColor(15), 2, {});
 }
 
 TEST(ButtonLook, TextCanBeReadInEachStateOfEachStyle) {
@@ -165,7 +165,7 @@ TEST(ButtonLook, TheDefaultStyleIsWhiteWithAThinBorderAndRoundCorners) {
   EXPECT_EQ(look.text, rgb(0x1F2937));
 }
 
-TEST(ButtonLook, TheDefaultButtonOfTheDefaultStyleHasTheAccentColour) {
+TEST(ButtonLook, TheDefaultButtonOfTheDefaultStyleHasTheAccentColor) {
   Palette palette;
   palette.accent = rgb(0x2E7D32);
   const ButtonLook look = lookOf({}, {.isDefault = true}, usual, 96, palette);
@@ -173,7 +173,7 @@ TEST(ButtonLook, TheDefaultButtonOfTheDefaultStyleHasTheAccentColour) {
   EXPECT_EQ(look.text, rgb(0xFFFFFF));
 }
 
-TEST(ButtonLook, ColoursOfTheNormalAndTheHoveredStateAreTakenFromTheirProperties) {
+TEST(ButtonLook, ColorsOfTheNormalAndTheHoveredStateAreTakenFromTheirProperties) {
   ButtonProperties properties;
   properties.BackColor = toProperty(rgb(0x112233));
   properties.BackOver = toProperty(rgb(0xAABBCC));
@@ -187,7 +187,7 @@ TEST(ButtonLook, ColoursOfTheNormalAndTheHoveredStateAreTakenFromTheirProperties
   EXPECT_EQ(hovered.text, rgb(0x330000));
 }
 
-TEST(ButtonLook, AHoveredButtonIsToldApartWhenBothColoursAreTheSame) {
+TEST(ButtonLook, AHoveredButtonIsToldApartWhenBothColorsAreTheSame) {
   for (std::int32_t style = 1; style <= styleCount; ++style) {
     ButtonProperties properties;
     properties.ButtonType = style;
@@ -198,7 +198,7 @@ TEST(ButtonLook, AHoveredButtonIsToldApartWhenBothColoursAreTheSame) {
   }
 }
 
-TEST(ButtonLook, AStyleWithoutAFaceGetsOneFromItsColour) {
+TEST(ButtonLook, AStyleWithoutAFaceGetsOneFromItsColor) {
   ButtonProperties properties;
   properties.ButtonType = transparentStyle;
   EXPECT_TRUE(lookOf(properties, {}, usual, 96, {}).shapes.empty());
@@ -207,7 +207,7 @@ TEST(ButtonLook, AStyleWithoutAFaceGetsOneFromItsColour) {
   EXPECT_EQ(lookOf(properties, {}, usual, 96, {}).shapes[0].upper, rgb(0x3D649A));
 }
 
-TEST(ButtonLook, ColorScheme2TakesTheSystemsColoursWhateverTheStyle) {
+TEST(ButtonLook, ColorScheme2TakesTheSystemsColorsWhateverTheStyle) {
   Palette palette;
   palette.system = {rgb(0x000000), rgb(0xFFFF00), rgb(0x00FF00), rgb(0x1AEBFF), rgb(0x010101)};
   for (std::int32_t style = 1; style <= styleCount; ++style) {

@@ -115,7 +115,7 @@ TEST_P(ButtonPainter, APictureStandsLeftOfTheCaption) {
   EXPECT_EQ(redPixels, red.width);
 }
 
-TEST_P(ButtonPainter, ASystemColourThatIsNotAButtonsIsTheSystems) {
+TEST_P(ButtonPainter, ASystemColorThatIsNotAButtonsIsTheSystems) {
   const int dpi = GetParam();
   const auto middleOf = [dpi](const ButtonProperties& properties) {
     const Bitmap bitmap = painted(properties, {}, dpi);
@@ -124,13 +124,13 @@ TEST_P(ButtonPainter, ASystemColourThatIsNotAButtonsIsTheSystems) {
   const auto system = [](int index) { return opaque(fromProperty(GetSysColor(index))) & 0xFFFFFF; };
   ButtonProperties properties;
   EXPECT_EQ(middleOf(properties), 0xFFFFFFU) << "the style's own";
-  properties.BackColor = systemColour(COLOR_HIGHLIGHT);
+  properties.BackColor = systemColor(COLOR_HIGHLIGHT);
   EXPECT_EQ(middleOf(properties), system(COLOR_HIGHLIGHT));
   Bitmap plain(scaled(16, dpi), scaled(16, dpi));
   std::ranges::fill(plain.pixels, opaque(fromProperty(GetSysColor(COLOR_BTNFACE))));
   properties.PictureNormal = std::make_shared<const Bitmap>(plain);
   EXPECT_EQ(middleOf(properties), system(COLOR_BTNFACE));
-  properties.MaskColor = systemColour(COLOR_BTNFACE);
+  properties.MaskColor = systemColor(COLOR_BTNFACE);
   EXPECT_EQ(middleOf(properties), system(COLOR_HIGHLIGHT));
 }
 
@@ -152,7 +152,7 @@ TEST_P(ButtonPainter, ACaptionBelowAPictureIsNotBrokenWhereThereIsNoRoom) {
 
 INSTANTIATE_TEST_SUITE_P(AtEachResolution, ButtonPainter, ::testing::Values(96, 144, 192));
 
-TEST(MakeIcon, HalfOfAColourIsDrawnHalfOverTheGround) {
+TEST(MakeIcon, HalfOfAColorIsDrawnHalfOverTheGround) {
   Bitmap picture(16, 16);
   std::ranges::fill(picture.pixels, 0x80800000);
   HICON icon = makeIcon(picture);

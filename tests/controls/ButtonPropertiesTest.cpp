@@ -38,7 +38,7 @@ TEST(ButtonProperties, WithoutAFontTheFormsIsTaken) {
   EXPECT_EQ(readButton({}, form).Font, form.font);
 }
 
-TEST(ButtonProperties, TheHoveredColoursFollowTheNormalOnes) {
+TEST(ButtonProperties, TheHoveredColorsFollowTheNormalOnes) {
   PropertyBag bag;
   bag.write("BCOL", 10118205);
   bag.write("FCOL", 0xFFFFFF);
@@ -47,7 +47,7 @@ TEST(ButtonProperties, TheHoveredColoursFollowTheNormalOnes) {
   EXPECT_EQ(read.ForeOver, 0xFFFFFFU);
 }
 
-TEST(ButtonProperties, HoveredColoursOfTheirOwnStand) {
+TEST(ButtonProperties, HoveredColorsOfTheirOwnStand) {
   PropertyBag bag;
   bag.write("BCOL", 1);
   bag.write("BCOLO", 2);

@@ -81,7 +81,7 @@ TEST(Canvas, TheShareOfACircleIsItsArea) {
   EXPECT_NEAR(area, 3.14159265 * 20 * 20, 2);
 }
 
-TEST(Canvas, ColoursRunFromTopToBottom) {
+TEST(Canvas, ColorsRunFromTopToBottom) {
   Bitmap bitmap = whiteBitmap(1, 4);
   Canvas(bitmap).draw(Shape{0, 0, 1, 4, 0, 0, rgb(0x000000), rgb(0x808080)});
   EXPECT_EQ(bitmap.at(0, 0), 0xFF101010);
@@ -164,20 +164,20 @@ TEST(Canvas, LengthsAreScaledToTheResolution) {
   EXPECT_EQ(scaled(32, 192), 64);
 }
 
-TEST(Colour, PropertiesHaveRedInTheLowestByte) {
+TEST(Color, PropertiesHaveRedInTheLowestByte) {
   EXPECT_EQ(fromProperty(10118205), rgb(0x3D649A));
   EXPECT_EQ(toProperty(rgb(0x3D649A)), 10118205U);
-  EXPECT_TRUE(isSystemColour(systemColour(15)));
-  EXPECT_FALSE(isSystemColour(10118205));
+  EXPECT_TRUE(isSystemColor(systemColor(15)));
+  EXPECT_FALSE(isSystemColor(10118205));
 }
 
-TEST(Colour, MixesByShareAndNoFurther) {
+TEST(Color, MixesByShareAndNoFurther) {
   EXPECT_EQ(mix(rgb(0x000000), rgb(0xFFFFFF), 0.5), rgb(0x808080));
   EXPECT_EQ(mix(rgb(0x102030), rgb(0xFFFFFF), -1), rgb(0x102030));
   EXPECT_EQ(mix(rgb(0x102030), rgb(0xFFFFFF), 2), rgb(0xFFFFFF));
 }
 
-TEST(Colour, ContrastRunsFromOneToTwentyOne) {
+TEST(Color, ContrastRunsFromOneToTwentyOne) {
   EXPECT_NEAR(contrast(rgb(0x000000), rgb(0xFFFFFF)), 21, 0.001);
   EXPECT_NEAR(contrast(rgb(0x777777), rgb(0xFFFFFF)), 4.48, 0.01);
   EXPECT_EQ(contrast(rgb(0x3D649A), rgb(0x3D649A)), 1);

@@ -75,9 +75,9 @@ class CoolMenuTest : public ::testing::Test {
                         reinterpret_cast<LPARAM>(popup));
   }
   static std::uint32_t system(int index) { return opaque(fromProperty(GetSysColor(index))); }
-  static int countOf(const Bitmap& bitmap, std::uint32_t colour) {
+  static int countOf(const Bitmap& bitmap, std::uint32_t color) {
     return static_cast<int>(std::ranges::count_if(
-        bitmap.pixels, [colour](std::uint32_t pixel) { return (pixel | 0xFF000000) == colour; }));
+        bitmap.pixels, [color](std::uint32_t pixel) { return (pixel | 0xFF000000) == color; }));
   }
 
   fixture::Form form;
@@ -199,7 +199,7 @@ TEST_F(CoolMenuTest, ACheckedEntryWithoutAPictureHasATick) {
   EXPECT_NE(drawn(3, ODS_CHECKED), drawn(3, 0));
 }
 
-TEST_F(CoolMenuTest, ADisabledPictureLosesItsColours) {
+TEST_F(CoolMenuTest, ADisabledPictureLosesItsColors) {
   const Bitmap entry = drawn(0, ODS_GRAYED);
   EXPECT_EQ(countOf(entry, 0xFFFF0000), 0);
   EXPECT_GT(countOf(entry, system(COLOR_3DSHADOW)), 100);
@@ -223,12 +223,12 @@ TEST_F(CoolMenuTest, ACaptionThatCannotBeChosenIsDrawnTwiceLightBehindDark) {
 TEST_F(CoolMenuTest, APictureGrowsWithTheResolution) {
   menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}}, 192));
   menus.current()->installBar(bar);
-  const auto countInItsColumn = [this](UINT state, std::uint32_t colour) {
+  const auto countInItsColumn = [this](UINT state, std::uint32_t color) {
     const Bitmap entry = drawn(0, state);
     int count = 0;
     for (int row = 0; row < entry.height; ++row) {
       for (int column = 10; column < 62; ++column) {
-        count += (entry.at(column, row) | 0xFF000000) == colour;
+        count += (entry.at(column, row) | 0xFF000000) == color;
       }
     }
     return count;
@@ -327,7 +327,7 @@ TEST_F(CoolMenuTest, DrawingLeavesNoObjectBehind) {
     drawn(0, ODS_CHECKED);
     measured(popup, 0);
   };
-  // What the system makes at the first use of a colour or a font stays.
+  // What the system makes at the first use of a color or a font stays.
   drawEach();
   const int before = fixture::graphicsObjectsLeft();
   for (int count = 0; count < 200; ++count) {

@@ -50,7 +50,7 @@ TEST_F(ModShadow, ASecondOneIsNotMade) {
 }
 
 TEST_F(ModShadow, KeepsItsSettingsInItsWindowLongs) {
-  modShadow::setColour(form.hwnd(), 0x808080);
+  modShadow::setColor(form.hwnd(), 0x808080);
   modShadow::setSize(form.hwnd(), 10);
   EXPECT_EQ(GetWindowLongW(shadow(), 0), 10);
   EXPECT_EQ(GetWindowLongW(shadow(), 4), 0x808080);

@@ -40,7 +40,7 @@ class TransFormTest : public ::testing::Test {
   std::string shown;
 };
 
-TEST_F(TransFormTest, WhatShowsTheMaskColourIsLeftOut) {
+TEST_F(TransFormTest, WhatShowsTheMaskColorIsLeftOut) {
   TransForm control(form.hwnd());
   control.Refresh();
   EXPECT_FALSE(isInOutline(form.hwnd(), 0, 0));
@@ -68,7 +68,7 @@ TEST_F(TransFormTest, TheOutlineIsThatOfTheClientAreaInsideAFrame) {
   EXPECT_TRUE(isInOutline(form.hwnd(), left + 99, top + 50));
 }
 
-TEST_F(TransFormTest, AnotherMaskColourGivesAnotherOutline) {
+TEST_F(TransFormTest, AnotherMaskColorGivesAnotherOutline) {
   TransForm control(form.hwnd());
   control.setMaskColor(RGB(0, 0, 255));
   EXPECT_TRUE(isInOutline(form.hwnd(), 0, 0));

@@ -40,8 +40,8 @@ class AnimationTest : public ::testing::Test {
   // Two frames, the second a part of the first.
   static GifFile sound() {
     GifFile gif(3, 2);
-    gif.add({.width = 3, .height = 2, .colour = GifFile::red, .delay = 7});
-    gif.add({.left = 1, .top = 1, .width = 2, .height = 1, .colour = GifFile::blue});
+    gif.add({.width = 3, .height = 2, .color = GifFile::red, .delay = 7});
+    gif.add({.left = 1, .top = 1, .width = 2, .height = 1, .color = GifFile::blue});
     return gif;
   }
 };
@@ -73,7 +73,7 @@ TEST_F(AnimationTest, NoFileIsNoPicture) {
 
 TEST_F(AnimationTest, AFrameIsCutAtTheEdgesOfThePicture) {
   GifFile gif(3, 2);
-  gif.add({.left = 2, .top = 1, .width = 4, .height = 4, .colour = GifFile::blue});
+  gif.add({.left = 2, .top = 1, .width = 4, .height = 4, .color = GifFile::blue});
   const Animation animation = read(gif.bytes());
   ASSERT_EQ(animation.size(), 1U);
   EXPECT_EQ(animation[0].picture.pixels, (std::vector<std::uint32_t>{0, 0, 0, 0, 0, blue}));

@@ -11,25 +11,25 @@ struct GifFrame {
   int top = 0;
   int width = 1;
   int height = 1;
-  int colour = 1;
+  int color = 1;
   int delay = 0;     // hundredths of a second
   int disposal = 0;  // 2 clears its place afterwards
 };
 
 class GifFile {
  public:
-  // Places in the table of colours.
+  // Places in the table of colors.
   static constexpr int red = 1;
   static constexpr int blue = 2;
 
   GifFile(int width, int height) {
     text = "GIF89a" + number(width) + number(height);
-    constexpr char fourColours = '\x91';
-    text.append({fourColours, 0, 0});
+    constexpr char fourColors = '\x91';
+    text.append({fourColors, 0, 0});
     text.append({0, 0, 0, '\xFF', 0, 0, 0, 0, '\xFF', '\xFF', '\xFF', '\xFF'});
   }
 
-  // A frame of one colour.
+  // A frame of one color.
   void add(const GifFrame& frame) {
     addHead(frame);
     addBlocks(packed(frame));
@@ -66,14 +66,14 @@ class GifFile {
     };
     for (int pixel = 0; pixel < frame.width * frame.height; ++pixel) {
       put(clear);
-      put(static_cast<unsigned>(frame.colour));
+      put(static_cast<unsigned>(frame.color));
     }
     put(end);
     return result + static_cast<char>(bits);
   }
 
   void addBlocks(const std::string& packedPixels) {
-    text += '\2';  // bits of a colour
+    text += '\2';  // bits of a color
     for (std::size_t start = 0; start < packedPixels.size(); start += 255) {
       const std::string block = packedPixels.substr(start, 255);
       text += static_cast<char>(block.size());

@@ -224,7 +224,7 @@ TEST_F(LanguagesTest, AChangeOfLanguageRestoresTheKeptTicksAndLosesTheStatus) {
   EXPECT_EQ(form.View1.text(1, statusColumn), "");
 }
 
-TEST_F(LanguagesTest, ThePickerTogglesAndColoursWhatTheMouseIsOver) {
+TEST_F(LanguagesTest, ThePickerTogglesAndColorsWhatTheMouseIsOver) {
   Form_Load(form);
   EXPECT_FALSE(form.pictrlang.visible);
   form.chameleonButton13.click();

@@ -49,7 +49,7 @@ TEST_F(SmallFormsTest, BothStandInTheMiddleOfTheScreen) {
   EXPECT_EQ(form.Form1.window.top, (10000 - form.Form1.window.height) / 2);
 }
 
-TEST_F(SmallFormsTest, TheirTitleButtonsWearTheColourOfTheSuiteOrTheUsualOne) {
+TEST_F(SmallFormsTest, TheirTitleButtonsWearTheColorOfTheSuiteOrTheUsualOne) {
   const std::string settings = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner";
   const std::array<std::pair<const char*, std::uint32_t>, 3> colors{
       {{"255", 255}, {" ", 10118205}, {"65280", 65280}}};

@@ -74,7 +74,7 @@ struct ColorSetting {
   std::uint32_t color;
 };
 
-TEST_F(StartUpTest, TheTitleWearsTheColourOfTheSuiteOrTheUsualOne) {
+TEST_F(StartUpTest, TheTitleWearsTheColorOfTheSuiteOrTheUsualOne) {
   constexpr std::uint32_t usualColor = 10118205;
   constexpr std::array<ColorSetting, 5> settings{{{nullptr, usualColor},
                                                   {"", usualColor},

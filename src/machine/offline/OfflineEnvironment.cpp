@@ -33,7 +33,7 @@ constexpr FolderValue foldersOf64Bit[] = {{"ProgramFiles", "ProgramFilesDir (x86
                                           {"CommonProgramFiles(x86)", "CommonFilesDir (x86)"},
                                           {"CommonProgramW6432", "CommonFilesDir"}};
 
-std::optional<std::u16string> wideText(const RegistryValue& value) {
+std::optional<std::u16string> textOfValue(const RegistryValue& value) {
   if (value.type != REG_SZ && value.type != REG_EXPAND_SZ) {
     return std::nullopt;
   }
@@ -72,7 +72,7 @@ class Builder {
     RegistryKey* key = registry.find(path);
     for (std::size_t index = 0; key != nullptr && index < registry.values(*key).size(); ++index) {
       const RegistryValue& value = *registry.values(*key).at(index);
-      const std::optional<std::u16string> text = wideText(value);
+      const std::optional<std::u16string> text = textOfValue(value);
       // The computer's own list names the system as its user.
       if (!text || value.nameLength == 0 || isSameName(value.name(), u"USERNAME")) {
         continue;
@@ -109,7 +109,7 @@ std::optional<std::string> textValue(Registry& registry, std::string_view path,
                                      std::string_view name) {
   RegistryKey* key = registry.find(path);
   const RegistryValue* value = key == nullptr ? nullptr : registry.values(*key).find(utf16(name));
-  const std::optional<std::u16string> text = value == nullptr ? std::nullopt : wideText(*value);
+  const std::optional<std::u16string> text = value == nullptr ? std::nullopt : textOfValue(*value);
   return text ? std::optional(utf8(*text)) : std::nullopt;
 }
 

@@ -52,9 +52,8 @@ TEST(MachineSettings, readsNamesOfEveryScript) {
 TEST(MachineSettings, refusesAWrongLineWithItsNumberAndWhatToDo) {
   EXPECT_EQ(refusalOf("[machine]\nbits=16\n"),
             "machine.ini:2: bits=16 is not understood; write 64 or 32");
-  EXPECT_EQ(
-      refusalOf("[machine]\n\ncolour=red\n"),
-      "machine.ini:3: there is no setting \"colour\"; use bits, codepage, user, now or suite");
+  EXPECT_EQ(refusalOf("[machine]\n\ncolor=red\n"),
+            "machine.ini:3: there is no setting \"color\"; use bits, codepage, user, now or suite");
   EXPECT_EQ(refusalOf("[machine]\nuser=J\xF6rg\n"),
             "machine.ini:2: the line is not UTF-8; save the file as UTF-8");
   for (const char* content :

@@ -61,7 +61,7 @@ class Display:
                        check=True)
 
     def pixels(self, left, top, width, height):
-        """The colours of a part of the screen, as one text that changes when they do."""
+        """The colors of a part of the screen, as one text that changes when they do."""
         return subprocess.run(
             ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
              "-format", "%#", "info:"], env=self.settings, check=True, text=True,

@@ -1,6 +1,6 @@
-// The colours of the windows, by what they stand for.
-#ifndef ZELVREG_DESKTOP_COLOURS_H
-#define ZELVREG_DESKTOP_COLOURS_H
+// The colors of the windows, by what they stand for.
+#ifndef ZELVREG_DESKTOP_COLORS_H
+#define ZELVREG_DESKTOP_COLORS_H
 
 #include <array>
 #include <cstddef>
@@ -8,7 +8,7 @@
 #include <functional>
 
 #include "controls/ButtonLook.h"
-#include "controls/Colour.h"
+#include "controls/Color.h"
 
 namespace zelvreg::desktop {
 
@@ -42,14 +42,14 @@ enum class Tone : std::uint8_t {
 };
 inline constexpr std::size_t toneCount = static_cast<std::size_t>(Tone::Finished) + 1;
 
-class Colours {
+class Colors {
  public:
   // The program's own.
-  Colours();
+  Colors();
 
-  // The system's colours by their numbers in its list, for a user who asks for high contrast; the
-  // colour of the suite and those that a form tells are not used then.
-  void useSystem(const std::function<Rgb(int number)>& systemColour);
+  // The system's colors by their numbers in its list, for a user who asks for high contrast; the
+  // color of the suite and those that a form tells are not used then.
+  void useSystem(const std::function<Rgb(int number)>& systemColor);
   void useOwn();
   [[nodiscard]] bool isSystem() const { return hasSystem; }
 

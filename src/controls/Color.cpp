@@ -1,4 +1,4 @@
-#include "controls/Colour.h"
+#include "controls/Color.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +11,8 @@ double linear(std::uint8_t part) {
   return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
 }
 
-double luminance(Rgb colour) {
-  return 0.2126 * linear(colour.red) + 0.7152 * linear(colour.green) + 0.0722 * linear(colour.blue);
+double luminance(Rgb color) {
+  return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
 std::uint8_t between(std::uint8_t from, std::uint8_t to, double share) {
@@ -33,8 +33,6 @@ double contrast(Rgb one, Rgb other) {
   return std::max(first, second) / std::min(first, second);
 }
 
-bool isLight(Rgb colour) {
-  return contrast(colour, rgb(0x1F2937)) >= contrast(colour, rgb(0xFFFFFF));
-}
+bool isLight(Rgb color) { return contrast(color, rgb(0x1F2937)) >= contrast(color, rgb(0xFFFFFF)); }
 
 }  // namespace zelvreg::controls

@@ -1,9 +1,9 @@
-#include "desktop/Colours.h"
+#include "desktop/Colors.h"
 
 namespace zelvreg::desktop {
 namespace {
 
-// Numbers of the system's list of colours, as GetSysColor has them.
+// Numbers of the system's list of colors, as GetSysColor has them.
 constexpr int window = 5;
 constexpr int windowText = 8;
 constexpr int highlight = 13;
@@ -11,13 +11,13 @@ constexpr int highlightText = 14;
 constexpr int grayText = 17;
 constexpr int hotLight = 26;
 
-struct ToneColours {
+struct ToneColors {
   Rgb own;
   int system;
 };
 
 // In the order of the tones.
-constexpr std::array<ToneColours, toneCount> table{{
+constexpr std::array<ToneColors, toneCount> table{{
     {rgb(0x3D649A), highlight},      // Accent
     {rgb(0xFFFFFF), highlightText},  // OnAccent
     {rgb(0xE3ECF6), highlightText},  // QuietOnAccent
@@ -48,9 +48,9 @@ constexpr Rgb white = rgb(0xFFFFFF);
 
 }  // namespace
 
-Colours::Colours() : ownAccent(table.front().own) { useOwn(); }
+Colors::Colors() : ownAccent(table.front().own) { useOwn(); }
 
-void Colours::useOwn() {
+void Colors::useOwn() {
   hasSystem = false;
   for (std::size_t tone = 0; tone < toneCount; ++tone) {
     tones[tone] = table[tone].own;
@@ -58,21 +58,21 @@ void Colours::useOwn() {
   applyAccent();
 }
 
-void Colours::useSystem(const std::function<Rgb(int number)>& systemColour) {
+void Colors::useSystem(const std::function<Rgb(int number)>& systemColor) {
   hasSystem = true;
   for (std::size_t tone = 0; tone < toneCount; ++tone) {
-    tones[tone] = systemColour(table[tone].system);
+    tones[tone] = systemColor(table[tone].system);
   }
 }
 
-void Colours::setAccent(Rgb accent) {
+void Colors::setAccent(Rgb accent) {
   ownAccent = accent;
   if (!hasSystem) {
     applyAccent();
   }
 }
 
-void Colours::applyAccent() {
+void Colors::applyAccent() {
   const bool isLight = controls::isLight(ownAccent);
   at(Tone::Accent) = ownAccent;
   at(Tone::OnAccent) = isLight ? dark : white;
@@ -80,7 +80,7 @@ void Colours::applyAccent() {
   at(Tone::QuietOnAccent) = controls::mix(isLight ? dark : white, ownAccent, quietness);
 }
 
-controls::Palette Colours::paletteOn(Tone ground) const {
+controls::Palette Colors::paletteOn(Tone ground) const {
   controls::Palette palette;
   palette.accent = (*this)[Tone::Accent];
   palette.ground = (*this)[ground];

@@ -62,7 +62,7 @@ bool Machine::is64Bit() const { return state->is64Bit; }
 bool Machine::isOfflineDisk() const { return !state->form; }
 bool Machine::hasSuite() const { return state->hasSuite; }
 Processes& Machine::processes() const { return state->processes; }
-std::vector<std::string>& Machine::suiteTexts() const { return state->suiteTexts; }
+Requests& Machine::requests() const { return state->requests; }
 std::vector<std::string> Machine::damagedHives() const {
   std::vector<std::string> lines = state->damagedHives;
   for (const auto& hive : state->registry->hiveFiles()) {

@@ -22,6 +22,7 @@ class Environment;
 class OpenFiles;
 struct Processes;
 class Registry;
+struct Requests;
 struct Token;
 
 class Machine {
@@ -64,8 +65,8 @@ class Machine {
   [[nodiscard]] bool isOfflineDisk() const;
   [[nodiscard]] bool hasSuite() const;
   [[nodiscard]] Processes& processes() const;
-  // What the suite's window was told, in order.
-  [[nodiscard]] std::vector<std::string>& suiteTexts() const;
+  // What calls were asked for that leaves no other trace.
+  [[nodiscard]] Requests& requests() const;
 
   // One line for each hive that was left out, its file and why, and for what was passed over so far
   // in those that could be read. Ask again when more has been read.

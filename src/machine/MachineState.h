@@ -14,6 +14,7 @@
 #include "machine/computer/Environment.h"
 #include "machine/computer/FolderLock.h"
 #include "machine/computer/Processes.h"
+#include "machine/computer/Requests.h"
 #include "machine/files/DiskAttributes.h"
 #include "machine/files/Drives.h"
 #include "machine/files/OpenFiles.h"
@@ -35,8 +36,8 @@ struct Machine::State {
 
   bool is64Bit;
   bool hasSuite = false;
-  std::vector<std::string> suiteTexts;
   Processes processes;
+  Requests requests;
   const CodePage& page;
   Accounts accounts;
   Environment environment;

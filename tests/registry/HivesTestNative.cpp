@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "machine/Machine.h"
+#include "machine/computer/Requests.h"
 #include "machine/registry/Registry.h"
 #include "registry/Hives.h"
 #include "support/ComputerFixture.h"
@@ -50,6 +51,18 @@ TEST_F(HivesAccessTest, ReadingAndSavingAskForTheSameRightsAndForAllOfThem) {
       EXPECT_FALSE(isSaved()) << right;
     }
   }
+}
+
+TEST_F(HivesAccessTest, SavingPassesAClassAndARecordOfAnOddLength) {
+  ASSERT_TRUE(isSaved());
+  const machine::KeyRequest& request = machine::Machine::current()->requests().newestKey;
+  EXPECT_EQ(request.path, place);
+  EXPECT_EQ(request.className, "1");
+  EXPECT_EQ(request.options, static_cast<DWORD>(REG_OPTION_NON_VOLATILE));
+  ASSERT_TRUE(request.hasAttributes);
+  EXPECT_EQ(request.attributesLength, 50U);
+  EXPECT_TRUE(request.inheritsHandle);
+  EXPECT_FALSE(request.hasDescriptor);
 }
 
 TEST_F(HivesAccessTest, AWriteThatFailsIsNoSaving) {

@@ -2,6 +2,7 @@
 // stands at 2026-01-31 13:45:06.
 #include "machine/Machine.h"
 #include "machine/computer/Processes.h"
+#include "machine/computer/Requests.h"
 #include "reports/Report.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
@@ -26,6 +27,9 @@ class ReportNativeTest : public fixture::ComputerFixture {
     form.dlg1.show = [name](const CommonDialog& /*dialog*/) { return name; };
     saverep(form);
   }
+  static const machine::OpenRequest& opened() {
+    return machine::Machine::current()->requests().opened.back();
+  }
   static const Texts& started() { return machine::Machine::current()->processes().started; }
 };
 
@@ -40,6 +44,17 @@ TEST_F(ReportNativeTest, TheReportIsWrittenAndOpened) {
   EXPECT_EQ(readFileText(path).value_or("(none)").substr(0, start.size()), start);
   EXPECT_EQ(readFileText(path), reportText(form));
   EXPECT_EQ(started(), (Texts{path}));
+}
+
+TEST_F(ReportNativeTest, TheReportIsOpenedTheUsualWayAndForNoWindow) {
+  saveAs(path);
+  ASSERT_EQ(started().size(), 1U);
+  EXPECT_EQ(opened().owner, nullptr);
+  EXPECT_EQ(opened().verb, std::nullopt);
+  EXPECT_EQ(opened().file, path);
+  EXPECT_EQ(opened().parameters, std::nullopt);
+  EXPECT_EQ(opened().folder, std::nullopt);
+  EXPECT_EQ(opened().showStyle, 1);
 }
 
 TEST_F(ReportNativeTest, AFileOfThatNameIsReplacedWithoutAQuestion) {
@@ -74,6 +89,12 @@ TEST_F(ReportNativeTest, ADocumentIsOpenedWithTheSystemsAnswer) {
   StartDoc(path, answer);
   EXPECT_EQ(started(), (Texts{path}));
   EXPECT_GT(answer, 32);
+  EXPECT_EQ(opened().owner, GetDesktopWindow());
+  EXPECT_EQ(opened().verb, "Open");
+  EXPECT_EQ(opened().file, path);
+  EXPECT_EQ(opened().parameters, "");
+  EXPECT_EQ(opened().folder, "C:\\");
+  EXPECT_EQ(opened().showStyle, 1);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Only the emulated computer keeps what it was asked to open.
 #include "machine/Machine.h"
 #include "machine/computer/Processes.h"
+#include "machine/computer/Requests.h"
 #include "shell/SmallForms.h"
 #include "support/ComputerFixture.h"
 
@@ -21,6 +22,15 @@ TEST_F(SmallFormsLinksTest, LeadToTheSupportTheWebSiteAndTheTranslationTool) {
   EXPECT_EQ(opened[1].substr(0, 8), "https://");
   EXPECT_NE(opened[0], opened[1]);
   EXPECT_EQ(opened[2], "C:\\program\\zelvtrans.exe");
+  const auto& requests = machine::Machine::current()->requests().opened;
+  ASSERT_EQ(requests.size(), 3U);
+  for (const machine::OpenRequest& request : requests) {
+    EXPECT_EQ(request.verb, "open") << request.file;
+    EXPECT_EQ(request.owner, nullptr) << request.file;
+    EXPECT_EQ(request.parameters, std::nullopt) << request.file;
+    EXPECT_EQ(request.folder, std::nullopt) << request.file;
+    EXPECT_EQ(request.showStyle, SW_SHOWNORMAL) << request.file;
+  }
 }
 
 }  // namespace

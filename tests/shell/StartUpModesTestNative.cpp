@@ -3,6 +3,7 @@
 #include "form/ProcessEnd.h"
 #include "machine/RegistryCalls.h"
 #include "machine/computer/Clock.h"
+#include "machine/computer/Requests.h"
 #include "scan/SafeguardSources.h"
 #include "shell/CommandModes.h"
 #include "shell/StartUp.h"
@@ -112,9 +113,10 @@ TEST_F(StartUpModesTest, TheSuiteIsToldTheNumberOnceASecond) {
   machine::Machine& computer = start();
   form.messages.serveHost = [&computer] { computer.clock().advance(100); };
   expectEnd("w4");
-  ASSERT_FALSE(computer.suiteTexts().empty());
-  EXPECT_EQ(computer.suiteTexts().front(), "r|0");
-  EXPECT_EQ(computer.suiteTexts().back(), "r|1");
+  const auto& messages = computer.requests().suiteMessages;
+  ASSERT_FALSE(messages.empty());
+  EXPECT_EQ(messages.front().text, "r|0");
+  EXPECT_EQ(messages.back().text, "r|1");
 }
 
 TEST_F(StartUpModesTest, WithoutTheSuiteTheScanEndsAtTheFirstTick) {

@@ -60,6 +60,15 @@ TEST_F(JournalsOfASecondTest, DateAndTimeNameTheFileAndTheEntry) {
   EXPECT_EQ(records(stem), (Texts{"first"}));
 }
 
+TEST_F(JournalsOfASecondTest, TheTimeIsReadAnewForTheLabel) {
+  machine::Machine::current()->clock().advanceAtEachLook(1000);
+  journal({"first"});
+  const std::string later = stem + " 13:45:07";
+  EXPECT_EQ(storedText(settings + "\\dates", "1"), later);
+  EXPECT_EQ(storedText(settings + "\\file", later), stem);
+  EXPECT_EQ(records(stem), (Texts{"first"}));
+}
+
 TEST_F(JournalsOfASecondTest, TheLaterIsWrittenOverTheBeginningOfTheEarlier) {
   journal({"first", "second"});
   journal({"third"});

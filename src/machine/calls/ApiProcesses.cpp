@@ -5,9 +5,13 @@
 #include <shellapi.h>
 #include <tlhelp32.h>
 
+#include <optional>
+#include <string>
+
 #include "machine/Machine.h"
 #include "machine/calls/ApiSupport.h"
 #include "machine/computer/Processes.h"
+#include "machine/computer/Requests.h"
 #include "machine/files/OpenFiles.h"
 #include "unicode/Unicode.h"
 
@@ -16,7 +20,7 @@ namespace {
 using namespace zelvreg;
 using namespace zelvreg::machine;
 
-constexpr UINT startedWell = 33;  // above 32 means that the program was started
+constexpr std::uintptr_t startedWell = 33;  // above 32 means that the program was started
 
 Processes* processes() {
   Machine* machine = machineInForce();
@@ -34,6 +38,10 @@ BOOL giveEntry(HANDLE snapshot, PROCESSENTRY32W* entry) {
   entry->th32ProcessID = static_cast<DWORD>(list->next);
   giveText(std::u16string_view(name).substr(0, MAX_PATH - 1), entry->szExeFile, MAX_PATH);
   return TRUE;
+}
+
+std::optional<std::string> given(LPCWSTR text) {
+  return text == nullptr ? std::nullopt : std::optional(utf8(textOf(text)));
 }
 
 bool start(std::u16string_view commandLine) {
@@ -89,12 +97,19 @@ BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, const SECURITY_ATTRIBUT
   return TRUE;
 }
 
-HINSTANCE ShellExecuteW(HWND, LPCWSTR, LPCWSTR file, LPCWSTR parameters, LPCWSTR, INT) {
+HINSTANCE ShellExecuteW(HWND owner, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR folder,
+                        INT showStyle) {
   std::u16string commandLine(textOf(file));
   const std::u16string_view rest = textOf(parameters);
   if (!rest.empty()) commandLine.append(u" ").append(rest);
-  const UINT answer = start(commandLine) ? startedWell : 0;
-  return reinterpret_cast<HINSTANCE>(std::uintptr_t{answer});
+  if (!start(commandLine)) return nullptr;
+  Machine::current()->requests().opened.push_back({.owner = owner,
+                                                   .verb = given(verb),
+                                                   .file = utf8(textOf(file)),
+                                                   .parameters = given(parameters),
+                                                   .folder = given(folder),
+                                                   .showStyle = showStyle});
+  return reinterpret_cast<HINSTANCE>(startedWell);
 }
 
 HWND GetDesktopWindow() { return reinterpret_cast<HWND>(std::uintptr_t{0x10000}); }

@@ -5,6 +5,8 @@
 #include "machine/Machine.h"
 #include "machine/calls/ApiRegistry.h"
 #include "machine/calls/ApiSupport.h"
+#include "machine/computer/Requests.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -15,6 +17,20 @@ LONG deleteAt(HKEY key, LPCWSTR subKey, REGSAM view, Below below) {
   return call.status() != ERROR_SUCCESS
              ? call.status()
              : deletePath(call, {.key = key, .path = textOf(subKey), .access = view}, below);
+}
+
+void noteRequest(LPCWSTR path, LPCWSTR className, DWORD options,
+                 const SECURITY_ATTRIBUTES* security) {
+  if (const Machine* machine = Machine::current()) {
+    machine->requests().newestKey = {
+        .path = utf8(textOf(path)),
+        .className = utf8(textOf(className)),
+        .options = options,
+        .hasAttributes = security != nullptr,
+        .attributesLength = security == nullptr ? 0 : security->nLength,
+        .hasDescriptor = security != nullptr && security->lpSecurityDescriptor != nullptr,
+        .inheritsHandle = security != nullptr && security->bInheritHandle != FALSE};
+  }
 }
 
 }  // namespace
@@ -45,12 +61,13 @@ LSTATUS RegOpenKeyW(HKEY key, LPCWSTR subKey, PHKEY result) {
   return RegOpenKeyExW(key, subKey, 0, MAXIMUM_ALLOWED, result);
 }
 
-LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR /*className*/,
-                        DWORD options, REGSAM access, const SECURITY_ATTRIBUTES* security,
-                        PHKEY result, LPDWORD disposition) {
+LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR className, DWORD options,
+                        REGSAM access, const SECURITY_ATTRIBUTES* security, PHKEY result,
+                        LPDWORD disposition) {
   if (reserved != 0 || (options & ~REG_OPTION_BACKUP_RESTORE) != REG_OPTION_NON_VOLATILE) {
     return ERROR_INVALID_PARAMETER;
   }
+  noteRequest(subKey, className, options, security);
   const RegistryCall call(ApiCall::RegCreateKey);
   return call.status() != ERROR_SUCCESS
              ? call.status()

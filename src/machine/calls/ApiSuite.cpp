@@ -6,6 +6,7 @@
 
 #include "machine/Machine.h"
 #include "machine/calls/ApiSupport.h"
+#include "machine/computer/Requests.h"
 #include "machine/files/OpenFiles.h"
 
 namespace {
@@ -31,14 +32,20 @@ HWND FindWindowW(LPCWSTR, LPCWSTR title) {
   return nullptr;
 }
 
-LRESULT SendMessageW(HWND window, UINT, WPARAM first, LPARAM) {
+LRESULT SendMessageW(HWND window, UINT number, WPARAM first, LPARAM second) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
   if (window != suiteWindow() || !machine->hasSuite()) return failed(invalidWindow);
   // The first parameter of its one message is the length of the text.
   if (const SharedBlock* block = machine->openFiles().newestBlock()) {
     const std::size_t length = std::min<std::size_t>(first, block->bytes.size());
-    machine->suiteTexts().emplace_back(block->bytes.data(), length);
+    // The second one points to a window's handle.
+    const auto* told = reinterpret_cast<const HWND*>(second);
+    machine->requests().suiteMessages.push_back(
+        {.number = number,
+         .text = std::string(block->bytes.data(), length),
+         .flushed = block->flushed,
+         .parameter = told == nullptr ? std::nullopt : std::optional(*told)});
   }
   return 0;
 }
@@ -56,7 +63,7 @@ HANDLE CreateFileMappingW(HANDLE file, const SECURITY_ATTRIBUTES*, DWORD, DWORD 
     failed(ERROR_INVALID_PARAMETER);
     return nullptr;
   }
-  return machine->openFiles().add(SharedBlock{std::vector<char>(sizeLow)});
+  return machine->openFiles().add(SharedBlock{.bytes = std::vector<char>(sizeLow)});
 }
 
 LPVOID MapViewOfFile(HANDLE mapping, DWORD, DWORD, DWORD, std::size_t size) {
@@ -71,13 +78,20 @@ LPVOID MapViewOfFile(HANDLE mapping, DWORD, DWORD, DWORD, std::size_t size) {
   return nullptr;
 }
 
-BOOL FlushViewOfFile(LPCVOID view, std::size_t) {
+BOOL FlushViewOfFile(LPCVOID view, std::size_t size) {
+  Machine* machine = machineInForce();
+  if (machine == nullptr) return FALSE;
+  SharedBlock* block = machine->openFiles().blockAt(view);
+  if (block == nullptr) return failed(invalidAddress);
+  block->flushed = size == 0 ? block->bytes.size() : size;
+  return TRUE;
+}
+
+BOOL UnmapViewOfFile(LPCVOID view) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;
   return machine->openFiles().blockAt(view) != nullptr ? TRUE : failed(invalidAddress);
 }
-
-BOOL UnmapViewOfFile(LPCVOID view) { return FlushViewOfFile(view, 0); }
 
 SIZE_T VirtualQuery(LPCVOID memory, PMEMORY_BASIC_INFORMATION region, SIZE_T size) {
   Machine* machine = machineInForce();

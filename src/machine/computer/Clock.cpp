@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <ctime>
+#include <utility>
 
 namespace zelvreg::machine {
 
@@ -62,9 +63,10 @@ Clock::Clock(const std::optional<SYSTEMTIME>& now) {
   if (now) standsAt = momentOf(*now).time_since_epoch().count();
 }
 
-SYSTEMTIME Clock::localTime() const {
-  if (!standsAt) return ownTime(advanced);
-  return timeOf(LocalMoment(milliseconds(*standsAt) + milliseconds(advanced)));
+SYSTEMTIME Clock::localTime() {
+  const std::uint64_t offset = std::exchange(advanced, advanced + perLook);
+  if (!standsAt) return ownTime(offset);
+  return timeOf(LocalMoment(milliseconds(*standsAt) + milliseconds(offset)));
 }
 
 ULONGLONG Clock::tickCount() const {

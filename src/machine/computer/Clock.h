@@ -15,16 +15,20 @@ class Clock {
   // count starts at 0. Without it both are this computer's own. `now` must be a real date.
   explicit Clock(const std::optional<SYSTEMTIME>& now);
 
-  [[nodiscard]] SYSTEMTIME localTime() const;
+  [[nodiscard]] SYSTEMTIME localTime();
   // Milliseconds since some moment that stays the same.
   [[nodiscard]] ULONGLONG tickCount() const;
 
   // Moves both forward.
   void advance(std::uint64_t milliseconds);
+  // Moves both forward after each look at the local time from now on, so that a test can tell two
+  // looks apart.
+  void advanceAtEachLook(std::uint64_t milliseconds) { perLook = milliseconds; }
 
  private:
   std::optional<std::int64_t> standsAt;  // milliseconds since 1970 in local time
-  std::uint64_t advanced = 0;            // milliseconds
+  std::uint64_t advanced = 0;            // milliseconds, as is the next
+  std::uint64_t perLook = 0;
 };
 
 // Whether the date and the time of day exist.

@@ -28,6 +28,7 @@ struct OpenSearch {
 // A named block of memory that processes share; the window of the suite reads it.
 struct SharedBlock {
   std::vector<char> bytes;
+  std::size_t flushed = 0;  // how many of them, by the last flush
 };
 
 // A list of processes as it was when it was asked for.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "machine/computer/Processes.h"
+#include "machine/computer/Requests.h"
 #include "machine/files/OpenFiles.h"
 #include "support/MachineFixture.h"
 
@@ -55,6 +56,25 @@ TEST_F(ApiProcessesTest, ADocumentIsOpenedWithWhatGoesAlong) {
   EXPECT_GT(open(u"a.exe", u""), 32U);
   EXPECT_GT(open(u"a.exe", u"-b"), 32U);
   EXPECT_EQ(started(), (Texts{"C:\\\u0416.txt", "a.exe", "a.exe -b"}));
+}
+
+TEST_F(ApiProcessesTest, HowADocumentIsToBeOpenedIsKept) {
+  constexpr INT maximized = 3;
+  const HWND desktop = GetDesktopWindow();
+  ShellExecuteW(desktop, u"print", u"C:\\\u0416.txt", u"-b", u"C:\\\u0416", maximized);
+  ShellExecuteW(nullptr, nullptr, u"a.exe", nullptr, nullptr, SW_SHOWNORMAL);
+  const auto& opened = computer().requests().opened;
+  ASSERT_EQ(opened.size(), 2U);
+  EXPECT_EQ(opened[0].owner, desktop);
+  EXPECT_EQ(opened[0].verb, "print");
+  EXPECT_EQ(opened[0].file, "C:\\\u0416.txt");
+  EXPECT_EQ(opened[0].parameters, "-b");
+  EXPECT_EQ(opened[0].folder, "C:\\\u0416");
+  EXPECT_EQ(opened[0].showStyle, maximized);
+  EXPECT_EQ(opened[1].owner, nullptr);
+  EXPECT_EQ(opened[1].verb, std::nullopt);
+  EXPECT_EQ(opened[1].parameters, std::nullopt);
+  EXPECT_EQ(opened[1].folder, std::nullopt);
 }
 
 TEST_F(ApiProcessesTest, ListsWhatRuns) {

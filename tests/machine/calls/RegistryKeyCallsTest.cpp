@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "machine/RegistryCalls.h"
+#include "machine/computer/Requests.h"
 #include "machine/registry/Registry.h"
 #include "support/MachineFixture.h"
 
@@ -21,6 +22,30 @@ class RegistryKeyCallsTest : public MachineFixture {
     key(R"(HKEY_CURRENT_USER\Software\Vendor)" + path, values);
   }
 };
+
+TEST_F(RegistryKeyCallsTest, HowAKeyIsToBeMadeIsKept) {
+  start();
+  std::u16string className = u"class";
+  SECURITY_ATTRIBUTES attributes{};
+  attributes.nLength = 7;
+  attributes.bInheritHandle = TRUE;
+  HKEY made = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, u"Software\\New", 0, className.data(), 0, read32,
+                            &attributes, &made, nullptr),
+            ERROR_SUCCESS);
+  RegCloseKey(made);
+  const machine::KeyRequest& request = computer().requests().newestKey;
+  EXPECT_EQ(request.path, "Software\\New");
+  EXPECT_EQ(request.className, "class");
+  EXPECT_TRUE(request.hasAttributes);
+  EXPECT_EQ(request.attributesLength, 7U);
+  EXPECT_TRUE(request.inheritsHandle);
+  EXPECT_FALSE(request.hasDescriptor);
+  OpenedKey::create(HKEY_CURRENT_USER, vendor, read32);
+  EXPECT_EQ(request.path, vendor);
+  EXPECT_EQ(request.className, "");
+  EXPECT_FALSE(request.hasAttributes);
+}
 
 TEST_F(RegistryKeyCallsTest, NamesAreFoundInAnyCaseAndListedAsWritten) {
   ofVendor(R"(\MiXed)", R"(@="x")");

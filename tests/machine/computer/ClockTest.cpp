@@ -10,7 +10,7 @@ SYSTEMTIME timeOf(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD 
 }
 
 TEST(Clock, standsStillAtTheTimeItWasSetTo) {
-  const Clock clock(timeOf(2026, 1, 31, 13, 45, 6));
+  Clock clock(timeOf(2026, 1, 31, 13, 45, 6));
   const SYSTEMTIME time = clock.localTime();
   EXPECT_EQ(time.wYear, 2026);
   EXPECT_EQ(time.wMonth, 1);
@@ -30,6 +30,14 @@ TEST(Clock, movesOverTheEndOfAMonth) {
   EXPECT_EQ(clock.localTime().wSecond, 0);
   EXPECT_EQ(clock.localTime().wMilliseconds, 500);
   EXPECT_EQ(clock.tickCount(), 1500U);
+}
+
+TEST(Clock, movesAfterEachLookIfItIsToldTo) {
+  Clock clock(timeOf(2026, 1, 31, 13, 45, 6));
+  clock.advanceAtEachLook(1000);
+  EXPECT_EQ(clock.localTime().wSecond, 6);
+  EXPECT_EQ(clock.localTime().wSecond, 7);
+  EXPECT_EQ(clock.tickCount(), 2000U);
 }
 
 TEST(Clock, withoutATimeIsThisComputersOwn) {

@@ -7,6 +7,8 @@ cache=${XDG_CACHE_HOME:-$HOME/.cache}/zelvreg
 builds=$cache/build/$(basename "$checkout")-$(sha256sum <<<"$checkout" | cut -c1-8)
 
 export CCACHE_DIR=$cache/ccache CCACHE_BASEDIR=$builds CCACHE_NOHASHDIR=1 CCACHE_MAXSIZE=2G
+# What a precompiled header holds is told by its content, whenever it was made.
+export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
 
 # CMake looks for GoogleTest whichever target is built.
 build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-dev

@@ -28,7 +28,7 @@ std::u16string hexadecimal(std::uint32_t number, std::size_t leastDigits) {
   return result;
 }
 
-std::u16string quoted(std::u16string_view text) {
+std::u16string inQuotes(std::u16string_view text) {
   std::u16string result = u"\"";
   for (const char16_t unit : text) {
     if (unit == u'"' || unit == u'\\') {
@@ -91,10 +91,10 @@ std::u16string hexLines(std::u16string line, const std::vector<BYTE>& data) {
 
 // From the name on, without the line's end.
 std::u16string valueLine(const WideValue& value) {
-  const std::u16string start = (value.name.empty() ? u"@" : quoted(value.name)) + u"=";
+  const std::u16string start = (value.name.empty() ? u"@" : inQuotes(value.name)) + u"=";
   if (value.type == REG_SZ) {
     if (const auto text = textOf(value.data)) {
-      return start + quoted(*text);
+      return start + inQuotes(*text);
     }
   }
   if (value.type == REG_DWORD && value.data.size() == sizeof(DWORD)) {

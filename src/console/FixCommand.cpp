@@ -8,6 +8,7 @@
 #include "console/ResultOutput.h"
 #include "console/ReviewedResult.h"
 #include "console/Terminal.h"
+#include "form/Form42.h"
 #include "repair/RepairPlan.h"
 #include "runtime/Directory.h"
 #include "scan/Findings.h"

@@ -4,7 +4,11 @@
 
 #include "console/Commands.h"
 #include "console/Computer.h"
-#include "form/Form42.h"
+#include "form/RepairOutcome.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::console {
 

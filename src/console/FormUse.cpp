@@ -6,6 +6,7 @@
 #include "console/DisplayText.h"
 #include "console/Progress.h"
 #include "console/Terminal.h"
+#include "form/Form42.h"
 #include "scan/SafeguardSources.h"
 #include "shell/StartUp.h"
 

@@ -1,6 +1,7 @@
 #include "console/Progress.h"
 
 #include "console/DisplayText.h"
+#include "form/Form42.h"
 
 namespace zelvreg::console {
 namespace {

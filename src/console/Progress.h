@@ -6,7 +6,11 @@
 #include <chrono>
 #include <ostream>
 
-#include "form/Form42.h"
+#include "widgets/Control.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::console {
 

@@ -5,7 +5,10 @@
 #include "console/CommandLine.h"
 #include "console/Commands.h"
 #include "console/ScanResult.h"
-#include "form/Form42.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::console {
 

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "console/JsonText.h"
+#include "form/Form42.h"
 
 namespace zelvreg::console {
 namespace {

@@ -5,6 +5,7 @@
 #include "console/FixCommand.h"
 #include "console/FormUse.h"
 #include "console/ResultOutput.h"
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "runtime/Directory.h"
 #include "runtime/Environment.h"

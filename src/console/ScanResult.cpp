@@ -1,6 +1,7 @@
 #include "console/ScanResult.h"
 
 #include "console/JsonText.h"
+#include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "text/Characters.h"

@@ -9,7 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "form/Form42.h"
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::console {
 

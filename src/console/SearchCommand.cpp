@@ -9,6 +9,7 @@
 #include "console/FormUse.h"
 #include "console/ScanResult.h"
 #include "console/Table.h"
+#include "form/Form42.h"
 
 namespace zelvreg::console {
 namespace {

@@ -4,7 +4,8 @@
 #include "console/DisplayText.h"
 #include "console/ScanResult.h"
 #include "console/Table.h"
-#include "registry/Hives.h"
+#include "keys/RootHandles.h"
+#include "roots/Roots.h"
 
 namespace zelvreg::console {
 namespace {

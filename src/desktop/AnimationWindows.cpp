@@ -7,7 +7,7 @@
 
 #include "desktop/Animation.h"
 #include "desktop/Desk.h"
-#include "registry/ComSupport.h"
+#include "keys/ComSupport.h"
 
 namespace zelvreg::desktop {
 namespace {

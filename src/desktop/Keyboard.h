@@ -6,7 +6,11 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "form/Form42.h"
+#include "widgets/Button.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::desktop {
 

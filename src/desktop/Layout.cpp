@@ -4,6 +4,7 @@
 #include <array>
 #include <initializer_list>
 
+#include "form/Form42.h"
 #include "form/Version.h"
 
 namespace zelvreg::desktop {

@@ -6,7 +6,12 @@
 #include <cstdint>
 #include <span>
 
-#include "form/Form42.h"
+#include "widgets/Button.h"
+#include "widgets/SimpleControls.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::desktop {
 

@@ -6,6 +6,7 @@
 #include <objbase.h>
 
 #include "desktop/MainWindow.h"
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "runtime/SingleInstance.h"
 #include "shell/CommandModes.h"

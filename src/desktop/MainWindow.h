@@ -19,7 +19,11 @@
 #include "desktop/ListViewPeer.h"
 #include "desktop/PicturePeer.h"
 #include "desktop/SimplePeers.h"
-#include "form/Form42.h"
+#include "widgets/Dialogs.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::desktop {
 

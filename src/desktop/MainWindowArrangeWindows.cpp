@@ -3,6 +3,7 @@
 #include <array>
 
 #include "desktop/MainWindow.h"
+#include "form/Form42.h"
 
 namespace zelvreg::desktop {
 

@@ -8,6 +8,7 @@
 
 #include "desktop/MainWindow.h"
 #include "desktop/SmallWindow.h"
+#include "form/Form42.h"
 
 namespace zelvreg::desktop {
 namespace {

@@ -1,5 +1,6 @@
 // The keys of the main window that belong to no control of its own.
 #include "desktop/MainWindow.h"
+#include "form/Form42.h"
 
 namespace zelvreg::desktop {
 

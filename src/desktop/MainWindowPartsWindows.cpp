@@ -2,6 +2,7 @@
 
 #include "desktop/MainWindow.h"
 #include "exclusions/ExclusionList.h"
+#include "form/Form42.h"
 #include "reports/EntryDetails.h"
 #include "scan/Findings.h"
 #include "shell/Languages.h"

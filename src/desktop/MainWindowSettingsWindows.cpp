@@ -2,6 +2,7 @@
 // when the user goes to another program and comes back.
 #include "desktop/MainWindow.h"
 #include "desktop/SystemScreen.h"
+#include "form/Form42.h"
 #include "shell/WindowEvents.h"
 
 namespace zelvreg::desktop {

@@ -6,6 +6,7 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "desktop/SystemScreen.h"
+#include "form/Form42.h"
 #include "shell/Navigation.h"
 #include "shell/WindowEvents.h"
 

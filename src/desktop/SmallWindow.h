@@ -12,7 +12,12 @@
 #include "desktop/Desk.h"
 #include "desktop/PicturePeer.h"
 #include "desktop/SimplePeers.h"
-#include "form/Form42.h"
+#include "widgets/FormWindow.h"
+#include "widgets/MessageQueue.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::desktop {
 

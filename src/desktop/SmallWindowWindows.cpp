@@ -3,6 +3,7 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "controls/modShadow.h"
+#include "form/Form42.h"
 
 namespace zelvreg::desktop {
 namespace {

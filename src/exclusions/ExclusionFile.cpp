@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "form/Form42.h"
 #include "runtime/FileText.h"
 #include "runtime/OwnText.h"
 #include "text/Characters.h"

@@ -11,9 +11,9 @@
 #include <string_view>
 #include <vector>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // The entries of a file's text. A text of fewer than 10 characters has none, whatever it holds.
 std::vector<std::string> exclusionsIn(std::string_view text);

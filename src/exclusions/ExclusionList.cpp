@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "exclusions/ExclusionFile.h"
+#include "form/Form42.h"
 #include "scan/Findings.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"

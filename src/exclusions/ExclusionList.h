@@ -4,9 +4,9 @@
 
 #include <cstddef>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Fills View4 from the file.
 void loadExclusions(Form42& form);

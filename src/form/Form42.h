@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "form/JournalRecord.h"
 #include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
 #include "form/SmallForms.h"
@@ -37,15 +38,6 @@ struct MenuEntry : EntryPoint {
 
   std::string caption;
   void click() const { run(); }
-};
-
-// One record of an undo journal as its fields stand, before they are cut or filled to their widths.
-struct JournalRecord {
-  std::string kind;
-  std::string hive;
-  std::string key;
-  std::string value;
-  std::string text;
 };
 
 struct Form42 {

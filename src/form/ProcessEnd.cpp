@@ -1,5 +1,7 @@
 #include "form/ProcessEnd.h"
 
+#include "form/Form42.h"
+
 namespace zelvreg {
 
 void endProcess(const Form42& form) {

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_FORM_PROCESS_END_H
 #define ZELVREG_FORM_PROCESS_END_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Unwinds to the front end, which ends the process. Nothing else catches it.
 struct ProcessEnd {};

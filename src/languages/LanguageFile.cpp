@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "form/Form42.h"
 #include "languages/Charset.h"
 #include "runtime/CodePageText.h"
 #include "runtime/FileText.h"

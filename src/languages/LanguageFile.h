@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // The value of a key, names in any case; empty if file, section or key is missing. The search goes
 // on from the section's header to the end of the file, so a key that only a later section has is

@@ -1,7 +1,7 @@
 // The access lists of files (Permissions.h).
 #include <cstring>
 
-#include "registry/AccountSids.h"
+#include "keys/AccountSids.h"
 #include "registry/Permissions.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSecurity.h"

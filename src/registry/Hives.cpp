@@ -3,17 +3,13 @@
 #include <array>
 #include <charconv>
 
-#include "registry/RegistryKey.h"
-#include "runtime/Directory.h"
+#include "form/Form42.h"
+#include "keys/OpenKey.h"
+#include "keys/RootHandles.h"
 #include "text/Numbers.h"
 
 namespace zelvreg {
 namespace {
-
-// A request on these two fails like one on an unknown hive.
-bool isRefused(HiveHandle hive) {
-  return hive == HiveHandle::CurrentConfig || hive == HiveHandle::DynData;
-}
 
 // What the settings' reader makes of a number: hexadecimal text of each byte, last to first, with
 // no leading zero, behind the text that `result` held.
@@ -42,7 +38,7 @@ void setValue(Form42& form, std::string fullKey, const std::string& valueName, D
   if (hive == HiveHandle::Unknown) {
     return;
   }
-  const RegistryKey key(hive, fullKey, writeOn32BitView);
+  const OpenKey key(hive, fullKey, writeOn32BitView);
   if (key.isOpen()) {
     RegSetValueExW(key.handle(), Wide(valueName).get(), 0, type, static_cast<const BYTE*>(data),
                    static_cast<DWORD>(size));
@@ -51,29 +47,8 @@ void setValue(Form42& form, std::string fullKey, const std::string& valueName, D
 
 }  // namespace
 
-HKEY systemKey(HiveHandle hive) {
-  if (longName(hive).empty()) {
-    return nullptr;
-  }
-  // The system's headers widen the first number to a pointer; the others follow it.
-  const auto first = reinterpret_cast<ULONG_PTR>(HKEY_CLASSES_ROOT);
-  const auto place = static_cast<ULONG>(hive) - static_cast<ULONG>(HiveHandle::ClassesRoot);
-  return reinterpret_cast<HKEY>(first + place);
-}
-
-HiveHandle GetHiveHandle(std::string_view name) {
-  const HiveHandle hive = rootWithLongName(name);
-  return name == longName(hive) ? hive : HiveHandle::Unknown;
-}
-
-HiveHandle HiveFromName(std::string_view name) { return GetHiveHandle(name); }
-
-HiveHandle HiveFromShortName(const std::string& name, Shares shares) {
-  const HiveHandle hive = rootWithShortName(name);
-  if (hive != HiveHandle::Unknown) {
-    return isRefused(hive) ? HiveHandle::Unknown : hive;
-  }
-  return Dir(name, shares).empty() ? HiveHandle::Unknown : HiveHandle::hINI;
+Shares sharesOf(const Form42& form) {
+  return form.safeguards.asksShares ? Shares::Asked : Shares::Refused;
 }
 
 void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive) {
@@ -88,7 +63,7 @@ void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive) {
 
 bool GetRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
                   std::string& result) {
-  const RegistryKey open(hive, key, settingsAccess);
+  const OpenKey open(hive, key, settingsAccess);
   std::array<char16_t, 1024> buffer;
   DWORD size = sizeof buffer;
   DWORD type = REG_NONE;

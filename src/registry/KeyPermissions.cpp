@@ -3,9 +3,10 @@
 #include <cstring>
 #include <memory>
 
-#include "registry/AccountSids.h"
+#include "form/Form42.h"
+#include "keys/AccountSids.h"
+#include "keys/OpenKey.h"
 #include "registry/Permissions.h"
-#include "registry/RegistryKey.h"
 
 namespace zelvreg {
 namespace {
@@ -135,7 +136,7 @@ void GrantKeyAccess(Form42& form, HiveHandle hive, const std::string& key,
   if (table.front().sid.empty()) {
     return;
   }
-  const RegistryKey open(hive, key, changeAccessList);
+  const OpenKey open(hive, key, changeAccessList);
   if (!open.isOpen()) {
     form.GrantKeyStatus = 1;
     return;

@@ -8,10 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 using SidBytes = std::vector<BYTE>;
 

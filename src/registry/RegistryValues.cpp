@@ -4,7 +4,7 @@
 #include <array>
 #include <cstring>
 
-#include "registry/RegistryKey.h"
+#include "keys/OpenKey.h"
 #include "registry/SubkeyEnumerators.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
@@ -81,7 +81,7 @@ std::optional<RegistryData> dataToWrite(const Variant& value) {
 
 ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                             Variant fallback) {
-  const RegistryKey open(hive, key, workOn64BitView);
+  const OpenKey open(hive, key, workOn64BitView);
   if (!open.isOpen()) {
     return {std::move(fallback), std::nullopt};
   }
@@ -104,7 +104,7 @@ ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::
 
 WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                              const Variant& value) {
-  const RegistryKey open(hive, key, writeOn32BitView);
+  const OpenKey open(hive, key, writeOn32BitView);
   if (!open.isOpen()) {
     return {};
   }
@@ -119,7 +119,7 @@ WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std:
 }
 
 bool RegKeyExists(HiveHandle hive, const std::string& key) {
-  return RegistryKey(hive, key, workOn64BitView).isOpen();
+  return OpenKey(hive, key, workOn64BitView).isOpen();
 }
 
 }  // namespace zelvreg

@@ -5,11 +5,12 @@
 #include <optional>
 #include <string>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
-#include "registry/Variant.h"
+#include "keys/Variant.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // A fault that a routine raises. Callers pass over it, so it is told beside the result.
 struct RuntimeError {

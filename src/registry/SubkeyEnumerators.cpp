@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "form/Form42.h"
+#include "keys/OpenKey.h"
+#include "keys/RootHandles.h"
 #include "registry/Hives.h"
-#include "registry/RegistryKey.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -79,7 +81,7 @@ void enumerate(Form42& form, const Enumerator& kind, const std::string& hive,
     rc = hiveRefused;
     return;
   }
-  RegistryKey open(handle, key, kind.access);
+  OpenKey open(handle, key, kind.access);
   if (!open.isOpen()) {
     rc = open.openStatus();
     return;

@@ -11,9 +11,9 @@
 
 #include <string>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // 64-bit view, into List1, which the caller clears. Serves the message queue at each key.
 void fEnumKey(Form42& form, const std::string& hive, const std::string& key, std::string& names,
@@ -33,9 +33,6 @@ void fEnumKey6(Form42& form, const std::string& hive, const std::string& key, st
 
 // Whether the user has asked to stop.
 bool isStopAsked(const Form42& form);
-
-// The `rc` of a hive text that was refused.
-inline constexpr LONG hiveRefused = 99;
 
 // Closes a list of names: one NUL behind the entries, and a second one if there are none.
 void closeNameList(std::string& names);

@@ -2,10 +2,13 @@
 #include <array>
 #include <cstring>
 
-#include "registry/RegistryKey.h"
+#include "form/Form42.h"
+#include "keys/OpenKey.h"
+#include "keys/RootHandles.h"
+#include "keys/ValueData.h"
+#include "registry/Hives.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
-#include "registry/ValueData.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
@@ -150,7 +153,7 @@ void fReadValue(const std::string& hive, const std::string& key, const std::stri
     readIniValue(hive, key, valueName, upperCase(kind), fallback, result, rc);
     return;
   }
-  RegistryKey open(handle, key, queryOn32BitView);
+  OpenKey open(handle, key, queryOn32BitView);
   rc = open.openStatus();
   if (!open.isOpen()) {
     return;
@@ -174,7 +177,7 @@ void fEnumValue_old(Form42& form, const std::string& hive, const std::string& ke
     listIniSection(hive, key, pairs, rc);
     return;
   }
-  RegistryKey open(handle, key, workOn64BitView);
+  OpenKey open(handle, key, workOn64BitView);
   rc = open.openStatus();
   if (!open.isOpen()) {
     return;

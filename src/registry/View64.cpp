@@ -4,8 +4,11 @@
 #include <optional>
 #include <vector>
 
-#include "registry/Deletion.h"
-#include "registry/StdRegProv.h"
+#include "form/Form42.h"
+#include "keys/Deletion.h"
+#include "keys/RootHandles.h"
+#include "keys/StdRegProv.h"
+#include "registry/Hives.h"
 
 namespace zelvreg {
 namespace {

@@ -2,12 +2,15 @@
 #ifndef ZELVREG_REGISTRY_VIEW64_H
 #define ZELVREG_REGISTRY_VIEW64_H
 
+#include <windows.h>
+
 #include <string>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // Add the names of a key's named values to List1, or to List7; the caller clears. They report
 // nothing: `rc` stays as it was also when the key is missing, and callers rely on never seeing

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "registry/KeySecurity.h"
+#include "keys/KeySecurity.h"
 #include "text/Wide.h"
 
 namespace zelvreg {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "registry/RegistryTextWriter.h"
+#include "keys/RegistryTextWriter.h"
 #include "repair/TruePlaces.h"
 
 namespace zelvreg {

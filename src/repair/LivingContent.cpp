@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "registry/Variant.h"
+#include "keys/Variant.h"
 #include "text/Wide.h"
 
 namespace zelvreg {

@@ -6,10 +6,11 @@
 #include <optional>
 #include <string>
 
-#include "form/Form42.h"
 #include "repair/RegistryState.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // What a finding says of a key that it names.
 enum class KeyIs : std::uint8_t {

@@ -4,7 +4,9 @@
 #include <array>
 #include <utility>
 
-#include "registry/Variant.h"
+#include "form/Form42.h"
+#include "keys/RootHandles.h"
+#include "keys/Variant.h"
 #include "repair/LivingContent.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Findings.h"

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
 

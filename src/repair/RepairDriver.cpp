@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 
+#include "form/Form42.h"
 #include "repair/RepairPlan.h"
 #include "repair/RepairRoutines.h"
 #include "repair/SafetyExport.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_REPAIR_REPAIR_DRIVER_H
 #define ZELVREG_REPAIR_REPAIR_DRIVER_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Asks, unless the program runs by itself; writes the safety export and, if it is switched on, the
 // undo journal; then hands the list to the routines, one kind after the other, and keeps the

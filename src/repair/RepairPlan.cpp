@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "form/Form42.h"
 #include "repair/RepairRoutines.h"
 #include "text/Wide.h"
 

@@ -8,10 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "form/Form42.h"
+#include "form/RepairOutcome.h"
 #include "repair/RowPlan.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 class RepairPlan {
  public:

@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <limits>
 
+#include "form/Form42.h"
 #include "repair/RepairSteps.h"
 #include "repair/RepairTable.h"
 

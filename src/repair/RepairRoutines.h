@@ -7,9 +7,9 @@
 
 #include <span>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // A routine and the kinds that it takes, as many together as it looks for in one walk over the
 // list.

@@ -6,8 +6,10 @@
 
 #include <vector>
 
-#include "registry/Deletion.h"
-#include "registry/HeldAccessList.h"
+#include "form/Form42.h"
+#include "keys/Deletion.h"
+#include "keys/HeldAccessList.h"
+#include "keys/RootHandles.h"
 #include "registry/Permissions.h"
 #include "registry/RegistryValues.h"
 #include "registry/View64.h"

@@ -5,10 +5,11 @@
 #include <cstddef>
 #include <string>
 
-#include "form/Form42.h"
 #include "repair/RepairTable.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // Does all steps for row `row` of View2, none of whose results is looked at but where the table
 // says so. `shortRoot` goes from row to row of one routine. Each is judged just before it is taken,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "form/Form42.h"
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
 #include "text/Numbers.h"

@@ -7,10 +7,11 @@
 #include <span>
 #include <string>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 enum class Step : std::uint8_t {
   Grant,             // GrantKeyAccess for the current user

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
-#include "registry/Variant.h"
+#include "form/Form42.h"
+#include "keys/RootHandles.h"
+#include "keys/Variant.h"
 #include "repair/LivingContent.h"
 #include "repair/ProtectedKeys.h"
 #include "text/Text.h"

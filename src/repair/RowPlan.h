@@ -7,12 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "form/Form42.h"
+#include "form/RepairOutcome.h"
 #include "repair/NamedRecord.h"
 #include "repair/RepairTable.h"
 #include "repair/StepReach.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // What one step would delete or change, and why it is left alone.
 struct StepPlan {

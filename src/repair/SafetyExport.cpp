@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
-#include "registry/RegistryTextWriter.h"
+#include "form/Form42.h"
+#include "keys/RegistryTextWriter.h"
+#include "keys/RootHandles.h"
 #include "repair/ExportPlan.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"

@@ -2,10 +2,11 @@
 #ifndef ZELVREG_REPAIR_SAFETY_EXPORT_H
 #define ZELVREG_REPAIR_SAFETY_EXPORT_H
 
-#include "form/Form42.h"
 #include "repair/RepairPlan.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // Writes what the repair will take to backup\registry in the program's folder. True when it stands
 // there, or when nothing would change; false when it cannot be written.

@@ -1,5 +1,6 @@
 #include "repair/StepReach.h"
 
+#include "keys/RootHandles.h"
 #include "text/Wide.h"
 
 namespace zelvreg {

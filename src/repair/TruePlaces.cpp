@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "registry/AccountSids.h"
+#include "keys/AccountSids.h"
 #include "runtime/Environment.h"
 #include "scan/Resolver.h"
 #include "text/Wide.h"

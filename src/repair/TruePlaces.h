@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "registry/WideKey.h"
+#include "keys/WideKey.h"
 
 namespace zelvreg {
 

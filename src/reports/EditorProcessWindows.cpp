@@ -4,8 +4,8 @@
 #include <objbase.h>
 #include <wbemidl.h>
 
-#include "registry/ComSupport.h"
-#include "registry/ManagementService.h"
+#include "keys/ComSupport.h"
+#include "keys/ManagementService.h"
 #include "reports/EditorProcess.h"
 #include "text/Text.h"
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "form/Form42.h"
 #include "registry/Hives.h"
 #include "reports/EditorProcess.h"
 #include "runtime/WindowsFolder.h"

@@ -4,9 +4,9 @@
 
 #include <cstddef>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Describes the row in the panel below the results. The sentence is the same for every kind.
 void View2_ItemClick(Form42& form, std::size_t row);

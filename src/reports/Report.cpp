@@ -4,6 +4,7 @@
 // shellapi needs windows.h before it.
 #include <shellapi.h>
 
+#include "form/Form42.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "runtime/OwnText.h"

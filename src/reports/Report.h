@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // All rows of View2, ticked or not; lines end in CR LF. How it is written to a file,
 // runtime/OwnText.h tells.

@@ -1,5 +1,6 @@
 #include "scan/AutomaticEnd.h"
 
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "runtime/FileText.h"
 #include "runtime/OwnText.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCAN_AUTOMATIC_END_H
 #define ZELVREG_SCAN_AUTOMATIC_END_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Ends the process in the automatic modes, after writing the result files or the answer to the
 // suite, and after the repair where one was asked for. Returns only when none is in force.

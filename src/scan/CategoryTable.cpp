@@ -1,5 +1,7 @@
 #include "scan/CategoryTable.h"
 
+#include "form/Form42.h"
+
 namespace zelvreg {
 namespace {
 

@@ -6,9 +6,11 @@
 #include <span>
 #include <string_view>
 
-#include "form/Form42.h"
+#include "widgets/Button.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 using EntryPointOf = const EntryPoint& (*)(const Form42& form);
 

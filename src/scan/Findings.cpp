@@ -1,5 +1,6 @@
 #include "scan/Findings.h"
 
+#include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"

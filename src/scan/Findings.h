@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // A dead reference. Its only store is a row of View2.
 struct Finding {

@@ -2,7 +2,8 @@
 
 #include <windows.h>
 
-#include "registry/DirectText.h"
+#include "form/Form42.h"
+#include "keys/DirectText.h"
 #include "registry/Hives.h"
 #include "registry/Permissions.h"
 #include "runtime/Environment.h"

@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <string>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // The file path in a text that may be a command line. `text` is left without its quotes. The folder
 // stays as written, the file name comes in lower case with an extension of at most three letters; a

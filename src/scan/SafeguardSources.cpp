@@ -4,7 +4,8 @@
 #include <cstring>
 #include <optional>
 
-#include "registry/RegistryKey.h"
+#include "form/Form42.h"
+#include "keys/OpenKey.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
@@ -18,7 +19,7 @@ std::optional<std::string> policyText(const Form42& form, const char* name) {
   if (!form.obeysComputer) {
     return std::nullopt;
   }
-  const RegistryKey key(HiveHandle::LocalMachine, policyKey, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
+  const OpenKey key(HiveHandle::LocalMachine, policyKey, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
   std::array<char16_t, 64> data{};
   DWORD size = sizeof data;
   DWORD type = REG_NONE;

@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "form/Form42.h"
+#include "form/Safeguards.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // How one safeguard is lifted.
 struct SafeguardRule {

@@ -1,5 +1,6 @@
 #include "scan/ScanDriver.h"
 
+#include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCAN_SCAN_DRIVER_H
 #define ZELVREG_SCAN_SCAN_DRIVER_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Runs the routines of every ticked row in order and shows the results page. Without a ticked row
 // it says so and leaves the progress panel up, with the buttons of its opening disabled, until

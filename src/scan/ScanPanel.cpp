@@ -1,5 +1,6 @@
 #include "scan/ScanPanel.h"
 
+#include "form/Form42.h"
 #include "languages/LanguageFile.h"
 #include "scan/Findings.h"
 

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCAN_SCAN_PANEL_H
 #define ZELVREG_SCAN_SCAN_PANEL_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Shows the progress panel and disables what must not run during a scan.
 void openScanPanel(Form42& form);

@@ -7,7 +7,7 @@
 
 #include <array>
 
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 
 namespace zelvreg::scannedKeys {
 

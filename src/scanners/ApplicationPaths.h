@@ -3,9 +3,9 @@
 #ifndef ZELVREG_SCANNERS_APPLICATION_PATHS_H
 #define ZELVREG_SCANNERS_APPLICATION_PATHS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Seven passes, all of one kind of finding. On the way the user is given access to every key of the
 // application paths, both spellings, and to the two compatibility lists. Once started it is cut

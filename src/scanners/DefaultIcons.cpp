@@ -1,5 +1,6 @@
 #include "scanners/DefaultIcons.h"
 
+#include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_DEFAULT_ICONS_H
 #define ZELVREG_SCANNERS_DEFAULT_ICONS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports each class whose defaulticon key names a missing file by a path on a drive. Once started
 // it is cut short only by fEnumKey.

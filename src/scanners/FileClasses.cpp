@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "form/Form42.h"
+#include "registry/Hives.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"

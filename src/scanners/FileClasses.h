@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_FILE_CLASSES_H
 #define ZELVREG_SCANNERS_FILE_CLASSES_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports the classes whose open or edit command runs a missing program or holds nothing at all,
 // then the media types. It ends at the next entry when cancelRequested is set; the running total is

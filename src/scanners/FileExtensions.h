@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_FILE_EXTENSIONS_H
 #define ZELVREG_SCANNERS_FILE_EXTENSIONS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports each extension whose OpenWithProgids key is missing or has no named value. No file is
 // looked for. Without the registry provider every extension is reported.

@@ -1,5 +1,6 @@
 #include "scanners/FirewallRules.h"
 
+#include "form/Form42.h"
 #include "registry/View64.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"

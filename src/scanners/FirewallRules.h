@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_FIREWALL_RULES_H
 #define ZELVREG_SCANNERS_FIREWALL_RULES_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports each rule whose application path leads nowhere, and marks the row's count bold and red
 // in any case. Runs to its end once started.

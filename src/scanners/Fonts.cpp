@@ -1,5 +1,6 @@
 #include "scanners/Fonts.h"
 
+#include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_FONTS_H
 #define ZELVREG_SCANNERS_FONTS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports each font value whose data names no file in the fonts folder. It assumes that it runs
 // first and starts at row 1. Runs to its end once started.

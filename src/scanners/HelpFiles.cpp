@@ -1,5 +1,6 @@
 #include "scanners/HelpFiles.h"
 
+#include "form/Form42.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_HELP_FILES_H
 #define ZELVREG_SCANNERS_HELP_FILES_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Four sections, of which the last three number their rows from the same one on: each finding
 // appends its location, while the other fields go to the row that the section counts. The last

@@ -1,5 +1,6 @@
 #include "scanners/MuiCache.h"
 
+#include "form/Form42.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_MUI_CACHE_H
 #define ZELVREG_SCANNERS_MUI_CACHE_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports each value of the cache whose name is the path of a missing file. The name is tested
 // whole, with what the shell puts after the file's name. Runs to its end once started.

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_RECENT_LISTS_H
 #define ZELVREG_SCANNERS_RECENT_LISTS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports every named value of the shell's eight lists and of their subkeys, whatever it holds:
 // these are traces to remove, not references to test. Without a finding the row keeps what it

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <array>
 
+#include "form/Form42.h"
+#include "keys/OpenKey.h"
+#include "registry/Hives.h"
 #include "registry/Permissions.h"
-#include "registry/RegistryKey.h"
 #include "registry/RegistryValues.h"
 #include "runtime/Directory.h"
 #include "runtime/Environment.h"
@@ -85,7 +87,7 @@ void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key) {
     return;
   }
   // As if the rights had been given: a key that is there would have been opened to the user.
-  const LONG status = RegistryKey(hive, key, KEY_QUERY_VALUE | KEY_WOW64_64KEY).openStatus();
+  const LONG status = OpenKey(hive, key, KEY_QUERY_VALUE | KEY_WOW64_64KEY).openStatus();
   form.GrantKeyStatus = status == ERROR_SUCCESS || status == ERROR_ACCESS_DENIED ? 0 : 1;
 }
 

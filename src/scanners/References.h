@@ -8,10 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // GetPath of a copy, without the NUL at its end.
 std::string resolvedPath(const Form42& form, std::string text);

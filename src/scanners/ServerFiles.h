@@ -3,9 +3,9 @@
 #ifndef ZELVREG_SCANNERS_SERVER_FILES_H
 #define ZELVREG_SCANNERS_SERVER_FILES_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // The classes root. The user is given access to every server key; a class where that fails is
 // passed over. List1 is left with the classes for the scanner that follows.

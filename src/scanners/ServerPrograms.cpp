@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "form/Form42.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
 #include "scan/Findings.h"

@@ -3,9 +3,9 @@
 #ifndef ZELVREG_SCANNERS_SERVER_PROGRAMS_H
 #define ZELVREG_SCANNERS_SERVER_PROGRAMS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Servers of the merged classes root. A server key with an empty default value is reported too.
 // Sets categoryFound to 0 first.

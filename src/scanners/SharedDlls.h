@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_SHARED_DLLS_H
 #define ZELVREG_SCANNERS_SHARED_DLLS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports each shared DLL whose file is gone, and sets the attributes of those that exist to
 // archive only. The second pass walks the names of the first once more, before its own, and

@@ -1,5 +1,6 @@
 #include "scanners/StartupPrograms.h"
 
+#include "form/Form42.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"

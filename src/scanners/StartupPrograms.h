@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_STARTUP_PROGRAMS_H
 #define ZELVREG_SCANNERS_STARTUP_PROGRAMS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Walks the four Run keys. A command is tested as FilePath cuts it, with its variables unexpanded.
 // Runs to its end once started.

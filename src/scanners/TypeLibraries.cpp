@@ -1,5 +1,6 @@
 #include "scanners/TypeLibraries.h"
 
+#include "form/Form42.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
 #include "scan/Findings.h"

@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_TYPE_LIBRARIES_H
 #define ZELVREG_SCANNERS_TYPE_LIBRARIES_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Reports the help folder of the first version of each library when neither folder nor file is
 // there. The user is given access to every help folder's key.

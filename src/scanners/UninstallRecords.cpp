@@ -1,5 +1,7 @@
 #include "scanners/UninstallRecords.h"
 
+#include "form/Form42.h"
+#include "registry/Hives.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"

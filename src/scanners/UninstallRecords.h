@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SCANNERS_UNINSTALL_RECORDS_H
 #define ZELVREG_SCANNERS_UNINSTALL_RECORDS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Report records that hold nothing, and values of records that name a path where nothing is. A list
 // that is missing or empty counts as one record without a name, which is reported.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cctype>
 
+#include "form/Form42.h"
 #include "registry/RegistryValues.h"
 #include "scan/Resolver.h"
 #include "text/Characters.h"

@@ -5,10 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // A value of the 64-bit view as text, resolved, in lower case and without blanks at its ends; empty
 // when it cannot be read.

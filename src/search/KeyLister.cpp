@@ -2,9 +2,10 @@
 
 #include <array>
 
-#include "registry/DirectText.h"
-#include "registry/RegistryKey.h"
-#include "registry/ValueData.h"
+#include "form/Form42.h"
+#include "keys/DirectText.h"
+#include "keys/OpenKey.h"
+#include "keys/ValueData.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 #include "text/Wide.h"
@@ -99,7 +100,7 @@ void showValue(ListView& list, const std::string& name, const ShownData& data) {
 ValueNames listValues(ListerState& lister, HiveHandle root, const std::string& key,
                       ListView* list) {
   ValueNames values;
-  const RegistryKey open(root, key, anyRight);
+  const OpenKey open(root, key, anyRight);
   ListedValue value;
   for (DWORD index = 0; open.isOpen() && readValue(lister, open.handle(), index, value); ++index) {
     values.names.resize(index);
@@ -116,7 +117,7 @@ ValueNames listValues(ListerState& lister, HiveHandle root, const std::string& k
 }  // namespace
 
 bool HasSubkeys(HiveHandle root) {
-  const RegistryKey open(root, "", anyRight);
+  const OpenKey open(root, "", anyRight);
   KeyName name;
   return open.isOpen() && readSubkeyName(open.handle(), 0, name);
 }
@@ -125,7 +126,7 @@ std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHand
                                      const std::string& key) {
   std::vector<std::string> names{std::string(nothingRead)};
   lister.flags.clear();
-  const RegistryKey open(root, key, anyRight);
+  const OpenKey open(root, key, anyRight);
   if (!open.isOpen()) {
     return names;
   }
@@ -166,7 +167,7 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& k
 
 std::string ReadValueText(HiveHandle root, const std::string& key, const std::string& valueName,
                           const std::string& fallback) {
-  const RegistryKey open(root, key, textAccess);
+  const OpenKey open(root, key, textAccess);
   if (!open.isOpen()) {
     return fallback;
   }
@@ -180,7 +181,7 @@ std::string ReadValueText(HiveHandle root, const std::string& key, const std::st
 
 std::int32_t ReadValueDword(HiveHandle root, const std::string& key, const std::string& valueName,
                             std::int32_t fallback) {
-  const RegistryKey open(root, key, anyRight);
+  const OpenKey open(root, key, anyRight);
   DWORD type = REG_NONE;
   std::int32_t number = 0;
   DWORD size = sizeof(number);
@@ -192,7 +193,7 @@ std::int32_t ReadValueDword(HiveHandle root, const std::string& key, const std::
 
 Variant ReadValueBytes(HiveHandle root, const std::string& key, const std::string& valueName,
                        const Variant& fallback) {
-  const RegistryKey open(root, key, anyRight);
+  const OpenKey open(root, key, anyRight);
   DWORD type = REG_NONE;
   DWORD size = 0;
   if (!open.isOpen() ||

@@ -15,11 +15,13 @@
 #include <string_view>
 #include <vector>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
-#include "registry/Variant.h"
+#include "keys/Variant.h"
+#include "roots/Roots.h"
+#include "widgets/ListView.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // A list that holds this one name tells that nothing was read. A key or a value whose own name is
 // two blanks, standing first, is taken for it.

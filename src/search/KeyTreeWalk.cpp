@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "form/Form42.h"
 #include "scan/Resolver.h"
 #include "search/DeadPath.h"
 #include "search/Search.h"

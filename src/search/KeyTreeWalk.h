@@ -4,12 +4,13 @@
 
 #include <string>
 
-#include "form/Form42.h"
-#include "registry/Hives.h"
+#include "roots/Roots.h"
 #include "scan/Findings.h"
 #include "search/KeyLister.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // One search while it runs.
 struct SearchState {

@@ -3,7 +3,9 @@
 #include <array>
 #include <limits>
 
-#include "registry/DirectText.h"
+#include "form/Form42.h"
+#include "keys/DirectText.h"
+#include "keys/RootHandles.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "search/KeyLister.h"

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // The entry of cboRoot that stands for all roots; always the first.
 inline constexpr const char* allRootsName = "My Computer";

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "form/Form42.h"
+
 namespace zelvreg {
 namespace {
 

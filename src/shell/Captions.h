@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 struct Caption {
   std::string_view key;  // the control's name, with its index or column

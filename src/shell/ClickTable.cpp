@@ -2,6 +2,7 @@
 #include <array>
 
 #include "exclusions/ExclusionList.h"
+#include "form/Form42.h"
 #include "repair/RepairDriver.h"
 #include "reports/EntryDetails.h"
 #include "reports/Report.h"

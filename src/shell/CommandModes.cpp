@@ -1,5 +1,6 @@
 #include "shell/CommandModes.h"
 
+#include "form/Form42.h"
 #include "scan/ScanDriver.h"
 #include "text/Text.h"
 

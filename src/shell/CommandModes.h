@@ -4,9 +4,9 @@
 
 #include <string_view>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Before the load of the form: "w4" lists and ends, "w4-c4" lists, fixes and ends, "r" rechecks the
 // rows that were ticked and ends, "r-c" also fixes them, "d" starts without the Start button.

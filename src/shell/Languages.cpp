@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 
+#include "form/Form42.h"
 #include "languages/Charset.h"
 #include "languages/LanguageFile.h"
 #include "runtime/FileSystemObject.h"

@@ -4,9 +4,11 @@
 
 #include <cstddef>
 
-#include "form/Form42.h"
+#include "widgets/Control.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // Fills the picker from the list of languages; without the list it keeps its one entry.
 void loadavlang(Form42& form);

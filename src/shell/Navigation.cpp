@@ -3,6 +3,7 @@
 #include <array>
 
 #include "exclusions/ExclusionList.h"
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "languages/LanguageFile.h"
 #include "scan/CategoryTable.h"

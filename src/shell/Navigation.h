@@ -4,9 +4,9 @@
 
 #include <cstddef>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // The options page and the exclusions page.
 void orubutton4_Click(Form42& form);

@@ -1,5 +1,6 @@
 #include "shell/SafeguardPage.h"
 
+#include "form/Form42.h"
 #include "scan/SafeguardSources.h"
 #include "scan/Settings.h"
 #include "undo/UndoPage.h"

@@ -3,9 +3,9 @@
 #ifndef ZELVREG_SHELL_SAFEGUARD_PAGE_H
 #define ZELVREG_SHELL_SAFEGUARD_PAGE_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Binds the clicks of the boxes, each of which stores its setting.
 void bindSafeguardBoxes(Form42& form);

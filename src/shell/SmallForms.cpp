@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "exclusions/ExclusionList.h"
+#include "form/Form42.h"
 #include "form/Version.h"
 #include "languages/LanguageFile.h"
 #include "runtime/DateTime.h"

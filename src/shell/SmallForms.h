@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SHELL_SMALL_FORMS_H
 #define ZELVREG_SHELL_SMALL_FORMS_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Binds the clicks of both forms.
 void bindSmallForms(Form42& form);

@@ -1,5 +1,6 @@
 #include "shell/StartUp.h"
 
+#include "form/Form42.h"
 #include "languages/LanguageFile.h"
 #include "runtime/DateTime.h"
 #include "runtime/Environment.h"

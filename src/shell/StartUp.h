@@ -2,9 +2,9 @@
 #ifndef ZELVREG_SHELL_START_UP_H
 #define ZELVREG_SHELL_START_UP_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Binds every entry point of the form to its procedure. The form must outlive the clicks.
 void bindClicks(Form42& form);

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Puts the text into a block of shared memory, in the computer's code page, in which missing
 // characters are replaced, and tells the suite's window of it and of its size in bytes. Ends the

@@ -4,9 +4,11 @@
 
 #include <cstdint>
 
-#include "form/Form42.h"
+#include "widgets/Button.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // The one that the registry names, or the usual one.
 std::uint32_t suiteColor(Form42& form);

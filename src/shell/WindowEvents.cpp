@@ -1,5 +1,6 @@
 #include "shell/WindowEvents.h"
 
+#include "form/Form42.h"
 #include "scan/ScanDriver.h"
 
 namespace zelvreg {

@@ -3,9 +3,11 @@
 #ifndef ZELVREG_SHELL_WINDOW_EVENTS_H
 #define ZELVREG_SHELL_WINDOW_EVENTS_H
 
-#include "form/Form42.h"
+#include "widgets/FormWindow.h"
 
 namespace zelvreg {
+
+struct Form42;
 
 // Half the difference of the sizes of screen and window, for both sides.
 void centerOnScreen(FormWindow& window, const Screen& screen);

@@ -1,5 +1,6 @@
 #include "undo/FixListBackup.h"
 
+#include "form/Form42.h"
 #include "registry/Hives.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileSystemObject.h"

@@ -3,9 +3,9 @@
 #ifndef ZELVREG_UNDO_FIX_LIST_BACKUP_H
 #define ZELVREG_UNDO_FIX_LIST_BACKUP_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Writes the ticked rows to backup\fixreg in the program's folder and adds the copy to the undo
 // list. The undo page cannot restore it. Copies are never removed.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "form/Form42.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"

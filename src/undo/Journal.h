@@ -2,9 +2,9 @@
 #ifndef ZELVREG_UNDO_JOURNAL_H
 #define ZELVREG_UNDO_JOURNAL_H
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Writes all ticked rows of View2, whatever their kind, to a journal and adds it to the list. The
 // entry is added even if the file cannot be written; isJournalKept tells. Two journals of the same

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "form/Form42.h"
+#include "form/JournalRecord.h"
 #include "roots/Roots.h"
 
 namespace zelvreg {

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <string>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 struct UndoContent {
   std::string exportPath;      // of the safety export that is there; else empty

@@ -4,8 +4,9 @@
 
 #include <cmath>
 
-#include "registry/Hives.h"
-#include "registry/RegistryImport.h"
+#include "form/Form42.h"
+#include "keys/RegistryImport.h"
+#include "roots/Roots.h"
 #include "runtime/FileText.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"

@@ -4,9 +4,9 @@
 
 #include <cstddef>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Fills the page and shows it. Entries from which nothing can be restored are left out, unless all
 // safeguards are lifted.

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "form/Form42.h"
 #include "registry/Hives.h"
 #include "text/Numbers.h"
 #include "undo/JournalFile.h"

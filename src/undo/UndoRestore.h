@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <string_view>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Acts on each record by its kind of two characters. The first record is looked at even in an empty
 // file, which writes nothing. All writes go to the 32-bit view.

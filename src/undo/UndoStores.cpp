@@ -6,8 +6,9 @@
 #include <array>
 #include <set>
 
-#include "registry/Hives.h"
-#include "registry/RegistryKey.h"
+#include "form/Form42.h"
+#include "keys/OpenKey.h"
+#include "roots/Roots.h"
 #include "scan/Settings.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
@@ -31,7 +32,7 @@ std::int64_t highestUndoNumber() { return leadingInteger(readSetting(settings::r
 std::vector<std::int64_t> undoNumbers() {
   std::set<std::int64_t> numbers;
   const std::int64_t highest = std::max<std::int64_t>(highestUndoNumber(), 1);
-  const RegistryKey dates(HiveHandle::LocalMachine, settings::dates, queryOn32BitView);
+  const OpenKey dates(HiveHandle::LocalMachine, settings::dates, queryOn32BitView);
   std::array<char16_t, 32> name{};
   for (DWORD index = 0; dates.isOpen(); ++index) {
     auto size = static_cast<DWORD>(name.size());
@@ -74,7 +75,7 @@ bool isPlainStem(std::string_view stem) {
 }
 
 void removeUndoEntry(std::int64_t number) {
-  const RegistryKey dates(HiveHandle::LocalMachine, settings::dates, writeOn32BitView);
+  const OpenKey dates(HiveHandle::LocalMachine, settings::dates, writeOn32BitView);
   if (dates.isOpen()) {
     RegDeleteValueW(dates.handle(), Wide(decimal(number)).get());
   }

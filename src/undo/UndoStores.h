@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "form/Form42.h"
-
 namespace zelvreg {
+
+struct Form42;
 
 // Uses the next number, and saves label and stem under it, and the stem of the repair's safety
 // export if it has one. Whether all of it could be saved.

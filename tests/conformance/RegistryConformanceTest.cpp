@@ -4,13 +4,14 @@
 
 #include <array>
 
-#include "registry/Deletion.h"
-#include "registry/DirectText.h"
-#include "registry/RegistryKey.h"
+#include "keys/Deletion.h"
+#include "keys/DirectText.h"
+#include "keys/OpenKey.h"
+#include "keys/StdRegProv.h"
+#include "keys/ValueData.h"
+#include "registry/Hives.h"
 #include "registry/RegistryValues.h"
-#include "registry/StdRegProv.h"
 #include "registry/SubkeyEnumerators.h"
-#include "registry/ValueData.h"
 #include "registry/View64.h"
 #include "scan/Resolver.h"
 #include "support/ComputerFixture.h"
@@ -37,12 +38,12 @@ class RegistryConformance : public fixture::ComputerFixture,
   RegistryConformance() { form.safeguards.asksService = GetParam() == ProviderRoad::Service; }
 
   static LONG open(HiveHandle hive, const std::string& path, REGSAM access) {
-    return RegistryKey(hive, path, access).openStatus();
+    return OpenKey(hive, path, access).openStatus();
   }
 
   // The text of a value as a direct read in one view gives it.
   static std::string read(const std::string& path, const std::string& name, REGSAM view) {
-    const RegistryKey key(HiveHandle::LocalMachine, path, KEY_QUERY_VALUE | view);
+    const OpenKey key(HiveHandle::LocalMachine, path, KEY_QUERY_VALUE | view);
     ValueData data;
     data.read(key.handle(), name);
     return data.text();
@@ -50,7 +51,7 @@ class RegistryConformance : public fixture::ComputerFixture,
 
   // The names that enumerating a key gives.
   static Names subkeys(HiveHandle hive, const std::string& path, REGSAM view) {
-    const RegistryKey key(hive, path, KEY_ENUMERATE_SUB_KEYS | view);
+    const OpenKey key(hive, path, KEY_ENUMERATE_SUB_KEYS | view);
     Names names;
     std::array<char16_t, 256> name{};
     for (DWORD index = 0; RegEnumKeyW(key.handle(), index, roomIn(name), 256) == ERROR_SUCCESS;
@@ -61,7 +62,7 @@ class RegistryConformance : public fixture::ComputerFixture,
   }
 
   static LONG query(const std::string& name, void* data, DWORD& size, DWORD& type) {
-    const RegistryKey key(HiveHandle::LocalMachine, types, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
+    const OpenKey key(HiveHandle::LocalMachine, types, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
     return RegQueryValueExW(key.handle(), Wide(name).get(), nullptr, &type,
                             static_cast<BYTE*>(data), &size);
   }
@@ -94,7 +95,7 @@ TEST_P(RegistryConformance, AMissingKeyAndAnUnknownHandleHaveTheirCodes) {
 }
 
 TEST_P(RegistryConformance, AnEmptySubkeyIsTheKeyItself) {
-  const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
+  const OpenKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
   HKEY same = nullptr;
   ASSERT_EQ(RegOpenKeyExW(key.handle(), Wide("").get(), 0, KEY_READ, &same), ERROR_SUCCESS);
   EXPECT_EQ(RegCloseKey(same), ERROR_SUCCESS);
@@ -153,7 +154,7 @@ TEST_P(RegistryConformance, ValuesHaveTheirTypesAndBytes) {
 }
 
 TEST_P(RegistryConformance, EnumeratingPastTheEndSaysSo) {
-  const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
+  const OpenKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
   std::array<char16_t, 256> name{};
   DWORD size = 256;
   EXPECT_EQ(RegEnumKeyW(key.handle(), 4, roomIn(name), 256), ERROR_NO_MORE_ITEMS);
@@ -162,19 +163,19 @@ TEST_P(RegistryConformance, EnumeratingPastTheEndSaysSo) {
 }
 
 TEST_P(RegistryConformance, ANameThatDoesNotFitSaysThatThereIsMore) {
-  const RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
+  const OpenKey key(HiveHandle::LocalMachine, place, KEY_READ | KEY_WOW64_64KEY);
   std::array<char16_t, 5> name{};
   EXPECT_EQ(RegEnumKeyW(key.handle(), 0, roomIn(name), 5), ERROR_MORE_DATA);
 }
 
 TEST_P(RegistryConformance, AKeyWithSubkeysCannotBeDeleted) {
-  const RegistryKey parent(HiveHandle::LocalMachine, "SOFTWARE", KEY_READ | KEY_WOW64_64KEY);
+  const OpenKey parent(HiveHandle::LocalMachine, "SOFTWARE", KEY_READ | KEY_WOW64_64KEY);
   EXPECT_EQ(RegDeleteKeyW(parent.handle(), Wide("Conformance").get()), ERROR_ACCESS_DENIED);
   EXPECT_EQ(RegDeleteKeyW(parent.handle(), Wide("NoneAtAll").get()), ERROR_FILE_NOT_FOUND);
 }
 
 TEST_P(RegistryConformance, AClosedHandleIsInvalid) {
-  RegistryKey key(HiveHandle::LocalMachine, place, KEY_READ);
+  OpenKey key(HiveHandle::LocalMachine, place, KEY_READ);
   HKEY handle = key.handle();
   ASSERT_EQ(key.close(), ERROR_SUCCESS);
   DWORD size = 0;
@@ -185,8 +186,8 @@ TEST_P(RegistryConformance, AClosedHandleIsInvalid) {
 TEST_P(RegistryConformance, ADeletedKeySaysSoThroughItsHandle) {
   const std::string path = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Conformance deleted";
   emptyKey(path);
-  const RegistryKey key(HiveHandle::LocalMachine, "SOFTWARE\\Conformance deleted",
-                        KEY_ALL_ACCESS | KEY_WOW64_64KEY);
+  const OpenKey key(HiveHandle::LocalMachine, "SOFTWARE\\Conformance deleted",
+                    KEY_ALL_ACCESS | KEY_WOW64_64KEY);
   removeKey(path);
   EXPECT_EQ(RegSetValueExW(key.handle(), Wide("a").get(), 0, REG_SZ, nullptr, 0),
             ERROR_KEY_DELETED);

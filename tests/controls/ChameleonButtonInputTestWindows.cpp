@@ -1,6 +1,7 @@
 // Keys and the mouse come from Windows.
 #include "controls/ButtonStyles.h"
 #include "controls/ChameleonButtonFixture.h"
+#include "form/Form42.h"
 
 namespace zelvreg::controls {
 namespace {

@@ -7,6 +7,7 @@
 #include <array>
 
 #include "controls/ButtonStyles.h"
+#include "form/Form42.h"
 
 namespace zelvreg::controls {
 namespace {

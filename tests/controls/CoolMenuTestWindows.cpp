@@ -6,6 +6,7 @@
 
 #include "controls/CMWndProc.h"
 #include "controls/FormFixture.h"
+#include "form/Form42.h"
 #include "text/Wide.h"
 
 namespace zelvreg::controls {

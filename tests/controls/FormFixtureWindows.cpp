@@ -2,6 +2,7 @@
 
 #include "controls/ButtonLook.h"
 #include "controls/FormFixture.h"
+#include "form/Form42.h"
 
 namespace zelvreg::controls::fixture {
 namespace {

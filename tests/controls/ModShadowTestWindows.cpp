@@ -4,6 +4,7 @@
 #include <array>
 
 #include "controls/FormFixture.h"
+#include "form/Form42.h"
 
 namespace zelvreg::controls {
 namespace {

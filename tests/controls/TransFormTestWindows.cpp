@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "controls/FormFixture.h"
+#include "form/Form42.h"
 
 namespace zelvreg::controls {
 namespace {

@@ -6,6 +6,8 @@
 #include <map>
 #include <vector>
 
+#include "form/Form42.h"
+
 namespace zelvreg::desktop {
 namespace {
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "desktop/MainWindow.h"
+#include "form/Form42.h"
 
 namespace zelvreg::desktop {
 

@@ -1,5 +1,6 @@
 // What the user's hand does to the window, which exists on Windows alone.
 #include "desktop/MainWindowFixture.h"
+#include "form/Form42.h"
 
 namespace zelvreg::desktop {
 namespace {

@@ -3,6 +3,7 @@
 
 #include "controls/modShadow.h"
 #include "desktop/MainWindowFixture.h"
+#include "form/Form42.h"
 
 namespace zelvreg::desktop {
 namespace {

@@ -1,5 +1,6 @@
 // What the exclusions do to the results, and how a result becomes one.
 #include "exclusions/ExclusionFixture.h"
+#include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "support/UnrulyContents.h"
 

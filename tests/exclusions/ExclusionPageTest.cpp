@@ -1,5 +1,6 @@
 // The exclusions page and its dialog.
 #include "exclusions/ExclusionFixture.h"
+#include "form/Form42.h"
 
 namespace zelvreg {
 namespace {

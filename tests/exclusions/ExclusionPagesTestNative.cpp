@@ -1,6 +1,7 @@
 // Only the emulated computer can have each code page.
 #include "exclusions/ExclusionFile.h"
 #include "exclusions/ExclusionList.h"
+#include "form/Form42.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
 #include "shell/StartUp.h"

@@ -4,8 +4,8 @@
 // sddl needs windows.h before it.
 #include <sddl.h>
 
+#include "keys/AccountSids.h"
 #include "machine/Machine.h"
-#include "registry/AccountSids.h"
 #include "registry/Permissions.h"
 #include "support/ComputerFixture.h"
 #include "text/Wide.h"

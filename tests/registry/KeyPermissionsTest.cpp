@@ -3,7 +3,7 @@
 // This one stands on the one before.
 #include <sddl.h>
 
-#include "registry/AccountSids.h"
+#include "keys/AccountSids.h"
 #include "registry/Permissions.h"
 #include "support/ComputerFixture.h"
 #include "text/Wide.h"

@@ -1,10 +1,10 @@
 // Wine opens every key for an administrator and has none without a list, so only the emulated
 // computer can show what a list decides.
+#include "keys/AccountSids.h"
+#include "keys/OpenKey.h"
 #include "machine/Machine.h"
 #include "machine/registry/Registry.h"
-#include "registry/AccountSids.h"
 #include "registry/Permissions.h"
-#include "registry/RegistryKey.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {
@@ -21,10 +21,10 @@ class KeyAccessTest : public fixture::ComputerFixture {
 TEST_F(KeyAccessTest, AGrantedKeyCanBeWorkedOnAndItsNewSubkeysCannot) {
   setAccessOfKey(key, "D:(A;CI;KA;;;BA)");
   GrantKeyAccess(form, HiveHandle::LocalMachine, place, userName());
-  const RegistryKey open(HiveHandle::LocalMachine, place, workOn64BitView & ~KEY_CREATE_LINK);
+  const OpenKey open(HiveHandle::LocalMachine, place, workOn64BitView & ~KEY_CREATE_LINK);
   EXPECT_TRUE(open.isOpen());
   makeKey(key + "\\New");
-  EXPECT_EQ(RegistryKey(HiveHandle::LocalMachine, place + "\\New", workOn64BitView).openStatus(),
+  EXPECT_EQ(OpenKey(HiveHandle::LocalMachine, place + "\\New", workOn64BitView).openStatus(),
             ERROR_ACCESS_DENIED);
 }
 

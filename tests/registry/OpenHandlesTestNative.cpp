@@ -2,9 +2,9 @@
 #include <array>
 #include <functional>
 
+#include "keys/Deletion.h"
 #include "machine/Machine.h"
 #include "machine/registry/Registry.h"
-#include "registry/Deletion.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
 #include "support/ComputerFixture.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <limits>
 
-#include "registry/StdRegProv.h"
+#include "keys/StdRegProv.h"
 #include "registry/View64.h"
 #include "scan/Findings.h"
 #include "scan/SafeguardSources.h"

@@ -1,6 +1,6 @@
 #include "registry/RegistryValues.h"
 
-#include "registry/IniFile.h"
+#include "keys/IniFile.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {

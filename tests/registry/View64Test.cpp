@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "registry/StdRegProv.h"
+#include "keys/StdRegProv.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {

@@ -1,4 +1,5 @@
-#include "registry/Deletion.h"
+#include "form/Form42.h"
+#include "keys/Deletion.h"
 #include "repair/ContainerRows.h"
 
 namespace zelvreg::fixture {

@@ -1,6 +1,7 @@
 // Takes away what a running Windows lives on.
 #include <cstring>
 
+#include "form/Form42.h"
 #include "repair/ContainerRows.h"
 
 namespace zelvreg::fixture {

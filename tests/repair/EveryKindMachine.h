@@ -7,9 +7,12 @@
 #include <memory>
 #include <optional>
 
-#include "form/Form42.h"
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
+
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::fixture {
 

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include "form/Form42.h"
 #include "shell/StartUp.h"
 #include "support/SourceFolder.h"
 

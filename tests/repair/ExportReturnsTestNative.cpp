@@ -3,8 +3,9 @@
 
 #include <random>
 
+#include "form/Form42.h"
+#include "keys/RegistryImport.h"
 #include "machine/Machine.h"
-#include "registry/RegistryImport.h"
 #include "repair/EveryKindMachine.h"
 #include "repair/RepairDriver.h"
 #include "repair/SafetyExportFixture.h"

@@ -5,8 +5,9 @@
 #include <array>
 #include <functional>
 
+#include "form/Form42.h"
+#include "keys/RegistryImport.h"
 #include "registry/Hives.h"
-#include "registry/RegistryImport.h"
 #include "repair/EveryKindMachine.h"
 #include "repair/ReachOfRepair.h"
 #include "repair/RepairTable.h"

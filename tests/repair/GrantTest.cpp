@@ -1,4 +1,5 @@
 // The rights that a repair gives: on what goes, for as long as it takes.
+#include "form/Form42.h"
 #include "repair/GuardFixture.h"
 
 namespace zelvreg::fixture {

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "exclusions/ExclusionFile.h"
+#include "form/Form42.h"
 #include "machine/KilledProcess.h"
 #include "repair/EveryKindMachine.h"
 #include "support/RegistryContent.h"

@@ -1,6 +1,7 @@
 #include "repair/NamedRecord.h"
 
-#include "registry/RegistryKey.h"
+#include "form/Form42.h"
+#include "keys/OpenKey.h"
 #include "repair/GuardFixture.h"
 #include "scan/ScannedKeys.h"
 #include "text/Wide.h"
@@ -53,7 +54,7 @@ TEST_F(NamedRecordTest, AnApplicationPathIsTheProgramsKeyNotAValueOfTheList) {
   EXPECT_EQ(named({"x", "NamedRecordTest.exe", "3", hklm, list, ""}),
             lowerCase(hklm + "\\" + list + "\\NamedRecordTest.exe, value \"\""));
   removeKey(hklm + "\\" + list + "\\NamedRecordTest.exe");
-  const RegistryKey open(HiveHandle::LocalMachine, list, workOn64BitView);
+  const OpenKey open(HiveHandle::LocalMachine, list, workOn64BitView);
   RegDeleteValueW(open.handle(), Wide("NamedRecordTest.exe").get());
 }
 
@@ -67,7 +68,7 @@ TEST_F(NamedRecordTest, OfTwoHelpListsTheFirstIsNamedThatHasAText) {
   setText(help, "NamedRecordTest.hlp", " ");
   EXPECT_EQ(named(row), lowerCase(helpNt + ", value \"NamedRecordTest.hlp\""));
   for (const char* key : {scannedKeys::help, scannedKeys::helpNt}) {
-    const RegistryKey open(HiveHandle::LocalMachine, key, workOn64BitView);
+    const OpenKey open(HiveHandle::LocalMachine, key, workOn64BitView);
     RegDeleteValueW(open.handle(), Wide("NamedRecordTest.hlp").get());
   }
 }
@@ -90,7 +91,7 @@ TEST_F(NamedRecordTest, AFirewallRuleIsDoubtedUnlessItsOwnProgramIsGone) {
   EXPECT_NE(doubtOf("v2.30|App=" + livingFile + "|Name=x|"), "");
   EXPECT_NE(doubtOf("no bar at all"), "");
   EXPECT_EQ(form.FirewallPath, "c:\\before.exe");
-  const RegistryKey open(HiveHandle::LocalMachine, scannedKeys::firewallRules, workOn64BitView);
+  const OpenKey open(HiveHandle::LocalMachine, scannedKeys::firewallRules, workOn64BitView);
   RegDeleteValueW(open.handle(), Wide("NamedRecordTest").get());
 }
 

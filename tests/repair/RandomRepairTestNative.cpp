@@ -4,7 +4,8 @@
 #include <iterator>
 #include <utility>
 
-#include "registry/RegistryImport.h"
+#include "form/Form42.h"
+#include "keys/RegistryImport.h"
 #include "repair/RandomMachine.h"
 #include "runtime/Directory.h"
 #include "scan/Findings.h"

@@ -5,7 +5,9 @@
 #include <set>
 #include <string>
 
-#include "form/Form42.h"
+namespace zelvreg {
+struct Form42;
+}  // namespace zelvreg
 
 namespace zelvreg::fixture {
 

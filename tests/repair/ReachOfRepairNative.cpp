@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "form/Form42.h"
+#include "keys/RootHandles.h"
 #include "repair/ProtectedKeys.h"
 #include "scan/Findings.h"
 #include "text/Numbers.h"

@@ -1,4 +1,5 @@
 // What a repair must leave: whatever its finding does not name.
+#include "form/Form42.h"
 #include "repair/GuardFixture.h"
 #include "scanners/FileClasses.h"
 #include "scanners/FileExtensions.h"

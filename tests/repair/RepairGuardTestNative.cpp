@@ -1,4 +1,5 @@
 // Wine's classes root does not lay the user's classes over the computer's.
+#include "form/Form42.h"
 #include "repair/GuardFixture.h"
 #include "scanners/DefaultIcons.h"
 #include "scanners/FileClasses.h"

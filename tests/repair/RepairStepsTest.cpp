@@ -1,5 +1,6 @@
 #include "repair/RepairSteps.h"
 
+#include "form/Form42.h"
 #include "repair/RepairStepsFixture.h"
 
 namespace zelvreg::fixture {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "runtime/FileText.h"
 #include "text/Text.h"
 #include "text/Wide.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "registry/RegistryTextReader.h"
+#include "keys/RegistryTextReader.h"
 #include "scan/Findings.h"
 #include "support/ComputerFixture.h"
 

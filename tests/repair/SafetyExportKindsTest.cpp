@@ -2,7 +2,7 @@
 // repair.
 #include <algorithm>
 
-#include "registry/RegistryImport.h"
+#include "keys/RegistryImport.h"
 #include "repair/RepairSteps.h"
 #include "repair/SafetyExport.h"
 #include "repair/SafetyExportFixture.h"

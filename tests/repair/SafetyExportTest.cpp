@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "registry/RegistryImport.h"
+#include "form/Form42.h"
+#include "keys/RegistryImport.h"
 #include "repair/SafetyExportFixture.h"
 #include "runtime/FileText.h"
 #include "support/WideValues.h"

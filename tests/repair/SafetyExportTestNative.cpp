@@ -1,8 +1,9 @@
 // Wine opens every key for an administrator and cannot be made to fail, so only the emulated
 // computer has keys that cannot be read.
+#include "form/Form42.h"
+#include "keys/RegistryImport.h"
 #include "machine/Machine.h"
 #include "machine/registry/Registry.h"
-#include "registry/RegistryImport.h"
 #include "repair/SafetyExport.h"
 #include "repair/SafetyExportFixture.h"
 

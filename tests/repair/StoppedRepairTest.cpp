@@ -1,5 +1,6 @@
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
-#include "registry/RegistryImport.h"
+#include "keys/RegistryImport.h"
 #include "repair/RepairDriver.h"
 #include "repair/SafetyExportFixture.h"
 #include "runtime/FileText.h"

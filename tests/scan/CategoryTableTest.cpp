@@ -4,6 +4,8 @@
 
 #include <set>
 
+#include "form/Form42.h"
+
 namespace zelvreg {
 namespace {
 

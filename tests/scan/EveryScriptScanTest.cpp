@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "registry/RegistryKey.h"
+#include "keys/OpenKey.h"
+#include "keys/RootHandles.h"
 #include "repair/RepairDriver.h"
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
@@ -90,8 +91,8 @@ std::string pathOf(const Record& record) {
 
 void removeValue(const std::string& path, const std::string& name) {
   const std::size_t backslash = path.find('\\');
-  const RegistryKey key(GetHiveHandle(path.substr(0, backslash)), path.substr(backslash + 1),
-                        KEY_SET_VALUE | KEY_WOW64_64KEY);
+  const OpenKey key(GetHiveHandle(path.substr(0, backslash)), path.substr(backslash + 1),
+                    KEY_SET_VALUE | KEY_WOW64_64KEY);
   RegDeleteValueW(key.handle(), Wide(name).get());
 }
 

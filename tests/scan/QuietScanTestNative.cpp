@@ -3,10 +3,11 @@
 
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
+#include "keys/RootHandles.h"
 #include "machine/computer/Environment.h"
 #include "machine/files/Drives.h"
-#include "registry/Hives.h"
 #include "repair/EveryKindMachine.h"
 #include "scan/Findings.h"
 #include "scan/SafeguardSources.h"

@@ -1,5 +1,5 @@
 // Only the emulated computer can be a 32-bit one, and shows the lists of files entry by entry.
-#include "registry/AccountSids.h"
+#include "keys/AccountSids.h"
 #include "scan/Resolver.h"
 #include "support/ComputerFixture.h"
 

@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScanDriver.h"

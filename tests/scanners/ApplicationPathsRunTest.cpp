@@ -1,4 +1,5 @@
 // One run over all places: its order, what it counts and shows, and how it is stopped.
+#include "form/Form42.h"
 #include "scanners/ApplicationPathsFixture.h"
 
 namespace zelvreg {

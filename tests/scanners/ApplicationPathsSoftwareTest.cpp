@@ -1,5 +1,6 @@
 // The values that stand directly under the keys of Software.
-#include "registry/Deletion.h"
+#include "form/Form42.h"
+#include "keys/Deletion.h"
 #include "scanners/ApplicationPathsFixture.h"
 
 namespace zelvreg {

@@ -1,6 +1,7 @@
 // The lists of application paths of the machine.
 #include "scanners/ApplicationPaths.h"
 
+#include "form/Form42.h"
 #include "scanners/ApplicationPathsFixture.h"
 #include "text/Wide.h"
 

@@ -1,6 +1,7 @@
 // Rows 7 to 10 as a scan runs them.
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "scan/ScanDriver.h"
 #include "scanners/ServerFilesFixture.h"
 #include "scanners/TypeLibraries.h"

@@ -1,5 +1,6 @@
 #include "scanners/DefaultIcons.h"
 
+#include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/PaintedTexts.h"

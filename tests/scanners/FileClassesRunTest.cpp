@@ -1,4 +1,5 @@
 // The media types, what is kept of the running total, and Cancel.
+#include "form/Form42.h"
 #include "scanners/FileClassesFixture.h"
 
 namespace zelvreg::fileClasses {

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "scanners/FileClassesFixture.h"
 #include "scanners/PaintedTexts.h"
 #include "text/Wide.h"

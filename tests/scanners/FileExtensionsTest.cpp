@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/ScannerFixture.h"

@@ -1,5 +1,6 @@
 #include "scanners/Fonts.h"
 
+#include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/ScannerFixture.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "registry/AccountSids.h"
+#include "keys/AccountSids.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg::fixture {

@@ -1,3 +1,4 @@
+#include "form/Form42.h"
 #include "scanners/HelpFilesFixture.h"
 #include "text/Wide.h"
 

@@ -1,5 +1,7 @@
 #include "scanners/HelpFilesFixture.h"
 
+#include "form/Form42.h"
+
 namespace zelvreg::helpFiles {
 namespace {
 

@@ -1,4 +1,5 @@
 // Only the emulated computer can be a 32-bit one, and refuses keys by their access lists.
+#include "form/Form42.h"
 #include "machine/Machine.h"
 #include "scanners/HelpFilesFixture.h"
 

@@ -1,7 +1,8 @@
 // What sets the four places apart.
 #include <algorithm>
 
-#include "registry/AccountSids.h"
+#include "form/Form42.h"
+#include "keys/AccountSids.h"
 #include "scanners/ServerFilesFixture.h"
 
 namespace zelvreg::serverFiles {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "scanners/ServerFilesFixture.h"
 
 namespace zelvreg::serverFiles {

@@ -1,5 +1,6 @@
 // Only the emulated computer can be a 32-bit one, merges the two classes roots, lets a call
 // fail and can be without classes of a user.
+#include "form/Form42.h"
 #include "machine/Machine.h"
 #include "scanners/ServerFilesFixture.h"
 

@@ -1,6 +1,7 @@
 // Servers of the machine's classes, and toolbox bitmaps: both read directly and cut in one way.
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "scanners/ServerProgramsFixture.h"
 #include "text/Wide.h"
 

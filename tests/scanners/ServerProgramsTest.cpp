@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "scanners/PaintedTexts.h"
 #include "scanners/ServerProgramsFixture.h"
 #include "text/Wide.h"

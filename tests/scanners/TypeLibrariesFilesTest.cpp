@@ -1,4 +1,5 @@
 // Files of type libraries.
+#include "form/Form42.h"
 #include "scanners/TypeLibrariesFixture.h"
 #include "text/Wide.h"
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "registry/AccountSids.h"
+#include "keys/AccountSids.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scanners/ScannerFixture.h"

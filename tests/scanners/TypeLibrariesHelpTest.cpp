@@ -1,4 +1,5 @@
 // Help folders of type libraries.
+#include "form/Form42.h"
 #include "scanners/TypeLibrariesFixture.h"
 
 namespace zelvreg::typeLibraries {

@@ -1,4 +1,5 @@
 // The libraries that classes name.
+#include "form/Form42.h"
 #include "scanners/TypeLibrariesFixture.h"
 
 namespace zelvreg::typeLibraries {

@@ -1,4 +1,5 @@
 // Only the emulated computer can let a call fail and be a 32-bit one.
+#include "form/Form42.h"
 #include "machine/Machine.h"
 #include "scanners/TypeLibrariesFixture.h"
 

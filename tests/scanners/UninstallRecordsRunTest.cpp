@@ -1,4 +1,5 @@
 // The runs over the lists: the other spelling, what is counted, shown and saved, and a stop.
+#include "form/Form42.h"
 #include "scanners/UninstallRecordsFixture.h"
 
 namespace zelvreg {

@@ -1,6 +1,7 @@
 // What is reported of one record, in each of the three lists.
 #include "scanners/UninstallRecords.h"
 
+#include "form/Form42.h"
 #include "scanners/UninstallRecordsFixture.h"
 #include "text/Wide.h"
 

@@ -1,4 +1,5 @@
 // Only the emulated computer can be a 32-bit one.
+#include "form/Form42.h"
 #include "scanners/UninstallRecordsFixture.h"
 
 namespace zelvreg {

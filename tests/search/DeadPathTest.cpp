@@ -1,5 +1,6 @@
 #include "search/DeadPath.h"
 
+#include "form/Form42.h"
 #include "search/SearchFixture.h"
 
 namespace zelvreg::searching {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "form/Form42.h"
 #include "search/SearchFixture.h"
 #include "text/Text.h"
 #include "text/Wide.h"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "form/Form42.h"
+#include "keys/RootHandles.h"
 #include "search/SearchFixture.h"
 
 namespace zelvreg::searching {

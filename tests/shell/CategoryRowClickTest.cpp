@@ -1,4 +1,5 @@
 // What a press on a row of the categories does.
+#include "form/Form42.h"
 #include "reports/EntryDetails.h"
 #include "scan/CategoryTable.h"
 #include "shell/Navigation.h"

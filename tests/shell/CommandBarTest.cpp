@@ -1,6 +1,7 @@
 // The command bar, the tool bar that is its second face, and the menu of the results.
 #include <array>
 
+#include "form/Form42.h"
 #include "runtime/FileText.h"
 #include "shell/Navigation.h"
 #include "shell/PressFixture.h"

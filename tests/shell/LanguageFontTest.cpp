@@ -1,4 +1,5 @@
 // Which controls a change of language reaches besides their captions.
+#include "form/Form42.h"
 #include "languages/LanguageFile.h"
 #include "shell/Languages.h"
 #include "shell/PressFixture.h"

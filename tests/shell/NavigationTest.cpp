@@ -1,5 +1,6 @@
 #include "shell/Navigation.h"
 
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "shell/PressFixture.h"
 #include "text/Wide.h"

@@ -1,4 +1,5 @@
 // Only the emulated computer can have each code page.
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "registry/Hives.h"
 #include "reports/Report.h"

@@ -1,5 +1,6 @@
 // Only the emulated computer has a clock and a suite of its own, and files and a registry that a
 // whole scan may repair.
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "machine/RegistryCalls.h"
 #include "machine/computer/Clock.h"

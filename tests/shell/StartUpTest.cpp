@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 
+#include "form/Form42.h"
 #include "languages/Charset.h"
 #include "scan/CategoryTable.h"
 #include "shell/PressFixture.h"

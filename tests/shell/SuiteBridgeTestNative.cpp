@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "machine/Machine.h"
 #include "machine/computer/Requests.h"

@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "form/Form42.h"
 #include "form/ProcessEnd.h"
 
 namespace zelvreg {

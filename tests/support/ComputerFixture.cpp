@@ -3,7 +3,7 @@
 #include <sddl.h>
 #include <shlwapi.h>
 
-#include "registry/Hives.h"
+#include "keys/RootHandles.h"
 #include "runtime/Environment.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "registry/WideKey.h"
+#include "keys/WideKey.h"
 
 namespace zelvreg {
 

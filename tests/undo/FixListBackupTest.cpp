@@ -1,3 +1,4 @@
+#include "form/Form42.h"
 #include "text/Pattern.h"
 #include "text/Wide.h"
 #include "undo/FixListBackupFixture.h"

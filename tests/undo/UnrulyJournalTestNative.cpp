@@ -1,4 +1,5 @@
 // What journals of any bytes write must not stay in a registry that other tests share.
+#include "form/Form42.h"
 #include "machine/Machine.h"
 #include "runtime/CodePageText.h"
 #include "support/MachineFixture.h"

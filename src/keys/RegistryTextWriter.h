@@ -1,0 +1,46 @@
+// Writing keys and values in the registry editor's export format, version 5.00: UTF-16LE with a
+// byte order mark, lines that end in CR LF.
+#ifndef ZELVREG_KEYS_REGISTRY_TEXT_WRITER_H
+#define ZELVREG_KEYS_REGISTRY_TEXT_WRITER_H
+
+#include <string>
+#include <vector>
+
+#include "keys/WideKey.h"
+
+namespace zelvreg {
+
+class RegistryTextWriter {
+ public:
+  RegistryTextWriter();
+
+  // That the file is a safety export. Call it first.
+  void markAsSafetyExport();
+
+  // Begins the block of a key, by its whole path ("HKEY_LOCAL_MACHINE\…"). False, and nothing
+  // written, for a name that the format cannot hold: one with a line end or a NUL.
+  [[nodiscard]] bool beginKey(const std::u16string& path);
+
+  // Notes on the key last begun, before its values: its security descriptor, and where the values
+  // that follow stand among all that it has, from 0 and rising.
+  void addSecurity(const std::vector<BYTE>& descriptor);
+  void addOrder(const std::vector<std::size_t>& positions);
+
+  // A value of the key last begun. False, and nothing written, for a name with a NUL.
+  [[nodiscard]] bool addValue(const WideValue& value);
+  // That the key has no default value: importing it deletes one that is there.
+  void addMissingDefault();
+
+  // Whether no key was begun.
+  [[nodiscard]] bool isEmpty() const { return !hasKey; }
+  // The file's bytes.
+  [[nodiscard]] std::string bytes() const;
+
+ private:
+  std::u16string text;
+  bool hasKey = false;
+};
+
+}  // namespace zelvreg
+
+#endif

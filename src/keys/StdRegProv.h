@@ -1,0 +1,81 @@
+// The registry provider: it reads a chosen view from a process of either width. Two roads give the
+// same answers: direct reads with the flag of the view, and the system's management service, which
+// may be broken, or end between two calls. Where there is none, direct reads stand in for it.
+#ifndef ZELVREG_KEYS_STD_REG_PROV_H
+#define ZELVREG_KEYS_STD_REG_PROV_H
+
+#include <windows.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "roots/Roots.h"
+
+namespace zelvreg {
+
+// The code of a call that did not get through to the provider, so that it tells nothing of the key.
+inline constexpr LONG providerFailed = 1726;
+
+class StdRegProv {
+ public:
+  virtual ~StdRegProv() = default;
+
+  // Each gives 0, a code of the registry, or providerFailed. Results that it has nothing for stay
+  // empty: a key without subkeys or values gives no array at all. Text passes through the code
+  // page.
+  virtual LONG enumKey(HiveHandle hive, const std::string& key,
+                       std::optional<std::vector<std::string>>& names) = 0;
+  // Named values only: the unnamed default value is not among them.
+  virtual LONG enumValues(HiveHandle hive, const std::string& key,
+                          std::optional<std::vector<std::string>>& names,
+                          std::vector<DWORD>& types) = 0;
+  // The text of a REG_SZ or REG_EXPAND_SZ up to its first NUL, variables not expanded; the empty
+  // text for any other type. An empty name reads the default value.
+  virtual LONG getStringValue(HiveHandle hive, const std::string& key, const std::string& valueName,
+                              std::string& value) = 0;
+  // The same with variables expanded.
+  virtual LONG getExpandedStringValue(HiveHandle hive, const std::string& key,
+                                      const std::string& valueName, std::string& value) = 0;
+  // Refuses a key that has subkeys.
+  virtual LONG deleteKey(HiveHandle hive, const std::string& key) = 0;
+};
+
+// The view that a provider works in: "__ProviderArchitecture", or the service's own default, which
+// is the 32-bit view.
+enum class ProviderArchitecture : int { Default = 0, Bits32 = 32, Bits64 = 64 };
+
+enum class ProviderRoad { Direct, Service };
+
+std::unique_ptr<StdRegProv> makeDirectProvider(ProviderArchitecture architecture);
+// Null when the service does not answer.
+std::unique_ptr<StdRegProv> connectService(ProviderArchitecture architecture);
+
+// A provider by one road, for one view; null when the service does not answer.
+std::unique_ptr<StdRegProv> connectStdRegProv(ProviderRoad road, ProviderArchitecture architecture);
+
+// Keeps one connection for each road and view: connecting anew for each read costs more and tells
+// nothing else.
+class StdRegProvPool {
+ public:
+  using Connect =
+      std::function<std::unique_ptr<StdRegProv>(ProviderRoad road, ProviderArchitecture view)>;
+  explicit StdRegProvPool(Connect connector = connectStdRegProv) : connects(std::move(connector)) {}
+
+  // Calls the provider and gives its answer; providerFailed when there is none. A connection of
+  // which a call has failed is dropped, so that the next call makes a new one.
+  LONG call(ProviderRoad road, ProviderArchitecture architecture,
+            const std::function<LONG(StdRegProv& provider)>& method);
+
+ private:
+  Connect connects;
+  std::map<std::pair<ProviderRoad, ProviderArchitecture>, std::unique_ptr<StdRegProv>> connections;
+};
+
+}  // namespace zelvreg
+
+#endif

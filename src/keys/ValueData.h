@@ -1,0 +1,38 @@
+// The data of one value, read whole.
+#ifndef ZELVREG_KEYS_VALUE_DATA_H
+#define ZELVREG_KEYS_VALUE_DATA_H
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace zelvreg {
+
+// Almost all data fit into memory that is at hand, so that they are read without asking for their
+// size first.
+class ValueData {
+ public:
+  // The answer of the call that failed, or 0. Without it there are no data and no type.
+  LONG read(HKEY key, std::string_view valueName);
+
+  [[nodiscard]] DWORD type() const { return dataType; }
+  // The data as UTF-16, terminators included; a last odd byte is left out.
+  [[nodiscard]] std::u16string_view units() const {
+    return {longer.empty() ? usual.data() : longer.data(), size / sizeof(char16_t)};
+  }
+  // What the data are as a text: UTF-16 up to its first NUL.
+  [[nodiscard]] std::string text() const;
+  [[nodiscard]] bool isText() const { return dataType == REG_SZ || dataType == REG_EXPAND_SZ; }
+
+ private:
+  std::array<char16_t, 512> usual;  // not filled beforehand
+  std::u16string longer;
+  DWORD size = 0;
+  DWORD dataType = REG_NONE;
+};
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,184 @@
+#include "keys/WideKey.h"
+
+#include <array>
+#include <utility>
+
+#include "keys/RootHandles.h"
+#include "text/Wide.h"
+
+namespace zelvreg {
+namespace {
+
+static_assert(sizeof(WCHAR) == sizeof(char16_t), "the system's wide text is UTF-16");
+
+constexpr std::size_t longestKeyName = 255;
+constexpr std::size_t longestValueName = 16383;
+
+Presence presenceBy(LONG status) {
+  switch (status) {
+    case ERROR_SUCCESS:
+      return Presence::Open;
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_INVALID_PARAMETER:
+    case ERROR_INVALID_NAME:
+    case ERROR_KEY_DELETED:
+      return Presence::Absent;
+    default:
+      return Presence::Refused;
+  }
+}
+
+}  // namespace
+
+bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
+  return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
+                              static_cast<int>(second.size()), TRUE) == CSTR_LESS_THAN;
+}
+
+WideKey::WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options)
+    : status(
+          RegOpenKeyExW(systemKey(hive), wideText(path), options, access | KEY_WOW64_64KEY, &key)) {
+  if (status != ERROR_SUCCESS) {
+    key = nullptr;
+  }
+}
+
+WideKey WideKey::make(HiveHandle hive, const std::u16string& path, REGSAM access) {
+  return makeIn(systemKey(hive), path, access, REG_OPTION_NON_VOLATILE);
+}
+
+WideKey WideKey::makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,
+                           DWORD options) {
+  return makeIn(parent.key, name, access, options);
+}
+
+WideKey WideKey::makeIn(HKEY parent, const std::u16string& path, REGSAM access, DWORD options) {
+  WideKey made;
+  made.status = RegCreateKeyExW(parent, wideText(path), 0, nullptr, options,
+                                access | KEY_WOW64_64KEY, nullptr, &made.key, nullptr);
+  if (made.status != ERROR_SUCCESS) {
+    made.key = nullptr;
+  }
+  return made;
+}
+
+WideKey::WideKey(WideKey&& other) noexcept
+    : key(std::exchange(other.key, nullptr)), status(other.status) {}
+
+WideKey::~WideKey() {
+  if (key != nullptr) {
+    RegCloseKey(key);
+  }
+}
+
+Presence WideKey::presence() const { return presenceBy(status); }
+
+Presence WideKey::presenceOf(const std::u16string& name) const {
+  return key == nullptr ? presence()
+                        : presenceBy(RegQueryValueExW(key, wideText(name), nullptr, nullptr,
+                                                      nullptr, nullptr));
+}
+
+std::optional<std::vector<std::u16string>> WideKey::subkeys() const {
+  std::vector<std::u16string> names;
+  std::u16string name(longestKeyName + 1, u'\0');
+  for (DWORD index = 0;; ++index) {
+    auto size = static_cast<DWORD>(name.size());
+    const LONG listed =
+        RegEnumKeyExW(key, index, roomIn(name), &size, nullptr, nullptr, nullptr, nullptr);
+    if (listed == ERROR_NO_MORE_ITEMS) {
+      return names;
+    }
+    if (listed != ERROR_SUCCESS) {
+      return std::nullopt;
+    }
+    names.emplace_back(name, 0, size);
+  }
+}
+
+std::optional<std::vector<WideValue>> WideKey::values() const {
+  std::vector<WideValue> values;
+  std::u16string name(longestValueName + 1, u'\0');
+  std::vector<BYTE> data(4096);
+  for (DWORD index = 0;;) {
+    auto nameSize = static_cast<DWORD>(name.size());
+    auto size = static_cast<DWORD>(data.size());
+    DWORD type = REG_NONE;
+    const LONG listed =
+        RegEnumValueW(key, index, roomIn(name), &nameSize, nullptr, &type, data.data(), &size);
+    if (listed == ERROR_MORE_DATA && size > data.size()) {
+      data.resize(size);
+      continue;
+    }
+    if (listed == ERROR_NO_MORE_ITEMS) {
+      return values;
+    }
+    if (listed != ERROR_SUCCESS) {
+      return std::nullopt;
+    }
+    values.push_back({name.substr(0, nameSize), type, {data.begin(), data.begin() + size}});
+    ++index;
+  }
+}
+
+std::optional<WideValue> WideKey::value(const std::u16string& name) const {
+  WideValue value{.name = name, .type = REG_NONE, .data = std::vector<BYTE>(256)};
+  for (;;) {
+    auto size = static_cast<DWORD>(value.data.size());
+    const LONG read = key == nullptr ? ERROR_INVALID_HANDLE
+                                     : RegQueryValueExW(key, wideText(name), nullptr, &value.type,
+                                                        value.data.data(), &size);
+    if (read == ERROR_MORE_DATA && size > value.data.size()) {
+      value.data.resize(size);
+      continue;
+    }
+    if (read != ERROR_SUCCESS) {
+      return std::nullopt;
+    }
+    value.data.resize(size);
+    return value;
+  }
+}
+
+bool WideKey::setValue(const WideValue& value) const {
+  // The system takes along a terminator that stands behind the data, so something else stands
+  // there.
+  constexpr std::array<BYTE, 2> guard{0xFF, 0xFF};
+  std::vector<BYTE> guarded = value.data;
+  guarded.insert(guarded.end(), guard.begin(), guard.end());
+  return key != nullptr && RegSetValueExW(key, wideText(value.name), 0, value.type, guarded.data(),
+                                          static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
+}
+
+bool WideKey::deleteValue(const std::u16string& name) const {
+  if (key == nullptr) {
+    return false;
+  }
+  const LONG deleted = RegDeleteValueW(key, wideText(name));
+  return deleted == ERROR_SUCCESS || deleted == ERROR_FILE_NOT_FOUND;
+}
+
+std::vector<BYTE> WideKey::security() const {
+  constexpr SECURITY_INFORMATION all =
+      OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+  DWORD size = 0;
+  if (key == nullptr || RegGetKeySecurity(key, all, nullptr, &size) != ERROR_INSUFFICIENT_BUFFER) {
+    return {};
+  }
+  std::vector<BYTE> descriptor(size);
+  if (RegGetKeySecurity(key, all, descriptor.data(), &size) != ERROR_SUCCESS) {
+    return {};
+  }
+  descriptor.resize(size);
+  return descriptor;
+}
+
+bool WideKey::setSecurity(const std::vector<BYTE>& descriptor, SECURITY_INFORMATION what) const {
+  // The call only reads, though its type does not say so.
+  auto* given = const_cast<BYTE*>(descriptor.data());
+  return key != nullptr && RegSetKeySecurity(key, what, given) == ERROR_SUCCESS;
+}
+
+}  // namespace zelvreg

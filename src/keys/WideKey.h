@@ -1,0 +1,85 @@
+// Keys and values by their names in UTF-16, in the 64-bit view: for what must go out of the
+// registry and come back as it was.
+#ifndef ZELVREG_KEYS_WIDE_KEY_H
+#define ZELVREG_KEYS_WIDE_KEY_H
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "roots/Roots.h"
+
+namespace zelvreg {
+
+// A value's name and, bit for bit, its data. The default value's name is empty.
+struct WideValue {
+  std::u16string name;
+  DWORD type = REG_NONE;
+  std::vector<BYTE> data;
+};
+
+// Orders names as the registry tells them apart: without regard to case.
+struct NameOrder {
+  bool operator()(const std::u16string& first, const std::u16string& second) const;
+};
+
+// Whether a key is there, and if so, whether it let itself be opened.
+enum class Presence : std::uint8_t { Open, Absent, Refused };
+
+// An open key that closes itself.
+class WideKey {
+ public:
+  // The flag of the 64-bit view is added to `access`. A path that no key can have is absent.
+  WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options = 0);
+  // The same, making the key with all above it where it is missing.
+  static WideKey make(HiveHandle hive, const std::u16string& path, REGSAM access);
+  // The same for a subkey of an open key, by its name.
+  static WideKey makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,
+                           DWORD options);
+  WideKey(WideKey&& other) noexcept;
+  WideKey(const WideKey&) = delete;
+  WideKey& operator=(const WideKey&) = delete;
+  WideKey& operator=(WideKey&&) = delete;
+  ~WideKey();
+
+  [[nodiscard]] Presence presence() const;
+  [[nodiscard]] bool isOpen() const { return key != nullptr; }
+  // Whether its access list is what kept it from opening.
+  [[nodiscard]] bool isDenied() const { return status == ERROR_ACCESS_DENIED; }
+
+  // Names and values in the order in which the system lists them; none when the list breaks off.
+  [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys() const;
+  [[nodiscard]] std::optional<std::vector<WideValue>> values() const;
+
+  // Whether there is a value of this name. What cannot be told counts as refused.
+  [[nodiscard]] Presence presenceOf(const std::u16string& name) const;
+  // One value by its name; none when it is not there or cannot be read.
+  [[nodiscard]] std::optional<WideValue> value(const std::u16string& name) const;
+
+  // False when the key refuses it or is not open.
+  [[nodiscard]] bool setValue(const WideValue& value) const;
+  // True also if there was no such value.
+  [[nodiscard]] bool deleteValue(const std::u16string& name) const;
+
+  // Owner, group and access list as one descriptor in its form without pointers; empty when they
+  // cannot be read.
+  [[nodiscard]] std::vector<BYTE> security() const;
+  // Sets the parts of such a descriptor that `what` names.
+  [[nodiscard]] bool setSecurity(const std::vector<BYTE>& descriptor,
+                                 SECURITY_INFORMATION what) const;
+
+ private:
+  WideKey() = default;
+  static WideKey makeIn(HKEY parent, const std::u16string& path, REGSAM access, DWORD options);
+
+  HKEY key = nullptr;
+  LONG status = ERROR_SUCCESS;
+};
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,99 @@
+#include "keys/Deletion.h"
+
+#include <array>
+
+#include "support/ComputerFixture.h"
+#include "text/Wide.h"
+
+namespace zelvreg {
+namespace {
+
+const std::string place = "SOFTWARE\\DeletionTest";
+const std::string key = "HKEY_LOCAL_MACHINE\\SOFTWARE\\DeletionTest";
+
+class DeletionTest : public fixture::ComputerFixture {
+ protected:
+  DeletionTest() {
+    emptyKey(key);
+    makeKey(key + "\\Leaf");
+    makeKey(key + "\\Tree\\Below\\Deeper");
+    setText(key, "Value", "text");
+  }
+  LONG rc = -1;
+};
+
+TEST_F(DeletionTest, ASubkeyIsDeletedInTheTrueView) {
+  fDeleteKey("HKLM", place, "Leaf", rc);
+  EXPECT_EQ(rc, 0);
+  EXPECT_FALSE(hasKey(key + "\\Leaf"));
+}
+
+TEST_F(DeletionTest, WhatIsNotThereCountsAsDeleted) {
+  fDeleteKey("HKLM", place, "None", rc);
+  EXPECT_EQ(rc, 0);
+  fDeleteKey("HKLM", place + "\\None", "Leaf", rc);
+  EXPECT_EQ(rc, 0);
+  fDeleteValue("HKLM", place, "None", rc);
+  EXPECT_EQ(rc, 0);
+}
+
+TEST_F(DeletionTest, AKeyWithSubkeysIsRefused) {
+  fDeleteKey("HKLM", place, "Tree", rc);
+  EXPECT_EQ(rc, ERROR_ACCESS_DENIED);
+  EXPECT_TRUE(hasKey(key + "\\Tree"));
+}
+
+TEST_F(DeletionTest, ARefusedHiveTextGives99) {
+  fDeleteKey("HKCC", place, "Leaf", rc);
+  EXPECT_EQ(rc, 99);
+  rc = -1;
+  fDeleteValue("HKDD", place, "Value", rc);
+  EXPECT_EQ(rc, 99);
+}
+
+TEST_F(DeletionTest, AValueIsDeleted) {
+  fDeleteValue("HKLM", place, "Value", rc);
+  EXPECT_EQ(rc, 0);
+  EXPECT_EQ(bytesOf(key, "Value"), "(none)");
+}
+
+TEST_F(DeletionTest, TheLineOfAnIniFileStaysWithAnEmptyValue) {
+  const std::string file = "C:\\DeletionTest\\settings.ini";
+  makeFile(file, "[Section]\r\nName=text\r\n");
+  fDeleteValue(file, "Section", "Name", rc);
+  EXPECT_EQ(rc, 0);
+  std::array<char16_t, 64> lines{};
+  const DWORD size =
+      GetPrivateProfileSectionW(Wide("Section").get(), roomIn(lines), 64, Wide(file).get());
+  EXPECT_EQ(utf8({lines.data(), size}), std::string("Name=\0", 6));
+}
+
+TEST_F(DeletionTest, ATrailingBackslashStillNamesTheLowerKey) {
+  DeleteRegistryTree(HiveHandle::LocalMachine, place + "\\Tree\\");
+  EXPECT_FALSE(hasKey(key + "\\Tree"));
+  EXPECT_TRUE(hasKey(key));
+  EXPECT_TRUE(hasKey(key + "\\Leaf"));
+}
+
+TEST_F(DeletionTest, AKeyWithoutABackslashIsDeletedUnderItsHive) {
+  makeKey("HKEY_CURRENT_USER\\DeletionTest\\Below");
+  DeleteRegistryTree(HiveHandle::CurrentUser, "DeletionTest");
+  EXPECT_FALSE(hasKey("HKEY_CURRENT_USER\\DeletionTest"));
+}
+
+TEST_F(DeletionTest, ASubtreeGoesAndItsTopStays) {
+  DeleteSubtree(HiveHandle::LocalMachine, place + "\\Tree");
+  EXPECT_TRUE(hasKey(key + "\\Tree"));
+  EXPECT_FALSE(hasKey(key + "\\Tree\\Below"));
+}
+
+TEST_F(DeletionTest, AKeyIsDeletedDirectlyUnderThePredefinedHandle) {
+  makeKey("HKEY_CURRENT_USER\\DeletionTest\\Below");
+  EXPECT_FALSE(DeleteKey3(HiveHandle::CurrentUser, "DeletionTest"));
+  EXPECT_TRUE(DeleteKey3(HiveHandle::CurrentUser, "DeletionTest\\Below"));
+  EXPECT_TRUE(DeleteKey3(HiveHandle::CurrentUser, "DeletionTest"));
+  EXPECT_FALSE(DeleteKey3(HiveHandle::CurrentUser, "DeletionTest"));
+}
+
+}  // namespace
+}  // namespace zelvreg

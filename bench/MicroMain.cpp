@@ -34,7 +34,8 @@ void readText(benchmark::State& state) {
   zelvreg::Form42 form;
   zelvreg::Form_Load(form);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(zelvreg::GetKeyValue64(form, "HKLM", versionKey, "SystemRoot"));
+    benchmark::DoNotOptimize(
+        zelvreg::GetKeyValue64(form, zelvreg::HiveHandle::LocalMachine, versionKey, "SystemRoot"));
   }
 }
 

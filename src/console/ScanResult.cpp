@@ -12,7 +12,7 @@ namespace {
 
 CategoryResult categoryOf(const Form42& form, std::size_t row) {
   return {.row = row,
-          .key = std::string(categories()[row - 1].valueName),
+          .key = std::string(categoryAt(row).valueName),
           .name = form.View1.text(row, 0),
           .isChecked = form.View1.isChecked(row),
           .problems = form.View1.text(row, problemsColumn),

@@ -12,45 +12,37 @@ namespace {
 LONG ifNotAbsent(LONG code) { return code == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : code; }
 
 // What both deletions share: `remove` works on the opened key, which is left open.
-void deleteBelow(HiveHandle hive, const std::string& key, LONG& rc, auto remove) {
+LONG deleteBelow(HiveHandle hive, const std::string& key, auto remove) {
   OpenKey open(hive, key, workOn64BitView);
-  rc = ifNotAbsent(open.isOpen() ? remove(open.handle()) : open.openStatus());
+  const LONG status = open.isOpen() ? remove(open.handle()) : open.openStatus();
   open.abandon();
+  return ifNotAbsent(status);
 }
 
 }  // namespace
 
-void fDeleteKey(const std::string& hive, const std::string& parentKey, const std::string& subKey,
-                LONG& rc) {
+LONG fDeleteKey(const std::string& hive, const std::string& parentKey, const std::string& subKey) {
   const HiveHandle handle = HiveFromShortName(hive);
   if (handle == HiveHandle::Unknown) {
-    rc = hiveRefused;
-    return;
+    return hiveRefused;
   }
-  deleteBelow(handle, parentKey, rc,
-              [&](HKEY parent) { return RegDeleteKeyW(parent, Wide(subKey).get()); });
+  return deleteBelow(handle, parentKey,
+                     [&](HKEY parent) { return RegDeleteKeyW(parent, Wide(subKey).get()); });
 }
 
-void fDeleteValue(const std::string& hive, const std::string& key, const std::string& valueName,
-                  LONG& rc) {
+LONG fDeleteValue(const std::string& hive, const std::string& key, const std::string& valueName) {
   const HiveHandle handle = HiveFromShortName(hive);
   if (handle == HiveHandle::Unknown) {
-    rc = hiveRefused;
-    return;
+    return hiveRefused;
   }
   if (handle == HiveHandle::hINI) {
     // The line stays, with an empty value.
     WritePrivateProfileStringW(Wide(key).get(), Wide(valueName).get(), Wide("").get(),
                                Wide(hive).get());
-    rc = ERROR_SUCCESS;
-    return;
+    return ERROR_SUCCESS;
   }
-  deleteBelow(handle, key, rc,
-              [&](HKEY open) { return RegDeleteValueW(open, Wide(valueName).get()); });
-}
-
-bool DeleteKey3(HiveHandle hive, const std::string& key) {
-  return RegDeleteKeyW(systemKey(hive), Wide(key).get()) == ERROR_SUCCESS;
+  return deleteBelow(handle, key,
+                     [&](HKEY open) { return RegDeleteValueW(open, Wide(valueName).get()); });
 }
 
 void DeleteSubtree(HiveHandle hive, const std::string& key) {

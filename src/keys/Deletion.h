@@ -11,15 +11,10 @@
 namespace zelvreg {
 
 // Delete a subkey, or a value, of a key in the 64-bit view. What is not there counts as deleted.
-// `rc` is 0, 99 for a refused hive text, or the failing call's code. The opened key stays open.
-// On an INI file fDeleteValue empties the line of that name and leaves `rc` 0.
-void fDeleteKey(const std::string& hive, const std::string& parentKey, const std::string& subKey,
-                LONG& rc);
-void fDeleteValue(const std::string& hive, const std::string& key, const std::string& valueName,
-                  LONG& rc);
-
-// Deletes a key without subkeys under the predefined handle itself.
-bool DeleteKey3(HiveHandle hive, const std::string& key);
+// The result is 0, 99 for a refused hive text, or the failing call's code. The opened key stays
+// open. On an INI file fDeleteValue empties the line of that name and gives 0.
+LONG fDeleteKey(const std::string& hive, const std::string& parentKey, const std::string& subKey);
+LONG fDeleteValue(const std::string& hive, const std::string& key, const std::string& valueName);
 
 // Deletes all that lies under `key`, in the 64-bit view; the key itself stays.
 void DeleteSubtree(HiveHandle hive, const std::string& key);

@@ -51,12 +51,9 @@ bool RegKeyExists(HiveHandle hive, const std::string& key);
 void fReadValue(const std::string& hive, const std::string& key, const std::string& valueName,
                 const std::string& kind, const Variant& fallback, Variant& result, LONG& rc);
 
-// Lists the values of a key with their data in the 64-bit view: names into List1, and "name=data"
-// followed by a NUL into `pairs`, for texts, numbers, and binary data below 3 bytes. A failed
-// second reading of a value ends it with that code and leaves the key open. On an INI file `pairs`
-// is the section of that name and `rc` the number of characters read.
-void fEnumValue_old(Form42& form, const std::string& hive, const std::string& key,
-                    std::string& pairs, LONG& rc);
+// Reads a value of at most 32 bytes as a number, whatever its type. The answer of the call;
+// `result` stays as it was if that failed.
+LONG readNumber(HKEY key, const std::string& valueName, Variant& result);
 
 }  // namespace zelvreg
 

@@ -12,28 +12,22 @@
 namespace zelvreg {
 namespace {
 
-enum class AtStop { LeaveNamesOpen, LeaveAllOpen, CloseNames };
+using AtStop = SubkeyEnumerator::AtStop;
 
-struct Enumerator {
-  REGSAM access;
-  ListBox Form42::*list;
-  bool clearsFirst;
-  bool servesQueue;
-  bool repaintsTitle;
-  bool endsAfterFirst;
-  AtStop atStop;
-};
-
-constexpr Enumerator enumKey{workOn64BitView, &Form42::List1,        false, true, true,
-                             false,           AtStop::LeaveNamesOpen};
-constexpr Enumerator enumKeyno{workOn32BitView, &Form42::List1,      false, true, true,
-                               false,           AtStop::LeaveAllOpen};
-constexpr Enumerator enumKey1{workOn64BitView, &Form42::List4,    true, false, true,
-                              false,           AtStop::CloseNames};
-constexpr Enumerator enumKey5{workOn64BitView,   &Form42::List5, true, false, false, true,
-                              AtStop::CloseNames};
-constexpr Enumerator enumKey6{workOn64BitView,   &Form42::List6, true, false, false, true,
-                              AtStop::CloseNames};
+constexpr SubkeyEnumerator enumKey{.access = workOn64BitView,
+                                   .list = &Form42::List1,
+                                   .clearsFirst = false,
+                                   .servesQueue = true,
+                                   .repaintsTitle = true,
+                                   .endsAfterFirst = false,
+                                   .atStop = AtStop::LeavesNamesOpen};
+constexpr SubkeyEnumerator enumKey1{.access = workOn64BitView,
+                                    .list = &Form42::List4,
+                                    .clearsFirst = true,
+                                    .servesQueue = false,
+                                    .repaintsTitle = true,
+                                    .endsAfterFirst = false,
+                                    .atStop = AtStop::ClosesNames};
 
 void showName(Form42& form, std::string_view name, bool repaintsTitle) {
   form.Label3.caption = std::string(name);
@@ -44,7 +38,7 @@ void showName(Form42& form, std::string_view name, bool repaintsTitle) {
 }
 
 // True when the walk came to its end, false when the user stopped it.
-bool collectNames(Form42& form, const Enumerator& kind, HKEY key, std::string& names) {
+bool collectNames(Form42& form, const SubkeyEnumerator& kind, HKEY key, std::string& names) {
   ListBox& list = form.*kind.list;
   for (DWORD index = 0;; ++index) {
     if (kind.servesQueue) {
@@ -71,32 +65,38 @@ bool collectNames(Form42& form, const Enumerator& kind, HKEY key, std::string& n
   }
 }
 
-void enumerate(Form42& form, const Enumerator& kind, const std::string& hive,
-               const std::string& key, std::string& names, LONG& rc) {
+Enumeration enumerated(Form42& form, const SubkeyEnumerator& kind, HiveHandle root,
+                       const std::string& key) {
+  Enumeration result;
+  enumerateSubkeys(form, kind, root, key, result.names, result.rc);
+  return result;
+}
+
+}  // namespace
+
+void enumerateSubkeys(Form42& form, const SubkeyEnumerator& kind, HiveHandle root,
+                      const std::string& key, std::string& names, LONG& rc) {
   if (kind.clearsFirst) {
     (form.*kind.list).clear();
   }
-  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
-  if (handle == HiveHandle::Unknown) {
+  if (root == HiveHandle::Unknown) {
     rc = hiveRefused;
     return;
   }
-  OpenKey open(handle, key, kind.access);
+  OpenKey open(root, key, kind.access);
   if (!open.isOpen()) {
     rc = open.openStatus();
     return;
   }
   const bool isComplete = collectNames(form, kind, open.handle(), names);
-  if (isComplete || kind.atStop == AtStop::CloseNames) {
+  if (isComplete || kind.atStop == AtStop::ClosesNames) {
     closeNameList(names);
-  } else if (kind.atStop == AtStop::LeaveAllOpen) {
+  } else if (kind.atStop == AtStop::LeavesAllOpen) {
     open.abandon();
     return;
   }
   rc = open.close();
 }
-
-}  // namespace
 
 bool isStopAsked(const Form42& form) { return leadingNumber(form.Text2.text()) == 2; }
 
@@ -107,29 +107,12 @@ void closeNameList(std::string& names) {
   }
 }
 
-void fEnumKey(Form42& form, const std::string& hive, const std::string& key, std::string& names,
-              LONG& rc) {
-  enumerate(form, enumKey, hive, key, names, rc);
+Enumeration fEnumKey(Form42& form, HiveHandle root, const std::string& key) {
+  return enumerated(form, enumKey, root, key);
 }
 
-void fEnumKeyno(Form42& form, const std::string& hive, const std::string& key, std::string& names,
-                LONG& rc) {
-  enumerate(form, enumKeyno, hive, key, names, rc);
-}
-
-void fEnumKey1(Form42& form, const std::string& hive, const std::string& key, std::string& names,
-               LONG& rc) {
-  enumerate(form, enumKey1, hive, key, names, rc);
-}
-
-void fEnumKey5(Form42& form, const std::string& hive, const std::string& key, std::string& names,
-               LONG& rc) {
-  enumerate(form, enumKey5, hive, key, names, rc);
-}
-
-void fEnumKey6(Form42& form, const std::string& hive, const std::string& key, std::string& names,
-               LONG& rc) {
-  enumerate(form, enumKey6, hive, key, names, rc);
+Enumeration fEnumKey1(Form42& form, HiveHandle root, const std::string& key) {
+  return enumerated(form, enumKey1, root, key);
 }
 
 }  // namespace zelvreg

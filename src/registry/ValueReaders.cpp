@@ -1,4 +1,4 @@
-// The two older readers of RegistryValues.h, which also understand INI files.
+// The older reader of RegistryValues.h, which also understands INI files.
 #include <array>
 #include <cstring>
 
@@ -60,17 +60,6 @@ LONG readBoolean(HKEY key, const std::string& valueName, Variant& result) {
   return status;
 }
 
-LONG readNumber(HKEY key, const std::string& valueName, Variant& result) {
-  std::array<BYTE, 32> data{};
-  const LONG status = readBytes(key, valueName, data);
-  if (status == ERROR_SUCCESS) {
-    std::int32_t number = 0;
-    std::memcpy(&number, data.data(), sizeof(number));
-    result = number;
-  }
-  return status;
-}
-
 LONG readKind(HKEY key, const std::string& valueName, const std::string& kind, Variant& result) {
   if (kind == "S") {
     return readString(key, valueName, result);
@@ -84,62 +73,18 @@ LONG readKind(HKEY key, const std::string& valueName, const std::string& kind, V
   return ERROR_SUCCESS;
 }
 
-void listIniSection(const std::string& file, const std::string& section, std::string& pairs,
-                    LONG& rc) {
-  std::array<char16_t, 8192> buffer;
-  const DWORD length = GetPrivateProfileSectionW(
-      Wide(section).get(), roomIn(buffer), static_cast<DWORD>(buffer.size()), Wide(file).get());
-  pairs = utf8({buffer.data(), length});
-  rc = static_cast<LONG>(length);
-}
-
-// Appends "name=data" with its NUL for the types that have a text. The answer of the reading.
-LONG appendPair(HKEY key, const std::string& name, DWORD type, DWORD size, std::string& pairs) {
-  if (type == REG_SZ) {
-    ValueData data;
-    const LONG status = data.read(key, name);
-    if (status == ERROR_SUCCESS) {
-      pairs.append(name).append("=").append(utf8(data.units()));
-    }
-    return status;
-  }
-  if (type == REG_DWORD || (type == REG_BINARY && size < 3)) {
-    Variant number;
-    const LONG status = readNumber(key, name, number);
-    if (status == ERROR_SUCCESS) {
-      pairs.append(name).append("=").append(textOf(number)).push_back('\0');
-    }
-    return status;
-  }
-  return ERROR_SUCCESS;
-}
-
-// The code of the reading that failed, or success when the walk came to its end or was stopped.
-LONG collectPairs(Form42& form, HKEY key, std::string& pairs) {
-  for (DWORD index = 0; !isStopAsked(form); ++index) {
-    std::array<char16_t, 2048> buffer;
-    auto nameSize = static_cast<DWORD>(buffer.size());
-    DWORD size = 2048;
-    DWORD type = REG_NONE;
-    if (RegEnumValueW(key, index, roomIn(buffer), &nameSize, nullptr, &type, nullptr, &size) !=
-        ERROR_SUCCESS) {
-      closeNameList(pairs);
-      return ERROR_SUCCESS;
-    }
-    const std::string name = utf8({buffer.data(), nameSize});
-    if (const LONG status = appendPair(key, name, type, size, pairs); status != ERROR_SUCCESS) {
-      return status;
-    }
-    form.Label3.caption = name;
-    form.Label3.refresh();
-    if (!trim(name).empty()) {
-      form.List1.add(trim(name));
-    }
-  }
-  return ERROR_SUCCESS;
-}
-
 }  // namespace
+
+LONG readNumber(HKEY key, const std::string& valueName, Variant& result) {
+  std::array<BYTE, 32> data{};
+  const LONG status = readBytes(key, valueName, data);
+  if (status == ERROR_SUCCESS) {
+    std::int32_t number = 0;
+    std::memcpy(&number, data.data(), sizeof(number));
+    result = number;
+  }
+  return status;
+}
 
 void fReadValue(const std::string& hive, const std::string& key, const std::string& valueName,
                 const std::string& kind, const Variant& fallback, Variant& result, LONG& rc) {
@@ -159,30 +104,6 @@ void fReadValue(const std::string& hive, const std::string& key, const std::stri
     return;
   }
   rc = readKind(open.handle(), valueName, upperCase(kind), result);
-  if (rc != ERROR_SUCCESS) {
-    open.abandon();
-    return;
-  }
-  rc = open.close();
-}
-
-void fEnumValue_old(Form42& form, const std::string& hive, const std::string& key,
-                    std::string& pairs, LONG& rc) {
-  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
-  if (handle == HiveHandle::Unknown) {
-    rc = hiveRefused;
-    return;
-  }
-  if (handle == HiveHandle::hINI) {
-    listIniSection(hive, key, pairs, rc);
-    return;
-  }
-  OpenKey open(handle, key, workOn64BitView);
-  rc = open.openStatus();
-  if (!open.isOpen()) {
-    return;
-  }
-  rc = collectPairs(form, open.handle(), pairs);
   if (rc != ERROR_SUCCESS) {
     open.abandon();
     return;

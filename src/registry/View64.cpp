@@ -2,13 +2,10 @@
 
 #include <functional>
 #include <optional>
-#include <vector>
+#include <utility>
 
 #include "form/Form42.h"
 #include "keys/Deletion.h"
-#include "keys/RootHandles.h"
-#include "keys/StdRegProv.h"
-#include "registry/Hives.h"
 
 namespace zelvreg {
 namespace {
@@ -30,39 +27,27 @@ ProviderArchitecture trueView(const Form42& form) {
   return form.Is64BitOS ? ProviderArchitecture::Bits64 : ProviderArchitecture::Bits32;
 }
 
-void listValueNames(Form42& form, const std::string& hive, const std::string& key, ListBox& list) {
-  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
-  std::optional<std::vector<std::string>> names;
-  std::vector<DWORD> types;
-  const LONG status = ask(form, trueView(form), [&](StdRegProv& provider) {
-    return provider.enumValues(handle, key, names, types);
-  });
-  if (status != ERROR_SUCCESS || !names) {
-    return;
-  }
-  for (const std::string& name : *names) {
+void listValueNames(Form42& form, HiveHandle root, const std::string& key, ListBox& list) {
+  for (const std::string& name : valueNames(form, trueView(form), root, key)) {
     list.add(name);
   }
 }
 
 }  // namespace
 
-void fEnumValue(Form42& form, const std::string& hive, const std::string& key,
-                std::string& /*values*/, LONG& /*rc*/) {
-  listValueNames(form, hive, key, form.List1);
+void fEnumValue(Form42& form, HiveHandle root, const std::string& key) {
+  listValueNames(form, root, key, form.List1);
 }
 
-void fEnumValue4(Form42& form, const std::string& hive, const std::string& key,
-                 std::string& /*values*/, LONG& /*rc*/) {
-  listValueNames(form, hive, key, form.List7);
+void fEnumValue4(Form42& form, HiveHandle root, const std::string& key) {
+  listValueNames(form, root, key, form.List7);
 }
 
-std::string GetKeyValue64(Form42& form, const std::string& hive, const std::string& key,
+std::string GetKeyValue64(Form42& form, HiveHandle root, const std::string& key,
                           const std::string& valueName) {
-  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
   std::string value;
   ask(form, trueView(form),
-      [&](StdRegProv& provider) { return provider.getStringValue(handle, key, valueName, value); });
+      [&](StdRegProv& provider) { return provider.getStringValue(root, key, valueName, value); });
   return value;
 }
 
@@ -75,32 +60,29 @@ std::string readSuiteColor(Form42& form) {
   return value;
 }
 
-void DeleteSubkeys2(Form42& form, HiveHandle hive, const std::string& key) {
+std::vector<std::string> subkeyNames(Form42& form, HiveHandle root, const std::string& key) {
   std::optional<std::vector<std::string>> names;
   ask(form, ProviderArchitecture::Default,
-      [&](StdRegProv& provider) { return provider.enumKey(hive, key, names); });
-  for (const std::string& name : names.value_or(std::vector<std::string>{})) {
+      [&](StdRegProv& provider) { return provider.enumKey(root, key, names); });
+  return names.value_or(std::vector<std::string>());
+}
+
+std::vector<std::string> valueNames(Form42& form, ProviderArchitecture view, HiveHandle root,
+                                    const std::string& key) {
+  std::optional<std::vector<std::string>> names;
+  std::vector<DWORD> types;
+  const LONG status = ask(form, view, [&](StdRegProv& provider) {
+    return provider.enumValues(root, key, names, types);
+  });
+  return status == ERROR_SUCCESS && names ? std::move(*names) : std::vector<std::string>();
+}
+
+void DeleteSubkeys2(Form42& form, HiveHandle hive, const std::string& key) {
+  for (const std::string& name : subkeyNames(form, hive, key)) {
     DeleteSubtree(hive, key + "\\" + name);
   }
   ask(form, ProviderArchitecture::Default,
       [&](StdRegProv& provider) { return provider.deleteKey(hive, key); });
-}
-
-void EnumerateKeys(Form42& form, HiveHandle hive, const std::string& key) {
-  std::optional<std::vector<std::string>> names;
-  ask(form, ProviderArchitecture::Default,
-      [&](StdRegProv& provider) { return provider.enumKey(hive, key, names); });
-  for (const std::string& name : names.value_or(std::vector<std::string>{})) {
-    EnumerateKeys(form, hive, key + "\\" + name);
-  }
-}
-
-void test(Form42& form, const std::string& hive, const std::string& key, LONG& /*rc*/) {
-  const HiveHandle handle = HiveFromShortName(hive, sharesOf(form));
-  std::optional<std::vector<std::string>> names;
-  std::vector<DWORD> types;
-  ask(form, ProviderArchitecture::Bits64,
-      [&](StdRegProv& provider) { return provider.enumValues(handle, key, names, types); });
 }
 
 }  // namespace zelvreg

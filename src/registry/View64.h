@@ -5,7 +5,9 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
+#include "keys/StdRegProv.h"
 #include "roots/Roots.h"
 
 namespace zelvreg {
@@ -13,28 +15,27 @@ namespace zelvreg {
 struct Form42;
 
 // Add the names of a key's named values to List1, or to List7; the caller clears. They report
-// nothing: `rc` stays as it was also when the key is missing, and callers rely on never seeing
-// their other spelling of a key tried.
-void fEnumValue(Form42& form, const std::string& hive, const std::string& key, std::string& values,
-                LONG& rc);
-void fEnumValue4(Form42& form, const std::string& hive, const std::string& key, std::string& values,
-                 LONG& rc);
+// nothing, also when the key is missing, and callers rely on never seeing their other spelling of a
+// key tried.
+void fEnumValue(Form42& form, HiveHandle root, const std::string& key);
+void fEnumValue4(Form42& form, HiveHandle root, const std::string& key);
 
 // The text of a value; empty when it cannot be read. An empty name reads the default value.
-std::string GetKeyValue64(Form42& form, const std::string& hive, const std::string& key,
+std::string GetKeyValue64(Form42& form, HiveHandle root, const std::string& key,
                           const std::string& valueName);
 
 // The suite's setting of a color, its variables expanded, from the provider's default view.
 std::string readSuiteColor(Form42& form);
 
 // Deletes what lies under each subkey of `key`, then asks the provider to delete `key`, which it
-// refuses while the subkeys stand. The subkeys are listed in the provider's default view.
+// refuses while there are subkeys. They are listed in the provider's default view.
 void DeleteSubkeys2(Form42& form, HiveHandle hive, const std::string& key);
 
-// Walks all keys below one and does nothing with them.
-void EnumerateKeys(Form42& form, HiveHandle hive, const std::string& key);
-// Reads the names of a key's values in the 64-bit view and drops them; `rc` stays.
-void test(Form42& form, const std::string& hive, const std::string& key, LONG& rc);
+// Names through the provider; none when they cannot be read. Subkeys are listed in the provider's
+// default view.
+std::vector<std::string> subkeyNames(Form42& form, HiveHandle root, const std::string& key);
+std::vector<std::string> valueNames(Form42& form, ProviderArchitecture view, HiveHandle root,
+                                    const std::string& key);
 
 }  // namespace zelvreg
 

@@ -104,7 +104,7 @@ class Seeker {
 
   // The merged classes root shows the user's before the computer's.
   [[nodiscard]] std::optional<RecordPlace> seek(const NamedPlace& named) const {
-    for (const TruePlace& key : possiblePlaces(hiveOf(named), keyOf(named), Views::True)) {
+    for (const TruePlace& key : possiblePlaces(rootOf(named), keyOf(named), Views::True)) {
       const RecordPlace place = placeIn(key, named);
       const bool isFound =
           hasText(named) ? registry.hasValue(key, place.value.value_or(u"")) : registry.hasKey(key);
@@ -118,8 +118,8 @@ class Seeker {
  private:
   static bool hasText(const NamedPlace& named) { return named.names != Names::EmptyKey; }
 
-  [[nodiscard]] HiveHandle hiveOf(const NamedPlace& named) const {
-    return named.hive == nullptr ? rootOfRow(form, row) : HiveFromShortName(named.hive);
+  [[nodiscard]] HiveHandle rootOf(const NamedPlace& named) const {
+    return named.root == rowsRoot ? rootOfRow(form, row) : named.root;
   }
 
   [[nodiscard]] std::string keyOf(const NamedPlace& named) const {
@@ -160,10 +160,6 @@ bool isSameRecord(const RecordPlace& first, const RecordPlace& second) {
   return isSameKey(first.key, second.key) && first.value.has_value() == second.value.has_value() &&
          (!first.value ||
           (!before(*first.value, *second.value) && !before(*second.value, *first.value)));
-}
-
-HiveHandle rootOfRow(const Form42& form, std::size_t row) {
-  return GetHiveHandle(form.View2.text(row, rootNameColumn));
 }
 
 std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& registry, std::size_t row,

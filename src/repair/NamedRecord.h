@@ -34,9 +34,6 @@ struct NamedRecord {
 std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& registry, std::size_t row,
                                        const RepairKind& kind);
 
-// The hive whose long name the row bears; Unknown for any other text.
-HiveHandle rootOfRow(const Form42& form, std::size_t row);
-
 }  // namespace zelvreg
 
 #endif

@@ -28,7 +28,7 @@ RepairPlan::RepairPlan(Form42& form) {
 
 // From the last row to the first, as the routines walk.
 void RepairPlan::addGroup(Form42& form, RegistryState& registry, std::span<const int> codes) {
-  std::string shortRoot;
+  HiveHandle root = HiveHandle::Unknown;
   for (std::size_t row = form.View2.count(); row > 0; --row) {
     const auto code =
         std::ranges::find_if(codes, [&](int candidate) { return isOfKind(form, row, candidate); });
@@ -36,8 +36,8 @@ void RepairPlan::addGroup(Form42& form, RegistryState& registry, std::span<const
       continue;
     }
     form.messages.doEvents();
-    shortRoot = shortRootName(form, row, *code, shortRoot);
-    plans.push_back(planRow(form, registry, row, *repairKind(*code), shortRoot));
+    root = rootOfSteps(form, row, *code, root);
+    plans.push_back(planRow(form, registry, row, *repairKind(*code), root));
     form.View2.setTag(row, plans.size());
   }
 }

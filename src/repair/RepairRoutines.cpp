@@ -17,12 +17,12 @@ namespace {
 std::int64_t rowCount(const Form42& form) { return static_cast<std::int64_t>(form.View2.count()); }
 
 // A row that is not there is passed over.
-void repairRow(Form42& form, const RepairKind& kind, std::int64_t index, std::string& shortRoot) {
+void repairRow(Form42& form, const RepairKind& kind, std::int64_t index, HiveHandle& root) {
   const auto row = static_cast<std::size_t>(index);
   if (index < 1 || !isOfKind(form, row, kind.code) || !form.View2.isChecked(row)) {
     return;
   }
-  const bool isGone = takeSteps(form, row, kind, shortRoot);
+  const bool isGone = takeSteps(form, row, kind, root);
   if (isGone || !form.safeguards.protects) {
     form.View2.remove(row);
   } else {
@@ -32,12 +32,12 @@ void repairRow(Form42& form, const RepairKind& kind, std::int64_t index, std::st
 
 // The test for the end stands at the bottom, so that an empty list has one turn that finds nothing.
 void repairKinds(Form42& form, std::initializer_list<const RepairKind*> kinds) {
-  std::string shortRoot;
+  HiveHandle root = HiveHandle::Unknown;
   std::int64_t index = rowCount(form);
   do {
     form.messages.doEvents();
     for (const RepairKind* kind : kinds) {
-      repairRow(form, *kind, index, shortRoot);
+      repairRow(form, *kind, index, root);
     }
     --index;
   } while (index > 0);
@@ -65,12 +65,12 @@ void deletehelpfiles2(Form42& form) {
 }
 
 void deletebadapppath(Form42& form) {
-  std::string shortRoot;
+  HiveHandle root = HiveHandle::Unknown;
   const std::int64_t count = rowCount(form);
   std::int64_t index = count > std::numeric_limits<std::int16_t>::max() ? 0 : count;
   do {
     form.messages.doEvents();
-    repairRow(form, *repairKind(3), index, shortRoot);
+    repairRow(form, *repairKind(3), index, root);
     --index;
   } while (index >= 1);
 }

@@ -62,33 +62,32 @@ class RowRepair {
 
   void call(const RepairStep& step, const StepTarget& target) {
     form.repairOutcome.hasBegun = true;
-    const HiveHandle hive = HiveFromShortName(target.hive);
     const std::string& key = target.key;
-    LONG rc = 0;
+    const std::string rootText(shortName(target.root));
     switch (step.step) {
       case Step::Grant:
         grant(target);
         break;
       case Step::DeleteValue:
-        fDeleteValue(target.hive, key, target.value, rc);
+        fDeleteValue(rootText, key, target.value);
         break;
       case Step::DeleteSubkey:
-        fDeleteKey(target.hive, key, target.value, rc);
+        fDeleteKey(rootText, key, target.value);
         break;
       case Step::DeleteKey:
-        form.keptStatus = RegDeleteKeyW(systemKey(hive), Wide(key).get());
+        form.keptStatus = RegDeleteKeyW(systemKey(target.root), Wide(key).get());
         break;
       case Step::DeleteTree:
-        DeleteRegistryTree(hive, key);
+        DeleteRegistryTree(target.root, key);
         break;
       case Step::DeleteByProvider:
-        DeleteSubkeys2(form, hive, key);
+        DeleteSubkeys2(form, target.root, key);
         break;
       case Step::DeleteIfKept:
-        SHDeleteKeyW(systemKey(hive), Wide(key).get());
+        SHDeleteKeyW(systemKey(target.root), Wide(key).get());
         break;
       case Step::EmptyDefault:
-        SetRegistryValue(hive, key, target.value, "");
+        SetRegistryValue(target.root, key, target.value, "");
         break;
     }
   }
@@ -98,8 +97,7 @@ class RowRepair {
     if (form.safeguards.protects && place) {
       held.emplace_back(place->hive, place->path);
     }
-    GrantKeyAccess(form, HiveFromShortName(target.hive), target.key,
-                   environmentVariable("UserName"));
+    GrantKeyAccess(form, target.root, target.key, environmentVariable("UserName"));
   }
 
   Form42& form;
@@ -109,19 +107,19 @@ class RowRepair {
 
 }  // namespace
 
-bool takeSteps(Form42& form, std::size_t row, const RepairKind& kind, std::string& shortRoot) {
-  shortRoot = shortRootName(form, row, kind.code, shortRoot);
+bool takeSteps(Form42& form, std::size_t row, const RepairKind& kind, HiveHandle& root) {
+  root = rootOfSteps(form, row, kind.code, root);
   const RowPlan* planned = form.repairPlan ? form.repairPlan->rowPlan(form, row) : nullptr;
   RowPlan own;
   if (planned == nullptr || planned->kind != &kind) {
     RegistryState registry;
-    own = planRow(form, registry, row, kind, shortRoot);
+    own = planRow(form, registry, row, kind, root);
     planned = &own;
   }
   {
     RowRepair repair(form, *planned);
     for (std::size_t index = 0; index < kind.steps.size(); ++index) {
-      repair.take(index, targetOf(form, row, kind.steps[index], shortRoot));
+      repair.take(index, targetOf(form, row, kind.steps[index], root));
     }
   }
   return planned->isGone(RegistryState());

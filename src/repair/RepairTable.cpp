@@ -4,6 +4,7 @@
 #include <array>
 
 #include "form/Form42.h"
+#include "keys/RootHandles.h"
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
 #include "text/Numbers.h"
@@ -30,127 +31,139 @@ constexpr FieldText extension{.before = fileExtensions, .field = Field::BadValue
 constexpr FieldText extensionNt{.before = fileExtensionsNt, .field = Field::BadValue};
 
 constexpr RepairStep fonts[] = {
-    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"),
-     location},
-    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows\\currentversion\\fonts"),
-     location},
+    {Step::DeleteValue, HiveHandle::LocalMachine,
+     fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"), location},
+    {Step::DeleteValue, HiveHandle::LocalMachine,
+     fixed("Software\\Microsoft\\windows\\currentversion\\fonts"), location},
 };
 constexpr RepairStep sharedDlls[] = {
-    {Step::DeleteValue, "HKLM",
+    {Step::DeleteValue, HiveHandle::LocalMachine,
      fixed("Software\\Microsoft\\windows nt\\currentversion\\shareddlls"), location},
-    {Step::DeleteValue, "HKLM", subKey, location},
+    {Step::DeleteValue, HiveHandle::LocalMachine, subKey, location},
 };
 // The key of an application path stays: what else its routine asks for converts a root's name to a
 // number, which fails before anything is called.
 constexpr RepairStep applicationPaths[] = {
-    {Step::DeleteValue, nullptr, subKey, badValue},
+    {Step::DeleteValue, rowsRoot, subKey, badValue},
 };
 constexpr RepairStep helpFiles[] = {
-    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows nt\\help"), badValue},
-    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows\\help"), badValue},
+    {Step::DeleteValue, HiveHandle::LocalMachine, fixed("Software\\Microsoft\\windows nt\\help"),
+     badValue},
+    {Step::DeleteValue, HiveHandle::LocalMachine, fixed("Software\\Microsoft\\windows\\help"),
+     badValue},
 };
 constexpr RepairStep htmlHelpFiles[] = {
-    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows nt\\HTML Help"), badValue},
-    {Step::DeleteValue, "HKLM", fixed("Software\\Microsoft\\windows\\HTML Help"), badValue},
+    {Step::DeleteValue, HiveHandle::LocalMachine,
+     fixed("Software\\Microsoft\\windows nt\\HTML Help"), badValue},
+    {Step::DeleteValue, HiveHandle::LocalMachine, fixed("Software\\Microsoft\\windows\\HTML Help"),
+     badValue},
 };
 constexpr FieldText defaultIcon{.field = Field::Location, .after = "\\defaulticon"};
 constexpr RepairStep icons[] = {
-    {Step::Grant, "HKCR", defaultIcon, {}},
-    {Step::DeleteSubkey, "HKCR", location, fixed("defaulticon")},
-    {Step::DeleteTree, "HKCR", defaultIcon, {}},
+    {Step::Grant, HiveHandle::ClassesRoot, defaultIcon, {}},
+    {Step::DeleteSubkey, HiveHandle::ClassesRoot, location, fixed("defaulticon")},
+    {Step::DeleteTree, HiveHandle::ClassesRoot, defaultIcon, {}},
 };
 constexpr RepairStep fileClasses[] = {
-    {Step::Grant, "HKCR", locationAsItIs, {}}, {Step::DeleteKey, "HKCR", subKey, {}},
-    {Step::DeleteTree, "HKCR", subKey, {}},    {Step::DeleteByProvider, "HKCR", subKey, {}},
-    {Step::DeleteIfKept, "HKCR", subKey, {}},
+    {Step::Grant, HiveHandle::ClassesRoot, locationAsItIs, {}},
+    {Step::DeleteKey, HiveHandle::ClassesRoot, subKey, {}},
+    {Step::DeleteTree, HiveHandle::ClassesRoot, subKey, {}},
+    {Step::DeleteByProvider, HiveHandle::ClassesRoot, subKey, {}},
+    {Step::DeleteIfKept, HiveHandle::ClassesRoot, subKey, {}},
 };
 constexpr RepairStep mediaTypes[] = {
-    {Step::Grant, "HKCR", locationAsItIs, {}},
-    {Step::DeleteValue, nullptr, subKeyAsItIs, badValue},
+    {Step::Grant, HiveHandle::ClassesRoot, locationAsItIs, {}},
+    {Step::DeleteValue, rowsRoot, subKeyAsItIs, badValue},
 };
 constexpr RepairStep servers[] = {
-    {Step::Grant, "HKCR", location, {}},
-    {Step::DeleteKey, "HKCR", subKeyAsItIs, {}},
-    {Step::DeleteValue, "HKCR", location, defaultValue},
-    {Step::EmptyDefault, "HKCR", location, defaultValue},
-    {Step::DeleteTree, "HKCR", location, {}},
+    {Step::Grant, HiveHandle::ClassesRoot, location, {}},
+    {Step::DeleteKey, HiveHandle::ClassesRoot, subKeyAsItIs, {}},
+    {Step::DeleteValue, HiveHandle::ClassesRoot, location, defaultValue},
+    {Step::EmptyDefault, HiveHandle::ClassesRoot, location, defaultValue},
+    {Step::DeleteTree, HiveHandle::ClassesRoot, location, {}},
 };
 // Of type libraries and of toolbox bitmaps.
 constexpr RepairStep defaultValues[] = {
-    {Step::DeleteValue, "HKCR", location, defaultValue},
+    {Step::DeleteValue, HiveHandle::ClassesRoot, location, defaultValue},
 };
 constexpr RepairStep firewallRules[] = {
-    {Step::DeleteValue, "HKLM",
+    {Step::DeleteValue, HiveHandle::LocalMachine,
      fixed("SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\"
            "FirewallRules"),
      badValue},
 };
 constexpr RepairStep userClasses[] = {
-    {Step::DeleteValue, "HKCU", subKey, badValue},
+    {Step::DeleteValue, HiveHandle::CurrentUser, subKey, badValue},
 };
 constexpr RepairStep usersClasses[] = {
-    {Step::DeleteValue, "HKU", subKey, badValue},
+    {Step::DeleteValue, HiveHandle::Users, subKey, badValue},
 };
 constexpr RepairStep machineClasses[] = {
-    {Step::DeleteValue, "HKLM", subKey, badValue},
+    {Step::DeleteValue, HiveHandle::LocalMachine, subKey, badValue},
 };
 constexpr RepairStep snapIns[] = {
-    {Step::DeleteValue, "HKLM", subKeyAsItIs, fixed("HelpTopic")},
-    {Step::DeleteValue, "HKLM", subKeyAsItIs, fixed("LinkedHelpTopics")},
+    {Step::DeleteValue, HiveHandle::LocalMachine, subKeyAsItIs, fixed("HelpTopic")},
+    {Step::DeleteValue, HiveHandle::LocalMachine, subKeyAsItIs, fixed("LinkedHelpTopics")},
 };
 constexpr RepairStep joinedHelpFiles[] = {
-    {Step::DeleteValue, "HKLM", subKeyAsItIs, badValueAsItIs},
+    {Step::DeleteValue, HiveHandle::LocalMachine, subKeyAsItIs, badValueAsItIs},
 };
 constexpr FieldText helpFolder{.field = Field::SubKey, .isTrimmed = false, .after = "\\HELPDIR"};
 // The tree is named by the location, which is a path: it is hardly ever a key.
 constexpr RepairStep helpFolders[] = {
-    {Step::Grant, "HKCR", helpFolder, {}},
-    {Step::DeleteKey, "HKCR", helpFolder, {}},
-    {Step::DeleteTree, "HKCR", {.field = Field::Location, .after = "\\HELPDIR"}, {}},
+    {Step::Grant, HiveHandle::ClassesRoot, helpFolder, {}},
+    {Step::DeleteKey, HiveHandle::ClassesRoot, helpFolder, {}},
+    {Step::DeleteTree,
+     HiveHandle::ClassesRoot,
+     {.field = Field::Location, .after = "\\HELPDIR"},
+     {}},
 };
 constexpr RepairStep libraryReferences[] = {
-    {Step::Grant, "HKCR", subKeyAsItIs, {}},
-    {Step::DeleteKey, "HKCR", subKeyAsItIs, {}},
-    {Step::DeleteTree, "HKCR", subKey, {}},
+    {Step::Grant, HiveHandle::ClassesRoot, subKeyAsItIs, {}},
+    {Step::DeleteKey, HiveHandle::ClassesRoot, subKeyAsItIs, {}},
+    {Step::DeleteTree, HiveHandle::ClassesRoot, subKey, {}},
 };
 constexpr RepairStep extensions[] = {
-    {Step::Grant, "HKCU", extension, {}},      {Step::Grant, "HKCU", extension, {}},
-    {Step::DeleteKey, "HKCU", extension, {}},  {Step::DeleteKey, "HKCU", extensionNt, {}},
-    {Step::DeleteTree, "HKCU", extension, {}}, {Step::DeleteTree, "HKCU", extension, {}},
+    {Step::Grant, HiveHandle::CurrentUser, extension, {}},
+    {Step::Grant, HiveHandle::CurrentUser, extension, {}},
+    {Step::DeleteKey, HiveHandle::CurrentUser, extension, {}},
+    {Step::DeleteKey, HiveHandle::CurrentUser, extensionNt, {}},
+    {Step::DeleteTree, HiveHandle::CurrentUser, extension, {}},
+    {Step::DeleteTree, HiveHandle::CurrentUser, extension, {}},
 };
 constexpr RepairStep emptyRecords[] = {
-    {Step::Grant, "HKLM", subKey, {}},
-    {Step::DeleteKey, "HKLM", subKey, {}},
-    {Step::DeleteTree, "HKLM", subKey, {}},
+    {Step::Grant, HiveHandle::LocalMachine, subKey, {}},
+    {Step::DeleteKey, HiveHandle::LocalMachine, subKey, {}},
+    {Step::DeleteTree, HiveHandle::LocalMachine, subKey, {}},
 };
 constexpr RepairStep recordValues[] = {
-    {Step::Grant, "HKLM", subKey, {}},
-    {Step::DeleteValue, nullptr, subKeyAsItIs, badValue},
+    {Step::Grant, HiveHandle::LocalMachine, subKey, {}},
+    {Step::DeleteValue, rowsRoot, subKeyAsItIs, badValue},
 };
 // Of startup programs and of the MUI cache.
 constexpr RepairStep namedValues[] = {
-    {Step::DeleteValue, nullptr, subKeyAsItIs, badValue},
+    {Step::DeleteValue, rowsRoot, subKeyAsItIs, badValue},
 };
 constexpr RepairStep recentValues[] = {
-    {Step::DeleteValue, "HKCU", subKeyAsItIs, badValue},
+    {Step::DeleteValue, HiveHandle::CurrentUser, subKeyAsItIs, badValue},
 };
 
 // --- What the findings name. ---
 
-constexpr NamedPlace value(const char* hive, FieldText key, FieldText name,
+constexpr NamedPlace value(HiveHandle root, FieldText key, FieldText name,
                            Doubt doubt = Doubt::None) {
   return {
-      .names = Names::Value, .hive = hive, .key = key, .below = {}, .value = name, .doubt = doubt};
+      .names = Names::Value, .root = root, .key = key, .below = {}, .value = name, .doubt = doubt};
 }
 // Of two values the scan judges the first that is not blank.
 constexpr NamedPlace textualValue(FieldText key, FieldText name, Doubt doubt = Doubt::None) {
-  NamedPlace place = value("HKLM", key, name, doubt);
+  NamedPlace place = value(HiveHandle::LocalMachine, key, name, doubt);
   place.isBlankPassedOver = true;
   return place;
 }
-constexpr NamedPlace wholeKey(Names names, const char* hive, FieldText key) {
+constexpr NamedPlace wholeKey(Names names, HiveHandle root, FieldText key) {
   return {.names = names,
-          .hive = hive,
+          .root = root,
           .key = key,
           .below = {},
           .value = {},
@@ -158,21 +171,22 @@ constexpr NamedPlace wholeKey(Names names, const char* hive, FieldText key) {
 }
 
 constexpr NamedPlace namedFont[] = {
-    value("HKLM", fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"), locationAsItIs),
+    value(HiveHandle::LocalMachine, fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"),
+          locationAsItIs),
 };
 // A list's row may bear the key of the other list, which the scan walks behind it.
 constexpr NamedPlace namedSharedDll[] = {
-    value("HKLM", subKeyAsItIs, locationAsItIs),
-    value("HKLM", fixed(scannedKeys::sharedDlls), locationAsItIs),
-    value("HKLM", fixed(scannedKeys::sharedDlls32), locationAsItIs),
+    value(HiveHandle::LocalMachine, subKeyAsItIs, locationAsItIs),
+    value(HiveHandle::LocalMachine, fixed(scannedKeys::sharedDlls), locationAsItIs),
+    value(HiveHandle::LocalMachine, fixed(scannedKeys::sharedDlls32), locationAsItIs),
 };
-constexpr NamedPlace namedValue[] = {value(nullptr, subKeyAsItIs, badValueAsItIs)};
+constexpr NamedPlace namedValue[] = {value(rowsRoot, subKeyAsItIs, badValueAsItIs)};
 // A value whose own text was judged.
 constexpr NamedPlace namedReference[] = {
-    value(nullptr, subKeyAsItIs, badValueAsItIs, Doubt::ThereByNow),
+    value(rowsRoot, subKeyAsItIs, badValueAsItIs, Doubt::ThereByNow),
 };
 constexpr NamedPlace namedProgram[] = {{.names = Names::Value,
-                                        .hive = nullptr,
+                                        .root = rowsRoot,
                                         .key = subKeyAsItIs,
                                         .below = badValueAsItIs,
                                         .value = defaultValue}};
@@ -185,27 +199,28 @@ constexpr NamedPlace namedSnapIn[] = {
     textualValue(subKeyAsItIs, fixed("LinkedHelpTopics"), Doubt::ThereByNow),
 };
 constexpr NamedPlace namedIcon[] = {
-    wholeKey(Names::KeyOfDeadText, "HKCR",
+    wholeKey(Names::KeyOfDeadText, HiveHandle::ClassesRoot,
              {.field = Field::Location, .isTrimmed = false, .after = "\\defaulticon"}),
 };
 constexpr NamedPlace namedClassKey[] = {
-    wholeKey(Names::KeyOfDeadText, nullptr, subKeyAsItIs),
+    wholeKey(Names::KeyOfDeadText, rowsRoot, subKeyAsItIs),
 };
-constexpr NamedPlace namedEmptyKey[] = {wholeKey(Names::EmptyKey, nullptr, subKeyAsItIs)};
-constexpr NamedPlace namedDefault[] = {value("HKCR", locationAsItIs, defaultValue)};
+constexpr NamedPlace namedEmptyKey[] = {wholeKey(Names::EmptyKey, rowsRoot, subKeyAsItIs)};
+constexpr NamedPlace namedDefault[] = {
+    value(HiveHandle::ClassesRoot, locationAsItIs, defaultValue)};
 constexpr NamedPlace namedRule[] = {
-    value(nullptr, subKeyAsItIs, badValueAsItIs, Doubt::RuleBefore),
+    value(rowsRoot, subKeyAsItIs, badValueAsItIs, Doubt::RuleBefore),
 };
 constexpr NamedPlace namedValueOfUsers[] = {
-    value(nullptr, subKeyAsItIs, badValueAsItIs, Doubt::OthersVariables),
+    value(rowsRoot, subKeyAsItIs, badValueAsItIs, Doubt::OthersVariables),
 };
 constexpr NamedPlace namedHelpFolder[] = {
-    wholeKey(Names::KeyOfDeadText, nullptr, helpFolder),
+    wholeKey(Names::KeyOfDeadText, rowsRoot, helpFolder),
 };
 constexpr NamedPlace namedExtension[] = {
-    wholeKey(Names::EmptyKey, "HKCU",
+    wholeKey(Names::EmptyKey, HiveHandle::CurrentUser,
              {.before = fileExtensions, .field = Field::BadValue, .isTrimmed = false}),
-    wholeKey(Names::EmptyKey, "HKCU",
+    wholeKey(Names::EmptyKey, HiveHandle::CurrentUser,
              {.before = fileExtensionsNt, .field = Field::BadValue, .isTrimmed = false}),
 };
 
@@ -282,14 +297,17 @@ std::string textFor(const Form42& form, std::size_t row, const FieldText& text) 
   return result + text.after;
 }
 
-std::string shortRootName(const Form42& form, std::size_t row, int code,
-                          const std::string& before) {
-  const std::string& root = form.View2.text(row, rootNameColumn);
+HiveHandle rootOfRow(const Form42& form, std::size_t row) {
+  return GetHiveHandle(form.View2.text(row, rootNameColumn));
+}
+
+HiveHandle rootOfSteps(const Form42& form, std::size_t row, int code, HiveHandle before) {
   constexpr int mediaType = 771;
-  if (code == mediaType) {
-    return root == "HKEY_CLASSES_ROOT" ? "HKCR" : before;
-  }
-  return root == "HKEY_LOCAL_MACHINE" ? "HKLM" : root == "HKEY_CURRENT_USER" ? "HKCU" : before;
+  const HiveHandle root = rootOfRow(form, row);
+  const bool isKnown = code == mediaType
+                           ? root == HiveHandle::ClassesRoot
+                           : root == HiveHandle::LocalMachine || root == HiveHandle::CurrentUser;
+  return isKnown ? root : before;
 }
 
 bool isOfKind(const Form42& form, std::size_t row, int code) {

@@ -33,10 +33,12 @@ struct FieldText {
   const char* after = "";
 };
 
-// `hive` is the short name of a hive; null stands for the short name of the row's own root.
+// In the place of a root: the one that the row bears.
+inline constexpr HiveHandle rowsRoot = HiveHandle::Unknown;
+
 struct RepairStep {
   Step step;
-  const char* hive;
+  HiveHandle root;
   FieldText key;
   FieldText value;
 };
@@ -56,11 +58,10 @@ enum class Doubt : std::uint8_t {
   RuleBefore,       // a firewall rule without a path was judged by that of the rule before it
 };
 
-// `hive` as above, but for a row of any root. The key is `key`, then `below` behind a backslash if
-// there is one.
+// The key is `key`, then a backslash and `below` if there is one.
 struct NamedPlace {
   Names names;
-  const char* hive;
+  HiveHandle root;
   FieldText key;
   FieldText below;
   FieldText value;
@@ -94,9 +95,13 @@ NamedPlaces namedPlaces(const Form42& form, std::size_t row, const RepairKind& k
 // The text for row `row` of View2.
 std::string textFor(const Form42& form, std::size_t row, const FieldText& text);
 
-// "HKLM", "HKCU" or "HKCR" for the row's root where the routine knows it, else `before`: the text
-// of the row before it stands.
-std::string shortRootName(const Form42& form, std::size_t row, int code, const std::string& before);
+// The root whose long name the row bears; Unknown for any other text.
+HiveHandle rootOfRow(const Form42& form, std::size_t row);
+
+// The same for the steps of a routine, which know only the computer's root and the current user's,
+// or that of the classes for media types. A row of another root is taken for one of `before`, which
+// is that of the row before.
+HiveHandle rootOfSteps(const Form42& form, std::size_t row, int code, HiveHandle before);
 
 // Whether a row is of this kind: its code is compared as a number.
 bool isOfKind(const Form42& form, std::size_t row, int code);

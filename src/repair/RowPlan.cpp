@@ -109,13 +109,12 @@ StepPlan planStep(const Form42& form, const RegistryState& registry,
   if (!form.safeguards.protects) {
     return plan;
   }
-  const HiveHandle hive = HiveFromShortName(target.hive);
   const std::string path = deletedKey(step, target);
-  if (deletesKey(step.step) && isProtectedKey(hive, path)) {
+  if (deletesKey(step.step) && isProtectedKey(target.root, path)) {
     // What is no root is judged as the computer's.
-    const HiveHandle root = hive == HiveHandle::Unknown ? HiveHandle::LocalMachine : hive;
-    plan.leftAlone.push_back(
-        {std::string(longName(root)) + "\\" + path, "records of other programs lie in it"});
+    const HiveHandle root =
+        target.root == HiveHandle::Unknown ? HiveHandle::LocalMachine : target.root;
+    plan.leftAlone.push_back({keyPath(root, path), "records of other programs lie in it"});
     return plan;
   }
   const Judge judge(form, registry, named ? &*named : nullptr);
@@ -129,7 +128,7 @@ StepPlan planStep(const Form42& form, const RegistryState& registry,
 }
 
 RowPlan planRow(Form42& form, RegistryState& registry, std::size_t row, const RepairKind& kind,
-                const std::string& shortRoot) {
+                HiveHandle root) {
   RowPlan plan;
   plan.kind = &kind;
   plan.named = namedRecord(form, registry, row, kind);
@@ -139,7 +138,7 @@ RowPlan planRow(Form42& form, RegistryState& registry, std::size_t row, const Re
   }
   std::vector<std::optional<TruePlace>> granted;
   for (const RepairStep& step : kind.steps) {
-    const StepTarget target = targetOf(form, row, step, shortRoot);
+    const StepTarget target = targetOf(form, row, step, root);
     const bool isGrant = step.step == Step::Grant;
     granted.push_back(isGrant ? reachOfGrant(registry, target) : std::nullopt);
     plan.steps.push_back(isGrant ? StepPlan() : planStep(form, registry, plan.named, step, target));

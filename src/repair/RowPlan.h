@@ -44,7 +44,7 @@ struct RowPlan {
 // Judges all steps of a row of this kind, each in the state that those before it leave, and notes
 // in `registry` what will be gone. Where the form does not protect, everything is allowed.
 RowPlan planRow(Form42& form, RegistryState& registry, std::size_t row, const RepairKind& kind,
-                const std::string& shortRoot);
+                HiveHandle root);
 
 // One step once more, in the state that there is now.
 StepPlan planStep(const Form42& form, const RegistryState& registry,

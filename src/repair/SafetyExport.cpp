@@ -15,19 +15,18 @@ namespace zelvreg {
 namespace {
 
 void addStep(ExportPlan& plan, const RepairStep& step, const StepTarget& target) {
-  const HiveHandle hive = HiveFromShortName(target.hive);
   switch (step.step) {
     case Step::Grant:
-      plan.addSecurity(hive, target.key);
+      plan.addSecurity(target.root, target.key);
       break;
     case Step::DeleteValue:
-      plan.addValue(hive, target.key, target.value);
+      plan.addValue(target.root, target.key, target.value);
       break;
     case Step::EmptyDefault:
-      plan.addDefault(hive, target.key);
+      plan.addDefault(target.root, target.key);
       break;
     default:
-      plan.addTree(hive, deletedKey(step, target));
+      plan.addTree(target.root, deletedKey(step, target));
       break;
   }
 }

@@ -58,9 +58,8 @@ std::vector<RecordPlace> value(const RegistryState& registry, const Reach& reach
 
 }  // namespace
 
-StepTarget targetOf(const Form42& form, std::size_t row, const RepairStep& step,
-                    const std::string& shortRoot) {
-  return {.hive = step.hive == nullptr ? shortRoot : step.hive,
+StepTarget targetOf(const Form42& form, std::size_t row, const RepairStep& step, HiveHandle root) {
+  return {.root = step.root == rowsRoot ? root : step.root,
           .key = textFor(form, row, step.key),
           .value = textFor(form, row, step.value)};
 }
@@ -77,7 +76,7 @@ std::string deletedKey(const RepairStep& step, const StepTarget& target) {
 std::vector<RecordPlace> reachOf(const RegistryState& registry, const RepairStep& step,
                                  const StepTarget& target) {
   const auto reach = [&](Views view) {
-    return reachInView(registry, HiveFromShortName(target.hive), deletedKey(step, target), view);
+    return reachInView(registry, target.root, deletedKey(step, target), view);
   };
   switch (step.step) {
     case Step::DeleteValue:
@@ -101,7 +100,7 @@ std::vector<RecordPlace> reachOf(const RegistryState& registry, const RepairStep
 }
 
 std::optional<TruePlace> reachOfGrant(const RegistryState& registry, const StepTarget& target) {
-  return reachInView(registry, HiveFromShortName(target.hive), target.key, Views::True).key;
+  return reachInView(registry, target.root, target.key, Views::True).key;
 }
 
 }  // namespace zelvreg

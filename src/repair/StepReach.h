@@ -11,14 +11,13 @@
 
 namespace zelvreg {
 
-// The texts that a step of a row works on.
+// What a step of a row works on.
 struct StepTarget {
-  std::string hive;  // short name
+  HiveHandle root = HiveHandle::Unknown;
   std::string key;
   std::string value;
 };
-StepTarget targetOf(const Form42& form, std::size_t row, const RepairStep& step,
-                    const std::string& shortRoot);
+StepTarget targetOf(const Form42& form, std::size_t row, const RepairStep& step, HiveHandle root);
 
 // Whether a step deletes keys, and the path of the key that it deletes.
 bool deletesKey(Step step);

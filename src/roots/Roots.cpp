@@ -1,5 +1,7 @@
 #include "roots/Roots.h"
 
+#include <type_traits>
+
 namespace zelvreg {
 namespace {
 
@@ -22,6 +24,10 @@ HiveHandle rootWhose(std::string_view Root::*member, Text name) {
 }
 
 }  // namespace
+
+std::string keyPath(HiveHandle root, std::string_view key) {
+  return std::string(longName(root)).append("\\").append(key);
+}
 
 HiveHandle rootWithLongName(std::string_view name) { return rootWhose(&Root::name, name); }
 

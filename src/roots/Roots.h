@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace zelvreg {
@@ -67,6 +68,9 @@ constexpr std::string_view shortName(HiveHandle hive) {
   const auto* found = std::ranges::find(roots, hive, &Root::hive);
   return found == roots.end() ? std::string_view() : found->shortName;
 }
+
+// The whole path of a key, with the long name of its root.
+std::string keyPath(HiveHandle root, std::string_view key);
 
 // The root with this name in any case; Unknown for any other text.
 HiveHandle rootWithLongName(std::string_view name);

@@ -76,4 +76,6 @@ constexpr std::array<Category, 16> table{{
 
 std::span<const Category, 16> categories() { return table; }
 
+const Category& categoryAt(std::size_t row) { return table[row - 1]; }
+
 }  // namespace zelvreg

@@ -3,6 +3,7 @@
 #define ZELVREG_SCAN_CATEGORY_TABLE_H
 
 #include <array>
+#include <cstddef>
 #include <span>
 #include <string_view>
 
@@ -26,6 +27,7 @@ struct Category {
 
 // Row n is the element n - 1.
 std::span<const Category, 16> categories();
+const Category& categoryAt(std::size_t row);
 
 // The columns of View1.
 inline constexpr std::size_t descriptionColumn = 1;

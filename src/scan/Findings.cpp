@@ -89,6 +89,10 @@ std::string rowCountText(const Form42& form) {
 
 void storeRowCount(Form42& form) { form.Text1.setText(rowCountText(form)); }
 
+void showCaption(Form42& form, std::size_t row) {
+  form.Label4.caption = std::string(categoryAt(row).caption);
+}
+
 void showProblems(Form42& form, std::size_t row, std::int64_t count) {
   form.View1.setText(row, problemsColumn, decimal(count));
 }

@@ -16,8 +16,8 @@ struct Finding {
   std::string_view location;  // the entry itself
   std::string_view badValue;  // the dead data
   std::string_view kindCode;  // selects the repair
-  std::string_view rootName;  // long name of the hive
-  std::string_view subKey;    // path of the key below the hive
+  std::string_view rootName;  // long name of the root
+  std::string_view subKey;    // path of the key below the root
   std::string_view iconKey;   // key in ImageList1; one that it does not hold leaves no icon
 };
 
@@ -71,6 +71,9 @@ std::string rowCountText(const Form42& form);
 
 // Stores it where the next scanner reads it.
 void storeRowCount(Form42& form);
+
+// Shows in Label4 what a category row tests.
+void showCaption(Form42& form, std::size_t row);
 
 // Puts a count into the "# Problems" cell of a category row.
 void showProblems(Form42& form, std::size_t row, std::int64_t count);

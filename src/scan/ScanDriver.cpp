@@ -92,7 +92,7 @@ void testRow(Form42& form, std::size_t row, const Category& category) {
 void testRows(Form42& form) {
   for (std::size_t row = 1; row <= categories().size() && !isStopAsked(form); ++row) {
     if (form.View1.isChecked(row)) {
-      testRow(form, row, categories()[row - 1]);
+      testRow(form, row, categoryAt(row));
     }
   }
 }
@@ -134,7 +134,7 @@ void runScan(Form42& form) {
 
 void saveSelection(const Form42& form) {
   for (std::size_t row = 1; row <= categories().size(); ++row) {
-    keepSetting(settings::selection, std::string(categories()[row - 1].valueName),
+    keepSetting(settings::selection, std::string(categoryAt(row).valueName),
                 form.View1.isChecked(row) ? "1" : "0");
   }
 }
@@ -142,7 +142,7 @@ void saveSelection(const Form42& form) {
 void restoreSelection(Form42& form) {
   for (std::size_t row = 1; row <= categories().size(); ++row) {
     const std::string text =
-        readSetting(settings::selection, std::string(categories()[row - 1].valueName));
+        readSetting(settings::selection, std::string(categoryAt(row).valueName));
     form.View1.setChecked(row, leadingNumber(text) == 1);
   }
 }

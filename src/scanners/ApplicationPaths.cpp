@@ -3,6 +3,7 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -22,15 +23,15 @@ struct Scan {
 
 // `listed` is what List2 gets in front of the finding: the name of the entry under walk.
 void add(Scan& scan, const std::string& listed, std::string_view location,
-         std::string_view badValue, const char* rootName, std::string_view subKey) {
+         std::string_view badValue, HiveHandle root, std::string_view subKey) {
   scan.form.List2.add(listed);
   addRow(scan.form, scan.run,
          {.location = location,
           .badValue = badValue,
           .kindCode = "3",
-          .rootName = rootName,
+          .rootName = longName(root),
           .subKey = subKey,
-          .iconKey = "c"});
+          .iconKey = categoryAt(categoryRow).icon});
   countInTotal(scan.form);
 }
 
@@ -63,9 +64,11 @@ constexpr AppPathsList wow64List{
 };
 
 std::string readProgram(const Scan& scan, const AppPathsList& list, const std::string& keyName) {
-  std::string path = GetKeyValue64(scan.form, "HKLM", std::string(list.key) + "\\" + keyName, "");
+  std::string path = GetKeyValue64(scan.form, HiveHandle::LocalMachine,
+                                   std::string(list.key) + "\\" + keyName, "");
   if (list.ntKey != nullptr && scan.form.ntSpelling == 2) {
-    path = GetKeyValue64(scan.form, "HKLM", std::string(list.ntKey) + "\\" + keyName, "");
+    path = GetKeyValue64(scan.form, HiveHandle::LocalMachine,
+                         std::string(list.ntKey) + "\\" + keyName, "");
   }
   if (list.defaultIs == DefaultIs::Trimmed) {
     path = trim(path);
@@ -82,10 +85,8 @@ void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKe
   if (keyName.empty()) {
     return;
   }
-  std::string values;
-  LONG rc = 0;
   scan.form.List7.clear();
-  fEnumValue4(scan.form, "HKLM", rootKey + "\\" + keyName, values, rc);
+  fEnumValue4(scan.form, HiveHandle::LocalMachine, rootKey + "\\" + keyName);
   // A program with a named value is passed over, whatever its path.
   if (scan.form.List7.count() > 0) {
     return;
@@ -93,7 +94,7 @@ void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKe
   pathText = withoutQuotes(pathText);
   // No file has an empty name, so a program without a path is reported too.
   if (!FileExists(scan.form, resolvedPath(scan.form, pathText))) {
-    add(scan, keyName, pathText, keyName, "HKEY_LOCAL_MACHINE", rootKey);
+    add(scan, keyName, pathText, keyName, HiveHandle::LocalMachine, rootKey);
   }
 }
 
@@ -108,20 +109,18 @@ void walkAppPaths(Scan& scan, const AppPathsList& list, const std::string& rootK
 
 void scanAppPaths(Scan& scan) {
   Form42& form = scan.form;
-  std::string names;
-  LONG rc = 0;
   form.List1.clear();
   form.List2.clear();
   std::string rootKey = nativeList.key;
-  fEnumKey(form, "HKLM", rootKey, names, rc);
-  if (rc == ERROR_FILE_NOT_FOUND) {
-    fEnumKey(form, "HKLM", "Software\\Microsoft\\windows nt\\currentversion\\app paths", names, rc);
+  if (fEnumKey(form, HiveHandle::LocalMachine, rootKey).rc == ERROR_FILE_NOT_FOUND) {
+    fEnumKey(form, HiveHandle::LocalMachine,
+             "Software\\Microsoft\\windows nt\\currentversion\\app paths");
     rootKey = scannedKeys::appPathsNt;
     form.ntSpelling = 2;
   }
   walkAppPaths(scan, nativeList, rootKey);
   form.List1.clear();
-  fEnumKey(form, "HKLM", wow64List.key, names, rc);
+  fEnumKey(form, HiveHandle::LocalMachine, wow64List.key);
   walkAppPaths(scan, wow64List, wow64List.key);
   form.List7.clear();
 }
@@ -135,14 +134,12 @@ void testProgramName(Scan& scan, const char* key, const std::string& entry) {
   }
   const std::string pathText = withoutQuotes(resolvedPath(scan.form, keyName));
   if (!FileExists(scan.form, resolvedPath(scan.form, pathText))) {
-    add(scan, keyName, entry, entry, "HKEY_CURRENT_USER", key);
+    add(scan, keyName, entry, entry, HiveHandle::CurrentUser, key);
   }
 }
 
 void scanProgramNames(Scan& scan, const char* key) {
-  std::string values;
-  LONG rc = 0;
-  fEnumValue4(scan.form, "HKCU", key, values, rc);
+  fEnumValue4(scan.form, HiveHandle::CurrentUser, key);
   grantCurrentUser(scan.form, HiveHandle::CurrentUser, key);
   walkEntries(scan.form, scan.form.List7, LastTurn::OneAfterTheLast,
               [&](int /*index*/, const std::string& entry) {
@@ -161,26 +158,23 @@ void scanCompatibilityLists(Scan& scan) {
 // --- Keys of Software: whatever looks like a path in a value directly under one of them. ---
 
 struct SoftwareKey {
-  const char* hive;
+  HiveHandle root;
   const char* key;
-  const char* rootName;
 };
 constexpr SoftwareKey softwareKeys[] = {
-    {"HKLM", scannedKeys::software, "HKEY_LOCAL_MACHINE"},
-    {"HKLM", scannedKeys::software32, "HKEY_LOCAL_MACHINE"},
-    {"HKCU", scannedKeys::software, "HKEY_CURRENT_USER"},
+    {HiveHandle::LocalMachine, scannedKeys::software},
+    {HiveHandle::LocalMachine, scannedKeys::software32},
+    {HiveHandle::CurrentUser, scannedKeys::software},
 };
 
 void testValues(Scan& scan, const SoftwareKey& software, const std::string& keyName) {
   const std::string rootKey = std::string(software.key) + "\\" + keyName;
-  std::string values;
-  LONG rc = 0;
   scan.form.List7.clear();
-  fEnumValue4(scan.form, software.hive, rootKey, values, rc);
+  fEnumValue4(scan.form, software.root, rootKey);
   for (int index = 0; index < scan.form.List7.count(); ++index) {
     const std::string name = scan.form.List7.text(index);
-    if (namesMissingPath(scan.form, GetKeyValue64(scan.form, software.hive, rootKey, name))) {
-      add(scan, keyName, name, name, software.rootName, rootKey);
+    if (namesMissingPath(scan.form, GetKeyValue64(scan.form, software.root, rootKey, name))) {
+      add(scan, keyName, name, name, software.root, rootKey);
     }
     if (isStopAsked(scan.form)) {
       return;
@@ -189,11 +183,9 @@ void testValues(Scan& scan, const SoftwareKey& software, const std::string& keyN
 }
 
 void scanSoftware(Scan& scan, const SoftwareKey& software) {
-  std::string names;
-  LONG rc = 0;
   scan.form.List1.clear();
   scan.form.List2.clear();
-  fEnumKey(scan.form, software.hive, software.key, names, rc);
+  fEnumKey(scan.form, software.root, software.key);
   walkEntries(scan.form, scan.form.List1, LastTurn::TheLast,
               [&](int /*index*/, const std::string& entry) {
                 testValues(scan, software, std::string(trim(entry)));
@@ -204,7 +196,7 @@ void scanSoftware(Scan& scan, const SoftwareKey& software) {
 }  // namespace
 
 void Command5(Form42& form) {
-  form.Label4.caption = "Invalid Application path";
+  showCaption(form, categoryRow);
   Scan scan{.form = form, .run = {.row = nextRow(form)}};
   scanAppPaths(scan);
   scanCompatibilityLists(scan);

@@ -3,6 +3,7 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -28,7 +29,7 @@ std::string iconFile(std::string value) {
 }
 
 void testIcon(Form42& form, ScannerRun& run, const std::string& name) {
-  std::string value = GetKeyValue64(form, "HKCR", name + "\\defaulticon", "");
+  std::string value = GetKeyValue64(form, HiveHandle::ClassesRoot, name + "\\defaulticon", "");
   value = trim(resolvedPath(form, value));
   // Names without a drive and mere resource numbers are not judged.
   if (!hasDriveColon(value)) {
@@ -43,22 +44,20 @@ void testIcon(Form42& form, ScannerRun& run, const std::string& name) {
          {.location = name,
           .badValue = value,
           .kindCode = "6",
-          .rootName = "HKEY_CLASSES_ROOT",
+          .rootName = longName(HiveHandle::ClassesRoot),
           .subKey = "\\defaulticon",
-          .iconKey = "e"});
+          .iconKey = categoryAt(categoryRow).icon});
   countInTotal(form);
 }
 
 }  // namespace
 
 void Command10(Form42& form) {
-  form.Label4.caption = "Invalid Icon Reference";
+  showCaption(form, categoryRow);
   ScannerRun run{.row = nextRow(form)};
   form.List1.clear();
   form.List2.clear();
-  std::string names;
-  LONG rc = 0;
-  fEnumKey(form, "HKCR", scannedKeys::classes, names, rc);
+  fEnumKey(form, HiveHandle::ClassesRoot, scannedKeys::classes);
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     const std::string name(trim(entry));
     form.Label3.caption = name;

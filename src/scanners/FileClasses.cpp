@@ -7,6 +7,7 @@
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -50,10 +51,8 @@ std::optional<BadCommand> judgeCommand(Form42& form, const std::string& openKey,
   }
   if (trim(value).empty()) {
     key = hasEdit ? editKey : openKey;
-    std::string values;
-    LONG rc = 0;
     form.List7.clear();
-    fEnumValue4(form, "HKCR", key, values, rc);
+    fEnumValue4(form, HiveHandle::ClassesRoot, key);
     if (form.List7.count() == 0) {
       return BadCommand{.key = key, .program = value, .isEmptyKey = true};
     }
@@ -87,9 +86,9 @@ void testClass(Scan& scan, const std::string& name) {
       {.location = name,
        .badValue = bad->isEmptyKey ? std::string_view() : bad->program,
        .kindCode = bad->isEmptyKey ? "771" : "7",
-       .rootName = "HKEY_CLASSES_ROOT",
+       .rootName = longName(HiveHandle::ClassesRoot),
        .subKey = bad->key,
-       .iconKey = "f"});
+       .iconKey = categoryAt(categoryRow).icon});
 }
 
 void testMediaType(Scan& scan, const std::string& name) {
@@ -104,19 +103,17 @@ void testMediaType(Scan& scan, const std::string& name) {
       {.location = extension,
        .badValue = "Extension",
        .kindCode = "771",
-       .rootName = "HKEY_CLASSES_ROOT",
+       .rootName = longName(HiveHandle::ClassesRoot),
        .subKey = key,
-       .iconKey = "f"});
+       .iconKey = categoryAt(categoryRow).icon});
 }
 
 // Walks the subkeys of one key; false when the user has cancelled.
 template <typename Test>
 bool walk(Scan& scan, const char* key, Test&& test) {
   Form42& form = scan.form;
-  std::string names;
-  LONG rc = 0;
   form.List1.clear();
-  fEnumKey(form, "HKCR", key, names, rc);
+  fEnumKey(form, HiveHandle::ClassesRoot, key);
   int index = 0;
   do {
     form.messages.doEvents();
@@ -134,7 +131,7 @@ bool walk(Scan& scan, const char* key, Test&& test) {
 }  // namespace
 
 void Command12(Form42& form) {
-  form.Label4.caption = "Invalid Files extintion";
+  showCaption(form, categoryRow);
   Scan scan{.form = form, .run = {.row = nextRow(form), .total = TotalIsSaved::AtTheEnd}};
   form.List2.clear();
   if (walk(scan, scannedKeys::classes, testClass)) {

@@ -3,6 +3,7 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
 #include "scanners/WorkList.h"
@@ -14,13 +15,11 @@ namespace {
 constexpr std::size_t categoryRow = 12;
 
 void listExtensions(Form42& form) {
-  std::string names;
-  LONG rc = 0;
   form.List1.clear();
   form.List2.clear();
-  fEnumKey(form, "HKcu", scannedKeys::fileExtensions, names, rc);
-  if (rc == ERROR_FILE_NOT_FOUND) {
-    fEnumKey(form, "HKcu", scannedKeys::fileExtensionsNt, names, rc);
+  const LONG status = fEnumKey(form, HiveHandle::CurrentUser, scannedKeys::fileExtensions).rc;
+  if (status == ERROR_FILE_NOT_FOUND) {
+    fEnumKey(form, HiveHandle::CurrentUser, scannedKeys::fileExtensionsNt);
   }
 }
 
@@ -28,13 +27,10 @@ void testExtension(Form42& form, ScannerRun& run, const std::string& name) {
   if (name.size() < 2 || name.front() != '.') {
     return;
   }
-  std::string values;
-  LONG rc = 0;
   form.List7.clear();
-  fEnumValue4(form, "HKcu",
+  fEnumValue4(form, HiveHandle::CurrentUser,
               "Software\\Microsoft\\windows\\CurrentVersion\\Explorer\\FileExts\\" + name +
-                  "\\OpenWithProgids",
-              values, rc);
+                  "\\OpenWithProgids");
   if (form.List7.count() > 0) {
     return;
   }
@@ -42,16 +38,16 @@ void testExtension(Form42& form, ScannerRun& run, const std::string& name) {
              {.location = "Bad File Reference",
               .badValue = name,
               .kindCode = "122",
-              .rootName = "HKEY_CURRENT_USER",
+              .rootName = longName(HiveHandle::CurrentUser),
               .subKey = "Software\\Microsoft\\windows\\currentversion\\Explorer\\FileExts\\" +
                         name + "\\OpenWithProgids",
-              .iconKey = "m"});
+              .iconKey = categoryAt(categoryRow).icon});
 }
 
 }  // namespace
 
 void fileext(Form42& form) {
-  form.Label4.caption = "Invalid File Extensions";
+  showCaption(form, categoryRow);
   ScannerRun run{.row = nextRow(form)};
   listExtensions(form);
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {

@@ -17,7 +17,8 @@ constexpr std::size_t categoryRow = 11;
 constexpr CellStyle countStyle{.isBold = true, .color = 192};
 
 void testRule(Form42& form, ScannerRun& run, const std::string& ruleName) {
-  const std::string ruleText = GetKeyValue64(form, "HKLM", scannedKeys::firewallRules, ruleName);
+  const std::string ruleText =
+      GetKeyValue64(form, HiveHandle::LocalMachine, scannedKeys::firewallRules, ruleName);
   std::string rule = ruleText;
   pth(form, rule);
   if (trim(form.FirewallPath).empty() || FileExists(form, resolvedPath(form, form.FirewallPath))) {
@@ -27,21 +28,19 @@ void testRule(Form42& form, ScannerRun& run, const std::string& ruleName) {
              {.location = ruleText,
               .badValue = ruleName,
               .kindCode = "11",
-              .rootName = "HKEY_LOCAL_MACHINE",
+              .rootName = longName(HiveHandle::LocalMachine),
               .subKey = scannedKeys::firewallRules,
-              .iconKey = "l"});
+              .iconKey = categoryAt(categoryRow).icon});
 }
 
 }  // namespace
 
 void Command32(Form42& form) {
-  form.Label4.caption = "Invalid Firewall settings";
+  showCaption(form, categoryRow);
   form.FirewallPath.clear();
   form.List1.clear();
   form.List2.clear();
-  std::string values;
-  LONG rc = 0;
-  fEnumValue(form, "HKLM", scannedKeys::firewallRules, values, rc);
+  fEnumValue(form, HiveHandle::LocalMachine, scannedKeys::firewallRules);
   ScannerRun run{.row = nextRow(form)};
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testRule(form, run, std::string(trim(entry)));

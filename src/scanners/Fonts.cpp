@@ -3,6 +3,7 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -17,18 +18,18 @@ constexpr std::size_t categoryRow = 1;
 constexpr const char* reportedKey = "Software\\Microsoft\\windows\\currentversion\\fonts";
 
 std::string readSystemRoot(Form42& form) {
-  std::string root =
-      GetKeyValue64(form, "HKLM", "software\\microsoft\\windows\\currentversion", "SystemRoot");
+  std::string root = GetKeyValue64(form, HiveHandle::LocalMachine,
+                                   "software\\microsoft\\windows\\currentversion", "SystemRoot");
   if (!trim(root).empty()) {
     return root;
   }
-  return GetKeyValue64(form, "HKLM", "software\\microsoft\\windows nt\\currentversion",
-                       "SystemRoot");
+  return GetKeyValue64(form, HiveHandle::LocalMachine,
+                       "software\\microsoft\\windows nt\\currentversion", "SystemRoot");
 }
 
 void testFont(Form42& form, ScannerRun& run, const std::string& systemRoot,
               const std::string& name) {
-  const std::string data = GetKeyValue64(form, "HKLM", scannedKeys::fonts, name);
+  const std::string data = GetKeyValue64(form, HiveHandle::LocalMachine, scannedKeys::fonts, name);
   if (name.empty()) {
     return;
   }
@@ -39,23 +40,21 @@ void testFont(Form42& form, ScannerRun& run, const std::string& systemRoot,
                {.location = name,
                 .badValue = data,
                 .kindCode = "1",
-                .rootName = "HKEY_LOCAL_MACHINE",
+                .rootName = longName(HiveHandle::LocalMachine),
                 .subKey = reportedKey,
-                .iconKey = "a"});
+                .iconKey = categoryAt(categoryRow).icon});
   }
 }
 
 }  // namespace
 
 void Command1(Form42& form) {
-  form.Label4.caption = "Invalid Font Reference";
+  showCaption(form, categoryRow);
   ScannerRun run{.row = 1, .total = TotalIsSaved::AtTheEnd};
   const std::string systemRoot = readSystemRoot(form);
   form.List1.clear();
   form.List2.clear();
-  std::string values;
-  LONG rc = 0;
-  fEnumValue(form, "HKLM", scannedKeys::fonts, values, rc);
+  fEnumValue(form, HiveHandle::LocalMachine, scannedKeys::fonts);
   int index = 0;
   do {
     form.messages.doEvents();

@@ -39,7 +39,7 @@ void add(Scan& scan, const Section& section, const std::string& folderText,
              {.location = folderText,
               .badValue = fileName,
               .kindCode = section.kindCode,
-              .rootName = "HKEY_LOCAL_MACHINE",
+              .rootName = longName(HiveHandle::LocalMachine),
               .subKey = rootKey,
               .iconKey = section.iconKey});
 }
@@ -54,18 +54,12 @@ void beginSection(Scan& scan) {
   scan.form.List2.clear();
 }
 
-void listValues(Scan& scan, const char* key) {
-  std::string values;
-  LONG rc = 0;
-  fEnumValue(scan.form, "HKLM", key, values, rc);
-}
-
 void testHelpFile(Scan& scan, const std::string& fileName) {
-  std::string folderText =
-      GetKeyValue64(scan.form, "HKLM", "SOFTWARE\\Microsoft\\Windows\\help", fileName);
+  std::string folderText = GetKeyValue64(scan.form, HiveHandle::LocalMachine,
+                                         "SOFTWARE\\Microsoft\\Windows\\help", fileName);
   if (isBlank(folderText)) {
-    folderText =
-        GetKeyValue64(scan.form, "HKLM", "SOFTWARE\\Microsoft\\Windows nt\\help", fileName);
+    folderText = GetKeyValue64(scan.form, HiveHandle::LocalMachine,
+                               "SOFTWARE\\Microsoft\\Windows nt\\help", fileName);
   }
   if (isBlank(folderText)) {
     return;
@@ -81,7 +75,7 @@ void scanHelpList(Scan& scan) {
       !RegKeyExists(HiveHandle::LocalMachine, scannedKeys::helpNt)) {
     return;
   }
-  listValues(scan, scannedKeys::help);
+  fEnumValue(scan.form, HiveHandle::LocalMachine, scannedKeys::help);
   if (scan.form.List1.count() == 0) {
     return;
   }
@@ -97,9 +91,11 @@ void scanHelpList(Scan& scan) {
 // Whether there was something to test.
 bool testHtmlHelpFile(Scan& scan, const std::string& fileName) {
   const char* rootKey = scannedKeys::htmlHelp;
-  std::string folderText = GetKeyValue64(scan.form, "HKLM", scannedKeys::htmlHelp, fileName);
+  std::string folderText =
+      GetKeyValue64(scan.form, HiveHandle::LocalMachine, scannedKeys::htmlHelp, fileName);
   if (isBlank(folderText)) {
-    folderText = GetKeyValue64(scan.form, "HKLM", scannedKeys::htmlHelpNt, fileName);
+    folderText =
+        GetKeyValue64(scan.form, HiveHandle::LocalMachine, scannedKeys::htmlHelpNt, fileName);
     rootKey = scannedKeys::htmlHelpNt;
   }
   if (isBlank(folderText)) {
@@ -115,7 +111,7 @@ bool testHtmlHelpFile(Scan& scan, const std::string& fileName) {
 
 void scanHtmlHelpList(Scan& scan) {
   beginSection(scan);
-  listValues(scan, scannedKeys::htmlHelp);
+  fEnumValue(scan.form, HiveHandle::LocalMachine, scannedKeys::htmlHelp);
   const ListBox& list = scan.form.List1;
   int index = 0;
   do {
@@ -132,7 +128,7 @@ void scanHtmlHelpList(Scan& scan) {
 
 // A name that is a number of 0 or more has never been looked at.
 bool isPassedOver(const std::string& snapIn) {
-  const auto number = wholeNumber(snapIn);
+  const auto number = convertedNumber(snapIn);
   return number.has_value() && *number >= 0;
 }
 
@@ -141,9 +137,9 @@ void testSnapIn(Scan& scan, const std::string& name) {
     return;
   }
   const std::string rootKey = std::string(scannedKeys::snapIns) + "\\" + name;
-  std::string topic = GetKeyValue64(scan.form, "HKLM", rootKey, "HelpTopic");
+  std::string topic = GetKeyValue64(scan.form, HiveHandle::LocalMachine, rootKey, "HelpTopic");
   if (topic.empty()) {
-    topic = GetKeyValue64(scan.form, "HKLM", rootKey, "LinkedHelpTopics");
+    topic = GetKeyValue64(scan.form, HiveHandle::LocalMachine, rootKey, "LinkedHelpTopics");
   }
   if (isBlank(topic)) {
     return;
@@ -156,10 +152,8 @@ void testSnapIn(Scan& scan, const std::string& name) {
 
 void scanSnapIns(Scan& scan) {
   beginSection(scan);
-  std::string names;
-  LONG rc = 0;
-  fEnumKey(scan.form, "HKLM", scannedKeys::snapIns, names, rc);
-  if (rc != ERROR_FILE_NOT_FOUND) {
+  const LONG status = fEnumKey(scan.form, HiveHandle::LocalMachine, scannedKeys::snapIns).rc;
+  if (status != ERROR_FILE_NOT_FOUND) {
     walkEntries(scan.form, scan.form.List1, LastTurn::OneBeforeTheLast,
                 [&](int /*index*/, const std::string& entry) {
                   testSnapIn(scan, std::string(trim(entry)));
@@ -171,7 +165,8 @@ void scanSnapIns(Scan& scan) {
 // Folder and name joined as they are: a folder without a backslash at its end gives a path that
 // hardly exists.
 void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
-  const std::string folderText = GetKeyValue64(scan.form, "HKLM", scannedKeys::htmlHelp, fileName);
+  const std::string folderText =
+      GetKeyValue64(scan.form, HiveHandle::LocalMachine, scannedKeys::htmlHelp, fileName);
   if (isBlank(folderText)) {
     return;
   }
@@ -186,7 +181,7 @@ void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
 
 void scanJoinedHtmlHelpList(Scan& scan) {
   beginSection(scan);
-  listValues(scan, scannedKeys::htmlHelp);
+  fEnumValue(scan.form, HiveHandle::LocalMachine, scannedKeys::htmlHelp);
   walkEntries(scan.form, scan.form.List1, LastTurn::OneBeforeTheLast,
               [&](int /*index*/, const std::string& entry) {
                 testJoinedHtmlHelpFile(scan, std::string(trim(entry)));
@@ -197,7 +192,7 @@ void scanJoinedHtmlHelpList(Scan& scan) {
 }  // namespace
 
 void Command7(Form42& form) {
-  form.Label4.caption = "Invalid Help files";
+  showCaption(form, categoryRow);
   Scan scan{.form = form,
             .run = {.fields = FieldsGoTo::NumberedRow, .scroll = ScrollsTo::NumberedRow}};
   beginSection(scan);

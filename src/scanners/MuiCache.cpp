@@ -2,6 +2,7 @@
 
 #include "form/Form42.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -21,27 +22,25 @@ void testName(Form42& form, ScannerRun& run, const std::string& entry) {
   }
   form.List2.add(valueName);
   addRow(form, run,
-         {.location = "Missing Mui cache reference",
+         {.location = categoryAt(categoryRow).caption,
           .badValue = entry,
           .kindCode = "166",
-          .rootName = "HKEY_CURRENT_USER",
+          .rootName = longName(HiveHandle::CurrentUser),
           .subKey = scannedKeys::muiCache,
-          .iconKey = "mui"});
+          .iconKey = categoryAt(categoryRow).icon});
   countInTotal(form);
 }
 
 }  // namespace
 
 void MuiCache(Form42& form) {
-  form.Label4.caption = "Missing Mui cache reference";
+  showCaption(form, categoryRow);
   form.ntSpelling = 0;
   form.List1.clear();
   form.List2.clear();
   form.List7.clear();
   ScannerRun run{.row = nextRow(form)};
-  std::string values;
-  LONG rc = 0;
-  fEnumValue4(form, "HKCU", scannedKeys::muiCache, values, rc);
+  fEnumValue4(form, HiveHandle::CurrentUser, scannedKeys::muiCache);
   walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testName(form, run, entry);
     showFound(form, categoryRow, run);

@@ -3,6 +3,7 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
 #include "scanners/WorkList.h"
@@ -19,17 +20,15 @@ void addValue(Form42& form, ScannerRun& run, const std::string& key, std::string
                {.location = "Users MRU lists",
                 .badValue = valueName,
                 .kindCode = "155",
-                .rootName = "HKEY_CURRENT_USER",
+                .rootName = longName(HiveHandle::CurrentUser),
                 .subKey = key,
-                .iconKey = "mr"});
+                .iconKey = categoryAt(categoryRow).icon});
   }
 }
 
 void walkValues(Form42& form, ScannerRun& run, const std::string& key) {
-  std::string values;
-  LONG rc = 0;
   form.List7.clear();
-  fEnumValue4(form, "HKCU", key, values, rc);
+  fEnumValue4(form, HiveHandle::CurrentUser, key);
   walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     addValue(form, run, key, trim(entry));
     showFound(form, categoryRow, run);
@@ -39,10 +38,8 @@ void walkValues(Form42& form, ScannerRun& run, const std::string& key) {
 // One level of subkeys is walked, no more.
 void walkList(Form42& form, ScannerRun& run, const std::string& key) {
   walkValues(form, run, key);
-  std::string names;
-  LONG rc = 0;
   form.List1.clear();
-  fEnumKey(form, "HKCU", key, names, rc);
+  fEnumKey(form, HiveHandle::CurrentUser, key);
   for (int index = 0; index < form.List1.count(); ++index) {
     walkValues(form, run, key + "\\" + form.List1.text(index));
     if (isStopAsked(form)) {
@@ -54,8 +51,7 @@ void walkList(Form42& form, ScannerRun& run, const std::string& key) {
 }  // namespace
 
 void MRUhist(Form42& form) {
-  // The caption of the scanner beside it.
-  form.Label4.caption = "Startup programs";
+  showCaption(form, categoryRow);
   form.ntSpelling = 0;
   form.List1.clear();
   form.List2.clear();

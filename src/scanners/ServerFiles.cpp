@@ -3,6 +3,7 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -16,18 +17,14 @@ constexpr const char* serverKey = "\\InprocServer32";
 
 struct Place {
   std::size_t categoryRow;
-  const char* caption;
-  const char* hive;
-  const char* rootName;
+  HiveHandle root;
   const char* kindCode;
-  const char* iconKey;
 };
 
-constexpr Place classesRoot{7,  "Invalid ClassId Configuration", "HKCR", "HKEY_CLASSES_ROOT", "8",
-                            "g"};
-constexpr Place currentUser{8, "Current user settings", "HKCU", "HKEY_CURRENT_USER", "11", "h"};
-constexpr Place users{9, "Global user settings", "HKU", "HKEY_USERS", "12", "i"};
-constexpr Place machine{10, "Computer settings", "HKLM", "HKEY_LOCAL_MACHINE", "13", "j"};
+constexpr Place classesRoot{7, HiveHandle::ClassesRoot, "8"};
+constexpr Place currentUser{8, HiveHandle::CurrentUser, "11"};
+constexpr Place users{9, HiveHandle::Users, "12"};
+constexpr Place machine{10, HiveHandle::LocalMachine, "13"};
 
 void add(Form42& form, const Place& place, const std::string& path, const std::string& key) {
   ScannerRun run;
@@ -35,9 +32,9 @@ void add(Form42& form, const Place& place, const std::string& path, const std::s
          {.location = path,
           .badValue = "",
           .kindCode = place.kindCode,
-          .rootName = place.rootName,
+          .rootName = longName(place.root),
           .subKey = key,
-          .iconKey = place.iconKey});
+          .iconKey = categoryAt(place.categoryRow).icon});
   countInTotal(form);
   ++form.categoryFound;
   showProblems(form, place.categoryRow, form.categoryFound);
@@ -57,9 +54,13 @@ void judge(Form42& form, const Place& place, const std::string& value, const std
   }
 }
 
+void showKey(Form42& form, const Place& place, const std::string& key) {
+  form.Label3.caption = keyPath(place.root, key);
+}
+
 void testServer(Form42& form, const Place& place, const std::string& key) {
-  const std::string value = GetKeyValue64(form, place.hive, key, "");
-  form.Label3.caption = std::string(place.rootName) + "\\" + key;
+  const std::string value = GetKeyValue64(form, place.root, key, "");
+  showKey(form, place, key);
   if (isFolderPath(value)) {
     judge(form, place, value, key);
   }
@@ -68,7 +69,7 @@ void testServer(Form42& form, const Place& place, const std::string& key) {
 // The classes root is read directly, after which the user is let in.
 void testMergedServer(Form42& form, const Place& place, const std::string& key) {
   const std::string value = defaultValueOf(HiveHandle::ClassesRoot, key);
-  form.Label3.caption = std::string(place.rootName) + "\\" + key;
+  showKey(form, place, key);
   grantCurrentUser(form, HiveHandle::ClassesRoot, key);
   if (form.GrantKeyStatus == 0 && isFolderPath(withoutQuotes(betweenQuotes(value)))) {
     judge(form, place, value, key);
@@ -78,10 +79,8 @@ void testMergedServer(Form42& form, const Place& place, const std::string& key) 
 using TestServer = void (*)(Form42& form, const Place& place, const std::string& key);
 
 void scanClasses(Form42& form, const Place& place, const std::string& classesKey, TestServer test) {
-  std::string names;
-  LONG rc = 0;
   form.List1.clear();
-  fEnumKey(form, place.hive, classesKey, names, rc);
+  fEnumKey(form, place.root, classesKey);
   for (int index = 0; index < form.List1.count(); ++index) {
     form.isProviderSilent = false;
     const std::string name = form.List1.text(index);
@@ -94,16 +93,14 @@ void scanClasses(Form42& form, const Place& place, const std::string& classesKey
 }
 
 void begin(Form42& form, const Place& place) {
-  form.Label4.caption = place.caption;
+  showCaption(form, place.categoryRow);
   showProblems(form, place.categoryRow, 0);
 }
 
 // The first key of the users that holds classes; empty when there is none.
 std::string firstClassesHive(Form42& form) {
-  std::string names;
-  LONG rc = 0;
   form.List1.clear();
-  fEnumKey(form, users.hive, "", names, rc);
+  fEnumKey(form, users.root, "");
   for (int index = 0; index < form.List1.count(); ++index) {
     if (containsIgnoringCase(form.List1.text(index), "_classes")) {
       return form.List1.text(index);
@@ -116,7 +113,7 @@ std::string firstClassesHive(Form42& form) {
 
 void cln7(Form42& form) {
   form.List1.clear();
-  form.Label4.caption = classesRoot.caption;
+  showCaption(form, classesRoot.categoryRow);
   scanClasses(form, classesRoot, scannedKeys::classIds, testMergedServer);
 }
 

@@ -3,6 +3,7 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -29,9 +30,9 @@ void testDll(Form42& form, ScannerRun& run, const std::string& name, std::string
                {.location = name,
                 .badValue = name,
                 .kindCode = "2",
-                .rootName = "HKEY_LOCAL_MACHINE",
+                .rootName = longName(HiveHandle::LocalMachine),
                 .subKey = key,
-                .iconKey = "b"});
+                .iconKey = categoryAt(categoryRow).icon});
   }
 }
 
@@ -51,14 +52,12 @@ void testList(Form42& form, ScannerRun& run, std::string_view key) {
 }  // namespace
 
 void Command2(Form42& form) {
-  form.Label4.caption = "Invalid Shared Dll's";
+  showCaption(form, categoryRow);
   form.List1.clear();
   form.List2.clear();
   ScannerRun run{.fields = FieldsGoTo::NumberedRow};
   for (const char* key : passes) {
-    std::string values;
-    LONG rc = 0;
-    fEnumValue(form, "HKLM", key, values, rc);
+    fEnumValue(form, HiveHandle::LocalMachine, key);
     // The row starts over in the second pass, while its locations are appended.
     run.row = nextRow(form);
     testList(form, run, key);

@@ -2,6 +2,7 @@
 
 #include "form/Form42.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -14,44 +15,39 @@ namespace {
 constexpr std::size_t categoryRow = 14;
 
 struct RunKey {
-  const char* listHive;
-  const char* readHive;
+  HiveHandle root;
   const char* listedKey;
   const char* subKey;  // read and reported
-  const char* rootName;
 };
+constexpr const char* listedRun = "Software\\Microsoft\\windows\\CurrentVersion\\Run";
+constexpr const char* listedRun32 =
+    "Software\\Wow6432Node\\Microsoft\\windows\\CurrentVersion\\Run";
 constexpr RunKey runKeys[] = {
-    {"HKLM", "HKLM", "Software\\Microsoft\\windows\\CurrentVersion\\Run", scannedKeys::run,
-     "HKEY_LOCAL_MACHINE"},
-    {"HKLM", "HKLM", "Software\\Wow6432Node\\Microsoft\\windows\\CurrentVersion\\Run",
-     scannedKeys::run32, "HKEY_LOCAL_MACHINE"},
-    {"HKcu", "HKCU", "Software\\Microsoft\\windows\\CurrentVersion\\Run", scannedKeys::run,
-     "HKEY_CURRENT_USER"},
-    {"HKcu", "HKCU", "Software\\Wow6432Node\\Microsoft\\windows\\CurrentVersion\\Run",
-     scannedKeys::run32, "HKEY_CURRENT_USER"},
+    {HiveHandle::LocalMachine, listedRun, scannedKeys::run},
+    {HiveHandle::LocalMachine, listedRun32, scannedKeys::run32},
+    {HiveHandle::CurrentUser, listedRun, scannedKeys::run},
+    {HiveHandle::CurrentUser, listedRun32, scannedKeys::run32},
 };
 
 void testProgram(Form42& form, ScannerRun& run, const RunKey& key, const std::string& keyName) {
   if (keyName.empty()) {
     return;
   }
-  std::string command = GetKeyValue64(form, key.readHive, key.subKey, keyName);
+  std::string command = GetKeyValue64(form, key.root, key.subKey, keyName);
   if (!FileExists(form, FilePath(command))) {
     addFinding(form, run,
-               {.location = "Startup programs",
+               {.location = categoryAt(categoryRow).caption,
                 .badValue = keyName,
                 .kindCode = "144",
-                .rootName = key.rootName,
+                .rootName = longName(key.root),
                 .subKey = key.subKey,
-                .iconKey = "ru"});
+                .iconKey = categoryAt(categoryRow).icon});
   }
 }
 
 void scanRunKey(Form42& form, ScannerRun& run, const RunKey& key) {
-  std::string values;
-  LONG rc = 0;
   form.List7.clear();
-  fEnumValue4(form, key.listHive, key.listedKey, values, rc);
+  fEnumValue4(form, key.root, key.listedKey);
   walkEntries(form, form.List7, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testProgram(form, run, key, std::string(trim(entry)));
     showFound(form, categoryRow, run);
@@ -61,7 +57,7 @@ void scanRunKey(Form42& form, ScannerRun& run, const RunKey& key) {
 }  // namespace
 
 void runMRU(Form42& form) {
-  form.Label4.caption = "Startup programs";
+  showCaption(form, categoryRow);
   form.ntSpelling = 0;
   form.List1.clear();
   form.List2.clear();

@@ -15,11 +15,6 @@ void cln71(Form42& form);
 // library reference's key.
 void cln72(Form42& form);
 
-// Reports the 32-bit file of the first numeric version and first locale of each library when it is
-// gone, and sets the attributes of those that exist to archive only. No row runs it, and it counts
-// in categoryFound alone.
-void Command16(Form42& form);
-
 }  // namespace zelvreg
 
 #endif

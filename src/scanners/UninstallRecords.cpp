@@ -4,6 +4,7 @@
 #include "registry/Hives.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
 #include "scanners/References.h"
@@ -19,9 +20,7 @@ enum class Reader { Provider, Direct };
 
 // The record paths come in two spellings: one enumerates, the other is read and reported.
 struct Walk {
-  const char* hive;
-  HiveHandle handle;
-  const char* rootName;
+  HiveHandle root;
   const char* enumeratedKey;
   const char* ntKey;      // also enumerated under the spelling "Windows nt", or null
   const char* granted;    // null without a grant
@@ -32,9 +31,7 @@ struct Walk {
 };
 
 constexpr Walk machineWalk{
-    .hive = "HKLM",
-    .handle = HiveHandle::LocalMachine,
-    .rootName = "HKEY_LOCAL_MACHINE",
+    .root = HiveHandle::LocalMachine,
     .enumeratedKey = scannedKeys::uninstall,
     .ntKey = scannedKeys::uninstallNt,
     .granted = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\",
@@ -44,9 +41,7 @@ constexpr Walk machineWalk{
     .total = TotalIsSaved::AtTheEnd,
 };
 constexpr Walk userWalk{
-    .hive = "HKCU",
-    .handle = HiveHandle::CurrentUser,
-    .rootName = "HKEY_CURRENT_USER",
+    .root = HiveHandle::CurrentUser,
     .enumeratedKey = scannedKeys::uninstall,
     .ntKey = nullptr,
     .granted = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\",
@@ -56,9 +51,7 @@ constexpr Walk userWalk{
     .total = TotalIsSaved::AtTheEnd,
 };
 constexpr Walk wow64Walk{
-    .hive = "HKLM",
-    .handle = HiveHandle::LocalMachine,
-    .rootName = "HKEY_LOCAL_MACHINE",
+    .root = HiveHandle::LocalMachine,
     .enumeratedKey = scannedKeys::uninstall32,
     .ntKey = scannedKeys::uninstall32Nt,
     .granted = nullptr,
@@ -73,7 +66,7 @@ constexpr const char* nativeProbe = "software\\microsoft\\windows\\currentversio
 constexpr const char* wow64Probe = "software\\Wow6432Node\\microsoft\\windows\\currentversion";
 
 void begin(Form42& form, const char* probe) {
-  form.Label4.caption = "Add/Remove programs";
+  showCaption(form, categoryRow);
   std::string systemRoot;
   GetRegString(HiveHandle::LocalMachine, probe, "SystemRoot", systemRoot);
   form.ntSpelling = trim(systemRoot).empty() ? 2 : 0;
@@ -83,39 +76,37 @@ void add(Form42& form, ScannerRun& run, const Walk& walk, const std::string& key
          const std::string& badValue, const char* kindCode) {
   form.List2.add(keyName);
   addRow(form, run,
-         {.location = "Add/Remove programs",
+         {.location = categoryAt(categoryRow).caption,
           .badValue = badValue,
           .kindCode = kindCode,
-          .rootName = walk.rootName,
+          .rootName = longName(walk.root),
           .subKey = walk.rootKey + keyName,
-          .iconKey = "re"});
+          .iconKey = categoryAt(categoryRow).icon});
   countInTotal(form, walk.total);
 }
 
 std::string readDefaultValue(Form42& form, const Walk& walk, const std::string& key) {
   if (walk.defaultValueBy == Reader::Provider) {
-    return GetKeyValue64(form, walk.hive, key, "");
+    return GetKeyValue64(form, walk.root, key, "");
   }
   std::string value;
-  GetRegString(walk.handle, key, "", value);
+  GetRegString(walk.root, key, "", value);
   return value;
 }
 
 void testRecord(Form42& form, ScannerRun& run, const Walk& walk, const std::string& keyName) {
   if (walk.granted != nullptr) {
-    grantCurrentUser(form, walk.handle, walk.granted + keyName);
+    grantCurrentUser(form, walk.root, walk.granted + keyName);
   }
-  std::string values;
-  LONG rc = 0;
   form.List7.clear();
-  fEnumValue4(form, walk.hive, walk.listed + keyName, values, rc);
+  fEnumValue4(form, walk.root, walk.listed + keyName);
   const std::string rootKey = walk.rootKey + keyName;
   if (form.List7.count() == 0 && trim(readDefaultValue(form, walk, rootKey)).empty()) {
     add(form, run, walk, keyName, keyName, "133");
   }
   for (int index = 0; index < form.List7.count(); ++index) {
     const std::string name = form.List7.text(index);
-    if (namesMissingPath(form, GetKeyValue64(form, walk.hive, rootKey, name))) {
+    if (namesMissingPath(form, GetKeyValue64(form, walk.root, rootKey, name))) {
       add(form, run, walk, keyName, name, "135");
     }
     if (isStopAsked(form)) {
@@ -125,13 +116,11 @@ void testRecord(Form42& form, ScannerRun& run, const Walk& walk, const std::stri
 }
 
 void scanRecords(Form42& form, ScannerRun& run, const Walk& walk) {
-  std::string names;
-  LONG rc = 0;
   form.List1.clear();
   form.List2.clear();
-  fEnumKey(form, walk.hive, walk.enumeratedKey, names, rc);
+  fEnumKey(form, walk.root, walk.enumeratedKey);
   if (walk.ntKey != nullptr && form.ntSpelling == 2) {
-    fEnumKey(form, walk.hive, walk.ntKey, names, rc);
+    fEnumKey(form, walk.root, walk.ntKey);
   }
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int /*index*/, const std::string& entry) {
     testRecord(form, run, walk, std::string(trim(entry)));

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "form/Form42.h"
+#include "scan/CategoryTable.h"
 #include "scan/Resolver.h"
 #include "search/DeadPath.h"
 #include "search/Search.h"
@@ -15,16 +16,14 @@ namespace {
 struct SearchCategory {
   int number;
   std::size_t row;  // of View1
-  const char* caption;
-  const char* iconKey;
   const char* kindCode;
 };
 
 constexpr std::array<SearchCategory, 4> categoryTable{{
-    {1, 7, "Invalid ClassId Configuration", "g", "8"},
-    {2, 8, "Current user settings", "h", "11"},
-    {3, 9, "Global user settings", "i", "12"},
-    {4, 10, "Computer settings", "j", "13"},
+    {1, 7, "8"},
+    {2, 8, "11"},
+    {3, 9, "12"},
+    {4, 10, "13"},
 }};
 
 const SearchCategory* find(int number) {
@@ -47,8 +46,7 @@ class Walk {
  public:
   enum class Level : bool { First, Below };
 
-  Walk(Form42& walkedForm, SearchState& walkedSearch, HiveHandle walkedRoot)
-      : form(walkedForm), search(walkedSearch), root(walkedRoot) {}
+  Walk(Form42& walkedForm, SearchState& walkedSearch) : form(walkedForm), search(walkedSearch) {}
 
   void visit(const std::string& key, Level level) {
     showParent(key);
@@ -62,12 +60,12 @@ class Walk {
   void showParent(const std::string& key) {
     const std::string shown = key.empty() ? key : "\\" + key;
     const std::string parent = ParentKeyPath(shown);
-    form.Label3.caption = parent.empty() ? search.rootName : parent;
+    form.Label3.caption = parent.empty() ? std::string(longName(search.root)) : parent;
   }
 
   void visitSubkeys(const std::string& key, Level level) {
     search.lister.counter = level == Level::First ? 1 : 0;
-    const std::vector<std::string> names = ListSubkeys(form, search.lister, root, key);
+    const std::vector<std::string> names = ListSubkeys(form, search.lister, search.root, key);
     search.lister.counter = 0;
     if (names.front() == nothingRead) {
       return;
@@ -88,7 +86,7 @@ class Walk {
   }
 
   void visitValues(const std::string& key) {
-    const ValueNames values = ListValues(search.lister, root, key);
+    const ValueNames values = ListValues(search.lister, search.root, key);
     if (values.names.front() == nothingRead) {
       return;
     }
@@ -101,7 +99,7 @@ class Walk {
         addValueRow(key, name, values.types[index]);
       }
       if (search.testsData && values.types[index] == REG_SZ &&
-          matches(ReadValueText(root, key, name, ""))) {
+          matches(ReadValueText(search.root, key, name, ""))) {
         testPath(key, name);
       }
     }
@@ -114,11 +112,11 @@ class Walk {
   }
 
   void addKeyRow(const std::string& key) {
-    const std::string value = resolvedValue(form, root, key, "");
+    const std::string value = resolvedValue(form, search.root, key, "");
     addNameRow({.location = key,
                 .badValue = replaceAll(betweenFirstQuotes(value), "\"", ""),
                 .kindCode = "",
-                .rootName = search.rootName,
+                .rootName = longName(search.root),
                 .subKey = key,
                 .iconKey = ""});
   }
@@ -127,7 +125,7 @@ class Walk {
     addNameRow({.location = pathBelow(key, name),
                 .badValue = "",
                 .kindCode = "",
-                .rootName = search.rootName,
+                .rootName = longName(search.root),
                 .subKey = key,
                 .iconKey = iconOfType(form, type)});
   }
@@ -139,8 +137,8 @@ class Walk {
   }
 
   void testPath(const std::string& key, const std::string& name) {
-    form.Label3.caption = search.rootName + "\\" + key;
-    const std::string text = withoutQuotesAndIndex(resolvedValue(form, root, key, name));
+    form.Label3.caption = keyPath(search.root, key);
+    const std::string text = withoutQuotesAndIndex(resolvedValue(form, search.root, key, name));
     if (!isTestablePath(text)) {
       return;
     }
@@ -153,15 +151,15 @@ class Walk {
   void addDeadPath(const std::string& path, const std::string& key, const std::string& name) {
     const SearchCategory* category = find(search.category);
     if (category != nullptr) {
-      form.Label4.caption = category->caption;
+      showCaption(form, category->row);
     }
     addFinding(form, search.run,
                {.location = path,
                 .badValue = name,
                 .kindCode = category == nullptr ? "" : category->kindCode,
-                .rootName = search.rootName,
+                .rootName = longName(search.root),
                 .subKey = key,
-                .iconKey = category == nullptr ? "" : category->iconKey});
+                .iconKey = category == nullptr ? "" : categoryAt(category->row).icon});
     if (category != nullptr) {
       showProblems(form, category->row, search.run.found);
     }
@@ -169,7 +167,6 @@ class Walk {
 
   Form42& form;
   SearchState& search;
-  HiveHandle root;
 };
 
 }  // namespace
@@ -179,8 +176,8 @@ std::size_t rowOfSearchCategory(int category) {
   return found == nullptr ? 0 : found->row;
 }
 
-void SearchKeyTree(Form42& form, SearchState& search, HiveHandle root, const std::string& key) {
-  Walk(form, search, root).visit(key, Walk::Level::First);
+void SearchKeyTree(Form42& form, SearchState& search, const std::string& key) {
+  Walk(form, search).visit(key, Walk::Level::First);
 }
 
 }  // namespace zelvreg

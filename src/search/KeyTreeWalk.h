@@ -17,7 +17,7 @@ struct SearchState {
   bool testsKeys = false;
   bool testsValues = false;
   bool testsData = false;
-  std::string rootName;
+  HiveHandle root = HiveHandle::Unknown;
   int category = 0;  // of what is found; see Form42::searchCategory
   ScannerRun run;    // `found` counts dead paths alone
   ListerState lister;
@@ -26,12 +26,12 @@ struct SearchState {
 // The row of View1 that counts a category's findings; 0 for a category that has none.
 std::size_t rowOfSearchCategory(int category);
 
-// Tests names and data below a root from `key` on (empty for all), depth first, subkeys before the
-// key's own values. A matching name is listed as it is: it is nothing dead, has no kind code and
-// does not count as a problem. A matching text is listed when the path in it is dead:
+// Tests names and data below the root from `key` on (empty for all), depth first, subkeys before
+// the key's own values. A matching name is listed as it is: it is nothing dead, has no kind code
+// and does not count as a problem. A matching text is listed when the path in it is dead:
 // `location` is the path, `badValue` the value's name, `subKey` its key, which is what repair asks
 // for. Keys that cannot be opened are skipped.
-void SearchKeyTree(Form42& form, SearchState& search, HiveHandle root, const std::string& key);
+void SearchKeyTree(Form42& form, SearchState& search, const std::string& key);
 
 }  // namespace zelvreg
 

@@ -33,7 +33,7 @@ std::string setting(const std::string& name, const std::string& fallback) {
 
 // -1 for a text that is no number, which every choice refuses.
 int settingNumber(const std::string& name, const std::string& fallback) {
-  const double number = wholeNumber(setting(name, fallback)).value_or(-1);
+  const double number = convertedNumber(setting(name, fallback)).value_or(-1);
   const bool fits = number >= 0 && number <= std::numeric_limits<int>::max();
   return fits ? static_cast<int>(number) : -1;
 }
@@ -100,13 +100,12 @@ int categoryOfRoot(HiveHandle root) {
 }
 
 void walkRoot(Form42& form, SearchState& search, const std::string& rootName) {
-  const HiveHandle root = HiveFromName(rootName);
-  search.rootName = rootName;
+  search.root = HiveFromName(rootName);
   if (form.searchCategory == 0) {
-    search.category = categoryOfRoot(root);
+    search.category = categoryOfRoot(search.root);
     search.run.found = 0;
   }
-  SearchKeyTree(form, search, root, search.category == 1 ? "clsid" : "");
+  SearchKeyTree(form, search, search.category == 1 ? "clsid" : "");
   const std::size_t row = rowOfSearchCategory(search.category);
   if (row != 0) {
     showProblems(form, row, search.run.found);
@@ -154,7 +153,7 @@ void cmdFind(Form42& form) {
   SearchState search{.testsKeys = form.ChKeys.value,
                      .testsValues = form.ChValues.value,
                      .testsData = form.ChData.value,
-                     .rootName = {},
+                     .root = {},
                      .category = form.searchCategory,
                      .run = {},
                      .lister = {}};

@@ -139,11 +139,11 @@ void createCategoryRows(Form42& form) {
     form.View1.add(readLanguageText(form, "Form42", category.nameKey));
   }
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
-    form.View1.setSmallIcon(row, categories()[row - 1].icon);
+    form.View1.setSmallIcon(row, categoryAt(row).icon);
   }
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     form.View1.setText(row, descriptionColumn,
-                       readLanguageText(form, "Form42", categories()[row - 1].textKey));
+                       readLanguageText(form, "Form42", categoryAt(row).textKey));
   }
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     form.View1.setText(row, problemsColumn, "0");

@@ -156,7 +156,7 @@ std::string withoutGroupCommas(std::string_view text) {
 
 }  // namespace
 
-std::optional<double> wholeNumber(std::string_view text) {
+std::optional<double> convertedNumber(std::string_view text) {
   text = withoutOuterBlanks(text);
   if (isPrefixedNumber(text)) {
     return leadingNumber(text);

@@ -22,7 +22,7 @@ std::int32_t leadingInteger(std::string_view text);
 // sign on either side, a currency sign ("$"), parentheses for a negative number, commas between the
 // digits, one decimal point and an exponent; or it is a whole number in hexadecimal or octal.
 // std::nullopt for any other text.
-std::optional<double> wholeNumber(std::string_view text);
+std::optional<double> convertedNumber(std::string_view text);
 
 // Decimal digits, with a minus sign if it is below 0.
 std::string decimal(std::int64_t number);

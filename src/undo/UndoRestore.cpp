@@ -93,13 +93,13 @@ void restoreText(const JournalRecord& record, int digit) {
 void restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
   const HiveHandle hive = hiveOf(digit);
   if (hive != HiveHandle::Unknown) {
-    SetRegDword(form, std::string(longName(hive)) + "\\" + record.key, record.text, 1);
+    SetRegDword(form, keyPath(hive, record.key), record.text, 1);
   }
 }
 
 // A field that is no number, or is one beyond 16 bits, leaves the one of the record before.
 int digitOf(const std::string& field, int before) {
-  const double number = std::nearbyint(wholeNumber(field).value_or(before));
+  const double number = std::nearbyint(convertedNumber(field).value_or(before));
   const bool fits = number >= INT16_MIN && number <= INT16_MAX;
   return fits ? static_cast<int>(number) : before;
 }

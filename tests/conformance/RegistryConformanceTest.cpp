@@ -118,7 +118,8 @@ TEST_P(RegistryConformance, TheClassesAreSharedButForTheirTwoRedirectedKeys) {
 }
 
 TEST_P(RegistryConformance, TheUsersKeysAreReachedByTheirHive) {
-  EXPECT_EQ(GetKeyValue64(form, "HKCU", "Software\\Conformance", "Owner"), "the user");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::CurrentUser, "Software\\Conformance", "Owner"),
+            "the user");
 }
 
 TEST_P(RegistryConformance, ATooSmallBufferIsToldTheSizeThatIsNeeded) {
@@ -225,14 +226,14 @@ TEST_P(RegistryConformance, TheProviderHasNoListForAKeyWithoutValues) {
 }
 
 TEST_P(RegistryConformance, TheProviderGivesTextsOnly) {
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Text"), "plain");
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Expand"), "%windir%\\a");
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Number"), "");
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, ""), "the default");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, types, "Text"), "plain");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, types, "Expand"), "%windir%\\a");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, types, "Number"), "");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, types, ""), "the default");
 }
 
 TEST_P(RegistryConformance, ATextKeepsItsLettersWhateverTheCodePage) {
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", types, "Accents"), "grün");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, types, "Accents"), "grün");
 }
 
 TEST_P(RegistryConformance, SettingsReadersSeeTheSameValues) {
@@ -243,9 +244,7 @@ TEST_P(RegistryConformance, SettingsReadersSeeTheSameValues) {
 }
 
 TEST_P(RegistryConformance, EnumeratorsSeeTheTrueView) {
-  std::string names;
-  LONG rc = -1;
-  fEnumKey(form, "HKLM", place, names, rc);
+  fEnumKey(form, HiveHandle::LocalMachine, place);
   EXPECT_EQ(fixture::entriesOf(form.List1), (Names{"alpha", "Beta", "Gamma", "Types"}));
 }
 

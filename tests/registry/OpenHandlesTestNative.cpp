@@ -5,6 +5,7 @@
 #include "keys/Deletion.h"
 #include "machine/Machine.h"
 #include "machine/registry/Registry.h"
+#include "registry/KeptRoutines.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
 #include "support/ComputerFixture.h"
@@ -35,26 +36,22 @@ auto enumerator(SubkeyRoutine routine) {
 }
 
 const std::array<Routine, 8> routines{{
-    {"fEnumKey", enumerator(fEnumKey), 0, 0},
+    {"fEnumKey",
+     [](Form42& form, const std::string& path) { fEnumKey(form, HiveHandle::LocalMachine, path); },
+     0, 0},
     // The only walk that leaves its key open when it is stopped.
     {"fEnumKeyno", enumerator(fEnumKeyno), 0, 1},
-    {"fEnumKey1", enumerator(fEnumKey1), 0, 0},
+    {"fEnumKey1",
+     [](Form42& form, const std::string& path) { fEnumKey1(form, HiveHandle::LocalMachine, path); },
+     0, 0},
     {"fEnumKey5", enumerator(fEnumKey5), 0, 0},
     {"fEnumKey6", enumerator(fEnumKey6), 0, 0},
     {"fEnumValue_old", enumerator(fEnumValue_old), 0, 0},
     // Deletions leave their key open, whatever comes of them.
     {"fDeleteKey",
-     [](Form42& /*form*/, const std::string& path) {
-       LONG rc = 0;
-       fDeleteKey("HKLM", path, "None", rc);
-     },
-     1, 1},
+     [](Form42& /*form*/, const std::string& path) { fDeleteKey("HKLM", path, "None"); }, 1, 1},
     {"fDeleteValue",
-     [](Form42& /*form*/, const std::string& path) {
-       LONG rc = 0;
-       fDeleteValue("HKLM", path, "None", rc);
-     },
-     1, 1},
+     [](Form42& /*form*/, const std::string& path) { fDeleteValue("HKLM", path, "None"); }, 1, 1},
 }};
 
 class OpenHandlesTest : public fixture::ComputerFixture {

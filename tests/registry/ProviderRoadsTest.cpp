@@ -104,16 +104,16 @@ class ProviderRoadsTest : public fixture::ComputerFixture,
 
 TEST_P(ProviderRoadsTest, ACallThatFailsDropsTheConnectionAndTheNextOneMakesANewOne) {
   setText(key, "a", "text");
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "a"), "text");
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "none"), "");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, place, "a"), "text");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, place, "none"), "");
   EXPECT_EQ(calls.connections, 1);
   EXPECT_FALSE(form.isProviderSilent);
   calls.lastSound = 2;
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "a"), "");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, place, "a"), "");
   EXPECT_TRUE(form.isProviderSilent);
   EXPECT_EQ(calls.connections, 1);
   calls.lastSound = std::numeric_limits<int>::max();
-  EXPECT_EQ(GetKeyValue64(form, "HKLM", place, "a"), "text");
+  EXPECT_EQ(GetKeyValue64(form, HiveHandle::LocalMachine, place, "a"), "text");
   EXPECT_EQ(calls.connections, 2);
 }
 

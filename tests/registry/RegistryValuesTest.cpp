@@ -1,6 +1,5 @@
 #include "registry/RegistryValues.h"
 
-#include "keys/IniFile.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {
@@ -188,78 +187,6 @@ TEST_F(ReadValueTest, ReadsFromAnIniFile) {
   EXPECT_EQ(read("None", "S", iniFile, "Section"), Variant("fallback"));
   EXPECT_EQ(read("Number", "D", iniFile, "Section"), Variant("fallback"));
   EXPECT_EQ(rc, 12);
-}
-
-class EnumValueOldTest : public RegistryValuesTest {
- protected:
-  std::string pairs;
-  LONG rc = -1;
-};
-
-TEST_F(EnumValueOldTest, ListsTextsAndNumbersWithTheirData) {
-  setText(key64, "aText", "abc");
-  setNumber(key64, "bNumber", 258);
-  setBytes(key64, "cTwo", REG_BINARY, "\1\1");
-  setBytes(key64, "dThree", REG_BINARY, "\1\1\1");
-  setText(key64, "eExpand", "abc", REG_EXPAND_SZ);
-  fEnumValue_old(form, "HKLM", place, pairs, rc);
-  EXPECT_EQ(pairs, std::string("aText=abc\0bNumber=258\0cTwo=257\0\0", 32));
-  EXPECT_EQ(fixture::entriesOf(form.List1),
-            (std::vector<std::string>{"aText", "bNumber", "cTwo", "dThree", "eExpand"}));
-  EXPECT_EQ(rc, 0);
-}
-
-TEST_F(EnumValueOldTest, AStopEndsTheWalk) {
-  setText(key64, "Text", "abc");
-  form.Text2.setText("2");
-  fEnumValue_old(form, "HKLM", place, pairs, rc);
-  EXPECT_EQ(form.List1.count(), 0);
-  EXPECT_EQ(rc, 0);
-}
-
-TEST_F(EnumValueOldTest, GivesTheCodeOfARefusedHiveAndOfAMissingKey) {
-  fEnumValue_old(form, "HKCC", place, pairs, rc);
-  EXPECT_EQ(rc, 99);
-  fEnumValue_old(form, "HKLM", place + "\\None", pairs, rc);
-  EXPECT_EQ(rc, 2);
-}
-
-TEST_F(EnumValueOldTest, ListsTheLinesOfAnIniSection) {
-  makeFile(iniFile, "[Section]\r\na=1\r\nb=2\r\n[Other]\r\nc=3\r\n");
-  fEnumValue_old(form, iniFile, "Section", pairs, rc);
-  EXPECT_EQ(pairs, std::string("a=1\0b=2\0", 8));
-  EXPECT_EQ(rc, 8);
-}
-
-class IniFuzzyTest : public RegistryValuesTest {
- protected:
-  void read(const std::string& name) {
-    fReadIniFuzzy(iniFile, section, name, "fallback", result, rc);
-  }
-  std::string section = "driver";
-  std::string result;
-  LONG rc = -1;
-};
-
-TEST_F(IniFuzzyTest, FindsASectionThatOnlyContainsTheName) {
-  makeFile(iniFile, "[First]\r\nname=1\r\n[My Driver Set]\r\nNameOfIt=here\r\n");
-  read("name");
-  EXPECT_EQ(result, "HERE");
-  EXPECT_EQ(section, "MY DRIVER SET");
-  EXPECT_EQ(rc, 0);
-}
-
-TEST_F(IniFuzzyTest, GivesTheFallbackWhenTheSectionEndsWithoutTheKey) {
-  makeFile(iniFile, "[driver]\r\nother=1\r\n[driver 2]\r\nname=2\r\n");
-  read("name");
-  EXPECT_EQ(result, "fallback");
-  EXPECT_EQ(rc, 2);
-}
-
-TEST_F(IniFuzzyTest, GivesTheFallbackWithoutTheFile) {
-  makeFile(iniFile, "");
-  read("name");
-  EXPECT_EQ(result, "fallback");
 }
 
 }  // namespace

@@ -8,11 +8,10 @@ namespace {
 class ContainerRowsTest : public ContainerRowsFixture {
  protected:
   ~ContainerRowsTest() override {
-    LONG rc = 0;
     for (const std::string& place : places) {
       removeKey(place + "\\ContainerTest");
       const std::string hive = place.starts_with("HKEY_CURRENT_USER") ? "HKCU" : "HKLM";
-      fDeleteValue(hive, place.substr(place.find('\\') + 1), "ContainerTest", rc);
+      fDeleteValue(hive, place.substr(place.find('\\') + 1), "ContainerTest");
     }
   }
 };

@@ -30,11 +30,11 @@ class RepairStepsFixture : public ComputerFixture {
     ScannerRun run;
     addRow(form, run, finding);
     takeSteps(form, form.View2.count(), *repairKind(std::stoi(std::string(finding.kindCode))),
-              shortRoot);
+              root);
   }
 
  private:
-  std::string shortRoot;
+  HiveHandle root = HiveHandle::Unknown;
 };
 
 }  // namespace zelvreg::fixture

@@ -126,8 +126,8 @@ TEST_P(SafetyExportKindsTest, WhatTheRepairTakesIsExportedAndComesBack) {
   for (const Value& value : kind.values) {
     EXPECT_NE(std::ranges::find(names, shortName(value)), names.end()) << value.key;
   }
-  std::string shortRoot;
-  takeSteps(form, row, *repairKind(std::stoi(std::string(kind.finding.kindCode))), shortRoot);
+  HiveHandle root = HiveHandle::Unknown;
+  takeSteps(form, row, *repairKind(std::stoi(std::string(kind.finding.kindCode))), root);
   EXPECT_LT(valuesThere(), all);
   const RegistryImport result = importRegistryFile(exports().front());
   EXPECT_TRUE(result.isDone) << result.message;

@@ -33,6 +33,10 @@ TEST(Roots, EachIsFoundByItsNamesInAnyCase) {
   EXPECT_EQ(rootWithShortName("HKdd"), HiveHandle::DynData);
 }
 
+TEST(Roots, APathBeginsWithTheLongName) {
+  EXPECT_EQ(keyPath(HiveHandle::Users, "A\\B"), "HKEY_USERS\\A\\B");
+}
+
 TEST(Roots, AnyOtherTextNamesNone) {
   for (const char* text : {"", "HKEY_", "HKEY_USERS ", "HKEY_USERSX", "HKU", "\xCB\xCB"}) {
     EXPECT_EQ(rootWithLongName(text), HiveHandle::Unknown) << text;

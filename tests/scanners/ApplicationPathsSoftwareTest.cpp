@@ -110,10 +110,9 @@ class ApplicationPathsRootsTest : public fixture::ApplicationPathsFixture {
     setText(user + "\\Software", value, gone);
   }
   ~ApplicationPathsRootsTest() override {
-    LONG rc = 0;
-    fDeleteValue("HKLM", "Software", value, rc);
-    fDeleteValue("HKLM", "Software\\Wow6432Node", value, rc);
-    fDeleteValue("HKCU", "Software", value, rc);
+    fDeleteValue("HKLM", "Software", value);
+    fDeleteValue("HKLM", "Software\\Wow6432Node", value);
+    fDeleteValue("HKCU", "Software", value);
   }
 
   // The findings of that value, wherever.

@@ -7,6 +7,7 @@
 #include "keys/AccountSids.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scanners/KeptScanners.h"
 #include "scanners/ScannerFixture.h"
 #include "scanners/TypeLibraries.h"
 #include "text/Numbers.h"

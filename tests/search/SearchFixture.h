@@ -45,16 +45,15 @@ class SearchFixture : public fixture::ComputerFixture {
   // root, key, icon.
   std::vector<Texts> found(HiveHandle root = HiveHandle::CurrentUser,
                            const std::string& key = ownKey) {
-    SearchState search{
-        .testsKeys = form.ChKeys.value,
-        .testsValues = form.ChValues.value,
-        .testsData = form.ChData.value,
-        .rootName = root == HiveHandle::CurrentUser ? "HKEY_CURRENT_USER" : "HKEY_LOCAL_MACHINE",
-        .category = form.searchCategory,
-        .run = {},
-        .lister = {}};
+    SearchState search{.testsKeys = form.ChKeys.value,
+                       .testsValues = form.ChValues.value,
+                       .testsData = form.ChData.value,
+                       .root = root,
+                       .category = form.searchCategory,
+                       .run = {},
+                       .lister = {}};
     form.View2.clear();
-    SearchKeyTree(form, search, root, key);
+    SearchKeyTree(form, search, key);
     return rows();
   }
 

@@ -28,15 +28,15 @@ INSTANTIATE_TEST_SUITE_P(Texts, LeadingNumber,
                                            Reading{"&O17", 15}, Reading{"&17", 15}, Reading{"&", 0},
                                            Reading{"&Hxy", 0}, Reading{"\t3\n4", 34}));
 
-class WholeNumber : public ::testing::TestWithParam<Reading> {};
+class ConvertedNumber : public ::testing::TestWithParam<Reading> {};
 
-TEST_P(WholeNumber, IsAllOfTheText) {
-  const auto number = wholeNumber(GetParam().text);
+TEST_P(ConvertedNumber, IsAllOfTheText) {
+  const auto number = convertedNumber(GetParam().text);
   ASSERT_TRUE(number.has_value()) << GetParam().text;
   EXPECT_EQ(*number, GetParam().number) << GetParam().text;
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, WholeNumber,
+INSTANTIATE_TEST_SUITE_P(Texts, ConvertedNumber,
                          ::testing::Values(Reading{"0", 0}, Reading{"1.0", 1}, Reading{" 7 ", 7},
                                            Reading{"-5", -5}, Reading{"5-", -5}, Reading{"+5", 5},
                                            Reading{"(5)", -5}, Reading{"$5", 5}, Reading{"-$5", -5},
@@ -46,13 +46,13 @@ INSTANTIATE_TEST_SUITE_P(Texts, WholeNumber,
                                            Reading{"&H10", 16}, Reading{"&hFF", 255},
                                            Reading{"&O17", 15}, Reading{"&17", 15}));
 
-class NoWholeNumber : public ::testing::TestWithParam<const char*> {};
+class NotANumber : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(NoWholeNumber, IsATextWithAnythingElse) {
-  EXPECT_FALSE(wholeNumber(GetParam()).has_value()) << GetParam();
+TEST_P(NotANumber, IsATextWithAnythingElse) {
+  EXPECT_FALSE(convertedNumber(GetParam()).has_value()) << GetParam();
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, NoWholeNumber,
+INSTANTIATE_TEST_SUITE_P(Texts, NotANumber,
                          ::testing::Values("", " ", "abc", "1.d", "1.a", "a1", "1 2", "1.2.3", ".",
                                            "-", "--5", "-5-", "(-5)", "(5", "5)", "1e", ",5", "&",
                                            "&H", "&Hxy", "&8", "FX:1",

@@ -1,11 +1,11 @@
 // What the tests of the scanners of server programs share.
-#ifndef ZELVREG_TESTS_SCANNERS_SERVER_PROGRAMS_FIXTURE_H
-#define ZELVREG_TESTS_SCANNERS_SERVER_PROGRAMS_FIXTURE_H
+#ifndef ZELVREG_TESTS_SCANNERS_KEPT_SCANNERS_FIXTURE_H
+#define ZELVREG_TESTS_SCANNERS_KEPT_SCANNERS_FIXTURE_H
 
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scanners/KeptScanners.h"
 #include "scanners/ScannerFixture.h"
-#include "scanners/ServerPrograms.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 

@@ -1,11 +1,11 @@
 // Servers of the merged classes root.
-#include "scanners/ServerPrograms.h"
+#include "scanners/KeptScanners.h"
 
 #include <algorithm>
 
 #include "form/Form42.h"
+#include "scanners/KeptScannersFixture.h"
 #include "scanners/PaintedTexts.h"
-#include "scanners/ServerProgramsFixture.h"
 #include "text/Wide.h"
 
 namespace zelvreg::serverPrograms {

@@ -1,10 +1,11 @@
-#include "scanners/ServerPrograms.h"
+#include "scanners/KeptScanners.h"
 
 #include <initializer_list>
 
 #include "form/Form42.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
@@ -16,16 +17,13 @@
 namespace zelvreg {
 namespace {
 
-constexpr std::size_t bitmapsCategoryRow = 7;
+constexpr std::size_t categoryRow = 7;
 
-void listClasses(Form42& form, const char* hive, const char* key) {
-  std::string names;
-  LONG rc = 0;
+void listClasses(Form42& form, HiveHandle root, const char* key) {
   form.List1.clear();
   form.List2.clear();
-  fEnumKey(form, hive, key, names, rc);
-  if (rc == ERROR_FILE_NOT_FOUND) {
-    fEnumKey(form, "HKCU", "clsid", names, rc);
+  if (fEnumKey(form, root, key).rc == ERROR_FILE_NOT_FOUND) {
+    fEnumKey(form, HiveHandle::CurrentUser, "clsid");
   }
 }
 
@@ -47,7 +45,7 @@ void testMergedServer(Form42& form, ScannerRun& run, const std::string& name) {
   Variant value;
   LONG code = 0;
   // Read in the 32-bit view, although the names are of the 64-bit one.
-  fReadValue("HKCr", key, "", "S", "", value, code);
+  fReadValue(std::string(shortName(HiveHandle::ClassesRoot)), key, "", "S", "", value, code);
   std::string path = resolvedPath(form, withoutQuotes(textOf(value)));
   const std::string_view trimmed = trim(path);
   const bool isEmptyServer = trimmed.empty() && code == ERROR_SUCCESS;
@@ -65,9 +63,9 @@ void testMergedServer(Form42& form, ScannerRun& run, const std::string& name) {
          {.location = key,
           .badValue = path,
           .kindCode = "8",
-          .rootName = "HKEY_CLASSES_ROOT",
+          .rootName = longName(HiveHandle::ClassesRoot),
           .subKey = key,
-          .iconKey = "g"});
+          .iconKey = categoryAt(categoryRow).icon});
   ++form.categoryFound;
 }
 
@@ -111,11 +109,57 @@ void writeListedTexts(Form42& form, const char* kindCode, AfterTurn&& afterTurn)
     const std::size_t row = firstRow + static_cast<std::size_t>(index);
     form.View2.setText(row, badValueColumn, form.List2.text(index));
     form.View2.setText(row, kindCodeColumn, kindCode);
-    form.View2.setSmallIcon(row, "g");
+    form.View2.setSmallIcon(row, categoryAt(categoryRow).icon);
     ++form.categoryFound;
     afterTurn();
     ++index;
   } while (index < form.List2.count());
+}
+
+std::string firstNumericEntry(const ListBox& list) {
+  for (int index = 0; index < list.count(); ++index) {
+    const std::string_view entry = trim(list.text(index));
+    if (convertedNumber(entry).has_value()) {
+      return std::string(entry);
+    }
+  }
+  return {};
+}
+
+// The path of the key of a library's 32-bit file. Every part may be empty.
+std::string libraryFileKey(Form42& form, const std::string& guid) {
+  fEnumKey(form, HiveHandle::ClassesRoot, "typelib\\" + guid);
+  const std::string version = firstNumericEntry(form.List1);
+  fEnumKey1(form, HiveHandle::ClassesRoot, "typelib\\" + guid + "\\" + version);
+  const std::string locale(trim(form.List4.text(0)));
+  return guid + "\\" + version + "\\" + locale + "\\win32";
+}
+
+void testLibraryFile(Form42& form, ScannerRun& run, const std::string& fileKey) {
+  const std::string value = defaultValueOf(HiveHandle::ClassesRoot, "typelib\\" + fileKey);
+  if (isListedWhenUnhidden(form, value)) {
+    return;
+  }
+  const std::string key = "Typelib\\" + fileKey;
+  form.List2.add(value);
+  addRow(form, run,
+         {.location = key,
+          .badValue = value,
+          .kindCode = "9",
+          .rootName = longName(HiveHandle::ClassesRoot),
+          .subKey = key,
+          .iconKey = categoryAt(categoryRow).icon});
+  ++form.categoryFound;
+}
+
+// Moves the libraries out of the way of their versions. An empty list gives one empty entry.
+void moveToList3(Form42& form) {
+  int index = 0;
+  do {
+    form.List3.add(form.List1.text(index));
+    ++index;
+  } while (index < form.List1.count());
+  form.List1.clear();
 }
 
 }  // namespace
@@ -123,13 +167,28 @@ void writeListedTexts(Form42& form, const char* kindCode, AfterTurn&& afterTurn)
 void Command14(Form42& form) {
   form.categoryFound = 0;
   ScannerRun run{.row = nextRow(form)};
-  listClasses(form, "HKCR", "clsid");
+  listClasses(form, HiveHandle::ClassesRoot, "clsid");
   walkClasses(form, [&](const std::string& name) { testMergedServer(form, run, name); });
   storeRowCount(form);
 }
 
+void Command16(Form42& form) {
+  ScannerRun run{.row = nextRow(form)};
+  form.List1.clear();
+  form.List2.clear();
+  form.List3.clear();
+  form.List4.clear();
+  fEnumKey(form, HiveHandle::ClassesRoot, "typelib");
+  moveToList3(form);
+  walkEntries(form, form.List3, LastTurn::TheLast, [&](int /*index*/, const std::string& guid) {
+    testLibraryFile(form, run, libraryFileKey(form, guid));
+    form.List1.clear();
+  });
+  storeRowCount(form);
+}
+
 void Command18(Form42& form) {
-  listClasses(form, "HKLM", scannedKeys::machineClassIds);
+  listClasses(form, HiveHandle::LocalMachine, scannedKeys::machineClassIds);
   walkClasses(form, [&](const std::string& name) {
     const Server server = firstServer(
         HiveHandle::LocalMachine, std::string(scannedKeys::machineClassIds) + "\\" + name,
@@ -146,7 +205,7 @@ void Command18(Form42& form) {
 
 void Command19(Form42& form) {
   ScannerRun run{.row = nextRow(form)};
-  listClasses(form, "HKCR", "clsid");
+  listClasses(form, HiveHandle::ClassesRoot, "clsid");
   walkClasses(form, [&](const std::string& name) {
     const Server bitmap = firstServer(HiveHandle::ClassesRoot, "clsid\\" + name,
                                       {"\\toolboxbitmap32", "\\toolboxbitmap"});
@@ -157,14 +216,13 @@ void Command19(Form42& form) {
              {.location = bitmap.key,
               .badValue = program,
               .kindCode = "10",
-              .rootName = "HKEY_CLASSES_ROOT",
+              .rootName = longName(HiveHandle::ClassesRoot),
               .subKey = bitmap.key,
-              .iconKey = "g"});
+              .iconKey = categoryAt(categoryRow).icon});
       ++form.categoryFound;
     }
   });
-  writeListedTexts(form, "10",
-                   [&form] { showProblems(form, bitmapsCategoryRow, form.categoryFound); });
+  writeListedTexts(form, "10", [&form] { showProblems(form, categoryRow, form.categoryFound); });
   storeRowCount(form);
 }
 

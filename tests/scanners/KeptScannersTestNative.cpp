@@ -1,7 +1,7 @@
 // Only the emulated computer can be without classes, let a call fail and be a 32-bit one.
 #include "form/Form42.h"
 #include "machine/Machine.h"
-#include "scanners/ServerProgramsFixture.h"
+#include "scanners/KeptScannersFixture.h"
 
 namespace zelvreg::serverPrograms {
 namespace {

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "form/Form42.h"
-#include "scanners/ServerProgramsFixture.h"
+#include "scanners/KeptScannersFixture.h"
 #include "text/Wide.h"
 
 namespace zelvreg::serverPrograms {

@@ -1,10 +1,10 @@
 #include "console/Commands.h"
 
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "console/GivenComputer.h"
 #include "support/ComputerFixture.h"
+#include "support/ParsedJson.h"
 
 namespace zelvreg::console {
 namespace {
@@ -44,7 +44,7 @@ TEST_F(CommandsTest, JsonAloneStandsOnTheOutputWithAllRowsOfTheResults) {
   setText(fontsKey, "Grün", "gone.ttf");
   options.format = Format::Json;
   EXPECT_EQ(run(), problemsFound);
-  const auto object = nlohmann::json::parse(out.str());
+  const auto object = fixture::parsedJson(out.str());
   EXPECT_EQ(object["findings"][0]["location"], "Gr\xC3\xBCn");
   EXPECT_EQ(object["findings"][0]["checked"], true);
   EXPECT_EQ(object["categories"].size(), 16U);

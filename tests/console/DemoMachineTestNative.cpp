@@ -2,10 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <nlohmann/json.hpp>
+#include <iterator>
 
 #include "console/CommandRun.h"
 #include "machine/TemporaryFolder.h"
+#include "support/ParsedJson.h"
 #include "support/SourceFolder.h"
 
 namespace zelvreg::console {
@@ -21,14 +22,14 @@ nlohmann::json scanDemo(std::vector<std::string> options, int& status) {
   CommandRun command;
   status = command.onMachine(copy.path().string(), std::move(options));
   EXPECT_EQ(command.error.str(), "");
-  return nlohmann::json::parse(command.out.str());
+  return fixture::parsedJson(command.out.str());
 }
 
 TEST(DemoMachine, AScanIsAsItsPageTells) {
   int status = 0;
   const auto object = scanDemo({}, status);
   std::ifstream page(sourceFolder() + "/demo/scan.json");
-  const auto expected = nlohmann::json::parse(page);
+  const auto expected = fixture::parsedJson(std::string(std::istreambuf_iterator<char>(page), {}));
   // Row by row first, so that a difference is easy to see.
   ASSERT_EQ(object["findings"].size(), expected["findings"].size());
   for (std::size_t row = 0; row < expected["findings"].size(); ++row) {

@@ -1,10 +1,9 @@
 // What a user may ask of a repair beforehand; the Windows program takes no machine folder.
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
 #include "console/CommandRun.h"
 #include "machine/TemporaryFolder.h"
+#include "support/ParsedJson.h"
 #include "support/SourceFolder.h"
 
 namespace zelvreg::console {
@@ -33,7 +32,7 @@ class FixControlTest : public ::testing::Test, protected CommandRun {
     return "(none)";
   }
 
-  [[nodiscard]] Json result() const { return Json::parse(out.str()); }
+  [[nodiscard]] Json result() const { return fixture::parsedJson(out.str()); }
   [[nodiscard]] bool isUntouched() const {
     return home.read("machine/registry.reg") == registry &&
            !home.has("machine/C/Program Files (x86)/zelvreg/backup");

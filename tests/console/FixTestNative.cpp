@@ -2,11 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <nlohmann/json.hpp>
 
 #include "console/CommandRun.h"
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
+#include "support/ParsedJson.h"
 #include "support/SourceFolder.h"
 #include "support/WholeRegistry.h"
 
@@ -43,7 +43,7 @@ class FixTest : public ::testing::Test, protected CommandRun {
 
 TEST_F(FixTest, ToTheLetterEveryRowWithAKindLeavesTheList) {
   EXPECT_EQ(run({"fix", "--yes", "--json", "--no-protect"}), nothingFound);
-  const auto object = nlohmann::json::parse(out.str());
+  const auto object = fixture::parsedJson(out.str());
   EXPECT_EQ(object["repaired"], 42);
   EXPECT_EQ(object["total"], 4);
   for (const auto& finding : object["findings"]) {
@@ -57,7 +57,7 @@ TEST_F(FixTest, ToTheLetterEveryRowWithAKindLeavesTheList) {
 // the key of the other list.
 TEST_F(FixTest, TheCountsTellWhatIsGoneAndWhatIsStillThere) {
   EXPECT_EQ(run({"fix", "--yes", "--json"}), nothingFound);
-  const auto object = nlohmann::json::parse(out.str());
+  const auto object = fixture::parsedJson(out.str());
   EXPECT_EQ(object["repaired"], 33);
   EXPECT_EQ(object["total"], 13);
   EXPECT_EQ(object["outcome"].dump(), R"({"gone":33,"leftAlone":3,"noEffect":6})");
@@ -75,9 +75,9 @@ TEST_F(FixTest, WhatARepairLeftIsWhatTheNextScanFinds) {
       "global-classes,machine-classes,firewall,file-extensions,uninstall,"
       "startup,recent-lists,mui-cache";
   run({"fix", "--yes", "--json", "--only", rows});
-  auto left = nlohmann::json::parse(out.str())["findings"];
+  auto left = fixture::parsedJson(out.str())["findings"];
   run({"scan", "--json", "--only", rows});
-  auto found = nlohmann::json::parse(out.str())["findings"];
+  auto found = fixture::parsedJson(out.str())["findings"];
   for (auto* list : {&left, &found}) {
     for (auto& finding : *list) {
       finding.erase("checked");

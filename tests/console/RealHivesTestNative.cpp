@@ -4,10 +4,10 @@
 
 #include <cstdlib>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "console/Commands.h"
+#include "support/ParsedJson.h"
 
 namespace zelvreg::console {
 namespace {
@@ -40,7 +40,7 @@ class RealHives : public ::testing::Test {
     runCommand(parsed.options, *computer, {.out = out, .error = error});
     EXPECT_EQ(error.str(), "");
     Counts counts;
-    const auto findings = nlohmann::json::parse(out.str())["findings"];
+    const auto findings = fixture::parsedJson(out.str())["findings"];
     for (const auto& finding : findings) {
       ++counts[finding["kindCode"]];
     }

@@ -6,6 +6,7 @@
 
 #include "console/DisplayText.h"
 #include "console/Progress.h"
+#include "support/ParsedJson.h"
 
 namespace zelvreg::console {
 namespace {
@@ -29,7 +30,7 @@ TEST(JsonText, IsOneObjectWithTheFieldsInTheirOrder) {
 }
 
 TEST(JsonText, HoldsEmptyListsWhenNothingWasFound) {
-  const auto object = nlohmann::json::parse(jsonText({}));
+  const auto object = fixture::parsedJson(jsonText({}));
   EXPECT_TRUE(object["findings"].is_array());
   EXPECT_EQ(object["total"], 0);
 }
@@ -52,7 +53,7 @@ TEST(CsvText, WhatASpreadsheetWouldRunGetsAnApostrophe) {
                               "＝1", "＋1", "－1", "＠x"}) {
     result.findings[0].badValue = formula;
     EXPECT_NE(csvText(result).find("'" + std::string(formula)), std::string::npos) << formula;
-    EXPECT_EQ(nlohmann::json::parse(jsonText(result))["findings"][0]["badValue"], formula);
+    EXPECT_EQ(fixture::parsedJson(jsonText(result))["findings"][0]["badValue"], formula);
   }
   result.findings[0].badValue = "a=1";
   EXPECT_EQ(csvText(result).find('\''), std::string::npos);

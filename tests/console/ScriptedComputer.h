@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -16,6 +15,7 @@
 #include "machine/TemporaryFolder.h"
 #include "runtime/OwnText.h"
 #include "support/OtherScript.h"
+#include "support/ParsedJson.h"
 #include "support/WholeRegistry.h"
 #include "text/Text.h"
 #include "undo/JournalFile.h"
@@ -112,7 +112,7 @@ class ScriptedComputer : private CommandRun {
 
   json result(const std::vector<std::string>& arguments) {
     run(arguments);
-    return json::parse(out.str());
+    return fixture::parsedJson(out.str());
   }
   std::string output(const std::vector<std::string>& arguments) {
     run(arguments);

@@ -1,9 +1,9 @@
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "console/Commands.h"
 #include "console/GivenComputer.h"
 #include "support/ComputerFixture.h"
+#include "support/ParsedJson.h"
 
 namespace zelvreg::console {
 namespace {
@@ -29,7 +29,7 @@ class SearchCommandTest : public fixture::ComputerFixture {
     options.format = Format::Json;
     run();
     std::vector<std::string> all;
-    const auto object = nlohmann::json::parse(out.str());
+    const auto object = fixture::parsedJson(out.str());
     for (const auto& finding : object["findings"]) {
       all.push_back(finding["location"]);
     }
@@ -72,7 +72,7 @@ TEST_F(SearchCommandTest, JsonIsOneObjectWithoutCategories) {
   options.format = Format::Json;
   options.exitsZero = true;
   EXPECT_EQ(run(), nothingFound);
-  const auto object = nlohmann::json::parse(out.str());
+  const auto object = fixture::parsedJson(out.str());
   EXPECT_EQ(object["total"], 1);
   EXPECT_EQ(object["findings"][0]["badValue"], "SearchNeedle");
   EXPECT_EQ(object["findings"][0]["kindCode"], "11");

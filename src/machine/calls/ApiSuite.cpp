@@ -32,7 +32,7 @@ HWND FindWindowW(LPCWSTR, LPCWSTR title) {
   return nullptr;
 }
 
-LRESULT SendMessageW(HWND window, UINT number, WPARAM first, LPARAM second) {
+LRESULT SendMessageW(HWND window, UINT message, WPARAM first, LPARAM second) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return 0;
   if (window != suiteWindow() || !machine->hasSuite()) return failed(invalidWindow);
@@ -42,7 +42,7 @@ LRESULT SendMessageW(HWND window, UINT number, WPARAM first, LPARAM second) {
     // The second one points to a window's handle.
     const auto* told = reinterpret_cast<const HWND*>(second);
     machine->requests().suiteMessages.push_back(
-        {.number = number,
+        {.number = message,
          .text = std::string(block->bytes.data(), length),
          .flushed = block->flushed,
          .parameter = told == nullptr ? std::nullopt : std::optional(*told)});

@@ -49,7 +49,7 @@ std::string readAll(int file) {
   return bytes;
 }
 
-// The child's side: it ends here. What it answers are numbers behind a 1, or a message behind a 0.
+// The child's side: it ends here. Its answer is a 1 and numbers, or a 0 and a message.
 [[noreturn]] void answer(int file, const std::function<std::vector<double>()>& work) {
   try {
     const std::vector<double> numbers = work();

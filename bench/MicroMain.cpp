@@ -1,4 +1,4 @@
-// The steps that a scan takes hundreds of thousands of times, each by itself.
+// The steps that a scan takes hundreds of thousands of times, each on its own.
 #include <benchmark/benchmark.h>
 #include <windows.h>
 

@@ -18,7 +18,7 @@ class RegistryText {
  public:
   explicit RegistryText(const std::filesystem::path& file);
 
-  // A key that others stand in, with all keys above it that were not written yet.
+  // A key that holds others, with all keys above it that were not written yet.
   void container(std::string_view path);
   // Any other key; its parent must have been written, and it must not have been.
   void key(std::string_view path);

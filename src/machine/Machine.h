@@ -96,7 +96,7 @@ class Machine {
   std::unique_ptr<State> state;
 };
 
-// Puts a machine in force for as long as it lives; the one before comes back after.
+// Puts a machine in force for as long as it lives; then the one before is in force again.
 class Running {
  public:
   explicit Running(Machine& machine);

@@ -24,7 +24,7 @@
 
 namespace zelvreg::machine {
 
-// Stands in a machine folder while its files are replaced.
+// Is in a machine folder while its files are replaced.
 inline constexpr const char* savingNote = "saving.txt";
 
 struct Machine::State {

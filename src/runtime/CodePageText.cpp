@@ -32,7 +32,7 @@ std::string codePageBytes(std::string_view text) {
   return bytes;
 }
 
-// What looks alike comes back as something else, and so does the sign for what is not there.
+// A character that only looks alike is read back as another, and so is the sign for a missing one.
 std::optional<std::string> exactCodePageBytes(std::string_view text) {
   std::string bytes = codePageBytes(text);
   return textOfCodePage(bytes) == text ? std::optional(std::move(bytes)) : std::nullopt;

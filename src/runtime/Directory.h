@@ -9,8 +9,9 @@
 namespace zelvreg {
 
 // The name, without its folder, of the first plain file that a path or a pattern with "*" and "?"
-// matches. Hidden and system files do not count. Empty if there is none, for the empty text and for
-// a folder, and also if the system refuses the path or `shares` forbids it: there are no errors.
+// matches. Hidden and system files do not count. Empty if nothing matches, for the empty text and
+// for a folder, and also if the system refuses the path or `shares` forbids it: there are no
+// errors.
 std::string Dir(const std::string& pattern, Shares shares = Shares::Refused);
 
 // Creates a folder, with all missing folders above it. Whether it exists then.

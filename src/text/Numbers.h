@@ -9,7 +9,7 @@
 
 namespace zelvreg {
 
-// The number that a text begins with. Blanks, tabs and line ends are skipped wherever they stand.
+// The number that a text begins with. Blanks, tabs and line ends are skipped wherever they are.
 // A sign, digits with one decimal point, and an exponent ("e" or "d") are read, and so are whole
 // numbers in hexadecimal ("&H") and octal ("&O" or "&"). What follows is ignored. A text without a
 // number gives 0. So "12 Problem(s)" is 12, and "1 2" is 12 too.

@@ -10,7 +10,7 @@
 namespace zelvreg {
 namespace {
 
-// ASCII is matched as it stands; for other text there is one element for each character.
+// ASCII is matched as it is; for other text there is one element for each character.
 template <typename Character>
 using Characters = std::basic_string_view<Character>;
 
@@ -24,7 +24,7 @@ template <typename Character>
 struct Element {
   enum class Kind : std::uint8_t { This, AnyOne, AnyNumber, Digit, List };
   Kind kind = Kind::This;
-  Characters<Character> characters;  // the one character, or what stands in the brackets
+  Characters<Character> characters;  // the one character, or what is in the brackets
   bool isNegated = false;
 };
 

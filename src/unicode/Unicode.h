@@ -5,7 +5,7 @@
 // simonsapin.github.io/wtf-8): every name survives the conversion there and back.
 //
 // Sizes of std::string are bytes, sizes of std::u16string are UTF-16 units. A returned text belongs
-// to the caller. Nothing here fails but for lack of memory, whatever bytes come in.
+// to the caller. Any bytes are accepted; nothing fails but for lack of memory.
 #ifndef ZELVREG_UNICODE_UNICODE_H
 #define ZELVREG_UNICODE_UNICODE_H
 

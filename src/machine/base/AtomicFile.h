@@ -18,7 +18,7 @@ namespace zelvreg::machine {
 class AtomicFile {
  public:
   // Writes the content. The folder must exist; a link is followed to the file that it names. Throws
-  // MachineError; nothing is left behind then.
+  // MachineError; no file is left over then.
   AtomicFile(const std::filesystem::path& file, std::string_view content);
   // The same for content that `write` puts into the file it is given, which is there and empty.
   // What `write` throws is passed on.

@@ -14,7 +14,7 @@ std::u16string upperCase(std::u16string_view text);
 // The other way, for text that is shown or compared by the program.
 char16_t lowerCase(char16_t unit);
 
-// Less than, equal to or greater than 0, as `first` sorts before, with or behind `second`.
+// Less than, equal to or greater than 0, as `first` sorts before, with or after `second`.
 int compareNames(std::u16string_view first, std::u16string_view second);
 
 // Whether they differ in case at most.

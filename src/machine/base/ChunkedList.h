@@ -35,7 +35,7 @@ class ChunkedList {
     return count;
   }
 
-  // The entry at an index, or null behind the last one.
+  // The entry at an index, or null after the last one.
   [[nodiscard]] const Entry* at(std::size_t index) const {
     for (std::size_t next = 0; next < chunkCount(); ++next) {
       const std::span<const Entry> entries = chunk(next);

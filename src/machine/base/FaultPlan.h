@@ -47,7 +47,7 @@ class FaultPlan {
   // nothing else. Several may be planned for one kind.
   void fail(ApiCall call, std::uint64_t n, LONG code);
 
-  // The same for call number `n` and every one behind it, until clear().
+  // The same for call number `n` and every later one, until clear().
   void failFrom(ApiCall call, std::uint64_t n, LONG code);
 
   // Forgets what is planned and starts every count anew.
@@ -64,7 +64,7 @@ class FaultPlan {
   struct Kind {
     std::uint64_t calls = 0;
     std::map<std::uint64_t, LONG> planned;
-    std::uint64_t lastSound = UINT64_MAX;  // behind it every call fails with `lasting`
+    std::uint64_t lastSound = UINT64_MAX;  // after it every call fails with `lasting`
     LONG lasting = ERROR_SUCCESS;
   };
   std::array<Kind, static_cast<std::size_t>(ApiCall::Count)> kinds;

@@ -1,4 +1,4 @@
-// What a file has besides its content: who owns it, who may do what with it, its extended
+// What a file has apart from its content: who owns it, who may do what with it, its extended
 // attributes, among them the access list and the attributes that drivers of NTFS show.
 #ifndef ZELVREG_MACHINE_BASE_FILE_TRAITS_H
 #define ZELVREG_MACHINE_BASE_FILE_TRAITS_H

@@ -23,9 +23,9 @@ std::string readWholeFile(const std::filesystem::path& file);
 // Reads up to `size` bytes from an offset on; how many there were.
 std::size_t readAt(const FileDescriptor& file, std::uint64_t offset, void* bytes, std::size_t size);
 
-// Inode, size, seconds and nanoseconds of the last write of what is at a name itself, not behind a
-// link; all zero if there is nothing. Tells whether somebody else has put another file there or
-// written it.
+// Inode, size, seconds and nanoseconds of the last write of what is at a name itself, not at the
+// end of a link; all zero if there is nothing. Tells whether somebody else has put another file
+// there or written it.
 using FileStamp = std::array<std::int64_t, 4>;
 FileStamp stampOf(const std::filesystem::path& file);
 

@@ -41,7 +41,7 @@ LONG mayReplace(const Machine& machine, const Place& to, const Place& from, DWOR
   return to.isFolder || from.isFolder ? ERROR_ACCESS_DENIED : mayDelete(machine, to);
 }
 
-// A file that is replaced hands on what this system knows of it, who may read it for one, unless
+// A new file takes over what is known of the one it replaces, such as who may read it, unless
 // the new one was made with a list of its own. 0 or the error number.
 int keepTraits(const Machine& machine, const Place& from, const Place& to) {
   const bool isReplaced = to.exists() && to.file != from.file;

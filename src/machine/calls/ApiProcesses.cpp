@@ -27,7 +27,7 @@ Processes* processes() {
   return machine == nullptr ? nullptr : &machine->processes();
 }
 
-// Takes the entry behind those that were given.
+// Takes the entry after those that were given.
 BOOL giveEntry(HANDLE snapshot, PROCESSENTRY32W* entry) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return FALSE;

@@ -61,7 +61,7 @@ DWORD giveCut(std::u16string_view text, LPWSTR buffer, DWORD size) {
   return giveText(text.substr(0, size - 1), buffer, size);
 }
 
-// Texts with a NUL behind each and one more at the end. Cut, the list still ends in two.
+// Texts, each followed by a NUL, and one more NUL at the end. Cut, the list still ends in two.
 DWORD giveList(const std::vector<std::u16string>& texts, LPWSTR buffer, DWORD size) {
   if (buffer == nullptr || size == 0) return 0;
   std::u16string list;
@@ -98,7 +98,7 @@ BOOL write(const Machine& machine, const Place& place, const ProfileFile& profil
   return TRUE;
 }
 
-// Decimal with a sign, or hexadecimal behind "0x"; what does not begin with a number is 0.
+// Decimal with a sign, or hexadecimal after "0x"; what does not begin with a number is 0.
 UINT numberIn(std::u16string_view wide) {
   const std::string narrow = utf8(wide);
   std::string_view text = narrow;

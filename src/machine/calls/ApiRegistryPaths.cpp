@@ -6,7 +6,7 @@
 namespace zelvreg::machine {
 namespace {
 
-// The view that the flags of an open ask for; both flags at once are refused.
+// The view that the flags of an open name; both flags at once are refused.
 LONG chooseView(REGSAM access, View ofHandle, View& view) {
   const REGSAM flags = access & viewFlags;
   if (flags == viewFlags) {

@@ -41,7 +41,7 @@ LONG putBytes(const RegistryValue& value, LPDWORD type, LPBYTE data, LPDWORD dat
   return ERROR_SUCCESS;
 }
 
-// A terminator that stands right behind the data and was not counted is taken along.
+// A terminator right after the data that was not counted is included.
 DWORD sizeWithTerminator(DWORD type, const BYTE* data, DWORD size) {
   if (!isText(type) || data == nullptr || size == 0) {
     return size;

@@ -58,7 +58,7 @@ HANDLE CreateFileMappingW(HANDLE file, const SECURITY_ATTRIBUTES*, DWORD, DWORD 
     failed(*fault);
     return nullptr;
   }
-  // Only memory without a file behind it is known here.
+  // Only memory that no file backs is known here.
   if (file != INVALID_HANDLE_VALUE || sizeHigh != 0 || sizeLow == 0) {
     failed(ERROR_INVALID_PARAMETER);
     return nullptr;

@@ -78,7 +78,7 @@ BOOL GetTokenInformation(HANDLE token, TOKEN_INFORMATION_CLASS what, LPVOID info
   const Bytes& sid = machine->token().sids.front();
   *needed = static_cast<DWORD>(sizeof(TOKEN_USER) + sid.size());
   if (information == nullptr || size < *needed) return failed(ERROR_INSUFFICIENT_BUFFER);
-  // The identifier lies behind the record that points to it.
+  // The identifier follows the record that points to it.
   BYTE* copy = static_cast<BYTE*>(information) + sizeof(TOKEN_USER);
   const TOKEN_USER user{{copy, 0}};
   std::memcpy(information, &user, sizeof user);

@@ -15,7 +15,7 @@ namespace zelvreg::machine {
 // Names are compared without regard to case. Of two sections or keys of one name the first counts.
 class ProfileFile {
  public:
-  // Bytes in the code page, or UTF-16 behind its byte order mark. `page` must outlive this.
+  // Bytes in the code page, or UTF-16 after its byte order mark. `page` must outlive this.
   ProfileFile(std::string_view content, const CodePage& page);
 
   // Names as they are written, in the order of the file.
@@ -27,7 +27,7 @@ class ProfileFile {
   [[nodiscard]] std::optional<std::u16string> value(std::u16string_view section,
                                                     std::u16string_view key) const;
 
-  // In place of the old line; a new key goes behind the last line of its section, a new section to
+  // In place of the old line; a new key goes after the last line of its section, a new section to
   // the end.
   void set(std::u16string_view section, std::u16string_view key, std::u16string_view value);
   // Nothing happens if it is not there.
@@ -49,7 +49,8 @@ class ProfileFile {
   [[nodiscard]] std::string bytesOf(std::u16string_view text) const;
   [[nodiscard]] std::u16string textOf(std::string_view bytes) const;
   [[nodiscard]] Line lineOf(std::u16string_view text) const;
-  // The lines of a section without its head: from `first` up to `end`; both 0 if there is none.
+  // The lines of a section without its head: from `first` up to `end`; both 0 if there is no such
+  // section.
   struct Range {
     std::size_t first = 0;
     std::size_t end = 0;

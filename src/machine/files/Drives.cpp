@@ -212,7 +212,7 @@ Place Drives::walk(const PathName& path) {
   way.addStepsInFront(stepsOf(path));
   place.error = way.go(missingDriveError());
   place.isFolder = place.exists() && way.leadsToFolder();
-  // A separator behind a name says that it is a folder's.
+  // A separator after a name says that it is a folder's.
   if (path.endsInSeparator && place.exists() && !place.isFolder) place.error = ERROR_INVALID_NAME;
   place.file = way.where();
   const bool isRoot = place.file.size() == root->second.size();

@@ -11,7 +11,7 @@ std::uintptr_t numberOf(HANDLE handle) { return reinterpret_cast<std::uintptr_t>
 }  // namespace
 
 HANDLE OpenFiles::addEntry(Entry entry) {
-  // Handles of the system are multiples of four, and a closed one does not come back at once.
+  // Handles of the system are multiples of four, and a closed one is not used again at once.
   last += 4;
   open.emplace(last, std::move(entry));
   return reinterpret_cast<HANDLE>(last);

@@ -48,7 +48,7 @@ class OpenFiles {
   HANDLE add(OpenSearch search);
   HANDLE add(StartedProgram program);
 
-  // Null if the handle is none, closed, or one of the other sort. Valid until it is closed.
+  // Null if the handle is unknown, closed, or of the other kind. Valid until it is closed.
   OpenFile* file(HANDLE handle);
   OpenSearch* search(HANDLE handle);
   SharedBlock* block(HANDLE handle);
@@ -56,12 +56,12 @@ class OpenFiles {
 
   // False if there is no such handle of this sort.
   bool closeSearch(HANDLE handle);
-  // Whatever is no search.
+  // Anything but a search.
   bool close(HANDLE handle);
 
   // The block whose memory begins here; null if there is none.
   SharedBlock* blockAt(const void* memory);
-  // The block that was made last and is still open; null if there is none.
+  // The newest block that is still open; null if there is none.
   SharedBlock* newestBlock();
 
   [[nodiscard]] std::size_t count() const { return open.size(); }

@@ -27,7 +27,7 @@ PathName parsePath(std::u16string_view text, const PathName& current);
 // A path with its drive, as a setting gives it.
 PathName parseFullPath(std::u16string_view text);
 
-// Cuts off the part behind the last separator or the drive's colon and gives it.
+// Cuts off the part after the last separator or the drive's colon and gives it.
 std::u16string_view takeLastPart(std::u16string_view& text);
 
 // A name without the blanks and dots at its end; "." and ".." stay.

@@ -1,5 +1,5 @@
-// The bytes of a hive file, and where what lies in them. Offsets are those in the file; a link is
-// an offset that counts from the first bin.
+// The bytes of a hive file, and where in them each thing is; docs/hive-format.md names the sources.
+// Offsets are those in the file; a link is an offset that counts from the first bin.
 #ifndef ZELVREG_MACHINE_HIVE_HIVE_BYTES_H
 #define ZELVREG_MACHINE_HIVE_HIVE_BYTES_H
 

@@ -22,7 +22,7 @@ struct hive_h;
 
 namespace zelvreg::machine {
 
-// A value as it stands in the hive; name and bytes live until the callback returns.
+// A value as the hive holds it; name and bytes live until the callback returns.
 struct HiveValue {
   std::string_view name;  // as subkeys have theirs
   DWORD type;

@@ -1,5 +1,5 @@
-// Names of a hive that libhivex cannot give: those with half of a character, which is none in the
-// UTF-8 that it speaks. Windows keeps them like any other.
+// Names of a hive that libhivex cannot give: those with half of a character, which does not exist
+// in the UTF-8 that it speaks. Windows keeps them like any other.
 #ifndef ZELVREG_MACHINE_HIVE_HIVE_NAMES_H
 #define ZELVREG_MACHINE_HIVE_HIVE_NAMES_H
 

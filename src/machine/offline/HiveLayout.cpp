@@ -75,7 +75,7 @@ std::uint32_t hintOf(std::u16string_view name) {
   return hint;
 }
 
-// The list of a key's subkeys, which may be parted into several lists.
+// The list of a key's subkeys, which may be split into several lists.
 class SubkeyList {
  public:
   SubkeyList(HiveBytes& hiveBytes, std::uint32_t node) : hive(hiveBytes) {

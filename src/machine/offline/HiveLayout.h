@@ -1,6 +1,6 @@
 // Where Windows is stricter about a hive file than libhivex, which writes it: large values lie in
 // parts, and lists of subkeys are sorted and hashed by upper-case Unicode. Windows would not find
-// what is laid out otherwise.
+// what is laid out otherwise. docs/hive-format.md has the records and their sources.
 #ifndef ZELVREG_MACHINE_OFFLINE_HIVE_LAYOUT_H
 #define ZELVREG_MACHINE_OFFLINE_HIVE_LAYOUT_H
 

@@ -33,7 +33,7 @@ struct InterruptedSave {
 
 // Ends a save that a process was stopped in, if the root holds its note: where some hives are new,
 // the others become so, too; where none is, the new files are dropped. Where somebody has written a
-// hive since, all stay as they are. Throws MachineError for a note that is none of this program's.
+// hive since, all stay as they are. Throws MachineError for a note that this program did not write.
 InterruptedSave finishSavingHives(const std::filesystem::path& root);
 
 }  // namespace zelvreg::machine

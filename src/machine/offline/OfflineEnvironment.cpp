@@ -67,7 +67,7 @@ class Builder {
     }
   }
 
-  // All variables that a key holds. Those of a user are put behind the computer's in a path.
+  // All variables that a key holds. In a path those of a user follow the computer's.
   void setAll(std::string_view path) {
     RegistryKey* key = registry.find(path);
     for (std::size_t index = 0; key != nullptr && index < registry.values(*key).size(); ++index) {

@@ -28,7 +28,7 @@ struct OfflineRegistry {
   std::string windowsFolder;         // "C:\\Windows", the folder's name as it is on the disk
 };
 
-// Throws MachineError if the disk has no hive at all, or if `disk.user` is none of its users.
+// Throws MachineError if the disk has no hive at all, or if `disk.user` is not one of its users.
 OfflineRegistry readOfflineRegistry(const OfflineDisk& disk);
 
 }  // namespace zelvreg::machine

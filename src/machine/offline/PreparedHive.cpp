@@ -100,7 +100,7 @@ void PreparedHive::addNew(RegistryKey& key) {
 }
 
 void PreparedHive::writeApart(const std::filesystem::path& beside) {
-  // What the other process has learned comes back as its answer: whether anything is changed, and
+  // What the other process has learned is its answer: whether anything is changed, and
   // the nodes of the new keys.
   const std::string answer = runApart([&] {
     HiveWriter writer(plan.hive->path());

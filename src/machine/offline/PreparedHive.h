@@ -19,7 +19,7 @@ class PreparedHive {
  public:
   // Writes the new file beside the hive, and reads it again to see that it holds what it should.
   // Nothing is written if the hive has all of it already. Throws MachineError, one line with the
-  // file and the key; nothing is left behind then.
+  // file and the key; no file is left over then.
   explicit PreparedHive(HivePlan plan);
 
   // The new file; none if the hive has all of it already.
@@ -40,7 +40,7 @@ class PreparedHive {
 
   HivePlan plan;
   bool isChanged = false;
-  std::vector<RegistryKey*> newKeys;  // each behind its parent
+  std::vector<RegistryKey*> newKeys;  // each after its parent
   std::unordered_map<const RegistryKey*, std::uint32_t> newNodes;
   std::optional<AtomicFile> newFile;
 };

@@ -36,7 +36,7 @@ class RegistryFileLines {
   // Encoding, mark and line ends.
   [[nodiscard]] const RegistryFileForm& form() const { return fileForm; }
 
-  // Goes to the next line; false behind the last one.
+  // Goes to the next line; false after the last one.
   bool next();
   // The line, without its end, until the next step.
   [[nodiscard]] std::u16string_view text() const { return line; }

@@ -25,8 +25,8 @@ struct PathQuestion {
 
 class PathMemo {
  public:
-  // The place, or that there is none; null for a path that is not remembered. An answer holds only
-  // for the registry's generation in which it was kept.
+  // The place, or that there is no such place; null for a path that is not remembered. An answer
+  // holds only for the registry's generation in which it was kept.
   [[nodiscard]] const std::optional<KeyPlace>* find(const PathQuestion& question,
                                                     std::uint64_t generation) const;
   // In the place of the answer that was kept longest.

@@ -69,7 +69,7 @@ class Registry {
 
   // Puts the content of a hive file at a new key. A key of the hive is read when first touched.
   void mount(RegistryKey& parent, std::u16string_view name, std::unique_ptr<HiveFile> hive);
-  // Makes CurrentControlSet the link that Select\Current asks for, if it does. Call once, when
+  // Makes CurrentControlSet the link that Select\Current names, if it names one. Call once, when
   // everything is loaded; what was loaded counts as unchanged from then on.
   void finishLoading();
 

@@ -43,7 +43,7 @@ class ValueList {
  public:
   [[nodiscard]] bool empty() const { return values.empty(); }
   [[nodiscard]] std::size_t size() const { return values.size(); }
-  // Null behind the last one.
+  // Null after the last one.
   [[nodiscard]] const RegistryValue* at(std::size_t position) const { return values.at(position); }
 
   // By name, without regard to case; null if there is none.

@@ -49,7 +49,7 @@ class Walker {
     return key;
   }
 
-  // What a link leads to in the end, or the key itself if it is none.
+  // What a link leads to in the end, or the key itself if it is no link.
   RegistryKey* follow(RegistryKey& key) {
     RegistryKey* target = &key;
     while (target != nullptr && registry.isLink(*target)) {

@@ -28,7 +28,7 @@ std::optional<KeyPlace> rootPlace(Registry& registry, HKEY root, View view);
 // Whether to open a link itself, where it is the last of a path, or what it leads to.
 enum class LastLink { Follow, Open };
 
-// The key that `path` leads to from `from`, in `view`; none if there is none.
+// The key that `path` leads to from `from`, in `view`, if there is one.
 std::optional<KeyPlace> walk(Registry& registry, const KeyPlace& from, std::u16string_view path,
                              View view, LastLink lastLink = LastLink::Follow);
 
@@ -60,7 +60,7 @@ CreatedKey create(Registry& registry, const KeyPlace& from, std::u16string_view 
 RegistryKey* makeKey(Registry& registry, RegistryKey& from, std::u16string_view path);
 
 // The subkeys and values of a place by index, merged where the place is: subkeys in name order,
-// the user's values first, without doubles. Null behind the last one. `cursor` may be kept for the
+// the user's values first, without doubles. Null after the last one. `cursor` may be kept for the
 // next index of the same place.
 RegistryKey* subkeyAt(Registry& registry, const KeyPlace& place, std::size_t index,
                       MergeCursor& cursor);

@@ -13,7 +13,7 @@
 namespace zelvreg::machine {
 
 // One entry: whom it names, and which rights it allows or denies. An entry of another kind names
-// nobody; the bytes behind its header are kept in `unread`.
+// nobody; the bytes after its header are kept in `unread`.
 struct AccessEntry {
   BYTE type = ACCESS_ALLOWED_ACE_TYPE;
   BYTE flags = 0;
@@ -53,7 +53,7 @@ Bytes aclOf(const std::vector<AccessEntry>& entries);
 // Whether the header is that of an ACL and its entries lie whole within its size.
 bool isWholeAcl(const ACL* acl);
 
-// The first byte behind the entries of an ACL; null if an entry runs past its size. `acl` must
+// The first byte after the entries of an ACL; null if an entry runs past its size. `acl` must
 // have a good header.
 BYTE* endOfEntries(ACL* acl);
 

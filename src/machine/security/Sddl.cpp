@@ -48,7 +48,7 @@ constexpr auto namedRights = std::to_array<NamedBits>({
     {"LO", 0x80},
     {"CR", 0x100},
 });
-// The names behind these are of another kind of object; they are read but never written.
+// The names that follow belong to another kind of object; they are read but never written.
 constexpr std::size_t writtenRights = 16;
 
 constexpr auto entryFlags = std::to_array<NamedBits>({

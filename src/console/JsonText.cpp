@@ -16,8 +16,6 @@ using Json = nlohmann::ordered_json;
 constexpr char32_t stand = U'\0';
 constexpr std::size_t digitCount = 4;
 
-bool isHalf(char32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
-
 std::string hexadecimal(char32_t code) {
   constexpr std::string_view digits = "0123456789abcdef";
   std::string text;
@@ -42,7 +40,7 @@ std::string withStands(std::string_view text) {
   std::string result;
   while (!text.empty()) {
     const Utf8Character next = firstCharacter(text);
-    if (next.code == stand || isHalf(next.code)) {
+    if (next.code == stand || isSurrogate(next.code)) {
       result += '\0';
       result += hexadecimal(next.code);
     } else {
@@ -95,7 +93,7 @@ std::optional<char32_t> escapeAt(std::string_view json) {
 
 bool isPair(std::string_view json, char32_t first) {
   const auto second = escapeAt(json.substr(std::min(escapedStand.size(), json.size())));
-  return first < 0xDC00 && second && *second >= 0xDC00 && *second <= 0xDFFF;
+  return isHighSurrogate(first) && second && isLowSurrogate(*second);
 }
 
 }  // namespace
@@ -127,9 +125,9 @@ nlohmann::json jsonOfText(std::string_view text) {
   while (!text.empty()) {
     std::size_t size = text.front() == '\\' ? 2 : 1;
     const auto code = escapeAt(text);
-    if (code && isHalf(*code) && isPair(text, *code)) {
+    if (code && isSurrogate(*code) && isPair(text, *code)) {
       size = 2 * escapedStand.size();
-    } else if (code && (isHalf(*code) || *code == stand)) {
+    } else if (code && (isSurrogate(*code) || *code == stand)) {
       json += escapedStand;
       text.remove_prefix(2);
       size = digitCount;

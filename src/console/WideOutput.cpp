@@ -28,8 +28,6 @@ std::size_t unfinished(std::string_view text) {
   return 0;
 }
 
-bool isHigh(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
-
 }  // namespace
 
 bool WideOutput::writeWhole() {
@@ -38,7 +36,7 @@ bool WideOutput::writeWhole() {
   pending.erase(0, size);
   for (std::u16string_view rest = units; !rest.empty();) {
     std::u16string_view piece = rest.substr(0, pieceSize);
-    piece.remove_suffix(piece.size() < rest.size() && isHigh(piece.back()) ? 1 : 0);
+    piece.remove_suffix(piece.size() < rest.size() && isHighSurrogate(piece.back()) ? 1 : 0);
     if (!write(piece)) {
       return false;
     }

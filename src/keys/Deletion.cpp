@@ -5,6 +5,7 @@
 
 #include "keys/OpenKey.h"
 #include "keys/RootHandles.h"
+#include "roots/NameLimits.h"
 
 namespace zelvreg {
 namespace {
@@ -52,7 +53,7 @@ void DeleteSubtree(HiveHandle hive, const std::string& key) {
   }
   // All names first: deleting while enumerating would move the index.
   std::vector<std::string> names;
-  std::array<char16_t, 256> name;
+  std::array<char16_t, longestKeyName + 1> name;
   for (DWORD index = 0; RegEnumKeyW(open.handle(), index, roomIn(name),
                                     static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
        ++index) {

@@ -19,7 +19,7 @@ LONG readText(HiveHandle hive, const std::string& key, const std::string& valueN
   ValueData data;
   const LONG status = data.read(open.handle(), valueName);
   type = data.type();
-  if (data.isText()) {
+  if (data.isSingleText()) {
     value = data.text();
   }
   return status;

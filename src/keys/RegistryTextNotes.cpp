@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
+#include "unicode/Unicode.h"
+
 namespace zelvreg::notes {
 namespace {
 
-std::u16string decimal(std::size_t number) {
-  std::u16string result;
-  do {
-    result += static_cast<char16_t>(u'0' + number % 10);
-    number /= 10;
-  } while (number != 0);
-  std::ranges::reverse(result);
-  return result;
-}
+std::u16string decimal(std::size_t number) { return utf16(std::to_string(number)); }
 
 // The decimal number at the front of `text`, which is taken off it.
 bool takeNumber(std::u16string_view& text, std::size_t& number) {

@@ -2,6 +2,8 @@
 #ifndef ZELVREG_KEYS_REGISTRY_TEXT_READER_H
 #define ZELVREG_KEYS_REGISTRY_TEXT_READER_H
 
+#include <windows.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -9,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "keys/RegistryTextDecoder.h"
 #include "keys/WideKey.h"
+#include "regfile/Lines.h"
 #include "roots/Roots.h"
 
 namespace zelvreg {
@@ -32,11 +34,12 @@ struct RegistryChange {
 struct RegistryChanges {
   bool isSafetyExport = false;  // the file says so
   std::vector<RegistryChange> list;
-  std::optional<RegistryTextFault> fault;  // if there is one, the list is not whole
+  std::optional<regfile::Fault> fault;  // if there is one, the list is not whole
 };
 
-// Texts are given their terminator. Roots go by their long names, in any case. A comment may stand
-// in a line of its own or behind a value; those of RegistryTextNotes.h are understood.
+// REGEDIT4 is taken to be in the computer's code page. Texts are given their terminator. Roots go
+// by their long names, in any case. A comment may stand in a line of its own or after a value;
+// those of RegistryTextNotes.h are understood.
 RegistryChanges readRegistryText(std::string_view bytes);
 
 }  // namespace zelvreg

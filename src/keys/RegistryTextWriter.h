@@ -1,5 +1,5 @@
-// Writing keys and values in the registry editor's export format, version 5.00: UTF-16LE with a
-// byte order mark, lines that end in CR LF.
+// Writing keys and values with the notes of a safety export, in the registry editor's export
+// format: version 5.00 in UTF-16LE, with lines that end in CR LF.
 #ifndef ZELVREG_KEYS_REGISTRY_TEXT_WRITER_H
 #define ZELVREG_KEYS_REGISTRY_TEXT_WRITER_H
 
@@ -7,13 +7,12 @@
 #include <vector>
 
 #include "keys/WideKey.h"
+#include "regfile/Writer.h"
 
 namespace zelvreg {
 
 class RegistryTextWriter {
  public:
-  RegistryTextWriter();
-
   // That the file is a safety export. Call it first.
   void markAsSafetyExport();
 
@@ -34,10 +33,10 @@ class RegistryTextWriter {
   // Whether no key was begun.
   [[nodiscard]] bool isEmpty() const { return !hasKey; }
   // The file's bytes.
-  [[nodiscard]] std::string bytes() const;
+  [[nodiscard]] const std::string& bytes() const { return writer.bytes(); }
 
  private:
-  std::u16string text;
+  regfile::Writer writer{regfile::Form()};
   bool hasKey = false;
 };
 

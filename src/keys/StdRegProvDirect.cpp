@@ -5,6 +5,7 @@
 #include "keys/OpenKey.h"
 #include "keys/RootHandles.h"
 #include "keys/StdRegProv.h"
+#include "roots/NameLimits.h"
 
 namespace zelvreg {
 namespace {
@@ -79,7 +80,7 @@ class DirectProvider : public StdRegProv {
 
   REGSAM view;
   // The longest name of a value and its NUL.
-  std::vector<char16_t> nameBuffer = std::vector<char16_t>(16383 + 1);
+  std::vector<char16_t> nameBuffer = std::vector<char16_t>(longestValueName + 1);
 };
 
 }  // namespace

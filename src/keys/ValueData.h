@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "roots/ValueTypes.h"
+
 namespace zelvreg {
 
 // Almost all data fit into memory that is at hand, so that they are read without asking for their
@@ -24,7 +26,7 @@ class ValueData {
   }
   // What the data are as a text: UTF-16 up to its first NUL.
   [[nodiscard]] std::string text() const;
-  [[nodiscard]] bool isText() const { return dataType == REG_SZ || dataType == REG_EXPAND_SZ; }
+  [[nodiscard]] bool isSingleText() const { return zelvreg::isSingleText(dataType); }
 
  private:
   std::array<char16_t, 512> usual;  // not filled beforehand

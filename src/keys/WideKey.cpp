@@ -4,15 +4,13 @@
 #include <utility>
 
 #include "keys/RootHandles.h"
+#include "roots/NameLimits.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
 
 static_assert(sizeof(WCHAR) == sizeof(char16_t), "the system's wide text is UTF-16");
-
-constexpr std::size_t longestKeyName = 255;
-constexpr std::size_t longestValueName = 16383;
 
 Presence presenceBy(LONG status) {
   switch (status) {
@@ -35,6 +33,11 @@ Presence presenceBy(LONG status) {
 bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
   return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
                               static_cast<int>(second.size()), TRUE) == CSTR_LESS_THAN;
+}
+
+bool isSameName(const std::u16string& first, const std::u16string& second) {
+  return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
+                              static_cast<int>(second.size()), TRUE) == CSTR_EQUAL;
 }
 
 WideKey::WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options)

@@ -26,6 +26,7 @@ struct WideValue {
 struct NameOrder {
   bool operator()(const std::u16string& first, const std::u16string& second) const;
 };
+bool isSameName(const std::u16string& first, const std::u16string& second);
 
 // Whether a key is there, and if so, whether it let itself be opened.
 enum class Presence : std::uint8_t { Open, Absent, Refused };

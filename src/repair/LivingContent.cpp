@@ -4,12 +4,11 @@
 #include <cstring>
 
 #include "keys/Variant.h"
+#include "roots/ValueTypes.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
-
-bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ; }
 
 std::u16string wideTextOf(const WideValue& value) {
   std::u16string text = unitsOf(value.data);
@@ -18,7 +17,7 @@ std::u16string wideTextOf(const WideValue& value) {
 }
 
 Reference referenceIn(const Form42& form, const WideValue& value) {
-  if (isText(value.type)) {
+  if (isSingleText(value.type)) {
     return referenceIn(form, textOf(Variant(value.data)));
   }
   // A list of texts names what an installer brings when it is first asked for.
@@ -27,7 +26,7 @@ Reference referenceIn(const Form42& form, const WideValue& value) {
 }
 
 bool isBlankDefault(const WideValue& value) {
-  return value.name.empty() && isText(value.type) &&
+  return value.name.empty() && isSingleText(value.type) &&
          wideTextOf(value).find_first_not_of(u' ') == std::u16string::npos;
 }
 

@@ -156,10 +156,8 @@ std::u16string RecordPlace::text() const {
 }
 
 bool isSameRecord(const RecordPlace& first, const RecordPlace& second) {
-  const NameOrder before;
   return isSameKey(first.key, second.key) && first.value.has_value() == second.value.has_value() &&
-         (!first.value ||
-          (!before(*first.value, *second.value) && !before(*second.value, *first.value)));
+         (!first.value || isSameName(*first.value, *second.value));
 }
 
 std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& registry, std::size_t row,

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "keys/AccountSids.h"
+#include "roots/NameLimits.h"
 #include "runtime/Environment.h"
 #include "scan/Resolver.h"
 #include "text/Wide.h"
@@ -13,13 +14,7 @@ namespace {
 
 using Names = std::vector<std::u16string>;
 
-constexpr std::size_t longestKeyName = 255;
 const std::u16string wowName = u"Wow6432Node";
-
-bool isSameName(const std::u16string& first, const std::u16string& second) {
-  const NameOrder before;
-  return !before(first, second) && !before(second, first);
-}
 
 // The system passes over doubled backslashes and one at the end.
 Names namesOf(const std::u16string& path) {

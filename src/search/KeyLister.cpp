@@ -6,6 +6,7 @@
 #include "keys/DirectText.h"
 #include "keys/OpenKey.h"
 #include "keys/ValueData.h"
+#include "roots/NameLimits.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 #include "text/Wide.h"
@@ -18,9 +19,7 @@ constexpr REGSAM anyRight = MAXIMUM_ALLOWED;
 // All rights of work and the reading of the access list, in the 64-bit view.
 constexpr REGSAM textAccess = 0x2013F;
 
-// A name of 255 characters and its terminator.
-using KeyName = std::array<char16_t, 256>;
-constexpr std::size_t longestValueName = 16383;
+using KeyName = std::array<char16_t, longestKeyName + 1>;
 
 bool readSubkeyName(HKEY key, DWORD index, KeyName& name) {
   return RegEnumKeyW(key, index, roomIn(name), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;

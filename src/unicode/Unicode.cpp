@@ -9,12 +9,8 @@ namespace {
 
 constexpr char32_t firstHigh = 0xD800;
 constexpr char32_t firstLow = 0xDC00;
-constexpr char32_t lastLow = 0xDFFF;
 constexpr char32_t firstSupplementary = 0x10000;
 constexpr char32_t lastCharacter = 0x10FFFF;
-
-bool isHigh(char32_t code) { return code >= firstHigh && code < firstLow; }
-bool isLow(char32_t code) { return code >= firstLow && code <= lastLow; }
 
 unsigned byteAt(std::string_view text, std::size_t at) {
   return static_cast<unsigned char>(text[at]);
@@ -148,7 +144,7 @@ std::string utf8(std::u16string_view text) {
   narrow.resize(plain);
   for (std::size_t at = plain; at < text.size(); ++at) {
     char32_t code = text[at];
-    if (isHigh(code) && at + 1 < text.size() && isLow(text[at + 1])) {
+    if (isPairAt(text, at)) {
       code = firstSupplementary + ((code - firstHigh) << 10U) + (text[++at] - firstLow);
     }
     appendCharacter(narrow, code);
@@ -160,7 +156,7 @@ bool isPlainUtf8(std::string_view text) {
   text.remove_prefix(asciiLength(text));
   while (!text.empty()) {
     const Utf8Character next = firstCharacter(text);
-    if (!next.isWhole || isHigh(next.code) || isLow(next.code)) {
+    if (!next.isWhole || isSurrogate(next.code)) {
       return false;
     }
     text.remove_prefix(next.size);

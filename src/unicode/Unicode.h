@@ -18,6 +18,16 @@ namespace zelvreg {
 // Stands for a byte that is part of no character.
 inline constexpr char32_t replacementCharacter = 0xFFFD;
 
+// Two units of UTF-16, a high surrogate and a low one, make one character; either alone makes none.
+constexpr bool isHighSurrogate(char32_t code) { return code >= 0xD800 && code <= 0xDBFF; }
+constexpr bool isLowSurrogate(char32_t code) { return code >= 0xDC00 && code <= 0xDFFF; }
+constexpr bool isSurrogate(char32_t code) { return isHighSurrogate(code) || isLowSurrogate(code); }
+
+// Whether the unit at this index and the next one make a character.
+constexpr bool isPairAt(std::u16string_view text, std::size_t index) {
+  return isHighSurrogate(text[index]) && index + 1 < text.size() && isLowSurrogate(text[index + 1]);
+}
+
 // One character of a UTF-8 text, and how many bytes it takes there.
 struct Utf8Character {
   char32_t code = replacementCharacter;

@@ -1,6 +1,5 @@
 #include "keys/RegistryTextWriter.h"
 
-#include "keys/RegistryTextDecoder.h"
 #include "keys/RegistryTextReader.h"
 #include "support/ComputerFixture.h"
 #include "support/WideValues.h"
@@ -18,7 +17,7 @@ class RegistryTextWriterTest : public fixture::ComputerFixture {
     RegistryTextWriter writer;
     EXPECT_TRUE(writer.beginKey(u"K"));
     EXPECT_TRUE(writer.addValue(value));
-    const std::u16string text = decodeRegistryText(writer.bytes()).text;
+    const std::u16string text = fixture::textOfUtf16File(writer.bytes());
     const std::size_t start = text.find(u"[K]\r\n") + 5;
     return text.substr(start, text.size() - start - 2);
   }
@@ -44,7 +43,7 @@ TEST_F(RegistryTextWriterTest, NotesAreComments) {
   EXPECT_TRUE(writer.beginKey(u"K"));
   writer.addSecurity(bytes("\x01\xAB"sv));
   writer.addOrder({0, 1, 4});
-  EXPECT_EQ(decodeRegistryText(writer.bytes()).text,
+  EXPECT_EQ(fixture::textOfUtf16File(writer.bytes()),
             u"Windows Registry Editor Version 5.00\r\n;zelvreg safety export\r\n\r\n[K]\r\n"
             u";zelvreg security=hex:01,ab\r\n;zelvreg order=0-1,4\r\n");
 }

@@ -4,6 +4,7 @@
 #include <shlwapi.h>
 
 #include "keys/RootHandles.h"
+#include "roots/ValueTypes.h"
 #include "runtime/Environment.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
@@ -22,8 +23,6 @@ KeyName split(const std::string& path) {
   const HKEY root = systemKey(GetHiveHandle(path.substr(0, backslash)));
   return {root, backslash == std::string::npos ? "" : path.substr(backslash + 1)};
 }
-
-bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
 
 // A key of the 64-bit view, opened with all rights that it gives.
 class OpenKey {

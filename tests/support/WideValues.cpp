@@ -40,6 +40,13 @@ std::string utf16File(std::u16string_view text) {
   return "\xFF\xFE" + std::string(content.begin(), content.end());
 }
 
+std::u16string textOfUtf16File(std::string_view file) {
+  EXPECT_TRUE(file.starts_with("\xFF\xFE"));
+  std::u16string text(file.size() / sizeof(char16_t) - 1, u'\0');
+  std::memcpy(text.data(), file.data() + 2, text.size() * sizeof(char16_t));
+  return text;
+}
+
 std::vector<WideValue> unusualValues() {
   std::vector<WideValue> values{
       {u"closed", REG_SZ, bytes(u"text\0"sv)},

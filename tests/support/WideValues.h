@@ -37,6 +37,8 @@ void setValues(HiveHandle hive, const std::u16string& path, const std::vector<Wi
 
 // A text as a file of the registry editor's holds it: UTF-16LE with a mark.
 std::string utf16File(std::u16string_view text);
+// The text of such a file.
+std::u16string textOfUtf16File(std::string_view file);
 
 // Values of every sort that a registry can hold: texts without a terminator, with several, with one
 // in their middle, of an odd length, and all types with data that do not suit them.

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cwctype>
 
+#include "unicode/Unicode.h"
+
 namespace zelvreg::machine {
 namespace {
 
@@ -21,13 +23,12 @@ CaseTable buildTable(char16_t first, wint_t (*change)(wint_t, locale_t)) {
   CaseTable table{};
   const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   for (std::size_t unit = 0; unit < unitCount; ++unit) {
-    const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
     auto changed = static_cast<wint_t>(unit);
     if (unit < 0x80) {
       if (unit >= first && unit < first + 26U) {
         changed = static_cast<wint_t>(unit ^ 0x20);
       }
-    } else if (unicode != nullptr && !isSurrogate) {
+    } else if (unicode != nullptr && !isSurrogate(static_cast<char32_t>(unit))) {
       changed = change(static_cast<wint_t>(unit), unicode);
     }
     table[unit] = static_cast<char16_t>(changed < unitCount ? changed : unit);

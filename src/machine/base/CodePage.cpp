@@ -89,8 +89,6 @@ std::size_t countPlain(std::basic_string_view<Unit> text) {
   return plain;
 }
 
-bool isSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
-
 // Other programs know no halves of characters, so what is converted for them has none either.
 std::u16string decodePlainUtf8(std::string_view text) {
   if (isPlainUtf8(text)) return utf16(text);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "machine/Machine.h"
+#include "roots/NameLimits.h"
 
 namespace zelvreg::machine {
 RegistryCall::RegistryCall(ApiCall kind) : startStatus(ERROR_NOT_READY) {
@@ -99,7 +100,7 @@ LONG findValueTarget(const RegistryCall& call, HKEY key, std::u16string_view nam
   if (target == nullptr) {
     return ERROR_FILE_NOT_FOUND;
   }
-  return name.size() > maximumValueNameLength || !hasData ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
+  return name.size() > longestValueName || !hasData ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
 }
 
 LONG deleteNamedValue(const RegistryCall& call, HKEY key, std::u16string_view name) {

@@ -6,6 +6,7 @@
 
 #include "machine/calls/ApiRegistry.h"
 #include "machine/calls/ApiSupport.h"
+#include "roots/ValueTypes.h"
 
 namespace zelvreg::machine {
 namespace {

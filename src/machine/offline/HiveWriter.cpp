@@ -8,6 +8,7 @@
 #include "machine/base/MachineError.h"
 #include "machine/hive/HiveLibrary.h"
 #include "machine/registry/Registry.h"
+#include "roots/NameLimits.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -113,7 +114,7 @@ bool HiveWriter::hasJust(std::uint32_t node, const ValueList& values) const {
     const std::optional<HiveValueContent> content = readHiveValue(hive, *next);
     const bool isWhole = content && nameText != nullptr &&
                          name.size() == hivex_value_key_len(hive, *next) &&
-                         utf16(name).size() <= maximumValueNameLength;
+                         utf16(name).size() <= longestValueName;
     if (!isWhole) {
       throw MachineError("another value of it cannot be read and would be lost");
     }

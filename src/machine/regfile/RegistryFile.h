@@ -1,26 +1,20 @@
-// registry.reg, the registry in the registry editor's own export format, read and written.
-//
-// "REGEDIT4" holds text in code page 1252, also that of hex(1), hex(2) and hex(7); "Windows
-// Registry Editor Version 5.00" holds it in UTF-16 or UTF-8, and hex data are the bytes as they
-// are.
+// registry.reg, the registry in the registry editor's own export format, read and written. REGEDIT4
+// holds its text in code page 1252.
 #ifndef ZELVREG_MACHINE_REGFILE_REGISTRY_FILE_H
 #define ZELVREG_MACHINE_REGFILE_REGISTRY_FILE_H
 
-#include <cstdint>
 #include <filesystem>
 #include <ostream>
 
 #include "machine/registry/Registry.h"
+#include "regfile/Form.h"
 
 namespace zelvreg::machine {
 
 // How a file was written, so that it can be written so again.
 struct RegistryFileForm {
-  enum class Encoding : std::uint8_t { Regedit4, Utf16, Utf8 };
-  Encoding encoding = Encoding::Utf16;
-  bool hasByteOrderMark = true;    // UTF-8 only; UTF-16 always has one, REGEDIT4 never
-  bool hasCarriageReturns = true;  // lines end in CR LF, else in LF
-  bool spellsCurrentUser = true;   // HKEY_CURRENT_USER, else HKEY_USERS\<sid>
+  regfile::Form text;
+  bool spellsCurrentUser = true;  // HKEY_CURRENT_USER, else HKEY_USERS\<sid>
 
   bool operator==(const RegistryFileForm&) const = default;
 };

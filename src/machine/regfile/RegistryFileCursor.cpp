@@ -4,7 +4,9 @@
 #include <optional>
 
 #include "machine/base/CaseFold.h"
+#include "machine/base/MachineError.h"
 #include "machine/registry/RegistryWalk.h"
+#include "roots/NameLimits.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -19,11 +21,17 @@ std::size_t nameEnd(std::u16string_view path, std::size_t begin) {
   return std::min(path.find(u'\\', begin), path.size());
 }
 
-}  // namespace
-
-void RegistryFileCursor::fail(const std::string& wrong, const std::string& expected) const {
-  lines.fail(lines.number(), wrong, expected);
+[[noreturn]] void fail(const std::string& wrong, const std::string& expected) {
+  throw MachineError(wrong + "; " + expected);
 }
+
+// For a key that cannot be made though its names are possible.
+[[noreturn]] void failToMake() {
+  fail("the key cannot be made: it is too deep or below a link that leads nowhere",
+       "at most 512 levels are possible");
+}
+
+}  // namespace
 
 RegistryKey& RegistryFileCursor::open(std::u16string_view path) {
   keepCommonSteps(path);
@@ -40,8 +48,7 @@ RegistryKey& RegistryFileCursor::open(std::u16string_view path) {
     checkName(name);
     RegistryKey* key = makeKey(registry, *steps.back().key, name);
     if (key == nullptr) {
-      fail("the key cannot be made: it is too deep or below a link that leads nowhere",
-           "at most 512 levels are possible");
+      failToMake();
     }
     steps.push_back({end, key});
     if (steps.size() == 2) {
@@ -102,17 +109,16 @@ RegistryKey& RegistryFileCursor::openInClassesRoot(std::u16string_view path, std
   ofMachine += inRoot;
   RegistryKey* key = makeKey(registry, registry.machineRoot(), ofMachine);
   if (key == nullptr) {
-    fail("the key cannot be made: it is too deep or below a link that leads nowhere",
-         "at most 512 levels are possible");
+    failToMake();
   }
   return *key;
 }
 
-void RegistryFileCursor::checkName(std::u16string_view name) const {
+void RegistryFileCursor::checkName(std::u16string_view name) {
   if (name.empty()) {
     fail("the path holds an empty name", "single backslashes between names, none at the end");
   }
-  if (name.size() > maximumKeyNameLength) {
+  if (name.size() > longestKeyName) {
     fail("a key's name is too long", "at most 255 characters are possible");
   }
 }

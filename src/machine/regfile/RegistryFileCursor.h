@@ -7,20 +7,18 @@
 #include <string_view>
 #include <vector>
 
-#include "machine/regfile/RegistryFileLines.h"
 #include "machine/registry/Registry.h"
 
 namespace zelvreg::machine {
 
 class RegistryFileCursor {
  public:
-  RegistryFileCursor(const RegistryFileLines& source, Registry& target)
-      : lines(source), registry(target) {}
+  explicit RegistryFileCursor(Registry& target) : registry(target) {}
 
   // The key of a path that begins with a root's long name; made if it is missing. Throws
-  // MachineError for a path that no key can have.
+  // MachineError ("what is wrong; what is expected") for a path that no key can have.
   RegistryKey& open(std::u16string_view path);
-  // Takes a key with all below it away, if it is there.
+  // Takes a key with all below it away, if it is there. Throws as `open` does.
   void erase(std::u16string_view path);
 
   // Whether the current user's keys stand under HKEY_CURRENT_USER rather than by the user's SID.
@@ -35,11 +33,9 @@ class RegistryFileCursor {
   void keepCommonSteps(std::u16string_view path);
   void openRoot(std::u16string_view path);
   RegistryKey& openInClassesRoot(std::u16string_view path, std::size_t rootEnd);
-  void checkName(std::u16string_view name) const;
+  static void checkName(std::u16string_view name);
   void noteUser(std::u16string_view path);
-  [[noreturn]] void fail(const std::string& wrong, const std::string& expected) const;
 
-  const RegistryFileLines& lines;
   Registry& registry;
   std::u16string lastPath;
   std::vector<Step> steps;  // of lastPath, from its root on

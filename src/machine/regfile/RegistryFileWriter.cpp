@@ -1,22 +1,20 @@
 // Writing registry.reg.
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <string>
 
 #include "machine/base/CaseFold.h"
-#include "machine/base/CodePage.h"
 #include "machine/base/MachineError.h"
+#include "machine/regfile/NarrowText.h"
 #include "machine/regfile/RegistryFile.h"
+#include "regfile/Writer.h"
+#include "roots/ValueTypes.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
 
-using Encoding = RegistryFileForm::Encoding;
-
-constexpr unsigned regedit4CodePage = 1252;
-constexpr std::size_t mostColumns = 77;  // the registry editor breaks lines of bytes behind it
+using Encoding = regfile::Form::Encoding;
 
 std::u16string unitsOf(const RegistryValue& value) {
   std::u16string units(value.dataSize / sizeof(char16_t), u'\0');
@@ -35,16 +33,7 @@ bool survives(std::u16string_view text, Encoding encoding) {
   if (encoding == Encoding::Utf8) {
     return isPlainUtf8(utf8(text));
   }
-  const CodePage& page = sharedCodePage(regedit4CodePage);
-  return page.decode(page.encode(text)) == text;
-}
-
-// Whether the text form "…" gives exactly these bytes when it is read.
-bool isPlainText(const RegistryValue& value, std::u16string_view units, Encoding encoding) {
-  constexpr std::u16string_view breaking{u"\0\r\n", 3};
-  return value.type == REG_SZ && value.dataSize % sizeof(char16_t) == 0 && !units.empty() &&
-         units.find_first_of(breaking) == units.size() - 1 && units.back() == u'\0' &&
-         survives(units, encoding);
+  return decodeNarrow(encodeNarrow(text)) == text;
 }
 
 // Text in hexadecimal is narrow in REGEDIT4; all else is the stored bytes in every form.
@@ -75,85 +64,35 @@ bool isCarried(Registry& registry, RegistryKey& key, Encoding encoding) {
   return isWhole;
 }
 
-// Encodes text and hands it on in large pieces.
-class EncodedOutput {
+class RegistryWriter {
  public:
-  EncodedOutput(std::ostream& stream, Encoding used) : output(stream), encoding(used) {}
-  ~EncodedOutput() { flush(); }
-  EncodedOutput(const EncodedOutput&) = delete;
-  EncodedOutput& operator=(const EncodedOutput&) = delete;
-
-  void put(std::u16string_view text) {
-    switch (encoding) {
-      case Encoding::Utf16:
-        static_assert(std::endian::native == std::endian::little);
-        pending.append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
-        break;
-      case Encoding::Utf8:
-        pending += utf8(text);
-        break;
-      case Encoding::Regedit4:
-        pending += sharedCodePage(regedit4CodePage).encode(text);
-        break;
-    }
-    if (pending.size() > pieceSize) {
-      flush();
-    }
-  }
-
- private:
-  static constexpr std::size_t pieceSize = 1 << 20;
-
-  void flush() {
-    output.write(pending.data(), static_cast<std::streamsize>(pending.size()));
-    pending.clear();
-  }
-
-  std::ostream& output;
-  Encoding encoding;
-  std::string pending;
-};
-
-class Writer {
- public:
-  Writer(std::ostream& stream, Registry& source, const RegistryFileForm& used)
+  RegistryWriter(std::ostream& stream, Registry& source, const RegistryFileForm& form)
       : registry(source),
-        form(used),
-        lineEnd(used.hasCarriageReturns ? u"\r\n" : u"\n"),
-        output(stream, used.encoding) {}
+        spellsCurrentUser(form.spellsCurrentUser),
+        output(stream),
+        writer(form.text, encodeNarrow) {}
 
   void write() {
-    const bool hasMark = form.encoding == Encoding::Utf16 ||
-                         (form.encoding == Encoding::Utf8 && form.hasByteOrderMark);
-    line = hasMark ? u"\uFEFF" : u"";
-    line +=
-        form.encoding == Encoding::Regedit4 ? u"REGEDIT4" : u"Windows Registry Editor Version 5.00";
-    endLine();
-    if (form.spellsCurrentUser) {
+    if (spellsCurrentUser) {
       writeKey(registry.currentUser(), u"HKEY_CURRENT_USER");
     }
     writeKey(registry.machineRoot(), u"HKEY_LOCAL_MACHINE");
     writeKey(registry.usersRoot(), u"HKEY_USERS");
-    endLine();
+    writer.addLine({});
+    flushAbove(0);
   }
 
  private:
-  void endLine() {
-    line += lineEnd;
-    output.put(line);
-    line.clear();
-  }
-
   // The user's classes lie beside the user's key but are spelled as if they lay in it.
   [[nodiscard]] RegistryKey* classesBehind(const RegistryKey& alias) const {
     RegistryKey* target = registry.aliasTarget(alias);
     const bool isOfCurrentUser =
         alias.parent->parent == &registry.currentUser() && target->parent == &registry.usersRoot();
-    return form.spellsCurrentUser && isOfCurrentUser ? target : nullptr;
+    return spellsCurrentUser && isOfCurrentUser ? target : nullptr;
   }
 
   [[nodiscard]] bool isWrittenElsewhere(const RegistryKey& key) const {
-    if (!form.spellsCurrentUser || key.parent != &registry.usersRoot()) {
+    if (!spellsCurrentUser || key.parent != &registry.usersRoot()) {
       return false;
     }
     const std::u16string_view sid = registry.currentUser().name();
@@ -181,13 +120,13 @@ class Writer {
                          "the key or rename it");
     }
     if (needsLine(key)) {
-      endLine();
-      line = u"[" + path + u"]";
-      endLine();
+      writer.beginKey(path);
       const ValueList& values = registry.values(key);
       for (std::size_t index = 0; index < values.size(); ++index) {
-        writeValue(*values.at(index));
+        const RegistryValue& value = *values.at(index);
+        writer.addValue({.name = value.name(), .type = value.type, .data = value.bytes()});
       }
+      flushAbove(pieceSize);
     }
     std::u16string childPath = path + u"\\";
     const std::size_t parentLength = childPath.size();
@@ -201,96 +140,34 @@ class Writer {
     });
   }
 
-  void putQuoted(std::u16string_view text) {
-    line += u'"';
-    for (const char16_t unit : text) {
-      if (unit == u'"' || unit == u'\\') {
-        line += u'\\';
-      }
-      line += unit;
-    }
-    line += u'"';
-  }
-
-  void putHexNumber(std::uint32_t number, int digits) {
-    for (int digit = digits - 1; digit >= 0; --digit) {
-      line += u"0123456789abcdef"[number >> (4 * digit) & 0xF];
+  // In large pieces.
+  void flushAbove(std::size_t size) {
+    if (writer.bytes().size() > size) {
+      const std::string bytes = writer.takeBytes();
+      output.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
   }
 
-  void writeValue(const RegistryValue& value) {
-    if (value.nameLength == 0) {
-      line += u'@';
-    } else {
-      putQuoted(value.name());
-    }
-    line += u'=';
-    const std::u16string units = value.type == REG_SZ ? unitsOf(value) : std::u16string();
-    if (isPlainText(value, units, form.encoding)) {
-      putQuoted(std::u16string_view(units).substr(0, units.size() - 1));
-    } else if (value.type == REG_DWORD && value.dataSize == sizeof(DWORD)) {
-      DWORD number = 0;
-      std::memcpy(&number, value.data, sizeof number);
-      line += u"dword:";
-      putHexNumber(number, 8);
-    } else {
-      putHex(value);
-    }
-    endLine();
-  }
-
-  void putHex(const RegistryValue& value) {
-    line += u"hex";
-    if (value.type != REG_BINARY) {
-      const int digits = (std::bit_width(value.type | 1) + 3) / 4;
-      line += u'(';
-      putHexNumber(value.type, digits);
-      line += u')';
-    }
-    line += u':';
-    if (form.encoding == Encoding::Regedit4 && isText(value.type)) {
-      const std::string narrow = sharedCodePage(regedit4CodePage).encode(unitsOf(value));
-      putBytes(std::as_bytes(std::span(narrow)));
-    } else {
-      putBytes(value.bytes());
-    }
-  }
-
-  void putBytes(std::span<const std::byte> bytes) {
-    std::size_t lineStart = 0;
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-      if (index > 0) {
-        line += u',';
-        if (line.size() - lineStart + 3 > mostColumns) {
-          line += u'\\';
-          line += lineEnd;
-          lineStart = line.size();
-          line += u"  ";
-        }
-      }
-      putHexNumber(std::to_integer<std::uint32_t>(bytes[index]), 2);
-    }
-  }
-
+  static constexpr std::size_t pieceSize = 1 << 20;
   static constexpr std::size_t classesSuffixLength = std::u16string_view(u"_Classes").size();
 
   Registry& registry;
-  const RegistryFileForm form;
-  const std::u16string_view lineEnd;
-  EncodedOutput output;
-  std::u16string line;
+  const bool spellsCurrentUser;
+  std::ostream& output;
+  regfile::Writer writer;
 };
 
 }  // namespace
 
 void writeRegistryFile(std::ostream& output, Registry& registry, RegistryFileForm form) {
-  const bool isWhole = form.encoding == Encoding::Utf16 ||
-                       (isCarried(registry, registry.machineRoot(), form.encoding) &&
-                        isCarried(registry, registry.usersRoot(), form.encoding));
+  const Encoding encoding = form.text.encoding;
+  const bool isWhole =
+      encoding == Encoding::Utf16 || (isCarried(registry, registry.machineRoot(), encoding) &&
+                                      isCarried(registry, registry.usersRoot(), encoding));
   if (!isWhole) {
-    form.encoding = Encoding::Utf16;
+    form.text.encoding = Encoding::Utf16;
   }
-  Writer(output, registry, form).write();
+  RegistryWriter(output, registry, form).write();
 }
 
 }  // namespace zelvreg::machine

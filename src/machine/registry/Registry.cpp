@@ -6,6 +6,7 @@
 
 #include "machine/base/CaseFold.h"
 #include "machine/hive/HiveFile.h"
+#include "roots/NameLimits.h"
 #include "roots/Roots.h"
 #include "unicode/Unicode.h"
 
@@ -253,8 +254,8 @@ void Registry::loadChildren(RegistryKey& key) {
   bool isWhole = true;
   const auto take = [&](std::string_view narrow, std::uint32_t node) {
     const std::u16string_view name = keepUtf8(narrow);
-    const bool isTooDeep = list.empty() && depthOf(key) >= maximumKeyDepth;
-    if (isTooDeep || name.empty() || name.size() > maximumKeyNameLength ||
+    const bool isTooDeep = list.empty() && depthOf(key) >= deepestKey;
+    if (isTooDeep || name.empty() || name.size() > longestKeyName ||
         name.find(u'\\') != std::u16string_view::npos) {
       isWhole = false;
       return;
@@ -302,7 +303,7 @@ void Registry::loadValues(RegistryKey& key) {
   bool isWhole = true;
   const auto take = [&](const HiveValue& value) {
     const std::u16string_view name = keepUtf8(value.name);
-    if (name.size() > maximumValueNameLength) {
+    if (name.size() > longestValueName) {
       isWhole = false;
       return;
     }

@@ -23,10 +23,6 @@
 
 namespace zelvreg::machine {
 
-inline constexpr std::size_t maximumKeyNameLength = 255;
-inline constexpr std::size_t maximumValueNameLength = 16383;
-inline constexpr std::size_t maximumKeyDepth = 512;
-
 class Registry {
  public:
   // `bits` is 64 or 32; `userSid` ("S-1-5-21-…") names the current user's key in HKEY_USERS.
@@ -50,7 +46,7 @@ class Registry {
   [[nodiscard]] const ValueList& values(RegistryKey& key);
 
   // The subkey of this name, made if it is not there. Under a name that is a built-in link it is
-  // the link's target. The name must have 1 to maximumKeyNameLength units and no backslash.
+  // the link's target. The name must have 1 to longestKeyName units and no backslash.
   RegistryKey& makeChild(RegistryKey& parent, std::u16string_view name);
   // A root and the current user's key cannot be erased.
   [[nodiscard]] bool isErasable(const RegistryKey& key) const;

@@ -33,11 +33,6 @@ struct RegistryValue {
   [[nodiscard]] std::span<const std::byte> bytes() const { return {data, dataSize}; }
 };
 
-// Whether data of this type are text, in UTF-16.
-constexpr bool isText(DWORD type) {
-  return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
-}
-
 // The values of one key, in the order in which they were made.
 class ValueList {
  public:

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "machine/base/CaseFold.h"
+#include "roots/NameLimits.h"
 #include "roots/Roots.h"
 
 namespace zelvreg::machine {
@@ -144,7 +145,7 @@ class Maker {
   }
 
   RegistryKey* newChild(RegistryKey& parent, std::u16string_view name) {
-    if (depthOf(parent) >= maximumKeyDepth) {
+    if (depthOf(parent) >= deepestKey) {
       status = ERROR_INVALID_PARAMETER;
       return nullptr;
     }
@@ -198,11 +199,11 @@ LONG checkPath(std::u16string_view path) {
     return ERROR_BAD_PATHNAME;
   }
   // As short as almost all are, it holds no name that is too long.
-  if (path.size() <= maximumKeyNameLength) {
+  if (path.size() <= longestKeyName) {
     return ERROR_SUCCESS;
   }
   for (std::u16string_view name = takeComponent(path); !name.empty(); name = takeComponent(path)) {
-    if (name.size() > maximumKeyNameLength) {
+    if (name.size() > longestKeyName) {
       return ERROR_INVALID_PARAMETER;
     }
   }

@@ -16,7 +16,7 @@ using machine::Registry;
 using machine::RegistryFileForm;
 using machine::RegistryKey;
 using machine::RegistryValue;
-using Encoding = RegistryFileForm::Encoding;
+using Encoding = regfile::Form::Encoding;
 
 constexpr const char* sid = "S-1-5-21-1-1-1-1001";
 constexpr const char* version5 = "Windows Registry Editor Version 5.00\n\n";
@@ -109,7 +109,7 @@ TEST(RegistryFileTest, InRegedit4TextIsInCodePage1252EvenInHexadecimal) {
   Loaded loaded(
       "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\K]\r\n\"\xE4\"=\"\x80\"\r\n"
       "\"expand\"=hex(2):e4,00\r\n\"multi\"=hex(7):61,00,00\r\n\"binary\"=hex:e4,00\r\n");
-  EXPECT_EQ(loaded.form.encoding, Encoding::Regedit4);
+  EXPECT_EQ(loaded.form.text.encoding, Encoding::Regedit4);
   EXPECT_EQ(loaded.value(keyPath, "\xC3\xA4"), "1: ac 20 0 0");
   EXPECT_EQ(loaded.value(keyPath, "expand"), "2: e4 0 0 0");
   EXPECT_EQ(loaded.value(keyPath, "multi"), "7: 61 0 0 0 0 0");
@@ -240,7 +240,7 @@ TEST(RegistryFileTest, EveryValueOfEveryTypeSurvivesEveryForm) {
         registry.setValue(key, name, type, std::as_bytes(std::span(bytes)));
       }
       std::ostringstream output;
-      writeRegistryFile(output, registry, {.encoding = encoding});
+      writeRegistryFile(output, registry, {.text = {.encoding = encoding}});
       Loaded again(output.str());
       RegistryKey* read = again.registry.find(keyPath);
       ASSERT_NE(read, nullptr);
@@ -274,7 +274,7 @@ TEST(RegistryFileTest, OddNamesSurvive) {
   registry.makeChild(key, u" blanks ");
   for (const Encoding encoding : {Encoding::Regedit4, Encoding::Utf16, Encoding::Utf8}) {
     std::ostringstream output;
-    writeRegistryFile(output, registry, {.encoding = encoding});
+    writeRegistryFile(output, registry, {.text = {.encoding = encoding}});
     Loaded again(output.str());
     RegistryKey* read = again.registry.find(R"(HKEY_LOCAL_MACHINE\K] [x)");
     ASSERT_NE(read, nullptr);
@@ -291,7 +291,7 @@ TEST(RegistryFileTest, AFormThatCannotHoldTheContentGivesWayToUtf16) {
   const std::u16string text{u'\u4E2D', u'\0'};
   registry.setValue(key, u"a", REG_EXPAND_SZ, std::as_bytes(std::span(text)));
   std::ostringstream output;
-  writeRegistryFile(output, registry, {.encoding = Encoding::Regedit4});
+  writeRegistryFile(output, registry, {.text = {.encoding = Encoding::Regedit4}});
   EXPECT_TRUE(output.str().starts_with("\xFF\xFE"));
 }
 
@@ -338,7 +338,7 @@ INSTANTIATE_TEST_SUITE_P(
         Malformed{"[HKEY_USERS\\K]\n\"a\"=", "registry.reg:4: the data are of no known kind"},
         Malformed{"[HKEY_USERS\\K]\n\"a\"=qword:1", "registry.reg:4: the data are of no known"},
         Malformed{"[HKEY_USERS\\K]\n\"a\"=\"b\nc\n", "registry.reg:4: the text has no closing"},
-        Malformed{"[HKEY_USERS\\K]\n\"a\"=\"C:\\x\"", "registry.reg:4: a lone backslash"},
+        Malformed{"[HKEY_USERS\\K]\n\"a\"=\"C:\\x\"", "registry.reg:4: a backslash stands alone"},
         Malformed{"[HKEY_USERS\\K]\n\"a\"=\"b\"c", "registry.reg:4: there is more behind"},
         Malformed{"[HKEY_USERS\\K]\n\"a\"=dword:", "registry.reg:4: the number is not valid"},
         Malformed{"[HKEY_USERS\\K]\n\"a\"=dword:123456789", "registry.reg:4: the number is"},
@@ -349,7 +349,7 @@ INSTANTIATE_TEST_SUITE_P(
         Malformed{"[HKEY_USERS\\K]\n\"a\"=hex:00,\\\n  zz", "registry.reg:5: a byte is missing"},
         Malformed{"[HKEY_USERS\\K]\n\"a\"=hex:00,\\", "registry.reg:4: the bytes break off"},
         Malformed{"[HKEY_USERS\\K]\n\"a\"=hex:00,\\01", "registry.reg:4: a backslash among"},
-        Malformed{"[HKEY_USERS\\K]\n\"\xE4\"=\"\"", "registry.reg:4: the line is not UTF-8"}));
+        Malformed{"[HKEY_USERS\\K]\n\"\xE4\"=\"\"", "registry.reg:4: a character is not valid"}));
 
 TEST(RegistryFileHeaderTest, MustBeOneOfTheKnown) {
   const TemporaryFolder folder;

@@ -16,14 +16,5 @@ TEST(RegistryKey, itsDepthCountsTheKeysAboveIt) {
   EXPECT_EQ(depthOf(grandchild), 2U);
 }
 
-TEST(RegistryKey, dataOfThreeTypesAreText) {
-  for (const DWORD type : {REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ}) {
-    EXPECT_TRUE(isText(type)) << type;
-  }
-  for (const DWORD type : {REG_NONE, REG_BINARY, REG_DWORD, REG_LINK, REG_QWORD}) {
-    EXPECT_FALSE(isText(type)) << type;
-  }
-}
-
 }  // namespace
 }  // namespace zelvreg::machine

@@ -106,7 +106,7 @@ void benchOffline(const Arguments& arguments) {
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {
-  app.add_option("--keys", arguments.sizes, "sizes of the machines to make, parted by commas")
+  app.add_option("--keys", arguments.sizes, "sizes of the machines to make, separated by commas")
       ->capture_default_str()
       ->delimiter(',')
       ->check(CLI::Range(fewestKeys, mostKeys));

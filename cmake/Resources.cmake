@@ -1,5 +1,5 @@
-# What the Windows programs hold besides code: pictures, whose drawings become bitmaps here, the
-# manifest, and the version.
+# What the Windows programs hold in addition to code: pictures, whose drawings become bitmaps here,
+# the manifest, and the version.
 enable_language(RC)
 find_program(RSVG_CONVERT NAMES rsvg-convert)
 if(NOT RSVG_CONVERT)

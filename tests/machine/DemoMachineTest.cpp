@@ -25,7 +25,7 @@ class DemoMachineTest : public ::testing::Test {
   std::unique_ptr<Machine> machine;
 };
 
-TEST_F(DemoMachineTest, opensAndIsUnchanged) {
+TEST_F(DemoMachineTest, OpensAndIsUnchanged) {
   EXPECT_TRUE(machine->is64Bit());
   EXPECT_FALSE(machine->registry().contentChanged());
   EXPECT_NE(machine->registry().find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\zelvane)"
@@ -33,7 +33,7 @@ TEST_F(DemoMachineTest, opensAndIsUnchanged) {
             nullptr);
 }
 
-TEST_F(DemoMachineTest, hasSoundFilesAndMissingOnes) {
+TEST_F(DemoMachineTest, HasSoundFilesAndMissingOnes) {
   EXPECT_TRUE(has(u"C:\\Windows\\Fonts\\LUMENSANSB.TTF"));
   EXPECT_TRUE(has(u"C:\\Windows\\Sysnative\\nwshell.dll"));
   EXPECT_TRUE(has(u"C:\\Program Files\\Common Files\\northwind\\nwprint.dll"));
@@ -43,7 +43,7 @@ TEST_F(DemoMachineTest, hasSoundFilesAndMissingOnes) {
   EXPECT_FALSE(has(u"C:\\Program Files (x86)\\Common Files\\Harbour\\hbold.dll"));
 }
 
-TEST_F(DemoMachineTest, hasAReadOnlyHiddenSharedDll) {
+TEST_F(DemoMachineTest, HasAReadOnlyHiddenSharedDll) {
   const Place dll =
       machine->drives().find(u"C:\\Program Files\\Common Files\\Northwind\\nwcore.dll");
   EXPECT_EQ(machine->drives().records().attributes(dll.path, dll.isFolder),

@@ -30,7 +30,7 @@ class HiveBuilder {
   HiveBuilder(const HiveBuilder&) = delete;
   HiveBuilder& operator=(const HiveBuilder&) = delete;
 
-  // The key at a path of names parted by backslashes; the empty path is the root.
+  // The key at a path of names separated by backslashes; the empty path is the root.
   hive_node_h key(std::string_view path) {
     hive_node_h node = hivex_root(hive);
     while (!path.empty()) {
@@ -67,7 +67,7 @@ class HiveBuilder {
   // A header and one bin that holds the root key and the security record that all keys share.
   static hive_h* openEmptyHive(const std::filesystem::path& file) {
     constexpr std::size_t pageSize = 4096;
-    constexpr std::size_t rootOffset = 0x20;  // behind the bin's own header
+    constexpr std::size_t rootOffset = 0x20;  // after the bin's own header
     constexpr std::uint32_t nothing = 0xFFFFFFFF;
     std::array<char, 2 * pageSize> bytes{};
     const auto put = [&bytes](std::size_t offset, std::uint32_t number) {

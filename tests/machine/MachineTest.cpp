@@ -38,7 +38,7 @@ bool holds(const std::string& text, std::string_view part) {
 
 class MachineTest : public zelvreg::fixture::MachineFixture {};
 
-TEST_F(MachineTest, takesItsSettingsFromTheFile) {
+TEST_F(MachineTest, TakesItsSettingsFromTheFile) {
   setting("bits", "32");
   setting("codepage", "1251");
   setting("user", "Ann");
@@ -54,7 +54,7 @@ TEST_F(MachineTest, takesItsSettingsFromTheFile) {
   EXPECT_TRUE(machine.damagedHives().empty());
 }
 
-TEST_F(MachineTest, needsNothingButTheRegistry) {
+TEST_F(MachineTest, NeedsNothingButTheRegistry) {
   const TemporaryFolder folder;
   folder.write("registry.reg", emptyRegistry);
   const auto machine = Machine::open(folder.path());
@@ -63,7 +63,7 @@ TEST_F(MachineTest, needsNothingButTheRegistry) {
   EXPECT_FALSE(machine->drives().find(u"C:\\").exists());
 }
 
-TEST(MachineFolder, saysWhatIsWrongWithIt) {
+TEST(MachineFolder, SaysWhatIsWrongWithIt) {
   const TemporaryFolder folder;
   EXPECT_TRUE(holds(refusalOf(folder.path() / "missing"), "is not a folder"));
   EXPECT_TRUE(holds(refusalOf(folder.path()), "has no registry.reg"));
@@ -80,7 +80,7 @@ TEST(MachineFolder, saysWhatIsWrongWithIt) {
   EXPECT_TRUE(holds(refusalOf(folder.path()), "cannot be read"));
 }
 
-TEST(MachineFolder, isRefusedWhereAnythingOfItIsALink) {
+TEST(MachineFolder, IsRefusedWhereAnythingOfItIsALink) {
   for (const char* name :
        {"registry.reg", "machine.ini", "security.txt", "attributes.txt", "saving.txt", "C"}) {
     const TemporaryFolder elsewhere;
@@ -99,7 +99,7 @@ TEST(MachineFolder, isRefusedWhereAnythingOfItIsALink) {
   }
 }
 
-TEST(MachineFolder, isRefusedAndDoesNotWaitWhereAnythingOfItIsAPipe) {
+TEST(MachineFolder, IsRefusedAndDoesNotWaitWhereAnythingOfItIsAPipe) {
   for (const char* name :
        {"registry.reg", "machine.ini", "security.txt", "attributes.txt", "saving.txt", "C"}) {
     const TemporaryFolder folder;
@@ -112,7 +112,7 @@ TEST(MachineFolder, isRefusedAndDoesNotWaitWhereAnythingOfItIsAPipe) {
   }
 }
 
-TEST(MachineFolder, saysThatItEndedAStoppedSaveAndRemovesWhatThatLeft) {
+TEST(MachineFolder, SaysThatItEndedAStoppedSaveAndRemovesWhatThatLeft) {
   const TemporaryFolder folder;
   folder.write("registry.reg", emptyRegistry);
   folder.write(".security.txt.zelvreg-abcdef", "");
@@ -124,7 +124,7 @@ TEST(MachineFolder, saysThatItEndedAStoppedSaveAndRemovesWhatThatLeft) {
   EXPECT_TRUE(Machine::open(folder.path())->notices().empty());
 }
 
-TEST(MachineFolder, hasOneFolderForEachDrive) {
+TEST(MachineFolder, HasOneFolderForEachDrive) {
   const TemporaryFolder folder;
   folder.write("registry.reg", emptyRegistry);
   folder.makeFolder("c");
@@ -137,7 +137,7 @@ TEST(MachineFolder, hasOneFolderForEachDrive) {
   EXPECT_FALSE(machine->drives().find(u"F:\\").exists());
 }
 
-TEST(MachineFolder, refusesTwoFoldersForOneDrive) {
+TEST(MachineFolder, RefusesTwoFoldersForOneDrive) {
   const TemporaryFolder folder;
   folder.write("registry.reg", emptyRegistry);
   folder.makeFolder("c");
@@ -145,7 +145,7 @@ TEST(MachineFolder, refusesTwoFoldersForOneDrive) {
   EXPECT_TRUE(holds(refusalOf(folder.path()), "two folders for drive C:"));
 }
 
-TEST(MachineFolder, refusesWrongLinesOfItsLists) {
+TEST(MachineFolder, RefusesWrongLinesOfItsLists) {
   const TemporaryFolder folder;
   folder.write("registry.reg", emptyRegistry);
   folder.write("security.txt", "\nC:\\a\tD:(x)\n");
@@ -163,7 +163,7 @@ TEST(MachineFolder, refusesWrongLinesOfItsLists) {
   EXPECT_TRUE(holds(refusalOf(folder.path()), "attributes.txt:2: the line is not UTF-8"));
 }
 
-TEST(MachineFolder, belongsToOneProcessAtATime) {
+TEST(MachineFolder, BelongsToOneProcessAtATime) {
   const TemporaryFolder folder;
   folder.write("registry.reg", emptyRegistry);
   auto machine = Machine::open(folder.path());
@@ -176,7 +176,7 @@ TEST(MachineFolder, belongsToOneProcessAtATime) {
   EXPECT_EQ(refusalOf(folder.path()), "opened");
 }
 
-TEST_F(MachineTest, writesNothingWhenNothingHasChanged) {
+TEST_F(MachineTest, WritesNothingWhenNothingHasChanged) {
   key(vendorKey, R"("Name"="text")");
   security(vendorKey, "D:(A;CI;KA;;;BA)");
   start();
@@ -188,7 +188,7 @@ TEST_F(MachineTest, writesNothingWhenNothingHasChanged) {
   EXPECT_FALSE(machineFolder().has("attributes.txt"));
 }
 
-TEST_F(MachineTest, opensAgainAsItWasSaved) {
+TEST_F(MachineTest, OpensAgainAsItWasSaved) {
   key(vendorKey);
   file(R"(C:\a.txt)");
   start();
@@ -211,7 +211,7 @@ TEST_F(MachineTest, opensAgainAsItWasSaved) {
   EXPECT_FALSE(machineFolder().has("security.txt"));
 }
 
-TEST_F(MachineTest, recordsOfNamesInEveryScriptOpenAgainAsTheyWereSaved) {
+TEST_F(MachineTest, RecordsOfNamesInEveryScriptOpenAgainAsTheyWereSaved) {
   setting("codepage", "932");
   // The last character is half of one.
   const std::string name = "\u30BD\u0416\U0001F600\xED\xA0\x80";
@@ -231,7 +231,7 @@ TEST_F(MachineTest, recordsOfNamesInEveryScriptOpenAgainAsTheyWereSaved) {
   EXPECT_EQ(GetFileAttributesW(utf16("C:\\" + name).c_str()), FILE_ATTRIBUTE_HIDDEN);
 }
 
-TEST_F(MachineTest, theListOfADeletedKeyLeavesTheFile) {
+TEST_F(MachineTest, TheListOfADeletedKeyLeavesTheFile) {
   key(vendorKey);
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Other)");
   security(vendorKey, "D:(A;;KA;;;BA)");
@@ -248,7 +248,7 @@ TEST_F(MachineTest, theListOfADeletedKeyLeavesTheFile) {
             "HKEY_LOCAL_MACHINE\\SOFTWARE\\Other\tD:(A;;KA;;;BA)\n");
 }
 
-TEST_F(MachineTest, readsAttributesAndListsOfFilesByTheirTruePaths) {
+TEST_F(MachineTest, ReadsAttributesAndListsOfFilesByTheirTruePaths) {
   file(R"(C:\Windows\System32\a.dll)");
   attributes(R"(c:\windows\SYSTEM32\a.dll)", FILE_ATTRIBUTE_READONLY);
   security(R"(C:\Windows\System32\a.dll)", "D:");
@@ -258,7 +258,7 @@ TEST_F(MachineTest, readsAttributesAndListsOfFilesByTheirTruePaths) {
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ACCESS_DENIED));
 }
 
-TEST_F(MachineTest, theOneBeforeComesBackIntoForce) {
+TEST_F(MachineTest, TheOneBeforeIsInForceAgain) {
   EXPECT_EQ(Machine::current(), nullptr);
   Machine& first = start();
   EXPECT_EQ(Machine::current(), &first);

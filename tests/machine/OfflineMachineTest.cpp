@@ -21,7 +21,7 @@ std::string refusalOf(const OfflineDisk& disk) {
   return "opened";
 }
 
-TEST(OfflineMachine, needsAFolderWithHives) {
+TEST(OfflineMachine, NeedsAFolderWithHives) {
   const fixture::TemporaryFolder folder;
   OfflineDisk disk;
   disk.root = folder.path() / "missing";
@@ -41,7 +41,7 @@ class RealDiskTest : public ::testing::Test {
   OfflineDisk disk;
 };
 
-TEST_F(RealDiskTest, aDriveThatWasNotGivenIsUnknownUnlessItIsToBeDead) {
+TEST_F(RealDiskTest, ADriveThatWasNotGivenIsUnknownUnlessItIsToBeDead) {
   {
     const auto machine = Machine::openOffline(disk);
     const Running running(*machine);
@@ -56,7 +56,7 @@ TEST_F(RealDiskTest, aDriveThatWasNotGivenIsUnknownUnlessItIsToBeDead) {
   EXPECT_FALSE(machine->drives().isUnknown(u"D:\\x.dll"));
 }
 
-TEST_F(RealDiskTest, takesFurtherDrivesButNotTheSameTwice) {
+TEST_F(RealDiskTest, TakesFurtherDrivesButNotTheSameTwice) {
   const fixture::TemporaryFolder other;
   other.write("x.dll", "");
   disk.drives['D'] = other.path();
@@ -68,7 +68,7 @@ TEST_F(RealDiskTest, takesFurtherDrivesButNotTheSameTwice) {
   EXPECT_NE(refusalOf(disk).find("drive C:"), std::string::npos);
 }
 
-TEST_F(RealDiskTest, keepsNoAttributesWhenItIsSaved) {
+TEST_F(RealDiskTest, KeepsNoAttributesWhenItIsSaved) {
   const auto machine = Machine::openOffline(disk);
   EXPECT_NO_THROW(machine->save());
   machine->drives().records().setAttributes("C:\\Windows", true, FILE_ATTRIBUTE_HIDDEN);

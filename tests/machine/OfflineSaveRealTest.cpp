@@ -50,7 +50,7 @@ bool isBelow(const std::string& line, const std::string& path) {
          (line.size() == start.size() || line[start.size()] == '\\' || line[start.size()] == '|');
 }
 
-TEST_F(OfflineSaveRealTest, ChangesOfAMachineHiveLeaveAllElseAsItWas) {
+TEST_F(OfflineSaveRealTest, ChangesOfAMachineHiveLeaveAllElseUnchanged) {
   copyDisk("windows7", "first");
   const HiveContent before = content(system);
   const std::string services = R"(HKEY_LOCAL_MACHINE\SYSTEM\ControlSet001\Services)";
@@ -95,7 +95,7 @@ TEST_F(OfflineSaveRealTest, AUsersClassesCanBeThinnedOut) {
   EXPECT_EQ(now.size(), files.size() + 1);
 }
 
-TEST_F(OfflineSaveRealTest, ADiskThatWasNotShutDownCleanlyStaysAsItIs) {
+TEST_F(OfflineSaveRealTest, ADiskThatWasNotShutDownCleanlyIsNotChanged) {
   copyDisk("dirty");
   const auto files = allFiles();
   ASSERT_EQ(computer->uncleanHives().size(), 1U);

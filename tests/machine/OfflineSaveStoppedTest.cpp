@@ -154,7 +154,7 @@ TEST_F(OfflineSaveStoppedTest, WhatAnotherProgramPutsThereAnywhereIsNotLost) {
   if (!canBeTraced) {
     GTEST_SKIP() << "a process under this sanitizer cannot be traced";
   }
-  // The first hive that is written, and one behind another, which must be put back then.
+  // The first hive that is written, and one after another, which must then be put back.
   for (const char* hive : {software, system}) {
     disturbAtEachCall(hive);
   }

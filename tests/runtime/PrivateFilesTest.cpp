@@ -30,7 +30,7 @@ class PrivateFilesTest : public fixture::ComputerFixture {
   const std::string file;
 };
 
-TEST_F(PrivateFilesTest, WhatIsMadePrivateIsTrusted) {
+TEST_F(PrivateFilesTest, APrivateFileIsTrusted) {
   makePrivateFolder(folder);
   ASSERT_TRUE(replaceFileText(file, "x", FileReaders::Administrators));
   // The user is asked for anew each time.

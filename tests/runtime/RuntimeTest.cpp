@@ -26,14 +26,14 @@ TEST_F(RuntimeTest, DirGivesTheNameOfAFile) {
   EXPECT_EQ(Dir("C:\\Runtime\\Names\\*.txt"), "Some File.txt");
 }
 
-TEST_F(RuntimeTest, AFolderIsMadeWithAllAboveIt) {
+TEST_F(RuntimeTest, AFolderIsCreatedWithAllAboveIt) {
   EXPECT_TRUE(zelvreg::makeFolder("C:\\Runtime\\New\\Deeper"));
   EXPECT_EQ(GetFileAttributesW(Wide("C:\\Runtime\\New\\Deeper").get()) & FILE_ATTRIBUTE_DIRECTORY,
             DWORD{FILE_ATTRIBUTE_DIRECTORY});
   EXPECT_TRUE(zelvreg::makeFolder("C:\\Runtime\\New"));
 }
 
-TEST_F(RuntimeTest, NoFolderIsMadeInThePlaceOfAFileOrOnNoDrive) {
+TEST_F(RuntimeTest, NoFolderIsCreatedInThePlaceOfAFileOrOnAMissingDrive) {
   makeFile("C:\\Runtime\\file");
   EXPECT_FALSE(zelvreg::makeFolder("C:\\Runtime\\file"));
   EXPECT_FALSE(zelvreg::makeFolder("Q:\\none"));

@@ -49,14 +49,14 @@ DWORD sizeWithTerminator(DWORD type, const BYTE* data, DWORD size) {
   }
   const std::size_t units = size / sizeof(char16_t);
   char16_t last = 0;
-  char16_t behind = 0;
+  char16_t next = 0;
   if (units > 0) {
     std::memcpy(&last, data + (units - 1) * sizeof last, sizeof last);
   }
   if (last != 0) {
-    std::memcpy(&behind, data + units * sizeof behind, sizeof behind);
+    std::memcpy(&next, data + units * sizeof next, sizeof next);
   }
-  return last != 0 && behind == 0 ? size + static_cast<DWORD>(sizeof behind) : size;
+  return last != 0 && next == 0 ? size + static_cast<DWORD>(sizeof next) : size;
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ RegistryKey* Registry::makeAliasTarget(RegistryKey& parent, std::u16string_view 
   return nullptr;
 }
 
-// A built-in link comes into being with whichever of its two ends is made last.
+// A built-in link exists from when the second of its two ends is created.
 void Registry::tieAliases(RegistryKey& key) {
   const bool hadNewContent = hasNewContent;
   const std::size_t earlierChanges = changes.size();

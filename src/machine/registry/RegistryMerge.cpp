@@ -5,7 +5,7 @@
 namespace zelvreg::machine {
 namespace {
 
-// One of the two keys behind a merged place; a deleted one has nothing.
+// One of the two keys of a merged place; a deleted one has nothing.
 struct Side {
   Registry& registry;
   RegistryKey* key;

@@ -22,7 +22,7 @@ std::ptrdiff_t filesIn(const TemporaryFolder& folder) {
   return std::distance(std::filesystem::directory_iterator(folder.path()), {});
 }
 
-TEST(AtomicFile, makesAndReplacesAFileAndLeavesNothingBeside) {
+TEST(AtomicFile, MakesAndReplacesAFileAndLeavesNothingBeside) {
   const TemporaryFolder folder;
   replaceFile(folder.path() / "a", "one");
   EXPECT_EQ(folder.read("a"), "one");
@@ -31,7 +31,7 @@ TEST(AtomicFile, makesAndReplacesAFileAndLeavesNothingBeside) {
   EXPECT_EQ(filesIn(folder), 1);
 }
 
-TEST(AtomicFile, theOldContentStandsUntilItIsReplaced) {
+TEST(AtomicFile, TheOldContentStandsUntilItIsReplaced) {
   const TemporaryFolder folder;
   folder.write("a", "old");
   {
@@ -42,7 +42,7 @@ TEST(AtomicFile, theOldContentStandsUntilItIsReplaced) {
   EXPECT_EQ(filesIn(folder), 1);
 }
 
-TEST(AtomicFile, keepsThePermissionsOfTheOldFile) {
+TEST(AtomicFile, KeepsThePermissionsOfTheOldFile) {
   const TemporaryFolder folder;
   folder.write("a", "old");
   chmod((folder.path() / "a").c_str(), 0640);
@@ -52,7 +52,7 @@ TEST(AtomicFile, keepsThePermissionsOfTheOldFile) {
   EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
-TEST(AtomicFile, writesTheFileBehindALink) {
+TEST(AtomicFile, WritesTheFileBehindALink) {
   const TemporaryFolder folder;
   folder.write("real/a", "old");
   std::filesystem::create_symlink("real/a", folder.path() / "link");
@@ -61,7 +61,7 @@ TEST(AtomicFile, writesTheFileBehindALink) {
   EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link"));
 }
 
-TEST(AtomicFile, aFailureLeavesEverythingAsItWasAndSaysWhich) {
+TEST(AtomicFile, AFailureLeavesEverythingAsItWasAndSaysWhich) {
   const TemporaryFolder folder;
   EXPECT_THROW(replaceFile(folder.path() / "missing" / "a", "x"), MachineError);
   folder.makeFolder("a/b");
@@ -90,7 +90,7 @@ class FileSizeLimit {
   rlimit before{};
 };
 
-TEST(AtomicFile, aDiskThatFillsUpWhileWritingLeavesTheOldFile) {
+TEST(AtomicFile, ADiskThatFillsUpWhileWritingLeavesTheOldFile) {
   const TemporaryFolder folder;
   folder.write("a", "old");
   {
@@ -101,7 +101,7 @@ TEST(AtomicFile, aDiskThatFillsUpWhileWritingLeavesTheOldFile) {
   EXPECT_EQ(filesIn(folder), 1);
 }
 
-TEST(AtomicFile, takesWhatAnotherWritesAndNothingIfThatFails) {
+TEST(AtomicFile, TakesWhatAnotherWritesAndNothingIfThatFails) {
   const TemporaryFolder folder;
   folder.write("a", "old");
   {
@@ -121,7 +121,7 @@ TEST(AtomicFile, takesWhatAnotherWritesAndNothingIfThatFails) {
   EXPECT_EQ(filesIn(folder), 1);
 }
 
-TEST(AtomicFile, aCopyTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
+TEST(AtomicFile, ACopyTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
   const TemporaryFolder folder;
   folder.write("a", "content");
   folder.write("elsewhere", "other");
@@ -139,7 +139,7 @@ TEST(AtomicFile, aCopyTakesThePlaceOfAnOlderOneOnlyWhenItIsToldTo) {
   EXPECT_EQ(filesIn(folder), 3);
 }
 
-TEST(AtomicFile, aCopyOfWhatMayNotBeNamedTwiceHasItsContentTimesAndAttributes) {
+TEST(AtomicFile, ACopyOfWhatMayNotBeNamedTwiceHasItsContentTimesAndAttributes) {
   const TemporaryFolder folder;
   chmod(folder.path().c_str(), 0777);
   folder.write("a", "content");
@@ -160,7 +160,7 @@ TEST(AtomicFile, aCopyOfWhatMayNotBeNamedTwiceHasItsContentTimesAndAttributes) {
   EXPECT_EQ(getxattr(copy.c_str(), name, value.data(), value.size()), hasAttribute ? 4 : -1);
 }
 
-TEST(AtomicFile, copiesOrReplacesNothingButTheFileThatWasSeen) {
+TEST(AtomicFile, CopiesOrReplacesNothingButTheFileThatWasSeen) {
   const TemporaryFolder folder;
   folder.write("a", "old");
   const FileStamp seen = stampOf(folder.path() / "a");
@@ -176,7 +176,7 @@ TEST(AtomicFile, copiesOrReplacesNothingButTheFileThatWasSeen) {
   EXPECT_EQ(filesIn(folder), 1);
 }
 
-TEST(AtomicFile, keepsTheExtendedAttributesOfTheOldFile) {
+TEST(AtomicFile, KeepsTheExtendedAttributesOfTheOldFile) {
   const TemporaryFolder folder;
   folder.write("a", "old");
   const std::filesystem::path a = folder.path() / "a";
@@ -190,7 +190,7 @@ TEST(AtomicFile, keepsTheExtendedAttributesOfTheOldFile) {
   EXPECT_STREQ(value.data(), "mine");
 }
 
-TEST(AtomicFile, whatAStoppedProcessLeftIsRemovedAndNothingElse) {
+TEST(AtomicFile, WhatAStoppedProcessLeftIsRemovedAndNothingElse) {
   const TemporaryFolder folder;
   for (const char* name : {".a.zelvreg-1b2C3d", ".a.zelvreg-1b2C3", ".ab.zelvreg-1b2C3d",
                            ".a.1b2C3d", "a.zelvreg-1b2C3d"}) {
@@ -208,7 +208,7 @@ std::vector<AtomicFile> twoFiles(const TemporaryFolder& folder) {
   return files;
 }
 
-TEST(ReplaceTogether, replacesAllAndLeavesNothingElse) {
+TEST(ReplaceTogether, ReplacesAllAndLeavesNothingElse) {
   const TemporaryFolder folder;
   folder.write("a", "old");
   auto files = twoFiles(folder);
@@ -220,7 +220,7 @@ TEST(ReplaceTogether, replacesAllAndLeavesNothingElse) {
   EXPECT_EQ(filesIn(folder), 2);
 }
 
-TEST(ReplaceTogether, leavesAllOldWhereTheFirstCannotBeReplaced) {
+TEST(ReplaceTogether, LeavesAllOldWhereTheFirstCannotBeReplaced) {
   const TemporaryFolder folder;
   folder.write("b", "old");
   auto files = twoFiles(folder);
@@ -231,7 +231,7 @@ TEST(ReplaceTogether, leavesAllOldWhereTheFirstCannotBeReplaced) {
   EXPECT_FALSE(folder.has("note"));
 }
 
-TEST(ReplaceTogether, isEndedLaterWhereALaterOneCannotBeReplaced) {
+TEST(ReplaceTogether, IsEndedLaterWhereALaterOneCannotBeReplaced) {
   const TemporaryFolder folder;
   auto files = twoFiles(folder);
   folder.makeFolder("b");
@@ -245,7 +245,7 @@ TEST(ReplaceTogether, isEndedLaterWhereALaterOneCannotBeReplaced) {
   EXPECT_EQ(filesIn(folder), 2);
 }
 
-TEST(FinishReplacing, movesNothingOutOfTheFolderOrIntoIt) {
+TEST(FinishReplacing, MovesNothingOutOfTheFolderOrIntoIt) {
   const TemporaryFolder folder;
   for (const char* names : {"../a\nb\n", "a\n../b\n", "a\n/b\n", "a\n..\n", "\nb\n"}) {
     folder.write("a", "old");
@@ -256,7 +256,7 @@ TEST(FinishReplacing, movesNothingOutOfTheFolderOrIntoIt) {
   }
 }
 
-TEST(ReadWholeFile, givesEveryByteOrSaysWhyNot) {
+TEST(ReadWholeFile, GivesEveryByteOrSaysWhyNot) {
   const TemporaryFolder folder;
   const std::string content(200000, '\0');
   folder.write("a", content);
@@ -265,7 +265,7 @@ TEST(ReadWholeFile, givesEveryByteOrSaysWhyNot) {
   EXPECT_THROW(readWholeFile(folder.path()), MachineError);
 }
 
-TEST(ReadWholeFile, doesNotWaitForAPipeOrAskADevice) {
+TEST(ReadWholeFile, DoesNotWaitForAPipeOrAskADevice) {
   const TemporaryFolder folder;
   ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
   EXPECT_THROW(readWholeFile(folder.path() / "pipe"), MachineError);

@@ -5,7 +5,7 @@
 namespace zelvreg::machine {
 namespace {
 
-TEST(FaultPlan, failsTheCallOfThatNumberAndNoOther) {
+TEST(FaultPlan, FailsTheCallOfThatNumberAndNoOther) {
   FaultPlan plan;
   plan.fail(ApiCall::ReadFile, 2, ERROR_ACCESS_DENIED);
   EXPECT_FALSE(plan.next(ApiCall::ReadFile));
@@ -14,14 +14,14 @@ TEST(FaultPlan, failsTheCallOfThatNumberAndNoOther) {
   EXPECT_FALSE(plan.next(ApiCall::ReadFile));
 }
 
-TEST(FaultPlan, countsFromTheMomentOfPlanning) {
+TEST(FaultPlan, CountsFromTheMomentOfPlanning) {
   FaultPlan plan;
   EXPECT_FALSE(plan.next(ApiCall::MoveFile));
   plan.fail(ApiCall::MoveFile, 1, ERROR_DISK_FULL);
   EXPECT_EQ(plan.next(ApiCall::MoveFile), ERROR_DISK_FULL);
 }
 
-TEST(FaultPlan, keepsSeveralFaultsOfOneKind) {
+TEST(FaultPlan, KeepsSeveralFaultsOfOneKind) {
   FaultPlan plan;
   plan.fail(ApiCall::DeleteFile, 1, ERROR_ACCESS_DENIED);
   plan.fail(ApiCall::DeleteFile, 3, ERROR_DISK_FULL);
@@ -30,7 +30,7 @@ TEST(FaultPlan, keepsSeveralFaultsOfOneKind) {
   EXPECT_EQ(plan.next(ApiCall::DeleteFile), ERROR_DISK_FULL);
 }
 
-TEST(FaultPlan, failsEveryCallFromOneOnUntilItIsForgotten) {
+TEST(FaultPlan, FailsEveryCallFromOneOnUntilItIsForgotten) {
   FaultPlan plan;
   EXPECT_FALSE(plan.next(ApiCall::RegOpenKey));
   plan.failFrom(ApiCall::RegOpenKey, 2, ERROR_ACCESS_DENIED);
@@ -44,7 +44,7 @@ TEST(FaultPlan, failsEveryCallFromOneOnUntilItIsForgotten) {
   EXPECT_FALSE(plan.next(ApiCall::RegOpenKey));
 }
 
-TEST(FaultPlan, forgetsPlansAndCounts) {
+TEST(FaultPlan, ForgetsPlansAndCounts) {
   FaultPlan plan;
   plan.fail(ApiCall::CreateFile, 2, ERROR_ACCESS_DENIED);
   EXPECT_FALSE(plan.next(ApiCall::CreateFile));

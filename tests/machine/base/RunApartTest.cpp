@@ -19,7 +19,7 @@ std::string refusalOf(const std::function<std::string()>& work) {
   return "";
 }
 
-TEST(RunApart, givesTheAnswerAndLeavesThisProcessAsItWas) {
+TEST(RunApart, GivesTheAnswerAndLeavesThisProcessAsItWas) {
   int here = 1;
   const std::string answer(100'000, 'x');
   EXPECT_TRUE(runApart([&] {
@@ -30,11 +30,11 @@ TEST(RunApart, givesTheAnswerAndLeavesThisProcessAsItWas) {
   EXPECT_EQ(runApart([] { return std::string(); }), "");
 }
 
-TEST(RunApart, passesARefusalOn) {
+TEST(RunApart, PassesARefusalOn) {
   EXPECT_EQ(refusalOf([]() -> std::string { throw MachineError("no room"); }), "no room");
 }
 
-TEST(RunApart, makesARefusalOfAnyOtherEnd) {
+TEST(RunApart, MakesARefusalOfAnyOtherEnd) {
   const std::string stopped = refusalOf([]() -> std::string { std::abort(); });
   EXPECT_NE(stopped.find("the library"), std::string::npos) << stopped;
   EXPECT_EQ(stopped.find('\n'), std::string::npos);

@@ -9,17 +9,17 @@ namespace {
 
 constexpr std::string_view blanks = " \t";
 
-TEST(Trimming, takesTheGivenBlanksFromBothEndsAndNoneFromTheMiddle) {
+TEST(Trimming, TakesTheGivenBlanksFromBothEndsAndNoneFromTheMiddle) {
   EXPECT_EQ(trimmed(" \t a \tb\t ", blanks), "a \tb");
   EXPECT_EQ(trimmed("a", blanks), "a");
 }
 
-TEST(Trimming, leavesWhatIsNoBlankOfThisFile) {
+TEST(Trimming, LeavesWhatIsNoBlankOfThisFile) {
   EXPECT_EQ(trimmed(" a\r", blanks), "a\r");
   EXPECT_EQ(trimmed(u" a\r", std::u16string_view(u" \r")), u"a");
 }
 
-TEST(Trimming, ofBlanksAloneNothingIsLeft) {
+TEST(Trimming, OfBlanksAloneNothingIsLeft) {
   EXPECT_EQ(trimmed(" \t ", blanks), "");
   EXPECT_EQ(trimmed("", blanks), "");
 }

@@ -31,7 +31,7 @@ TEST(ApiCaseTest, HalvesOfACharacterStay) {
   EXPECT_EQ(upper(u"a\xD800"), u"A\xD800");
 }
 
-TEST(ApiCaseTest, NothingBehindTheSizeChanges) {
+TEST(ApiCaseTest, NothingAfterTheSizeChanges) {
   std::u16string text = u"ab";
   CharUpperBuffW(text.data(), 1);
   EXPECT_EQ(text, u"Ab");

@@ -27,7 +27,7 @@ class ApiFileSecurityTest : public zelvreg::fixture::MachineFixture {
   }
 };
 
-TEST_F(ApiFileSecurityTest, aFileHasTheUsualListUnlessOneIsSaid) {
+TEST_F(ApiFileSecurityTest, AFileHasTheUsualListUnlessOneIsSaid) {
   file(R"(C:\a.txt)");
   file(R"(C:\b.txt)");
   security(R"(C:\b.txt)", "D:NO_ACCESS_CONTROL");
@@ -37,7 +37,7 @@ TEST_F(ApiFileSecurityTest, aFileHasTheUsualListUnlessOneIsSaid) {
   EXPECT_EQ(listOf(u"C:\\no.txt"), "2");
 }
 
-TEST_F(ApiFileSecurityTest, aListThatIsSetStaysWithTheMachine) {
+TEST_F(ApiFileSecurityTest, AListThatIsSetStaysWithTheMachine) {
   file(R"(C:\a.txt)");
   start();
   EXPECT_NE(setList(u"C:\\a.txt", "D:(A;;GA;;;S-1-5-21-1-1-1-1001)"), FALSE);
@@ -46,7 +46,7 @@ TEST_F(ApiFileSecurityTest, aListThatIsSetStaysWithTheMachine) {
   EXPECT_EQ(listOf(u"C:\\a.txt"), "D:(A;;FA;;;S-1-5-21-1-1-1-1001)");
 }
 
-TEST_F(ApiFileSecurityTest, settingTakesTheRightToAndSoDoesReading) {
+TEST_F(ApiFileSecurityTest, SettingTakesTheRightToAndSoDoesReading) {
   file(R"(C:\a.txt)");
   security(R"(C:\a.txt)", "O:SYD:");
   start();
@@ -55,7 +55,7 @@ TEST_F(ApiFileSecurityTest, settingTakesTheRightToAndSoDoesReading) {
   EXPECT_EQ(listOf(u"C:\\a.txt"), "5");
 }
 
-TEST_F(ApiFileSecurityTest, bothCallsCanBeMadeToFail) {
+TEST_F(ApiFileSecurityTest, BothCallsCanBeMadeToFail) {
   file(R"(C:\a.txt)");
   FaultPlan& faults = start().faults();
   faults.fail(ApiCall::GetFileSecurity, 1, ERROR_GEN_FAILURE);

@@ -45,7 +45,7 @@ class ApiFilesTest : public zelvreg::fixture::MachineFixture {
   }
 };
 
-TEST_F(ApiFilesTest, writesAndReadsAFile) {
+TEST_F(ApiFilesTest, WritesAndReadsAFile) {
   start();
   const HANDLE handle = open(u"C:\\new.txt", GENERIC_WRITE, CREATE_NEW);
   ASSERT_NE(handle, INVALID_HANDLE_VALUE);
@@ -56,7 +56,7 @@ TEST_F(ApiFilesTest, writesAndReadsAFile) {
   EXPECT_EQ(computer().openFiles().count(), 0U);
 }
 
-TEST_F(ApiFilesTest, whatIsMadeWithAListHasItAndIsClosedToOthers) {
+TEST_F(ApiFilesTest, AFileCreatedWithAListHasItAndIsClosedToOthers) {
   start();
   Bytes list = selfRelative(parseSddl("D:P(A;;FA;;;BA)"), DACL_SECURITY_INFORMATION);
   const SECURITY_ATTRIBUTES given{sizeof given, list.data(), FALSE};
@@ -75,7 +75,7 @@ TEST_F(ApiFilesTest, whatIsMadeWithAListHasItAndIsClosedToOthers) {
   }
 }
 
-TEST_F(ApiFilesTest, eachDispositionDoesItsOwn) {
+TEST_F(ApiFilesTest, EachDispositionDoesItsOwn) {
   file(R"(C:\old.txt)", "old");
   start();
   EXPECT_EQ(tryOpen(u"C:\\old.txt", GENERIC_WRITE, CREATE_NEW), error(ERROR_FILE_EXISTS));
@@ -91,7 +91,7 @@ TEST_F(ApiFilesTest, eachDispositionDoesItsOwn) {
   EXPECT_EQ(tryOpen(u"C:\\old.txt", GENERIC_READ, 9), error(ERROR_INVALID_PARAMETER));
 }
 
-TEST_F(ApiFilesTest, saysThatItFoundTheFileThere) {
+TEST_F(ApiFilesTest, SaysThatItFoundTheFileThere) {
   file(R"(C:\old.txt)");
   start();
   CloseHandle(open(u"C:\\old.txt", GENERIC_WRITE, CREATE_ALWAYS));
@@ -100,12 +100,12 @@ TEST_F(ApiFilesTest, saysThatItFoundTheFileThere) {
   EXPECT_EQ(GetLastError(), error(ERROR_SUCCESS));
 }
 
-TEST_F(ApiFilesTest, aFolderIsNotOpened) {
+TEST_F(ApiFilesTest, AFolderIsNotOpened) {
   start();
   EXPECT_EQ(tryOpen(u"C:\\", GENERIC_READ, OPEN_EXISTING), error(ERROR_ACCESS_DENIED));
 }
 
-TEST_F(ApiFilesTest, aHandleDoesOnlyWhatItWasOpenedFor) {
+TEST_F(ApiFilesTest, AHandleDoesOnlyWhatItWasOpenedFor) {
   file(R"(C:\a.txt)", "abc");
   start();
   std::array<char, 4> buffer{};
@@ -127,7 +127,7 @@ TEST_F(ApiFilesTest, aHandleDoesOnlyWhatItWasOpenedFor) {
   CloseHandle(writer);
 }
 
-TEST_F(ApiFilesTest, aClosedHandleIsNoHandle) {
+TEST_F(ApiFilesTest, AClosedHandleIsNoHandle) {
   file(R"(C:\a.txt)");
   start();
   const HANDLE handle = open(u"C:\\a.txt", GENERIC_READ, OPEN_EXISTING);
@@ -141,7 +141,7 @@ TEST_F(ApiFilesTest, aClosedHandleIsNoHandle) {
   EXPECT_NE(CloseHandle(GetCurrentProcess()), FALSE);
 }
 
-TEST_F(ApiFilesTest, aReadOnlyFileIsNotWritten) {
+TEST_F(ApiFilesTest, AReadOnlyFileIsNotWritten) {
   file(R"(C:\a.txt)", "old");
   attributes(R"(C:\a.txt)", FILE_ATTRIBUTE_READONLY);
   start();
@@ -151,7 +151,7 @@ TEST_F(ApiFilesTest, aReadOnlyFileIsNotWritten) {
   EXPECT_EQ(content(R"(C:\a.txt)"), "old");
 }
 
-TEST_F(ApiFilesTest, aHiddenFileIsMadeAnewOnlyAsAHiddenOne) {
+TEST_F(ApiFilesTest, AHiddenFileIsReplacedOnlyByAHiddenOne) {
   file(R"(C:\a.txt)", "old");
   attributes(R"(C:\a.txt)", FILE_ATTRIBUTE_HIDDEN);
   start();
@@ -161,7 +161,7 @@ TEST_F(ApiFilesTest, aHiddenFileIsMadeAnewOnlyAsAHiddenOne) {
   EXPECT_EQ(GetFileAttributesW(u"C:\\a.txt"), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE);
 }
 
-TEST_F(ApiFilesTest, theAccessListDecidesWhatMayBeOpened) {
+TEST_F(ApiFilesTest, TheAccessListDecidesWhatMayBeOpened) {
   file(R"(C:\a.txt)");
   security(R"(C:\a.txt)", "D:(A;;FR;;;BU)");
   start();
@@ -171,7 +171,7 @@ TEST_F(ApiFilesTest, theAccessListDecidesWhatMayBeOpened) {
   EXPECT_EQ(tryOpen(u"C:\\a.txt", 0, OPEN_EXISTING), error(ERROR_SUCCESS));
 }
 
-TEST_F(ApiFilesTest, aFolderThatTakesNoFilesRefusesANewOne) {
+TEST_F(ApiFilesTest, AFolderThatTakesNoFilesRefusesANewOne) {
   folder(R"(C:\f)");
   security(R"(C:\f)", "D:(A;OICI;FR;;;BU)");
   start();
@@ -179,7 +179,7 @@ TEST_F(ApiFilesTest, aFolderThatTakesNoFilesRefusesANewOne) {
   EXPECT_FALSE(has(R"(C:\f\a.txt)"));
 }
 
-TEST_F(ApiFilesTest, aNewFileTakesOverItsFoldersList) {
+TEST_F(ApiFilesTest, ANewFileTakesOverItsFoldersList) {
   folder(R"(C:\f)");
   security(R"(C:\f)", "D:(A;OI;FR;;;BU)(A;;FA;;;BA)");
   start();
@@ -190,7 +190,7 @@ TEST_F(ApiFilesTest, aNewFileTakesOverItsFoldersList) {
             "C:\\f\tD:(A;OI;FR;;;BU)(A;;FA;;;BA)\nC:\\f\\a.txt\tD:AI(A;ID;FR;;;BU)\n");
 }
 
-TEST_F(ApiFilesTest, neverWritesThroughALinkThatLeavesTheDrive) {
+TEST_F(ApiFilesTest, NeverWritesThroughALinkThatLeavesTheDrive) {
   start();
   machineFolder().write("outside.txt", "safe");
   std::filesystem::create_symlink("../outside.txt", machineFolder().path() / "C/link.txt");
@@ -202,7 +202,7 @@ TEST_F(ApiFilesTest, neverWritesThroughALinkThatLeavesTheDrive) {
   EXPECT_FALSE(machineFolder().has("new.txt"));
 }
 
-TEST_F(ApiFilesTest, eachCallCanBeMadeToFail) {
+TEST_F(ApiFilesTest, EachCallCanBeMadeToFail) {
   file(R"(C:\a.txt)");
   FaultPlan& faults = start().faults();
   faults.fail(ApiCall::CreateFile, 1, ERROR_SHARING_VIOLATION);

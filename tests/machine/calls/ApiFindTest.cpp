@@ -32,7 +32,7 @@ class ApiFindTest : public zelvreg::fixture::MachineFixture {
   }
 };
 
-TEST_F(ApiFindTest, givesNamesInOrderHiddenOnesToo) {
+TEST_F(ApiFindTest, GivesNamesInOrderHiddenOnesToo) {
   for (const char* name : {R"(C:\f\b.txt)", R"(C:\f\A.txt)", R"(C:\f\c.dat)", R"(C:\f\_.txt)"}) {
     file(name);
   }
@@ -47,13 +47,13 @@ TEST_F(ApiFindTest, givesNamesInOrderHiddenOnesToo) {
   EXPECT_EQ(computer().openFiles().count(), 0U);
 }
 
-TEST_F(ApiFindTest, aRootHasNoFolderAbove) {
+TEST_F(ApiFindTest, ARootHasNoFolderAbove) {
   file(R"(C:\a.txt)");
   start();
   EXPECT_EQ(search(u"C:\\*"), Names{"a.txt"});
 }
 
-TEST_F(ApiFindTest, saysWhyNothingWasFound) {
+TEST_F(ApiFindTest, SaysWhyNothingWasFound) {
   folder(R"(C:\f)");
   file(R"(C:\a.txt)");
   start();
@@ -65,13 +65,13 @@ TEST_F(ApiFindTest, saysWhyNothingWasFound) {
   EXPECT_EQ(search(u""), Names{"error 2"});
 }
 
-TEST_F(ApiFindTest, looksInTheProgramsFolderWithoutAFolder) {
+TEST_F(ApiFindTest, LooksInTheProgramsFolderWithoutAFolder) {
   file(R"(C:\Program Files (x86)\zelvreg\a.lng)");
   start();
   EXPECT_EQ(search(u"*.lng"), Names{"a.lng"});
 }
 
-TEST_F(ApiFindTest, tellsSizeTimeAndAttributes) {
+TEST_F(ApiFindTest, TellsSizeTimeAndAttributes) {
   file(R"(C:\a.txt)", "12345");
   start();
   WIN32_FIND_DATAW data{};
@@ -83,7 +83,7 @@ TEST_F(ApiFindTest, tellsSizeTimeAndAttributes) {
   FindClose(FindFirstFileW(u"C:\\Program*", &data));
 }
 
-TEST_F(ApiFindTest, passesOverALinkThatLeavesTheDrive) {
+TEST_F(ApiFindTest, PassesOverALinkThatLeavesTheDrive) {
   file(R"(C:\f\a.txt)");
   start();
   std::filesystem::create_symlink("/etc", machineFolder().path() / "C/f/out");
@@ -91,7 +91,7 @@ TEST_F(ApiFindTest, passesOverALinkThatLeavesTheDrive) {
   EXPECT_EQ(search(u"C:\\f\\*"), (Names{".", "..", "a.txt", "in"}));
 }
 
-TEST_F(ApiFindTest, aSearchIsClosedOnceAndOnlyAsASearch) {
+TEST_F(ApiFindTest, ASearchIsClosedOnceAndOnlyAsASearch) {
   start();
   file(R"(C:\a.txt)");
   WIN32_FIND_DATAW data{};
@@ -103,12 +103,12 @@ TEST_F(ApiFindTest, aSearchIsClosedOnceAndOnlyAsASearch) {
   EXPECT_EQ(GetLastError(), error(ERROR_INVALID_HANDLE));
 }
 
-TEST_F(ApiFindTest, canBeMadeToFail) {
+TEST_F(ApiFindTest, CanBeMadeToFail) {
   start().faults().fail(ApiCall::FindFirstFile, 1, ERROR_ACCESS_DENIED);
   EXPECT_EQ(search(u"C:\\*"), Names{"error 5"});
 }
 
-TEST_F(ApiFindTest, namesTheProgramsOwnFile) {
+TEST_F(ApiFindTest, NamesTheProgramsOwnFile) {
   start();
   std::array<char16_t, 64> path{};
   EXPECT_EQ(GetModuleFileNameW(nullptr, path.data(), 64), 42U);
@@ -118,7 +118,7 @@ TEST_F(ApiFindTest, namesTheProgramsOwnFile) {
   EXPECT_EQ(GetLastError(), error(ERROR_INSUFFICIENT_BUFFER));
 }
 
-TEST_F(ApiFindTest, on32BitsTheProgramLiesInProgramFiles) {
+TEST_F(ApiFindTest, On32BitsTheProgramLiesInProgramFiles) {
   setting("bits", "32");
   start();
   std::array<char16_t, 64> path{};

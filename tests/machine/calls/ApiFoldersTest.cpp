@@ -15,7 +15,7 @@ DWORD error(LONG code) { return static_cast<DWORD>(code); }
 
 class ApiFoldersTest : public zelvreg::fixture::MachineFixture {};
 
-TEST_F(ApiFoldersTest, deletesAFileAndNothingElse) {
+TEST_F(ApiFoldersTest, DeletesAFileAndNothingElse) {
   file(R"(C:\Dir\a.txt)");
   start();
   EXPECT_NE(DeleteFileW(u"C:\\DIR\\A.TXT"), FALSE);
@@ -26,7 +26,7 @@ TEST_F(ApiFoldersTest, deletesAFileAndNothingElse) {
   EXPECT_EQ(GetLastError(), error(ERROR_ACCESS_DENIED));
 }
 
-TEST_F(ApiFoldersTest, aReadOnlyFileIsNotDeleted) {
+TEST_F(ApiFoldersTest, AReadOnlyFileIsNotDeleted) {
   file(R"(C:\a.txt)");
   attributes(R"(C:\a.txt)", FILE_ATTRIBUTE_READONLY);
   start();
@@ -36,7 +36,7 @@ TEST_F(ApiFoldersTest, aReadOnlyFileIsNotDeleted) {
   EXPECT_NE(DeleteFileW(u"C:\\a.txt"), FALSE);
 }
 
-TEST_F(ApiFoldersTest, deletingTakesTheFilesOwnListOrItsFolders) {
+TEST_F(ApiFoldersTest, DeletingTakesTheFilesOwnListOrItsFolders) {
   file(R"(C:\f\a.txt)");
   file(R"(C:\g\a.txt)");
   security(R"(C:\f\a.txt)", "D:(A;;FR;;;BU)");
@@ -48,7 +48,7 @@ TEST_F(ApiFoldersTest, deletingTakesTheFilesOwnListOrItsFolders) {
   EXPECT_NE(DeleteFileW(u"C:\\f\\a.txt"), FALSE);
 }
 
-TEST_F(ApiFoldersTest, movesAFileAndReplacesOnlyWhenTold) {
+TEST_F(ApiFoldersTest, MovesAFileAndReplacesOnlyWhenTold) {
   file(R"(C:\a.txt)", "a");
   file(R"(C:\b.txt)", "b");
   start();
@@ -65,7 +65,7 @@ TEST_F(ApiFoldersTest, movesAFileAndReplacesOnlyWhenTold) {
   EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
 }
 
-TEST_F(ApiFoldersTest, aReplacedFileKeepsWhoMayReadItOnThisSystem) {
+TEST_F(ApiFoldersTest, AReplacedFileKeepsWhoMayReadItOnThisSystem) {
   file(R"(C:\a.txt)", "a");
   file(R"(C:\b.txt)", "b");
   const std::filesystem::path replaced = machineFolder().path() / "C/b.txt";
@@ -78,7 +78,7 @@ TEST_F(ApiFoldersTest, aReplacedFileKeepsWhoMayReadItOnThisSystem) {
   EXPECT_EQ(content(R"(C:\b.txt)"), "a");
 }
 
-TEST_F(ApiFoldersTest, aMoveToAnotherSpellingRenames) {
+TEST_F(ApiFoldersTest, AMoveToAnotherSpellingRenames) {
   file(R"(C:\name.txt)", "a");
   start();
   EXPECT_NE(MoveFileExW(u"C:\\name.txt", u"C:\\NAME.txt", 0), FALSE);
@@ -86,7 +86,7 @@ TEST_F(ApiFoldersTest, aMoveToAnotherSpellingRenames) {
   EXPECT_FALSE(has(R"(C:\name.txt)"));
 }
 
-TEST_F(ApiFoldersTest, movesAFolderWithItsRecordsButNotToAnotherDrive) {
+TEST_F(ApiFoldersTest, MovesAFolderWithItsRecordsButNotToAnotherDrive) {
   file(R"(C:\f\a.txt)");
   attributes(R"(C:\f\a.txt)", FILE_ATTRIBUTE_HIDDEN);
   folder(R"(D:\x)");
@@ -97,7 +97,7 @@ TEST_F(ApiFoldersTest, movesAFolderWithItsRecordsButNotToAnotherDrive) {
   EXPECT_EQ(GetLastError(), 17U);
 }
 
-TEST_F(ApiFoldersTest, makesAFolderInOneThatIsThere) {
+TEST_F(ApiFoldersTest, MakesAFolderInOneThatIsThere) {
   start();
   EXPECT_NE(CreateDirectoryW(u"C:\\new", nullptr), FALSE);
   EXPECT_EQ(GetFileAttributesW(u"c:\\NEW\\"), FILE_ATTRIBUTE_DIRECTORY);
@@ -107,7 +107,7 @@ TEST_F(ApiFoldersTest, makesAFolderInOneThatIsThere) {
   EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
 }
 
-TEST_F(ApiFoldersTest, tellsAttributesAndWhyThereAreNone) {
+TEST_F(ApiFoldersTest, TellsAttributesAndWhyThereAreNone) {
   file(R"(C:\Windows\a.txt)");
   start();
   EXPECT_EQ(GetFileAttributesW(u"C:\\windows\\A.TXT."), FILE_ATTRIBUTE_ARCHIVE);
@@ -122,7 +122,7 @@ TEST_F(ApiFoldersTest, tellsAttributesAndWhyThereAreNone) {
   EXPECT_EQ(GetFileAttributesW(u""), INVALID_FILE_ATTRIBUTES);
 }
 
-TEST_F(ApiFoldersTest, tellsWhatADriveIs) {
+TEST_F(ApiFoldersTest, TellsWhatADriveIs) {
   folder(R"(C:\f)");
   start().drives().setRemote(u'Z');
   for (const LPCWSTR path : {u"C:\\", u"c:/", u"C:", u"C:\\f\\"}) {
@@ -135,7 +135,7 @@ TEST_F(ApiFoldersTest, tellsWhatADriveIs) {
   EXPECT_EQ(GetDriveTypeW(nullptr), DRIVE_UNKNOWN);
 }
 
-TEST_F(ApiFoldersTest, settingArchiveClearsTheOthers) {
+TEST_F(ApiFoldersTest, SettingArchiveClearsTheOthers) {
   file(R"(C:\a.dll)");
   attributes(R"(C:\a.dll)", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM);
   start();
@@ -147,7 +147,7 @@ TEST_F(ApiFoldersTest, settingArchiveClearsTheOthers) {
   EXPECT_EQ(machineFolder().read("attributes.txt"), "");
 }
 
-TEST_F(ApiFoldersTest, attributesAreWrittenWhenTheMachineIsSavedAndNotBefore) {
+TEST_F(ApiFoldersTest, AttributesAreWrittenWhenTheMachineIsSavedAndNotBefore) {
   file(R"(C:\a.txt)");
   start();
   EXPECT_NE(SetFileAttributesW(u"C:\\a.txt", FILE_ATTRIBUTE_HIDDEN), FALSE);
@@ -155,7 +155,7 @@ TEST_F(ApiFoldersTest, attributesAreWrittenWhenTheMachineIsSavedAndNotBefore) {
   EXPECT_FALSE(machineFolder().has("attributes.txt"));
 }
 
-TEST_F(ApiFoldersTest, eachCallCanBeMadeToFail) {
+TEST_F(ApiFoldersTest, EachCallCanBeMadeToFail) {
   file(R"(C:\a.txt)");
   FaultPlan& faults = start().faults();
   for (const ApiCall call : {ApiCall::DeleteFile, ApiCall::MoveFile, ApiCall::CreateDirectory,

@@ -13,7 +13,7 @@ namespace {
 
 class ApiProcessTest : public zelvreg::fixture::MachineFixture {};
 
-TEST_F(ApiProcessTest, a32BitProcessRunsOn64Bits) {
+TEST_F(ApiProcessTest, A32BitProcessRunsOn64Bits) {
   start();
   BOOL wow64 = FALSE;
   EXPECT_NE(IsWow64Process(GetCurrentProcess(), &wow64), FALSE);
@@ -21,7 +21,7 @@ TEST_F(ApiProcessTest, a32BitProcessRunsOn64Bits) {
   EXPECT_EQ(IsWow64Process(nullptr, &wow64), FALSE);
 }
 
-TEST_F(ApiProcessTest, on32BitsItIsAtHome) {
+TEST_F(ApiProcessTest, On32BitsItIsAtHome) {
   setting("bits", "32");
   start();
   BOOL wow64 = TRUE;
@@ -29,7 +29,7 @@ TEST_F(ApiProcessTest, on32BitsItIsAtHome) {
   EXPECT_EQ(wow64, FALSE);
 }
 
-TEST_F(ApiProcessTest, tellsTheCodePageAndTheTime) {
+TEST_F(ApiProcessTest, TellsTheCodePageAndTheTime) {
   setting("codepage", "1250");
   start();
   EXPECT_EQ(GetACP(), 1250U);
@@ -44,7 +44,7 @@ TEST_F(ApiProcessTest, tellsTheCodePageAndTheTime) {
   EXPECT_EQ(GetTickCount64() - before, 2000U);
 }
 
-TEST_F(ApiProcessTest, givesAVariableIfThereIsRoom) {
+TEST_F(ApiProcessTest, GivesAVariableIfThereIsRoom) {
   start();
   std::array<char16_t, 16> buffer{};
   EXPECT_EQ(GetEnvironmentVariableW(u"systemroot", buffer.data(), 11), 10U);
@@ -55,7 +55,7 @@ TEST_F(ApiProcessTest, givesAVariableIfThereIsRoom) {
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ENVVAR_NOT_FOUND));
 }
 
-TEST_F(ApiProcessTest, expandsVariablesAndTellsTheSizeWithTheNul) {
+TEST_F(ApiProcessTest, ExpandsVariablesAndTellsTheSizeWithTheNul) {
   variable("V", "\u0416");
   start();
   std::array<char16_t, 32> buffer{};
@@ -66,12 +66,12 @@ TEST_F(ApiProcessTest, expandsVariablesAndTellsTheSizeWithTheNul) {
   EXPECT_EQ(std::u16string(buffer.data()), u"\u0416");
 }
 
-TEST_F(ApiProcessTest, theLastErrorIsAskedAndSetWithoutAMachine) {
+TEST_F(ApiProcessTest, TheLastErrorIsAskedAndSetWithoutAMachine) {
   SetLastError(7);
   EXPECT_EQ(GetLastError(), 7U);
 }
 
-TEST_F(ApiProcessTest, givesZeroFilledMemory) {
+TEST_F(ApiProcessTest, GivesZeroFilledMemory) {
   auto* bytes = static_cast<char*>(LocalAlloc(LPTR, 100));
   EXPECT_EQ(std::string(bytes, 100), std::string(100, '\0'));
   EXPECT_EQ(LocalFree(bytes), nullptr);
@@ -80,7 +80,7 @@ TEST_F(ApiProcessTest, givesZeroFilledMemory) {
 
 class ApiTextTest : public zelvreg::fixture::MachineFixture {};
 
-TEST_F(ApiTextTest, convertsWithoutAMachineInTheWesternPage) {
+TEST_F(ApiTextTest, ConvertsWithoutAMachineInTheWesternPage) {
   std::array<char16_t, 8> wide{};
   EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "\x80", -1, wide.data(), 8), 2);
   EXPECT_EQ(std::u16string(wide.data()), u"€");
@@ -89,7 +89,7 @@ TEST_F(ApiTextTest, convertsWithoutAMachineInTheWesternPage) {
   EXPECT_STREQ(narrow.data(), "\x80");
 }
 
-TEST_F(ApiTextTest, usesTheMachinesPageAndThoseAskedForByNumber) {
+TEST_F(ApiTextTest, UsesTheMachinesPageAndThoseAskedForByNumber) {
   setting("codepage", "1251");
   start();
   std::array<char16_t, 8> wide{};
@@ -103,7 +103,7 @@ TEST_F(ApiTextTest, usesTheMachinesPageAndThoseAskedForByNumber) {
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
 }
 
-TEST_F(ApiTextTest, tellsTheSizeAndRefusesABufferThatIsTooSmall) {
+TEST_F(ApiTextTest, TellsTheSizeAndRefusesABufferThatIsTooSmall) {
   std::array<char16_t, 2> wide{};
   EXPECT_EQ(MultiByteToWideChar(1252, 0, "abc", -1, nullptr, 0), 4);
   EXPECT_EQ(MultiByteToWideChar(1252, 0, "abc", 3, nullptr, 0), 3);
@@ -114,7 +114,7 @@ TEST_F(ApiTextTest, tellsTheSizeAndRefusesABufferThatIsTooSmall) {
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
 }
 
-TEST_F(ApiTextTest, tellsWhetherACharacterWasReplaced) {
+TEST_F(ApiTextTest, TellsWhetherACharacterWasReplaced) {
   std::array<char, 8> narrow{};
   BOOL replaced = FALSE;
   EXPECT_EQ(WideCharToMultiByte(1252, 0, u"aж", 2, narrow.data(), 8, "_", &replaced), 2);
@@ -125,7 +125,7 @@ TEST_F(ApiTextTest, tellsWhetherACharacterWasReplaced) {
   EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, u"a", 1, narrow.data(), 8, "_", nullptr), 0);
 }
 
-TEST_F(ApiTextTest, refusesInvalidTextWhereItIsAskedTo) {
+TEST_F(ApiTextTest, RefusesInvalidTextWhereItIsAskedTo) {
   std::array<char16_t, 8> wide{};
   EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 8, "\xFF", 1, wide.data(), 8), 0);
   EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NO_UNICODE_TRANSLATION));

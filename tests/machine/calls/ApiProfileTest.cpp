@@ -13,7 +13,7 @@ DWORD error(LONG code) { return static_cast<DWORD>(code); }
 
 class ApiProfileTest : public zelvreg::fixture::MachineFixture {
  protected:
-  // The buffer begins as x, so that what a call writes behind the text is seen.
+  // The buffer begins as x, so that what a call writes after the text is seen.
   std::array<char16_t, 64> buffer{};
   void fill() { buffer.fill(u'x'); }
   std::u16string given(DWORD length) const { return {buffer.data(), length}; }
@@ -26,7 +26,7 @@ class ApiProfileTest : public zelvreg::fixture::MachineFixture {
   static constexpr const char16_t* widePath = u"C:\\x.ini";
 };
 
-TEST_F(ApiProfileTest, readsATextWithoutItsQuotes) {
+TEST_F(ApiProfileTest, ReadsATextWithoutItsQuotes) {
   file(path, "[s]\r\na= \"in quotes \" \r\nb='single'\r\nc=\"open\r\nd=  plain text  \r\n");
   start();
   EXPECT_EQ(text(u"S", u"A", u""), u"in quotes ");
@@ -37,7 +37,7 @@ TEST_F(ApiProfileTest, readsATextWithoutItsQuotes) {
   EXPECT_EQ(buffer[11], u'x');
 }
 
-TEST_F(ApiProfileTest, givesTheFallbackForWhatIsNotThere) {
+TEST_F(ApiProfileTest, GivesTheFallbackForWhatIsNotThere) {
   file(path, "[s]\r\na=\r\n");
   start();
   EXPECT_EQ(text(u"s", u"a", u"other"), u"");
@@ -47,7 +47,7 @@ TEST_F(ApiProfileTest, givesTheFallbackForWhatIsNotThere) {
   EXPECT_EQ(GetLastError(), error(ERROR_FILE_NOT_FOUND));
 }
 
-TEST_F(ApiProfileTest, cutsWhatIsTooLong) {
+TEST_F(ApiProfileTest, CutsWhatIsTooLong) {
   file(path, "[s]\r\na=12345\r\nb=1\r\n");
   start();
   EXPECT_EQ(text(u"s", u"a", u"", 4), u"123");
@@ -58,7 +58,7 @@ TEST_F(ApiProfileTest, cutsWhatIsTooLong) {
   EXPECT_EQ(std::u16string(buffer.data(), 5), std::u16string(u"a\0\0\0x", 5));
 }
 
-TEST_F(ApiProfileTest, listsSectionsAndKeys) {
+TEST_F(ApiProfileTest, ListsSectionsAndKeys) {
   file(path, "[one]\r\na=1\r\n[two]\r\nb=2\r\n");
   start();
   EXPECT_EQ(text(nullptr, nullptr, u""), std::u16string(u"one\0two\0", 8));
@@ -68,7 +68,7 @@ TEST_F(ApiProfileTest, listsSectionsAndKeys) {
   EXPECT_EQ(std::u16string(buffer.data(), 3), std::u16string(u"\0\0x", 3));
 }
 
-TEST_F(ApiProfileTest, givesAWholeSection) {
+TEST_F(ApiProfileTest, GivesAWholeSection) {
   file(path, "[s]\r\n; no\r\n a = 1\r\nb=\"2\"\r\n");
   start();
   fill();
@@ -82,7 +82,7 @@ TEST_F(ApiProfileTest, givesAWholeSection) {
   EXPECT_EQ(GetPrivateProfileSectionW(u"no", buffer.data(), 64, widePath), 0U);
 }
 
-TEST_F(ApiProfileTest, readsANumber) {
+TEST_F(ApiProfileTest, ReadsANumber) {
   file(path, "[s]\r\na=12 apples\r\nb=-3\r\nc=0x1F\r\nd=none\r\ne=\"7\"\r\n");
   start();
   const auto number = [](LPCWSTR key) { return GetPrivateProfileIntW(u"s", key, 99, widePath); };
@@ -94,7 +94,7 @@ TEST_F(ApiProfileTest, readsANumber) {
   EXPECT_EQ(number(u"no"), 99U);
 }
 
-TEST_F(ApiProfileTest, writesInPlaceAndDeletes) {
+TEST_F(ApiProfileTest, WritesInPlaceAndDeletes) {
   file(path, "; top\r\n[s]\r\na=1\r\nb=2\r\n");
   start();
   EXPECT_NE(WritePrivateProfileStringW(u"S", u"A", u"new", widePath), FALSE);
@@ -107,7 +107,7 @@ TEST_F(ApiProfileTest, writesInPlaceAndDeletes) {
   EXPECT_EQ(content(path), "; top\r\n");
 }
 
-TEST_F(ApiProfileTest, textIsInTheCodePageOrInUtf16) {
+TEST_F(ApiProfileTest, TextIsInTheCodePageOrInUtf16) {
   setting("codepage", "932");
   file(path, "[s]\r\na=\x83\x5C\r\n");
   file(R"(C:\y.ini)", std::string("\xFF\xFE[\0s\0]\0\r\0\n\0a\0=\0\x16\4", 18));
@@ -120,7 +120,7 @@ TEST_F(ApiProfileTest, textIsInTheCodePageOrInUtf16) {
             u"\u0416");
 }
 
-TEST_F(ApiProfileTest, makesAFileInAFolderThatIsThere) {
+TEST_F(ApiProfileTest, MakesAFileInAFolderThatIsThere) {
   start();
   EXPECT_NE(WritePrivateProfileStringW(u"s", u"a", u"1", u"C:\\new.ini"), FALSE);
   EXPECT_EQ(content(R"(C:\new.ini)"), "[s]\r\na=1\r\n");
@@ -128,13 +128,13 @@ TEST_F(ApiProfileTest, makesAFileInAFolderThatIsThere) {
   EXPECT_EQ(GetLastError(), error(ERROR_PATH_NOT_FOUND));
 }
 
-TEST_F(ApiProfileTest, aFileNamedWithoutAFolderLiesInTheWindowsFolder) {
+TEST_F(ApiProfileTest, AFileNamedWithoutAFolderLiesInTheWindowsFolder) {
   file(R"(C:\Windows\win.ini)", "[s]\r\na=1\r\n");
   start();
   EXPECT_EQ(GetPrivateProfileIntW(u"s", u"a", 0, u"WIN.INI"), 1U);
 }
 
-TEST_F(ApiProfileTest, respectsReadOnlyFilesAndLists) {
+TEST_F(ApiProfileTest, RespectsReadOnlyFilesAndLists) {
   file(path, "[s]\r\na=1\r\n");
   file(R"(C:\y.ini)", "[s]\r\na=1\r\n");
   attributes(path, FILE_ATTRIBUTE_READONLY);
@@ -145,7 +145,7 @@ TEST_F(ApiProfileTest, respectsReadOnlyFilesAndLists) {
   EXPECT_EQ(GetPrivateProfileIntW(u"s", u"a", 9, u"C:\\y.ini"), 9U);
 }
 
-TEST_F(ApiProfileTest, everyCallCanBeMadeToFail) {
+TEST_F(ApiProfileTest, EveryCallCanBeMadeToFail) {
   file(path, "[s]\r\na=1\r\n");
   FaultPlan& faults = start().faults();
   for (std::uint64_t call = 1; call <= 4; ++call) {

@@ -49,7 +49,7 @@ struct ListBuffer {
 
 PSID asSid(const Bytes& bytes) { return const_cast<BYTE*>(bytes.data()); }
 
-TEST(ApiSid, isMadeComparedAndFreed) {
+TEST(ApiSid, IsMadeComparedAndFreed) {
   SID_IDENTIFIER_AUTHORITY world{{0, 0, 0, 0, 0, 1}};
   PSID sid = nullptr;
   ASSERT_NE(AllocateAndInitializeSid(&world, 1, 0, 0, 0, 0, 0, 0, 0, 0, &sid), FALSE);
@@ -62,7 +62,7 @@ TEST(ApiSid, isMadeComparedAndFreed) {
   EXPECT_EQ(GetLastError(), error(ERROR_INVALID_SID));
 }
 
-TEST(ApiSddl, goesBothWays) {
+TEST(ApiSddl, GoesBothWays) {
   const TextDescriptor made(u"O:BAG:SYD:PAI(A;CI;KA;;;BA)(D;;KR;;;WD)");
   ASSERT_NE(made.memory, nullptr);
   EXPECT_EQ(textOf(made.memory, 7), "O:BAG:SYD:PAI(A;CI;KA;;;BA)(D;;KR;;;WD)");
@@ -72,7 +72,7 @@ TEST(ApiSddl, goesBothWays) {
   EXPECT_EQ(GetLastError(), error(ERROR_INVALID_PARAMETER));
 }
 
-TEST(ApiDescriptor, anAbsoluteOneStartsEmptyAndTakesAList) {
+TEST(ApiDescriptor, AnAbsoluteOneStartsEmptyAndTakesAList) {
   SECURITY_DESCRIPTOR descriptor{};
   EXPECT_EQ(InitializeSecurityDescriptor(&descriptor, 2), FALSE);
   ASSERT_NE(InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION), FALSE);
@@ -91,7 +91,7 @@ TEST(ApiDescriptor, anAbsoluteOneStartsEmptyAndTakesAList) {
   EXPECT_EQ(textOf(&descriptor, DACL_SECURITY_INFORMATION), "D:");
 }
 
-TEST(ApiDescriptor, aSelfRelativeOneIsReadButTakesNoList) {
+TEST(ApiDescriptor, ASelfRelativeOneIsReadButTakesNoList) {
   const TextDescriptor made(u"D:(A;;KA;;;BA)");
   BOOL present = FALSE;
   BOOL defaulted = TRUE;
@@ -104,7 +104,7 @@ TEST(ApiDescriptor, aSelfRelativeOneIsReadButTakesNoList) {
   EXPECT_EQ(GetLastError(), error(ERROR_INVALID_SECURITY_DESCR));
 }
 
-TEST(ApiDescriptor, noAccessControlIsAListThatIsPresentAndNull) {
+TEST(ApiDescriptor, NoAccessControlIsAListThatIsPresentAndNull) {
   const TextDescriptor made(u"D:NO_ACCESS_CONTROL");
   BOOL present = FALSE;
   BOOL defaulted = FALSE;
@@ -114,7 +114,7 @@ TEST(ApiDescriptor, noAccessControlIsAListThatIsPresentAndNull) {
   EXPECT_EQ(acl, nullptr);
 }
 
-TEST(ApiDescriptor, changesOnlyTheControlFlagsOfInheritance) {
+TEST(ApiDescriptor, ChangesOnlyTheControlFlagsOfInheritance) {
   SECURITY_DESCRIPTOR descriptor{};
   InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
   EXPECT_NE(SetSecurityDescriptorControl(&descriptor, 0x500, 0x500), FALSE);
@@ -128,7 +128,7 @@ TEST(ApiDescriptor, changesOnlyTheControlFlagsOfInheritance) {
   EXPECT_EQ(GetLastError(), error(ERROR_INVALID_PARAMETER));
 }
 
-TEST(ApiAcl, tellsItsSizes) {
+TEST(ApiAcl, TellsItsSizes) {
   ListBuffer buffer;
   EXPECT_EQ(InitializeAcl(buffer.list(), 7, ACL_REVISION), FALSE);
   EXPECT_EQ(GetLastError(), error(ERROR_INSUFFICIENT_BUFFER));
@@ -146,7 +146,7 @@ TEST(ApiAcl, tellsItsSizes) {
   EXPECT_EQ(GetAclInformation(nullptr, &sizes, sizeof sizes, AclSizeInformation), FALSE);
 }
 
-TEST(ApiAcl, entriesAreAddedCopiedAndCounted) {
+TEST(ApiAcl, EntriesAreAddedCopiedAndCounted) {
   const TextDescriptor made(u"D:(A;CI;KA;;;BA)(D;;KR;;;WD)");
   BOOL flag = FALSE;
   PACL old = nullptr;
@@ -170,7 +170,7 @@ TEST(ApiAcl, entriesAreAddedCopiedAndCounted) {
   EXPECT_EQ(textOf(&descriptor, 4), "D:(D;;KR;;;WD)(D;;KR;;;WD)(A;CI;KA;;;BA)");
 }
 
-TEST(ApiAcl, refusesWhatDoesNotFitOrIsBroken) {
+TEST(ApiAcl, RefusesWhatDoesNotFitOrIsBroken) {
   ListBuffer buffer;
   InitializeAcl(buffer.list(), 24, ACL_REVISION);
   PACL list = buffer.list();
@@ -193,7 +193,7 @@ TEST(ApiAcl, refusesWhatDoesNotFitOrIsBroken) {
 
 class ApiAccountsTest : public zelvreg::fixture::MachineFixture {};
 
-TEST_F(ApiAccountsTest, looksUpAnAccountByTheSizeProtocol) {
+TEST_F(ApiAccountsTest, LooksUpAnAccountByTheSizeProtocol) {
   setting("user", "Ann");
   start();
   DWORD sidSize = 0;
@@ -215,7 +215,7 @@ TEST_F(ApiAccountsTest, looksUpAnAccountByTheSizeProtocol) {
   EXPECT_EQ(use, SidTypeUser);
 }
 
-TEST_F(ApiAccountsTest, doesNotKnowAnybodyElse) {
+TEST_F(ApiAccountsTest, DoesNotKnowAnybodyElse) {
   start();
   Bytes sid(68);
   DWORD sidSize = 68;
@@ -229,7 +229,7 @@ TEST_F(ApiAccountsTest, doesNotKnowAnybodyElse) {
   EXPECT_EQ(sidSize, 0U);
 }
 
-TEST_F(ApiAccountsTest, canBeMadeToFail) {
+TEST_F(ApiAccountsTest, CanBeMadeToFail) {
   start().faults().fail(ApiCall::LookupAccountName, 1, ERROR_ACCESS_DENIED);
   DWORD size = 0;
   EXPECT_EQ(LookupAccountNameW(nullptr, u"User", nullptr, &size, nullptr, &size, nullptr), FALSE);

@@ -59,7 +59,7 @@ TEST_F(RegistryKeyCallsTest, SubkeysAreListedInUpperCaseNameOrder) {
     ofVendor(std::string("\\") + name);
   }
   start();
-  // "_" and "[" lie behind the capital letters.
+  // "_" and "[" come after the capital letters.
   EXPECT_EQ(subkeys(OpenedKey(HKEY_CURRENT_USER, vendor, read32)),
             Names({"10", "9", "A", "a1", "b", "Z", "[", "_"}));
 }

@@ -85,10 +85,10 @@ TEST_F(RegistryValueCallsTest, UnterminatedTextGetsATerminatorOnlyWhereThereIsRo
   EXPECT_EQ(buffer[6], '-');
 }
 
-TEST_F(RegistryValueCallsTest, TextOfEveryScriptComesBackAsItWasSet) {
+TEST_F(RegistryValueCallsTest, TextOfEveryScriptIsReadAsItWasSet) {
   setting("codepage", "932");
   const OpenedKey key = open("");
-  const std::string text = "\u30BD\u4E2D\u0416\U0001F600\xED\xA0\x80";  // half of a pair behind it
+  const std::string text = "\u30BD\u4E2D\u0416\U0001F600\xED\xA0\x80";  // half of a pair at its end
   EXPECT_EQ(setText(key, text.c_str(), text), ERROR_SUCCESS);
   EXPECT_EQ(fixture::text(key, text.c_str()), text);
   EXPECT_EQ(valueNames(key), Names({text}));

@@ -112,7 +112,7 @@ TEST_F(RegistryViewsTest, A32BitComputerHasOneViewAndOrdinaryNames) {
             ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(RegistryViewsTest, ANewKeyIsMadeInTheViewOfTheCall) {
+TEST_F(RegistryViewsTest, ANewKeyIsCreatedInTheViewOfTheCall) {
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)");
   machine::Registry& registry = start().registry();
   EXPECT_EQ(OpenedKey::create(HKEY_LOCAL_MACHINE, R"(Software\New\Deep)", all32).disposition,

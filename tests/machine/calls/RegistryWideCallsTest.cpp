@@ -68,7 +68,7 @@ TEST_F(RegistryWideCallsTest, TheRoomForNamesAndDataIsKept) {
   EXPECT_EQ(data[3], 0);
 }
 
-TEST_F(RegistryWideCallsTest, DataAreStoredAsTheyAreButForATerminatorRightBehindThem) {
+TEST_F(RegistryWideCallsTest, DataAreStoredUnchangedButForATerminatorRightAfterThem) {
   const OpenedKey key = open("");
   const auto set = [&](LPCWSTR name, DWORD type, std::string_view data, DWORD size) {
     return RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(data.data()), size);

@@ -9,7 +9,7 @@ SYSTEMTIME timeOf(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD 
   return {year, month, 0, day, hour, minute, second, 0};
 }
 
-TEST(Clock, standsStillAtTheTimeItWasSetTo) {
+TEST(Clock, StandsStillAtTheTimeItWasSetTo) {
   Clock clock(timeOf(2026, 1, 31, 13, 45, 6));
   const SYSTEMTIME time = clock.localTime();
   EXPECT_EQ(time.wYear, 2026);
@@ -22,7 +22,7 @@ TEST(Clock, standsStillAtTheTimeItWasSetTo) {
   EXPECT_EQ(clock.tickCount(), 0U);
 }
 
-TEST(Clock, movesOverTheEndOfAMonth) {
+TEST(Clock, MovesOverTheEndOfAMonth) {
   Clock clock(timeOf(2024, 2, 29, 23, 59, 59));
   clock.advance(1500);
   EXPECT_EQ(clock.localTime().wMonth, 3);
@@ -32,7 +32,7 @@ TEST(Clock, movesOverTheEndOfAMonth) {
   EXPECT_EQ(clock.tickCount(), 1500U);
 }
 
-TEST(Clock, movesAfterEachLookIfItIsToldTo) {
+TEST(Clock, MovesAfterEachLookIfItIsToldTo) {
   Clock clock(timeOf(2026, 1, 31, 13, 45, 6));
   clock.advanceAtEachLook(1000);
   EXPECT_EQ(clock.localTime().wSecond, 6);
@@ -40,7 +40,7 @@ TEST(Clock, movesAfterEachLookIfItIsToldTo) {
   EXPECT_EQ(clock.tickCount(), 2000U);
 }
 
-TEST(Clock, withoutATimeIsThisComputersOwn) {
+TEST(Clock, WithoutATimeIsThisComputersOwn) {
   Clock clock(std::nullopt);
   EXPECT_GE(clock.localTime().wYear, 2024);
   const ULONGLONG before = clock.tickCount();
@@ -48,7 +48,7 @@ TEST(Clock, withoutATimeIsThisComputersOwn) {
   EXPECT_GE(clock.tickCount(), before + 60000);
 }
 
-TEST(Clock, knowsWhichTimesExist) {
+TEST(Clock, KnowsWhichTimesExist) {
   EXPECT_TRUE(isRealTime(timeOf(2024, 2, 29, 0, 0, 0)));
   EXPECT_FALSE(isRealTime(timeOf(2023, 2, 29, 0, 0, 0)));
   EXPECT_FALSE(isRealTime(timeOf(2023, 2, 28, 24, 0, 0)));

@@ -5,7 +5,7 @@
 namespace zelvreg::machine {
 namespace {
 
-TEST(Environment, isThatOfA32BitProcessOn64Bits) {
+TEST(Environment, IsThatOfA32BitProcessOn64Bits) {
   const Environment environment(true, u"Ann");
   EXPECT_EQ(environment.get(u"ProgramFiles"), u"C:\\Program Files (x86)");
   EXPECT_EQ(environment.get(u"ProgramFiles(x86)"), u"C:\\Program Files (x86)");
@@ -20,7 +20,7 @@ TEST(Environment, isThatOfA32BitProcessOn64Bits) {
   EXPECT_EQ(environment.get(u"USERNAME"), u"Ann");
 }
 
-TEST(Environment, has32BitNamesAloneOn32Bits) {
+TEST(Environment, Has32BitNamesAloneOn32Bits) {
   const Environment environment(false, u"Ann");
   EXPECT_EQ(environment.get(u"ProgramFiles"), u"C:\\Program Files");
   EXPECT_EQ(environment.get(u"CommonProgramFiles"), u"C:\\Program Files\\Common Files");
@@ -29,7 +29,7 @@ TEST(Environment, has32BitNamesAloneOn32Bits) {
   EXPECT_FALSE(environment.get(u"CommonProgramW6432"));
 }
 
-TEST(Environment, comparesNamesWithoutRegardToCase) {
+TEST(Environment, ComparesNamesWithoutRegardToCase) {
   Environment environment;
   environment.set(u"Größe", u"1");
   EXPECT_EQ(environment.get(u"GRÖßE"), u"1");
@@ -37,7 +37,7 @@ TEST(Environment, comparesNamesWithoutRegardToCase) {
   EXPECT_EQ(environment.get(u"Größe"), u"2");
 }
 
-TEST(Environment, expandsNamesBetweenPercentSigns) {
+TEST(Environment, ExpandsNamesBetweenPercentSigns) {
   Environment environment;
   environment.set(u"A", u"x");
   EXPECT_EQ(environment.expand(u"%a%\\%A%"), u"x\\x");
@@ -45,7 +45,7 @@ TEST(Environment, expandsNamesBetweenPercentSigns) {
   EXPECT_EQ(environment.expand(u""), u"");
 }
 
-TEST(Environment, leavesANameOfNoVariableAsItIsWritten) {
+TEST(Environment, LeavesANameOfNoVariableUnchanged) {
   Environment environment;
   environment.set(u"A", u"x");
   EXPECT_EQ(environment.expand(u"%b%"), u"%b%");
@@ -54,7 +54,7 @@ TEST(Environment, leavesANameOfNoVariableAsItIsWritten) {
   EXPECT_EQ(environment.expand(u"50%"), u"50%");
 }
 
-TEST(Environment, doesNotExpandWhatItPutIn) {
+TEST(Environment, DoesNotExpandWhatItPutIn) {
   Environment environment;
   environment.set(u"A", u"%B%");
   environment.set(u"B", u"x");

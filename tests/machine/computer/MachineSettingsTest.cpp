@@ -16,7 +16,7 @@ std::string refusalOf(std::string_view content) {
   return "accepted";
 }
 
-TEST(MachineSettings, areOfA64BitComputerWhenNothingIsSaid) {
+TEST(MachineSettings, AreOfA64BitComputerWhenNothingIsSaid) {
   const MachineSettings settings = parseMachineSettings("");
   EXPECT_TRUE(settings.is64Bit);
   EXPECT_EQ(settings.codePage, 1252U);
@@ -26,7 +26,7 @@ TEST(MachineSettings, areOfA64BitComputerWhenNothingIsSaid) {
   EXPECT_TRUE(settings.environment.empty());
 }
 
-TEST(MachineSettings, readsEverySetting) {
+TEST(MachineSettings, ReadsEverySetting) {
   const MachineSettings settings = parseMachineSettings(
       "\xEF\xBB\xBF; a comment\r\n[machine]\r\nbits = 32\r\ncodepage=932\r\nuser=J\xC3\xB6rg\r\n"
       "now=2026-01-31T13:45:06\r\nsuite=1\r\n\r\n[environment]\r\nTEMP = D:\\a=b\r\nEMPTY=\r\n");
@@ -41,7 +41,7 @@ TEST(MachineSettings, readsEverySetting) {
   EXPECT_EQ(settings.environment, expected);
 }
 
-TEST(MachineSettings, readsNamesOfEveryScript) {
+TEST(MachineSettings, ReadsNamesOfEveryScript) {
   const MachineSettings settings = parseMachineSettings(
       "[machine]\nuser=\u0418\u0432\u0430\u043D\n[environment]\n\u30BD=C:"
       "\\\U0001F600\xED\xA0\x80\n");
@@ -49,7 +49,7 @@ TEST(MachineSettings, readsNamesOfEveryScript) {
   EXPECT_EQ(settings.environment.front().second, "C:\\\U0001F600\xED\xA0\x80");
 }
 
-TEST(MachineSettings, refusesAWrongLineWithItsNumberAndWhatToDo) {
+TEST(MachineSettings, RefusesAWrongLineWithItsNumberAndWhatToDo) {
   EXPECT_EQ(refusalOf("[machine]\nbits=16\n"),
             "machine.ini:2: bits=16 is not understood; write 64 or 32");
   EXPECT_EQ(refusalOf("[machine]\n\ncolor=red\n"),

@@ -12,7 +12,7 @@ constexpr std::string_view text =
 
 ProfileFile profile(std::string_view content) { return {content, sharedCodePage(1252)}; }
 
-TEST(ProfileFile, findsSectionsAndKeysInAnyCase) {
+TEST(ProfileFile, FindsSectionsAndKeysInAnyCase) {
   const ProfileFile file = profile(text);
   EXPECT_EQ(file.value(u"ONE", u"A"), u"1");
   EXPECT_EQ(file.value(u"one", u"b"), u"\"x\"");
@@ -22,7 +22,7 @@ TEST(ProfileFile, findsSectionsAndKeysInAnyCase) {
   EXPECT_EQ(profile("[\xC4]\n\xD6=1").value(u"\u00E4", u"\u00F6"), u"1");
 }
 
-TEST(ProfileFile, listsWhatItHolds) {
+TEST(ProfileFile, ListsWhatItHolds) {
   const ProfileFile file = profile(text);
   EXPECT_EQ(file.sections(), (Names{u"One", u"two"}));
   EXPECT_EQ(file.keys(u"one"), (Names{u"a", u"B"}));
@@ -31,26 +31,26 @@ TEST(ProfileFile, listsWhatItHolds) {
   EXPECT_EQ(file.keys(u"two"), Names{u"c"});
 }
 
-TEST(ProfileFile, readsLinesWithAnyEndAndAHeadThatIsNotClosed) {
+TEST(ProfileFile, ReadsLinesWithAnyEndAndAHeadThatIsNotClosed) {
   EXPECT_EQ(profile("[a\nx=1").value(u"a", u"x"), u"1");
   EXPECT_EQ(profile("[a]b\r\nx=1").value(u"a", u"x"), u"1");
   EXPECT_TRUE(profile("").sections().empty());
 }
 
-TEST(ProfileFile, theFirstOfTwoOfOneNameCounts) {
+TEST(ProfileFile, TheFirstOfTwoOfOneNameCounts) {
   const ProfileFile file = profile("[a]\nx=1\nX=2\n[A]\nx=3\ny=4\n");
   EXPECT_EQ(file.value(u"a", u"x"), u"1");
   EXPECT_FALSE(file.value(u"a", u"y"));
 }
 
-TEST(ProfileFile, replacesAValueInItsPlace) {
+TEST(ProfileFile, ReplacesAValueInItsPlace) {
   ProfileFile file = profile(text);
   file.set(u"ONE", u"A", u"2");
   EXPECT_EQ(file.content(),
             "; first\r\n[One]\r\nA=2\r\nB=\"x\"\r\n; inside\r\n\r\n[two]\r\nc=\r\nflag\r\n");
 }
 
-TEST(ProfileFile, aNewKeyComesBehindTheLastLineOfItsSection) {
+TEST(ProfileFile, ANewKeyComesAfterTheLastLineOfItsSection) {
   ProfileFile file = profile(text);
   file.set(u"one", u"new", u"v");
   EXPECT_EQ(
@@ -58,7 +58,7 @@ TEST(ProfileFile, aNewKeyComesBehindTheLastLineOfItsSection) {
       "; first\r\n[One]\r\n a = 1 \r\nB=\"x\"\r\n; inside\r\nnew=v\r\n\r\n[two]\r\nc=\r\nflag\r\n");
 }
 
-TEST(ProfileFile, aNewSectionComesToTheEnd) {
+TEST(ProfileFile, ANewSectionComesToTheEnd) {
   ProfileFile file = profile("[a]\r\nx=1");
   file.set(u"b", u"y", u"2");
   EXPECT_EQ(file.content(), "[a]\r\nx=1\r\n\r\n[b]\r\ny=2\r\n");
@@ -67,7 +67,7 @@ TEST(ProfileFile, aNewSectionComesToTheEnd) {
   EXPECT_EQ(empty.content(), "[b]\r\ny=2\r\n");
 }
 
-TEST(ProfileFile, removesAKeyOrASection) {
+TEST(ProfileFile, RemovesAKeyOrASection) {
   ProfileFile file = profile(text);
   file.removeKey(u"one", u"b");
   file.removeKey(u"one", u"none");
@@ -76,20 +76,20 @@ TEST(ProfileFile, removesAKeyOrASection) {
   EXPECT_EQ(file.content(), "; first\r\n[One]\r\n a = 1 \r\n; inside\r\n\r\n");
 }
 
-TEST(ProfileFile, textIsWhatTheCodePageSays) {
+TEST(ProfileFile, TextIsWhatTheCodePageSays) {
   // The second byte of the section's first character is that of "]", the key's that of "|".
   const ProfileFile japanese("[\x83\x5D]\r\n\x83\x7C=\x83\x5C\r\n", sharedCodePage(932));
   EXPECT_EQ(japanese.sections(), Names{u"\u30BE"});
   EXPECT_EQ(japanese.value(u"\u30BE", u"\u30DD"), u"\u30BD");
 }
 
-TEST(ProfileFile, whatThePageDoesNotHaveIsAQuestionMark) {
+TEST(ProfileFile, WhatThePageDoesNotHaveIsAQuestionMark) {
   ProfileFile file = profile("[a]\r\nx=1\r\n");
   file.set(u"a", u"x", u"\u0416");
   EXPECT_EQ(file.content(), "[a]\r\nx=?\r\n");
 }
 
-TEST(ProfileFile, linesThatAreNotChangedStayToTheBit) {
+TEST(ProfileFile, LinesThatAreNotChangedStayToTheBit) {
   // A first byte of two, without the second.
   ProfileFile file("; \x83\r\n[a]\r\nx=\x83\r\n", sharedCodePage(932));
   file.set(u"a", u"y", u"1");
@@ -101,7 +101,7 @@ std::string utf16File(std::u16string_view content) {
   return {reinterpret_cast<const char*>(marked.data()), marked.size() * sizeof(char16_t)};
 }
 
-TEST(ProfileFile, aByteOrderMarkSaysThatItIsUtf16) {
+TEST(ProfileFile, AByteOrderMarkSaysThatItIsUtf16) {
   // The byte of a line's end is half of a character too.
   ProfileFile file = profile(utf16File(u"[\u0416\u0A0A]\r\n\u30BD = \xD83D\xDE00\xD800 \nb=2"));
   EXPECT_EQ(file.value(u"\u0436\u0A0A", u"\u30BD"), u"\xD83D\xDE00\xD800");

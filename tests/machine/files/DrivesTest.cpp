@@ -41,7 +41,7 @@ class DrivesTest : public ::testing::Test {
   std::optional<Drives> made;
 };
 
-TEST_F(DrivesTest, findsNamesInAnyCase) {
+TEST_F(DrivesTest, FindsNamesInAnyCase) {
   disk.write("C/Windows/Fonts/Arial.ttf", "");
   EXPECT_EQ(leadsTo("c:\\WINDOWS\\fonts\\ARIAL.TTF"), "Windows/Fonts/Arial.ttf");
   EXPECT_EQ(leadsTo("C:/Windows/Fonts"), "Windows/Fonts");
@@ -49,13 +49,13 @@ TEST_F(DrivesTest, findsNamesInAnyCase) {
   EXPECT_FALSE(drives().find(u"C:\\windows\\fonts\\arial.ttf").isFolder);
 }
 
-TEST_F(DrivesTest, aPipeIsNotThereAndNobodyWaitsForIt) {
+TEST_F(DrivesTest, APipeIsNotThereAndNobodyWaitsForIt) {
   disk.makeFolder("C");
   ASSERT_EQ(mkfifo((disk.path() / "C/pipe.txt").c_str(), 0600), 0);
   EXPECT_EQ(leadsTo("C:\\pipe.txt"), "nowhere");
 }
 
-TEST_F(DrivesTest, prefersTheNameAsItIsWritten) {
+TEST_F(DrivesTest, PrefersTheNameAsWritten) {
   disk.write("C/a.txt", "");
   disk.write("C/A.TXT", "");
   EXPECT_EQ(leadsTo("C:\\a.txt"), "a.txt");
@@ -63,7 +63,7 @@ TEST_F(DrivesTest, prefersTheNameAsItIsWritten) {
   EXPECT_EQ(leadsTo("C:\\A.txt"), "A.TXT");
 }
 
-TEST_F(DrivesTest, findsNamesOfEveryScriptInAnyCase) {
+TEST_F(DrivesTest, FindsNamesOfEveryScriptInAnyCase) {
   disk.write("C/gr\u00F6\u00DFe.txt", "");
   disk.write("C/Users/\u0418\u0432\u0430\u043D/app.exe", "");
   disk.write("C/\u30DD\u30B1\u30C3\u30C8.txt", "");
@@ -73,13 +73,13 @@ TEST_F(DrivesTest, findsNamesOfEveryScriptInAnyCase) {
   EXPECT_EQ(errorOf("C:\\\u30DD\u30B1\u30C3\u30C9.TXT"), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(DrivesTest, findsANameThatIsHalfOfACharacter) {
+TEST_F(DrivesTest, FindsANameThatIsHalfOfACharacter) {
   disk.write("C/\xED\xA0\xBD", "");
   EXPECT_EQ(drives().find(u"C:\\\xD83D").file, (disk.path() / "C/\xED\xA0\xBD").string());
   EXPECT_EQ(drives().find(u"C:\\\xD83D\xDE00").error, ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(DrivesTest, aNameInOtherBytesThanUtf8StandsForNoFile) {
+TEST_F(DrivesTest, ANameInOtherBytesThanUtf8StandsForNoFile) {
   disk.write("C/a\xFF", "");                      // of another character set
   disk.write("C/b\xED\xA0\xBD\xED\xB8\x80", "");  // both halves of a character, each by itself
   EXPECT_EQ(drives().namesIn(drives().find(u"C:\\")).size(), 0U);
@@ -90,7 +90,7 @@ TEST_F(DrivesTest, aNameInOtherBytesThanUtf8StandsForNoFile) {
   EXPECT_EQ(drives().find(u"C:\\link").error, ERROR_PATH_NOT_FOUND);
 }
 
-TEST_F(DrivesTest, besideANameInOtherBytesOnlyPlainNamesAreSurelyMissing) {
+TEST_F(DrivesTest, BesideANameInOtherBytesOnlyPlainNamesAreSurelyMissing) {
   settings.missingDrivesAreUnknown = true;
   disk.write("C/f/\xC4", "");
   disk.makeFolder("C/g");
@@ -99,7 +99,7 @@ TEST_F(DrivesTest, besideANameInOtherBytesOnlyPlainNamesAreSurelyMissing) {
   EXPECT_FALSE(drives().isUnknown(u"C:\\g\\\u00C4"));
 }
 
-TEST_F(DrivesTest, saysWhetherTheFileOrAFolderIsMissing) {
+TEST_F(DrivesTest, SaysWhetherTheFileOrAFolderIsMissing) {
   disk.write("C/a/b.txt", "");
   EXPECT_EQ(errorOf("C:\\a\\c.txt"), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(errorOf("C:\\x\\c.txt"), ERROR_PATH_NOT_FOUND);
@@ -109,7 +109,7 @@ TEST_F(DrivesTest, saysWhetherTheFileOrAFolderIsMissing) {
   EXPECT_EQ(errorOf(""), ERROR_PATH_NOT_FOUND);
 }
 
-TEST_F(DrivesTest, tellsWhereAMissingFileWouldBe) {
+TEST_F(DrivesTest, TellsWhereAMissingFileWouldBe) {
   disk.makeFolder("C/Folder");
   const Place place = drives().find(u"c:\\FOLDER\\New.txt");
   EXPECT_TRUE(place.canBeMade());
@@ -117,25 +117,25 @@ TEST_F(DrivesTest, tellsWhereAMissingFileWouldBe) {
   EXPECT_EQ(place.file, place.folder + "/New.txt");
 }
 
-TEST_F(DrivesTest, dropsBlanksAndDotsAtTheEnd) {
+TEST_F(DrivesTest, DropsBlanksAndDotsAtTheEnd) {
   disk.write("C/a/b.txt", "");
   EXPECT_EQ(leadsTo("C:\\a \\b.txt. "), "a/b.txt");
   EXPECT_EQ(leadsTo("C:\\x\\..\\a\\.\\b.txt"), "a/b.txt");
 }
 
-TEST_F(DrivesTest, theRootOfADriveIsAFolder) {
+TEST_F(DrivesTest, TheRootOfADriveIsAFolder) {
   const Place root = drives().find(u"C:\\");
   EXPECT_TRUE(root.exists());
   EXPECT_TRUE(root.isFolder);
   EXPECT_EQ(root.path, "C:\\");
 }
 
-TEST_F(DrivesTest, takesAPathWithoutADriveFromTheProgramsFolder) {
+TEST_F(DrivesTest, TakesAPathWithoutADriveFromTheProgramsFolder) {
   disk.write("C/Program Files (x86)/zelvreg/lang/x.lng", "");
   EXPECT_EQ(leadsTo("lang\\x.lng"), "Program Files (x86)/zelvreg/lang/x.lng");
 }
 
-TEST_F(DrivesTest, a32BitProcessSeesItsOwnSystemFolder) {
+TEST_F(DrivesTest, A32BitProcessSeesItsOwnSystemFolder) {
   disk.write("C/Windows/System32/true.dll", "");
   disk.write("C/Windows/SysWOW64/other.dll", "");
   EXPECT_EQ(leadsTo("C:\\WINDOWS\\system32\\other.dll"), "Windows/SysWOW64/other.dll");
@@ -146,14 +146,14 @@ TEST_F(DrivesTest, a32BitProcessSeesItsOwnSystemFolder) {
   EXPECT_TRUE(drives().findTrue(u"C:\\Windows\\System32\\true.dll").exists());
 }
 
-TEST_F(DrivesTest, on32BitsTheSystemFolderIsItself) {
+TEST_F(DrivesTest, On32BitsTheSystemFolderIsItself) {
   settings.is64Bit = false;
   disk.write("C/Windows/System32/true.dll", "");
   EXPECT_EQ(leadsTo("C:\\Windows\\System32\\true.dll"), "Windows/System32/true.dll");
   EXPECT_EQ(leadsTo("C:\\Windows\\Sysnative\\true.dll"), "nowhere");
 }
 
-TEST_F(DrivesTest, followsALinkInsideTheDrive) {
+TEST_F(DrivesTest, FollowsALinkInsideTheDrive) {
   disk.write("C/Real/a.txt", "");
   link("Real", "C/Relative");
   link((disk.path() / "C/Real").string(), "C/Absolute");
@@ -168,7 +168,7 @@ TEST_F(DrivesTest, followsALinkInsideTheDrive) {
   EXPECT_EQ(leadsTo("C:\\OutAndIn\\a.txt"), "nowhere");
 }
 
-TEST_F(DrivesTest, neverFollowsALinkThatLeavesTheDrive) {
+TEST_F(DrivesTest, NeverFollowsALinkThatLeavesTheDrive) {
   disk.write("secret/a.txt", "");
   disk.makeFolder("C/deep");
   link("/", "C/root");
@@ -187,7 +187,7 @@ TEST_F(DrivesTest, neverFollowsALinkThatLeavesTheDrive) {
   }
 }
 
-TEST_F(DrivesTest, aLinkInACircleOrToNothingIsNotThere) {
+TEST_F(DrivesTest, ALinkInACircleOrToNothingIsNotThere) {
   link("b", "C/a");
   link("a", "C/b");
   link("nothing", "C/broken");
@@ -195,14 +195,14 @@ TEST_F(DrivesTest, aLinkInACircleOrToNothingIsNotThere) {
   EXPECT_EQ(errorOf("C:\\broken"), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(DrivesTest, theDrivesFolderItselfMayBeALink) {
+TEST_F(DrivesTest, TheDrivesFolderItselfMayBeALink) {
   disk.write("elsewhere/a.txt", "");
   link("elsewhere", "D");
   settings.folders['D'] = disk.path() / "D";
   EXPECT_EQ(errorOf("D:\\A.TXT"), ERROR_SUCCESS);
 }
 
-TEST_F(DrivesTest, seesWhatChangesBetweenTwoQuestions) {
+TEST_F(DrivesTest, SeesWhatChangesBetweenTwoQuestions) {
   EXPECT_EQ(errorOf("C:\\a.txt"), ERROR_FILE_NOT_FOUND);
   disk.write("C/a.txt", "");
   drives().changed((disk.path() / "C").string());
@@ -212,12 +212,12 @@ TEST_F(DrivesTest, seesWhatChangesBetweenTwoQuestions) {
   EXPECT_EQ(errorOf("C:\\a.txt"), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(DrivesTest, aDriveWithoutAFolderIsNoDrive) {
+TEST_F(DrivesTest, ADriveWithoutAFolderIsNoDrive) {
   EXPECT_EQ(errorOf("D:\\a.txt"), ERROR_PATH_NOT_FOUND);
   EXPECT_FALSE(drives().isUnknown(u"D:\\a.txt"));
 }
 
-TEST_F(DrivesTest, onADiskADriveThatWasNotGivenIsUnknown) {
+TEST_F(DrivesTest, OnADiskADriveThatWasNotGivenIsUnknown) {
   settings.missingDrivesAreUnknown = true;
   link("/mnt/other", "C/junction");
   EXPECT_EQ(errorOf("D:\\a.txt"), ERROR_NOT_READY);

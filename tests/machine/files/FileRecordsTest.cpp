@@ -5,13 +5,13 @@
 namespace zelvreg::machine {
 namespace {
 
-TEST(FileRecords, aFileHasArchiveAndAFolderItsBit) {
+TEST(FileRecords, AFileHasArchiveAndAFolderItsBit) {
   const FileRecords records;
   EXPECT_EQ(records.attributes("C:\\a", false), FILE_ATTRIBUTE_ARCHIVE);
   EXPECT_EQ(records.attributes("C:\\a", true), FILE_ATTRIBUTE_DIRECTORY);
 }
 
-TEST(FileRecords, keepsAttributesWithoutRegardToCase) {
+TEST(FileRecords, KeepsAttributesWithoutRegardToCase) {
   FileRecords records;
   records.setAttributes("C:\\A.txt", false, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
   EXPECT_EQ(records.attributes("c:\\a.TXT", false), 3U);
@@ -21,7 +21,7 @@ TEST(FileRecords, keepsAttributesWithoutRegardToCase) {
   EXPECT_EQ(records.attributes("C:\\n", false), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST(FileRecords, settingWhatIsThereAlreadyIsNoChange) {
+TEST(FileRecords, SettingWhatIsThereAlreadyIsNoChange) {
   FileRecords records;
   records.setAttributes("C:\\a", false, FILE_ATTRIBUTE_ARCHIVE);
   records.setSecurity("C:\\a", defaultFileSecurity());
@@ -33,7 +33,7 @@ TEST(FileRecords, settingWhatIsThereAlreadyIsNoChange) {
   EXPECT_FALSE(records.attributesChanged());
 }
 
-TEST(FileRecords, goingBackToTheDefaultTakesTheRecordAway) {
+TEST(FileRecords, GoingBackToTheDefaultTakesTheRecordAway) {
   FileRecords records;
   records.setAttributes("C:\\a", false, FILE_ATTRIBUTE_HIDDEN);
   records.setAttributes("C:\\A", false, FILE_ATTRIBUTE_ARCHIVE);
@@ -41,7 +41,7 @@ TEST(FileRecords, goingBackToTheDefaultTakesTheRecordAway) {
   EXPECT_TRUE(records.attributesChanged());
 }
 
-TEST(FileRecords, aMovedFolderTakesItsRecordsAlong) {
+TEST(FileRecords, AMovedFolderTakesItsRecordsAlong) {
   FileRecords records;
   records.setAttributes("C:\\a\\x", false, FILE_ATTRIBUTE_HIDDEN);
   records.setAttributes("C:\\ab", false, FILE_ATTRIBUTE_HIDDEN);
@@ -53,7 +53,7 @@ TEST(FileRecords, aMovedFolderTakesItsRecordsAlong) {
   EXPECT_TRUE(records.hasSecurity("C:\\new"));
 }
 
-TEST(FileRecords, aRemovedFileLosesBoth) {
+TEST(FileRecords, ARemovedFileLosesBoth) {
   FileRecords records;
   records.setAttributes("C:\\a", false, FILE_ATTRIBUTE_HIDDEN);
   records.setSecurity("C:\\a", parseSddl("D:"));

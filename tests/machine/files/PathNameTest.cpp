@@ -22,25 +22,25 @@ std::u16string read(std::u16string_view text) {
   return result;
 }
 
-TEST(PathName, bothSlashesSeparateAndSeveralCountAsOne) {
+TEST(PathName, BothSlashesSeparateAndSeveralCountAsOne) {
   EXPECT_EQ(read(u"c:\\a/b"), u"C\\a\\b");
   EXPECT_EQ(read(u"C:\\a\\\\b\\"), u"C\\a\\b");
   EXPECT_TRUE(parsePath(u"C:\\a\\", programFolder()).endsInSeparator);
   EXPECT_FALSE(parsePath(u"C:\\a", programFolder()).endsInSeparator);
 }
 
-TEST(PathName, dropsBlanksAndDotsAtTheEndOfNames) {
+TEST(PathName, DropsBlanksAndDotsAtTheEndOfNames) {
   EXPECT_EQ(read(u"C:\\a. .\\b.txt  "), u"C\\a\\b.txt");
   EXPECT_EQ(read(u"C:\\ a"), u"C\\ a");
   EXPECT_EQ(read(u"C:\\.a"), u"C\\.a");
 }
 
-TEST(PathName, resolvesDots) {
+TEST(PathName, ResolvesDots) {
   EXPECT_EQ(read(u"C:\\a\\.\\b\\..\\c"), u"C\\a\\c");
   EXPECT_EQ(read(u"C:\\..\\..\\a"), u"C\\a");
 }
 
-TEST(PathName, isTakenFromTheProgramsFolderWithoutADrive) {
+TEST(PathName, IsTakenFromTheProgramsFolderWithoutADrive) {
   EXPECT_EQ(read(u"x.txt"), u"C\\Program Files\\zelvreg\\x.txt");
   EXPECT_EQ(read(u"..\\x.txt"), u"C\\Program Files\\x.txt");
   EXPECT_EQ(read(u"\\x.txt"), u"C\\x.txt");
@@ -48,28 +48,28 @@ TEST(PathName, isTakenFromTheProgramsFolderWithoutADrive) {
   EXPECT_EQ(read(u"D:x.txt"), u"D\\x.txt");
 }
 
-TEST(PathName, endsAtItsFirstNul) {
+TEST(PathName, EndsAtItsFirstNul) {
   EXPECT_EQ(read(std::u16string_view(u"C:\\a\0b", 6)), u"C\\a");
   EXPECT_EQ(read(std::u16string_view(u"\0C:\\a", 5)), u"no path");
 }
 
-TEST(PathName, hasNoWildcardsAndNoOtherForbiddenCharacters) {
+TEST(PathName, HasNoWildcardsAndNoOtherForbiddenCharacters) {
   for (const char16_t* text : {u"C:\\a*", u"C:\\a?\\b", u"C:\\\"a\"", u"C:\\<a", u"C:\\a>",
                                u"C:\\a|b", u"C:\\a\tb", u"C:\\a:b", u"CC:\\a", u" C:\\a"}) {
     EXPECT_EQ(read(text), u"invalid");
   }
 }
 
-TEST(PathName, thereIsNoNetworkAndNoPathInNothing) {
+TEST(PathName, ThereIsNoNetworkAndNoPathInNothing) {
   EXPECT_EQ(read(u""), u"no path");
   EXPECT_EQ(read(u"\\\\server\\share\\x"), u"no path");
   EXPECT_EQ(read(u"//server/share"), u"no path");
   EXPECT_EQ(read(u"\\\\?\\UNC\\server\\share"), u"no path");
 }
 
-TEST(PathName, passesOverTheMarkOfALongPath) { EXPECT_EQ(read(u"\\\\?\\C:\\a"), u"C\\a"); }
+TEST(PathName, PassesOverTheMarkOfALongPath) { EXPECT_EQ(read(u"\\\\?\\C:\\a"), u"C\\a"); }
 
-TEST(NamePattern, starStandsForAnyText) {
+TEST(NamePattern, StarStandsForAnyText) {
   EXPECT_TRUE(fitsPattern(u"A.TXT", u"*"));
   EXPECT_TRUE(fitsPattern(u"A.TXT", u"*.TXT"));
   EXPECT_TRUE(fitsPattern(u"A.B.TXT", u"A*.TXT"));
@@ -78,12 +78,12 @@ TEST(NamePattern, starStandsForAnyText) {
   EXPECT_FALSE(fitsPattern(u"", u"A*"));
 }
 
-TEST(NamePattern, starDotStarFitsNamesWithoutADot) {
+TEST(NamePattern, StarDotStarFitsNamesWithoutADot) {
   EXPECT_TRUE(fitsPattern(u"README", u"*.*"));
   EXPECT_FALSE(fitsPattern(u"README", u"R*.*"));
 }
 
-TEST(NamePattern, questionMarkStandsForOneCharacterOrForNoneAtAnEnd) {
+TEST(NamePattern, QuestionMarkStandsForOneCharacterOrForNoneAtAnEnd) {
   EXPECT_TRUE(fitsPattern(u"A1", u"A?"));
   EXPECT_TRUE(fitsPattern(u"A", u"A?"));
   EXPECT_TRUE(fitsPattern(u"A.TXT", u"A??.TXT"));

@@ -135,9 +135,9 @@ TEST_F(HiveCheckTest, WhatReadingPassesOverIsNamedAndTheHiveIsNotWritten) {
   EXPECT_TRUE(allFiles() == files);
 }
 
-TEST_F(HiveCheckTest, AHiveWithAnyBytesChangedIsWrittenWholeOrStaysAsItIs) {
+TEST_F(HiveCheckTest, AHiveWithAnyBytesChangedIsWrittenWholeOrNotAtAll) {
   const std::string whole = disk.read(software);
-  // Where the cells of the keys and values are, and not the long data behind them.
+  // Where the cells of the keys and values are, and not the long data after them.
   const std::size_t end = whole.find(std::string(64, 'x'));
   std::mt19937 random(1);
   const auto below = [&random](std::size_t limit) { return random() % limit; };

@@ -21,7 +21,7 @@ class PathMemoTest : public MachineFixture {
   }
 };
 
-TEST_F(PathMemoTest, AMissingKeyIsFoundOnceItIsMade) {
+TEST_F(PathMemoTest, AMissingKeyIsFoundOnceItExists) {
   start();
   EXPECT_EQ(openUser(), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(OpenedKey::create(HKEY_CURRENT_USER, vendor, all32).status, ERROR_SUCCESS);
@@ -56,7 +56,7 @@ TEST_F(PathMemoTest, EachRootHasItsOwnAnswer) {
   }
 }
 
-TEST_F(PathMemoTest, AUsersClassThatIsMadeLaterComesFirst) {
+TEST_F(PathMemoTest, AUsersClassThatIsCreatedLaterComesFirst) {
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Classes\.a)", R"(@="machine")");
   start();
   EXPECT_EQ(defaultText(HKEY_CLASSES_ROOT, ".a", read32), "machine");

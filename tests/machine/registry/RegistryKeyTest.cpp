@@ -5,7 +5,7 @@
 namespace zelvreg::machine {
 namespace {
 
-TEST(RegistryKey, itsDepthCountsTheKeysAboveIt) {
+TEST(RegistryKey, ItsDepthCountsTheKeysAboveIt) {
   RegistryKey root;
   RegistryKey child;
   child.parent = &root;

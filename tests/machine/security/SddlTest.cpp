@@ -19,7 +19,7 @@ std::string refusalOf(std::string_view text) {
   return "accepted";
 }
 
-TEST(Sddl, comesBackAsItWasRead) {
+TEST(Sddl, ComesBackAsItWasRead) {
   for (const char* text :
        {"D:(A;CI;KA;;;BA)(A;CI;KA;;;SY)(A;CI;KR;;;BU)",
         "O:BAG:SYD:PAI(D;OICINPIOID;GA;;;WD)(A;;0x1200a9;;;CO)",
@@ -31,7 +31,7 @@ TEST(Sddl, comesBackAsItWasRead) {
   }
 }
 
-TEST(Sddl, joinsSeveralRightsAndWritesThemAsANumber) {
+TEST(Sddl, JoinsSeveralRightsAndWritesThemAsANumber) {
   EXPECT_EQ(again("D:(A;;SDKR;;;BA)"), "D:(A;;0x30019;;;BA)");
   EXPECT_EQ(again("D:(A;;CCDCLCSWRPWPRCSDWDWO;;;BA)"), "D:(A;;KA;;;BA)");
   EXPECT_EQ(again("D:(A;;0X1F01FF;;;BA)"), "D:(A;;FA;;;BA)");
@@ -40,11 +40,11 @@ TEST(Sddl, joinsSeveralRightsAndWritesThemAsANumber) {
   EXPECT_EQ(again("D:(A;;;;;BA)"), "D:(A;;0x0;;;BA)");
 }
 
-TEST(Sddl, writesLettersForAnAccountThatHasThem) {
+TEST(Sddl, WritesLettersForAnAccountThatHasThem) {
   EXPECT_EQ(again("O:S-1-5-32-544D:(A;;KA;;;S-1-5-18)"), "O:BAD:(A;;KA;;;SY)");
 }
 
-TEST(Sddl, noAccessControlLeavesNoList) {
+TEST(Sddl, NoAccessControlLeavesNoList) {
   const SecurityDescriptor open = parseSddl("D:NO_ACCESS_CONTROL");
   EXPECT_FALSE(open.hasDacl);
   EXPECT_NE(open.control & SE_DACL_PRESENT, 0);
@@ -53,7 +53,7 @@ TEST(Sddl, noAccessControlLeavesNoList) {
   EXPECT_TRUE(entriesOf(closed.dacl).empty());
 }
 
-TEST(Sddl, refusesWhatItDoesNotKnowAndNamesIt) {
+TEST(Sddl, RefusesWhatItDoesNotKnowAndNamesIt) {
   EXPECT_NE(refusalOf("D:(A;;KA;;;ZZ)").find("\"ZZ\""), std::string::npos);
   EXPECT_NE(refusalOf("D:(A;XX;KA;;;BA)").find("\"XX\""), std::string::npos);
   EXPECT_NE(refusalOf("D:(A;;QQ;;;BA)").find("\"QQ\""), std::string::npos);
@@ -72,13 +72,13 @@ TEST(Sddl, refusesWhatItDoesNotKnowAndNamesIt) {
   EXPECT_NE(refusalOf("O:S-1-5-32--544"), "accepted");
 }
 
-TEST(Sid, hasItsWindowsBytes) {
+TEST(Sid, HasItsWindowsBytes) {
   EXPECT_EQ(administratorsSid(), (Bytes{1, 2, 0, 0, 0, 0, 0, 5, 32, 0, 0, 0, 0x20, 0x02, 0, 0}));
   EXPECT_EQ(everyoneSid(), (Bytes{1, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0}));
   EXPECT_EQ(sidText(folderUserSid().data()), "S-1-5-21-1-1-1-1001");
 }
 
-TEST(Accounts, knowsFiveNamesInAnyCase) {
+TEST(Accounts, KnowsFiveNamesInAnyCase) {
   const Accounts accounts(u"Ann", folderUserSid());
   EXPECT_EQ(accounts.find(u"ANN")->sid, folderUserSid());
   EXPECT_EQ(accounts.find(u"everyone")->sid, everyoneSid());
@@ -90,7 +90,7 @@ TEST(Accounts, knowsFiveNamesInAnyCase) {
   EXPECT_EQ(accounts.find(u""), nullptr);
 }
 
-TEST(Accounts, theProcessIsTheUserAndAMemberOfThreeGroups) {
+TEST(Accounts, TheProcessIsTheUserAndAMemberOfThreeGroups) {
   const Accounts accounts(u"Ann", folderUserSid());
   EXPECT_EQ(accounts.token().sids,
             (std::vector<Bytes>{folderUserSid(), everyoneSid(), administratorsSid(), usersSid()}));

@@ -13,7 +13,7 @@ bool isStacked(PicturePlace place) {
   return place == PicturePlace::Above || place == PicturePlace::Below;
 }
 
-// Stacked, the two come closer, as a line of text brings some room of its own.
+// Stacked, the two are closer, because a line of text has some space of its own.
 int stackedGap(int dpi) { return scaled(gap, dpi) / 2; }
 
 bool isBeside(PicturePlace place) { return !isStacked(place) && place != PicturePlace::Behind; }
@@ -31,7 +31,7 @@ std::uint32_t withAlpha(Rgb color, std::uint32_t alpha) {
 }
 
 std::uint32_t gray(std::uint32_t pixel) {
-  // The weights of the three colors in what the eye takes for brightness, in hundredths.
+  // How much each of the three colors adds to the brightness that the eye sees, in hundredths.
   const std::uint32_t level =
       (part(pixel, 16) * 30 + part(pixel, 8) * 59 + part(pixel, 0) * 11 + 50) / 100;
   return (pixel & 0xFF000000) | level << 16 | level << 8 | level;
@@ -148,7 +148,7 @@ Picture shownPicture(const ButtonProperties& properties, const ButtonState& stat
     forEachPixel(shown, gray);
   }
   applyEffect(shown, static_cast<PictureEffect>(properties.SpecialEffect), isHovered, textColor);
-  // In the text's color it is as pale as the text already.
+  // In the text's color it is already as pale as the text.
   if (!properties.Enabled &&
       properties.SpecialEffect != static_cast<std::int16_t>(PictureEffect::TextColor)) {
     forEachPixel(shown, [](std::uint32_t pixel) { return faded(pixel, 0.45); });

@@ -12,9 +12,9 @@ constexpr Rgb black = rgb(0x000000);
 constexpr Rgb white = rgb(0xFFFFFF);
 
 constexpr double readable = 4.5;
-// What a sign that is no text needs against its ground.
+// The contrast that a mark other than text needs against its ground.
 constexpr double visible = 3;
-// From here on a share of one color in another one is noticed.
+// The smallest share of one color in another that is noticed.
 constexpr double distinct = 1.3;
 
 // The colors of one state.
@@ -53,7 +53,7 @@ class Drawing {
     return std::move(look);
   }
 
-  // All colors are the system's, so that they stay apart in whatever theme the user needs.
+  // All colors are the system's, so that they differ in whatever theme the user needs.
   ButtonLook ofSystem() {
     const SystemColors& system = palette.system;
     const bool isLit = properties.Enabled && (isHovered || isPressed || isChecked);
@@ -77,7 +77,7 @@ class Drawing {
   }
   bool hasOwnFace() const { return !isSystemColor(faceProperty()); }
 
-  // Before the state shows in it.
+  // Before the state changes it.
   Rgb plainFace() const {
     if (hasOwnFace()) {
       return fromProperty(faceProperty());
@@ -85,7 +85,7 @@ class Drawing {
     return style.fill == Fill::None ? palette.ground : style.face;
   }
 
-  // The color that is wanted on a face, or where the two are too much alike, dark or white.
+  // The color that is wanted on a face; dark or white where the two are too much alike.
   Rgb seenOn(Rgb face, Rgb wanted, double least) const {
     return contrast(wanted, face) >= least ? wanted : isLight(face) ? palette.text : white;
   }
@@ -178,7 +178,7 @@ class Drawing {
   void addFace(Rgb face) {
     switch (style.fill) {
       case Fill::Gradient:
-        // Light from above; what is pressed in lies in its own shadow.
+        // Light from above; what is pressed in is in its own shadow.
         add(0, isPressed ? mix(face, black, 0.1) : mix(face, white, isLight(face) ? 0.7 : 0.1),
             isPressed ? face : mix(face, black, isLight(face) ? 0.05 : 0.12));
         break;
@@ -236,7 +236,7 @@ class Drawing {
     if (!isChecked && !isHovered && !isPressed && !(state.isDefault && properties.Enabled)) {
       return;
     }
-    // The bar is what the face leaves free of a shape of the bar's color.
+    // The bar is the part of a shape in its color that the face does not cover.
     const int line = pixels(style.line);
     Shape face = look.shapes.back();
     look.shapes.back().upper = look.shapes.back().lower =
@@ -261,7 +261,7 @@ class Drawing {
     return mix(face, towards, properties.SoftBevel ? share / 2 : share);
   }
 
-  // Two steps, light from the upper left; pressed, they change sides.
+  // Two steps, light from the upper left; while pressed, from the lower right.
   void addBevel(Rgb face) {
     const bool isSunk = isPressed || isChecked;
     const Rgb light = bevelled(face, white, 0.9);
@@ -281,7 +281,7 @@ class Drawing {
     look.shift = isSunk ? pixels(1) : 0;
   }
 
-  // A default button that keeps its face is told by a frame.
+  // A default button that keeps its face has a frame.
   void addDefaultFrame(Rgb face) {
     const bool hasAccentFace = !hasOwnFace() && style.defaultShare >= 0.5 &&
                                contrast(palette.accent, plainFace()) >= distinct;

@@ -30,7 +30,7 @@ struct SystemColors {
 // The colors that all buttons of a window share.
 struct Palette {
   Rgb accent = rgb(0x3D649A);
-  Rgb ground = rgb(0xF6F8FB);  // of the window, behind a button without a face
+  Rgb ground = rgb(0xF6F8FB);  // of the window, seen through a button without a face
   Rgb line = rgb(0xDDE3EA);
   Rgb border = rgb(0xC6D0DC);
   Rgb text = rgb(0x1F2937);
@@ -40,7 +40,7 @@ struct Palette {
 
 struct ButtonLook {
   std::vector<Shape> shapes;  // in drawing order
-  Rgb face;                   // what the text stands on
+  Rgb face;                   // what the text is drawn on
   Rgb text;
   int shift = 0;  // how far the content moves down, in pixels
   bool isLeftAligned = false;
@@ -48,7 +48,7 @@ struct ButtonLook {
   bool operator==(const ButtonLook&) const = default;
 };
 
-// The look of a button of a size in pixels. Enabled, Value and the colors are in the properties.
+// The look of a button; its size is in pixels. Enabled, Value and the colors are properties.
 ButtonLook lookOf(const ButtonProperties& properties, const ButtonState& state, Size size, int dpi,
                   const Palette& palette);
 

@@ -7,18 +7,18 @@
 
 namespace zelvreg::controls {
 
-// How a button is painted in its window, beside its properties and its state.
+// How a button is painted in its window, apart from its properties and its state.
 struct ButtonSetting {
   HFONT font = nullptr;
   int dpi = 96;
   Palette palette;
 };
 
-// Over the ground that the buffer holds already, and over all of the buffer.
+// Over the ground that the buffer already holds. It fills the buffer.
 void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const ButtonState& state,
                  const ButtonSetting& setting);
 
-// The system's colors of now.
+// The system's colors as they are now.
 SystemColors systemColors();
 
 }  // namespace zelvreg::controls

@@ -8,7 +8,7 @@
 namespace zelvreg::controls {
 namespace {
 
-// A caption and how it is broken.
+// A caption and how it wraps.
 struct Caption {
   std::u16string text;
   UINT format = 0;
@@ -21,7 +21,7 @@ Size measured(HDC dc, const std::u16string& text, int width, UINT format) {
   return {static_cast<int>(box.right), static_cast<int>(box.bottom)};
 }
 
-// In as many lines as there is room for; a caption that is too long even so ends in an ellipsis.
+// In as many lines as there is room for; a caption that is still too long ends in an ellipsis.
 Caption fitted(HDC dc, const std::string& text, Size room) {
   Caption caption{utf16(text), DT_WORDBREAK, {}};
   if (caption.text.empty()) {
@@ -38,7 +38,7 @@ Caption fitted(HDC dc, const std::string& text, Size room) {
 
 Rgb systemColorNow(int index) { return fromProperty(GetSysColor(index)); }
 
-// A system color that is not the default one, which is the style's, is what it is now.
+// The default system color means the style's own; any other is the system's as it is now.
 ButtonProperties withSystemColors(ButtonProperties properties) {
   const ButtonProperties usual;
   for (const auto field :

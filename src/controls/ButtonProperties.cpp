@@ -35,7 +35,7 @@ const std::array<ButtonProperty, 23> allProperties = {{
     {"Value", "VALUE", &Button::Value},
 }};
 
-// All numbers lie in the bag as one kind.
+// The bag holds all numbers as one kind.
 template <class T>
 constexpr bool isNumber = std::is_integral_v<T> && !std::is_same_v<T, bool>;
 
@@ -60,7 +60,7 @@ ButtonProperties readButton(const PropertyBag& bag, const Ambient& ambient) {
   ButtonProperties read;
   read.Font = ambient.font;
   for (const ButtonProperty& property : allProperties) {
-    // Both stand behind the color that they follow, which is read by then.
+    // Both come after the color that they follow, which has been read by then.
     read.BackOver = property.key == "BCOLO" ? read.BackColor : read.BackOver;
     read.ForeOver = property.key == "FCOLO" ? read.ForeColor : read.ForeOver;
     std::visit([&](auto field) { read.*field = readField(bag, property.key, read.*field); },

@@ -13,11 +13,11 @@
 
 namespace zelvreg::controls {
 
-// Where the picture stands.
+// Where the picture is, seen from the caption.
 enum class PicturePlace : std::int16_t { Left = 0, Right = 1, Above = 2, Below = 3, Behind = 4 };
 
-// What is done to the picture: drawn in the color of the text (for pictures of one color), paler
-// until the mouse is over it, with a shadow of its own.
+// How the picture is changed: drawn in the color of the text (for pictures of one color), paler
+// until the mouse is over it, or with a shadow of its own.
 enum class PictureEffect : std::int16_t { None = 0, TextColor = 1, Pale = 2, Shadow = 3 };
 
 struct ButtonProperties {
@@ -25,10 +25,10 @@ struct ButtonProperties {
   std::string Caption;          // UTF-8; "&" marks the access key
   bool Enabled = true;
   FontDescription Font;
-  // 2 takes all colors from the system, which is what its high contrast asks for.
+  // 2 takes all colors from the system, as high contrast requires.
   std::int32_t ColorScheme = 1;
   bool ShowFocusRect = true;
-  // These system colors stand for those that the style has of its own.
+  // These system colors mean the style's own.
   std::uint32_t BackColor = systemColor(15);
   std::uint32_t BackOver = systemColor(15);
   std::uint32_t ForeColor = systemColor(18);
@@ -68,12 +68,12 @@ std::span<const ButtonProperty> buttonProperties();
 // The key of a field.
 std::string_view keyOf(const ButtonField& field);
 
-// A property without a key has its default: a color of the hovered state that of the normal one,
-// the font that of the form.
+// A property without a key has its default: a color of the hovered state is the normal one, the
+// font is the form's.
 ButtonProperties readButton(const PropertyBag& bag, const Ambient& ambient);
 void writeButton(const ButtonProperties& properties, PropertyBag& bag);
 
-// The properties of one button at work: each change is marked under its key.
+// The properties of one button in use: each change is marked under its key.
 class ButtonDesign {
  public:
   ButtonDesign() = default;
@@ -81,7 +81,7 @@ class ButtonDesign {
 
   [[nodiscard]] const ButtonProperties& get() const { return properties; }
 
-  // Marks the key also when the value is the same. Returns the key.
+  // Marks the key even if the value is the same. Returns the key.
   template <class T>
   std::string_view set(T ButtonProperties::*field, T value) {
     properties.*field = std::move(value);
@@ -91,7 +91,7 @@ class ButtonDesign {
   }
 
   [[nodiscard]] const std::set<std::string_view>& changedKeys() const { return changed; }
-  // Stores all properties; nothing is marked then.
+  // Stores all properties and clears all marks.
   void save(PropertyBag& bag) {
     writeButton(properties, bag);
     changed.clear();

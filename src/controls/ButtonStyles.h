@@ -1,4 +1,4 @@
-// The fourteen styles of a button: one family, told apart by the rows of a table.
+// The fourteen styles of a button: one family, whose members are the rows of a table.
 #ifndef ZELVREG_CONTROLS_BUTTON_STYLES_H
 #define ZELVREG_CONTROLS_BUTTON_STYLES_H
 
@@ -10,9 +10,9 @@
 namespace zelvreg::controls {
 
 inline constexpr std::int32_t styleCount = 14;
-// The style whose button has no ground of its own, which a form at design time must know.
+// The style whose buttons have no ground of their own; a form at design time must know it.
 inline constexpr std::int32_t transparentStyle = 5;
-// The style whose outline is another one under the mouse.
+// The style whose outline changes under the mouse.
 inline constexpr std::int32_t changingStyle = 11;
 
 // The corners of a button that ends in half circles, whatever its height.
@@ -38,7 +38,7 @@ struct ButtonStyle {
   double radius;
   double radiusHovered;
   double line;          // the width of the edge
-  Rgb face;             // stands for the default BackColor
+  Rgb face;             // used for the default BackColor
   double hoveredShare;  // of the accent color, in the face under the mouse
   double pressedShare;  // the same while pressed
   double defaultShare;  // the same in the face of the default button

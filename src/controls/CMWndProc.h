@@ -1,4 +1,4 @@
-// The window procedure that brings a form's menus their requests.
+// The window procedure that passes a form's messages about menus to its menus.
 #ifndef ZELVREG_CONTROLS_CM_WND_PROC_H
 #define ZELVREG_CONTROLS_CM_WND_PROC_H
 
@@ -10,7 +10,7 @@
 
 namespace zelvreg::controls {
 
-// Holds the menus that are in force. The form must outlive it, or destroy its window.
+// Holds the menus in use. The form must outlive it, or destroy its window.
 class CMWndProc {
  public:
   explicit CMWndProc(HWND form);
@@ -18,11 +18,11 @@ class CMWndProc {
   CMWndProc& operator=(const CMWndProc&) = delete;
   ~CMWndProc();
 
-  // What was held before is uninstalled.
+  // The menus held before are uninstalled.
   void hold(std::unique_ptr<CoolMenu> menus) { held = std::move(menus); }
   // Null without one.
   [[nodiscard]] CoolMenu* current() const { return held.get(); }
-  // Uninstalls the menus and forgets them, as the program does at its end.
+  // Uninstalls the menus and destroys them, as the program does when it ends.
   void release() { held.reset(); }
 
  private:

@@ -6,7 +6,7 @@
 namespace zelvreg::controls {
 namespace {
 
-// The way from a point to the edge of a rectangle with round corners, negative inside.
+// The distance from a point to the edge of a rectangle with round corners, negative inside.
 double distanceTo(const Shape& shape, double x, double y) {
   const double halfWidth = (shape.right - shape.left) / 2;
   const double halfHeight = (shape.bottom - shape.top) / 2;
@@ -90,8 +90,8 @@ void Canvas::draw(const Shape& shape) {
   }
 }
 
-// Between its left and right edges a row is covered alike, so that only the ends of a row are asked
-// for pixel by pixel. Grounds of whole windows are drawn so.
+// Between its left and right edges all pixels of a row are covered alike, so only the ends of a row
+// are computed pixel by pixel. The grounds of whole windows are drawn with this.
 void Canvas::drawRow(const Shape& shape, int row) {
   const double y = row + 0.5;
   const double down = (y - shape.top) / (shape.bottom - shape.top);

@@ -12,7 +12,7 @@
 
 namespace zelvreg::controls {
 
-// In pixels; the right and the bottom edge lie outside.
+// In pixels. The right and the bottom edge are not part of it.
 struct Rectangle {
   int left = 0;
   int top = 0;
@@ -31,7 +31,7 @@ struct Size {
   bool operator==(const Size&) const = default;
 };
 
-// `pixels` at 96 dots to the inch as pixels at `dpi`.
+// `pixels` at 96 dpi as pixels at `dpi`.
 int scaled(double pixels, int dpi);
 
 // A picture of 0xAARRGGBB pixels, top row first, each color already multiplied by its alpha.
@@ -61,15 +61,15 @@ constexpr std::uint32_t opaque(Rgb color) {
   return 0xFF000000 | std::uint32_t{color.red} << 16 | std::uint32_t{color.green} << 8 | color.blue;
 }
 
-// A rectangle with round corners, filled from top to bottom with a run of colors, or its outline.
-// Positions may lie between pixels.
+// A rectangle with round corners, filled from top to bottom with a gradient, or its outline.
+// Positions may be between pixels.
 struct Shape {
   double left = 0;
   double top = 0;
   double right = 0;
   double bottom = 0;
   double radius = 0;  // of the corners; more than half of a side is half of that side
-  double line = 0;    // the width of the outline, which lies inside; 0 fills the shape
+  double line = 0;    // the width of the outline, which is inside; 0 fills the shape
   Rgb upper;
   Rgb lower;
   double opacity = 1;
@@ -95,11 +95,11 @@ class Canvas {
   explicit Canvas(Bitmap& bitmap) : Canvas(bitmap.pixels, bitmap.width, bitmap.height) {}
 
   void clear(Rgb color);
-  // The part of a rectangle that lies on the canvas.
+  // The part of a rectangle that is on the canvas.
   void fill(const Rectangle& place, Rgb color);
   void draw(const Shape& shape);
   void draw(const Stroke& stroke, Rgb color);
-  // The picture with its top left corner at a place; what lies outside is cut.
+  // Draws the picture with its top left corner at a place, clipped to the canvas.
   void draw(const Bitmap& picture, int left, int top, double opacity = 1);
 
  private:
@@ -114,7 +114,7 @@ class Canvas {
   int height;
 };
 
-// How much of the pixel whose middle is (x, y) lies in a shape, 0 to 1.
+// How much of the pixel whose middle is (x, y) is inside a shape, 0 to 1.
 double coverage(const Shape& shape, double x, double y);
 
 }  // namespace zelvreg::controls

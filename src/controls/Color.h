@@ -1,4 +1,4 @@
-// Colors as the controls compute with them, and as their properties store them.
+// Colors as the controls compute them, and as their properties store them.
 #ifndef ZELVREG_CONTROLS_COLOR_H
 #define ZELVREG_CONTROLS_COLOR_H
 
@@ -37,7 +37,7 @@ constexpr std::uint32_t toProperty(Rgb color) {
 Rgb mix(Rgb from, Rgb to, double share);
 
 // The contrast of two colors, 1 to 21, as the accessibility guidelines for the web compute it.
-// Text is readable from 4.5 on.
+// Text needs at least 4.5.
 double contrast(Rgb one, Rgb other);
 
 // Whether dark text is read more easily on the color than white text.

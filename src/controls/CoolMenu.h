@@ -1,10 +1,10 @@
-// Gives the menus of a form a look of their own: pictures, a soft highlight, room for both.
+// Gives the menus of a form a look of their own, with pictures and a soft highlight.
 #ifndef ZELVREG_CONTROLS_COOL_MENU_H
 #define ZELVREG_CONTROLS_COOL_MENU_H
 
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include <optional>
@@ -35,21 +35,21 @@ class CoolMenu {
   CoolMenu& operator=(const CoolMenu&) = delete;
   ~CoolMenu() { uninstall(); }
 
-  // The entries of a menu bar with all that opens from them; of a context menu. A menu that is not
-  // there is passed over. The entries keep their captions, so that access keys and screen readers
-  // find them. Call it again for a menu that has new entries.
+  // Installs the entries of a menu bar with all menus that open from it, or those of a context
+  // menu. A null menu is ignored. The entries keep their captions, so access keys and screen
+  // readers find them. Call it again for a menu that has new entries.
   void installBar(HMENU menu);
   void installPopup(HMENU menu);
-  // All entries are the system's again.
+  // The system draws all entries again.
   void uninstall();
 
   [[nodiscard]] const CMyItemDatas& items() const { return datas; }
 
-  // Answer the requests of the form's window procedure; false for a request about something else.
+  // Answer the requests to the form's window procedure; false for a request about something else.
   bool measure(LPARAM request) const;
   bool draw(LPARAM request) const;
-  // The answer to an access key that the system did not find: it runs its entry, or of several
-  // chooses the next one.
+  // The answer to an access key that the system did not find: its entry is run, or the next of
+  // several is chosen.
   [[nodiscard]] std::optional<LRESULT> findKey(HMENU menu, char16_t key) const;
 
  private:
@@ -68,7 +68,7 @@ class CoolMenu {
   std::vector<HMENU> menus;
 };
 
-// An embossed picture of an image, as the system draws what cannot be chosen, stretched to a place.
+// Draws an image embossed, as the system draws what cannot be chosen, stretched to a place.
 void drawDisabledPicture(HDC target, HIMAGELIST images, int index, const Rectangle& place);
 
 }  // namespace zelvreg::controls

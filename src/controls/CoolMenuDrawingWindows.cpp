@@ -7,7 +7,7 @@
 namespace zelvreg::controls {
 namespace {
 
-// Where the picture is black the brush shows, elsewhere what is there stays.
+// Where the picture is black the brush is drawn; elsewhere nothing changes.
 constexpr DWORD brushThroughMask = 0xB8074A;
 
 Rgb systemRgb(int index) { return fromProperty(GetSysColor(index)); }
@@ -35,7 +35,7 @@ void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format
   DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_VCENTER | format);
 }
 
-// The text of an entry, or its keys. What cannot be chosen is drawn twice, light behind dark.
+// The text of an entry, or its keys. What cannot be chosen is drawn twice, dark over light.
 void drawCaption(HDC dc, std::string_view text, const Rectangle& place, UINT format, UINT state) {
   if ((state & (ODS_GRAYED | ODS_DISABLED)) != 0) {
     drawText(dc, text, place, format, COLOR_3DHILIGHT, 1);
@@ -97,7 +97,7 @@ bool CoolMenu::draw(LPARAM request) const {
   const PaintBuffer buffer(size);
   drawEntry(buffer, *data, record.itemState);
   buffer.show(record.hDC, place.left, place.top);
-  // The system draws the arrow of a sub-menu over it.
+  // The system draws the arrow of a submenu over it.
   return true;
 }
 
@@ -173,7 +173,7 @@ void drawDisabledPicture(HDC target, HIMAGELIST images, int index, const Rectang
              size.height, SRCCOPY);
   const COLORREF text = SetTextColor(target, RGB(0, 0, 0));
   const COLORREF ground = SetBkColor(target, RGB(255, 255, 255));
-  // The light below the right of the dark makes it look pressed in.
+  // The light to the lower right of the dark makes it look pressed in.
   struct Pass {
     int color;
     int offset;

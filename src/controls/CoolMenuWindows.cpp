@@ -19,7 +19,7 @@ static_assert(sizeof(DRAWITEMSTRUCT) == 48);
 FontHandle menuFont(int dpi, std::optional<BYTE> charset) {
   const WindowContext screen(nullptr);
   NONCLIENTMETRICSW system{};
-  // Without the field that came last, which old systems do not know.
+  // Without the newest field, which old systems do not know.
   system.cbSize = sizeof system - sizeof system.iPaddedBorderWidth;
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, system.cbSize, &system, 0);
   const FontHandle likeSystem(CreateFontIndirectW(&system.lfMenuFont));
@@ -100,7 +100,7 @@ void CoolMenu::installEntry(HMENU menu, int position, bool isMain) {
   std::string caption = utf8(text.data());
   const int picture = pictureOf(caption);
   CMyItemData& data = datas.Add({isMain, picture, info.fType, std::move(caption)});
-  // Written back without its text, which the entry then keeps.
+  // Written back without its text, so that the entry keeps the one it has.
   info.fMask = MIIM_FTYPE | MIIM_DATA;
   info.fType |= MFT_OWNERDRAW;
   info.dwItemData = reinterpret_cast<ULONG_PTR>(&data);

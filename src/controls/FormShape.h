@@ -1,4 +1,4 @@
-// What a shaped window is told at design time, and the message about a second control of its kind.
+// What is set for a shaped window at design time, and the message about a second such control.
 #ifndef ZELVREG_CONTROLS_FORM_SHAPE_H
 #define ZELVREG_CONTROLS_FORM_SHAPE_H
 
@@ -21,7 +21,7 @@ struct FormShape {
 FormShape readFormShape(const PropertyBag& bag);
 void writeFormShape(const FormShape& shape, PropertyBag& bag);
 
-// The title and the text, its lines parted by line breaks, that a form with two such controls
+// The title and the text, with its line breaks, of the message that a form with two such controls
 // shows.
 std::string secondControlTitle();
 std::string secondControlText();

@@ -13,7 +13,7 @@ struct DeleteGdiObject {
   void operator()(HGDIOBJ object) const { DeleteObject(object); }
 };
 
-// Must not be selected into a device context when it goes.
+// Must not be selected into a device context when it is destroyed.
 template <class Handle>
 using GdiObject = std::unique_ptr<std::remove_pointer_t<Handle>, DeleteGdiObject>;
 

@@ -15,8 +15,8 @@ struct KeyStroke {
   bool operator==(const KeyStroke&) const = default;
 };
 
-// The key string by which a button answers an arrow key: the focus goes on with "{Tab}" and back
-// with "+{Tab}". The empty text for any other key.
+// The key string that a button sends for an arrow key: "{Tab}" moves the focus forward, "+{Tab}"
+// back. The empty text for any other key.
 std::string_view focusKeys(std::uint16_t key);
 
 // The strokes of a key string of "{Tab}" and, before it, "+" for the Shift key. None for any other

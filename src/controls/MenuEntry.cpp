@@ -9,7 +9,7 @@ namespace {
 
 constexpr double frameRoom = 3;   // between a picture and its frame
 constexpr double columnGap = 6;   // between picture column and text
-constexpr double rightRoom = 16;  // behind the text, where the system puts the arrow of a sub-menu
+constexpr double rightRoom = 16;  // after the text, where the system puts the arrow of a submenu
 constexpr double keysGap = 24;    // between text and keys
 constexpr double lineRoom = 5;    // above and below a line of text
 constexpr double barRoom = 9;     // at both sides of an entry in the menu bar

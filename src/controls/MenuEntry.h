@@ -1,4 +1,4 @@
-// The arithmetic of an owner-drawn menu entry: its caption, its size, where its parts stand.
+// The arithmetic of an owner-drawn menu entry: its caption, its size, where its parts are.
 #ifndef ZELVREG_CONTROLS_MENU_ENTRY_H
 #define ZELVREG_CONTROLS_MENU_ENTRY_H
 
@@ -11,7 +11,7 @@
 
 namespace zelvreg::controls {
 
-// The flag of an entry that is a line between others.
+// The flag of an entry that is a separator.
 inline constexpr std::uint32_t menuSeparator = 0x800;
 
 struct MenuCaption {
@@ -21,11 +21,11 @@ struct MenuCaption {
 
 MenuCaption splitCaption(std::string_view menuText);
 
-// A caption without the "&" that marks its access key; "&&" is a plain "&". This is the name by
-// which a picture belongs to an entry.
+// A caption without the "&" that marks its access key; "&&" is a plain "&". The picture of an entry
+// is found by this name.
 std::string plainCaption(std::string_view menuText);
 
-// The access key as it stands in the caption: the marked character, or the first one as in the
+// The access key as written in the caption: the marked character, or the first one, as in the
 // system's own menus. 0 for a caption without text.
 char32_t accessKey(std::string_view menuText);
 
@@ -39,10 +39,10 @@ struct MenuMetrics {
   Size picture = {16, 16};
 };
 
-// The size that the system is told. `text` and `keys` are the sizes of the two parts drawn.
+// The size of an entry, for the system. `text` and `keys` are the sizes of its two texts.
 Size entrySize(const CMyItemData& entry, Size text, Size keys, const MenuMetrics& metrics);
 
-// Where the parts stand in the rectangle of an entry.
+// Where the parts are in the rectangle of an entry.
 struct MenuEntryPlaces {
   Rectangle highlight;  // drawn when the entry is chosen
   Rectangle picture;

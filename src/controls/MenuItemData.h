@@ -11,10 +11,10 @@
 namespace zelvreg::controls {
 
 struct CMyItemData {
-  bool bMainMenu = false;     // the entry stands in the menu bar
+  bool bMainMenu = false;     // the entry is in the menu bar
   std::int32_t iButton = -1;  // index of the entry's picture, from 0; -1 for none
   std::uint32_t fType = 0;    // the entry's type flags before the menus became owner-drawn
-  std::string sMenuText;      // UTF-8; behind a tab stand the keys
+  std::string sMenuText;      // UTF-8; the keys follow after a tab
 
   bool operator==(const CMyItemData&) const = default;
 };
@@ -31,7 +31,7 @@ class CMyItemDatas {
     return index >= 1 && index <= records.size() ? records[index - 1].get() : nullptr;
   }
   [[nodiscard]] std::size_t Count() const { return records.size(); }
-  // Those behind it move up; nothing happens beyond the end.
+  // Those after it move up. Beyond the end nothing happens.
   void Remove(std::size_t index) {
     if (Item(index) != nullptr) {
       records.erase(records.begin() + static_cast<std::ptrdiff_t>(index) - 1);

@@ -1,4 +1,4 @@
-// Pixels that both our own shapes and the system's text are drawn into, and their way to a window.
+// Pixels for both our own shapes and the system's text, which can be copied to a window.
 #ifndef ZELVREG_CONTROLS_PAINT_BUFFER_H
 #define ZELVREG_CONTROLS_PAINT_BUFFER_H
 
@@ -13,7 +13,7 @@ namespace zelvreg::controls {
 // A section of 32-bit pixels, top row first, selected into a device context.
 class PaintBuffer {
  public:
-  // Of at least one pixel.
+  // Holds at least one pixel.
   explicit PaintBuffer(Size sizeInPixels);
   PaintBuffer(const PaintBuffer&) = delete;
   PaintBuffer& operator=(const PaintBuffer&) = delete;
@@ -21,7 +21,7 @@ class PaintBuffer {
 
   [[nodiscard]] HDC dc() const { return context.get(); }
   [[nodiscard]] Size size() const { return extent; }
-  // What the system has drawn so far is in its pixels.
+  // Its pixels hold what the system has drawn so far.
   [[nodiscard]] Canvas canvas() const;
   [[nodiscard]] Bitmap copy() const;
 
@@ -38,7 +38,7 @@ class PaintBuffer {
   Selection selected;
 };
 
-// A section of 32-bit pixels; `bits` is where they lie.
+// A section of 32-bit pixels; `bits` points to them.
 BitmapHandle makeSection(Size size, void*& bits);
 
 // A font for a resolution; never null.
@@ -49,7 +49,7 @@ HICON makeIcon(const Bitmap& picture, bool isCursor = false);
 
 COLORREF colorRef(Rgb color);
 
-// What a color property stands for now, which is another question only for a system color.
+// The color that a property means now: a system color may change.
 COLORREF colorOfNow(std::uint32_t property);
 
 }  // namespace zelvreg::controls

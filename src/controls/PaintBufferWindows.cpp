@@ -9,7 +9,7 @@
 namespace zelvreg::controls {
 namespace {
 
-// As icons hold a pixel: its colors are not multiplied by its alpha.
+// A pixel as icons hold it, with colors that are not multiplied by its alpha.
 std::uint32_t unmultiplied(std::uint32_t pixel) {
   const std::uint32_t alpha = pixel >> 24;
   if (alpha == 0) {
@@ -83,7 +83,7 @@ HICON makeIcon(const Bitmap& picture, bool isCursor) {
     return nullptr;
   }
   std::ranges::transform(picture.pixels, static_cast<std::uint32_t*>(bits), unmultiplied);
-  // For those who do not know of alpha. The rows of a mask end on whole words.
+  // For programs that do not know alpha. Each row of a mask is a whole number of words.
   const auto rowBytes = static_cast<std::size_t>((picture.width + 15) / 16 * 2);
   std::vector<std::uint8_t> maskBits(rowBytes * static_cast<std::size_t>(picture.height));
   for (int row = 0; row < picture.height; ++row) {

@@ -1,4 +1,4 @@
-// The store in which a form keeps what its controls were set to at design time.
+// The store in which a form keeps the properties that its controls were given at design time.
 #ifndef ZELVREG_CONTROLS_PROPERTY_BAG_H
 #define ZELVREG_CONTROLS_PROPERTY_BAG_H
 
@@ -22,7 +22,7 @@ struct FontDescription {
   bool operator==(const FontDescription&) const = default;
 };
 
-// Numbers of all widths and colors are one kind. Text is UTF-8.
+// Numbers of every width, and colors, are one kind. Text is UTF-8.
 using PropertyValue = std::variant<std::int32_t, bool, std::string, FontDescription, Picture>;
 
 class PropertyBag {
@@ -31,7 +31,7 @@ class PropertyBag {
     values.insert_or_assign(std::string(key), std::move(value));
   }
 
-  // What stands under a key; the default without the key, or with a value of another kind.
+  // The value of a key; the default if the key is missing or its value is of another kind.
   template <class T>
   [[nodiscard]] T read(std::string_view key, T byDefault) const {
     const auto found = values.find(key);
@@ -50,7 +50,7 @@ class PropertyBag {
   std::map<std::string, PropertyValue, std::less<>> values;
 };
 
-// What a control learns from the form that it stands on.
+// What a control learns from the form that it is on.
 struct Ambient {
   bool userMode = true;  // false at design time
   FontDescription font;

@@ -1,4 +1,4 @@
-// Gives a form its outline, lets the user drag it by its ground, and shows its system menu.
+// Gives a form its outline, lets the user drag it by its client area, and shows its system menu.
 #ifndef ZELVREG_CONTROLS_TRANS_FORM_H
 #define ZELVREG_CONTROLS_TRANS_FORM_H
 
@@ -15,12 +15,12 @@ namespace zelvreg::controls {
 // Shows a message and waits until the user has read it.
 using ShowMessage = std::function<void(const std::string& title, const std::string& text)>;
 
-// Invisible itself. Only one may stand on a form: a second one shows a message, and as long as
-// there are two, neither of them does anything. The form must outlive the control, or destroy its
+// The control itself is invisible. A form may have only one: a second one shows a message, and as
+// long as there are two, neither does anything. The form must outlive the control, or destroy its
 // window.
 class TransForm {
  public:
-  // `showMessage` may be empty for a message box of the system.
+  // An empty `showMessage` means a message box of the system.
   explicit TransForm(HWND form, bool userMode = true, ShowMessage showMessage = {});
   TransForm(const TransForm&) = delete;
   TransForm& operator=(const TransForm&) = delete;
@@ -33,9 +33,9 @@ class TransForm {
   void read(const PropertyBag& bag);
   void save(PropertyBag& bag) const { writeFormShape(settings, bag); }
 
-  // Shapes the form: at first, and whenever it has another size or ground. The form is asked to
-  // paint by WM_ERASEBKGND and WM_PRINTCLIENT; what shows MaskColor is left out. At design time
-  // nothing happens.
+  // Shapes the form. Call it once at first, and again after each change of the size or the ground.
+  // The form is asked to paint by WM_ERASEBKGND and WM_PRINTCLIENT; pixels in MaskColor are cut
+  // out. At design time nothing happens.
   void Refresh();
 
   // At the cursor if it is over the form's client area, else at that area's upper left corner.
@@ -52,7 +52,7 @@ class TransForm {
   bool isRunning;
   FormShape settings;
   bool isShaped = false;
-  // What outline the form had of its own; null without one.
+  // The outline that the form had of its own, or null.
   RegionHandle before;
 };
 

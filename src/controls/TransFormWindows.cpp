@@ -31,7 +31,7 @@ void countOn(HWND form, INT_PTR count) {
   }
 }
 
-// In one call, as a region grows slowly when it is put together bit by bit.
+// In one call, because joining a region part by part is slow.
 RegionHandle regionOf(const std::vector<Rectangle>& parts) {
   std::vector<std::byte> data(sizeof(RGNDATAHEADER) + parts.size() * sizeof(RECT));
   RGNDATAHEADER header{};
@@ -108,7 +108,7 @@ void TransForm::Refresh() {
   }
   if (!isShaped) {
     isShaped = true;
-    // An outline that the form had before stays its bound; without one this region has no part.
+    // An outline that the form had before remains its limit; a form without one has no limit.
     RegionHandle found(CreateRectRgn(0, 0, 200, 200));
     if (GetWindowRgn(parent, found.get()) > NULLREGION) {
       before = std::move(found);
@@ -146,12 +146,12 @@ LRESULT CALLBACK TransForm::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     return DefSubclassProc(hwnd, message, wParam, lParam);
   }
   const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
-  // The form's own handler may have taken the control away.
+  // The form's own handler may have destroyed the control.
   if (message == WM_LBUTTONDOWN && GetWindowSubclass(hwnd, procedure, id, &reference) != 0 &&
       control->isRunning && control->isAlone() && control->settings.AutoDrag) {
     ReleaseCapture();
     SendMessageW(hwnd, pressOnFrame, onCaption, 0);
-    // The drag has swallowed the button-up that the form waits for.
+    // The drag has consumed the button-up message that the form waits for.
     PostMessageW(hwnd, buttonUp, 0, 0);
   }
   return result;

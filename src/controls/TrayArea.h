@@ -14,7 +14,7 @@
 
 namespace zelvreg::controls {
 
-// The record that the system's call takes, as a 32-bit program lays it out.
+// The record that the system's call takes, in the layout of a 32-bit program.
 struct TrayRecord {
   std::uint32_t size = 152;
   std::uint32_t window = 0;
@@ -34,7 +34,7 @@ inline constexpr std::uint32_t trayTipFlag = 4;
 
 enum class TrayCall : std::uint32_t { Add = 0, Modify = 1, Delete = 2 };
 
-// Notifications come as the message of the moving mouse.
+// Notifications come as the message for mouse moves.
 inline constexpr std::uint32_t trayCallback = 512;
 
 enum class TrayEvent : std::uint8_t { MouseMove, MouseDown, MouseUp, DoubleClick };
@@ -60,7 +60,7 @@ class TrayHost {
  public:
   virtual ~TrayHost() = default;
   virtual void notify(TrayCall call, const TrayRecord& record) = 0;
-  virtual std::uint32_t window() = 0;                      // that hears the notifications
+  virtual std::uint32_t window() = 0;                      // receives the notifications
   virtual std::uint32_t icon(const Picture& picture) = 0;  // stays valid until the next one
   virtual double randomFraction() = 0;
 };
@@ -71,7 +71,7 @@ class TrayArea {
   TrayArea(TrayHost& system, bool userMode) : host(system), isRunning(userMode) {}
   TrayArea(const TrayArea&) = delete;
   TrayArea& operator=(const TrayArea&) = delete;
-  // Takes the icon away.
+  // Removes the icon.
   ~TrayArea();
 
   [[nodiscard]] const Picture& icon() const { return Icon; }
@@ -83,7 +83,7 @@ class TrayArea {
   void setIcon(Picture picture);
   // UTF-8. The icon shows as much of it as 63 units of UTF-16 hold.
   void setToolTip(std::string text);
-  // Only a change does anything.
+  // Without a change nothing happens.
   void setVisible(bool value);
 
   // Members are stored under their names.
@@ -91,7 +91,7 @@ class TrayArea {
   void save(PropertyBag& bag);
   [[nodiscard]] const std::set<std::string_view>& changedKeys() const { return changed; }
 
-  // The mouse-move event of the control, which the notifications come as.
+  // The mouse-move event of the control; notifications come through it.
   void mouseMoved(double xInTwips, double twipsPerPixel) const;
   std::function<void(TrayNotice)> onNotice;
 

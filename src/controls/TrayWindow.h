@@ -1,4 +1,4 @@
-// The window behind an icon in the notification area.
+// The hidden window of an icon in the notification area.
 #ifndef ZELVREG_CONTROLS_TRAY_WINDOW_H
 #define ZELVREG_CONTROLS_TRAY_WINDOW_H
 
@@ -10,7 +10,7 @@
 
 namespace zelvreg::controls {
 
-// Hears the icon's notifications and hands them to the control as moves of the mouse.
+// Receives the icon's notifications and passes them to the control as mouse moves.
 class TrayWindow : private TrayHost {
  public:
   explicit TrayWindow(bool userMode = true);
@@ -32,7 +32,7 @@ class TrayWindow : private TrayHost {
   HWND receiver;
   HICON shown = nullptr;
   std::minstd_rand random;
-  // Last, as its end calls the host.
+  // Last, because its destructor calls the host.
   TrayArea control;
 };
 

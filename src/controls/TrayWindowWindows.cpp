@@ -1,6 +1,6 @@
 #include "controls/TrayWindow.h"
 
-// This one stands on <windows.h>.
+// This one needs <windows.h> before it.
 #include <shellapi.h>
 
 #include <commctrl.h>
@@ -41,7 +41,7 @@ TrayWindow::~TrayWindow() {
 LRESULT CALLBACK TrayWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR id, DWORD_PTR reference) {
   if (message == trayCallback) {
-    // The message number stands where a move of the mouse has its X position.
+    // The message number is where a mouse move has its X position.
     const double twips = twipsPerPixel();
     const auto* tray = reinterpret_cast<const TrayWindow*>(reference);
     tray->control.mouseMoved(static_cast<short>(LOWORD(lParam)) * twips, twips);

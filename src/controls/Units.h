@@ -1,4 +1,4 @@
-// Text in places of a fixed size.
+// Text for fields of a fixed size.
 #ifndef ZELVREG_CONTROLS_UNITS_H
 #define ZELVREG_CONTROLS_UNITS_H
 
@@ -9,7 +9,7 @@
 
 namespace zelvreg::controls {
 
-// As much of the text's head as fits into this many units of UTF-16, no surrogate pair cut in half.
+// The start of the text, up to this many units of UTF-16, without cutting a surrogate pair in half.
 constexpr std::u16string_view firstUnits(std::u16string_view text, std::size_t units) {
   if (text.size() <= units) {
     return text;

@@ -37,7 +37,7 @@ std::vector<Rectangle> opaqueParts(const Bitmap& picture, Rgb transparent) {
     return (picture.at(column, row) | 0xFF000000) != mask;
   };
   std::vector<Rectangle> parts;
-  // Where the rectangle of a run of the row above lies, by the run's two ends.
+  // The rectangle of a run of the row above, by the run's two ends.
   std::map<std::pair<int, int>, std::size_t> above;
   for (int row = 0; row < picture.height; ++row) {
     std::map<std::pair<int, int>, std::size_t> runs;

@@ -1,4 +1,4 @@
-// The button of all commands: a button of the system that draws itself.
+// The button that all commands have: a button of the system that draws itself.
 #ifndef ZELVREG_CONTROLS_CHAMELEON_BUTTON_H
 #define ZELVREG_CONTROLS_CHAMELEON_BUTTON_H
 
@@ -16,21 +16,21 @@
 
 namespace zelvreg::controls {
 
-// The system's own button class lies underneath, so Tab, Space, Enter, access keys and screen
+// Its window is of the system's own button class, so Tab, Space, Enter, access keys and screen
 // readers work as with any other. The parent paints the ground of round or transparent buttons: it
-// is asked by WM_ERASEBKGND, then by WM_PRINTCLIENT, with its origin where its client area begins.
+// is sent WM_ERASEBKGND, then WM_PRINTCLIENT, with the origin where its client area begins.
 class chameleonButton {
  public:
   static constexpr std::string_view Version = "2.0.6";
 
-  // A child of `parent`, hidden and without a size, whose number is `id`. The parent may destroy
-  // the window; the control then stays as state.
+  // Makes a child of `parent`, hidden and without a size, with the identifier `id`. If the parent
+  // destroys the window, the control keeps its state.
   chameleonButton(HWND parent, int id, const Ambient& ambient = {}, int dpi = 96);
   chameleonButton(const chameleonButton&) = delete;
   chameleonButton& operator=(const chameleonButton&) = delete;
   ~chameleonButton();
 
-  // Null once the window is gone.
+  // Null after the window was destroyed.
   [[nodiscard]] HWND hwnd() const { return window; }
 
   [[nodiscard]] const ButtonProperties& properties() const { return design.get(); }
@@ -50,7 +50,7 @@ class chameleonButton {
   void save(PropertyBag& bag) { design.save(bag); }
   [[nodiscard]] const ButtonDesign& state() const { return design; }
 
-  // UTF-8; the empty text takes the tip away.
+  // UTF-8; the empty text removes the tip.
   void setToolTip(const std::string& text);
   // The one button that the user would press next.
   void setDefault(bool value);
@@ -59,13 +59,13 @@ class chameleonButton {
   // In pixels of the parent.
   void place(const Rectangle& where);
 
-  // While it is set nothing is painted anew.
+  // While it is set nothing is repainted.
   bool DisableRefresh = false;
   // Paints it at once.
   void Refresh();
 
   [[nodiscard]] bool isHovered() const { return isOver; }
-  // Whether a form at design time is to show its ground through the control.
+  // Whether a form at design time shows its ground through the control.
   [[nodiscard]] bool isTransparent() const { return hasTransparency; }
 
   // Paints it as it is now, at the origin of a device context of at least its size.

@@ -1,7 +1,7 @@
-// What a button is set to, and what that makes of its window.
+// The properties of a button, and what they change in its window.
 #include "controls/chameleonButton.h"
 
-// This one stands on <windows.h>.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include "controls/ButtonPainter.h"
@@ -12,7 +12,7 @@
 namespace zelvreg::controls {
 namespace {
 
-// The ground that a child lies on, painted by the parent as if the child were not there.
+// The ground under a child, painted by the parent as if the child were not there.
 void paintGround(HWND child, HDC dc) {
   HWND parent = GetParent(child);
   POINT origin{0, 0};
@@ -64,7 +64,7 @@ void chameleonButton::applyType() {
   }
   applyOutline();
   if (properties().ButtonType == changingStyle && isOver) {
-    // Its outline under the mouse has lost its corners, and the cursor may have stood on one.
+    // Its outline under the mouse has no corners any more, and the cursor may have been on one.
     overTimerTick();
   }
 }

@@ -1,6 +1,6 @@
 #include "controls/chameleonButton.h"
 
-// This one stands on <windows.h>.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include <array>
@@ -50,7 +50,8 @@ chameleonButton::chameleonButton(HWND parent, int id, const Ambient& ambient, in
                            parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                            GetModuleHandleW(nullptr), nullptr);
   SetWindowSubclass(window, procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
-  // Once for all buttons of a parent: what a parent is told of a button goes back to it.
+  // Once for all buttons of a parent: a message to the parent about a button goes back to the
+  // button.
   SetWindowSubclass(parent, parentProcedure, subclassId, 0);
   applyFont();
 }
@@ -88,7 +89,7 @@ LRESULT CALLBACK chameleonButton::parentProcedure(HWND hwnd, UINT message, WPARA
   if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED && lParam != 0) {
     const auto child = reinterpret_cast<HWND>(lParam);
     const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
-    // Asked for only now, since the parent may have taken the button away.
+    // Looked up only now, because the parent may have destroyed the button.
     if (chameleonButton* button = of(child)) {
       button->clicked();
     }
@@ -119,12 +120,12 @@ LRESULT chameleonButton::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     mouseEntered();
   }
   if (message == WM_LBUTTONDBLCLK) {
-    // Two quick presses are two presses; the class would take the second for something else.
+    // Two quick presses are two presses; the class would ignore the second.
     message = WM_LBUTTONDOWN;
   }
   tellKey(message, wParam);
   tellMouse(message, lParam);
-  // Releasing the button or a key presses it, which may be the end of this control.
+  // Releasing the mouse or a key clicks the button, which may destroy this control.
   HWND handled = window;
   const LRESULT result = DefSubclassProc(handled, message, wParam, lParam);
   if (of(handled) == this) {
@@ -140,7 +141,7 @@ std::optional<LRESULT> chameleonButton::answer(UINT message, WPARAM wParam) {
       return DLGC_BUTTON | DLGC_WANTARROWS |
              (isDialogDefault ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
     case BM_SETSTYLE:
-      // The dialog manager moves the default button; the class would give up drawing by its owner.
+      // The dialog manager moves the default button; the class would stop being owner-drawn.
       isDialogDefault = (wParam & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
       return 0;
     case BM_GETCHECK:
@@ -174,7 +175,7 @@ void chameleonButton::tellKey(UINT message, WPARAM wParam) const {
   }
 }
 
-// What a message has changed in the system's class, this control shows.
+// Shows what a message has changed in the system's class.
 void chameleonButton::follow(UINT message) const {
   switch (message) {
     case WM_SIZE:
@@ -222,14 +223,14 @@ void chameleonButton::clicked() {
   if (properties().CheckBoxBehaviour) {
     set(&ButtonProperties::Value, !properties().Value);
   }
-  // A copy outlives the control, should the click be its end.
+  // A copy, because the click may destroy the control.
   if (const auto event = onClick) {
     event();
   }
 }
 
 void chameleonButton::mouseEntered() {
-  // Held down, it hears the mouse outside as well.
+  // While it is held down, it receives mouse moves from outside as well.
   if (!isOver && cursorIsOn()) {
     SetTimer(window, OverTimer, overInterval, nullptr);
     setOver(true);
@@ -245,7 +246,7 @@ void chameleonButton::setOver(bool value) {
 }
 
 void chameleonButton::overTimerTick() {
-  // A tick that waited in the queue comes also after the timer has stopped.
+  // A tick that was in the queue comes even after the timer was stopped.
   if (!isOver || cursorIsOn()) {
     return;
   }

@@ -1,4 +1,4 @@
-// A soft shadow behind a window, drawn by a layered window that follows it.
+// A soft shadow around a window, drawn by a layered window that follows it.
 #ifndef ZELVREG_CONTROLS_MOD_SHADOW_H
 #define ZELVREG_CONTROLS_MOD_SHADOW_H
 
@@ -8,11 +8,12 @@
 
 namespace zelvreg::controls::modShadow {
 
-// The shadow of a target window, whose handle the target keeps in its property "TrickShadow"; null
-// without one.
+// The shadow of a target window, or null. The target keeps the handle in its property
+// "TrickShadow".
 HWND shadowOf(HWND target);
 
-// Does nothing if the target has a shadow. The shadow goes with the target, or by destroy().
+// Does nothing if the target has a shadow. The shadow is destroyed with the target, or by
+// destroy().
 void create(HWND target);
 void destroy(HWND target);
 

@@ -16,7 +16,7 @@ constexpr UINT_PTR subclassId = 1;
 constexpr DWORD layeredTransparentTool = 0x800A0;
 constexpr DWORD popUp = 0x80000000;
 constexpr UINT withoutActivation = 0x10;
-// Besides: its size and the order of its owner's windows stay.
+// Its size and the order of its owner's windows do not change either.
 constexpr UINT movedOnly = 0x211;
 constexpr DWORD alphaOfPixels = 2;
 
@@ -32,7 +32,7 @@ void registerClass() {
   std::memcpy(&description.lpfnWndProc, &procedure, sizeof procedure);
   description.hInstance = GetModuleHandleW(nullptr);
   description.lpszClassName = shadowClass;
-  // A class that is there already stays as it is.
+  // If the class already exists, this call has no effect.
   RegisterClassExW(&description);
 }
 
@@ -90,7 +90,7 @@ void drawShadow(const PaintBuffer& buffer, const ShadowSettings& settings) {
   stretchEdge(buffer.dc(), {size, bottom, right, whole.height}, {1, size}, falling.data());
   stretchEdge(buffer.dc(), {0, size, size, bottom}, {size, 1}, rising.data());
   stretchEdge(buffer.dc(), {right, size, whole.width, bottom}, {size, 1}, falling.data());
-  // Below the window, where it shows as far as the shadow hangs lower, and at round corners.
+  // Under the window. It is visible where the shadow is moved down, and at round corners.
   const std::uint32_t inner = shadowPixel(shadowAlpha(0, settings), settings);
   stretchEdge(buffer.dc(), {size, size, right, bottom}, {1, 1}, &inner);
   Canvas canvas = buffer.canvas();
@@ -100,7 +100,7 @@ void drawShadow(const PaintBuffer& buffer, const ShadowSettings& settings) {
   canvas.draw(mirrored(corner, true, true), right, bottom);
 }
 
-// Where the window itself is there is no shadow: not every window system keeps it behind.
+// No shadow where the window itself is: not every window system keeps the shadow below it.
 void cutOut(HDC dc, HWND target, const ShadowSettings& settings) {
   RECT window{};
   GetWindowRect(target, &window);
@@ -138,7 +138,7 @@ void follow(HWND target, HWND shadow) {
     ShowWindow(shadow, SW_HIDE);
     return;
   }
-  // Placed after it is shown, as showing a window brings it to the front.
+  // Placed after it is shown, because showing a window brings it to the front.
   if (IsWindowVisible(shadow) == 0) {
     ShowWindow(shadow, SW_SHOWNOACTIVATE);
   }
@@ -170,7 +170,7 @@ LRESULT CALLBACK procedure(HWND target, UINT message, WPARAM wParam, LPARAM lPar
   return result;
 }
 
-// Changes the settings and draws the shadow anew.
+// Changes the settings and redraws the shadow.
 template <class Change>
 void changeSettings(HWND target, const Change& change) {
   if (HWND shadow = shadowOf(target)) {

@@ -10,15 +10,15 @@
 namespace zelvreg::desktop {
 
 struct AnimationFrame {
-  controls::Bitmap picture;  // the whole of it
+  controls::Bitmap picture;  // the whole frame
   unsigned milliseconds = 100;
 };
 
 using Animation = std::vector<AnimationFrame>;
 
-// The frames of a GIF. Its file lies where others may have written it, so it is held to what the
-// program's own could ever need: nothing for one that is missing, is of another format, or is
-// larger (512 pixels a side, 4 MB), and no more than the first 200 frames or 64 MB of pixels.
+// The frames of a GIF. Others may have written its file, so there are limits that the program's own
+// never reaches. No frames if the file is missing, of another format, or larger than 512 pixels a
+// side or 4 MB. At most the first 200 frames, or 64 MB of pixels.
 Animation readAnimation(const std::string& file);
 
 // The picture in another size; each pixel is the mean of what it covers.

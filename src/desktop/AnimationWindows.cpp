@@ -1,6 +1,6 @@
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <wincodec.h>
 
 #include <algorithm>
@@ -49,8 +49,8 @@ FramePlaceOnCanvas placeOf(IWICBitmapFrameDecode& frame) {
           .disposal = numberOf(found, L"/grctlext/Disposal")};
 }
 
-// An empty picture of the size that all frames are drawn into. What it says of itself is 16 bits
-// wide, and so is the place of a frame: only this size is trusted, and only a small one.
+// An empty picture into which all frames are drawn. The file's numbers for its size and for the
+// places of frames have 16 bits; only this size is used, and only if it is small.
 controls::Bitmap canvasFor(IWICBitmapDecoder& decoder) {
   IWICMetadataQueryReader* found = nullptr;
   if (FAILED(decoder.GetMetadataQueryReader(&found))) {
@@ -96,7 +96,7 @@ void clearPlace(controls::Bitmap& canvas, const FramePlaceOnCanvas& place,
   }
 }
 
-// Over what is there, both with their colors multiplied by alpha.
+// Drawn over what is there. Both have their colors multiplied by alpha.
 void drawOver(controls::Bitmap& canvas, const FramePlaceOnCanvas& place,
               const controls::Bitmap& frame) {
   for (int row = 0; row < frame.height && place.top + row < canvas.height; ++row) {
@@ -139,7 +139,7 @@ Animation framesOf(IWICImagingFactory& factory, IWICBitmapDecoder& decoder) {
   return animation;
 }
 
-// The decoder of this one format. If the file could choose, it might come to any that is installed.
+// The decoder of this one format. If the file could choose, it could reach any installed decoder.
 ComPointer<IWICBitmapDecoder> decoderOf(IWICImagingFactory& factory, const std::string& file) {
   IWICStream* opened = nullptr;
   if (FAILED(factory.CreateStream(&opened))) {

@@ -82,7 +82,7 @@ void ButtonPeer::showText() {
   const std::string& told = !tip.empty() || hasCaption ? tip : shownButton.caption.get();
   chameleon.setToolTip(told);
   if (!hasCaption) {
-    // What a screen reader says of a picture.
+    // The name that a screen reader reads for a picture.
     SetWindowTextW(hwnd(), Wide(told.empty() ? icon : told).get());
   }
 }
@@ -136,7 +136,7 @@ int ButtonPeer::widthOf(const std::u16string& text) const {
       anyWidth - controls::captionRoom({anyWidth, desk().fromTwips(shownButton.height)}, size,
                                        controls::PicturePlace::Left, desk().resolution())
                      .width;
-  return extent.right + around + desk().points(2);
+  return extent.right + around + desk().pixels(2);
 }
 
 int ButtonPeer::naturalWidth() const { return widthOf(utf16(shownButton.caption.get())); }

@@ -1,4 +1,4 @@
-// The box of a tick, and the ring of an option.
+// The box of a check box, and the ring of an option button.
 #ifndef ZELVREG_DESKTOP_CHECK_MARK_H
 #define ZELVREG_DESKTOP_CHECK_MARK_H
 

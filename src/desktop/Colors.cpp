@@ -3,7 +3,7 @@
 namespace zelvreg::desktop {
 namespace {
 
-// Numbers of the system's list of colors, as GetSysColor has them.
+// The numbers that GetSysColor takes.
 constexpr int window = 5;
 constexpr int windowText = 8;
 constexpr int highlight = 13;

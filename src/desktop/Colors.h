@@ -1,4 +1,4 @@
-// The colors of the windows, by what they stand for.
+// The colors of the windows, by what they are for.
 #ifndef ZELVREG_DESKTOP_COLORS_H
 #define ZELVREG_DESKTOP_COLORS_H
 
@@ -47,17 +47,17 @@ class Colors {
   // The program's own.
   Colors();
 
-  // The system's colors by their numbers in its list, for a user who asks for high contrast; the
-  // color of the suite and those that a form tells are not used then.
+  // The system's colors, by their numbers for GetSysColor, for a user who has turned on high
+  // contrast. The suite's color and those of the form are not used then.
   void useSystem(const std::function<Rgb(int number)>& systemColor);
   void useOwn();
   [[nodiscard]] bool isSystem() const { return hasSystem; }
 
-  // What stands on the accent is white or dark, whichever is read more easily.
+  // Text on the accent is white or dark, whichever is read more easily.
   void setAccent(Rgb accent);
 
   [[nodiscard]] Rgb operator[](Tone tone) const { return tones[static_cast<std::size_t>(tone)]; }
-  // What buttons are drawn with on a ground of that tone.
+  // The colors of buttons on a ground of that tone.
   [[nodiscard]] controls::Palette paletteOn(Tone ground) const;
 
  private:

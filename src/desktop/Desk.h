@@ -29,11 +29,11 @@ class Desk {
   Desk& operator=(const Desk&) = delete;
 
   [[nodiscard]] int resolution() const { return dpi; }
-  // Whoever has a font or a brush must ask for it again.
+  // Fonts and brushes taken before are no longer valid.
   void setResolution(int resolution);
 
-  // Lengths in points at 96 to the inch, and in twips, as points of the screen.
-  [[nodiscard]] int points(int length) const { return MulDiv(length, dpi, 96); }
+  // Lengths in pixels at 96 dpi, and in twips, as pixels of the screen.
+  [[nodiscard]] int pixels(int length) const { return MulDiv(length, dpi, 96); }
   [[nodiscard]] int fromTwips(int twips) const { return MulDiv(twips, dpi, 1440); }
   [[nodiscard]] int toTwips(int pixels) const { return MulDiv(pixels, 1440, dpi); }
 
@@ -41,23 +41,23 @@ class Desk {
   HFONT font(const Font& font, double pointsMore = 0, bool isBold = false);
   HBRUSH brush(Tone tone);
 
-  // Work that waits until the next time the message queue is served, once however often it is
+  // Adds work for the next time the message queue is served. It is done once, however often it was
   // asked for under the same owner.
   void later(const void* owner, std::function<void()> work) { waiting[owner] = std::move(work); }
   void forget(const void* owner) { waiting.erase(owner); }
   void catchUp();
-  // Until the system has a message, or the queue or this desk has work.
+  // Waits until the system has a message, or the queue or this desk has work.
   void wait(const MessageQueue& queue) const;
 
   [[nodiscard]] Rgb color(Tone tone) const { return colors[tone]; }
-  // Takes the system's colors when the user asks for high contrast, else the program's own.
+  // Takes the system's colors if high contrast is on, else the program's own.
   void readSystemColors();
-  // An icon in a color, or in its own; none for a key without an icon. `length` in points at 96
-  // to the inch.
+  // An icon in a color, or in its own; none for a key without an icon. `length` is in pixels at 96
+  // dpi.
   [[nodiscard]] controls::Picture icon(std::string_view key, int length = 16,
                                        std::optional<Tone> tone = std::nullopt) const;
 
-  // The shadow of a window as its form describes it; none while it is not visible.
+  // Draws the shadow of a window as its form describes it, or removes it if it is not visible.
   void castShadow(HWND window, const DropShadow& shadow) const;
 
   Colors colors;

@@ -49,7 +49,7 @@ void Desk::readSystemColors() {
 
 controls::Picture Desk::icon(std::string_view key, int length, std::optional<Tone> tone) const {
   return iconPicture(
-      {.key = key, .pixels = points(length), .color = color(tone.value_or(toneOfIcon(key)))});
+      {.key = key, .pixels = pixels(length), .color = color(tone.value_or(toneOfIcon(key)))});
 }
 
 void Desk::catchUp() {
@@ -73,7 +73,7 @@ void Desk::castShadow(HWND window, const DropShadow& shadow) const {
   }
   controls::modShadow::create(window);
   controls::modShadow::setColor(window, shadow.foreColor);
-  controls::modShadow::setSize(window, points(shadow.depth));
+  controls::modShadow::setSize(window, pixels(shadow.depth));
 }
 
 }  // namespace zelvreg::desktop

@@ -13,7 +13,7 @@ namespace zelvreg::desktop {
 struct FrameOptions {
   Tone ground = Tone::Ground;
   bool isCard = false;         // has an edge with round corners
-  Tone behind = Tone::Ground;  // what shows behind those corners
+  Tone behind = Tone::Ground;  // what is seen at those corners
   bool hasTitle = false;       // the caption is a page's title
   bool hasCaption = false;     // the caption names a group
 };
@@ -24,14 +24,14 @@ class FramePeer : public Peer {
 
   [[nodiscard]] Frame& shownFrame() const { return frame; }
 
-  // Other than what the control holds.
+  // Instead of the control's own.
   std::function<Place()> placeOf;
   std::function<std::string()> titleOf;
-  // Each may be empty: after it was shown or hidden, and the mouse on its ground.
+  // Called after it was shown or hidden, and for mouse moves on its ground. Each may be empty.
   std::function<void()> onVisible;
   std::function<void()> onMouseMove;
-  // A frame that has this takes the focus when it is shown, and tells the keys pressed in it; the
-  // answer says whether the key meant something.
+  // A frame that has this takes the focus when it is shown and passes each key pressed in it. The
+  // answer says whether the key was used.
   std::function<bool(WPARAM key)> onKey;
 
   void changed(const Control& control, Change what, std::size_t row) override;

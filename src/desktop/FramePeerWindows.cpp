@@ -22,7 +22,7 @@ FramePeer::FramePeer(Desk& sharedDesk, HWND parent, Frame& shownFrame, FrameOpti
 void FramePeer::changed(const Control& control, Change what, std::size_t row) {
   Peer::changed(control, what, row);
   if (what == Change::Visible && onVisible) {
-    // All pages have one place, and the undo page does not hide the results below it.
+    // All pages have the same place, and the undo page does not hide the results under it.
     if (frame.visible) {
       SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
@@ -53,7 +53,7 @@ void FramePeer::paintGround(HDC context) const {
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(options.isCard ? options.behind : options.ground));
   if (options.isCard) {
-    const double radius = desk().points(5);
+    const double radius = desk().pixels(5);
     const double width = place.right;
     const double height = place.bottom;
     const Rgb ground = desk().color(options.ground);
@@ -69,8 +69,8 @@ void FramePeer::paintGround(HDC context) const {
     SetTextColor(buffer.dc(),
                  controls::colorRef(desk().color(options.hasTitle ? Tone::Text : Tone::Secondary)));
     RECT line = place;
-    line.top = options.hasTitle ? desk().points(titleFrom) : 0;
-    line.bottom = desk().points(options.hasTitle ? titleTo : captionTo);
+    line.top = options.hasTitle ? desk().pixels(titleFrom) : 0;
+    line.bottom = desk().pixels(options.hasTitle ? titleTo : captionTo);
     DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &line,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   }

@@ -15,10 +15,10 @@ struct IconRequest {
   Rgb color;
 };
 
-// None for a key without an icon. Each is made once.
+// Null for a key without an icon. Each picture is made once.
 controls::Picture iconPicture(const IconRequest& request);
 
-// What an icon is painted in where its place asks for nothing else.
+// The color of an icon where its place asks for no other.
 Tone toneOfIcon(std::string_view key);
 
 }  // namespace zelvreg::desktop

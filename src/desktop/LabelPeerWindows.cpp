@@ -1,6 +1,6 @@
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include <algorithm>
@@ -82,7 +82,7 @@ HFONT LabelPeer::fontInUse() const {
   return desk().font(label.font, style.pointsMore, style.isBold);
 }
 
-// Marked by a color that the form has given its ground, such as an entry below the mouse.
+// Whether the form has given its ground a color, as it does for an entry under the mouse.
 bool LabelPeer::isMarked() const { return !controls::isSystemColor(label.backColor); }
 
 Rgb LabelPeer::groundColor() const {
@@ -140,7 +140,7 @@ void LabelPeer::drawCounter(HDC context, const std::u16string& caption, RECT pla
 void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
   const std::u16string caption = text();
   if (caption != read) {
-    // What screen readers read; it follows here, as nobody reads what changes faster.
+    // The text for screen readers; updated only here, because nobody could read faster changes.
     read = caption;
     SetWindowTextW(hwnd(), wideText(caption));
   }
@@ -169,12 +169,12 @@ LRESULT CALLBACK LabelPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(hwnd, procedure, id);
   } else if (message == WM_SETTEXT) {
-    // The class would paint by itself.
+    // The class would paint on its own.
     return DefWindowProcW(hwnd, message, wParam, lParam);
   } else if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
     InvalidateRect(hwnd, nullptr, FALSE);
   } else if (message == WM_NCHITTEST && !peer->onClick) {
-    // The window below can be dragged by its texts, too.
+    // The window can be dragged by its texts, too.
     return HTTRANSPARENT;
   } else if (message == WM_LBUTTONUP && peer->onClick) {
     peer->onClick();

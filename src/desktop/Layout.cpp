@@ -222,9 +222,8 @@ void putPictures(Form42& form) {
   put(form.imglangselect, {12, 8, 16, 24});
 }
 
-// What other programs and the form's own procedures may still ask for, but no user needs to see:
-// the tool bar is a second face of the command bar, the second text of the exclusions page repeats
-// its title.
+// What other programs and the form's own procedures may still use, but no user needs to see: the
+// tool bar repeats the command bar, the second text of the exclusions page repeats its title.
 void hideTheRest(Form42& form) {
   for (Control* control : std::initializer_list<Control*>{
            &form.Toolbar1, &form.Label2[2], &form.Image3, &form.Image14, &form.Label12[3],
@@ -237,10 +236,10 @@ void hideTheRest(Form42& form) {
 }  // namespace
 
 void put(Control& control, const Place& place) {
-  control.left = place.left * twipsPerPoint;
-  control.top = place.top * twipsPerPoint;
-  control.width = place.width * twipsPerPoint;
-  control.height = place.height * twipsPerPoint;
+  control.left = place.left * twipsPerPixel;
+  control.top = place.top * twipsPerPixel;
+  control.width = place.width * twipsPerPixel;
+  control.height = place.height * twipsPerPixel;
 }
 
 int fittingResolution(int resolution, int areaWidth, int areaHeight) {

@@ -1,5 +1,5 @@
-// Where every control of the main window stands, in twips, and what it looks like there. The window
-// has one layout; the front end turns it into points of the screen by the monitor's resolution.
+// The place of every control of the main window, in twips, and what it looks like there. The window
+// has one layout; the front end converts it to pixels by the monitor's resolution.
 #ifndef ZELVREG_DESKTOP_LAYOUT_H
 #define ZELVREG_DESKTOP_LAYOUT_H
 
@@ -15,10 +15,10 @@ struct Form42;
 
 namespace zelvreg::desktop {
 
-// 96 points and 1440 twips make an inch.
-inline constexpr int twipsPerPoint = 15;
+// An inch has 1440 twips, and 96 pixels at 96 dpi.
+inline constexpr int twipsPerPixel = 15;
 
-// The bands of the window, in points at 96 to the inch.
+// The areas of the window, in pixels at 96 dpi.
 inline constexpr int windowWidth = 1026;
 inline constexpr int windowHeight = 612;
 inline constexpr int titleHeight = 60;
@@ -55,7 +55,7 @@ struct Place {
   int height;
 };
 
-// `parent` is null for what stands on the window itself.
+// `parent` is null for a control on the window itself.
 struct LabelPlace {
   Label& (*label)(Form42& form);
   Frame* (*parent)(Form42& form);
@@ -78,11 +78,11 @@ struct FramePlace {
   bool isCard;  // a white panel with an edge
 };
 
-// The resolution to show the window at on a screen of one: its own, or the largest at which the
-// window fits into the work area (in points of the screen), but none below 96.
+// The resolution at which the window is shown on a screen with that resolution: the same, or the
+// highest at which the window fits into the work area (in pixels of the screen), but at least 96.
 int fittingResolution(int resolution, int areaWidth, int areaHeight);
 
-// Frames come before what stands in them.
+// Frames come before the controls in them.
 std::span<const FramePlace> framePlaces();
 std::span<const LabelPlace> labelPlaces();
 std::span<const ButtonPlace> buttonPlaces();
@@ -93,9 +93,9 @@ void put(Control& control, const Place& place);
 // Gives every control of the form its place, and hides what the window does not show.
 void layOut(Form42& form);
 
-// The room of View1 and of Frame8 on their page. The heights that the form's procedures set were
-// made for one form of long ago; the list takes what the page has, so that all rows can be seen,
-// and gives way to the progress of a scan.
+// The places of View1 and Frame8 on their page. The heights that the form's procedures set are for
+// an older form. The list takes the room that the page has, so that all rows can be seen; during a
+// scan it makes room for the progress.
 Place categoryListPlace(const Form42& form);
 Place progressPanelPlace();
 

@@ -12,7 +12,7 @@ constexpr int iconLeft = 36;
 constexpr int iconLength = 16;
 constexpr int textLeftOfIcon = 60;
 
-// A path is cut in its middle, since its end tells most.
+// A path is cut in the middle, because its end says most.
 UINT cutOf(const std::u16string& text) {
   return text.find(u'\\') == std::u16string::npos ? DT_END_ELLIPSIS
                                                   : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
@@ -57,9 +57,9 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
               desk().color((state & LVIS_SELECTED) != 0 ? Tone::Selected : Tone::Surface));
   canvas.fill({0, height - 1, width, height}, desk().color(Tone::RowLine));
   if (options.hasChecks) {
-    const int length = desk().points(15);
+    const int length = desk().pixels(15);
     drawCheckMark(canvas,
-                  {.left = desk().points(cellMargin),
+                  {.left = desk().pixels(cellMargin),
                    .top = (height - length) / 2,
                    .length = length,
                    .isOn = list.isChecked(row),
@@ -70,7 +70,7 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
   if (options.hasIcons) {
     if (const controls::Picture icon =
             desk().icon(list.smallIcon(row), iconLength, iconTone(row))) {
-      canvas.draw(*icon, desk().points(iconLeft), (height - icon->height) / 2);
+      canvas.draw(*icon, desk().pixels(iconLeft), (height - icon->height) / 2);
     }
   }
   for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
@@ -95,14 +95,14 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   } else if (isFirst && options.hasChecks) {
     left = iconLeft;
   }
-  cell.left += desk().points(left);
-  cell.right -= desk().points(6);
+  cell.left += desk().pixels(left);
+  cell.right -= desk().pixels(6);
   const std::string& statusIcon = list.reportIcon(row, column);
   if (!statusIcon.empty()) {
     if (const controls::Picture icon = desk().icon(statusIcon, iconLength, iconTone(row))) {
       buffer.canvas().draw(*icon, cell.left, (cell.bottom - icon->height) / 2);
     }
-    cell.left += desk().points(24);
+    cell.left += desk().pixels(24);
   }
   const CellStyle style = list.cellStyle(row, column);
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
@@ -111,13 +111,13 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
            cellColor(row, column));
 }
 
-// In high contrast a highlighted row has one color for all that it shows.
+// In high contrast everything in a highlighted row has the same color.
 std::optional<Tone> ListViewPeer::iconTone(std::size_t row) const {
   return desk().colors.isSystem() && list.isSelected(row) ? std::optional(Tone::OnSelected)
                                                           : std::nullopt;
 }
 
-// A row under test, or with findings, has the bright red of old; it is drawn calm.
+// The form gives a row under test, or with findings, bright red. It is drawn in a calmer color.
 Rgb ListViewPeer::cellColor(std::size_t row, std::size_t column) const {
   constexpr std::uint32_t brightRed = 255;
   if (desk().colors.isSystem()) {
@@ -158,7 +158,7 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
   drawText(buffer.dc(), utf16(list.columnHeaders()[column].text),
-           {desk().points(cellMargin), 0, width - desk().points(6), height},
+           {desk().pixels(cellMargin), 0, width - desk().pixels(6), height},
            isRight ? DT_RIGHT : DT_LEFT, desk().color(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);
   return CDRF_SKIPDEFAULT;

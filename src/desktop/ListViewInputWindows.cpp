@@ -6,7 +6,7 @@
 namespace zelvreg::desktop {
 namespace {
 
-// Without regard to case, as the system tells names apart.
+// Case is ignored, as in names of the system.
 bool isSame(std::u16string_view first, std::u16string_view second) {
   const auto call = [](std::u16string_view text) { return reinterpret_cast<LPCWSTR>(text.data()); };
   return CompareStringOrdinal(call(first), static_cast<int>(first.size()), call(second),
@@ -15,8 +15,8 @@ bool isSame(std::u16string_view first, std::u16string_view second) {
 
 }  // namespace
 
-// The row whose text begins with the letters that the user has typed, or is all of a text that
-// another program looks for; -1 for none. Rows of a virtual list are nobody else's to search.
+// The row whose text begins with the letters that the user has typed, or is the whole text that
+// another program looks for; -1 for none. In a virtual list the control cannot search by itself.
 LRESULT ListViewPeer::findItem(const NMLVFINDITEMW& search) const {
   if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0) {
     return -1;
@@ -58,7 +58,7 @@ void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
   }
 }
 
-// Also a click on a row that is highlighted already.
+// Also a click on a row that is already highlighted.
 void ListViewPeer::clicked(int item) {
   if (onItemClick && item >= 0) {
     onItemClick(static_cast<std::size_t>(item) + 1);
@@ -74,7 +74,8 @@ void ListViewPeer::doubleClicked(int item) {
 
 void ListViewPeer::toggle(std::size_t row) { list.setChecked(row, !list.isChecked(row)); }
 
-// Ticks all highlighted rows with the one that has the focus, as far as it is one of them.
+// Changes the tick of the row with the focus. If that row is highlighted, all highlighted rows get
+// the same tick.
 void ListViewPeer::toggleFocused() {
   const int focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
   if (focused < 0) {
@@ -89,7 +90,7 @@ void ListViewPeer::toggleFocused() {
   }
 }
 
-// Whether the key meant something.
+// Whether the key was used.
 bool ListViewPeer::keyPressed(WPARAM key) {
   if (key == VK_SPACE && options.hasChecks) {
     toggleFocused();
@@ -112,7 +113,7 @@ void ListViewPeer::menuOfKeyboard() const {
   if (!onMenu || focused < 0 || ListView_GetItemRect(hwnd(), focused, &row, LVIR_BOUNDS) == FALSE) {
     return;
   }
-  POINT place{row.left + desk().points(40), row.bottom};
+  POINT place{row.left + desk().pixels(40), row.bottom};
   ClientToScreen(hwnd(), &place);
   onMenu(place);
 }

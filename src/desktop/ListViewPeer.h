@@ -1,11 +1,11 @@
-// The window of a list: the system's list view in its virtual mode, which asks for each row when it
-// shows it, so that 100,000 rows cost no more than a screenful.
+// The window of a list: the system's list view in its virtual mode. It asks for a row when it draws
+// the row, so 100,000 rows cost no more than a screenful.
 #ifndef ZELVREG_DESKTOP_LIST_VIEW_PEER_H
 #define ZELVREG_DESKTOP_LIST_VIEW_PEER_H
 
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include <functional>
@@ -25,7 +25,7 @@ struct ListOptions {
   bool hasChecks = false;
   bool hasIcons = false;
   bool selectsSeveral = false;
-  // Points at 96 to the inch, for the columns as they stand; the last takes what is left.
+  // Pixels at 96 dpi, in the order of the columns; the last takes what is left.
   std::vector<int> columnWidths;
 };
 
@@ -37,11 +37,11 @@ class ListViewPeer : public Peer {
   std::optional<LRESULT> notice(NMHDR& header) override;
   void showAll() override;
 
-  // By the user: a row was chosen, pressed twice, or asked for its menu. Any may be empty.
+  // Called when the user chooses a row, double-clicks it, or opens its menu. Any may be empty.
   std::function<void(std::size_t row)> onItemClick;
   std::function<void()> onDoubleClick;
   std::function<void(POINT onScreen)> onMenu;
-  // Other than the place that the control holds.
+  // Instead of the control's own place; may be empty.
   std::function<Place()> placeOf;
 
  protected:
@@ -56,13 +56,14 @@ class ListViewPeer : public Peer {
   static LRESULT CALLBACK headerProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                           UINT_PTR id, DWORD_PTR reference);
 
-  // What has changed since the rows were shown last.
+  // What has changed since the rows were last shown.
   struct Stale {
     bool rows = false;
     bool selection = false;
     bool columns = false;
     std::size_t inView = 0;
-    // Those alone, as drawing a screenful at each step of a scan would take longer than the step.
+    // Only these, because drawing a screenful at each step of a scan would take longer than the
+    // step.
     std::set<std::size_t> single;
   };
   void catchUp();
@@ -87,16 +88,16 @@ class ListViewPeer : public Peer {
   LRESULT drawHeader(NMCUSTOMDRAW& request) const;
   [[nodiscard]] std::optional<Tone> iconTone(std::size_t row) const;
   [[nodiscard]] Rgb cellColor(std::size_t row, std::size_t column) const;
-  // Rounded down, so that all rows fit where they are to fit.
+  // Rounded down, so that all rows fit.
   [[nodiscard]] int rowPixels() const { return rowHeight * desk().resolution() / 96; }
-  [[nodiscard]] int checkRight() const { return options.hasChecks ? desk().points(30) : 0; }
+  [[nodiscard]] int checkRight() const { return options.hasChecks ? desk().pixels(30) : 0; }
 
   ListView& list;
   ListOptions options;
   HWND header = nullptr;
   HIMAGELIST rowHeights = nullptr;
   Stale stale;
-  bool isShowing = false;  // what the window tells then is our own doing
+  bool isShowing = false;  // then we ourselves cause the notifications
 };
 
 }  // namespace zelvreg::desktop

@@ -84,16 +84,16 @@ void ListViewPeer::showPlace() {
 }
 
 void ListViewPeer::fitColumns() {
-  // The list learns of its scroll bar only later.
+  // The list takes its scroll bar into account only later.
   RECT whole{};
   GetWindowRect(hwnd(), &whole);
   const int rows =
-      (whole.bottom - whole.top - 2 - desk().points(headerHeight)) / std::max(1, rowPixels());
+      (whole.bottom - whole.top - 2 - desk().pixels(headerHeight)) / std::max(1, rowPixels());
   const bool isLong = static_cast<int>(list.count()) > rows;
   int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
   const std::size_t count = options.columnWidths.size();
   for (std::size_t column = 0; column < count; ++column) {
-    int width = desk().points(options.columnWidths[column]);
+    int width = desk().pixels(options.columnWidths[column]);
     if (column + 1 == count) {
       width = std::max(width, left);
     }
@@ -246,7 +246,7 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
       }
       break;
     case WM_CONTEXTMENU:
-      // The mouse asks for its menu by a notice of its own.
+      // The mouse has a notification of its own (NM_RCLICK).
       if (lParam == -1) {
         peer->menuOfKeyboard();
       }
@@ -272,7 +272,7 @@ LRESULT CALLBACK ListViewPeer::headerProcedure(HWND hwnd, UINT message, WPARAM w
   } else if (message == HDM_LAYOUT) {
     const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
     const auto& layout = *reinterpret_cast<HDLAYOUT*>(lParam);
-    layout.pwpos->cy = peer->desk().points(headerHeight);
+    layout.pwpos->cy = peer->desk().pixels(headerHeight);
     layout.prc->top = layout.pwpos->y + layout.pwpos->cy;
     return result;
   }

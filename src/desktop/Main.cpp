@@ -1,7 +1,7 @@
 // The program with a window.
 #include <windows.h>
 
-// These two stand on the one before.
+// These two need <windows.h> before them.
 #include <commctrl.h>
 #include <objbase.h>
 
@@ -15,12 +15,12 @@
 
 namespace {
 
-// A library that somebody has put beside the program, or into the folder that it was started in,
-// is not what an administrator's process is to run.
+// A process of an administrator must not load a library that somebody has put into the program's
+// folder or the current one.
 void loadFromSystemFolderOnly() {
   SetDllDirectoryW(L"");
   using SetDirectories = BOOL(WINAPI*)(DWORD);
-  // Windows 7 has it only with an update.
+  // On Windows 7 it needs an update.
   const auto setDirectories = reinterpret_cast<SetDirectories>(reinterpret_cast<void*>(
       GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories")));
   if (setDirectories != nullptr) {

@@ -1,5 +1,5 @@
 // The main window: a peer for every control of the form, the frame around them, and the message
-// queue that keeps all of it alive during a scan.
+// queue, which is served during a scan as well.
 #ifndef ZELVREG_DESKTOP_MAIN_WINDOW_H
 #define ZELVREG_DESKTOP_MAIN_WINDOW_H
 
@@ -29,7 +29,7 @@ namespace zelvreg::desktop {
 
 class MainWindow : private ControlPeer {
  public:
-  // Makes the window, hidden, and attaches a peer to each control. The form outlives it.
+  // Makes the window, hidden, and attaches a peer to each control. The form must outlive it.
   explicit MainWindow(Form42& shownForm);
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
@@ -59,20 +59,20 @@ class MainWindow : private ControlPeer {
   void attachWindowParts();
   void connectForm();
 
-  // What the window is like apart from its controls.
+  // What the window shows apart from its controls.
   void showWindow(Change what);
   void showTray();
   void showMenus();
   void showColor();
   void paintGround(HDC context) const;
-  // The size of the main screen in the form's measure.
+  // Puts the size of the main screen into the form, in twips.
   void readScreen();
   void changeResolution(int resolution, const RECT* suggested);
   void showAll();
   // The user has changed the system's colors, fonts, or the screen.
   void changeSettings();
   void activate(bool isActive);
-  // The shell has started anew, without the icons that it had.
+  // The shell has been restarted and has lost its icons.
   void renewTrayIcon();
 
   // Places and looks that follow from what is shown: the next step, the current page, widths of
@@ -81,15 +81,15 @@ class MainWindow : private ControlPeer {
   void arrangeLater();
   void arrangeCommandBar();
   void arrangeRows();
-  // Gives the place behind the last, in points of the screen.
+  // Returns the place after the last, in pixels of the screen.
   int flow(std::initializer_list<Button*> row, int start, bool isFromRight);
   void arrangeResultsTitle(int pageWidth);
   void arrangeTexts();
   ButtonPeer* peerOf(const Button& button);
   LabelPeer* peerOf(const Label& label);
 
-  // Serves the system's own messages, at most every few milliseconds: loops of a scan ask for it
-  // with every entry.
+  // Serves the system's own messages, at most every few milliseconds: loops of a scan call it for
+  // every entry.
   void serve();
   // The keys of a dialog.
   [[nodiscard]] FocusArea focusArea() const;
@@ -112,7 +112,7 @@ class MainWindow : private ControlPeer {
   std::vector<std::unique_ptr<LabelPeer>> labels;
   std::vector<std::unique_ptr<ButtonPeer>> buttons;
   std::vector<std::unique_ptr<Peer>> others;
-  std::vector<int> separators;  // in the command bar, points of the screen
+  std::vector<int> separators;  // in the command bar, pixels of the screen
   DWORD servedAt = 0;
   HWND lastFocus = nullptr;  // while another window is active
   UINT taskBarCreated = 0;

@@ -1,4 +1,4 @@
-// What follows in the main window from what is shown: widths of captions, the next step, the page.
+// What depends on the state of the form: widths of captions, the next step, the current page.
 #include <algorithm>
 #include <array>
 
@@ -48,7 +48,7 @@ void MainWindow::arrange() {
       peer->setCurrent(isCurrent);
     }
   }
-  // The list gives way to the progress panel.
+  // The list makes room for the progress panel.
   form.View1.changed(Change::Place);
   if (form.pictrlang.visible) {
     SetWindowPos(parentOf(&form.pictrlang), HWND_TOP, 0, 0, 0, 0,
@@ -69,9 +69,9 @@ void MainWindow::arrangeCommandBar() {
                                          {form.cmd_all, true},
                                          {form.cmd_non, false},
                                          {form.cmd_report, true}}};
-  const int margin = desk.points(10);
-  const int gap = desk.points(2);
-  const int groupGap = desk.points(13);
+  const int margin = desk.pixels(10);
+  const int gap = desk.pixels(2);
+  const int groupGap = desk.pixels(13);
   std::vector<int> widths;
   int wanted = 0;
   int spare = 0;  // what two lines instead of one would save
@@ -81,7 +81,7 @@ void MainWindow::arrangeCommandBar() {
     wanted += widths.back();
     spare += widths.back() - peer.narrowestWidth();
   }
-  const int room = desk.points(windowWidth) - 2 * margin - 4 * gap - 3 * groupGap;
+  const int room = desk.pixels(windowWidth) - 2 * margin - 4 * gap - 3 * groupGap;
   const int missing = std::clamp(wanted - room, 0, std::max(0, spare));
   std::vector<int> lines;
   int left = margin;
@@ -95,7 +95,7 @@ void MainWindow::arrangeCommandBar() {
     const int width =
         missing == 0 ? widths[number] : widths[number] - MulDiv(saved, missing, spare);
     button.left = desk.toTwips(left);
-    button.width = desk.toTwips(width) + twipsPerPoint;
+    button.width = desk.toTwips(width) + twipsPerPixel;
     left += width + gap;
   }
   if (lines != separators) {
@@ -104,15 +104,15 @@ void MainWindow::arrangeCommandBar() {
   }
 }
 
-// One beside the other, as wide as their captions need.
+// Side by side, as wide as their captions need.
 int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromRight) {
-  const int gap = desk.points(8);
-  const int square = desk.points(32);
+  const int gap = desk.pixels(8);
+  const int square = desk.pixels(32);
   int edge = start;
   for (Button* button : row) {
     const int width = peerOf(*button)->isSquare()
                           ? square
-                          : std::max(desk.points(84), peerOf(*button)->naturalWidth());
+                          : std::max(desk.pixels(84), peerOf(*button)->naturalWidth());
     button->left = desk.toTwips(isFromRight ? edge - width : edge);
     button->width = desk.toTwips(width);
     edge += isFromRight ? -(width + gap) : width + gap;
@@ -128,7 +128,7 @@ void MainWindow::arrangeRows() {
   flow({&form.chameleonButton5, &form.chameleonButton8, &form.chameleonButton6}, 0, false);
 }
 
-// Long captions of a language leave no room for that of the button that needs it least.
+// If the captions of a language are too long, the button that needs its caption least loses it.
 void MainWindow::arrangeResultsTitle(int pageWidth) {
   const auto place = [this, pageWidth] {
     return flow({&form.chameleonButton15, &form.chameleonButton17, &form.chameleonButton16,
@@ -146,10 +146,10 @@ void MainWindow::arrangeResultsTitle(int pageWidth) {
 void MainWindow::arrangeTexts() {
   const auto follow = [this](Label& name, Label& value, int end) {
     const int width = peerOf(name)->textWidth();
-    const int left = desk.fromTwips(name.left) + width + desk.points(8);
+    const int left = desk.fromTwips(name.left) + width + desk.pixels(8);
     name.width = desk.toTwips(width + 1);
     value.left = desk.toTwips(left);
-    value.width = std::max(0, end * twipsPerPoint - desk.toTwips(left));
+    value.width = std::max(0, end * twipsPerPixel - desk.toTwips(left));
   };
   follow(form.Label2[3], form.Label3, 680);
   follow(form.Label6, form.Label5, 644);

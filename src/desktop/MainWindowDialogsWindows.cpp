@@ -1,7 +1,7 @@
-// What the main window asks and tells outside its pages: messages, files, menus, help.
+// What the main window shows outside its pages: messages, the file dialog, menus, help.
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <commdlg.h>
 
 #include <array>
@@ -26,8 +26,8 @@ UINT iconOf(MessageIcon icon) {
   }
 }
 
-// The control of the system that shows compiled help, from the system's own folder. It is needed
-// so seldom that it is loaded when it is.
+// The control of the system that shows compiled help, from the system's own folder. It is loaded
+// when it is needed, which is rare.
 void showHelp(HWND owner, const std::string& file, int context) {
   constexpr UINT helpContext = 15;
   using HtmlHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
@@ -51,7 +51,7 @@ void MainWindow::connectForm() {
   form.Form1.show = [this](ExclusionDialog&) { showExclusionDialog(desk, form, window); };
   form.frmabout.show = [this](AboutDialog&) { showAboutDialog(desk, form, window); };
   form.openHelp = [this](const std::string& file, int context) { showHelp(window, file, context); };
-  // Called from within the system's own calls, which nothing may unwind.
+  // Called from within the system's own calls; no exception may pass through these.
   form.onProcessEnd = [this] {
     tray.area().setVisible(false);
     menuHolder->release();
@@ -64,7 +64,7 @@ Answer MainWindow::showMessage(const UserMessage& message) {
   desk.catchUp();
   const Wide text(message.text);
   const Wide title(message.title.empty() ? form.Label1.caption.get() : message.title);
-  // Whichever of the program's windows the user works in, also while another program is in front.
+  // Whichever of the program's windows the user works in, even if another program is in front.
   HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
   const int answer = MessageBoxW(owner, text.get(), title.get(),
                                  (message.isQuestion ? MB_YESNO : MB_OK) | iconOf(message.icon));
@@ -80,7 +80,7 @@ std::string MainWindow::askForFile(const CommonDialog& dialog) {
   for (char16_t& character : filter) {
     character = character == u'|' ? u'\0' : character;
   }
-  // "*.txt" names the ending "txt".
+  // "*.txt" means the extension "txt".
   const std::size_t dot = dialog.defaultExtension.rfind('.');
   const Wide extension(
       std::string_view(dialog.defaultExtension).substr(dot == std::string::npos ? 0 : dot + 1));

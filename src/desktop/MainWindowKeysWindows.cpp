@@ -1,11 +1,11 @@
-// The keys of the main window that belong to no control of its own.
+// The keys of the main window that no control uses.
 #include "desktop/MainWindow.h"
 #include "form/Form42.h"
 
 namespace zelvreg::desktop {
 
 FocusArea MainWindow::focusArea() const {
-  // The field for typing stands on the window itself, the other search controls in their frames.
+  // The text field is on the window itself, the other search controls are in their frames.
   for (HWND each = GetFocus(); each != nullptr && each != window; each = GetParent(each)) {
     const Peer* peer = Peer::of(each);
     const Control* control = peer == nullptr ? nullptr : &peer->shownControl();

@@ -13,7 +13,7 @@
 namespace zelvreg::desktop {
 namespace {
 
-// What a label that stands on the window itself lies on.
+// The ground of a label that is on the window itself.
 Tone groundAt(const Place& place) { return place.top < titleHeight ? Tone::Accent : Tone::Surface; }
 
 bool isPage(const Form42& form, const Frame& frame) {
@@ -104,7 +104,7 @@ void MainWindow::addFrames() {
     if (&frame == &form.Frame8) {
       peer->placeOf = progressPanelPlace;
     } else if (&frame == &form.Frame3) {
-      // The translated name of this page belongs to the hidden button that opened it once.
+      // The translated name of this page is the caption of a hidden button, which once opened it.
       peer->titleOf = [this] { return form.Command21.caption.get(); };
     } else if (&frame == &form.pictrlang) {
       peer->onMouseMove = [this] { pictrlang_MouseMove(form); };
@@ -123,7 +123,7 @@ void MainWindow::addLabels() {
                                           : Tone::Ground;
     labels.push_back(
         std::make_unique<LabelPeer>(desk, parentOf(parent), place.label(form), place.look, ground));
-    // What a value stands behind; the values themselves change with every entry of a scan.
+    // Only the labels before values: the values themselves change with every entry of a scan.
     const Label* label = &place.label(form);
     if (label == &form.Label2[3] || label == &form.Label6 || label == &form.Label10) {
       labels.back()->onText = [this] { arrangeLater(); };

@@ -8,10 +8,18 @@
 namespace zelvreg::desktop {
 
 void MainWindow::showAll() {
-  for (const auto& peer : frames) peer->showAll();
-  for (const auto& peer : labels) peer->showAll();
-  for (const auto& peer : buttons) peer->showAll();
-  for (const auto& peer : others) peer->showAll();
+  for (const auto& peer : frames) {
+    peer->showAll();
+  }
+  for (const auto& peer : labels) {
+    peer->showAll();
+  }
+  for (const auto& peer : buttons) {
+    peer->showAll();
+  }
+  for (const auto& peer : others) {
+    peer->showAll();
+  }
 }
 
 void MainWindow::changeResolution(int resolution, const RECT* suggested) {
@@ -20,10 +28,10 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   const bool isNew = fitting != desk.resolution();
   desk.setResolution(fitting);
   readScreen();
-  // The system's rectangle keeps the place under the mouse; its size is the window's own.
+  // The system's rectangle keeps the same place under the mouse; the size is the window's own.
   SetWindowPos(window, nullptr, suggested == nullptr ? 0 : suggested->left,
-               suggested == nullptr ? 0 : suggested->top, desk.points(windowWidth),
-               desk.points(windowHeight),
+               suggested == nullptr ? 0 : suggested->top, desk.pixels(windowWidth),
+               desk.pixels(windowHeight),
                SWP_NOZORDER | SWP_NOACTIVATE | (suggested == nullptr ? SWP_NOMOVE : 0));
   if (!isNew || outline == nullptr) {
     return;

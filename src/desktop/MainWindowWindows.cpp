@@ -54,8 +54,8 @@ void MainWindow::makeWindow() {
   registerClass(windowClass, procedure);
   window = CreateWindowExW(
       WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
-      WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.points(windowWidth),
-      desk.points(windowHeight), nullptr, nullptr, GetModuleHandleW(nullptr), this);
+      WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.pixels(windowWidth),
+      desk.pixels(windowHeight), nullptr, nullptr, GetModuleHandleW(nullptr), this);
   changeResolution(resolutionOf(window), nullptr);
   taskBarCreated = RegisterWindowMessageW(L"TaskbarCreated");
   letThrough(window, taskBarCreated);
@@ -104,7 +104,7 @@ void MainWindow::showWindow(Change what) {
   } else if (what == Change::Visible) {
     ShowWindow(window, form.window.visible ? SW_SHOW : SW_HIDE);
     if (form.window.visible) {
-      // All of it at once, not one control after the other.
+      // All at once, not control by control.
       RedrawWindow(window, nullptr, nullptr,
                    RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
       SetForegroundWindow(window);
@@ -145,28 +145,28 @@ void MainWindow::paintGround(HDC context) const {
   GetClientRect(window, &place);
   const controls::PaintBuffer buffer({place.right, place.bottom});
   controls::Canvas canvas = buffer.canvas();
-  const int title = desk.points(titleHeight);
-  const int bar = desk.points(commandBarBottom);
-  const int side = desk.points(sideBarWidth);
-  const int status = desk.points(statusBarTop);
+  const int title = desk.pixels(titleHeight);
+  const int bar = desk.pixels(commandBarBottom);
+  const int side = desk.pixels(sideBarWidth);
+  const int status = desk.pixels(statusBarTop);
   canvas.clear(desk.color(Tone::Ground));
   canvas.fill({0, 0, place.right, title}, desk.color(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
-  canvas.fill({0, title - desk.points(3), place.right, title},
+  canvas.fill({0, title - desk.pixels(3), place.right, title},
               controls::isSystemColor(line) || desk.colors.isSystem()
                   ? desk.color(Tone::Accent)
                   : controls::fromProperty(line));
   canvas.fill({0, title, place.right, bar}, desk.color(Tone::Surface));
   canvas.fill({0, bar - 1, place.right, bar}, desk.color(Tone::Line));
   for (const int separator : separators) {
-    canvas.fill({separator, title + desk.points(12), separator + 1, bar - desk.points(12)},
+    canvas.fill({separator, title + desk.pixels(12), separator + 1, bar - desk.pixels(12)},
                 desk.color(Tone::Line));
   }
   canvas.fill({0, bar, side, status}, desk.color(Tone::SideBar));
   canvas.fill({side - 1, bar, side, status}, desk.color(Tone::Line));
   canvas.fill({0, status, place.right, place.bottom}, desk.color(Tone::Surface));
   canvas.fill({0, status, place.right, status + 1}, desk.color(Tone::Line));
-  controls::maskCorners(canvas, buffer.size(), desk.points(cornerRadius), rgb(0xFF00FF));
+  controls::maskCorners(canvas, buffer.size(), desk.pixels(cornerRadius), rgb(0xFF00FF));
   buffer.show(context, 0, 0);
 }
 
@@ -219,7 +219,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       changeSettings();
       return 0;
     case WM_COMMAND:
-      // The dialog keys; buttons have said what they have to say already.
+      // Enter and Escape; messages of buttons have been handled above.
       if (LOWORD(wParam) == IDOK) {
         enter();
       } else if (LOWORD(wParam) == IDCANCEL) {
@@ -241,7 +241,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::serve() {
-  constexpr DWORD interval = 10;  // milliseconds, which the clock rounds up to a tick of 16
+  constexpr DWORD interval = 10;  // milliseconds; the clock rounds up to a tick of 16
   const DWORD now = GetTickCount();
   if (now - servedAt < interval) {
     return;

@@ -15,23 +15,23 @@ namespace zelvreg::desktop {
 
 class Peer : public ControlPeer {
  public:
-  // The desk and the control outlive the peer.
+  // The desk and the control must outlive the peer.
   Peer(Desk& sharedDesk, Control& shownControl);
   Peer(const Peer&) = delete;
   Peer& operator=(const Peer&) = delete;
   ~Peer() override;
 
-  // Null once its parent has taken the window along.
+  // Null after the window was destroyed with its parent.
   [[nodiscard]] HWND hwnd() const { return window; }
 
   [[nodiscard]] const Control& shownControl() const { return shown; }
 
   void changed(const Control& control, Change what, std::size_t row) override;
-  // Shows all of the control anew, as after a change of the resolution.
+  // Shows the whole control again, as after a change of the resolution.
   virtual void showAll();
 
-  // What the window's parent is told of it comes back here: the code of a command; a notice, none
-  // for one that means nothing to the peer; the place where it draws itself.
+  // Messages to the parent about this window come back here: the code of a command, a notification
+  // (no value if the peer does not answer it), a request to draw itself.
   virtual void command(int /*code*/) {}
   virtual std::optional<LRESULT> notice(NMHDR& /*header*/) { return std::nullopt; }
   virtual void draw(const DRAWITEMSTRUCT& /*request*/) {}
@@ -40,9 +40,9 @@ class Peer : public ControlPeer {
   static Peer* of(HWND window);
 
  protected:
-  // Takes over a window; the peer destroys it.
+  // Takes ownership of a window.
   void own(HWND made);
-  // The window is another's, which destroys it.
+  // Uses a window that somebody else owns and destroys.
   void borrow(HWND made);
 
   virtual void showText() {}
@@ -53,16 +53,16 @@ class Peer : public ControlPeer {
 
   [[nodiscard]] Desk& desk() const { return shared; }
   [[nodiscard]] Control& control() const { return shown; }
-  // The ring around what has the focus, inside the buffer's edge; none while it is elsewhere.
+  // Draws the focus ring inside the buffer's edge, if the window has the focus.
   void drawFocus(const controls::PaintBuffer& buffer) const;
   void repaint() const { InvalidateRect(window, nullptr, FALSE); }
   void move(int left, int top, int width, int height) const;
-  // Of the layout rather than of the control.
+  // From the layout, not from the control.
   void moveTo(const Place& place) const;
 
  private:
   void leaveFocus() const;
-  // At once, or when the queue is served next: a scan asks at every key, and nobody sees each.
+  // At once, or when the queue is next served: a scan asks for it at every key.
   void refresh();
 
   Desk& shared;
@@ -72,21 +72,21 @@ class Peer : public ControlPeer {
   DWORD refreshedAt = 0;
 };
 
-// Gives the notices of child windows back to their peers; none when no peer wants it.
+// Passes messages about child windows back to their peers; no value if no peer answers.
 std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam);
 
 // Presses the button that has the focus. Whether there was one.
 bool pressFocusedButton();
 
-// For what can be pressed and is of no class of buttons: presses it when the message is Enter or
-// the space bar, and claims Enter from the dialog keys. None for any other message.
+// For windows that can be pressed but are not buttons: presses it for Enter or the space bar, and
+// keeps Enter from the dialog manager. No value for any other message.
 std::optional<LRESULT> pressByKey(UINT message, WPARAM wParam, LPARAM lParam,
                                   const std::function<void()>& press);
 
-// Gives the one-point border of a window the color of borders. The desk outlives it.
+// Draws the one-pixel border of a window in the border color. The desk must outlive it.
 void colorBorder(HWND window, Desk& desk);
 
-// A class of the program's own windows; once it is there, it serves all later ones.
+// Registers a class for the program's own windows, if it is not registered yet.
 void registerClass(const wchar_t* name, WNDPROC procedure);
 
 // Makes a child window of a system class, hidden.

@@ -1,6 +1,6 @@
 #include "desktop/Peer.h"
 
-// This one stands on <windows.h>.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 namespace zelvreg::desktop {
@@ -97,7 +97,7 @@ void Peer::changed(const Control& /*control*/, Change what, std::size_t row) {
   }
 }
 
-// What can no longer be used hands the focus on, or the keyboard would be dead.
+// A control that can no longer be used passes the focus on; else the keyboard would have no effect.
 void Peer::leaveFocus() const {
   HWND focus = GetFocus();
   if (focus != window && IsChild(window, focus) == FALSE) {
@@ -157,8 +157,8 @@ void Peer::move(int left, int top, int width, int height) const {
 }
 
 void Peer::moveTo(const Place& place) const {
-  move(shared.points(place.left), shared.points(place.top), shared.points(place.width),
-       shared.points(place.height));
+  move(shared.pixels(place.left), shared.pixels(place.top), shared.pixels(place.width),
+       shared.pixels(place.height));
 }
 
 std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -14,14 +14,14 @@ namespace zelvreg::desktop {
 
 struct PictureOptions {
   const char* icon = "";
-  // What a screen reader says of a picture that can be pressed.
+  // The name that a screen reader reads for a picture that can be pressed.
   const wchar_t* name = L"";
-  int length = 16;  // of the icon, in points at 96 to the inch
+  int length = 16;  // of the icon, in pixels at 96 dpi
   Tone ground = Tone::Ground;
-  // A disc behind the icon.
+  // A disc under the icon.
   bool hasDisc = false;
   Tone disc = Tone::Ground;
-  std::optional<Tone> tone = std::nullopt;  // other than the icon's own
+  std::optional<Tone> tone = std::nullopt;  // instead of the icon's own
 };
 
 class PicturePeer : public Peer {

@@ -1,6 +1,6 @@
 #include "desktop/PicturePeer.h"
 
-// This one stands on <windows.h>.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include <algorithm>

@@ -13,19 +13,19 @@
 
 namespace zelvreg::desktop {
 
-// A static control that draws its text smoothly on a ground of one color.
+// A static control that draws its text with smooth edges on a ground of one color.
 class LabelPeer : public Peer {
  public:
   LabelPeer(Desk& sharedDesk, HWND parent, Label& shownLabel, LabelLook labelLook,
             Tone labelGround);
 
   void draw(const DRAWITEMSTRUCT& request) override;
-  // The width of the text in points of the screen.
+  // The width of the text in pixels of the screen.
   [[nodiscard]] int textWidth() const;
 
   [[nodiscard]] Label& shownLabel() const { return label; }
 
-  // Each may be empty: after a change of the text, a press, the mouse over it.
+  // Called after a change of the text, for a press and for mouse moves. Each may be empty.
   std::function<void()> onText;
   std::function<void()> onClick;
   std::function<void()> onMouseMove;
@@ -55,20 +55,20 @@ class ButtonPeer : public Peer {
              const char* iconKey);
 
   void showAll() override;
-  // Between one with a caption and a square of the picture alone.
+  // Changes between a button with a caption and a square with only the picture.
   void setRole(ButtonRole newRole);
   [[nodiscard]] bool isSquare() const { return role == ButtonRole::IconOnly; }
-  // The next thing that a user would do.
+  // Whether it is the next step that a user would take.
   void setPrimary(bool isPrimary);
-  // The page that is shown stands out in the side bar.
+  // Whether its page is shown, which the side bar highlights.
   void setCurrent(bool isCurrent);
-  // What picture and caption take, in points of the screen.
+  // The width of picture and caption, in pixels of the screen.
   [[nodiscard]] int naturalWidth() const;
-  // The same with a caption that is broken at each of its blanks.
+  // The same with a caption that wraps at each blank.
   [[nodiscard]] int narrowestWidth() const;
   [[nodiscard]] Button& button() const { return shownButton; }
 
-  // After a change of the caption, or of whether it is enabled; may be empty.
+  // Called after the caption changes, or the button is enabled or disabled; may be empty.
   std::function<void()> onChanged;
 
   void changed(const Control& control, Change what, std::size_t row) override;
@@ -86,11 +86,11 @@ class ButtonPeer : public Peer {
   controls::chameleonButton chameleon;
 };
 
-// A check box or an option button of the system's class, drawn to go with the window.
+// A check box or an option button of the system's class, drawn to match the window.
 class CheckPeer : public Peer {
  public:
   CheckPeer(Desk& sharedDesk, HWND parent, CheckBox& box, Tone checkGround);
-  // `choose` makes this option the one of its group, which begins with the first.
+  // `choose` selects this option of its group. `isFirst` begins a group.
   CheckPeer(Desk& sharedDesk, HWND parent, OptionButton& option, std::function<void()> choose,
             bool isFirst, Tone checkGround);
 
@@ -141,7 +141,7 @@ class ComboPeer : public Peer {
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
-  // Over what the class has drawn: the edge and the arrow.
+  // Draws edge and arrow over those of the class.
   void drawEdge() const;
 
   ComboBox& box;

@@ -23,7 +23,7 @@ namespace zelvreg::desktop {
 
 class SmallWindow : private ControlPeer {
  public:
-  // The peers are added by whoever knows the form; all outlive the window.
+  // The caller adds the peers. Desk, form and owner must outlive the window.
   SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow, HWND owner,
               std::function<void()> close);
   SmallWindow(const SmallWindow&) = delete;
@@ -34,7 +34,7 @@ class SmallWindow : private ControlPeer {
   void add(Button& button, const Place& place, ButtonRole role, const char* icon);
   void add(TextBox& box, const Place& place);
 
-  // Shows it and serves the queue until `isOpen` says otherwise; the owner waits.
+  // Shows it and serves the queue as long as `isOpen` is true; the owner is disabled.
   void runModal(MessageQueue& messages, const bool& isOpen);
 
  private:

@@ -88,12 +88,12 @@ void SmallWindow::paintGround(HDC context) const {
   const controls::PaintBuffer buffer({place.right, place.bottom});
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk.color(Tone::Surface));
-  canvas.fill({0, 0, place.right, desk.points(smallTitleHeight)}, desk.color(Tone::Accent));
+  canvas.fill({0, 0, place.right, desk.pixels(smallTitleHeight)}, desk.color(Tone::Accent));
   const Rgb border = desk.color(Tone::Border);
   canvas.draw(controls::Shape{0, 0, static_cast<double>(place.right),
                               static_cast<double>(place.bottom),
-                              static_cast<double>(desk.points(cornerRadius)), 1, border, border});
-  controls::maskCorners(canvas, buffer.size(), desk.points(cornerRadius), rgb(0xFF00FF));
+                              static_cast<double>(desk.pixels(cornerRadius)), 1, border, border});
+  controls::maskCorners(canvas, buffer.size(), desk.pixels(cornerRadius), rgb(0xFF00FF));
   buffer.show(context, 0, 0);
 }
 
@@ -117,7 +117,7 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
       self->onClose();
       return 0;
     case WM_COMMAND:
-      // The dialog keys: Escape closes, Enter does what stands out.
+      // Escape closes, Enter presses the default button.
       if (LOWORD(wParam) == IDCANCEL && lParam == 0) {
         self->onClose();
         return 0;

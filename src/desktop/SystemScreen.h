@@ -1,4 +1,4 @@
-// What the system tells of the screen, and calls that only newer systems have.
+// What the system says about the screen, and calls that only newer systems have.
 #ifndef ZELVREG_DESKTOP_SYSTEM_SCREEN_H
 #define ZELVREG_DESKTOP_SYSTEM_SCREEN_H
 
@@ -6,17 +6,17 @@
 
 namespace zelvreg::desktop {
 
-// Points to the inch: of the system, and of the screen that a window is on.
+// Resolutions in dpi: of the system, and of the screen that a window is on.
 int resolutionOfSystem();
 int resolutionOf(HWND window);
 
-// Of the main screen, in its points.
+// Of the main screen, in pixels.
 SIZE screenSize();
 
-// What a window in the middle of the main screen may take without touching the task bar.
+// The largest size of a window in the middle of the main screen that does not cover the taskbar.
 SIZE roomInTheMiddle();
 
-// The program runs as administrator, whom the shell's messages do not reach without leave.
+// Lets a message of the shell through: the program runs as administrator, so it would be blocked.
 void letThrough(HWND window, UINT message);
 
 }  // namespace zelvreg::desktop

@@ -34,9 +34,9 @@ SIZE roomInTheMiddle() {
   RECT area{};
   SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
   const SIZE screen = screenSize();
-  // A bar on one side takes as much from the other, which the middle is as far from.
-  const auto bars = [](LONG before, LONG behind) {
-    return std::abs(std::max<LONG>(0, before) - std::max<LONG>(0, behind));
+  // A taskbar on one side takes as much from the other side, because the window is centered.
+  const auto bars = [](LONG before, LONG after) {
+    return std::abs(std::max<LONG>(0, before) - std::max<LONG>(0, after));
   };
   return {area.right - area.left - bars(area.left, screen.cx - area.right),
           area.bottom - area.top - bars(area.top, screen.cy - area.bottom)};

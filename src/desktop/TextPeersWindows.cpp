@@ -1,7 +1,7 @@
 // The peers of texts that the user types or chooses.
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include "controls/PaintBuffer.h"
@@ -62,7 +62,7 @@ void ComboPeer::drawEdge() const {
   RECT all{};
   GetClientRect(hwnd(), &all);
   const controls::WindowContext context(hwnd());
-  // What the class draws inside its edge stays; the field for typing is a window of its own.
+  // What the class draws inside its edge stays; the text field is a window of its own.
   ExcludeClipRect(context.get(), parts.rcItem.left, parts.rcItem.top, parts.rcItem.right,
                   parts.rcItem.bottom);
   const controls::PaintBuffer buffer({all.right, all.bottom});
@@ -89,7 +89,7 @@ LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
       RemoveWindowSubclass(hwnd, procedure, id);
       break;
     case WM_COMMAND:
-      // The field for typing tells of its focus so.
+      // The text field reports its focus this way.
       InvalidateRect(hwnd, nullptr, FALSE);
       break;
     case WM_PAINT:
@@ -98,7 +98,7 @@ LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     case WM_LBUTTONDOWN:
     case WM_LBUTTONUP:
     case WM_MOUSEMOVE:
-      // The class draws its arrow by itself on these.
+      // The class draws its arrow on its own for these.
       reinterpret_cast<const ComboPeer*>(reference)->drawEdge();
       break;
     default:
@@ -108,12 +108,12 @@ LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
 }
 
 void ComboPeer::showPlace() {
-  // The height of this class is that of its list when it is open.
+  // The height of this class includes its open list.
   constexpr int listHeight = 220;
   const int height = desk().fromTwips(control().height);
-  SendMessageW(hwnd(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height - desk().points(8));
+  SendMessageW(hwnd(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height - desk().pixels(8));
   move(desk().fromTwips(control().left), desk().fromTwips(control().top),
-       desk().fromTwips(control().width), height + desk().points(listHeight));
+       desk().fromTwips(control().width), height + desk().pixels(listHeight));
 }
 
 void ComboPeer::showRows(Change /*what*/, std::size_t /*row*/) {

@@ -1,7 +1,7 @@
 // The peers of check boxes, option buttons and the progress of a scan.
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include <algorithm>
@@ -80,7 +80,7 @@ void CheckPeer::paint() {
     controls::Canvas canvas = buffer.canvas();
     canvas.clear(desk().color(ground));
     const int height = buffer.size().height;
-    const int length = desk().points(15);
+    const int length = desk().pixels(15);
     const CheckMark mark{.left = 0,
                          .top = (height - length) / 2,
                          .length = length,
@@ -88,7 +88,7 @@ void CheckPeer::paint() {
                          .isRound = option != nullptr,
                          .isEnabled = control().enabled};
     drawCheckMark(canvas, mark, desk().colors);
-    RECT place{length + desk().points(6), 0, buffer.size().width, height};
+    RECT place{length + desk().pixels(6), 0, buffer.size().width, height};
     const controls::Selection selected(buffer.dc(), desk().font(control().font));
     SetBkMode(buffer.dc(), TRANSPARENT);
     SetTextColor(buffer.dc(),
@@ -118,7 +118,7 @@ LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     case WM_KILLFOCUS:
     case WM_ENABLE:
     case WM_SETTEXT: {
-      // The class paints by itself on these.
+      // The class paints on its own for these.
       SendMessageW(hwnd, WM_SETREDRAW, FALSE, 0);
       const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
       SendMessageW(hwnd, WM_SETREDRAW, TRUE, 0);

@@ -3,7 +3,7 @@
 namespace zelvreg {
 namespace {
 
-// Column widths are those of the form's own unit, kept because the window starts from them.
+// Column widths are in the form's own unit; the window starts with them.
 std::vector<ColumnHeader> categoryColumns() {
   return {{"what to scan", 5000, Alignment::Left},
           {"Description", 9000, Alignment::Left},
@@ -78,14 +78,14 @@ Form42::Form42()
   Command28.caption = "Details";
   Command21.caption = "Undo Options";
   chameleonButton4.toolTip = "Exit";
-  // A button without words of its own, which does what this entry of the menu does.
+  // A button without a caption of its own, which does the same as this menu entry.
   chameleonButton9.toolTip = g.caption;
-  // Long captions, which a narrow button cuts off.
+  // Long captions that a narrow button cuts off.
   for (Button* button : {&orubutton4, &chameleonButton1, &chameleonButton7, &orubutton1,
                          &chameleonButton15, &orubutton2}) {
     button->toolTip = button->caption;
   }
-  // The tool tips of these two do not say what they do; users know them so.
+  // The tool tips of these two do not say what they do, but users know them.
   chameleonButton13.toolTip = "Close";
   chameleonButton18.toolTip = "Minimize";
   chameleonButton12.toolTip = "Cancel this operation";

@@ -1,6 +1,6 @@
 // The main form: every control and every variable of the program, as plain state. It knows no
-// procedure; shell/ binds procedures to its entry points. Controls bear their names of the form;
-// an element of a control array is reached by its index.
+// procedure; shell/ binds procedures to its entry points. Controls have the names that they have on
+// the form; an element of a control array has an index.
 #ifndef ZELVREG_FORM_FORM42_H
 #define ZELVREG_FORM_FORM42_H
 
@@ -46,14 +46,14 @@ struct Form42 {
   Form42(const Form42&) = delete;
   Form42& operator=(const Form42&) = delete;
 
-  // The window itself, 15390 by 9180 twips, and what stands around it.
+  // The window, 15390 by 9180 twips, with its shadow, its icon in the notification area, its menus.
   FormWindow window{15390, 9180};
   Screen screen;
   DropShadow shadow;
   TrayIcon TrayArea1{"Fix Registry Problems"};
   FormMenus menus;
 
-  // Title and decoration. Label12 shows the year in its last two.
+  // Title and decoration. The last two of Label12 show the year.
   std::array<Label, 7> Label8;
   std::array<Label, 4> Label12;
   Button chameleonButton4;
@@ -87,7 +87,7 @@ struct Form42 {
   Button chameleonButton10{"Next"};
   Button chameleonButton11{"Back"};
 
-  // Language picker. The first entry stands there before any list is read.
+  // Language picker. The first entry is there before a list is read.
   Button chameleonButton13;
   Picture imglangselect;
   Frame pictrlang;
@@ -190,8 +190,8 @@ struct Form42 {
   // Asks for a file to write.
   CommonDialog dlg1;
 
-  // Work lists: List1 and List4 to List7 are filled by the enumerators, List2 collects bad values,
-  // List3 keeps names while List1 is filled with what is below them.
+  // Work lists: the enumerators fill List1 and List4 to List7, List2 collects bad values, List3
+  // keeps names while List1 is filled with the names below them.
   ListBox List1;
   ListBox List2;
   ListBox List3;
@@ -227,20 +227,20 @@ struct Form42 {
   Button Command19;
   Button orubutton18;
 
-  // State of a scan. totalFound goes on counting over all scans of one run of the program;
-  // totalFoundText is the same number as text, which "reg-count" is written from.
+  // State of a scan. totalFound adds up the findings of all scans since the start of the program or
+  // of the last search. totalFoundText is the same number as text; "reg-count" is written from it.
   bool cancelRequested = false;
   std::int64_t totalFound = 0;
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
 
-  // What a search adds its findings as: 2 the current user's settings, 3 all users', 4 the
-  // computer's, 1 classes, any other nothing that is known.
+  // The category of a search's findings: 1 classes, 2 settings of the current user, 3 of all users,
+  // 4 of the computer, any other number none.
   int searchCategory = 0;
 
-  // What the command line asked for: autoMode is 0, 1 (list) or 2 (list and fix); the two others 0
-  // or 1. commandText is the whole of a text that is no automatic mode of the suite's.
+  // What the command line asked for: autoMode is 0, 1 (list) or 2 (list and fix); the two others
+  // are 0 or 1. commandText is the whole text if it is no automatic mode of the suite.
   bool hasCommandLine = false;
   int autoMode = 0;
   int recheckMode = 0;
@@ -251,11 +251,12 @@ struct Form42 {
   std::size_t selectedRow = 0;
   std::size_t lastClickedRow = 0;
 
-  // The journal record under work; it goes from row to row.
+  // The journal record being filled. It is used for row after row and keeps what is not set anew.
   JournalRecord journalRecord;
 
-  // In force. `decideSafeguards` decides them anew at the start of each scan, search and repair,
-  // once it is bound, by what the computer's policies and settings say and a caller has chosen.
+  // The safeguards in force. Once it is bound, `decideSafeguards` decides them at the start of each
+  // scan, search and repair, by the computer's policies and settings and by what a caller has
+  // chosen.
   Safeguards safeguards;
   EntryPoint decideSafeguards;
   std::vector<SafeguardChoice> safeguardChoices;
@@ -263,13 +264,13 @@ struct Form42 {
   bool obeysComputer = true;
   // The name of the last repair's safety export without folder and ".reg"; empty if it has none.
   std::string exportStem;
-  // Whether the journal that was asked for last, and its entry, could be written.
+  // Whether the last journal and its entry could be written.
   bool isJournalKept = true;
   // Whether the last undo has restored nothing, or not all, and has said so.
   bool isUndoRefused = false;
   // Whether the last repair was stopped because its safety export could not be written.
   bool isRepairStopped = false;
-  // What the repair that runs, or the last one, set out to do, and what came of it.
+  // The plan and the outcome of the repair that runs, or of the last one.
   std::shared_ptr<const RepairPlan> repairPlan;
   RepairOutcome repairOutcome;
 
@@ -282,10 +283,9 @@ struct Form42 {
   std::string FirewallPath;
   // 0 after GrantKeyAccess worked, 1 after it failed.
   int GrantKeyStatus = 0;
-  // What the system answered to the last delete of a single key, as its error code; Command12 sets
-  // it back to 0.
+  // The system's error code for the last delete of a single key; Command12 sets it back to 0.
   std::int32_t keptStatus = 0;
-  // The handle that the last full key path named; a path that is refused leaves it standing.
+  // The handle for the root of the last full key path; a path that is refused does not change it.
   std::uint32_t parsedHive = 0;
 
   // The language: charset number, file tag, number in the picker, file name.
@@ -296,7 +296,7 @@ struct Form42 {
   // Whether the language's charset is that of the system, so that the system can draw its menus.
   bool languageMatchesSystem = false;
 
-  // Where the program's own files lie, without a backslash at the end.
+  // The folder of the program's own files, without a backslash at the end.
   std::string programFolder;
 
   Dialogs dialogs;
@@ -306,12 +306,12 @@ struct Form42 {
   Timer Timer1;
   Timer Timer2;
   MessageQueue messages{{&Timer1, &Timer2}};
-  // What the front end does when the program ends itself.
+  // What the front end does when the program ends its process.
   std::function<void()> onProcessEnd;
-  // Connections to the registry provider that are kept between calls; made when first asked for.
+  // Connections to the registry provider, made when first needed and kept between calls.
   std::shared_ptr<StdRegProvPool> providers;
-  // Whether a call of the provider has failed since a scanner turned to its present entry. What it
-  // holds then looks empty without being so, and no finding is made of it.
+  // Whether a call of the provider has failed since a scanner began with its current entry. Such an
+  // entry looks empty without being so, and is not reported.
   bool isProviderSilent = false;
 };
 

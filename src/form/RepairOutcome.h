@@ -1,4 +1,4 @@
-// What a repair has done, as far as it does not show in the list.
+// What a repair has done that the list does not show.
 #ifndef ZELVREG_FORM_REPAIR_OUTCOME_H
 #define ZELVREG_FORM_REPAIR_OUTCOME_H
 
@@ -9,7 +9,7 @@
 
 namespace zelvreg {
 
-// Something that a step of a repair would have taken, by its whole path, and why it has not.
+// Something that a step of a repair would have deleted, by its whole path, and why it did not.
 struct LeftAlone {
   std::string place;
   std::string reason;
@@ -20,7 +20,7 @@ struct LeftAlone {
   }
 };
 
-// The rows that were to be repaired, by what was found when their own places were looked at again.
+// The rows that were to be repaired, by what was found when they were checked again.
 struct RepairOutcome {
   std::size_t gone = 0;
   std::size_t leftAlone = 0;  // still there, and a step was refused

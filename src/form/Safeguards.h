@@ -1,12 +1,13 @@
-// Where the program departs from what it was made to do, so that nobody is harmed: safe by default,
-// each with a switch of its own.
+// Where the program does something safer than it was made to do. All are on by default, each with a
+// switch of its own.
 #ifndef ZELVREG_FORM_SAFEGUARDS_H
 #define ZELVREG_FORM_SAFEGUARDS_H
 
 namespace zelvreg {
 
 struct Safeguards {
-  // A repair spares what its finding does not name and keys that other programs' records lie in.
+  // A repair leaves alone what its finding does not name, and keys that hold other programs'
+  // records.
   bool protects = true;
   // A repair first exports all that it is about to delete or change, and stops when it cannot.
   bool exportsFirst = true;
@@ -22,7 +23,7 @@ struct Safeguards {
   bool operator==(const Safeguards&) const = default;
 };
 
-// All of them lifted: the program does what it was made to do, to the letter.
+// With all of them lifted the program does exactly what it was made to do.
 constexpr Safeguards asDescribed() {
   return {.protects = false,
           .exportsFirst = false,

@@ -21,7 +21,7 @@ struct Sample {
   bool isChecked = false;
 };
 
-// The first column is left to real buttons.
+// The first column has real buttons.
 const std::array<Sample, 7> samples = {{
     {"Normal", {}},
     {"Hovered", {.isHovered = true}},

@@ -1,4 +1,4 @@
-// The part of the gallery that stands still: every style in every state, painted.
+// The part of the gallery that does not change: every style in every state, painted.
 #ifndef ZELVREG_GALLERY_GALLERY_PAGE_H
 #define ZELVREG_GALLERY_GALLERY_PAGE_H
 
@@ -21,7 +21,7 @@ inline constexpr controls::Size cellSize = {100, 32};
 
 controls::Rectangle cellOf(int style, int column);
 
-// All of the ground, with the states that a real button cannot be kept in.
+// Paints the whole ground, with the states in which a real button cannot be kept.
 void paintPage(const controls::PaintBuffer& page);
 
 // A line of text on the page.

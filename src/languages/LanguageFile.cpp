@@ -14,7 +14,7 @@
 namespace zelvreg {
 namespace {
 
-// More than anybody needs. The list may come from anybody, so there is a limit.
+// More than anybody needs. Anybody may have written the list, so there is a limit.
 constexpr std::size_t mostLanguages = 1000;
 
 std::string_view untilEqualSign(std::string_view text) { return text.substr(0, text.find('=')); }
@@ -77,7 +77,7 @@ class LanguageList {
     return end;
   }
 
-  // Whether the last byte is a character, and not the second byte of one.
+  // Whether the last byte is a character of its own, not the second byte of one.
   static bool isAlone(std::string_view text, UINT page) {
     const std::string before = textOfCodePage(text.substr(0, text.size() - 1), page);
     return textOfCodePage(text, page) == before + text.back();

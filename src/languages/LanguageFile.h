@@ -1,4 +1,4 @@
-// The texts of the user's language, from plain files beside the program.
+// The texts of the user's language, from plain files in the program's folder.
 //
 // A file has sections "[Form42]" with lines key=value, in the code page that goes with the
 // language's charset (Charset.h), or in UTF-8 with a byte order mark.
@@ -13,14 +13,14 @@ namespace zelvreg {
 
 struct Form42;
 
-// The value of a key, names in any case; empty if file, section or key is missing. The search goes
-// on from the section's header to the end of the file, so a key that only a later section has is
-// found there. What follows a second "=" is lost, double quotes are removed, blanks stay.
+// The value of a key, names in any case; empty if file, section or key is missing. The search runs
+// from the section's header to the end of the file, so it also finds a key that only a later
+// section has. What follows a second "=" is lost, double quotes are removed, blanks stay.
 std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key,
                           int charset);
 
-// The list of languages: the fields of each entry (name, charset, tag), as many as it has. An entry
-// without any has none, a file without a list no entries. Each entry is in the code page of its own
+// The list of languages: the fields of each entry (name, charset, tag), as many as it has, which
+// may be none. A file without a list has no entries. Each entry is in the code page of its own
 // charset, unless the whole file is UTF-8.
 using LanguageFields = std::vector<std::string>;
 std::vector<LanguageFields> readLanguageList(const std::string& file);

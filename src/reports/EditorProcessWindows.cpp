@@ -1,6 +1,6 @@
 #include <windows.h>
 
-// These two stand on the one before.
+// These two need <windows.h> before them.
 #include <objbase.h>
 #include <wbemidl.h>
 

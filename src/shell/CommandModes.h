@@ -13,8 +13,8 @@ struct Form42;
 // Any other text is kept and has no effect.
 void readCommandLine(Form42& form, std::string_view commandLine);
 
-// The end of the load: ticks all rows in the modes of the suite and runs the scan of the mode. Does
-// not return in an automatic mode whose scan has a row to test.
+// The last step of the load: ticks all rows in the suite's modes and runs the scan of the mode.
+// Does not return in an automatic mode whose scan has a row to test.
 void runCommandMode(Form42& form);
 
 }  // namespace zelvreg

@@ -130,7 +130,7 @@ void changelangoru(Form42& form) {
   for (const Caption& caption : captions()) {
     caption.set(form, readLanguageText(form, "Form42", caption.key));
   }
-  // A button without words of its own, which does what this entry of the menu does.
+  // A button without a caption of its own, which does the same as this menu entry.
   form.chameleonButton9.toolTip = form.g.caption;
 }
 

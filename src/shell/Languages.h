@@ -17,8 +17,8 @@ void loadavlang(Form42& form);
 // language the form keeps its captions.
 void changelangoru(Form42& form);
 
-// The two parts of it that every form of the program needs: the stored choice, and the font
-// that the suite's settings name, in the language's charset.
+// The two parts of this that every form of the program needs: the stored choice, and the font that
+// the suite's settings name, in the language's charset.
 void readLanguageChoice(Form42& form);
 Font languageFont(const Form42& form);
 
@@ -32,7 +32,7 @@ void changeviewlang(Form42& form);
 
 // Chooses the language of a picker entry, counted from 0, for the program and for its next start.
 void lbllanguage_Click(Form42& form, std::size_t entry);
-// The colors of the picker under the mouse: on an entry, and off all of them.
+// Color the picker while the mouse moves: over an entry, and over none.
 void lbllanguage_MouseMove(Form42& form, std::size_t entry);
 void pictrlang_MouseMove(Form42& form);
 // Shows or hides the picker.

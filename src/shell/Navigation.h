@@ -16,7 +16,7 @@ void chameleonButton7_Click(Form42& form);
 void chameleonButton10_Click(Form42& form);
 void chameleonButton11_Click(Form42& form);
 
-// Leads to the options page, not to a search.
+// Opens the options page, not a search.
 void cmd_search_Click(Form42& form);
 void cmd_exclud_Click(Form42& form);
 
@@ -26,12 +26,12 @@ void Toolbar1_ButtonClick(Form42& form, std::size_t index);
 // Stores the ticks and ends the process.
 void chameleonButton4_Click(Form42& form);
 
-// Starts the search, with its progress and its stop where those of a scan are; nothing happens
-// while either runs. A cancel of something else that was before does not count.
+// Starts the search. Its progress and its Cancel button are those of a scan. Nothing happens while
+// either runs. A cancel from before does not count.
 void cmdFind_Click(Form42& form);
 
 void View1_ItemClick(Form42& form, std::size_t row);
-// Shows the results, all of them, when the row last clicked has problems and no scan runs.
+// Shows all results if the row last clicked has problems and no scan runs.
 void View1_DblClick(Form42& form);
 
 }  // namespace zelvreg

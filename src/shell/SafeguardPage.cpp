@@ -22,7 +22,7 @@ void showSafeguards(Form42& form) {
   form.SafeguardBoxes[letterBox].enabled = !isLetterSetByPolicy(form);
 }
 
-// A setting that cannot be kept shows in the box again.
+// If the setting could not be stored, the box shows the old one again.
 void keep(Form42& form, std::size_t index) {
   const bool isTicked = form.SafeguardBoxes[index].value;
   if (index == letterBox) {

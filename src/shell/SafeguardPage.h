@@ -1,5 +1,5 @@
-// The check boxes of the safeguards, on the page of the undo options. A tick keeps a safeguard;
-// that of the last box lifts all. What a policy has decided is shown and cannot be changed.
+// The check boxes of the safeguards, on the page of the undo options. A tick keeps a safeguard; a
+// tick in the last box lifts all. What a policy decides is shown and cannot be changed.
 #ifndef ZELVREG_SHELL_SAFEGUARD_PAGE_H
 #define ZELVREG_SHELL_SAFEGUARD_PAGE_H
 

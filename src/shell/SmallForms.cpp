@@ -52,7 +52,7 @@ void changelangoru(Form42& form, const char* section, const Controls& controls,
   }
 }
 
-// Of letters that every charset has: the line stands in the font of the language.
+// Only letters that every charset has, because the line is in the font of the language.
 std::string legalLine() {
   return "Copyright " + std::to_string(localDateTime().year) + " the zelvreg authors";
 }

@@ -10,8 +10,8 @@ struct Form42;
 void bindClicks(Form42& form);
 
 // The load of the form: binds the clicks, detects the system, applies language and color, creates
-// the rows with the stored ticks, runs the scan of an automatic mode, shows the
-// options page. No step can stop it; an automatic mode ends the process within it.
+// the rows with the stored ticks, runs the scan of an automatic mode, shows the options page. A
+// step that fails is skipped. An automatic mode ends the process from here.
 void Form_Load(Form42& form);
 
 }  // namespace zelvreg

@@ -18,8 +18,8 @@ constexpr DWORD blockSize = 256;
 constexpr const char* suiteTitle = "Zelvane Tuner";
 constexpr UINT countMessage = WM_USER + 1;
 
-// Whether the block can be written to its end. One that somebody else has made under this name, of
-// whatever size and sort, is mapped in the place of ours.
+// Whether the block can be written to its end. If somebody else has made a block of this name, of
+// whatever size and kind, that one is mapped instead of ours.
 bool isWritable(const void* view) {
   MEMORY_BASIC_INFORMATION region{};
   return VirtualQuery(view, &region, sizeof region) != 0 && region.State == MEM_COMMIT &&
@@ -38,7 +38,7 @@ class SharedText {
       close();
       return;
     }
-    // Without a terminator: the window learns the length by the message.
+    // Without a terminator: the message tells the window the length.
     const std::size_t size = std::min<std::size_t>(bytes.size(), blockSize);
     std::copy_n(bytes.begin(), size, static_cast<char*>(view));
     FlushViewOfFile(view, size);

@@ -1,4 +1,4 @@
-// How a scan that runs by itself reports to the main window of the suite.
+// How an automatic scan reports to the main window of the suite.
 #ifndef ZELVREG_SHELL_SUITE_BRIDGE_H
 #define ZELVREG_SHELL_SUITE_BRIDGE_H
 
@@ -8,9 +8,9 @@ namespace zelvreg {
 
 struct Form42;
 
-// Puts the text into a block of shared memory, in the computer's code page, in which missing
-// characters are replaced, and tells the suite's window of it and of its size in bytes. Ends the
-// process when there is no such window.
+// Puts the text into a block of shared memory, in the computer's code page with missing characters
+// replaced. Tells the suite's window, with the size in bytes. Ends the process if there is no such
+// window.
 void reportToSuite(const Form42& form, const std::string& text);
 
 // The tick: "r|" and the number of findings so far.

@@ -1,5 +1,5 @@
-// What the main form does when its window opens, is painted, shrinks to the notification area and
-// comes back.
+// What the main form does when its window opens, is painted, is minimized to the notification area
+// and comes back.
 #ifndef ZELVREG_SHELL_WINDOW_EVENTS_H
 #define ZELVREG_SHELL_WINDOW_EVENTS_H
 
@@ -12,16 +12,16 @@ struct Form42;
 // Half the difference of the sizes of screen and window, for both sides.
 void centerOnScreen(FormWindow& window, const Screen& screen);
 
-// A tick of the opening: the window comes down to its place and is shown there.
+// A tick while the window opens: it moves down to its place and is shown there.
 void Timer1_Timer(Form42& form);
 
-// The front end calls these when the window is activated, painted, has changed its state, and goes.
+// The front end calls these when the window is activated, painted, resized and closed.
 void Form_Activate(Form42& form);
 void Form_Paint(Form42& form);
 void Form_Resize(Form42& form);
 void Form_Unload(Form42& form);
 
-// Minimises the window.
+// Minimizes the window.
 void chameleonButton23_Click(Form42& form);
 // A press on the icon in the notification area: the window comes back.
 void TrayArea1_Click(Form42& form);
@@ -29,7 +29,7 @@ void TrayArea1_Click(Form42& form);
 // Opens the help file.
 void Image44_Click(Form42& form);
 
-// The shadow of every form of the program.
+// Draws the shadow that every form of the program has.
 void drawShadow(DropShadow& shadow);
 
 }  // namespace zelvreg

@@ -9,7 +9,7 @@
 
 namespace zelvreg {
 
-// A place at which a procedure is entered by its name, once one is bound to it.
+// Calls the procedure that is bound to it.
 class EntryPoint {
  public:
   void bind(std::function<void()> procedure) { bound = std::move(procedure); }
@@ -35,7 +35,7 @@ class Button : public Control, public EntryPoint {
   // The color under the mouse.
   Property<std::uint32_t, Change::Look> backOver{*this, windowColor};
 
-  // What a press does. The form's own code may click a disabled or hidden button as well.
+  // Does what a press does. The form's own code may also click a disabled or hidden button.
   void click() const { run(); }
 };
 

@@ -1,4 +1,4 @@
-// A list of texts of which one is chosen, or typed where the box is editable.
+// A list of texts of which one is chosen, or typed if the box is editable.
 #ifndef ZELVREG_WIDGETS_COMBO_BOX_H
 #define ZELVREG_WIDGETS_COMBO_BOX_H
 
@@ -25,7 +25,7 @@ class ComboBox : public Control {
   void add(std::string_view text);
 
   [[nodiscard]] int listIndex() const { return index; }
-  // Takes over the entry's text. A position outside the list is refused: the old one stays.
+  // Takes the entry's text. A position outside the list is refused: the old one stays.
   void setListIndex(int position);
 
   [[nodiscard]] const std::string& text() const { return content; }

@@ -38,7 +38,7 @@ class ControlPeer {
   virtual void changed(const Control& control, Change what, std::size_t row) = 0;
 };
 
-// One piece of a control's state. Assigning tells the peer, also when the value is the same.
+// One piece of a control's state. Assigning tells the peer, even if the value is the same.
 template <class T, Change what>
 class Property {
  public:
@@ -47,7 +47,7 @@ class Property {
   ~Property() = default;
 
   Property& operator=(T newValue);
-  // Takes over the other's value.
+  // Takes the other's value.
   Property& operator=(const Property& other) {
     if (this != &other) {
       *this = other.value;
@@ -96,7 +96,7 @@ class Control {
   // Shows the state as it is now, without waiting for the message queue.
   void refresh() { changed(Change::Repaint); }
 
-  // The peer is not owned and must outlive its being attached; none is allowed.
+  // The peer is not owned and must live until it is detached. Null detaches.
   void attach(ControlPeer* newPeer) { peer = newPeer; }
 
   void changed(Change what, std::size_t row = 0) const {

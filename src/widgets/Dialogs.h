@@ -33,7 +33,7 @@ struct CommonDialog {
 
 class Dialogs {
  public:
-  // Shows a message and waits for the answer. Without a front end a message is passed over and a
+  // Shows a message and waits for the answer. Without a front end a message is ignored and a
   // question is answered No.
   [[nodiscard]] Answer ask(const UserMessage& message) const {
     if (show) {

@@ -1,4 +1,4 @@
-// A form as a window, and what stands around it on the desktop.
+// A form as a window, with its shadow, its icon in the notification area and its menus.
 #ifndef ZELVREG_WIDGETS_FORM_WINDOW_H
 #define ZELVREG_WIDGETS_FORM_WINDOW_H
 
@@ -23,8 +23,8 @@ class FormWindow : public Control {
   Property<WindowState, Change::Look> windowState{*this, WindowState::Normal};
 };
 
-// The usable size of the screen, in twips. The front end sets it; without one it is that of a
-// screen of 1024 by 768 points.
+// The usable size of the screen, in twips. The front end sets it; without one it is a screen of
+// 1024 by 768 pixels.
 struct Screen {
   int width = 15360;
   int height = 11520;
@@ -35,7 +35,7 @@ class DropShadow : public Control {
  public:
   DropShadow() { visible = false; }
 
-  // `depth` is its width in points at 96 to the inch.
+  // `depth` is its width in pixels at 96 dpi.
   void draw(std::uint32_t shadowColor, int shadowDepth) {
     foreColor = shadowColor;
     depth = shadowDepth;

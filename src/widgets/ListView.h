@@ -35,7 +35,7 @@ struct CellStyle {
 
 class ListView : public Control {
  public:
-  // `smallIcons` is not owned and outlives the list.
+  // `smallIcons` is not owned and must outlive the list.
   ListView(const ImageList& smallIcons, std::vector<ColumnHeader> headers);
 
   [[nodiscard]] std::size_t count() const { return rows.size(); }
@@ -45,27 +45,27 @@ class ListView : public Control {
   void clear();
 
   [[nodiscard]] const std::string& text(std::size_t row, std::size_t column) const;
-  // A column that the list does not have is outside it.
+  // A column that the list does not have counts as outside it.
   void setText(std::size_t row, std::size_t column, std::string_view text);
 
-  // Puts a new sub-item at a position, moving those from there on back by one; the cell of that
-  // column shows the new one. A position more than one after the last is refused.
+  // Inserts a sub-item at a position and moves those from there on one place to the right. The cell
+  // of that column shows the new one. A position more than one after the last is refused.
   void addSubItem(std::size_t row, std::size_t position, std::string_view text,
                   std::string_view reportIcon);
   [[nodiscard]] const std::string& reportIcon(std::size_t row, std::size_t column) const;
 
-  // Of a sub-item, which must be there already.
+  // Of a sub-item, which must exist.
   [[nodiscard]] CellStyle cellStyle(std::size_t row, std::size_t column) const;
   void setCellStyle(std::size_t row, std::size_t column, CellStyle style);
 
   [[nodiscard]] const std::string& smallIcon(std::size_t row) const;
-  // A key that the image list does not hold is refused: the row keeps the icon that it had.
+  // A key that the image list does not hold is refused: the row keeps its icon.
   void setSmallIcon(std::size_t row, std::string_view key);
 
   [[nodiscard]] bool isChecked(std::size_t row) const;
   void setChecked(std::size_t row, bool checked);
 
-  // A number that a row carries from place to place; 0 until it is given one.
+  // A number that stays with a row when the row moves; 0 until it is set.
   [[nodiscard]] std::size_t tag(std::size_t row) const;
   void setTag(std::size_t row, std::size_t tag);
 

@@ -18,7 +18,7 @@ bool MessageQueue::hasWork() const {
 }
 
 void MessageQueue::doEvents() {
-  // Taking an empty queue out would cost more than all else here.
+  // Swapping an empty queue would cost more than everything else here.
   if (!pending.empty()) {
     for (const auto& work : std::exchange(pending, {})) {
       work();

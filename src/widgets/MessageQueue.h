@@ -9,8 +9,8 @@
 
 namespace zelvreg {
 
-// Ticks from the queue while it is enabled. A form's timer stays where it was made: the queue
-// knows it by its address.
+// Ticks from the queue while it is enabled. It must not move in memory: the queue keeps its
+// address.
 class Timer {
  public:
   // The first tick is due one interval after enabling.
@@ -28,10 +28,10 @@ class Timer {
 
 class MessageQueue {
  public:
-  // The timers are not owned and outlive the queue.
+  // The timers are not owned and must outlive the queue.
   explicit MessageQueue(std::vector<Timer*> formTimers) : timers(std::move(formTimers)) {}
 
-  // Work for the next time that the queue is served. It may post more, which waits for the time
+  // Adds work for the next time the queue is served. Work that it posts itself waits for the time
   // after that.
   void post(std::function<void()> work) { pending.push_back(std::move(work)); }
 
@@ -39,8 +39,8 @@ class MessageQueue {
   // Long loops call it in every pass, so a press re-enters the form from here.
   void doEvents();
 
-  // Whether something is posted or a timer runs: then the queue is to be served again soon, also
-  // when the system has no message.
+  // Whether something is posted or a timer runs. Then the queue must be served again soon, even if
+  // the system has no message.
   [[nodiscard]] bool hasWork() const;
 
   // What the front end does with the system's own messages; none by default.

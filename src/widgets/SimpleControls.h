@@ -30,7 +30,7 @@ class Frame : public Control {
   Property<std::string, Change::Text> caption{*this, {}};
 };
 
-// A picture, a picture box or a line of color; `file` is empty for one drawn by the form itself.
+// A picture, a picture box or a colored line; `file` is empty if the form draws it itself.
 class Picture : public Control {
  public:
   Property<std::string, Change::Look> file{*this, {}};
@@ -61,11 +61,11 @@ class CheckBox : public Control, public EntryPoint {
   Property<std::string, Change::Text> caption{*this, {}};
   Property<bool, Change::Value> value{*this, false};
 
-  // What follows a press; the value is the new one already.
+  // Runs after a press, with the new value set.
   void click() const { run(); }
 };
 
-// One of a group of which one is on. The front end and the form's code switch the others off.
+// One of a group of which only one is on. The front end and the form's code turn the others off.
 class OptionButton : public Control {
  public:
   explicit OptionButton(std::string text = {}) { caption = std::move(text); }

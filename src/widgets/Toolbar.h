@@ -15,7 +15,7 @@ struct ToolbarButton {
   std::string toolTip;
 };
 
-// Buttons count from 1 for whoever is told of a press; gaps count, too.
+// A press gives the number of the button, from 1; gaps count, too.
 struct Toolbar : Control {
   explicit Toolbar(std::vector<ToolbarButton> toolbarButtons)
       : buttons(std::move(toolbarButtons)) {}

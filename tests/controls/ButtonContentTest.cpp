@@ -9,7 +9,7 @@ constexpr Size button = {120, 40};
 constexpr Size picture = {16, 16};
 constexpr Size text = {40, 14};
 
-TEST(ButtonContent, PictureAndCaptionStandInTheMiddleAsOneBlock) {
+TEST(ButtonContent, PictureAndCaptionAreCenteredAsOneBlock) {
   EXPECT_EQ(placeContent(button, picture, text, PicturePlace::Left, false, 96),
             (ContentPlaces{{28, 12, 44, 28}, {52, 13, 92, 27}}));
   EXPECT_EQ(placeContent(button, picture, text, PicturePlace::Right, false, 96),
@@ -22,18 +22,18 @@ TEST(ButtonContent, PictureAndCaptionStandInTheMiddleAsOneBlock) {
             (ContentPlaces{{52, 12, 68, 28}, {40, 13, 80, 27}}));
 }
 
-TEST(ButtonContent, APlaceThatDoesNotExistIsLeft) {
+TEST(ButtonContent, APlaceThatDoesNotExistMeansLeft) {
   EXPECT_EQ(placeContent(button, picture, text, PicturePlace{9}, false, 96),
             placeContent(button, picture, text, PicturePlace::Left, false, 96));
 }
 
-TEST(ButtonContent, LeftAlignedContentBeginsBehindTheMargin) {
+TEST(ButtonContent, LeftAlignedContentBeginsAfterTheMargin) {
   const ContentPlaces places = placeContent(button, picture, text, PicturePlace::Left, true, 96);
   EXPECT_EQ(places.picture.left, 12);
   EXPECT_EQ(places.text.left, 36);
 }
 
-TEST(ButtonContent, WithoutAPictureTheCaptionHasTheMiddleForItself) {
+TEST(ButtonContent, WithoutAPictureTheCaptionIsCentered) {
   EXPECT_EQ(placeContent(button, {}, text, PicturePlace::Left, false, 96).text,
             (Rectangle{40, 13, 80, 27}));
   EXPECT_EQ(captionRoom(button, {}, PicturePlace::Left, 96), (Size{96, 40}));
@@ -70,11 +70,11 @@ class ShownPicture : public ::testing::Test {
   ButtonProperties properties;
 };
 
-TEST_F(ShownPicture, IsNoneWithoutAPicture) {
+TEST_F(ShownPicture, IsNullWithoutAPicture) {
   EXPECT_EQ(shownPicture(properties, {}, {}), nullptr);
 }
 
-TEST_F(ShownPicture, TheHoveredStateHasOneOfItsOwnOrTheNormalOne) {
+TEST_F(ShownPicture, TheHoveredStateHasItsOwnOrTheNormalOne) {
   properties.PictureNormal = ofPixels({0xFF000001});
   EXPECT_EQ(pixels(true), pixels(false));
   properties.PictureOver = ofPixels({0xFF000002});
@@ -82,14 +82,14 @@ TEST_F(ShownPicture, TheHoveredStateHasOneOfItsOwnOrTheNormalOne) {
   EXPECT_EQ(pixels(false), std::vector<std::uint32_t>{0xFF000001});
 }
 
-TEST_F(ShownPicture, ItsMaskColorIsTransparentUnlessThatIsSwitchedOff) {
+TEST_F(ShownPicture, ItsMaskColorIsTransparentUnlessTurnedOff) {
   properties.PictureNormal = ofPixels({0xFFC0C0C0, 0xFF112233});
   EXPECT_EQ(pixels(), (std::vector<std::uint32_t>{0, 0xFF112233}));
   properties.UseMaskColor = false;
   EXPECT_EQ(pixels(), (std::vector<std::uint32_t>{0xFFC0C0C0, 0xFF112233}));
 }
 
-TEST_F(ShownPicture, GreyIsTheNormalStateOnly) {
+TEST_F(ShownPicture, OnlyTheNormalStateIsGray) {
   properties.PictureNormal = ofPixels({0xFFFF0000});
   properties.UseGreyscale = true;
   EXPECT_EQ(pixels(), std::vector<std::uint32_t>{0xFF4D4D4D});
@@ -102,7 +102,7 @@ TEST_F(ShownPicture, TakesTheColorOfTheText) {
   EXPECT_EQ(pixels(), (std::vector<std::uint32_t>{0xFF102030, 0x80081018, 0}));
 }
 
-TEST_F(ShownPicture, PalesUntilTheMouseIsOverIt) {
+TEST_F(ShownPicture, IsPaleUntilTheMouseIsOverIt) {
   properties.PictureNormal = ofPixels({0xFF6496C8});
   properties.SpecialEffect = static_cast<std::int16_t>(PictureEffect::Pale);
   EXPECT_EQ(pixels(), std::vector<std::uint32_t>{0x993C5A78});
@@ -119,7 +119,7 @@ TEST_F(ShownPicture, CastsAShadowOfOnePixel) {
   EXPECT_EQ(shown->at(1, 1), 0x66000000U);
 }
 
-TEST_F(ShownPicture, OfADisabledButtonIsGreyAndPale) {
+TEST_F(ShownPicture, OfADisabledButtonIsGrayAndPale) {
   properties.PictureNormal = ofPixels({0xFFFF0000});
   properties.Enabled = false;
   EXPECT_EQ(pixels(true), std::vector<std::uint32_t>{0x73232323});

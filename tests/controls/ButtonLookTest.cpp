@@ -74,7 +74,7 @@ TEST(ButtonLook, NoTwoStylesOrStatesHaveEqualPixels) {
   }
 }
 
-// One style in all states, with the face of its own that the properties tell.
+// One style in all states, with the face that the properties give it.
 void expectStatesApart(std::int32_t style, std::uint32_t back, std::int32_t scheme,
                        const Palette& palette) {
   std::vector<NamedState> all = states;
@@ -92,7 +92,7 @@ void expectStatesApart(std::int32_t style, std::uint32_t back, std::int32_t sche
   }
 }
 
-TEST(ButtonLook, StatesAreToldApartWhateverTheColors) {
+TEST(ButtonLook, StatesDifferWhateverTheColors) {
   for (const std::uint32_t accent :
        {0x3D649AU, 0x000000U, 0xFFFFFFU, 0xFFFF00U, 0xE3EBF5U, 0x101010U}) {
     Palette palette;
@@ -106,9 +106,7 @@ TEST(ButtonLook, StatesAreToldApartWhateverTheColors) {
   }
 }
 
-TEST(ButtonLook, StatesAreToldApartInTheSystemsColors) {
-  expectStatesApart(2, systemColor(15), 2, {});
-}
+TEST(ButtonLook, StatesDifferInTheSystemsColors) { expectStatesApart(2, systemColor(15), 2, {}); }
 
 TEST(ButtonLook, TextCanBeReadInEachStateOfEachStyle) {
   for (std::int32_t style = 1; style <= styleCount; ++style) {
@@ -187,7 +185,7 @@ TEST(ButtonLook, ColorsOfTheNormalAndTheHoveredStateAreTakenFromTheirProperties)
   EXPECT_EQ(hovered.text, rgb(0x330000));
 }
 
-TEST(ButtonLook, AHoveredButtonIsToldApartWhenBothColorsAreTheSame) {
+TEST(ButtonLook, AHoveredButtonDiffersEvenIfBothColorsAreTheSame) {
   for (std::int32_t style = 1; style <= styleCount; ++style) {
     ButtonProperties properties;
     properties.ButtonType = style;
@@ -234,7 +232,7 @@ TEST(ButtonLook, LengthsGrowWithTheResolution) {
   EXPECT_EQ(usualLook(2, states[0], 192).shapes[1].line, 2);
 }
 
-TEST(ButtonLook, StyleElevenHasAnotherOutlineUnderTheMouse) {
+TEST(ButtonLook, StyleElevenChangesItsOutlineUnderTheMouse) {
   ButtonProperties properties;
   properties.ButtonType = changingStyle;
   EXPECT_NE(outlineRadius(properties, false, 96), outlineRadius(properties, true, 96));

@@ -1,4 +1,4 @@
-// Text is drawn by Windows.
+// Windows draws the text.
 #include "controls/ButtonPainter.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ class ButtonPainter : public ::testing::TestWithParam<int> {
     return buffer.copy();
   }
 
-  // What the pixels of a caption touch, on a plain white button.
+  // The rectangle around the pixels of a caption, on a plain white button.
   static Rectangle inked(const std::string& caption, int dpi) {
     ButtonProperties properties;
     const Bitmap without = painted(properties, {}, dpi);
@@ -77,7 +77,7 @@ TEST_P(ButtonPainter, NoTwoStylesOrStatesHaveEqualPixels) {
   }
 }
 
-TEST_P(ButtonPainter, ACaptionStandsInTheMiddle) {
+TEST_P(ButtonPainter, ACaptionIsCentered) {
   const int dpi = GetParam();
   const Rectangle ink = inked("OHO", dpi);
   EXPECT_GT(ink.width(), scaled(15, dpi));
@@ -98,7 +98,7 @@ TEST_P(ButtonPainter, TheTextGrowsWithTheResolution) {
   EXPECT_NEAR(share, dpi / 96.0, 0.2);
 }
 
-TEST_P(ButtonPainter, APictureStandsLeftOfTheCaption) {
+TEST_P(ButtonPainter, APictureIsLeftOfTheCaption) {
   const int dpi = GetParam();
   Bitmap red(scaled(16, dpi), scaled(16, dpi));
   std::ranges::fill(red.pixels, 0xFFFF0000);
@@ -115,7 +115,7 @@ TEST_P(ButtonPainter, APictureStandsLeftOfTheCaption) {
   EXPECT_EQ(redPixels, red.width);
 }
 
-TEST_P(ButtonPainter, ASystemColorThatIsNotAButtonsIsTheSystems) {
+TEST_P(ButtonPainter, ASystemColorOtherThanTheDefaultIsTheSystems) {
   const int dpi = GetParam();
   const auto middleOf = [dpi](const ButtonProperties& properties) {
     const Bitmap bitmap = painted(properties, {}, dpi);
@@ -134,7 +134,7 @@ TEST_P(ButtonPainter, ASystemColorThatIsNotAButtonsIsTheSystems) {
   EXPECT_EQ(middleOf(properties), system(COLOR_HIGHLIGHT));
 }
 
-TEST_P(ButtonPainter, ACaptionBelowAPictureIsNotBrokenWhereThereIsNoRoom) {
+TEST_P(ButtonPainter, ACaptionBelowAPictureDoesNotWrapWithoutRoom) {
   const int dpi = GetParam();
   ButtonProperties properties;
   properties.PictureNormal = std::make_shared<const Bitmap>(scaled(6, dpi), scaled(6, dpi));
@@ -152,7 +152,7 @@ TEST_P(ButtonPainter, ACaptionBelowAPictureIsNotBrokenWhereThereIsNoRoom) {
 
 INSTANTIATE_TEST_SUITE_P(AtEachResolution, ButtonPainter, ::testing::Values(96, 144, 192));
 
-TEST(MakeIcon, HalfOfAColorIsDrawnHalfOverTheGround) {
+TEST(MakeIcon, AHalfTransparentColorIsMixedWithTheGround) {
   Bitmap picture(16, 16);
   std::ranges::fill(picture.pixels, 0x80800000);
   HICON icon = makeIcon(picture);

@@ -35,7 +35,7 @@ TEST(ButtonProperties, AnEmptyBagYieldsTheDefaultOfEachProperty) {
   EXPECT_FALSE(read.Value);
 }
 
-TEST(ButtonProperties, WithoutAFontTheFormsIsTaken) {
+TEST(ButtonProperties, WithoutAFontItHasTheForms) {
   const Ambient form{true, {"Tahoma", 11, true, false, false}};
   EXPECT_EQ(readButton({}, form).Font, form.font);
 }
@@ -49,7 +49,7 @@ TEST(ButtonProperties, TheHoveredColorsFollowTheNormalOnes) {
   EXPECT_EQ(read.ForeOver, 0xFFFFFFU);
 }
 
-TEST(ButtonProperties, HoveredColorsOfTheirOwnStand) {
+TEST(ButtonProperties, HoveredColorsOfTheirOwnAreKept) {
   PropertyBag bag;
   bag.write("BCOL", 1);
   bag.write("BCOLO", 2);
@@ -60,7 +60,7 @@ TEST(ButtonProperties, HoveredColorsOfTheirOwnStand) {
   EXPECT_EQ(read.ForeOver, 4U);
 }
 
-TEST(ButtonProperties, TheKeysAreThoseOfFormsThatWereStoredBefore) {
+TEST(ButtonProperties, TheKeysAreThoseOfStoredForms) {
   std::string keys;
   for (const ButtonProperty& property : buttonProperties()) {
     keys.append(property.name).append(" ").append(property.key).append("\n");
@@ -110,7 +110,7 @@ TEST(ButtonProperties, WhatIsStoredIsReadBack) {
   EXPECT_EQ(readButton(bag, {}), stored);
 }
 
-TEST(ButtonProperties, AValueOfAnotherKindIsNoValue) {
+TEST(ButtonProperties, AValueOfAnotherKindIsIgnored) {
   PropertyBag bag;
   bag.write("BTYPE", std::string("seven"));
   bag.write("ENAB", 0);
@@ -128,20 +128,20 @@ TEST(ButtonDesign, EachSetterMarksItsKeyAsChanged) {
   EXPECT_EQ(design.changedKeys(), (std::set<std::string_view>{"BTYPE", "HAND"}));
 }
 
-TEST(ButtonDesign, TheSameValueMarksItsKeyToo) {
+TEST(ButtonDesign, TheSameValueAlsoMarksItsKey) {
   ButtonDesign design;
   design.set(&ButtonProperties::ButtonType, 2);
   EXPECT_TRUE(design.changedKeys().contains("BTYPE"));
 }
 
-TEST(ButtonDesign, FieldsOfOneTypeAreToldApart) {
+TEST(ButtonDesign, FieldsOfTheSameTypeHaveTheirOwnKeys) {
   ButtonDesign design;
   EXPECT_EQ(design.set(&ButtonProperties::BackColor, 1U), "BCOL");
   EXPECT_EQ(design.set(&ButtonProperties::ForeOver, 1U), "FCOLO");
   EXPECT_EQ(design.set(&ButtonProperties::PictureOver, Picture()), "PICH");
 }
 
-TEST(ButtonDesign, SavingStoresAllAndLeavesNothingMarked) {
+TEST(ButtonDesign, SavingStoresAllAndClearsTheMarks) {
   ButtonDesign design;
   design.set(&ButtonProperties::Caption, std::string("Start"));
   PropertyBag bag;

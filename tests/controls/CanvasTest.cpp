@@ -31,7 +31,7 @@ TEST(Canvas, ASquareRectangleOnWholePixelsIsSharp) {
   }
 }
 
-TEST(Canvas, ARectangleIsFilledUpToItsEdgesAndCutAtTheCanvas) {
+TEST(Canvas, ARectangleIsFilledToItsEdgesAndClippedToTheCanvas) {
   Bitmap bitmap = whiteBitmap(4, 4);
   Canvas(bitmap).fill({2, -1, 9, 3}, rgb(0x102030));
   for (int row = 0; row < 4; ++row) {
@@ -41,7 +41,7 @@ TEST(Canvas, ARectangleIsFilledUpToItsEdgesAndCutAtTheCanvas) {
   }
 }
 
-TEST(Canvas, AnOutlineLiesInsideItsRectangle) {
+TEST(Canvas, AnOutlineIsInsideItsRectangle) {
   Bitmap bitmap = whiteBitmap(5, 5);
   Shape outline = filled(0, 0, 5, 5);
   outline.line = 1;
@@ -96,7 +96,7 @@ TEST(Canvas, OpacityMixesWithWhatIsThere) {
   EXPECT_EQ(bitmap.at(0, 0), 0xFF808080);
 }
 
-TEST(Canvas, ShapesAndPicturesAreCutAtTheEdges) {
+TEST(Canvas, ShapesAndPicturesAreClippedAtTheEdges) {
   Bitmap bitmap = whiteBitmap(2, 2);
   Canvas canvas(bitmap);
   canvas.draw(filled(-5, -5, 1, 1));
@@ -126,7 +126,7 @@ TEST(Canvas, APictureIsBlendedByItsAlpha) {
   EXPECT_EQ(bitmap.at(1, 0), white);
 }
 
-TEST(Canvas, EachPixelIsCoveredAsItsMiddleSays) {
+TEST(Canvas, TheMiddleOfAPixelDecidesHowItIsCovered) {
   std::minstd_rand random(7);
   const auto between = [&random](double from, double to) {
     return from + (to - from) * static_cast<double>(random() % 1000) / 1000;
@@ -171,7 +171,7 @@ TEST(Color, PropertiesHaveRedInTheLowestByte) {
   EXPECT_FALSE(isSystemColor(10118205));
 }
 
-TEST(Color, MixesByShareAndNoFurther) {
+TEST(Color, MixesByShareFromZeroToOne) {
   EXPECT_EQ(mix(rgb(0x000000), rgb(0xFFFFFF), 0.5), rgb(0x808080));
   EXPECT_EQ(mix(rgb(0x102030), rgb(0xFFFFFF), -1), rgb(0x102030));
   EXPECT_EQ(mix(rgb(0x102030), rgb(0xFFFFFF), 2), rgb(0xFFFFFF));

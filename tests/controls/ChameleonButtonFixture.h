@@ -1,4 +1,4 @@
-// A button on a form, and how tests work it.
+// A button on a form, and what tests do with it.
 #ifndef ZELVREG_TESTS_CONTROLS_CHAMELEON_BUTTON_FIXTURE_H
 #define ZELVREG_TESTS_CONTROLS_CHAMELEON_BUTTON_FIXTURE_H
 
@@ -22,7 +22,7 @@ class ChameleonButton : public ::testing::Test {
   LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
     return send(button->hwnd(), message, wParam, lParam);
   }
-  // A key as the message loop of a form with a keyboard sees it.
+  // A key as the message loop of a form receives it.
   void pressInDialog(HWND window, UINT message, WPARAM key) const {
     MSG press{};
     press.hwnd = window;

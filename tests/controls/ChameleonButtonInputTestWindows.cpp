@@ -8,7 +8,7 @@ namespace {
 
 using fixture::Form;
 
-TEST_F(ChameleonButton, AClickIsHeardByItselfAndByTheForm) {
+TEST_F(ChameleonButton, AClickIsReportedToItselfAndToTheForm) {
   int clicks = 0;
   button->onClick = [&] { ++clicks; };
   send(BM_CLICK);
@@ -51,7 +51,7 @@ TEST_F(ChameleonButton, ItsAccessKeyPressesIt) {
   EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(ChameleonButton, TheDialogManagerLeavesItDrawnByItsOwner) {
+TEST_F(ChameleonButton, ItStaysOwnerDrawnWhenTheDialogManagerChangesItsStyle) {
   send(BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
   EXPECT_EQ(GetWindowLongW(button->hwnd(), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
   EXPECT_TRUE(send(WM_GETDLGCODE) & DLGC_DEFPUSHBUTTON);
@@ -59,7 +59,7 @@ TEST_F(ChameleonButton, TheDialogManagerLeavesItDrawnByItsOwner) {
   EXPECT_TRUE(send(WM_GETDLGCODE) & DLGC_UNDEFPUSHBUTTON);
 }
 
-TEST_F(ChameleonButton, KeysAndMouseAreHeard) {
+TEST_F(ChameleonButton, KeysAndMouseAreReported) {
   std::string heard;
   button->onKeyDown = [&](int key) { heard += "down" + std::to_string(key) + " "; };
   button->onKeyUp = [&](int key) { heard += "up" + std::to_string(key) + " "; };
@@ -80,7 +80,7 @@ TEST_F(ChameleonButton, KeysAndMouseAreHeard) {
   EXPECT_EQ(heard, "down65 up65 move0,3,4 press2,5,6 release2,5,6 ");
 }
 
-TEST_F(ChameleonButton, AnArrowKeyMovesTheFocusByTheTabKey) {
+TEST_F(ChameleonButton, AnArrowKeyMovesTheFocusAsTheTabKeyDoes) {
   SetFocus(button->hwnd());
   send(WM_KEYDOWN, VK_RIGHT);
   MSG message{};
@@ -101,7 +101,7 @@ TEST_F(ChameleonButton, TwoQuickPressesAreTwoClicks) {
   EXPECT_EQ(clicks, 2);
 }
 
-TEST_F(ChameleonButton, AsACheckBoxItChangesItsValueBeforeTheClickIsHeard) {
+TEST_F(ChameleonButton, AsACheckBoxItChangesItsValueBeforeTheClick) {
   bool seen = false;
   button->onClick = [&] { seen = button->properties().Value; };
   send(BM_CLICK);
@@ -135,7 +135,7 @@ TEST_F(ChameleonButton, ACursorThatLeavesWithoutAMessageIsNoticedAtTheNextTick) 
   EXPECT_FALSE(KillTimer(button->hwnd(), 1)) << "its timer has stopped";
 }
 
-TEST_F(ChameleonButton, HeldDownItIsNotHoveredByTheMouseOutside) {
+TEST_F(ChameleonButton, HeldDownItIsNotHoveredWhileTheMouseIsOutside) {
   int left = 0;
   button->onMouseOut = [&] { ++left; };
   moveMouseOn();
@@ -143,7 +143,7 @@ TEST_F(ChameleonButton, HeldDownItIsNotHoveredByTheMouseOutside) {
   SetCursorPos(5, 5);
   tick();
   for (int move = 0; move < 3; ++move) {
-    // It hears them as long as it has captured the mouse.
+    // It receives mouse moves as long as it has captured the mouse.
     send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(-65, -65));
     EXPECT_FALSE(button->isHovered());
     tick();
@@ -174,7 +174,7 @@ TEST_F(ChameleonButton, TheLeaveEventComesWhenItIsNoLongerHovered) {
   EXPECT_FALSE(wasHovered);
 }
 
-TEST_F(ChameleonButton, StyleElevenSetWithTheCursorOnACutCornerIsLeftAtOnce) {
+TEST_F(ChameleonButton, StyleElevenSetWithTheCursorOnACutCornerIsNotHovered) {
   moveMouseOn();
   SetCursorPos(50 + 20 + 3, 40 + 30 + 3);
   int left = 0;
@@ -213,7 +213,7 @@ TEST_F(ChameleonButton, TheMousePointerIsShownOverIt) {
   EXPECT_NE(shown(2), own);
 }
 
-TEST_F(ChameleonButton, AClickMayBeItsEnd) {
+TEST_F(ChameleonButton, AClickMayDestroyIt) {
   button->onClick = [this] { button.reset(); };
   send(BM_CLICK);
   EXPECT_EQ(button, nullptr);

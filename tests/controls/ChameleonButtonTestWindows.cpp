@@ -1,7 +1,7 @@
-// A button is a window of Windows.
+// A button is a window of the system.
 #include "controls/ChameleonButtonFixture.h"
 
-// This one stands on <windows.h>.
+// This one needs <windows.h> before it.
 #include <commctrl.h>
 
 #include <array>
@@ -14,7 +14,7 @@ namespace {
 
 using fixture::isInOutline;
 
-TEST_F(ChameleonButton, IsAButtonOfTheSystemUnderneath) {
+TEST_F(ChameleonButton, ItsWindowIsAButtonOfTheSystem) {
   std::array<wchar_t, 32> name{};
   GetClassNameW(button->hwnd(), name.data(), static_cast<int>(name.size()));
   EXPECT_STREQ(name.data(), L"Button");
@@ -44,7 +44,7 @@ TEST_F(ChameleonButton, TheTransparencyFlagIsForDesignTimeAndStyle5) {
   EXPECT_FALSE(designed.isTransparent());
 }
 
-TEST_F(ChameleonButton, StyleElevenSetUnderTheMouseTakesItsOutlineAtOnce) {
+TEST_F(ChameleonButton, StyleElevenSetUnderTheMouseChangesTheOutlineAtOnce) {
   moveMouseOn();
   EXPECT_TRUE(isInOutline(button->hwnd(), 2, 2));
   button->set(&ButtonProperties::ButtonType, changingStyle);
@@ -93,7 +93,7 @@ TEST_F(ChameleonButton, TheGroundOfTheFormShowsAroundIt) {
   EXPECT_EQ(painted().at(50, 2) & 0xFFFFFF, 0x0AC81EU);
 }
 
-TEST_F(ChameleonButton, TheGroundIsTakenFromBehindItsOwnPlace) {
+TEST_F(ChameleonButton, TheGroundIsThatOfItsOwnPlace) {
   form.paintGround = [](HDC dc) { SetPixel(dc, 20, 30, RGB(1, 2, 3)); };
   EXPECT_EQ(painted().at(0, 0) & 0xFFFFFF, 0x010203U);
 }
@@ -167,7 +167,7 @@ std::wstring tipOf(HWND form, HWND window) {
   return text;
 }
 
-TEST_F(ChameleonButton, ItsToolTipCanBeReplacedAndTakenAway) {
+TEST_F(ChameleonButton, ItsToolTipCanBeReplacedAndRemoved) {
   button->setToolTip("Exit");
   EXPECT_EQ(tipOf(form.hwnd(), button->hwnd()), L"Exit");
   button->setToolTip("Close");
@@ -176,7 +176,7 @@ TEST_F(ChameleonButton, ItsToolTipCanBeReplacedAndTakenAway) {
   EXPECT_EQ(tipOf(form.hwnd(), button->hwnd()), L"");
 }
 
-TEST_F(ChameleonButton, AFormThatIsDestroyedLeavesItsStateBehind) {
+TEST_F(ChameleonButton, ItKeepsItsStateWhenTheFormIsDestroyed) {
   button->set(&ButtonProperties::Caption, "Start");
   DestroyWindow(form.hwnd());
   EXPECT_EQ(button->hwnd(), nullptr);
@@ -184,7 +184,7 @@ TEST_F(ChameleonButton, AFormThatIsDestroyedLeavesItsStateBehind) {
   button->set(&ButtonProperties::Caption, "Stop");
 }
 
-TEST_F(ChameleonButton, TenThousandPaintsLeaveNoObjectBehind) {
+TEST_F(ChameleonButton, TenThousandPaintsLeakNoObject) {
   button->set(&ButtonProperties::Caption, "&Button");
   button->set(&ButtonProperties::PictureNormal, std::make_shared<const Bitmap>(16, 16));
   button->paint(PaintBuffer({100, 32}).dc());
@@ -199,7 +199,7 @@ TEST_F(ChameleonButton, TenThousandPaintsLeaveNoObjectBehind) {
   EXPECT_EQ(fixture::graphicsObjectsLeft(), before);
 }
 
-TEST_F(ChameleonButton, ChangesOfStyleAndFontLeaveNoObjectBehind) {
+TEST_F(ChameleonButton, ChangesOfStyleAndFontLeakNoObject) {
   button->setFontSize(10);
   const int before = fixture::graphicsObjectsLeft();
   for (int count = 0; count < 500; ++count) {

@@ -1,4 +1,4 @@
-// Menus are those of Windows.
+// The menus are the system's.
 #include "controls/CoolMenu.h"
 
 #include <algorithm>
@@ -105,7 +105,7 @@ TEST_F(CoolMenuTest, EntriesBecomeOwnerDrawnAndKeepTheirText) {
   EXPECT_TRUE(infoOf(popup, 2).fState & MFS_GRAYED);
 }
 
-TEST_F(CoolMenuTest, UninstallingGivesTheEntriesBack) {
+TEST_F(CoolMenuTest, UninstallingRestoresTheEntries) {
   CoolMenu& menu = *menus.current();
   menu.uninstall();
   EXPECT_EQ(menu.items().Count(), 0U);
@@ -117,20 +117,20 @@ TEST_F(CoolMenuTest, UninstallingGivesTheEntriesBack) {
   EXPECT_EQ(textOf(popup, 0), "&Open\tCtrl+O");
 }
 
-TEST_F(CoolMenuTest, AtTheEndOfTheProgramTheMenusAreReleased) {
+TEST_F(CoolMenuTest, WhenTheProgramEndsTheMenusAreReleased) {
   menus.release();
   EXPECT_EQ(menus.current(), nullptr);
   EXPECT_FALSE(infoOf(popup, 0).fType & MFT_OWNERDRAW);
 }
 
-TEST_F(CoolMenuTest, NewEntriesAreTakenInByInstallingAgain) {
+TEST_F(CoolMenuTest, InstallingAgainAddsNewEntries) {
   AppendMenuW(popup, MF_STRING, 5, L"&New");
   menus.current()->installPopup(popup);
   EXPECT_EQ(menus.current()->items().Count(), 6U);
   EXPECT_TRUE(infoOf(popup, 4).fType & MFT_OWNERDRAW);
 }
 
-TEST_F(CoolMenuTest, MenusWithinMenusAreTakenIn) {
+TEST_F(CoolMenuTest, SubmenusAreInstalled) {
   HMENU inner = CreatePopupMenu();
   AppendMenuW(inner, MF_STRING, 6, L"&Deep");
   AppendMenuW(popup, MF_POPUP | MF_STRING, reinterpret_cast<UINT_PTR>(inner), L"&More");
@@ -150,7 +150,7 @@ TEST_F(CoolMenuTest, ARecordHolds127CharactersOfACaption) {
   }
 }
 
-TEST_F(CoolMenuTest, MeasuresByTextAndSystem) {
+TEST_F(CoolMenuTest, TheSizeFollowsFromTextAndSystem) {
   const MEASUREITEMSTRUCT open = measured(popup, 0);
   const MEASUREITEMSTRUCT print = measured(popup, 2);
   EXPECT_GT(open.itemWidth, print.itemWidth) << "it has keys as well";
@@ -161,14 +161,14 @@ TEST_F(CoolMenuTest, MeasuresByTextAndSystem) {
   EXPECT_LT(measured(bar, 0).itemWidth, print.itemWidth);
 }
 
-TEST_F(CoolMenuTest, MeasuresLargerAtALargerResolution) {
+TEST_F(CoolMenuTest, TheSizeGrowsWithTheResolution) {
   const UINT small = measured(popup, 0).itemHeight;
   menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}}, 192));
   menus.current()->installBar(bar);
   EXPECT_EQ(measured(popup, 0).itemHeight, 2 * small);
 }
 
-TEST_F(CoolMenuTest, RequestsOfOthersAreLeftToThem) {
+TEST_F(CoolMenuTest, RequestsForOtherControlsAreNotAnswered) {
   MEASUREITEMSTRUCT request{};
   request.CtlType = ODT_MENU;
   request.itemData = 12345;
@@ -179,7 +179,7 @@ TEST_F(CoolMenuTest, RequestsOfOthersAreLeftToThem) {
   EXPECT_FALSE(menus.current()->draw(reinterpret_cast<LPARAM>(&drawing)));
 }
 
-TEST_F(CoolMenuTest, DrawsGroundTextAndPictureInsideItsPlaceOnly) {
+TEST_F(CoolMenuTest, DrawsGroundTextAndPictureOnlyInsideItsPlace) {
   const Bitmap entry = drawn(0, 0);
   EXPECT_EQ(entry.at(5, 16), 0xFF00FF00);
   EXPECT_EQ(entry.at(172, 16), 0xFF00FF00);
@@ -206,7 +206,7 @@ TEST_F(CoolMenuTest, ADisabledPictureLosesItsColors) {
   EXPECT_GT(countOf(entry, system(COLOR_3DSHADOW)), 100);
 }
 
-TEST_F(CoolMenuTest, ACaptionThatCannotBeChosenIsDrawnTwiceLightBehindDark) {
+TEST_F(CoolMenuTest, ACaptionThatCannotBeChosenIsDrawnTwiceDarkOverLight) {
   const std::array<INT, 2> indices{COLOR_MENU, COLOR_3DHILIGHT};
   const std::array<COLORREF, 2> before{GetSysColor(COLOR_MENU), GetSysColor(COLOR_3DHILIGHT)};
   const std::array<COLORREF, 2> apart{RGB(120, 130, 140), RGB(250, 255, 245)};
@@ -217,7 +217,7 @@ TEST_F(CoolMenuTest, ACaptionThatCannotBeChosenIsDrawnTwiceLightBehindDark) {
   const int lightOfOther = countOf(drawn(2, 0), system(COLOR_3DHILIGHT));
   SetSysColors(2, indices.data(), before.data());
   EXPECT_GT(light, 0);
-  EXPECT_GT(dark, light) << "the dark one stands in front";
+  EXPECT_GT(dark, light) << "the dark one is in front";
   EXPECT_EQ(lightOfOther, 0);
 }
 
@@ -234,12 +234,12 @@ TEST_F(CoolMenuTest, APictureGrowsWithTheResolution) {
     }
     return count;
   };
-  // Of 32 x 32 pixels the upper half is transparent and four rows lie outside of the entry.
+  // Of 32 x 32 pixels the upper half is transparent and four rows are outside the entry.
   EXPECT_GT(countInItsColumn(0, 0xFFFF0000), 32 * 12 * 3 / 4);
   EXPECT_GT(countInItsColumn(ODS_GRAYED, system(COLOR_3DSHADOW)), 32 * 12 * 3 / 4);
 }
 
-TEST_F(CoolMenuTest, TheDisabledPictureIsDarkOverLightOnePixelFurther) {
+TEST_F(CoolMenuTest, TheDisabledPictureIsDarkOverLightMovedByOnePixel) {
   const PaintBuffer buffer({20, 20});
   buffer.canvas().clear(rgb(0x00FF00));
   drawDisabledPicture(buffer.dc(), images, 0, {1, 1, 17, 17});
@@ -271,7 +271,7 @@ TEST_F(CoolMenuTest, AnAccessKeyRunsItsEntryOrChoosesTheFirstOfSeveral) {
   EXPECT_EQ(menus.current()->findKey(popup, u'z'), std::nullopt);
 }
 
-TEST_F(CoolMenuTest, PressingAnAccessKeyOnReachesEachOfItsEntries) {
+TEST_F(CoolMenuTest, PressingAnAccessKeyAgainReachesEachOfItsEntries) {
   const auto choose = [this](UINT position, UINT state) {
     MENUITEMINFOW info{};
     info.cbSize = sizeof info;
@@ -293,7 +293,7 @@ TEST_F(CoolMenuTest, AnAccessKeyIsALetterOfAnyScript) {
   AppendMenuW(popup, MF_STRING, 8, L"\u8868\u793A(&\u30BD)");
   menus.current()->installPopup(popup);
   EXPECT_EQ(answer(L'\u00E4'), MAKELRESULT(4, MNC_EXECUTE));
-  EXPECT_EQ(answer(L'\u015A'), MAKELRESULT(5, MNC_EXECUTE)) << "the first one, in the other case";
+  EXPECT_EQ(answer(L'\u015A'), MAKELRESULT(5, MNC_EXECUTE)) << "the first one, in another case";
   EXPECT_EQ(answer(L'\u0436'), MAKELRESULT(6, MNC_EXECUTE));
   EXPECT_EQ(answer(L'\u30BD'), MAKELRESULT(7, MNC_EXECUTE));
   EXPECT_EQ(menus.current()->findKey(popup, u'\u0437'), std::nullopt);
@@ -316,19 +316,19 @@ TEST_F(CoolMenuTest, ACaptionIsMeasuredByItsCharacters) {
     return static_cast<int>(
         measured(popup, static_cast<UINT>(GetMenuItemCount(popup)) - 1).itemWidth);
   };
-  // The same letter in three alphabets, which fonts draw alike.
+  // Letters of three alphabets that fonts draw alike.
   const int latin = widthOf(L"HHHHHHHHHH");
   EXPECT_NEAR(widthOf(L"\u041D\u041D\u041D\u041D\u041D\u041D\u041D\u041D\u041D\u041D"), latin, 10);
   EXPECT_NEAR(widthOf(L"\u0397\u0397\u0397\u0397\u0397\u0397\u0397\u0397\u0397\u0397"), latin, 10);
 }
 
-TEST_F(CoolMenuTest, DrawingLeavesNoObjectBehind) {
+TEST_F(CoolMenuTest, DrawingLeaksNoObject) {
   const auto drawEach = [this] {
     drawn(0, ODS_GRAYED);
     drawn(0, ODS_CHECKED);
     measured(popup, 0);
   };
-  // What the system makes at the first use of a color or a font stays.
+  // The system keeps what it creates at the first use of a color or a font.
   drawEach();
   const int before = fixture::graphicsObjectsLeft();
   for (int count = 0; count < 200; ++count) {

@@ -1,4 +1,4 @@
-// A window for controls to stand on, that remembers what it is told.
+// A window for controls, which keeps the messages that it receives.
 #ifndef ZELVREG_TESTS_CONTROLS_FORM_FIXTURE_H
 #define ZELVREG_TESTS_CONTROLS_FORM_FIXTURE_H
 
@@ -18,7 +18,7 @@ struct Message {
   LPARAM lParam = 0;
 };
 
-// Shown at (50, 40), 300 x 200 pixels, without a frame. Its ground is that of the usual palette.
+// Shown at (50, 40), 300 x 200 pixels, without a frame. Its ground is the usual palette's.
 class Form {
  public:
   Form();
@@ -29,7 +29,7 @@ class Form {
   [[nodiscard]] HWND hwnd() const { return window; }
   // How often a message has come.
   [[nodiscard]] int count(UINT number) const;
-  // Handles all messages that wait.
+  // Handles all messages in the queue.
   static void pump();
 
   // Paints the ground instead, if it is set.
@@ -48,7 +48,7 @@ class Form {
 bool isInOutline(HWND window, int x, int y);
 bool hasOutline(HWND window);
 
-// How many graphics objects can still be made. The count of those in use is not told everywhere.
+// How many graphics objects can still be made. Not every system gives the count of those in use.
 int graphicsObjectsLeft();
 
 }  // namespace zelvreg::controls::fixture

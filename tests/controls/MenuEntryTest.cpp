@@ -21,7 +21,7 @@ TEST(MyItemDatas, CountsFromOne) {
   EXPECT_EQ(datas.Item(3), nullptr);
 }
 
-TEST(MyItemDatas, ARemovedRecordLeavesTheOthersWhereTheyAre) {
+TEST(MyItemDatas, RemovingARecordDoesNotMoveTheOthers) {
   CMyItemDatas datas;
   datas.Add(entry("first"));
   const CMyItemData* second = &datas.Add(entry("second"));
@@ -31,7 +31,7 @@ TEST(MyItemDatas, ARemovedRecordLeavesTheOthersWhereTheyAre) {
   EXPECT_EQ(datas.Item(1), second);
 }
 
-TEST(MyItemDatas, AreWalkedInOrder) {
+TEST(MyItemDatas, AreInOrder) {
   CMyItemDatas datas;
   datas.Add(entry("first"));
   datas.Add(entry("second"));
@@ -42,7 +42,7 @@ TEST(MyItemDatas, AreWalkedInOrder) {
   EXPECT_EQ(walked, "first second ");
 }
 
-TEST(MenuCaption, KeysStandBehindATab) {
+TEST(MenuCaption, KeysFollowAfterATab) {
   EXPECT_EQ(splitCaption("&Save\tCtrl+S").text, "&Save");
   EXPECT_EQ(splitCaption("&Save\tCtrl+S").keys, "Ctrl+S");
   EXPECT_EQ(splitCaption("&Save").keys, "");
@@ -95,7 +95,7 @@ TEST(EntrySize, OfTheMenuBarHasNoRoomForAPicture) {
   EXPECT_EQ(entrySize(entry("File", true), {24, 13}, {}, {}), (Size{42, 19}));
 }
 
-TEST(EntrySize, OfALineIsLow) {
+TEST(EntrySize, OfASeparatorIsLow) {
   EXPECT_EQ(entrySize(entry("", false, menuSeparator), {}, {}, {}).height, 9);
 }
 
@@ -105,11 +105,11 @@ TEST(EntrySize, GrowsWithTheResolution) {
   EXPECT_EQ(large, (Size{2 * small.width, 2 * small.height}));
 }
 
-TEST(EntrySize, ALargeFontMakesRoomForItself) {
+TEST(EntrySize, GrowsWithALargeFont) {
   EXPECT_EQ(entrySize(entry("Open"), {90, 40}, {}, {}).height, 50);
 }
 
-TEST(EntryPlaces, StandBesideEachOther) {
+TEST(EntryPlaces, AreSideBySide) {
   const MenuEntryPlaces places = placeEntry(entry("Open"), {0, 24, 100, 48}, {});
   EXPECT_EQ(places.picture, (Rectangle{5, 28, 21, 44}));
   EXPECT_EQ(places.frame, (Rectangle{2, 25, 24, 47}));
@@ -118,7 +118,7 @@ TEST(EntryPlaces, StandBesideEachOther) {
   EXPECT_EQ(places.highlight, (Rectangle{2, 24, 98, 48}));
 }
 
-TEST(EntryPlaces, OfTheMenuBarIsTextAlone) {
+TEST(EntryPlaces, OfTheMenuBarHoldTextOnly) {
   const MenuEntryPlaces places = placeEntry(entry("File", true), {10, 0, 52, 19}, {});
   EXPECT_EQ(places.text, (Rectangle{10, 0, 52, 19}));
   EXPECT_EQ(places.highlight, places.text);

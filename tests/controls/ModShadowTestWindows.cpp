@@ -44,7 +44,7 @@ TEST_F(ModShadow, ItsProcedureIsTheSystemsOwn) {
   EXPECT_EQ(description.cbWndExtra, 16);
 }
 
-TEST_F(ModShadow, ASecondOneIsNotMade) {
+TEST_F(ModShadow, ASecondOneIsNotCreated) {
   HWND first = shadow();
   modShadow::create(form.hwnd());
   EXPECT_EQ(shadow(), first);
@@ -87,7 +87,7 @@ TEST_F(ModShadow, HidesWhileItsTargetIsMinimized) {
   EXPECT_TRUE(IsWindowVisible(shadow()));
 }
 
-TEST_F(ModShadow, IsGoneAfterItsRemoval) {
+TEST_F(ModShadow, IsDestroyedByRemovingIt) {
   HWND gone = shadow();
   modShadow::destroy(form.hwnd());
   EXPECT_EQ(shadow(), nullptr);
@@ -97,13 +97,13 @@ TEST_F(ModShadow, IsGoneAfterItsRemoval) {
   EXPECT_EQ(shadow(), nullptr);
 }
 
-TEST_F(ModShadow, GoesWithItsTarget) {
+TEST_F(ModShadow, IsDestroyedWithItsTarget) {
   HWND gone = shadow();
   DestroyWindow(form.hwnd());
   EXPECT_FALSE(IsWindow(gone));
 }
 
-TEST_F(ModShadow, DrawingLeavesNoObjectBehind) {
+TEST_F(ModShadow, DrawingLeaksNoObject) {
   modShadow::setSize(form.hwnd(), 9);
   const int before = fixture::graphicsObjectsLeft();
   for (int count = 0; count < 100; ++count) {

@@ -17,7 +17,7 @@ TEST(ShadowAlpha, FallsFromTheWindowToItsEnd) {
   }
 }
 
-TEST(ShadowAlpha, NeverLeavesItsBounds) {
+TEST(ShadowAlpha, StaysWithinItsLimits) {
   EXPECT_EQ(shadowAlpha(0, {10, 0, 1000, 0}), 255);
   EXPECT_EQ(shadowAlpha(0, {10, 0, -5, 0}), 0);
   EXPECT_EQ(shadowAlpha(0, {0, 0, 100, 0}), 0);
@@ -52,7 +52,7 @@ TEST(ShadowCorner, WithoutASizeThereIsNone) {
   EXPECT_TRUE(shadowCorner({-4, 0, 100, 0}).pixels.empty());
 }
 
-TEST(ShadowPlace, SurroundsTheWindowAndHangsALittleLower) {
+TEST(ShadowPlace, SurroundsTheWindowAndIsALittleLower) {
   EXPECT_EQ(shadowPlace({100, 50, 300, 250}, settings), (Rectangle{90, 42, 310, 262}));
 }
 

@@ -1,4 +1,4 @@
-// Outlines are given to windows.
+// Outlines belong to windows.
 #include "controls/TransForm.h"
 
 #include <algorithm>
@@ -41,7 +41,7 @@ class TransFormTest : public ::testing::Test {
   std::string shown;
 };
 
-TEST_F(TransFormTest, WhatShowsTheMaskColorIsLeftOut) {
+TEST_F(TransFormTest, PixelsInTheMaskColorAreCutOut) {
   TransForm control(form.hwnd());
   control.Refresh();
   EXPECT_FALSE(isInOutline(form.hwnd(), 0, 0));
@@ -91,7 +91,7 @@ TEST_F(TransFormTest, WithoutTransparencyTheFormIsWhole) {
   EXPECT_FALSE(hasOutline(form.hwnd()));
 }
 
-TEST_F(TransFormTest, AnOutlineOfTheFormItselfStaysItsBound) {
+TEST_F(TransFormTest, AnOutlineOfTheFormItselfRemainsItsLimit) {
   SetWindowRgn(form.hwnd(), CreateRectRgn(0, 0, 200, 200), FALSE);
   TransForm control(form.hwnd());
   control.Refresh();
@@ -171,7 +171,7 @@ TEST_F(TransFormTest, ReadsAndStoresItsProperties) {
   EXPECT_EQ(readFormShape(stored), (FormShape{RGB(0, 0, 255), true, false}));
 }
 
-TEST_F(TransFormTest, AFormThatIsDestroyedFirstIsForgotten) {
+TEST_F(TransFormTest, TheFormMayBeDestroyedFirst) {
   TransForm control(form.hwnd());
   DestroyWindow(form.hwnd());
   control.Refresh();
@@ -200,7 +200,41 @@ TEST_F(TransFormTest, WhatIsChosenInTheSystemMenuIsPostedToTheForm) {
   EXPECT_GE(chosen->wParam, 0xF000U) << "where the commands of a system menu begin";
 }
 
-TEST_F(TransFormTest, ShapingLeavesNoObjectBehind) {
+class SystemMenuTest : public TransFormTest {
+ protected:
+  // Where the system menu opens.
+  POINT placeOfMenu() {
+    RECT menu{};
+    form.answer = [this, &menu](const fixture::Message& message) {
+      if (message.number == WM_ENTERIDLE) {
+        GetWindowRect(reinterpret_cast<HWND>(message.lParam), &menu);
+        PostMessageW(form.hwnd(), WM_KEYDOWN, VK_ESCAPE, 0);
+      }
+      return false;
+    };
+    TransForm(form.hwnd()).PopupSysMenu();
+    return {menu.left, menu.top};
+  }
+};
+
+// The form is at (50, 40), 300 x 200 pixels.
+TEST_F(SystemMenuTest, OpensAtTheCursor) {
+  SetCursorPos(120, 90);
+  const POINT place = placeOfMenu();
+  EXPECT_EQ(place.x, 120);
+  EXPECT_EQ(place.y, 90);
+}
+
+TEST_F(SystemMenuTest, OpensInTheCornerOfTheFormIfTheCursorIsElsewhere) {
+  for (const POINT cursor : {POINT{5, 5}, POINT{350, 100}, POINT{100, 240}}) {
+    SetCursorPos(cursor.x, cursor.y);
+    const POINT place = placeOfMenu();
+    EXPECT_EQ(place.x, 50);
+    EXPECT_EQ(place.y, 40);
+  }
+}
+
+TEST_F(TransFormTest, ShapingLeaksNoObject) {
   TransForm control(form.hwnd());
   control.Refresh();
   const int before = fixture::graphicsObjectsLeft();

@@ -79,7 +79,7 @@ TEST_F(TrayAreaTest, HidingItDeletesTheSameRecord) {
   EXPECT_FALSE(area.isShown());
 }
 
-TEST_F(TrayAreaTest, SettingVisibleToItsPresentValueDoesNothing) {
+TEST_F(TrayAreaTest, SettingVisibleToItsOldValueDoesNothing) {
   area.setVisible(false);
   EXPECT_TRUE(host.calls.empty());
   EXPECT_TRUE(area.changedKeys().empty());
@@ -97,7 +97,7 @@ TEST_F(TrayAreaTest, AtDesignTimeNoIconIsShown) {
   EXPECT_TRUE(designed.changedKeys().contains("Visible"));
 }
 
-TEST_F(TrayAreaTest, ANewIconReplacesTheOneThatStands) {
+TEST_F(TrayAreaTest, ANewIconReplacesTheOneThatIsShown) {
   area.setIcon(picture(16));
   EXPECT_TRUE(host.calls.empty());
   area.setVisible(true);
@@ -107,7 +107,7 @@ TEST_F(TrayAreaTest, ANewIconReplacesTheOneThatStands) {
   EXPECT_EQ(lastRecord().icon, 32U);
 }
 
-TEST_F(TrayAreaTest, ANewTipReplacesTheOneThatStands) {
+TEST_F(TrayAreaTest, ANewTipReplacesTheOneThatIsShown) {
   area.setVisible(true);
   area.setToolTip("Scanning");
   EXPECT_EQ(host.calls.back().first, TrayCall::Modify);
@@ -156,7 +156,7 @@ TEST_F(TrayAreaTest, IsStoredUnderTheNamesOfItsMembers) {
   EXPECT_TRUE(bag.holds("Icon") && bag.holds("ToolTip") && bag.holds("Visible"));
 }
 
-TEST_F(TrayAreaTest, TakesItsIconAwayAtItsEnd) {
+TEST_F(TrayAreaTest, RemovesItsIconWhenItIsDestroyed) {
   {
     TrayArea brief(host, true);
     brief.setVisible(true);
@@ -170,7 +170,7 @@ TEST(TrayId, RunsFrom1To65535) {
   EXPECT_EQ(trayId(0.99999999), 65535U);
 }
 
-TEST_F(TrayAreaTest, TheXPositionOfAMoveIsTheNumberOfAMessage) {
+TEST_F(TrayAreaTest, TheXPositionOfAMouseMoveIsAMessageNumber) {
   struct Row {
     int number;
     TrayNotice notice;
@@ -183,7 +183,7 @@ TEST_F(TrayAreaTest, TheXPositionOfAMoveIsTheNumberOfAMessage) {
   };
   std::vector<TrayNotice> heard;
   area.onNotice = [&](TrayNotice notice) { heard.push_back(notice); };
-  // 96, 144 and 192 dots to the inch.
+  // 96, 144 and 192 dpi.
   for (const double twips : {15.0, 10.0, 7.5}) {
     for (const Row& row : rows) {
       heard.clear();

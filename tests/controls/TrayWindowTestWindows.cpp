@@ -1,4 +1,4 @@
-// Notifications come to a window.
+// A window receives the notifications.
 #include "controls/TrayWindow.h"
 
 #include <gtest/gtest.h>

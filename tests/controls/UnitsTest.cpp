@@ -22,7 +22,7 @@ TEST(FirstUnits, KeepThePairsOfSurrogatesTogether) {
   EXPECT_EQ(firstUnits(text.substr(1), 1), u"");
 }
 
-TEST(FirstUnits, CutBesideALoneSurrogate) {
+TEST(FirstUnits, CutNextToALoneSurrogate) {
   const std::u16string lone{u'a', char16_t{0xD800}, u'b', char16_t{0xDC00}, u'c'};
   for (const std::size_t units : {1U, 2U, 3U, 4U}) {
     EXPECT_EQ(firstUnits(lone, units), lone.substr(0, units)) << units;

@@ -24,7 +24,7 @@ TEST(CornerCuts, AreSmallRectanglesAtAllFourCorners) {
   }
 }
 
-TEST(CornerCuts, TakeOffOnlyWhatLiesWhollyOutside) {
+TEST(CornerCuts, CutOnlyWhatIsWhollyOutside) {
   const Shape shape{0, 0, 40, 20, 7, 0, {}, {}};
   for (const Rectangle& cut : cornerCuts({40, 20}, 7)) {
     for (int column = cut.left; column < cut.right; ++column) {
@@ -33,7 +33,7 @@ TEST(CornerCuts, TakeOffOnlyWhatLiesWhollyOutside) {
   }
 }
 
-TEST(CornerCuts, TakeOffMoreWhereTheOutlineItselfIsToBeRound) {
+TEST(CornerCuts, CutMoreIfTheOutlineItselfMustBeRound) {
   const std::vector<Rectangle> cuts = cornerCuts({40, 20}, 8, 0.5);
   ASSERT_FALSE(cuts.empty());
   EXPECT_GT(cuts[0].right, cornerCuts({40, 20}, 8)[0].right);
@@ -79,7 +79,7 @@ TEST(OpaqueParts, NothingIsLeftOfATransparentPicture) {
   EXPECT_TRUE(partsOf({"..", ".."}).empty());
 }
 
-TEST(OpaqueParts, CornersAreLeftOut) {
+TEST(OpaqueParts, TransparentCornersAreLeftOut) {
   EXPECT_EQ(partsOf({".xx.", "xxxx", "xxxx", ".xx."}),
             (Parts{{1, 0, 3, 1}, {0, 1, 4, 3}, {1, 3, 3, 4}}));
 }

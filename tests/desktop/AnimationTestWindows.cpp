@@ -1,10 +1,10 @@
-// The decoder of pictures is one of the system's own.
+// The decoder is the system's.
 #include "desktop/Animation.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <objbase.h>
 
 #include <random>
@@ -46,7 +46,7 @@ class AnimationTest : public ::testing::Test {
   }
 };
 
-TEST_F(AnimationTest, FramesAreWholePicturesWithTheirTimes) {
+TEST_F(AnimationTest, FramesAreWholePicturesWithDelays) {
   const Animation animation = read(sound().bytes());
   ASSERT_EQ(animation.size(), 2U);
   EXPECT_EQ(animation[0].picture.width, 3);
@@ -64,14 +64,14 @@ TEST_F(AnimationTest, TheProgramsOwnIsShownWhole) {
   EXPECT_EQ(animation.back().picture.height, 96);
 }
 
-TEST_F(AnimationTest, NoFileIsNoPicture) {
+TEST_F(AnimationTest, AMissingFileHasNoFrames) {
   EXPECT_TRUE(readAnimation("").empty());
   EXPECT_TRUE(readAnimation("no such file.gif").empty());
   EXPECT_TRUE(readAnimation(programFolder()).empty());
   EXPECT_TRUE(read("").empty());
 }
 
-TEST_F(AnimationTest, AFrameIsCutAtTheEdgesOfThePicture) {
+TEST_F(AnimationTest, AFrameIsClippedToThePicture) {
   GifFile gif(3, 2);
   gif.add({.left = 2, .top = 1, .width = 4, .height = 4, .color = GifFile::blue});
   const Animation animation = read(gif.bytes());
@@ -79,7 +79,7 @@ TEST_F(AnimationTest, AFrameIsCutAtTheEdgesOfThePicture) {
   EXPECT_EQ(animation[0].picture.pixels, (std::vector<std::uint32_t>{0, 0, 0, 0, 0, blue}));
 }
 
-TEST_F(AnimationTest, AFrameFarOutsideLeavesThePictureAsItIs) {
+TEST_F(AnimationTest, AFrameFarOutsideDoesNotChangeThePicture) {
   GifFile gif(3, 2);
   gif.add({.left = 65535, .top = 65535, .disposal = 2});
   gif.add({.left = 65535});
@@ -98,7 +98,7 @@ TEST_F(AnimationTest, APictureThatClaimsToBeHugeIsNotShown) {
   }
 }
 
-TEST_F(AnimationTest, AHugeFrameEndsIt) {
+TEST_F(AnimationTest, ReadingStopsAtAHugeFrame) {
   GifFile gif = sound();
   gif.addHead({.width = 513, .height = 513});
   EXPECT_LE(read(gif.bytes()).size(), 2U);
@@ -127,7 +127,7 @@ TEST_F(AnimationTest, OnlyTheFirstOfManyFramesAreRead) {
   EXPECT_EQ(read(gif.bytes()).size(), 200U);
 }
 
-TEST_F(AnimationTest, LargeFramesAreFewerSinceMemoryIsScarce) {
+TEST_F(AnimationTest, OfLargeFramesFewerAreReadToSaveMemory) {
   GifFile gif(512, 512);
   for (int number = 0; number < 100; ++number) {
     gif.add({});
@@ -135,12 +135,12 @@ TEST_F(AnimationTest, LargeFramesAreFewerSinceMemoryIsScarce) {
   EXPECT_EQ(read(gif.bytes()).size(), 64U);
 }
 
-TEST_F(AnimationTest, AFileThatIsLargerThanAnyNeedIsNotRead) {
+TEST_F(AnimationTest, AFileThatIsTooLargeIsNotRead) {
   EXPECT_TRUE(read(sound().bytes() + std::string(4 << 20, '\0')).empty());
 }
 
-TEST_F(AnimationTest, OtherFormatsAreNotGivenToTheirDecoders) {
-  // A sound bitmap of one pixel.
+TEST_F(AnimationTest, OtherFormatsAreNotDecoded) {
+  // A valid bitmap of one pixel.
   std::string bitmap(58, '\0');
   bitmap.replace(0, 3, "BM\x3A");
   bitmap[10] = 54;
@@ -152,14 +152,14 @@ TEST_F(AnimationTest, OtherFormatsAreNotGivenToTheirDecoders) {
   EXPECT_TRUE(read(std::string("\x89PNG\r\n\x1A\n", 8)).empty());
 }
 
-TEST_F(AnimationTest, ATornFileGivesNoMoreThanItHolds) {
+TEST_F(AnimationTest, ATruncatedFileGivesOnlyWhatItHolds) {
   const std::string whole = sound().bytes();
   for (std::size_t length = 0; length < whole.size(); ++length) {
     EXPECT_LE(read(whole.substr(0, length)).size(), 2U) << length;
   }
 }
 
-TEST_F(AnimationTest, ADamagedFileGivesPicturesWithinTheLimits) {
+TEST_F(AnimationTest, ADamagedFileGivesFramesWithinTheLimits) {
   const std::string whole = sound().bytes();
   std::minstd_rand random(1);  // the same damage each time
   for (int number = 0; number < 1000; ++number) {

@@ -7,7 +7,7 @@ namespace {
 
 constexpr double readable = 4.5;
 
-TEST(Colors, TextIsReadableOnWhatItStandsOn) {
+TEST(Colors, TextIsReadableOnItsGround) {
   const Colors colors;
   for (const Tone ground :
        {Tone::Surface, Tone::Ground, Tone::SideBar, Tone::Header, Tone::Selected}) {
@@ -30,7 +30,7 @@ TEST(Colors, TextOnTheAccentIsWhiteOrDarkWhicheverIsReadMoreEasily) {
   EXPECT_EQ(colors[Tone::OnAccent], rgb(0xFFFFFF));
 }
 
-TEST(Colors, HighContrastTakesTheSystemsColorsAlone) {
+TEST(Colors, HighContrastUsesOnlyTheSystemsColors) {
   Colors colors;
   const auto numbered = [](int number) { return Rgb{static_cast<std::uint8_t>(number), 1, 2}; };
   colors.useSystem(numbered);
@@ -40,7 +40,7 @@ TEST(Colors, HighContrastTakesTheSystemsColorsAlone) {
   }
   constexpr int windowText = 8;
   EXPECT_EQ(colors[Tone::Text], numbered(windowText));
-  // The suite's color waits until the user has the program's own again.
+  // The suite's color is used again as soon as high contrast is off.
   colors.setAccent(rgb(0x80FF80));
   EXPECT_EQ(colors[Tone::Accent].green, 1);
   colors.useOwn();
@@ -48,7 +48,7 @@ TEST(Colors, HighContrastTakesTheSystemsColorsAlone) {
   EXPECT_EQ(colors[Tone::Accent], rgb(0x80FF80));
 }
 
-TEST(Colors, ButtonsAreDrawnForTheGroundThatTheyStandOn) {
+TEST(Colors, ButtonsAreDrawnForTheGroundThatTheyAreOn) {
   const Colors colors;
   const controls::Palette palette = colors.paletteOn(Tone::SideBar);
   EXPECT_EQ(palette.ground, colors[Tone::SideBar]);

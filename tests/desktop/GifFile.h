@@ -1,4 +1,4 @@
-// The bytes of a GIF that says of itself what a test wants it to say.
+// The bytes of a GIF whose header fields a test can set freely.
 #ifndef ZELVREG_TESTS_DESKTOP_GIF_FILE_H
 #define ZELVREG_TESTS_DESKTOP_GIF_FILE_H
 
@@ -35,7 +35,7 @@ class GifFile {
     addBlocks(packed(frame));
   }
 
-  // Only what a frame says of itself.
+  // Only the header of a frame.
   void addHead(const GifFrame& frame) {
     text.append({'\x21', '\xF9', 4, static_cast<char>(frame.disposal << 2)});
     text += number(frame.delay);
@@ -51,7 +51,7 @@ class GifFile {
     return {static_cast<char>(value), static_cast<char>(value >> 8)};
   }
 
-  // Codes of three bits, which stay so short as the table of strings is cleared after each pixel.
+  // Codes of three bits. They stay that short because the table is cleared after each pixel.
   static std::string packed(const GifFrame& frame) {
     constexpr unsigned clear = 4;
     constexpr unsigned end = 5;

@@ -51,7 +51,7 @@ TEST_F(KeyboardTest, ThePickerOpensAtTheLanguageInUse) {
   form.langIndex = 2;
   keys.begin();
   EXPECT_EQ(marked(), 2);
-  // A stored number may be any.
+  // The stored number may be anything.
   form.langIndex = -7;
   keys.begin();
   EXPECT_EQ(marked(), 0);
@@ -73,7 +73,7 @@ TEST_F(KeyboardTest, TheArrowsStayInsideThePicker) {
   EXPECT_EQ(marked(), 2);
 }
 
-TEST_F(KeyboardTest, TheMarkedLanguageIsTaken) {
+TEST_F(KeyboardTest, TheMarkedLanguageIsChosen) {
   PickerKeys keys(form);
   form.pictrlang.visible = true;
   form.lbllanguage[1]->tag = "german";

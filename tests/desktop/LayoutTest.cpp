@@ -17,8 +17,8 @@ struct Placed {
 };
 
 Place placeOf(const Control& control) {
-  return {control.left / twipsPerPoint, control.top / twipsPerPoint, control.width / twipsPerPoint,
-          control.height / twipsPerPoint};
+  return {control.left / twipsPerPixel, control.top / twipsPerPixel, control.width / twipsPerPixel,
+          control.height / twipsPerPixel};
 }
 
 bool overlap(const Place& one, const Place& other) {
@@ -30,7 +30,7 @@ class LayoutTest : public ::testing::Test {
  protected:
   LayoutTest() { layOut(form); }
 
-  // What stands in each frame; the window itself is null.
+  // The places in each frame; the window itself is null.
   std::map<const Frame*, std::vector<Placed>> contents() {
     std::map<const Frame*, std::vector<Placed>> placed;
     for (const LabelPlace& each : labelPlaces()) {
@@ -61,22 +61,22 @@ class LayoutTest : public ::testing::Test {
   Form42 form;
 };
 
-TEST_F(LayoutTest, NothingStandsOnAnythingElse) {
+TEST_F(LayoutTest, NothingOverlaps) {
   for (const auto& [frame, placed] : contents()) {
     for (std::size_t one = 0; one < placed.size(); ++one) {
       for (std::size_t other = one + 1; other < placed.size(); ++other) {
         EXPECT_FALSE(overlap(placed[one].place, placed[other].place))
             << "numbers " << one << " and " << other << " of the frame at "
-            << (frame == nullptr ? 0 : frame->top.get() / twipsPerPoint);
+            << (frame == nullptr ? 0 : frame->top.get() / twipsPerPixel);
       }
     }
   }
 }
 
-TEST_F(LayoutTest, EverythingLiesInsideItsFrame) {
+TEST_F(LayoutTest, EverythingIsInsideItsFrame) {
   for (const auto& [frame, placed] : contents()) {
-    const int width = frame == nullptr ? windowWidth : frame->width / twipsPerPoint;
-    const int height = frame == nullptr ? windowHeight : frame->height / twipsPerPoint;
+    const int width = frame == nullptr ? windowWidth : frame->width / twipsPerPixel;
+    const int height = frame == nullptr ? windowHeight : frame->height / twipsPerPixel;
     for (const Placed& each : placed) {
       EXPECT_GE(each.place.left, 0);
       EXPECT_GE(each.place.top, 0);
@@ -92,13 +92,13 @@ TEST_F(LayoutTest, AllSixteenRowsCanBeSeenWithoutScrolling) {
   EXPECT_GE(categoryListPlace(form).height, headerHeight + rows * rowHeight + borders);
 }
 
-TEST_F(LayoutTest, TheListGivesWayToTheProgressOfAScan) {
+TEST_F(LayoutTest, TheListMakesRoomForTheProgressOfAScan) {
   form.Frame8.visible = true;
   const Place list = categoryListPlace(form);
   EXPECT_LE(list.top + list.height, progressPanelPlace().top);
 }
 
-TEST_F(LayoutTest, EachControlStandsInTheFrameThatItBelongsTo) {
+TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
   struct Belonging {
     const Control& control;
     const Frame* frame;  // null for the window itself
@@ -163,9 +163,15 @@ TEST_F(LayoutTest, EachControlStandsInTheFrameThatItBelongsTo) {
       {form.chameleonButton8, &form.Frame7},
   };
   std::map<const Control*, const Frame*> parents;
-  for (const FramePlace& each : framePlaces()) parents[&each.frame(form)] = each.parent(form);
-  for (const LabelPlace& each : labelPlaces()) parents[&each.label(form)] = each.parent(form);
-  for (const ButtonPlace& each : buttonPlaces()) parents[&each.button(form)] = each.parent(form);
+  for (const FramePlace& each : framePlaces()) {
+    parents[&each.frame(form)] = each.parent(form);
+  }
+  for (const LabelPlace& each : labelPlaces()) {
+    parents[&each.label(form)] = each.parent(form);
+  }
+  for (const ButtonPlace& each : buttonPlaces()) {
+    parents[&each.button(form)] = each.parent(form);
+  }
   for (std::size_t row = 0; row < std::size(table); ++row) {
     const auto found = parents.find(&table[row].control);
     ASSERT_NE(found, parents.end()) << "row " << row << " has no place";
@@ -173,11 +179,11 @@ TEST_F(LayoutTest, EachControlStandsInTheFrameThatItBelongsTo) {
   }
 }
 
-TEST_F(LayoutTest, TheWindowIsAsLargeAsTheScreensResolutionAsksForAsFarAsItFits) {
+TEST_F(LayoutTest, TheWindowFollowsTheResolutionAsFarAsTheScreenHasRoom) {
   constexpr int roomy = 5000;
   EXPECT_EQ(fittingResolution(96, roomy, roomy), 96);
   EXPECT_EQ(fittingResolution(192, roomy, roomy), 192);
-  // 150 % on a screen of 1920 by 1080 with a task bar.
+  // 150 % on a screen of 1920 by 1080 with a taskbar.
   EXPECT_EQ(fittingResolution(144, 1920, 1040), 144);
   // 150 % on 1366 by 768: the title must not leave the screen.
   const int fitting = fittingResolution(144, 1366, 728);
@@ -185,17 +191,15 @@ TEST_F(LayoutTest, TheWindowIsAsLargeAsTheScreensResolutionAsksForAsFarAsItFits)
   EXPECT_LE(windowHeight * fitting / 96, 728);
   EXPECT_GT(windowHeight * (fitting + 1) / 96, 728);
   EXPECT_LE(windowWidth * fittingResolution(192, 1500, roomy) / 96, 1500);
-  // Below its design it is not readable.
+  // Smaller than this it is not readable.
   EXPECT_EQ(fittingResolution(120, 800, 600), 96);
 }
 
-TEST_F(LayoutTest, TheSignBesideTheYearIsUtf8) {
-  EXPECT_EQ(form.Label12[0].caption.get(), "\xC2\xA9");
-}
+TEST_F(LayoutTest, TheCopyrightSignIsUtf8) { EXPECT_EQ(form.Label12[0].caption.get(), "\xC2\xA9"); }
 
 TEST_F(LayoutTest, TheWindowHasTheFormsSize) {
-  EXPECT_EQ(form.window.width, windowWidth * twipsPerPoint);
-  EXPECT_EQ(form.window.height, windowHeight * twipsPerPoint);
+  EXPECT_EQ(form.window.width, windowWidth * twipsPerPixel);
+  EXPECT_EQ(form.window.height, windowHeight * twipsPerPixel);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The main window over a form of its own, hidden until a test shows it.
+// The main window with a form of its own, hidden until a test shows it.
 #ifndef ZELVREG_TESTS_DESKTOP_MAIN_WINDOW_FIXTURE_H
 #define ZELVREG_TESTS_DESKTOP_MAIN_WINDOW_FIXTURE_H
 
@@ -30,14 +30,14 @@ inline BOOL CALLBACK noteChild(HWND child, LPARAM parameter) {
 
 class MainWindowTest : public ::testing::Test {
  protected:
-  // As the program does between two turns of its loop.
+  // Serves the queue, as the program does in its loop.
   void serve() {
-    // The clock of the queue may tick in steps of 16 ms.
+    // The clock of the queue may run in steps of 16 ms.
     Sleep(60);
     form.messages.doEvents();
   }
 
-  // The child windows of a class, hidden ones included, in the order of their making.
+  // The child windows of a class, hidden ones included, in the order of their creation.
   std::vector<HWND> children(const std::wstring& windowClass) const {
     ChildSearch search{windowClass, {}};
     EnumChildWindows(window.hwnd(), noteChild, reinterpret_cast<LPARAM>(&search));

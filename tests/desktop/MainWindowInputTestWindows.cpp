@@ -1,4 +1,4 @@
-// What the user's hand does to the window, which exists on Windows alone.
+// Mouse and keyboard in the window, which exists only on Windows.
 #include "desktop/MainWindowFixture.h"
 #include "form/Form42.h"
 
@@ -12,7 +12,7 @@ TEST_F(MainWindowTest, APressRunsWhatIsBound) {
   EXPECT_EQ(presses, 1);
 }
 
-TEST_F(MainWindowTest, ThePlaceOfATickTakesAPressAndTheRestOfTheRowDoesNot) {
+TEST_F(MainWindowTest, APressOnTheTickChangesItAndOnTheRestOfTheRowDoesNot) {
   form.View1.add("one");
   serve();
   HWND list = windowOf(form.View1, WC_LISTVIEWW);
@@ -94,7 +94,7 @@ TEST_F(MainWindowTest, EnterOpensTheRowWithTheFocus) {
   EXPECT_TRUE(form.Frame2.visible);
 }
 
-TEST_F(MainWindowTest, WhatIsDisabledOrHiddenHandsTheFocusOn) {
+TEST_F(MainWindowTest, AControlThatIsDisabledOrHiddenPassesTheFocusOn) {
   ShowWindow(window.hwnd(), SW_SHOW);
   HWND start = windowOf(form.cmd_start, L"Button");
   SetFocus(start);
@@ -120,7 +120,7 @@ TEST_F(MainWindowTest, TheFocusIsWhereItWasWhenTheUserComesBack) {
   EXPECT_EQ(GetFocus(), list);
 }
 
-TEST_F(MainWindowTest, EnterIsTheStartOfAScanAndInTheSearchControlsThatOfASearch) {
+TEST_F(MainWindowTest, EnterStartsAScanAndInTheSearchControlsASearch) {
   int scans = 0;
   int searches = 0;
   int chosen = 0;
@@ -144,7 +144,7 @@ TEST_F(MainWindowTest, EnterIsTheStartOfAScanAndInTheSearchControlsThatOfASearch
   EXPECT_EQ(scans, 1);
 }
 
-TEST_F(MainWindowTest, ThePickerIsWorkedByItsKeys) {
+TEST_F(MainWindowTest, ThePickerCanBeUsedByTheKeyboard) {
   form.lbllanguage.push_back(std::make_unique<Label>("Deutsch"));
   ShowWindow(window.hwnd(), SW_SHOW);
   form.pictrlang.visible = true;
@@ -184,7 +184,7 @@ TEST_F(MainWindowTest, TheHighlightIsTheSameInListAndWindow) {
   EXPECT_EQ(ListView_GetItemState(list, 1, LVIS_SELECTED), 0U);
 }
 
-TEST_F(MainWindowTest, ACheckBoxHandsItsNewValueOn) {
+TEST_F(MainWindowTest, ACheckBoxPassesItsNewValueOn) {
   std::string told;
   form.Check1.bind([&] { told = form.Check1.value ? "on" : "off"; });
   HWND box = windowOf(form.Check1, L"Button");
@@ -193,7 +193,7 @@ TEST_F(MainWindowTest, ACheckBoxHandsItsNewValueOn) {
   EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), BST_CHECKED);
 }
 
-TEST_F(MainWindowTest, OneOptionOfTheSearchModeIsOn) {
+TEST_F(MainWindowTest, OnlyOneOptionOfTheSearchModeIsOn) {
   SendMessageW(windowOf(form.Option3, L"Button"), BM_CLICK, 0, 0);
   EXPECT_TRUE(form.Option3.value);
   SendMessageW(windowOf(form.Option2, L"Button"), BM_CLICK, 0, 0);
@@ -210,7 +210,7 @@ TEST_F(MainWindowTest, WhatIsTypedReachesTheSearch) {
   EXPECT_EQ(form.cboFind.text(), "abc");
 }
 
-TEST_F(MainWindowTest, WhatIsTypedIsTextOfAnyScript) {
+TEST_F(MainWindowTest, TextOfAnyScriptCanBeTyped) {
   HWND combo = windowOf(form.cboFind, L"ComboBox");
   HWND edit = FindWindowExW(combo, nullptr, L"Edit", nullptr);
   ASSERT_NE(edit, nullptr);
@@ -231,11 +231,11 @@ TEST_F(MainWindowTest, ALetterThatIsTypedFindsTheRowThatBeginsWithIt) {
   }
   serve();
   HWND list = windowOf(form.View3, WC_LISTVIEWW);
-  const auto find = [list](const wchar_t* text, UINT flags, int behind = -1) {
+  const auto find = [list](const wchar_t* text, UINT flags, int after = -1) {
     LVFINDINFOW wanted{};
     wanted.flags = flags;
     wanted.psz = text;
-    return SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(behind),
+    return SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(after),
                         reinterpret_cast<LPARAM>(&wanted));
   };
   EXPECT_EQ(find(L"\u8868", LVFI_PARTIAL), 2);

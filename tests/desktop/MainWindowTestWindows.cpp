@@ -1,4 +1,4 @@
-// The window exists on Windows alone.
+// The window exists only on Windows.
 #include <cwchar>
 
 #include "controls/modShadow.h"
@@ -37,7 +37,7 @@ TEST_F(MainWindowTest, AButtonShowsItsCaptionAndWhetherItIsEnabled) {
   EXPECT_NE(IsWindowEnabled(button), FALSE);
 }
 
-// A path of three scripts and a character outside of the first plane.
+// A path in three scripts with a character outside the first plane.
 constexpr const wchar_t* mixedPath =
     L"C:\\\u0418\u0432\u0430\u043D\\\u8868\u30BD\\\u05D0\U0001F600";
 const std::string mixedText =
@@ -56,7 +56,7 @@ TEST_F(MainWindowTest, CaptionsAreOfAnyScriptWhateverTheCharsetOfTheirFont) {
   EXPECT_EQ(textOf(windowOf(form.Frame1, L"ZelvregFrame")), mixedPath);
   form.cboFind.setText(mixedText);
   EXPECT_EQ(textOf(windowOf(form.cboFind, L"ComboBox")), mixedPath);
-  // A label has the text that screen readers read when it is drawn.
+  // A label gets the text for screen readers when it is drawn.
   HWND label = windowOf(form.Label10, L"Static");
   form.Label10.caption = mixedText;
   form.Frame2.visible = true;
@@ -180,7 +180,7 @@ TEST_F(MainWindowTest, TheQueueIsServedWhileALoopAsksForItAgainAndAgain) {
   EXPECT_EQ(served, 1);
 }
 
-TEST_F(MainWindowTest, ThePanelOfAScanTakesRoomFromTheList) {
+TEST_F(MainWindowTest, TheListMakesRoomForThePanelOfAScan) {
   HWND list = windowOf(form.View1, WC_LISTVIEWW);
   RECT before{};
   GetWindowRect(list, &before);

@@ -7,7 +7,7 @@
 namespace zelvreg {
 namespace {
 
-// A text of the form as it is made: a control's name as users of the form's code know it.
+// A text of a new form, by the name of its control.
 struct Text {
   const char* name;
   std::string (*get)(const Form42& form);
@@ -47,7 +47,7 @@ TEST(Form42Texts, TheTitleSaysWhatTheProgramDoes) {
 }
 
 // The tool tips of the last two do not say what their buttons do.
-TEST(Form42Texts, TheTitleButtonsHaveToolTipsAlone) {
+TEST(Form42Texts, TheTitleButtonsHaveOnlyToolTips) {
   expectTexts({
       {"chameleonButton4", caption<&Form42::chameleonButton4>, ""},
       {"chameleonButton23", caption<&Form42::chameleonButton23>, ""},
@@ -73,7 +73,7 @@ TEST(Form42Texts, TheCommandBarNamesEachCommand) {
   });
 }
 
-TEST(Form42Texts, TheSideBarTellsItsLongCaptionsInToolTipsAsWell) {
+TEST(Form42Texts, TheSideBarRepeatsItsLongCaptionsInToolTips) {
   expectTexts({
       {"orubutton4", caption<&Form42::orubutton4>,
        "Select Areas Of registry To Scan For Invalid Informations."},
@@ -156,7 +156,7 @@ TEST(Form42Texts, TheSearchControls) {
   });
 }
 
-TEST(Form42Texts, TheMenuOfTheResultsAndTheIconBesideTheClock) {
+TEST(Form42Texts, TheMenuOfTheResultsAndTheIconInTheNotificationArea) {
   expectTexts({
       {"b", caption<&Form42::b>, "Select All"},
       {"c", caption<&Form42::c>, "Select None"},
@@ -202,7 +202,7 @@ TEST(Form42Lists, TheCategoriesHaveTheirNumbersAtTheRightAndAStatusWithoutAName)
   }
 }
 
-TEST(Form42Lists, TheKindOfAFindingIsInAColumnThatNobodySees) {
+TEST(Form42Lists, TheKindOfAFindingIsInAHiddenColumn) {
   const Form42 form;
   EXPECT_EQ(columnsOf(form.View2), (Columns{{"Invalid Data Location", 10583, Alignment::Left},
                                             {"Bad Reference Value", 7056, Alignment::Left},
@@ -219,7 +219,7 @@ TEST(Form42Lists, UndoEntriesAndExclusionsHaveOneColumn) {
   EXPECT_EQ(form.View4.columnHeaders().front().text, "Registration Key");
 }
 
-// The picture `k`, which findings of one kind ask for, is not among them.
+// The picture `k`, which findings of one kind use, is not among them.
 TEST(Form42Pictures, ThreeStatesAndOneForEachCategory) {
   const Form42 form;
   EXPECT_EQ(std::set<std::string>(form.ImageList1.keys.begin(), form.ImageList1.keys.end()),

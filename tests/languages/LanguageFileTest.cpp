@@ -27,7 +27,7 @@ TEST_F(LanguageFileTest, AValueIsFoundInItsSection) {
   EXPECT_EQ(read("k=0\n[A]\nk=1\n", "A", "k"), "1");
 }
 
-TEST_F(LanguageFileTest, AValueIsCutAtItsOwnEqualSign) {
+TEST_F(LanguageFileTest, AValueEndsAtItsOwnEqualSign) {
   EXPECT_EQ(read("[A]\nk=a=b\n", "A", "k"), "a");
 }
 
@@ -36,11 +36,11 @@ TEST_F(LanguageFileTest, AKeyOfALaterSectionIsFoundFromAnEarlierOne) {
   EXPECT_EQ(read("[B]\nk=2\n[A]\nx=1\n", "A", "k"), "");
 }
 
-TEST_F(LanguageFileTest, SectionAndKeyAreFoundInOtherCase) {
+TEST_F(LanguageFileTest, SectionAndKeyAreFoundInAnyCase) {
   EXPECT_EQ(read("[form42]\nLABEL10=x\n", "Form42", "Label10"), "x");
 }
 
-TEST_F(LanguageFileTest, QuotesGoAndBlanksAfterTheEqualSignStay) {
+TEST_F(LanguageFileTest, QuotesAreRemovedAndBlanksAfterTheEqualSignStay) {
   EXPECT_EQ(read("[A]\nk=  \"some\" text\"\n", "A", "k"), "  some text");
   EXPECT_EQ(read("[A]\nk=text   \n", "A", "k"), "text");
   EXPECT_EQ(read("  [A]  \n  k  =1\n", "A", "k"), "1");
@@ -78,10 +78,10 @@ TEST_F(LanguageFileTest, TextsAreInTheCodePageOfTheCharset) {
   EXPECT_EQ(read("[A]\nk=\xB6\x7D\xA9\x6C\n", "A", "k", 136), "開始");
 }
 
-TEST_F(LanguageFileTest, SecondBytesOfCharactersAreNoSigns) {
+TEST_F(LanguageFileTest, SecondBytesOfCharactersAreNoDelimiters) {
   // Second bytes that are "[", "]", "\\", "|" and letters elsewhere.
   EXPECT_EQ(read("[A]\nk=\x81\x5B\x81\x5D\x83\x5C\x83\x7C\x83\x41\n", "A", "k", 128), "ー‐ソポア");
-  // A name that differs from the wanted one in a second byte alone.
+  // A name that differs from the wanted one only in a second byte.
   EXPECT_EQ(read("[A]\n\x83\x61=1\n\x83\x41=2\n", "A", "ア", 128), "2");
 }
 
@@ -103,7 +103,7 @@ TEST_F(LanguageFileTest, EachEntryOfTheListIsInTheCodePageOfItsOwnCharset) {
                {"Русский", "204", "russian"},
                {"育", "136", "chinese"},
                {"Polski", "238", "polish"}}));
-  // The same bytes in a page without such characters end the entry.
+  // In a code page without such characters the same bytes end the entry.
   EXPECT_EQ(list("[lang]\nzelvreg=\xA8|x,204,tag"), (Entries{{"¨"}, {"x", "204", "tag"}}));
 }
 
@@ -120,7 +120,7 @@ TEST_F(LanguageFileTest, EntriesAndFieldsMayBeMissing) {
   EXPECT_EQ(list("[other]\nx=1\n"), Entries());
 }
 
-TEST_F(LanguageFileTest, AnyListIsReadToItsEndOrItsBound) {
+TEST_F(LanguageFileTest, AnyListIsReadToItsEndOrTheLimit) {
   for (const std::string& content : fixture::unrulyContents("|,\x83 1238")) {
     EXPECT_LE(list("[lang]\nzelvreg=" + content).size(), 1000U);
     EXPECT_LE(list("\xEF\xBB\xBF[lang]\nzelvreg=" + content).size(), 1000U);
@@ -132,7 +132,7 @@ TEST_F(LanguageFileTest, AnyListIsReadToItsEndOrItsBound) {
   EXPECT_EQ(list("[lang]\nzelvreg=" + secondBytes + ",128,x").size(), 1U);
 }
 
-TEST_F(LanguageFileTest, AnyFileGivesNoMoreThanAPieceOfALine) {
+TEST_F(LanguageFileTest, AnyFileGivesNoMoreThanPartOfALine) {
   for (const std::string& content : fixture::unrulyContents("[]a=\" \r\n")) {
     makeFile(file, content);
     for (const char* key : {"", "a", "aa", "no such key"}) {

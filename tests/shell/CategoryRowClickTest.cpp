@@ -1,4 +1,4 @@
-// What a press on a row of the categories does.
+// A double click on a row of the categories.
 #include "form/Form42.h"
 #include "reports/EntryDetails.h"
 #include "scan/CategoryTable.h"
@@ -29,7 +29,7 @@ class CategoryRowClickTest : public PressFixture {
   }
 };
 
-TEST_F(CategoryRowClickTest, APressTwiceOnARowWithProblemsShowsTheResults) {
+TEST_F(CategoryRowClickTest, ADoubleClickOnARowWithProblemsShowsTheResults) {
   expectAfter([this] { doubleClick(1); },
               {.shown = {&form.Frame2, &form.Picture1},
                .hidden = {&form.Frame1, &form.Frame3, &form.Frame7},
@@ -38,7 +38,7 @@ TEST_F(CategoryRowClickTest, APressTwiceOnARowWithProblemsShowsTheResults) {
                            &form.chameleonButton11, &form.orubutton1}});
 }
 
-TEST_F(CategoryRowClickTest, TheResultsStandWhereTheOptionsWereAndAllOfThemAreThere) {
+TEST_F(CategoryRowClickTest, TheResultsAreWhereTheOptionsWereAndComplete) {
   form.Frame1.left = 300;
   form.Frame1.top = 400;
   doubleClick(1);
@@ -47,7 +47,7 @@ TEST_F(CategoryRowClickTest, TheResultsStandWhereTheOptionsWereAndAllOfThemAreTh
   EXPECT_EQ(form.View2.count(), 2U);
 }
 
-TEST_F(CategoryRowClickTest, TheNumberOfResultsIsToldInTheLanguage) {
+TEST_F(CategoryRowClickTest, TheNumberOfResultsIsShownInTheLanguageInUse) {
   form.programFolder = folder;
   form.langFileName = "zelvreg-test.lang";
   makeFile(folder + "\\lang\\zelvreg-test.lang", "[Form42]\r\nLabel10=Zahl der Eintr\xE4ge\r\n");
@@ -73,7 +73,7 @@ TEST_F(CategoryRowClickTest, NoRowShowsAnythingDuringAScan) {
   EXPECT_FALSE(form.cmd_fix.enabled);
 }
 
-TEST_F(CategoryRowClickTest, TheRowIsThatOfTheLastPressInEitherList) {
+TEST_F(CategoryRowClickTest, TheRowIsTheOneLastClickedInEitherList) {
   View1_ItemClick(form, 2);
   EXPECT_EQ(form.lastClickedRow, 2U);
   View2_ItemClick(form, 1);

@@ -12,7 +12,7 @@ class ClickTableTest : public fixture::ComputerFixture {
  protected:
   ClickTableTest() { bindClicks(form); }
 
-  // Whether a scan was begun: it says so when no row is ticked.
+  // Whether a scan was started: it shows a message if no row is ticked.
   bool beginsScan(const std::function<void()>& press) {
     bool hasBegun = false;
     form.dialogs.show = [&](const UserMessage& /*message*/) {
@@ -24,7 +24,7 @@ class ClickTableTest : public fixture::ComputerFixture {
   }
 };
 
-TEST_F(ClickTableTest, FourPressesAndAHiddenTextBeginAScan) {
+TEST_F(ClickTableTest, FourButtonsAndAHiddenTextStartAScan) {
   EXPECT_TRUE(beginsScan([this] { form.cmd_start.click(); }));
   EXPECT_TRUE(beginsScan([this] { form.orubutton1.click(); }));
   EXPECT_TRUE(beginsScan([this] { form.orubutton3.click(); }));
@@ -32,7 +32,7 @@ TEST_F(ClickTableTest, FourPressesAndAHiddenTextBeginAScan) {
   EXPECT_TRUE(beginsScan([this] { form.Text4.setText(" 1 more"); }));
 }
 
-TEST_F(ClickTableTest, AnyOtherHiddenTextBeginsNone) {
+TEST_F(ClickTableTest, AnyOtherHiddenTextStartsNone) {
   EXPECT_FALSE(beginsScan([this] { form.Text4.setText("0"); }));
   EXPECT_FALSE(beginsScan([this] { form.Text4.setText(""); }));
   EXPECT_FALSE(beginsScan([this] { form.Text4.setText("11"); }));

@@ -1,4 +1,4 @@
-// The command bar, the tool bar that is its second face, and the menu of the results.
+// The command bar, the tool bar that repeats it, and the menu of the results.
 #include <array>
 
 #include "form/Form42.h"
@@ -49,7 +49,7 @@ class CommandBarTest : public PressFixture {
   }
   static std::string copy() { return readFileText(pathOfCopy()).value_or("(none)"); }
 
-  // Presses what repairs, and looks at the moment at which it asks.
+  // Presses a button that repairs, and checks when it asks.
   void expectRepairAfterItsCopy(const std::function<void()>& press) {
     add("a");
     add("b");
@@ -72,7 +72,7 @@ class CommandBarTest : public PressFixture {
   std::function<void()> atQuestion = [] {};
 };
 
-TEST_F(CommandBarTest, SearchLeadsToTheOptionsAndDoesNotScan) {
+TEST_F(CommandBarTest, SearchOpensTheOptionsAndDoesNotScan) {
   form.wizardPage = 1;
   expectAfter([this] { form.cmd_search.click(); },
               {.shown = {&form.Frame1},
@@ -85,7 +85,7 @@ TEST_F(CommandBarTest, SearchLeadsToTheOptionsAndDoesNotScan) {
   EXPECT_TRUE(asked.empty());
 }
 
-TEST_F(CommandBarTest, ExclusionsLeadsToTheirPage) {
+TEST_F(CommandBarTest, ExclusionsOpensItsPage) {
   expectAfter([this] { form.cmd_exclud.click(); },
               {.shown = {&form.Frame7},
                .hidden = {&form.Frame1, &form.Frame2, &form.Frame3, &form.Picture1},
@@ -94,11 +94,11 @@ TEST_F(CommandBarTest, ExclusionsLeadsToTheirPage) {
   EXPECT_EQ(form.wizardPage, 1);
 }
 
-TEST_F(CommandBarTest, FixKeepsACopyOfItsListBeforeItRepairs) {
+TEST_F(CommandBarTest, FixSavesACopyOfItsListBeforeItRepairs) {
   expectRepairAfterItsCopy([this] { form.cmd_fix.click(); });
 }
 
-TEST_F(CommandBarTest, NothingElseCanBeBegunDuringAFix) {
+TEST_F(CommandBarTest, NothingElseCanBeStartedDuringAFix) {
   const std::array<Button*, 3> others{&form.cmd_search, &form.cmd_exclud, &form.cmd_start};
   int seen = 0;
   form.chameleonButton15.bind([&] {
@@ -114,7 +114,7 @@ TEST_F(CommandBarTest, NothingElseCanBeBegunDuringAFix) {
   }
 }
 
-TEST_F(CommandBarTest, EachButtonOfTheToolBarPressesItsOwnAndAGapNone) {
+TEST_F(CommandBarTest, EachButtonOfTheToolBarPressesItsOwnButtonAndAGapNone) {
   const std::array<std::pair<Button*, const char*>, 8> commands{{{&form.cmd_search, "search"},
                                                                  {&form.cmd_exclud, "exclud"},
                                                                  {&form.cmd_start, "start"},
@@ -166,7 +166,7 @@ TEST_F(CommandBarTest, TheMenuRepairsAfterItsCopyAsWell) {
   expectRepairAfterItsCopy([this] { form.i.click(); });
 }
 
-TEST_F(CommandBarTest, SoDoesTheButtonOfTheResults) {
+TEST_F(CommandBarTest, TheButtonOfTheResultsRepairsAfterItsCopyAsWell) {
   expectRepairAfterItsCopy([this] { form.chameleonButton15.click(); });
 }
 

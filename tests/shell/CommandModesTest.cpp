@@ -125,7 +125,7 @@ TEST_F(AutomaticEndTest, TheFixModeRepairsAllRowsWithoutAQuestion) {
   EXPECT_EQ(fileText("regtmp.txt"), "(none)");
 }
 
-TEST_F(AutomaticEndTest, ARecheckAnswersTheSuiteAndRepairsOnlyWhereItIsAskedTo) {
+TEST_F(AutomaticEndTest, ARecheckAnswersTheSuiteAndRepairsOnlyIfAskedTo) {
   form.recheckMode = 1;
   add("a");
   EXPECT_THROW(endAutomaticScan(form), ProcessEnd);
@@ -159,7 +159,7 @@ TEST_F(AutomaticEndTest, AnOrdinaryStartTicksAndScansNothing) {
   EXPECT_EQ(form.View1.text(1, statusColumn), "");
 }
 
-TEST_F(AutomaticEndTest, TheFrontEndIsToldOfTheEnd) {
+TEST_F(AutomaticEndTest, TheFrontEndIsToldThatTheProcessEnds) {
   bool wasTold = false;
   form.onProcessEnd = [&wasTold] { wasTold = true; };
   form.autoMode = 1;

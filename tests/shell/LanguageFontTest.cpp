@@ -1,4 +1,4 @@
-// Which controls a change of language reaches besides their captions.
+// Which controls get the font of a new language.
 #include "form/Form42.h"
 #include "languages/LanguageFile.h"
 #include "shell/Languages.h"
@@ -86,7 +86,7 @@ TEST_F(LanguageFontTest, ReachesTheControlsOfTheSearch) {
   expectFont({&form.SafeguardBoxes.front(), &form.SafeguardBoxes.back()}, "safeguards");
 }
 
-TEST_F(LanguageFontTest, LeavesTheEntriesOfThePickerInTheirOwn) {
+TEST_F(LanguageFontTest, DoesNotReachTheEntriesOfThePicker) {
   form.lbllanguage.front()->font = Font{.name = "Arial Unicode MS", .size = 10, .charset = 161};
   changelangoru(form);
   EXPECT_EQ(form.lbllanguage.front()->font.get(),

@@ -74,7 +74,7 @@ TEST_F(LanguagesTest, ThePickerHoldsEachLanguageOfTheList) {
   }
 }
 
-TEST_F(LanguagesTest, EntriesStandBelowEachOtherAndThePanelHoldsThem) {
+TEST_F(LanguagesTest, EntriesAreBelowEachOtherInsideThePanel) {
   form.lbllanguage[0]->top = 50;
   form.lbllanguage[0]->height = 300;
   loadavlang(form);
@@ -99,7 +99,7 @@ TEST_F(LanguagesTest, AnEntryWithMissingFieldsKeepsWhatItHas) {
   EXPECT_EQ(form.lbllanguage[1]->font.get().charset, 238);
 }
 
-TEST_F(LanguagesTest, AListWithoutEndHasAnEnd) {
+TEST_F(LanguagesTest, ReadingAnEndlessListEnds) {
   constexpr int charset = 2147483647;
   makeFile(folder + "\\lang\\data.lang",
            "[lang]\nzelvreg=One,1e300|" + std::string(100000, '|') + "\n");
@@ -108,7 +108,7 @@ TEST_F(LanguagesTest, AListWithoutEndHasAnEnd) {
   EXPECT_EQ(form.lbllanguage[0]->font.get().charset, charset);
 }
 
-TEST_F(LanguagesTest, EveryKeyStandsInEveryLanguageWithATextOfItsOwn) {
+TEST_F(LanguagesTest, EveryLanguageHasATextOfItsOwnForEveryKey) {
   for (const Language& language : shipped) {
     const std::string file = folder + "\\lang\\zelvreg-" + language.tag + ".lang";
     std::vector<std::pair<std::string, std::string>> keys;
@@ -147,7 +147,7 @@ TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {
   }
 }
 
-TEST_F(LanguagesTest, EachCaptionGoesToItsControlAlone) {
+TEST_F(LanguagesTest, EachCaptionGoesOnlyToItsControl) {
   std::string content = "[Form42]\n";
   for (const Caption& caption : captions()) {
     content += std::string(caption.key) + "=text of " + std::string(caption.key) + "\n";
@@ -159,7 +159,7 @@ TEST_F(LanguagesTest, EachCaptionGoesToItsControlAlone) {
   }
 }
 
-TEST_F(LanguagesTest, CaptionsAreReadInTheCharsetThatWasKept) {
+TEST_F(LanguagesTest, CaptionsAreReadInTheStoredCharset) {
   makeFile(folder + "\\lang\\zelvreg-japanese.lang", "[Form42]\ncmd_start=\x83\x5C\x81\x5B\n");
   choose("japanese", 128);
   EXPECT_EQ(form.cmd_start.caption.get(), "ソー");
@@ -190,7 +190,7 @@ TEST_F(LanguagesTest, WithoutTheLanguagesFileTheFormKeepsItsCaptions) {
   EXPECT_EQ(form.langFileName, "zelvreg-klingon.lang");
 }
 
-TEST_F(LanguagesTest, ChoosingAnEntryKeepsItAndShowsItsTexts) {
+TEST_F(LanguagesTest, ChoosingAnEntryStoresItAndShowsItsTexts) {
   Form_Load(form);
   form.pictrlang.visible = true;
   form.lbllanguage[1]->top = 777;
@@ -213,7 +213,7 @@ TEST_F(LanguagesTest, ALanguageIsComparedWithTheSystemsCodePageWhenItIsChosen) {
   EXPECT_EQ(form.languageMatchesSystem, GetACP() == 1257);
 }
 
-TEST_F(LanguagesTest, AChangeOfLanguageRestoresTheKeptTicksAndLosesTheStatus) {
+TEST_F(LanguagesTest, AChangeOfLanguageRestoresTheStoredTicksAndLosesTheStatus) {
   setText(ticksKey, "dll", "1");
   Form_Load(form);
   form.View1.setChecked(1, true);
@@ -259,7 +259,7 @@ TEST_F(LanguagesTest, WithoutAnyLanguageFileTheRowNamesAreEmpty) {
   EXPECT_EQ(form.cmd_start.caption.get(), "Start");
 }
 
-TEST_F(LanguagesTest, TheKeptLanguageIsMarkedInThePicker) {
+TEST_F(LanguagesTest, TheStoredLanguageIsMarkedInThePicker) {
   setText(choiceKey, "lang", "french");
   setText(choiceKey, "langindex", "2");
   form.lbllanguage[0]->height = 200;
@@ -280,8 +280,8 @@ TEST_F(LanguagesTest, TheSmallFormsSpeakTheLanguageThatWasChosen) {
   EXPECT_NE(form.frmabout.Label2[0].caption.get(), form.frmabout.Label2[3].caption.get());
 }
 
-TEST_F(LanguagesTest, TheMenusAreDrawnAsTheLanguageGoesWithTheSystem) {
-  // Nothing goes with 255.
+TEST_F(LanguagesTest, TheMenusAreDrawnAsTheLanguageMatchesTheSystem) {
+  // No code page matches 255.
   form.langCode = 255;
   compareWithSystem(form);
   EXPECT_EQ(form.menus.drawing, MenuDrawing::InOwnCharset);

@@ -31,18 +31,18 @@ class NavigationTest : public PressFixture {
     EXPECT_EQ(frame.top, 400);
   }
 
-  // Scans that were begun: each says so, as no row is ticked.
+  // Scans that were started: each shows a message, because no row is ticked.
   int scans = 0;
 };
 
-TEST_F(NavigationTest, TheOptionsPageAlone) {
+TEST_F(NavigationTest, OnlyTheOptionsPageIsShown) {
   expectAfter([this] { form.orubutton4.click(); },
               {.shown = {&form.Frame1},
                .hidden = {&form.Frame2, &form.Frame3, &form.Frame7, &form.Picture1},
                .enabled = {&form.chameleonButton10, &form.chameleonButton11}});
 }
 
-TEST_F(NavigationTest, TheOptionsPageIsTheFirstOfTheWayAndStopsWhatRuns) {
+TEST_F(NavigationTest, TheOptionsPageIsTheFirstStepAndStopsWhatRuns) {
   form.wizardPage = 2;
   form.cancelRequested = false;
   form.Frame8.top = 100;
@@ -52,7 +52,7 @@ TEST_F(NavigationTest, TheOptionsPageIsTheFirstOfTheWayAndStopsWhatRuns) {
   EXPECT_EQ(form.View1.height.get(), 3600);
 }
 
-TEST_F(NavigationTest, TheExclusionsPageAloneWhereTheOptionsWere) {
+TEST_F(NavigationTest, OnlyTheExclusionsPageIsShownWhereTheOptionsWere) {
   expectAfter([this] { form.chameleonButton7.click(); },
               {.shown = {&form.Frame7},
                .hidden = {&form.Frame1, &form.Frame2, &form.Frame3, &form.Picture1},
@@ -69,7 +69,7 @@ TEST_F(NavigationTest, TheExclusionsAreReadAgainEachTime) {
   EXPECT_EQ(form.View4.text(1, 0), "HKEY_USERS\\a");
 }
 
-TEST_F(NavigationTest, TheUndoPageWhereTheOptionsWere) {
+TEST_F(NavigationTest, TheUndoPageIsShownWhereTheOptionsWere) {
   emptyKey(suite + "\\regscan");
   setText(suite + "\\regscan", "saveundo", "1");
   form.View3.add("old");
@@ -97,7 +97,7 @@ TEST_F(NavigationTest, NextLeavesTheExclusionsForAScanAndIsThenOff) {
   EXPECT_EQ(form.wizardPage, 2);
 }
 
-TEST_F(NavigationTest, NextDoesNothingAtTheEndOfTheWay) {
+TEST_F(NavigationTest, NextDoesNothingAtTheLastStep) {
   int presses = 0;
   count(form.chameleonButton7, presses);
   count(form.orubutton4, presses);
@@ -126,7 +126,7 @@ TEST_F(NavigationTest, BackLeavesTheExclusionsForTheOptionsAndIsThenOff) {
   EXPECT_EQ(form.wizardPage, 0);
 }
 
-TEST_F(NavigationTest, BackDoesNothingAtTheBeginningOfTheWay) {
+TEST_F(NavigationTest, BackDoesNothingAtTheFirstStep) {
   int presses = 0;
   count(form.chameleonButton7, presses);
   count(form.orubutton4, presses);
@@ -137,7 +137,7 @@ TEST_F(NavigationTest, BackDoesNothingAtTheBeginningOfTheWay) {
   EXPECT_EQ(presses, 0);
 }
 
-TEST_F(NavigationTest, ExitLeavesNoTraceOnTheDesktopKeepsTheTicksAndEndsTheProcess) {
+TEST_F(NavigationTest, ExitClearsTheDesktopStoresTheTicksAndEndsTheProcess) {
   emptyKey(suite + "\\timer\\reg");
   form.View1.add("fonts");
   form.View1.setChecked(1, true);

@@ -1,4 +1,4 @@
-// Only the emulated computer can have each code page.
+// Only the emulated computer can have every code page.
 #include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "registry/Hives.h"
@@ -63,7 +63,7 @@ class OwnFilesOfPage : public fixture::MachineFixture, public ::testing::WithPar
   Form42 form;
 };
 
-TEST_P(OwnFilesOfPage, KeepThePageAsLongAsItHoldsAll) {
+TEST_P(OwnFilesOfPage, AreInTheCodePageIfItHoldsAll) {
   add(GetParam().text);
   const std::string bytes = GetParam().bytes;
   EXPECT_EQ(copyOfFixList(), "HKEY_USERS,Key,bad," + bytes + "\r\n\r\n");
@@ -71,7 +71,7 @@ TEST_P(OwnFilesOfPage, KeepThePageAsLongAsItHoldsAll) {
   EXPECT_NE(report().find("\n" + bytes + "  |  HKEY_USERS  |  Key  |  bad\r\n"), std::string::npos);
 }
 
-TEST_P(OwnFilesOfPage, AreUtf8AsSoonAsOneTextNeedsIt) {
+TEST_P(OwnFilesOfPage, AreUtf8IfOneTextNeedsIt) {
   add(GetParam().text);
   add("C:\\" + half);
   const std::string text = GetParam().text;
@@ -94,7 +94,7 @@ TEST_P(OwnFilesOfPage, ACopyOfTheFixListIsReadInEither) {
   }
 }
 
-TEST_P(OwnFilesOfPage, AReportHoldsNothingThatSteersATerminal) {
+TEST_P(OwnFilesOfPage, AReportHoldsNothingThatControlsATerminal) {
   add(std::string("a\x1b\u009b\u0085z") + GetParam().text);
   EXPECT_NE(ownText(report()).find(std::string("\na   z") + GetParam().text), std::string::npos);
 }

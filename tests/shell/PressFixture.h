@@ -1,4 +1,4 @@
-// A form with its clicks bound, and what a press does to what is seen and to what can be pressed.
+// A form with its clicks bound, and checks of what a press shows, hides, enables and disables.
 #ifndef ZELVREG_TESTS_SHELL_PRESS_FIXTURE_H
 #define ZELVREG_TESTS_SHELL_PRESS_FIXTURE_H
 
@@ -13,7 +13,7 @@ namespace zelvreg {
 
 using Controls = std::vector<Control*>;
 
-// How controls are to be after a press.
+// How controls must be after a press.
 struct After {
   Controls shown = {};
   Controls hidden = {};
@@ -25,8 +25,8 @@ class PressFixture : public fixture::ComputerFixture {
  protected:
   PressFixture() { bindClicks(form); }
 
-  // Every one of the controls is the other way round before the press, so that the press alone can
-  // have made it so.
+  // Before the press each of the controls has the opposite state, so that only the press can have
+  // changed it.
   static void expectAfter(const std::function<void()>& press, const After& after) {
     using State = Property<bool, Change::Visible> Control::*;
     using Reach = Property<bool, Change::Enabled> Control::*;
@@ -43,7 +43,7 @@ class PressFixture : public fixture::ComputerFixture {
     expectAll(after.disabled, enabled, false, "disabled");
   }
 
-  // The pages that are to be seen.
+  // The pages that are visible.
   [[nodiscard]] std::string page() const {
     std::string seen;
     seen += form.Frame1.visible ? "options " : "";
@@ -53,7 +53,7 @@ class PressFixture : public fixture::ComputerFixture {
     return seen;
   }
 
-  // Counts the presses of a button instead of doing what it does.
+  // Counts the presses of a button, which then does nothing else.
   static void count(Button& button, int& presses) {
     button.bind([&presses] { ++presses; });
   }

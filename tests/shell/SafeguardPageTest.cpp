@@ -40,7 +40,7 @@ TEST_F(SafeguardPageTest, ItOpensWithAllSafeguardsTicked) {
   EXPECT_FALSE(form.SafeguardBoxes[letterBox].value);
 }
 
-TEST_F(SafeguardPageTest, EachBoxKeepsItsOwnSetting) {
+TEST_F(SafeguardPageTest, EachBoxStoresItsOwnSetting) {
   form.chameleonButton1.click();
   for (std::size_t index = 0; index < letterBox; ++index) {
     const SafeguardRule& rule = safeguardRules[index];
@@ -80,7 +80,7 @@ TEST_F(SafeguardPageTest, WhatAPolicyHasDecidedCannotBeChanged) {
   EXPECT_FALSE(form.SafeguardBoxes[letterBox].enabled);
 }
 
-TEST_F(SafeguardPageTest, ABoxChangesNothingThatRunsAlready) {
+TEST_F(SafeguardPageTest, ABoxDoesNotChangeWhatIsAlreadyRunning) {
   form.safeguards = {};
   form.chameleonButton1.click();
   press(letterBox);

@@ -39,7 +39,7 @@ TEST_F(SmallFormsTest, ItTellsVersionAndYear) {
   EXPECT_EQ(form.frmabout.Label222[1].caption.get(), "About");
 }
 
-TEST_F(SmallFormsTest, BothStandInTheMiddleOfTheScreen) {
+TEST_F(SmallFormsTest, BothAreCenteredOnTheScreen) {
   form.screen = {.width = 20000, .height = 10000};
   form.chameleonButton18.click();
   form.chameleonButton5.click();
@@ -49,7 +49,7 @@ TEST_F(SmallFormsTest, BothStandInTheMiddleOfTheScreen) {
   EXPECT_EQ(form.Form1.window.top, (10000 - form.Form1.window.height) / 2);
 }
 
-TEST_F(SmallFormsTest, TheirTitleButtonsWearTheColorOfTheSuiteOrTheUsualOne) {
+TEST_F(SmallFormsTest, TheirTitleButtonsHaveTheSuitesColorOrTheUsualOne) {
   const std::string settings = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner";
   const std::array<std::pair<const char*, std::uint32_t>, 3> colors{
       {{"255", 255}, {" ", 10118205}, {"65280", 65280}}};
@@ -78,7 +78,7 @@ TEST_F(SmallFormsTest, BothCastTheShadowOfTheMainForm) {
   expectShadow(form.Form1.shadow);
 }
 
-TEST_F(SmallFormsTest, WithoutALanguageFileTheirCaptionsStay) {
+TEST_F(SmallFormsTest, WithoutALanguageFileTheirCaptionsDoNotChange) {
   form.programFolder = "C:\\nowhere";
   form.Form1.show = [](ExclusionDialog& dialog) { dialog.orubutton10.click(); };
   form.chameleonButton5.click();

@@ -1,4 +1,4 @@
-// Only the emulated computer keeps what it was asked to open.
+// Only the emulated computer records what it was asked to open.
 #include "machine/Machine.h"
 #include "machine/computer/Processes.h"
 #include "machine/computer/Requests.h"
@@ -10,7 +10,7 @@ namespace {
 
 using SmallFormsLinksTest = fixture::ComputerFixture;
 
-TEST_F(SmallFormsLinksTest, LeadToTheSupportTheWebSiteAndTheTranslationTool) {
+TEST_F(SmallFormsLinksTest, OpenTheSupportTheWebSiteAndTheTranslationTool) {
   bindSmallForms(form);
   form.programFolder = "C:\\program";
   form.frmabout.Label4.click();

@@ -20,7 +20,7 @@ constexpr const char* ticks =
 constexpr const char* answer =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\real";
 
-// A computer with one font whose file is gone, and a form that has yet to be loaded.
+// A computer with one font whose file is gone, and a form that is not loaded yet.
 class StartUpModesTest : public fixture::MachineFixture {
  protected:
   StartUpModesTest() {
@@ -92,11 +92,11 @@ TEST_F(StartUpModesTest, TheFixModeRepairsWithoutAQuestion) {
   EXPECT_EQ(content("C:\\program\\regst.txt"), " 1 \r\n");
   EXPECT_FALSE(has("C:\\program\\regtmp.txt"));
   EXPECT_EQ(font(), "(error 2)");
-  // No copy of the list: that is the user's Fix alone.
+  // No copy of the list: only the user's Fix makes one.
   EXPECT_FALSE(has("C:\\program\\backup"));
 }
 
-TEST_F(StartUpModesTest, WhatTheUserHasExcludedIsListedAndRepairedAllTheSame) {
+TEST_F(StartUpModesTest, WhatTheUserHasExcludedIsListedAndRepairedToo) {
   file("C:\\program\\exregscan.txt", "HKEY_LOCAL_MACHINE\r\n");
   start();
   expectEnd("w4");
@@ -141,7 +141,7 @@ TEST_F(StartUpModesTest, ARecheckScansTheRowsThatWereTickedAndAnswers) {
   EXPECT_FALSE(has("C:\\program\\regst.txt"));
 }
 
-TEST_F(StartUpModesTest, ARecheckRepairsWhereItIsAskedTo) {
+TEST_F(StartUpModesTest, ARecheckRepairsIfAskedTo) {
   key(ticks, R"("font"="1")");
   start();
   expectEnd("r-c");
@@ -159,7 +159,7 @@ TEST_F(StartUpModesTest, ARecheckLeavesRowsThatWereNotTicked) {
   EXPECT_EQ(font(), "gone.ttf");
 }
 
-TEST_F(StartUpModesTest, A32BitSystemIsSeenAsSuch) {
+TEST_F(StartUpModesTest, A32BitSystemIsDetected) {
   setting("bits", "32");
   start();
   form.Is64BitOS = true;

@@ -57,7 +57,7 @@ TEST_F(StartUpTest, TheSystemIsKnownBeforeTheLanguageIsRead) {
   EXPECT_EQ(first.wasKnown, true);
 }
 
-TEST_F(StartUpTest, TheMenusAreDrawnAsTheLanguageThatWasKeptGoesWithTheSystem) {
+TEST_F(StartUpTest, TheMenusAreDrawnAsTheStoredLanguageMatchesTheSystem) {
   for (const char* charset : {"0", "255"}) {
     setText(language, "langcode", charset);
     Form42 loaded;
@@ -75,7 +75,7 @@ struct ColorSetting {
   std::uint32_t color;
 };
 
-TEST_F(StartUpTest, TheTitleWearsTheColorOfTheSuiteOrTheUsualOne) {
+TEST_F(StartUpTest, TheTitleHasTheSuitesColorOrTheUsualOne) {
   constexpr std::uint32_t usualColor = 10118205;
   constexpr std::array<ColorSetting, 5> settings{{{nullptr, usualColor},
                                                   {"", usualColor},
@@ -102,7 +102,7 @@ TEST_F(StartUpTest, TheTitleWearsTheColorOfTheSuiteOrTheUsualOne) {
   }
 }
 
-TEST_F(StartUpTest, OneTextOfTheCommandLineAloneTurnsTheStartButtonOff) {
+TEST_F(StartUpTest, OnlyOneTextOfTheCommandLineDisablesTheStartButton) {
   for (const char* text : {"", "d-x", "x"}) {
     Form42 fresh;
     fresh.programFolder = folder;
@@ -115,12 +115,12 @@ TEST_F(StartUpTest, OneTextOfTheCommandLineAloneTurnsTheStartButtonOff) {
   EXPECT_FALSE(form.cmd_start.enabled);
 }
 
-TEST_F(StartUpTest, ThePictureOfAScanLiesInTheFolderOfTheProgram) {
+TEST_F(StartUpTest, ThePictureOfAScanIsInTheProgramsFolder) {
   Form_Load(form);
   EXPECT_EQ(form.Gif89a1.file.get(), "C:\\StartUpTest\\search.gif");
 }
 
-TEST_F(StartUpTest, TheCountersBeginAtNothing) {
+TEST_F(StartUpTest, TheCountersStartAtZero) {
   form.wizardPage = 2;
   form.categoryFound = 3;
   form.totalFound = 4;
@@ -132,7 +132,7 @@ TEST_F(StartUpTest, TheCountersBeginAtNothing) {
   EXPECT_EQ(form.totalFoundText, "0");
 }
 
-TEST_F(StartUpTest, TheWindowComesToTheMiddleFromWhereverItWas) {
+TEST_F(StartUpTest, TheWindowIsCenteredWhereverItWas) {
   form.screen = {.width = 20001, .height = 12000};
   form.window.left = 1;
   form.window.top = 2;
@@ -199,7 +199,7 @@ TEST_F(StartUpTest, ARowIsTickedByTheNumberOneOfItsOwnValue) {
   }
 }
 
-TEST_F(StartUpTest, AnOrdinaryLoadScansNothingAndEndsOnTheOptionsPage) {
+TEST_F(StartUpTest, AnOrdinaryLoadScansNothingAndShowsTheOptionsPage) {
   setText(ticks, "16", "1");
   form.cancelRequested = false;
   expectAfter([this] { Form_Load(form); },
@@ -213,7 +213,7 @@ TEST_F(StartUpTest, AnOrdinaryLoadScansNothingAndEndsOnTheOptionsPage) {
   EXPECT_FALSE(form.Timer2.isEnabled());
 }
 
-TEST_F(StartUpTest, TheTimersTickTheOpeningAndTheReport) {
+TEST_F(StartUpTest, TheTimersOpenTheWindowAndReport) {
   Form42 fresh;
   bindClicks(fresh);
   EXPECT_EQ(fresh.Timer1.interval, 10U);

@@ -1,4 +1,4 @@
-// Only the emulated computer has a window of the suite that a test can look into.
+// Only the emulated computer records what the suite's window was told.
 #include "shell/SuiteBridge.h"
 
 #include <gtest/gtest.h>
@@ -79,7 +79,7 @@ TEST_F(SuiteBridgeTest, TheTextIsInTheCodePageAndTheNumberCountsItsBytes) {
 class FailingBlockTest : public SuiteBridgeTest,
                          public ::testing::WithParamInterface<machine::ApiCall> {};
 
-TEST_P(FailingBlockTest, LosesOneReportAndTheScanRunsOn) {
+TEST_P(FailingBlockTest, LosesOneReportAndTheScanContinues) {
   setting("suite", "1");
   machine::Machine& machine = start();
   machine.faults().fail(GetParam(), 1, ERROR_NOT_ENOUGH_MEMORY);
@@ -90,7 +90,7 @@ TEST_P(FailingBlockTest, LosesOneReportAndTheScanRunsOn) {
   EXPECT_EQ(told(), Texts{"r|0"});
 }
 
-TEST_P(FailingBlockTest, EndsTheScanWithoutTheWindowAllTheSame) {
+TEST_P(FailingBlockTest, EndsTheScanWithoutTheWindowToo) {
   machine::Machine& machine = start();
   machine.faults().fail(GetParam(), 1, ERROR_NOT_ENOUGH_MEMORY);
   EXPECT_THROW(Timer2_Timer(form), ProcessEnd);

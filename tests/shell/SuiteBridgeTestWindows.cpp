@@ -1,4 +1,4 @@
-// Only Windows has blocks of memory that another process may have made in a way of its own.
+// Only Windows has blocks of memory that other processes can create.
 #include <windows.h>
 
 #include "shell/SuiteBridge.h"
@@ -18,6 +18,8 @@ constexpr const wchar_t* fileName = L"suite-bridge-test.bin";
 
 // What the block held when the suite's window was told of it.
 std::string heard;
+// The handle that the second parameter of the message pointed to.
+HWND pointedTo = nullptr;
 
 std::string firstBytes(void* view, std::size_t length) {
   MEMORY_BASIC_INFORMATION region{};
@@ -32,6 +34,7 @@ LRESULT CALLBACK listen(HWND window, UINT message, WPARAM length, LPARAM paramet
   if (message != WM_USER + 1) {
     return DefWindowProcW(window, message, length, parameter);
   }
+  pointedTo = parameter == 0 ? nullptr : *reinterpret_cast<const HWND*>(parameter);
   heard = "(no block)";
   if (HANDLE block = OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, blockName)) {
     if (void* view = MapViewOfFile(block, FILE_MAP_ALL_ACCESS, 0, 0, 0)) {
@@ -57,7 +60,7 @@ class SuiteBridgeTest : public ::testing::Test {
     DeleteFileW(fileName);
   }
 
-  // Another process may be first with the name.
+  // Another process may have created the block first.
   void makeBlock(DWORD sort, DWORD size, HANDLE file = INVALID_HANDLE_VALUE) {
     block = CreateFileMappingW(file, nullptr, sort, 0, size, blockName);
     ASSERT_NE(block, nullptr);
@@ -76,7 +79,13 @@ TEST_F(SuiteBridgeTest, TheWindowReadsTheNumberOfFindings) {
   EXPECT_EQ(OpenFileMappingW(FILE_MAP_READ, FALSE, blockName), nullptr);
 }
 
-TEST_F(SuiteBridgeTest, ABlockThatIsThereAndGoodIsUsed) {
+TEST_F(SuiteBridgeTest, TheMessagePointsToTheHandleOfTheWindow) {
+  pointedTo = nullptr;
+  Timer2_Timer(form);
+  EXPECT_EQ(pointedTo, window);
+}
+
+TEST_F(SuiteBridgeTest, AGoodBlockThatExistsIsUsed) {
   makeBlock(PAGE_READWRITE, 256);
   Timer2_Timer(form);
   EXPECT_EQ(heard, "r|0");

@@ -12,7 +12,7 @@ class WindowEventsTest : public fixture::ComputerFixture {
   WindowEventsTest() { bindClicks(form); }
 };
 
-TEST_F(WindowEventsTest, TheLoadPutsTheWindowIntoTheMiddleOfTheScreen) {
+TEST_F(WindowEventsTest, TheLoadCentersTheWindowOnTheScreen) {
   form.screen = {.width = 20000, .height = 10001};
   Form_Load(form);
   EXPECT_EQ(form.window.left, (20000 - 15390) / 2);
@@ -38,7 +38,7 @@ TEST_F(WindowEventsTest, TheLoadMakesAllHeadersFlatAndKeepsThePlaceOfAPicture) {
   EXPECT_EQ(form.leftOfImage44, 77);
 }
 
-TEST_F(WindowEventsTest, TheOpeningComesDownByAThousandTwipsATick) {
+TEST_F(WindowEventsTest, TheWindowMovesDownByAThousandTwipsPerTick) {
   form.window.visible = false;
   const int place = (form.screen.height - form.window.height) / 2;
   form.window.top = place - 1500;
@@ -55,7 +55,7 @@ TEST_F(WindowEventsTest, TheOpeningComesDownByAThousandTwipsATick) {
   EXPECT_FALSE(form.Timer1.isEnabled());
 }
 
-TEST_F(WindowEventsTest, AWindowHiddenByTheCommandLineComesUpAllTheSame) {
+TEST_F(WindowEventsTest, AWindowHiddenByTheCommandLineIsShownAfterAll) {
   form.hasCommandLine = true;
   form.commandText = "d";
   form.window.visible = false;
@@ -76,7 +76,7 @@ TEST_F(WindowEventsTest, OnlyAPlainStartDrawsTheShadow) {
   EXPECT_EQ(form.shadow.depth, 10);
 }
 
-TEST_F(WindowEventsTest, AMinimisedWindowLeavesOnlyItsIcon) {
+TEST_F(WindowEventsTest, AMinimizedWindowLeavesOnlyItsIcon) {
   Form_Activate(form);
   form.chameleonButton23.click();
   EXPECT_EQ(form.window.windowState, WindowState::Minimized);
@@ -88,7 +88,7 @@ TEST_F(WindowEventsTest, AMinimisedWindowLeavesOnlyItsIcon) {
   EXPECT_EQ(form.TrayArea1.toolTip.get(), "Fix Registry Problems");
 }
 
-TEST_F(WindowEventsTest, AWindowThatIsNotMinimisedStaysWhenItsSizeChanges) {
+TEST_F(WindowEventsTest, AWindowThatIsResizedButNotMinimizedStaysVisible) {
   Form_Resize(form);
   EXPECT_TRUE(form.window.visible);
   EXPECT_FALSE(form.TrayArea1.visible);
@@ -120,7 +120,7 @@ TEST_F(WindowEventsTest, ThePictureOfHelpOpensTheHelpFileAtItsContext) {
   EXPECT_EQ(opened, "C:\\program\\zelvhelp.chm at 4");
 }
 
-TEST_F(WindowEventsTest, AFormThatGoesKeepsItsTicks) {
+TEST_F(WindowEventsTest, AFormThatIsClosedStoresItsTicks) {
   const std::string ticks =
       "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
   emptyKey(ticks);

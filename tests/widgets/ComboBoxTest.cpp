@@ -47,7 +47,7 @@ TEST(ComboBox, OnlyAnEditableOneTakesAnyText) {
   EXPECT_EQ(editable.listIndex(), -1);
 }
 
-TEST(ComboBox, EachChangeOfTheTextIsTold) {
+TEST(ComboBox, EachChangeOfTheTextIsReported) {
   ComboBox box(ComboStyle::Editable);
   int told = 0;
   box.onChange = [&told] { ++told; };

@@ -44,7 +44,7 @@ TEST_F(ListViewTest, ACellEndsAtItsFirstNul) {
   EXPECT_EQ(list.text(1, 2), "c");
 }
 
-TEST_F(ListViewTest, ASubItemAddedLastAtAPositionIsTheOneThatShows) {
+TEST_F(ListViewTest, TheSubItemAddedLastAtAPositionIsShown) {
   list.add("row");
   list.setText(1, 3, "");
   list.addSubItem(1, 3, "Testing", "a");
@@ -87,7 +87,7 @@ TEST_F(ListViewTest, AnIconThatTheImageListLacksIsRefused) {
   EXPECT_EQ(list.smallIcon(1), "a");
 }
 
-TEST_F(ListViewTest, TheHighlightStaysOnItsRowWhenOthersGo) {
+TEST_F(ListViewTest, TheHighlightStaysOnItsRowWhenOthersAreRemoved) {
   list.add("1");
   list.add("2");
   list.add("3");
@@ -128,7 +128,7 @@ TEST_F(ListViewTest, TellsAnAttachedPeerWhatChanged) {
                               {Change::Rows, 2}, {Change::Row, 2}, {Change::Checks, 2}}));
 }
 
-TEST(Property, TellsThePeerAlsoWhenTheValueStays) {
+TEST(Property, TellsThePeerEvenIfTheValueIsTheSame) {
   RecordingPeer peer;
   Label label("text");
   label.attach(&peer);
@@ -138,7 +138,7 @@ TEST(Property, TellsThePeerAlsoWhenTheValueStays) {
   EXPECT_FALSE(label.visible);
 }
 
-TEST(Property, TakesOverTheValueOfAnother) {
+TEST(Property, TakesTheValueOfAnother) {
   Label one("one");
   Label two("two");
   one.caption = two.caption;

@@ -27,7 +27,7 @@ TEST_F(MessageQueueTest, WorkPostedByWorkWaitsForTheNextTime) {
   EXPECT_EQ(runs, 1);
 }
 
-TEST_F(MessageQueueTest, ServesTheHostEachTime) {
+TEST_F(MessageQueueTest, ServesTheFrontEndEachTime) {
   MessageQueue queue({});
   int served = 0;
   queue.serveHost = [&] { ++served; };
@@ -36,7 +36,7 @@ TEST_F(MessageQueueTest, ServesTheHostEachTime) {
   EXPECT_EQ(served, 2);
 }
 
-TEST_F(MessageQueueTest, ATimerThatIsDueTicksOnlyWhileItIsEnabled) {
+TEST_F(MessageQueueTest, ATimerThatIsDueTicksOnlyIfItIsEnabled) {
   Timer timer;
   timer.interval = 0;
   int ticks = 0;
@@ -52,7 +52,7 @@ TEST_F(MessageQueueTest, ATimerThatIsDueTicksOnlyWhileItIsEnabled) {
   EXPECT_EQ(ticks, 1);
 }
 
-TEST_F(MessageQueueTest, ItHasWorkWhileSomethingIsPostedOrATimerRuns) {
+TEST_F(MessageQueueTest, ItHasWorkIfSomethingIsPostedOrATimerRuns) {
   Timer timer;
   timer.interval = 1000;
   MessageQueue queue({&timer});

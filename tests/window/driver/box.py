@@ -11,12 +11,12 @@ BOX = CHECKOUT / "tools" / "box"
 FOLDER = "/zelvreg/prefix/drive_c/Program Files (x86)/zelvreg"
 BUILD = "/zelvreg/build"
 DONE = "-- done: "
-# What wine makes of the processes' own words is kept here, below the prefix.
+# The output of the programs is kept here, inside the prefix.
 NOTES = "notes"
 
 
 def copy_prefix(source, target):
-    """Windows itself is shared, since no program changes it."""
+    """Windows itself is shared, because no program changes it."""
     def share(name):
         subprocess.run(["cp", "-al", source / name, target / name], check=True)
 
@@ -99,7 +99,7 @@ class Box:
         raise self.ended(command)
 
     def ended(self, command):
-        """What is to be raised when the box is no longer there, with the last that it said."""
+        """The exception for a box that has ended, with its last lines of output."""
         said = (self.notes / "box.log").read_text("utf-8", "replace").splitlines()[-10:]
         return Unmet("\n".join([f"the box ended with status {self.shell.wait()} before this did:"
                                 f" {command}", *said]))

@@ -1,4 +1,4 @@
-"""A virtual display with a window manager and a notification area, and the hand of its user."""
+"""A virtual display with a window manager and a notification area, and its mouse and keyboard."""
 
 import contextlib
 import os
@@ -8,24 +8,24 @@ from .waiting import wait_until
 
 WIDTH, HEIGHT = 1280, 900
 TRAY_HEIGHT = 24
-# The words of xdotool for what a user does.
+# The arguments of xdotool for clicks.
 CLICK = {1: ["click", "1"], 2: ["click", "--repeat", "2", "--delay", "60", "1"]}
 
 
 class Display:
     def __init__(self, folder):
-        """`folder` takes what the programs of the display have to say."""
+        """The output of the display's programs goes to `folder`."""
         self.running = []
         self.logs = folder
         reading, writing = os.pipe()
-        # The server chooses a free number and says it. Memory cannot be shared with the box.
+        # The server chooses a free number and prints it. Memory cannot be shared with the box.
         self._start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
                     "-dpi", "96", "-extension", "MIT-SHM", "-nolisten", "tcp", pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as number:
             self.name = ":" + number.readline().strip()
         self.settings = {**os.environ, "DISPLAY": self.name}
-        # A letter without a key is typed by giving one a new meaning, of which programs hear late.
+        # A letter that no key has is typed by changing a key, which programs notice late.
         self._lay_out_keyboard("us")
         subprocess.run(["hsetroot", "-solid", "#DCE4EE"], env=self.settings, check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -67,6 +67,13 @@ class Display:
              "-format", "%#", "info:"], env=self.settings, check=True, text=True,
             stdout=subprocess.PIPE).stdout
 
+    def brightness(self, left, top, width, height):
+        """How bright each pixel of a part of the screen is, 0 to 255, row by row."""
+        return list(subprocess.run(
+            ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
+             "-colorspace", "Gray", "-depth", "8", "gray:-"], env=self.settings, check=True,
+            stdout=subprocess.PIPE).stdout)
+
     def _act(self, *words):
         subprocess.run(["xdotool", *words], env=self.settings, check=True)
 
@@ -85,8 +92,8 @@ class Display:
 
     @contextlib.contextmanager
     def keyboard(self, layout):
-        """A keyboard with other letters, for programs that are started meanwhile: one that runs
-        hears letters too late that its keyboard did not have, or that need a change of layout."""
+        """A keyboard with other letters, for programs that are started meanwhile: a program that
+        already runs notices new letters, or a change of layout, too late."""
         self._lay_out_keyboard(layout)
         try:
             yield

@@ -1,4 +1,4 @@
-"""Findings as sets that can be compared, whichever program tells them and wherever it ran."""
+"""Findings as sets that can be compared, whichever program printed them and wherever it ran."""
 
 import json
 import re
@@ -15,8 +15,8 @@ USERS_CLASS = re.compile(r"^\[HKEY_CURRENT_USER\\Software\\Classes\\(?:CLSID\\)?
 
 
 def plain(finding):
-    """A finding without what differs from one computer to the next by its nature: the number of the
-    current user, and which of the two views of App Paths it was seen in, which are one in Wine."""
+    """A finding without what differs between computers: the SID of the current user, and the view
+    in which App Paths was read, since Wine has only one view of it."""
     location, bad, kind, root, key = finding
     key = USER.sub("USER", key)
     if key.lower() == APP_PATHS.replace("SOFTWARE\\", "SOFTWARE\\Wow6432Node\\").lower():
@@ -34,8 +34,8 @@ def of_list(results):
 
 
 def seen_in_wine(native):
-    """Those of the native program's findings that Wine can have: its HKEY_CLASSES_ROOT shows the
-    computer's classes alone, so a class that only the user has is not found below it."""
+    """Those of the native program's findings that Wine can have: its HKEY_CLASSES_ROOT shows only
+    the computer's classes, so a class that only the user has is not found there."""
     registry = (CHECKOUT / "demo" / "machine" / "registry.reg").read_text("utf-8")
     users = set(USERS_CLASS.findall(registry))
 
@@ -47,5 +47,5 @@ def seen_in_wine(native):
 
 
 def expected_of_demo():
-    """What the native program finds on the demo machine; a test of its own holds that it does."""
+    """What the native program finds on the demo machine; another test checks that it does."""
     return of_json(Path(CHECKOUT / "demo" / "scan.json").read_text("utf-8"))

@@ -1,4 +1,4 @@
-"""Where a story takes place: a prefix of its own, a screen, and what was found beforehand."""
+"""Where a story takes place: a prefix of its own, a screen, and the findings to expect."""
 
 import shutil
 import subprocess
@@ -10,7 +10,7 @@ from .waiting import Unmet, wait_until
 
 
 def on_a_computer_in(locale):
-    """Marks a story of a computer of another language, which says what its code page is."""
+    """Marks a story that runs in another locale, which decides the code page."""
     def marked(story):
         story.locale = locale
         return story
@@ -28,7 +28,7 @@ class Stage:
         tool = findings.CHECKOUT / "tools" / "demo-prefix"
         subprocess.run([tool, "--empty", build, self.empty], check=True)
         subprocess.run([tool, build, self.demo], check=True)
-        # What the programs of the console say, with the demo machine and without.
+        # The findings of the console program, with the demo machine and without.
         self.own = self._scan("scan-empty", self.empty, None)
         self.console = self._scan("scan-demo", self.demo, self.demo / "demo.reg") - self.own
 
@@ -69,13 +69,13 @@ class Scene:
                    self.stage.demo / "demo.reg", self.stage.limit, self.locale)
 
     def add_dead_fonts(self, count):
-        """So many that a scan takes seconds."""
+        """Adds fonts without files, so many that a scan takes seconds."""
         names = "\n".join(f'"Gone {number}"="gone{number}.ttf"' for number in range(count))
         self.box.add_to_registry("[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows NT\\"
                                  f"CurrentVersion\\Fonts]\n{names}\n")
 
     def start_suite(self):
-        """Starts the stand-in for the suite's window; gives what tells the lines it has heard."""
+        """Starts the stand-in for the suite's window; returns a function for its lines so far."""
         heard = self.box.notes / "heard"
         self.box.start("window-suite.exe", f"Z:\\zelvreg\\prefix\\{NOTES}\\heard", folder=BUILD)
         wait_until("the suite's window", lambda: self.screen.window("Zelvane Tuner"))

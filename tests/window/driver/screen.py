@@ -1,4 +1,4 @@
-"""What is on the screen, as the reader tells it, and the user's hand on what it found."""
+"""What is on the screen, as the reader says, and what a user does with it."""
 
 import json
 import os
@@ -7,7 +7,7 @@ import re
 from .box import BUILD, CHECKOUT, NOTES
 from .waiting import Unmet, wait_until
 
-# By their window classes, as two of them bear the same title.
+# By their window classes, because two of them have the same title.
 MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "#32770"
 # Lists are known by their columns.
 ROWS_LIST, RESULTS_LIST = "what to scan", "Invalid Data Location"
@@ -16,7 +16,7 @@ PLACE = re.compile(r"Place\{\s*of<&Form42::(\w+)>,\s*noFrame,\s*\{(\d+), (\d+), 
 
 
 def places():
-    """Where the window's controls stand that show no caption, by name, in points."""
+    """The places of the window's controls without a caption, by name, in pixels."""
     text = (CHECKOUT / "src" / "desktop" / "Layout.cpp").read_text("utf-8")
     return {name: tuple(map(int, place)) for name, *place in PLACE.findall(text)}
 
@@ -34,14 +34,14 @@ class Control:
         self.enabled = told["enabled"]
         self.ticked = told.get("ticked", False)
         self.headings = told.get("headings", [])
-        # Of a long list, the first rows alone; `count` counts all of them.
+        # Only the first rows of a long list; `count` counts all of them.
         self.rows = told.get("rows", [])
         self.count = told.get("count", 0)
         self.process = told.get("process")
         self.controls = [Control(each) for each in told.get("controls", [])]
 
     def find(self, kind, text):
-        """The control with a caption, or None; one that can be used comes first."""
+        """The control with a caption, or None; an enabled one is preferred."""
         for each in sorted(self.controls, key=lambda control: not control.enabled):
             if each.kind == kind and each.text.replace("&", "").strip() == text:
                 return each
@@ -82,7 +82,7 @@ class Screen:
         try:
             self.asked.close()
         except BrokenPipeError:
-            # It has ended before.
+            # It has already ended.
             pass
 
     # Looking
@@ -102,14 +102,14 @@ class Screen:
         return next((each for each in self.windows() if name in (each.kind, each.text)), None)
 
     def find(self, what, look, name=MAIN, seconds=20):
-        """Waits until `look` finds something in that window, and gives it."""
+        """Waits until `look` finds something in that window, and returns it."""
         def looking():
             window = self.window(name)
             return window and look(window)
         return wait_until(what, looking, seconds)
 
     def see(self, what, look=lambda window: True, name=MAIN, seconds=20):
-        """Waits until `look` is true of that window, and gives the window."""
+        """Waits until `look` is true for that window, and returns the window."""
         return self.find(what, lambda window: look(window) and window, name, seconds)
 
     def see_results(self, seconds=60):
@@ -127,7 +127,7 @@ class Screen:
         return None
 
     def picture(self, step, moves=False):
-        """A picture of the screen, when it stands still unless it moves, as a file of this run."""
+        """Saves a picture of the screen, once it no longer changes unless `moves`."""
         self.taken += 1
         path = self.pictures / f"{self.story}-{self.taken}-{step}.png"
         seen = []
@@ -137,9 +137,9 @@ class Screen:
             return len(seen) > 1 and seen[-1] == seen[-2]
         try:
             if not moves:
-                wait_until("the picture stands still", still, 2)
+                wait_until("the picture no longer changes", still, 2)
         except Unmet:
-            # A picture of what moves is better than none.
+            # A picture that still changes is better than none.
             pass
         self.display.picture(path)
         return path
@@ -172,7 +172,7 @@ class Screen:
         self.display.click(window.place[0] + left + width // 2, window.place[1] + top + height // 2)
 
     def press_exclude(self):
-        """Clicks the button that leaves the highlighted rows out of every scan."""
+        """Clicks the button that excludes the highlighted rows from every scan."""
         self.press("Exclude selected path from future scan")
 
     def click_text(self, text, name=MAIN):
@@ -192,7 +192,7 @@ class Screen:
         return self.find(f"a row “{text}” below “{heading}”", look, name)
 
     def row_in_view(self, heading, text):
-        """The row, once it was brought into view by the wheel of the mouse."""
+        """The row, scrolled into view by the mouse wheel."""
         def look():
             shown, row = self.row(heading, text)
             top, height = row["place"][1], row["place"][3]
@@ -205,11 +205,11 @@ class Screen:
 
     def click_row(self, heading, text, times=1, button=1):
         left, top, _, height = self.row_in_view(heading, text)["place"]
-        # Right of the box that is ticked.
+        # To the right of the check box.
         self.display.click(left + 80, top + height // 2, times, button)
 
     def tick_row(self, heading, text):
-        """Clicks the box in front of a row."""
+        """Clicks the check box of a row."""
         row = self.row_in_view(heading, text)
         left, top, _, height = row["place"]
         self.display.click(left + 15, top + height // 2)

@@ -1,14 +1,14 @@
-"""Waiting for what can be seen, never for a time."""
+"""Waits for what can be seen, never for a fixed time."""
 
 import time
 
 
 class Unmet(Exception):
-    """What was expected and did not come about."""
+    """Something that was expected did not happen."""
 
 
 def wait_until(expected, look, seconds=20):
-    """Looks again and again until `look` gives something true, which is returned."""
+    """Calls `look` until it returns something true, which is returned."""
     deadline = time.monotonic() + seconds
     while True:
         found = look()
@@ -20,7 +20,7 @@ def wait_until(expected, look, seconds=20):
 
 
 def expect(expected, found, wanted):
-    """That `found` is what was `wanted`; of sets only the differences are told."""
+    """Checks that `found` is what was `wanted`; for sets it reports only the differences."""
     if found == wanted:
         return
     if isinstance(found, (set, frozenset)):

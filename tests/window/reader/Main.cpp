@@ -1,9 +1,9 @@
-// Says what is on the screen, as a screen reader learns it: from outside, by the questions that any
-// program may put to the windows of another. For each line on standard input it answers one line of
-// JSON: all visible top-level windows with their controls.
+// Says what is on the screen, as a screen reader does: from outside, by messages that any program
+// may send to the windows of another. For each line on standard input it prints one line of JSON:
+// all visible top-level windows with their controls.
 #include <windows.h>
 
-// These stand on the one before.
+// These need <windows.h> before them.
 #include <commctrl.h>
 
 #include <algorithm>
@@ -22,10 +22,10 @@ using zelvreg::utf8;
 
 using Json = nlohmann::ordered_json;
 
-// A window that is busy answers late or, without this, never.
+// Without a limit a window that is busy would be waited for endlessly.
 constexpr UINT patience = 2000;
 constexpr std::size_t longestText = 2048;
-// Of a long list, as many rows as a user would read.
+// As many rows of a long list as a user would read.
 constexpr int mostRows = 200;
 
 DWORD_PTR ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
@@ -50,7 +50,7 @@ Json placeOf(const RECT& place) {
   return {place.left, place.top, place.right - place.left, place.bottom - place.top};
 }
 
-// Memory of the program that is read, since a list writes its answers where the question stands.
+// Memory of the other program, because a list writes its answer into the request.
 class Letter {
  public:
   explicit Letter(HWND window) {
@@ -77,7 +77,7 @@ class Letter {
 
   [[nodiscard]] LPWSTR text() const { return roomIn(static_cast<Content*>(memory)->text); }
 
-  // The answer, if any, is in the content afterwards.
+  // Afterwards the content holds the answer, if there is one.
   void send(HWND window, UINT message, WPARAM wParam, Content& content) const {
     WriteProcessMemory(process, memory, &content, sizeof(content), nullptr);
     ask(window, message, wParam, reinterpret_cast<LPARAM>(memory));

@@ -91,7 +91,7 @@ def r_tells_the_suite_nothing_but_that_it_has_run(scene):
     expect("nothing is repaired", _old_tool(scene) is not None, True)
 
 
-def r_c_repairs_beside_the_suite_as_well(scene):
+def r_c_also_repairs_while_the_suite_runs(scene):
     told = scene.start_suite()
     _run(scene, "r-c")
     expect("it has run", _setting(scene, "real", "rc"), "1")
@@ -108,7 +108,7 @@ def r_c_repairs_the_ticked_rows(scene):
         r"HKEY_LOCAL_MACHINE\Software\Northwind Studio", "Palette"), None)
 
 
-def d_opens_without_start_beside_the_suite(scene):
+def d_opens_without_start_while_the_suite_runs(scene):
     told = scene.start_suite()
     _opens_without_start(scene)
     expect("no running count", told(), [])

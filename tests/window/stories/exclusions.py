@@ -1,4 +1,4 @@
-"""Exclude a finding, scan again, take the exclusion back."""
+"""Exclude a finding, scan again, remove the exclusion."""
 
 from driver.screen import BOX, RESULTS_LIST, SMALL
 from driver.waiting import expect, wait_until
@@ -14,7 +14,7 @@ def _has(window, name):
 
 def what_is_excluded_is_not_found_again(scene):
     screen = scene.screen
-    # As the demo machine has exclusions of its own.
+    # The demo machine has exclusions of its own.
     before = scene.box.file("exregscan.txt")
     screen.start()
     screen.press("Start")

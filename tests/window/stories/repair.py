@@ -9,7 +9,7 @@ ICON = r"HKEY_LOCAL_MACHINE\Software\Classes\Northwind.Palette\DefaultIcon"
 FONTS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\Fonts"
 JOURNALS = "Date and Time Of Creation"
 
-# Key, value name, and what is there before and after the repair. The undo brings all of it back.
+# Key, value name, and the value before and after the repair. The undo restores all of it.
 FACTS = [
     (CARD, "Extension", ".hbc", None),
     (ICON, "@", r"C:\Program Files\Northwind Atelier\palette.ico,0", None),

@@ -2,7 +2,10 @@
 
 from driver import findings
 from driver.screen import RESULTS, RESULTS_LIST, ROWS_LIST
-from driver.waiting import expect
+from driver.waiting import expect, wait_until
+
+FONTS = r"HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts"
+REGEDIT = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Applets\Regedit"
 
 
 def the_window_finds_what_the_consoles_find(scene):
@@ -40,6 +43,30 @@ def a_finding_is_explained(scene):
     screen.picture("none")
 
 
+def a_double_click_opens_the_registry_editor(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    screen.see_results()
+    screen.click_row(RESULTS_LIST, "Quill Script (TrueType)", times=2)
+    screen.see("the editor", name="Registry Editor", seconds=60)
+    expect("the key at which it opens", scene.box.value(REGEDIT, "LastKey"), FONTS)
+    screen.picture("editor")
+
+
+def a_right_click_shows_the_commands(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    screen.see_results()
+    screen.click_row(RESULTS_LIST, "Quill Script (TrueType)", button=3)
+    wait_until("the menu", lambda: screen.window("#32768"))
+    screen.picture("menu")
+    screen.display.keys("Down", "Down", "Return")
+    screen.see("no row is ticked", lambda window: not any(
+        row["ticked"] for row in window.list(RESULTS_LIST).rows))
+
+
 def a_double_click_on_a_category_shows_its_findings(scene):
     screen = scene.screen
     screen.start()
@@ -68,7 +95,7 @@ def a_scan_is_stopped(scene):
     screen.see("the scan runs", lambda window: window.says("Invalid Font Reference"))
     screen.press("Cancel")
     screen.see_results()
-    # The results come up at once, the row that ran ends after them.
+    # The results are shown at once; the row that was being tested ends after that.
     screen.see("some of its findings are counted", lambda window: 0 < _count(window) < fonts)
     screen.picture("stopped")
     screen.press("Search Location")

@@ -1,4 +1,4 @@
-"""Names in every script: found, searched for, left out, repaired and brought back."""
+"""Names in every script: found, searched for, excluded, repaired and restored."""
 
 from driver import findings
 from driver.scene import on_a_computer_in
@@ -33,7 +33,7 @@ REGISTRY = rf"""[HKEY_LOCAL_MACHINE\{CURRENT}\Run]
 [HKEY_LOCAL_MACHINE\{CURRENT}\App Paths\שלום.exe]
 @="C:\\שלום\\gone.exe"
 """
-# What is found of it: location, bad value, kind code. No name of what is there is among it.
+# The findings: location, bad value, kind code. No name of a file that exists is among them.
 FOUND = {
     ("Startup programs", "Пётр", "144"),
     ("表 (TrueType)", "會.ttf", "1"),
@@ -57,7 +57,7 @@ def _add_names(scene):
 
 
 def _in_scripts(rows):
-    """Those of the findings that hold a letter outside of ASCII."""
+    """Those of the findings that have a letter outside ASCII."""
     return {row[:3] for row in rows if not "".join(row).isascii()}
 
 
@@ -95,7 +95,7 @@ def a_name_in_cyrillic_is_searched_for(scene):
         field = screen.find("the field for a text", lambda window: next(
             (each for each in window.controls if each.kind == "Edit"), None))
         screen.display.click(*middle(field.place))
-        # The keyboard has no A to select all with.
+        # The keyboard has no A to select everything.
         screen.display.keys("End", "shift+Home")
         screen.display.type("Иван\\")
         screen.see("what is typed", lambda window: window.find("Edit", "Иван\\"))
@@ -107,17 +107,17 @@ def a_name_in_cyrillic_is_searched_for(scene):
     screen.picture("searched")
 
 
-def a_name_in_japanese_is_left_out(scene):
-    # What the code page does not hold makes a file of UTF-8.
-    _is_left_out(scene, "utf-8-sig")
+def a_name_in_japanese_is_excluded(scene):
+    # Text that the code page does not have makes the file UTF-8.
+    _is_excluded(scene, "utf-8-sig")
 
 
 @on_a_computer_in("ja_JP")
-def a_name_in_japanese_is_left_out_on_a_japanese_computer(scene):
-    _is_left_out(scene, "cp932")
+def a_name_in_japanese_is_excluded_on_a_japanese_computer(scene):
+    _is_excluded(scene, "cp932")
 
 
-def _is_left_out(scene, encoding):
+def _is_excluded(scene, encoding):
     _add_names(scene)
     screen = scene.screen
     before = scene.box.file("exregscan.txt")
@@ -140,16 +140,16 @@ def _is_left_out(scene, encoding):
     screen.picture("exclusions")
 
 
-def a_name_in_cyrillic_is_repaired_and_brought_back(scene):
-    _is_repaired_and_brought_back(scene)
+def a_name_in_cyrillic_is_repaired_and_restored(scene):
+    _is_repaired_and_restored(scene)
 
 
 @on_a_computer_in("ja_JP")
-def a_name_in_cyrillic_is_repaired_and_brought_back_on_a_japanese_computer(scene):
-    _is_repaired_and_brought_back(scene)
+def a_name_in_cyrillic_is_repaired_and_restored_on_a_japanese_computer(scene):
+    _is_repaired_and_restored(scene)
 
 
-def _is_repaired_and_brought_back(scene):
+def _is_repaired_and_restored(scene):
     _add_names(scene)
     screen = scene.screen
     screen.start()

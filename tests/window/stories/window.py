@@ -1,4 +1,4 @@
-"""What the window itself does: the notification area, the dialog about it, the report, its end."""
+"""The window itself: the notification area, the About dialog, the report, the exit."""
 
 from driver.screen import BOX, MAIN, RESULTS, RESULTS_LIST, ROWS_LIST, SMALL, middle
 from driver.waiting import expect, wait_until
@@ -22,7 +22,25 @@ def it_goes_to_the_notification_area_and_comes_back(scene):
     screen.see_results()
 
 
-def it_tells_about_itself(scene):
+def it_casts_a_shadow(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    left, top, width, height = screen.see_results() and screen.window().place
+    screen.picture("shadow")
+    reach = 14
+    ground = screen.display.brightness(left - 60, top - 20, 1, 1)[0]
+    for side, part in {
+            "left": screen.display.brightness(left - reach, top + height // 2, reach, 1),
+            "right": screen.display.brightness(left + width, top + height // 2, reach, 1)[::-1],
+            "below": screen.display.brightness(left + width // 2, top + height, 1, reach)[::-1],
+    }.items():
+        expect(f"{side} it ends within {reach} pixels", part[0], ground)
+        expect(f"{side} it grows darker towards the window", part, sorted(part, reverse=True))
+        expect(f"{side} it can be seen", part[-1] < ground - 10, True)
+
+
+def it_shows_its_about_dialog(scene):
     screen = scene.screen
     screen.start()
     screen.press_picture("chameleonButton18")
@@ -37,7 +55,7 @@ def it_tells_about_itself(scene):
 
 def a_report_is_written_and_shown(scene):
     screen = scene.screen
-    # On Windows a text file has its viewer; a prefix of Wine knows the viewer alone.
+    # Windows has a viewer for text files; in a Wine prefix the viewer is not associated with them.
     scene.box.add_to_registry('[HKEY_LOCAL_MACHINE\\Software\\Classes\\.txt]\n@="txtfile"\n')
     screen.start()
     screen.press("Start")
@@ -98,7 +116,7 @@ def a_row_is_ticked_by_the_keyboard(scene):
     screen.picture("by-keyboard")
 
 
-def it_is_worked_by_the_keyboard_alone(scene):
+def it_can_be_used_by_the_keyboard_alone(scene):
     screen = scene.screen
     keys = screen.display.keys
     screen.start()
@@ -121,7 +139,7 @@ def it_is_worked_by_the_keyboard_alone(scene):
 
 
 def a_message_keeps_the_window_waiting(scene):
-    """A question has to be answered, also when it came up while another program was in front."""
+    """A question must be answered, even if another program was in front when it was shown."""
     screen = scene.screen
     screen.start()
     screen.press("Start")

@@ -1,5 +1,5 @@
-// Stands for the main window of the suite: zelvreg finds it by its title and tells it how many
-// findings a scan of the automatic modes has so far. What it is told goes to a file, a line each.
+// A stand-in for the main window of the suite: zelvreg finds it by its title and tells it how many
+// findings an automatic scan has so far. It writes each message to a file, as one line.
 #include <windows.h>
 
 #include <fstream>

@@ -29,14 +29,9 @@ void terminate(IWbemServices& services, IWbemClassObject& process) {
 
 }  // namespace
 
-void killprocess() {
-  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  const ComPointer<IWbemServices> services = connectManagementService(L"root\\cimv2");
-  if (services == nullptr) {
-    return;
-  }
+void endEditor(IWbemServices& services) {
   IEnumWbemClassObject* found = nullptr;
-  if (FAILED(services->ExecQuery(
+  if (FAILED(services.ExecQuery(
           ComText(L"WQL").get(), ComText(L"Select * from Win32_Process").get(),
           WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &found))) {
     return;
@@ -52,9 +47,17 @@ void killprocess() {
     }
     const ComPointer<IWbemClassObject> process(next);
     if (lowerCase(property(*process, L"Name")) == "regedit.exe") {
-      terminate(*services, *process);
+      terminate(services, *process);
       return;
     }
+  }
+}
+
+void killprocess() {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  const ComPointer<IWbemServices> services = connectManagementService(L"root\\cimv2");
+  if (services != nullptr) {
+    endEditor(*services);
   }
 }
 

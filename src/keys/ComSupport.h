@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-// These two stand on the one before.
+// These two need the one before.
 #include <oleauto.h>
 #include <unknwn.h>
 

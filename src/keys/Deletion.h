@@ -18,7 +18,7 @@ LONG fDeleteValue(const std::string& hive, const std::string& key, const std::st
 
 // Deletes all that lies under `key`, in the 64-bit view; the key itself stays.
 void DeleteSubtree(HiveHandle hive, const std::string& key);
-// Deletes `key` with all under it. One backslash at its end is dropped.
+// Deletes `key` with all that lies under it. One backslash at its end is dropped.
 void DeleteRegistryTree(HiveHandle hive, std::string key);
 
 }  // namespace zelvreg

@@ -11,12 +11,12 @@
 namespace zelvreg {
 
 // The text of a REG_SZ or REG_EXPAND_SZ up to its first NUL; the empty text for any other type.
-// `view` is the flag of the view, or 0. `type` is that of the value. The answer of the failing
-// call, or 0.
+// `view` is the flag of the view, or 0. `type` becomes that of the value. The result is 0 or the
+// code of the call that failed.
 LONG readText(HiveHandle hive, const std::string& key, const std::string& valueName, REGSAM view,
               std::string& value, DWORD& type);
 
-// A text with its variables expanded, as the system does it: with the NUL that it puts behind.
+// A text with its variables expanded, as the system does it: with the NUL that it adds.
 std::string expandedText(const std::string& text);
 
 // The same as readText with variables expanded.

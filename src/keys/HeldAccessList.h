@@ -1,4 +1,4 @@
-// The access list of a key as it was before a change that is to be taken back.
+// The access list of a key, kept so that a change of it can be undone.
 #ifndef ZELVREG_KEYS_HELD_ACCESS_LIST_H
 #define ZELVREG_KEYS_HELD_ACCESS_LIST_H
 
@@ -11,13 +11,13 @@ namespace zelvreg {
 
 class HeldAccessList {
  public:
-  // Of a key of the 64-bit view, which stays open: what is set afterwards may refuse to open it.
-  // Below the merged classes root a key that is deleted shows the other of the two, which would get
-  // the list of the one that is gone: a true place is asked for. Holds nothing where the key does
-  // not let its list be read and written.
+  // Of a key of the 64-bit view. The key stays open, since the list that is set afterwards may
+  // refuse to open it. `path` must not lead through the merged classes root: if one of its two keys
+  // is deleted, the other would get the list. Holds nothing if the key does not let its list be
+  // read and written.
   HeldAccessList(HiveHandle hive, const std::u16string& path);
 
-  // Puts the list back where the key is still there. A failure is passed over.
+  // Sets the list again if the key is still there. A failure is ignored.
   void restore() const;
 
  private:

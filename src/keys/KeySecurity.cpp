@@ -1,6 +1,6 @@
 #include "keys/KeySecurity.h"
 
-// This one stands on windows.h.
+// This one needs windows.h.
 #include <sddl.h>
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 namespace zelvreg {
 namespace {
 
-// The head of the form without pointers: offsets from its own start, 0 for what is not there.
+// The start of a self-relative descriptor: offsets from there, 0 for a part that it does not have.
 struct Head {
   BYTE revision;
   BYTE reserved;
@@ -35,7 +35,7 @@ bool readRecord(ByteSpan bytes, Record& record) {
   return true;
 }
 
-// What begins at an offset; nothing for one beyond the end.
+// What begins at an offset; nothing if that is after the end.
 ByteSpan partAt(ByteSpan bytes, DWORD offset) {
   return bytes.subspan(std::min<std::size_t>(offset, bytes.size()));
 }
@@ -78,7 +78,7 @@ Head headOf(const std::vector<BYTE>& descriptor) {
   return head;
 }
 
-// A list counts as inherited by rule only if the one who sets it asks for that.
+// A list is marked as automatically inherited only if the caller asks for that.
 void askForInheritance(std::vector<BYTE>& descriptor) {
   Head head = headOf(descriptor);
   if ((head.control & SE_DACL_AUTO_INHERITED) != 0) {
@@ -139,7 +139,7 @@ SecurityRestore restoreSecurity(HiveHandle hive, const std::u16string& path,
                                       (head.group != 0 ? GROUP_SECURITY_INFORMATION : 0);
   std::vector<BYTE> given = descriptor;
   askForInheritance(given);
-  // The owner comes last: the list can be set by one who has become it.
+  // The owner is set last: whoever has become the owner can still set the list.
   const bool isSet = openForList(hive, path).setSecurity(given, DACL_SECURITY_INFORMATION);
   if (!isSet) {
     return SecurityRestore::Refused;

@@ -1,5 +1,5 @@
-// Owner, group and access list of a key as they go out of the registry and come back: a security
-// descriptor of the system in its form without pointers.
+// Owner, group and access list of a key, exported and restored as a self-relative security
+// descriptor.
 #ifndef ZELVREG_KEYS_KEY_SECURITY_H
 #define ZELVREG_KEYS_KEY_SECURITY_H
 
@@ -12,15 +12,15 @@
 
 namespace zelvreg {
 
-// Whether these bytes are such a descriptor and each of its parts lies whole within them, so that
-// the system can be given them.
+// Whether these bytes are such a descriptor and hold each of its parts whole, so that they can be
+// passed to the system.
 bool isWholeDescriptor(const std::vector<BYTE>& bytes);
 
 // What restoreSecurity has found or done.
 enum class SecurityRestore { WasSo, Done, Refused };
 
-// Gives a key of the 64-bit view back what `descriptor` says, which must be whole. Whom the key's
-// list keeps out becomes its owner for that while, if RestorePrivileges are in force.
+// Gives a key of the 64-bit view the owner, group and list of `descriptor`, which must be whole. If
+// the key's list refuses that and RestorePrivileges are in force, ownership is taken first.
 SecurityRestore restoreSecurity(HiveHandle hive, const std::u16string& path,
                                 const std::vector<BYTE>& descriptor);
 

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs the one before.
 #include <wbemidl.h>
 
 #include "keys/ComSupport.h"
@@ -16,9 +16,8 @@ namespace zelvreg {
 ComPointer<IWbemServices> connectManagementService(const wchar_t* nameSpace,
                                                    IWbemContext* context = nullptr);
 
-// Lets the service do what is asked of this object with the rights of the user. Without them it
-// only looks at who asks, and its providers refuse to work. What it gives to enumerate needs this
-// too.
+// Lets the service act on this object with the rights of the user. Without this it only learns who
+// the user is, and its providers refuse to work. Enumerators that it returns need this too.
 void lendRightsOfUser(IUnknown& object);
 
 }  // namespace zelvreg

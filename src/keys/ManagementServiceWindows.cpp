@@ -1,6 +1,6 @@
 #include "keys/ManagementService.h"
 
-// This one stands on those before.
+// This one needs those before.
 #include <objbase.h>
 
 namespace zelvreg {

@@ -37,16 +37,16 @@ class OpenKey {
   ~OpenKey() { close(); }
 
   [[nodiscard]] bool isOpen() const { return key != nullptr; }
-  // The answer of the open.
+  // What the call that opened it returned.
   [[nodiscard]] LONG openStatus() const { return status; }
   [[nodiscard]] HKEY handle() const { return key; }
 
-  // The answer of the close; 0 when it is closed already.
+  // What the call that closes it returns; 0 if it is closed already.
   LONG close() {
     HKEY open = std::exchange(key, nullptr);
     return open == nullptr ? ERROR_SUCCESS : RegCloseKey(open);
   }
-  // Leaves the handle open for good, where leaving it is what is wanted.
+  // Leaves the handle open for good.
   void abandon() { key = nullptr; }
 
  private:

@@ -14,7 +14,7 @@
 namespace zelvreg {
 namespace {
 
-// A link is deleted itself; what it leads to stays.
+// Of a link only the link is deleted, not its target.
 bool deleteTree(HiveHandle hive, const std::u16string& path) {
   const WideKey key(hive, path, KEY_ENUMERATE_SUB_KEYS, REG_OPTION_OPEN_LINK);
   if (key.presence() == Presence::Absent) {
@@ -38,18 +38,18 @@ bool deleteKey(HiveHandle hive, const std::u16string& path) {
   return deleteTree(HiveHandle::LocalMachine, below) && isUsersGone;
 }
 
-// Opens keys to write to them, making those that are missing: each through the handle of the one
-// above, so that an entry which a new key inherits cannot keep out what comes below it.
+// Opens keys to write to them, and makes those that are missing: each through the handle of the one
+// above, so that an entry which a new key inherits cannot prevent the keys below it.
 class KeyMaker {
  public:
-  // With privileges, those of RestorePrivileges are in force and help where access lists refuse.
+  // `hasPrivileges` says that RestorePrivileges are in force. They are used where lists refuse.
   explicit KeyMaker(bool hasPrivileges) : usesPrivileges(hasPrivileges) {}
 
   [[nodiscard]] WideKey open(HiveHandle hive, const std::u16string& path) const {
     if (path.empty()) {
       return {hive, path, MAXIMUM_ALLOWED};
     }
-    // The classes root alone says which of its two keys a new one belongs to.
+    // Only the classes root knows which of its two keys a new one belongs to.
     if (hive == HiveHandle::ClassesRoot) {
       return WideKey::make(hive, path, MAXIMUM_ALLOWED);
     }
@@ -67,7 +67,7 @@ class KeyMaker {
         return privileged;
       }
     }
-    // What it does give may be enough.
+    // The rights that it does give may be enough.
     return key.isDenied() ? WideKey(hive, path, MAXIMUM_ALLOWED) : std::move(key);
   }
 
@@ -105,7 +105,7 @@ class Import {
       note(apply(change), change);
     }
     endBlock();
-    // Only now: a list may keep out those who make keys below it.
+    // Only now, since a list may refuse keys that are made below it.
     for (const RegistryChange& change : changes.list) {
       if (!change.security.empty()) {
         note(secure(change), change);

@@ -8,7 +8,7 @@
 
 namespace zelvreg {
 
-// What an import did. The counts are of what was carried out; a key counts once per block.
+// What an import did. Only what was done is counted; a key counts once for each block of the file.
 struct RegistryImport {
   bool isDone = false;  // all of it
   std::string message;  // one line: what was done, or what was wrong and where
@@ -16,14 +16,14 @@ struct RegistryImport {
   std::size_t valuesSet = 0;
   std::size_t valuesDeleted = 0;
   std::size_t keysDeleted = 0;
-  std::size_t listsSet = 0;  // access lists that were another since
+  std::size_t listsSet = 0;  // access lists that had changed
 };
 
 // Applies the text of such a file (UTF-16LE or UTF-8, or REGEDIT4 in the code page) to the 64-bit
-// view of the registry. It is read whole before the first change: with a fault in it nothing is
-// changed. What the registry then refuses is told and passed over, so that the rest comes back.
-// Deleting what is not there counts as done. A safety export also brings back owners, access lists
-// and the order of values, and is let in by the privileges for that where lists would refuse it.
+// view of the registry. It is read whole before the first change: if it has a fault, nothing is
+// changed. What the registry refuses is reported and skipped, so that the rest is restored.
+// Deleting what is not there counts as done. A safety export also restores owners, access lists and
+// the order of values, and uses the privileges for that where lists would refuse.
 RegistryImport importRegistryText(std::string_view bytes);
 
 // The same for a file.

@@ -13,7 +13,7 @@ namespace zelvreg::notes {
 inline constexpr std::u16string_view prefix = u";zelvreg ";
 // Before the first key: this file is a safety export, so that access lists do not keep it out.
 inline constexpr std::u16string_view safetyExport = u"safety export";
-// Behind a key: its owner, group and access list, and where its values stood.
+// After a key: its owner, group and access list, and the places of its values.
 inline constexpr std::u16string_view security = u"security=hex:";
 inline constexpr std::u16string_view order = u"order=";
 

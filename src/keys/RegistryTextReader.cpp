@@ -64,7 +64,7 @@ class ChangeList : public regfile::Receiver {
       return none;
     }
     if (changes.list.empty() || changes.list.back().kind != Kind::MakeKey) {
-      return "the note belongs to no key; it must stand right behind a line [key]";
+      return "the note belongs to no key; it must come right after a line [key]";
     }
     RegistryChange& key = changes.list.back();
     return isSecurity ? noteSecurity(key, text.substr(notes::security.size()))
@@ -139,7 +139,7 @@ class ChangeList : public regfile::Receiver {
 
   Objection addValue(RegistryChange change) {
     if (!takesValues) {
-      return "the value belongs to no key; a line [key] must stand before it";
+      return "the value belongs to no key; a line [key] must come before it";
     }
     changes.list.push_back(std::move(change));
     return none;

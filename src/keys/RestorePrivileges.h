@@ -1,12 +1,12 @@
-// The privileges by which a program that restores the registry is let in everywhere.
+// The privileges that open every key to a program that restores the registry.
 #ifndef ZELVREG_KEYS_RESTORE_PRIVILEGES_H
 #define ZELVREG_KEYS_RESTORE_PRIVILEGES_H
 
 namespace zelvreg {
 
-// Enables those to read, write and make keys for a backup and to become the owner of keys, for as
-// long as it lives. A privilege that the user's token lacks stays off: access lists decide then.
-// One at a time.
+// Enables the privileges to back up, to restore and to take ownership, for as long as it lives. One
+// that the user's token lacks stays off, and access lists decide. There must be one object at a
+// time.
 class RestorePrivileges {
  public:
   RestorePrivileges();

@@ -1,4 +1,4 @@
-// What a text says about the root of a key, and the root's handle for a call of the system.
+// Which root a text names, and the handle of a root for a call of the system.
 #ifndef ZELVREG_KEYS_ROOT_HANDLES_H
 #define ZELVREG_KEYS_ROOT_HANDLES_H
 
@@ -15,7 +15,7 @@ namespace zelvreg {
 // The `rc` of a hive text that was refused.
 inline constexpr LONG hiveRefused = 99;
 
-// A root as a call of the system takes it; null for what is none.
+// The handle of a root for a call of the system; null for Unknown and hINI.
 HKEY systemKey(HiveHandle hive);
 
 // By the long name ("HKEY_LOCAL_MACHINE"), exactly; Unknown for anything else.

@@ -1,6 +1,7 @@
-// The registry provider: it reads a chosen view from a process of either width. Two roads give the
-// same answers: direct reads with the flag of the view, and the system's management service, which
-// may be broken, or end between two calls. Where there is none, direct reads stand in for it.
+// The registry provider reads a chosen view, whether the process has 32 or 64 bits. It has two
+// roads with the same answers: direct reads with the flag of the view, and the system's management
+// service, which may be broken or stop between two calls. Without a service, direct reads replace
+// it.
 #ifndef ZELVREG_KEYS_STD_REG_PROV_H
 #define ZELVREG_KEYS_STD_REG_PROV_H
 
@@ -18,16 +19,15 @@
 
 namespace zelvreg {
 
-// The code of a call that did not get through to the provider, so that it tells nothing of the key.
+// The code of a call that did not reach the provider, so that it says nothing about the key.
 inline constexpr LONG providerFailed = 1726;
 
 class StdRegProv {
  public:
   virtual ~StdRegProv() = default;
 
-  // Each gives 0, a code of the registry, or providerFailed. Results that it has nothing for stay
-  // empty: a key without subkeys or values gives no array at all. Text passes through the code
-  // page.
+  // Each returns 0, a code of the registry, or providerFailed. A key without subkeys or values
+  // gives no array at all.
   virtual LONG enumKey(HiveHandle hive, const std::string& key,
                        std::optional<std::vector<std::string>>& names) = 0;
   // Named values only: the unnamed default value is not among them.
@@ -58,16 +58,15 @@ std::unique_ptr<StdRegProv> connectService(ProviderArchitecture architecture);
 // A provider by one road, for one view; null when the service does not answer.
 std::unique_ptr<StdRegProv> connectStdRegProv(ProviderRoad road, ProviderArchitecture architecture);
 
-// Keeps one connection for each road and view: connecting anew for each read costs more and tells
-// nothing else.
+// Keeps one connection for each road and view, since a new one for each read would cost more.
 class StdRegProvPool {
  public:
   using Connect =
       std::function<std::unique_ptr<StdRegProv>(ProviderRoad road, ProviderArchitecture view)>;
   explicit StdRegProvPool(Connect connector = connectStdRegProv) : connects(std::move(connector)) {}
 
-  // Calls the provider and gives its answer; providerFailed when there is none. A connection of
-  // which a call has failed is dropped, so that the next call makes a new one.
+  // Calls the provider and returns its answer, or providerFailed if there is no provider. A
+  // connection whose call has failed is dropped, and the next call makes a new one.
   LONG call(ProviderRoad road, ProviderArchitecture architecture,
             const std::function<LONG(StdRegProv& provider)>& method);
 

@@ -1,7 +1,7 @@
 // The provider through the system's management service.
 #include <windows.h>
 
-// These two stand on the one before.
+// These two need the one before.
 #include <objbase.h>
 #include <wbemidl.h>
 
@@ -15,23 +15,131 @@ namespace {
 
 constexpr const wchar_t* className = L"StdRegProv";
 
+// The service, and the view that it is asked for; null for its own default.
+struct Connection {
+  ComPointer<IWbemServices> services;
+  ComPointer<IWbemContext> context;
+
+  // A new record for the arguments of a method; null if the service does not answer.
+  [[nodiscard]] ComPointer<IWbemClassObject> argumentsOf(const wchar_t* method) const {
+    IWbemClassObject* prototype = nullptr;
+    if (FAILED(
+            services->GetObject(ComText(className).get(), 0, context.get(), &prototype, nullptr))) {
+      return nullptr;
+    }
+    const ComPointer<IWbemClassObject> owned(prototype);
+    IWbemClassObject* signature = nullptr;
+    if (FAILED(prototype->GetMethod(method, 0, &signature, nullptr)) || signature == nullptr) {
+      return nullptr;
+    }
+    const ComPointer<IWbemClassObject> ownedSignature(signature);
+    IWbemClassObject* instance = nullptr;
+    return ComPointer<IWbemClassObject>(
+        SUCCEEDED(signature->SpawnInstance(0, &instance)) ? instance : nullptr);
+  }
+
+  // The results of a method; null if the call failed.
+  ComPointer<IWbemClassObject> execute(const wchar_t* method, IWbemClassObject& arguments) const {
+    IWbemClassObject* results = nullptr;
+    const HRESULT executed = services->ExecMethod(ComText(className).get(), ComText(method).get(),
+                                                  0, context.get(), &arguments, &results, nullptr);
+    return ComPointer<IWbemClassObject>(SUCCEEDED(executed) ? results : nullptr);
+  }
+};
+
+// One method call, which is made at once.
+class Call {
+ public:
+  Call(const Connection& connection, const wchar_t* method, HiveHandle hive, const std::string& key,
+       const std::string* valueName = nullptr) {
+    const auto arguments = connection.argumentsOf(method);
+    if (arguments == nullptr) {
+      return;
+    }
+    ComVariant root(static_cast<LONG>(hive));
+    arguments->Put(L"hDefKey", 0, root.get(), 0);
+    ComVariant path(comText(key));
+    arguments->Put(L"sSubKeyName", 0, path.get(), 0);
+    if (valueName != nullptr) {
+      ComVariant name(comText(*valueName));
+      arguments->Put(L"sValueName", 0, name.get(), 0);
+    }
+    results = connection.execute(method, *arguments);
+  }
+
+  // What the method returned; without results the call itself has failed.
+  [[nodiscard]] LONG status() const {
+    ComVariant value;
+    if (!get(L"ReturnValue", value) || (*value).vt != VT_I4) {
+      return providerFailed;
+    }
+    return (*value).lVal;
+  }
+
+  [[nodiscard]] std::string text(const wchar_t* name) const {
+    ComVariant value;
+    return get(name, value) && (*value).vt == VT_BSTR ? textOf((*value).bstrVal) : std::string();
+  }
+
+  [[nodiscard]] std::optional<std::vector<std::string>> texts(const wchar_t* name) const {
+    ComVariant value;
+    if (!get(name, value) || (*value).vt != (VT_ARRAY | VT_BSTR)) {
+      return std::nullopt;
+    }
+    std::vector<std::string> all;
+    for (BSTR entry : elements<BSTR>(*value)) {
+      all.push_back(textOf(entry));
+      SysFreeString(entry);
+    }
+    return all;
+  }
+
+  [[nodiscard]] std::vector<DWORD> numbers(const wchar_t* name) const {
+    ComVariant value;
+    if (!get(name, value) || (*value).vt != (VT_ARRAY | VT_I4)) {
+      return {};
+    }
+    return elements<DWORD>(*value);
+  }
+
+ private:
+  bool get(const wchar_t* name, ComVariant& value) const {
+    return results != nullptr && SUCCEEDED(results->Get(name, 0, value.get(), nullptr, nullptr));
+  }
+
+  // Copies of an array's elements, owned by the caller.
+  template <class Element>
+  static std::vector<Element> elements(const VARIANT& value) {
+    LONG last = -1;
+    SafeArrayGetUBound(value.parray, 1, &last);
+    std::vector<Element> all;
+    for (LONG index = 0; index <= last; ++index) {
+      Element element{};
+      if (SUCCEEDED(SafeArrayGetElement(value.parray, &index, &element))) {
+        all.push_back(element);
+      }
+    }
+    return all;
+  }
+
+  ComPointer<IWbemClassObject> results;
+};
+
 class ServiceProvider : public StdRegProv {
  public:
-  ServiceProvider(ComPointer<IWbemServices> service, ComPointer<IWbemContext> viewContext,
-                  REGSAM viewFlag)
-      : services(std::move(service)), context(std::move(viewContext)), view(viewFlag) {}
+  ServiceProvider(Connection made, REGSAM viewFlag) : connection(std::move(made)), view(viewFlag) {}
 
   LONG enumKey(HiveHandle hive, const std::string& key,
                std::optional<std::vector<std::string>>& names) override {
-    const Call call(*this, L"EnumKey", hive, key);
-    return ifNotEmpty(call.run(), [&] { names = call.texts(L"sNames"); });
+    const Call call(connection, L"EnumKey", hive, key);
+    return ifNotEmpty(call.status(), [&] { names = call.texts(L"sNames"); });
   }
 
   LONG enumValues(HiveHandle hive, const std::string& key,
                   std::optional<std::vector<std::string>>& names,
                   std::vector<DWORD>& types) override {
-    const Call call(*this, L"EnumValues", hive, key);
-    return ifNotEmpty(call.run(), [&] {
+    const Call call(connection, L"EnumValues", hive, key);
+    return ifNotEmpty(call.status(), [&] {
       const auto all = call.texts(L"sNames").value_or(std::vector<std::string>{});
       const auto allTypes = call.numbers(L"Types");
       for (std::size_t index = 0; index < all.size(); ++index) {
@@ -53,16 +161,16 @@ class ServiceProvider : public StdRegProv {
     if (status != ERROR_SUCCESS || type != REG_SZ) {
       return status;
     }
-    // Behind a text without a terminator the service reads on: none is longer than its data.
+    // After a text without a terminator the service reads on: none is longer than its data.
     const std::size_t length = value.size();
-    const Call call(*this, L"GetStringValue", hive, key, &valueName);
-    return ifNotEmpty(call.run(), [&] { value = call.text(L"sValue").substr(0, length); });
+    const Call call(connection, L"GetStringValue", hive, key, &valueName);
+    return ifNotEmpty(call.status(), [&] { value = call.text(L"sValue").substr(0, length); });
   }
 
   LONG getExpandedStringValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                               std::string& value) override {
-    const Call call(*this, L"GetExpandedStringValue", hive, key, &valueName);
-    const LONG status = call.run();
+    const Call call(connection, L"GetExpandedStringValue", hive, key, &valueName);
+    const LONG status = call.status();
     if (status == ERROR_SUCCESS) {
       value = call.text(L"sValue");
       return status;
@@ -71,105 +179,10 @@ class ServiceProvider : public StdRegProv {
   }
 
   LONG deleteKey(HiveHandle hive, const std::string& key) override {
-    return Call(*this, L"DeleteKey", hive, key).run();
+    return Call(connection, L"DeleteKey", hive, key).status();
   }
 
  private:
-  // One method call: its arguments, then its results.
-  class Call {
-   public:
-    Call(ServiceProvider& provider, const wchar_t* method, HiveHandle hive, const std::string& key,
-         const std::string* valueName = nullptr) {
-      IWbemClassObject* object = nullptr;
-      if (FAILED(provider.services->GetObject(ComText(className).get(), 0, provider.context.get(),
-                                              &object, nullptr))) {
-        return;
-      }
-      const ComPointer<IWbemClassObject> prototype(object);
-      IWbemClassObject* signature = nullptr;
-      if (FAILED(prototype->GetMethod(method, 0, &signature, nullptr)) || signature == nullptr) {
-        return;
-      }
-      const ComPointer<IWbemClassObject> arguments(signature);
-      IWbemClassObject* instance = nullptr;
-      if (FAILED(arguments->SpawnInstance(0, &instance))) {
-        return;
-      }
-      const ComPointer<IWbemClassObject> filled(instance);
-      ComVariant root(static_cast<LONG>(hive));
-      ComVariant path(comText(key));
-      filled->Put(L"hDefKey", 0, root.get(), 0);
-      filled->Put(L"sSubKeyName", 0, path.get(), 0);
-      if (valueName != nullptr) {
-        ComVariant name(comText(*valueName));
-        filled->Put(L"sValueName", 0, name.get(), 0);
-      }
-      IWbemClassObject* out = nullptr;
-      if (SUCCEEDED(provider.services->ExecMethod(ComText(className).get(), ComText(method).get(),
-                                                  0, provider.context.get(), filled.get(), &out,
-                                                  nullptr))) {
-        results.reset(out);
-      }
-    }
-
-    // What the method returned; without results the call itself has failed.
-    [[nodiscard]] LONG run() const {
-      ComVariant value;
-      if (!get(L"ReturnValue", value) || (*value).vt != VT_I4) {
-        return providerFailed;
-      }
-      return (*value).lVal;
-    }
-
-    [[nodiscard]] std::string text(const wchar_t* name) const {
-      ComVariant value;
-      return get(name, value) && (*value).vt == VT_BSTR ? textOf((*value).bstrVal) : std::string();
-    }
-
-    [[nodiscard]] std::optional<std::vector<std::string>> texts(const wchar_t* name) const {
-      ComVariant value;
-      if (!get(name, value) || (*value).vt != (VT_ARRAY | VT_BSTR)) {
-        return std::nullopt;
-      }
-      std::vector<std::string> all;
-      for (BSTR entry : elements<BSTR>(*value)) {
-        all.push_back(textOf(entry));
-        SysFreeString(entry);
-      }
-      return all;
-    }
-
-    [[nodiscard]] std::vector<DWORD> numbers(const wchar_t* name) const {
-      ComVariant value;
-      if (!get(name, value) || (*value).vt != (VT_ARRAY | VT_I4)) {
-        return {};
-      }
-      return elements<DWORD>(*value);
-    }
-
-   private:
-    bool get(const wchar_t* name, ComVariant& value) const {
-      return results != nullptr && SUCCEEDED(results->Get(name, 0, value.get(), nullptr, nullptr));
-    }
-
-    // Copies of an array's elements, owned by the caller.
-    template <class Element>
-    static std::vector<Element> elements(const VARIANT& value) {
-      LONG last = -1;
-      SafeArrayGetUBound(value.parray, 1, &last);
-      std::vector<Element> all;
-      for (LONG index = 0; index <= last; ++index) {
-        Element element{};
-        if (SUCCEEDED(SafeArrayGetElement(value.parray, &index, &element))) {
-          all.push_back(element);
-        }
-      }
-      return all;
-    }
-
-    ComPointer<IWbemClassObject> results;
-  };
-
   // A list with nothing in it is answered as its end by some versions of the service.
   static LONG ifNotEmpty(LONG status, auto take) {
     if (status == ERROR_SUCCESS) {
@@ -178,8 +191,7 @@ class ServiceProvider : public StdRegProv {
     return status == ERROR_NO_MORE_ITEMS ? ERROR_SUCCESS : status;
   }
 
-  ComPointer<IWbemServices> services;
-  ComPointer<IWbemContext> context;
+  Connection connection;
   REGSAM view;
 };
 
@@ -211,7 +223,7 @@ std::unique_ptr<StdRegProv> connectService(ProviderArchitecture architecture) {
     return nullptr;
   }
   return std::make_unique<ServiceProvider>(
-      std::move(services), std::move(context),
+      Connection{std::move(services), std::move(context)},
       architecture == ProviderArchitecture::Bits64 ? KEY_WOW64_64KEY : 0);
 }
 

@@ -12,11 +12,11 @@
 
 namespace zelvreg {
 
-// Almost all data fit into memory that is at hand, so that they are read without asking for their
-// size first.
+// Almost all data fit into a buffer of fixed size, so they are read without asking for their size
+// first.
 class ValueData {
  public:
-  // The answer of the call that failed, or 0. Without it there are no data and no type.
+  // 0, or the code of the call that failed. After a failure there are no data and no type.
   LONG read(HKEY key, std::string_view valueName);
 
   [[nodiscard]] DWORD type() const { return dataType; }

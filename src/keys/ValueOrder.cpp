@@ -8,7 +8,7 @@ namespace {
 
 using NameIndex = std::map<std::u16string, std::size_t, NameOrder>;
 
-// The values in the order that they are to have, each by where it stands now.
+// The values in the order that they are to have, each by its present place.
 std::vector<std::size_t> wantedOrder(const std::vector<WideValue>& values,
                                      const std::vector<std::u16string>& names,
                                      const std::vector<std::size_t>& positions) {

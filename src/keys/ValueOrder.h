@@ -10,11 +10,11 @@
 
 namespace zelvreg {
 
-// Puts values of an open key where they stood: `names` and, rising, their `positions` from 0 among
-// all values. All others keep their order; where fewer are left, a value comes last. A system lists
-// a value behind those that were there when it was made, so values are deleted and made again, one
-// at a time, from the first on that stands elsewhere; none if all stand where they did. False if a
-// value refuses that.
+// Gives values of an open key their old places: `names`, and their `positions` among all values,
+// from 0 and rising. All other values keep their order. If fewer values are left, a value comes
+// last. The system lists a new value last, so values are deleted and made again, one at a time,
+// from the first one that is in another place. If none is, nothing is done. False if a value
+// refuses that.
 bool orderValues(const WideKey& key, const std::vector<std::u16string>& names,
                  const std::vector<std::size_t>& positions);
 

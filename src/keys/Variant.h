@@ -15,7 +15,7 @@ namespace zelvreg {
 using Variant =
     std::variant<std::monostate, std::string, std::int16_t, std::int32_t, bool, std::vector<BYTE>>;
 
-// What putting a value into a text makes of it: numbers become signed decimal text, booleans
+// A value as text: numbers become signed decimal text, booleans
 // "True" and "False", bytes are read as UTF-16 (a last odd one is left out); the empty value is the
 // empty text.
 std::string textOf(const Variant& value);

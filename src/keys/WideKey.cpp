@@ -146,8 +146,7 @@ std::optional<WideValue> WideKey::value(const std::u16string& name) const {
 }
 
 bool WideKey::setValue(const WideValue& value) const {
-  // The system takes along a terminator that stands behind the data, so something else stands
-  // there.
+  // The system also takes a terminator that follows the data, so something else follows them.
   constexpr std::array<BYTE, 2> guard{0xFF, 0xFF};
   std::vector<BYTE> guarded = value.data;
   guarded.insert(guarded.end(), guard.begin(), guard.end());

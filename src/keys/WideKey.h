@@ -1,5 +1,5 @@
-// Keys and values by their names in UTF-16, in the 64-bit view: for what must go out of the
-// registry and come back as it was.
+// Keys and values by their names in UTF-16, in the 64-bit view, for what is exported and must be
+// restored exactly.
 #ifndef ZELVREG_KEYS_WIDE_KEY_H
 #define ZELVREG_KEYS_WIDE_KEY_H
 
@@ -28,7 +28,7 @@ struct NameOrder {
 };
 bool isSameName(const std::u16string& first, const std::u16string& second);
 
-// Whether a key is there, and if so, whether it let itself be opened.
+// Whether a key is there, and if so, whether it could be opened.
 enum class Presence : std::uint8_t { Open, Absent, Refused };
 
 // An open key that closes itself.
@@ -52,11 +52,11 @@ class WideKey {
   // Whether its access list is what kept it from opening.
   [[nodiscard]] bool isDenied() const { return status == ERROR_ACCESS_DENIED; }
 
-  // Names and values in the order in which the system lists them; none when the list breaks off.
+  // Names and values in the order in which the system lists them; none if an entry cannot be read.
   [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys() const;
   [[nodiscard]] std::optional<std::vector<WideValue>> values() const;
 
-  // Whether there is a value of this name. What cannot be told counts as refused.
+  // Whether there is a value of this name. If that cannot be known, it counts as refused.
   [[nodiscard]] Presence presenceOf(const std::u16string& name) const;
   // One value by its name; none when it is not there or cannot be read.
   [[nodiscard]] std::optional<WideValue> value(const std::u16string& name) const;
@@ -66,8 +66,7 @@ class WideKey {
   // True also if there was no such value.
   [[nodiscard]] bool deleteValue(const std::u16string& name) const;
 
-  // Owner, group and access list as one descriptor in its form without pointers; empty when they
-  // cannot be read.
+  // Owner, group and access list as a self-relative descriptor; empty if they cannot be read.
   [[nodiscard]] std::vector<BYTE> security() const;
   // Sets the parts of such a descriptor that `what` names.
   [[nodiscard]] bool setSecurity(const std::vector<BYTE>& descriptor,

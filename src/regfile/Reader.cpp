@@ -91,7 +91,7 @@ bool Reader::readValue(Receiver& receiver) {
   }
   skipBlanks();
   if (!skip(u"=")) {
-    return fail("there is no = behind the value's name");
+    return fail("there is no = after the value's name");
   }
   skipBlanks();
   if (skip(u"-")) {
@@ -102,7 +102,7 @@ bool Reader::readValue(Receiver& receiver) {
 
 bool Reader::endValue() {
   skipBlanks();
-  return rest.empty() || rest.front() == u';' || fail("there is more behind the data");
+  return rest.empty() || rest.front() == u';' || fail("there is more after the data");
 }
 
 bool Reader::readData() {

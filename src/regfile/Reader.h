@@ -61,7 +61,7 @@ class Reader {
   bool readValue(Receiver& receiver);
   bool readData();
   bool readText();
-  bool readQuoted(std::u16string& text);
+  bool readQuoted(std::u16string& content);
   bool readNumber(std::uint32_t& number);
   bool readBytes();
   bool widenText();

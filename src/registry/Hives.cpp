@@ -12,7 +12,7 @@ namespace zelvreg {
 namespace {
 
 // What the settings' reader makes of a number: hexadecimal text of each byte, last to first, with
-// no leading zero, behind the text that `result` held.
+// no leading zero, after the text that `result` held.
 std::string decimalOfBytes(std::string result, std::string_view bytes) {
   for (std::size_t position = bytes.size(); position-- > 0;) {
     std::array<char, 2> digits{};
@@ -99,7 +99,7 @@ bool SaveRegString(HiveHandle hive, const std::string& key, const std::string& v
                       &disposition) != ERROR_SUCCESS) {
     return false;
   }
-  // The terminator is not counted; the system takes it along.
+  // The terminator is not counted; the system adds it.
   const std::u16string units = utf16(data);
   const LONG written = RegSetValueExW(made, Wide(valueName).get(), 0, REG_SZ,
                                       reinterpret_cast<const BYTE*>(units.data()),

@@ -19,8 +19,8 @@ struct Form42;
 // Whether a scan, a search or a repair of this form may follow a text to another computer.
 Shares sharesOf(const Form42& form);
 
-// Splits a full path at its first backslash: `hive` gets the handle of what stands before, `key`
-// keeps what stands behind. A text that does not begin with "HKEY_" or that ends in a backslash
+// Splits a full path at its first backslash: `hive` gets the handle of what comes before it, `key`
+// keeps the rest after it. A text that does not begin with "HKEY_" or that ends in a backslash
 // shows "Incorrect Format:" and leaves both as they were.
 void ParseKey(const Dialogs& dialogs, std::string& key, HiveHandle& hive);
 

@@ -46,7 +46,7 @@ bool UpdateKeyDacl(Form42& form, HKEY key, AccessTable& table);
 bool BuildSecurityDescriptor(PSECURITY_DESCRIPTOR oldDescriptor, AccessTable& table,
                              NewDescriptor& newDescriptor);
 
-// Puts an entry at the end of a list; the answer of AddAce.
+// Adds an entry at the end of a list; returns what AddAce does.
 BOOL AppendAce(PACL acl, BYTE aceType, BYTE aceFlags, DWORD mask, const SidBytes& sid);
 
 bool SidInTable(const AccessTable& table, PSID sid);
@@ -56,10 +56,11 @@ bool SidInTable(const AccessTable& table, PSID sid);
 // was.
 void SetAccess(const std::string& user, const std::string& path, DWORD mask);
 
-// Whether rights are given, or only what goes with giving them is done.
+// Whether rights are given, or only the other steps of giving them are done.
 enum class Rights { Left, Given };
 
-// Gives the user all rights to a path in a recycle bin, trimming `path`; leaves any other alone.
+// Gives the user all rights to a path in a recycle bin, trimming `path`; any other path is left as
+// it is.
 void changepermission(std::string& path, Rights rights = Rights::Given);
 
 }  // namespace zelvreg

@@ -12,7 +12,7 @@ namespace zelvreg {
 
 struct Form42;
 
-// A fault that a routine raises. Callers pass over it, so it is told beside the result.
+// A fault that a routine raises. Callers ignore it, so it is returned beside the result.
 struct RuntimeError {
   int number = 0;
   std::string text;
@@ -30,12 +30,12 @@ struct WriteResult {
 
 // Reads in the 64-bit view. Text loses one character, its terminator, and keeps variables; a
 // REG_MULTI_SZ loses two and keeps NULs between its texts. An absent key or value gives `fallback`;
-// an absent value or another type raises 1001 besides.
+// an absent value or another type also raises 1001.
 ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                             Variant fallback = {});
 
-// Writes to an existing key in the 32-bit view. Text becomes a REG_SZ. The data
-// of numbers and bytes are the characters of a decimal text: of the number, cut or filled with NULs
+// Writes to an existing key in the 32-bit view. Text becomes a REG_SZ. The data of
+// numbers and bytes are the characters of a decimal text: of the number, cut or filled with NULs
 // to 4 bytes; of the first byte, cut or filled to the array's length. What is read back relies on
 // that. Other types raise 1001.
 WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,

@@ -139,7 +139,7 @@ TEST_F(RegistryImportTest, TheOldFormHoldsTextInTheCodePageInItsBytesToo) {
 }
 
 struct Broken {
-  std::string lines;  // in lines 5 and on, in a key, behind a sound value
+  std::string lines;  // in lines 5 and on, in a key, after a sound value
   const char* message;
 };
 
@@ -156,10 +156,10 @@ const std::vector<Broken> brokenLines{
     {"[HKEY_USERS\\a\0b]"s, "Line 5: the path holds a NUL character."},
     {"[-HKEY_USERS]", "Line 5: a root cannot be deleted."},
     {"[-HKEY_USERS\\none]\r\n\"x\"=\"y\"",
-     "Line 6: the value belongs to no key; a line [key] must stand before it."},
-    {"\"x\"", "Line 5: there is no = behind the value's name."},
-    {"@@=\"x\"", "Line 5: there is no = behind the value's name."},
-    {"\"x=\"y\"", "Line 5: there is no = behind the value's name."},
+     "Line 6: the value belongs to no key; a line [key] must come before it."},
+    {"\"x\"", "Line 5: there is no = after the value's name."},
+    {"@@=\"x\"", "Line 5: there is no = after the value's name."},
+    {"\"x=\"y\"", "Line 5: there is no = after the value's name."},
     {"\"" + std::string(16384, 'x') + "\"=-",
      "Line 5: the value's name is too long; it has at most 16383 characters."},
     {"\"x\"=",
@@ -170,20 +170,20 @@ const std::vector<Broken> brokenLines{
     {"\"x\"=\"a\0b\""s, "Line 5: the text holds a NUL character."},
     {"\"x\"=\"C:\\a\"",
      "Line 5: a backslash stands alone; write \\\\ for a backslash and \\\" for a quote."},
-    {"\"x\"=\"y\" z", "Line 5: there is more behind the data."},
-    {"\"x\"=-1", "Line 5: there is more behind the data."},
+    {"\"x\"=\"y\" z", "Line 5: there is more after the data."},
+    {"\"x\"=-1", "Line 5: there is more after the data."},
     {"\"x\"=\"one\r\ntwo\"\r\n\"y\"=?",
      "Line 7: the data are of no known kind; write \"text\", dword:, hex:, hex(n): or -."},
     {"\"x\"=dword:", "Line 5: the number is not valid; it has one to eight hexadecimal digits."},
     {"\"x\"=dword:123456789",
      "Line 5: the number is not valid; it has one to eight hexadecimal digits."},
-    {"\"x\"=dword:1g", "Line 5: there is more behind the data."},
+    {"\"x\"=dword:1g", "Line 5: there is more after the data."},
     {"\"x\"=hex(:00", "Line 5: the number is not valid; it has one to eight hexadecimal digits."},
     {"\"x\"=hex(1:00", "Line 5: the type is not closed; write hex(n): and bytes."},
     {"\"x\"=hex:00,,01", "Line 5: a byte is missing or wrong; write two hexadecimal digits."},
     {"\"x\"=hex:00,", "Line 5: a byte is missing or wrong; write two hexadecimal digits."},
     {"\"x\"=hex:00,gg", "Line 5: a byte is missing or wrong; write two hexadecimal digits."},
-    {"\"x\"=hex:000", "Line 5: there is more behind the data."},
+    {"\"x\"=hex:000", "Line 5: there is more after the data."},
     {"\"x\"=hex:00\\01", "Line 5: a backslash among the bytes; it may only end a line."},
     {"\"x\"=hex:00,\\\r\n  01,\\",
      "Line 5: the bytes break off; a line must follow the backslash."},
@@ -209,7 +209,7 @@ TEST_F(RegistryImportTest, AFileOfAnotherKindIsRefused) {
   EXPECT_EQ(importRegistryText("[Section]\r\na=b\r\n").message, wrong);
   EXPECT_EQ(importRegistryText(fixture::utf16File(u"[Section]")).message, wrong);
   EXPECT_EQ(importRegistryText(utf8File("\"x\"=\"y\"")).message,
-            "Line 3: the value belongs to no key; a line [key] must stand before it. Nothing was "
+            "Line 3: the value belongs to no key; a line [key] must come before it. Nothing was "
             "changed.");
   EXPECT_EQ(importRegistryText(file(u"[HKEY_USERS\\x]\r\n") + "x").message,
             "Line 4: the file ends in half a character. Nothing was changed.");

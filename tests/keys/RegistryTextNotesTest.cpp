@@ -47,10 +47,9 @@ TEST(RegistryTextNotes, ANoteBelongsToTheKeyBeforeIt) {
 
 TEST(RegistryTextNotes, ANoteThatIsNotValidIsAFaultOfItsLine) {
   const std::vector<std::pair<std::string, std::string>> faults{
-      {";zelvreg order=1\r\n",
-       "the note belongs to no key; it must stand right behind a line [key]"},
+      {";zelvreg order=1\r\n", "the note belongs to no key; it must come right after a line [key]"},
       {"[HKEY_USERS\\a]\r\n@=\"\"\r\n;zelvreg order=1\r\n",
-       "the note belongs to no key; it must stand right behind a line [key]"},
+       "the note belongs to no key; it must come right after a line [key]"},
       {"[HKEY_USERS\\a]\r\n;zelvreg order=x\r\n",
        "the places of the values are not valid; write numbers such as 0-3,7"},
       {"[HKEY_USERS\\a]\r\n;zelvreg security=hex:\r\n", "the access list is not whole"},

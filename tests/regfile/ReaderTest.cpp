@@ -99,7 +99,7 @@ TEST(RegfileReader, TellsHowTheFileIsWritten) {
 TEST(RegfileReader, Utf16IsReadFromAnyAddress) {
   const std::u16string text = utf16(version5 + "[\u4E2D]\r\n");
   std::vector<char> memory(3 + text.size() * 2);
-  for (const std::size_t start : {0, 1}) {
+  for (const std::size_t start : {0U, 1U}) {
     std::memcpy(memory.data() + start, "\xFF\xFE", 2);
     std::memcpy(memory.data() + start + 2, text.data(), text.size() * 2);
     EXPECT_EQ(Listener({memory.data() + start, 2 + text.size() * 2}).listen(),

@@ -24,7 +24,7 @@ const std::string key = "HKEY_LOCAL_MACHINE\\" + place;
 struct Calls {
   int made = 0;
   int connections = 0;
-  int lastSound = std::numeric_limits<int>::max();  // behind it no call gets through
+  int lastSound = std::numeric_limits<int>::max();  // after it no call gets through
 };
 
 // Hands calls on until it fails for good.

@@ -18,7 +18,7 @@ class RegistryFileCursor {
   // The key of a path that begins with a root's long name; made if it is missing. Throws
   // MachineError ("what is wrong; what is expected") for a path that no key can have.
   RegistryKey& open(std::u16string_view path);
-  // Takes a key with all below it away, if it is there. Throws as `open` does.
+  // Deletes a key with all below it, if it is there. Throws as `open` does.
   void erase(std::u16string_view path);
 
   // Whether the current user's keys stand under HKEY_CURRENT_USER rather than by the user's SID.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <random>
 #include <vector>
 
 #include "runtime/FileSecurity.h"
@@ -13,17 +14,20 @@
 namespace zelvreg {
 namespace {
 
-// A new file under a name beside `path` that nothing has: neither what lies there is emptied, nor
-// is anything written through a link. Gives its name in `beside`; INVALID_HANDLE_VALUE if none can
-// be made.
+// A name that nobody can foresee, so that nobody can take it first.
+std::string nameBeside(const std::string& path) {
+  std::random_device random;
+  return path + "." + std::to_string(random()) + std::to_string(random()) + ".new";
+}
+
+// A new file beside `path`, under a name that no file has. Gives its name in `beside`;
+// INVALID_HANDLE_VALUE if it cannot be created.
 HANDLE makeBeside(const std::string& path, std::string& beside,
                   const SECURITY_ATTRIBUTES* security) {
-  constexpr ULONGLONG mostTries = 100;
-  ULONGLONG number = GetTickCount64();
-  const ULONGLONG last = number + mostTries;
+  constexpr int mostTries = 100;
   HANDLE file = INVALID_HANDLE_VALUE;
-  for (; file == INVALID_HANDLE_VALUE && number != last; ++number) {
-    beside = path + "." + std::to_string(number) + ".new";
+  for (int tries = 0; file == INVALID_HANDLE_VALUE && tries < mostTries; ++tries) {
+    beside = nameBeside(path);
     // The call only reads the attributes, though its type does not say so.
     file = CreateFileW(Wide(beside).get(), GENERIC_WRITE, 0,
                        const_cast<SECURITY_ATTRIBUTES*>(security), CREATE_NEW,

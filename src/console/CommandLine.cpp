@@ -3,11 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 #include "console/FixArguments.h"
 #include "console/SafeguardArguments.h"
 #include "console/SearchArguments.h"
+#include "console/TargetArguments.h"
 #include "console/TimeArguments.h"
 #include "scan/CategoryTable.h"
 #include "text/Text.h"
@@ -43,68 +43,6 @@ std::size_t rowNamed(std::string_view name) {
   throw UsageError("\"" + std::string(trim(name)) +
                    "\" is not a category; choose from: " + categoryNames());
 }
-
-#ifndef _WIN32
-void addDrive(Target& target, const std::string& drive) {
-  if (drive.size() < 3 || drive[1] != '=' ||
-      std::isalpha(static_cast<unsigned char>(drive[0])) == 0) {
-    throw UsageError("\"" + drive +
-                     "\" is not a drive; write it as a letter and its folder, D=/mnt/d");
-  }
-  const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(drive[0])));
-  if (!target.drives.emplace(letter, drive.substr(2)).second) {
-    throw UsageError("drive " + std::string(1, letter) + " is given twice; give each drive once");
-  }
-}
-
-// Options of the program that works on folders and disks.
-struct TargetArguments {
-  std::vector<std::string> drives;
-  std::string missingDrives = "unknown";
-
-  void addTo(CLI::App& app, Target& target) {
-    auto* machine = app.add_option("--machine", target.machineFolder,
-                                   "folder that stands for a Windows computer");
-    auto* offline = app.add_option("--offline", target.offlineRoot,
-                                   "mounted Windows disk: the drive of its Windows folder");
-    machine->excludes(offline);
-    app.add_option("--drive", drives, "another drive of that disk, as D=DIR; may be repeated")
-        ->needs(offline);
-    app.add_option("--user", target.user,
-                   "whose current user it is; else the one whose hive was written last")
-        ->needs(offline);
-    app.add_option("--missing-drives", missingDrives,
-                   "whether files on drives that were not given are \"unknown\" or \"dead\"")
-        ->check(CLI::IsMember({"unknown", "dead"}))
-        ->needs(offline);
-    app.add_flag("--read-only-files", target.filesAreReadOnly,
-                 "leave the attributes of the disk's files alone")
-        ->needs(offline);
-    app.add_option("--keep-backups", target.keptBackups,
-                   "how many older backups of each hive to keep beside FILE.bak; 3 by default, "
-                   "always with the oldest")
-        ->check(CLI::NonNegativeNumber)
-        ->needs(offline);
-  }
-
-  void applyTo(Target& target) const {
-    for (const std::string& drive : drives) {
-      addDrive(target, drive);
-    }
-    target.missingDrivesAreDead = missingDrives == "dead";
-    if (target.machineFolder.empty() && target.offlineRoot.empty()) {
-      throw UsageError(
-          "no computer is named; give --machine DIR (a folder that stands for one) or "
-          "--offline ROOT (a mounted Windows disk)");
-    }
-  }
-};
-#else
-struct TargetArguments {
-  void addTo(CLI::App& /*app*/, Target& /*target*/) {}
-  void applyTo(Target& /*target*/) const {}
-};
-#endif
 
 struct ScanArguments {
   std::string only;
@@ -233,6 +171,76 @@ void letFallThrough(CLI::App& app) {
   }
 }
 
+// All options and commands, and what becomes of their arguments.
+class Parser {
+ public:
+  explicit Parser(Options& given) : options(given) {
+    target.addTo(app, options.target);
+    app.add_flag("--yes", options.answersYes, "answer every question with Yes");
+    scanArguments.addTo(*scan, options);
+    SafeguardArguments::addTo(
+        *scan, {&Safeguards::touches, &Safeguards::asksShares, &Safeguards::asksService}, options);
+    fixScanArguments.addTo(*fix, options);
+    fixArguments.addTo(*fix, options);
+    searchArguments.addTo(*search, options);
+    for (const auto& group : {addUndo(app, options), addExclude(app, options),
+                              addLanguages(app, options), addModes(app)}) {
+      plainCommands.insert(plainCommands.end(), group.begin(), group.end());
+    }
+    // Options of the program may follow the command too.
+    letFallThrough(app);
+  }
+
+  // The help text if it was asked for. Otherwise the options are complete.
+  std::optional<std::string> parse(int count, const char* const* arguments) {
+    try {
+      app.parse(count, arguments);
+    } catch (const CLI::CallForHelp&) {
+      const auto chosen = app.get_subcommands();
+      return chosen.empty() ? app.help() : chosen.front()->help();
+    } catch (const CLI::ParseError& error) {
+      throw UsageError(oneLine(error.what()));
+    }
+    if (app.get_subcommands().empty()) {
+      throw UsageError("no command is given; try zelvreg --machine DIR scan, and zelvreg --help");
+    }
+    apply();
+    return std::nullopt;
+  }
+
+ private:
+  void apply() {
+    target.applyTo(options.target);
+    SafeguardArguments::applyTo(options);
+    if (scan->parsed()) {
+      scanArguments.applyTo(options, scan->count("--only") > 0);
+    } else if (fix->parsed()) {
+      options.command = Command::Fix;
+      fixScanArguments.applyTo(options, fix->count("--only") > 0);
+      fixArguments.applyTo(options, fix->count("--max") > 0);
+    } else if (search->parsed()) {
+      options.command = Command::Search;
+      searchArguments.applyTo(options);
+    } else {
+      applyPlainCommand(options, plainCommands);
+    }
+  }
+
+  Options& options;
+  CLI::App app{"Finds entries of the Windows registry that name something that is gone.",
+               "zelvreg"};
+  TargetArguments target;
+  // In the order of the help.
+  CLI::App* scan = app.add_subcommand("scan", "find dead references and list them");
+  CLI::App* fix = app.add_subcommand("fix", "scan and repair what was found");
+  CLI::App* search = app.add_subcommand("search", "look for a text in the registry");
+  ScanArguments scanArguments;
+  ScanArguments fixScanArguments;
+  FixArguments fixArguments;
+  SearchArguments searchArguments;
+  std::vector<PlainCommand> plainCommands;
+};
+
 }  // namespace
 
 std::set<std::size_t> rowsNamed(const std::string& names) {
@@ -248,60 +256,7 @@ std::set<std::size_t> rowsNamed(const std::string& names) {
 
 ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
   ParsedCommandLine result;
-  Options& options = result.options;
-  CLI::App app("Finds entries of the Windows registry that name something that is gone.",
-               "zelvreg");
-  TargetArguments target;
-  target.addTo(app, options.target);
-  app.add_flag("--yes", options.answersYes, "answer every question with Yes");
-
-  CLI::App* scan = app.add_subcommand("scan", "find dead references and list them");
-  ScanArguments scanArguments;
-  scanArguments.addTo(*scan, options);
-  SafeguardArguments::addTo(
-      *scan, {&Safeguards::touches, &Safeguards::asksShares, &Safeguards::asksService}, options);
-  CLI::App* fix = app.add_subcommand("fix", "scan and repair what was found");
-  ScanArguments fixScanArguments;
-  fixScanArguments.addTo(*fix, options);
-  FixArguments fixArguments;
-  fixArguments.addTo(*fix, options);
-  CLI::App* search = app.add_subcommand("search", "look for a text in the registry");
-  SearchArguments searchArguments;
-  searchArguments.addTo(*search, options);
-  std::vector<PlainCommand> plainCommands;
-  for (const auto& group : {addUndo(app, options), addExclude(app, options),
-                            addLanguages(app, options), addModes(app)}) {
-    plainCommands.insert(plainCommands.end(), group.begin(), group.end());
-  }
-  // Options of the program may follow the command too.
-  letFallThrough(app);
-
-  try {
-    app.parse(count, arguments);
-  } catch (const CLI::CallForHelp&) {
-    const auto chosen = app.get_subcommands();
-    result.help = chosen.empty() ? app.help() : chosen.front()->help();
-    return result;
-  } catch (const CLI::ParseError& error) {
-    throw UsageError(oneLine(error.what()));
-  }
-  if (app.get_subcommands().empty()) {
-    throw UsageError("no command is given; try zelvreg --machine DIR scan, and zelvreg --help");
-  }
-  target.applyTo(options.target);
-  SafeguardArguments::applyTo(options);
-  if (scan->parsed()) {
-    scanArguments.applyTo(options, scan->count("--only") > 0);
-  } else if (fix->parsed()) {
-    options.command = Command::Fix;
-    fixScanArguments.applyTo(options, fix->count("--only") > 0);
-    fixArguments.applyTo(options, fix->count("--max") > 0);
-  } else if (search->parsed()) {
-    options.command = Command::Search;
-    searchArguments.applyTo(options);
-  } else {
-    applyPlainCommand(options, plainCommands);
-  }
+  result.help = Parser(result.options).parse(count, arguments);
   return result;
 }
 

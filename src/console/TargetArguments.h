@@ -1,0 +1,26 @@
+// The options that name the computer to work on.
+#ifndef ZELVREG_CONSOLE_TARGET_ARGUMENTS_H
+#define ZELVREG_CONSOLE_TARGET_ARGUMENTS_H
+
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+#include "console/CommandLine.h"
+
+namespace zelvreg::console {
+
+// On Windows there are none: the program works on the computer that it runs on.
+struct TargetArguments {
+  std::vector<std::string> drives;
+  std::string missingDrives = "unknown";
+
+  // `target` outlives the parsing.
+  void addTo(CLI::App& app, Target& target);
+  // Throws UsageError if no computer is named, or a drive is wrong.
+  void applyTo(Target& target) const;
+};
+
+}  // namespace zelvreg::console
+
+#endif

@@ -1,0 +1,9 @@
+#include "console/TargetArguments.h"
+
+namespace zelvreg::console {
+
+void TargetArguments::addTo(CLI::App& /*app*/, Target& /*target*/) {}
+
+void TargetArguments::applyTo(Target& /*target*/) const {}
+
+}  // namespace zelvreg::console

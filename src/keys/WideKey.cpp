@@ -28,16 +28,19 @@ Presence presenceBy(LONG status) {
   }
 }
 
+int compare(const std::u16string& first, const std::u16string& second) {
+  return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
+                              static_cast<int>(second.size()), TRUE);
+}
+
 }  // namespace
 
 bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
-  return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
-                              static_cast<int>(second.size()), TRUE) == CSTR_LESS_THAN;
+  return compare(first, second) == CSTR_LESS_THAN;
 }
 
 bool isSameName(const std::u16string& first, const std::u16string& second) {
-  return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
-                              static_cast<int>(second.size()), TRUE) == CSTR_EQUAL;
+  return compare(first, second) == CSTR_EQUAL;
 }
 
 WideKey::WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options)

@@ -26,6 +26,7 @@ struct WideValue {
 struct NameOrder {
   bool operator()(const std::u16string& first, const std::u16string& second) const;
 };
+// Whether two names differ in case at most.
 bool isSameName(const std::u16string& first, const std::u16string& second);
 
 // Whether a key is there, and if so, whether it could be opened.

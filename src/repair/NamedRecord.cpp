@@ -39,7 +39,7 @@ std::string textOfValue(const RegistryState& registry, const RecordPlace& place)
   return value ? std::string(untilNul(textOf(Variant(value->data)))) : std::string();
 }
 
-// Whether a text holds a variable that another user may give another text.
+// Whether a text contains a variable that may have another value for another user.
 bool holdsUsersVariable(const std::string& text) {
   const auto parts = split(text, "%");
   for (std::size_t index = 1; index + 1 < parts.size(); index += 2) {
@@ -50,7 +50,7 @@ bool holdsUsersVariable(const std::string& text) {
   return false;
 }
 
-// Below HKEY_USERS: whether the key is the current user's, or one of the classes of that user.
+// For a key below HKEY_USERS: whether it belongs to the current user, or to that user's classes.
 bool isCurrentUsers(const TruePlace& key) {
   const std::u16string first = key.path.substr(0, key.path.find(u'\\'));
   const std::u16string sid = currentUserKey();
@@ -58,14 +58,14 @@ bool isCurrentUsers(const TruePlace& key) {
                           isSameKey({key.hive, first}, {key.hive, sid + u"_Classes"}));
 }
 
-// A user's class bears the same code.
+// A user's class has the same code.
 bool isFirewallRule(const TruePlace& key) {
   return isSameKey(
       key,
       possiblePlaces(HiveHandle::LocalMachine, scannedKeys::firewallRules, Views::True).front());
 }
 
-// The scan gives a rule without a path of its own that of the rule before.
+// In a scan, a rule without a path keeps the path of the rule before.
 bool namesNoLostProgram(Form42& form, std::string rule) {
   std::string before = std::exchange(form.FirewallPath, {});
   pth(form, rule);
@@ -102,7 +102,7 @@ class Seeker {
   Seeker(const Form42& formOfRow, const RegistryState& state, std::size_t rowSought)
       : form(formOfRow), registry(state), row(rowSought) {}
 
-  // The merged classes root shows the user's before the computer's.
+  // The merged classes root shows the user's keys before the computer's.
   [[nodiscard]] std::optional<RecordPlace> seek(const NamedPlace& named) const {
     for (const TruePlace& key : possiblePlaces(rootOf(named), keyOf(named), Views::True)) {
       const RecordPlace place = placeIn(key, named);

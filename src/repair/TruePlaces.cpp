@@ -16,7 +16,7 @@ using Names = std::vector<std::u16string>;
 
 const std::u16string wowName = u"Wow6432Node";
 
-// The system passes over doubled backslashes and one at the end.
+// The system ignores doubled backslashes and one at the end.
 Names namesOf(const std::u16string& path) {
   Names names;
   for (std::size_t start = 0; start <= path.size();) {
@@ -35,8 +35,8 @@ bool isUserClasses(const std::u16string& name) {
          isSameName(name.substr(name.size() - suffix.size()), suffix);
 }
 
-// How many names stand before the one that the 32-bit view seeks elsewhere; 0 where both views are
-// the same.
+// How many names of the path are the same in both views, before the 32-bit view leads elsewhere; 0
+// if the views do not differ.
 std::size_t sharedNames(HiveHandle hive, const Names& names) {
   const auto isNamed = [&](std::size_t index, const char16_t* name) {
     return index < names.size() && isSameName(names[index], name);
@@ -59,7 +59,7 @@ std::u16string joined(const Names& names) {
   return path;
 }
 
-// Where a 32-bit process finds what a 64-bit one finds by these names; none where that is the same.
+// Where a 32-bit process finds these names, if that is not where a 64-bit one does.
 std::optional<TruePlace> placeOfOtherView(HiveHandle hive, const Names& names) {
   const std::size_t shared = sharedNames(hive, names);
   if (shared == 0 || shared >= names.size() || isSameName(names[shared], wowName)) {
@@ -70,8 +70,8 @@ std::optional<TruePlace> placeOfOtherView(HiveHandle hive, const Names& names) {
   return TruePlace{hive, joined(other)};
 }
 
-// Whether the 32-bit view is elsewhere indeed: of the classes it is for two names alone, of all
-// else for the local machine's.
+// Whether the 32-bit view really leads elsewhere: for the classes only below two names, for other
+// keys only in the local machine's.
 bool isRedirected(HiveHandle hive, const Names& names) {
   const std::size_t shared = sharedNames(hive, names);
   const bool isOfClasses =

@@ -37,8 +37,8 @@ constexpr std::array<CharacterRange, 84> wide{
      {0x1F6EB, 0x1F6EC}, {0x1F6F4, 0x1F6FC}, {0x1F7E0, 0x1F7F0}, {0x1F90C, 0x1F93A},
      {0x1F93C, 0x1F945}, {0x1F947, 0x1F9FF}, {0x1FA70, 0x1FAF6}, {0x20000, 0x3FFFD}}};
 
-// Marks that stand on the character before (general categories Mn and Me), signs for the layout of
-// text (Cf, but for the soft hyphen), and the vowels and ends of a Korean syllable in parts.
+// Marks that combine with the character before (general categories Mn and Me), signs for the layout
+// of text (Cf, but for the soft hyphen), and the vowels and ends of a Korean syllable in parts.
 constexpr std::array<CharacterRange, 313> withoutColumn{
     {{0x300, 0x36F},     {0x483, 0x489},     {0x591, 0x5BD},     {0x5BF, 0x5BF},
      {0x5C1, 0x5C2},     {0x5C4, 0x5C5},     {0x5C7, 0x5C7},     {0x600, 0x605},

@@ -6,8 +6,8 @@
 
 namespace zelvreg::console {
 
-// 2 columns for the wide characters of East Asia, none for marks that stand on the character before
-// them, 1 for all others. The same on every system, whatever its C library knows.
+// 2 columns for the wide characters of East Asia, none for marks that combine with the character
+// before them, 1 for all others. The same on every system, whatever its C library knows.
 std::size_t characterWidth(char32_t character);
 
 }  // namespace zelvreg::console

@@ -71,7 +71,7 @@ struct Options {
   // What was chosen for safeguards, the narrower choices first.
   std::vector<SafeguardChoice> safeguardChoices;
   bool isAsDescribed = false;
-  // When a scan or a search is to be given up; never without one.
+  // When to give up a scan or a search; never without it.
   std::optional<std::chrono::steady_clock::time_point> deadline;
   bool isRehearsal = false;             // tells what a repair would do, and does nothing
   std::string reviewedFile;             // result whose rows alone are repaired; empty for none
@@ -98,7 +98,7 @@ struct ParsedCommandLine {
 ParsedCommandLine parseCommandLine(int count, const char* const* arguments);
 
 // The rows named in a list separated by commas, each by the value name of its tick or by its word.
-// Throws UsageError for a name that is none, and for an empty list.
+// Throws UsageError for an unknown name, and for an empty list.
 std::set<std::size_t> rowsNamed(const std::string& names);
 
 // The root that a long or a short name means in any case, or all of them for "all"; as cboRoot

@@ -1,4 +1,4 @@
-// The commands of the console program, each on a form of its own.
+// The commands of the console program. Each has its own form.
 #ifndef ZELVREG_CONSOLE_COMMANDS_H
 #define ZELVREG_CONSOLE_COMMANDS_H
 
@@ -14,7 +14,7 @@ inline constexpr int nothingFound = 0;
 inline constexpr int problemsFound = 1;
 inline constexpr int failed = 2;
 
-// Where a command writes and what it knows of the terminal.
+// Where a command writes, and what it knows about the terminal.
 struct Streams {
   std::ostream& out;
   std::ostream& error;
@@ -23,7 +23,7 @@ struct Streams {
 };
 
 // Carries out what was asked on an opened computer and gives the exit status. Throws
-// std::runtime_error with one line for what it cannot do.
+// std::runtime_error with one line if it fails.
 int runCommand(const Options& options, Computer& computer, const Streams& streams);
 
 }  // namespace zelvreg::console

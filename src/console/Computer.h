@@ -33,13 +33,13 @@ class Computer {
   // One line for each change that cannot be saved, because the disk has no hive for it.
   [[nodiscard]] virtual std::vector<std::string> unsaved() const = 0;
 
-  // One line for each thing that opening has put in order after an earlier command was stopped.
+  // One line for each thing that was repaired on opening because an earlier command was stopped.
   [[nodiscard]] virtual std::vector<std::string> notices() const { return {}; }
 
   // Saves what has been changed; throws as open() does. A running Windows needs no saving.
   virtual void save() = 0;
 
-  // Whether each change is saved as soon as it is made, so that it stays if the command is stopped.
+  // Whether each change is saved at once, so that it stays if the command is stopped.
   [[nodiscard]] virtual bool keepsAtOnce() const = 0;
 };
 

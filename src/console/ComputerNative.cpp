@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The language files that come with this program lie beside it.
+// The language files that come with this program are beside it.
 fs::path ownLanguages() {
   std::error_code error;
   return fs::read_symlink("/proc/self/exe", error).parent_path() / "lang";

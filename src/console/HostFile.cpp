@@ -19,8 +19,8 @@ bool writeThrough(const fs::path& path, std::string_view bytes) {
   return file.good();
 }
 
-// A link must stay a link: a file renamed to it would replace it, and if it leads to standard
-// output, for all programs.
+// A link must stay a link. Renaming a file to its name would replace it, and if it is that of
+// standard output, for all programs.
 bool isLinkOrDevice(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::symlink_status(path, error);

@@ -11,8 +11,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// The library writes and reads plain UTF-8 only. In its strings a NUL and four digits stand for
-// an unpaired surrogate, and for a NUL itself.
+// The library writes and reads plain UTF-8 only. In its strings a NUL and four digits mean
+// an unpaired surrogate, or a NUL itself.
 constexpr char32_t stand = U'\0';
 constexpr std::size_t digitCount = 4;
 

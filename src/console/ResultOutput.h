@@ -1,4 +1,4 @@
-// How the commands that scan give their result: in the form that was asked for, and as a report.
+// How the commands that scan print their result: in the chosen format, and as a report.
 #ifndef ZELVREG_CONSOLE_RESULT_OUTPUT_H
 #define ZELVREG_CONSOLE_RESULT_OUTPUT_H
 
@@ -12,11 +12,11 @@ struct Form42;
 
 namespace zelvreg::console {
 
-// Prints what is left on the form, with what came of a repair where there was one.
+// Prints what is left on the form, with the outcome of a repair if there was one.
 void printResult(const ScanResult& result, const Options& options, const Streams& streams,
                  const std::optional<RepairResult>& repair = {});
 
-// The text report, where one was asked for. Throws std::runtime_error with one line.
+// Writes the text report, if one was asked for. Throws std::runtime_error with one line.
 void writeReport(const Form42& form, const Options& options);
 
 }  // namespace zelvreg::console

@@ -1,4 +1,4 @@
-// What a scan left on the form, in UTF-8, for all forms of output.
+// The result of a scan, in UTF-8, for all formats of output.
 #ifndef ZELVREG_CONSOLE_SCAN_RESULT_H
 #define ZELVREG_CONSOLE_SCAN_RESULT_H
 
@@ -20,7 +20,7 @@ struct CategoryResult {
   std::string key;
   std::string name;
   bool isChecked = false;
-  std::string problems;  // the cell as it stands; it may be empty
+  std::string problems;  // the text of the cell; it may be empty
   std::string status;
 };
 
@@ -41,7 +41,7 @@ struct ScanResult {
 
 ScanResult scanResultOf(const Form42& form);
 
-// What came of a repair, or would come of it.
+// The outcome of a repair, or of its rehearsal.
 struct RepairResult {
   bool isRehearsal = false;
   std::size_t repaired = 0;  // rows that left the list, or that would

@@ -27,7 +27,7 @@ std::string_view headOf(std::string_view text, std::size_t columns) {
   return text.substr(0, end);
 }
 
-// As much of its end. Marks whose character stands before it do not belong to it.
+// As much of its end. Marks that combine with an earlier character do not belong to it.
 std::string_view tailOf(std::string_view text, std::size_t columns) {
   std::size_t left = displayWidth(text);
   while (!text.empty()) {
@@ -86,7 +86,7 @@ std::vector<std::size_t> Table::columnWidths(std::size_t width) const {
     }
   }
   if (width > 0) {
-    // The narrowest first: what a column does not need of its share goes to those that follow.
+    // The narrowest first: what a column does not need of its share goes to the next ones.
     std::ranges::sort(shrinking, {}, [&](std::size_t column) { return widths[column]; });
     std::size_t room = width > fixed ? width - fixed : 0;
     for (std::size_t index = 0; index < shrinking.size(); ++index) {

@@ -14,12 +14,12 @@ bool isErrorTerminal();
 // The number of columns of standard output, or 0 if it is no terminal.
 std::size_t terminalWidth();
 
-// A line that the user types, without its end; the empty text when there is none.
+// A line that the user types, without its end; the empty text if there is none.
 std::string typedLine();
 
 // Makes the console show UTF-8, whatever its code page. From then on Ctrl-C does not end the
 // process but sets isStopRequested(); a second Ctrl-C ends it. A file that is cut short while it is
-// read, or that may not grow, ends the process with one line.
+// read, or that cannot grow, ends the process with one line.
 void prepareTerminal();
 bool isStopRequested();
 

@@ -14,7 +14,7 @@ volatile std::sig_atomic_t stopRequested = 0;
 
 constexpr int statusOfFailure = 2;
 
-// A mapped file was cut short: what was mapped of its end cannot be read.
+// A mapped file was cut short: its end can no longer be read.
 void endAtLostPages(int /*signal*/) {
   constexpr std::string_view line =
       "zelvreg: a file was cut short while it was read, or its disk cannot be read any more; "
@@ -52,7 +52,7 @@ void prepareTerminal() {
   sigaction(SIGINT, &action, nullptr);
   action.sa_handler = endAtLostPages;
   sigaction(SIGBUS, &action, nullptr);
-  // A file that may not grow is told by the call that writes it, as a full disk is.
+  // A file that cannot grow is reported by the call that writes it, like a full disk.
   std::signal(SIGXFSZ, SIG_IGN);
 }
 

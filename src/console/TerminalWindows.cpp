@@ -35,7 +35,7 @@ bool writeToConsole(HANDLE console, std::u16string_view text) {
   return true;
 }
 
-// A stream whose text the console takes as it is. What goes to a file stays UTF-8.
+// A stream whose text goes to the console as UTF-16. A file still gets UTF-8.
 class ShownByConsole {
  public:
   ShownByConsole(std::ostream& shownStream, DWORD standardHandle)

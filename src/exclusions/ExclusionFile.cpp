@@ -30,7 +30,7 @@ std::string takeQuoted(std::string_view& text) {
   const auto end = std::min(text.find('"'), text.size());
   std::string entry(text.substr(0, end));
   text.remove_prefix(std::min(end + 1, text.size()));
-  // What stands between the quote and the end of the entry is lost.
+  // The text between the quote and the end of the entry is lost.
   text.remove_prefix(std::min(text.find_first_of(",\r\n"), text.size()));
   takeEnd(text);
   return entry;

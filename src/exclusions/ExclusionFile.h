@@ -1,5 +1,5 @@
 // The file of exclusions in the program's folder: one entry on each line, encoded as
-// runtime/OwnText.h tells.
+// described in runtime/OwnText.h.
 //
 // Writing and reading are not symmetric. Lines are written as they are, and read as the runtime's
 // input of fields does: a comma ends an entry, blanks before an entry are skipped, an

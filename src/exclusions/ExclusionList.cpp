@@ -15,7 +15,7 @@ namespace {
 
 struct Entry {
   std::string pattern;
-  bool isPlain;  // every character stands for itself
+  bool isPlain;  // no wildcards in it
 };
 
 Entry entryOf(std::string_view text) {
@@ -23,8 +23,9 @@ Entry entryOf(std::string_view text) {
   return {pattern, pattern.find_first_of("*?#[") == std::string::npos};
 }
 
-// A key that is shorter than the entry does not fit, since the pattern's left part is all of it. A
-// pattern that the match refuses takes every row: the condition fails and falls into its block.
+// A key that is shorter than the entry does not match, since only that many characters are
+// compared. A pattern that the match refuses removes every row: a condition that fails enters its
+// block.
 bool isExcluded(const std::string& key, const Entry& entry) {
   return entry.isPlain ? key.starts_with(entry.pattern)
                        : matchesPattern(firstCharacters(key, characterCount(entry.pattern)),

@@ -1,8 +1,8 @@
-// The access lists of files (Permissions.h).
+// The access lists of files (setpermission.h).
 #include <cstring>
 
 #include "keys/AccountSids.h"
-#include "registry/Permissions.h"
+#include "registry/setpermission.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSecurity.h"
 #include "runtime/FileSystemObject.h"

@@ -1,4 +1,4 @@
-// The access lists of keys (Permissions.h).
+// The access lists of keys (setpermission.h).
 #include <array>
 #include <cstring>
 #include <memory>
@@ -6,7 +6,7 @@
 #include "form/Form42.h"
 #include "keys/AccountSids.h"
 #include "keys/OpenKey.h"
-#include "registry/Permissions.h"
+#include "registry/setpermission.h"
 
 namespace zelvreg {
 namespace {

@@ -12,8 +12,8 @@ namespace {
 constexpr REGSAM readAccess = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | READ_CONTROL;
 
 // What of a key that cannot be read is still in danger: a repair may delete it, write to it, or
-// give itself the rights to do so. Only a denial tells that it may not: what fails for want of
-// memory, say, may work a moment later.
+// give itself the rights to do so. Only a denial means that it cannot: what fails because memory is
+// short, say, may work a moment later.
 bool canBeTaken(const TruePlace& place) {
   constexpr std::array<REGSAM, 3> rights{KEY_SET_VALUE, DELETE, WRITE_DAC};
   return std::ranges::any_of(

@@ -1,4 +1,4 @@
-// What a safety export holds: gathered row by row, each key once, then written.
+// What a safety export contains: collected row by row, each key once, then written.
 #ifndef ZELVREG_REPAIR_EXPORT_PLAN_H
 #define ZELVREG_REPAIR_EXPORT_PLAN_H
 
@@ -16,19 +16,19 @@ namespace zelvreg {
 
 class ExportPlan {
  public:
-  // A key with all below it, in both views.
+  // A key with everything below it, in both views.
   void addTree(HiveHandle hive, const std::string& key);
   // A value, in the 64-bit view. The default value's name is empty.
   void addValue(HiveHandle hive, const std::string& key, const std::string& name);
-  // The default value in both views; that there is none, where there is none.
+  // The default value in both views, or the fact that there is none.
   void addDefault(HiveHandle hive, const std::string& key);
   // Owner, group and access list of a key, in the 64-bit view. A tree has those of all its keys
   // anyway.
   void addSecurity(HiveHandle hive, const std::string& key);
 
-  // In the order in which the keys were met; values in the order in which the system lists them.
-  // False when something cannot be read that could still be deleted or changed, or when the format
-  // cannot hold it: the text is not whole then.
+  // Keys in the order in which they were added, values in the order in which the system lists them.
+  // False, and the text is incomplete, if something cannot be read that could still be deleted or
+  // changed, or if the format cannot represent it.
   [[nodiscard]] bool write(RegistryTextWriter& writer) const;
 
  private:

@@ -20,7 +20,7 @@ Reference referenceIn(const Form42& form, const WideValue& value) {
   if (isSingleText(value.type)) {
     return referenceIn(form, textOf(Variant(value.data)));
   }
-  // A list of texts names what an installer brings when it is first asked for.
+  // A list of texts names what an installer installs at its first use.
   const bool isAdvertised = value.type == REG_MULTI_SZ && !wideTextOf(value).empty();
   return isAdvertised || value.type == REG_LINK ? Reference::Living : Reference::None;
 }
@@ -30,7 +30,7 @@ bool isBlankDefault(const WideValue& value) {
          wideTextOf(value).find_first_not_of(u' ') == std::u16string::npos;
 }
 
-// Walks one key with all below it.
+// Walks one key with everything below it.
 class Content {
  public:
   Content(const Form42& formInUse, const RegistryState& state) : form(formInUse), registry(state) {}

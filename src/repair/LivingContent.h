@@ -1,4 +1,4 @@
-// Whether a key holds anything that is still of use, so that no repair may take it whole.
+// Whether a key contains anything that is still in use, so that no repair may delete all of it.
 #ifndef ZELVREG_REPAIR_LIVING_CONTENT_H
 #define ZELVREG_REPAIR_LIVING_CONTENT_H
 
@@ -12,15 +12,16 @@ namespace zelvreg {
 
 struct Form42;
 
-// What a finding says of a key that it names.
+// What a finding says about a key that it names.
 enum class KeyIs : std::uint8_t {
   DeadReference,  // its default value names something that is gone
   Empty,          // it holds no value but a blank default one
 };
 
-// The whole path of the first thing in the key or below it that a repair must leave: a reference
-// that is found or cannot be decided; a subkey with values, which is a record of its own, unless
-// all of them are dead; a link; what cannot be read. None where all of it may go.
+// The full path of the first thing in the key or below it that a repair must not delete: a
+// reference that leads somewhere or cannot be decided; a subkey with values, which is a separate
+// record, unless all of them are dead; a link; what cannot be read. std::nullopt if all of it may
+// go.
 std::optional<std::u16string> livingContent(const Form42& form, const RegistryState& registry,
                                             const TruePlace& key, KeyIs is);
 
@@ -32,8 +33,8 @@ enum class Reference : std::uint8_t {
 };
 Reference referenceIn(const Form42& form, const std::string& text);
 
-// Whether a text is a path on a drive, in quotes or with arguments behind it, at whose place there
-// is a file or a folder.
+// Whether a text is the path of an existing file or folder on a drive. It may be in quotes and have
+// arguments after it.
 bool isFoundNow(const Form42& form, const std::string& text);
 
 }  // namespace zelvreg

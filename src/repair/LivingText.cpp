@@ -1,5 +1,5 @@
-// What a text refers to (LivingContent.h). Every road to a file is tried: one that leads somewhere
-// is enough to leave a text alone.
+// What a text refers to (LivingContent.h). Every way to read it as a path is tried; one that leads
+// to a file is enough to leave it alone.
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -12,7 +12,7 @@
 namespace zelvreg {
 namespace {
 
-// What stands for a program or a library where a text has no folder.
+// The endings by which a text without a folder names a program or a library.
 constexpr std::array<std::string_view, 16> programEndings{
     ".exe", ".dll", ".ocx", ".ovl", ".cpl", ".com", ".bat", ".cmd",
     ".msc", ".sys", ".drv", ".tlb", ".olb", ".hlp", ".chm", ".msi"};
@@ -27,12 +27,12 @@ bool isClassName(std::string_view text) {
   return text.size() > 2 && text.front() == '{' && text.back() == '}';
 }
 
-// Text that does not begin with a quote is taken whole.
+// All of a text that does not begin with a quote.
 std::string_view betweenFirstQuotes(std::string_view text) {
   return text.starts_with('"') ? split(text, "\"")[1] : text;
 }
 
-// A name without a folder, with or without arguments behind it.
+// A name without a folder, with or without arguments after it.
 bool isBareProgram(const std::string& lower) {
   return std::ranges::any_of(programEndings, [&](std::string_view ending) {
     const auto found = lower.find(ending);
@@ -54,7 +54,7 @@ bool isThere(const std::string& path) {
   return isFile(path) || isFile(path + ".exe") || fileSystemObject::folderExists(path);
 }
 
-// The path as this process reaches it, and as it reaches the 64-bit system's folders.
+// The path as this process sees it, and as it leads to the folders of the 64-bit system.
 std::vector<std::string> roads(const Form42& form, std::string path) {
   std::string resolved = path;
   resolved = GetPath(form, resolved);
@@ -62,7 +62,7 @@ std::vector<std::string> roads(const Form42& form, std::string path) {
   return {std::move(path), std::move(resolved)};
 }
 
-// All of a text, and what stands before each blank, comma and bar: any of these may begin the
+// Tries all of a text, and the text before each blank, comma and bar: any of these may begin the
 // arguments of a file.
 bool isFoundInPart(const Form42& form, const std::string& text) {
   constexpr const char* breaks = " ,|";
@@ -83,7 +83,7 @@ bool isFoundInPart(const Form42& form, const std::string& text) {
 
 std::string pathIn(const std::string& text) { return std::string(trim(betweenFirstQuotes(text))); }
 
-// A path on a drive that is there, at whose place there is nothing however it is read.
+// A path on an existing drive that leads to nothing, however it is read.
 bool isSurelyGone(const Form42& form, const std::string& text) {
   const std::string path = pathIn(text);
   return isDrivePath(path) && !contains(path, "%") &&

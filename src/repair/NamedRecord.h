@@ -1,4 +1,4 @@
-// What a finding names, as it lies in the registry.
+// The key or the value in the registry that a finding names.
 #ifndef ZELVREG_REPAIR_NAMED_RECORD_H
 #define ZELVREG_REPAIR_NAMED_RECORD_H
 
@@ -10,12 +10,12 @@
 
 namespace zelvreg {
 
-// A value, or a key where `value` is none.
+// A value, or a key if `value` is std::nullopt.
 struct RecordPlace {
   TruePlace key;
   std::optional<std::u16string> value;
 
-  // The whole path; of a value with its name behind it, in quotes.
+  // The full path; for a value, its name follows in quotes.
   [[nodiscard]] std::u16string text() const;
 };
 [[nodiscard]] bool isSameRecord(const RecordPlace& first, const RecordPlace& second);
@@ -23,14 +23,14 @@ struct RecordPlace {
 struct NamedRecord {
   Names names = Names::Value;
   RecordPlace place;
-  // Why the finding is not to be believed, or the empty text.
+  // Why the finding is doubtful, or the empty text.
   std::string doubt;
 
-  // Of a key that is named by its text: whether it still has one.
+  // Whether it still exists. A key that is named by its text must still have one.
   [[nodiscard]] bool isThere(const RegistryState& registry) const;
 };
 
-// None where nothing of the sort is there any more.
+// std::nullopt if it no longer exists.
 std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& registry, std::size_t row,
                                        const RepairKind& kind);
 

@@ -9,8 +9,8 @@
 namespace zelvreg {
 namespace {
 
-// The names of a path in lower case, from the root on, as one computer-wide spelling: classes lie
-// under "classes" wherever they come from, the names of views and of control sets are left out.
+// The names of a path in lower case, from the root on, in one spelling for the whole computer: all
+// classes are under "classes", and the names of views and of control sets are left out.
 using Path = std::vector<std::string>;
 
 bool isControlSet(const std::string& name) {
@@ -38,7 +38,7 @@ Path replaceFront(const Path& path, std::size_t count, const char* name) {
   return result;
 }
 
-// A user's key under HKEY_USERS: the classes have one of their own.
+// A user's key under HKEY_USERS. The classes have a separate one.
 Path ofUsers(const Path& path) {
   if (path.empty()) {
     return {"users"};
@@ -81,7 +81,7 @@ std::vector<Path> protectedPaths() {
   for (const char* key : scannedKeys::recentLists) {
     paths.push_back(canonical(HiveHandle::CurrentUser, key));
   }
-  // Above the classes there are two keys that the paths themselves no longer name.
+  // Two keys above the classes, which the paths no longer contain.
   paths.push_back({"machine", "software", "classes"});
   paths.push_back({"user", "software", "classes"});
   paths.push_back({"users", "user"});

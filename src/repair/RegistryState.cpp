@@ -12,7 +12,7 @@ bool beginsWithName(const std::u16string& path, const std::u16string& name) {
          isSameKey({HiveHandle::Users, path.substr(0, name.size())}, {HiveHandle::Users, name});
 }
 
-// Also where it cannot be told.
+// True also if it cannot be read.
 bool isLink(const TruePlace& key) {
   return WideKey(key.hive, key.path, KEY_QUERY_VALUE, REG_OPTION_OPEN_LINK)
              .presenceOf(u"SymbolicLinkValue") != Presence::Absent;

@@ -1,5 +1,5 @@
-// The registry as it is, or as it will be once what was noted is gone: what a repair is judged by,
-// before it and in its midst.
+// The registry as it is, or as it will be once what was noted is gone. A repair is judged by it,
+// before it begins and while it runs.
 #ifndef ZELVREG_REPAIR_REGISTRY_STATE_H
 #define ZELVREG_REPAIR_REGISTRY_STATE_H
 
@@ -14,22 +14,23 @@ namespace zelvreg {
 
 class RegistryState {
  public:
-  // What refuses itself, or cannot be told, is there.
+  // What denies access, or cannot be read, counts as existing.
   [[nodiscard]] bool hasKey(const TruePlace& key) const;
   [[nodiscard]] bool hasValue(const TruePlace& key, const std::u16string& name) const;
 
-  // A value; none when it is not there or cannot be read.
+  // A value; std::nullopt if it does not exist or cannot be read.
   [[nodiscard]] std::optional<WideValue> value(const TruePlace& key,
                                                const std::u16string& name) const;
-  // What lies in a key itself, where it is a link; none when it cannot be read.
+  // What is in a key; in the link itself, if it is one. std::nullopt if it cannot be read.
   [[nodiscard]] std::optional<std::vector<WideValue>> values(const TruePlace& key) const;
   [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys(const TruePlace& key) const;
 
-  // Whether a link below the users' roots leads to the key, or is it. A user can make one that
-  // leads anywhere. The one from a user's software to the classes is the system's own.
+  // Whether the key, or one above it, is a link in a user's keys. A user can create one that leads
+  // anywhere. The link from a user's software to the classes belongs to the system and does not
+  // count.
   [[nodiscard]] static bool isBehindUsersLink(const TruePlace& key);
 
-  // From now on they count as gone, a key with all below it.
+  // From now on they count as gone, a key with everything below it.
   void noteKeyGone(const TruePlace& key);
   void noteValueGone(const TruePlace& key, const std::u16string& name);
 

@@ -39,7 +39,7 @@ bool isExportKept(Form42& form) {
   return false;
 }
 
-// Without undo information that was asked for nothing is repaired.
+// If undo information was asked for and cannot be written, nothing is repaired.
 bool isUndoKept(Form42& form) {
   if (leadingNumber(readSetting(settings::regscan, "saveundo")) != 1) {
     return true;
@@ -59,7 +59,7 @@ bool isUndoKept(Form42& form) {
   return false;
 }
 
-// Whether the list still held rows before the last routine.
+// Whether the list still had rows before the last routine.
 bool runCascade(Form42& form) {
   for (const RepairRoutine& routine : repairCascade()) {
     if (form.View2.count() == 0) {
@@ -78,7 +78,7 @@ void keepStatistics(const Form42& form, std::int64_t countAtEntry) {
   keepSetting(settings::finish, "1", "1");
 }
 
-// A row that stayed may have gone since, with what another row took.
+// The record of a row that stayed may be gone by now, with what another row took.
 void dropGoneRows(Form42& form, const RegistryState& registry) {
   for (std::size_t row = form.View2.count(); row > 0; --row) {
     const RowPlan* plan = form.repairPlan->rowPlan(form, row);

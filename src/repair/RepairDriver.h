@@ -6,13 +6,12 @@ namespace zelvreg {
 
 struct Form42;
 
-// Asks, unless the program runs by itself; writes the safety export and, if it is switched on, the
-// undo journal; then hands the list to the routines, one kind after the other, and keeps the
-// counters. A repair whose safety export cannot be written says so and changes nothing; run by
-// itself it says nothing.
+// Asks, except in an automatic mode; writes the safety export and, if it is switched on, the undo
+// journal; then runs the routines in their order and saves the counters. If the safety export
+// cannot be written, it says so, except in an automatic mode, and changes nothing.
 void runRepair(Form42& form);
 
-// The user's Fix: a copy of the list for the backups, then the repair.
+// The Fix button: writes a copy of the fix list, then repairs.
 void chameleonButton15_Click(Form42& form);
 void cmd_fix_Click(Form42& form);
 

@@ -26,7 +26,7 @@ RepairPlan::RepairPlan(Form42& form) {
   }
 }
 
-// From the last row to the first, as the routines walk.
+// From the last row to the first, like the routines.
 void RepairPlan::addGroup(Form42& form, RegistryState& registry, std::span<const int> codes) {
   HiveHandle root = HiveHandle::Unknown;
   for (std::size_t row = form.View2.count(); row > 0; --row) {

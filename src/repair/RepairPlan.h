@@ -17,17 +17,16 @@ struct Form42;
 
 class RepairPlan {
  public:
-  // Judges the ticked rows in the order in which a repair takes them, each in the state that those
-  // before it leave. The rows bear their plan's number as their tag from then on.
+  // Judges the ticked rows in the order of the repair, each in the state that the earlier ones
+  // leave. The tag of each row becomes the number of its plan.
   explicit RepairPlan(Form42& form);
 
   // In the order of the repair.
   [[nodiscard]] std::span<const RowPlan> rows() const { return plans; }
-  // That of a row of the list; null for one that was not ticked or is of no kind.
+  // The plan of a row of the list; null if it was not ticked or has no kind.
   [[nodiscard]] const RowPlan* rowPlan(const Form42& form, std::size_t row) const;
 
-  // How many rows will leave the list, and the whole paths of what their steps will take, each
-  // once.
+  // How many rows will leave the list, and the full paths of what their steps will take, each once.
   [[nodiscard]] std::size_t rowsThatGo() const { return goingRows; }
   [[nodiscard]] std::vector<std::string> takings() const;
   // What will be left alone.

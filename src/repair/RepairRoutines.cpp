@@ -16,7 +16,7 @@ namespace {
 
 std::int64_t rowCount(const Form42& form) { return static_cast<std::int64_t>(form.View2.count()); }
 
-// A row that is not there is passed over.
+// A row that does not exist is skipped.
 void repairRow(Form42& form, const RepairKind& kind, std::int64_t index, HiveHandle& root) {
   const auto row = static_cast<std::size_t>(index);
   if (index < 1 || !isOfKind(form, row, kind.code) || !form.View2.isChecked(row)) {
@@ -30,7 +30,7 @@ void repairRow(Form42& form, const RepairKind& kind, std::int64_t index, HiveHan
   }
 }
 
-// The test for the end stands at the bottom, so that an empty list has one turn that finds nothing.
+// The test for the end is at the bottom, so that the loop runs once for an empty list.
 void repairKinds(Form42& form, std::initializer_list<const RepairKind*> kinds) {
   HiveHandle root = HiveHandle::Unknown;
   std::int64_t index = rowCount(form);

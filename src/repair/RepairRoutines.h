@@ -1,7 +1,7 @@
-// The repair routines: each walks the results from the last row to the first, does what the table
-// tells for every ticked row of its kinds, and takes the row off the list when what it names is
-// gone. What was left alone, and what the repair does not reach, stays in the list without its
-// tick; where the form does not protect, every row goes, whether or not it worked.
+// The repair routines. Each walks the results from the last row to the first, takes the steps of
+// the table for every ticked row of its kinds, and removes the row when what it names is gone. A
+// row that was left alone, or that the repair does not reach, stays in the list without its tick.
+// Without protection every row is removed, whether or not its repair worked.
 #ifndef ZELVREG_REPAIR_REPAIR_ROUTINES_H
 #define ZELVREG_REPAIR_REPAIR_ROUTINES_H
 
@@ -11,8 +11,7 @@ namespace zelvreg {
 
 struct Form42;
 
-// A routine and the kinds that it takes, as many together as it looks for in one walk over the
-// list.
+// A routine and its kinds; those that it looks for in one walk over the list are together.
 struct RepairRoutine {
   void (*run)(Form42& form);
   std::span<const std::span<const int>> walks;
@@ -33,14 +32,14 @@ void deleteprogref(Form42& form);
 void deleteiconref(Form42& form);
 void deletehelpchm(Form42& form);
 void deletehelpfiles(Form42& form);
-// Two loops, one for each kind. If the first has taken the last row, the second never ends; the
-// message queue is served all the while.
+// Two loops, one for each kind. If the first has removed the last row, the second runs once and
+// finds nothing.
 void deletehelpfiles2(Form42& form);
-// Counts its rows in 16 bits: with more than 32767 rows it repairs nothing.
+// Counts rows in 16 bits: with more than 32767 rows it repairs nothing.
 void deletebadapppath(Form42& form);
 void deleteshareddll(Form42& form);
 void deletefont(Form42& form);
-// Shares its kind with deletefirewall, which comes first and leaves it no ticked row.
+// Has the same kind as deletefirewall, which comes first and leaves no ticked row.
 void deleteusers(Form42& form);
 void deleteusers2(Form42& form);
 void deletemachine(Form42& form);

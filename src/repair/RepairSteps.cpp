@@ -10,9 +10,9 @@
 #include "keys/Deletion.h"
 #include "keys/HeldAccessList.h"
 #include "keys/RootHandles.h"
-#include "registry/Permissions.h"
 #include "registry/RegistryValues.h"
 #include "registry/View64.h"
+#include "registry/setpermission.h"
 #include "repair/RepairPlan.h"
 #include "runtime/Environment.h"
 #include "text/Wide.h"
@@ -26,7 +26,7 @@ class RowRepair {
   RowRepair(Form42& formOfRow, const RowPlan& planOfRow) : form(formOfRow), plan(planOfRow) {}
   RowRepair(const RowRepair&) = delete;
   RowRepair& operator=(const RowRepair&) = delete;
-  // What was given for the row is taken back where its key stays.
+  // Rights that were given for the row are taken back if its key stays.
   ~RowRepair() {
     for (const HeldAccessList& list : held) {
       list.restore();
@@ -47,7 +47,7 @@ class RowRepair {
   }
 
  private:
-  // By the plan, and by what there is now.
+  // According to the plan, and to the registry as it is now.
   bool isAllowed(std::size_t index, const StepTarget& target) {
     const RepairStep& step = plan.kind->steps[index];
     const StepPlan& planned = plan.steps[index];

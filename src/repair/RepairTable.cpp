@@ -41,8 +41,8 @@ constexpr RepairStep sharedDlls[] = {
      fixed("Software\\Microsoft\\windows nt\\currentversion\\shareddlls"), location},
     {Step::DeleteValue, HiveHandle::LocalMachine, subKey, location},
 };
-// The key of an application path stays: what else its routine asks for converts a root's name to a
-// number, which fails before anything is called.
+// The key of an application path stays: the other steps of its routine convert the name of a root
+// to a number, which fails before any call.
 constexpr RepairStep applicationPaths[] = {
     {Step::DeleteValue, rowsRoot, subKey, badValue},
 };
@@ -82,7 +82,7 @@ constexpr RepairStep servers[] = {
     {Step::EmptyDefault, HiveHandle::ClassesRoot, location, defaultValue},
     {Step::DeleteTree, HiveHandle::ClassesRoot, location, {}},
 };
-// Of type libraries and of toolbox bitmaps.
+// For type libraries and toolbox bitmaps.
 constexpr RepairStep defaultValues[] = {
     {Step::DeleteValue, HiveHandle::ClassesRoot, location, defaultValue},
 };
@@ -109,7 +109,7 @@ constexpr RepairStep joinedHelpFiles[] = {
     {Step::DeleteValue, HiveHandle::LocalMachine, subKeyAsItIs, badValueAsItIs},
 };
 constexpr FieldText helpFolder{.field = Field::SubKey, .isTrimmed = false, .after = "\\HELPDIR"};
-// The tree is named by the location, which is a path: it is hardly ever a key.
+// The tree is named by the location, which is a path of a file and rarely that of a key.
 constexpr RepairStep helpFolders[] = {
     {Step::Grant, HiveHandle::ClassesRoot, helpFolder, {}},
     {Step::DeleteKey, HiveHandle::ClassesRoot, helpFolder, {}},
@@ -140,7 +140,7 @@ constexpr RepairStep recordValues[] = {
     {Step::Grant, HiveHandle::LocalMachine, subKey, {}},
     {Step::DeleteValue, rowsRoot, subKeyAsItIs, badValue},
 };
-// Of startup programs and of the MUI cache.
+// For startup programs and the MUI cache.
 constexpr RepairStep namedValues[] = {
     {Step::DeleteValue, rowsRoot, subKeyAsItIs, badValue},
 };
@@ -155,7 +155,7 @@ constexpr NamedPlace value(HiveHandle root, FieldText key, FieldText name,
   return {
       .names = Names::Value, .root = root, .key = key, .below = {}, .value = name, .doubt = doubt};
 }
-// Of two values the scan judges the first that is not blank.
+// The scan judges the first of two values that is not blank.
 constexpr NamedPlace textualValue(FieldText key, FieldText name, Doubt doubt = Doubt::None) {
   NamedPlace place = value(HiveHandle::LocalMachine, key, name, doubt);
   place.isBlankPassedOver = true;
@@ -174,7 +174,7 @@ constexpr NamedPlace namedFont[] = {
     value(HiveHandle::LocalMachine, fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"),
           locationAsItIs),
 };
-// A list's row may bear the key of the other list, which the scan walks behind it.
+// A row of one list may have the key of the other one, which the scan walks after it.
 constexpr NamedPlace namedSharedDll[] = {
     value(HiveHandle::LocalMachine, subKeyAsItIs, locationAsItIs),
     value(HiveHandle::LocalMachine, fixed(scannedKeys::sharedDlls), locationAsItIs),
@@ -224,12 +224,12 @@ constexpr NamedPlace namedExtension[] = {
              {.before = fileExtensionsNt, .field = Field::BadValue, .isTrimmed = false}),
 };
 
-// A list of application paths is named by its row, and the program's key by the bad value.
+// The row names the list of application paths, and its bad value the key of the program.
 bool isApplicationPath(const Form42& form, std::size_t row) {
   return lowerCase(form.View2.text(row, subKeyColumn)).ends_with("\\currentversion\\app paths");
 }
 
-// A command's key with neither a text nor a value.
+// The key of a command with neither a text nor a value.
 bool isEmptyCommand(const Form42& form, std::size_t row) {
   return form.View2.text(row, badValueColumn).empty();
 }

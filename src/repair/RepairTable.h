@@ -1,5 +1,5 @@
-// What a repair does for one row of each kind, as data: the repair routines carry it out, and the
-// safety export reads from it what will go.
+// What a repair does for one row of each kind, as data. The repair routines carry it out, and the
+// safety export is planned by it.
 #ifndef ZELVREG_REPAIR_REPAIR_TABLE_H
 #define ZELVREG_REPAIR_REPAIR_TABLE_H
 
@@ -24,7 +24,7 @@ enum class Step : std::uint8_t {
   EmptyDefault,      // SetRegistryValue of the empty text as the default value: 32-bit view
 };
 
-// A text made from a field of the row.
+// A text with a field of the row in it.
 enum class Field : std::uint8_t { None, Location, BadValue, SubKey };
 struct FieldText {
   const char* before = "";
@@ -33,7 +33,7 @@ struct FieldText {
   const char* after = "";
 };
 
-// In the place of a root: the one that the row bears.
+// Instead of a root: the one that the row names.
 inline constexpr HiveHandle rowsRoot = HiveHandle::Unknown;
 
 struct RepairStep {
@@ -50,12 +50,12 @@ enum class Names : std::uint8_t {
   EmptyKey,
 };
 
-// What else must hold for a finding to be believed.
+// Why a finding may be doubtful.
 enum class Doubt : std::uint8_t {
   None,
-  ThereByNow,       // what the text refers to has come back since, or was there all the time
-  OthersVariables,  // besides, a text of another user's was judged by the variables of this one
-  RuleBefore,       // a firewall rule without a path was judged by that of the rule before it
+  ThereByNow,       // what the text refers to may have come back, or never have been gone
+  OthersVariables,  // the same; and another user's text was judged by the variables of this one
+  RuleBefore,       // a firewall rule without a path was judged by the path of the rule before it
 };
 
 // The key is `key`, then a backslash and `below` if there is one.
@@ -69,24 +69,24 @@ struct NamedPlace {
   bool isBlankPassedOver = false;
 };
 
-// The first of several places is named that is there; where a blank one is passed over, the first
-// with a text that is not.
+// Of several places the first that exists is named; if blank ones are skipped, the first with a
+// text that is not blank.
 using NamedPlaces = std::span<const NamedPlace>;
 
 struct RepairKind {
   int code;
   std::span<const RepairStep> steps;
   NamedPlaces named;
-  // For rows of another make that share the code.
+  // For other rows with the same code.
   bool (*isOther)(const Form42& form, std::size_t row) = nullptr;
   NamedPlaces namedByOther = {};
 };
 
-// The actions of a kind, or none for a code that no routine handles.
+// The steps of a kind; null for a code that no routine handles.
 const RepairKind* repairKind(int code);
 
-// What the class scanner of the current user would have its rows repaired by. They share their code
-// with firewall rules, whose routine takes them first.
+// The steps for rows of the current user's class scanner. They have the same code as firewall
+// rules, whose routine takes them first.
 const RepairKind& userClassKind();
 
 // What row `row` of View2 may name, in order.
@@ -95,12 +95,12 @@ NamedPlaces namedPlaces(const Form42& form, std::size_t row, const RepairKind& k
 // The text for row `row` of View2.
 std::string textFor(const Form42& form, std::size_t row, const FieldText& text);
 
-// The root whose long name the row bears; Unknown for any other text.
+// The root that the row names; Unknown for any other text.
 HiveHandle rootOfRow(const Form42& form, std::size_t row);
 
 // The same for the steps of a routine, which know only the computer's root and the current user's,
-// or that of the classes for media types. A row of another root is taken for one of `before`, which
-// is that of the row before.
+// or for media types that of the classes. For any other root the result is `before`, that of the
+// row before.
 HiveHandle rootOfSteps(const Form42& form, std::size_t row, int code, HiveHandle before);
 
 // Whether a row is of this kind: its code is compared as a number.

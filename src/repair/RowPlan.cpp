@@ -63,7 +63,7 @@ bool takesKeyOf(const StepPlan& step, const TruePlace& key) {
          });
 }
 
-// Rights are given on what a step of the row will take, and on nothing else.
+// Rights are granted only on what a step of the row will take.
 void planGrants(RowPlan& row, const std::vector<std::optional<TruePlace>>& granted) {
   for (std::size_t index = 0; index < granted.size(); ++index) {
     const auto& key = granted[index];
@@ -111,7 +111,7 @@ StepPlan planStep(const Form42& form, const RegistryState& registry,
   }
   const std::string path = deletedKey(step, target);
   if (deletesKey(step.step) && isProtectedKey(target.root, path)) {
-    // What is no root is judged as the computer's.
+    // An unknown root is judged as the computer's.
     const HiveHandle root =
         target.root == HiveHandle::Unknown ? HiveHandle::LocalMachine : target.root;
     plan.leftAlone.push_back({keyPath(root, path), "records of other programs lie in it"});

@@ -1,5 +1,5 @@
-// What the repair of one row would take, and what of it is allowed: a repair takes what its finding
-// names and nothing else, and a key whole only if nothing in it is living.
+// What the repair of one row would take, and what of it is allowed. A repair takes only what its
+// finding names, and a whole key only if nothing in it is in use.
 #ifndef ZELVREG_REPAIR_ROW_PLAN_H
 #define ZELVREG_REPAIR_ROW_PLAN_H
 
@@ -31,22 +31,21 @@ struct RowPlan {
   // One for each of the kind's steps.
   std::vector<StepTarget> targets;
   std::vector<StepPlan> steps;
-  // Whether the repair as a whole is to do away with what the finding names.
+  // Whether the repair is expected to delete what the finding names.
   bool shouldGo = false;
 
-  // Whether something of it was refused.
+  // Whether any of it was refused.
   [[nodiscard]] bool isLeftAlone() const;
-  // Whether what the finding names is no longer there. Where nothing was found by that name,
-  // nothing of it can have gone.
+  // Whether what the finding names is gone. False if nothing was found by that name.
   [[nodiscard]] bool isGone(const RegistryState& registry) const;
 };
 
-// Judges all steps of a row of this kind, each in the state that those before it leave, and notes
-// in `registry` what will be gone. Where the form does not protect, everything is allowed.
+// Judges all steps of a row of this kind, each in the state that the earlier ones leave, and notes
+// in `registry` what will be gone. Without protection everything is allowed.
 RowPlan planRow(Form42& form, RegistryState& registry, std::size_t row, const RepairKind& kind,
                 HiveHandle root);
 
-// One step once more, in the state that there is now.
+// Judges one step again, in the state that the registry is in now.
 StepPlan planStep(const Form42& form, const RegistryState& registry,
                   const std::optional<NamedRecord>& named, const RepairStep& step,
                   const StepTarget& target);

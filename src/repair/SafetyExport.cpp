@@ -31,7 +31,7 @@ void addStep(ExportPlan& plan, const RepairStep& step, const StepTarget& target)
   }
 }
 
-// What the guard refuses is not taken, so it need not come back.
+// What the guard refuses is not deleted, so it is not exported.
 void addRows(const RepairPlan& repair, ExportPlan& plan) {
   for (const RowPlan& row : repair.rows()) {
     for (std::size_t index = 0; index < row.steps.size(); ++index) {
@@ -67,7 +67,7 @@ std::string freeStem(const Form42& form) {
 }
 
 bool writeFile(Form42& form, const std::string& bytes) {
-  // A folder that cannot be made shows when the file is written.
+  // If a folder cannot be created, writing the file fails.
   std::string folder = form.programFolder;
   for (const char* below : {"\\backup", "\\registry"}) {
     folder += below;

@@ -8,11 +8,11 @@ namespace zelvreg {
 
 struct Form42;
 
-// Writes what the repair will take to backup\registry in the program's folder. True when it stands
-// there, or when nothing would change; false when it cannot be written.
+// Writes what the repair will take to backup\registry in the program's folder. True if that worked,
+// or if nothing would change.
 bool writeSafetyExport(Form42& form, const RepairPlan& repair);
 
-// Takes back the export of a repair that does not begin.
+// Deletes the export of a repair that does not begin.
 void removeSafetyExport(Form42& form);
 
 }  // namespace zelvreg

@@ -6,8 +6,8 @@
 namespace zelvreg {
 namespace {
 
-// Which keys a call by one path reaches: of the two that the merged classes root shows as one, the
-// user's goes before the computer's.
+// Which keys a call with one path reaches. The merged classes root shows two keys as one, the
+// user's before the computer's.
 struct Reach {
   std::optional<TruePlace> key;
   std::optional<TruePlace> behind;

@@ -1,4 +1,4 @@
-// What a step of a repair reaches, in the state that the registry is in.
+// What a step of a repair reaches in a given state of the registry.
 #ifndef ZELVREG_REPAIR_STEP_REACH_H
 #define ZELVREG_REPAIR_STEP_REACH_H
 
@@ -27,7 +27,7 @@ std::string deletedKey(const RepairStep& step, const StepTarget& target);
 std::vector<RecordPlace> reachOf(const RegistryState& registry, const RepairStep& step,
                                  const StepTarget& target);
 
-// The key that a step would give rights on; none when it is not there.
+// The key that a step would grant rights on; std::nullopt if it does not exist.
 std::optional<TruePlace> reachOfGrant(const RegistryState& registry, const StepTarget& target);
 
 }  // namespace zelvreg

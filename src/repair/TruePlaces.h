@@ -1,5 +1,5 @@
-// Where keys really lie: what the views and the merged classes root show at one path, as paths of
-// the 64-bit view, spelled as the registry spells them.
+// Where keys really are: what the views and the merged classes root show at one path, as paths of
+// the 64-bit view, in the registry's own spelling.
 #ifndef ZELVREG_REPAIR_TRUE_PLACES_H
 #define ZELVREG_REPAIR_TRUE_PLACES_H
 
@@ -22,28 +22,27 @@ struct TruePlace {
   [[nodiscard]] std::u16string fullPath() const;
 };
 
-// The 64-bit view; the process's own; or both, for whoever must miss nothing.
+// The 64-bit view; the process's own; or both, to miss nothing.
 enum class Views : std::uint8_t { True, Own, Both };
 
-// Where a call by this narrow path may lead, those of the 64-bit view first and in each view the
-// user's first, as the merged classes root shows it; whether anything is there is not looked at.
-// None for a path that no key can have, and for other roots.
+// Where a call with this path may lead, places of the 64-bit view first, and in each view the
+// user's first, as in the merged classes root. They need not exist. None for a path that no key can
+// have, and for other roots.
 [[nodiscard]] std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key,
                                                     Views views);
 
-// The name of the current user's key below HKEY_USERS; empty if the system does not tell. That of
-// the user's classes has "_Classes" behind it.
+// The name of the current user's key below HKEY_USERS; empty if it cannot be found out. The key of
+// the user's classes has this name followed by "_Classes".
 [[nodiscard]] std::u16string currentUserKey();
 
 // Whether two places are the same key. Case does not count.
 [[nodiscard]] bool isSameKey(const TruePlace& first, const TruePlace& second);
 
-// Keeps the names that it has listed, so it must not outlive changes of the registry.
+// Remembers the names that it has listed, so do not use it after changes of the registry.
 class TruePlaces {
  public:
-  // The keys that a call may mean by this narrow path, except those that are known to be absent.
-  // A key that refuses itself is among them. None for a path that no key can have, and for other
-  // roots.
+  // The keys that a call with this path may mean, without those that do not exist. Keys that deny
+  // access are among them. None for a path that no key can have, and for other roots.
   [[nodiscard]] std::vector<TruePlace> of(HiveHandle hive, const std::string& key, Views views);
 
  private:

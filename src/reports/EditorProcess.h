@@ -1,4 +1,4 @@
-// Ends the registry editor, so that it reads its last place when it starts again.
+// Ends the registry editor, so that it reads its last key when it starts again.
 #ifndef ZELVREG_REPORTS_EDITOR_PROCESS_H
 #define ZELVREG_REPORTS_EDITOR_PROCESS_H
 

@@ -13,7 +13,7 @@
 namespace zelvreg {
 namespace {
 
-// The path is quoted, as a blank in a folder's name would end the program's.
+// Quoted, because a blank in the name of a folder would end the path of the program.
 void start(const std::string& program, const std::string& arguments = {}) {
   std::u16string commandLine = utf16(untilNul("\"" + program + "\"" + arguments));
   STARTUPINFOW startup{};
@@ -43,7 +43,7 @@ void View2_DblClick(Form42& form) {
   killprocess();
   const std::size_t row = form.selectedRow;
   const bool hasRow = row >= 1 && row <= form.View2.count();
-  // The test of a row that is not there fails, which goes on.
+  // For a row that does not exist this test fails, and the next statement runs.
   if (hasRow && trim(form.View2.text(row, rootNameColumn)).empty()) {
     return;
   }

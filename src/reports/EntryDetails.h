@@ -11,8 +11,8 @@ struct Form42;
 // Describes the row in the panel below the results. The sentence is the same for every kind.
 void View2_ItemClick(Form42& form, std::size_t row);
 
-// Opens the registry editor at the key of the row last clicked: ends one that runs, writes the
-// key as its last place, and starts it. Without a row it starts at a key without a name.
+// Opens the registry editor at the key of the row last clicked: ends a running one, stores the key
+// as its last key, and starts it. Without a row it starts at a key without a name.
 void View2_DblClick(Form42& form);
 
 // Opens the row last clicked in the suite's own key editor. Nothing on the form leads to it.

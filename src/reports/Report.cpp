@@ -25,7 +25,7 @@ std::string toNextZone(std::string line) {
   return line;
 }
 
-// Names of keys may hold anything; a terminal would obey some of it.
+// Names of keys may contain anything, including commands to a terminal.
 std::string withoutControls(std::string_view text) {
   std::string result;
   while (!text.empty()) {

@@ -8,8 +8,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// All rows of View2, ticked or not; lines end in CR LF. How it is written to a file,
-// runtime/OwnText.h tells.
+// All rows of View2, ticked or not; lines end in CR LF. runtime/OwnText.h describes how
+// it is encoded in a file.
 std::string reportText(const Form42& form);
 
 // Asks for a file name, writes the report there and opens it in the system's viewer. Without rows,

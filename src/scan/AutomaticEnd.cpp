@@ -21,7 +21,7 @@ void repairAll(Form42& form) {
   form.orubutton2.click();
 }
 
-// A number as the runtime prints it to a file: a place for its sign, the digits, a blank.
+// A number as the runtime prints it to a file: a blank in place of a sign, the digits, a blank.
 void writeTotal(const Form42& form) {
   replaceFileText(form.programFolder + "\\regst.txt", " " + decimal(form.totalFound) + " \r\n");
 }

@@ -6,8 +6,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// Ends the process in the automatic modes, after writing the result files or the answer to the
-// suite, and after the repair where one was asked for. Returns only when none is in force.
+// In an automatic mode, repairs if that was asked for, writes the result files or the answer to the
+// suite, and ends the process. Returns only if there is no automatic mode.
 void endAutomaticScan(Form42& form);
 
 }  // namespace zelvreg

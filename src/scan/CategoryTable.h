@@ -20,8 +20,8 @@ struct Category {
   std::string_view textKey;              // language key of the description
   std::string_view icon;                 // key in ImageList1
   std::string_view valueName;            // value of the tick under timer\reg
-  std::string_view optionName;           // what the command line calls it besides the value name
-  std::string_view caption;              // what Label4 shows while it is tested
+  std::string_view optionName;           // another name on the command line
+  std::string_view caption;              // shown in Label4 while it is tested
   std::array<EntryPointOf, 3> routines;  // in order; null after the last
 };
 

@@ -43,43 +43,43 @@ struct ScannerRun {
   TotalIsSaved total = TotalIsSaved::AtEachFinding;
 };
 
-// The number of the row after those that the scanners before have left.
+// The number of the first row after those of earlier scanners.
 std::size_t nextRow(const Form42& form);
 
 // Appends a finding, unticked, scrolls to it, and counts it in `run` and in the running total. The
 // bad value is trimmed and listed in List2.
 void addFinding(Form42& form, ScannerRun& run, const Finding& finding);
 
-// Its two halves, for scanners that keep List2 in another way or not at all. The row alone, with
-// its texts as they are, counted in `run`:
+// Its two halves, for scanners that fill List2 in another way or not at all. Only the row, with its
+// texts as they are, counted in `run`:
 void addRow(Form42& form, ScannerRun& run, const Finding& finding);
-// The running total alone:
+// Only the running total:
 void countInTotal(Form42& form, TotalIsSaved saved = TotalIsSaved::AtEachFinding);
 
-// The running total as it is before anything is found, in both of its forms.
+// Sets the running total to 0, in both of its forms.
 void clearTotal(Form42& form);
 
-// Writes the running total to where the suite looks for it.
+// Saves the running total where the suite reads it.
 void saveTotalFound(const Form42& form);
 
-// The whole path of a row's key, with the long name of its hive; the empty text for a row that is
-// not there.
+// The full path of a row's key, with the long name of its root. The empty text for a row that does
+// not exist.
 std::string fullKey(const Form42& form, std::size_t row);
 
 // The number of rows of View2.
 std::string rowCountText(const Form42& form);
 
-// Stores it where the next scanner reads it.
+// Saves it for the next scanner.
 void storeRowCount(Form42& form);
 
 // Shows in Label4 what a category row tests.
 void showCaption(Form42& form, std::size_t row);
 
-// Puts a count into the "# Problems" cell of a category row.
+// Shows a count in the "# Problems" cell of a category row.
 void showProblems(Form42& form, std::size_t row, std::int64_t count);
 
-// The count of a run in its category row: at the end of a turn, when there is one; at the end of
-// the run, when there is none.
+// Show the count of a run in its category row: after an entry, unless nothing was found yet; and at
+// the end of the run, if nothing was found.
 void showFound(Form42& form, std::size_t row, const ScannerRun& run);
 void showNothingFound(Form42& form, std::size_t row, const ScannerRun& run);
 

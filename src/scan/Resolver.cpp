@@ -5,7 +5,7 @@
 #include "form/Form42.h"
 #include "keys/DirectText.h"
 #include "registry/Hives.h"
-#include "registry/Permissions.h"
+#include "registry/setpermission.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
 #include "text/Characters.h"
@@ -29,7 +29,7 @@ std::string stemOf(const std::vector<std::string_view>& parts) {
   return stem;
 }
 
-// The last part without what is glued to it: an argument after a blank, more than three letters.
+// The last part without what is attached to it: an argument after a blank, more than three letters.
 std::string_view extensionOf(const std::vector<std::string_view>& parts) {
   if (parts.empty()) {
     return {};
@@ -38,7 +38,7 @@ std::string_view extensionOf(const std::vector<std::string_view>& parts) {
   return firstCharacters(extension, longestExtension);
 }
 
-// Without what stands before the drive letter, as a launcher does.
+// Without what precedes the drive letter, such as the name of a launcher.
 std::string fromDriveLetter(std::string path) {
   const auto colon = path.find(driveRoot);
   if (colon != std::string::npos && colon > 0) {
@@ -109,12 +109,12 @@ void pth(Form42& form, std::string& rule) {
   constexpr std::size_t startWithout = 4;
   rule = lowerCase(rule);
   const std::size_t found = rule.find(marker);
-  // Not found is position 0, so that the path is read from the fifth character on.
+  // Without the marker its position is 0, so that the path begins at the fifth character.
   const std::string_view path = found == std::string::npos
                                     ? afterCharacters(rule, startWithout)
                                     : std::string_view(rule).substr(found + marker.size());
   const std::size_t end = path.find('|');
-  // Without a bar after it the length is below 0: the cut faults and the path before stays.
+  // Without a bar the length is below 0: the cut fails, and the path of the rule before stays.
   if (end != std::string_view::npos) {
     form.FirewallPath = path.substr(0, end);
   }

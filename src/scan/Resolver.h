@@ -1,4 +1,4 @@
-// Makes a path that can be tested of a text of the registry, and tests it.
+// Turns a text of the registry into a path that can be tested, and tests it.
 //
 // These are simple cuts, not a parser of command lines. What they keep and drop decides what is
 // reported, so do not change them. A cut outside the text is skipped.
@@ -23,15 +23,15 @@ std::string FilePath(std::string& text);
 // `path` is left as it was before the expansion.
 std::string GetPath(const Form42& form, std::string& path);
 
-// Whether a file is there, for a text that may end in a NUL. What names the system folder always
-// is. A path in a recycle bin is first opened to the user if a scan may touch what it finds. A path
-// that leads to another computer counts as absent unless it may be asked.
+// Whether a file exists. The text may end in a NUL. A path with the name of the system folder
+// always counts as existing. If a scan may touch what it finds, the user is first given access to a
+// path in a recycle bin. A path on another computer counts as missing unless that may be asked.
 bool FileExists(const Form42& form, std::string path);
 bool FolderExists(const Form42& form, const std::string& path);
 
-// Puts the program path of a firewall rule into FirewallPath: what stands between "|app=" and the
-// next "|", or nothing if that is no path. A rule without either keeps the path of the rule before.
-// `rule` is left in lower case.
+// Puts the program path of a firewall rule into FirewallPath: the text between "|app=" and the next
+// "|", or nothing if that is no path. After a rule without a bar it is still the path of the rule
+// before. `rule` becomes lower case.
 void pth(Form42& form, std::string& rule);
 
 // The number of an icon kind for the number of a path kind.

@@ -14,7 +14,7 @@
 namespace zelvreg {
 namespace {
 
-// A policy may be a text or a number. Nothing without one, or on an offline disk.
+// A policy may be a text or a number. std::nullopt without one, and on an offline disk.
 std::optional<std::string> policyText(const Form42& form, const char* name) {
   if (!form.obeysComputer) {
     return std::nullopt;
@@ -41,7 +41,7 @@ std::string settingText(const Form42& form, const char* name) {
   return form.obeysComputer ? readSetting(settings::regscan, name) : std::string();
 }
 
-// A policy for all gives way to one for a single safeguard.
+// A policy for one safeguard wins over the policy for all.
 std::optional<bool> valueByPolicy(const Form42& form, const SafeguardRule& rule) {
   if (const auto text = policyText(form, rule.setting)) {
     return *text == rule.liftingText ? liftedValue(rule) : !liftedValue(rule);
@@ -108,7 +108,7 @@ std::string contradictionOf(const Form42& form) {
   for (const SafeguardChoice& choice : form.safeguardChoices) {
     if (isForbidden(form, choice)) {
       return std::string(choice.option) + " contradicts a policy of this computer (HKLM\\" +
-             policyKey + "); leave the option away or have the policy changed";
+             policyKey + "); leave out the option, or change the policy";
     }
   }
   return {};

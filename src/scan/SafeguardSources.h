@@ -1,5 +1,5 @@
-// Where the safeguards come from: a policy of the computer decides, then the caller's choice,
-// then the settings, then what is safe.
+// Who decides which safeguards are in force: a policy of the computer, then the caller's choice,
+// then the settings. Otherwise they all are.
 #ifndef ZELVREG_SCAN_SAFEGUARD_SOURCES_H
 #define ZELVREG_SCAN_SAFEGUARD_SOURCES_H
 
@@ -48,19 +48,19 @@ inline constexpr const char* letterOption = "--as-described";
 // Below HKEY_LOCAL_MACHINE, in the 64-bit view.
 inline constexpr const char* policyKey = "Software\\Policies\\zelvane\\zelvreg";
 
-// What a safeguard is when it is lifted.
+// The value of a safeguard that is lifted.
 constexpr bool liftedValue(const SafeguardRule& rule) { return asDescribed().*rule.safeguard; }
 
 // Choices that lift one, or all.
 SafeguardChoice liftingChoice(const SafeguardRule& rule);
 std::vector<SafeguardChoice> choicesAsDescribed();
 
-// Those in force now. Of several choices for one safeguard the first counts.
+// Those in force now. If there are several choices for one safeguard, the first counts.
 Safeguards safeguardsNow(const Form42& form);
 // Puts them into force.
 void decideSafeguards(Form42& form);
 
-// One line about the first choice that a policy contradicts; empty when none does.
+// One line about the first choice that contradicts a policy; empty if none does.
 std::string contradictionOf(const Form42& form);
 
 // Whether a policy has decided a safeguard, so that nobody else can; "letter" as for all.

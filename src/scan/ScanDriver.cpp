@@ -151,7 +151,7 @@ void cmd_start_Click(Form42& form) {
   form.cancelRequested = true;
   form.Label2[4].refresh();
   form.Label2[3].refresh();
-  // Passes through the cancelled state: a scan that still runs ends before the new one begins.
+  // Cancels first, so that a scan that is still running ends before the new one begins.
   form.chameleonButton12.click();
   enableFindingCommands(form, false);
   enableIdleCommands(form, false);

@@ -7,19 +7,19 @@ namespace zelvreg {
 struct Form42;
 
 // Runs the routines of every ticked row in order and shows the results page. Without a ticked row
-// it says so and leaves the progress panel up, with the buttons of its opening disabled, until
-// Cancel is clicked.
+// it says so and leaves the progress panel open, with its buttons disabled, until the user clicks
+// Cancel.
 void runScan(Form42& form);
 
 // Stores the ticks of the rows for the next start.
 void saveSelection(const Form42& form);
 
-// Ticks the rows as they were stored; a tick that was never stored counts as not set.
+// Restores the ticks. A row without a stored tick is not ticked.
 void restoreSelection(Form42& form);
 
 void cmd_start_Click(Form42& form);
 void cmd_cancel_Click(Form42& form);
-// Cancel on the progress panel: shows the results at once, while the scanner that runs unwinds.
+// Cancel on the progress panel: shows the results at once. The running scanner ends soon after.
 void chameleonButton12_Click(Form42& form);
 
 }  // namespace zelvreg

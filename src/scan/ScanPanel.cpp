@@ -1,7 +1,7 @@
 #include "scan/ScanPanel.h"
 
 #include "form/Form42.h"
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 #include "scan/Findings.h"
 
 namespace zelvreg {

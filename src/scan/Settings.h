@@ -14,14 +14,14 @@ inline constexpr const char* regscan = "software\\zelvane\\Zelvane Tuner Deluxe\
 // The undo entries: number to label, and label to file.
 inline constexpr const char* dates = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\dates";
 inline constexpr const char* files = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\file";
-// And label to the safety export of that repair.
+// Label to the safety export of that repair.
 inline constexpr const char* exports = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\export";
 // The ticks of the category rows.
 inline constexpr const char* selection = "software\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
-// The running total of a scan. The backslash at the end is part of the name that is asked for.
+// The running total of a scan. The backslash at the end is part of the name.
 inline constexpr const char* runningTotal = "software\\zelvane\\Zelvane Tuner Deluxe\\real\\";
 inline constexpr const char* recheck = "software\\zelvane\\Zelvane Tuner Deluxe\\real";
-// How many rows were repaired since installation, and that a repair has ended.
+// The number of rows repaired since installation, and whether a repair has ended.
 inline constexpr const char* statistics =
     "software\\zelvane\\Zelvane Tuner Deluxe\\statics\\regscan";
 inline constexpr const char* finish = "software\\zelvane\\Zelvane Tuner Deluxe\\wizard\\finish";
@@ -30,7 +30,7 @@ inline constexpr const char* finish = "software\\zelvane\\Zelvane Tuner Deluxe\\
 
 // A text below HKEY_LOCAL_MACHINE; empty if there is none.
 std::string readSetting(const char* key, const std::string& name);
-// Stores it, and creates the key if needed. Whether that worked.
+// Stores it, and creates the key if needed. Returns whether that worked.
 bool keepSetting(const char* key, const std::string& name, const std::string& text);
 
 }  // namespace zelvreg

@@ -21,7 +21,7 @@ struct Scan {
   ScannerRun run;
 };
 
-// `listed` is what List2 gets in front of the finding: the name of the entry under walk.
+// `listed` is added to List2 before the finding: the name of the current entry.
 void add(Scan& scan, const std::string& listed, std::string_view location,
          std::string_view badValue, HiveHandle root, std::string_view subKey) {
   scan.form.List2.add(listed);
@@ -78,7 +78,7 @@ std::string readProgram(const Scan& scan, const AppPathsList& list, const std::s
 
 void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKey,
                  const std::string& keyName) {
-  // Without a name the grant goes to the list itself.
+  // Without a name the user is given access to the list itself.
   grantCurrentUser(scan.form, HiveHandle::LocalMachine, list.granted + keyName);
   grantCurrentUser(scan.form, HiveHandle::LocalMachine, list.ntGranted + keyName);
   std::string pathText = readProgram(scan, list, keyName);
@@ -87,7 +87,7 @@ void testAppPath(Scan& scan, const AppPathsList& list, const std::string& rootKe
   }
   scan.form.List7.clear();
   fEnumValue4(scan.form, HiveHandle::LocalMachine, rootKey + "\\" + keyName);
-  // A program with a named value is passed over, whatever its path.
+  // A program with a named value is skipped, whatever its path.
   if (scan.form.List7.count() > 0) {
     return;
   }

@@ -7,9 +7,9 @@ namespace zelvreg {
 
 struct Form42;
 
-// Seven passes, all of one kind of finding. On the way the user is given access to every key of the
-// application paths, both spellings, and to the two compatibility lists. Once started it is cut
-// short only by fEnumKey.
+// Seven passes with one kind of finding. They give the user access to every key of the application
+// paths, in both spellings, and to the two compatibility lists. Once started, only fEnumKey can
+// stop it.
 void Command5(Form42& form);
 
 }  // namespace zelvreg

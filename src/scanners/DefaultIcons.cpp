@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::size_t categoryRow = 5;
 
-// Without the index after the file, and without quotes that enclose all of it. `value` is the path
-// on a drive, so that it has two characters at least.
+// Without the index after the file, and without quotes around all of it. `value` is a path on a
+// drive, so it has at least two characters.
 std::string iconFile(std::string value) {
   value.resize(std::min(value.find(','), value.size()));
   const std::string_view trimmed = trim(value);
@@ -31,7 +31,7 @@ std::string iconFile(std::string value) {
 void testIcon(Form42& form, ScannerRun& run, const std::string& name) {
   std::string value = GetKeyValue64(form, HiveHandle::ClassesRoot, name + "\\defaulticon", "");
   value = trim(resolvedPath(form, value));
-  // Names without a drive and mere resource numbers are not judged.
+  // Names without a drive, and resource numbers alone, are not judged.
   if (!hasDriveColon(value)) {
     return;
   }

@@ -6,8 +6,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// Reports each class whose defaulticon key names a missing file by a path on a drive. Once started
-// it is cut short only by fEnumKey.
+// Reports each class whose defaulticon key names a missing file by a path on a drive. Once started,
+// only fEnumKey can stop it.
 void Command10(Form42& form);
 
 }  // namespace zelvreg

@@ -24,14 +24,14 @@ struct Scan {
   ScannerRun run;
 };
 
-// A command to report: its key, and the program that is gone or nothing where the key is empty.
+// A command to report: its key, and the missing program, or nothing if the key is empty.
 struct BadCommand {
   std::string key;
   std::string program;
   bool isEmptyKey = false;
 };
 
-// A number in the place of a text ends at its first NUL as any command does.
+// A number instead of a text ends at its first NUL, as any command does.
 std::string commandOf(const std::string& key) {
   return std::string(untilNul(defaultValueOf(HiveHandle::ClassesRoot, key)));
 }
@@ -95,7 +95,7 @@ void testMediaType(Scan& scan, const std::string& name) {
   const std::string key = std::string(scannedKeys::mediaTypes) + "\\" + name;
   std::string extension;
   GetRegString(HiveHandle::ClassesRoot, key, "Extension", extension);
-  // Without an extension the root itself is asked for, which is always there.
+  // Without an extension this is the root itself, which always exists.
   if (RegKeyExists(HiveHandle::ClassesRoot, extension)) {
     return;
   }

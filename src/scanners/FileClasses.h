@@ -6,9 +6,9 @@ namespace zelvreg {
 
 struct Form42;
 
-// Reports the classes whose open or edit command runs a missing program or holds nothing at all,
-// then the media types. It ends at the next entry when cancelRequested is set; the running total is
-// not saved then.
+// Reports the classes whose open or edit command runs a missing program or is empty, then the media
+// types. When cancelRequested is set, it ends at the next entry and does not save the running
+// total.
 void Command12(Form42& form);
 
 }  // namespace zelvreg

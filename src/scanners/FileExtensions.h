@@ -6,8 +6,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// Reports each extension whose OpenWithProgids key is missing or has no named value. No file is
-// looked for. Without the registry provider every extension is reported.
+// Reports each extension whose OpenWithProgids key is missing or has no named value. It looks for
+// no file. Without the registry provider it reports every extension.
 void fileext(Form42& form);
 
 }  // namespace zelvreg

@@ -6,8 +6,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// Reports each rule whose application path leads nowhere, and marks the row's count bold and red
-// in any case. Runs to its end once started.
+// Reports each rule whose program is missing. The row's count becomes bold and red in any case.
+// Once started, it runs to its end.
 void Command32(Form42& form);
 
 }  // namespace zelvreg

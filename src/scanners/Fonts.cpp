@@ -13,7 +13,7 @@ namespace zelvreg {
 namespace {
 
 constexpr std::size_t categoryRow = 1;
-// Findings bear the text without "nt", although the values live under it: the repair deletes the
+// Findings have the text without "nt", although the values are under it. The repair deletes the
 // value under both.
 constexpr const char* reportedKey = "Software\\Microsoft\\windows\\currentversion\\fonts";
 
@@ -34,7 +34,7 @@ void testFont(Form42& form, ScannerRun& run, const std::string& systemRoot,
     return;
   }
   form.Label3.caption = data;
-  // The data is never looked at: a whole path gives a doubled one, which is reported.
+  // The data is not looked at. A full path is added to the folder, does not exist, and is reported.
   if (!FileExists(form, systemRoot + "\\fonts\\" + data)) {
     addFinding(form, run,
                {.location = name,

@@ -7,7 +7,7 @@ namespace zelvreg {
 struct Form42;
 
 // Reports each font value whose data names no file in the fonts folder. It assumes that it runs
-// first and starts at row 1. Runs to its end once started.
+// first and starts at row 1. Once started, it runs to its end.
 void Command1(Form42& form);
 
 }  // namespace zelvreg

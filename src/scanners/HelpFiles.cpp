@@ -22,12 +22,12 @@ struct Scan {
   ScannerRun run;
 };
 
-// What the findings of a section bear.
+// What the findings of a section have.
 struct Section {
   const char* kindCode;
   const char* iconKey;
 };
-// The image list holds no "k": these rows stand without an icon.
+// The image list has no "k", so these rows have no icon.
 constexpr Section helpList{"4", "k"};
 constexpr Section htmlHelpList{"5", "d"};
 constexpr Section snapIns{"55", "d"};
@@ -117,7 +117,7 @@ void scanHtmlHelpList(Scan& scan) {
   do {
     scan.form.messages.doEvents();
     scan.form.isProviderSilent = false;
-    // A blank entry stays blank however often the walk comes back to it, so it goes on.
+    // A blank entry is skipped: it would be the same however often it is read again.
     if (testHtmlHelpFile(scan, std::string(trim(list.text(index))))) {
       showCount(scan);
     }
@@ -126,7 +126,7 @@ void scanHtmlHelpList(Scan& scan) {
   showNothingFound(scan.form, categoryRow, scan.run);
 }
 
-// A name that is a number of 0 or more has never been looked at.
+// A name that is a number of 0 or more is never tested.
 bool isPassedOver(const std::string& snapIn) {
   const auto number = convertedNumber(snapIn);
   return number.has_value() && *number >= 0;
@@ -162,8 +162,8 @@ void scanSnapIns(Scan& scan) {
   showNothingFound(scan.form, categoryRow, scan.run);
 }
 
-// Folder and name joined as they are: a folder without a backslash at its end gives a path that
-// hardly exists.
+// Folder and name are joined as they are. Without a backslash at the end of the folder the path
+// rarely exists.
 void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
   const std::string folderText =
       GetKeyValue64(scan.form, HiveHandle::LocalMachine, scannedKeys::htmlHelp, fileName);
@@ -171,7 +171,7 @@ void testJoinedHtmlHelpFile(Scan& scan, const std::string& fileName) {
     return;
   }
   const std::string path = resolvedPath(scan.form, folderText + fileName);
-  // Asked twice, and the second answer counts: the first one may come from a drive that wakes up.
+  // Asked twice, and the second answer counts: at the first one a drive may still be starting.
   FileExists(scan.form, path);
   if (!FileExists(scan.form, path)) {
     add(scan, joinedHtmlHelpList, folderText, fileName, scannedKeys::htmlHelp);

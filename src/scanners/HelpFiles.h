@@ -6,10 +6,9 @@ namespace zelvreg {
 
 struct Form42;
 
-// Four sections, of which the last three number their rows from the same one on: each finding
-// appends its location, while the other fields go to the row that the section counts. The last
-// entry of a list of two or more is never looked at. A blank entry in the second section is
-// skipped.
+// Four sections. Each finding appends its location, but its other fields go to the row that the
+// section counts, and the last three count from the same row. The last entry of a list of two or
+// more is never tested. A blank entry in the second section is skipped.
 void Command7(Form42& form);
 
 }  // namespace zelvreg

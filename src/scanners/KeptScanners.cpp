@@ -27,7 +27,7 @@ void listClasses(Form42& form, HiveHandle root, const char* key) {
   }
 }
 
-// Calls `test(name)` for each class that has a name, after showing how far the walk is.
+// Shows the progress of the walk, then calls `test(name)`, for each class that has a name.
 template <typename Test>
 void walkClasses(Form42& form, Test&& test) {
   walkEntries(form, form.List1, LastTurn::TheLast, [&](int index, const std::string& entry) {
@@ -86,7 +86,7 @@ Server firstServer(HiveHandle hive, const std::string& classKey,
   return {};
 }
 
-// The program that a server text names, if it is gone; empty otherwise.
+// The program that a server's text names, if it is missing; empty otherwise.
 std::string missingProgram(const Form42& form, const std::string& value) {
   if (!hasDriveColon(value)) {
     return {};
@@ -99,8 +99,8 @@ std::string missingProgram(const Form42& form, const std::string& value) {
   return isListedWhenUnhidden(form, program) ? std::string() : program;
 }
 
-// Writes the listed texts once more, to the rows after those that were there before. There is
-// always a first turn, which counts like any other.
+// Writes the listed texts once more, to the rows after the old ones. The loop runs at least once,
+// and each time counts.
 template <typename AfterTurn>
 void writeListedTexts(Form42& form, const char* kindCode, AfterTurn&& afterTurn) {
   const std::size_t firstRow = nextRow(form);

@@ -8,7 +8,7 @@ namespace zelvreg {
 
 struct Form42;
 
-// COM servers of the merged classes root that are an executable that is gone. A server key with an
+// COM servers of the merged classes root whose program is missing. A server key with an
 // empty default value is reported too. Sets categoryFound to 0 first.
 void Command14(Form42& form);
 
@@ -16,9 +16,8 @@ void Command14(Form42& form);
 // library when it is gone, and sets the attributes of those that exist to archive only.
 void Command16(Form42& form);
 
-// COM servers of the machine's classes that are an executable that is gone. Rows get the location,
-// the text and the kind; root and key stay empty. Sets the attributes of each program to archive
-// only.
+// COM servers of the machine's classes whose program is missing. Rows get the location, the text
+// and the kind; root and key stay empty. Sets the attributes of each program to archive only.
 void Command18(Form42& form);
 
 // Executables that hold the toolbox bitmap of a class; each finding counts twice. Sets the

@@ -35,7 +35,7 @@ void walkValues(Form42& form, ScannerRun& run, const std::string& key) {
   });
 }
 
-// One level of subkeys is walked, no more.
+// Only the first level of subkeys is walked.
 void walkList(Form42& form, ScannerRun& run, const std::string& key) {
   walkValues(form, run, key);
   form.List1.clear();

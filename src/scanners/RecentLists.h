@@ -6,9 +6,9 @@ namespace zelvreg {
 
 struct Form42;
 
-// Reports every named value of the shell's eight lists and of their subkeys, whatever it holds:
-// these are traces to remove, not references to test. Without a finding the row keeps what it
-// showed.
+// Reports every named value of the shell's eight lists and of their subkeys, whatever its data:
+// these are traces to remove, not references to test. Without a finding the row's count stays as it
+// was.
 void MRUhist(Form42& form);
 
 }  // namespace zelvreg

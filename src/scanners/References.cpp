@@ -8,8 +8,8 @@
 #include "form/Form42.h"
 #include "keys/OpenKey.h"
 #include "registry/Hives.h"
-#include "registry/Permissions.h"
 #include "registry/RegistryValues.h"
+#include "registry/setpermission.h"
 #include "runtime/Directory.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
@@ -36,10 +36,10 @@ bool namesMissingPath(const Form42& form, std::string data) {
   if (!contains(data, ":\\")) {
     return false;
   }
-  // The cut sees the NUL of the resolved path as a part of the name.
+  // The NUL of the resolved path counts as part of the name here.
   std::string path = GetPath(form, data);
   path = FilePath(path);
-  // Both are asked in any case: the second one opens what lies in a recycle bin.
+  // Both are asked in any case: the second one gives access to what is in a recycle bin.
   const bool isFolder = FolderExists(form, path);
   return !FileExists(form, path) && !isFolder;
 }
@@ -86,7 +86,7 @@ void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key) {
     GrantKeyAccess(form, hive, key, environmentVariable("UserName"));
     return;
   }
-  // As if the rights had been given: a key that is there would have been opened to the user.
+  // As if the rights had been given: the user would have access to a key that exists.
   const LONG status = OpenKey(hive, key, KEY_QUERY_VALUE | KEY_WOW64_64KEY).openStatus();
   form.GrantKeyStatus = status == ERROR_SUCCESS || status == ERROR_ACCESS_DENIED ? 0 : 1;
 }
@@ -103,8 +103,8 @@ bool isListedWhenUnhidden(const Form42& form, const std::string& text) {
   if (!Dir(path, sharesOf(form)).empty()) {
     return true;
   }
-  // As if the attributes had been taken off. They go by the text as it stands, so one that names
-  // its file only when it is resolved keeps them.
+  // As if the attributes had been removed. They are set by the text as it is, so a file that only
+  // the resolved text names keeps them.
   return !form.safeguards.touches && lowerCase(path) == lowerCase(text) &&
          fileSystemObject::fileExists(path, sharesOf(form));
 }

@@ -47,7 +47,7 @@ std::string serverFile(const Form42& form, const std::string& value) {
 }
 
 void judge(Form42& form, const Place& place, const std::string& value, const std::string& key) {
-  // An argument after the file is not cut off, so that such a server counts as gone.
+  // An argument after the file is not cut off, so such a server counts as missing.
   const std::string path = serverFile(form, value);
   if (!FileExists(form, path)) {
     add(form, place, path, key);
@@ -66,7 +66,7 @@ void testServer(Form42& form, const Place& place, const std::string& key) {
   }
 }
 
-// The classes root is read directly, after which the user is let in.
+// The classes root is read directly, before the user is given access.
 void testMergedServer(Form42& form, const Place& place, const std::string& key) {
   const std::string value = defaultValueOf(HiveHandle::ClassesRoot, key);
   showKey(form, place, key);
@@ -97,7 +97,7 @@ void begin(Form42& form, const Place& place) {
   showProblems(form, place.categoryRow, 0);
 }
 
-// The first key of the users that holds classes; empty when there is none.
+// The first key of the users that holds classes; empty if there is none.
 std::string firstClassesHive(Form42& form) {
   form.List1.clear();
   fEnumKey(form, users.root, "");

@@ -1,5 +1,5 @@
-// Rows 7 to 10: COM classes whose server file is gone, one scanner for each place where classes are
-// kept. The rows show a sum that runs on from one of them to the next.
+// Rows 7 to 10: COM classes whose server file is missing, one scanner for each place that has
+// classes. The count continues from one row to the next.
 #ifndef ZELVREG_SCANNERS_SERVER_FILES_H
 #define ZELVREG_SCANNERS_SERVER_FILES_H
 
@@ -8,7 +8,7 @@ namespace zelvreg {
 struct Form42;
 
 // The classes root. The user is given access to every server key; a class where that fails is
-// passed over. List1 is left with the classes for the scanner that follows.
+// skipped. List1 keeps the classes for the next scanner.
 void cln7(Form42& form);
 // The current user.
 void cln8(Form42& form);

@@ -22,7 +22,7 @@ constexpr const char* passes[] = {
 };
 
 void testDll(Form42& form, ScannerRun& run, const std::string& name, std::string_view key) {
-  // As a scan always does: no shared DLL stays read-only, hidden or system.
+  // After a scan no shared DLL is read-only, hidden or a system file.
   setArchiveOnly(form, name);
   std::string path = name;
   if (!FileExists(form, GetPath(form, path))) {
@@ -58,7 +58,7 @@ void Command2(Form42& form) {
   ScannerRun run{.fields = FieldsGoTo::NumberedRow};
   for (const char* key : passes) {
     fEnumValue(form, HiveHandle::LocalMachine, key);
-    // The row starts over in the second pass, while its locations are appended.
+    // The second pass counts from the same row, while its locations are appended.
     run.row = nextRow(form);
     testList(form, run, key);
   }

@@ -7,8 +7,8 @@ namespace zelvreg {
 struct Form42;
 
 // Reports each shared DLL whose file is gone, and sets the attributes of those that exist to
-// archive only. The second pass walks the names of the first once more, before its own, and
-// its fields go to the rows from the first one on. Runs to its end once started.
+// archive only. The second pass tests the names of the first again, before its own, and
+// its fields go to the rows from the first one on. Once started, it runs to its end.
 void Command2(Form42& form);
 
 }  // namespace zelvreg

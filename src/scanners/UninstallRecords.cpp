@@ -18,7 +18,7 @@ constexpr std::size_t categoryRow = 13;
 
 enum class Reader { Provider, Direct };
 
-// The record paths come in two spellings: one enumerates, the other is read and reported.
+// The records' paths have two spellings: one is enumerated, the other is read and reported.
 struct Walk {
   HiveHandle root;
   const char* enumeratedKey;
@@ -61,7 +61,7 @@ constexpr Walk wow64Walk{
     .total = TotalIsSaved::AtEachFinding,
 };
 
-// Where the system says where it lies. If it does not, keys are spelt "Windows nt" here.
+// Keys that name the system's folder. If they do not, keys are spelled "Windows nt" here.
 constexpr const char* nativeProbe = "software\\microsoft\\windows\\currentversion";
 constexpr const char* wow64Probe = "software\\Wow6432Node\\microsoft\\windows\\currentversion";
 

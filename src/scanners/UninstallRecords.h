@@ -6,7 +6,7 @@ namespace zelvreg {
 
 struct Form42;
 
-// Report records that hold nothing, and values of records that name a path where nothing is. A list
+// Report records that are empty, and values of records that name a path that does not exist. A list
 // that is missing or empty counts as one record without a name, which is reported.
 
 // The machine's list and the user's. The user is given access to every record.

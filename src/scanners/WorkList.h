@@ -10,12 +10,12 @@
 
 namespace zelvreg {
 
-// The last entry that a walk looks at, counted from the last one of the list. An entry after the
-// list reads as the empty text.
+// The last entry of a walk, counted from the last one of the list. An entry beyond the list is the
+// empty text.
 enum class LastTurn { OneBeforeTheLast = -1, TheLast = 0, OneAfterTheLast = 1 };
 
-// Serves the message queue and calls `turn(index, entry)` for each entry. There is always a first
-// turn, also over an empty list. A click on Cancel ends the walk.
+// Serves the message queue and calls `turn(index, entry)` for each entry, at least once even for an
+// empty list. A click on Cancel ends the walk.
 template <typename Turn>
 void walkEntries(Form42& form, const ListBox& list, LastTurn last, Turn&& turn) {
   int index = 0;

@@ -47,7 +47,7 @@ bool endsName(std::string_view text, std::size_t position) {
 // A number after a dot is a version, as in a folder's name.
 bool holdsLetter(std::string_view text) { return std::ranges::any_of(text, isLetter); }
 
-// Without what stands after a blank that follows the extension at the last dot.
+// Without what follows a blank after the extension at the last dot.
 std::string_view untilBlankAfterLastDot(std::string_view text) {
   const auto dot = text.rfind('.');
   if (dot == std::string_view::npos) {

@@ -1,4 +1,4 @@
-// From a datum that a search has matched to the file path in it, and whether that path is dead.
+// Finds the file path in data that a search has matched, and whether it is dead.
 #ifndef ZELVREG_SEARCH_DEAD_PATH_H
 #define ZELVREG_SEARCH_DEAD_PATH_H
 
@@ -22,20 +22,20 @@ std::string_view betweenFirstQuotes(std::string_view text);
 // A resolved value without quotation marks, and only up to its first comma.
 std::string withoutQuotesAndIndex(std::string_view value);
 
-// Whether a text can be a path to test: with a drive letter, no menu entry with a short cut
-// ("^" before its last one to three characters), no pointer's picture.
+// Whether a text can be a path to test. It has a drive letter, and is neither a menu entry with a
+// short cut ("^" before its last one to three characters) nor the picture of a pointer.
 bool isTestablePath(std::string_view text);
 
 // The program of a command line, without quotation marks: the text up to the first extension of a
-// program that ends there. In a text without one the last dot decides: what stands after a blank
-// that follows the extension at it is cut off. Anything else stays whole.
+// program that ends there. In a text without one the last dot decides: what follows a blank after
+// its extension is cut off. Anything else stays whole.
 std::string_view programOf(std::string_view commandLine);
 
 // Whether drives of this type, as GetDriveTypeW gives it, have removable contents.
 bool comesAndGoes(unsigned driveType);
 
-// Whether neither a file nor a folder is there. Folders on such drives are not judged; a
-// path with a brace is a key's name, not a file's.
+// Whether there is neither a file nor a folder. Folders on removable drives are not judged. A path
+// with a brace is the name of a key, not of a file.
 bool isDeadPath(const Form42& form, const std::string& path);
 
 }  // namespace zelvreg

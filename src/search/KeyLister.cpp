@@ -14,7 +14,7 @@
 namespace zelvreg {
 namespace {
 
-// Whatever the key gives, in the view of the process.
+// Whatever rights the key grants, in the view of the process.
 constexpr REGSAM anyRight = MAXIMUM_ALLOWED;
 // All rights of work and the reading of the access list, in the 64-bit view.
 constexpr REGSAM textAccess = 0x2013F;

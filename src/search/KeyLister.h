@@ -23,8 +23,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// A list that holds this one name tells that nothing was read. A key or a value whose own name is
-// two blanks, standing first, is taken for it.
+// A list with only this name means that nothing was read. A first key or value that really has two
+// blanks as its name is taken for it.
 inline constexpr std::string_view nothingRead = "  ";
 
 // What the listers keep from call to call.
@@ -33,11 +33,11 @@ struct ListerState {
   std::vector<bool> flags;
   // 1 while the first level of a walk is listed: only then is the number of names shown.
   int counter = 0;
-  // Room for the longest name that a value can have; made when first needed.
+  // Room for the longest name that a value can have, allocated when first needed.
   std::vector<char16_t> valueName;
 };
 
-// The names of a key's values with their types, side by side.
+// The names of a key's values, and their types in the same order.
 struct ValueNames {
   std::vector<std::string> names{std::string(nothingRead)};
   std::vector<DWORD> types{REG_NONE};

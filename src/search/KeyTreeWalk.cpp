@@ -35,7 +35,7 @@ std::string pathBelow(const std::string& key, const std::string& name) {
   return key.empty() ? name : key + "\\" + name;
 }
 
-// getIco gives the place of a picture in the list of the form's pictures, from 1.
+// getIco gives the number of a picture in the form's list, from 1.
 std::string_view iconOfType(const Form42& form, DWORD type) {
   const auto place = static_cast<std::size_t>(getIco(static_cast<std::int16_t>(type)));
   const auto& keys = form.ImageList1.keys;

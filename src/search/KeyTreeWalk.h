@@ -27,10 +27,10 @@ struct SearchState {
 std::size_t rowOfSearchCategory(int category);
 
 // Tests names and data below the root from `key` on (empty for all), depth first, subkeys before
-// the key's own values. A matching name is listed as it is: it is nothing dead, has no kind code
-// and does not count as a problem. A matching text is listed when the path in it is dead:
-// `location` is the path, `badValue` the value's name, `subKey` its key, which is what repair asks
-// for. Keys that cannot be opened are skipped.
+// the key's own values. A name that matches is listed as it is: it is not dead, has no kind code,
+// and is not counted as a problem. A text that matches is listed if the path in it is dead.
+// `location` is the path, `badValue` the name of the value, `subKey` its key, as a repair needs
+// them. Keys that cannot be opened are skipped.
 void SearchKeyTree(Form42& form, SearchState& search, const std::string& key);
 
 }  // namespace zelvreg

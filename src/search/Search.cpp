@@ -53,14 +53,14 @@ void applySettings(Form42& form) {
     form.cboRoot.setListIndex(area);
   }
   setMode(form, settingNumber("lastMode", "1"));
-  // A check box knows off, on and grayed; any other number is refused.
+  // A check box can be off, on or grayed; any other number is refused.
   const int matchesCase = settingNumber("lastCase", "1");
   if (matchesCase >= 0 && matchesCase <= 2) {
     form.ChCase.value = matchesCase != 0;
   }
 }
 
-// The entries are compared as they stand, so that a text with capitals is added at each search.
+// The entries are compared as they are, so that a text with capitals is added at each search.
 void keepText(Form42& form) {
   const std::string text = form.cboFind.text();
   const std::string sought = lowerCase(text);

@@ -15,12 +15,12 @@ inline constexpr const char* allRootsName = "My Computer";
 inline constexpr const char* searchSettingsKey =
     "Software\\VB and VBA Program Settings\\MIRE SOFTWARE\\Fix Registry Problems\\Search";
 
-// Fills cboRoot with the roots that have subkeys and cboFind with the stored texts, and sets
-// the stored choices, but always the current user's root and string data.
+// Fills cboRoot with the roots that have subkeys and cboFind with the stored texts, and applies the
+// stored choices. It always chooses the current user's root, and searches data.
 void Command24(Form42& form);
 
-// Whether a text matches that of cboFind, as ChCase and the option that is on say; with none on,
-// nothing does. Serves the queue.
+// Whether a text matches that of cboFind, according to ChCase and the chosen option; without one
+// nothing matches. Serves the queue.
 void VerifyPattern(Form42& form, const std::string& text, bool& matched);
 
 // Searches the root of cboRoot, or all of them, and lists in View2 what matches. Ends early once

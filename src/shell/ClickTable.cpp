@@ -81,7 +81,7 @@ constexpr std::array table{
     Binding{of<&Form42::chameleonButton2>, chameleonButton2_Click},
     Binding{of<&Form42::chameleonButton3>, chameleonButton3_Click},
     Binding{of<&Form42::Check1>, Check1_Click},
-    Binding{of<&Form42::Command21>, Command21_Click},
+    Binding{of<&Form42::Command21>, writeJournal},
     Binding{of<&Form42::Command30>, Command30_Click},
     Binding{of<&Form42::Command31>, Command31_Click},
     // Exclusions.

@@ -6,7 +6,7 @@
 
 #include "form/Form42.h"
 #include "languages/Charset.h"
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/CategoryTable.h"
 #include "scan/ScanDriver.h"

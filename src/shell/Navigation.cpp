@@ -5,7 +5,7 @@
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "form/ProcessEnd.h"
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScanDriver.h"

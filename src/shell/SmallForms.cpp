@@ -10,7 +10,7 @@
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "form/Version.h"
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileSystemObject.h"
 #include "shell/Languages.h"

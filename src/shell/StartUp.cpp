@@ -1,7 +1,7 @@
 #include "shell/StartUp.h"
 
 #include "form/Form42.h"
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 #include "runtime/DateTime.h"
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"

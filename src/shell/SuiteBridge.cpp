@@ -63,7 +63,7 @@ class SharedText {
 
 }  // namespace
 
-void reportToSuite(const Form42& form, const std::string& text) {
+void parentBridge(const Form42& form, const std::string& text) {
   const std::string bytes = codePageBytes(text);
   const SharedText block(bytes);
   HWND window = FindWindowW(nullptr, Wide(suiteTitle).get());
@@ -73,6 +73,6 @@ void reportToSuite(const Form42& form, const std::string& text) {
   SendMessageW(window, countMessage, bytes.size(), reinterpret_cast<LPARAM>(&window));
 }
 
-void Timer2_Timer(Form42& form) { reportToSuite(form, "r|" + rowCountText(form)); }
+void Timer2_Timer(Form42& form) { parentBridge(form, "r|" + rowCountText(form)); }
 
 }  // namespace zelvreg

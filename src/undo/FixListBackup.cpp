@@ -14,7 +14,7 @@
 namespace zelvreg {
 namespace {
 
-// Nothing is quoted. The line's own end is followed by that of the print.
+// Nothing is quoted. The end of the line is followed by that of the print statement.
 std::string lineOf(const Form42& form, std::size_t row) {
   return form.View2.text(row, rootNameColumn) + "," + form.View2.text(row, subKeyColumn) + "," +
          form.View2.text(row, badValueColumn) + "," + form.View2.text(row, locationColumn) +

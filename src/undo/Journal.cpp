@@ -34,10 +34,10 @@ void fillRecord(Form42& form, std::size_t row, std::string& digit) {
 
 }  // namespace
 
-void Command21_Click(Form42& form) {
+void writeJournal(Form42& form) {
   const DateTime now = localDateTime();
   const std::string stamp = dateText(now, ".") + " t " + timeText(now, ".");
-  // The time is read once more for the label, which may lie a second later.
+  // The time is read again for the label, which may be a second later.
   const bool isListed =
       registerUndoEntry(stamp + " " + timeText(localDateTime(), ":"), stamp, form.exportStem);
   std::vector<JournalRecord> records;

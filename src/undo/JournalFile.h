@@ -21,9 +21,9 @@ inline constexpr std::size_t journalRecordSize = 302;
 inline constexpr std::array journalRoots{HiveHandle::LocalMachine, HiveHandle::ClassesRoot,
                                          HiveHandle::CurrentUser, HiveHandle::Users};
 
-// The bytes of a journal whose start is overwritten with these records.
-// Each field is cut on the right to its width in bytes, between two characters, or filled with
-// blanks. The whole file is UTF-8 if one of its texts needs that.
+// The bytes of a journal after these records are written over the start of `before`. Each field is
+// cut on the right to its width in bytes, between two characters, or filled with blanks. The whole
+// file is UTF-8 if one of its texts requires it.
 std::string journalFile(const std::vector<JournalRecord>& records, std::string_view before = {});
 
 // The fields of record `number`, counted from 1, without the blanks around them. What the file no

@@ -23,7 +23,7 @@ std::size_t rowInText3(const Form42& form) {
   return static_cast<std::size_t>(std::max(0.0, leadingNumber(form.Text3.text())));
 }
 
-// A check box knows off, on and grayed; any other number is refused.
+// A check box can be off, on or grayed; any other number is refused.
 void showUndoSetting(Form42& form) {
   const double kept = std::nearbyint(leadingNumber(undoSetting()));
   if (kept >= 0 && kept <= 2) {
@@ -47,8 +47,8 @@ void listJournals(Form42& form) {
   }
 }
 
-// The first entry that the label, read as a pattern, fits; after the last one if none does. The
-// empty text of a number that has no entry may fit as well.
+// The first entry that matches the label as a pattern; the one after the last if none does. The
+// empty text of a number without an entry may match too.
 std::int64_t numberOfLabel(const std::string& label) {
   const std::string pattern = lowerCase(trim(label));
   const auto fits = [&pattern](const std::string& text) {
@@ -97,7 +97,7 @@ void restoreByJournal(Form42& form, const std::string& stem) {
   const std::string path = journalPath(form, stem);
   auto file = readFileText(path);
   if (!file) {
-    // Opening a journal that is gone makes it anew.
+    // Opening a journal that is gone creates it again.
     if (contentToKeep(path)) {
       replaceFileText(path, "", FileReaders::Administrators);
     }

@@ -42,7 +42,8 @@ constexpr std::array<RestoreRule, 7> rules{{
      &JournalRecord::text, false},
     {"13", Root::LocalMachine, &JournalRecord::key, nullptr, "", &JournalRecord::value,
      &JournalRecord::text, false},
-    // Any other kind. What was deleted by its location is restored with name and data exchanged.
+    // Any other kind. A value that was deleted by its location is restored with name and data
+    // exchanged.
     {"", Root::ByHive, &JournalRecord::key, nullptr, "", &JournalRecord::value,
      &JournalRecord::text, false},
 }};
@@ -97,7 +98,7 @@ void restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
   }
 }
 
-// A field that is no number, or is one beyond 16 bits, leaves the one of the record before.
+// A field that is no number, or one beyond 16 bits, leaves the digit of the record before.
 int digitOf(const std::string& field, int before) {
   const double number = std::nearbyint(convertedNumber(field).value_or(before));
   const bool fits = number >= INT16_MIN && number <= INT16_MAX;

@@ -9,8 +9,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// Acts on each record by its kind of two characters. The first record is looked at even in an empty
-// file, which writes nothing. All writes go to the 32-bit view.
+// Restores each record according to its kind of two characters. An empty file counts as one record,
+// which writes nothing. All writes go to the 32-bit view.
 void restoreJournal(Form42& form, std::string_view file);
 
 // How many of its records name a root that is written to.

@@ -58,7 +58,7 @@ std::string undoExportStem(const std::string& label) {
   return readSetting(settings::exports, label);
 }
 
-// Neither another folder nor a stream nor a device can be named by it.
+// It can name neither another folder nor a stream nor a device.
 bool isPlainStem(std::string_view stem) {
   constexpr std::string_view parting = "\\/:*?\"<>|";
   constexpr std::array<std::string_view, 4> devices{"con", "prn", "aux", "nul"};

@@ -1,4 +1,4 @@
-// The list of undo entries, which journals and backups of the fix list share. It lies in the
+// The list of undo entries, which journals and copies of the fix list share. It is in the
 // registry, in the 32-bit view of HKEY_LOCAL_MACHINE, below the key "regscan" of the suite: "cnt"
 // is the highest number used, "dates" names the label of each number, "file" the file's stem
 // of each label, "export" the stem of its safety export.
@@ -21,8 +21,8 @@ bool registerUndoEntry(const std::string& label, const std::string& stem,
 
 // The highest number used, or the highest that 32 bits can hold.
 std::int64_t highestUndoNumber();
-// The numbers of the entries, ascending. None is above the highest number used, which may be far
-// above them. Number 1 is looked at even if none was used.
+// The numbers of the entries, ascending. The highest number used may be far above them. Number 1 is
+// looked up even if none was used.
 std::vector<std::int64_t> undoNumbers();
 // The label as it is stored; blank for a number whose entry was removed.
 std::string undoLabel(std::int64_t number);

@@ -140,7 +140,7 @@ TEST(CommandLine, EachCommandTakesTheSwitchesOfTheSafeguardsThatItMeets) {
   EXPECT_NE(complaint({"scan", "--provider", "other"}), "(none)");
 }
 
-TEST(CommandLine, AChoiceForOneStandsBeforeTheChoiceForAll) {
+TEST(CommandLine, AChoiceForOneComesBeforeTheChoiceForAll) {
   const auto choices =
       parse({"scan", "--as-described", "--provider", "direct"}).options.safeguardChoices;
   ASSERT_EQ(choices.size(), 7U);
@@ -179,7 +179,7 @@ TEST(CommandLine, TextsOfAnyScriptComeInAsTheyWereTyped) {
   }
 }
 
-TEST(CommandLine, BytesThatAreNoTextBecomeOne) {
+TEST(CommandLine, BytesThatAreNoTextBecomeText) {
   EXPECT_EQ(parse({"exclude", "add", "a\xFF"}).options.exclusion, "a\uFFFD");
   EXPECT_EQ(parse({"search", "\xE3\x82"}).options.search.text, "\uFFFD\uFFFD");
 }

@@ -40,7 +40,7 @@ TEST_F(CommandsTest, AScanWithFindingsEndsWithOneUnlessTheCallerWantsZero) {
   EXPECT_EQ(run(), nothingFound);
 }
 
-TEST_F(CommandsTest, JsonAloneStandsOnTheOutputWithAllRowsOfTheResults) {
+TEST_F(CommandsTest, OnlyJsonIsOnTheOutputWithAllRowsOfTheResults) {
   setText(fontsKey, "Grün", "gone.ttf");
   options.format = Format::Json;
   EXPECT_EQ(run(), problemsFound);
@@ -102,7 +102,7 @@ TEST_F(CommandsTest, NoTickedRowIsAMessageOnTheErrorStream) {
             "zelvreg: Please select any item from the list first to perform the test\n");
 }
 
-TEST_F(CommandsTest, WhatHasNoPlaceToBeKeptInIsTold) {
+TEST_F(CommandsTest, WhatCannotBeSavedIsTold) {
   given.homeless = {"HKEY_USERS\\New: is not kept"};
   for (const Command command : {Command::UndoOn, Command::UndoOff}) {
     options.command = command;

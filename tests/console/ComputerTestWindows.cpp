@@ -27,7 +27,7 @@ TEST(RunningComputer, KeepsOthersOutUntilItIsClosed) {
   EXPECT_TRUE(SingleInstance().isFirst());
 }
 
-TEST(RunningComputer, IsListedFromWhoeverIsAtWork) {
+TEST(RunningComputer, ListsWhileAnotherIsAtWork) {
   const SingleInstance window;
   EXPECT_NE(Computer::open({}, Access::Shared), nullptr);
   EXPECT_TRUE(window.isFirst());

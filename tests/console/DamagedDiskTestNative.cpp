@@ -80,7 +80,7 @@ TEST_F(DamagedDiskTest, AnEntryOfAScannedKeyThatLeadsToAnothersKey) {
   isNamedAndNotRepaired("CurrentVersion");
 }
 
-TEST_F(DamagedDiskTest, AValueThatLiesInItsOwnCellIsNotRepairedAndLeavesNothingBehind) {
+TEST_F(DamagedDiskTest, AValueThatLiesInItsOwnCellIsNotRepairedAndLeavesNothing) {
   HiveBytes bytes(disk.read(software));
   const std::size_t key = bytes.all().find("FontsElsewhere") - keyName;
   const std::size_t value = bytes.follow(bytes.follow(key + valueList) + cellHeader);

@@ -162,7 +162,7 @@ class EveryScriptTest : public ::testing::TestWithParam<OtherScript> {
     EXPECT_EQ(reportIn(fixture::latinScript(), report(twin)), rows);
   }
 
-  // As a tuning suite starts the program: what it finds lies in a file for the suite.
+  // As a tuning suite starts the program: what it finds is in a file for the suite.
   void expectSameModes(ScriptedComputer& first, ScriptedComputer& twin) {
     const auto found = [](ScriptedComputer& computer, const OtherScript& written) {
       computer.run({"w4"});
@@ -229,7 +229,7 @@ TEST_P(EveryScriptTest, TheDemoMachineIsTheSameInIt) {
   expectTwins(sourceFolder() + "/demo/machine", "1252");
 }
 
-TEST_P(EveryScriptTest, MachinesMadeAtRandomAreTheSameInIt) {
+TEST_P(EveryScriptTest, RandomMachinesAreTheSameInIt) {
   constexpr std::array pages{"1252", "932", "936", "949", "950", "1251", "1255", "65001"};
   // Each is eight computers here and is compared by every command.
   const std::uint32_t last = fixture::randomMachineCount() / 40;

@@ -53,7 +53,7 @@ TEST_F(FixTest, ToTheLetterEveryRowWithAKindLeavesTheList) {
 
 // Left alone are a startup program whose command the rules cut wrongly, an extension that the user
 // has chosen programs for, and the list of all records;
-// without effect stay two application paths, an empty command and three shared DLLs whose rows bear
+// without effect stay two application paths, an empty command and three shared DLLs whose rows have
 // the key of the other list.
 TEST_F(FixTest, TheCountsTellWhatIsGoneAndWhatIsStillThere) {
   EXPECT_EQ(run({"fix", "--yes", "--json"}), nothingFound);
@@ -152,13 +152,13 @@ TEST_F(FixTest, WithNothingFoundNothingIsWritten) {
   EXPECT_EQ(fs::last_write_time(copy.path() / "registry.reg"), written);
 }
 
-TEST_F(FixTest, ARepairIsListedUndoneByItsExportAndRemoved) {
+TEST_F(FixTest, ARepairIsListedUndoneFromItsExportAndRemoved) {
   const std::string before = content();
   run({"undo", "on"});
   run({"fix", "--yes"});
   EXPECT_NE(content(), before);
   EXPECT_EQ(run({"undo", "list"}), nothingFound);
-  // The copy of the fix list stands in front of the journal, and is not offered.
+  // The copy of the fix list comes before the journal, and is not offered.
   EXPECT_NE(out.str().find("  1  "), std::string::npos) << out.str();
   EXPECT_EQ(out.str().find("  2  "), std::string::npos) << out.str();
   EXPECT_NE(out.str().find("all, from its safety export"), std::string::npos) << out.str();
@@ -223,7 +223,7 @@ TEST_F(FixTest, AnExportThatOthersCouldHaveWrittenIsRefused) {
 TEST_F(FixTest, WithoutTheJournalThatWasAskedForNothingIsRepaired) {
   run({"undo", "on"});
   const std::string before = content();
-  // Its name goes by the clock, which stands.
+  // Its name is the time, and the clock stands still.
   copy.write("machine.ini", copy.read("machine.ini") + "\nnow=2026-01-31T13:45:06\n");
   fs::create_directory(programFolder() / "31.01.2026 t 13.45.06.txt");
   EXPECT_EQ(run({"fix", "--yes"}), failed);
@@ -244,7 +244,7 @@ TEST_F(FixTest, AnExclusionTakesItsFindingsOutOfScanAndFix) {
   EXPECT_EQ(run({"scan", "--only", "mui-cache"}), problemsFound);
 }
 
-TEST_F(FixTest, AnExclusionThatIsWithoutEffectIsAFailure) {
+TEST_F(FixTest, AnExclusionWithoutEffectIsAFailure) {
   const fs::path file = programFolder() / "exregscan.txt";
   for (const char* entry : {"", "  ", "1234567"}) {
     fs::remove(file);

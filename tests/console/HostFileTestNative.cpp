@@ -28,7 +28,7 @@ class HostFileTest : public ::testing::Test {
   const fixture::TemporaryFolder folder;
 };
 
-TEST_F(HostFileTest, AFileIsMadeOrReplacedAndNothingIsLeftBesideIt) {
+TEST_F(HostFileTest, AFileIsCreatedOrReplacedAndNothingIsLeftBesideIt) {
   writeHostFile(path("report"), "a longer text");
   writeHostFile(path("report"), std::string_view("a\r\n\0b", 5));
   EXPECT_EQ(folder.read("report"), std::string("a\r\n\0b", 5));
@@ -52,7 +52,7 @@ TEST_F(HostFileTest, AReplacedFileIsNeverSeenHalf) {
   EXPECT_EQ(folder.read("report"), "new");
 }
 
-TEST_F(HostFileTest, WhatLiesBesideAFileIsNeitherReplacedNorWrittenThrough) {
+TEST_F(HostFileTest, WhatIsBesideAFileIsNeitherReplacedNorWrittenThrough) {
   folder.write("report.new", "mine");
   folder.write("elsewhere", "mine too");
   fs::create_symlink("elsewhere", path("other.new"));

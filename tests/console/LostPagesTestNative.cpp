@@ -50,7 +50,7 @@ TEST_F(LostPagesDeathTest, AHiveThatIsCutShortEndsInOneLineAndWithTwo) {
               "^zelvreg: a file was cut short while it was read.*\n$");
 }
 
-TEST_F(LostPagesDeathTest, AFileThatMayNotGrowIsToldInOneLineAndNothingIsLost) {
+TEST_F(LostPagesDeathTest, AFileThatMayNotGrowEndsInOneLineAndNothingIsLost) {
   const auto files = allFiles();
   EXPECT_EXIT(saveWhereNoFileMayGrow(), ::testing::ExitedWithCode(statusOfRefusal),
               "SOFTWARE cannot be written");

@@ -1,4 +1,4 @@
-// Disks of real computers, where a folder with them is at hand; the Windows program takes no disk.
+// Disks of real computers, if there is a folder with them; the Windows program takes no disk.
 // Their drives are empty, so what a scan finds can be counted in the hives themselves.
 #include <gtest/gtest.h>
 

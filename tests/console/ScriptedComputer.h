@@ -1,5 +1,5 @@
-// A whole computer written in another script, and the commands on it. The emulated computer alone
-// can be made from a folder.
+// A whole computer written in another script, and the commands on it. Only the emulated
+// computer can be created from a folder.
 #ifndef ZELVREG_TESTS_CONSOLE_SCRIPTED_COMPUTER_H
 #define ZELVREG_TESTS_CONSOLE_SCRIPTED_COMPUTER_H
 
@@ -35,7 +35,7 @@ inline void writeFile(const fs::path& path, const std::string& text) {
   std::ofstream(path, std::ios::binary) << text;
 }
 
-// A line of values in the registry editor's format: what stands between quotes is written.
+// A line of values in the registry editor's format: the text between quotes is written.
 inline std::string valueLineIn(const OtherScript& script, std::string_view line) {
   std::string result;
   std::string quoted;

@@ -10,7 +10,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-TEST(ExclusionText, EachLineIsAnEntryInOrderAndTwiceIfItStandsTwice) {
+TEST(ExclusionText, EachLineIsAnEntryInOrderAndTwiceIfItIsThereTwice) {
   EXPECT_EQ(exclusionsIn("HKEY_USERS\\b\r\nHKEY_USERS\\a\r\nHKEY_USERS\\b\r\n"),
             (Texts{"HKEY_USERS\\b", "HKEY_USERS\\a", "HKEY_USERS\\b"}));
 }
@@ -75,7 +75,7 @@ class ExclusionFileTest : public fixture::ComputerFixture {
   [[nodiscard]] std::string content() const { return readFileText(path()).value_or("(none)"); }
 };
 
-TEST_F(ExclusionFileTest, AFileThatIsNotThereHasNoEntriesAndIsNotMade) {
+TEST_F(ExclusionFileTest, AFileThatIsNotThereHasNoEntriesAndIsNotCreated) {
   EXPECT_EQ(readExclusions(form), Texts());
   EXPECT_EQ(content(), "(none)");
 }

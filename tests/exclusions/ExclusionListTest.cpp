@@ -83,7 +83,7 @@ TEST_F(ExclusionListTest, WildcardsWorkWithinTheLengthOfTheEntry) {
 }
 
 TEST_F(ExclusionListTest, ABracketListCountsWithAllItsLetters) {
-  // Up to four letters of the key stand against a list that fits one, unless a star takes the rest.
+  // A list that matches one letter is compared with up to four, unless a star takes the rest.
   EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\[ab]", {"b", "axyz", "c"}), (Texts{"axyz", "c"}));
   EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\[ab]*", {"a1234", "b1234", "c1234"}), (Texts{"c1234"}));
 }

@@ -72,7 +72,7 @@ TEST_P(ExclusionsOfPage, WildcardsWorkWithinAsManyCharactersAsTheEntryHas) {
   writeExclusions(form, {"HKEY_LOCAL_MACHINE\\Software\\サ?バー"});
   Command29(form);
   ASSERT_EQ(form.View2.count(), 2U);
-  // "*" stands for the two characters that the entry has for it.
+  // "*" matches one character here: no more of the key is compared.
   writeExclusions(form, {"HKEY_LOCAL_MACHINE\\SOFTWARE\\СЕРВ*"});
   Command29(form);
   ASSERT_EQ(form.View2.count(), 1U);

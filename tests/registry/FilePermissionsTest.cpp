@@ -1,4 +1,4 @@
-#include "registry/Permissions.h"
+#include "registry/setpermission.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {

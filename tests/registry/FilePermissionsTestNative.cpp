@@ -6,7 +6,7 @@
 
 #include "keys/AccountSids.h"
 #include "machine/Machine.h"
-#include "registry/Permissions.h"
+#include "registry/setpermission.h"
 #include "support/ComputerFixture.h"
 #include "text/Wide.h"
 

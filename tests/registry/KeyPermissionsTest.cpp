@@ -4,7 +4,7 @@
 #include <sddl.h>
 
 #include "keys/AccountSids.h"
-#include "registry/Permissions.h"
+#include "registry/setpermission.h"
 #include "support/ComputerFixture.h"
 #include "text/Wide.h"
 

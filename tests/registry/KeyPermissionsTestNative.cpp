@@ -4,7 +4,7 @@
 #include "keys/OpenKey.h"
 #include "machine/Machine.h"
 #include "machine/registry/Registry.h"
-#include "registry/Permissions.h"
+#include "registry/setpermission.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {

@@ -75,7 +75,7 @@ inline std::vector<ContainerRow> containerRows() {
   return rows;
 }
 
-// Those whose key stands apart in the other view, not below itself.
+// Those whose key is elsewhere in the other view, not below itself.
 inline std::vector<ContainerRow> rowsOfBothViews() {
   std::vector<ContainerRow> rows = containerRows();
   std::erase_if(rows, [](const ContainerRow& row) {

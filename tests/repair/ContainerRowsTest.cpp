@@ -22,7 +22,7 @@ TEST_P(ContainerRowsTest, ARecordWithoutANameTakesNoOther) {
     EXPECT_EQ(storedText(place + "\\ContainerTest\\Below", "x"), "y") << place;
     EXPECT_EQ(storedText(place, "ContainerTest"), "stays") << place;
   }
-  // Nothing of it was there, so nothing can be told to be gone.
+  // None of it was there, so none of it can be gone.
   EXPECT_EQ(form.View2.count(), 1U);
   EXPECT_EQ(form.repairOutcome.refused.empty(), !seeksTheKeyItself());
 }

@@ -14,7 +14,7 @@ class UnprotectedContainerTest : public ContainerRowsFixture {
 
 TEST_P(UnprotectedContainerTest, ItGoesWithAllRecordsInThe64BitView) {
   row.kind.routine(form);
-  // Without a name in front, the path of a key below a record is none: such a record stays.
+  // Without a name before it, the path of a key below a record is none: such a record stays.
   EXPECT_EQ(hasKey(places[0] + "\\ContainerTest"), !seeksTheKeyItself() || row.key.empty());
   // A key right below a root is deleted in the 32-bit view, where CLSID is another; the two others
   // are no keys below another, or hold the views themselves.

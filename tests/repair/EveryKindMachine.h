@@ -21,7 +21,7 @@ class EveryKindMachine {
   // Makes the folder and puts the computer in force.
   EveryKindMachine();
 
-  // The computer anew, as it was at first, unless it was saved: nothing that a run did is kept, the
+  // The computer as it was at first, unless it was saved: nothing that a run did is kept, the
   // program's files included.
   machine::Machine& restart();
   void stop() { started.reset(); }

@@ -1,4 +1,4 @@
-// The emulated computer alone can be made from a folder.
+// Only the emulated computer can be created from a folder.
 #include "repair/EveryKindMachine.h"
 
 #include <unistd.h>

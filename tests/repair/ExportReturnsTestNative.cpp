@@ -38,7 +38,7 @@ const std::vector<std::string> containerLists{
     "O:SYD:(D;CI;KW;;;WD)(A;CI;KA;;;BA)",
 };
 
-// A kind's row, and where its record lies; "#" stands for the record's name.
+// A kind's row, and where its record is; "#" is the record's name.
 struct RecordKind {
   std::string location;
   std::string badValue;

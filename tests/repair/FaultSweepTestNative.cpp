@@ -198,7 +198,7 @@ class FaultSweepTest : public ::testing::Test {
   }
 
   // One session with the faults that are planned for it, judged. How often `call` was made is
-  // noted. The registry is compared behind the scan where that had a fault in it, and the export
+  // noted. The registry is compared after the scan where that had a fault in it, and the export
   // brought back where the repair had one: without a fault the others are all alike.
   void run(Session& session, ApiCall call, const Faults& faults) {
     if (!session.scanRows()) {
@@ -328,7 +328,7 @@ class FaultSweepOfACall : public FaultSweepTest, public ::testing::WithParamInte
  protected:
   const ApiCall call = static_cast<ApiCall>(GetParam());
 
-  // Calls that the safety export, the journal and its entry are made of.
+  // The calls that write the safety export, the journal and its entry.
   [[nodiscard]] bool stopsRepairs() const {
     constexpr std::array calls{ApiCall::RegOpenKey,   ApiCall::RegEnumKey,
                                ApiCall::RegEnumValue, ApiCall::RegGetKeySecurity,

@@ -25,7 +25,7 @@ std::string bytesOf(const fs::path& file) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// Of the files directly in a folder, or of all below it, those that bear their final names: a file
+// Of the files directly in a folder, or of all below it, those that have their final names: a file
 // that is still being written is hidden or ends in ".new".
 template <typename Iterator>
 Files filesIn(const fs::path& folder) {
@@ -146,7 +146,7 @@ TEST_F(KilledRepairTest, ARepairThatIsKilledAnywhereLeavesTheOldComputerOrTheNew
   EXPECT_EQ(seen.size(), 2U);
 }
 
-TEST_F(KilledRepairTest, ExclusionsThatAreWrittenAnewAreTheOldOrTheNewOnes) {
+TEST_F(KilledRepairTest, ExclusionsThatAreWrittenAgainAreTheOldOrTheNewOnes) {
   const std::vector<std::string> few{"HKEY_USERS\\Software\\Nothing"};
   const std::vector<std::string> many(3000, "HKEY_USERS\\Software\\Another");
   std::set<std::size_t> seen;

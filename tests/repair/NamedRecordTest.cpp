@@ -25,7 +25,7 @@ class NamedRecordTest : public GuardFixture {
     }
   }
 
-  // The whole path of what a row names, in lower case; "none" where it names nothing.
+  // The full path of what a row names, in lower case; "none" if it names nothing.
   std::string named(const Finding& finding) {
     ScannerRun run;
     addRow(form, run, finding);
@@ -38,7 +38,7 @@ class NamedRecordTest : public GuardFixture {
   std::string doubt;
 };
 
-TEST_F(NamedRecordTest, AValueIsNamedInItsRootAsItStands) {
+TEST_F(NamedRecordTest, AValueIsNamedInItsRootAsItIs) {
   setText(hkcu + "\\" + vendor, "name", "x");
   EXPECT_EQ(named({"x", "name", "144", hkcu, vendor, ""}),
             "hkey_current_user\\software\\namedrecordtest, value \"name\"");

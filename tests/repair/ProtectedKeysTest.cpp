@@ -7,7 +7,7 @@
 namespace zelvreg {
 namespace {
 
-TEST(ProtectedKeys, EveryKeyThatAScannerWalksIsOne) {
+TEST(ProtectedKeys, EveryKeyThatAScannerWalksIsProtected) {
   for (const auto& [hive, key] : scannedKeys::all) {
     EXPECT_TRUE(isProtectedKey(hive, key)) << key;
     EXPECT_TRUE(isProtectedKey(hive, std::string(key) + "\\")) << key;
@@ -17,7 +17,7 @@ TEST(ProtectedKeys, EveryKeyThatAScannerWalksIsOne) {
   }
 }
 
-TEST(ProtectedKeys, TheRecordsBelowThemAreNone) {
+TEST(ProtectedKeys, ARecordBelowOneIsNotProtected) {
   for (const auto& [hive, key] : scannedKeys::all) {
     EXPECT_FALSE(isProtectedKey(hive, std::string(key) + "\\{record of its own}")) << key;
   }
@@ -31,7 +31,7 @@ struct Path {
   const char* key;
 };
 
-TEST(ProtectedKeys, WhatLiesAboveThemIsOneToo) {
+TEST(ProtectedKeys, AKeyAboveOneIsProtectedToo) {
   for (const auto& [hive, key] :
        {Path{HiveHandle::LocalMachine, ""}, Path{HiveHandle::LocalMachine, "SOFTWARE\\Microsoft"},
         Path{HiveHandle::CurrentUser, ""}, Path{HiveHandle::CurrentUser, "Software\\Classes"},
@@ -61,7 +61,7 @@ TEST(ProtectedKeys, EverySpellingOfAPathIsTheSame) {
   }
 }
 
-TEST(ProtectedKeys, OtherKeysAreFree) {
+TEST(ProtectedKeys, OtherKeysAreNotProtected) {
   for (const auto& [hive, key] :
        {Path{HiveHandle::LocalMachine, "Software\\Vendor"},
         Path{HiveHandle::ClassesRoot, "CLSID\\{1}\\InprocServer32"},

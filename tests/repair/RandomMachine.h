@@ -1,4 +1,4 @@
-// Computers made by chance, on which the same names stand in both views, with both users and in
+// Random computers, on which the same names are in both views, with both users and in
 // lists of the same sort, some of them dead and some in use.
 #ifndef ZELVREG_TESTS_REPAIR_RANDOM_MACHINE_H
 #define ZELVREG_TESTS_REPAIR_RANDOM_MACHINE_H
@@ -11,7 +11,7 @@
 
 namespace zelvreg::fixture {
 
-// What a text refers to on these computers, as whoever made them knows.
+// What a text refers to on these computers, as their maker knows.
 enum class Fate {
   Dead,
   InUse,      // it is there, or nobody can tell from here
@@ -26,7 +26,7 @@ class RandomMachine {
   // Describes the computer; the builder starts it.
   RandomMachine(MachineBuilder& builder, std::uint32_t seed);
 
-  // Of a text that this computer was made with, as its bytes lie in the registry.
+  // Of a text of this computer, by its bytes in the registry.
   [[nodiscard]] Fate fateOf(const std::string& text) const { return fates.at(text); }
 
   static constexpr const char* otherUser = "S-1-5-21-1-1-1-1002";

@@ -1,4 +1,4 @@
-// The emulated computer alone can be made from nothing.
+// Only the emulated computer can be created from nothing.
 #include "repair/RandomMachine.h"
 
 #include <array>

@@ -1,5 +1,5 @@
-// Repairs of computers made by chance, judged by what their findings say and by what whoever made
-// them knows to be in use: nothing here asks the guard. The emulated computer alone can be made
+// Repairs of random computers, judged by what their findings say and by what the maker of these
+// knows to be in use: nothing here asks the guard. Only the emulated computer can be created
 // from nothing.
 #include <iterator>
 #include <utility>
@@ -135,7 +135,7 @@ class Oracle {
   static bool isDirectlyIn(const std::string& name, const std::string& key) {
     return name.find('|') == key.size();
   }
-  // What may lie in a key below one that goes: dead references and blank default values.
+  // What may be in a key below one that goes: dead references and blank default values.
   [[nodiscard]] bool isWorthless(const std::string& name) const {
     return fateOf(name) == Fate::Dead || (name.ends_with('|') && textOf(name).empty());
   }

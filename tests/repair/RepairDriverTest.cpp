@@ -173,7 +173,7 @@ TEST_F(RepairDriverTest, AnEmptyListStillJournalsAndKeepsItsCounters) {
   EXPECT_EQ(form.Label3.caption.get(), "");
 }
 
-TEST_F(RepairDriverTest, NothingIsAskedWhereNobodySits) {
+TEST_F(RepairDriverTest, NothingIsAskedWhereNobodyCanAnswer) {
   for (const auto& [mode, value] : {std::pair{&form.autoMode, 1},
                                     {&form.autoMode, 2},
                                     {&form.recheckMode, 1},

@@ -94,7 +94,7 @@ TEST_F(RepairGuardTest, AServersTextIsNoKeyThatItsRepairMayDelete) {
   EXPECT_TRUE(isLeftAlone(machineClasses + "guardtest\\shell"));
 }
 
-TEST_F(RepairGuardTest, AHelpFoldersTextIsNoneEither) {
+TEST_F(RepairGuardTest, AHelpFoldersTextIsNoKeyEither) {
   setText(machineClasses + "GuardTest\\shell\\HELPDIR", "", "living");
   setText(machineClasses + "TypeLib\\{GuardTest}\\1.0\\HELPDIR", "", "guardtest\\shell");
   repairFound(cln71);
@@ -139,7 +139,7 @@ TEST_F(RepairGuardTest, ACommandWithAHandlerBesideItStays) {
 }
 
 // A shared file's value is named without the blanks around its name, by which nothing is found.
-TEST_F(RepairGuardTest, ARowByWhoseNameNothingIsFoundCountsAsWithoutEffect) {
+TEST_F(RepairGuardTest, ARowWhoseRecordIsNotFoundCountsAsWithoutEffect) {
   add({deadFile, deadFile, "2", "HKEY_LOCAL_MACHINE", windowsKey + "SharedDLLs", ""});
   runRepair(form);
   EXPECT_EQ(form.repairOutcome.gone, 0U);

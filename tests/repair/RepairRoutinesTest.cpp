@@ -167,7 +167,7 @@ TEST_F(RepairRoutinesTest, BothValuesOfASnapInGo) {
   EXPECT_EQ(form.View2.count(), 1U);
 }
 
-TEST_F(RepairRoutinesTest, AJoinedHelpFileIsNamedAsItStands) {
+TEST_F(RepairRoutinesTest, AJoinedHelpFileIsNamedAsItIs) {
   setText(machine, " r.chm", "x");
   setText(machine, "r.chm", "stays");
   add({"x", " r.chm", "56", hklm, key});

@@ -9,7 +9,7 @@ namespace {
 class RepairStepsTest : public RepairStepsFixture {};
 
 // A row with a value that its repair is to delete, and whether it finds it: some kinds take a field
-// as it stands, with the blanks around it.
+// as it is, with the blanks around it.
 struct PaddedRow {
   Finding finding;
   std::string key;
@@ -97,7 +97,7 @@ TEST_F(RepairStepsTest, TheAnswerToTheSystemsCallIsKept) {
   EXPECT_EQ(form.keptStatus, ERROR_SUCCESS);
 }
 
-TEST_F(RepairStepsTest, TheSystemsCallTakesThePathAsItStands) {
+TEST_F(RepairStepsTest, TheSystemsCallTakesThePathAsItIs) {
   makeKey(classes + "\\1.0\\HELPDIR");
   take({"RepairStepsTest none", "", "8", "", " RepairStepsTest\\1.0\\HELPDIR", ""});
   take({"RepairStepsTest none", "", "71", "", " RepairStepsTest\\1.0", ""});

@@ -55,7 +55,7 @@ TEST_F(GrantedKeyTest, EachKindThatDeletesKeysGrantsThemFirst) {
   EXPECT_TRUE(goes(machine, {"", "", "133", "", " SOFTWARE\\RepairStepsTest ", ""}));
 }
 
-TEST_F(GrantedKeyTest, TheUsersNameIsReadAnewForEachRow) {
+TEST_F(GrantedKeyTest, TheUsersNameIsReadAgainForEachRow) {
   auto& environment = zelvreg::machine::Machine::current()->environment();
   const std::string user = userName();
   const Finding row{"", "name", "135", "HKEY_LOCAL_MACHINE", "SOFTWARE\\RepairStepsTest", ""};
@@ -70,7 +70,7 @@ TEST_F(GrantedKeyTest, TheUsersNameIsReadAnewForEachRow) {
   setAccessOfKey(machine, "D:(A;;KA;;;WD)");
 }
 
-TEST_F(GrantedKeyTest, SomeGrantAPathAsItStands) {
+TEST_F(GrantedKeyTest, SomeGrantAPathAsItIs) {
   EXPECT_FALSE(goes(classes, {" RepairStepsTest", "", "7", "", "RepairStepsTest", ""}));
   EXPECT_FALSE(
       goes(classes + "\\HELPDIR", {"RepairStepsTest", "", "71", "", " RepairStepsTest", ""}));
@@ -126,7 +126,7 @@ TEST_F(ClassesStepsTest, ALibraryReferenceGoesInBothViews) {
   EXPECT_TRUE(hasKey(other));
 }
 
-TEST_F(ClassesStepsTest, TheOtherViewIsAskedForTheReferenceAsItStands) {
+TEST_F(ClassesStepsTest, TheOtherViewIsAskedForTheReferenceAsItIs) {
   makeKey(own + "\\TypeLib");
   makeKey(other + "\\TypeLib");
   take({"", "", "72", "", " CLSID\\{RepairStepsTest}\\TypeLib", ""});
@@ -134,7 +134,7 @@ TEST_F(ClassesStepsTest, TheOtherViewIsAskedForTheReferenceAsItStands) {
   EXPECT_TRUE(hasKey(other + "\\TypeLib"));
 }
 
-TEST_F(ClassesStepsTest, TheLastDeleteOfAFileClassIsMadeOnlyIfTheFirstFailed) {
+TEST_F(ClassesStepsTest, TheLastDeleteOfAFileClassRunsOnlyIfTheFirstFailed) {
   auto& faults = machine::Machine::current()->faults();
   for (const bool firstFails : {false, true}) {
     makeKey("HKEY_CURRENT_USER\\Software\\Classes\\RepairStepsTest");

@@ -1,4 +1,4 @@
-// For each kind of row: what its repair takes stands in the export, and importing it undoes the
+// For each kind of row: what its repair takes is in the export, and importing it undoes the
 // repair.
 #include <algorithm>
 

@@ -41,7 +41,7 @@ class SafetyExportTest : public fixture::SafetyExportFixture {
   }
 };
 
-TEST_F(SafetyExportTest, ATreeComesBackBitForBit) {
+TEST_F(SafetyExportTest, ATreeComesBackAsItWas) {
   const std::u16string place = u"Software\\Classes\\SafetyExportTest";
   fixture::setValues(HiveHandle::LocalMachine, place, fixture::unusualValues());
   fixture::setValues(HiveHandle::LocalMachine, place + u"\\Sub\\\x4E2D] [\x0434",
@@ -78,7 +78,7 @@ TEST_F(SafetyExportTest, EachUnusualValueComesBackAlone) {
   EXPECT_TRUE(key.values().value() == before);
 }
 
-TEST_F(SafetyExportTest, AMergedClassIsWrittenWhereItsTwoKeysLie) {
+TEST_F(SafetyExportTest, AMergedClassIsWrittenUnderItsTwoKeys) {
   setText(machineClasses + "SafetyExportTest\\Machine", "m", "x");
   setText(userClasses + "SafetyExportTest\\User", "u", "x");
   addClassRow();
@@ -208,7 +208,7 @@ TEST_F(SafetyExportTest, EachExportHasANameOfItsOwn) {
   EXPECT_EQ(readFileText(exports().back()), first);
 }
 
-TEST_F(SafetyExportTest, AFolderThatCannotBeMadeGivesFalse) {
+TEST_F(SafetyExportTest, AFolderThatCannotBeCreatedGivesFalse) {
   setText("HKEY_LOCAL_MACHINE\\SOFTWARE\\SafetyExportTest", "x", "y");
   addValueRow("x");
   form.programFolder = "C:\\SafetyExportTest\\file";

@@ -1,4 +1,4 @@
-// Links that a user has made. On Windows and in Wine a link is made by a call of its own, which the
+// Links that a user has created. On Windows and in Wine this takes a call of its own, which the
 // program has no use for; here it is a value.
 #include "repair/GuardFixture.h"
 
@@ -19,7 +19,7 @@ class UsersLinkTest : public GuardFixture {
   }
 };
 
-TEST_F(UsersLinkTest, NoValueGoesBehindIt) {
+TEST_F(UsersLinkTest, NoValueGoesThroughIt) {
   setText(target, "plugin", deadFile);
   makeLink(userClasses + "UsersLinkTest");
   add({"x", "plugin", "144", "HKEY_CURRENT_USER", "Software\\Classes\\UsersLinkTest", ""});
@@ -28,7 +28,7 @@ TEST_F(UsersLinkTest, NoValueGoesBehindIt) {
   EXPECT_TRUE(isLeftAlone("HKEY_CURRENT_USER\\Software\\Classes\\UsersLinkTest, value \"plugin\""));
 }
 
-TEST_F(UsersLinkTest, NoKeyGoesBehindIt) {
+TEST_F(UsersLinkTest, NoKeyGoesThroughIt) {
   setText(target + "\\DefaultIcon", "", deadFile);
   makeLink(userClasses + "UsersLinkTest");
   add({"UsersLinkTest", deadFile, "6", "HKEY_CLASSES_ROOT", "\\defaulticon", ""});

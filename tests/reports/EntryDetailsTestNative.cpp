@@ -10,7 +10,7 @@
 namespace zelvreg {
 namespace {
 
-// By its whole path: whatever bears its name beside the program is not started.
+// By its full path: a program of that name beside ours is not started.
 constexpr const char* editor = "\"C:\\Windows\\regedit.exe\"";
 
 using Texts = std::vector<std::string>;

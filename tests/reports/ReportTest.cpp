@@ -19,7 +19,7 @@ class ReportTest : public fixture::ComputerFixture {
     ScannerRun run;
     addRow(form, run, {location, badValue, "2", rootName, subKey, "a"});
   }
-  // The report without its first line, which holds the time, and without its last, the maker's.
+  // The report without its first line, which has the time, and without its last, the maker's.
   std::string middle() {
     const std::string text = reportText(form);
     const auto start = text.find("\r\n") + 2;

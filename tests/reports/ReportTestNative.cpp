@@ -78,7 +78,7 @@ TEST_F(ReportNativeTest, WithoutANameNothingIsWrittenOrOpened) {
   EXPECT_EQ(readFileText(path), "old");
 }
 
-TEST_F(ReportNativeTest, AFileThatCannotBeMadeIsOpenedAnyway) {
+TEST_F(ReportNativeTest, AFileThatCannotBeCreatedIsOpenedAnyway) {
   saveAs("C:\\No such folder\\report.txt");
   EXPECT_EQ(started(), (Texts{"C:\\No such folder\\report.txt"}));
   EXPECT_EQ(readFileText("C:\\No such folder\\report.txt"), std::nullopt);

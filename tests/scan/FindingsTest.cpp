@@ -57,7 +57,7 @@ TEST_F(FindingsTest, TheSameKeyFoundTwiceIsListedTwice) {
   EXPECT_EQ(fixture::findingOf(form, 1), fixture::findingOf(form, 2));
 }
 
-TEST_F(FindingsTest, ARowWhoseIconIsMissingStandsWithoutOne) {
+TEST_F(FindingsTest, ARowWhoseIconIsMissingHasNone) {
   ScannerRun run;
   add(run, "help", "k", "4");
   EXPECT_EQ(form.View2.smallIcon(1), "");

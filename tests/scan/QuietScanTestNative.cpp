@@ -93,7 +93,7 @@ bool isShare(std::string path) {
 
 class QuietScanTest : public ::testing::Test {
  protected:
-  // The computer anew, with texts that lead to shares, and a file that hides from look-ups.
+  // A new computer, with texts that lead to shares, and a file that hides from look-ups.
   void startAnew() {
     machine::Machine& computer = everyKind.restart();
     computer.drives().setRemote(u'Z');
@@ -172,7 +172,7 @@ TEST_F(QuietScanTest, AScanAsksNoShareTouchesNothingAndFindsWhatItWouldFindOther
   EXPECT_EQ(quiet, described);
 }
 
-TEST_F(QuietScanTest, EachIsLiftedByItself) {
+TEST_F(QuietScanTest, EachCanBeLiftedAlone) {
   scanWith({{&Safeguards::touches, true, "--touch"}});
   EXPECT_GT(touches(), 0U);
   EXPECT_FALSE(isShareAsked());
@@ -211,7 +211,7 @@ TEST_F(QuietScanTest, TheSuitesModesAreAsQuiet) {
   }
 }
 
-TEST_F(QuietScanTest, AnInitialisationFileOnAShareIsNone) {
+TEST_F(QuietScanTest, AnInitialisationFileOnAShareIsNotRead) {
   startAnew();
   for (const char* share : shares) {
     EXPECT_EQ(HiveFromShortName(share), HiveHandle::Unknown);

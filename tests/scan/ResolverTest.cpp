@@ -129,7 +129,7 @@ class FirewallPathTest : public ResolverTest {
   }
 };
 
-TEST_F(FirewallPathTest, TheProgramStandsBetweenItsMarkerAndTheNextBar) {
+TEST_F(FirewallPathTest, TheProgramIsBetweenItsMarkerAndTheNextBar) {
   EXPECT_EQ(pathOf("v2.10|Action=Allow|App=C:\\Tools\\A.exe|Name=x|"), "c:\\tools\\a.exe");
 }
 

@@ -13,7 +13,7 @@
 namespace zelvreg {
 namespace {
 
-// The controls that were painted anew.
+// The controls that were painted again.
 class Repaints : public ControlPeer {
  public:
   void changed(const Control& control, Change what, std::size_t /*row*/) override {

@@ -22,7 +22,7 @@ std::string listName(const ::testing::TestParamInfo<bool>& list) {
 }
 INSTANTIATE_TEST_SUITE_P(Lists, ApplicationPathsCompatibilityTest, ::testing::Bool(), listName);
 
-TEST_P(ApplicationPathsCompatibilityTest, AProgramThatIsGoneIsReportedByItsNameAsItStands) {
+TEST_P(ApplicationPathsCompatibilityTest, AProgramThatIsGoneIsReportedByItsNameAsItIs) {
   setText(list, gone, there);
   Command5(form);
   EXPECT_EQ(findings(), Rows{finding(gone)});

@@ -1,4 +1,4 @@
-// The values that stand directly under the keys of Software.
+// The values that are directly under the keys of Software.
 #include "form/Form42.h"
 #include "keys/Deletion.h"
 #include "scanners/ApplicationPathsFixture.h"
@@ -78,7 +78,7 @@ TEST_P(ApplicationPathsSoftwareTest, AMissingFileOfTheSystemFolderIsReported) {
   EXPECT_EQ(findings(), Rows{finding("Program")});
 }
 
-TEST_P(ApplicationPathsSoftwareTest, EachValueIsTestedAndItsNameReportedAsItStands) {
+TEST_P(ApplicationPathsSoftwareTest, EachValueIsTestedAndItsNameReportedAsItIs) {
   setText(key, " a ", gone);
   setText(key, "b", there);
   setText(key, "c", gone);
@@ -99,7 +99,7 @@ TEST_P(ApplicationPathsSoftwareTest, NoAccessIsGranted) {
   EXPECT_FALSE(isGranted(key));
 }
 
-// Values of the keys that hold the others.
+// Values of the keys that contain the others.
 class ApplicationPathsRootsTest : public fixture::ApplicationPathsFixture {
  protected:
   static constexpr const char* value = "ApplicationPathsTest";

@@ -44,7 +44,7 @@ class DefaultIconsTest : public fixture::ScannerFixture {
     return {className, badValue, "6", "HKEY_CLASSES_ROOT", "\\defaulticon", "e"};
   }
 
-  // Those of the classes made here; a real computer has others.
+  // Those of the classes of the test; a real computer has others.
   std::vector<Texts> findings() const {
     std::vector<Texts> rows;
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {

@@ -65,7 +65,7 @@ class FileClassesFixture : public fixture::ScannerFixture {
             "f"};
   }
 
-  // Those of the classes and media types made here; a real computer has other classes.
+  // Those of the classes and media types of the test; a real computer has other classes.
   std::vector<Texts> findings() const {
     std::vector<Texts> rows;
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {

@@ -22,7 +22,7 @@ class FileClassesTest : public FileClassesFixture {
   }
 };
 
-TEST_F(FileClassesTest, OnlyAMissingProgramOnADriveIsReportedAsItStandsInTheCommand) {
+TEST_F(FileClassesTest, OnlyAMissingProgramOnADriveIsReportedAsTheCommandHasIt) {
   struct Case {
     std::string command;
     Texts programs;
@@ -41,7 +41,7 @@ TEST_F(FileClassesTest, OnlyAMissingProgramOnADriveIsReportedAsItStandsInTheComm
       {folder + "%UserName%.exe", {}},
       {folder + "%UserName%gone.exe", {folder + "%UserName%gone.exe"}},
       {"C:\\Windows\\System32\\gone too.exe", {"C:\\Windows\\System32\\gone too.exe"}},
-      // The first of four extensions ends the program, wherever it stands.
+      // The first of four extensions ends the program, wherever it is.
       {"C:\\exefiles\\gone.exe", {}},
       {"C:\\Windows\\System32\\rundll32.exe " + gone, {}},
       {folder + "gone.dll.exe", {}},
@@ -77,7 +77,7 @@ TEST_F(FileClassesTest, OnlyAMissingProgramOnADriveIsReportedAsItStandsInTheComm
   }
 }
 
-// What a command key holds: nothing if there is none.
+// What a command's key contains: nothing if there is none.
 struct CommandKey {
   bool isThere = false;
   std::string command;

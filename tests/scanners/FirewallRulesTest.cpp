@@ -85,7 +85,7 @@ TEST_F(FirewallRulesTest, OnlyAMissingProgramWithAFolderIsReported) {
       {"v2.10|App=C:\\FirewallRulesTest\\There.exe|App=C:\\gone.exe|", false},
       {"", false},
       {"v2", false},
-      // Without an application the text from its fifth character on stands for it.
+      // Without an application the text from its fifth character on is taken for it.
       {"v2.1C:\\FirewallRulesTest\\gone.exe|Name=A|", true},
       {"v2.1C:\\FirewallRulesTest\\There.exe|Name=A|", false},
       // Without a bar after the application there is none.

@@ -1,6 +1,6 @@
 // A computer whose lists of help files and console snap-ins are empty.
 //
-// Value names are chosen so that the order in which they are made is also that of their names.
+// The values are created in the order of their names.
 #ifndef ZELVREG_TESTS_SCANNERS_HELP_FILES_FIXTURE_H
 #define ZELVREG_TESTS_SCANNERS_HELP_FILES_FIXTURE_H
 

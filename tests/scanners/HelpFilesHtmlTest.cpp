@@ -72,7 +72,7 @@ TEST_F(HelpFilesHtmlTest, AFolderIsJoinedOnceWithABackslashAndOnceWithout) {
   }
 }
 
-TEST_F(HelpFilesHtmlTest, AFindingOfTheSecondPassNamesTheFolderAsItStands) {
+TEST_F(HelpFilesHtmlTest, AFindingOfTheSecondPassNamesTheFolderAsItIs) {
   listJoinedFinding("There.chm");
   setText(htmlKey, "There.chm", "C:\\HelpFilesTest\\WHOLE");
   Command7(form);
@@ -196,7 +196,7 @@ TEST_F(HelpFilesHtmlTest, AFileThatIsThereLosesAllAttributesButArchive) {
   EXPECT_EQ(GetFileAttributesW(Wide(file).get()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
-TEST_F(HelpFilesHtmlTest, AttributesAreSetByThePathAsItStandsOnly) {
+TEST_F(HelpFilesHtmlTest, AttributesAreSetByThePathAsItIsOnly) {
   makeReadOnly("C:\\Program Files\\HelpFilesTest\\locked.chm");
   makeReadOnly(folder + "\\prelocked.chm");
   setText(htmlKey, "locked.chm", "%ProgramFiles%\\HelpFilesTest\\", REG_EXPAND_SZ);

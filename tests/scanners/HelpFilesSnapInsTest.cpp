@@ -25,7 +25,7 @@ TEST_F(HelpFilesSnapInsTest, AMissingTopicIsReportedWithItsSnapIn) {
   EXPECT_EQ(form.Text1.text(), "1");
 }
 
-TEST_F(HelpFilesSnapInsTest, ATopicThatIsThereIsNone) {
+TEST_F(HelpFilesSnapInsTest, ATopicThatExistsIsNoFinding) {
   setTopic("FX:{A}", there);
   Command7(form);
   EXPECT_EQ(form.View2.count(), 0U);

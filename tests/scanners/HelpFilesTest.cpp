@@ -23,7 +23,7 @@ TEST_F(HelpFilesTest, TheListOfOldHelpFilesDoesNotScrollToItsFindings) {
   EXPECT_EQ(form.View2.rowInView(), 0U);
 }
 
-TEST_F(HelpFilesTest, AFileThatIsThereIsNoneAndTheCellShowsZero) {
+TEST_F(HelpFilesTest, AFileThatExistsIsNoFindingAndTheCellShowsZero) {
   setText(helpKey, "there.chm", folder);
   form.View2.add("font");
   Command7(form);
@@ -267,7 +267,7 @@ TEST_F(HelpFilesTest, MissingKeysFindNothing) {
   for (const std::string& key : {helpKey, helpNtKey, htmlKey, htmlNtKey, snapInsKey}) {
     removeKey(key);
   }
-  // No snap-in is asked for where there is no list of them.
+  // Without a list no snap-in is asked for.
   EXPECT_EQ(noteWhileScanning([this] { return cell(); }), (Texts{"", "0"}));
   EXPECT_EQ(form.View2.count(), 0U);
   EXPECT_EQ(storedText(countKey, "reg-count"), "(none)");

@@ -29,7 +29,7 @@ TEST_F(LibraryFilesTest, AFileThatIsGoneIsReported) {
   EXPECT_FALSE(form.View2.isChecked(1));
 }
 
-TEST_F(LibraryFilesTest, AFileIsSoughtByItsWholeText) {
+TEST_F(LibraryFilesTest, AFileIsLookedUpByItsWholeText) {
   struct Case {
     std::string file;
     bool isReported;
@@ -76,7 +76,7 @@ TEST_F(LibraryFilesTest, TheFirstNumericVersionAndTheFirstLocaleBelowItAreLooked
       {{"1.0\\409", "1.0\\7"}, "1.0\\409"},
       {{"1.0\\409", "1.0\\FLAGS"}, "1.0\\409"},
       {{"1.0\\FLAGS", "1.0\\HELPDIR"}, "1.0\\FLAGS"},
-      // Without a version the versions stand for the locales, and without those there is none.
+      // Without a version the versions are taken for the locales, and without those there is none.
       {{"c.0\\0", "d.0\\0"}, "\\c.0"},
   };
   for (const Case& tested : cases) {
@@ -122,7 +122,7 @@ TEST_F(LibraryFilesTest, AFileThatIsThereLosesAllAttributesButArchive) {
   EXPECT_EQ(GetFileAttributesW(Wide(there).get()), FILE_ATTRIBUTE_ARCHIVE);
 }
 
-TEST_F(LibraryFilesTest, TheAttributesAreSetByTheTextAsItStands) {
+TEST_F(LibraryFilesTest, TheAttributesAreSetByTheTextAsItIs) {
   SetFileAttributesW(Wide(there).get(), FILE_ATTRIBUTE_READONLY);
   const DWORD before = GetFileAttributesW(Wide(there).get());
   store(nameA, "%SystemDrive%\\TypeLibrariesTest\\There.tlb");

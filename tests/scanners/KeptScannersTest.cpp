@@ -129,7 +129,7 @@ TEST_F(ServerProgramsTest, AClassOfThe32BitViewAloneIsNotListed) {
   EXPECT_TRUE(findings().empty());
 }
 
-TEST_F(ServerProgramsTest, AClassIsSoughtWithoutBlanksAtTheEndOfItsName) {
+TEST_F(ServerProgramsTest, AClassIsLookedUpWithoutBlanksAtTheEndOfItsName) {
   serve(classA + " ", gone);
   Command14(form);
   EXPECT_TRUE(findings().empty());

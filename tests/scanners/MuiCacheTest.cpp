@@ -63,7 +63,7 @@ TEST_F(MuiCacheTest, ANameWithoutADrivePathIsNotTested) {
   EXPECT_EQ(form.View2.count(), 0U);
 }
 
-TEST_F(MuiCacheTest, ADrivePathIsTestedWhereverItStandsInTheName) {
+TEST_F(MuiCacheTest, ADrivePathIsTestedWhereverItIsInTheName) {
   const std::string name = "@" + there + ",-1";
   cache(name);
   MuiCache(form);

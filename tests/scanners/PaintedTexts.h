@@ -1,4 +1,4 @@
-// The texts that a label stood at whenever it was painted anew.
+// The texts of a label each time that it was painted.
 #ifndef ZELVREG_TESTS_SCANNERS_PAINTED_TEXTS_H
 #define ZELVREG_TESTS_SCANNERS_PAINTED_TEXTS_H
 

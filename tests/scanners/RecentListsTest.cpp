@@ -105,7 +105,7 @@ TEST_F(RecentListsTest, TheDefaultValueIsNoFinding) {
   EXPECT_EQ(form.View2.count(), 0U);
 }
 
-TEST_F(RecentListsTest, ANameOfBlanksIsNone) {
+TEST_F(RecentListsTest, ANameOfBlanksIsNotReported) {
   note(typedPaths, "  ");
   MRUhist(form);
   EXPECT_EQ(form.View2.count(), 0U);
@@ -212,7 +212,7 @@ TEST_F(RecentListsTest, AStopLeavesOutSubkeysAndAllValuesButTheFirstOfEachList) 
   EXPECT_EQ(fixture::findingOf(form, 2), finding("0", lastList));
 }
 
-TEST_F(RecentListsTest, TheStatusLineBearsTheCaptionOfTheStartupPrograms) {
+TEST_F(RecentListsTest, TheStatusLineShowsTheCaptionOfTheStartupPrograms) {
   form.ntSpelling = 2;
   MRUhist(form);
   EXPECT_EQ(form.Label4.caption.get(), "Startup programs");

@@ -62,7 +62,7 @@ TEST_F(SharedDllsTest, EntriesOfThe32BitKeyFillTheRowsThatFollow) {
   EXPECT_EQ(fixture::findingOf(form, 3), locationAlone(gone32));
 }
 
-TEST_F(SharedDllsTest, EntriesOfThe32BitKeyAloneStandWholeFromTheFirstPassOn) {
+TEST_F(SharedDllsTest, EntriesOfThe32BitKeyAloneAreWholeFromTheFirstPassOn) {
   setNumber(key32, gone, 1);
   Command2(form);
   ASSERT_EQ(form.View2.count(), 1U);

@@ -75,7 +75,7 @@ class StartupProgramsTest : public fixture::ScannerFixture {
   [[nodiscard]] std::string shownCount() const { return form.View1.text(14, problemsColumn); }
 };
 
-// What holds in each of the four keys.
+// What is true of each of the four keys.
 class StartupProgramsKeyTest : public StartupProgramsTest,
                                public ::testing::WithParamInterface<std::size_t> {
  protected:
@@ -106,7 +106,7 @@ TEST_P(StartupProgramsKeyTest, AProgramThatIsThereIsNot) {
   EXPECT_EQ(findings(), Rows{});
 }
 
-TEST_P(StartupProgramsKeyTest, ANameWithoutAFolderIsTestedAsItStands) {
+TEST_P(StartupProgramsKeyTest, ANameWithoutAFolderIsTestedAsItIs) {
   setText(path, "Tool", "startup programs test.exe /tray");
   runMRU(form);
   EXPECT_EQ(findings(), Rows{finding("Tool")});
@@ -257,7 +257,7 @@ TEST_F(StartupProgramsTest, TheStatusLineNamesTheCategory) {
   EXPECT_EQ(form.Label4.caption.get(), "Startup programs");
 }
 
-TEST_F(StartupProgramsTest, ANewRowStandsAfterTheOthersUntickedAndScrolledIntoView) {
+TEST_F(StartupProgramsTest, ANewRowComesAfterTheOthersUntickedAndScrolledIntoView) {
   setText(pathOf(runKeys[0]), "Tool", gone);
   form.View2.add("font");
   form.Text1.setText("5");

@@ -59,7 +59,7 @@ TEST_P(UninstallRecordsTest, ARecordWithoutAnyValueIsReportedByItsName) {
   EXPECT_EQ(findings(), Rows{shell("Record")});
 }
 
-TEST_P(UninstallRecordsTest, ADefaultValueOfBlanksIsNone) {
+TEST_P(UninstallRecordsTest, ADefaultValueOfBlanksCountsAsMissing) {
   setText(record, "", "   ");
   scan();
   EXPECT_EQ(findings(), Rows{shell("Record")});

@@ -216,7 +216,7 @@ TEST_F(KeyListerTest, ExpandedTextIsCutAtItsTerminator) {
   EXPECT_EQ(CutAtNul(std::string_view("a\0b", 3)), "a");
 }
 
-TEST_F(KeyListerTest, AParentIsWhatStandsBeforeTheLastBackslash) {
+TEST_F(KeyListerTest, AParentIsTheTextBeforeTheLastBackslash) {
   EXPECT_EQ(ParentKeyPath("a\\b\\c"), "a\\b");
   EXPECT_EQ(ParentKeyPath("a\\b\\"), "a\\b");
   EXPECT_EQ(ParentKeyPath("\\a"), "");

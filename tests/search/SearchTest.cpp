@@ -305,7 +305,7 @@ TEST_F(CmdFindTest, TheQueueIsServedAfterEachOfAllRootsAndACancelThereIsTheLast)
   EXPECT_EQ(yields, 4);
 }
 
-TEST_F(CmdFindTest, AnUnknownRootHasNothingToWalk) {
+TEST_F(CmdFindTest, AnUnknownRootHasNoKeys) {
   Form42 none;
   none.ChKeys.value = true;
   none.Option1.value = true;

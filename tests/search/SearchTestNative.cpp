@@ -138,7 +138,7 @@ TEST_F(SearchNativeTest, NamesOf255CharactersAreWalked) {
 }
 
 TEST_F(SearchNativeTest, TheDeepestKeyOfTheRegistryIsReached) {
-  // As deep as the system lets keys be: each is made below the one before.
+  // As deep as the system lets keys be: each is below the one before.
   std::string path = userKey;
   std::string deepest;
   while (hasKey(path) && path.size() < 1100) {

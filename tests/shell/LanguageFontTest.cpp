@@ -1,6 +1,6 @@
 // Which controls get the font of a new language.
 #include "form/Form42.h"
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 #include "shell/Languages.h"
 #include "shell/PressFixture.h"
 

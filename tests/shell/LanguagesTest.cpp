@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 #include "scan/CategoryTable.h"
 #include "shell/Captions.h"
 #include "shell/StartUp.h"

@@ -63,7 +63,7 @@ TEST_F(SuiteBridgeTest, WithoutTheWindowTheProcessEnds) {
 TEST_F(SuiteBridgeTest, ATextThatIsLongerThanTheBlockIsCut) {
   setting("suite", "1");
   start();
-  reportToSuite(form, std::string(300, 'x'));
+  parentBridge(form, std::string(300, 'x'));
   ASSERT_EQ(told().size(), 1U);
   EXPECT_EQ(told()[0], std::string(256, 'x'));
 }
@@ -72,7 +72,7 @@ TEST_F(SuiteBridgeTest, TheTextIsInTheCodePageAndTheNumberCountsItsBytes) {
   setting("suite", "1");
   setting("codepage", "932");
   start();
-  reportToSuite(form, "r|ソ\U0001F600");
+  parentBridge(form, "r|ソ\U0001F600");
   EXPECT_EQ(told(), Texts{"r|\x83\x5C??"});
 }
 

@@ -104,7 +104,7 @@ TEST_F(SuiteBridgeTest, ABlockThatIsTooSmallIsNotTouched) {
   WriteFile(file, "0123456789", 10, &written, nullptr);
   makeBlock(PAGE_READWRITE, 10, file);
   CloseHandle(file);
-  reportToSuite(form, "r|1");
+  parentBridge(form, "r|1");
   EXPECT_EQ(heard, "012");
 }
 

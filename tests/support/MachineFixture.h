@@ -52,7 +52,7 @@ class MachineBuilder {
     home.write(placeOf(path), content);
   }
   void folder(std::string_view path) const { home.makeFolder(placeOf(path)); }
-  // What a file holds now; the empty text if it is not there (its letters' case matters).
+  // The content of a file; the empty text if there is none (the case of its name matters).
   [[nodiscard]] std::string content(std::string_view path) const {
     return home.read(placeOf(path));
   }
@@ -73,7 +73,7 @@ class MachineBuilder {
 
   // The started machine.
   [[nodiscard]] machine::Machine& computer() const { return *startedMachine->machine; }
-  // The folder on this system: registry.reg, machine.ini and the others lie in it.
+  // The folder on this system: it has registry.reg, machine.ini and the others.
   [[nodiscard]] const TemporaryFolder& machineFolder() const { return home; }
 
  private:
@@ -84,7 +84,7 @@ class MachineBuilder {
         : machine(machine::Machine::open(folder)), inForce(*machine) {}
   };
 
-  // "C:\a\b" lies at "C/a/b".
+  // "C:\a\b" is at "C/a/b".
   static std::string placeOf(std::string_view path) {
     std::string place(path.substr(0, 1));
     place += path.substr(2);

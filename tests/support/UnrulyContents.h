@@ -1,4 +1,4 @@
-// What a file may hold that no program has written, or that somebody has written to do harm.
+// What a file may contain that no program has written, or that somebody has written to do harm.
 #ifndef ZELVREG_TESTS_SUPPORT_UNRULY_CONTENTS_H
 #define ZELVREG_TESTS_SUPPORT_UNRULY_CONTENTS_H
 

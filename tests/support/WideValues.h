@@ -20,7 +20,7 @@ namespace zelvreg::fixture {
 
 inline std::vector<BYTE> bytes(std::string_view text) { return {text.begin(), text.end()}; }
 
-// The bytes of a wide text as they lie in memory.
+// The bytes of a wide text in memory.
 std::vector<BYTE> bytes(std::u16string_view text);
 
 // A key with its values and those of all keys below it, in the order of the system.

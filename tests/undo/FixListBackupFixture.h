@@ -1,4 +1,4 @@
-// The copies of the fix list of one test, and the list of undo entries that they stand in.
+// The copies of the fix list of one test, and the list of undo entries that names them.
 #ifndef ZELVREG_TESTS_UNDO_FIX_LIST_BACKUP_FIXTURE_H
 #define ZELVREG_TESTS_UNDO_FIX_LIST_BACKUP_FIXTURE_H
 

@@ -30,7 +30,7 @@ TEST(JournalFile, LongerTextsAreCutOnTheRight) {
   EXPECT_EQ(record.text, std::string(50, 't'));
 }
 
-TEST(JournalFile, ARecordMadeByHandReadsAsOneWrittenHere) {
+TEST(JournalFile, ARecordWrittenByHandReadsAsOneWrittenHere) {
   std::string file(604, ' ');
   file.replace(302, 2, "13");
   file.replace(304, 1, "1");

@@ -41,7 +41,7 @@ TEST_F(JournalTest, TheTickedRowsAreJournalledInTheOrderOfTheList) {
   addRow("HKEY_LOCAL_MACHINE", "2", "left out");
   form.View2.setChecked(2, false);
   addRow("HKEY_CLASSES_ROOT", "166", "last");
-  Command21_Click(form);
+  writeJournal(form);
   const std::string file = newestJournal();
   ASSERT_EQ(file.size(), 604U);
   EXPECT_EQ(file.substr(0, 302), journalFile({{"2", "1", "Software\\Key", "bad value", "first"}}));
@@ -52,7 +52,7 @@ TEST_F(JournalTest, ARootIsADigitAndAnUnknownOneTheDigitOfTheRowBefore) {
   for (const char* root : {"no root", "HKEY_USERS", "no root", "hkey_current_user "}) {
     addRow(root);
   }
-  Command21_Click(form);
+  writeJournal(form);
   const std::string file = newestJournal();
   ASSERT_EQ(file.size(), 4 * journalRecordSize);
   EXPECT_EQ(journalRecordAt(file, 1).hive, "");
@@ -63,7 +63,7 @@ TEST_F(JournalTest, ARootIsADigitAndAnUnknownOneTheDigitOfTheRowBefore) {
 
 TEST_F(JournalTest, EachRunTakesTheNextNumberAndNotesLabelAndStem) {
   setText(settings, "cnt", "41");
-  Command21_Click(form);
+  writeJournal(form);
   EXPECT_EQ(storedText(settings, "cnt"), "42");
   const std::string label = storedText(settings + "\\dates", "42");
   const std::string stem = storedText(settings + "\\file", label);
@@ -76,14 +76,14 @@ TEST_F(JournalTest, EachRunTakesTheNextNumberAndNotesLabelAndStem) {
 TEST_F(JournalTest, ANumberWithoutMeasureEndsAtTheLargestOneAndTheNextFollowsIt) {
   setText(settings, "cnt", "1e300");
   EXPECT_EQ(highestUndoNumber(), 2'147'483'647);
-  Command21_Click(form);
+  writeJournal(form);
   EXPECT_EQ(storedText(settings, "cnt"), "2147483648");
 }
 
-TEST_F(JournalTest, AFolderThatCannotBeWrittenLeavesTheEntryStanding) {
+TEST_F(JournalTest, AFolderThatCannotBeWrittenKeepsTheEntry) {
   form.programFolder = "C:\\JournalTest does not exist";
   addRow("HKEY_LOCAL_MACHINE");
-  Command21_Click(form);
+  writeJournal(form);
   EXPECT_EQ(highestUndoNumber(), 1);
   EXPECT_EQ(newestJournal(), "(none)");
 }

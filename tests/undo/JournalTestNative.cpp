@@ -29,7 +29,7 @@ class JournalsOfASecondTest : public fixture::ComputerFixture {
       addRow(form, run, {location, "bad", "2", "HKEY_LOCAL_MACHINE", "Software\\Key", "a"});
       form.View2.setChecked(form.View2.count(), true);
     }
-    Command21_Click(form);
+    writeJournal(form);
   }
   // The locations in the journal of that stem.
   [[nodiscard]] Texts records(const std::string& stem) const {
@@ -60,7 +60,7 @@ TEST_F(JournalsOfASecondTest, DateAndTimeNameTheFileAndTheEntry) {
   EXPECT_EQ(records(stem), (Texts{"first"}));
 }
 
-TEST_F(JournalsOfASecondTest, TheTimeIsReadAnewForTheLabel) {
+TEST_F(JournalsOfASecondTest, TheTimeIsReadAgainForTheLabel) {
   machine::Machine::current()->clock().advanceAtEachLook(1000);
   journal({"first"});
   const std::string later = stem + " 13:45:07";
@@ -101,7 +101,7 @@ TEST_F(JournalsOfASecondTest, ASecondLaterThereIsANewFile) {
 
 TEST_F(JournalsOfASecondTest, RowsWithoutATickGiveAnEmptyFileAndAnEntry) {
   form.View2.add("unticked");
-  Command21_Click(form);
+  writeJournal(form);
   EXPECT_EQ(readFileText(form.programFolder + "\\" + stem + ".txt"), "");
   EXPECT_EQ(listed(), (Texts{label}));
 }
@@ -111,7 +111,7 @@ TEST_F(JournalsOfASecondTest, EachRowServesTheMessageQueue) {
   form.messages.serveHost = [&turns] { ++turns; };
   form.View2.add("unticked");
   form.View2.add("unticked");
-  Command21_Click(form);
+  writeJournal(form);
   EXPECT_EQ(turns, 2);
 }
 

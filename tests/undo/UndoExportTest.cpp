@@ -148,7 +148,7 @@ TEST_F(UndoExportTest, AStemIsAPlainName) {
   }
 }
 
-TEST_F(UndoExportTest, AStemThatLeadsElsewhereIsNeitherReadNorMadeNorDeleted) {
+TEST_F(UndoExportTest, AStemThatLeadsElsewhereIsNeitherReadNorCreatedNorDeleted) {
   const std::string notes = "C:\\UndoExportTestNotes\\notes.txt";
   const std::string record = journalFile({{"13", "1", "SOFTWARE\\UndoExportTest", "y", "z"}});
   for (const bool isAsDescribed : {false, true}) {

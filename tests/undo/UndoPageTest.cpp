@@ -42,7 +42,7 @@ class UndoPageTest : public fixture::ComputerFixture {
   [[nodiscard]] std::string content(const std::string& stem) const {
     return readFileText(pathOf(stem)).value_or("(none)");
   }
-  // An entry of the list; its file is made unless it is to be missing.
+  // An entry of the list, with its file unless it is to be missing.
   void addEntry(const std::string& number, const std::string& label, const std::string& stem,
                 const std::string& journal, bool isThere = true) {
     setText(settings, "cnt", number);
@@ -109,7 +109,7 @@ TEST_F(UndoPageTest, TheBoxShowsTheOptionThatWasKept) {
   EXPECT_FALSE(form.Check1.value);
 }
 
-TEST_F(UndoPageTest, LabelsStandInTheOrderOfTheirNumbersAndHolesAreSkipped) {
+TEST_F(UndoPageTest, LabelsAreInTheOrderOfTheirNumbersAndGapsAreSkipped) {
   form.View3.add("old");
   setText(settings, "cnt", "11");
   setText(dates, "10", "tenth");

@@ -131,7 +131,7 @@ TEST_F(UndoRestoreTest, ANameAndATextThatWereCutComeBackCut) {
   EXPECT_EQ(storedText(machineKey, std::string(50, 'v')), std::string(50, 't'));
 }
 
-TEST_F(UndoRestoreTest, ADigitThatIsNoneOfThisSizeIsThatOfTheRecordBefore) {
+TEST_F(UndoRestoreTest, ADigitBeyondSixteenBitsIsThatOfTheRecordBefore) {
   const auto record = [](const char* hive, const char* value) {
     return journalFile({{"771", hive, "Software\\UndoRestoreTest", value, "data"}});
   };

@@ -36,7 +36,7 @@ TEST_F(UnrulyJournalTest, WhatItsRecordsWriteIsARegistryThatCanBeSavedAndOpened)
   constexpr std::array hives{"1", "2", "1e300", "&HFFFF", "-1", "\n1", ""};
   std::vector<JournalRecord> records;
   for (int number = 0; number < 3000; ++number) {
-    // A key whose name has a line break is there, but no export can hold it.
+    // There is a key whose name has a line break, which no export can contain.
     const auto field = [&random] {
       return textOfCodePage(
           fixture::randomText(random, random() % 60, "\\/\"[]=@;a.\t \x01\x80\xFF"));

@@ -2,8 +2,8 @@
 //
 // A file has sections "[Form42]" with lines key=value, in the code page that goes with the
 // language's charset (Charset.h), or in UTF-8 with a byte order mark.
-#ifndef ZELVREG_LANGUAGES_LANGUAGE_FILE_H
-#define ZELVREG_LANGUAGES_LANGUAGE_FILE_H
+#ifndef ZELVREG_LANGUAGES_READLANGFILE_H
+#define ZELVREG_LANGUAGES_READLANGFILE_H
 
 #include <string>
 #include <string_view>

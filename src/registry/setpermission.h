@@ -1,6 +1,6 @@
 // Gives the user the rights to read and remove a key or a file. What is changed stays changed.
-#ifndef ZELVREG_REGISTRY_PERMISSIONS_H
-#define ZELVREG_REGISTRY_PERMISSIONS_H
+#ifndef ZELVREG_REGISTRY_SETPERMISSION_H
+#define ZELVREG_REGISTRY_SETPERMISSION_H
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "languages/LanguageFile.h"
+#include "languages/readlangfile.h"
 
 #include "languages/Charset.h"
 #include "support/ComputerFixture.h"

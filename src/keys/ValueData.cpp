@@ -24,9 +24,6 @@ LONG ValueData::read(HKEY key, std::string_view valueName) {
   return status;
 }
 
-std::string ValueData::text() const {
-  const std::u16string_view all = units();
-  return utf8(all.substr(0, all.find(u'\0')));
-}
+std::string ValueData::text() const { return utf8(untilNul(units())); }
 
 }  // namespace zelvreg

@@ -11,9 +11,7 @@ namespace zelvreg {
 namespace {
 
 std::u16string wideTextOf(const WideValue& value) {
-  std::u16string text = unitsOf(value.data);
-  text.resize(std::min(text.find(u'\0'), text.size()));
-  return text;
+  return std::u16string(untilNul(unitsOf(value.data)));
 }
 
 Reference referenceIn(const Form42& form, const WideValue& value) {

@@ -33,8 +33,7 @@ std::optional<std::string> policyText(const Form42& form, const char* name) {
     std::memcpy(&number, data.data(), sizeof(number));
     return decimal(number);
   }
-  const std::u16string_view text(data.data(), size / sizeof(char16_t));
-  return utf8(text.substr(0, text.find(u'\0')));
+  return utf8(untilNul(std::u16string_view(data.data(), size / sizeof(char16_t))));
 }
 
 std::string settingText(const Form42& form, const char* name) {

@@ -28,6 +28,11 @@ constexpr bool isPairAt(std::u16string_view text, std::size_t index) {
   return isHighSurrogate(text[index]) && index + 1 < text.size() && isLowSurrogate(text[index + 1]);
 }
 
+// The text before its first NUL.
+constexpr std::u16string_view untilNul(std::u16string_view text) {
+  return text.substr(0, text.find(u'\0'));
+}
+
 // One character of a UTF-8 text, and how many bytes it takes there.
 struct Utf8Character {
   char32_t code = replacementCharacter;

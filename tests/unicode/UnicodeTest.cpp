@@ -21,6 +21,12 @@ TEST(Unicode, EveryUnitAndEveryCharacterReturns) {
   }
 }
 
+TEST(Unicode, ATextEndsAtItsFirstNul) {
+  EXPECT_EQ(zelvreg::untilNul(std::u16string_view(u"ab\0c\0", 5)), u"ab");
+  EXPECT_EQ(zelvreg::untilNul(std::u16string_view(u"\0a", 2)), u"");
+  EXPECT_EQ(zelvreg::untilNul(std::u16string_view(u"abc")), u"abc");
+}
+
 TEST(Unicode, HalvesOfPairsReturnInAnyOrder) {
   const std::u16string text = u"a\xDC00\xD800z\xD83D\xDE00\xD83D";
   EXPECT_EQ(utf8(text), "a\xED\xB0\x80\xED\xA0\x80z\xF0\x9F\x98\x80\xED\xA0\xBD");

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "unicode/Unicode.h"
+
 namespace zelvreg::machine {
 
 namespace {
@@ -63,7 +65,7 @@ std::u16string_view withoutEnd(std::u16string_view name) {
 bool isSeparator(char16_t unit) { return unit == u'\\' || unit == u'/'; }
 
 PathName parsePath(std::u16string_view text, const PathName& current) {
-  text = text.substr(0, text.find(u'\0'));
+  text = untilNul(text);
   if (text.starts_with(u"\\\\?\\") || text.starts_with(u"\\\\.\\")) {
     text.remove_prefix(4);
     if (!hasDrive(text)) return wrong(ERROR_PATH_NOT_FOUND);

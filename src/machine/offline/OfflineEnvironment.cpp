@@ -41,8 +41,7 @@ std::optional<std::u16string> textOfValue(const RegistryValue& value) {
   if (!text.empty()) {
     std::memcpy(text.data(), value.data, text.size() * sizeof(char16_t));
   }
-  text.resize(std::min(text.size(), text.find(u'\0')));
-  return text;
+  return std::u16string(untilNul(text));
 }
 
 class Builder {

@@ -7,15 +7,11 @@
 #include "machine/base/MachineError.h"
 #include "machine/registry/RegistryWalk.h"
 #include "roots/NameLimits.h"
+#include "roots/Roots.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
-
-constexpr std::u16string_view classesRoot = u"HKEY_CLASSES_ROOT";
-constexpr std::u16string_view currentUser = u"HKEY_CURRENT_USER";
-constexpr std::u16string_view users = u"HKEY_USERS";
-constexpr std::u16string_view currentConfig = u"HKEY_CURRENT_CONFIG";
 
 std::size_t nameEnd(std::u16string_view path, std::size_t begin) {
   return std::min(path.find(u'\\', begin), path.size());
@@ -75,17 +71,17 @@ void RegistryFileCursor::keepCommonSteps(std::u16string_view path) {
 void RegistryFileCursor::openRoot(std::u16string_view path) {
   const std::size_t end = nameEnd(path, 0);
   const std::u16string_view name = path.substr(0, end);
+  const HiveHandle named = rootWithLongName(name);
   std::optional<KeyPlace> root = rootPlace(registry, name, View::Bits64);
-  const bool isCurrentConfig = isSameName(name, currentConfig);
-  if (!root && !isCurrentConfig) {
+  if (!root && named != HiveHandle::CurrentConfig) {
     fail("\"" + utf8(name) + "\" is no root key",
          "use a long name: HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS "
          "or HKEY_CURRENT_CONFIG");
   }
-  if (isSameName(name, classesRoot)) {
+  if (named == HiveHandle::ClassesRoot) {
     return;
   }
-  sawCurrentUser = sawCurrentUser || isSameName(name, currentUser);
+  sawCurrentUser = sawCurrentUser || named == HiveHandle::CurrentUser;
   RegistryKey* key = root ? root->key
                           : makeKey(registry, registry.machineRoot(),
                                     u"SYSTEM\\CurrentControlSet\\Hardware Profiles\\Current");
@@ -100,7 +96,7 @@ RegistryKey& RegistryFileCursor::openInClassesRoot(std::u16string_view path, std
     checkName(path.substr(begin + 1, end - begin - 1));
     begin = end;
   }
-  const std::optional<KeyPlace> root = rootPlace(registry, classesRoot, View::Bits64);
+  const std::optional<KeyPlace> root = rootPlace(registry, HKEY_CLASSES_ROOT, View::Bits64);
   const std::optional<KeyPlace> found = walk(registry, *root, inRoot, View::Bits64);
   if (found) {
     return *shownKey(registry, *found);
@@ -128,7 +124,7 @@ void RegistryFileCursor::noteUser(std::u16string_view path) {
   const std::u16string_view sid = registry.currentUser().name();
   const std::u16string_view name =
       path.substr(steps.front().end + 1, steps.back().end - steps.front().end - 1);
-  if (isSameName(root, users) && isSameName(name.substr(0, sid.size()), sid)) {
+  if (rootWithLongName(root) == HiveHandle::Users && isSameName(name.substr(0, sid.size()), sid)) {
     sawUserBySid = true;
   }
 }

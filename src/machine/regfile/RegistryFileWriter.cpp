@@ -8,6 +8,7 @@
 #include "machine/regfile/NarrowText.h"
 #include "machine/regfile/RegistryFile.h"
 #include "regfile/Writer.h"
+#include "roots/Roots.h"
 #include "roots/ValueTypes.h"
 #include "unicode/Unicode.h"
 
@@ -74,10 +75,10 @@ class RegistryWriter {
 
   void write() {
     if (spellsCurrentUser) {
-      writeKey(registry.currentUser(), u"HKEY_CURRENT_USER");
+      writeKey(registry.currentUser(), std::u16string(wideLongName(HiveHandle::CurrentUser)));
     }
-    writeKey(registry.machineRoot(), u"HKEY_LOCAL_MACHINE");
-    writeKey(registry.usersRoot(), u"HKEY_USERS");
+    writeKey(registry.machineRoot(), std::u16string(wideLongName(HiveHandle::LocalMachine)));
+    writeKey(registry.usersRoot(), std::u16string(wideLongName(HiveHandle::Users)));
     writer.addLine({});
     flushAbove(0);
   }

@@ -5,6 +5,7 @@
 #include "machine/base/CaseFold.h"
 #include "roots/NameLimits.h"
 #include "roots/Roots.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -78,8 +79,7 @@ class Walker {
     std::u16string text(value.dataSize / sizeof(char16_t), u'\0');
     std::copy_n(value.data, text.size() * sizeof(char16_t),
                 reinterpret_cast<std::byte*>(text.data()));
-    text.resize(std::min(text.size(), text.find(u'\0')));
-    std::u16string_view path = text;
+    std::u16string_view path = untilNul(text);
     if (!isSameName(takeComponent(path), u"Registry")) {
       return nullptr;
     }

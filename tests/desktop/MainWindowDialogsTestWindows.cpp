@@ -9,7 +9,7 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-// Acts as the user, once, as soon as a menu or a message box of a window waits for one.
+// Acts as the user, once, as soon as a menu of a window waits for one.
 class User {
  public:
   User(HWND ownerWindow, std::function<void(HWND opened)> acts)
@@ -118,6 +118,35 @@ TEST_F(ResultsTest, AnEntryOfTheirMenuDoesWhatItSays) {
   EXPECT_EQ(clicked, "bcgie") << "nothing was chosen";
 }
 
+// Acts as the user as soon as a message box is ready. Its owner is not told when it waits.
+class BoxReader {
+ public:
+  explicit BoxReader(std::function<void(HWND box)> acts)
+      : act(std::move(acts)),
+        hook(SetWindowsHookExW(WH_CALLWNDPROCRET, procedure, nullptr, GetCurrentThreadId())) {
+    current = this;
+  }
+  BoxReader(const BoxReader&) = delete;
+  BoxReader& operator=(const BoxReader&) = delete;
+  ~BoxReader() {
+    UnhookWindowsHookEx(hook);
+    current = nullptr;
+  }
+
+ private:
+  static LRESULT CALLBACK procedure(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& handled = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
+    if (code == HC_ACTION && handled.message == WM_INITDIALOG) {
+      current->act(handled.hwnd);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+  }
+
+  static inline BoxReader* current = nullptr;
+  std::function<void(HWND box)> act;
+  HHOOK hook;
+};
+
 class MessageTest : public MainWindowTest {
  protected:
   struct Shown {
@@ -132,7 +161,7 @@ class MessageTest : public MainWindowTest {
   // Asks, and answers by the button of that number.
   Shown ask(const UserMessage& message, int answer) {
     Shown shown;
-    const User user(window.hwnd(), [&](HWND box) {
+    const BoxReader reader([&](HWND box) {
       for (const int button : {IDOK, IDCANCEL, IDYES, IDNO}) {
         if (GetDlgItem(box, button) != nullptr) {
           shown.buttons.push_back(button);

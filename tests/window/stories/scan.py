@@ -4,7 +4,7 @@ from driver import findings
 from driver.screen import RESULTS, RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
-FONTS = r"HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts"
+FONTS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\windows\currentversion\fonts"
 REGEDIT = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Applets\Regedit"
 
 

@@ -26,7 +26,7 @@ std::optional<std::u16string> decodeLetters(std::string_view narrow) {
   return wide;
 }
 
-// Writes the statements down, with the lines in which they begin.
+// Writes the statements down, with the lines in which they begin. The bytes must outlive it.
 class Listener : public Receiver {
  public:
   explicit Listener(std::string_view bytes, Nuls nuls = Nuls::Refused)
@@ -116,7 +116,8 @@ TEST(RegfileReader, TheTextOfTheOldFormIsNarrowInItsBytesToo) {
 }
 
 TEST(RegfileReader, AnObjectionIsAFaultOfItsStatement) {
-  Listener listener(version5 + "[K]\n[refused]\n[L]\n");
+  const std::string file = version5 + "[K]\n[refused]\n[L]\n";
+  Listener listener(file);
   EXPECT_EQ(listener.faultText(), "3: nobody wants it");
   EXPECT_EQ(listener.heard, Heard{"2 key K"});
 }

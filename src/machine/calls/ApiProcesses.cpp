@@ -97,18 +97,18 @@ BOOL CreateProcessW(LPCWSTR program, LPWSTR commandLine, const SECURITY_ATTRIBUT
   return TRUE;
 }
 
-HINSTANCE ShellExecuteW(HWND owner, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR folder,
-                        INT showStyle) {
+HINSTANCE ShellExecuteW(HWND window, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters, LPCWSTR folder,
+                        INT show) {
   std::u16string commandLine(textOf(file));
   const std::u16string_view rest = textOf(parameters);
   if (!rest.empty()) commandLine.append(u" ").append(rest);
   if (!start(commandLine)) return nullptr;
-  Machine::current()->requests().opened.push_back({.owner = owner,
+  Machine::current()->requests().opened.push_back({.owner = window,
                                                    .verb = given(verb),
                                                    .file = utf8(textOf(file)),
                                                    .parameters = given(parameters),
                                                    .folder = given(folder),
-                                                   .showStyle = showStyle});
+                                                   .showStyle = show});
   return reinterpret_cast<HINSTANCE>(startedWell);
 }
 

@@ -45,6 +45,17 @@ void showResultsPage(Form42& form) {
   form.Frame3.visible = false;
 }
 
+void openResults(Form42& form) {
+  form.chameleonButton1.enabled = true;
+  form.chameleonButton7.enabled = true;
+  form.orubutton4.enabled = true;
+  showResultsPage(form);
+  form.Label10.caption = readLanguageText(form, "Form42", "Label10") + " " + rowCountText(form);
+  form.chameleonButton11.enabled = true;
+  form.orubutton1.enabled = true;
+  form.Picture1.visible = true;
+}
+
 void closeScanPanel(Form42& form) {
   const bool hasFindings = form.View2.count() > 0;
   form.Text2.setText("0");
@@ -55,14 +66,7 @@ void closeScanPanel(Form42& form) {
     form.chameleonButton9.enabled = true;
     form.orubutton2.enabled = true;
   }
-  form.chameleonButton1.enabled = true;
-  form.chameleonButton7.enabled = true;
-  form.orubutton4.enabled = true;
-  showResultsPage(form);
-  form.Label10.caption = readLanguageText(form, "Form42", "Label10") + " " + rowCountText(form);
-  form.chameleonButton11.enabled = true;
-  form.orubutton1.enabled = true;
-  form.Picture1.visible = true;
+  openResults(form);
   form.Gif89a1.visible = false;
   form.Frame8.visible = false;
   if (hasFindings) {

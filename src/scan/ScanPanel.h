@@ -12,6 +12,9 @@ void openScanPanel(Form42& form);
 // Shows the results page instead of the options page.
 void showResultsPage(Form42& form);
 
+// The results page with its count, and the buttons that work on it.
+void openResults(Form42& form);
+
 // The results page with its counts, and the buttons as they are when no scan runs.
 void closeScanPanel(Form42& form);
 

@@ -5,7 +5,6 @@
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "form/ProcessEnd.h"
-#include "languages/readlangfile.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/ScanDriver.h"
@@ -125,14 +124,7 @@ void View1_DblClick(Form42& form) {
     return;
   }
   enableFindingCommands(form, true);
-  form.chameleonButton1.enabled = true;
-  form.chameleonButton7.enabled = true;
-  form.orubutton4.enabled = true;
-  showResultsPage(form);
-  form.Label10.caption = readLanguageText(form, "Form42", "Label10") + " " + rowCountText(form);
-  form.chameleonButton11.enabled = true;
-  form.orubutton1.enabled = true;
-  form.Picture1.visible = true;
+  openResults(form);
 }
 
 }  // namespace zelvreg

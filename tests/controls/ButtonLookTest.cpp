@@ -6,28 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "controls/ButtonStates.h"
 #include "controls/ButtonStyles.h"
 
 namespace zelvreg::controls {
 namespace {
-
-struct NamedState {
-  std::string name;
-  ButtonState state;
-  bool isEnabled = true;
-  bool isChecked = false;
-};
-
-const std::vector<NamedState> states = {
-    {"normal", {}},
-    {"hovered", {.isHovered = true}},
-    {"pressed", {.isHovered = true, .isPressed = true}},
-    {"focused", {.isFocused = true}},
-    {"disabled", {}, false},
-    {"default", {.isDefault = true}},
-    {"checked", {}, true, true},
-    {"checked and disabled", {}, false, true},
-};
 
 ButtonProperties propertiesOf(std::int32_t style, const NamedState& named) {
   ButtonProperties properties;

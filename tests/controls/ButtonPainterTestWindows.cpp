@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/ButtonStates.h"
 #include "controls/ButtonStyles.h"
 
 namespace zelvreg::controls {
@@ -45,33 +46,17 @@ class ButtonPainter : public ::testing::TestWithParam<int> {
 };
 
 TEST_P(ButtonPainter, NoTwoStylesOrStatesHaveEqualPixels) {
-  struct Look {
-    std::string name;
-    ButtonState state;
-    bool isEnabled = true;
-    bool isChecked = false;
-  };
-  const std::vector<Look> looks = {
-      {"normal", {}},
-      {"hovered", {.isHovered = true}},
-      {"pressed", {.isHovered = true, .isPressed = true}},
-      {"focused", {.isFocused = true}},
-      {"disabled", {}, false},
-      {"default", {.isDefault = true}},
-      {"checked", {}, true, true},
-      {"checked and disabled", {}, false, true},
-  };
   std::map<std::vector<std::uint32_t>, std::string> seen;
   for (std::int32_t style = 1; style <= styleCount; ++style) {
-    for (const Look& look : looks) {
+    for (const NamedState& named : states) {
       ButtonProperties properties;
       properties.ButtonType = style;
       properties.Caption = "&Button";
-      properties.Enabled = look.isEnabled;
-      properties.CheckBoxBehaviour = properties.Value = look.isChecked;
-      const std::string name = std::string(styleOf(style).name) + " " + look.name;
+      properties.Enabled = named.isEnabled;
+      properties.CheckBoxBehaviour = properties.Value = named.isChecked;
+      const std::string name = std::string(styleOf(style).name) + " " + named.name;
       const auto [place, isNew] =
-          seen.emplace(painted(properties, look.state, GetParam()).pixels, name);
+          seen.emplace(painted(properties, named.state, GetParam()).pixels, name);
       EXPECT_TRUE(isNew) << name << " looks like " << place->second;
     }
   }

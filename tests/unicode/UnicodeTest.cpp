@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 using zelvreg::asciiLength;
 using zelvreg::isPlainUtf8;
 using zelvreg::utf16;
@@ -78,4 +80,28 @@ TEST(Unicode, TextOfEveryLengthReturnsWhereverItStopsBeingAscii) {
       ASSERT_EQ(utf16(utf8(text)), text);
     }
   }
+}
+
+TEST(Unicode, SurrogatesAreKnownByTheirNumbers) {
+  for (char32_t unit = 0; unit <= 0xFFFF; ++unit) {
+    const bool isHigh = unit >= 0xD800 && unit < 0xDC00;
+    const bool isLow = unit >= 0xDC00 && unit < 0xE000;
+    ASSERT_EQ(zelvreg::isHighSurrogate(unit), isHigh) << static_cast<unsigned>(unit);
+    ASSERT_EQ(zelvreg::isLowSurrogate(unit), isLow) << static_cast<unsigned>(unit);
+    ASSERT_EQ(zelvreg::isSurrogate(unit), isHigh || isLow) << static_cast<unsigned>(unit);
+  }
+}
+
+TEST(Unicode, OnlyAHighSurrogateBeforeALowOneMakesAPair) {
+  const std::u16string text{u'a',
+                            char16_t{0xDC00},
+                            char16_t{0xD83D},
+                            char16_t{0xD83D},
+                            char16_t{0xDE00},
+                            char16_t{0xD800}};
+  std::vector<bool> pairs;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    pairs.push_back(zelvreg::isPairAt(text, at));
+  }
+  EXPECT_EQ(pairs, (std::vector<bool>{false, false, false, true, false, false}));
 }

@@ -18,6 +18,10 @@ int hexDigit(char16_t unit) {
   return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : -1;
 }
 
+char16_t lowerLetter(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+}
+
 // Takes hexadecimal digits from the start of `text`, at most so many; how many there were.
 std::size_t takeDigits(std::u16string_view& text, std::size_t most, std::uint32_t& number) {
   number = 0;
@@ -234,7 +238,8 @@ void Reader::skipBlanks() {
 }
 
 bool Reader::skip(std::u16string_view word) {
-  if (!rest.starts_with(word)) {
+  // The kinds of data may be written in either case.
+  if (!std::ranges::equal(rest.substr(0, word.size()), word, {}, lowerLetter)) {
     return false;
   }
   rest.remove_prefix(word.size());

@@ -115,6 +115,12 @@ TEST(RegfileReader, TheTextOfTheOldFormIsNarrowInItsBytesToo) {
   EXPECT_EQ(listener.fault->what, "the bytes are no text of the code page");
 }
 
+TEST(RegfileReader, TheKindOfDataMayBeWrittenInEitherCase) {
+  const std::string bytes = version5 + "[K]\r\n\"a\"=DWORD:0000000A\r\n\"b\"=Hex(2):4a,00\r\n";
+  EXPECT_EQ(Listener(bytes).listen(),
+            (Heard{"2 key K", "3 value a 4 10 0 0 0", "4 value b 2 74 0"}));
+}
+
 TEST(RegfileReader, AnObjectionIsAFaultOfItsStatement) {
   const std::string file = version5 + "[K]\n[refused]\n[L]\n";
   Listener listener(file);
@@ -138,7 +144,7 @@ TEST(RegfileReader, AFaultOfSeveralLinesNamesTheOneToMend) {
       {"\"a\"=hex:1,\\\n2,\\\n", "2: the bytes break off; a line must follow the backslash"},
       {"\"a\"=hex:1,\\\nx", "3: a byte is missing or wrong; write two hexadecimal digits"},
       {"\"a\"=\"b\n\xE4\"", "3: a character is not valid in the file's encoding"},
-      {"\"a\"=DWORD:1",
+      {"\"a\"=word:1",
        "2: the data are of no known kind; write \"text\", dword:, hex:, hex(n): or -"},
       {"\"a\"=hex: zz", "2: a byte is missing or wrong; write two hexadecimal digits"}};
   for (const auto& [lines, fault] : faults) {

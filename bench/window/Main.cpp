@@ -4,7 +4,7 @@
 //   scroll CLASS PAGES           how long its longest visible list takes for a page down, drawn
 #include <windows.h>
 
-// These stand on the one before.
+// These need <windows.h> before them.
 #include <commctrl.h>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-// This one stands on the one before.
+// This one needs <windows.h> before it.
 #include <sddl.h>
 
 #include "runtime/SingleInstance.h"

@@ -1,7 +1,7 @@
 // The Windows calls that list, end and start programs. Nothing is ever run: what was asked for is
 // kept for inspection.
 #include <windows.h>
-// Both stand on the one before.
+// Both need <windows.h> before them.
 #include <shellapi.h>
 #include <tlhelp32.h>
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
-// Both stand on the one before.
+// Both need <windows.h> before them.
 #include <shellapi.h>
 #include <tlhelp32.h>
 

@@ -87,6 +87,10 @@ std::string rowCountText(const Form42& form) {
   return decimal(static_cast<std::int64_t>(form.View2.count()));
 }
 
+std::string problemsFoundText(const Form42& form) {
+  return rowCountText(form) + " Problem(s) Found ";
+}
+
 void storeRowCount(Form42& form) { form.Text1.setText(rowCountText(form)); }
 
 void showCaption(Form42& form, std::size_t row) {

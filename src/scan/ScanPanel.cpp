@@ -59,9 +59,9 @@ void openResults(Form42& form) {
 void closeScanPanel(Form42& form) {
   const bool hasFindings = form.View2.count() > 0;
   form.Text2.setText("0");
-  form.Label3.caption = rowCountText(form) + " Problem(s) Found ";
+  form.Label3.caption = problemsFoundText(form);
   form.Label3.refresh();
-  form.Label4.caption = "Total Problems Found";
+  form.Label4.caption = totalProblemsFound;
   if (hasFindings) {
     form.chameleonButton9.enabled = true;
     form.orubutton2.enabled = true;

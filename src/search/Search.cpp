@@ -162,8 +162,8 @@ void cmdFind(Form42& form) {
   } else {
     walkAllRoots(form, search);
   }
-  form.Label3.caption = rowCountText(form) + " Problem(s) Found ";
-  form.Label4.caption = "Total Problems Found";
+  form.Label3.caption = problemsFoundText(form);
+  form.Label4.caption = totalProblemsFound;
 }
 
 }  // namespace zelvreg

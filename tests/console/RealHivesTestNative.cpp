@@ -1,12 +1,13 @@
-// Disks of real computers, if there is a folder with them; the Windows program takes no disk.
+// Real disks; the Windows program takes no disk.
 // Their drives are empty, so what a scan finds can be counted in the hives themselves.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <map>
 #include <sstream>
 
 #include "console/Commands.h"
+#include "machine/RealDisk.h"
+#include "machine/TemporaryFolder.h"
 #include "support/ParsedJson.h"
 
 namespace zelvreg::console {
@@ -29,7 +30,9 @@ class RealHives : public ::testing::Test {
 
   static Counts run(const std::string& disk, const std::vector<const char*>& more,
                     const std::vector<const char*>& command) {
-    const std::string root = std::string(std::getenv("ZELVREG_REAL_HIVES")) + "/" + disk;
+    const fixture::TemporaryFolder copy;
+    fixture::copyRealDisk(disk, copy.path());
+    const std::string root = copy.path();
     std::vector<const char*> arguments{"zelvreg", "--offline", root.c_str()};
     arguments.insert(arguments.end(), more.begin(), more.end());
     arguments.insert(arguments.end(), command.begin(), command.end());
@@ -48,8 +51,8 @@ class RealHives : public ::testing::Test {
   }
 
   void SetUp() override {
-    if (std::getenv("ZELVREG_REAL_HIVES") == nullptr) {
-      GTEST_SKIP() << "ZELVREG_REAL_HIVES names no folder";
+    if (!fixture::hasRealDisks()) {
+      GTEST_SKIP() << "ZELVREG_REAL_HIVES names no folder with real hives";
     }
   }
 };

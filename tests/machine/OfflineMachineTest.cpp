@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <cstdlib>
-
 #include "machine/Machine.h"
+#include "machine/RealDisk.h"
 #include "machine/TemporaryFolder.h"
 #include "machine/base/MachineError.h"
 #include "machine/computer/Environment.h"
@@ -34,10 +33,13 @@ TEST(OfflineMachine, NeedsAFolderWithHives) {
 class RealDiskTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    const char* hives = std::getenv("ZELVREG_REAL_HIVES");
-    if (hives == nullptr) GTEST_SKIP() << "ZELVREG_REAL_HIVES names no folder with real hives";
-    disk.root = std::filesystem::path(hives) / "windows7";
+    if (!fixture::hasRealDisks()) {
+      GTEST_SKIP() << "ZELVREG_REAL_HIVES names no folder with real hives";
+    }
+    fixture::copyRealDisk("windows7", copy.path());
+    disk.root = copy.path();
   }
+  const fixture::TemporaryFolder copy;
   OfflineDisk disk;
 };
 

@@ -1,12 +1,11 @@
-// Saving copies of real disks; they are not part of the project, so the tests run only where the
-// environment variable ZELVREG_REAL_HIVES names the folder that holds them.
+// Saving real disks.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 #include "machine/OfflineDiskFixture.h"
+#include "machine/RealDisk.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -16,7 +15,7 @@ constexpr const char* usrClass = "Users/first/AppData/Local/Microsoft/Windows/Us
 class OfflineSaveRealTest : public OfflineDiskTest {
  protected:
   void SetUp() override {
-    if (std::getenv("ZELVREG_REAL_HIVES") == nullptr) {
+    if (!hasRealDisks()) {
       GTEST_SKIP() << "ZELVREG_REAL_HIVES names no folder with real hives";
     }
   }
@@ -24,12 +23,7 @@ class OfflineSaveRealTest : public OfflineDiskTest {
   // Takes a copy of one of the disks, which may be written. A disk with several users needs the one
   // who is the current one: the order in which their hives are copied says nothing.
   void copyDisk(const char* name, std::optional<std::string> user = {}) {
-    namespace fs = std::filesystem;
-    fs::copy(fs::path(std::getenv("ZELVREG_REAL_HIVES")) / name, disk.path(),
-             fs::copy_options::recursive);
-    for (const auto& entry : fs::recursive_directory_iterator(disk.path())) {
-      fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);
-    }
+    copyRealDisk(name, disk.path());
     currentUser = std::move(user);
     open();
   }

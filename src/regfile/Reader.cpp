@@ -113,7 +113,7 @@ bool Reader::readData() {
   if (rest.starts_with(u'"')) {
     return readText();
   }
-  if (skip(u"dword:")) {
+  if (skipInAnyCase(u"dword:")) {
     std::uint32_t number = 0;
     type = valueTypes::number;
     const bool isRead = readNumber(number);
@@ -121,11 +121,11 @@ bool Reader::readData() {
     data.assign(bytes.begin(), bytes.end());
     return isRead;
   }
-  if (skip(u"hex:")) {
+  if (skipInAnyCase(u"hex:")) {
     type = valueTypes::binary;
     return readBytes();
   }
-  if (skip(u"hex(")) {
+  if (skipInAnyCase(u"hex(")) {
     return readNumber(type) &&
            (skip(u"):") || fail("the type is not closed; write hex(n): and bytes")) &&
            readBytes() && widenText();
@@ -238,8 +238,16 @@ void Reader::skipBlanks() {
 }
 
 bool Reader::skip(std::u16string_view word) {
-  // The kinds of data may be written in either case.
-  if (!std::ranges::equal(rest.substr(0, word.size()), word, {}, lowerLetter)) {
+  if (!rest.starts_with(word)) {
+    return false;
+  }
+  rest.remove_prefix(word.size());
+  return true;
+}
+
+bool Reader::skipInAnyCase(std::u16string_view word) {
+  const std::u16string_view start = rest.substr(0, word.size());
+  if (!std::ranges::equal(start, word, {}, lowerLetter)) {
     return false;
   }
   rest.remove_prefix(word.size());

@@ -71,6 +71,8 @@ class Reader {
   bool nextLine();
   void skipBlanks();
   bool skip(std::u16string_view word);
+  // The same for a word in lower case, which the file may write otherwise.
+  bool skipInAnyCase(std::u16string_view word);
   bool accept(Receiver::Objection objection);
   bool fail(std::string_view what);
   bool failAtStart(std::string_view what);

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "form/Evidence.h"
 #include "form/JournalRecord.h"
 #include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
@@ -262,6 +263,14 @@ struct Form42 {
   std::vector<SafeguardChoice> safeguardChoices;
   // False for a computer that is being repaired from outside: what it says is data, not an order.
   bool obeysComputer = true;
+  // What the second look has found, by the item data of the rows of View2 (evidence/SecondLook.h).
+  // `lookAgain` takes that look; `tickByConfidence` ticks what is at least `leastTicked`.
+  std::vector<Evidence> evidence;
+  EntryPoint lookAgain;
+  EntryPoint tickByConfidence;
+  Confidence leastTicked = Confidence::Likely;
+  // Why much of what a scan has found is implausible, one line each.
+  std::vector<std::string> implausible;
   // The name of the last repair's safety export without folder and ".reg"; empty if it has none.
   std::string exportStem;
   // Whether the last journal and its entry could be written.

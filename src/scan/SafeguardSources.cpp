@@ -117,6 +117,12 @@ bool isSetByPolicy(const Form42& form, const SafeguardRule& rule) {
   return valueByPolicy(form, rule).has_value();
 }
 
+bool isKeptByPolicy(const Form42& form, bool Safeguards::*safeguard) {
+  const SafeguardRule& rule =
+      *std::ranges::find(safeguardRules, safeguard, &SafeguardRule::safeguard);
+  return valueByPolicy(form, rule) == !liftedValue(rule);
+}
+
 bool isLetterSetByPolicy(const Form42& form) { return policyText(form, letterSetting).has_value(); }
 
 bool isLetterInForce(const Form42& form) {

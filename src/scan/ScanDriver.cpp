@@ -163,6 +163,7 @@ void cmd_cancel_Click(Form42& form) {
   form.chameleonButton12.click();
   if (form.View2.count() > 0) {
     form.chameleonButton16.click();
+    form.tickByConfidence.run();
     enableFindingCommands(form, true);
   }
   enableIdleCommands(form, true);

@@ -1,6 +1,7 @@
 // Which click runs which procedure.
 #include <array>
 
+#include "evidence/SecondLook.h"
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "repair/RepairDriver.h"
@@ -59,6 +60,8 @@ constexpr std::array table{
     Binding{of<&Form42::orubutton1>, runScan},
     Binding{of<&Form42::orubutton3>, runScan},
     Binding{of<&Form42::orubutton18>, saveSelectionOf},
+    Binding{of<&Form42::lookAgain>, lookAgain},
+    Binding{of<&Form42::tickByConfidence>, tickByConfidence},
     // The pages.
     Binding{of<&Form42::orubutton4>, orubutton4_Click},
     Binding{of<&Form42::chameleonButton7>, chameleonButton7_Click},

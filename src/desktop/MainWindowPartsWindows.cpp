@@ -167,7 +167,10 @@ void MainWindow::addOptions() {
   }
 }
 
+// Before the lists below them, because the Tab key goes in the order in which windows are made.
 void MainWindow::addSearchControls() {
+  others.push_back(
+      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame1), form.CarefulBox, Tone::Ground));
   HWND where = parentOf(&form.Frame4);
   HWND how = parentOf(&form.Frame5);
   others.push_back(std::make_unique<ComboPeer>(desk, window, form.cboFind));

@@ -86,8 +86,14 @@ constexpr std::array<ReasonRule, reasonCount> rules{{
 }};
 
 constexpr std::array<const char*, 3> confidenceCodes{"unsure", "likely", "sure"};
+constexpr std::array<const char*, 3> confidenceWords{"Unsure", "Likely", "Sure"};  // in English
 
 constexpr const char* section = "Evidence";
+
+std::string textOr(const Form42& form, const char* key, const char* english) {
+  std::string text = readLanguageText(form, section, key);
+  return text.empty() ? std::string(english) : text;
+}
 
 bool has(std::span<const Reason> reasons, Reason reason) {
   return std::ranges::find(reasons, reason) != reasons.end();
@@ -141,11 +147,14 @@ std::string reasonCodes(const Evidence& evidence) {
   return codes;
 }
 
+std::string wordOf(const Form42& form, Confidence confidence) {
+  return textOr(form, codeOf(confidence), confidenceWords[static_cast<std::size_t>(confidence)]);
+}
+
 std::string sentenceOf(const Form42& form, const Evidence& evidence) {
   const ReasonRule& rule =
       ruleOf(evidence.reasons.empty() ? Reason::NotExamined : decisive(evidence.reasons));
-  std::string text = readLanguageText(form, section, rule.code);
-  return text.empty() ? std::string(rule.sentence) : text;
+  return textOr(form, rule.code, rule.sentence);
 }
 
 }  // namespace zelvreg

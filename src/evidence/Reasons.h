@@ -45,6 +45,9 @@ Confidence confidenceOf(std::span<const Reason> reasons);
 // The codes of the reasons, separated by blanks.
 std::string reasonCodes(const Evidence& evidence);
 
+// "Sure", "Likely" or "Unsure", in the language in use.
+std::string wordOf(const Form42& form, Confidence confidence);
+
 // Why, in the language in use: the sentence of the reason that decided.
 std::string sentenceOf(const Form42& form, const Evidence& evidence);
 

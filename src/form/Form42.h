@@ -100,6 +100,8 @@ struct Form42 {
   ListView View1;
   Button chameleonButton21{"Select All"};
   Button chameleonButton22{"Select None"};
+  // One of the safeguards, here because it decides what a scan ticks.
+  CheckBox CarefulBox{"Careful: tick nothing that is unsure"};
   Frame Frame8;
   Picture Gif89a1;
   ProgressBar Bar1;
@@ -117,6 +119,8 @@ struct Form42 {
   Label Label5{"No Entry Selected"};
   Label Label6{"Problem"};
   Label Label7{"Please Select entry from the list to show details"};
+  // How sure it is, and why; empty without a row.
+  Label EvidenceText;
   Picture Image1;
   Picture Image3;
   Button Command28;

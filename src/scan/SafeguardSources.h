@@ -39,6 +39,8 @@ inline constexpr std::array<SafeguardRule, 7> safeguardRules{{
     {&Safeguards::careful, "careful", "0", "1", "--all",
      "tick every finding, also those that cannot be decided or may be in use"},
 }};
+const SafeguardRule& safeguardRule(bool Safeguards::*safeguard);
+
 // The page of the undo options has a box for each but the last two.
 inline constexpr std::size_t safeguardBoxCount = safeguardRules.size() - 2;
 

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <string>
 
+#include "evidence/Reasons.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
 
@@ -52,6 +53,23 @@ TEST(Icons, NoTwoCategoriesShareAPicture) {
       ASSERT_TRUE(first && second);
       EXPECT_FALSE(std::ranges::equal(first->coverage, second->coverage)) << one.icon;
     }
+  }
+}
+
+TEST(Icons, EachConfidenceHasAMarkOfItsOwnShape) {
+  const auto shapeOf = [](Confidence confidence) { return iconShape(codeOf(confidence), 16); };
+  const auto sure = shapeOf(Confidence::Sure);
+  const auto likely = shapeOf(Confidence::Likely);
+  const auto unsure = shapeOf(Confidence::Unsure);
+  ASSERT_TRUE(sure && likely && unsure);
+  constexpr int markedly = 24;
+  for (const auto& [one, other] :
+       {std::pair(*sure, *likely), {*sure, *unsure}, {*likely, *unsure}}) {
+    int different = 0;
+    for (std::size_t pixel = 0; pixel < one.coverage.size(); ++pixel) {
+      different += (one.coverage[pixel] > 127) != (other.coverage[pixel] > 127) ? 1 : 0;
+    }
+    EXPECT_GT(different, markedly);
   }
 }
 

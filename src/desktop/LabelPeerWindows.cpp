@@ -107,15 +107,7 @@ Rgb LabelPeer::textColor() const {
              : controls::fromProperty(told);
 }
 
-int LabelPeer::textWidth() const {
-  const controls::WindowContext context(hwnd());
-  const controls::Selection selected(context.get(), fontInUse());
-  const std::u16string caption = text();
-  SIZE extent{};
-  GetTextExtentPoint32W(context.get(), wideText(caption), static_cast<int>(caption.size()),
-                        &extent);
-  return extent.cx;
-}
+int LabelPeer::textWidth() const { return lineWidth(text(), fontInUse()); }
 
 void LabelPeer::showText() {
   repaint();

@@ -109,12 +109,12 @@ constexpr std::array buttons{
     ButtonPlace{of<&Form42::chameleonButton10>, noFrame, {102, 546, 84, 32}, ButtonRole::Plain, ""},
     ButtonPlace{of<&Form42::chameleonButton21>,
                 in<&Form42::Frame1>,
-                {570, 0, 105, 28},
+                {570, 0, 105, 27},
                 ButtonRole::Plain,
                 ""},
     ButtonPlace{of<&Form42::chameleonButton22>,
                 in<&Form42::Frame1>,
-                {685, 0, 105, 28},
+                {685, 0, 105, 27},
                 ButtonRole::Plain,
                 ""},
     ButtonPlace{of<&Form42::chameleonButton12>,
@@ -211,7 +211,7 @@ void putLists(Form42& form) {
   put(form.View2, {0, 42, page.width, 260});
   put(form.View3, {0, 116, page.width, 290});
   put(form.View4, {0, 36, page.width, 370});
-  put(form.CarefulBox, {490, 28, 300, 20});
+  put(form.CarefulBox, {490, 27, 300, 20});
   put(form.Check1, {0, 36, 600, 22});
   putSafeguardBoxes(form);
   put(form.Bar1, {78, 33, 602, 8});

@@ -169,8 +169,11 @@ void MainWindow::addLists() {
 
 // Before the lists below them, because the Tab key goes in the order in which windows are made.
 void MainWindow::addOptions() {
-  others.push_back(
-      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame1), form.CarefulBox, Tone::Ground));
+  auto ofScan =
+      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame1), form.CarefulBox, Tone::Ground);
+  ofScan->onText = [this] { arrangeLater(); };
+  careful = ofScan.get();
+  others.push_back(std::move(ofScan));
   HWND page = parentOf(&form.Frame3);
   others.push_back(std::make_unique<CheckPeer>(desk, page, form.Check1, Tone::Ground));
   for (CheckBox& box : form.SafeguardBoxes) {

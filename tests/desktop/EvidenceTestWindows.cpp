@@ -202,5 +202,24 @@ TEST_F(EvidenceWindowTest, TheTextsOfEachLanguageFit) {
   }
 }
 
+TEST_F(EvidenceWindowTest, CarefulEndsWhereTheButtonsAboveItEnd) {
+  const auto endOf = [this](const Control& control) {
+    RECT place{};
+    GetWindowRect(windowOf(control, L"Button"), &place);
+    return place.right;
+  };
+  const auto expectFlush = [&] {
+    EXPECT_NEAR(endOf(form.CarefulBox), endOf(form.chameleonButton22), 1);
+  };
+  int width = 0;
+  for (const char* caption : {"Careful", "Careful: longer", "Careful: with more than before"}) {
+    form.CarefulBox.caption = caption;
+    serve();
+    expectFlush();
+    EXPECT_GT(form.CarefulBox.width, width) << caption;
+    width = form.CarefulBox.width;
+  }
+}
+
 }  // namespace
 }  // namespace zelvreg::desktop

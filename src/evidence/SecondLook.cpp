@@ -1,29 +1,138 @@
 #include "evidence/SecondLook.h"
 
+#include <map>
+#include <string>
+#include <unordered_set>
+
+#include "evidence/KindLooks.h"
+#include "evidence/Plausibility.h"
 #include "evidence/Reasons.h"
+#include "evidence/SystemOwner.h"
 #include "form/Form42.h"
+#include "registry/Hives.h"
+#include "registry/SubkeyEnumerators.h"
+#include "runtime/HiveLogs.h"
 #include "scan/Findings.h"
+#include "scan/Resolver.h"
+#include "scan/ScannedKeys.h"
+#include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
 
-Evidence evidenceFor(const Form42& form, std::size_t row) {
-  Evidence evidence;
-  evidence.reasons = {form.View2.text(row, kindCodeColumn).empty() ? Reason::OwnShadowRow
-                                                                   : Reason::Absent};
-  evidence.confidence = confidenceOf(evidence.reasons);
-  return evidence;
+class Look {
+ public:
+  explicit Look(Form42& formInUse) : form(formInUse), texts(sharesOf(formInUse)) {}
+
+  void run() {
+    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+      form.messages.doEvents();
+      // A click on Cancel ends the look, not what it has found.
+      keep(row, isStopAsked(form) ? withReason(Reason::NotExamined) : evidenceFor(row));
+    }
+    weighTogether(form, texts);
+  }
+
+ private:
+  void keep(std::size_t row, Evidence evidence) {
+    evidence.confidence = confidenceOf(evidence.reasons);
+    form.evidence.push_back(std::move(evidence));
+    form.View2.setItemData(row, form.evidence.size());
+  }
+
+  Evidence evidenceFor(std::size_t row) {
+    const KindRule* rule = kindRule(form, row);
+    if (rule == nullptr) {
+      const bool hasKey = !form.View2.text(row, rootNameColumn).empty();
+      return withReason(hasKey ? Reason::NotExamined : Reason::OwnShadowRow);
+    }
+    if (const auto reason = doubtOfRow(row, *rule)) {
+      return withReason(*reason);
+    }
+    LookedAt finding{.form = form,
+                     .row = row,
+                     .entry = entryOf(form, row, rule->code),
+                     .owner = {},
+                     .texts = texts};
+    if (finding.entry.state != EntryIs::There) {
+      return withReason(finding.entry.state == EntryIs::Denied ? Reason::AccessDenied
+                                                               : Reason::EntryGone);
+    }
+    finding.owner = {texts.variables.ownerOf(finding.entry.key), finding.entry.view()};
+    Evidence evidence = rule->look(finding);
+    if (confidenceOf(evidence.reasons) != Confidence::Unsure) {
+      addDoubts(evidence, finding.entry.key);
+    }
+    return evidence;
+  }
+
+  // Rows that name no entry of their own.
+  std::optional<Reason> doubtOfRow(std::size_t row, const KindRule& rule) {
+    constexpr int sharedDll = 2;
+    constexpr int emptyRecord = 133;
+    // The second list of shared DLLs is tested with the names of the first one in it.
+    if (rule.code == sharedDll && !named.insert(form.View2.text(row, locationColumn)).second) {
+      return Reason::OwnShadowRow;
+    }
+    if (rule.code == emptyRecord && trim(form.View2.text(row, badValueColumn)).empty()) {
+      const Entry list = entryOf(form, row, rule.code);
+      return list.state == EntryIs::Gone ? Reason::ListWithoutRecord : Reason::RecordWithoutName;
+    }
+    return std::nullopt;
+  }
+
+  void addDoubts(Evidence& evidence, const TruePlace& key) {
+    if (isOwnedBySystem(key)) {
+      addReason(evidence, Reason::SystemOwned);
+    }
+    if (isBehindLogs(key)) {
+      addReason(evidence, Reason::LogsNotReplayed);
+    }
+  }
+
+  // All keys of one file have the same first names.
+  bool isBehindLogs(const TruePlace& key) {
+    const auto first = key.path.find(u'\\');
+    const bool isUsers = key.hive == HiveHandle::CurrentUser;
+    std::u16string start = key.path.substr(0, first);
+    if (isUsers && isSameName(key.path.substr(0, userClasses.size()), userClasses)) {
+      start = userClasses;
+    }
+    const auto [entry, isNew] =
+        behindLogs.try_emplace(TruePlace{key.hive, start}.fullPath(), false);
+    if (isNew) {
+      entry->second = isBehindItsLogs(utf8(entry->first));
+    }
+    return entry->second;
+  }
+
+  const std::u16string userClasses = u"Software\\Classes";
+
+  Form42& form;
+  TextLook texts;
+  std::unordered_set<std::string> named;
+  std::map<std::u16string, bool> behindLogs;
+};
+
+void tellImplausible(const Form42& form) {
+  std::string text;
+  for (const std::string& line : form.implausible) {
+    text += (text.empty() ? "This is implausible: " : "; ") + line;
+  }
+  if (!text.empty()) {
+    form.dialogs.tell(text + ".", MessageIcon::Exclamation);
+  }
 }
 
 }  // namespace
 
 void lookAgain(Form42& form) {
   form.evidence.clear();
-  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    form.messages.doEvents();
-    form.evidence.push_back(evidenceFor(form, row));
-    form.View2.setItemData(row, form.evidence.size());
-  }
+  form.implausible.clear();
+  form.Text2.setText("1");
+  Look(form).run();
+  tellImplausible(form);
 }
 
 const Evidence* evidenceOf(const Form42& form, std::size_t row) {

@@ -239,6 +239,9 @@ struct Form42 {
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
+  // How many files the scanners have asked for, and how many of them in each category (by its row).
+  std::size_t filesAsked = 0;
+  std::array<std::size_t, 17> filesAskedIn{};
 
   // The category of a search's findings: 1 classes, 2 settings of the current user, 3 of all users,
   // 4 of the computer, any other number none.

@@ -1,9 +1,9 @@
 #include "repair/NamedRecord.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
+#include "evidence/OwnerVariables.h"
 #include "form/Form42.h"
 #include "keys/RootHandles.h"
 #include "keys/Variant.h"
@@ -18,22 +18,6 @@
 namespace zelvreg {
 namespace {
 
-// Variables that are the same for every user of a computer, in lower case.
-constexpr std::array<std::string_view, 14> commonVariables{"windir",
-                                                           "systemroot",
-                                                           "systemdrive",
-                                                           "programfiles",
-                                                           "programfiles(x86)",
-                                                           "programw6432",
-                                                           "commonprogramfiles",
-                                                           "commonprogramfiles(x86)",
-                                                           "commonprogramw6432",
-                                                           "programdata",
-                                                           "allusersprofile",
-                                                           "public",
-                                                           "comspec",
-                                                           "driverdata"};
-
 std::string textOfValue(const RegistryState& registry, const RecordPlace& place) {
   const auto value = registry.value(place.key, place.value.value_or(u""));
   return value ? std::string(untilNul(textOf(Variant(value->data)))) : std::string();
@@ -43,7 +27,7 @@ std::string textOfValue(const RegistryState& registry, const RecordPlace& place)
 bool holdsUsersVariable(const std::string& text) {
   const auto parts = split(text, "%");
   for (std::size_t index = 1; index + 1 < parts.size(); index += 2) {
-    if (std::ranges::find(commonVariables, lowerCase(parts[index])) == commonVariables.end()) {
+    if (!isCommonVariable(parts[index])) {
       return true;
     }
   }
@@ -77,7 +61,9 @@ bool namesNoLostProgram(Form42& form, std::string rule) {
 
 std::string doubtOf(Form42& form, const RegistryState& registry, const RecordPlace& place,
                     Doubt doubt) {
-  const bool isTextJudged = doubt == Doubt::ThereByNow || doubt == Doubt::OthersVariables;
+  // A class of the current user has the code of a rule.
+  const bool isTextJudged = doubt == Doubt::ThereByNow || doubt == Doubt::OthersVariables ||
+                            (doubt == Doubt::RuleBefore && !isFirewallRule(place.key));
   if (isTextJudged && isFoundNow(form, textOfValue(registry, place))) {
     return "what it refers to is there";
   }
@@ -163,7 +149,7 @@ bool isSameRecord(const RecordPlace& first, const RecordPlace& second) {
 std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& registry, std::size_t row,
                                        const RepairKind& kind) {
   const Seeker seeker(form, registry, row);
-  for (const NamedPlace& named : namedPlaces(form, row, kind)) {
+  for (const NamedPlace& named : namedPlaces(form, row, kind.code)) {
     if (const auto place = seeker.seek(named)) {
       return NamedRecord{.names = named.names,
                          .place = *place,

@@ -1,4 +1,4 @@
-#include "repair/TruePlaces.h"
+#include "evidence/TruePlaces.h"
 
 #include <algorithm>
 #include <optional>
@@ -128,6 +128,10 @@ std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, V
 
 std::u16string currentUserKey() {
   return utf16UntilNul(sidText(lookUpSid(environmentVariable("UserName"))));
+}
+
+TruePlace below(const TruePlace& key, const std::u16string& name) {
+  return {key.hive, key.path.empty() ? name : key.path + u"\\" + name};
 }
 
 bool isSameKey(const TruePlace& first, const TruePlace& second) {

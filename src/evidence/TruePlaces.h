@@ -1,7 +1,7 @@
 // Where keys really are: what the views and the merged classes root show at one path, as paths of
 // the 64-bit view, in the registry's own spelling.
-#ifndef ZELVREG_REPAIR_TRUE_PLACES_H
-#define ZELVREG_REPAIR_TRUE_PLACES_H
+#ifndef ZELVREG_EVIDENCE_TRUE_PLACES_H
+#define ZELVREG_EVIDENCE_TRUE_PLACES_H
 
 #include <cstdint>
 #include <map>
@@ -34,6 +34,9 @@ enum class Views : std::uint8_t { True, Own, Both };
 // The name of the current user's key below HKEY_USERS; empty if it cannot be found out. The key of
 // the user's classes has this name followed by "_Classes".
 [[nodiscard]] std::u16string currentUserKey();
+
+// The place of a subkey.
+[[nodiscard]] TruePlace below(const TruePlace& key, const std::u16string& name);
 
 // Whether two places are the same key. Case does not count.
 [[nodiscard]] bool isSameKey(const TruePlace& first, const TruePlace& second);

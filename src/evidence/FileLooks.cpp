@@ -1,0 +1,230 @@
+// The second look at entries that name a file (KindLooks.h).
+#include <algorithm>
+#include <array>
+
+#include "evidence/KindLooks.h"
+#include "form/Form42.h"
+#include "scan/Findings.h"
+#include "scan/ScannedKeys.h"
+#include "text/Text.h"
+#include "text/Wide.h"
+
+namespace zelvreg::looks {
+namespace {
+
+Evidence lookAt(const LookedAt& finding, const std::string& text, Reading reading) {
+  return finding.texts.at(text, finding.owner, reading);
+}
+
+// The folder of Windows in the way that a text of the registry would name it.
+std::string inWindows(const std::string& rest) { return "%SystemRoot%\\" + rest; }
+
+std::string nameOf(const Entry& entry) { return utf8(entry.name.value_or(u"")); }
+
+bool endsWith(const std::string& text, const std::string& end) {
+  return lowerCase(text).ends_with(lowerCase(end));
+}
+
+// A list of texts beside the default value is the installer's: it installs the file when the class
+// is first used.
+bool isAdvertised(const Entry& entry, const std::u16string& name) {
+  return typeBeside(entry, name) == static_cast<DWORD>(REG_MULTI_SZ);
+}
+
+// Adds a reason to what was not found; what was found stays as it is.
+Evidence unless(Evidence evidence, Reason reason) {
+  if (!isFound(evidence)) {
+    addReason(evidence, reason);
+  }
+  return evidence;
+}
+
+// Whether a text begins like a path or a command, and does not only mention one.
+bool beginsLikePath(const std::string& text) {
+  const std::string plain = lowerCase(trim(text));
+  const auto colon = plain.find(":\\");
+  const std::string before = plain.substr(0, colon);
+  constexpr std::string_view beginsPath = "\"%\\/@{";
+  return colon == 1 || beginsPath.find(plain.empty() ? ' ' : plain.front()) != std::string::npos ||
+         contains(before, ".exe") || launchTarget(commandParts(plain).program, "x").has_value() ||
+         plain.starts_with("file:");
+}
+
+}  // namespace
+
+// The file lies in the folder of fonts, unless its path says otherwise.
+Evidence font(const LookedAt& finding) {
+  const std::string& file = finding.entry.text;
+  if (trim(file).empty()) {
+    return withReason(Reason::NoText);
+  }
+  const bool isWholePath = file.find_first_of(":%") != std::string::npos;
+  if (isWholePath) {
+    return lookAt(finding, file, Reading::File);
+  }
+  return finding.texts.atAny({inWindows("Fonts\\" + file), inWindows("System32\\" + file)},
+                             finding.owner, Reading::File);
+}
+
+Evidence sharedDll(const LookedAt& finding) {
+  Evidence evidence = lookAt(finding, finding.cell(locationColumn), Reading::File);
+  const WideKey key(finding.entry.key.hive, finding.entry.key.path, KEY_QUERY_VALUE);
+  const auto count = key.isOpen() && finding.entry.name ? key.value(*finding.entry.name)
+                                                        : std::optional<WideValue>();
+  const bool isCounted = count && count->type == REG_DWORD && !count->data.empty();
+  const bool isShared = isCounted && (count->data.front() > 1 || count->data[1] > 0);
+  return isShared ? unless(std::move(evidence), Reason::SharedCount) : evidence;
+}
+
+// The path of a program, a name that is itself a path, or a value of a program's own key.
+Evidence applicationPath(const LookedAt& finding) {
+  const std::string& subKey = finding.cell(subKeyColumn);
+  if (subKey == scannedKeys::compatibilityStore || subKey == scannedKeys::compatibilityLayers) {
+    return lookAt(finding, nameOf(finding.entry), Reading::Command);
+  }
+  return endsWith(subKey, "\\App Paths") ? lookAt(finding, finding.entry.text, Reading::Command)
+                                         : recordValue(finding);
+}
+
+// The value names the folder, and the name of the value is the file.
+Evidence helpFile(const LookedAt& finding) {
+  const std::string& folder = finding.entry.text;
+  const std::string file = nameOf(finding.entry);
+  if (trim(folder).empty()) {
+    return withReason(Reason::NoText);
+  }
+  Evidence evidence = finding.texts.atAny({folder + "\\" + file, inWindows("Help\\" + file)},
+                                          finding.owner, Reading::File);
+  if (isFound(evidence)) {
+    return evidence;
+  }
+  // The folder may be the whole path already, or only lack its separator.
+  const std::vector<std::string> others{folder, folder + file};
+  Evidence other = finding.texts.atAny(others, finding.owner, Reading::File);
+  if (isFound(other)) {
+    other.reasons = {Reason::FoundInsideText};
+    return other;
+  }
+  return evidence;
+}
+
+Evidence helpTopic(const LookedAt& finding) {
+  std::vector<std::string> topics;
+  for (const std::string_view topic : split(finding.entry.text, ";")) {
+    topics.emplace_back(topic);
+  }
+  Evidence evidence = finding.texts.atAny(topics, finding.owner, Reading::File);
+  return topics.empty() ? withReason(Reason::NoText) : evidence;
+}
+
+// "%1" stands for the file itself.
+Evidence icon(const LookedAt& finding) {
+  const std::string text = replaceAll(finding.entry.text, "\"", "");
+  return trim(text).starts_with("%1") ? withReason(Reason::NotAPath)
+                                      : lookAt(finding, finding.entry.text, Reading::Library);
+}
+
+Evidence command(const LookedAt& finding) {
+  Evidence evidence = lookAt(finding, finding.entry.text, Reading::Command);
+  if (isFound(evidence)) {
+    return evidence;
+  }
+  if (isAdvertised(finding.entry, u"command")) {
+    addReason(evidence, Reason::InstallerOnDemand);
+  }
+  const KeyContent verb = contentOf(parentOf(finding.entry.key));
+  if (typeBeside(finding.entry, u"DelegateExecute") || verb.hasSubkey(u"DropTarget")) {
+    addReason(evidence, Reason::OtherHandler);
+  }
+  if (lowerCase(finding.cell(locationColumn)).starts_with("appx")) {
+    addReason(evidence, Reason::PackagedApp);
+  }
+  return evidence;
+}
+
+// A class that runs in another library, by the path of its own code.
+Evidence server(const LookedAt& finding) {
+  Evidence evidence = lookAt(finding, finding.entry.text, Reading::Library);
+  if (isFound(evidence)) {
+    return evidence;
+  }
+  if (isAdvertised(finding.entry, u"InprocServer32")) {
+    addReason(evidence, Reason::InstallerOnDemand);
+  }
+  const std::string codeBase = textBeside(finding.entry, u"CodeBase");
+  if (!codeBase.empty()) {
+    const Evidence code = lookAt(finding, codeBase, Reading::Library);
+    if (isFound(code)) {
+      return {.confidence = {}, .reasons = {Reason::FoundBehindLauncher}, .tested = code.tested};
+    }
+  }
+  return evidence;
+}
+
+Evidence reference(const LookedAt& finding) {
+  return lookAt(finding, finding.entry.text, Reading::CommandOrFolder);
+}
+
+// "v2.10|Action=Allow|App=C:\…|Name=…|".
+Evidence firewallRule(const LookedAt& finding) {
+  std::string program;
+  bool isOfPackage = false;
+  for (const std::string_view field : split(finding.entry.text, "|")) {
+    if (findIgnoringCase(field, "app=") == 0) {
+      program = field.substr(4);
+    }
+    isOfPackage = isOfPackage || findIgnoringCase(field, "apppkgid=") == 0;
+  }
+  if (trim(program).empty()) {
+    return withReason(isOfPackage ? Reason::PackagedApp : Reason::RuleWithoutPath);
+  }
+  if (lowerCase(trim(program)) == "system") {
+    return withReason(Reason::NotAPath);
+  }
+  Evidence evidence = lookAt(finding, program, Reading::File);
+  return isOfPackage ? unless(std::move(evidence), Reason::PackagedApp) : evidence;
+}
+
+Evidence helpFolder(const LookedAt& finding) {
+  return lookAt(finding, finding.entry.text, Reading::Folder);
+}
+
+// Any value of a record may hold a path, and some only describe.
+Evidence recordValue(const LookedAt& finding) {
+  constexpr std::array<std::string_view, 7> descriptions{
+      "displayname", "publisher",         "comments",      "contact",
+      "readme url",  "parentdisplayname", "displayversion"};
+  const std::string name = lowerCase(nameOf(finding.entry));
+  const bool isDescription = std::ranges::find(descriptions, name) != descriptions.end();
+  if (trim(finding.entry.text).empty()) {
+    return withReason(Reason::NoText);
+  }
+  if (isDescription || !beginsLikePath(finding.entry.text)) {
+    return withReason(Reason::NotAPath);
+  }
+  return lookAt(finding, finding.entry.text, Reading::CommandOrFolder);
+}
+
+Evidence startupProgram(const LookedAt& finding) {
+  return lookAt(finding, finding.entry.text, Reading::Command);
+}
+
+// The name of the value is the path of a program, and what of it is kept.
+Evidence muiName(const LookedAt& finding) {
+  constexpr std::array<std::string_view, 2> suffixes{".friendlyappname", ".applicationcompany"};
+  const std::string name = nameOf(finding.entry);
+  const std::string lower = lowerCase(name);
+  for (const std::string_view suffix : suffixes) {
+    if (lower.ends_with(suffix)) {
+      Evidence evidence =
+          lookAt(finding, name.substr(0, name.size() - suffix.size()), Reading::File);
+      if (isFound(evidence) && evidence.reasons.front() == Reason::Found) {
+        evidence.reasons = {Reason::FoundInsideText};
+      }
+      return evidence;
+    }
+  }
+  return lookAt(finding, name, Reading::File);
+}
+
+}  // namespace zelvreg::looks

@@ -1,0 +1,122 @@
+#include "evidence/Plausibility.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <string>
+
+#include "evidence/KindLooks.h"
+#include "evidence/Reasons.h"
+#include "form/Form42.h"
+#include "scan/CategoryTable.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+// More than half of a category counts only where there are so many.
+constexpr std::size_t fewestFiles = 20;
+
+class Weighing {
+ public:
+  Weighing(Form42& formInUse, TextLook& textLook) : form(formInUse), texts(textLook) {}
+
+  void run() {
+    checkFolders();
+    checkCategories();
+  }
+
+ private:
+  using Applies = std::function<bool(const KindRule& rule, const Evidence& evidence)>;
+
+  // The evidence of a row that looks dead for want of a file; null for any other.
+  Evidence* deadOf(std::size_t row) {
+    const std::size_t number = form.View2.itemData(row);
+    const KindRule* rule = kindRule(form, row);
+    if (number == 0 || rule == nullptr || !rule->namesFile) {
+      return nullptr;
+    }
+    Evidence& evidence = form.evidence[number - 1];
+    return evidence.confidence == Confidence::Unsure ? nullptr : &evidence;
+  }
+
+  // Makes the rows unsure that this is about; how many there are.
+  std::size_t doubt(const Applies& applies) {
+    std::size_t count = 0;
+    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+      Evidence* evidence = deadOf(row);
+      if (evidence != nullptr && applies(*kindRule(form, row), *evidence)) {
+        addReason(*evidence, Reason::Implausible);
+        evidence->confidence = confidenceOf(evidence->reasons);
+        ++count;
+      }
+    }
+    return count;
+  }
+
+  void checkFolders() {
+    constexpr std::array programFolders{"%ProgramW6432%", "%ProgramFiles(x86)%", "%ProgramFiles%"};
+    const std::string windows = texts.expanded("%SystemRoot%", {});
+    if (!isFolderThere(windows)) {
+      noteGap(windows,
+              doubt([](const KindRule& /*rule*/, const Evidence& /*evidence*/) { return true; }));
+    }
+    for (const char* variable : programFolders) {
+      const std::string folder = texts.expanded(variable, {});
+      if (!isDrivePath(folder) || isFolderThere(folder)) {
+        continue;
+      }
+      const std::string below = lowerCase(folder) + "\\";
+      noteGap(folder, doubt([&](const KindRule& /*rule*/, const Evidence& evidence) {
+                return std::ranges::any_of(evidence.tested, [&](const std::string& path) {
+                  return lowerCase(path).starts_with(below);
+                });
+              }));
+    }
+  }
+
+  bool isFolderThere(const std::string& folder) {
+    return isFound(texts.at(folder, {}, Reading::Folder));
+  }
+
+  void noteGap(const std::string& folder, std::size_t count) {
+    if (count > 0) {
+      form.implausible.push_back("the folder " + folder + " does not exist, so " + rowsText(count) +
+                                 " not called dead");
+    }
+  }
+
+  void checkCategories() {
+    std::array<std::size_t, 17> dead{};
+    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+      if (deadOf(row) != nullptr) {
+        ++dead[kindRule(form, row)->category];
+      }
+    }
+    for (std::size_t category = 1; category < dead.size(); ++category) {
+      const std::size_t asked = form.filesAskedIn[category];
+      if (asked < fewestFiles || dead[category] * 2 <= asked) {
+        continue;
+      }
+      const std::size_t count = doubt([&](const KindRule& rule, const Evidence& /*evidence*/) {
+        return rule.category == category;
+      });
+      form.implausible.push_back("more than half of the files of \"" +
+                                 std::string(categoryAt(category).optionName) +
+                                 "\" do not exist, so " + rowsText(count) + " not called dead");
+    }
+  }
+
+  static std::string rowsText(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " finding is" : " findings are");
+  }
+
+  Form42& form;
+  TextLook& texts;
+};
+
+}  // namespace
+
+void weighTogether(Form42& form, TextLook& texts) { Weighing(form, texts).run(); }
+
+}  // namespace zelvreg

@@ -1,0 +1,83 @@
+// What a text of the registry refers to, resolved as Windows itself would: with the variables of
+// its owner and of its view, along the search path, with the extension that the system adds, behind
+// launchers, in both system folders.
+#ifndef ZELVREG_EVIDENCE_TEXT_LOOK_H
+#define ZELVREG_EVIDENCE_TEXT_LOOK_H
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "evidence/CommandText.h"
+#include "evidence/FileLook.h"
+#include "evidence/InstalledProducts.h"
+#include "evidence/Launchers.h"
+#include "evidence/OwnerVariables.h"
+#include "evidence/SearchPath.h"
+#include "form/Evidence.h"
+#include "runtime/Shares.h"
+
+namespace zelvreg {
+
+// Whom a text is for.
+struct TextOwner {
+  std::u16string user;  // the key below HKEY_USERS; empty for the current user and the computer
+  ProgramView view = ProgramView::Bits64;
+};
+
+// How a text is to be read.
+enum class Reading : std::uint8_t {
+  Command,          // a program, with or without arguments
+  CommandOrFolder,  // the same, or a folder
+  Library,          // a file that the system loads, ".dll" added
+  File,             // a file by its path; an index of a resource may follow
+  Folder,           // a folder or a file
+};
+
+class TextLook {
+ public:
+  explicit TextLook(Shares mayAskShares) : shares(mayAskShares) {}
+
+  // The reasons with what was tested; without a confidence. `text` is as it stands in the registry.
+  Evidence at(const std::string& text, const TextOwner& owner, Reading reading);
+
+  // The first of several texts that is found; what is said of the first one if none is.
+  Evidence atAny(const std::vector<std::string>& texts, const TextOwner& owner, Reading reading);
+
+  // A text with the variables of its owner.
+  std::string expanded(std::string_view text, const TextOwner& owner);
+
+  OwnerVariables variables;
+  InstalledProducts products;
+
+ private:
+  struct Trial;
+
+  Evidence look(const std::string& text, const TextOwner& owner, Reading reading, int depth);
+  Trial tryText(const std::string& text, const TextOwner& owner, Reading reading, int depth);
+  Trial tryTarget(const LaunchTarget& target, const TextOwner& owner, int depth);
+  void tryReading(Trial& trial, const std::string& text, const TextOwner& owner, Reading reading);
+  void tryPath(Trial& trial, const std::string& path, const TextOwner& owner, Reading reading);
+  bool tryViews(Trial& trial, const std::string& path, const TextOwner& owner, Reading reading);
+  void trySearch(Trial& trial, const std::string& name, const TextOwner& owner, Reading reading);
+  void noteDrive(Trial& trial, const std::string& path);
+  const std::string& windowsFolder();
+
+  Shares shares;
+  FileLook files;
+  SearchPath searchPath{files, variables};
+  std::map<std::string, Evidence> known;  // by text, owner and reading
+  std::string windows;
+};
+
+Evidence withReason(Reason reason);
+// Adds a reason that is not among them yet.
+void addReason(Evidence& evidence, Reason reason);
+// Whether a reason says that the target was found.
+bool isFound(const Evidence& evidence);
+
+}  // namespace zelvreg
+
+#endif

@@ -57,12 +57,12 @@ class Readings {
   std::vector<std::string> texts;
 };
 
-void addQuoted(Readings& readings, std::string_view text) {
-  const auto end = text.find('"', 1);
-  readings.add(text.substr(1, end == std::string_view::npos ? end : end - 1));
-  // Quotes around a part of the path only.
-  const std::string bare = replaceAll(text, "\"", "");
-  readings.add(std::string_view(bare).substr(0, endOfFile(bare).value_or(bare.size())));
+// Quotes may stand around a part of the path only.
+void addWithoutQuotes(Readings& readings, std::string_view text) {
+  if (contains(text, "\"")) {
+    const std::string bare = replaceAll(text, "\"", "");
+    readings.add(std::string_view(bare).substr(0, endOfFile(bare).value_or(bare.size())));
+  }
 }
 
 int hexDigit(char character) {
@@ -125,13 +125,15 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind) {
   Readings readings;
   text = trim(text);
   if (text.starts_with('"')) {
-    addQuoted(readings, text);
+    readings.add(text.substr(1, std::min(text.find('"', 1), text.size()) - 1));
+    addWithoutQuotes(readings, text);
     return std::move(readings.texts);
   }
   if (const auto end = endOfFile(text)) {
     readings.add(text.substr(0, *end));
   }
   readings.add(text);
+  addWithoutQuotes(readings, text);
   for (auto cut = text.find_first_of(",;|\""); cut != std::string_view::npos;
        cut = text.find_first_of(",;|\"", cut + 1)) {
     readings.add(text.substr(0, cut));

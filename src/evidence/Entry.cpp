@@ -66,12 +66,8 @@ bool readAt(Entry& entry, const NamedPlace& named) {
 }  // namespace
 
 ProgramView Entry::view() const {
-  for (const std::string_view name : split(utf8(key.path), "\\")) {
-    if (lowerCase(name) == "wow6432node") {
-      return ProgramView::Bits32;
-    }
-  }
-  return ProgramView::Bits64;
+  const std::string path = lowerCase(utf8(key.path)) + "\\";
+  return contains(path, "\\wow6432node\\") ? ProgramView::Bits32 : ProgramView::Bits64;
 }
 
 Entry entryOf(const Form42& form, std::size_t row, int code) {

@@ -284,7 +284,9 @@ void TextLook::noteDrive(Trial& trial, const std::string& path) {
 
 void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& owner,
                        Reading reading) {
-  addAll(trial.tested, {path});
+  if (!trial.isJudged) {
+    addAll(trial.tested, {path});
+  }
   noteDrive(trial, path);
   if (files.drive(path.front()) == DriveIs::Absent) {
     trial.isJudged = true;
@@ -298,6 +300,7 @@ void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& o
       Trial extended;
       if (tryViews(extended, path + std::string(ending), owner, reading)) {
         trial.find(Reason::FoundWithExtension);
+        addAll(trial.tested, extended.tested);
         return;
       }
     }
@@ -322,6 +325,7 @@ bool TextLook::tryViews(Trial& trial, const std::string& path, const TextOwner& 
     const FileIs answer = files.at(place.path);
     if (isThere(answer, reading)) {
       trial.find(place.isOwn ? Reason::Found : Reason::FoundInOtherView);
+      addAll(trial.tested, {path});
       return true;
     }
     if (answer == FileIs::Denied) {

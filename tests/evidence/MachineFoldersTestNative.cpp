@@ -7,6 +7,7 @@
 #include <set>
 #include <sstream>
 
+#include "console/CommandRun.h"
 #include "evidence/Reasons.h"
 #include "evidence/SecondLook.h"
 #include "form/Form42.h"
@@ -36,18 +37,30 @@ std::vector<std::string> folderNames() {
   return names;
 }
 
-// A copy, since opening a machine locks its folder.
+// A copy, since a machine in use is locked, and a repair changes it.
+class CopiedFolder {
+ public:
+  explicit CopiedFolder(const std::string& name) : copy(home.path() / name) {
+    fs::copy(foldersHome() / name, copy,
+             fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  }
+
+  [[nodiscard]] const fs::path& path() const { return copy; }
+
+ private:
+  fixture::TemporaryFolder home;
+  fs::path copy;
+};
+
 class OpenFolder {
  public:
-  explicit OpenFolder(const std::string& name) {
-    fs::copy(foldersHome() / name, home.path() / name,
-             fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-    machine = machine::Machine::open(home.path() / name);
+  explicit OpenFolder(const std::string& name) : folder(name) {
+    machine = machine::Machine::open(folder.path());
     running.emplace(*machine);
   }
 
  private:
-  fixture::TemporaryFolder home;
+  CopiedFolder folder;
   std::unique_ptr<machine::Machine> machine;
   std::optional<machine::Running> running;
 };
@@ -94,6 +107,20 @@ std::string joined(const Lines& lines) {
   return text;
 }
 
+// The names of the keys and values that are called good, as the registry file has them.
+Lines goodNames(const fs::path& folder) {
+  Lines names;
+  std::ifstream file(folder / "registry.reg");
+  for (std::string line; std::getline(file, line);) {
+    const bool isGoodKey = line.starts_with('[') && line.find("\\good") != std::string::npos;
+    const bool isGoodValue = line.starts_with("\"good");
+    if (isGoodKey || isGoodValue) {
+      names.insert(line.substr(0, isGoodValue ? line.find("\"=") : line.find(']')));
+    }
+  }
+  return names;
+}
+
 class MachineFolders : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(MachineFolders, GiveTheEvidenceThatTheyAreMadeFor) {
@@ -110,11 +137,22 @@ TEST_P(MachineFolders, TickOnlyWhatIsDead) {
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     EXPECT_EQ(form.View2.isChecked(row), evidenceOf(form, row)->confidence != Confidence::Unsure)
         << lineOf(form, row);
-    // What is alive or cannot be decided is named so.
-    const bool isGood = form.View2.text(row, badValueColumn).starts_with("good") ||
-                        form.View2.text(row, locationColumn).starts_with("good");
-    EXPECT_FALSE(isGood && form.View2.isChecked(row)) << lineOf(form, row);
+    // What is alive or cannot be decided is named so, and what is dead too.
+    for (const std::size_t column : {locationColumn, badValueColumn}) {
+      EXPECT_FALSE(form.View2.text(row, column).starts_with("good") && form.View2.isChecked(row))
+          << lineOf(form, row);
+      EXPECT_FALSE(form.View2.text(row, column).starts_with("BAD") && !form.View2.isChecked(row))
+          << lineOf(form, row);
+    }
   }
+}
+
+TEST_P(MachineFolders, LoseNothingGoodInARepair) {
+  const CopiedFolder folder(GetParam());
+  const Lines before = goodNames(folder.path());
+  console::CommandRun run;
+  run.on("--machine", folder.path().string(), {"fix", "--yes", "--quiet"});
+  EXPECT_EQ(joined(goodNames(folder.path())), joined(before));
 }
 
 INSTANTIATE_TEST_SUITE_P(Evidence, MachineFolders, ::testing::ValuesIn(folderNames()),

@@ -74,14 +74,15 @@ bool isCommonVariable(std::string_view name) {
   return std::ranges::find(commonVariables, lowerCase(name)) != commonVariables.end();
 }
 
-OwnerVariables::OwnerVariables() : currentUser(currentUserKey()) {}
-
 std::u16string OwnerVariables::ownerOf(const TruePlace& key) {
   if (key.hive != HiveHandle::Users) {
     return {};
   }
   std::u16string owner = withoutClasses(key.path.substr(0, key.path.find(u'\\')));
-  return isSameName(owner, currentUser) ? std::u16string() : owner;
+  if (!currentUser) {
+    currentUser = currentUserKey();
+  }
+  return isSameName(owner, *currentUser) ? std::u16string() : owner;
 }
 
 ExpandedText OwnerVariables::expand(std::string_view text, const std::u16string& owner,

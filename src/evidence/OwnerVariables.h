@@ -24,8 +24,6 @@ struct ExpandedText {
 
 class OwnerVariables {
  public:
-  OwnerVariables();
-
   // The key below HKEY_USERS of the user that a key belongs to; empty for the current user. What is
   // the computer's is used by the current user as well.
   std::u16string ownerOf(const TruePlace& key);
@@ -52,7 +50,7 @@ class OwnerVariables {
   void expandInto(Expansion& expansion, std::string_view text, const std::u16string& owner,
                   ProgramView view, int depth);
 
-  std::u16string currentUser;
+  std::optional<std::u16string> currentUser;  // looked up when first asked for
   std::map<std::u16string, Values, NameOrder> keys;      // by the full path of the key
   std::map<std::u16string, Values, NameOrder> profiles;  // by owner
 };

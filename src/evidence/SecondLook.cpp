@@ -23,25 +23,18 @@ namespace {
 
 class Look {
  public:
-  explicit Look(Form42& formInUse) : form(formInUse), texts(sharesOf(formInUse)) {}
+  explicit Look(const Form42& formInUse) : texts(sharesOf(formInUse)), form(formInUse) {}
 
-  void run() {
-    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      form.messages.doEvents();
-      // A click on Cancel ends the look, not what it has found.
-      keep(row, isStopAsked(form) ? withReason(Reason::NotExamined) : evidenceFor(row));
-    }
-    weighTogether(form, texts);
+  Evidence at(std::size_t row) {
+    Evidence evidence = reasonsFor(row);
+    evidence.confidence = confidenceOf(evidence.reasons);
+    return evidence;
   }
+
+  TextLook texts;
 
  private:
-  void keep(std::size_t row, Evidence evidence) {
-    evidence.confidence = confidenceOf(evidence.reasons);
-    form.evidence.push_back(std::move(evidence));
-    form.View2.setItemData(row, form.evidence.size());
-  }
-
-  Evidence evidenceFor(std::size_t row) {
+  Evidence reasonsFor(std::size_t row) {
     const KindRule* rule = kindRule(form, row);
     if (rule == nullptr) {
       const bool hasKey = !form.View2.text(row, rootNameColumn).empty();
@@ -109,8 +102,7 @@ class Look {
 
   const std::u16string userClasses = u"Software\\Classes";
 
-  Form42& form;
-  TextLook texts;
+  const Form42& form;
   std::unordered_set<std::string> named;
   std::map<std::u16string, bool> behindLogs;
 };
@@ -131,9 +123,18 @@ void lookAgain(Form42& form) {
   form.evidence.clear();
   form.implausible.clear();
   form.Text2.setText("1");
-  Look(form).run();
+  Look look(form);
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    form.messages.doEvents();
+    // A click on Cancel ends the look, not what it has found.
+    form.evidence.push_back(isStopAsked(form) ? withReason(Reason::NotExamined) : look.at(row));
+    form.View2.setItemData(row, form.evidence.size());
+  }
+  weighTogether(form, look.texts);
   tellImplausible(form);
 }
+
+Evidence lookAtRow(const Form42& form, std::size_t row) { return Look(form).at(row); }
 
 const Evidence* evidenceOf(const Form42& form, std::size_t row) {
   const std::size_t number = form.View2.itemData(row);

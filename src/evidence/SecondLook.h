@@ -17,6 +17,9 @@ struct Form42;
 // Cancel ends the look, and the rows that are left count as not examined.
 void lookAgain(Form42& form);
 
+// The look at one row as it is now, by itself.
+Evidence lookAtRow(const Form42& form, std::size_t row);
+
 // What was found for a row; null before the look, and for a row that does not exist.
 const Evidence* evidenceOf(const Form42& form, std::size_t row);
 

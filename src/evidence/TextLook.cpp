@@ -196,8 +196,13 @@ TextLook::Trial TextLook::tryText(const std::string& text, const TextOwner& owne
     }
   }
   Trial trial;
+  const std::string_view whole = trim(text);
+  const bool isQuoted = whole.starts_with('"');
   for (const std::string& one : fileReadings(text, kindOf(reading))) {
-    tryReading(trial, one, owner, reading);
+    // Only what stands between quotes, or all of the text, may be a folder.
+    const bool isWhole = one == whole || (isQuoted && whole.substr(1).starts_with(one));
+    const bool isFolderCut = !isWhole && takesFolder(reading);
+    tryReading(trial, one, owner, isFolderCut ? Reading::Command : reading);
     if (!trial.found.empty()) {
       break;
     }

@@ -4,6 +4,9 @@
 #include <utility>
 
 #include "evidence/OwnerVariables.h"
+#include "evidence/Reasons.h"
+#include "evidence/SecondLook.h"
+#include "evidence/TextLook.h"
 #include "form/Form42.h"
 #include "keys/RootHandles.h"
 #include "keys/Variant.h"
@@ -59,15 +62,30 @@ bool namesNoLostProgram(Form42& form, std::string rule) {
   return !isNamed || fileSystemObject::fileExists(path);
 }
 
-std::string doubtOf(Form42& form, const RegistryState& registry, const RecordPlace& place,
-                    Doubt doubt) {
-  // A class of the current user has the code of a rule.
-  const bool isTextJudged = doubt == Doubt::ThereByNow || doubt == Doubt::OthersVariables ||
-                            (doubt == Doubt::RuleBefore && !isFirewallRule(place.key));
-  if (isTextJudged && isFoundNow(form, textOfValue(registry, place))) {
+// What the second look says of the row now. A key goes whole only if its text is surely dead.
+std::string doubtOfText(const Form42& form, const RegistryState& registry, const RecordPlace& place,
+                        std::size_t row, Names names) {
+  const Evidence evidence = lookAtRow(form, row);
+  if (isFound(evidence) || isFoundNow(form, textOfValue(registry, place))) {
     return "what it refers to is there";
   }
-  switch (doubt) {
+  return names == Names::KeyOfDeadText && evidence.confidence == Confidence::Unsure
+             ? "it is not certain that what it refers to is gone (" + reasonCodes(evidence) + ")"
+             : "";
+}
+
+std::string doubtOf(Form42& form, const RegistryState& registry, const RecordPlace& place,
+                    std::size_t row, const NamedPlace& named) {
+  // A class of the current user has the code of a rule.
+  const bool isTextJudged = named.doubt == Doubt::ThereByNow ||
+                            named.doubt == Doubt::OthersVariables ||
+                            (named.doubt == Doubt::RuleBefore && !isFirewallRule(place.key));
+  if (isTextJudged) {
+    if (std::string doubt = doubtOfText(form, registry, place, row, named.names); !doubt.empty()) {
+      return doubt;
+    }
+  }
+  switch (named.doubt) {
     case Doubt::OthersVariables:
       return !isCurrentUsers(place.key) && holdsUsersVariable(textOfValue(registry, place))
                  ? "its text has variables of another user"
@@ -153,7 +171,7 @@ std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& regist
     if (const auto place = seeker.seek(named)) {
       return NamedRecord{.names = named.names,
                          .place = *place,
-                         .doubt = doubtOf(form, registry, *place, named.doubt)};
+                         .doubt = doubtOf(form, registry, *place, row, named)};
     }
   }
   return std::nullopt;

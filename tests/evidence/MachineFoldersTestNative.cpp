@@ -152,7 +152,9 @@ TEST_P(MachineFolders, LoseNothingGoodInARepair) {
   const Lines before = goodNames(folder.path());
   console::CommandRun run;
   run.on("--machine", folder.path().string(), {"fix", "--yes", "--quiet"});
-  EXPECT_EQ(joined(goodNames(folder.path())), joined(before));
+  // The program also writes the keys above.
+  const Lines after = goodNames(folder.path());
+  EXPECT_TRUE(std::ranges::includes(after, before)) << joined(after);
 }
 
 INSTANTIATE_TEST_SUITE_P(Evidence, MachineFolders, ::testing::ValuesIn(folderNames()),

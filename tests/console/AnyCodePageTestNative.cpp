@@ -110,6 +110,7 @@ TEST_P(AnyCodePageTest, AJournalBringsBackNamesOfEveryScript) {
 }
 
 TEST_P(AnyCodePageTest, HalvesOfPairsAreFoundAndRepaired) {
+  folder("C:\\Windows");
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts)",
       R"("Half"=hex(1):61,00,00,D8,2E,00,74,00,74,00,66,00,00,00)");
   EXPECT_EQ(run({"scan", "--only", "fonts", "--json"}), problemsFound);

@@ -16,7 +16,7 @@ constexpr std::array<std::string_view, 26> fileEndings{
     ".lnk", ".vbs", ".js",  ".ps1", ".jar", ".ttf", ".fon", ".url"};
 
 // What may stand behind a file without a blank between.
-constexpr std::string_view afterFile = " \t\",;|/%@*";
+constexpr std::string_view afterFile = " \t\",;:|/%@*";
 
 constexpr std::string_view separators = "\\/";
 

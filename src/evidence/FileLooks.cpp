@@ -58,7 +58,7 @@ Evidence font(const LookedAt& finding) {
   if (trim(file).empty()) {
     return withReason(Reason::NoText);
   }
-  const bool isWholePath = file.find_first_of(":%") != std::string::npos;
+  const bool isWholePath = file.find_first_of(":%\\/") != std::string::npos;
   if (isWholePath) {
     return lookAt(finding, file, Reading::File);
   }
@@ -162,7 +162,7 @@ Evidence server(const LookedAt& finding) {
 }
 
 Evidence reference(const LookedAt& finding) {
-  return lookAt(finding, finding.entry.text, Reading::CommandOrFolder);
+  return lookAt(finding, finding.entry.text, Reading::Command);
 }
 
 // "v2.10|Action=Allow|App=C:\…|Name=…|".
@@ -186,7 +186,7 @@ Evidence firewallRule(const LookedAt& finding) {
 }
 
 Evidence helpFolder(const LookedAt& finding) {
-  return lookAt(finding, finding.entry.text, Reading::Folder);
+  return lookAt(finding, finding.entry.text, Reading::File);
 }
 
 // Any value of a record may hold a path, and some only describe.
@@ -202,7 +202,13 @@ Evidence recordValue(const LookedAt& finding) {
   if (isDescription || !beginsLikePath(finding.entry.text)) {
     return withReason(Reason::NotAPath);
   }
-  return lookAt(finding, finding.entry.text, Reading::CommandOrFolder);
+  const auto parts = split(finding.entry.text, ";");
+  if (parts.size() < 2) {
+    return lookAt(finding, finding.entry.text, Reading::Command);
+  }
+  std::vector<std::string> paths(parts.begin(), parts.end());
+  paths.push_back(finding.entry.text);
+  return finding.texts.atAny(paths, finding.owner, Reading::Command);
 }
 
 Evidence startupProgram(const LookedAt& finding) {

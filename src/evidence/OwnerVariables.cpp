@@ -116,9 +116,15 @@ void OwnerVariables::expandInto(Expansion& expansion, std::string_view text,
       continue;
     }
     --expansion.variablesLeft;
+    result.hasUsersVariable = result.hasUsersVariable || isUsers(text.substr(1, end - 1));
     expandInto(expansion, *found, owner, view, depth + 1);
     text.remove_prefix(end + 1);
   }
+}
+
+bool OwnerVariables::isUsers(std::string_view name) {
+  return !isCommonVariable(name) &&
+         !valuesOf(HiveHandle::LocalMachine, computersVariables).contains(lowerCase(name));
 }
 
 std::optional<std::string> OwnerVariables::value(std::string_view name, const std::u16string& owner,

@@ -19,7 +19,8 @@ bool isCommonVariable(std::string_view name);
 
 struct ExpandedText {
   std::string text;
-  bool isComplete = true;  // every variable in it was known
+  bool isComplete = true;         // every variable in it was known
+  bool hasUsersVariable = false;  // one of them may have another value for another user
 };
 
 class OwnerVariables {
@@ -40,6 +41,7 @@ class OwnerVariables {
   using Values = std::map<std::string, std::string, std::less<>>;  // by name in lower case
 
   const Values& valuesOf(HiveHandle root, const std::u16string& key);
+  bool isUsers(std::string_view name);
   const Values& profileOf(const std::u16string& owner);
   std::optional<std::string> ownValue(const std::string& lowerName, const std::u16string& owner);
   // Values may name each other, also in a circle, so there is an end to what is expanded.
@@ -50,7 +52,7 @@ class OwnerVariables {
   void expandInto(Expansion& expansion, std::string_view text, const std::u16string& owner,
                   ProgramView view, int depth);
 
-  std::optional<std::u16string> currentUser;  // looked up when first asked for
+  std::optional<std::u16string> currentUser;             // looked up when first asked for
   std::map<std::u16string, Values, NameOrder> keys;      // by the full path of the key
   std::map<std::u16string, Values, NameOrder> profiles;  // by owner
 };

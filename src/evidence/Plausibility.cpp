@@ -76,7 +76,7 @@ class Weighing {
   }
 
   bool isFolderThere(const std::string& folder) {
-    return isFound(texts.at(folder, {}, Reading::Folder));
+    return isFound(texts.at(folder, {}, Reading::File));
   }
 
   void noteGap(const std::string& folder, std::size_t count) {

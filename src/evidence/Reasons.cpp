@@ -38,6 +38,8 @@ constexpr std::array<ReasonRule, reasonCount> rules{{
      "The file exists with the variables of the user or the program that the entry is for."},
     {Reason::UnknownVariable, "unknown-variable", Effect::Undecided,
      "Its path has a variable whose value is not known here."},
+    {Reason::PlaceUnknown, "place-unknown", Effect::Undecided,
+     "Its path does not say on which drive or in which folder it begins."},
     {Reason::Share, "share", Effect::Undecided,
      "It names a file on another computer, which is not asked."},
     {Reason::DriveAbsent, "drive-absent", Effect::Undecided,

@@ -115,7 +115,7 @@ Evidence recentEntry(const LookedAt& finding) {
     text.resize(text.size() - endOfRun.size());
   }
   const std::string_view path = std::string_view(text).substr(text.starts_with('"') ? 1 : 0);
-  return isDrivePath(path) ? finding.texts.at(text, finding.owner, Reading::CommandOrFolder)
+  return isDrivePath(path) ? finding.texts.at(text, finding.owner, Reading::Command)
                            : withReason(Reason::History);
 }
 

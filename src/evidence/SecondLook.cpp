@@ -1,8 +1,9 @@
 #include "evidence/SecondLook.h"
 
-#include <map>
+#include <algorithm>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "evidence/KindLooks.h"
 #include "evidence/Plausibility.h"
@@ -52,7 +53,9 @@ class Look {
       return withReason(finding.entry.state == EntryIs::Denied ? Reason::AccessDenied
                                                                : Reason::EntryGone);
     }
-    finding.owner = {texts.variables.ownerOf(finding.entry.key), finding.entry.view()};
+    finding.owner = {.user = texts.variables.ownerOf(finding.entry.key),
+                     .view = finding.entry.view(),
+                     .isEveryones = finding.entry.key.hive == HiveHandle::LocalMachine};
     Evidence evidence = rule->look(finding);
     if (confidenceOf(evidence.reasons) != Confidence::Unsure) {
       addDoubts(evidence, finding.entry.key);
@@ -84,27 +87,33 @@ class Look {
     }
   }
 
-  // All keys of one file have the same first names.
+  // All keys of one file have the same first names, and neighbors mostly come from one file.
   bool isBehindLogs(const TruePlace& key) {
-    const auto first = key.path.find(u'\\');
-    const bool isUsers = key.hive == HiveHandle::CurrentUser;
-    std::u16string start = key.path.substr(0, first);
-    if (isUsers && isSameName(key.path.substr(0, userClasses.size()), userClasses)) {
-      start = userClasses;
+    std::size_t first = std::min(key.path.find(u'\\'), key.path.size());
+    const bool isClasses = key.hive == HiveHandle::CurrentUser &&
+                           isSameName(key.path.substr(0, userClasses.size()), userClasses);
+    first = isClasses ? userClasses.size() : first;
+    const auto known = std::ranges::find_if(files, [&](const FileOfKeys& file) {
+      return file.hive == key.hive && key.path.compare(0, first, file.start) == 0;
+    });
+    if (known != files.end()) {
+      return known->isBehindLogs;
     }
-    const auto [entry, isNew] =
-        behindLogs.try_emplace(TruePlace{key.hive, start}.fullPath(), false);
-    if (isNew) {
-      entry->second = isBehindItsLogs(utf8(entry->first));
-    }
-    return entry->second;
+    const TruePlace start{key.hive, key.path.substr(0, first)};
+    files.push_back({key.hive, start.path, isBehindItsLogs(utf8(start.fullPath()))});
+    return files.back().isBehindLogs;
   }
 
+  struct FileOfKeys {
+    HiveHandle hive;
+    std::u16string start;  // the path of its first key
+    bool isBehindLogs;
+  };
   const std::u16string userClasses = u"Software\\Classes";
 
   const Form42& form;
   std::unordered_set<std::string> named;
-  std::map<std::u16string, bool> behindLogs;
+  std::vector<FileOfKeys> files;
 };
 
 void tellImplausible(const Form42& form) {

@@ -42,7 +42,6 @@ constexpr std::array<std::string_view, 2> libraryEndings{".dll", ".cpl"};
 std::span<const std::string_view> endingsFor(Reading reading) {
   switch (reading) {
     case Reading::Command:
-    case Reading::CommandOrFolder:
       return programEndings;
     case Reading::Library:
       return libraryEndings;
@@ -51,17 +50,7 @@ std::span<const std::string_view> endingsFor(Reading reading) {
   }
 }
 
-TextIs kindOf(Reading reading) {
-  return reading == Reading::File || reading == Reading::Folder ? TextIs::Path : TextIs::Command;
-}
-
-bool takesFolder(Reading reading) {
-  return reading == Reading::Folder || reading == Reading::CommandOrFolder;
-}
-
-bool isThere(FileIs answer, Reading reading) {
-  return answer == FileIs::File || (answer == FileIs::Folder && takesFolder(reading));
-}
+TextIs kindOf(Reading reading) { return reading == Reading::File ? TextIs::Path : TextIs::Command; }
 
 bool hasExtension(std::string_view path) {
   return fileNameIn(path).find('.') != std::string_view::npos;
@@ -76,6 +65,20 @@ bool hasShortName(std::string_view path) {
     }
   }
   return false;
+}
+
+// A pattern for several files, or a template with places to fill in.
+bool isTemplate(std::string_view path) {
+  const auto brace = path.find('{');
+  const bool hasPlace = brace != std::string_view::npos && brace + 2 < path.size() &&
+                        path[brace + 1] >= '0' && path[brace + 1] <= '9' && path[brace + 2] == '}';
+  return hasPlace || path.find_first_of("*?<>|") != std::string_view::npos;
+}
+
+// A device or a volume by another name than its drive's letter.
+bool isOnDevice(std::string_view path) {
+  return findIgnoringCase(path, "volume{") == 0 || findIgnoringCase(path, "\\device\\") == 0 ||
+         findIgnoringCase(path, "globalroot\\") == 0;
 }
 
 bool isOfPackage(std::string_view path) { return containsIgnoringCase(path, "\\windowsapps\\"); }
@@ -127,6 +130,7 @@ Evidence TextLook::at(const std::string& text, const TextOwner& owner, Reading r
   std::string key = utf8(owner.user);
   key += static_cast<char>('0' + static_cast<int>(reading));
   key += owner.view == ProgramView::Bits64 ? '6' : '3';
+  key += owner.isEveryones ? 'e' : 'o';
   key += text;
   const auto found = known.find(key);
   if (found != known.end()) {
@@ -181,7 +185,8 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
   }
   Evidence evidence{.reasons = trial.found.empty() ? trial.reasons : trial.found,
                     .tested = std::move(trial.tested)};
-  if (trial.found.empty() && !own.isComplete) {
+  const bool isOthers = owner.isEveryones && own.hasUsersVariable;
+  if (trial.found.empty() && (!own.isComplete || isOthers)) {
     addReason(evidence, Reason::UnknownVariable);
   }
   return evidence;
@@ -201,8 +206,7 @@ TextLook::Trial TextLook::tryText(const std::string& text, const TextOwner& owne
   for (const std::string& one : fileReadings(text, kindOf(reading))) {
     // Only what stands between quotes, or all of the text, may be a folder.
     const bool isWhole = one == whole || (isQuoted && whole.substr(1).starts_with(one));
-    const bool isFolderCut = !isWhole && takesFolder(reading);
-    tryReading(trial, one, owner, isFolderCut ? Reading::Command : reading);
+    tryReading(trial, one, owner, reading, isWhole ? Takes::FoldersToo : Takes::FilesOnly);
     if (!trial.found.empty()) {
       break;
     }
@@ -238,12 +242,7 @@ TextLook::Trial TextLook::tryTarget(const LaunchTarget& target, const TextOwner&
     trial.note(Reason::LauncherUnclear);
     return trial;
   }
-  Reading reading = Reading::Command;
-  if (target.kind == TargetIs::Library) {
-    reading = Reading::Library;
-  } else if (target.kind == TargetIs::File) {
-    reading = Reading::CommandOrFolder;
-  }
+  const Reading reading = target.kind == TargetIs::Library ? Reading::Library : Reading::Command;
   Evidence evidence = look(target.text, owner, reading, depth);
   if (isFound(evidence)) {
     trial.find(Reason::FoundBehindLauncher);
@@ -254,23 +253,38 @@ TextLook::Trial TextLook::tryTarget(const LaunchTarget& target, const TextOwner&
 }
 
 void TextLook::tryReading(Trial& trial, const std::string& text, const TextOwner& owner,
-                          Reading reading) {
+                          Reading reading, Takes takes) {
   std::string path = plainPath(text, windowsFolder());
+  const auto judge = [&](Reason reason) {
+    if (!trial.isJudged) {
+      trial.note(reason);
+      trial.isJudged = true;
+    }
+  };
+  if (isOnDevice(path)) {
+    judge(Reason::PlaceUnknown);
+    return;
+  }
   if (leadsToShare(path) && shares == Shares::Refused) {
     trial.note(Reason::Share);
     trial.isJudged = true;
     return;
   }
+  if (isTemplate(path)) {
+    judge(Reason::NotAPath);
+    return;
+  }
+  // Without a drive it is most likely that of the system.
   if (path.size() > 1 && (path[0] == '\\' || path[0] == '/') && path[1] != '\\') {
     path.insert(0, windowsFolder().substr(0, 2));
+    trial.note(Reason::PlaceUnknown);
   }
   if (isDrivePath(path)) {
-    tryPath(trial, path, owner, reading);
+    tryPath(trial, path, owner, reading, takes);
   } else if (path.find(':') == std::string::npos) {
     trySearch(trial, path, owner, reading);
-  } else if (!trial.isJudged) {
-    trial.note(Reason::NotAPath);
-    trial.isJudged = true;
+  } else {
+    judge(Reason::NotAPath);
   }
 }
 
@@ -288,7 +302,7 @@ void TextLook::noteDrive(Trial& trial, const std::string& path) {
 }
 
 void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& owner,
-                       Reading reading) {
+                       Reading reading, Takes takes) {
   if (!trial.isJudged) {
     addAll(trial.tested, {path});
   }
@@ -297,13 +311,13 @@ void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& o
     trial.isJudged = true;
     return;
   }
-  if (tryViews(trial, path, owner, reading)) {
+  if (tryViews(trial, path, owner, takes)) {
     return;
   }
   if (!hasExtension(path)) {
     for (const std::string_view ending : endingsFor(reading)) {
       Trial extended;
-      if (tryViews(extended, path + std::string(ending), owner, reading)) {
+      if (tryViews(extended, path + std::string(ending), owner, Takes::FilesOnly)) {
         trial.find(Reason::FoundWithExtension);
         addAll(trial.tested, extended.tested);
         return;
@@ -324,11 +338,12 @@ void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& o
 // Whether a path is there in its own view or in the other one. The first reading of a text says why
 // it is not.
 bool TextLook::tryViews(Trial& trial, const std::string& path, const TextOwner& owner,
-                        Reading reading) {
+                        Takes takes) {
   const bool isLong = path.size() > longestUsualPath && utf16(path).size() > longestUsualPath;
   for (const ViewPath& place : viewPaths(path, owner.view, windowsFolder())) {
     const FileIs answer = files.at(place.path);
-    if (isThere(answer, reading)) {
+    const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
+    if (answer == FileIs::File || isFolder) {
       trial.find(place.isOwn ? Reason::Found : Reason::FoundInOtherView);
       addAll(trial.tested, {path});
       return true;
@@ -344,6 +359,10 @@ bool TextLook::tryViews(Trial& trial, const std::string& path, const TextOwner& 
       }
       if (isLong) {
         trial.note(Reason::PathTooLong);
+      }
+      // The rest of a variable, or a place to fill in.
+      if (path.find('%') != std::string::npos) {
+        trial.note(Reason::UnknownVariable);
       }
     }
   }
@@ -367,9 +386,10 @@ void TextLook::trySearch(Trial& trial, const std::string& name, const TextOwner&
     }
   }
   if (!trial.isJudged) {
+    const bool isBare = name.find_first_of("\\/") == std::string::npos;
     addAll(trial.tested, {name});
     trial.note(Reason::Absent);
-    trial.note(Reason::BareName);
+    trial.note(isBare ? Reason::BareName : Reason::PlaceUnknown);
     trial.isJudged = true;
   }
 }

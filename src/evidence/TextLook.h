@@ -25,15 +25,15 @@ namespace zelvreg {
 struct TextOwner {
   std::u16string user;  // the key below HKEY_USERS; empty for the current user and the computer
   ProgramView view = ProgramView::Bits64;
+  // Whether it is for every user of the computer, so that a user's variable may mean another file.
+  bool isEveryones = false;
 };
 
-// How a text is to be read.
+// How a text is to be read. All of a text may also be the path of a folder.
 enum class Reading : std::uint8_t {
-  Command,          // a program, with or without arguments
-  CommandOrFolder,  // the same, or a folder
-  Library,          // a file that the system loads, ".dll" added
-  File,             // a file by its path; an index of a resource may follow
-  Folder,           // a folder or a file
+  Command,  // a program, with or without arguments
+  Library,  // a file that the system loads, ".dll" added
+  File,     // a file by its path; an index of a resource may follow
 };
 
 class TextLook {
@@ -54,13 +54,16 @@ class TextLook {
 
  private:
   struct Trial;
+  enum class Takes : std::uint8_t { FilesOnly, FoldersToo };
 
   Evidence look(const std::string& text, const TextOwner& owner, Reading reading, int depth);
   Trial tryText(const std::string& text, const TextOwner& owner, Reading reading, int depth);
   Trial tryTarget(const LaunchTarget& target, const TextOwner& owner, int depth);
-  void tryReading(Trial& trial, const std::string& text, const TextOwner& owner, Reading reading);
-  void tryPath(Trial& trial, const std::string& path, const TextOwner& owner, Reading reading);
-  bool tryViews(Trial& trial, const std::string& path, const TextOwner& owner, Reading reading);
+  void tryReading(Trial& trial, const std::string& text, const TextOwner& owner, Reading reading,
+                  Takes takes);
+  void tryPath(Trial& trial, const std::string& path, const TextOwner& owner, Reading reading,
+               Takes takes);
+  bool tryViews(Trial& trial, const std::string& path, const TextOwner& owner, Takes takes);
   void trySearch(Trial& trial, const std::string& name, const TextOwner& owner, Reading reading);
   void noteDrive(Trial& trial, const std::string& path);
   const std::string& windowsFolder();

@@ -98,6 +98,16 @@ std::vector<std::pair<HiveHandle, Names>> trueRoads(HiveHandle hive, const Names
   }
 }
 
+std::vector<TruePlace> truePlaces(HiveHandle hive, std::u16string path) {
+  std::vector<TruePlace> places;
+  for (const auto& [trueHive, above] : trueRoads(hive, {})) {
+    const std::u16string start = joined(above);
+    places.push_back(
+        {trueHive, start.empty() || path.empty() ? start + path : start + u"\\" + path});
+  }
+  return places;
+}
+
 }  // namespace
 
 std::u16string TruePlace::fullPath() const {
@@ -110,6 +120,9 @@ std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, V
   if (std::ranges::any_of(
           names, [](const std::u16string& name) { return name.size() > longestKeyName; })) {
     return {};
+  }
+  if (views == Views::True) {
+    return truePlaces(hive, joined(names));
   }
   const bool isOwnApart = views == Views::Own && runsOn64BitWindows();
   std::vector<TruePlace> places;

@@ -37,6 +37,7 @@ enum class Reason : std::uint8_t {
   FoundWithOwnerVariables,
   // Not to be decided from here.
   UnknownVariable,
+  PlaceUnknown,
   Share,
   DriveAbsent,
   DriveRemovable,

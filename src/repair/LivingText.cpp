@@ -88,7 +88,7 @@ bool isSurelyGone(const Form42& form, const std::string& text) {
     return false;
   }
   TextLook look(Shares::Refused);
-  const Evidence evidence = look.at(text, {}, Reading::CommandOrFolder);
+  const Evidence evidence = look.at(text, {}, Reading::Command);
   return confidenceOf(evidence.reasons) != Confidence::Unsure;
 }
 

@@ -24,6 +24,8 @@ enum class Fits : std::uint8_t {
   Bits64,  // in the 64-bit view
   Bits32,  // in the 32-bit view
   OfUser,  // in the user's own registry
+  OfMachine,
+  Names,  // as the name of a value
 };
 
 enum class Shape : std::uint8_t {
@@ -42,6 +44,8 @@ struct Case {
 
 // Paths of files, for every kind of reference.
 std::span<const Case> pathCases();
+// Texts that have paths in them, for values that may hold anything.
+std::span<const Case> textCases();
 // Whole commands, for what starts at log-on.
 std::span<const Case> commandCases();
 

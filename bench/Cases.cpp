@@ -18,7 +18,7 @@ bool isAnyOf(std::string_view text, std::initializer_list<std::string_view> part
                      [&](std::string_view part) { return has(text, part); });
 }
 
-bool fitsOwner(Fits fits, const Place& place) {
+bool fitsPlace(Fits fits, const Place& place) {
   switch (fits) {
     case Fits::Bits64:
       return place.view == View::Bits64;
@@ -26,6 +26,10 @@ bool fitsOwner(Fits fits, const Place& place) {
       return place.view == View::Bits32;
     case Fits::OfUser:
       return place.owner == Owner::User;
+    case Fits::OfMachine:
+      return place.owner == Owner::Machine;
+    case Fits::Names:
+      return place.use == Use::Name;
     default:
       return true;
   }
@@ -46,7 +50,7 @@ bool fitsUse(const Case& tried, Use use) {
 bool fits(const Case& tried, const Place& place) {
   // Fonts and help files have no program folder.
   const bool needsPrograms = isAnyOf(tried.text, {"{live}", "{gone}", "{lost}"});
-  return fitsOwner(tried.fits, place) && fitsUse(tried, place.use) &&
+  return fitsPlace(tried.fits, place) && fitsUse(tried, place.use) &&
          !(needsPrograms && !FilePool::isOfPrograms(place.kind));
 }
 
@@ -121,7 +125,7 @@ Reference Cases::filled(const Case& taken, const Place& place) const {
 }
 
 std::string Cases::filling(std::string_view gap, const Place& place) const {
-  const std::string programs = FilePool::programFolder(place.view);
+  std::string programs = FilePool::programFolder(place.view);
   const auto below = [&](const std::string& path) { return path.substr(programs.size() + 1); };
   const std::string extension(FilePool::extensionOf(place.kind));
   if (gap == "{P}") {

@@ -18,9 +18,16 @@ void writeVariables(const Making& making) {
   making.registry.text("PATHEXT", ".COM;.EXE;.BAT;.CMD;.VBS;.JS");
   making.registry.container("HKEY_CURRENT_USER\\Environment");
   making.registry.text("TOOLSOFANN", "C:\\Tools of Ann");
+  making.registry.text("Path", "C:\\Tools of Ann\\bin");
   making.registry.expandableText("NESTEDTOOLS", "%LOCALAPPDATA%\\Tools");
   making.registry.expandableText("LOOPONE", "%LOOPTWO%");
   making.registry.expandableText("LOOPTWO", "%LOOPONE%");
+}
+
+void writeUsersPrograms(const Making& making) {
+  making.registry.container(std::string(userSoftware) + windowsKey +
+                            "\\App Paths\\onuserapppaths.exe");
+  making.registry.text("", "C:\\Tools of Ann\\onuserapppaths.exe");
 }
 
 void writeProduct(const Making& making) {
@@ -58,6 +65,7 @@ void writeSurrogate(const Making& making) {
 
 void writeEnvironment(const Making& making) {
   writeVariables(making);
+  writeUsersPrograms(making);
   writeProduct(making);
   writeServices(making);
   writeSurrogate(making);

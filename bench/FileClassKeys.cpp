@@ -118,7 +118,7 @@ void writeAdvertisedCommand(const Making& making, const FileClass& fileClass) {
   making.registry.texts("command", code);
 }
 
-enum class Beside { Nothing, DropTarget, Conversation };
+enum class Beside { Nothing, DropTarget, Conversation, Handler, Subkey };
 
 // The key of a command with nothing in it, and what else may carry the command out.
 void writeEmptyCommand(const Making& making, const FileClass& fileClass, Beside beside) {
@@ -129,6 +129,10 @@ void writeEmptyCommand(const Making& making, const FileClass& fileClass, Beside 
                    ? Reference{{}, Truth::Dead, "empty-command"}
                    : Reference{{}, Truth::Undecidable, "empty-command-with-handler"});
   const std::string open = fileClass.classes + "\\" + fileClass.name + "\\shell\\open\\";
+  if (beside == Beside::Subkey) {
+    making.registry.key(open + "command\\Vendor");
+    making.registry.text("Verb", "open");
+  }
   if (beside == Beside::DropTarget) {
     making.registry.key(open + "DropTarget");
     making.registry.text("CLSID", "{D1100000-0000-4000-8000-000000000001}");
@@ -138,14 +142,23 @@ void writeEmptyCommand(const Making& making, const FileClass& fileClass, Beside 
   }
 }
 
+// A plain cut ends at the first ending of a program.
+void writeUnquotedCommand(const Making& making, const FileClass& fileClass) {
+  writeClass(making, fileClass);
+  writeCommand(making, fileClass,
+               {"C:\\Company Tools\\setup.exe files\\v1.2.dll\\tool.exe %1", Truth::Alive, "dots"});
+}
+
 void writeOddClasses(const Making& making) {
   std::size_t number = 0;
   const auto next = [&] { return FileClass{machineClasses, "Odd." + padded(number++, 5)}; };
   for (std::size_t turn = 0; turn < making.share(20); ++turn) {
     writeAdvertisedCommand(making, next());
-    writeEmptyCommand(making, next(), Beside::Nothing);
-    writeEmptyCommand(making, next(), Beside::DropTarget);
-    writeEmptyCommand(making, next(), Beside::Conversation);
+    for (const Beside beside :
+         {Beside::Nothing, Beside::DropTarget, Beside::Conversation, Beside::Subkey}) {
+      writeEmptyCommand(making, next(), beside);
+    }
+    writeUnquotedCommand(making, next());
   }
 }
 

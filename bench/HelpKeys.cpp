@@ -77,7 +77,7 @@ void writeHtmlHelpList(const Making& making) {
     writeHtmlHelpFile(making, name, isEnded ? endedFolder : folder,
                       {name, truth, isEnded ? familyOf(truth) : "help-folder-without-backslash"});
   }
-  const std::size_t blank = snapInCount(making) / oneOfSnapInsIsDead + making.casesOfPlace() + 1;
+  const std::size_t blank = snapInCount(making) / oneOfSnapInsIsDead + making.casesOfPlace() + 4;
   for (number = 0; number < blank; ++number) {
     making.registry.text("lost" + padded(number, 5) + ".chm", "");
   }
@@ -86,11 +86,23 @@ void writeHtmlHelpList(const Making& making) {
   writeHtmlHelpOfNt(making, blank);
 }
 
-void writeSnapIn(const Making& making, const std::string& name, const Reference& topic) {
+void writeSnapIn(const Making& making, const std::string& name, const Reference& topic,
+                 const char* value = "HelpTopic") {
   making.registry.key(snapIns + "\\" + name);
   making.registry.text("NameString", "Snap-in");
-  making.registry.reference("HelpTopic", topic.text);
-  making.label("55", snapIns + "\\" + name, "HelpTopic", topic);
+  making.registry.reference(value, topic.text);
+  making.label("55", snapIns + "\\" + name, value, topic);
+}
+
+// Lists of several topics.
+void writeLinkedTopics(const Making& making) {
+  constexpr const char* value = "LinkedHelpTopics";
+  constexpr const char* family = "linked-topics";
+  const std::string live = "C:\\Windows\\Tools\\tool.chm";
+  const std::string dead = "C:\\Windows\\Tools\\notool.chm";
+  writeSnapIn(making, "Linked 1", {live + ";" + live, Truth::Alive, family}, value);
+  writeSnapIn(making, "Linked 2", {dead + ";" + live, Truth::Alive, family}, value);
+  writeSnapIn(making, "Linked 3", {dead, Truth::Dead, family}, value);
 }
 
 void writeSnapIns(const Making& making) {
@@ -108,6 +120,7 @@ void writeSnapIns(const Making& making) {
   for (const Reference& topic : making.paths.take(place, making.casesOfPlace())) {
     writeSnapIn(making, "Tools " + padded(number++, 4), topic);
   }
+  writeLinkedTopics(making);
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ Places ofProgram(const Row& row) {
 
 Places ofIcon(const Row& row) { return {{row.root + "\\" + row.location + "\\DefaultIcon", ""}}; }
 
-Places ofSnapIn(const Row& row) { return {{row.key, "HelpTopic"}}; }
+Places ofSnapIn(const Row& row) { return {{row.key, "HelpTopic"}, {row.key, "LinkedHelpTopics"}}; }
 
 Places ofHelpFolder(const Row& row) { return {{row.key + "\\HELPDIR", ""}}; }
 

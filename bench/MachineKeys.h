@@ -18,6 +18,7 @@ struct Making {
   Random& random;
   std::size_t keyCount;
   Cases& paths;
+  Cases& texts;
   Cases& commands;
   const LabelSink& labels;
 

@@ -71,8 +71,9 @@ void makeMachine(const fs::path& folder, const MachineSize& size, const LabelSin
     writeToolFiles(folder / "C");
     Random random(size.seed);
     Cases paths(pathCases(), files, random);
+    Cases texts(textCases(), files, random);
     Cases commands(commandCases(), files, random);
-    const Making making{registry, files, random, size.keys, paths, commands, labels};
+    const Making making{registry, files, random, size.keys, paths, texts, commands, labels};
     writeSystemKeys(making);
     writeEnvironment(making);
     writeUninstallRecords(making);

@@ -49,6 +49,7 @@ void writeFonts(const Making& making) {
               {making.files.deadFile(FileKind::Font, View::Bits64, making.random), Truth::Dead,
                "font-by-whole-path"});
   }
+  writeFont(making, list, "Without a file", {{}, Truth::Undecidable, "no-text"});
   const Place place{FileKind::Font, View::Bits64, Owner::Machine};
   for (const Reference& font : making.paths.take(place, making.casesOfPlace())) {
     writeFont(making, list, "Whole path " + padded(number++, 4), font);

@@ -47,6 +47,7 @@ void writeHardRecords(const Making& making, const std::string& above, const List
   const std::size_t count = making.casesOfPlace();
   const std::vector<Reference> icons = making.paths.take(place, count);
   const std::vector<Reference> folders = making.paths.take(folderPlace, count);
+  const std::vector<Reference> texts = making.texts.take(place, count);
   const std::vector<Reference> commands = making.commands.take(place, count);
   for (std::size_t number = 0; number < count; ++number) {
     const std::string record = above + "\\Tool " + padded(number, 5);
@@ -57,6 +58,7 @@ void writeHardRecords(const Making& making, const std::string& above, const List
                "text-with-colon"});
     writeText(making, record, "DisplayIcon", changed(icons[number], "", ",-101"));
     writeText(making, record, "InstallSource", folders[number]);
+    writeText(making, record, "Readme", texts[number]);
     writeText(making, record, "UninstallString", commands[number]);
   }
 }

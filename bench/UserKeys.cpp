@@ -14,7 +14,7 @@ const std::string muiCache =
     "\\Classes\\Local Settings\\Software\\Microsoft\\Windows\\Shell\\MuiCache";
 
 // What is kept about an extension besides the programs that can open it.
-enum class Holds { Programs, Nothing, EmptyPrograms, OpenWithList, UserChoice };
+enum class Holds { Programs, Nothing, EmptyPrograms, OpenWithList, UserChoice, Application };
 
 struct ExtensionCase {
   Holds holds;
@@ -24,6 +24,7 @@ const ExtensionCase extensionCases[] = {
     {Holds::Nothing, {{}, Truth::Dead, "extension-with-nothing"}},
     {Holds::EmptyPrograms, {{}, Truth::Dead, "extension-with-nothing"}},
     {Holds::OpenWithList, {{}, Truth::Undecidable, "extension-with-open-with-list"}},
+    {Holds::Application, {{}, Truth::Undecidable, "extension-with-application"}},
     {Holds::UserChoice, {{}, Truth::Undecidable, "extension-with-user-choice"}},
 };
 
@@ -31,6 +32,9 @@ void writeExtension(const Making& making, const std::string& path, Holds holds,
                     const Reference& reference) {
   making.registry.key(path);
   making.label("122", path, "", reference);
+  if (holds == Holds::Application) {
+    making.registry.text("Application", "app00000.exe");
+  }
   if (holds == Holds::Programs || holds == Holds::OpenWithList) {
     making.registry.key(path + "\\OpenWithList");
     making.registry.text("a", "app" + padded(making.random.below(1000), 5) + ".exe");

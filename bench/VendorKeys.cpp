@@ -42,8 +42,10 @@ class Vendors {
     std::size_t number = 0;
     const Owner owner = above == userSoftware ? Owner::User : Owner::Machine;
     const Place place{FileKind::Program, view, owner};
-    for (const Reference& program : making.paths.take(place, making.casesOfPlace())) {
-      writeProgram(path, "Tool " + padded(number++, 4), program);
+    for (Cases* cases : {&making.paths, &making.texts}) {
+      for (const Reference& program : cases->take(place, making.casesOfPlace())) {
+        writeProgram(path, "Tool " + padded(number++, 4), program);
+      }
     }
   }
 

@@ -147,6 +147,9 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind) {
 
 std::string plainPath(std::string_view text, const std::string& windowsFolder) {
   text = trim(text);
+  if (isDrivePath(text)) {
+    return std::string(text);
+  }
   if (text.starts_with('@')) {
     text.remove_prefix(1);
   }

@@ -29,7 +29,7 @@ inline constexpr std::size_t longestUsualPath = 259;
 
 class FileLook {
  public:
-  // `path` begins with a drive that is not remote.
+  // `path` begins with a drive, or with a share that may be asked.
   FileIs at(const std::string& path);
 
   // Of a letter in either case.

@@ -98,8 +98,11 @@ Evidence helpFile(const LookedAt& finding) {
   if (isFound(evidence)) {
     return evidence;
   }
-  // The folder may be the whole path already, or only lack its separator.
-  const std::vector<std::string> others{folder, folder + file};
+  // The folder may only lack its separator, or be the whole path already.
+  std::vector<std::string> others{folder + file};
+  if (endsWith(folder, "\\" + file)) {
+    others.push_back(folder);
+  }
   Evidence other = finding.texts.atAny(others, finding.owner, Reading::File);
   if (isFound(other)) {
     other.reasons = {Reason::FoundInsideText};

@@ -21,6 +21,8 @@ constexpr std::array<ReasonRule, reasonCount> rules{{
      "What it names does not exist, but the entry belongs to Windows itself."},
     {Reason::PathTooLong, "path-too-long", Effect::Doubt,
      "The path does not exist, but it is longer than most programs can open."},
+    {Reason::AbsentOnShare, "absent-on-share", Effect::Doubt,
+     "The other computer that it names has no such file at present."},
     {Reason::NotRegistered, "not-registered", Effect::Doubt,
      "What it names is not registered on this computer."},
     {Reason::Found, "found", Effect::Undecided, "What it names exists."},

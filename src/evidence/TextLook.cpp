@@ -265,9 +265,16 @@ void TextLook::tryReading(Trial& trial, const std::string& text, const TextOwner
     judge(Reason::PlaceUnknown);
     return;
   }
-  if (leadsToShare(path) && shares == Shares::Refused) {
+  const bool hasDrive = isDrivePath(path);
+  const bool isRemote =
+      hasDrive ? files.drive(path.front()) == DriveIs::Remote : leadsToShare(path);
+  if (isRemote && shares == Shares::Refused) {
     trial.note(Reason::Share);
     trial.isJudged = true;
+    return;
+  }
+  if (isRemote) {
+    tryShare(trial, path, takes);
     return;
   }
   if (isTemplate(path)) {
@@ -286,6 +293,21 @@ void TextLook::tryReading(Trial& trial, const std::string& text, const TextOwner
   } else {
     judge(Reason::NotAPath);
   }
+}
+
+// Only where shares are asked.
+void TextLook::tryShare(Trial& trial, const std::string& path, Takes takes) {
+  addAll(trial.tested, {path});
+  const FileIs answer = files.at(path);
+  const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
+  if (answer == FileIs::File || isFolder) {
+    trial.find(Reason::Found);
+  } else if (answer == FileIs::Missing || answer == FileIs::InMissingFolder) {
+    trial.note(Reason::AbsentOnShare);
+  } else {
+    trial.note(Reason::Share);
+  }
+  trial.isJudged = true;
 }
 
 void TextLook::noteDrive(Trial& trial, const std::string& path) {
@@ -314,7 +336,7 @@ void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& o
   if (tryViews(trial, path, owner, takes)) {
     return;
   }
-  if (!hasExtension(path)) {
+  if (!hasExtension(path) && files.at(path) != FileIs::InMissingFolder) {
     for (const std::string_view ending : endingsFor(reading)) {
       Trial extended;
       if (tryViews(extended, path + std::string(ending), owner, Takes::FilesOnly)) {

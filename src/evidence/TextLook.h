@@ -65,6 +65,7 @@ class TextLook {
                Takes takes);
   bool tryViews(Trial& trial, const std::string& path, const TextOwner& owner, Takes takes);
   void trySearch(Trial& trial, const std::string& name, const TextOwner& owner, Reading reading);
+  void tryShare(Trial& trial, const std::string& path, Takes takes);
   void noteDrive(Trial& trial, const std::string& path);
   const std::string& windowsFolder();
 

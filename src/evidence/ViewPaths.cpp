@@ -18,7 +18,8 @@ bool isSeparator(char character) { return character == '\\' || character == '/';
 std::string_view below(std::string_view path, const std::string& windowsFolder) {
   const std::size_t size = windowsFolder.size();
   const bool isBelow = path.size() > size + 1 && isSeparator(path[size]) &&
-                       lowerCase(path.substr(0, size)) == lowerCase(windowsFolder);
+                       (path.starts_with(windowsFolder) ||
+                        lowerCase(path.substr(0, size)) == lowerCase(windowsFolder));
   return isBelow ? path.substr(size + 1) : std::string_view();
 }
 

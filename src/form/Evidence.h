@@ -26,6 +26,7 @@ enum class Reason : std::uint8_t {
   SharedCount,
   SystemOwned,
   PathTooLong,
+  AbsentOnShare,
   NotRegistered,
   // There after all.
   Found,

@@ -1,6 +1,7 @@
 """How sure each finding is: the box on the options page, and ticks, marks and sentences of the rows."""
 
-from driver.screen import RESULTS_LIST
+from driver import findings
+from driver.screen import RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
 BOX = "Careful: tick nothing that is unsure"
@@ -48,3 +49,69 @@ def a_policy_decides_it(scene):
     scene.screen.press("Start")
     rows = scene.screen.see_results().list(RESULTS_LIST).rows
     expect("each row is ticked", all(row["ticked"] for row in rows), True)
+
+
+def rows_say_how_sure_they_are(scene):
+    screen = scene.screen
+    sure, likely, unsure = "Quill Script (TrueType)", ".hbc", "Unnamed Face (TrueType)"
+    confidences = findings.confidences_of_json(
+        scene.box.sh("wine zelvreg-console.exe scan --json")[1])
+    screen.start()
+    screen.press("Start")
+    results = screen.see_results()
+    expect("what is not unsure is ticked", findings.ticked_of_list(results.list(RESULTS_LIST)),
+           {each for each, confidence in confidences.items() if confidence != "unsure"})
+    screen.picture("results")
+    marks = [screen.mark(RESULTS_LIST, name) for name in (sure, likely, unsure)]
+    expect("each confidence has its mark", len(set(marks)), 3)
+    expect("which is the same in each row", screen.mark(RESULTS_LIST, "Small Fonts"), marks[0])
+
+    screen.click_row(RESULTS_LIST, likely)
+    screen.see("why it is likely", lambda window: window.says(
+        "Likely. What it names is not registered on this computer."))
+    screen.picture("likely")
+    screen.click_row(RESULTS_LIST, "Small Fonts")
+    screen.see("why it is sure", lambda window: window.says("Sure. What it names does not exist."))
+    screen.picture("sure")
+    screen.display.keys("Down")
+    screen.see("why it is unsure", lambda window: window.says(
+        "Unsure. The entry holds no text that names a file."))
+    screen.picture("unsure")
+
+
+def why_is_said_in_the_language_in_use(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    screen.see_results()
+    screen.click_row(RESULTS_LIST, "Quill Script (TrueType)")
+    screen.see("why", lambda window: window.says("Sure. What it names does not exist."))
+    screen.press_picture("chameleonButton13")
+    screen.click_text("Deutsch")
+    screen.see("no row is described", lambda window: window.says("Wählen Sie einen Eintrag") and
+               not window.says("What it names"))
+    screen.click_row("Ort der ungültigen Daten", "Quill Script (TrueType)")
+    screen.see("why, in German", lambda window: window.says(
+        "Sicher. Das Ziel des Eintrags ist nicht vorhanden."))
+    screen.picture("german")
+
+
+def careful_takes_the_ticks_of_unsure_rows(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    ticked = findings.ticked_of_list(screen.see_results().list(RESULTS_LIST))
+    screen.press("Select All")
+    screen.see("each row is ticked", lambda window: all(
+        row["ticked"] for row in window.list(RESULTS_LIST).rows))
+    screen.tick_row(RESULTS_LIST, "Quill Script (TrueType)")
+    screen.press("Search Location")
+    for is_on in (False, True):
+        screen.press(BOX)
+        _see_box(scene, is_on)
+    screen.click_row(ROWS_LIST, "Fonts", times=2)
+    left = findings.ticked_of_list(screen.see_results().list(RESULTS_LIST))
+    expect("only one row more has no tick than after the scan",
+           sorted(each[0] for each in ticked - left), ["Quill Script (TrueType)"])
+    expect("no row has got one", left - ticked, set())
+    screen.picture("careful-again")

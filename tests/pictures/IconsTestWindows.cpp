@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 #include "evidence/Reasons.h"
 #include "form/Form42.h"
@@ -56,20 +57,23 @@ TEST(Icons, NoTwoCategoriesShareAPicture) {
   }
 }
 
-TEST(Icons, EachConfidenceHasAMarkOfItsOwnShape) {
-  const auto shapeOf = [](Confidence confidence) { return iconShape(codeOf(confidence), 16); };
-  const auto sure = shapeOf(Confidence::Sure);
-  const auto likely = shapeOf(Confidence::Likely);
-  const auto unsure = shapeOf(Confidence::Unsure);
-  ASSERT_TRUE(sure && likely && unsure);
+// Beside it stands the picture of its category.
+TEST(Icons, EachConfidenceHasAMarkLikeNoOtherPicture) {
   constexpr int markedly = 24;
-  for (const auto& [one, other] :
-       {std::pair(*sure, *likely), {*sure, *unsure}, {*likely, *unsure}}) {
-    int different = 0;
-    for (std::size_t pixel = 0; pixel < one.coverage.size(); ++pixel) {
-      different += (one.coverage[pixel] > 127) != (other.coverage[pixel] > 127) ? 1 : 0;
+  std::vector<IconShape> others;
+  for (const Category& category : categories()) {
+    others.push_back(iconShape(category.icon, 16).value());
+  }
+  for (const Confidence confidence : {Confidence::Sure, Confidence::Likely, Confidence::Unsure}) {
+    const IconShape mark = iconShape(codeOf(confidence), 16).value();
+    for (const IconShape& other : others) {
+      int different = 0;
+      for (std::size_t pixel = 0; pixel < mark.coverage.size(); ++pixel) {
+        different += (mark.coverage[pixel] > 127) != (other.coverage[pixel] > 127) ? 1 : 0;
+      }
+      EXPECT_GT(different, markedly) << codeOf(confidence);
     }
-    EXPECT_GT(different, markedly);
+    others.push_back(mark);
   }
 }
 

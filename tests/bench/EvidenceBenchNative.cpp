@@ -12,16 +12,22 @@
 namespace zelvreg::bench {
 namespace {
 
-EvidenceFigures measure(std::uint64_t seed) {
+const EvidenceFigures& measuredOnce(std::uint64_t seed) {
+  static std::map<std::uint64_t, EvidenceFigures> machines;
+  const auto found = machines.find(seed);
+  if (found != machines.end()) {
+    return found->second;
+  }
   const WorkFolder work;
-  return measureEvidence(work.path() / "machine", fewestKeys, seed);
+  return machines.emplace(seed, measureEvidence(work.path() / "machine", fewestKeys, seed))
+      .first->second;
 }
 
 class EvidenceOnMadeMachines : public testing::TestWithParam<std::uint64_t> {};
 INSTANTIATE_TEST_SUITE_P(Seeds, EvidenceOnMadeMachines, testing::Values(1, 2, 3));
 
 TEST_P(EvidenceOnMadeMachines, EveryFindingHasALabelAndEveryKindHasFindings) {
-  const EvidenceFigures figures = measure(GetParam());
+  const EvidenceFigures& figures = measuredOnce(GetParam());
   EXPECT_EQ(figures.unlabelled, std::vector<std::string>());
   EXPECT_EQ(figures.byKind.size(), 22U);
   for (const auto& [kind, tally] : figures.byKind) {
@@ -30,6 +36,14 @@ TEST_P(EvidenceOnMadeMachines, EveryFindingHasALabelAndEveryKindHasFindings) {
   EXPECT_GT(figures.total().foundOf(Truth::Alive), 0U);
   EXPECT_GT(figures.total().foundOf(Truth::Undecidable), 0U);
   EXPECT_GT(figures.rowsWithoutKind, 0U);
+}
+
+TEST_P(EvidenceOnMadeMachines, OnlyDeadReferencesAreTickedAndNearlyAllOfThem) {
+  const EvidenceFigures& figures = measuredOnce(GetParam());
+  std::ostringstream table;
+  printEvidence(table, figures);
+  EXPECT_TRUE(figures.ticksNothingElse()) << table.str();
+  EXPECT_TRUE(figures.ticksTheDead()) << table.str();
 }
 
 Tally tally(std::size_t dead, std::size_t ticked) {

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "evidence/ViewPaths.h"
+#include "runtime/ShortNames.h"
 #include "text/Characters.h"
 #include "text/Text.h"
 #include "unicode/Unicode.h"
@@ -353,7 +354,17 @@ void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& o
     trial.note(Reason::InstallerOnDemand);
   }
   if (hasShortName(path)) {
-    trial.note(Reason::ShortName);
+    const std::string full = withLongNames(path);
+    Trial named;
+    if (full != path && tryViews(named, full, owner, takes)) {
+      trial.find(Reason::Found);
+      addAll(trial.tested, named.tested);
+      return;
+    }
+    // What was looked up is as good as any other path.
+    if (full == path) {
+      trial.note(Reason::ShortName);
+    }
   }
 }
 

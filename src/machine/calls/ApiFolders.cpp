@@ -141,13 +141,13 @@ DWORD GetFileAttributesW(LPCWSTR path) {
   return machine->drives().records().attributes(place.path, place.isFolder);
 }
 
-// Drives are fixed disks, unless one is said to be remote; of a letter without a folder nothing is
+// Drives are fixed disks, unless one is said to be another kind; of a letter without a folder nothing is
 // known, or there is no such drive.
 UINT GetDriveTypeW(LPCWSTR root) {
   Machine* machine = machineInForce();
   if (machine == nullptr || root == nullptr) return DRIVE_UNKNOWN;
   const std::u16string_view path = root;
-  if (machine->drives().isRemote(path)) return DRIVE_REMOTE;
+  if (const UINT type = machine->drives().typeOf(path); type != 0) return type;
   // Asked before each file that is looked for, almost always with the root itself.
   const bool isRoot = path.size() == 3 && path[1] == u':' && isSeparator(path[2]);
   const bool isThere =

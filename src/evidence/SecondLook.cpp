@@ -159,17 +159,4 @@ void tickByConfidence(Form42& form) {
   }
 }
 
-ConfidenceCounts countConfidence(const Form42& form) {
-  ConfidenceCounts counts;
-  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    const Evidence* evidence = evidenceOf(form, row);
-    const Confidence confidence = evidence == nullptr ? Confidence::Unsure : evidence->confidence;
-    counts.sure += confidence == Confidence::Sure ? 1 : 0;
-    counts.likely += confidence == Confidence::Likely ? 1 : 0;
-    counts.unsure += confidence == Confidence::Unsure ? 1 : 0;
-    counts.unsureTicked += confidence == Confidence::Unsure && form.View2.isChecked(row) ? 1 : 0;
-  }
-  return counts;
-}
-
 }  // namespace zelvreg

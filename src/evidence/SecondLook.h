@@ -27,15 +27,6 @@ const Evidence* evidenceOf(const Form42& form, std::size_t row);
 // safeguard.
 void tickByConfidence(Form42& form);
 
-struct ConfidenceCounts {
-  std::size_t sure = 0;
-  std::size_t likely = 0;
-  std::size_t unsure = 0;
-  // Of those that are unsure, how many are ticked nevertheless.
-  std::size_t unsureTicked = 0;
-};
-ConfidenceCounts countConfidence(const Form42& form);
-
 }  // namespace zelvreg
 
 #endif

@@ -324,8 +324,9 @@ void TextLook::noteDrive(Trial& trial, const std::string& path) {
   }
 }
 
-void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& owner,
+void TextLook::tryPath(Trial& trial, const std::string& given, const TextOwner& owner,
                        Reading reading, Takes takes) {
+  const std::string path = hasShortName(given) ? withLongNames(given) : given;
   if (!trial.isJudged) {
     addAll(trial.tested, {path});
   }
@@ -353,18 +354,9 @@ void TextLook::tryPath(Trial& trial, const std::string& path, const TextOwner& o
   if (isCachedByInstaller(path) && products.isProduct(guidIn(path))) {
     trial.note(Reason::InstallerOnDemand);
   }
-  if (hasShortName(path)) {
-    const std::string full = withLongNames(path);
-    Trial named;
-    if (full != path && tryViews(named, full, owner, takes)) {
-      trial.find(Reason::Found);
-      addAll(trial.tested, named.tested);
-      return;
-    }
-    // What was looked up is as good as any other path.
-    if (full == path) {
-      trial.note(Reason::ShortName);
-    }
+  // One that could be looked up is as good as any other.
+  if (hasShortName(given) && path == given) {
+    trial.note(Reason::ShortName);
   }
 }
 

@@ -61,7 +61,7 @@ class TextLook {
   Trial tryTarget(const LaunchTarget& target, const TextOwner& owner, int depth);
   void tryReading(Trial& trial, const std::string& text, const TextOwner& owner, Reading reading,
                   Takes takes);
-  void tryPath(Trial& trial, const std::string& path, const TextOwner& owner, Reading reading,
+  void tryPath(Trial& trial, const std::string& given, const TextOwner& owner, Reading reading,
                Takes takes);
   bool tryViews(Trial& trial, const std::string& path, const TextOwner& owner, Takes takes);
   void trySearch(Trial& trial, const std::string& name, const TextOwner& owner, Reading reading);

@@ -5,6 +5,7 @@
 #include "evidence/TextLook.h"
 #include "machine/files/Drives.h"
 #include "support/MachineFixture.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg {
 namespace {

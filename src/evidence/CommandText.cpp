@@ -24,24 +24,19 @@ bool isLetter(char character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
 }
 
-// Where the first file ends, by its extension.
+// Where the first file ends, by its extension. Every extension is ASCII, so bytes are compared.
 std::optional<std::size_t> endOfFile(std::string_view text) {
-  const std::string lower = lowerCase(text);
-  std::size_t first = std::string::npos;
-  if (lower.size() != text.size()) {
-    return std::nullopt;  // positions would not fit
-  }
-  for (auto dot = lower.find('.'); dot < first; dot = lower.find('.', dot + 1)) {
-    const std::string_view rest = std::string_view(lower).substr(dot);
+  for (auto dot = text.find('.'); dot != std::string_view::npos; dot = text.find('.', dot + 1)) {
     for (const std::string_view ending : fileEndings) {
-      if (rest.starts_with(ending) &&
-          (rest.size() == ending.size() ||
-           afterFile.find(rest[ending.size()]) != std::string_view::npos)) {
-        first = dot + ending.size();
+      const std::size_t end = dot + ending.size();
+      const bool isEnd = end == text.size() ||
+                         (end < text.size() && afterFile.find(text[end]) != std::string_view::npos);
+      if (isEnd && findIgnoringCase(text.substr(dot, ending.size()), ending) == 0) {
+        return end;
       }
     }
   }
-  return first == std::string::npos ? std::nullopt : std::optional(first);
+  return std::nullopt;
 }
 
 class Readings {

@@ -38,8 +38,7 @@ std::string keyNameOf(const Form42& form, std::size_t row, const NamedPlace& nam
 bool isBlank(const std::string& text) { return trim(text).empty(); }
 
 // Fills in what is there; whether this place is the one.
-bool readAt(Entry& entry, const NamedPlace& named) {
-  const WideKey key(entry.key.hive, entry.key.path, KEY_QUERY_VALUE);
+bool readAt(Entry& entry, const WideKey& key, const NamedPlace& named) {
   if (key.presence() == Presence::Refused) {
     entry.state = EntryIs::Denied;
     return true;
@@ -66,19 +65,33 @@ bool readAt(Entry& entry, const NamedPlace& named) {
 }  // namespace
 
 ProgramView Entry::view() const {
-  const std::string path = lowerCase(utf8(key.path)) + "\\";
-  return contains(path, "\\wow6432node\\") ? ProgramView::Bits32 : ProgramView::Bits64;
+  return containsIgnoringCase(utf8(key.path) + "\\", "\\wow6432node\\") ? ProgramView::Bits32
+                                                                        : ProgramView::Bits64;
 }
 
-Entry entryOf(const Form42& form, std::size_t row, int code) {
+const std::vector<EntryReader::OpenPlace>& EntryReader::open(HiveHandle root,
+                                                             const std::string& key) {
+  if (root != lastRoot || key != lastKey) {
+    lastRoot = root;
+    lastKey = key;
+    places.clear();
+    for (TruePlace& place : possiblePlaces(root, key, Views::True)) {
+      WideKey opened(place.hive, place.path, KEY_QUERY_VALUE);
+      places.push_back({std::move(place), std::move(opened)});
+    }
+  }
+  return places;
+}
+
+Entry EntryReader::entryOf(const Form42& form, std::size_t row, int code) {
   Entry entry;
   for (const NamedPlace& named : namedPlaces(form, row, code)) {
     const HiveHandle root = named.root == rowsRoot ? rootOfRow(form, row) : named.root;
-    for (const TruePlace& key : possiblePlaces(root, keyNameOf(form, row, named), Views::True)) {
+    for (const OpenPlace& one : open(root, keyNameOf(form, row, named))) {
       Entry there;
-      there.key = key;
+      there.key = one.place;
       there.name = valueNameOf(form, row, named);
-      if (readAt(there, named)) {
+      if (readAt(there, one.key, named)) {
         return there;
       }
       if (entry.key.hive == HiveHandle::Unknown) {
@@ -110,15 +123,15 @@ bool KeyContent::hasNamedValue() const {
   return std::ranges::any_of(values, [](const WideValue& value) { return !value.name.empty(); });
 }
 
-KeyContent contentOf(const TruePlace& place) {
+KeyContent contentOf(const TruePlace& key) {
   KeyContent content;
-  const WideKey key(place.hive, place.path, KEY_READ);
-  if (!key.isOpen()) {
-    content.isDenied = key.presence() == Presence::Refused;
+  const WideKey opened(key.hive, key.path, KEY_READ);
+  if (!opened.isOpen()) {
+    content.isDenied = opened.presence() == Presence::Refused;
     return content;
   }
-  auto values = key.values();
-  auto subkeys = key.subkeys();
+  auto values = opened.values();
+  auto subkeys = opened.subkeys();
   content.isDenied = !values || !subkeys;
   content.values = std::move(values).value_or(std::vector<WideValue>());
   content.subkeys = std::move(subkeys).value_or(std::vector<std::u16string>());

@@ -28,8 +28,23 @@ struct Entry {
   [[nodiscard]] ProgramView view() const;
 };
 
-// What a row names. A key of which only the default value was judged comes with that value.
-Entry entryOf(const Form42& form, std::size_t row, int code);
+// Reads what rows name. Rows of one list follow each other, so the key of the last one stays open.
+class EntryReader {
+ public:
+  // A key of which only the default value was judged comes with that value.
+  Entry entryOf(const Form42& form, std::size_t row, int code);
+
+ private:
+  struct OpenPlace {
+    TruePlace place;
+    WideKey key;
+  };
+  const std::vector<OpenPlace>& open(HiveHandle root, const std::string& key);
+
+  HiveHandle lastRoot = HiveHandle::Unknown;
+  std::string lastKey;
+  std::vector<OpenPlace> places;
+};
 
 // A value beside or below an entry; empty if it does not exist or is no single text.
 std::string textBeside(const Entry& entry, const std::u16string& name);

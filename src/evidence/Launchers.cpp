@@ -206,7 +206,9 @@ constexpr std::array launchers{
 }  // namespace
 
 std::optional<LaunchTarget> launchTarget(std::string_view program, std::string_view arguments) {
-  std::string name = lowerCase(fileNameIn(program));
+  constexpr std::size_t longestName = 14;  // with ".exe"
+  const std::string_view file = fileNameIn(program);
+  std::string name = file.size() > longestName ? std::string() : lowerCase(file);
   if (name.ends_with(".exe")) {
     name.resize(name.size() - 4);
   }

@@ -46,7 +46,7 @@ class Look {
     }
     LookedAt finding{.form = form,
                      .row = row,
-                     .entry = entryOf(form, row, rule->code),
+                     .entry = entries.entryOf(form, row, rule->code),
                      .owner = {},
                      .texts = texts};
     if (finding.entry.state != EntryIs::There) {
@@ -72,7 +72,7 @@ class Look {
       return Reason::OwnShadowRow;
     }
     if (rule.code == emptyRecord && trim(form.View2.text(row, badValueColumn)).empty()) {
-      const Entry list = entryOf(form, row, rule.code);
+      const Entry list = entries.entryOf(form, row, rule.code);
       return list.state == EntryIs::Gone ? Reason::ListWithoutRecord : Reason::RecordWithoutName;
     }
     return std::nullopt;
@@ -112,6 +112,7 @@ class Look {
   const std::u16string userClasses = u"Software\\Classes";
 
   const Form42& form;
+  EntryReader entries;
   std::unordered_set<std::string> named;
   std::vector<FileOfKeys> files;
 };

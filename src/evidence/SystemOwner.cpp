@@ -24,20 +24,20 @@ bool isInstallerService(PSID sid) {
 
 }  // namespace
 
-bool isOwnedBySystem(const TruePlace& place) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(systemKey(place.hive), wideText(place.path), 0, READ_CONTROL | KEY_WOW64_64KEY,
-                    &key) != ERROR_SUCCESS) {
+bool isOwnedBySystem(const TruePlace& key) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExW(systemKey(key.hive), wideText(key.path), 0, READ_CONTROL | KEY_WOW64_64KEY,
+                    &opened) != ERROR_SUCCESS) {
     return false;
   }
   alignas(DWORD) std::array<BYTE, 256> descriptor{};
   auto size = static_cast<DWORD>(descriptor.size());
   PSID owner = nullptr;
   BOOL isDefault = FALSE;
-  const bool isRead = RegGetKeySecurity(key, OWNER_SECURITY_INFORMATION, descriptor.data(),
+  const bool isRead = RegGetKeySecurity(opened, OWNER_SECURITY_INFORMATION, descriptor.data(),
                                         &size) == ERROR_SUCCESS &&
                       GetSecurityDescriptorOwner(descriptor.data(), &owner, &isDefault) != FALSE;
-  RegCloseKey(key);
+  RegCloseKey(opened);
   return isRead && owner != nullptr && isInstallerService(owner);
 }
 

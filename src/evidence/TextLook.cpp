@@ -76,6 +76,18 @@ bool isTemplate(std::string_view path) {
   return hasPlace || path.find_first_of("*?<>|") != std::string_view::npos;
 }
 
+// The rest of a variable, or a place to fill in.
+bool hasOpenSign(std::string_view path) {
+  for (auto sign = path.find('%'); sign != std::string_view::npos;
+       sign = path.find('%', sign + 1)) {
+    const char next = sign + 1 < path.size() ? static_cast<char>(path[sign + 1] | 0x20) : ' ';
+    if (next >= 'a' && next <= 'z') {
+      return true;
+    }
+  }
+  return false;
+}
+
 // A device or a volume by another name than its drive's letter.
 bool isOnDevice(std::string_view path) {
   return findIgnoringCase(path, "volume{") == 0 || findIgnoringCase(path, "\\device\\") == 0 ||
@@ -327,10 +339,11 @@ void TextLook::noteDrive(Trial& trial, const std::string& path) {
 void TextLook::tryPath(Trial& trial, const std::string& given, const TextOwner& owner,
                        Reading reading, Takes takes) {
   const std::string path = hasShortName(given) ? withLongNames(given) : given;
-  if (!trial.isJudged) {
+  const bool isFirst = !trial.isJudged;
+  if (isFirst) {
     addAll(trial.tested, {path});
+    noteDrive(trial, path);
   }
-  noteDrive(trial, path);
   if (files.drive(path.front()) == DriveIs::Absent) {
     trial.isJudged = true;
     return;
@@ -348,6 +361,13 @@ void TextLook::tryPath(Trial& trial, const std::string& given, const TextOwner& 
       }
     }
   }
+  if (isFirst) {
+    noteDoubts(trial, path, path == given);
+  }
+}
+
+// What the path itself says against its being dead.
+void TextLook::noteDoubts(Trial& trial, const std::string& path, bool isAsGiven) {
   if (isOfPackage(path)) {
     trial.note(Reason::PackagedApp);
   }
@@ -355,7 +375,7 @@ void TextLook::tryPath(Trial& trial, const std::string& given, const TextOwner& 
     trial.note(Reason::InstallerOnDemand);
   }
   // One that could be looked up is as good as any other.
-  if (hasShortName(given) && path == given) {
+  if (isAsGiven && hasShortName(path)) {
     trial.note(Reason::ShortName);
   }
 }
@@ -385,8 +405,7 @@ bool TextLook::tryViews(Trial& trial, const std::string& path, const TextOwner& 
       if (isLong) {
         trial.note(Reason::PathTooLong);
       }
-      // The rest of a variable, or a place to fill in.
-      if (path.find('%') != std::string::npos) {
+      if (hasOpenSign(path)) {
         trial.note(Reason::UnknownVariable);
       }
     }

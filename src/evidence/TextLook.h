@@ -5,9 +5,9 @@
 #define ZELVREG_EVIDENCE_TEXT_LOOK_H
 
 #include <cstddef>
-#include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "evidence/CommandText.h"
@@ -66,13 +66,14 @@ class TextLook {
   bool tryViews(Trial& trial, const std::string& path, const TextOwner& owner, Takes takes);
   void trySearch(Trial& trial, const std::string& name, const TextOwner& owner, Reading reading);
   void tryShare(Trial& trial, const std::string& path, Takes takes);
+  void noteDoubts(Trial& trial, const std::string& path, bool isAsGiven);
   void noteDrive(Trial& trial, const std::string& path);
   const std::string& windowsFolder();
 
   Shares shares;
   FileLook files;
   SearchPath searchPath{files, variables};
-  std::map<std::string, Evidence> known;  // by text, owner and reading
+  std::unordered_map<std::string, Evidence> known;  // by text, owner and reading
   std::string windows;
 };
 

@@ -98,7 +98,7 @@ std::vector<std::pair<HiveHandle, Names>> trueRoads(HiveHandle hive, const Names
   }
 }
 
-std::vector<TruePlace> truePlaces(HiveHandle hive, std::u16string path) {
+std::vector<TruePlace> truePlaces(HiveHandle hive, const std::u16string& path) {
   std::vector<TruePlace> places;
   for (const auto& [trueHive, above] : trueRoads(hive, {})) {
     const std::u16string start = joined(above);

@@ -1,5 +1,7 @@
 #include "evidence/Plausibility.h"
 
+#include <windows.h>
+
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -9,10 +11,32 @@
 #include "evidence/Reasons.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
+#include "scan/Resolver.h"
 #include "text/Text.h"
+#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
+
+// Whether somebody has copied the hives of a disk alone: then the system folder has folders in it,
+// and no file.
+bool isHollow(const std::string& windows) {
+  const char* systemFolder = runsOn64BitWindows() ? "\\Sysnative\\*" : "\\System32\\*";
+  WIN32_FIND_DATAW found{};
+  HANDLE search = FindFirstFileW(Wide(windows + systemFolder).get(), &found);
+  if (search == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  std::size_t folders = 0;
+  bool hasFile = false;
+  do {
+    const bool isItself = found.cFileName[0] == u'.';
+    hasFile = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    folders += hasFile || isItself ? 0 : 1;
+  } while (!hasFile && FindNextFileW(search, &found) != FALSE);
+  FindClose(search);
+  return !hasFile && folders > 0;
+}
 
 // More than half of a category counts only where there are so many.
 constexpr std::size_t fewestFiles = 20;
@@ -57,22 +81,27 @@ class Weighing {
   void checkFolders() {
     constexpr std::array programFolders{"%ProgramW6432%", "%ProgramFiles(x86)%", "%ProgramFiles%"};
     const std::string windows = texts.expanded("%SystemRoot%", {});
+    const Applies all = [](const KindRule& /*rule*/, const Evidence& /*evidence*/) { return true; };
     if (!isFolderThere(windows)) {
-      noteGap(windows,
-              doubt([](const KindRule& /*rule*/, const Evidence& /*evidence*/) { return true; }));
+      noteGap(windows + " does not exist", doubt(all));
+    } else if (isHollow(windows)) {
+      noteGap(windows + "\\System32 holds no file", doubt(all));
     }
     for (const char* variable : programFolders) {
       const std::string folder = texts.expanded(variable, {});
-      if (!isDrivePath(folder) || isFolderThere(folder)) {
-        continue;
+      if (isDrivePath(folder) && !isFolderThere(folder)) {
+        noteGap(folder + " does not exist", doubtBelow(folder));
       }
-      const std::string below = lowerCase(folder) + "\\";
-      noteGap(folder, doubt([&](const KindRule& /*rule*/, const Evidence& evidence) {
-                return std::ranges::any_of(evidence.tested, [&](const std::string& path) {
-                  return lowerCase(path).starts_with(below);
-                });
-              }));
     }
+  }
+
+  std::size_t doubtBelow(const std::string& folder) {
+    const std::string below = lowerCase(folder) + "\\";
+    return doubt([&](const KindRule& /*rule*/, const Evidence& evidence) {
+      return std::ranges::any_of(evidence.tested, [&](const std::string& path) {
+        return lowerCase(path).starts_with(below);
+      });
+    });
   }
 
   bool isFolderThere(const std::string& folder) {
@@ -81,7 +110,7 @@ class Weighing {
 
   void noteGap(const std::string& folder, std::size_t count) {
     if (count > 0) {
-      form.implausible.push_back("the folder " + folder + " does not exist, so " + rowsText(count) +
+      form.implausible.push_back("the folder " + folder + ", so " + rowsText(count) +
                                  " not called dead");
     }
   }

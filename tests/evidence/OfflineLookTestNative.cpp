@@ -44,11 +44,8 @@ TEST_F(OfflineLookTest, ADriveThatWasNotGivenIsAbsent) {
 }
 
 TEST_F(OfflineLookTest, WhatAHiveSaysWhoseLogsAreNewerIsNotCertain) {
-  // The two sequence numbers differ in a hive that was not shut down.
-  std::string bytes = disk.read(software);
   constexpr std::size_t firstSequence = 4;
-  ++bytes[firstSequence];
-  disk.write(software, bytes);
+  makeUnclean(software, firstSequence);
   EXPECT_EQ(reasonsOf("HKEY_LOCAL_MACHINE", "gone"), "absent logs-not-replayed");
   EXPECT_EQ(reasonsOf("HKEY_CURRENT_USER", "gone"), "absent");
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "evidence/CommandText.h"
 #include "evidence/KindLooks.h"
 #include "form/Form42.h"
 #include "scan/Findings.h"

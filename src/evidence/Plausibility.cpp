@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 
+#include "evidence/CommandText.h"
 #include "evidence/KindLooks.h"
 #include "evidence/Reasons.h"
 #include "form/Form42.h"

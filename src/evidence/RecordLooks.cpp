@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "evidence/CommandText.h"
 #include "evidence/KindLooks.h"
 #include "scan/Findings.h"
 #include "text/Text.h"

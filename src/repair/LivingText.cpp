@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "evidence/CommandText.h"
 #include "evidence/Reasons.h"
 #include "evidence/TextLook.h"
 #include "repair/LivingContent.h"

@@ -141,8 +141,8 @@ DWORD GetFileAttributesW(LPCWSTR path) {
   return machine->drives().records().attributes(place.path, place.isFolder);
 }
 
-// Drives are fixed disks, unless one is said to be another kind; of a letter without a folder nothing is
-// known, or there is no such drive.
+// Drives are fixed disks, unless one is said to be another kind; of a letter without a folder
+// nothing is known, or there is no such drive.
 UINT GetDriveTypeW(LPCWSTR root) {
   Machine* machine = machineInForce();
   if (machine == nullptr || root == nullptr) return DRIVE_UNKNOWN;

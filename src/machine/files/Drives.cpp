@@ -214,8 +214,8 @@ Place Drives::walk(const PathName& path) {
   }
   Walk way(listings, root->second);
   way.addStepsInFront(stepsOf(path));
-  place.error = way.go(settings.missingDrivesAreUnknown ? ERROR_NOT_READY
-                                                        : ERROR_CANT_RESOLVE_FILENAME);
+  place.error =
+      way.go(settings.missingDrivesAreUnknown ? ERROR_NOT_READY : ERROR_CANT_RESOLVE_FILENAME);
   place.isFolder = place.exists() && way.leadsToFolder();
   // A separator after a name says that it is a folder's.
   if (path.endsInSeparator && place.exists() && !place.isFolder) place.error = ERROR_INVALID_NAME;

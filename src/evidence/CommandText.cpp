@@ -87,14 +87,79 @@ std::string pathOfUrl(std::string_view rest) {
   return isDrivePath(path) ? path : "\\\\" + path;
 }
 
-std::string pathOfDevice(std::string_view device) {
+// With a step upwards a device leads to anywhere; then the text stays as it is.
+std::string pathOfDevice(std::string_view text, std::string_view device) {
   constexpr std::string_view network = "unc\\";
-  return findIgnoringCase(device, network) == 0 ? "\\\\" + std::string(device.substr(4))
-                                                : std::string(device);
+  if (contains(device, "..")) {
+    return std::string(text);
+  }
+  return findIgnoringCase(device, network) == 0
+             ? "\\\\" + std::string(device.substr(network.size()))
+             : std::string(device);
+}
+
+// A path on a drive as file calls take it: with one kind of separator, one between two names, and
+// no steps. Any other text stays as it is.
+std::string normalPath(std::string path) {
+  constexpr std::size_t rootSize = 3;
+  const auto isOdd = [&] {
+    for (std::size_t at = rootSize; at < path.size(); ++at) {
+      const bool isEdge =
+          path[at] == '\\' && std::string_view("\\. ").find(path[at - 1]) != std::string_view::npos;
+      if (path[at] == '/' || isEdge || (path[at] == '.' && path[at - 1] == '\\')) {
+        return true;
+      }
+    }
+    return path[rootSize - 1] == '/';
+  };
+  if (!isDrivePath(path) || !isOdd()) {
+    return path;
+  }
+  const std::string plain = replaceAll(path, "/", "\\");
+  std::string result = plain.substr(0, rootSize);
+  for (std::string_view name : split(std::string_view(plain).substr(rootSize), "\\")) {
+    if (name == ".." && result.size() > rootSize) {
+      result.resize(result.find_last_of('\\', result.size() - 2) + 1);
+      continue;
+    }
+    const auto end = name.find_last_not_of(" .");
+    name = name.substr(0, end == std::string_view::npos ? 0 : end + 1);
+    if (!name.empty()) {
+      result.append(name).append("\\");
+    }
+  }
+  if (result.size() > rootSize && !plain.ends_with('\\')) {
+    result.pop_back();
+  }
+  return result;
 }
 
 bool beginsWith(std::string_view text, std::string_view lowerCaseStart) {
   return findIgnoringCase(text.substr(0, lowerCaseStart.size()), lowerCaseStart) == 0;
+}
+
+// The prefixes of URLs and of the kernel.
+std::string withoutPrefix(std::string_view text, const std::string& windowsFolder) {
+  if (beginsWith(text, "file://")) {
+    return pathOfUrl(text.substr(7));
+  }
+  for (const std::string_view prefix : {"\\??\\", "\\\\?\\", "\\\\.\\", "//?/"}) {
+    if (text.starts_with(prefix)) {
+      return pathOfDevice(text, text.substr(prefix.size()));
+    }
+  }
+  for (const std::string_view prefix : {"\\systemroot\\", "systemroot\\"}) {
+    if (beginsWith(text, prefix)) {
+      return windowsFolder + "\\" + std::string(text.substr(prefix.size()));
+    }
+  }
+  return std::string(text);
+}
+
+bool isFileEnding(std::string_view end) {
+  return std::ranges::any_of(fileEndings, [&](std::string_view ending) {
+    return end.size() == ending.size() && findIgnoringCase(end, ending) == 0;
+  });
 }
 
 }  // namespace
@@ -129,12 +194,12 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind) {
   }
   readings.add(text);
   addWithoutQuotes(readings, text);
-  for (auto cut = text.find_first_of(",;|\""); cut != std::string_view::npos;
-       cut = text.find_first_of(",;|\"", cut + 1)) {
-    readings.add(text.substr(0, cut));
-  }
   for (auto cut = text.find(' '); kind == TextIs::Command && cut != std::string_view::npos;
        cut = text.find(' ', cut + 1)) {
+    readings.add(text.substr(0, cut));
+  }
+  for (auto cut = text.find_first_of(",;|\""); cut != std::string_view::npos;
+       cut = text.find_first_of(",;|\"", cut + 1)) {
     readings.add(text.substr(0, cut));
   }
   return std::move(readings.texts);
@@ -142,31 +207,21 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind) {
 
 std::string plainPath(std::string_view text, const std::string& windowsFolder) {
   text = trim(text);
-  if (isDrivePath(text)) {
-    return std::string(text);
-  }
   if (text.starts_with('@')) {
     text.remove_prefix(1);
   }
-  if (beginsWith(text, "file://")) {
-    return pathOfUrl(text.substr(7));
-  }
-  for (const std::string_view prefix : {"\\??\\", "\\\\?\\", "\\\\.\\", "//?/"}) {
-    if (text.starts_with(prefix)) {
-      return pathOfDevice(text.substr(prefix.size()));
-    }
-  }
-  for (const std::string_view prefix : {"\\systemroot\\", "systemroot\\"}) {
-    if (beginsWith(text, prefix)) {
-      return windowsFolder + "\\" + std::string(text.substr(prefix.size()));
-    }
-  }
-  return std::string(text);
+  return normalPath(isDrivePath(text) ? std::string(text) : withoutPrefix(text, windowsFolder));
 }
 
 bool isDrivePath(std::string_view path) {
   return path.size() > 2 && isLetter(path[0]) && path[1] == ':' &&
          separators.find(path[2]) != std::string_view::npos;
+}
+
+bool hasFileEnding(std::string_view path) {
+  const std::string_view name = fileNameIn(path);
+  const auto dot = name.rfind('.');
+  return dot != std::string_view::npos && isFileEnding(name.substr(dot));
 }
 
 std::string_view fileNameIn(std::string_view path) {

@@ -23,8 +23,8 @@ CommandParts commandParts(std::string_view text);
 
 // What may be the file that a text names, the most likely first: the text between quotes, the text
 // up to an extension, all of it, and for a command the text before each blank, as CreateProcess
-// tries them. At most `mostReadings`.
-inline constexpr std::size_t mostReadings = 48;
+// tries them. At most `mostReadings`: if there are so many, some may be missing.
+inline constexpr std::size_t mostReadings = 128;
 enum class TextIs : std::uint8_t { Path, Command };
 std::vector<std::string> fileReadings(std::string_view text, TextIs kind);
 
@@ -34,6 +34,9 @@ std::string plainPath(std::string_view text, const std::string& windowsFolder);
 
 // Whether a path begins with a drive's letter, a colon and a separator.
 bool isDrivePath(std::string_view path);
+
+// Whether a path ends in the extension of a program, a library or another file of a program.
+bool hasFileEnding(std::string_view path);
 
 // What follows the last separator of a path.
 std::string_view fileNameIn(std::string_view path);

@@ -1,6 +1,7 @@
 #include "evidence/Entry.h"
 
 #include <algorithm>
+#include <array>
 
 #include "evidence/NamedPlaces.h"
 #include "form/Form42.h"
@@ -65,6 +66,10 @@ bool readAt(Entry& entry, const WideKey& key, const NamedPlace& named) {
 }  // namespace
 
 ProgramView Entry::view() const {
+  // Most paths do not have the number in them, and need no conversion.
+  if (key.path.find(u"6432") == std::u16string::npos) {
+    return ProgramView::Bits64;
+  }
   return containsIgnoringCase(utf8(key.path) + "\\", "\\wow6432node\\") ? ProgramView::Bits32
                                                                         : ProgramView::Bits64;
 }
@@ -114,11 +119,6 @@ std::optional<DWORD> typeBeside(const Entry& entry, const std::u16string& name) 
   return value ? std::optional(value->type) : std::nullopt;
 }
 
-bool KeyContent::hasSubkey(const std::u16string& name) const {
-  return std::ranges::any_of(
-      subkeys, [&](const std::u16string& subkey) { return isSameName(subkey, name); });
-}
-
 bool KeyContent::hasNamedValue() const {
   return std::ranges::any_of(values, [](const WideValue& value) { return !value.name.empty(); });
 }
@@ -146,6 +146,25 @@ bool holdsValues(const TruePlace& key, int levels) {
   return std::ranges::any_of(content.subkeys, [&](const std::u16string& name) {
     return levels == 0 || holdsValues(below(key, name), levels - 1);
   });
+}
+
+bool hasOtherHandler(const Entry& command) {
+  constexpr std::array handlerKeys{u"DropTarget", u"ddeexec"};
+  constexpr std::array handlerValues{u"DelegateExecute", u"ExplorerCommandHandler", u"SubCommands",
+                                     u"ExtendedSubCommandsKey"};
+  const TruePlace place = parentOf(command.key);
+  const WideKey verb(place.hive, place.path, KEY_QUERY_VALUE);
+  const WideKey own(command.key.hive, command.key.path, KEY_QUERY_VALUE);
+  const auto isHandler = [&](const char16_t* name) {
+    return (verb.isOpen() && verb.presenceOf(name) == Presence::Open) ||
+           (own.isOpen() && own.presenceOf(name) == Presence::Open);
+  };
+  const auto isHandlerKey = [&](const char16_t* name) {
+    return WideKey(place.hive, below(place, name).path, KEY_QUERY_VALUE).presence() !=
+           Presence::Absent;
+  };
+  return verb.presence() == Presence::Refused || std::ranges::any_of(handlerValues, isHandler) ||
+         std::ranges::any_of(handlerKeys, isHandlerKey);
 }
 
 TruePlace parentOf(const TruePlace& key) {

@@ -57,13 +57,16 @@ struct KeyContent {
   std::vector<WideValue> values;
   std::vector<std::u16string> subkeys;
 
-  [[nodiscard]] bool hasSubkey(const std::u16string& name) const;
   [[nodiscard]] bool hasNamedValue() const;
 };
 KeyContent contentOf(const TruePlace& key);
 
 // Whether the key or anything below it, some levels deep, holds a value.
 bool holdsValues(const TruePlace& key, int levels);
+
+// Whether a component carries out a command, whatever the text of its key says; also if the verb
+// cannot be read.
+bool hasOtherHandler(const Entry& command);
 
 // The key above; the root itself for a key directly below it.
 TruePlace parentOf(const TruePlace& key);

@@ -39,12 +39,6 @@ std::string callPath(const std::string& path) {
   return isLong ? "\\\\?\\" + replaceAll(path, "/", "\\") : path;
 }
 
-std::string folderAbove(const std::string& path) {
-  const auto last = path.find_last_of("\\/");
-  return last == std::string::npos || last < driveRootLength ? path.substr(0, driveRootLength)
-                                                             : path.substr(0, last);
-}
-
 bool isLink(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(Wide(callPath(path)).get());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
@@ -79,8 +73,12 @@ FileIs FileLook::at(const std::string& path) {
   if (found != known.end()) {
     return found->second;
   }
-  const FileIs answer = ask(path);
+  FileIs answer = ask(path);
   known.emplace(path, answer);
+  if (answer == FileIs::InMissingFolder && isDrivePath(path)) {
+    answer = whyMissing(path);
+    known.insert_or_assign(path, answer);
+  }
   return answer;
 }
 
@@ -89,26 +87,31 @@ FileIs FileLook::ask(const std::string& path) {
   if (attributes != INVALID_FILE_ATTRIBUTES) {
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileIs::Folder : FileIs::File;
   }
-  const FileIs answer = fromError(static_cast<LONG>(GetLastError()));
-  return answer == FileIs::InMissingFolder ? whyMissing(path) : answer;
+  return fromError(static_cast<LONG>(GetLastError()));
 }
 
-// A folder above is missing, or is a link whose target is.
+// From the drive down, to the first folder that is missing or is a link whose target is. So a path
+// of very many folders costs no more than what of it is there.
 FileIs FileLook::whyMissing(const std::string& path) {
-  const std::string above = folderAbove(path);
-  if (above.size() >= path.size()) {
+  const auto parent = known.find(path.substr(0, path.find_last_of("\\/")));
+  if (parent != known.end() &&
+      (parent->second == FileIs::Missing || parent->second == FileIs::InMissingFolder)) {
     return FileIs::InMissingFolder;
   }
-  switch (at(above)) {
-    case FileIs::Folder:
-      return isLink(above) ? FileIs::BehindBrokenLink : FileIs::Missing;
-    case FileIs::BehindBrokenLink:
-      return FileIs::BehindBrokenLink;
-    case FileIs::Denied:
-      return FileIs::Denied;
-    default:
-      return FileIs::InMissingFolder;
+  std::string above = path.substr(0, driveRootLength);
+  for (auto end = path.find_first_of("\\/", driveRootLength); end != std::string::npos;
+       end = path.find_first_of("\\/", end + 1)) {
+    std::string folder = path.substr(0, end);
+    const FileIs answer = at(folder);
+    if (answer == FileIs::Missing || answer == FileIs::InMissingFolder) {
+      return isLink(above) ? FileIs::BehindBrokenLink : FileIs::InMissingFolder;
+    }
+    if (answer != FileIs::Folder) {
+      return answer == FileIs::File ? FileIs::InMissingFolder : answer;
+    }
+    above = std::move(folder);
   }
+  return isLink(above) ? FileIs::BehindBrokenLink : FileIs::Missing;
 }
 
 }  // namespace zelvreg

@@ -1,5 +1,5 @@
 // Whether a file is there, and if not, why not. Answers are kept, since many entries name the same
-// folders. Opens nothing, and never asks another computer.
+// folders. Opens nothing; whether another computer may be asked is the caller's to decide.
 #ifndef ZELVREG_EVIDENCE_FILE_LOOK_H
 #define ZELVREG_EVIDENCE_FILE_LOOK_H
 
@@ -36,7 +36,7 @@ class FileLook {
   DriveIs drive(char letter);
 
  private:
-  FileIs ask(const std::string& path);
+  static FileIs ask(const std::string& path);
   FileIs whyMissing(const std::string& path);
 
   std::unordered_map<std::string, FileIs> known;

@@ -4,6 +4,7 @@
 
 #include "evidence/CommandText.h"
 #include "evidence/KindLooks.h"
+#include "evidence/Reasons.h"
 #include "form/Form42.h"
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
@@ -32,6 +33,24 @@ bool isAdvertised(const Entry& entry, const std::u16string& name) {
   return typeBeside(entry, name) == static_cast<DWORD>(REG_MULTI_SZ);
 }
 
+// Where the code of a class lies that runs in another library; each version may have its own.
+std::vector<std::string> codeBasesOf(const Entry& entry) {
+  constexpr std::size_t mostVersions = 8;
+  std::vector<std::string> texts{textBeside(entry, u"CodeBase")};
+  const WideKey key(entry.key.hive, entry.key.path, KEY_ENUMERATE_SUB_KEYS);
+  const auto versions = key.isOpen() ? key.subkeys() : std::nullopt;
+  for (const std::u16string& version : versions.value_or(std::vector<std::u16string>())) {
+    Entry below = entry;
+    below.key = zelvreg::below(entry.key, version);
+    texts.push_back(textBeside(below, u"CodeBase"));
+    if (texts.size() > mostVersions) {
+      break;
+    }
+  }
+  std::erase(texts, std::string());
+  return texts;
+}
+
 // Adds a reason to what was not found; what was found stays as it is.
 Evidence unless(Evidence evidence, Reason reason) {
   if (!isFound(evidence)) {
@@ -43,12 +62,33 @@ Evidence unless(Evidence evidence, Reason reason) {
 // Whether a text begins like a path or a command, and does not only mention one.
 bool beginsLikePath(const std::string& text) {
   const std::string plain = lowerCase(trim(text));
-  const auto colon = plain.find(":\\");
-  const std::string before = plain.substr(0, colon);
-  constexpr std::string_view beginsPath = "\"%\\/@{";
-  return colon == 1 || beginsPath.find(plain.empty() ? ' ' : plain.front()) != std::string::npos ||
-         contains(before, ".exe") || launchTarget(commandParts(plain).program, "x").has_value() ||
-         plain.starts_with("file:");
+  const CommandParts parts = commandParts(plain);
+  if (plain.starts_with('"')) {
+    return parts.program.find_first_of("\\/:%.") != std::string::npos;
+  }
+  const bool isProgram = plain.substr(0, plain.find(' ')).ends_with(".exe");
+  const bool isPath = plain.find_first_of("%\\/@{") == 0 || plain.find(":\\") == 1;
+  return isPath || isProgram || plain.starts_with("file:") ||
+         launchTarget(parts.program, "x").has_value();
+}
+
+// Each part of a text that begins with a drive, the whole text first; only a few.
+std::vector<std::string> pathsIn(const std::string& text) {
+  constexpr std::size_t mostPaths = 16;
+  std::vector<std::string> paths{text};
+  // One path alone is all of the text.
+  if (text.find(';') == std::string::npos && text.find(":\\") == text.rfind(":\\")) {
+    return paths;
+  }
+  for (auto colon = text.find(":\\", 1); colon != std::string::npos && paths.size() < mostPaths;
+       colon = text.find(":\\", colon + 1)) {
+    const std::string path = text.substr(colon - 1);
+    paths.push_back(path.substr(0, path.find_first_of("\";|\r\n")));
+    if (paths.back() == text) {
+      paths.pop_back();
+    }
+  }
+  return paths;
 }
 
 }  // namespace
@@ -81,10 +121,18 @@ Evidence sharedDll(const LookedAt& finding) {
 Evidence applicationPath(const LookedAt& finding) {
   const std::string& subKey = finding.cell(subKeyColumn);
   if (subKey == scannedKeys::compatibilityStore || subKey == scannedKeys::compatibilityLayers) {
-    return lookAt(finding, nameOf(finding.entry), Reading::Command);
+    // A program on a medium, by the mark of the medium.
+    const std::string name = nameOf(finding.entry);
+    return findIgnoringCase(name, "sign.media=") == 0 ? withReason(Reason::DriveRemovable)
+                                                      : lookAt(finding, name, Reading::Command);
   }
-  return endsWith(subKey, "\\App Paths") ? lookAt(finding, finding.entry.text, Reading::Command)
-                                         : recordValue(finding);
+  if (!endsWith(subKey, "\\App Paths")) {
+    return recordValue(finding);
+  }
+  // A name alone may be meant for the folder of another value.
+  const bool hasFolder = finding.entry.text.find_first_of("\\/%") != std::string::npos;
+  Evidence evidence = lookAt(finding, finding.entry.text, Reading::Command);
+  return hasFolder ? evidence : unless(std::move(evidence), Reason::PlaceUnknown);
 }
 
 // The value names the folder, and the name of the value is the file.
@@ -136,8 +184,7 @@ Evidence command(const LookedAt& finding) {
   if (isAdvertised(finding.entry, u"command")) {
     addReason(evidence, Reason::InstallerOnDemand);
   }
-  const KeyContent verb = contentOf(parentOf(finding.entry.key));
-  if (typeBeside(finding.entry, u"DelegateExecute") || verb.hasSubkey(u"DropTarget")) {
+  if (hasOtherHandler(finding.entry)) {
     addReason(evidence, Reason::OtherHandler);
   }
   if (lowerCase(finding.cell(locationColumn)).starts_with("appx")) {
@@ -155,11 +202,15 @@ Evidence server(const LookedAt& finding) {
   if (isAdvertised(finding.entry, u"InprocServer32")) {
     addReason(evidence, Reason::InstallerOnDemand);
   }
-  const std::string codeBase = textBeside(finding.entry, u"CodeBase");
-  if (!codeBase.empty()) {
+  for (const std::string& codeBase : codeBasesOf(finding.entry)) {
     const Evidence code = lookAt(finding, codeBase, Reading::Library);
     if (isFound(code)) {
       return {.confidence = {}, .reasons = {Reason::FoundBehindLauncher}, .tested = code.tested};
+    }
+    for (const Reason reason : code.reasons) {
+      if (ruleOf(reason).effect == Effect::Undecided) {
+        addReason(evidence, reason);
+      }
     }
   }
   return evidence;
@@ -206,13 +257,11 @@ Evidence recordValue(const LookedAt& finding) {
   if (isDescription || !beginsLikePath(finding.entry.text)) {
     return withReason(Reason::NotAPath);
   }
-  const auto parts = split(finding.entry.text, ";");
-  if (parts.size() < 2) {
-    return lookAt(finding, finding.entry.text, Reading::Command);
-  }
-  std::vector<std::string> paths(parts.begin(), parts.end());
-  paths.push_back(finding.entry.text);
-  return finding.texts.atAny(paths, finding.owner, Reading::Command);
+  // What follows a program is not what it needs to run.
+  const bool isCommand = contains(name, "uninstall") || contains(name, "modifypath");
+  return isCommand
+             ? lookAt(finding, finding.entry.text, Reading::Command)
+             : finding.texts.atAny(pathsIn(finding.entry.text), finding.owner, Reading::Command);
 }
 
 Evidence startupProgram(const LookedAt& finding) {

@@ -39,18 +39,25 @@ LaunchTarget target(TargetIs kind, std::string_view text) {
 
 // --- One for each launcher: what its arguments name. ---
 
+bool hasFolder(std::string_view command) {
+  const std::string program = commandParts(command).program;
+  return program.find_first_of("\\/:") != std::string::npos;
+}
+
+// The first text in quotes is the title of the window. A folder to start in may hold the program.
 LaunchTarget ofStart(std::string_view rest) {
+  bool hasTitle = false;
+  bool startsInFolder = false;
   rest = trim(rest);
-  if (rest.starts_with('"')) {
-    takeWord(rest);  // the window's title
-  }
-  while (rest.starts_with('/')) {
+  while (rest.starts_with('/') || (rest.starts_with('"') && !hasTitle)) {
+    hasTitle = hasTitle || rest.starts_with('"');
     const std::string word = lowerCase(takeWord(rest));
     if (word == "/d") {
-      takeWord(rest);  // the folder to start in
+      takeWord(rest);
     }
+    startsInFolder = startsInFolder || word.starts_with("/d");
   }
-  return target(TargetIs::Command, rest);
+  return startsInFolder && !hasFolder(rest) ? unclear() : target(TargetIs::Command, rest);
 }
 
 // The command interpreter takes away the quotes around a whole command.
@@ -65,16 +72,16 @@ std::string_view withoutOuterQuotes(std::string_view command) {
   return command;
 }
 
+// A word without a folder and without the ending of a program may be one of the interpreter's own
+// commands.
 LaunchTarget ofInterpretedCommand(std::string_view command) {
-  constexpr std::array<std::string_view, 14> ownCommands{"if",   "for",  "echo", "cd",    "chdir",
-                                                         "del",  "copy", "set",  "pushd", "rd",
-                                                         "move", "md",   "ren",  "type"};
+  constexpr std::array<std::string_view, 6> endings{".exe", ".com", ".bat", ".cmd", ".msc", ".vbs"};
   command = withoutOuterQuotes(command);
-  if (command.find_first_of("&|<>") != std::string_view::npos) {
+  const bool isQuoted = command.starts_with('"');
+  if (command.find_first_of(isQuoted ? "&|^" : "&|<>^()@") != std::string_view::npos) {
     return unclear();
   }
   std::string_view rest = command;
-  const bool isQuoted = command.starts_with('"');
   const std::string word = isQuoted ? std::string() : lowerCase(takeWord(rest));
   if (word == "start") {
     return ofStart(rest);
@@ -82,9 +89,12 @@ LaunchTarget ofInterpretedCommand(std::string_view command) {
   if (word == "call") {
     return target(TargetIs::Command, rest);
   }
-  return std::ranges::find(ownCommands, word) == ownCommands.end()
-             ? target(TargetIs::Command, command)
-             : unclear();
+  const std::string program = lowerCase(commandParts(command).program);
+  const bool isProgram =
+      hasFolder(command) || std::ranges::any_of(endings, [&](std::string_view ending) {
+        return program.ends_with(ending);
+      });
+  return isProgram ? target(TargetIs::Command, command) : unclear();
 }
 
 LaunchTarget ofInterpreter(std::string_view rest) {
@@ -111,15 +121,28 @@ LaunchTarget ofRegistrar(std::string_view rest) {
   return target(TargetIs::Library, withoutSwitches(rest));
 }
 
+// The package follows its switch, with or without a blank.
 LaunchTarget ofInstaller(std::string_view rest) {
+  constexpr std::array<std::string_view, 9> switches{"i",  "x",      "a",         "p",      "j",
+                                                     "jm", "update", "uninstall", "package"};
   if (const std::string_view code = guidIn(rest); !code.empty()) {
     return {TargetIs::Product, std::string(code)};
   }
-  // The package may follow its switch without a blank.
-  const auto package = rest.find_first_of("\"%");
-  const auto colon = rest.find(":\\");
-  const std::size_t start = std::min(package, colon == std::string_view::npos ? colon : colon - 1);
-  return start < rest.size() ? target(TargetIs::Command, rest.substr(start)) : unclear();
+  while (!trim(rest).empty()) {
+    const std::string word = takeWord(rest);
+    if (!word.starts_with('/') && !word.starts_with('-')) {
+      continue;
+    }
+    const std::string name = lowerCase(std::string_view(word).substr(1));
+    const bool isRepair = name.starts_with('f') && name.find(':') == std::string::npos;
+    if (isRepair || std::ranges::find(switches, name) != switches.end()) {
+      return target(TargetIs::Command, rest);
+    }
+    if (name.size() > 2 && (name[0] == 'i' || name[0] == 'x') && name[2] == ':') {
+      return target(TargetIs::Command, std::string_view(word).substr(2));
+    }
+  }
+  return unclear();
 }
 
 LaunchTarget ofScriptHost(std::string_view rest) {
@@ -127,14 +150,17 @@ LaunchTarget ofScriptHost(std::string_view rest) {
   return target(TargetIs::Command, rest);
 }
 
+// Anything but a path is an item of the shell or an address.
 LaunchTarget ofShell(std::string_view rest) {
   rest = trim(rest);
   while (rest.starts_with('/')) {
     const auto comma = rest.find(',');
     rest = comma == std::string_view::npos ? std::string_view() : trim(rest.substr(comma + 1));
   }
-  const bool isItem = rest.starts_with("::") || findIgnoringCase(rest, "shell:") == 0;
-  return isItem ? unclear() : target(TargetIs::File, rest);
+  rest = rest.substr(0, rest.find(",/"));
+  const bool isItem = contains(rest, "::") || contains(rest, "://") ||
+                      findIgnoringCase(rest, "shell:") == 0 || !hasFolder(rest);
+  return isItem ? unclear() : target(TargetIs::Command, rest);
 }
 
 LaunchTarget ofPowerShell(std::string_view rest) {
@@ -152,7 +178,7 @@ LaunchTarget ofPowerShell(std::string_view rest) {
     } else if (lower.starts_with("-c") || lower.starts_with("-e")) {
       return unclear();
     } else if (!lower.starts_with('-')) {
-      return lower.ends_with(".ps1") ? target(TargetIs::File, word) : unclear();
+      return lower.ends_with(".ps1") ? target(TargetIs::Command, word) : unclear();
     }
   }
   return unclear();
@@ -186,6 +212,11 @@ LaunchTarget ofViewer(std::string_view rest) {
              : target(TargetIs::Command, rest);
 }
 
+// A part of the control panel is a file only by its ending.
+LaunchTarget ofControlPanel(std::string_view rest) {
+  return containsIgnoringCase(rest, ".cpl") ? target(TargetIs::Command, rest) : unclear();
+}
+
 struct Launcher {
   std::string_view name;
   LaunchTarget (*targetOf)(std::string_view arguments);
@@ -200,7 +231,7 @@ constexpr std::array launchers{
     Launcher{"svchost", ofServiceHost},   Launcher{"dllhost", ofSurrogate},
     Launcher{"java", ofVirtualMachine},   Launcher{"javaw", ofVirtualMachine},
     Launcher{"mshta", ofViewer},          Launcher{"hh", ofViewer},
-    Launcher{"control", ofViewer},        Launcher{"mmc", ofViewer},
+    Launcher{"control", ofControlPanel},  Launcher{"mmc", ofViewer},
 };
 
 }  // namespace

@@ -10,9 +10,8 @@
 namespace zelvreg {
 
 enum class TargetIs : std::uint8_t {
-  Command,       // another command line
+  Command,       // another command line, or a path
   Library,       // a file that the system loads, ".dll" added
-  File,          // a file or a folder
   Product,       // of the system's installer, by its code
   ServiceGroup,  // of the service host
   Application,   // a component's surrogate, by its code

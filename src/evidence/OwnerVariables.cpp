@@ -17,8 +17,8 @@ constexpr int deepestVariable = 8;
 constexpr int mostVariables = 256;
 constexpr std::size_t longestText = 32767;
 
-constexpr const char16_t* computersVariables =
-    u"SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment";
+constexpr const char16_t* userShellFolders =
+    u"\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
 constexpr const char16_t* profileList =
     u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList";
 
@@ -123,8 +123,10 @@ void OwnerVariables::expandInto(Expansion& expansion, std::string_view text,
 }
 
 bool OwnerVariables::isUsers(std::string_view name) {
+  const std::string lower = lowerCase(name);
   return !isCommonVariable(name) &&
-         !valuesOf(HiveHandle::LocalMachine, computersVariables).contains(lowerCase(name));
+         (ownValue(lower, {}) ||
+          !valuesOf(HiveHandle::LocalMachine, computersVariables).contains(lower));
 }
 
 std::optional<std::string> OwnerVariables::value(std::string_view name, const std::u16string& owner,
@@ -204,6 +206,14 @@ const OwnerVariables::Values& OwnerVariables::profileOf(const std::u16string& ow
                      {"localappdata", path + "\\AppData\\Local"},
                      {"temp", path + "\\AppData\\Local\\Temp"},
                      {"tmp", path + "\\AppData\\Local\\Temp"}};
+    const Values moved = valuesOf(HiveHandle::Users, owner + userShellFolders);
+    for (const auto& [variable, folderName] :
+         {std::pair("appdata", "appdata"), std::pair("localappdata", "local appdata")}) {
+      const auto found = moved.find(folderName);
+      if (found != moved.end()) {
+        entry->second[variable] = expand(found->second, owner, ProgramView::Bits64).text;
+      }
+    }
   }
   return entry->second;
 }

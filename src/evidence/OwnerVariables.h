@@ -12,6 +12,10 @@
 
 namespace zelvreg {
 
+// The computer's own variables, below HKEY_LOCAL_MACHINE.
+inline constexpr const char16_t* computersVariables =
+    u"SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment";
+
 enum class ProgramView : std::uint8_t { Bits64, Bits32 };
 
 // Whether a variable has the same value for every user of a computer; by its name in any case.

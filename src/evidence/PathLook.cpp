@@ -14,22 +14,22 @@
 namespace zelvreg {
 namespace {
 
-constexpr std::array<std::string_view, 5> programEndings{".exe", ".com", ".bat", ".cmd", ".lnk"};
+// The first ones also for what was cut off before a blank.
+constexpr std::array<std::string_view, 11> programEndings{
+    ".exe", ".com", ".bat", ".cmd", ".lnk", ".vbs", ".vbe", ".js", ".jse", ".wsf", ".msc"};
+constexpr std::size_t endingsOfCuts = 5;
 constexpr std::array<std::string_view, 2> libraryEndings{".dll", ".cpl"};
 
-std::span<const std::string_view> endingsFor(Reading reading) {
+std::span<const std::string_view> endingsFor(Reading reading, Takes takes) {
   switch (reading) {
     case Reading::Command:
-      return programEndings;
+      return std::span(programEndings)
+          .first(takes == Takes::FoldersToo ? programEndings.size() : endingsOfCuts);
     case Reading::Library:
       return libraryEndings;
     default:
       return {};
   }
-}
-
-bool hasExtension(std::string_view path) {
-  return fileNameIn(path).find('.') != std::string_view::npos;
 }
 
 // "PROGRA~1": a name that the file system made up for an old program.
@@ -48,7 +48,7 @@ bool isTemplate(std::string_view path) {
   const auto brace = path.find('{');
   const bool hasPlace = brace != std::string_view::npos && brace + 2 < path.size() &&
                         path[brace + 1] >= '0' && path[brace + 1] <= '9' && path[brace + 2] == '}';
-  return hasPlace || path.find_first_of("*?<>|") != std::string_view::npos;
+  return hasPlace || contains(path, "$(") || path.find_first_of("*?<>|") != std::string_view::npos;
 }
 
 // The rest of a variable, or a place to fill in.
@@ -56,7 +56,7 @@ bool hasOpenSign(std::string_view path) {
   for (auto sign = path.find('%'); sign != std::string_view::npos;
        sign = path.find('%', sign + 1)) {
     const char next = sign + 1 < path.size() ? static_cast<char>(path[sign + 1] | 0x20) : ' ';
-    if (next >= 'a' && next <= 'z') {
+    if ((next >= 'a' && next <= 'z') || (next >= '0' && next <= '9') || next == ('*' | 0x20)) {
       return true;
     }
   }
@@ -114,11 +114,11 @@ void PathLook::tryReading(PathTrial& trial, const std::string& text, const TextO
       trial.isJudged = true;
     }
   };
-  if (isOnDevice(path)) {
+  const bool hasDrive = isDrivePath(path);
+  if (!hasDrive && isOnDevice(path)) {
     judge(Reason::PlaceUnknown);
     return;
   }
-  const bool hasDrive = isDrivePath(path);
   const bool isRemote =
       hasDrive ? files.drive(path.front()) == DriveIs::Remote : leadsToShare(path);
   if (isRemote && shares == Shares::Refused) {
@@ -130,7 +130,7 @@ void PathLook::tryReading(PathTrial& trial, const std::string& text, const TextO
     tryShare(trial, path, takes);
     return;
   }
-  if (isTemplate(path)) {
+  if (!trial.isJudged && isTemplate(path)) {
     judge(Reason::NotAPath);
     return;
   }
@@ -146,6 +146,14 @@ void PathLook::tryReading(PathTrial& trial, const std::string& text, const TextO
   } else {
     judge(Reason::NotAPath);
   }
+}
+
+bool PathLook::isOfSystem(const std::string& program) {
+  if (program.find_first_of("\\/") == std::string::npos) {
+    return true;
+  }
+  const std::string path = lowerCase(plainPath(program, windowsFolder()));
+  return path.starts_with(lowerCase(windowsFolder()) + "\\");
 }
 
 // Only where shares are asked.
@@ -191,8 +199,8 @@ void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwn
   if (tryViews(trial, path, owner, takes)) {
     return;
   }
-  if (!hasExtension(path) && files.at(path) != FileIs::InMissingFolder) {
-    for (const std::string_view ending : endingsFor(reading)) {
+  if (!hasFileEnding(path) && files.at(path) != FileIs::InMissingFolder) {
+    for (const std::string_view ending : endingsFor(reading, takes)) {
       PathTrial extended;
       if (tryViews(extended, path + std::string(ending), owner, Takes::FilesOnly)) {
         trial.find(Reason::FoundWithExtension);
@@ -257,8 +265,8 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
 void PathLook::trySearch(PathTrial& trial, const std::string& name, const TextOwner& owner,
                          Reading reading) {
   std::vector<std::string> names{name};
-  if (!hasExtension(name)) {
-    for (const std::string_view ending : endingsFor(reading)) {
+  if (!hasFileEnding(name)) {
+    for (const std::string_view ending : endingsFor(reading, Takes::FilesOnly)) {
       names.push_back(name + std::string(ending));
     }
   }

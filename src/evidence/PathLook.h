@@ -60,6 +60,10 @@ class PathLook {
   void tryReading(PathTrial& trial, const std::string& text, const TextOwner& owner,
                   Reading reading, Takes takes);
 
+  // Whether a program is named without a folder, or below the folder of Windows. Another program
+  // may have the name of one of the system's launchers.
+  bool isOfSystem(const std::string& program);
+
  private:
   void tryPath(PathTrial& trial, const std::string& given, const TextOwner& owner, Reading reading,
                Takes takes);

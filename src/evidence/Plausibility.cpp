@@ -100,7 +100,7 @@ class Weighing {
     const std::string below = lowerCase(folder) + "\\";
     return doubt([&](const KindRule& /*rule*/, const Evidence& evidence) {
       return std::ranges::any_of(evidence.tested, [&](const std::string& path) {
-        return lowerCase(path).starts_with(below);
+        return (lowerCase(path) + "\\").starts_with(below);
       });
     });
   }

@@ -18,15 +18,13 @@ Evidence gone(Reason reason, const Entry& entry) {
   return {.confidence = {}, .reasons = {reason}, .tested = {utf8(entry.key.fullPath())}};
 }
 
-// The keys in which a class or a library may be registered: for the computer or for the user, for
-// programs of either view.
+// Whether a class or a library is registered, for the computer or for the user, for programs of
+// either view.
 bool isRegistered(const std::u16string& name) {
-  constexpr std::array views{u"Software\\Classes\\", u"Software\\Classes\\Wow6432Node\\"};
-  constexpr std::array roots{HiveHandle::LocalMachine, HiveHandle::CurrentUser};
+  constexpr std::array views{u"", u"Wow6432Node\\"};
   return std::ranges::any_of(views, [&](const char16_t* view) {
-    return std::ranges::any_of(roots, [&](HiveHandle root) {
-      return WideKey(root, view + name, KEY_QUERY_VALUE).presence() != Presence::Absent;
-    });
+    return WideKey(HiveHandle::ClassesRoot, view + name, KEY_QUERY_VALUE).presence() !=
+           Presence::Absent;
   });
 }
 
@@ -38,20 +36,10 @@ bool holdsMore(const LookedAt& finding, const KeyContent& content) {
 
 Evidence emptyCommand(const LookedAt& finding) {
   const KeyContent content = contentOf(finding.entry.key);
-  const KeyContent verb = contentOf(parentOf(finding.entry.key));
-  constexpr std::array handlerKeys{u"DropTarget", u"ddeexec"};
-  constexpr std::array handlerValues{u"DelegateExecute", u"ExplorerCommandHandler", u"SubCommands",
-                                     u"ExtendedSubCommandsKey"};
-  if (content.isDenied || verb.isDenied) {
+  if (content.isDenied) {
     return withReason(Reason::AccessDenied);
   }
-  const bool hasHandlerKey =
-      std::ranges::any_of(handlerKeys, [&](const char16_t* name) { return verb.hasSubkey(name); });
-  const bool hasHandlerValue = std::ranges::any_of(verb.values, [&](const WideValue& value) {
-    return std::ranges::any_of(handlerValues,
-                               [&](const char16_t* name) { return isSameName(value.name, name); });
-  });
-  if (hasHandlerKey || hasHandlerValue) {
+  if (hasOtherHandler(finding.entry)) {
     return withReason(Reason::OtherHandler);
   }
   if (lowerCase(finding.cell(locationColumn)).starts_with("appx")) {

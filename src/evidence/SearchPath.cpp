@@ -4,6 +4,7 @@
 #include <array>
 
 #include "evidence/CommandText.h"
+#include "evidence/ViewPaths.h"
 #include "keys/Variant.h"
 #include "runtime/Environment.h"
 #include "text/Text.h"
@@ -14,9 +15,6 @@ namespace {
 
 // Below the folder of Windows. A 32-bit process reaches the 64-bit system folder by its other name.
 constexpr std::array systemFolders{"\\Sysnative", "\\SysWOW64", "\\System32", "\\System", ""};
-
-constexpr const char16_t* computersVariables =
-    u"SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment";
 
 struct ProgramList {
   HiveHandle root;
@@ -39,13 +37,17 @@ std::string textIn(HiveHandle root, const std::u16string& key, const std::u16str
 
 }  // namespace
 
-bool SearchPath::isFile(const std::string& path) {
+FileIs SearchPath::ask(const std::string& path) {
   if (!isDrivePath(path)) {
-    return false;
+    return FileIs::Missing;
   }
   const DriveIs drive = files.drive(path.front());
-  return (drive == DriveIs::Fixed || drive == DriveIs::Removable) && files.at(path) == FileIs::File;
+  return drive == DriveIs::Fixed || drive == DriveIs::Removable ? files.at(path) : FileIs::Missing;
 }
+
+bool SearchPath::isFile(const std::string& path) { return ask(path) == FileIs::File; }
+
+bool SearchPath::isFolder(const std::string& path) { return ask(path) == FileIs::Folder; }
 
 const std::vector<std::string>& SearchPath::foldersOf(const std::u16string& owner) {
   const auto [entry, isNew] = folders.try_emplace(owner);
@@ -66,8 +68,14 @@ const std::vector<std::string>& SearchPath::foldersOf(const std::u16string& owne
   path = variables.expand(path, owner, ProgramView::Bits64).text;
   for (const std::string_view folder : split(path, ";")) {
     std::string plain(trim(replaceAll(folder, "\"", "")));
-    if (isDrivePath(plain) && std::ranges::find(list, plain) == list.end()) {
-      list.push_back(std::move(plain));
+    if (!isDrivePath(plain)) {
+      continue;
+    }
+    for (const ViewPath& place : viewPaths(plain, ProgramView::Bits64, windows.value_or(""))) {
+      const bool isKnown = std::ranges::find(list, place.path) != list.end();
+      if (!isKnown && isFolder(place.path)) {
+        list.push_back(place.path);
+      }
     }
   }
   return list;
@@ -79,8 +87,12 @@ std::optional<std::string> SearchPath::findInLists(const std::string& name,
     std::string text = textIn(list.root, list.key + utf16(name), u"");
     text = variables.expand(replaceAll(text, "\"", ""), owner, ProgramView::Bits64).text;
     text = trim(text);
-    if (isFile(text)) {
-      return text;
+    const std::string windows =
+        variables.value("windir", {}, ProgramView::Bits64).value_or(std::string());
+    for (const ViewPath& place : viewPaths(text, ProgramView::Bits64, windows)) {
+      if (isFile(place.path)) {
+        return text;
+      }
     }
   }
   return std::nullopt;

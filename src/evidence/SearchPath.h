@@ -26,7 +26,9 @@ class SearchPath {
  private:
   const std::vector<std::string>& foldersOf(const std::u16string& owner);
   std::optional<std::string> findInLists(const std::string& name, const std::u16string& owner);
+  FileIs ask(const std::string& path);
   bool isFile(const std::string& path);
+  bool isFolder(const std::string& path);
 
   FileLook& files;
   OwnerVariables& variables;

@@ -79,7 +79,7 @@ class Look {
   }
 
   void addDoubts(Evidence& evidence, const TruePlace& key) {
-    if (isOwnedBySystem(key)) {
+    if (key.hive == HiveHandle::LocalMachine && isOwnedBySystem(key)) {
       addReason(evidence, Reason::SystemOwned);
     }
     if (isBehindLogs(key)) {
@@ -134,6 +134,7 @@ void lookAgain(Form42& form) {
   form.implausible.clear();
   form.Text2.setText("1");
   Look look(form);
+  form.evidence.reserve(form.View2.count());
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     form.messages.doEvents();
     // A click on Cancel ends the look, not what it has found.

@@ -13,7 +13,9 @@ namespace {
 constexpr std::size_t longestText = 32767;  // characters, as the system's calls take them
 constexpr int deepestLauncher = 4;
 
-TextIs kindOf(Reading reading) { return reading == Reading::File ? TextIs::Path : TextIs::Command; }
+TextIs kindOf(Reading reading) {
+  return reading == Reading::Command ? TextIs::Command : TextIs::Path;
+}
 
 }  // namespace
 
@@ -80,8 +82,11 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
   if (whole.size() > longestText && characterCount(whole) > longestText) {
     return withReason(Reason::TextTooLong);
   }
-  const ExpandedText own = variables.expand(whole, owner.user, owner.view);
-  const bool hasVariables = own.text != whole;
+  // The system takes a tab for a blank.
+  std::string plain(whole);
+  std::ranges::replace(plain, '\t', ' ');
+  const ExpandedText own = variables.expand(plain, owner.user, owner.view);
+  const bool hasVariables = own.text != plain;
   PathTrial trial = tryText(own.text, owner, reading, depth);
   if (!trial.found.empty() && hasVariables && trial.found.front() == Reason::Found) {
     trial.found.front() = Reason::FoundWithOwnerVariables;
@@ -89,7 +94,7 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
   if (trial.found.empty() && hasVariables) {
     const ProgramView other =
         owner.view == ProgramView::Bits64 ? ProgramView::Bits32 : ProgramView::Bits64;
-    const std::string text2 = variables.expand(whole, owner.user, other).text;
+    const std::string text2 = variables.expand(plain, owner.user, other).text;
     PathTrial second = text2 == own.text ? PathTrial() : tryText(text2, owner, reading, depth);
     if (!second.found.empty()) {
       trial.find(Reason::FoundInOtherView);
@@ -107,22 +112,30 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
 
 PathTrial TextLook::tryText(const std::string& text, const TextOwner& owner, Reading reading,
                             int depth) {
-  if (kindOf(reading) == TextIs::Command && reading != Reading::Library) {
+  if (reading == Reading::Command) {
     const CommandParts parts = commandParts(text);
-    if (const auto target = launchTarget(parts.program, parts.arguments)) {
+    const auto target = launchTarget(parts.program, parts.arguments);
+    if (target && paths.isOfSystem(parts.program)) {
       return tryTarget(*target, owner, depth + 1);
     }
   }
   PathTrial trial;
   const std::string_view whole = trim(text);
   const bool isQuoted = whole.starts_with('"');
-  for (const std::string& one : fileReadings(text, kindOf(reading))) {
+  const std::vector<std::string> readings = fileReadings(text, kindOf(reading));
+  for (const std::string& one : readings) {
     // Only what stands between quotes, or all of the text, may be a folder.
     const bool isWhole = one == whole || (isQuoted && whole.substr(1).starts_with(one));
     paths.tryReading(trial, one, owner, reading, isWhole ? Takes::FoldersToo : Takes::FilesOnly);
     if (!trial.found.empty()) {
-      break;
+      return trial;
     }
+  }
+  if (readings.size() == mostReadings) {
+    trial.note(Reason::TextTooLong);
+  }
+  if (readings.empty()) {
+    trial.note(Reason::NoText);
   }
   return trial;
 }

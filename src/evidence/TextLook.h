@@ -43,7 +43,8 @@ class TextLook {
   PathTrial tryTarget(const LaunchTarget& target, const TextOwner& owner, int depth);
 
   PathLook paths;
-  std::unordered_map<std::string, Evidence> known;  // by text, owner and reading
+  // By text, owner and reading: a class and its merged view name the same file.
+  std::unordered_map<std::string, Evidence> known;
 };
 
 Evidence withReason(Reason reason);

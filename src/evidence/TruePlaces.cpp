@@ -98,6 +98,27 @@ std::vector<std::pair<HiveHandle, Names>> trueRoads(HiveHandle hive, const Names
   }
 }
 
+// A path as its names joined; std::nullopt if one of them is too long for a key.
+std::optional<std::u16string> plainKeyPath(const std::u16string& path) {
+  std::u16string plain;
+  plain.reserve(path.size());
+  std::size_t length = 0;  // of the name that was begun
+  for (const char16_t unit : path) {
+    if (unit == u'\\') {
+      length = 0;
+      continue;
+    }
+    if (length == 0 && !plain.empty()) {
+      plain += u'\\';
+    }
+    plain += unit;
+    if (++length > longestKeyName) {
+      return std::nullopt;
+    }
+  }
+  return plain;
+}
+
 std::vector<TruePlace> truePlaces(HiveHandle hive, const std::u16string& path) {
   std::vector<TruePlace> places;
   for (const auto& [trueHive, above] : trueRoads(hive, {})) {
@@ -116,13 +137,14 @@ std::u16string TruePlace::fullPath() const {
 }
 
 std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, Views views) {
+  if (views == Views::True) {
+    const auto path = plainKeyPath(utf16UntilNul(key));
+    return path ? truePlaces(hive, *path) : std::vector<TruePlace>();
+  }
   const Names names = namesOf(utf16UntilNul(key));
   if (std::ranges::any_of(
           names, [](const std::u16string& name) { return name.size() > longestKeyName; })) {
     return {};
-  }
-  if (views == Views::True) {
-    return truePlaces(hive, joined(names));
   }
   const bool isOwnApart = views == Views::Own && runsOn64BitWindows();
   std::vector<TruePlace> places;

@@ -66,11 +66,18 @@ bool namesNoLostProgram(Form42& form, std::string rule) {
 std::string doubtOfText(const Form42& form, const RegistryState& registry, const RecordPlace& place,
                         std::size_t row, Names names) {
   const Evidence evidence = lookAtRow(form, row);
+  // What was implausible among all rows of the scan stays so.
+  const Evidence* before = evidenceOf(form, row);
+  const bool isImplausible =
+      before != nullptr &&
+      std::ranges::find(before->reasons, Reason::Implausible) != before->reasons.end();
   if (isFound(evidence) || isFoundNow(form, textOfValue(registry, place))) {
     return "what it refers to is there";
   }
-  return names == Names::KeyOfDeadText && evidence.confidence == Confidence::Unsure
-             ? "it is not certain that what it refers to is gone (" + reasonCodes(evidence) + ")"
+  const bool isUncertain = isImplausible || evidence.confidence == Confidence::Unsure;
+  return names == Names::KeyOfDeadText && isUncertain
+             ? "it is not certain that what it refers to is gone (" +
+                   reasonCodes(isImplausible ? *before : evidence) + ")"
              : "";
 }
 

@@ -5,6 +5,7 @@
 #include "evidence/Reasons.h"
 #include "runtime/Environment.h"
 #include "support/ComputerFixture.h"
+#include "text/Text.h"
 
 namespace zelvreg {
 namespace {
@@ -94,6 +95,40 @@ TEST_F(TextLookTest, BehindALauncherItsTargetCounts) {
   EXPECT_EQ(reasonsOf("cmd /c \\\\server\\share\\x.exe"), "share");
 }
 
+TEST_F(TextLookTest, AProgramWithTheNameOfALauncherIsNone) {
+  makeFile(home + "\\mmc.exe");
+  makeFile(home + "\\java.exe");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\mmc.exe boot"), "found");
+  EXPECT_EQ(reasonsOf("\"C:\\EvidenceTest\\java.exe\" -jar C:\\gone.jar"), "found");
+}
+
+TEST_F(TextLookTest, EverySpellingOfThePathOfASystemFolderIsTheSame) {
+  const std::string windows = environmentVariable("WINDIR");
+  makeFile(windows + "\\Sysnative\\evidence64.dll");
+  for (const std::string folder : {"\\\\System32\\", "\\.\\System32\\", "\\System32.\\",
+                                   "\\x\\..\\System32\\", "/System32/"}) {
+    EXPECT_EQ(reasonsOf(windows + folder + "evidence64.dll", Reading::File), "found") << folder;
+  }
+}
+
+TEST_F(TextLookTest, ATabIsABlankAndManyCommasHideNoProgram) {
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\there\t/x"), "found-with-extension");
+  std::string list = "C:\\EvidenceTest\\there a";
+  for (int count = 0; count < 200; ++count) {
+    list += ",b";
+  }
+  EXPECT_EQ(reasonsOf(list), "found-with-extension");
+  EXPECT_EQ(reasonsOf(replaceAll(list, "there", "gone")), "absent path-too-long text-too-long");
+}
+
+TEST_F(TextLookTest, APathOfVeryManyFoldersEndsSoon) {
+  std::string path = "C:\\EvidenceTest\\";
+  for (int count = 0; count < 10'000; ++count) {
+    path += "a\\";
+  }
+  EXPECT_EQ(reasonsOf(path), "absent parent-absent path-too-long");
+}
+
 TEST_F(TextLookTest, LaunchersInLaunchersHaveAnEnd) {
   std::string command = "C:\\EvidenceTest\\gone.exe";
   for (int count = 0; count < 50; ++count) {
@@ -161,6 +196,10 @@ TEST_F(TextLookTest, WhatIsNotHereCannotBeDecided) {
            {"C:\\EvidenceTest\\log-{0}.txt", "not-a-path"},
            {"", "no-text"},
            {"   ", "no-text"},
+           {"\"\"", "no-text"},
+           {"C:\\EvidenceTest\\%1", "absent unknown-variable"},
+           {"C:\\EvidenceTest\\$(Name)\\x.dll", "not-a-path"},
+           {"\\\\?\\C:\\..\\..\\UNC\\server\\x.exe", "share"},
        }) {
     EXPECT_EQ(reasonsOf(text), codes) << text;
   }

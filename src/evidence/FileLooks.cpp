@@ -265,7 +265,7 @@ Evidence recordValue(const LookedAt& finding) {
 }
 
 Evidence startupProgram(const LookedAt& finding) {
-  return lookAt(finding, finding.entry.text, Reading::Command);
+  return lookAt(finding, finding.entry.text, Reading::Start);
 }
 
 // The name of the value is the path of a program, and what of it is kept.

@@ -14,17 +14,19 @@
 namespace zelvreg {
 namespace {
 
-// The first ones also for what was cut off before a blank.
+// All of them where the shell starts what is named as a whole, else the first ones.
 constexpr std::array<std::string_view, 11> programEndings{
     ".exe", ".com", ".bat", ".cmd", ".lnk", ".vbs", ".vbe", ".js", ".jse", ".wsf", ".msc"};
-constexpr std::size_t endingsOfCuts = 5;
+constexpr std::size_t usualEndings = 5;
 constexpr std::array<std::string_view, 2> libraryEndings{".dll", ".cpl"};
 
 std::span<const std::string_view> endingsFor(Reading reading, Takes takes) {
   switch (reading) {
-    case Reading::Command:
+    case Reading::Start:
       return std::span(programEndings)
-          .first(takes == Takes::FoldersToo ? programEndings.size() : endingsOfCuts);
+          .first(takes == Takes::FoldersToo ? programEndings.size() : usualEndings);
+    case Reading::Command:
+      return std::span(programEndings).first(usualEndings);
     case Reading::Library:
       return libraryEndings;
     default:

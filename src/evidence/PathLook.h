@@ -25,6 +25,7 @@ struct TextOwner {
 
 // How a text is to be read. All of a text may also be the path of a folder.
 enum class Reading : std::uint8_t {
+  Start,    // what the shell starts: a program or a script, with or without arguments
   Command,  // a program, with or without arguments
   Library,  // a file that the system loads, ".dll" added
   File,     // a file by its path; an index of a resource may follow

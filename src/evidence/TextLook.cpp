@@ -14,7 +14,7 @@ constexpr std::size_t longestText = 32767;  // characters, as the system's calls
 constexpr int deepestLauncher = 4;
 
 TextIs kindOf(Reading reading) {
-  return reading == Reading::Command ? TextIs::Command : TextIs::Path;
+  return reading == Reading::Start || reading == Reading::Command ? TextIs::Command : TextIs::Path;
 }
 
 }  // namespace
@@ -112,7 +112,7 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
 
 PathTrial TextLook::tryText(const std::string& text, const TextOwner& owner, Reading reading,
                             int depth) {
-  if (reading == Reading::Command) {
+  if (kindOf(reading) == TextIs::Command) {
     const CommandParts parts = commandParts(text);
     const auto target = launchTarget(parts.program, parts.arguments);
     if (target && paths.isOfSystem(parts.program)) {
@@ -168,7 +168,7 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
     trial.note(Reason::LauncherUnclear);
     return trial;
   }
-  const Reading reading = target.kind == TargetIs::Library ? Reading::Library : Reading::Command;
+  const Reading reading = target.kind == TargetIs::Library ? Reading::Library : Reading::Start;
   Evidence evidence = look(target.text, owner, reading, depth);
   if (isFound(evidence)) {
     trial.find(Reason::FoundBehindLauncher);

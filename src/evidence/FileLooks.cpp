@@ -259,9 +259,10 @@ Evidence recordValue(const LookedAt& finding) {
   }
   // What follows a program is not what it needs to run.
   const bool isCommand = contains(name, "uninstall") || contains(name, "modifypath");
-  return isCommand
-             ? lookAt(finding, finding.entry.text, Reading::Command)
-             : finding.texts.atAny(pathsIn(finding.entry.text), finding.owner, Reading::Command);
+  return isCommand ? lookAt(finding, finding.entry.text, Reading::Command)
+                   : finding.texts.atAny(
+                         pathsIn(finding.texts.expanded(finding.entry.text, finding.owner)),
+                         finding.owner, Reading::Command);
 }
 
 Evidence startupProgram(const LookedAt& finding) {

@@ -280,7 +280,8 @@ void PathLook::trySearch(PathTrial& trial, const std::string& name, const TextOw
     }
   }
   if (!trial.isJudged) {
-    const bool isBare = name.find_first_of("\\/") == std::string::npos;
+    // A word alone need not be a file at all.
+    const bool isBare = name.find_first_of("\\/") == std::string::npos && hasFileEnding(name);
     addTested(trial.tested, {name});
     trial.note(Reason::Absent);
     trial.note(isBare ? Reason::BareName : Reason::PlaceUnknown);

@@ -73,6 +73,7 @@ TEST_F(TextLookTest, ANameWithoutAFolderIsSought) {
   EXPECT_EQ(reasonsOf("evidencesought"), "found-on-path");
   EXPECT_EQ(reasonsOf("evidencelisted.exe"), "found-on-path");
   EXPECT_EQ(reasonsOf("evidencegone.exe"), "absent bare-name");
+  EXPECT_EQ(reasonsOf("evidencegone"), "absent place-unknown");
   EXPECT_EQ(reasonsOf("somewhere\\evidencegone.exe"), "absent place-unknown");
   removeKey(appPath);
 }

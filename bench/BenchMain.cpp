@@ -5,6 +5,8 @@
 #include <iostream>
 #include <vector>
 
+#include "EvidenceBench.h"
+#include "EvidenceTable.h"
 #include "MachineMaker.h"
 #include "OfflineBench.h"
 #include "ScanBench.h"
@@ -17,6 +19,7 @@ namespace {
 using namespace zelvreg::bench;
 namespace fs = std::filesystem;
 
+constexpr int goalMissed = 1;
 constexpr int failed = 2;
 
 struct Arguments {
@@ -25,7 +28,12 @@ struct Arguments {
   std::string offlineRoot;
   bool isByCategory = false;
   bool isOfSearch = false;
+  bool isOfEvidence = false;
+  std::uint64_t seed = 1;
 };
+
+// Of the machine that --evidence makes.
+constexpr std::size_t evidenceKeys = 100'000;
 
 constexpr double milliseconds = 1000;
 constexpr double microseconds = 1'000'000;
@@ -105,6 +113,33 @@ void benchOffline(const Arguments& arguments) {
             << figures.scanPeak << " MB, walk " << figures.walkPeak << " MB)\n";
 }
 
+// Whether every tick is as it should be. Time decides nothing.
+bool benchEvidence(const Arguments& arguments) {
+  bool isMet = true;
+  for (const std::size_t keys : arguments.sizes) {
+    const WorkFolder work;
+    const fs::path folder = work.path() / "machine";
+    std::cout << keys << " keys, seed " << arguments.seed << "\n";
+    const EvidenceFigures figures = measureEvidence(folder, keys, arguments.seed);
+    printEvidence(std::cout, figures);
+    isMet = isMet && figures.ticksNothingElse() && figures.ticksTheDead();
+    printCost(std::cout, compareWithSecondLook(folder, arguments.pairs));
+  }
+  return isMet;
+}
+
+int bench(const Arguments& arguments) {
+  if (arguments.isOfEvidence) {
+    return benchEvidence(arguments) ? 0 : goalMissed;
+  }
+  if (arguments.offlineRoot.empty()) {
+    benchMachines(arguments);
+  } else {
+    benchOffline(arguments);
+  }
+  return 0;
+}
+
 void addOptions(CLI::App& app, Arguments& arguments) {
   app.add_option("--keys", arguments.sizes, "sizes of the machines to make, separated by commas")
       ->capture_default_str()
@@ -119,6 +154,10 @@ void addOptions(CLI::App& app, Arguments& arguments) {
   app.add_flag("--by-category", arguments.isByCategory, "compare each category by itself too");
   app.add_flag("--search", arguments.isOfSearch,
                "compare a registry search with an enumeration instead of a scan");
+  app.add_flag("--evidence", arguments.isOfEvidence,
+               "compare the ticks of a scan with what is dead instead; status 1 if they are wrong");
+  app.add_option("--seed", arguments.seed, "of the machine that --evidence makes")
+      ->capture_default_str();
 }
 
 }  // namespace
@@ -134,13 +173,11 @@ int main(int count, char** arguments) {
       std::cout << app.help();
       return 0;
     }
-    std::cout << std::fixed << std::setprecision(2);
-    if (given.offlineRoot.empty()) {
-      benchMachines(given);
-    } else {
-      benchOffline(given);
+    if (given.isOfEvidence && app.count("--keys") == 0) {
+      given.sizes = {evidenceKeys};
     }
-    return 0;
+    std::cout << std::fixed << std::setprecision(2);
+    return bench(given);
   } catch (const std::exception& error) {
     const std::string message = error.what();
     std::cerr << "zelvreg-bench: " << message.substr(0, message.find('\n')) << "\n";

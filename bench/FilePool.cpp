@@ -10,7 +10,7 @@ namespace zelvreg::bench {
 namespace {
 
 constexpr std::size_t keysPerFile = 50;
-constexpr std::size_t fewestFiles = 200;
+constexpr std::size_t fewestFiles = 1000;
 constexpr std::size_t mostFiles = 20'000;
 constexpr std::size_t filesPerFolder = 10;
 constexpr std::size_t productsPerVendor = 4;
@@ -34,12 +34,20 @@ constexpr std::array<Kind, fileKindCount> kinds{{
 
 const Kind& kindOf(FileKind kind) { return kinds[static_cast<std::size_t>(kind)]; }
 
+// Most vendors have plain names.
+constexpr std::array<std::string_view, 12> vendorNames{
+    "Vendor",   "Vendor", "Vendor", "Société", "Vendor", "Vendor",
+    "Εταιρεία", "Vendor", "Фирма",  "Vendor",  "公司",   "Smile 😀",
+};
+
 std::string folderOfProduct(View view, std::size_t number) {
   const std::size_t product = number / filesPerFolder;
-  return (view == View::Bits64 ? "C:\\Program Files\\Vendor "
-                               : "C:\\Program Files (x86)\\Vendor ") +
-         padded(product / productsPerVendor, 4) + "\\Product " +
-         std::to_string(product % productsPerVendor + 1) + "\\";
+  const std::size_t vendor = product / productsPerVendor;
+  std::string folder = FilePool::programFolder(view) + "\\";
+  folder.append(vendorNames[vendor % vendorNames.size()]).append(" ").append(padded(vendor, 4));
+  folder += "\\Product " + std::to_string(product % productsPerVendor + 1);
+  // No file of one view has a namesake in the other.
+  return folder + (view == View::Bits64 ? "\\" : " (32-bit)\\");
 }
 
 std::string pathOf(FileKind kind, View view, std::size_t number, std::string_view prefix = {}) {
@@ -79,24 +87,51 @@ std::string FilePool::live(FileKind kind, View view, Random& random) const {
   return pathOf(kind, view, random.below(count(kind)));
 }
 
-std::string FilePool::dead(FileKind kind, View view, Random& random) const {
-  const std::size_t number = random.below(count(kind));
-  return random.oneIn(2) ? pathOf(kind, view, number, "old")
-                         : pathOf(kind, view, number + mostFiles, "old");
+std::string FilePool::nth(FileKind kind, View view, std::size_t number) const {
+  return pathOf(kind, view, number % count(kind));
 }
 
-std::string FilePool::any(FileKind kind, View view, Random& random) const {
-  return random.oneIn(10) ? dead(kind, view, random) : live(kind, view, random);
+std::string FilePool::deadFile(FileKind kind, View view, Random& random) const {
+  return pathOf(kind, view, random.below(count(kind)), "old");
 }
 
-std::string FilePool::distinct(FileKind kind, View view, std::size_t number, Random& random) const {
-  // A list longer than its kind of file goes on with programs.
+std::string FilePool::deadFolder(FileKind kind, View view, Random& random) const {
+  return pathOf(kind, view, random.below(count(kind)) + mostFiles, "old");
+}
+
+Reference FilePool::dead(FileKind kind, View view, Random& random) const {
+  const bool isFolderThere = random.oneIn(2);
+  return {isFolderThere ? deadFile(kind, view, random) : deadFolder(kind, view, random),
+          Truth::Dead, isFolderThere || !isOfPrograms(kind) ? deadFileFamily : deadFolderFamily};
+}
+
+Reference FilePool::any(FileKind kind, View view, Random& random) const {
+  return random.oneIn(10) ? dead(kind, view, random)
+                          : Reference{live(kind, view, random), Truth::Alive, plainFamily};
+}
+
+Reference FilePool::distinct(FileKind kind, View view, std::size_t number, Random& random) const {
+  // A list longer than its kind of file goes on with programs, and then with files of folders that
+  // are not there.
   if (number >= count(kind)) {
     number -= count(kind);
     kind = FileKind::Program;
   }
-  return pathOf(kind, view, number, random.oneIn(10) ? "old" : "");
+  if (number >= count(kind)) {
+    return {pathOf(kind, view, number + mostFiles, "old"), Truth::Dead, deadFolderFamily};
+  }
+  const bool isDead = random.oneIn(10);
+  return {pathOf(kind, view, number, isDead ? "old" : ""), isDead ? Truth::Dead : Truth::Alive,
+          isDead ? deadFileFamily : plainFamily};
 }
+
+std::string FilePool::programFolder(View view) {
+  return view == View::Bits64 ? "C:\\Program Files" : "C:\\Program Files (x86)";
+}
+
+bool FilePool::isOfPrograms(FileKind kind) { return kindOf(kind).folder.empty(); }
+
+std::string_view FilePool::extensionOf(FileKind kind) { return kindOf(kind).extension; }
 
 void FilePool::write(const std::filesystem::path& drive) const {
   std::set<std::filesystem::path> folders;
@@ -125,6 +160,13 @@ std::size_t FilePool::count(FileKind kind) const { return counts[static_cast<std
 std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('\\')); }
 
 std::string fileNameOf(const std::string& path) { return path.substr(path.rfind('\\') + 1); }
+
+Reference folderOf(const Reference& file) {
+  const bool isGone = file.family == std::string_view(deadFolderFamily);
+  const bool isDead = file.truth == Truth::Dead && isGone;
+  return {folderOf(file.text), isDead ? Truth::Dead : Truth::Alive,
+          isDead ? deadFolderFamily : plainFamily};
+}
 
 std::string padded(std::size_t number, std::size_t width) {
   std::string digits = std::to_string(number);

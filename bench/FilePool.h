@@ -6,25 +6,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <random>
 #include <string>
+#include <string_view>
+
+#include "Labels.h"
+#include "Random.h"
 
 namespace zelvreg::bench {
-
-// The engine's numbers are the same everywhere; the library's distributions are not, so ranges are
-// cut out here.
-class Random {
- public:
-  explicit Random(std::uint64_t seed) : engine(seed) {}
-
-  std::uint64_t bits() { return engine(); }
-  // 0 to limit - 1.
-  std::size_t below(std::size_t limit) { return static_cast<std::size_t>(engine() % limit); }
-  bool oneIn(std::size_t count) { return below(count) == 0; }
-
- private:
-  std::mt19937_64 engine;
-};
 
 enum class FileKind : std::uint8_t {
   Program,
@@ -46,14 +34,26 @@ class FilePool {
 
   // A path that is there, as of one program of that view.
   [[nodiscard]] std::string live(FileKind kind, View view, Random& random) const;
-  // One that is not: a missing file in a folder that is there, or a missing folder.
-  [[nodiscard]] std::string dead(FileKind kind, View view, Random& random) const;
+  // The live one of this number; after the last the first one follows again.
+  [[nodiscard]] std::string nth(FileKind kind, View view, std::size_t number) const;
+  // One that is not, in a folder that is there, and in one that is not. Folders of the system are
+  // always there.
+  [[nodiscard]] std::string deadFile(FileKind kind, View view, Random& random) const;
+  [[nodiscard]] std::string deadFolder(FileKind kind, View view, Random& random) const;
+  // Either of the two.
+  [[nodiscard]] Reference dead(FileKind kind, View view, Random& random) const;
   // One in ten is dead.
-  [[nodiscard]] std::string any(FileKind kind, View view, Random& random) const;
+  [[nodiscard]] Reference any(FileKind kind, View view, Random& random) const;
 
   // The same, another path for each number: for lists whose entries are named by a path.
-  [[nodiscard]] std::string distinct(FileKind kind, View view, std::size_t number,
-                                     Random& random) const;
+  [[nodiscard]] Reference distinct(FileKind kind, View view, std::size_t number,
+                                   Random& random) const;
+
+  // "C:\\Program Files", with " (x86)" in the 32-bit view.
+  static std::string programFolder(View view);
+  // Whether files of this kind lie below it.
+  static bool isOfPrograms(FileKind kind);
+  static std::string_view extensionOf(FileKind kind);
 
   // Makes all that are there below the folder of drive C, each an empty file. Throws
   // std::runtime_error.
@@ -68,6 +68,9 @@ class FilePool {
 // "C:\a\b.c" without its last part, and the last part.
 std::string folderOf(const std::string& path);
 std::string fileNameOf(const std::string& path);
+
+// A reference to the folder of a file.
+Reference folderOf(const Reference& file);
 
 // Decimal digits, filled with zeros in front.
 std::string padded(std::size_t number, std::size_t width);

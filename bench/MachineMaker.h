@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <filesystem>
 
+#include "Labels.h"
+
 namespace zelvreg::bench {
 
 struct MachineSize {
@@ -19,7 +21,11 @@ inline constexpr std::size_t mostKeys = 2'000'000;
 // Writes registry.reg with exactly so many keys, machine.ini, and the files that the references
 // which are not dead name. The same size and seed give the same bytes. `folder` must not exist, or
 // be empty. Throws std::runtime_error with one line.
-void makeMachine(const std::filesystem::path& folder, const MachineSize& size);
+//
+// `labels` is told of each reference that a scanner may report. What it is told follows from how
+// the reference was made, never from looking.
+void makeMachine(const std::filesystem::path& folder, const MachineSize& size,
+                 const LabelSink& labels = {});
 
 }  // namespace zelvreg::bench
 

@@ -19,6 +19,7 @@ int fail(const std::string& message) {
 
 int main(int count, char** arguments) {
   std::string folder;
+  std::string labelFile;
   MachineSize size;
   try {
     CLI::App app("Makes a folder that stands for a Windows computer, for measuring.",
@@ -29,13 +30,21 @@ int main(int count, char** arguments) {
         ->check(CLI::Range(fewestKeys, mostKeys));
     app.add_option("--seed", size.seed, "another number gives other content")
         ->capture_default_str();
+    app.add_option("--labels", labelFile,
+                   "write here which references are dead, alive, or cannot be decided");
     try {
       app.parse(count, arguments);
     } catch (const CLI::CallForHelp&) {
       std::cout << app.help();
       return 0;
     }
-    makeMachine(folder, size);
+    if (labelFile.empty()) {
+      makeMachine(folder, size);
+      return 0;
+    }
+    LabelFile labels(labelFile);
+    makeMachine(folder, size, [&](const Label& label) { labels.add(label); });
+    labels.finish();
     return 0;
   } catch (const std::exception& error) {
     return fail(error.what());

@@ -49,7 +49,7 @@ void resolvePath(benchmark::State& state) {
 }
 
 void testFile(benchmark::State& state) {
-  const zelvreg::Form42 form;
+  zelvreg::Form42 form;
   for (auto _ : state) {
     benchmark::DoNotOptimize(
         zelvreg::FileExists(form, "C:\\Program Files\\Vendor 0000\\Product 1\\app00001.exe"));

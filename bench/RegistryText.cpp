@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "unicode/Unicode.h"
+
 namespace zelvreg::bench {
 namespace {
 
@@ -45,9 +47,25 @@ void RegistryText::text(std::string_view name, std::string_view data) {
 void RegistryText::expandableText(std::string_view name, std::string_view data) {
   beginValue(name);
   pending += "hex(2):";
-  for (const char character : data) {
-    byte(static_cast<unsigned char>(character));
-    pending += ",00,";
+  units(data);
+  pending += "00,00";
+  endLine();
+}
+
+void RegistryText::reference(std::string_view name, std::string_view data) {
+  if (data.find('%') == std::string_view::npos) {
+    text(name, data);
+  } else {
+    expandableText(name, data);
+  }
+}
+
+void RegistryText::texts(std::string_view name, std::span<const std::string_view> data) {
+  beginValue(name);
+  pending += "hex(7):";
+  for (const std::string_view one : data) {
+    units(one);
+    pending += "00,00,";
   }
   pending += "00,00";
   endLine();
@@ -100,6 +118,16 @@ void RegistryText::quoted(std::string_view text) {
     pending += character;
   }
   pending += '"';
+}
+
+// As bytes, each followed by a comma.
+void RegistryText::units(std::string_view text) {
+  for (const char16_t unit : utf16(text)) {
+    byte(unit & 0xFFU);
+    pending += ',';
+    byte(unit >> 8U);
+    pending += ',';
+  }
 }
 
 void RegistryText::byte(unsigned number) {

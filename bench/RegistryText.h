@@ -6,13 +6,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
 namespace zelvreg::bench {
 
-// All text is ASCII, which the file holds as UTF-8. Throws std::runtime_error with one line when
+// All text is UTF-8, as the file itself. Throws std::runtime_error with one line when
 // the file cannot be written.
 class RegistryText {
  public:
@@ -26,6 +27,9 @@ class RegistryText {
   // Values of the key written last. An empty name is the default value.
   void text(std::string_view name, std::string_view data);
   void expandableText(std::string_view name, std::string_view data);
+  // Expandable if it has a variable.
+  void reference(std::string_view name, std::string_view data);
+  void texts(std::string_view name, std::span<const std::string_view> data);
   void number(std::string_view name, std::uint32_t data);
   void binary(std::string_view name, std::uint64_t data);
 
@@ -37,6 +41,7 @@ class RegistryText {
  private:
   void beginValue(std::string_view name);
   void quoted(std::string_view text);
+  void units(std::string_view text);
   void byte(unsigned number);
   void endLine();
   void flush();

@@ -6,90 +6,131 @@
 namespace zelvreg::bench {
 namespace {
 
-const std::string windows = "\\Microsoft\\Windows\\CurrentVersion";
 const std::string windowsNt = "\\Microsoft\\Windows NT\\CurrentVersion";
 constexpr const char* firewallRules =
     "HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\"
     "FirewallPolicy\\FirewallRules";
 
+std::string_view softwareOf(View view) {
+  return view == View::Bits64 ? machineSoftware : machineSoftware32;
+}
+
 void writeVersions(const Making& making) {
   making.registry.container(machineSoftware + windowsNt);
   making.registry.text("ProductName", "Windows 10 Pro");
   making.registry.text("SystemRoot", "C:\\Windows");
-  making.registry.container(machineSoftware + windows);
-  making.registry.text("SystemRoot", "C:\\Windows");
-  making.registry.container(machineSoftware32 + windows);
-  making.registry.text("SystemRoot", "C:\\Windows");
+  for (const View view : {View::Bits64, View::Bits32}) {
+    making.registry.container(std::string(softwareOf(view)) + windowsKey);
+    making.registry.text("SystemRoot", "C:\\Windows");
+  }
+}
+
+void writeFont(const Making& making, const std::string& list, const std::string& name,
+               const Reference& font) {
+  making.registry.reference(name, font.text);
+  making.label("1", list, name, font);
 }
 
 void writeFonts(const Making& making) {
-  making.registry.container(machineSoftware + windowsNt + "\\Fonts");
+  const std::string list = machineSoftware + windowsNt + "\\Fonts";
+  making.registry.container(list);
   const std::size_t count = making.share(2000);
   for (std::size_t number = 0; number < count; ++number) {
-    making.registry.text("Typeface " + padded(number, 5) + " (TrueType)",
-                         fileNameOf(making.files.any(FileKind::Font, View::Bits64, making.random)));
+    Reference font = making.files.any(FileKind::Font, View::Bits64, making.random);
+    font.text = fileNameOf(font.text);
+    writeFont(making, list, "Typeface " + padded(number, 5) + " (TrueType)", font);
+  }
+  std::size_t number = 0;
+  for (std::size_t pair = 0; pair < making.share(20); ++pair) {
+    writeFont(making, list, "Whole path " + padded(number++, 4),
+              {making.files.live(FileKind::Font, View::Bits64, making.random), Truth::Alive,
+               "font-by-whole-path"});
+    writeFont(making, list, "Whole path " + padded(number++, 4),
+              {making.files.deadFile(FileKind::Font, View::Bits64, making.random), Truth::Dead,
+               "font-by-whole-path"});
+  }
+  writeFont(making, list, "Without a file", {{}, Truth::Undecidable, "no-text"});
+  const Place place{FileKind::Font, View::Bits64, Owner::Machine};
+  for (const Reference& font : making.paths.take(place, making.casesOfPlace())) {
+    writeFont(making, list, "Whole path " + padded(number++, 4), font);
   }
 }
 
 void writeSharedDlls(const Making& making, View view, std::size_t perMillion) {
-  making.registry.container((view == View::Bits64 ? machineSoftware : machineSoftware32) + windows +
-                            "\\SharedDLLs");
+  const std::string list = std::string(softwareOf(view)) + windowsKey + "\\SharedDLLs";
+  making.registry.container(list);
+  const auto writeOne = [&](const Reference& library) {
+    making.registry.number(library.text, static_cast<std::uint32_t>(1 + making.random.below(5)));
+    making.label("2", list, library.text, library);
+  };
+  // A scan has codes for the first rows of the longer list only.
+  const Place place{FileKind::Library, view, Owner::Machine, Use::Name};
+  std::vector<Reference> cases = making.paths.take(place, making.casesOfPlace());
+  removeRepeated(cases);
+  for (const Reference& library : cases) {
+    writeOne(library);
+  }
   const std::size_t count = making.share(perMillion);
   for (std::size_t number = 0; number < count; ++number) {
-    making.registry.number(making.files.distinct(FileKind::Library, view, number, making.random),
-                           static_cast<std::uint32_t>(1 + making.random.below(5)));
+    writeOne(making.files.distinct(FileKind::Library, view, number, making.random));
   }
+}
+
+void writeApplicationPath(const Making& making, const std::string& key, const Reference& program) {
+  making.registry.key(key);
+  making.registry.reference("", program.text);
+  making.label("3", key, "", program);
 }
 
 void writeApplicationPaths(const Making& making, View view, std::size_t perMillion) {
-  const std::string list =
-      (view == View::Bits64 ? machineSoftware : machineSoftware32) + windows + "\\App Paths";
+  const std::string list = std::string(softwareOf(view)) + windowsKey + "\\App Paths";
   making.registry.container(list);
   const std::size_t count = making.share(perMillion);
   for (std::size_t number = 0; number < count; ++number) {
-    const std::string path = making.files.any(FileKind::Program, view, making.random);
-    making.registry.key(list + "\\program" + padded(number, 5) + ".exe");
-    making.registry.text("", path);
+    const Reference program = making.files.any(FileKind::Program, view, making.random);
+    writeApplicationPath(making, list + "\\program" + padded(number, 5) + ".exe", program);
     if (making.random.oneIn(2)) {
-      making.registry.text("Path", folderOf(path));
+      making.registry.text("Path", folderOf(program.text));
     }
   }
-}
-
-void writeHelp(const Making& making, const std::string& key, std::size_t perMillion) {
-  making.registry.container(machineSoftware + key);
-  const std::size_t count = making.share(perMillion);
-  for (std::size_t number = 0; number < count; ++number) {
-    const std::string path =
-        making.files.distinct(FileKind::Help, View::Bits64, number, making.random);
-    making.registry.text(fileNameOf(path), folderOf(path));
+  std::size_t number = 0;
+  const Place place{FileKind::Program, view, Owner::Machine};
+  for (const Reference& program : making.paths.take(place, making.casesOfPlace())) {
+    writeApplicationPath(making, list + "\\tool" + padded(number++, 5) + ".exe", program);
+  }
+  if (view == View::Bits64) {
+    making.registry.key(list + "\\onapppaths.exe");
+    making.registry.text("", "C:\\Program Files\\App Paths Tools\\onapppaths.exe");
   }
 }
 
-void writeSnapIns(const Making& making) {
-  const std::string list = machineSoftware + std::string("\\Microsoft\\MMC\\SnapIns");
-  making.registry.container(list);
-  const std::size_t count = making.share(150);
-  for (std::size_t number = 0; number < count; ++number) {
-    making.registry.key(list + "\\FX:" + making.guid(number, count));
-    making.registry.text("NameString", "Snap-in " + padded(number, 4));
-    making.registry.text("HelpTopic",
-                         making.files.any(FileKind::Help, View::Bits64, making.random));
-  }
+void writeRule(const Making& making, const std::string& name, const Reference& program) {
+  constexpr std::array<const char*, 3> profiles{"Public", "Private", "Domain"};
+  making.registry.text(name,
+                       std::string("v2.30|Action=Allow|Active=TRUE|Dir=In|Protocol=6|Profile=") +
+                           profiles[making.random.below(profiles.size())] + "|App=" + program.text +
+                           "|Name=Program|");
+  making.label("11", firewallRules, name, program);
 }
 
 void writeFirewallRules(const Making& making) {
-  constexpr std::array<const char*, 3> profiles{"Public", "Private", "Domain"};
   making.registry.container(firewallRules);
   const std::size_t count = making.share(1500);
   for (std::size_t number = 0; number < count; ++number) {
     const View view = making.random.oneIn(2) ? View::Bits64 : View::Bits32;
-    making.registry.text(making.guid(number, count),
-                         std::string("v2.30|Action=Allow|Active=TRUE|Dir=In|Protocol=6|Profile=") +
-                             profiles[making.random.below(profiles.size())] +
-                             "|App=" + making.files.any(FileKind::Program, view, making.random) +
-                             "|Name=Program " + padded(number, 5) + "|");
+    writeRule(making, making.guid(number, count),
+              making.files.any(FileKind::Program, view, making.random));
   }
+  std::size_t number = 0;
+  const Place place{FileKind::Program, View::Bits64, Owner::Machine};
+  for (const Reference& program : making.paths.take(place, making.casesOfPlace())) {
+    writeRule(making, "Rule " + padded(number++, 5), program);
+  }
+  // A scan judges a rule without a bar by the path of the rule before.
+  writeRule(making, "Rule before", {"C:\\Nowhere\\gone.exe", Truth::Dead, deadFolderFamily});
+  making.registry.text("Rule without a path", "v2.30");
+  making.label("11", firewallRules, "Rule without a path",
+               {{}, Truth::Undecidable, "rule-without-path"});
 }
 
 }  // namespace
@@ -97,34 +138,12 @@ void writeFirewallRules(const Making& making) {
 void writeSystemKeys(const Making& making) {
   writeVersions(making);
   writeFonts(making);
-  writeSharedDlls(making, View::Bits64, 2400);
-  writeSharedDlls(making, View::Bits32, 1600);
+  writeSharedDlls(making, View::Bits64, 1600);
+  writeSharedDlls(making, View::Bits32, 2400);
   writeApplicationPaths(making, View::Bits64, 600);
   writeApplicationPaths(making, View::Bits32, 300);
-  writeHelp(making, "\\Microsoft\\Windows\\Help", 60);
-  writeHelp(making, "\\Microsoft\\Windows\\HTML Help", 250);
-  writeSnapIns(making);
+  writeHelpKeys(making);
   writeFirewallRules(making);
-}
-
-std::string Making::guid(std::size_t number, std::size_t count) const {
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  constexpr std::string_view form = "{00000000-0000-0000-0000-000000000000}";
-  const std::uint64_t step = 0x100000000ULL / count;
-  std::uint64_t bits = (number * step + random.below(step)) << 32 | (random.bits() & 0xFFFFFFFF);
-  std::string text(form);
-  int used = 0;
-  for (char& digit : text) {
-    if (digit != '0') {
-      continue;
-    }
-    if (used++ == 16) {
-      bits = random.bits();
-    }
-    digit = digits[bits >> 60];
-    bits <<= 4;
-  }
-  return text;
 }
 
 }  // namespace zelvreg::bench

@@ -16,12 +16,13 @@ class Vendors {
 
   void writeUntil(std::size_t last) {
     making.registry.container(above);
+    writeTools();
     for (std::size_t vendor = 0; making.registry.keyCount() < last; ++vendor) {
       const std::string path = above + "\\Vendor " + padded(vendor, 5);
       making.registry.key(path);
       making.registry.text("Name", "Vendor");
       if (making.random.oneIn(4)) {
-        making.registry.text("Program", making.files.any(FileKind::Program, view, making.random));
+        writeProgram(path, "Program", making.files.any(FileKind::Program, view, making.random));
       }
       writeProducts(path, last);
     }
@@ -29,6 +30,24 @@ class Vendors {
 
  private:
   [[nodiscard]] bool isFull(std::size_t last) const { return making.registry.keyCount() >= last; }
+
+  void writeProgram(const std::string& key, const std::string& name, const Reference& program) {
+    making.registry.reference(name, program.text);
+    making.label("3", key, name, program);
+  }
+
+  void writeTools() {
+    const std::string path = above + "\\Tools";
+    making.registry.key(path);
+    std::size_t number = 0;
+    const Owner owner = above == userSoftware ? Owner::User : Owner::Machine;
+    const Place place{FileKind::Program, view, owner};
+    for (Cases* cases : {&making.paths, &making.texts}) {
+      for (const Reference& program : cases->take(place, making.casesOfPlace())) {
+        writeProgram(path, "Tool " + padded(number++, 4), program);
+      }
+    }
+  }
 
   void writeProducts(const std::string& vendor, std::size_t last) {
     for (std::size_t number = 0; number < productsOfVendor && !isFull(last); ++number) {

@@ -54,7 +54,11 @@ struct ScanArguments {
     scan.add_option("--only", only, "categories to scan, separated by commas: " + categoryNames());
     auto* json = scan.add_flag("--json", isJson, "print one JSON object, in UTF-8");
     scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")->excludes(json);
-    scan.add_option("--report", options.reportFile, "write the text report to this file");
+    auto* report =
+        scan.add_option("--report", options.reportFile, "write the text report to this file");
+    scan.add_flag("--report-evidence", options.reportsEvidence,
+                  "with --report: also write how sure each finding is, and why")
+        ->needs(report);
     scan.add_flag("--quiet", options.isQuiet, "print nothing but messages");
     scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found");
     time.addTo(scan);

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "form/Evidence.h"
 #include "form/Safeguards.h"
 
 namespace zelvreg::console {
@@ -71,12 +72,15 @@ struct Options {
   // What was chosen for safeguards, the narrower choices first.
   std::vector<SafeguardChoice> safeguardChoices;
   bool isAsDescribed = false;
+  // A repair takes no finding that is less sure; without it, the safeguard says from where on.
+  std::optional<Confidence> leastSure;
   // When to give up a scan or a search; never without it.
   std::optional<std::chrono::steady_clock::time_point> deadline;
   bool isRehearsal = false;             // tells what a repair would do, and does nothing
   std::string reviewedFile;             // result whose rows alone are repaired; empty for none
   std::optional<std::size_t> mostRows;  // with more than these to repair, nothing is repaired
   std::string reportFile;               // of the text report; empty for none
+  bool reportsEvidence = false;         // the report tells how sure each finding is
   std::size_t entry = 0;                // row of a list, from 1
   std::string exportFile;               // safety export that is to be imported
   std::string exclusion;                // key that is to be excluded

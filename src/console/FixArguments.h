@@ -3,10 +3,14 @@
 #define ZELVREG_CONSOLE_FIX_ARGUMENTS_H
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "console/CommandLine.h"
 #include "console/SafeguardArguments.h"
+#include "evidence/Reasons.h"
 
 namespace zelvreg::console {
 
@@ -24,10 +28,11 @@ struct FixArguments {
                    "still found");
     fix.add_option("--max", mostRows,
                    "repair nothing if there are more findings to repair than this");
+    addConfidence(fix, options);
     SafeguardArguments::addTo(
         fix,
-        {&Safeguards::protects, &Safeguards::exportsFirst, &Safeguards::touches,
-         &Safeguards::asksShares, &Safeguards::asksService},
+        {&Safeguards::careful, &Safeguards::protects, &Safeguards::exportsFirst,
+         &Safeguards::touches, &Safeguards::asksShares, &Safeguards::asksService},
         options);
   }
 
@@ -36,6 +41,32 @@ struct FixArguments {
     if (isMostGiven) {
       options.mostRows = mostRows;
     }
+    const bool takesAll = std::ranges::any_of(
+        options.safeguardChoices,
+        [](const SafeguardChoice& choice) { return std::string_view(choice.option) == "--all"; });
+    if (takesAll && options.leastSure.value_or(Confidence::Unsure) != Confidence::Unsure) {
+      throw UsageError(std::string("--all takes every finding, and --min-confidence ") +
+                       codeOf(*options.leastSure) + " does not; give one of them");
+    }
+  }
+
+ private:
+  // Down to the unsure ones is the same as to lift the safeguard.
+  static void addConfidence(CLI::App& fix, Options& options) {
+    fix.add_option_function<std::string>(
+           "--min-confidence",
+           [&options](const std::string& code) {
+             options.leastSure = confidenceOfCode(code);
+             if (options.leastSure == Confidence::Unsure) {
+               options.safeguardChoices.push_back({.safeguard = &Safeguards::careful,
+                                                   .value = false,
+                                                   .option = "--min-confidence unsure"});
+             }
+           },
+           "repair only findings that are at least this: \"sure\", \"likely\", which is the "
+           "default, or \"unsure\"")
+        ->check(CLI::IsMember(
+            {codeOf(Confidence::Sure), codeOf(Confidence::Likely), codeOf(Confidence::Unsure)}));
   }
 };
 

@@ -3,48 +3,16 @@
 #include <stdexcept>
 
 #include "console/DisplayText.h"
+#include "console/FixTicks.h"
 #include "console/FormUse.h"
-#include "console/HostFile.h"
 #include "console/ResultOutput.h"
-#include "console/ReviewedResult.h"
 #include "console/Terminal.h"
 #include "form/Form42.h"
 #include "repair/RepairPlan.h"
 #include "runtime/Directory.h"
-#include "scan/Findings.h"
-#include "text/Numbers.h"
 
 namespace zelvreg::console {
 namespace {
-
-// All rows, or those of a result that somebody has looked through.
-void tickRows(Form42& form, const Options& options, const Streams& streams) {
-  if (options.reviewedFile.empty()) {
-    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      form.View2.setChecked(row, true);
-    }
-    return;
-  }
-  const auto reviewed = reviewedFindings(readHostFile(options.reviewedFile), options.reviewedFile);
-  const std::size_t missing = tickReviewed(form, reviewed);
-  if (missing > 0) {
-    streams.error << "zelvreg: " << missing << " of the " << reviewed.size() << " findings in "
-                  << printable(options.reviewedFile) << " are no longer found\n";
-  }
-}
-
-// How many rows are ticked then.
-std::size_t untickOtherKinds(Form42& form, const std::set<int>& kinds) {
-  std::size_t ticked = 0;
-  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    const double kind = leadingNumber(form.View2.text(row, kindCodeColumn));
-    if (!kinds.empty() && !kinds.contains(static_cast<int>(kind))) {
-      form.View2.setChecked(row, false);
-    }
-    ticked += form.View2.isChecked(row) ? 1 : 0;
-  }
-  return ticked;
-}
 
 std::vector<std::pair<std::string, std::string>> refusedTexts(const std::set<LeftAlone>& list) {
   std::vector<std::pair<std::string, std::string>> texts;
@@ -147,8 +115,7 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
   refuseForFirstOf(computer.damage());
   writeReport(form, options);
   const std::size_t found = form.View2.count();
-  tickRows(form, options, streams);
-  const std::size_t ticked = untickOtherKinds(form, options.kinds);
+  const std::size_t ticked = tickForRepair(form, options, streams);
   if (options.isRehearsal) {
     return rehearse(form, options, streams);
   }

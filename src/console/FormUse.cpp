@@ -13,9 +13,15 @@
 namespace zelvreg::console {
 namespace {
 
+// What a question tells in paragraphs of its own, the command has said before it asks.
+std::string_view ownLineOf(const UserMessage& message) {
+  const std::string_view text = message.text;
+  return message.isQuestion ? text.substr(0, text.find("\n\n")) : text;
+}
+
 // Without a terminal a question is answered No.
 Answer answer(const UserMessage& message, const Options& options, std::ostream& error) {
-  error << "zelvreg: " << printable(message.text) << "\n";
+  error << "zelvreg: " << printable(ownLineOf(message)) << "\n";
   if (!message.isQuestion) {
     return Answer::Ok;
   }
@@ -38,6 +44,7 @@ void prepareForm(Form42& form, const Options& options, const Streams& streams) {
     return answer(message, options, streams.error);
   };
   form.safeguardChoices = options.safeguardChoices;
+  form.leastTicked = options.leastSure.value_or(form.leastTicked);
   form.obeysComputer = options.target.offlineRoot.empty();
   const std::string contradiction = contradictionOf(form);
   if (!contradiction.empty()) {

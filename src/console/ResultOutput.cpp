@@ -22,7 +22,8 @@ void printResult(const ScanResult& result, const Options& options, const Streams
 
 void writeReport(const Form42& form, const Options& options) {
   if (!options.reportFile.empty()) {
-    writeHostFile(options.reportFile, ownBytes(reportText(form)));
+    const std::string evidence = options.reportsEvidence ? evidenceText(form) : "";
+    writeHostFile(options.reportFile, ownBytes(reportText(form) + evidence));
   }
 }
 

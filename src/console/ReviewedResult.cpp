@@ -1,10 +1,12 @@
 #include "console/ReviewedResult.h"
 
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <tuple>
 
 #include "console/JsonText.h"
+#include "evidence/Reasons.h"
 #include "form/Form42.h"
 
 namespace zelvreg::console {
@@ -14,6 +16,12 @@ using Json = nlohmann::json;
 
 std::string member(const Json& finding, const char* name) { return textIn(finding.at(name)); }
 
+// An older result does not say it, so nobody has reviewed the row as unsure.
+Confidence confidenceIn(const Json& finding) {
+  return finding.contains("confidence") ? confidenceOfCode(member(finding, "confidence")).value()
+                                        : Confidence::Likely;
+}
+
 FindingResult findingOf(const Json& finding) {
   return {.location = member(finding, "location"),
           .badValue = member(finding, "badValue"),
@@ -21,12 +29,17 @@ FindingResult findingOf(const Json& finding) {
           .rootName = member(finding, "rootName"),
           .subKey = member(finding, "subKey"),
           .iconKey = {},
-          .isChecked = finding.value("checked", true)};
+          .isChecked = finding.value("checked", true),
+          .evidence = {.confidence = confidenceIn(finding), .reasons = {}, .tested = {}}};
 }
 
 auto identityOf(const FindingResult& finding) {
   return std::make_tuple(finding.location, finding.badValue, finding.kindCode, finding.rootName,
                          finding.subKey);
+}
+
+std::runtime_error notAResult(const std::string& name) {
+  return std::runtime_error(name + " is no result of a scan; give what scan --json printed, whole");
 }
 
 }  // namespace
@@ -39,30 +52,35 @@ std::vector<FindingResult> reviewedFindings(std::string_view json, const std::st
       findings.push_back(findingOf(finding));
     }
   } catch (const Json::exception&) {
-    throw std::runtime_error(name +
-                             " is no result of a scan; give what scan --json printed, whole");
+    throw notAResult(name);
+  } catch (const std::bad_optional_access&) {
+    throw notAResult(name);
   }
   std::erase_if(findings, [](const FindingResult& finding) { return !finding.isChecked; });
   return findings;
 }
 
-std::size_t tickReviewed(Form42& form, const std::vector<FindingResult>& reviewed) {
-  std::map<decltype(identityOf(reviewed.front())), std::size_t> wanted;
+ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed) {
+  // Of equal findings the first listed is the first row.
+  std::multimap<decltype(identityOf(reviewed.front())), Confidence> wanted;
   for (const FindingResult& finding : reviewed) {
-    ++wanted[identityOf(finding)];
+    wanted.emplace(identityOf(finding), finding.evidence.confidence);
   }
-  std::size_t missing = reviewed.size();
+  ReviewedRows result;
   const auto found = scanResultOf(form).findings;
-  for (std::size_t index = 0; index < found.size(); ++index) {
-    const auto entry = wanted.find(identityOf(found[index]));
-    const bool isWanted = entry != wanted.end() && entry->second > 0;
-    if (isWanted) {
-      --entry->second;
-      --missing;
+  for (std::size_t row = 1; row <= found.size(); ++row) {
+    const auto entry = wanted.lower_bound(identityOf(found[row - 1]));
+    if (entry == wanted.end() || entry->first != identityOf(found[row - 1])) {
+      continue;
     }
-    form.View2.setChecked(index + 1, isWanted);
+    result.rows.insert(row);
+    if (entry->second == Confidence::Unsure) {
+      result.reviewedAsUnsure.insert(row);
+    }
+    wanted.erase(entry);
   }
-  return missing;
+  result.missing = wanted.size();
+  return result;
 }
 
 }  // namespace zelvreg::console

@@ -2,6 +2,7 @@
 #ifndef ZELVREG_CONSOLE_REVIEWED_RESULT_H
 #define ZELVREG_CONSOLE_REVIEWED_RESULT_H
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,9 +15,13 @@ namespace zelvreg::console {
 // std::runtime_error with one line that begins with `name`, the file's name.
 std::vector<FindingResult> reviewedFindings(std::string_view json, const std::string& name);
 
-// Ticks the rows of the form that are among the findings, each finding once, and unticks all
-// others. Returns how many of the findings are no longer there.
-std::size_t tickReviewed(Form42& form, const std::vector<FindingResult>& reviewed);
+// The rows of the form that are among the findings, each finding once.
+struct ReviewedRows {
+  std::set<std::size_t> rows;
+  std::set<std::size_t> reviewedAsUnsure;  // those that the result called unsure already
+  std::size_t missing = 0;                 // findings that are no longer there
+};
+ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed);
 
 }  // namespace zelvreg::console
 

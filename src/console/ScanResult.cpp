@@ -1,6 +1,10 @@
 #include "console/ScanResult.h"
 
+#include <algorithm>
+
 #include "console/JsonText.h"
+#include "evidence/Reasons.h"
+#include "evidence/RowEvidence.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
@@ -27,7 +31,8 @@ FindingResult findingOf(const Form42& form, std::size_t row) {
           .rootName = cell(rootNameColumn),
           .subKey = cell(subKeyColumn),
           .iconKey = form.View2.smallIcon(row),
-          .isChecked = form.View2.isChecked(row)};
+          .isChecked = form.View2.isChecked(row),
+          .evidence = evidenceAt(form, row)};
 }
 
 // A spreadsheet runs what begins like a formula. An apostrophe before it makes it text.
@@ -52,6 +57,15 @@ std::string plainUtf8(std::string_view text) {
   return plain;
 }
 
+// All that was tested, in one field.
+std::string testedText(const Evidence& evidence) {
+  std::string text;
+  for (const std::string& place : evidence.tested) {
+    text.append(text.empty() ? "" : " | ").append(place);
+  }
+  return text;
+}
+
 std::string csvField(const std::string& exactText) {
   std::string text = (looksLikeFormula(exactText) ? "'" : "") + plainUtf8(exactText);
   if (text.find_first_of(",\"\r\n") == std::string::npos) {
@@ -66,6 +80,14 @@ std::string csvField(const std::string& exactText) {
 
 using Json = nlohmann::ordered_json;
 
+Json codesOf(const std::vector<Reason>& reasons) {
+  Json codes = Json::array();
+  for (const Reason reason : reasons) {
+    codes.push_back(ruleOf(reason).code);
+  }
+  return codes;
+}
+
 Json listOf(const std::vector<FindingResult>& findings) {
   Json list = Json::array();
   for (const FindingResult& finding : findings) {
@@ -75,9 +97,31 @@ Json listOf(const std::vector<FindingResult>& findings) {
                     {"rootName", finding.rootName},
                     {"subKey", finding.subKey},
                     {"iconKey", finding.iconKey},
-                    {"checked", finding.isChecked}});
+                    {"checked", finding.isChecked},
+                    {"confidence", codeOf(finding.evidence.confidence)},
+                    {"reasons", codesOf(finding.evidence.reasons)},
+                    {"tested", finding.evidence.tested}});
   }
   return list;
+}
+
+// How many findings have each confidence.
+Json countsOf(const std::vector<FindingResult>& findings) {
+  Json counts;
+  for (const Confidence confidence : {Confidence::Sure, Confidence::Likely, Confidence::Unsure}) {
+    counts[codeOf(confidence)] = std::ranges::count(
+        findings, confidence,
+        [](const FindingResult& finding) { return finding.evidence.confidence; });
+  }
+  return counts;
+}
+
+// What a scan and a search have in common.
+void addFindings(Json& object, const ScanResult& result) {
+  object["findings"] = listOf(result.findings);
+  object["total"] = result.findings.size();
+  object["confidence"] = countsOf(result.findings);
+  object["implausible"] = result.implausible;
 }
 
 void addRepair(Json& object, const RepairResult& repair) {
@@ -106,6 +150,7 @@ ScanResult scanResultOf(const Form42& form) {
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     result.findings.push_back(findingOf(form, row));
   }
+  result.implausible = form.implausible;
   return result;
 }
 
@@ -119,27 +164,32 @@ std::string jsonText(const ScanResult& result, const std::optional<RepairResult>
                             {"problems", category.problems},
                             {"status", category.status}});
   }
-  Json object = {{"categories", std::move(categoryList)},
-                 {"findings", listOf(result.findings)},
-                 {"total", result.findings.size()}};
+  Json object = {{"categories", std::move(categoryList)}};
+  addFindings(object, result);
   if (repair) {
     addRepair(object, *repair);
   }
   return textOfJson(std::move(object));
 }
 
-std::string searchJsonText(const std::vector<FindingResult>& findings) {
-  return textOfJson({{"findings", listOf(findings)}, {"total", findings.size()}});
+std::string searchJsonText(const ScanResult& result) {
+  Json object;
+  addFindings(object, result);
+  return textOfJson(std::move(object));
 }
 
 std::string csvText(const ScanResult& result) {
-  std::string text = "location,badValue,kindCode,rootName,subKey,iconKey,checked\n";
+  std::string text =
+      "location,badValue,kindCode,rootName,subKey,iconKey,checked,confidence,reasons,tested\n";
   for (const FindingResult& finding : result.findings) {
     for (const std::string* field : {&finding.location, &finding.badValue, &finding.kindCode,
                                      &finding.rootName, &finding.subKey, &finding.iconKey}) {
       text += csvField(*field) + ",";
     }
-    text += finding.isChecked ? "true\n" : "false\n";
+    text += finding.isChecked ? "true," : "false,";
+    text.append(codeOf(finding.evidence.confidence)).append(",");
+    text.append(reasonCodes(finding.evidence)).append(",");
+    text.append(csvField(testedText(finding.evidence))).append("\n");
   }
   return text;
 }

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "form/Evidence.h"
+
 namespace zelvreg {
 struct Form42;
 }  // namespace zelvreg
@@ -32,11 +34,13 @@ struct FindingResult {
   std::string subKey;
   std::string iconKey;
   bool isChecked = false;
+  Evidence evidence;
 };
 
 struct ScanResult {
   std::vector<CategoryResult> categories;
   std::vector<FindingResult> findings;
+  std::vector<std::string> implausible;  // why much of it is, one line each
 };
 
 ScanResult scanResultOf(const Form42& form);
@@ -63,9 +67,9 @@ std::string tableText(const ScanResult& result, std::size_t width);
 // The lines below the table of what a repair has left.
 std::string repairText(const RepairResult& repair, std::size_t left);
 
-// The same of a search, which has no categories.
-std::string searchJsonText(const std::vector<FindingResult>& findings);
-std::string searchTableText(const std::vector<FindingResult>& findings, std::size_t width);
+// The same of a search, without the categories.
+std::string searchJsonText(const ScanResult& result);
+std::string searchTableText(const ScanResult& result, std::size_t width);
 
 }  // namespace zelvreg::console
 

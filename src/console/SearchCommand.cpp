@@ -89,11 +89,11 @@ int search(const Options& options, const Computer& computer, const Streams& stre
   prepareForm(form, options, streams);
   setControls(form, options.search);
   const bool isComplete = pressFind(form, options, streams);
-  const auto findings = scanResultOf(form).findings;
+  const ScanResult result = scanResultOf(form);
   if (options.format == Format::Json) {
-    streams.out << searchJsonText(findings);
+    streams.out << searchJsonText(result);
   } else if (!options.isQuiet) {
-    streams.out << searchTableText(findings, streams.width);
+    streams.out << searchTableText(result, streams.width);
   }
   if (!isComplete) {
     throw std::runtime_error(std::string("the search was ") + howGivenUp() +
@@ -104,7 +104,7 @@ int search(const Options& options, const Computer& computer, const Streams& stre
   if (!damage.empty()) {
     return failed;
   }
-  return findings.empty() || options.exitsZero ? nothingFound : problemsFound;
+  return result.findings.empty() || options.exitsZero ? nothingFound : problemsFound;
 }
 
 }  // namespace zelvreg::console

@@ -4,6 +4,7 @@
 #include "console/DisplayText.h"
 #include "console/ScanResult.h"
 #include "console/Table.h"
+#include "evidence/Reasons.h"
 #include "keys/RootHandles.h"
 #include "roots/Roots.h"
 
@@ -32,13 +33,14 @@ std::string categoryTable(const ScanResult& result, std::size_t width) {
 std::string findingTable(const std::vector<FindingResult>& findings, std::size_t width) {
   Table table({{"No.", true},
                {"Kind", true},
+               {"Sure"},
                {"Location", false, true},
                {"Bad value", false, true},
                {"Registry key", false, true}});
   std::size_t number = 0;
   for (const FindingResult& finding : findings) {
-    table.addRow({std::to_string(++number), finding.kindCode, finding.location, finding.badValue,
-                  keyText(finding)});
+    table.addRow({std::to_string(++number), finding.kindCode, codeOf(finding.evidence.confidence),
+                  finding.location, finding.badValue, keyText(finding)});
   }
   return table.text(width);
 }
@@ -75,7 +77,8 @@ std::string repairText(const RepairResult& repair, std::size_t left) {
          " problems would be repaired; nothing was changed.\n";
 }
 
-std::string searchTableText(const std::vector<FindingResult>& findings, std::size_t width) {
+std::string searchTableText(const ScanResult& result, std::size_t width) {
+  const auto& findings = result.findings;
   const std::string text = findings.empty() ? "" : findingTable(findings, width) + "\n";
   return text + std::to_string(findings.size()) +
          (findings.size() == 1 ? " entry found.\n" : " entries found.\n");

@@ -12,6 +12,8 @@ namespace zelvreg::desktop {
 namespace {
 
 constexpr UINT_PTR subclassId = 1;
+// Newer than the oldest Windows that the program runs on, which passes it on like any other.
+constexpr DWORD liveRegionChanged = 0x8019;
 
 struct LabelStyle {
   double pointsMore;  // than the control's own font
@@ -21,6 +23,7 @@ struct LabelStyle {
 };
 
 constexpr UINT oneLine = DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS;
+constexpr UINT severalLines = DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL;
 
 LabelStyle styleOf(LabelLook look) {
   switch (look) {
@@ -40,7 +43,9 @@ LabelStyle styleOf(LabelLook look) {
     case LabelLook::SecondaryRight:
       return {0, false, Tone::Secondary, oneLine | DT_RIGHT};
     case LabelLook::Wrapped:
-      return {0, false, Tone::Secondary, DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL};
+      return {0, false, Tone::Secondary, severalLines};
+    case LabelLook::Explanation:
+      return {0, false, Tone::Text, severalLines};
     case LabelLook::Problem:
       return {0, false, Tone::Problem, oneLine | DT_PATH_ELLIPSIS};
     case LabelLook::Link:
@@ -102,15 +107,7 @@ Rgb LabelPeer::textColor() const {
              : controls::fromProperty(told);
 }
 
-int LabelPeer::textWidth() const {
-  const controls::WindowContext context(hwnd());
-  const controls::Selection selected(context.get(), fontInUse());
-  const std::u16string caption = text();
-  SIZE extent{};
-  GetTextExtentPoint32W(context.get(), wideText(caption), static_cast<int>(caption.size()),
-                        &extent);
-  return extent.cx;
-}
+int LabelPeer::textWidth() const { return lineWidth(text(), fontInUse()); }
 
 void LabelPeer::showText() {
   repaint();
@@ -143,6 +140,9 @@ void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
     // The text for screen readers; updated only here, because nobody could read faster changes.
     read = caption;
     SetWindowTextW(hwnd(), wideText(caption));
+    if (look == LabelLook::Explanation) {
+      NotifyWinEvent(liveRegionChanged, hwnd(), OBJID_CLIENT, CHILDID_SELF);
+    }
   }
   RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
   const controls::PaintBuffer buffer({place.right, place.bottom});

@@ -38,7 +38,7 @@ constexpr std::array frames{
                in<&Form42::Frame1>,
                {0, page.height - panelHeight, page.width, panelHeight},
                true},
-    FramePlace{of<&Form42::Picture1>, in<&Form42::Frame2>, {0, 352, 790, 98}, true},
+    FramePlace{of<&Form42::Picture1>, in<&Form42::Frame2>, {0, 312, 790, 138}, true},
     FramePlace{of<&Form42::Frame4>, noFrame, {10, 364, 176, 50}, false},
     FramePlace{of<&Form42::Frame5>, noFrame, {10, 416, 176, 82}, false},
     FramePlace{of<&Form42::pictrlang>, noFrame, {722, 58, 200, 40}, true},
@@ -54,7 +54,7 @@ constexpr std::array labels{
     LabelPlace{
         element<&Form42::Label2, 1>, in<&Form42::Frame1>, {0, 0, 560, 24}, LabelLook::PageTitle},
     LabelPlace{
-        element<&Form42::Label2, 0>, in<&Form42::Frame1>, {0, 25, 560, 18}, LabelLook::Secondary},
+        element<&Form42::Label2, 0>, in<&Form42::Frame1>, {0, 27, 480, 18}, LabelLook::Secondary},
     LabelPlace{
         element<&Form42::Label2, 5>, in<&Form42::Frame8>, {78, 10, 250, 18}, LabelLook::Strong},
     LabelPlace{
@@ -68,6 +68,10 @@ constexpr std::array labels{
     LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 12, 90, 18}, LabelLook::Strong},
     LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 12, 480, 18}, LabelLook::Problem},
     LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 38, 706, 54}, LabelLook::Wrapped},
+    LabelPlace{of<&Form42::EvidenceText>,
+               in<&Form42::Picture1>,
+               {70, 96, 706, 36},
+               LabelLook::Explanation},
 };
 
 constexpr std::array buttons{
@@ -105,12 +109,12 @@ constexpr std::array buttons{
     ButtonPlace{of<&Form42::chameleonButton10>, noFrame, {102, 546, 84, 32}, ButtonRole::Plain, ""},
     ButtonPlace{of<&Form42::chameleonButton21>,
                 in<&Form42::Frame1>,
-                {570, 6, 105, 32},
+                {570, 0, 105, 27},
                 ButtonRole::Plain,
                 ""},
     ButtonPlace{of<&Form42::chameleonButton22>,
                 in<&Form42::Frame1>,
-                {685, 6, 105, 32},
+                {685, 0, 105, 27},
                 ButtonRole::Plain,
                 ""},
     ButtonPlace{of<&Form42::chameleonButton12>,
@@ -204,9 +208,10 @@ void putSafeguardBoxes(Form42& form) {
 
 void putLists(Form42& form) {
   put(form.View1, {0, listTop, page.width, page.height - listTop});
-  put(form.View2, {0, 42, page.width, 300});
+  put(form.View2, {0, 42, page.width, 260});
   put(form.View3, {0, 116, page.width, 290});
   put(form.View4, {0, 36, page.width, 370});
+  put(form.CarefulBox, {490, 27, 300, 20});
   put(form.Check1, {0, 36, 600, 22});
   putSafeguardBoxes(form);
   put(form.Bar1, {78, 33, 602, 8});

@@ -8,9 +8,9 @@ namespace zelvreg::desktop {
 namespace {
 
 constexpr int cellMargin = 10;
-constexpr int iconLeft = 36;
+constexpr int besideCheck = 36;
 constexpr int iconLength = 16;
-constexpr int textLeftOfIcon = 60;
+constexpr int iconPitch = 24;
 
 // A path is cut in the middle, because its end says most.
 UINT cutOf(const std::u16string& text) {
@@ -67,11 +67,16 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
                    .isEnabled = true},
                   desk().colors);
   }
-  if (options.hasIcons) {
-    if (const controls::Picture icon =
-            desk().icon(list.smallIcon(row), iconLength, iconTone(row))) {
-      canvas.draw(*icon, desk().pixels(iconLeft), (height - icon->height) / 2);
+  const auto drawIcon = [&](const std::string& key, int left) {
+    if (const controls::Picture icon = desk().icon(key, iconLength, iconTone(row))) {
+      canvas.draw(*icon, desk().pixels(left), (height - icon->height) / 2);
     }
+  };
+  if (options.hasMarks && markOf) {
+    drawIcon(markOf(row), besideCheck);
+  }
+  if (options.hasIcons) {
+    drawIcon(list.smallIcon(row), iconLeft());
   }
   for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
     RECT place{};
@@ -91,9 +96,9 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   const bool isFirst = column == 0;
   int left = cellMargin;
   if (isFirst && options.hasIcons) {
-    left = textLeftOfIcon;
+    left = iconLeft() + iconPitch;
   } else if (isFirst && options.hasChecks) {
-    left = iconLeft;
+    left = besideCheck;
   }
   cell.left += desk().pixels(left);
   cell.right -= desk().pixels(6);
@@ -102,7 +107,7 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
     if (const controls::Picture icon = desk().icon(statusIcon, iconLength, iconTone(row))) {
       buffer.canvas().draw(*icon, cell.left, (cell.bottom - icon->height) / 2);
     }
-    cell.left += desk().pixels(24);
+    cell.left += desk().pixels(iconPitch);
   }
   const CellStyle style = list.cellStyle(row, column);
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
@@ -110,6 +115,9 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   drawText(buffer.dc(), utf16(list.text(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
            cellColor(row, column));
 }
+
+// In pixels at 96 dpi.
+int ListViewPeer::iconLeft() const { return besideCheck + (options.hasMarks ? iconPitch : 0); }
 
 // In high contrast everything in a highlighted row has the same color.
 std::optional<Tone> ListViewPeer::iconTone(std::size_t row) const {

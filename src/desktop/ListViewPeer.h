@@ -24,6 +24,7 @@ namespace zelvreg::desktop {
 struct ListOptions {
   bool hasChecks = false;
   bool hasIcons = false;
+  bool hasMarks = false;  // between tick and icon
   bool selectsSeveral = false;
   // Pixels at 96 dpi, in the order of the columns; the last takes what is left.
   std::vector<int> columnWidths;
@@ -41,6 +42,10 @@ class ListViewPeer : public Peer {
   std::function<void(std::size_t row)> onItemClick;
   std::function<void()> onDoubleClick;
   std::function<void(POINT onScreen)> onMenu;
+  // The icon that is a row's mark, and the text that is shown while the mouse rests on the row; the
+  // empty text for none. The list is drawn again when its rows change, not when these do.
+  std::function<std::string(std::size_t row)> markOf;
+  std::function<std::string(std::size_t row)> tipOf;
   // Instead of the control's own place; may be empty.
   std::function<Place()> placeOf;
 
@@ -71,6 +76,7 @@ class ListViewPeer : public Peer {
   void fitColumns();
 
   void giveItem(LVITEMW& item) const;
+  void giveTip(const NMLVGETINFOTIPW& request) const;
   [[nodiscard]] LRESULT findItem(const NMLVFINDITEMW& search) const;
   void itemChanged(const NMLISTVIEW& change);
   bool pressed(POINT where);
@@ -90,6 +96,7 @@ class ListViewPeer : public Peer {
   [[nodiscard]] Rgb cellColor(std::size_t row, std::size_t column) const;
   // Rounded down, so that all rows fit.
   [[nodiscard]] int rowPixels() const { return rowHeight * desk().resolution() / 96; }
+  [[nodiscard]] int iconLeft() const;
   [[nodiscard]] int checkRight() const { return options.hasChecks ? desk().pixels(30) : 0; }
 
   ListView& list;

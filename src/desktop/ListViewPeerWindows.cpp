@@ -14,6 +14,15 @@ constexpr std::size_t mostSingleRows = 64;
 constexpr UINT checkedImage = 2;
 constexpr UINT uncheckedImage = 1;
 
+// As much as there is room for, which counts the NUL at the end.
+void giveText(const std::string& text, LPWSTR place, int room) {
+  if (room > 0) {
+    const std::u16string whole = utf16(text);
+    const auto shown = controls::firstUnits(whole, static_cast<std::size_t>(room) - 1);
+    *std::ranges::copy(shown, place).out = L'\0';
+  }
+}
+
 }  // namespace
 
 ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
@@ -24,7 +33,9 @@ ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
                 WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS |
                     LVS_NOSORTHEADER | LVS_SHAREIMAGELISTS | selection));
   const DWORD checks = options.hasChecks ? LVS_EX_CHECKBOXES : 0;
-  ListView_SetExtendedListViewStyle(hwnd(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks);
+  const DWORD tips = options.hasMarks ? LVS_EX_INFOTIP : 0;
+  ListView_SetExtendedListViewStyle(hwnd(),
+                                    LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks | tips);
   ListView_SetCallbackMask(hwnd(), options.hasChecks ? LVIS_STATEIMAGEMASK : 0);
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   colorBorder(hwnd(), desk());
@@ -173,6 +184,9 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
     case LVN_GETDISPINFOW:
       giveItem(reinterpret_cast<NMLVDISPINFOW&>(told).item);
       return 0;
+    case LVN_GETINFOTIPW:
+      giveTip(reinterpret_cast<NMLVGETINFOTIPW&>(told));
+      return 0;
     case LVN_ODFINDITEMW:
       return findItem(reinterpret_cast<NMLVFINDITEMW&>(told));
     case LVN_ITEMCHANGED:
@@ -208,14 +222,20 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
 
 void ListViewPeer::giveItem(LVITEMW& item) const {
   const std::size_t row = static_cast<std::size_t>(item.iItem) + 1;
-  if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
-    const std::u16string text = utf16(list.text(row, static_cast<std::size_t>(item.iSubItem)));
-    const auto shown = controls::firstUnits(text, static_cast<std::size_t>(item.cchTextMax) - 1);
-    *std::ranges::copy(shown, item.pszText).out = L'\0';
+  if ((item.mask & LVIF_TEXT) != 0) {
+    giveText(list.text(row, static_cast<std::size_t>(item.iSubItem)), item.pszText,
+             item.cchTextMax);
   }
   if ((item.mask & LVIF_STATE) != 0 && options.hasChecks) {
     item.state = INDEXTOSTATEIMAGEMASK(list.isChecked(row) ? checkedImage : uncheckedImage);
     item.stateMask = LVIS_STATEIMAGEMASK;
+  }
+}
+
+void ListViewPeer::giveTip(const NMLVGETINFOTIPW& request) const {
+  const std::string text = tipOf ? tipOf(static_cast<std::size_t>(request.iItem) + 1) : "";
+  if (!text.empty()) {
+    giveText(text, request.pszText, request.cchTextMax);
   }
 }
 

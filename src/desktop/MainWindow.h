@@ -83,6 +83,7 @@ class MainWindow : private ControlPeer {
   void arrangeRows();
   // Returns the place after the last, in pixels of the screen.
   int flow(std::initializer_list<Button*> row, int start, bool isFromRight);
+  void arrangeCareful(int pageWidth);
   void arrangeResultsTitle(int pageWidth);
   void arrangeTexts();
   ButtonPeer* peerOf(const Button& button);
@@ -112,7 +113,8 @@ class MainWindow : private ControlPeer {
   std::vector<std::unique_ptr<LabelPeer>> labels;
   std::vector<std::unique_ptr<ButtonPeer>> buttons;
   std::vector<std::unique_ptr<Peer>> others;
-  std::vector<int> separators;  // in the command bar, pixels of the screen
+  CheckPeer* careful = nullptr;  // one of the others
+  std::vector<int> separators;   // in the command bar, pixels of the screen
   DWORD servedAt = 0;
   HWND lastFocus = nullptr;  // while another window is active
   UINT taskBarCreated = 0;

@@ -123,9 +123,18 @@ int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromR
 void MainWindow::arrangeRows() {
   const int pageWidth = desk.fromTwips(form.Frame1.width);
   flow({&form.chameleonButton22, &form.chameleonButton21}, pageWidth, true);
+  arrangeCareful(pageWidth);
   arrangeResultsTitle(pageWidth);
   flow({&form.chameleonButton2, &form.chameleonButton3}, 0, false);
   flow({&form.chameleonButton5, &form.chameleonButton8, &form.chameleonButton6}, 0, false);
+}
+
+// Below the buttons and flush with them, as far as the text to its left leaves room.
+void MainWindow::arrangeCareful(int pageWidth) {
+  const int end = peerOf(form.Label2[0])->textWidth() + desk.pixels(8);
+  const int width = std::min(careful->naturalWidth(), pageWidth - end);
+  form.CarefulBox.width = desk.toTwips(width);
+  form.CarefulBox.left = desk.toTwips(pageWidth - width);
 }
 
 // If the captions of a language are too long, the button that needs its caption least loses it.

@@ -1,6 +1,8 @@
 // The peers of the main window.
 
 #include "desktop/MainWindow.h"
+#include "evidence/Reasons.h"
+#include "evidence/SecondLook.h"
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "reports/EntryDetails.h"
@@ -51,8 +53,9 @@ std::vector<ListEntry> listEntries() {
        &Form42::Frame2,
        {.hasChecks = true,
         .hasIcons = true,
+        .hasMarks = true,
         .selectsSeveral = true,
-        .columnWidths = {250, 170, 0, 160, 160}},
+        .columnWidths = {274, 164, 0, 154, 154}},
        View2_ItemClick,
        View2_DblClick},
       {&Form42::View3,
@@ -152,6 +155,11 @@ void MainWindow::addLists() {
       peer->placeOf = [this] { return categoryListPlace(form); };
     } else if (&list == &form.View2) {
       peer->onMenu = [this](POINT onScreen) { openMenu(onScreen); };
+      peer->markOf = [this](std::size_t row) -> std::string {
+        const Evidence* evidence = evidenceOf(form, row);
+        return evidence == nullptr ? std::string() : codeOf(evidence->confidence);
+      };
+      peer->tipOf = [this](std::size_t row) { return evidenceText(form, row); };
     }
     peer->showAll();
     others.push_back(std::move(peer));
@@ -159,7 +167,13 @@ void MainWindow::addLists() {
   others.push_back(std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1));
 }
 
+// Before the lists below them, because the Tab key goes in the order in which windows are made.
 void MainWindow::addOptions() {
+  auto ofScan =
+      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame1), form.CarefulBox, Tone::Ground);
+  ofScan->onText = [this] { arrangeLater(); };
+  careful = ofScan.get();
+  others.push_back(std::move(ofScan));
   HWND page = parentOf(&form.Frame3);
   others.push_back(std::make_unique<CheckPeer>(desk, page, form.Check1, Tone::Ground));
   for (CheckBox& box : form.SafeguardBoxes) {

@@ -26,8 +26,8 @@ MainWindow::MainWindow(Form42& shownForm)
   addFrames();
   addLabels();
   addButtons();
-  addLists();
   addOptions();
+  addLists();
   addSearchControls();
   addPictures();
   attachWindowParts();

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "controls/PaintBuffer.h"
 #include "desktop/Desk.h"
@@ -53,6 +54,8 @@ class Peer : public ControlPeer {
 
   [[nodiscard]] Desk& desk() const { return shared; }
   [[nodiscard]] Control& control() const { return shown; }
+  // The width of a text in one line, in pixels of the screen.
+  [[nodiscard]] int lineWidth(const std::u16string& text, HFONT font) const;
   // Draws the focus ring inside the buffer's edge, if the window has the focus.
   void drawFocus(const controls::PaintBuffer& buffer) const;
   void repaint() const { InvalidateRect(window, nullptr, FALSE); }

@@ -111,6 +111,14 @@ void Peer::leaveFocus() const {
   SetFocus(next == nullptr || next == focus ? root : next);
 }
 
+int Peer::lineWidth(const std::u16string& text, HFONT font) const {
+  const controls::WindowContext context(window);
+  const controls::Selection selected(context.get(), font);
+  SIZE extent{};
+  GetTextExtentPoint32W(context.get(), wideText(text), static_cast<int>(text.size()), &extent);
+  return extent.cx;
+}
+
 void Peer::drawFocus(const controls::PaintBuffer& buffer) const {
   if (GetFocus() != window) {
     return;

@@ -95,6 +95,11 @@ class CheckPeer : public Peer {
             bool isFirst, Tone checkGround);
 
   void command(int code) override;
+  // The width of mark and caption, in pixels of the screen.
+  [[nodiscard]] int naturalWidth() const;
+
+  // Called after a change of the caption; may be empty.
+  std::function<void()> onText;
 
  protected:
   void showText() override;

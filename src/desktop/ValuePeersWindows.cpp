@@ -15,6 +15,11 @@ namespace {
 
 constexpr UINT_PTR subclassId = 1;
 
+// Of a check box, in pixels at 96 dpi. The focus ring needs room behind the text.
+constexpr int markLength = 15;
+constexpr int besideMark = 6;
+constexpr int besideText = 4;
+
 // Paints a window through a buffer of its size.
 template <class Draw>
 void paintWindow(HWND window, const Draw& draw) {
@@ -56,7 +61,17 @@ const std::string& CheckPeer::caption() const {
   return box != nullptr ? box->caption.get() : option->caption.get();
 }
 
-void CheckPeer::showText() { SetWindowTextW(hwnd(), Wide(caption()).get()); }
+void CheckPeer::showText() {
+  SetWindowTextW(hwnd(), Wide(caption()).get());
+  if (onText) {
+    onText();
+  }
+}
+
+int CheckPeer::naturalWidth() const {
+  return desk().pixels(markLength) + desk().pixels(besideMark) +
+         lineWidth(utf16(caption()), desk().font(control().font)) + desk().pixels(besideText);
+}
 
 void CheckPeer::showValue() {
   SendMessageW(hwnd(), BM_SETCHECK, isOn() ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -80,7 +95,7 @@ void CheckPeer::paint() {
     controls::Canvas canvas = buffer.canvas();
     canvas.clear(desk().color(ground));
     const int height = buffer.size().height;
-    const int length = desk().pixels(15);
+    const int length = desk().pixels(markLength);
     const CheckMark mark{.left = 0,
                          .top = (height - length) / 2,
                          .length = length,
@@ -88,7 +103,7 @@ void CheckPeer::paint() {
                          .isRound = option != nullptr,
                          .isEnabled = control().enabled};
     drawCheckMark(canvas, mark, desk().colors);
-    RECT place{length + desk().pixels(6), 0, buffer.size().width, height};
+    RECT place{length + desk().pixels(besideMark), 0, buffer.size().width, height};
     const controls::Selection selected(buffer.dc(), desk().font(control().font));
     SetBkMode(buffer.dc(), TRANSPARENT);
     SetTextColor(buffer.dc(),

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "form/Evidence.h"
 #include "form/JournalRecord.h"
 #include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
@@ -99,6 +100,8 @@ struct Form42 {
   ListView View1;
   Button chameleonButton21{"Select All"};
   Button chameleonButton22{"Select None"};
+  // One of the safeguards, here because it decides what a scan ticks.
+  CheckBox CarefulBox{"Careful: tick nothing that is unsure"};
   Frame Frame8;
   Picture Gif89a1;
   ProgressBar Bar1;
@@ -116,6 +119,8 @@ struct Form42 {
   Label Label5{"No Entry Selected"};
   Label Label6{"Problem"};
   Label Label7{"Please Select entry from the list to show details"};
+  // How sure it is, and why; empty without a row.
+  Label EvidenceText;
   Picture Image1;
   Picture Image3;
   Button Command28;
@@ -234,6 +239,9 @@ struct Form42 {
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
+  // How many files the scanners have asked for, and how many of them in each category (by its row).
+  std::size_t filesAsked = 0;
+  std::array<std::size_t, 17> filesAskedIn{};
 
   // The category of a search's findings: 1 classes, 2 settings of the current user, 3 of all users,
   // 4 of the computer, any other number none.
@@ -262,6 +270,14 @@ struct Form42 {
   std::vector<SafeguardChoice> safeguardChoices;
   // False for a computer that is being repaired from outside: what it says is data, not an order.
   bool obeysComputer = true;
+  // What the second look has found, by the item data of the rows of View2 (evidence/SecondLook.h).
+  // `lookAgain` takes that look; `tickByConfidence` ticks what is at least `leastTicked`.
+  std::vector<Evidence> evidence;
+  EntryPoint lookAgain;
+  EntryPoint tickByConfidence;
+  Confidence leastTicked = Confidence::Likely;
+  // Why much of what a scan has found is implausible, one line each.
+  std::vector<std::string> implausible;
   // The name of the last repair's safety export without folder and ".reg"; empty if it has none.
   std::string exportStem;
   // Whether the last journal and its entry could be written.

@@ -19,6 +19,8 @@ struct Safeguards {
   bool asksService = false;
   // Undo restores a repair's safety export where there is one, not its journal.
   bool undoesByExport = true;
+  // After a scan only those rows are ticked whose target is surely or likely gone.
+  bool careful = true;
 
   bool operator==(const Safeguards&) const = default;
 };
@@ -30,7 +32,8 @@ constexpr Safeguards asDescribed() {
           .touches = true,
           .asksShares = true,
           .asksService = true,
-          .undoesByExport = false};
+          .undoesByExport = false,
+          .careful = false};
 }
 
 // What a caller wants of one of them, whatever the computer's settings say.

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "evidence/TruePlaces.h"
 #include "keys/RegistryTextWriter.h"
-#include "repair/TruePlaces.h"
 
 namespace zelvreg {
 

@@ -4,6 +4,9 @@
 #include <array>
 #include <vector>
 
+#include "evidence/CommandText.h"
+#include "evidence/Reasons.h"
+#include "evidence/TextLook.h"
 #include "repair/LivingContent.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Resolver.h"
@@ -18,10 +21,6 @@ constexpr std::array<std::string_view, 16> programEndings{
     ".msc", ".sys", ".drv", ".tlb", ".olb", ".hlp", ".chm", ".msi"};
 
 constexpr std::string_view fileScheme = "file:///";
-
-bool isDrivePath(std::string_view text) {
-  return text.size() > 2 && text[1] == ':' && (text[2] == '\\' || text[2] == '/');
-}
 
 bool isClassName(std::string_view text) {
   return text.size() > 2 && text.front() == '{' && text.back() == '}';
@@ -86,8 +85,12 @@ std::string pathIn(const std::string& text) { return std::string(trim(betweenFir
 // A path on an existing drive that leads to nothing, however it is read.
 bool isSurelyGone(const Form42& form, const std::string& text) {
   const std::string path = pathIn(text);
-  return isDrivePath(path) && !contains(path, "%") &&
-         fileSystemObject::folderExists(path.substr(0, 2) + "\\") && !isFoundInPart(form, path);
+  if (!isDrivePath(path) || contains(path, "%") || isFoundInPart(form, path)) {
+    return false;
+  }
+  TextLook look(Shares::Refused);
+  const Evidence evidence = look.at(text, {}, Reading::Command);
+  return confidenceOf(evidence.reasons) != Confidence::Unsure;
 }
 
 std::string withoutScheme(const std::string& text) {

@@ -1,9 +1,12 @@
 #include "repair/NamedRecord.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
+#include "evidence/OwnerVariables.h"
+#include "evidence/Reasons.h"
+#include "evidence/SecondLook.h"
+#include "evidence/TextLook.h"
 #include "form/Form42.h"
 #include "keys/RootHandles.h"
 #include "keys/Variant.h"
@@ -18,22 +21,6 @@
 namespace zelvreg {
 namespace {
 
-// Variables that are the same for every user of a computer, in lower case.
-constexpr std::array<std::string_view, 14> commonVariables{"windir",
-                                                           "systemroot",
-                                                           "systemdrive",
-                                                           "programfiles",
-                                                           "programfiles(x86)",
-                                                           "programw6432",
-                                                           "commonprogramfiles",
-                                                           "commonprogramfiles(x86)",
-                                                           "commonprogramw6432",
-                                                           "programdata",
-                                                           "allusersprofile",
-                                                           "public",
-                                                           "comspec",
-                                                           "driverdata"};
-
 std::string textOfValue(const RegistryState& registry, const RecordPlace& place) {
   const auto value = registry.value(place.key, place.value.value_or(u""));
   return value ? std::string(untilNul(textOf(Variant(value->data)))) : std::string();
@@ -43,7 +30,7 @@ std::string textOfValue(const RegistryState& registry, const RecordPlace& place)
 bool holdsUsersVariable(const std::string& text) {
   const auto parts = split(text, "%");
   for (std::size_t index = 1; index + 1 < parts.size(); index += 2) {
-    if (std::ranges::find(commonVariables, lowerCase(parts[index])) == commonVariables.end()) {
+    if (!isCommonVariable(parts[index])) {
       return true;
     }
   }
@@ -75,13 +62,37 @@ bool namesNoLostProgram(Form42& form, std::string rule) {
   return !isNamed || fileSystemObject::fileExists(path);
 }
 
-std::string doubtOf(Form42& form, const RegistryState& registry, const RecordPlace& place,
-                    Doubt doubt) {
-  const bool isTextJudged = doubt == Doubt::ThereByNow || doubt == Doubt::OthersVariables;
-  if (isTextJudged && isFoundNow(form, textOfValue(registry, place))) {
+// What the second look says of the row now. A key goes whole only if its text is surely dead.
+std::string doubtOfText(const Form42& form, const RegistryState& registry, const RecordPlace& place,
+                        std::size_t row, Names names) {
+  const Evidence evidence = lookAtRow(form, row);
+  // What was implausible among all rows of the scan stays so.
+  const Evidence* before = evidenceOf(form, row);
+  const bool isImplausible =
+      before != nullptr &&
+      std::ranges::find(before->reasons, Reason::Implausible) != before->reasons.end();
+  if (isFound(evidence) || isFoundNow(form, textOfValue(registry, place))) {
     return "what it refers to is there";
   }
-  switch (doubt) {
+  const bool isUncertain = isImplausible || evidence.confidence == Confidence::Unsure;
+  return names == Names::KeyOfDeadText && isUncertain
+             ? "it is not certain that what it refers to is gone (" +
+                   reasonCodes(isImplausible ? *before : evidence) + ")"
+             : "";
+}
+
+std::string doubtOf(Form42& form, const RegistryState& registry, const RecordPlace& place,
+                    std::size_t row, const NamedPlace& named) {
+  // A class of the current user has the code of a rule.
+  const bool isTextJudged = named.doubt == Doubt::ThereByNow ||
+                            named.doubt == Doubt::OthersVariables ||
+                            (named.doubt == Doubt::RuleBefore && !isFirewallRule(place.key));
+  if (isTextJudged) {
+    if (std::string doubt = doubtOfText(form, registry, place, row, named.names); !doubt.empty()) {
+      return doubt;
+    }
+  }
+  switch (named.doubt) {
     case Doubt::OthersVariables:
       return !isCurrentUsers(place.key) && holdsUsersVariable(textOfValue(registry, place))
                  ? "its text has variables of another user"
@@ -163,11 +174,11 @@ bool isSameRecord(const RecordPlace& first, const RecordPlace& second) {
 std::optional<NamedRecord> namedRecord(Form42& form, const RegistryState& registry, std::size_t row,
                                        const RepairKind& kind) {
   const Seeker seeker(form, registry, row);
-  for (const NamedPlace& named : namedPlaces(form, row, kind)) {
+  for (const NamedPlace& named : namedPlaces(form, row, kind.code)) {
     if (const auto place = seeker.seek(named)) {
       return NamedRecord{.names = named.names,
                          .place = *place,
-                         .doubt = doubtOf(form, registry, *place, named.doubt)};
+                         .doubt = doubtOf(form, registry, *place, row, named)};
     }
   }
   return std::nullopt;

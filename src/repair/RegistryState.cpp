@@ -26,10 +26,6 @@ bool isLinkToClasses(const TruePlace& key) {
 
 }  // namespace
 
-TruePlace below(const TruePlace& key, const std::u16string& name) {
-  return {key.hive, key.path.empty() ? name : key.path + u"\\" + name};
-}
-
 // The current user's keys and classes have two paths each.
 std::u16string RegistryState::identityOf(const TruePlace& key) const {
   if (key.hive != HiveHandle::Users) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "repair/TruePlaces.h"
+#include "evidence/TruePlaces.h"
 
 namespace zelvreg {
 
@@ -46,9 +46,6 @@ class RegistryState {
   Paths goneValues;
   mutable std::optional<std::u16string> userKey;  // looked up when first asked for
 };
-
-// The place of a subkey.
-[[nodiscard]] TruePlace below(const TruePlace& key, const std::u16string& name);
 
 }  // namespace zelvreg
 

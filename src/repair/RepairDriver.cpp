@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 
+#include "evidence/ConfidenceSummary.h"
 #include "form/Form42.h"
 #include "repair/RepairPlan.h"
 #include "repair/RepairRoutines.h"
@@ -18,8 +19,13 @@ bool runsByItself(const Form42& form) {
   return form.recheckMode == 1 || form.autoMode > 0 || form.recheckFix > 0;
 }
 
+std::string questionOf(const Form42& form) {
+  const std::string question = "Do You want to Fix selected items";
+  return form.safeguards.careful ? question + "\n\n" + confidenceSummary(form).text() : question;
+}
+
 bool isConfirmed(const Form42& form) {
-  return runsByItself(form) || form.dialogs.ask({.text = "Do You want to Fix selected items",
+  return runsByItself(form) || form.dialogs.ask({.text = questionOf(form),
                                                  .icon = MessageIcon::Question,
                                                  .isQuestion = true,
                                                  .title = {}}) != Answer::No;

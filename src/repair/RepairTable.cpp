@@ -6,27 +6,14 @@
 #include "form/Form42.h"
 #include "keys/RootHandles.h"
 #include "scan/Findings.h"
-#include "scan/ScannedKeys.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
 namespace zelvreg {
 namespace {
 
-constexpr FieldText location{.field = Field::Location};
-constexpr FieldText badValue{.field = Field::BadValue};
-constexpr FieldText subKey{.field = Field::SubKey};
-constexpr FieldText subKeyAsItIs{.field = Field::SubKey, .isTrimmed = false};
-constexpr FieldText badValueAsItIs{.field = Field::BadValue, .isTrimmed = false};
-constexpr FieldText locationAsItIs{.field = Field::Location, .isTrimmed = false};
-constexpr FieldText defaultValue{};
+using namespace rowFields;
 
-constexpr FieldText fixed(const char* text) { return {.before = text}; }
-
-constexpr const char* fileExtensions =
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts\\";
-constexpr const char* fileExtensionsNt =
-    "Software\\Microsoft\\Windows nt\\CurrentVersion\\Explorer\\FileExts\\";
 constexpr FieldText extension{.before = fileExtensions, .field = Field::BadValue};
 constexpr FieldText extensionNt{.before = fileExtensionsNt, .field = Field::BadValue};
 
@@ -108,7 +95,6 @@ constexpr RepairStep snapIns[] = {
 constexpr RepairStep joinedHelpFiles[] = {
     {Step::DeleteValue, HiveHandle::LocalMachine, subKeyAsItIs, badValueAsItIs},
 };
-constexpr FieldText helpFolder{.field = Field::SubKey, .isTrimmed = false, .after = "\\HELPDIR"};
 // The tree is named by the location, which is a path of a file and rarely that of a key.
 constexpr RepairStep helpFolders[] = {
     {Step::Grant, HiveHandle::ClassesRoot, helpFolder, {}},
@@ -148,131 +134,34 @@ constexpr RepairStep recentValues[] = {
     {Step::DeleteValue, HiveHandle::CurrentUser, subKeyAsItIs, badValue},
 };
 
-// --- What the findings name. ---
-
-constexpr NamedPlace value(HiveHandle root, FieldText key, FieldText name,
-                           Doubt doubt = Doubt::None) {
-  return {
-      .names = Names::Value, .root = root, .key = key, .below = {}, .value = name, .doubt = doubt};
-}
-// The scan judges the first of two values that is not blank.
-constexpr NamedPlace textualValue(FieldText key, FieldText name, Doubt doubt = Doubt::None) {
-  NamedPlace place = value(HiveHandle::LocalMachine, key, name, doubt);
-  place.isBlankPassedOver = true;
-  return place;
-}
-constexpr NamedPlace wholeKey(Names names, HiveHandle root, FieldText key) {
-  return {.names = names,
-          .root = root,
-          .key = key,
-          .below = {},
-          .value = {},
-          .doubt = names == Names::KeyOfDeadText ? Doubt::ThereByNow : Doubt::None};
-}
-
-constexpr NamedPlace namedFont[] = {
-    value(HiveHandle::LocalMachine, fixed("Software\\Microsoft\\windows nt\\currentversion\\fonts"),
-          locationAsItIs),
-};
-// A row of one list may have the key of the other one, which the scan walks after it.
-constexpr NamedPlace namedSharedDll[] = {
-    value(HiveHandle::LocalMachine, subKeyAsItIs, locationAsItIs),
-    value(HiveHandle::LocalMachine, fixed(scannedKeys::sharedDlls), locationAsItIs),
-    value(HiveHandle::LocalMachine, fixed(scannedKeys::sharedDlls32), locationAsItIs),
-};
-constexpr NamedPlace namedValue[] = {value(rowsRoot, subKeyAsItIs, badValueAsItIs)};
-// A value whose own text was judged.
-constexpr NamedPlace namedReference[] = {
-    value(rowsRoot, subKeyAsItIs, badValueAsItIs, Doubt::ThereByNow),
-};
-constexpr NamedPlace namedProgram[] = {{.names = Names::Value,
-                                        .root = rowsRoot,
-                                        .key = subKeyAsItIs,
-                                        .below = badValueAsItIs,
-                                        .value = defaultValue}};
-constexpr NamedPlace namedHelpFile[] = {
-    textualValue(fixed(scannedKeys::help), badValueAsItIs),
-    textualValue(fixed(scannedKeys::helpNt), badValueAsItIs),
-};
-constexpr NamedPlace namedSnapIn[] = {
-    textualValue(subKeyAsItIs, fixed("HelpTopic"), Doubt::ThereByNow),
-    textualValue(subKeyAsItIs, fixed("LinkedHelpTopics"), Doubt::ThereByNow),
-};
-constexpr NamedPlace namedIcon[] = {
-    wholeKey(Names::KeyOfDeadText, HiveHandle::ClassesRoot,
-             {.field = Field::Location, .isTrimmed = false, .after = "\\defaulticon"}),
-};
-constexpr NamedPlace namedClassKey[] = {
-    wholeKey(Names::KeyOfDeadText, rowsRoot, subKeyAsItIs),
-};
-constexpr NamedPlace namedEmptyKey[] = {wholeKey(Names::EmptyKey, rowsRoot, subKeyAsItIs)};
-constexpr NamedPlace namedDefault[] = {
-    value(HiveHandle::ClassesRoot, locationAsItIs, defaultValue)};
-constexpr NamedPlace namedRule[] = {
-    value(rowsRoot, subKeyAsItIs, badValueAsItIs, Doubt::RuleBefore),
-};
-constexpr NamedPlace namedValueOfUsers[] = {
-    value(rowsRoot, subKeyAsItIs, badValueAsItIs, Doubt::OthersVariables),
-};
-constexpr NamedPlace namedHelpFolder[] = {
-    wholeKey(Names::KeyOfDeadText, rowsRoot, helpFolder),
-};
-constexpr NamedPlace namedExtension[] = {
-    wholeKey(Names::EmptyKey, HiveHandle::CurrentUser,
-             {.before = fileExtensions, .field = Field::BadValue, .isTrimmed = false}),
-    wholeKey(Names::EmptyKey, HiveHandle::CurrentUser,
-             {.before = fileExtensionsNt, .field = Field::BadValue, .isTrimmed = false}),
-};
-
-// The row names the list of application paths, and its bad value the key of the program.
-bool isApplicationPath(const Form42& form, std::size_t row) {
-  return lowerCase(form.View2.text(row, subKeyColumn)).ends_with("\\currentversion\\app paths");
-}
-
-// The key of a command with neither a text nor a value.
-bool isEmptyCommand(const Form42& form, std::size_t row) {
-  return form.View2.text(row, badValueColumn).empty();
-}
-
 constexpr std::array kinds{
-    RepairKind{1, fonts, namedFont},
-    RepairKind{2, sharedDlls, namedSharedDll},
-    RepairKind{3, applicationPaths, namedReference, isApplicationPath, namedProgram},
-    RepairKind{4, helpFiles, namedHelpFile},
-    RepairKind{5, htmlHelpFiles, namedValue},
-    RepairKind{6, icons, namedIcon},
-    RepairKind{7, fileClasses, namedClassKey},
-    RepairKind{8, servers, namedClassKey},
-    RepairKind{9, defaultValues, namedDefault},
-    RepairKind{10, defaultValues, namedDefault},
-    RepairKind{11, firewallRules, namedRule},
-    RepairKind{12, usersClasses, namedValueOfUsers},
-    RepairKind{13, machineClasses, namedReference},
-    RepairKind{55, snapIns, namedSnapIn},
-    RepairKind{56, joinedHelpFiles, namedValue},
-    RepairKind{71, helpFolders, namedHelpFolder},
-    RepairKind{72, libraryReferences, namedClassKey},
-    RepairKind{122, extensions, namedExtension},
-    RepairKind{133, emptyRecords, namedEmptyKey},
-    RepairKind{135, recordValues, namedReference},
-    RepairKind{144, namedValues, namedReference},
-    RepairKind{155, recentValues, namedValue},
-    RepairKind{166, namedValues, namedValue},
-    RepairKind{771, mediaTypes, namedValue, isEmptyCommand, namedEmptyKey},
+    RepairKind{1, fonts},
+    RepairKind{2, sharedDlls},
+    RepairKind{3, applicationPaths},
+    RepairKind{4, helpFiles},
+    RepairKind{5, htmlHelpFiles},
+    RepairKind{6, icons},
+    RepairKind{7, fileClasses},
+    RepairKind{8, servers},
+    RepairKind{9, defaultValues},
+    RepairKind{10, defaultValues},
+    RepairKind{11, firewallRules},
+    RepairKind{12, usersClasses},
+    RepairKind{13, machineClasses},
+    RepairKind{55, snapIns},
+    RepairKind{56, joinedHelpFiles},
+    RepairKind{71, helpFolders},
+    RepairKind{72, libraryReferences},
+    RepairKind{122, extensions},
+    RepairKind{133, emptyRecords},
+    RepairKind{135, recordValues},
+    RepairKind{144, namedValues},
+    RepairKind{155, recentValues},
+    RepairKind{166, namedValues},
+    RepairKind{771, mediaTypes},
 };
 
-constexpr RepairKind userClass{11, userClasses, namedReference};
-
-std::size_t columnOf(Field field) {
-  switch (field) {
-    case Field::BadValue:
-      return badValueColumn;
-    case Field::SubKey:
-      return subKeyColumn;
-    default:
-      return locationColumn;
-  }
-}
+constexpr RepairKind userClass{11, userClasses};
 
 }  // namespace
 
@@ -283,24 +172,6 @@ const RepairKind* repairKind(int code) {
 
 const RepairKind& userClassKind() { return userClass; }
 
-NamedPlaces namedPlaces(const Form42& form, std::size_t row, const RepairKind& kind) {
-  const bool isOther = kind.isOther != nullptr && kind.isOther(form, row);
-  return isOther ? kind.namedByOther : kind.named;
-}
-
-std::string textFor(const Form42& form, std::size_t row, const FieldText& text) {
-  std::string result = text.before;
-  if (text.field != Field::None) {
-    const std::string_view cell = form.View2.text(row, columnOf(text.field));
-    result += text.isTrimmed ? trim(cell) : cell;
-  }
-  return result + text.after;
-}
-
-HiveHandle rootOfRow(const Form42& form, std::size_t row) {
-  return GetHiveHandle(form.View2.text(row, rootNameColumn));
-}
-
 HiveHandle rootOfSteps(const Form42& form, std::size_t row, int code, HiveHandle before) {
   constexpr int mediaType = 771;
   const HiveHandle root = rootOfRow(form, row);
@@ -308,10 +179,6 @@ HiveHandle rootOfSteps(const Form42& form, std::size_t row, int code, HiveHandle
                            ? root == HiveHandle::ClassesRoot
                            : root == HiveHandle::LocalMachine || root == HiveHandle::CurrentUser;
   return isKnown ? root : before;
-}
-
-bool isOfKind(const Form42& form, std::size_t row, int code) {
-  return leadingNumber(form.View2.text(row, kindCodeColumn)) == code;
 }
 
 }  // namespace zelvreg

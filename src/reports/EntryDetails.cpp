@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "evidence/Reasons.h"
+#include "evidence/SecondLook.h"
 #include "form/Form42.h"
 #include "registry/Hives.h"
 #include "reports/EditorProcess.h"
@@ -28,6 +30,13 @@ void start(const std::string& program, const std::string& arguments = {}) {
 
 }  // namespace
 
+std::string evidenceText(const Form42& form, std::size_t row) {
+  const Evidence* evidence = evidenceOf(form, row);
+  return evidence == nullptr
+             ? std::string()
+             : wordOf(form, evidence->confidence) + ". " + sentenceOf(form, *evidence);
+}
+
 void View2_ItemClick(Form42& form, std::size_t row) {
   const std::string& badValue = form.View2.text(row, badValueColumn);
   form.Label5.caption = badValue;
@@ -37,6 +46,7 @@ void View2_ItemClick(Form42& form, std::size_t row) {
                         "\" contains the application path to \"" + form.Label5.caption.get() +
                         "\". The path points to the missing target \"" +
                         form.View2.text(row, locationColumn) + "\" and can therefore be deleted.";
+  form.EvidenceText.caption = evidenceText(form, row);
 }
 
 void View2_DblClick(Form42& form) {

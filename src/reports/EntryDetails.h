@@ -1,14 +1,20 @@
-// The sentence about a result, and opening its key in an editor.
+// The sentences about a result, and opening its key in an editor.
 #ifndef ZELVREG_REPORTS_ENTRY_DETAILS_H
 #define ZELVREG_REPORTS_ENTRY_DETAILS_H
 
 #include <cstddef>
+#include <string>
 
 namespace zelvreg {
 
 struct Form42;
 
-// Describes the row in the panel below the results. The sentence is the same for every kind.
+// How sure it is that what a row of the results names is gone, and why, in the language in use.
+// Empty before the second look, and for a row that does not exist.
+std::string evidenceText(const Form42& form, std::size_t row);
+
+// Describes the row in the panel below the results. The sentence of what is wrong is the same for
+// every kind; a second one tells the evidence.
 void View2_ItemClick(Form42& form, std::size_t row);
 
 // Opens the registry editor at the key of the row last clicked: ends a running one, stores the key

@@ -4,11 +4,14 @@
 // shellapi needs windows.h before it.
 #include <shellapi.h>
 
+#include "evidence/Reasons.h"
+#include "evidence/RowEvidence.h"
 #include "form/Form42.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "runtime/OwnText.h"
 #include "scan/Findings.h"
+#include "text/Numbers.h"
 #include "text/Text.h"
 #include "text/Wide.h"
 
@@ -17,7 +20,11 @@ namespace {
 
 constexpr const char* lineEnd = "\r\n";
 constexpr std::size_t printZone = 14;
+constexpr const char* columnBar = "  |  ";
+constexpr const char* indent = "    ";
 constexpr const char* maker = "https://zelvane.example || support@zelvane.example";
+
+std::string ruleLine() { return std::string(59, '-') + lineEnd; }
 
 // The print separator goes on to the next zone.
 std::string toNextZone(std::string line) {
@@ -40,25 +47,50 @@ std::string withoutControls(std::string_view text) {
 std::string rowLine(const Form42& form, std::size_t row) {
   std::string line;
   for (const std::size_t column : {locationColumn, rootNameColumn, subKeyColumn, badValueColumn}) {
-    line += line.empty() && column == locationColumn ? "" : "  |  ";
+    line += line.empty() && column == locationColumn ? "" : columnBar;
     line += trim(form.View2.text(row, column));
   }
   return withoutControls(line);
 }
 
+// A row, its reason as a sentence, and the places that were looked for.
+std::string evidenceLines(const Form42& form, std::size_t row) {
+  const Evidence& evidence = evidenceAt(form, row);
+  std::string heading = decimal(static_cast<std::int64_t>(row)) + columnBar;
+  heading += trim(form.View2.text(row, locationColumn));
+  heading.append(columnBar).append(codeOf(evidence.confidence)).append(columnBar);
+  heading += reasonCodes(evidence);
+  std::vector<std::string> lines{heading, indent + sentenceOf(form, evidence)};
+  for (const std::string& place : evidence.tested) {
+    lines.push_back(indent + place);
+  }
+  std::string text;
+  for (const std::string& line : lines) {
+    text += withoutControls(line) + lineEnd;
+  }
+  return text;
+}
+
 }  // namespace
+
+std::string evidenceText(const Form42& form) {
+  std::string text = lineEnd + std::string("How Sure Each Bad Entry Is") + lineEnd + ruleLine();
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    text += evidenceLines(form, row);
+  }
+  return text + ruleLine();
+}
 
 std::string reportText(const Form42& form) {
   const DateTime now = localDateTime();
-  const std::string rule = std::string(59, '-') + lineEnd;
   std::string text = "Report For registry bad entries  At   " + dateText(now, ",") + "   " +
                      timeText(now, ":") + lineEnd;
   text += toNextZone("Total bad entries found = " + rowCountText(form)) + lineEnd;
-  text += rule + "\r" + lineEnd;
+  text += ruleLine() + "\r" + lineEnd;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     text += rowLine(form, row) + lineEnd;
   }
-  return text + rule + "This Report Made by Zelvane Tuner" + lineEnd + maker + lineEnd;
+  return text + ruleLine() + "This Report Made by Zelvane Tuner" + lineEnd + maker + lineEnd;
 }
 
 void saverep(Form42& form) {

@@ -12,6 +12,10 @@ struct Form42;
 // it is encoded in a file.
 std::string reportText(const Form42& form);
 
+// A section about the same rows, to follow the report: how sure each is, why, and what was looked
+// for.
+std::string evidenceText(const Form42& form);
+
 // Asks for a file name, writes the report there and opens it in the system's viewer. Without rows,
 // or without a name, nothing happens.
 void saverep(Form42& form);

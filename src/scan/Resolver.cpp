@@ -91,7 +91,8 @@ std::string GetPath(const Form42& form, std::string& path) {
   return expandedText(path);
 }
 
-bool FileExists(const Form42& form, std::string path) {
+bool FileExists(Form42& form, std::string path) {
+  ++form.filesAsked;
   if (mayBeOpened(path, sharesOf(form))) {
     changepermission(path, form.safeguards.touches ? Rights::Given : Rights::Left);
   }

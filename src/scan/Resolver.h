@@ -26,7 +26,8 @@ std::string GetPath(const Form42& form, std::string& path);
 // Whether a file exists. The text may end in a NUL. A path with the name of the system folder
 // always counts as existing. If a scan may touch what it finds, the user is first given access to a
 // path in a recycle bin. A path on another computer counts as missing unless that may be asked.
-bool FileExists(const Form42& form, std::string path);
+// Each call is counted in `filesAsked`.
+bool FileExists(Form42& form, std::string path);
 bool FolderExists(const Form42& form, const std::string& path);
 
 // Puts the program path of a firewall rule into FirewallPath: the text between "|app=" and the next

@@ -66,18 +66,18 @@ bool valueOf(const Form42& form, const SafeguardRule& rule) {
   return chosen != form.safeguardChoices.end() ? chosen->value : valueBySettings(form, rule);
 }
 
-const SafeguardRule& ruleOf(const SafeguardChoice& choice) {
-  return *std::ranges::find(safeguardRules, choice.safeguard, &SafeguardRule::safeguard);
-}
-
 bool isForbidden(const Form42& form, const SafeguardChoice& choice) {
-  const auto value = valueByPolicy(form, ruleOf(choice));
+  const auto value = valueByPolicy(form, safeguardRule(choice.safeguard));
   const bool wantsLetter = std::string_view(choice.option) == letterOption;
   return (value && *value != choice.value) ||
          (wantsLetter && policyText(form, letterSetting).value_or(letterText) != letterText);
 }
 
 }  // namespace
+
+const SafeguardRule& safeguardRule(bool Safeguards::*safeguard) {
+  return *std::ranges::find(safeguardRules, safeguard, &SafeguardRule::safeguard);
+}
 
 SafeguardChoice liftingChoice(const SafeguardRule& rule) {
   return {.safeguard = rule.safeguard, .value = liftedValue(rule), .option = rule.option};
@@ -115,6 +115,11 @@ std::string contradictionOf(const Form42& form) {
 
 bool isSetByPolicy(const Form42& form, const SafeguardRule& rule) {
   return valueByPolicy(form, rule).has_value();
+}
+
+bool isKeptByPolicy(const Form42& form, bool Safeguards::*safeguard) {
+  const SafeguardRule& rule = safeguardRule(safeguard);
+  return valueByPolicy(form, rule) == !liftedValue(rule);
 }
 
 bool isLetterSetByPolicy(const Form42& form) { return policyText(form, letterSetting).has_value(); }

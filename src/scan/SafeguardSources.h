@@ -23,7 +23,7 @@ struct SafeguardRule {
   const char* effect;       // what that option does, for its help
 };
 
-inline constexpr std::array<SafeguardRule, 6> safeguardRules{{
+inline constexpr std::array<SafeguardRule, 7> safeguardRules{{
     {&Safeguards::protects, "protect", "0", "1", "--no-protect",
      "delete keys, too, that other programs' records lie in"},
     {&Safeguards::exportsFirst, "safetyexport", "0", "1", "--no-backup",
@@ -36,9 +36,13 @@ inline constexpr std::array<SafeguardRule, 6> safeguardRules{{
      "ask the management service for the 64-bit view"},
     {&Safeguards::undoesByExport, "undo", "journal", "export", "--journal",
      "restore by the journal, as far as its five texts go, not by the safety export"},
+    {&Safeguards::careful, "careful", "0", "1", "--all",
+     "tick every finding, also those that cannot be decided or may be in use"},
 }};
-// The window has a box for each but the last.
-inline constexpr std::size_t safeguardBoxCount = safeguardRules.size() - 1;
+const SafeguardRule& safeguardRule(bool Safeguards::*safeguard);
+
+// The page of the undo options has a box for each but the last two.
+inline constexpr std::size_t safeguardBoxCount = safeguardRules.size() - 2;
 
 // The setting that lifts all of them, the text that does, and its option.
 inline constexpr const char* letterSetting = "letter";
@@ -65,6 +69,8 @@ std::string contradictionOf(const Form42& form);
 
 // Whether a policy has decided a safeguard, so that nobody else can; "letter" as for all.
 bool isSetByPolicy(const Form42& form, const SafeguardRule& rule);
+// Whether a policy keeps a safeguard, also where a suite drives the program.
+bool isKeptByPolicy(const Form42& form, bool Safeguards::*safeguard);
 bool isLetterSetByPolicy(const Form42& form);
 // Whether a policy or a setting lifts all.
 bool isLetterInForce(const Form42& form);

@@ -60,6 +60,7 @@ void clearResults(Form42& form) {
   form.List1.clear();
   form.List2.clear();
   form.View2.clear();
+  form.filesAskedIn.fill(0);
   form.Label2[4].refresh();
   form.Label2[3].refresh();
 }
@@ -75,11 +76,13 @@ void testRow(Form42& form, std::size_t row, const Category& category) {
     advanceBar(form);
   }
   form.View1.addSubItem(row, statusColumn, "Testing", "ex");
+  const std::size_t askedBefore = form.filesAsked;
   for (const EntryPointOf routine : category.routines) {
     if (routine != nullptr) {
       routine(form).run();
     }
   }
+  form.filesAskedIn[row] = form.filesAsked - askedBefore;
   form.View1.addSubItem(row, statusColumn, "Finished", "ch");
   if (row <= lastRowCountedWhenDone) {
     advanceBar(form);
@@ -163,6 +166,7 @@ void cmd_cancel_Click(Form42& form) {
   form.chameleonButton12.click();
   if (form.View2.count() > 0) {
     form.chameleonButton16.click();
+    form.tickByConfidence.run();
     enableFindingCommands(form, true);
   }
   enableIdleCommands(form, true);

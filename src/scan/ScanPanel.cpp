@@ -57,6 +57,7 @@ void openResults(Form42& form) {
 }
 
 void closeScanPanel(Form42& form) {
+  form.lookAgain.run();
   const bool hasFindings = form.View2.count() > 0;
   form.Text2.setText("0");
   form.Label3.caption = problemsFoundText(form);
@@ -71,6 +72,7 @@ void closeScanPanel(Form42& form) {
   form.Frame8.visible = false;
   if (hasFindings) {
     form.chameleonButton16.click();
+    form.tickByConfidence.run();
     enableFindingCommands(form, true);
     form.Shape1.foreColor = foundColor;
   }

@@ -87,7 +87,7 @@ Server firstServer(HiveHandle hive, const std::string& classKey,
 }
 
 // The program that a server's text names, if it is missing; empty otherwise.
-std::string missingProgram(const Form42& form, const std::string& value) {
+std::string missingProgram(Form42& form, const std::string& value) {
   if (!hasDriveColon(value)) {
     return {};
   }

@@ -32,7 +32,7 @@ std::string resolvedPath(const Form42& form, std::string text) {
   return path;
 }
 
-bool namesMissingPath(const Form42& form, std::string data) {
+bool namesMissingPath(Form42& form, std::string data) {
   if (!contains(data, ":\\")) {
     return false;
   }

@@ -19,7 +19,7 @@ std::string resolvedPath(const Form42& form, std::string text);
 
 // Whether the data of a value contains something like a path, and there is neither a file nor a
 // folder.
-bool namesMissingPath(const Form42& form, std::string data);
+bool namesMissingPath(Form42& form, std::string data);
 
 // Whether a text is a path on a drive, by its second character.
 bool hasDriveColon(std::string_view text);

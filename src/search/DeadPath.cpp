@@ -101,7 +101,7 @@ bool comesAndGoes(unsigned driveType) {
   return driveType == DRIVE_REMOVABLE || driveType == DRIVE_REMOTE || driveType == DRIVE_CDROM;
 }
 
-bool isDeadPath(const Form42& form, const std::string& path) {
+bool isDeadPath(Form42& form, const std::string& path) {
   if (FolderExists(form, path)) {
     const std::string drive = std::string(firstCharacters(path, 1)) + ":\\";
     if (comesAndGoes(GetDriveTypeW(Wide(drive).get())) || form.cancelRequested) {

@@ -36,7 +36,7 @@ bool comesAndGoes(unsigned driveType);
 
 // Whether there is neither a file nor a folder. Folders on removable drives are not judged. A path
 // with a brace is the name of a key, not of a file.
-bool isDeadPath(const Form42& form, const std::string& path);
+bool isDeadPath(Form42& form, const std::string& path);
 
 }  // namespace zelvreg
 

@@ -83,6 +83,7 @@ constexpr std::array table{
     element<&Form42::SafeguardBoxes, 3>("SafeguardBoxes(3)"),
     element<&Form42::SafeguardBoxes, 4>("SafeguardBoxes(4)"),
     element<&Form42::SafeguardBoxes, 5>("SafeguardBoxes(5)"),
+    caption<&Form42::CarefulBox>("CarefulBox"),
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Which click runs which procedure.
 #include <array>
 
+#include "evidence/SecondLook.h"
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "repair/RepairDriver.h"
@@ -59,8 +60,10 @@ constexpr std::array table{
     Binding{of<&Form42::orubutton1>, runScan},
     Binding{of<&Form42::orubutton3>, runScan},
     Binding{of<&Form42::orubutton18>, saveSelectionOf},
+    Binding{of<&Form42::lookAgain>, lookAgain},
+    Binding{of<&Form42::tickByConfidence>, tickByConfidence},
     // The pages.
-    Binding{of<&Form42::orubutton4>, orubutton4_Click},
+    Binding{of<&Form42::orubutton4>, openScanOptions},
     Binding{of<&Form42::chameleonButton7>, chameleonButton7_Click},
     Binding{of<&Form42::chameleonButton10>, chameleonButton10_Click},
     Binding{of<&Form42::chameleonButton11>, chameleonButton11_Click},
@@ -77,7 +80,7 @@ constexpr std::array table{
     Binding{of<&Form42::i>, chameleonButton15_Click},
     Binding{of<&Form42::orubutton2>, runRepair},
     // Undo.
-    Binding{of<&Form42::chameleonButton1>, openOptionsPage},
+    Binding{of<&Form42::chameleonButton1>, openUndoOptions},
     Binding{of<&Form42::chameleonButton2>, chameleonButton2_Click},
     Binding{of<&Form42::chameleonButton3>, chameleonButton3_Click},
     Binding{of<&Form42::Check1>, Check1_Click},

@@ -87,7 +87,7 @@ void giveFont(Form42& form, const Font& font) {
   give({&form.Frame1, &form.Frame2, &form.Frame3, &form.Frame4, &form.Frame5, &form.Frame7,
         &form.Frame8, &form.Picture1, &form.pictrlang});
   give({&form.Label1, &form.Label3, &form.Label4, &form.Label5, &form.Label6, &form.Label7,
-        &form.Label10});
+        &form.Label10, &form.EvidenceText});
   give({&form.cmd_search, &form.cmd_exclud, &form.cmd_start, &form.cmd_fix, &form.cmd_cancel,
         &form.cmd_all, &form.cmd_non, &form.cmd_report, &form.cmdFind});
   give({&form.orubutton1, &form.orubutton2, &form.orubutton3, &form.orubutton4, &form.Command21,
@@ -99,8 +99,8 @@ void giveFont(Form42& form, const Font& font) {
         &form.chameleonButton13, &form.chameleonButton14, &form.chameleonButton15,
         &form.chameleonButton16, &form.chameleonButton17, &form.chameleonButton18,
         &form.chameleonButton21, &form.chameleonButton22, &form.chameleonButton23});
-  give({&form.Check1, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase, &form.Option1,
-        &form.Option2, &form.Option3, &form.Option4});
+  give({&form.Check1, &form.CarefulBox, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase,
+        &form.Option1, &form.Option2, &form.Option3, &form.Option4});
   giveEach(form.SafeguardBoxes);
   giveEach(form.Label2);
   giveEach(form.Label8);
@@ -132,6 +132,8 @@ void changelangoru(Form42& form) {
   }
   // A button without a caption of its own, which does the same as this menu entry.
   form.chameleonButton9.toolTip = form.g.caption;
+  // Label7, of which it is a part, asks for a row again.
+  form.EvidenceText.caption = "";
 }
 
 void createCategoryRows(Form42& form) {

@@ -1,8 +1,12 @@
 #include "shell/SafeguardPage.h"
 
+#include <vector>
+
+#include "evidence/SecondLook.h"
 #include "form/Form42.h"
 #include "scan/SafeguardSources.h"
 #include "scan/Settings.h"
+#include "shell/Navigation.h"
 #include "undo/UndoPage.h"
 
 namespace zelvreg {
@@ -10,40 +14,82 @@ namespace {
 
 constexpr std::size_t letterBox = safeguardBoxCount;
 
+struct RuleBox {
+  CheckBox& box;
+  const SafeguardRule& rule;
+};
+
+RuleBox carefulBox(Form42& form) { return {form.CarefulBox, safeguardRule(&Safeguards::careful)}; }
+
+// The boxes of one safeguard each.
+std::vector<RuleBox> ruleBoxes(Form42& form) {
+  std::vector<RuleBox> boxes{carefulBox(form)};
+  for (std::size_t index = 0; index < letterBox; ++index) {
+    boxes.push_back({form.SafeguardBoxes[index], safeguardRules[index]});
+  }
+  return boxes;
+}
+
 void showSafeguards(Form42& form) {
   const Safeguards decided = safeguardsNow(form);
   const bool isLetter = isLetterInForce(form);
-  for (std::size_t index = 0; index < letterBox; ++index) {
-    const SafeguardRule& rule = safeguardRules[index];
-    form.SafeguardBoxes[index].value = decided.*rule.safeguard != liftedValue(rule);
-    form.SafeguardBoxes[index].enabled = !isLetter && !isSetByPolicy(form, rule);
+  for (const auto& [box, rule] : ruleBoxes(form)) {
+    box.value = decided.*rule.safeguard != liftedValue(rule);
+    box.enabled = !isLetter && !isSetByPolicy(form, rule);
   }
   form.SafeguardBoxes[letterBox].value = isLetter;
   form.SafeguardBoxes[letterBox].enabled = !isLetterSetByPolicy(form);
 }
 
 // If the setting could not be stored, the box shows the old one again.
-void keep(Form42& form, std::size_t index) {
-  const bool isTicked = form.SafeguardBoxes[index].value;
-  if (index == letterBox) {
-    keepSetting(settings::regscan, letterSetting, isTicked ? letterText : "0");
-  } else {
-    const SafeguardRule& rule = safeguardRules[index];
-    keepSetting(settings::regscan, rule.setting, isTicked ? rule.keepingText : rule.liftingText);
-  }
+void keep(Form42& form, const RuleBox& pressed) {
+  const SafeguardRule& rule = pressed.rule;
+  keepSetting(settings::regscan, rule.setting,
+              pressed.box.value ? rule.keepingText : rule.liftingText);
   showSafeguards(form);
+}
+
+void keepLetter(Form42& form) {
+  keepSetting(settings::regscan, letterSetting,
+              form.SafeguardBoxes[letterBox].value ? letterText : "0");
+  showSafeguards(form);
+}
+
+void untickUnsure(Form42& form) {
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    const Evidence* evidence = evidenceOf(form, row);
+    if (evidence == nullptr || evidence->confidence < form.leastTicked) {
+      form.View2.setChecked(row, false);
+    }
+  }
+}
+
+void keepCareful(Form42& form) {
+  keep(form, carefulBox(form));
+  form.safeguards.careful = safeguardsNow(form).careful;
+  if (form.safeguards.careful) {
+    untickUnsure(form);
+  }
 }
 
 }  // namespace
 
 void bindSafeguardBoxes(Form42& form) {
-  for (std::size_t index = 0; index < form.SafeguardBoxes.size(); ++index) {
-    form.SafeguardBoxes[index].bind([&form, index] { keep(form, index); });
+  for (const RuleBox& each : ruleBoxes(form)) {
+    each.box.bind([&form, each] { keep(form, each); });
   }
+  // This one does more.
+  form.CarefulBox.bind([&form] { keepCareful(form); });
+  form.SafeguardBoxes[letterBox].bind([&form] { keepLetter(form); });
 }
 
-void openOptionsPage(Form42& form) {
+void openUndoOptions(Form42& form) {
   chameleonButton1_Click(form);
+  showSafeguards(form);
+}
+
+void openScanOptions(Form42& form) {
+  orubutton4_Click(form);
   showSafeguards(form);
 }
 

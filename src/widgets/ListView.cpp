@@ -132,6 +132,17 @@ void ListView::setTag(std::size_t row, std::size_t tag) {
   }
 }
 
+std::size_t ListView::itemData(std::size_t row) const {
+  const Row* found = find(row);
+  return found == nullptr ? 0 : found->data;
+}
+
+void ListView::setItemData(std::size_t row, std::size_t data) {
+  if (Row* found = find(row)) {
+    found->data = data;
+  }
+}
+
 std::uint32_t ListView::rowColor(std::size_t row) const {
   const Row* found = find(row);
   return found == nullptr ? 0 : found->color;

@@ -65,9 +65,11 @@ class ListView : public Control {
   [[nodiscard]] bool isChecked(std::size_t row) const;
   void setChecked(std::size_t row, bool checked);
 
-  // A number that stays with a row when the row moves; 0 until it is set.
+  // Two numbers that stay with a row when the row moves; 0 until they are set.
   [[nodiscard]] std::size_t tag(std::size_t row) const;
   void setTag(std::size_t row, std::size_t tag);
+  [[nodiscard]] std::size_t itemData(std::size_t row) const;
+  void setItemData(std::size_t row, std::size_t data);
 
   [[nodiscard]] std::uint32_t rowColor(std::size_t row) const;
   void setRowColor(std::size_t row, std::uint32_t color);
@@ -104,6 +106,7 @@ class ListView : public Control {
     std::vector<SubItem> subItems;
     std::string smallIcon;
     std::size_t tag = 0;
+    std::size_t data = 0;
     std::uint32_t color = windowTextColor;
     bool isChecked = false;
     bool isSelected = false;

@@ -69,7 +69,7 @@ TEST_P(AnyCodePageTest, AnEmptyRecordOfAnInstalledProgramGoesAndReturns) {
   key(records + "表計算");
   run({"undo", "on"});
   EXPECT_TRUE(finds("uninstall", "表計算"));
-  EXPECT_EQ(runAgain({"fix", "--only", "uninstall", "--yes"}), nothingFound);
+  EXPECT_EQ(runAgain({"fix", "--all", "--only", "uninstall", "--yes"}), nothingFound);
   EXPECT_FALSE(finds("uninstall", "表計算"));
   EXPECT_EQ(runAgain({"undo", "restore", "1"}), nothingFound);
   EXPECT_TRUE(finds("uninstall", "表計算"));
@@ -101,7 +101,7 @@ TEST_P(AnyCodePageTest, AJournalBringsBackNamesOfEveryScript) {
              "\n"
              R"("שלום 會育"="C:\\서버\\Füße.exe")");
   run({"undo", "on"});
-  EXPECT_EQ(runAgain({"fix", "--only", "startup", "--yes"}), nothingFound);
+  EXPECT_EQ(runAgain({"fix", "--all", "--only", "startup", "--yes"}), nothingFound);
   EXPECT_EQ(runAgain({"scan", "--only", "startup"}), nothingFound);
   EXPECT_EQ(runAgain({"undo", "restore", "1", "--journal"}), nothingFound);
   EXPECT_TRUE(finds("startup", "Сервер ソ表"));
@@ -110,6 +110,7 @@ TEST_P(AnyCodePageTest, AJournalBringsBackNamesOfEveryScript) {
 }
 
 TEST_P(AnyCodePageTest, HalvesOfPairsAreFoundAndRepaired) {
+  folder("C:\\Windows");
   key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts)",
       R"("Half"=hex(1):61,00,00,D8,2E,00,74,00,74,00,66,00,00,00)");
   EXPECT_EQ(run({"scan", "--only", "fonts", "--json"}), problemsFound);
@@ -117,7 +118,7 @@ TEST_P(AnyCodePageTest, HalvesOfPairsAreFoundAndRepaired) {
   EXPECT_EQ(textIn(findings()[0]["badValue"]), "a\xED\xA0\x80.ttf");
   machineFolder().write("result.json", out.str());
   const std::string result = (machineFolder().path() / "result.json").string();
-  EXPECT_EQ(runAgain({"fix", "--only", "fonts", "--from", result, "--yes"}), nothingFound);
+  EXPECT_EQ(runAgain({"fix", "--all", "--only", "fonts", "--from", result, "--yes"}), nothingFound);
   EXPECT_EQ(error.str().find("no longer found"), std::string::npos);
   EXPECT_EQ(runAgain({"scan", "--only", "fonts"}), nothingFound);
 }

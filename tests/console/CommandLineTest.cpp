@@ -125,14 +125,14 @@ std::vector<std::string> choicesOf(const std::vector<const char*>& arguments) {
 TEST(CommandLine, EachCommandTakesTheSwitchesOfTheSafeguardsThatItMeets) {
   using Names = std::vector<std::string>;
   EXPECT_TRUE(choicesOf({"fix"}).empty());
-  EXPECT_EQ(choicesOf({"fix", "--no-protect", "--no-backup", "--touch", "--ask-shares"}),
-            (Names{"--no-protect", "--no-backup", "--touch", "--ask-shares"}));
+  EXPECT_EQ(choicesOf({"fix", "--no-protect", "--no-backup", "--touch", "--ask-shares", "--all"}),
+            (Names{"--no-protect", "--no-backup", "--touch", "--ask-shares", "--all"}));
   EXPECT_EQ(choicesOf({"scan", "--touch", "--provider", "service"}),
             (Names{"--touch", "--provider service"}));
   EXPECT_EQ(choicesOf({"search", "x", "--ask-shares"}), (Names{"--ask-shares"}));
   EXPECT_EQ(choicesOf({"undo", "restore", "1", "--journal"}), (Names{"--journal"}));
-  EXPECT_EQ(choicesOf({"scan", "--as-described"}).size(), 6U);
-  for (const char* option : {"--no-protect", "--no-backup"}) {
+  EXPECT_EQ(choicesOf({"scan", "--as-described"}).size(), 7U);
+  for (const char* option : {"--no-protect", "--no-backup", "--all", "--min-confidence"}) {
     EXPECT_NE(complaint({"scan", option}), "(none)") << option;
     EXPECT_NE(complaint({"search", "x", option}), "(none)") << option;
   }
@@ -143,15 +143,56 @@ TEST(CommandLine, EachCommandTakesTheSwitchesOfTheSafeguardsThatItMeets) {
 TEST(CommandLine, AChoiceForOneComesBeforeTheChoiceForAll) {
   const auto choices =
       parse({"scan", "--as-described", "--provider", "direct"}).options.safeguardChoices;
-  ASSERT_EQ(choices.size(), 7U);
+  ASSERT_EQ(choices.size(), 8U);
   EXPECT_EQ(choices.front().safeguard, &Safeguards::asksService);
   EXPECT_FALSE(choices.front().value);
 }
 
+TEST(CommandLine, ARepairTakesWhatIsAtLeastAsSureAsAskedFor) {
+  EXPECT_FALSE(parse({"fix"}).options.leastSure);
+  for (const auto& [code, confidence] : {std::pair{"sure", Confidence::Sure},
+                                         {"likely", Confidence::Likely},
+                                         {"unsure", Confidence::Unsure}}) {
+    EXPECT_EQ(parse({"fix", "--min-confidence", code}).options.leastSure, confidence);
+  }
+  EXPECT_NE(complaint({"fix", "--min-confidence", "maybe"}).find("{sure,likely,unsure}"),
+            std::string::npos);
+}
+
+TEST(CommandLine, ToTakeUnsureFindingsIsAChoiceAgainstTheSafeguard) {
+  EXPECT_TRUE(choicesOf({"fix", "--min-confidence", "sure"}).empty());
+  EXPECT_TRUE(choicesOf({"fix", "--min-confidence", "likely"}).empty());
+  const auto choices = parse({"fix", "--min-confidence", "unsure"}).options.safeguardChoices;
+  ASSERT_EQ(choices.size(), 1U);
+  EXPECT_EQ(choices[0].safeguard, &Safeguards::careful);
+  EXPECT_FALSE(choices[0].value);
+  EXPECT_STREQ(choices[0].option, "--min-confidence unsure");
+}
+
+TEST(CommandLine, AllAndOnlySomeContradictEachOther) {
+  for (const char* code : {"sure", "likely"}) {
+    EXPECT_EQ(complaint({"fix", "--all", "--min-confidence", code}),
+              "--all takes every finding, and --min-confidence " + std::string(code) +
+                  " does not; give one of them");
+  }
+  EXPECT_EQ(complaint({"fix", "--all", "--min-confidence", "unsure"}), "(none)");
+  EXPECT_EQ(complaint({"fix", "--as-described", "--min-confidence", "sure"}), "(none)");
+}
+
+TEST(CommandLine, HowSureTheFindingsAreIsReportedOnlyInAReport) {
+  for (const char* command : {"scan", "fix"}) {
+    EXPECT_TRUE(parse({command, "--report", "x", "--report-evidence"}).options.reportsEvidence);
+    EXPECT_FALSE(parse({command, "--report", "x"}).options.reportsEvidence);
+    const std::string line = complaint({command, "--report-evidence"});
+    EXPECT_NE(line.find("--report-evidence requires --report"), std::string::npos) << line;
+  }
+}
+
 TEST(CommandLine, TheHelpNamesEachSwitch) {
   const std::string help = *parse({"fix", "--help"}, false).help;
-  for (const char* option : {"--no-protect", "--no-backup", "--touch", "--ask-shares", "--provider",
-                             "--as-described", "--timeout"}) {
+  for (const char* option :
+       {"--no-protect", "--no-backup", "--touch", "--ask-shares", "--provider", "--all",
+        "--min-confidence", "--as-described", "--report-evidence", "--timeout"}) {
     EXPECT_NE(help.find(option), std::string::npos) << option;
   }
 }

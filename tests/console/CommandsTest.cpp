@@ -17,6 +17,7 @@ class CommandsTest : public fixture::ComputerFixture {
   CommandsTest() {
     emptyKey(fontsKey);
     options.rows = {1};
+    options.safeguardChoices = {{&Safeguards::careful, false, "--all"}};
   }
 
   int run() { return runCommand(options, given, {.out = out, .error = error}); }

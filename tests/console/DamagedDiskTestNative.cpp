@@ -41,7 +41,7 @@ class DamagedDiskTest : public fixture::OfflineDiskTest {
     const auto files = allFiles();
     EXPECT_EQ(run({"scan", "--only", "fonts"}), failed);
     EXPECT_NE(said.find(what), std::string::npos) << said;
-    EXPECT_EQ(run({"fix", "--yes", "--only", "fonts"}), failed);
+    EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), failed);
     EXPECT_NE(said.find("nothing was repaired"), std::string::npos) << said;
     EXPECT_TRUE(allFiles() == files);
   }
@@ -51,7 +51,7 @@ class DamagedDiskTest : public fixture::OfflineDiskTest {
 
 TEST_F(DamagedDiskTest, AWholeDiskIsRepaired) {
   EXPECT_EQ(run({"scan", "--only", "fonts"}), problemsFound) << said;
-  EXPECT_EQ(run({"fix", "--yes", "--only", "fonts"}), nothingFound) << said;
+  EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), nothingFound) << said;
   EXPECT_EQ(run({"scan", "--only", "fonts"}), nothingFound) << said;
 }
 
@@ -89,7 +89,7 @@ TEST_F(DamagedDiskTest, AValueThatLiesInItsOwnCellIsNotRepairedAndLeavesNothing)
   disk.write(software, bytes.all());
   const auto files = allFiles();
   EXPECT_EQ(run({"scan", "--only", "fonts"}), problemsFound) << said;
-  EXPECT_EQ(run({"fix", "--yes", "--only", "fonts"}), failed);
+  EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), failed);
   EXPECT_NE(said.find("is damaged and is not written"), std::string::npos) << said;
   EXPECT_TRUE(allFiles() == files);
 }
@@ -97,7 +97,7 @@ TEST_F(DamagedDiskTest, AValueThatLiesInItsOwnCellIsNotRepairedAndLeavesNothing)
 TEST_F(DamagedDiskTest, ALogThatIsAPipeKeepsNobodyWaiting) {
   ASSERT_EQ(mkfifo((disk.path() / (software + std::string(".LOG1"))).c_str(), 0600), 0);
   EXPECT_EQ(run({"scan", "--only", "fonts"}), problemsFound) << said;
-  EXPECT_EQ(run({"fix", "--yes", "--only", "fonts"}), failed);
+  EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), failed);
   EXPECT_NE(said.find("SOFTWARE.LOG1 is no file"), std::string::npos) << said;
 }
 

@@ -42,7 +42,7 @@ class FixTest : public ::testing::Test, protected CommandRun {
 };
 
 TEST_F(FixTest, ToTheLetterEveryRowWithAKindLeavesTheList) {
-  EXPECT_EQ(run({"fix", "--yes", "--json", "--no-protect"}), nothingFound);
+  EXPECT_EQ(run({"fix", "--all", "--yes", "--json", "--no-protect"}), nothingFound);
   const auto object = fixture::parsedJson(out.str());
   EXPECT_EQ(object["repaired"], 42);
   EXPECT_EQ(object["total"], 4);
@@ -56,7 +56,7 @@ TEST_F(FixTest, ToTheLetterEveryRowWithAKindLeavesTheList) {
 // without effect stay two application paths, an empty command and three shared DLLs whose rows have
 // the key of the other list.
 TEST_F(FixTest, TheCountsTellWhatIsGoneAndWhatIsStillThere) {
-  EXPECT_EQ(run({"fix", "--yes", "--json"}), nothingFound);
+  EXPECT_EQ(run({"fix", "--all", "--yes", "--json"}), nothingFound);
   const auto object = fixture::parsedJson(out.str());
   EXPECT_EQ(object["repaired"], 33);
   EXPECT_EQ(object["total"], 13);
@@ -74,13 +74,15 @@ TEST_F(FixTest, WhatARepairLeftIsWhatTheNextScanFinds) {
       "fonts,app-paths,icons,file-classes,com-classes,user-classes,"
       "global-classes,machine-classes,firewall,file-extensions,uninstall,"
       "startup,recent-lists,mui-cache";
-  run({"fix", "--yes", "--json", "--only", rows});
+  run({"fix", "--all", "--yes", "--json", "--only", rows});
   auto left = fixture::parsedJson(out.str())["findings"];
   run({"scan", "--json", "--only", rows});
   auto found = fixture::parsedJson(out.str())["findings"];
   for (auto* list : {&left, &found}) {
     for (auto& finding : *list) {
-      finding.erase("checked");
+      for (const char* opinion : {"checked", "confidence", "reasons", "tested"}) {
+        finding.erase(opinion);
+      }
     }
   }
   EXPECT_EQ(found, left);
@@ -88,7 +90,7 @@ TEST_F(FixTest, WhatARepairLeftIsWhatTheNextScanFinds) {
 
 TEST_F(FixTest, TheSafetyExportBringsAllBack) {
   const std::string before = content();
-  run({"fix", "--yes"});
+  run({"fix", "--all", "--yes"});
   EXPECT_NE(content(), before);
   const fs::path exported = fs::directory_iterator(programFolder() / "backup" / "registry")->path();
   for (int turn = 1; turn <= 2; ++turn) {
@@ -98,7 +100,7 @@ TEST_F(FixTest, TheSafetyExportBringsAllBack) {
 }
 
 TEST_F(FixTest, AKeyOfAllRecordsIsSparedAndNamed) {
-  run({"fix", "--yes", "--only", "uninstall", "--kinds", "133"});
+  run({"fix", "--all", "--yes", "--only", "uninstall", "--kinds", "133"});
   EXPECT_NE(error.str().find(
                 "left alone: it would have taken HKEY_LOCAL_MACHINE\\Software\\Microsoft\\windows\\"
                 "currentversion\\Uninstall\\"),
@@ -119,35 +121,35 @@ TEST_F(FixTest, TheFixModeNamesItAsWell) {
 }
 
 TEST_F(FixTest, WithoutProtectionTheWholeListGoes) {
-  run({"fix", "--yes", "--only", "uninstall", "--kinds", "133", "--no-protect"});
+  run({"fix", "--all", "--yes", "--only", "uninstall", "--kinds", "133", "--no-protect"});
   EXPECT_EQ(content().find("NorthwindAtelier"), std::string::npos);
 }
 
 TEST_F(FixTest, WithoutAnAnswerNothingIsRepaired) {
   const std::string before = content();
-  EXPECT_EQ(run({"fix"}), problemsFound);
+  EXPECT_EQ(run({"fix", "--all"}), problemsFound);
   EXPECT_EQ(content(), before);
 }
 
 TEST_F(FixTest, WithoutASafetyExportNothingIsRepaired) {
   const std::string before = content();
   std::ofstream(programFolder() / "backup") << "a file in the folder's place";
-  EXPECT_EQ(run({"fix", "--yes"}), failed);
+  EXPECT_EQ(run({"fix", "--all", "--yes"}), failed);
   EXPECT_NE(error.str().find("Nothing was repaired"), std::string::npos) << error.str();
   EXPECT_EQ(content(), before);
   EXPECT_EQ(run({"w4-c4"}), nothingFound);
   EXPECT_EQ(error.str(), "");
   EXPECT_EQ(content(), before);
   EXPECT_TRUE(fs::exists(programFolder() / "regst.txt"));
-  EXPECT_NE(run({"fix", "--yes", "--no-backup"}), failed);
+  EXPECT_NE(run({"fix", "--all", "--yes", "--no-backup"}), failed);
   EXPECT_NE(content(), before);
 }
 
 TEST_F(FixTest, WithNothingFoundNothingIsWritten) {
-  run({"fix", "--yes", "--only", "fonts"});
+  run({"fix", "--all", "--yes", "--only", "fonts"});
   fs::remove_all(programFolder() / "backup");
   const auto written = fs::last_write_time(copy.path() / "registry.reg");
-  EXPECT_EQ(run({"fix", "--yes", "--only", "fonts"}), nothingFound);
+  EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), nothingFound);
   EXPECT_FALSE(fs::exists(programFolder() / "backup"));
   EXPECT_EQ(fs::last_write_time(copy.path() / "registry.reg"), written);
 }
@@ -155,7 +157,7 @@ TEST_F(FixTest, WithNothingFoundNothingIsWritten) {
 TEST_F(FixTest, ARepairIsListedUndoneFromItsExportAndRemoved) {
   const std::string before = content();
   run({"undo", "on"});
-  run({"fix", "--yes"});
+  run({"fix", "--all", "--yes"});
   EXPECT_NE(content(), before);
   EXPECT_EQ(run({"undo", "list"}), nothingFound);
   // The copy of the fix list comes before the journal, and is not offered.
@@ -176,7 +178,7 @@ TEST_F(FixTest, ARepairIsListedUndoneFromItsExportAndRemoved) {
 TEST_F(FixTest, TheJournalIsTheSecondChoice) {
   const std::string before = content();
   run({"undo", "on"});
-  run({"fix", "--yes", "--only", "fonts"});
+  run({"fix", "--all", "--yes", "--only", "fonts"});
   run({"undo", "list", "--journal"});
   EXPECT_NE(out.str().find(" rows, from its journal"), std::string::npos) << out.str();
   EXPECT_EQ(run({"undo", "restore", "1", "--journal"}), nothingFound);
@@ -188,7 +190,7 @@ TEST_F(FixTest, TheJournalIsTheSecondChoice) {
 
 TEST_F(FixTest, AnExportThatOthersCouldHaveWrittenIsRefused) {
   run({"undo", "on"});
-  run({"fix", "--yes", "--only", "fonts"});
+  run({"fix", "--all", "--yes", "--only", "fonts"});
   const std::string after = content();
   const fs::path exported = fs::directory_iterator(programFolder() / "backup" / "registry")->path();
   for (const fs::path& open : {exported, exported.parent_path()}) {
@@ -226,12 +228,12 @@ TEST_F(FixTest, WithoutTheJournalThatWasAskedForNothingIsRepaired) {
   // Its name is the time, and the clock stands still.
   copy.write("machine.ini", copy.read("machine.ini") + "\nnow=2026-01-31T13:45:06\n");
   fs::create_directory(programFolder() / "31.01.2026 t 13.45.06.txt");
-  EXPECT_EQ(run({"fix", "--yes"}), failed);
+  EXPECT_EQ(run({"fix", "--all", "--yes"}), failed);
   EXPECT_NE(error.str().find("Nothing was repaired: the undo journal"), std::string::npos)
       << error.str();
   EXPECT_EQ(content(), before);
   EXPECT_TRUE(fs::is_empty(programFolder() / "backup" / "registry"));
-  EXPECT_NE(run({"fix", "--yes", "--no-backup"}), failed);
+  EXPECT_NE(run({"fix", "--all", "--yes", "--no-backup"}), failed);
   EXPECT_NE(content(), before);
 }
 
@@ -270,6 +272,13 @@ TEST_F(FixTest, TheReportGoesToAFileOfTheHost) {
   const fs::path report = copy.path() / "report.txt";
   run({"scan", "--only", "fonts", "--report", report.string()});
   EXPECT_GT(fs::file_size(report), 100U);
+  const std::string plain = copy.read("report.txt");
+  run({"scan", "--only", "fonts", "--report", report.string(), "--report-evidence"});
+  const std::string whole = copy.read("report.txt");
+  // Only the time may differ.
+  const std::size_t firstLine = plain.find('\n');
+  EXPECT_EQ(whole.substr(firstLine, plain.size() - firstLine), plain.substr(firstLine));
+  EXPECT_NE(whole.find("\r\n3  |  Unnamed Face (TrueType)  |  "), std::string::npos) << whole;
   EXPECT_THROW(run({"scan", "--report", (copy.path() / "none" / "report.txt").string()}),
                std::runtime_error);
 }

@@ -41,6 +41,7 @@ class InterruptedFixTest : public fixture::ComputerFixture {
     options.command = Command::Fix;
     options.rows = {1};
     options.answersYes = true;
+    options.safeguardChoices = {{&Safeguards::careful, false, "--all"}};
     GivenComputer computer;
     computer.isLive = isLive;
     std::ostringstream out;

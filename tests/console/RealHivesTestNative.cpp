@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <set>
 #include <sstream>
 
 #include "console/Commands.h"
@@ -41,11 +42,16 @@ class RealHives : public ::testing::Test {
     std::ostringstream out;
     std::ostringstream error;
     runCommand(parsed.options, *computer, {.out = out, .error = error});
-    EXPECT_EQ(error.str(), "");
+    // These disks are hives alone, so nothing that names a file is called dead, and that is said.
+    const bool isTold = error.str().find("This is implausible") != std::string::npos;
+    EXPECT_TRUE(error.str().empty() || isTold) << error.str();
+    const std::set<std::string> ofNoFile{"72", "122", "133", "155", "771"};
     Counts counts;
     const auto findings = fixture::parsedJson(out.str())["findings"];
     for (const auto& finding : findings) {
-      ++counts[finding["kindCode"]];
+      const std::string kind = finding["kindCode"];
+      ++counts[kind];
+      EXPECT_TRUE(finding["checked"] == false || ofNoFile.contains(kind)) << finding;
     }
     return counts;
   }

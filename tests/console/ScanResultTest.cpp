@@ -13,7 +13,15 @@ namespace {
 
 ScanResult sample() {
   return {{{1, "font", "Fonts", true, "1", "Finished"}, {2, "dll", "Shared DLLs", false, "", ""}},
-          {{"a,\"b\"", "C:\\x", "1", "HKEY_LOCAL_MACHINE", "Software", "a", true}}};
+          {{"a,\"b\"",
+            "C:\\x",
+            "1",
+            "HKEY_LOCAL_MACHINE",
+            "Software",
+            "a",
+            true,
+            {Confidence::Likely, {Reason::Absent, Reason::BareName}, {"C:\\x", "D:\\x"}}}},
+          {"half of it is gone"}};
 }
 
 TEST(JsonText, IsOneObjectWithTheFieldsInTheirOrder) {
@@ -23,9 +31,13 @@ TEST(JsonText, IsOneObjectWithTheFieldsInTheirOrder) {
   EXPECT_EQ(object["categories"][0].dump(),
             R"({"row":1,"key":"font","name":"Fonts","checked":true,"problems":"1",)"
             R"("status":"Finished"})");
-  EXPECT_EQ(object["findings"][0].dump(),
-            R"({"location":"a,\"b\"","badValue":"C:\\x","kindCode":"1",)"
-            R"("rootName":"HKEY_LOCAL_MACHINE","subKey":"Software","iconKey":"a","checked":true})");
+  EXPECT_EQ(
+      object["findings"][0].dump(),
+      R"({"location":"a,\"b\"","badValue":"C:\\x","kindCode":"1",)"
+      R"("rootName":"HKEY_LOCAL_MACHINE","subKey":"Software","iconKey":"a","checked":true,)"
+      R"("confidence":"likely","reasons":["absent","bare-name"],"tested":["C:\\x","D:\\x"]})");
+  EXPECT_EQ(object["confidence"].dump(), R"({"sure":0,"likely":1,"unsure":0})");
+  EXPECT_EQ(object["implausible"].dump(), R"(["half of it is gone"])");
   EXPECT_EQ(text.back(), '\n');
 }
 
@@ -33,6 +45,8 @@ TEST(JsonText, HoldsEmptyListsWhenNothingWasFound) {
   const auto object = fixture::parsedJson(jsonText({}));
   EXPECT_TRUE(object["findings"].is_array());
   EXPECT_EQ(object["total"], 0);
+  EXPECT_EQ(object["implausible"].dump(), "[]");
+  EXPECT_EQ(object["confidence"]["unsure"], 0);
 }
 
 TEST(CsvText, IsPlainUtf8) {
@@ -43,8 +57,24 @@ TEST(CsvText, IsPlainUtf8) {
 
 TEST(CsvText, QuotesFieldsThatNeedIt) {
   EXPECT_EQ(csvText(sample()),
-            "location,badValue,kindCode,rootName,subKey,iconKey,checked\n"
-            "\"a,\"\"b\"\"\",C:\\x,1,HKEY_LOCAL_MACHINE,Software,a,true\n");
+            "location,badValue,kindCode,rootName,subKey,iconKey,checked,"
+            "confidence,reasons,tested\n"
+            "\"a,\"\"b\"\"\",C:\\x,1,HKEY_LOCAL_MACHINE,Software,a,true,"
+            "likely,absent bare-name,C:\\x | D:\\x\n");
+}
+
+TEST(JsonText, OfASearchHasTheSameMembersWithoutTheCategories) {
+  const auto scanned = fixture::parsedJson(jsonText(sample()));
+  auto searched = fixture::parsedJson(searchJsonText(sample()));
+  EXPECT_FALSE(searched.contains("categories"));
+  searched["categories"] = scanned["categories"];
+  EXPECT_EQ(searched, scanned);
+}
+
+TEST(CsvText, WhatWasTestedIsOneFieldThatNoSpreadsheetRuns) {
+  ScanResult result = sample();
+  result.findings[0].evidence.tested = {"=x", "a,b"};
+  EXPECT_TRUE(csvText(result).ends_with(",\"'=x | a,b\"\n")) << csvText(result);
 }
 
 TEST(CsvText, WhatASpreadsheetWouldRunGetsAnApostrophe) {
@@ -61,6 +91,8 @@ TEST(CsvText, WhatASpreadsheetWouldRunGetsAnApostrophe) {
 
 TEST(TableText, ShowsCategoriesFindingsAndTheirNumber) {
   const std::string text = tableText(sample(), 0);
+  EXPECT_NE(text.find("No.  Kind  Sure    Location"), std::string::npos) << text;
+  EXPECT_NE(text.find("  1     1  likely  a,"), std::string::npos) << text;
   EXPECT_NE(text.find("  1  Fonts        font         1  Finished\n"), std::string::npos) << text;
   EXPECT_NE(text.find("not ticked"), std::string::npos) << text;
   EXPECT_NE(text.find("HKLM\\Software"), std::string::npos) << text;
@@ -80,9 +112,17 @@ TEST(TableText, ARootHasItsShortNameIfThereIsOne) {
   }
 }
 
+TEST(TableText, OfASearchSaysHowSureARowIs) {
+  EXPECT_NE(searchTableText(sample(), 0).find("  1     1  likely  a,"), std::string::npos);
+}
+
 TEST(TableText, FitsATerminal) {
   ScanResult result = sample();
-  result.findings[0].subKey = std::string(300, 'k');
+  FindingResult& finding = result.findings[0];
+  for (std::string* cell : {&finding.location, &finding.badValue, &finding.subKey}) {
+    *cell = std::string(300, 'k');
+  }
+  finding.evidence.confidence = Confidence::Unsure;
   const std::string text = tableText(result, 80);
   for (std::size_t start = 0; start < text.size();) {
     const std::size_t end = text.find('\n', start);

@@ -40,6 +40,7 @@ class LayoutTest : public ::testing::Test {
       placed[each.parent(form)].push_back({&each.button(form), each.place});
     }
     placed[&form.Frame1].push_back({&form.View1, placeOf(form.View1)});
+    placed[&form.Frame1].push_back({&form.CarefulBox, placeOf(form.CarefulBox)});
     placed[&form.Frame2].push_back({&form.View2, placeOf(form.View2)});
     placed[&form.Frame2].push_back({&form.Picture1, placeOf(form.Picture1)});
     placed[&form.Frame3].push_back({&form.View3, placeOf(form.View3)});
@@ -96,6 +97,7 @@ TEST_F(LayoutTest, TheListMakesRoomForTheProgressOfAScan) {
   form.Frame8.visible = true;
   const Place list = categoryListPlace(form);
   EXPECT_LE(list.top + list.height, progressPanelPlace().top);
+  EXPECT_FALSE(overlap(placeOf(form.CarefulBox), progressPanelPlace()));
 }
 
 TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
@@ -126,6 +128,7 @@ TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
       {form.Label5, &form.Picture1},
       {form.Label6, &form.Picture1},
       {form.Label7, &form.Picture1},
+      {form.EvidenceText, &form.Picture1},
       {form.chameleonButton4, nullptr},
       {form.chameleonButton23, nullptr},
       {form.chameleonButton13, nullptr},

@@ -22,6 +22,7 @@ TEST_F(MainWindowTest, EveryControlHasAWindowOfTheSystemsClass) {
   EXPECT_NE(windowOf(form.cboFind, L"ComboBox"), nullptr);
   EXPECT_NE(windowOf(form.cboRoot, L"ComboBox"), nullptr);
   EXPECT_NE(windowOf(form.Check1, L"Button"), nullptr);
+  EXPECT_NE(windowOf(form.CarefulBox, L"Button"), nullptr);
   for (const CheckBox& box : form.SafeguardBoxes) {
     EXPECT_NE(windowOf(box, L"Button"), nullptr) << box.caption.get();
   }

@@ -9,8 +9,11 @@
 #include <memory>
 #include <vector>
 
+#include "evidence/Reasons.h"
+#include "evidence/TextLook.h"
 #include "machine/OfflineDiskFixture.h"
 #include "machine/security/Security.h"
+#include "runtime/ShortNames.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -143,6 +146,24 @@ TEST_F(NtfsDiskTest, AHiveThatAnotherProgramHasReplacedIsNotWritten) {
   std::filesystem::rename(disk.path() / "Users/Anna/other", disk.path() / anna);
   EXPECT_NE(refusal(), "");
   EXPECT_EQ(disk.read(anna), "other");
+}
+
+TEST_F(NtfsDiskTest, AShortNameStandsForTheNameThatTheDriverTells) {
+  disk.write("Program Files/Real Program/tool with a name.exe", "");
+  set("Program Files", "system.ntfs_dos_name", "PROGRA~1");
+  set("Program Files/Real Program/tool with a name.exe", "system.ntfs_dos_name", "TOOLWI~1.EXE");
+  open();
+  const machine::Running running(*computer);
+  EXPECT_EQ(withLongNames("C:\\progra~1\\Real Program\\TOOLWI~1.EXE"),
+            "C:\\Program Files\\Real Program\\tool with a name.exe");
+  EXPECT_EQ(withLongNames("C:\\PROGRA~2\\x~1.exe"), "C:\\PROGRA~2\\x~1.exe");
+  TextLook look(Shares::Refused);
+  EXPECT_EQ(
+      reasonCodes(look.at("C:\\PROGRA~1\\Real Program\\TOOLWI~1.EXE /x", {}, Reading::Command)),
+      "found");
+  EXPECT_EQ(reasonCodes(look.at("C:\\PROGRA~1\\gone.exe", {}, Reading::Command)), "absent");
+  EXPECT_EQ(reasonCodes(look.at("C:\\PROGRA~2\\gone.exe", {}, Reading::Command)),
+            "absent parent-absent short-name");
 }
 
 }  // namespace

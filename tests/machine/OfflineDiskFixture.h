@@ -139,6 +139,15 @@ class OfflineDiskTest : public ::testing::Test {
     return contentOf(disk.path() / file);
   }
 
+  // Makes the two sequence numbers in a hive's header differ by setting the one at this offset.
+  void makeUnclean(const std::string& file, std::size_t offset) const {
+    std::string bytes = disk.read(file);
+    constexpr std::size_t checksum = 0x1FC;
+    bytes[checksum] = static_cast<char>(bytes[checksum] ^ bytes[offset] ^ 77);
+    bytes[offset] = 77;
+    disk.write(file, bytes);
+  }
+
   // All files on the disk with their bytes.
   [[nodiscard]] std::map<std::string, std::string> allFiles() const {
     std::map<std::string, std::string> files;

@@ -39,15 +39,6 @@ class OfflineSaveSafetyTest : public OfflineDiskTest {
     const std::array<timespec, 2> times{{{seconds, 0}, {seconds, 0}}};
     ASSERT_EQ(utimensat(AT_FDCWD, (disk.path() / file).c_str(), times.data(), 0), 0);
   }
-
-  // Makes the two sequence numbers in a hive's header differ by setting the one at this offset.
-  void makeUnclean(const std::string& file, std::size_t offset) {
-    std::string bytes = disk.read(file);
-    constexpr std::size_t checksum = 0x1FC;
-    bytes[checksum] = static_cast<char>(bytes[checksum] ^ bytes[offset] ^ 77);
-    bytes[offset] = 77;
-    disk.write(file, bytes);
-  }
 };
 
 // A transaction log with one group of pages.

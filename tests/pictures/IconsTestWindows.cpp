@@ -8,7 +8,9 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
+#include "evidence/Reasons.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
 
@@ -52,6 +54,26 @@ TEST(Icons, NoTwoCategoriesShareAPicture) {
       ASSERT_TRUE(first && second);
       EXPECT_FALSE(std::ranges::equal(first->coverage, second->coverage)) << one.icon;
     }
+  }
+}
+
+// Beside it stands the picture of its category.
+TEST(Icons, EachConfidenceHasAMarkLikeNoOtherPicture) {
+  constexpr int markedly = 24;
+  std::vector<IconShape> others;
+  for (const Category& category : categories()) {
+    others.push_back(iconShape(category.icon, 16).value());
+  }
+  for (const Confidence confidence : {Confidence::Sure, Confidence::Likely, Confidence::Unsure}) {
+    const IconShape mark = iconShape(codeOf(confidence), 16).value();
+    for (const IconShape& other : others) {
+      int different = 0;
+      for (std::size_t pixel = 0; pixel < mark.coverage.size(); ++pixel) {
+        different += (mark.coverage[pixel] > 127) != (other.coverage[pixel] > 127) ? 1 : 0;
+      }
+      EXPECT_GT(different, markedly) << codeOf(confidence);
+    }
+    others.push_back(mark);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "support/PlantedEvidence.h"
 #include "text/Wide.h"
 #include "undo/JournalFile.h"
 #include "undo/UndoStores.h"
@@ -48,6 +49,23 @@ TEST_F(RepairDriverTest, AsksOnceWithAQuestion) {
   EXPECT_EQ(messages[0].text, "Do You want to Fix selected items");
   EXPECT_TRUE(messages[0].isQuestion);
   EXPECT_EQ(messages[0].icon, MessageIcon::Question);
+}
+
+TEST_F(RepairDriverTest, TheQuestionSaysHowSureTheRowsAreUnlessThatIsLifted) {
+  form.safeguards.careful = true;
+  add("a");
+  fixture::plantEvidence(form, 1, {.confidence = Confidence::Likely, .reasons = {}, .tested = {}});
+  add("b");
+  form.View2.setChecked(2, false);
+  answer = Answer::No;
+  runRepair(form);
+  form.safeguards.careful = false;
+  runRepair(form);
+  ASSERT_EQ(messages.size(), 2U);
+  EXPECT_EQ(messages[0].text,
+            "Do You want to Fix selected items\n\n"
+            "none surely dead, 1 likely, 1 unsure and left alone");
+  EXPECT_EQ(messages[1].text, "Do You want to Fix selected items");
 }
 
 TEST_F(RepairDriverTest, ANoLeavesEverythingAsItWas) {

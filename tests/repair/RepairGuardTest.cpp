@@ -100,7 +100,8 @@ TEST_F(RepairGuardTest, AHelpFoldersTextIsNoKeyEither) {
   repairFound(cln71);
   EXPECT_EQ(found, 1U);
   EXPECT_EQ(storedText(machineClasses + "GuardTest\\shell\\HELPDIR", ""), "living");
-  EXPECT_FALSE(hasKey(machineClasses + "TypeLib\\{GuardTest}\\1.0\\HELPDIR"));
+  // Where such a text begins is not known, so it is not certain that its folder is gone.
+  EXPECT_TRUE(hasKey(machineClasses + "TypeLib\\{GuardTest}\\1.0\\HELPDIR"));
 }
 
 TEST_F(RepairGuardTest, AnExtensionThatTheUserHasChosenAProgramForStays) {

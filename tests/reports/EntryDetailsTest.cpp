@@ -52,5 +52,41 @@ TEST_F(EntryDetailsTest, TheSentenceIsTheSameForEachKind) {
   EXPECT_EQ(form.Label7.caption.get(), first);
 }
 
+TEST_F(EntryDetailsTest, ASecondSentenceSaysHowSureItIsAndWhy) {
+  add("C:\\a.exe", "gone", "2");
+  add("\\\\server\\a.exe", "far", "2");
+  form.evidence = {
+      {.confidence = Confidence::Unsure, .reasons = {Reason::Absent, Reason::Share}, .tested = {}},
+      {.confidence = Confidence::Sure, .reasons = {Reason::Absent}, .tested = {}}};
+  form.View2.setItemData(1, 2);
+  form.View2.setItemData(2, 1);
+  View2_ItemClick(form, 1);
+  EXPECT_EQ(form.EvidenceText.caption.get(), "Sure. What it names does not exist.");
+  View2_ItemClick(form, 2);
+  EXPECT_EQ(form.EvidenceText.caption.get(),
+            "Unsure. It names a file on another computer, which is not asked.");
+}
+
+TEST_F(EntryDetailsTest, TheSecondSentenceIsInTheLanguageInUse) {
+  form.programFolder = "C:\\EntryDetailsTest";
+  form.langFileName = "own.lang";
+  makeFile("C:\\EntryDetailsTest\\lang\\own.lang",
+           "[Evidence]\nlikely=Fast\nshared-count=Viele.\n");
+  form.evidence = {
+      {.confidence = Confidence::Likely, .reasons = {Reason::SharedCount}, .tested = {}}};
+  add("C:\\a.exe", "gone", "2");
+  form.View2.setItemData(1, 1);
+  EXPECT_EQ(evidenceText(form, 1), "Fast. Viele.");
+}
+
+TEST_F(EntryDetailsTest, WithoutASecondLookThereIsNoSecondSentence) {
+  form.evidence = {{.confidence = Confidence::Sure, .reasons = {Reason::Absent}, .tested = {}}};
+  add("C:\\a.exe", "gone", "2");
+  form.EvidenceText.caption = "of another row";
+  View2_ItemClick(form, 1);
+  EXPECT_EQ(form.EvidenceText.caption.get(), "");
+  EXPECT_EQ(evidenceText(form, 2), "");
+}
+
 }  // namespace
 }  // namespace zelvreg

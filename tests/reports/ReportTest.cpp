@@ -3,6 +3,7 @@
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
+#include "support/PlantedEvidence.h"
 #include "text/Pattern.h"
 
 namespace zelvreg {
@@ -63,6 +64,27 @@ TEST_F(ReportTest, AnEmptyFirstFieldKeepsItsPlace) {
   add("", "value");
   EXPECT_NE(middle().find("\r\n  |  HKEY_USERS  |  Software\\Key  |  value\r\n"),
             std::string::npos);
+}
+
+TEST_F(ReportTest, TheEvidenceIsASectionOfItsOwn) {
+  add(" first ", "C:\\a.exe");
+  add("second", "b");
+  const std::string before = reportText(form);
+  fixture::plantEvidence(form, 1,
+                         {.confidence = Confidence::Likely,
+                          .reasons = {Reason::Absent, Reason::BareName},
+                          .tested = {"C:\\a.exe", "D:\\\x1b[2J\r\n"}});
+  EXPECT_EQ(reportText(form).substr(before.find("\r\n")), before.substr(before.find("\r\n")));
+  EXPECT_EQ(evidenceText(form),
+            "\r\nHow Sure Each Bad Entry Is\r\n" + rule +
+                "1  |  first  |  likely  |  absent bare-name\r\n"
+                "    It names a file without its folder, and the file is in none of the usual "
+                "folders.\r\n"
+                "    C:\\a.exe\r\n"
+                "    D:\\ [2J  \r\n"
+                "2  |  second  |  unsure  |  not-examined\r\n"
+                "    The entry was not examined a second time.\r\n" +
+                rule);
 }
 
 TEST_F(ReportTest, TheTotalIsFilledToTheNextColumnOfFourteen) {

@@ -96,7 +96,7 @@ class QuietScanTest : public ::testing::Test {
   // A new computer, with texts that lead to shares, and a file that hides from look-ups.
   void startAnew() {
     machine::Machine& computer = everyKind.restart();
-    computer.drives().setRemote(u'Z');
+    computer.drives().setType(u'z', DRIVE_REMOTE);
     computer.environment().set(u"REMOTE", u"\\\\server\\share");
     computer.environment().set(u"AFAR", u"Z:");
     int number = 0;

@@ -54,7 +54,7 @@ TEST_F(LanguageFontTest, ReachesListsFramesAndLabels) {
               &form.Frame8, &form.Picture1, &form.pictrlang},
              "frame");
   expectFont({&form.Label1, &form.Label3, &form.Label4, &form.Label5, &form.Label6, &form.Label7,
-              &form.Label10},
+              &form.Label10, &form.EvidenceText},
              "label");
   expectFont(each(form.Label2), "Label2");
   expectFont(each(form.Label8), "Label8");
@@ -83,7 +83,8 @@ TEST_F(LanguageFontTest, ReachesTheControlsOfTheSearch) {
   expectFont({&form.Check1, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase, &form.Option1,
               &form.Option2, &form.Option3, &form.Option4, &form.cboFind, &form.cboRoot},
              "search");
-  expectFont({&form.SafeguardBoxes.front(), &form.SafeguardBoxes.back()}, "safeguards");
+  expectFont({&form.SafeguardBoxes.front(), &form.SafeguardBoxes.back(), &form.CarefulBox},
+             "safeguards");
 }
 
 TEST_F(LanguageFontTest, DoesNotReachTheEntriesOfThePicker) {

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "evidence/Reasons.h"
 #include "languages/readlangfile.h"
 #include "scan/CategoryTable.h"
 #include "shell/Captions.h"
@@ -36,6 +37,8 @@ constexpr Language shipped[] = {
     {"english", "English", 0}, {"german", "Deutsch", 0},       {"french", "Français", 0},
     {"spanish", "Español", 0}, {"portuguese", "Português", 0}, {"polish", "Polski", 238},
 };
+
+constexpr Confidence allConfidences[] = {Confidence::Unsure, Confidence::Likely, Confidence::Sure};
 
 class LanguagesTest : public fixture::ComputerFixture {
  protected:
@@ -125,6 +128,12 @@ TEST_F(LanguagesTest, EveryLanguageHasATextOfItsOwnForEveryKey) {
     for (const char* key : {"Label2(3)", "Label2(2)", "Label2(1)", "Label2(0)", "Label222(1)"}) {
       keys.emplace_back("frmabout", key);
     }
+    for (const ReasonRule& rule : reasonRules()) {
+      keys.emplace_back("Evidence", rule.code);
+    }
+    for (const Confidence confidence : allConfidences) {
+      keys.emplace_back("Evidence", codeOf(confidence));
+    }
     const std::string content = assetText("zelvreg-" + std::string(language.tag) + ".lang");
     for (const auto& [section, key] : keys) {
       EXPECT_NE(ReadLangValue(file, section, key, language.charset), "")
@@ -145,6 +154,26 @@ TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {
       EXPECT_EQ(ReadLangValue(file, "Form42", caption.key, 0), made) << caption.key;
     }
   }
+}
+
+TEST_F(LanguagesTest, EnglishTextsOfTheEvidenceAreThoseWithoutALanguageFile) {
+  Form42 withoutFile;
+  choose("english");
+  for (const ReasonRule& rule : reasonRules()) {
+    const Evidence evidence{
+        .confidence = Confidence::Unsure, .reasons = {rule.reason}, .tested = {}};
+    EXPECT_EQ(sentenceOf(form, evidence), rule.sentence);
+  }
+  for (const Confidence confidence : allConfidences) {
+    EXPECT_EQ(wordOf(form, confidence), wordOf(withoutFile, confidence));
+  }
+}
+
+TEST_F(LanguagesTest, ADescribedRowIsForgottenWithItsLanguage) {
+  form.EvidenceText.caption = "Sure. What it names does not exist.";
+  choose("german");
+  EXPECT_EQ(form.Label7.caption.get(), readLanguageText(form, "Form42", "Label7"));
+  EXPECT_EQ(form.EvidenceText.caption.get(), "");
 }
 
 TEST_F(LanguagesTest, EachCaptionGoesOnlyToItsControl) {

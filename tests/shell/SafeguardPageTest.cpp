@@ -24,9 +24,18 @@ class SafeguardPageTest : public fixture::ComputerFixture {
     removeKey(policies);
   }
 
-  void press(std::size_t index) {
-    form.SafeguardBoxes[index].value = !form.SafeguardBoxes[index].value;
-    form.SafeguardBoxes[index].click();
+  static void press(CheckBox& box) {
+    box.value = !box.value;
+    box.click();
+  }
+  void press(std::size_t index) { press(form.SafeguardBoxes[index]); }
+
+  // A row of the results with a tick.
+  void addRow(Confidence confidence) {
+    const std::size_t row = form.View2.add("row");
+    form.evidence.push_back({.confidence = confidence, .reasons = {Reason::Absent}, .tested = {}});
+    form.View2.setItemData(row, form.evidence.size());
+    form.View2.setChecked(row, true);
   }
 };
 
@@ -84,6 +93,72 @@ TEST_F(SafeguardPageTest, ABoxDoesNotChangeWhatIsAlreadyRunning) {
   form.safeguards = {};
   form.chameleonButton1.click();
   press(letterBox);
+  EXPECT_EQ(form.safeguards, Safeguards{});
+}
+
+TEST_F(SafeguardPageTest, CarefulIsOnAtFirstAndKeptInTheSettings) {
+  EXPECT_FALSE(form.CarefulBox.value);
+  form.orubutton4.click();
+  EXPECT_TRUE(form.Frame1.visible);
+  EXPECT_TRUE(form.CarefulBox.value);
+  EXPECT_TRUE(form.CarefulBox.enabled);
+  press(form.CarefulBox);
+  EXPECT_EQ(storedText(settings, "careful"), "0");
+  EXPECT_FALSE(form.CarefulBox.value);
+  EXPECT_FALSE(safeguardsNow(form).careful);
+  press(form.CarefulBox);
+  EXPECT_EQ(storedText(settings, "careful"), "1");
+  EXPECT_TRUE(safeguardsNow(form).careful);
+}
+
+TEST_F(SafeguardPageTest, CarefulIsReadWhenTheProgramStarts) {
+  setText(settings, "careful", "0");
+  Form_Load(form);
+  EXPECT_FALSE(form.CarefulBox.value);
+  setText(settings, "careful", "1");
+  Form42 next;
+  Form_Load(next);
+  EXPECT_TRUE(next.CarefulBox.value);
+}
+
+TEST_F(SafeguardPageTest, CarefulCannotBeChangedAgainstAPolicyOrWithAllLifted) {
+  setText(policies, "careful", "0");
+  form.orubutton4.click();
+  EXPECT_FALSE(form.CarefulBox.value);
+  EXPECT_FALSE(form.CarefulBox.enabled);
+  removeKey(policies);
+  form.orubutton4.click();
+  EXPECT_TRUE(form.CarefulBox.value);
+  EXPECT_TRUE(form.CarefulBox.enabled);
+  press(letterBox);
+  EXPECT_FALSE(form.CarefulBox.value);
+  EXPECT_FALSE(form.CarefulBox.enabled);
+}
+
+TEST_F(SafeguardPageTest, CarefulTakesTheTicksOfUnsureRowsAndNeverGivesOne) {
+  setText(settings, "careful", "0");
+  form.orubutton4.click();
+  for (const Confidence confidence :
+       {Confidence::Sure, Confidence::Sure, Confidence::Likely, Confidence::Unsure}) {
+    addRow(confidence);
+  }
+  form.View2.setChecked(1, false);
+  press(form.CarefulBox);
+  EXPECT_FALSE(form.View2.isChecked(1));
+  EXPECT_TRUE(form.View2.isChecked(2));
+  EXPECT_TRUE(form.View2.isChecked(3));
+  EXPECT_FALSE(form.View2.isChecked(4));
+  press(form.CarefulBox);
+  EXPECT_FALSE(form.View2.isChecked(1));
+  EXPECT_FALSE(form.View2.isChecked(4));
+}
+
+TEST_F(SafeguardPageTest, CarefulHoldsForTheScanThatRuns) {
+  form.safeguards = {};
+  form.orubutton4.click();
+  press(form.CarefulBox);
+  EXPECT_EQ(form.safeguards, (Safeguards{.careful = false}));
+  press(form.CarefulBox);
   EXPECT_EQ(form.safeguards, Safeguards{});
 }
 

@@ -74,6 +74,7 @@ inline constexpr LONG ERROR_DIR_NOT_EMPTY = 145;
 inline constexpr LONG ERROR_BAD_PATHNAME = 161;
 inline constexpr LONG ERROR_ALREADY_EXISTS = 183;
 inline constexpr LONG ERROR_ENVVAR_NOT_FOUND = 203;
+inline constexpr LONG ERROR_FILENAME_EXCED_RANGE = 206;
 inline constexpr LONG ERROR_MORE_DATA = 234;
 inline constexpr LONG ERROR_NO_MORE_ITEMS = 259;
 inline constexpr LONG ERROR_BADKEY = 1010;
@@ -85,6 +86,10 @@ inline constexpr LONG ERROR_INVALID_ACL = 1336;
 inline constexpr LONG ERROR_INVALID_SID = 1337;
 inline constexpr LONG ERROR_INVALID_SECURITY_DESCR = 1338;
 inline constexpr LONG ERROR_ALLOTTED_SPACE_EXCEEDED = 1344;
+inline constexpr LONG ERROR_CANT_ACCESS_FILE = 1920;
+inline constexpr LONG ERROR_CANT_RESOLVE_FILENAME = 1921;
+inline constexpr LONG ERROR_NOT_A_REPARSE_POINT = 4390;
+inline constexpr LONG ERROR_REPARSE_TAG_MISMATCH = 4394;
 
 // Registry.
 #define ZELVREG_PREDEFINED_KEY(number) \
@@ -360,6 +365,7 @@ inline constexpr DWORD FILE_ATTRIBUTE_SYSTEM = 0x04;
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
 inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x20;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
 inline constexpr DWORD FILE_FLAG_OPEN_REPARSE_POINT = 0x00200000;
 inline constexpr DWORD FILE_SHARE_READ = 1;
 inline constexpr DWORD FILE_SHARE_WRITE = 2;

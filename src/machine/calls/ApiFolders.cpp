@@ -56,6 +56,14 @@ void writeOutFolder(const std::string& folder) {
   if (handle.isOpen()) fsync(handle.get());
 }
 
+// A file's own list, or that of its folder, lets its attributes be read. Folders above that deny
+// everything are passed through, as by everybody on Windows.
+bool mayBeSeen(const Machine& machine, const Place& place) {
+  return !machine.drives().records().hasAnySecurity() ||
+         grantedOn(machine, place.path, fileReadAttributes) != 0 ||
+         grantedOn(machine, parentPath(place.path), fileReadData) != 0;
+}
+
 // Whether moving a file takes more than its name in these rights.
 LONG mayMove(const Machine& machine, const Place& from, const Place& to, DWORD flags) {
   if (!from.exists()) return from.error;
@@ -129,16 +137,17 @@ DWORD GetFileAttributesW(LPCWSTR path) {
   if (const auto fault = machine->faults().next(ApiCall::GetFileAttributes)) return refused(*fault);
   const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return refused(place.error);
+  if (!mayBeSeen(*machine, place)) return refused(ERROR_ACCESS_DENIED);
   return machine->drives().records().attributes(place.path, place.isFolder);
 }
 
-// Drives are fixed disks, unless one is said to be remote; of a letter without a folder nothing is
-// known, or there is no such drive.
+// Drives are fixed disks, unless one is said to be another kind; of a letter without a folder
+// nothing is known, or there is no such drive.
 UINT GetDriveTypeW(LPCWSTR root) {
   Machine* machine = machineInForce();
   if (machine == nullptr || root == nullptr) return DRIVE_UNKNOWN;
   const std::u16string_view path = root;
-  if (machine->drives().isRemote(path)) return DRIVE_REMOTE;
+  if (const UINT type = machine->drives().typeOf(path); type != 0) return type;
   // Asked before each file that is looked for, almost always with the root itself.
   const bool isRoot = path.size() == 3 && path[1] == u':' && isSeparator(path[2]);
   const bool isThere =

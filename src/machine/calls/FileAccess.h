@@ -17,6 +17,7 @@ inline constexpr ACCESS_MASK fileReadData = 0x1;
 inline constexpr ACCESS_MASK fileWriteData = 0x2;   // of a folder: to make a file in it
 inline constexpr ACCESS_MASK fileAppendData = 0x4;  // of a folder: to make a folder in it
 inline constexpr ACCESS_MASK fileDeleteChild = 0x40;
+inline constexpr ACCESS_MASK fileReadAttributes = 0x80;
 inline constexpr ACCESS_MASK fileWriteAttributes = 0x100;
 
 // The Windows code for an error number of this system.

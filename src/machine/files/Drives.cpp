@@ -52,7 +52,8 @@ class Walk {
       if (name == nullptr) return missing(step);
       if (name->kind == NameKind::Link) {
         const std::string target = targetOf(file + "/" + name->name);
-        if (++links > mostLinks || target.empty()) return missing(step);
+        if (++links > mostLinks || target.empty()) return ERROR_CANT_RESOLVE_FILENAME;
+        ownLeft = std::min(ownLeft, pending.size());
         if (!follow(target)) return outside;
         continue;
       }
@@ -77,6 +78,7 @@ class Walk {
 
   LONG missing(const Step& step) {
     if (!listings.isSurelyMissing(file, step.name)) return ERROR_ACCESS_DENIED;
+    if (pending.size() >= ownLeft) return ERROR_CANT_RESOLVE_FILENAME;
     file += "/" + utf8(step.name);
     return pending.empty() ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
   }
@@ -108,6 +110,8 @@ class Walk {
   const std::string& root;
   std::string file;
   std::vector<Step> pending;  // the next one last
+  // How many of them are left once the target of a link is reached: more belong to that target.
+  std::size_t ownLeft = std::string::npos;
   bool isFolder = true;
   int links = 0;
 };
@@ -210,7 +214,8 @@ Place Drives::walk(const PathName& path) {
   }
   Walk way(listings, root->second);
   way.addStepsInFront(stepsOf(path));
-  place.error = way.go(missingDriveError());
+  place.error =
+      way.go(settings.missingDrivesAreUnknown ? ERROR_NOT_READY : ERROR_CANT_RESOLVE_FILENAME);
   place.isFolder = place.exists() && way.leadsToFolder();
   // A separator after a name says that it is a folder's.
   if (path.endsInSeparator && place.exists() && !place.isFolder) place.error = ERROR_INVALID_NAME;

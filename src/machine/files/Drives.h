@@ -69,10 +69,13 @@ class Drives {
 
   // Whether a letter, in either case, is a drive.
   [[nodiscard]] bool hasDrive(char16_t letter) const;
-  // Says that a letter is a drive of another computer.
-  void setRemote(char16_t letter) { remote = letter; }
-  [[nodiscard]] bool isRemote(std::u16string_view path) const {
-    return remote != 0 && !path.empty() && (path.front() | 0x20) == (remote | 0x20);
+  // Says that a letter, in lower case, is another kind of drive than a fixed disk: DRIVE_REMOTE,
+  // DRIVE_REMOVABLE.
+  void setType(char16_t letter, UINT type) { types[letter] = type; }
+  // What was said of the drive of a path; 0 if nothing was.
+  [[nodiscard]] UINT typeOf(std::u16string_view path) const {
+    const auto found = path.empty() ? types.end() : types.find(path.front() | 0x20);
+    return found == types.end() ? 0 : found->second;
   }
 
   // The names in a folder that find() gave, in upper-case order.
@@ -101,7 +104,7 @@ class Drives {
   PathName windows;
   std::map<char, std::string> roots;  // canonical, without a separator at the end
   std::vector<Lent> lent;
-  char16_t remote = 0;
+  std::map<char16_t, UINT> types;
   FolderListings listings;
   FileRecords fileRecords;
 };

@@ -26,6 +26,7 @@ class FileRecords {
   // The default list unless one is said.
   [[nodiscard]] const SecurityDescriptor& security(std::string_view path) const;
   [[nodiscard]] bool hasSecurity(std::string_view path) const;
+  [[nodiscard]] bool hasAnySecurity() const { return !securityOf.empty(); }
   void setSecurity(std::string_view path, SecurityDescriptor descriptor);
 
   // A deleted file loses its record; a moved file or folder takes those of all below it along.

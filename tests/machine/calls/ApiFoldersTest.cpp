@@ -124,7 +124,7 @@ TEST_F(ApiFoldersTest, TellsAttributesAndWhyThereAreNone) {
 
 TEST_F(ApiFoldersTest, TellsWhatADriveIs) {
   folder(R"(C:\f)");
-  start().drives().setRemote(u'Z');
+  start().drives().setType(u'z', DRIVE_REMOTE);
   for (const LPCWSTR path : {u"C:\\", u"c:/", u"C:", u"C:\\f\\"}) {
     EXPECT_EQ(GetDriveTypeW(path), DRIVE_FIXED) << utf8(path);
   }

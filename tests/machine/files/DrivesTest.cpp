@@ -87,7 +87,7 @@ TEST_F(DrivesTest, ANameInOtherBytesThanUtf8StandsForNoFile) {
   EXPECT_NE(drives().find(u"C:\\b\U0001F600").error, ERROR_SUCCESS);
   link("a\xFF", "C/link");
   disk.write("C/a\uFFFD", "");
-  EXPECT_EQ(drives().find(u"C:\\link").error, ERROR_PATH_NOT_FOUND);
+  EXPECT_EQ(drives().find(u"C:\\link").error, ERROR_CANT_RESOLVE_FILENAME);
 }
 
 TEST_F(DrivesTest, BesideANameInOtherBytesOnlyPlainNamesAreSurelyMissing) {
@@ -183,16 +183,25 @@ TEST_F(DrivesTest, NeverFollowsALinkThatLeavesTheDrive) {
   for (const char* path :
        {"C:\\root", "C:\\root\\etc", "C:\\up", "C:\\up\\secret\\a.txt", "C:\\deep\\file.txt",
         "C:\\absolute\\a.txt", "C:\\chain.txt", "C:\\tricky\\a.txt", "C:\\prefix\\a.txt"}) {
-    EXPECT_EQ(errorOf(path), ERROR_PATH_NOT_FOUND) << path;
+    EXPECT_EQ(errorOf(path), ERROR_CANT_RESOLVE_FILENAME) << path;
   }
 }
 
-TEST_F(DrivesTest, ALinkInACircleOrToNothingIsNotThere) {
+TEST_F(DrivesTest, ALinkInACircleOrToNothingCannotBeResolved) {
   link("b", "C/a");
   link("a", "C/b");
   link("nothing", "C/broken");
-  EXPECT_NE(errorOf("C:\\a"), ERROR_SUCCESS);
-  EXPECT_EQ(errorOf("C:\\broken"), ERROR_FILE_NOT_FOUND);
+  link("nothing/deep", "C/brokenBelow");
+  for (const char* path : {"C:\\a", "C:\\broken", "C:\\broken\\file", "C:\\brokenBelow"}) {
+    EXPECT_EQ(errorOf(path), ERROR_CANT_RESOLVE_FILENAME) << path;
+  }
+}
+
+TEST_F(DrivesTest, WhatIsMissingBehindALinkThatLeadsSomewhereIsMissing) {
+  disk.makeFolder("C/Real");
+  link("Real", "C/link");
+  EXPECT_EQ(errorOf("C:\\link\\file"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(errorOf("C:\\link\\folder\\file"), ERROR_PATH_NOT_FOUND);
 }
 
 TEST_F(DrivesTest, TheDrivesFolderItselfMayBeALink) {

@@ -24,13 +24,27 @@ def plain(finding):
     return location, bad, kind, root, key
 
 
+def _of(finding):
+    return plain(tuple(finding[name] for name in FIELDS))
+
+
 def of_json(text):
-    return {plain(tuple(each[name] for name in FIELDS)) for each in json.loads(text)["findings"]}
+    return {_of(each) for each in json.loads(text)["findings"]}
+
+
+def confidences_of_json(text):
+    """{finding: "sure", "likely" or "unsure"}"""
+    return {_of(each): each["confidence"] for each in json.loads(text)["findings"]}
 
 
 def of_list(results):
     """The findings of the window's results list; its columns are their fields."""
     return {plain(tuple(row["cells"])) for row in results.rows}
+
+
+def ticked_of_list(results):
+    """Those of them that are ticked."""
+    return {plain(tuple(row["cells"])) for row in results.rows if row["ticked"]}
 
 
 def seen_in_wine(native):

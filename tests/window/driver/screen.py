@@ -203,6 +203,11 @@ class Screen:
             return None
         return wait_until(f"the row “{text}” comes into view", look)
 
+    def mark(self, heading, text):
+        """What stands between the tick and the icon of a row, as one text for its pixels."""
+        left, top, _, height = self.row_in_view(heading, text)["place"]
+        return self.display.pixels(left + 33, top + 1, 22, height - 3)
+
     def click_row(self, heading, text, times=1, button=1):
         left, top, _, height = self.row_in_view(heading, text)["place"]
         # To the right of the check box.

@@ -9,6 +9,7 @@ CURRENT = "Software\\Microsoft\\Windows\\CurrentVersion"
 LIVING = ["users/Иван/app.exe", "ポケット/x.exe", "windows/Fonts/予.ttf"]
 FIREWALL = ("SYSTEM\\CurrentControlSet\\services\\SharedAccess\\Parameters\\FirewallPolicy\\"
             "FirewallRules")
+# Of the programs more are there than not, or none would be called dead.
 REGISTRY = rf"""[HKEY_LOCAL_MACHINE\{CURRENT}\Run]
 "Иван"="C:\\Users\\Иван\\app.exe"
 "Пётр"="C:\\Users\\Иван\\gone.exe"
@@ -26,6 +27,15 @@ REGISTRY = rf"""[HKEY_LOCAL_MACHINE\{CURRENT}\Run]
 [HKEY_CURRENT_USER\Software\Ветер]
 "Живой"="C:\\Users\\Иван\\app.exe"
 "Путь"="C:\\Users\\Иван\\ветер.txt"
+
+[HKEY_LOCAL_MACHINE\{CURRENT}\App Paths\Иван.exe]
+@="C:\\Users\\Иван\\app.exe"
+
+[HKEY_LOCAL_MACHINE\{CURRENT}\App Paths\Пётр.exe]
+@="C:\\Users\\Иван\\app.exe"
+
+[HKEY_LOCAL_MACHINE\{CURRENT}\App Paths\ポ.exe]
+@="C:\\ポケット\\x.exe"
 
 [HKEY_LOCAL_MACHINE\{CURRENT}\App Paths\😀.exe]
 @="C:\\App\\😀\\gone.exe"

@@ -1,0 +1,76 @@
+// The entry of the registry that a finding names, as it stands there now.
+#ifndef ZELVREG_EVIDENCE_ENTRY_H
+#define ZELVREG_EVIDENCE_ENTRY_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "evidence/OwnerVariables.h"
+#include "evidence/TruePlaces.h"
+
+namespace zelvreg {
+
+struct Form42;
+
+enum class EntryIs : std::uint8_t { There, Gone, Denied };
+
+struct Entry {
+  EntryIs state = EntryIs::Gone;
+  TruePlace key;                       // where it is, or would be
+  std::optional<std::u16string> name;  // of the value; without one the key itself is named
+  DWORD type = REG_NONE;
+  std::string text;  // of a single text, as it is; empty for any other type
+
+  // Whether programs of the 32-bit view read it.
+  [[nodiscard]] ProgramView view() const;
+};
+
+// Reads what rows name. Rows of one list follow each other, so the key of the last one stays open.
+class EntryReader {
+ public:
+  // A key of which only the default value was judged comes with that value.
+  Entry entryOf(const Form42& form, std::size_t row, int code);
+
+ private:
+  struct OpenPlace {
+    TruePlace place;
+    WideKey key;
+  };
+  const std::vector<OpenPlace>& open(HiveHandle root, const std::string& key);
+
+  HiveHandle lastRoot = HiveHandle::Unknown;
+  std::string lastKey;
+  std::vector<OpenPlace> places;
+};
+
+// A value beside or below an entry; empty if it does not exist or is no single text.
+std::string textBeside(const Entry& entry, const std::u16string& name);
+// The type of such a value; std::nullopt if it does not exist.
+std::optional<DWORD> typeBeside(const Entry& entry, const std::u16string& name);
+
+// What a key holds. Nothing for one that does not exist or cannot be read.
+struct KeyContent {
+  bool isDenied = false;
+  std::vector<WideValue> values;
+  std::vector<std::u16string> subkeys;
+
+  [[nodiscard]] bool hasNamedValue() const;
+};
+KeyContent contentOf(const TruePlace& key);
+
+// Whether the key or anything below it, some levels deep, holds a value.
+bool holdsValues(const TruePlace& key, int levels);
+
+// Whether a component carries out a command, whatever the text of its key says; also if the verb
+// cannot be read.
+bool hasOtherHandler(const Entry& command);
+
+// The key above; the root itself for a key directly below it.
+TruePlace parentOf(const TruePlace& key);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,36 @@
+// What the registry says is installed, where a text names it by a code and not by a path.
+#ifndef ZELVREG_EVIDENCE_INSTALLED_PRODUCTS_H
+#define ZELVREG_EVIDENCE_INSTALLED_PRODUCTS_H
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "evidence/TruePlaces.h"
+
+namespace zelvreg {
+
+class InstalledProducts {
+ public:
+  // Whether the system's installer knows a product, for the computer or any user; by its code
+  // "{XXXXXXXX-…}".
+  bool isProduct(std::string_view code);
+
+  // Whether the service host has a group of this name.
+  static bool isServiceGroup(const std::string& name);
+
+  // Whether a component's surrogate has an application or a class with this code.
+  static bool isApplication(std::string_view code);
+
+ private:
+  [[nodiscard]] bool seek(const std::u16string& packedCode);
+
+  std::map<std::string, bool, std::less<>> products;
+  std::optional<std::vector<std::u16string>> installers;  // accounts that products are kept for
+};
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,58 @@
+// What a text of the registry refers to, resolved as Windows itself would: with the variables of
+// its owner and of its view, along the search path, with the extension that the system adds, behind
+// launchers, in both system folders.
+#ifndef ZELVREG_EVIDENCE_TEXT_LOOK_H
+#define ZELVREG_EVIDENCE_TEXT_LOOK_H
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "evidence/InstalledProducts.h"
+#include "evidence/Launchers.h"
+#include "evidence/OwnerVariables.h"
+#include "evidence/PathLook.h"
+#include "form/Evidence.h"
+#include "runtime/Shares.h"
+
+namespace zelvreg {
+
+class TextLook {
+ public:
+  explicit TextLook(Shares mayAskShares) : paths(mayAskShares, variables, products) {}
+  TextLook(const TextLook&) = delete;
+  TextLook& operator=(const TextLook&) = delete;
+  ~TextLook() = default;
+
+  // The reasons with what was tested; without a confidence. `text` is as it stands in the registry.
+  Evidence at(const std::string& text, const TextOwner& owner, Reading reading);
+
+  // The first of several texts that is found; what is said of the first one if none is.
+  Evidence atAny(const std::vector<std::string>& texts, const TextOwner& owner, Reading reading);
+
+  // A text with the variables of its owner.
+  std::string expanded(std::string_view text, const TextOwner& owner);
+
+  OwnerVariables variables;
+  InstalledProducts products;
+
+ private:
+  Evidence look(const std::string& text, const TextOwner& owner, Reading reading, int depth);
+  PathTrial tryText(const std::string& text, const TextOwner& owner, Reading reading, int depth);
+  PathTrial tryTarget(const LaunchTarget& target, const TextOwner& owner, int depth);
+
+  PathLook paths;
+  // By text, owner and reading: a class and its merged view name the same file.
+  std::unordered_map<std::string, Evidence> known;
+};
+
+Evidence withReason(Reason reason);
+// Adds a reason that is not among them yet.
+void addReason(Evidence& evidence, Reason reason);
+// Whether a reason says that the target was found.
+bool isFound(const Evidence& evidence);
+
+}  // namespace zelvreg
+
+#endif

@@ -1,0 +1,210 @@
+#include "evidence/TruePlaces.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "keys/AccountSids.h"
+#include "roots/NameLimits.h"
+#include "runtime/Environment.h"
+#include "scan/Resolver.h"
+#include "text/Wide.h"
+
+namespace zelvreg {
+namespace {
+
+using Names = std::vector<std::u16string>;
+
+const std::u16string wowName = u"Wow6432Node";
+
+// The system ignores doubled backslashes and one at the end.
+Names namesOf(const std::u16string& path) {
+  Names names;
+  for (std::size_t start = 0; start <= path.size();) {
+    const std::size_t end = std::min(path.find(u'\\', start), path.size());
+    if (end > start) {
+      names.push_back(path.substr(start, end - start));
+    }
+    start = end + 1;
+  }
+  return names;
+}
+
+bool isUserClasses(const std::u16string& name) {
+  const std::u16string suffix = u"_Classes";
+  return name.size() > suffix.size() &&
+         isSameName(name.substr(name.size() - suffix.size()), suffix);
+}
+
+// How many names of the path are the same in both views, before the 32-bit view leads elsewhere; 0
+// if the views do not differ.
+std::size_t sharedNames(HiveHandle hive, const Names& names) {
+  const auto isNamed = [&](std::size_t index, const char16_t* name) {
+    return index < names.size() && isSameName(names[index], name);
+  };
+  if (hive == HiveHandle::Users && !names.empty() && isUserClasses(names.front())) {
+    return 1;
+  }
+  const std::size_t software = hive == HiveHandle::Users ? 1 : 0;
+  if (!isNamed(software, u"Software")) {
+    return 0;
+  }
+  return software + (isNamed(software + 1, u"Classes") ? 2 : 1);
+}
+
+std::u16string joined(const Names& names) {
+  std::u16string path;
+  for (const std::u16string& name : names) {
+    path += path.empty() ? name : u"\\" + name;
+  }
+  return path;
+}
+
+// Where a 32-bit process finds these names, if that is not where a 64-bit one does.
+std::optional<TruePlace> placeOfOtherView(HiveHandle hive, const Names& names) {
+  const std::size_t shared = sharedNames(hive, names);
+  if (shared == 0 || shared >= names.size() || isSameName(names[shared], wowName)) {
+    return std::nullopt;
+  }
+  Names other = names;
+  other.insert(other.begin() + static_cast<std::ptrdiff_t>(shared), wowName);
+  return TruePlace{hive, joined(other)};
+}
+
+// Whether the 32-bit view really leads elsewhere: for the classes only below two names, for other
+// keys only in the local machine's.
+bool isRedirected(HiveHandle hive, const Names& names) {
+  const std::size_t shared = sharedNames(hive, names);
+  const bool isOfClasses =
+      hive == HiveHandle::Users ? shared != 2 : isSameName(names[shared - 1], u"Classes");
+  return isOfClasses
+             ? isSameName(names[shared], u"CLSID") || isSameName(names[shared], u"Interface")
+             : hive == HiveHandle::LocalMachine;
+}
+
+// The roots that a path leads into, with the names below them.
+std::vector<std::pair<HiveHandle, Names>> trueRoads(HiveHandle hive, const Names& names) {
+  switch (hive) {
+    case HiveHandle::ClassesRoot: {
+      Names below{u"Software", u"Classes"};
+      below.insert(below.end(), names.begin(), names.end());
+      return {{HiveHandle::CurrentUser, below}, {HiveHandle::LocalMachine, below}};
+    }
+    case HiveHandle::LocalMachine:
+    case HiveHandle::CurrentUser:
+    case HiveHandle::Users:
+      return {{hive, names}};
+    default:
+      return {};
+  }
+}
+
+// A path as its names joined; std::nullopt if one of them is too long for a key.
+std::optional<std::u16string> plainKeyPath(const std::u16string& path) {
+  std::u16string plain;
+  plain.reserve(path.size());
+  std::size_t length = 0;  // of the name that was begun
+  for (const char16_t unit : path) {
+    if (unit == u'\\') {
+      length = 0;
+      continue;
+    }
+    if (length == 0 && !plain.empty()) {
+      plain += u'\\';
+    }
+    plain += unit;
+    if (++length > longestKeyName) {
+      return std::nullopt;
+    }
+  }
+  return plain;
+}
+
+std::vector<TruePlace> truePlaces(HiveHandle hive, const std::u16string& path) {
+  std::vector<TruePlace> places;
+  for (const auto& [trueHive, above] : trueRoads(hive, {})) {
+    const std::u16string start = joined(above);
+    places.push_back(
+        {trueHive, start.empty() || path.empty() ? start + path : start + u"\\" + path});
+  }
+  return places;
+}
+
+}  // namespace
+
+std::u16string TruePlace::fullPath() const {
+  const std::u16string root(wideLongName(hive));
+  return path.empty() ? root : root + u"\\" + path;
+}
+
+std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, Views views) {
+  if (views == Views::True) {
+    const auto path = plainKeyPath(utf16UntilNul(key));
+    return path ? truePlaces(hive, *path) : std::vector<TruePlace>();
+  }
+  const Names names = namesOf(utf16UntilNul(key));
+  if (std::ranges::any_of(
+          names, [](const std::u16string& name) { return name.size() > longestKeyName; })) {
+    return {};
+  }
+  const bool isOwnApart = views == Views::Own && runsOn64BitWindows();
+  std::vector<TruePlace> places;
+  std::vector<TruePlace> otherPlaces;
+  for (const auto& [trueHive, trueNames] : trueRoads(hive, names)) {
+    const TruePlace truePlace{trueHive, joined(trueNames)};
+    const std::optional<TruePlace> other = placeOfOtherView(trueHive, trueNames);
+    places.push_back(other && isOwnApart && isRedirected(trueHive, trueNames) ? *other : truePlace);
+    if (views == Views::Both && other) {
+      otherPlaces.push_back(*other);
+    }
+  }
+  places.insert(places.end(), otherPlaces.begin(), otherPlaces.end());
+  return places;
+}
+
+std::u16string currentUserKey() {
+  return utf16UntilNul(sidText(lookUpSid(environmentVariable("UserName"))));
+}
+
+TruePlace below(const TruePlace& key, const std::u16string& name) {
+  return {key.hive, key.path.empty() ? name : key.path + u"\\" + name};
+}
+
+bool isSameKey(const TruePlace& first, const TruePlace& second) {
+  return first.hive == second.hive && isSameName(first.path, second.path);
+}
+
+std::vector<TruePlace> TruePlaces::of(HiveHandle hive, const std::string& key, Views views) {
+  std::vector<TruePlace> places;
+  for (const TruePlace& place : possiblePlaces(hive, key, views)) {
+    addIfThere(places, place);
+  }
+  return places;
+}
+
+void TruePlaces::addIfThere(std::vector<TruePlace>& places, const TruePlace& asked) {
+  if (WideKey(asked.hive, asked.path, KEY_QUERY_VALUE).presence() == Presence::Absent) {
+    return;
+  }
+  TruePlace spelled{asked.hive, {}};
+  for (const std::u16string& name : namesOf(asked.path)) {
+    const NameSet& siblings = namesIn(spelled);
+    const auto found = siblings.find(name);
+    const std::u16string& own = found == siblings.end() ? name : *found;
+    spelled.path += spelled.path.empty() ? own : u"\\" + own;
+  }
+  places.push_back(std::move(spelled));
+}
+
+const TruePlaces::NameSet& TruePlaces::namesIn(const TruePlace& place) {
+  const auto [found, isNew] = listed.try_emplace(place.fullPath());
+  if (isNew) {
+    const WideKey key(place.hive, place.path, KEY_ENUMERATE_SUB_KEYS);
+    const auto names = key.isOpen() ? key.subkeys() : std::nullopt;
+    if (names) {
+      found->second.insert(names->begin(), names->end());
+    }
+  }
+  return found->second;
+}
+
+}  // namespace zelvreg

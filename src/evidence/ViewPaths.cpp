@@ -1,0 +1,48 @@
+#include "evidence/ViewPaths.h"
+
+#include <string_view>
+
+#include "scan/Resolver.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+// A 32-bit process sees its own folder as "System32", and the 64-bit one as "Sysnative".
+constexpr std::string_view seen64 = "Sysnative";
+constexpr std::string_view seen32 = "SysWOW64";
+
+bool isSeparator(char character) { return character == '\\' || character == '/'; }
+
+// What follows the folder of Windows; empty if the path does not lead there.
+std::string_view below(std::string_view path, const std::string& windowsFolder) {
+  const std::size_t size = windowsFolder.size();
+  const bool isBelow = path.size() > size + 1 && isSeparator(path[size]) &&
+                       (path.starts_with(windowsFolder) ||
+                        lowerCase(path.substr(0, size)) == lowerCase(windowsFolder));
+  return isBelow ? path.substr(size + 1) : std::string_view();
+}
+
+}  // namespace
+
+std::vector<ViewPath> viewPaths(const std::string& path, ProgramView view,
+                                const std::string& windowsFolder) {
+  const std::string_view rest = below(path, windowsFolder);
+  const auto end = rest.find_first_of("\\/");
+  if (rest.empty() || end == std::string_view::npos || !runsOn64BitWindows()) {
+    return {{path, true}};
+  }
+  const std::string folder = lowerCase(rest.substr(0, end));
+  bool isOf64 = view == ProgramView::Bits64;
+  if (folder == "sysnative" || folder == "syswow64") {
+    isOf64 = folder == "sysnative";
+  } else if (folder != "system32") {
+    return {{path, true}};
+  }
+  const auto in = [&](std::string_view name) {
+    return windowsFolder + "\\" + std::string(name) + std::string(rest.substr(end));
+  };
+  return {{in(isOf64 ? seen64 : seen32), true}, {in(isOf64 ? seen32 : seen64), false}};
+}
+
+}  // namespace zelvreg

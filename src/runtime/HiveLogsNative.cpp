@@ -1,0 +1,17 @@
+#include "runtime/HiveLogs.h"
+
+#include "machine/Machine.h"
+#include "machine/hive/HiveFile.h"
+#include "machine/hive/HiveLogs.h"
+#include "machine/registry/Registry.h"
+
+namespace zelvreg {
+
+bool isBehindItsLogs(const std::string& key) {
+  const auto* machine = machine::Machine::current();
+  const auto* found = machine == nullptr ? nullptr : machine->registry().find(key);
+  return found != nullptr && found->hive != nullptr &&
+         machine::whyUnclean(found->hive->path()).has_value();
+}
+
+}  // namespace zelvreg

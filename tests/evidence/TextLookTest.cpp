@@ -1,0 +1,229 @@
+#include "evidence/TextLook.h"
+
+#include <algorithm>
+
+#include "evidence/Reasons.h"
+#include "runtime/Environment.h"
+#include "support/ComputerFixture.h"
+#include "text/Text.h"
+
+namespace zelvreg {
+namespace {
+
+const std::string home = "C:\\EvidenceTest";
+const std::string environment = "HKEY_CURRENT_USER\\Environment";
+const std::string appPath =
+    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\"
+    "evidencelisted.exe";
+
+// The names of the reasons that a text has.
+class TextLookTest : public fixture::ComputerFixture {
+ protected:
+  TextLookTest() {
+    makeFile(home + "\\there.exe");
+    makeFile(home + "\\with blank\\there too.exe");
+    makeFile(home + "\\library.dll");
+    makeFile(home + "\\shortcut.lnk");
+  }
+
+  Evidence look(const std::string& text, Reading reading = Reading::Command,
+                const TextOwner& owner = {}) {
+    TextLook texts(Shares::Refused);
+    return texts.at(text, owner, reading);
+  }
+  std::string reasonsOf(const std::string& text, Reading reading = Reading::Command,
+                        const TextOwner& owner = {}) {
+    return reasonCodes(look(text, reading, owner));
+  }
+};
+
+TEST_F(TextLookTest, WhatIsThereIsFoundInWhateverWayItIsWritten) {
+  for (const std::string text :
+       {"C:\\EvidenceTest\\there.exe", "\"C:\\EvidenceTest\\there.exe\" /x",
+        "C:\\EvidenceTest\\there.exe /x", "C:\\EvidenceTest\\there.exe/x",
+        "C:/EvidenceTest/there.exe", "C:\\EvidenceTest\\with blank\\there too.exe -a b",
+        "\\??\\C:\\EvidenceTest\\there.exe", "\\\\?\\C:\\EvidenceTest\\there.exe",
+        "file:///C:/EvidenceTest/there.exe", "C:\\EvidenceTest\\gone\\..\\there.exe",
+        "C:\\EvidenceTest", "C:\\EvidenceTest\\", "C:\\EvidenceTest\\there.exe,-3"}) {
+    EXPECT_EQ(reasonsOf(text), "found") << text;
+  }
+}
+
+TEST_F(TextLookTest, WhatIsGoneIsAbsentAndSoMayBeItsFolder) {
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\gone.exe"), "absent");
+  EXPECT_EQ(reasonsOf("\"C:\\EvidenceTest\\gone.exe\" C:\\EvidenceTest\\there.exe"), "absent");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\gone\\gone.exe"), "absent parent-absent");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\100% gone\\x.exe"), "absent parent-absent");
+  // A folder that the text only begins with is not what it names.
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest gone\\gone.exe"), "absent parent-absent");
+}
+
+TEST_F(TextLookTest, TheSystemAddsExtensions) {
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\there"), "found-with-extension");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\there /x"), "found-with-extension");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\shortcut"), "found-with-extension");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\library", Reading::Library), "found-with-extension");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\there", Reading::File), "absent");
+}
+
+TEST_F(TextLookTest, ANameWithoutAFolderIsSought) {
+  makeFile(environmentVariable("WINDIR") + "\\evidencesought.exe");
+  setText(appPath, "", "\"" + home + "\\there.exe\"");
+  EXPECT_EQ(reasonsOf("evidencesought.exe /x"), "found-on-path");
+  EXPECT_EQ(reasonsOf("evidencesought"), "found-on-path");
+  EXPECT_EQ(reasonsOf("evidencelisted.exe"), "found-on-path");
+  EXPECT_EQ(reasonsOf("evidencegone.exe"), "absent bare-name");
+  EXPECT_EQ(reasonsOf("evidencegone"), "absent place-unknown");
+  EXPECT_EQ(reasonsOf("somewhere\\evidencegone.exe"), "absent place-unknown");
+  removeKey(appPath);
+}
+
+TEST_F(TextLookTest, TheFoldersOfTheUsersPathAreSought) {
+  setText(environment, "Path", "%EVIDENCEHOME%\\with blank", REG_EXPAND_SZ);
+  setText(environment, "EVIDENCEHOME", home);
+  makeFile(home + "\\with blank\\evidenceonpath.exe");
+  EXPECT_EQ(reasonsOf("evidenceonpath.exe"), "found-on-path");
+  removeKey(environment);
+}
+
+TEST_F(TextLookTest, BehindALauncherItsTargetCounts) {
+  EXPECT_EQ(reasonsOf("cmd /c start \"\" \"C:\\EvidenceTest\\there.exe\""),
+            "found-behind-launcher");
+  EXPECT_EQ(reasonsOf("rundll32.exe C:\\EvidenceTest\\library.dll,Entry"), "found-behind-launcher");
+  EXPECT_EQ(reasonsOf("rundll32.exe C:\\EvidenceTest\\library,Entry"), "found-behind-launcher");
+  EXPECT_EQ(reasonsOf("rundll32.exe C:\\EvidenceTest\\gone.dll,Entry"), "absent");
+  EXPECT_EQ(reasonsOf("cmd /c echo x > y"), "launcher-unclear");
+  EXPECT_EQ(reasonsOf("cmd /c \\\\server\\share\\x.exe"), "share");
+}
+
+TEST_F(TextLookTest, AProgramWithTheNameOfALauncherIsNone) {
+  makeFile(home + "\\mmc.exe");
+  makeFile(home + "\\java.exe");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\mmc.exe boot"), "found");
+  EXPECT_EQ(reasonsOf("\"C:\\EvidenceTest\\java.exe\" -jar C:\\gone.jar"), "found");
+}
+
+TEST_F(TextLookTest, EverySpellingOfThePathOfASystemFolderIsTheSame) {
+  const std::string windows = environmentVariable("WINDIR");
+  makeFile(windows + "\\Sysnative\\evidence64.dll");
+  for (const std::string folder : {"\\\\System32\\", "\\.\\System32\\", "\\System32.\\",
+                                   "\\x\\..\\System32\\", "/System32/"}) {
+    EXPECT_EQ(reasonsOf(windows + folder + "evidence64.dll", Reading::File), "found") << folder;
+  }
+}
+
+TEST_F(TextLookTest, ATabIsABlankAndManyCommasHideNoProgram) {
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\there\t/x"), "found-with-extension");
+  std::string list = "C:\\EvidenceTest\\there a";
+  for (int count = 0; count < 200; ++count) {
+    list += ",b";
+  }
+  EXPECT_EQ(reasonsOf(list), "found-with-extension");
+  EXPECT_EQ(reasonsOf(replaceAll(list, "there", "gone")), "absent path-too-long text-too-long");
+}
+
+TEST_F(TextLookTest, APathOfVeryManyFoldersEndsSoon) {
+  std::string path = "C:\\EvidenceTest\\";
+  for (int count = 0; count < 10'000; ++count) {
+    path += "a\\";
+  }
+  EXPECT_EQ(reasonsOf(path), "absent parent-absent path-too-long");
+}
+
+TEST_F(TextLookTest, LaunchersInLaunchersHaveAnEnd) {
+  std::string command = "C:\\EvidenceTest\\gone.exe";
+  for (int count = 0; count < 50; ++count) {
+    command.insert(0, "cmd /c ");
+  }
+  EXPECT_EQ(reasonsOf(command), "launcher-unclear");
+}
+
+TEST_F(TextLookTest, VariablesAreThoseOfTheOwner) {
+  setText(environment, "EVIDENCEHOME", home);
+  setText(environment, "EVIDENCENESTED", "%EVIDENCEHOME%\\with blank", REG_EXPAND_SZ);
+  EXPECT_EQ(reasonsOf("%EVIDENCEHOME%\\there.exe"), "found-with-owner-variables");
+  EXPECT_EQ(reasonsOf("%evidencenested%\\there too.exe"), "found-with-owner-variables");
+  EXPECT_EQ(reasonsOf("%EVIDENCEHOME%\\gone.exe"), "absent");
+  EXPECT_EQ(reasonsOf("%EVIDENCEUNKNOWN%\\gone.exe"), "absent place-unknown unknown-variable");
+  // For another user it may be another folder.
+  const TextOwner everyone{.user = {}, .view = ProgramView::Bits64, .isEveryones = true};
+  EXPECT_EQ(reasonsOf("%EVIDENCEHOME%\\gone.exe", Reading::Command, everyone),
+            "absent unknown-variable");
+  removeKey(environment);
+}
+
+TEST_F(TextLookTest, VariablesThatNameEachOtherInACircleEnd) {
+  setText(environment, "EVIDENCEA", "%EVIDENCEB%%EVIDENCEB%", REG_EXPAND_SZ);
+  setText(environment, "EVIDENCEB", "%EVIDENCEA%%EVIDENCEA%", REG_EXPAND_SZ);
+  EXPECT_EQ(confidenceOf(look("%EVIDENCEA%\\x.exe").reasons), Confidence::Unsure);
+  removeKey(environment);
+}
+
+TEST_F(TextLookTest, TheProgramFoldersAreThoseOfTheView) {
+  const std::string programs = environmentVariable("ProgramW6432");
+  makeFile(programs + "\\EvidenceTest\\only64.exe");
+  const std::string text = "%ProgramFiles%\\EvidenceTest\\only64.exe";
+  EXPECT_EQ(reasonsOf(text), "found-with-owner-variables");
+  const TextOwner in32{.user = {}, .view = ProgramView::Bits32};
+  EXPECT_EQ(reasonsOf(text, Reading::Command, in32), "found-in-other-view");
+}
+
+TEST_F(TextLookTest, BothSystemFoldersAreAsked) {
+  const std::string windows = environmentVariable("WINDIR");
+  makeFile(windows + "\\Sysnative\\evidence64.dll");
+  makeFile(windows + "\\SysWOW64\\evidence32.dll");
+  const std::string text64 = windows + "\\System32\\evidence64.dll";
+  const std::string text32 = windows + "\\System32\\evidence32.dll";
+  const TextOwner in32{.user = {}, .view = ProgramView::Bits32};
+  EXPECT_EQ(reasonsOf(text64, Reading::File), "found");
+  EXPECT_EQ(reasonsOf(text64, Reading::File, in32), "found-in-other-view");
+  EXPECT_EQ(reasonsOf(text32, Reading::File), "found-in-other-view");
+  EXPECT_EQ(reasonsOf(text32, Reading::File, in32), "found");
+  EXPECT_EQ(reasonsOf(windows + "\\System32\\evidencegone.dll", Reading::File), "absent");
+}
+
+TEST_F(TextLookTest, WhatIsNotHereCannotBeDecided) {
+  for (const auto& [text, codes] : std::vector<std::pair<std::string, std::string>>{
+           {"Q:\\x.exe", "drive-absent"},
+           {"\\\\server\\share\\x.exe", "share"},
+           {"//server/share/x.exe", "share"},
+           {"\\\\?\\UNC\\server\\x.exe", "share"},
+           {"file://server/x.exe", "share"},
+           {"\\Device\\HarddiskVolume9\\x.exe", "place-unknown"},
+           {"\\\\?\\Volume{0F0F0F0F-0000-4000-8000-00000000C0DE}\\x.exe", "place-unknown"},
+           {"https://vendor.example/x.exe", "not-a-path"},
+           {"C:\\EvidenceTest\\*.exe", "not-a-path"},
+           {"C:\\EvidenceTest\\log-%d.txt", "absent unknown-variable"},
+           {"C:\\EvidenceTest\\log-{0}.txt", "not-a-path"},
+           {"", "no-text"},
+           {"   ", "no-text"},
+           {"\"\"", "no-text"},
+           {"C:\\EvidenceTest\\%1", "absent unknown-variable"},
+           {"C:\\EvidenceTest\\$(Name)\\x.dll", "not-a-path"},
+           {"\\\\?\\C:\\..\\..\\UNC\\server\\x.exe", "share"},
+       }) {
+    EXPECT_EQ(reasonsOf(text), codes) << text;
+  }
+}
+
+TEST_F(TextLookTest, ATextIsReadUpToItsNulAndHasALongestLength) {
+  EXPECT_EQ(reasonsOf(std::string("C:\\EvidenceTest\\there.exe\0x", 27)), "found");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\" + std::string(250, 'x') + "\\" + std::string(60, 'y')),
+            "absent parent-absent path-too-long");
+  EXPECT_EQ(reasonsOf("C:\\" + std::string(32'768, 'x')), "text-too-long");
+  EXPECT_EQ(reasonsOf("C:\\" + std::string(32'000, '%')), "absent path-too-long");
+}
+
+TEST_F(TextLookTest, WhatIsPackagedOrHasAShortNameIsNotCalledDead) {
+  EXPECT_EQ(reasonsOf("C:\\Program Files\\WindowsApps\\Vendor.App_1.0_x64__abc\\gone.exe"),
+            "absent parent-absent packaged-app");
+  EXPECT_EQ(reasonsOf("C:\\EVIDEN~9\\gone.exe"), "absent parent-absent short-name");
+}
+
+TEST_F(TextLookTest, SaysWhatItLookedFor) {
+  EXPECT_EQ(look("\"C:\\EvidenceTest\\gone.exe\" /x").tested,
+            std::vector<std::string>{"C:\\EvidenceTest\\gone.exe"});
+}
+
+}  // namespace
+}  // namespace zelvreg

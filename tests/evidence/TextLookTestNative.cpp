@@ -1,0 +1,42 @@
+// What only the emulated computer can be told: the kinds of its drives.
+#include <algorithm>
+
+#include "evidence/Reasons.h"
+#include "evidence/TextLook.h"
+#include "machine/files/Drives.h"
+#include "support/MachineFixture.h"
+#include "unicode/Unicode.h"
+
+namespace zelvreg {
+namespace {
+
+class TextLookOfDrivesTest : public fixture::MachineFixture {
+ protected:
+  static std::string reasonsOf(const std::string& text, Shares shares = Shares::Refused) {
+    TextLook look(shares);
+    return reasonCodes(look.at(text, {}, Reading::Command));
+  }
+};
+
+TEST_F(TextLookOfDrivesTest, WhatIsGoneFromADiskThatCanBeChangedMayComeBack) {
+  file("D:\\there.exe");
+  start().drives().setType(u'd', DRIVE_REMOVABLE);
+  EXPECT_EQ(reasonsOf("D:\\there.exe"), "found");
+  EXPECT_EQ(reasonsOf("D:\\gone.exe"), "drive-removable absent");
+}
+
+TEST_F(TextLookOfDrivesTest, ADriveOfAnotherComputerIsAskedOnlyIfThatIsAllowed) {
+  file("Z:\\there.exe");
+  machine::Machine& computer = start();
+  computer.drives().setType(u'z', DRIVE_REMOTE);
+  std::vector<std::string> asked;
+  computer.drives().onFind = [&](std::u16string_view path) { asked.push_back(utf8(path)); };
+  EXPECT_EQ(reasonsOf("Z:\\there.exe"), "share");
+  EXPECT_TRUE(std::ranges::none_of(
+      asked, [](const std::string& path) { return path.starts_with("Z:\\there"); }));
+  EXPECT_EQ(reasonsOf("Z:\\there.exe", Shares::Asked), "found");
+  EXPECT_EQ(reasonsOf("Z:\\gone.exe", Shares::Asked), "absent-on-share");
+}
+
+}  // namespace
+}  // namespace zelvreg

@@ -4,7 +4,7 @@
 
 #include "KnownReferences.h"
 #include "MachineMaker.h"
-#include "console/Computer.h"
+#include "OpenMachine.h"
 #include "evidence/Reasons.h"
 #include "evidence/SecondLook.h"
 #include "form/Form42.h"
@@ -15,14 +15,6 @@ namespace zelvreg::bench {
 namespace {
 
 constexpr std::size_t leastTickedOfHundred = 98;
-
-std::unique_ptr<console::Computer> open(const std::filesystem::path& folder) {
-  return console::Computer::open({.machineFolder = folder.string(),
-                                  .offlineRoot = {},
-                                  .drives = {},
-                                  .user = {},
-                                  .missingDrivesAreDead = false});
-}
 
 void prepare(Form42& form) {
   Form_Load(form);
@@ -119,7 +111,7 @@ EvidenceFigures measureEvidence(const std::filesystem::path& folder, std::size_t
                                 std::uint64_t seed) {
   KnownReferences known;
   makeMachine(folder, {.keys = keys, .seed = seed}, [&](const Label& label) { known.add(label); });
-  const auto computer = open(folder);
+  const auto computer = openMachine(folder);
   Form42 form;
   prepare(form);
   form.cmd_start.click();
@@ -131,7 +123,7 @@ EvidenceFigures measureEvidence(const std::filesystem::path& folder, std::size_t
 }
 
 Comparison compareWithSecondLook(const std::filesystem::path& folder, std::size_t pairs) {
-  const auto computer = open(folder);
+  const auto computer = openMachine(folder);
   const auto scan = [](bool looksAgain) {
     Form42 form;
     prepare(form);

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "BareWalk.h"
-#include "console/Computer.h"
+#include "OpenMachine.h"
 #include "form/Form42.h"
 #include "shell/StartUp.h"
 
@@ -15,14 +15,6 @@ namespace {
 // A sample lasts at least so long, else the clock's own step shows.
 constexpr double shortestSample = 0.03;
 constexpr double mostRepeats = 200;
-
-std::unique_ptr<console::Computer> open(const std::filesystem::path& folder) {
-  return console::Computer::open({.machineFolder = folder.string(),
-                                  .offlineRoot = {},
-                                  .drives = {},
-                                  .user = {},
-                                  .missingDrivesAreDead = false});
-}
 
 void tick(Form42& form, const std::set<std::size_t>& rows) {
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
@@ -56,7 +48,7 @@ std::vector<double> measureHere(const std::filesystem::path& folder,
   ScanFigures figures;
   figures.baseMemory = memoryNow();
   std::unique_ptr<console::Computer> computer;
-  figures.loadSeconds = secondsOf([&] { computer = open(folder); });
+  figures.loadSeconds = secondsOf([&] { computer = openMachine(folder); });
   figures.loadedMemory = memoryNow();
   figures.loadPeak = memoryPeak();
   resetMemoryPeak();

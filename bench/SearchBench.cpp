@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "console/Computer.h"
+#include "OpenMachine.h"
 #include "form/Form42.h"
 #include "shell/StartUp.h"
 
@@ -85,11 +85,7 @@ double searchSeconds(double& findings) {
 }
 
 std::vector<double> measureHere(const std::filesystem::path& folder, std::size_t pairs) {
-  const auto computer = console::Computer::open({.machineFolder = folder.string(),
-                                                 .offlineRoot = {},
-                                                 .drives = {},
-                                                 .user = {},
-                                                 .missingDrivesAreDead = false});
+  const auto computer = openMachine(folder);
   SearchFigures figures;
   // The first search reads the folders of the disk, which are kept from then on.
   searchSeconds(figures.findings);

@@ -2,21 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "evidence/NamedPlaces.h"
 #include "form/Form42.h"
-#include "keys/Variant.h"
 #include "roots/ValueTypes.h"
 #include "text/Text.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
-
-std::string textOfValue(const WideValue& value) {
-  return isSingleText(value.type) ? std::string(untilNul(textOf(Variant(value.data))))
-                                  : std::string();
-}
 
 // The value whose text was judged: that which the row names, or the default one of its key.
 std::optional<std::u16string> valueNameOf(const Form42& form, std::size_t row,
@@ -57,8 +52,11 @@ bool readAt(Entry& entry, const WideKey& key, const NamedPlace& named) {
     entry.state = key.presenceOf(*entry.name) == Presence::Absent ? EntryIs::Gone : EntryIs::Denied;
     return entry.state == EntryIs::Denied;
   }
-  entry.text = textOfValue(*value);
   entry.type = value->type;
+  entry.text = isSingleText(value->type) ? textOf(*value) : std::string();
+  if (value->type == REG_DWORD && value->data.size() == sizeof(entry.number)) {
+    std::memcpy(&entry.number, value->data.data(), sizeof(entry.number));
+  }
   entry.state = EntryIs::There;
   return !(named.isBlankPassedOver && isBlank(entry.text));
 }
@@ -108,14 +106,12 @@ Entry EntryReader::entryOf(const Form42& form, std::size_t row, int code) {
 }
 
 std::string textBeside(const Entry& entry, const std::u16string& name) {
-  const WideKey key(entry.key.hive, entry.key.path, KEY_QUERY_VALUE);
-  const auto value = key.isOpen() ? key.value(name) : std::nullopt;
-  return value ? textOfValue(*value) : std::string();
+  const auto value = valueAt(entry.key.hive, entry.key.path, name);
+  return value && isSingleText(value->type) ? textOf(*value) : std::string();
 }
 
 std::optional<DWORD> typeBeside(const Entry& entry, const std::u16string& name) {
-  const WideKey key(entry.key.hive, entry.key.path, KEY_QUERY_VALUE);
-  const auto value = key.isOpen() ? key.value(name) : std::nullopt;
+  const auto value = valueAt(entry.key.hive, entry.key.path, name);
   return value ? std::optional(value->type) : std::nullopt;
 }
 

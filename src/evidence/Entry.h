@@ -23,6 +23,7 @@ struct Entry {
   std::optional<std::u16string> name;  // of the value; without one the key itself is named
   DWORD type = REG_NONE;
   std::string text;  // of a single text, as it is; empty for any other type
+  DWORD number = 0;  // of a REG_DWORD of its full size
 
   // Whether programs of the 32-bit view read it.
   [[nodiscard]] ProgramView view() const;

@@ -109,12 +109,7 @@ Evidence font(const LookedAt& finding) {
 
 Evidence sharedDll(const LookedAt& finding) {
   Evidence evidence = lookAt(finding, finding.cell(locationColumn), Reading::File);
-  const WideKey key(finding.entry.key.hive, finding.entry.key.path, KEY_QUERY_VALUE);
-  const auto count = key.isOpen() && finding.entry.name ? key.value(*finding.entry.name)
-                                                        : std::optional<WideValue>();
-  const bool isCounted = count && count->type == REG_DWORD && !count->data.empty();
-  const bool isShared = isCounted && (count->data.front() > 1 || count->data[1] > 0);
-  return isShared ? unless(std::move(evidence), Reason::SharedCount) : evidence;
+  return finding.entry.number > 1 ? unless(std::move(evidence), Reason::SharedCount) : evidence;
 }
 
 // The path of a program, a name that is itself a path, or a value of a program's own key.
@@ -187,7 +182,7 @@ Evidence command(const LookedAt& finding) {
   if (hasOtherHandler(finding.entry)) {
     addReason(evidence, Reason::OtherHandler);
   }
-  if (lowerCase(finding.cell(locationColumn)).starts_with("appx")) {
+  if (finding.isOfPackagedClass()) {
     addReason(evidence, Reason::PackagedApp);
   }
   return evidence;

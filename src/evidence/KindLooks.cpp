@@ -7,6 +7,7 @@
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
 #include "text/Numbers.h"
+#include "text/Text.h"
 
 namespace zelvreg {
 namespace {
@@ -60,5 +61,9 @@ const KindRule* kindRule(const Form42& form, std::size_t row) {
 }
 
 const std::string& LookedAt::cell(std::size_t column) const { return form.View2.text(row, column); }
+
+bool LookedAt::isOfPackagedClass() const {
+  return lowerCase(cell(locationColumn)).starts_with("appx");
+}
 
 }  // namespace zelvreg

@@ -24,6 +24,8 @@ struct LookedAt {
 
   // A cell of the row.
   [[nodiscard]] const std::string& cell(std::size_t column) const;
+  // Whether its location is a class of an app that Windows installs and removes itself.
+  [[nodiscard]] bool isOfPackagedClass() const;
 };
 
 // Reasons with what was tested, without a confidence.

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "evidence/CommandText.h"
-#include "keys/Variant.h"
 #include "roots/ValueTypes.h"
 #include "runtime/Environment.h"
 #include "text/Text.h"
@@ -15,7 +14,6 @@ namespace {
 
 constexpr int deepestVariable = 8;
 constexpr int mostVariables = 256;
-constexpr std::size_t longestText = 32767;
 
 constexpr const char16_t* userShellFolders =
     u"\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
@@ -48,15 +46,6 @@ constexpr std::array viewVariables{
     ViewVariable{"commonprogramfiles", "CommonProgramW6432", "CommonProgramFiles(x86)"},
 };
 
-std::u16string withoutClasses(std::u16string owner) {
-  constexpr std::u16string_view suffix = u"_Classes";
-  if (owner.size() > suffix.size() &&
-      isSameName(owner.substr(owner.size() - suffix.size()), std::u16string(suffix))) {
-    owner.resize(owner.size() - suffix.size());
-  }
-  return owner;
-}
-
 // "%1" is an argument of a command, and what holds a separator is no name.
 bool isVariableName(std::string_view name) {
   constexpr std::string_view beginsNoName = " 0123456789*~";
@@ -78,7 +67,10 @@ std::u16string OwnerVariables::ownerOf(const TruePlace& key) {
   if (key.hive != HiveHandle::Users) {
     return {};
   }
-  std::u16string owner = withoutClasses(key.path.substr(0, key.path.find(u'\\')));
+  std::u16string owner = key.path.substr(0, key.path.find(u'\\'));
+  if (isUserClasses(owner)) {
+    owner.resize(owner.size() - userClassesSuffix.size());
+  }
   if (!currentUser) {
     currentUser = currentUserKey();
   }
@@ -180,8 +172,7 @@ const OwnerVariables::Values& OwnerVariables::valuesOf(HiveHandle root, const st
     for (const WideValue& value : open.isOpen() ? open.values().value_or(std::vector<WideValue>())
                                                 : std::vector<WideValue>()) {
       if (isSingleText(value.type)) {
-        entry->second.emplace(lowerCase(utf8(value.name)),
-                              std::string(untilNul(textOf(Variant(value.data)))));
+        entry->second.emplace(lowerCase(utf8(value.name)), textOf(value));
       }
     }
   }

@@ -12,6 +12,9 @@
 
 namespace zelvreg {
 
+// The longest text that the system's calls expand, in characters.
+inline constexpr std::size_t longestText = 32767;
+
 // The computer's own variables, below HKEY_LOCAL_MACHINE.
 inline constexpr const char16_t* computersVariables =
     u"SYSTEM\\CurrentControlSet\\Control\\Session Manager\\Environment";

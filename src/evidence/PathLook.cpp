@@ -58,7 +58,7 @@ bool hasOpenSign(std::string_view path) {
   for (auto sign = path.find('%'); sign != std::string_view::npos;
        sign = path.find('%', sign + 1)) {
     const char next = sign + 1 < path.size() ? static_cast<char>(path[sign + 1] | 0x20) : ' ';
-    if ((next >= 'a' && next <= 'z') || (next >= '0' && next <= '9') || next == ('*' | 0x20)) {
+    if ((next >= 'a' && next <= 'z') || (next >= '0' && next <= '9') || next == '*') {
       return true;
     }
   }

@@ -117,7 +117,7 @@ class Weighing {
   }
 
   void checkCategories() {
-    std::array<std::size_t, 17> dead{};
+    decltype(form.filesAskedIn) dead{};
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {
       if (deadOf(row) != nullptr) {
         ++dead[kindRule(form, row)->category];

@@ -42,7 +42,7 @@ Evidence emptyCommand(const LookedAt& finding) {
   if (hasOtherHandler(finding.entry)) {
     return withReason(Reason::OtherHandler);
   }
-  if (lowerCase(finding.cell(locationColumn)).starts_with("appx")) {
+  if (finding.isOfPackagedClass()) {
     return withReason(Reason::PackagedApp);
   }
   return content.hasNamedValue() || holdsMore(finding, content)

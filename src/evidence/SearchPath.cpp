@@ -5,7 +5,6 @@
 
 #include "evidence/CommandText.h"
 #include "evidence/ViewPaths.h"
-#include "keys/Variant.h"
 #include "runtime/Environment.h"
 #include "text/Text.h"
 #include "text/Wide.h"
@@ -30,9 +29,8 @@ constexpr std::array programLists{
 };
 
 std::string textIn(HiveHandle root, const std::u16string& key, const std::u16string& name) {
-  const WideKey open(root, key, KEY_QUERY_VALUE);
-  const auto value = open.isOpen() ? open.value(name) : std::nullopt;
-  return value ? std::string(untilNul(textOf(Variant(value->data)))) : std::string();
+  const auto value = valueAt(root, key, name);
+  return value ? textOf(*value) : std::string();
 }
 
 }  // namespace

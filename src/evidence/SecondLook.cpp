@@ -8,6 +8,7 @@
 #include "evidence/KindLooks.h"
 #include "evidence/Plausibility.h"
 #include "evidence/Reasons.h"
+#include "evidence/RowEvidence.h"
 #include "evidence/SystemOwner.h"
 #include "form/Form42.h"
 #include "registry/Hives.h"
@@ -155,9 +156,7 @@ const Evidence* evidenceOf(const Form42& form, std::size_t row) {
 void tickByConfidence(Form42& form) {
   const Confidence least = form.safeguards.careful ? form.leastTicked : Confidence::Unsure;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    const Evidence* evidence = evidenceOf(form, row);
-    const Confidence confidence = evidence == nullptr ? Confidence::Unsure : evidence->confidence;
-    form.View2.setChecked(row, confidence >= least);
+    form.View2.setChecked(row, evidenceAt(form, row).confidence >= least);
   }
 }
 

@@ -10,7 +10,6 @@
 namespace zelvreg {
 namespace {
 
-constexpr std::size_t longestText = 32767;  // characters, as the system's calls take them
 constexpr int deepestLauncher = 4;
 
 TextIs kindOf(Reading reading) {

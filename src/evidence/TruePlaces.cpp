@@ -29,12 +29,6 @@ Names namesOf(const std::u16string& path) {
   return names;
 }
 
-bool isUserClasses(const std::u16string& name) {
-  const std::u16string suffix = u"_Classes";
-  return name.size() > suffix.size() &&
-         isSameName(name.substr(name.size() - suffix.size()), suffix);
-}
-
 // How many names of the path are the same in both views, before the 32-bit view leads elsewhere; 0
 // if the views do not differ.
 std::size_t sharedNames(HiveHandle hive, const Names& names) {
@@ -159,6 +153,12 @@ std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, V
   }
   places.insert(places.end(), otherPlaces.begin(), otherPlaces.end());
   return places;
+}
+
+bool isUserClasses(const std::u16string& name) {
+  const std::size_t size = userClassesSuffix.size();
+  return name.size() > size &&
+         isSameName(name.substr(name.size() - size), std::u16string(userClassesSuffix));
 }
 
 std::u16string currentUserKey() {

@@ -31,8 +31,11 @@ enum class Views : std::uint8_t { True, Own, Both };
 [[nodiscard]] std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key,
                                                     Views views);
 
-// The name of the current user's key below HKEY_USERS; empty if it cannot be found out. The key of
-// the user's classes has this name followed by "_Classes".
+// The key of a user's classes below HKEY_USERS has the name of the user's own key and this suffix.
+inline constexpr std::u16string_view userClassesSuffix = u"_Classes";
+[[nodiscard]] bool isUserClasses(const std::u16string& name);
+
+// The name of the current user's key below HKEY_USERS; empty if it cannot be found out.
 [[nodiscard]] std::u16string currentUserKey();
 
 // The place of a subkey.

@@ -35,6 +35,8 @@ int compare(const std::u16string& first, const std::u16string& second) {
 
 }  // namespace
 
+std::string textOf(const WideValue& value) { return utf8(untilNul(unitsOf(value.data))); }
+
 bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
   return compare(first, second) == CSTR_LESS_THAN;
 }
@@ -184,6 +186,12 @@ bool WideKey::setSecurity(const std::vector<BYTE>& descriptor, SECURITY_INFORMAT
   // The call only reads, though its type does not say so.
   auto* given = const_cast<BYTE*>(descriptor.data());
   return key != nullptr && RegSetKeySecurity(key, what, given) == ERROR_SUCCESS;
+}
+
+std::optional<WideValue> valueAt(HiveHandle hive, const std::u16string& path,
+                                 const std::u16string& name) {
+  const WideKey key(hive, path, KEY_QUERY_VALUE);
+  return key.isOpen() ? key.value(name) : std::nullopt;
 }
 
 }  // namespace zelvreg

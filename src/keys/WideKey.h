@@ -22,6 +22,9 @@ struct WideValue {
   std::vector<BYTE> data;
 };
 
+// Its data as a text, up to the first NUL; meant for texts, whatever the type says.
+std::string textOf(const WideValue& value);
+
 // Orders names as the registry tells them apart: without regard to case.
 struct NameOrder {
   bool operator()(const std::u16string& first, const std::u16string& second) const;
@@ -80,6 +83,10 @@ class WideKey {
   HKEY key = nullptr;
   LONG status = ERROR_SUCCESS;
 };
+
+// One value of a key by its path; std::nullopt if either does not exist or cannot be read.
+std::optional<WideValue> valueAt(HiveHandle hive, const std::u16string& path,
+                                 const std::u16string& name);
 
 }  // namespace zelvreg
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "keys/Variant.h"
 #include "roots/ValueTypes.h"
 #include "text/Wide.h"
 
@@ -16,7 +15,7 @@ std::u16string wideTextOf(const WideValue& value) {
 
 Reference referenceIn(const Form42& form, const WideValue& value) {
   if (isSingleText(value.type)) {
-    return referenceIn(form, textOf(Variant(value.data)));
+    return referenceIn(form, textOf(value));
   }
   // A list of texts names what an installer installs at its first use.
   const bool isAdvertised = value.type == REG_MULTI_SZ && !wideTextOf(value).empty();

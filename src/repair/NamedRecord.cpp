@@ -9,7 +9,6 @@
 #include "evidence/TextLook.h"
 #include "form/Form42.h"
 #include "keys/RootHandles.h"
-#include "keys/Variant.h"
 #include "repair/LivingContent.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Findings.h"
@@ -23,7 +22,7 @@ namespace {
 
 std::string textOfValue(const RegistryState& registry, const RecordPlace& place) {
   const auto value = registry.value(place.key, place.value.value_or(u""));
-  return value ? std::string(untilNul(textOf(Variant(value->data)))) : std::string();
+  return value ? textOf(*value) : std::string();
 }
 
 // Whether a text contains a variable that may have another value for another user.
@@ -37,12 +36,8 @@ bool holdsUsersVariable(const std::string& text) {
   return false;
 }
 
-// For a key below HKEY_USERS: whether it belongs to the current user, or to that user's classes.
 bool isCurrentUsers(const TruePlace& key) {
-  const std::u16string first = key.path.substr(0, key.path.find(u'\\'));
-  const std::u16string sid = currentUserKey();
-  return !sid.empty() && (isSameKey({key.hive, first}, {key.hive, sid}) ||
-                          isSameKey({key.hive, first}, {key.hive, sid + u"_Classes"}));
+  return key.hive == HiveHandle::Users && OwnerVariables().ownerOf(key).empty();
 }
 
 // A user's class has the same code.

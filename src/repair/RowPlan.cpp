@@ -4,7 +4,6 @@
 
 #include "form/Form42.h"
 #include "keys/RootHandles.h"
-#include "keys/Variant.h"
 #include "repair/LivingContent.h"
 #include "repair/ProtectedKeys.h"
 #include "text/Text.h"
@@ -15,7 +14,7 @@ namespace {
 
 bool isBlankDefault(const RegistryState& registry, const RecordPlace& place) {
   const auto value = registry.value(place.key, *place.value);
-  return !value || trim(untilNul(textOf(Variant(value->data)))).empty();
+  return !value || trim(textOf(*value)).empty();
 }
 
 // Why a step of a row must not take something; the empty text if it may.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "runtime/FileSecurity.h"
+#include "runtime/SystemSids.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
@@ -29,24 +30,7 @@ constexpr ACCESS_MASK overAll = DELETE | WRITE_DAC | WRITE_OWNER | GENERIC_WRITE
 constexpr ACCESS_MASK writesFile = writeData | appendData | overAll;
 constexpr ACCESS_MASK writesFolder = writeData | deleteChild | overAll;
 
-// Identifiers of the system's own authority, S-1-5-….
-struct SystemSid {
-  BYTE count;
-  std::array<DWORD, 6> parts;
-};
-constexpr std::array<SystemSid, 3> trustedSids{{
-    {2, {32, 544}},  // Administrators
-    {1, {18}},       // SYSTEM
-    // The installer of Windows
-    {6, {80, 956008885, 3418522649, 1831038044, 1853292631, 2271478464}},
-}};
-
-bool isSid(const BYTE* sid, const SystemSid& known) {
-  constexpr std::array<BYTE, 6> authority{0, 0, 0, 0, 0, 5};
-  return sid[0] == 1 && sid[1] == known.count &&
-         std::memcmp(sid + 2, authority.data(), authority.size()) == 0 &&
-         std::memcmp(sid + 8, known.parts.data(), known.count * sizeof(DWORD)) == 0;
-}
+constexpr std::array trustedSids{administratorsSid, systemSid, installerOfWindowsSid};
 
 // The identifier of the user of this process; empty if it cannot be read.
 std::vector<BYTE> processUser() {

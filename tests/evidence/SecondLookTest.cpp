@@ -105,6 +105,31 @@ TEST_F(SecondLookTest, ANumberNamesNoFile) {
   EXPECT_EQ(reasonsOf(2), "no-text");
 }
 
+TEST_F(SecondLookTest, ASharedLibraryIsInDoubtFromItsSecondUserOn) {
+  const std::string key = "Software\\Microsoft\\windows\\currentversion\\SharedDlls";
+  const std::string list = "HKEY_LOCAL_MACHINE\\" + key;
+  emptyKey(list);
+  const auto addLibrary = [&](const std::string& path) {
+    ScannerRun counts;
+    addRow(form, counts, {path, path, "2", "HKEY_LOCAL_MACHINE", key, ""});
+  };
+  setNumber(list, "C:\\EvidenceTest\\one.dll", 1);
+  addLibrary("C:\\EvidenceTest\\one.dll");
+  setNumber(list, "C:\\EvidenceTest\\two.dll", 2);
+  addLibrary("C:\\EvidenceTest\\two.dll");
+  setNumber(list, "C:\\EvidenceTest\\many.dll", 0x10000);
+  addLibrary("C:\\EvidenceTest\\many.dll");
+  // A count that was cut short is none.
+  setBytes(list, "C:\\EvidenceTest\\short.dll", REG_DWORD, "\1");
+  addLibrary("C:\\EvidenceTest\\short.dll");
+  lookAgain(form);
+  EXPECT_EQ(reasonsOf(1), "absent");
+  EXPECT_EQ(reasonsOf(2), "absent shared-count");
+  EXPECT_EQ(reasonsOf(3), "absent shared-count");
+  EXPECT_EQ(reasonsOf(4), "absent");
+  emptyKey(list);
+}
+
 TEST_F(SecondLookTest, RowsWithoutAKindAreNotExamined) {
   ScannerRun counts;
   addRow(form, counts, {"C:\\x.dll", "", "", "", "", ""});

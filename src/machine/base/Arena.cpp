@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace zelvreg::machine {
@@ -47,6 +48,34 @@ std::byte* Arena::allocateInNewBlock(std::size_t size) {
   next = place + size;
   left = blockSize - size;
   return place;
+}
+
+std::byte* Arena::takeRoom(std::size_t size) {
+  const std::size_t pointers = size / sizeof(std::byte*);
+  if (pointers > largestSpare || spares[pointers] == nullptr) {
+    return allocateBytes(size, alignof(std::byte*));
+  }
+  std::byte* room = spares[pointers];
+  std::memcpy(&spares[pointers], room, sizeof room);
+  return room;
+}
+
+void Arena::giveBack(std::byte* room, std::size_t size) {
+  const std::size_t pointers = size / sizeof(std::byte*);
+  if (pointers > 0 && pointers <= largestSpare) {
+    std::memcpy(room, &spares[pointers], sizeof room);
+    spares[pointers] = room;
+  }
+}
+
+bool Arena::extendRoom(std::byte* room, std::size_t size, std::size_t newSize) {
+  const std::size_t more = newSize - size;
+  if (room + size != next || more > left) {
+    return false;
+  }
+  next += more;
+  left -= more;
+  return true;
 }
 
 }  // namespace zelvreg::machine

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 #include "machine/base/CaseFold.h"
@@ -36,11 +37,7 @@ Registry::Registry(int bits, std::string_view userSid)
   finishLoading();
 }
 
-Registry::~Registry() {
-  for (RegistryKey* block : keyBlocks) {
-    std::destroy_n(block, block == keyBlocks.back() ? keysInBlock : keyBlockSize);
-  }
-}
+Registry::~Registry() = default;
 
 void Registry::setCurrentUser(std::string_view sid) {
   ++keyGeneration;
@@ -72,36 +69,18 @@ const ValueList& Registry::values(RegistryKey& key) {
   return key.values;
 }
 
-RegistryKey& Registry::newKey(RegistryKey* parent) {
-  if (keysInBlock == keyBlockSize) {
-    keyBlocks.push_back(arena.allocate<RegistryKey>(keyBlockSize));
-    keysInBlock = 0;
-  }
-  RegistryKey& key = *std::construct_at(keyBlocks.back() + keysInBlock++);
-  key.parent = parent;
-  return key;
-}
-
 RegistryKey& Registry::newKey(RegistryKey* parent, std::u16string_view name) {
-  RegistryKey& key = newKey(parent);
-  key.nameText = arena.keep(name).data();
-  key.nameLength = static_cast<std::uint8_t>(name.size());
+  static_assert(std::is_trivially_destructible_v<RegistryKey>, "the arena destroys nothing");
+  RegistryKey& key = *std::construct_at(arena.allocate<RegistryKey>(1));
+  key.parent = parent;
+  key.keyName = names.keep(texts, name);
   return key;
 }
 
-// A name from a hive; nearly all of them are ASCII.
-std::u16string_view Registry::keepUtf8(std::string_view text) {
-  auto* place = arena.allocate<char16_t>(text.size());
-  unsigned char all = 0;
-  for (std::size_t index = 0; index < text.size(); ++index) {
-    const auto byte = static_cast<unsigned char>(text[index]);
-    place[index] = byte;
-    all |= byte;
-  }
-  if (all >= 0x80) {
-    return arena.keep(utf16(text));
-  }
-  return {place, text.size()};
+// A name from a hive, until the next one.
+std::u16string_view Registry::widened(std::string_view text) {
+  spareName.resize(std::max(spareName.size(), text.size()));
+  return {spareName.data(), utf16Into(spareName.data(), text)};
 }
 
 RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name) {
@@ -141,7 +120,7 @@ bool Registry::isErasable(const RegistryKey& key) const {
 
 void Registry::erase(RegistryKey& key) {
   KeyList& siblings = key.parent->children;
-  siblings.erase(lowerBound(siblings, key.name()));
+  siblings.erase(arena, lowerBound(siblings, key.name()));
   forget(key);
   if (!hives.empty()) {
     changes.noteErased(key);
@@ -182,12 +161,11 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
   keyGeneration += key.mayBeLink ? 1 : 0;
   RegistryValue* old = key.values.find(name);
   if (old == nullptr) {
-    const std::span<std::byte> kept = arena.keep(bytes);
-    key.values.append(arena, {.nameText = arena.keep(name).data(),
+    const std::span<std::byte> kept = texts.keep(bytes);
+    key.values.append(arena, {.valueName = names.keep(texts, name),
                               .data = kept.data(),
                               .dataSize = static_cast<std::uint32_t>(kept.size()),
-                              .type = type,
-                              .nameLength = static_cast<std::uint16_t>(name.size())});
+                              .type = type});
     noteValuesChanged(key);
     return;
   }
@@ -198,7 +176,7 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
   if (bytes.size() <= old->dataSize) {
     std::copy(bytes.begin(), bytes.end(), old->data);
   } else {
-    old->data = arena.keep(bytes).data();
+    old->data = texts.keep(bytes).data();
   }
   old->dataSize = static_cast<std::uint32_t>(bytes.size());
   old->type = type;
@@ -214,7 +192,7 @@ void Registry::noteValuesChanged(RegistryKey& key) {
 
 bool Registry::eraseValue(RegistryKey& key, std::u16string_view name) {
   static_cast<void>(values(key));
-  const bool wasThere = key.values.erase(name);
+  const bool wasThere = key.values.erase(arena, name);
   keyGeneration += key.mayBeLink ? 1 : 0;
   if (wasThere) {
     noteValuesChanged(key);
@@ -253,16 +231,14 @@ void Registry::loadChildren(RegistryKey& key) {
   bool isSorted = true;
   bool isWhole = true;
   const auto take = [&](std::string_view narrow, std::uint32_t node) {
-    const std::u16string_view name = keepUtf8(narrow);
+    const std::u16string_view name = widened(narrow);
     const bool isTooDeep = list.empty() && depthOf(key) >= deepestKey;
     if (isTooDeep || name.empty() || name.size() > longestKeyName ||
         name.find(u'\\') != std::u16string_view::npos) {
       isWhole = false;
       return;
     }
-    RegistryKey& found = newKey(&key);
-    found.nameText = name.data();
-    found.nameLength = static_cast<std::uint8_t>(name.size());
+    RegistryKey& found = newKey(&key, name);
     found.hive = key.hive;
     found.hiveNode = node;
     found.childrenPending = true;
@@ -302,17 +278,16 @@ void Registry::loadValues(RegistryKey& key) {
   list.clear();
   bool isWhole = true;
   const auto take = [&](const HiveValue& value) {
-    const std::u16string_view name = keepUtf8(value.name);
+    const std::u16string_view name = widened(value.name);
     if (name.size() > longestValueName) {
       isWhole = false;
       return;
     }
-    const std::span<std::byte> kept = arena.keep(value.bytes);
-    list.push_back({.nameText = name.data(),
+    const std::span<std::byte> kept = texts.keep(value.bytes);
+    list.push_back({.valueName = names.keep(texts, name),
                     .data = kept.data(),
                     .dataSize = static_cast<std::uint32_t>(kept.size()),
-                    .type = value.type,
-                    .nameLength = static_cast<std::uint16_t>(name.size())});
+                    .type = value.type});
     key.mayBeLink = key.mayBeLink || value.type == REG_LINK;
   };
   if (!key.hive->values(key.hiveNode, take) || !isWhole) {

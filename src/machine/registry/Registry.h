@@ -15,6 +15,7 @@
 
 #include "machine/base/Arena.h"
 #include "machine/registry/HiveChanges.h"
+#include "machine/registry/NamePool.h"
 #include "machine/registry/PathMemo.h"
 #include "machine/registry/RegistryHandles.h"
 #include "machine/registry/RegistryKey.h"
@@ -116,9 +117,8 @@ class Registry {
   [[nodiscard]] static std::string pathOf(const RegistryKey& key);
 
  private:
-  RegistryKey& newKey(RegistryKey* parent);
   RegistryKey& newKey(RegistryKey* parent, std::u16string_view name);
-  std::u16string_view keepUtf8(std::string_view text);
+  std::u16string_view widened(std::string_view text);
   RegistryKey& addChild(RegistryKey& parent, std::u16string_view name);
   RegistryKey* makeAliasTarget(RegistryKey& parent, std::u16string_view name);
   [[nodiscard]] KeyRole roleOf(const RegistryKey& parent, std::u16string_view name) const;
@@ -132,12 +132,11 @@ class Registry {
   void forget(RegistryKey& key);
   void noteValuesChanged(RegistryKey& key);
 
-  static constexpr std::size_t keyBlockSize = 128;
-
   bool has64BitView;
-  Arena arena;
-  std::vector<RegistryKey*> keyBlocks;     // in the arena
-  std::size_t keysInBlock = keyBlockSize;  // taken of the last one
+  Arena arena;  // of keys and their lists
+  Arena
+      texts;  // of names and data: apart, so that the list of a new key's values can grow in place
+  NamePool names;
   std::vector<std::unique_ptr<HiveFile>> hives;
   HiveChanges changes;
   RegistryKey* machine;
@@ -149,6 +148,7 @@ class Registry {
   PathMemo lastPaths;
   std::vector<RegistryKey*> spareKeyList;  // memory for loading, kept from one key to the next
   std::vector<RegistryValue> spareValueList;
+  std::u16string spareName;
   std::uint64_t keyGeneration = 0;
   bool hasNewContent = false;
   bool hasNewSecurity = false;

@@ -1,0 +1,41 @@
+// Names of keys and values. Most names of a registry stand in many places, so that those that were
+// kept lately are shared.
+#ifndef ZELVREG_MACHINE_REGISTRY_NAME_POOL_H
+#define ZELVREG_MACHINE_REGISTRY_NAME_POOL_H
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "machine/base/Arena.h"
+
+namespace zelvreg::machine {
+
+// A name in one pointer; its length stands before its units. It lives as long as its pool's arena.
+class Name {
+ public:
+  Name() = default;  // the empty one
+
+  [[nodiscard]] std::u16string_view view() const { return {units, units[-1]}; }
+
+ private:
+  friend class NamePool;
+  explicit Name(const char16_t* text) : units(text) {}
+
+  static constexpr char16_t none[]{0, 0};
+  const char16_t* units = none + 1;
+};
+
+class NamePool {
+ public:
+  // A name of at most longestValueName units.
+  Name keep(Arena& arena, std::u16string_view name);
+
+ private:
+  static constexpr std::size_t slotCount = 1024;
+  std::array<Name, slotCount> lately;  // by hash
+};
+
+}  // namespace zelvreg::machine
+
+#endif

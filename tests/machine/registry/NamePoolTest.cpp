@@ -1,0 +1,42 @@
+#include "machine/registry/NamePool.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace zelvreg::machine {
+namespace {
+
+TEST(NamePool, AKeptNameStaysWhatItWas) {
+  Arena arena;
+  NamePool pool;
+  std::vector<std::u16string> given;
+  std::vector<Name> kept;
+  for (std::size_t length = 0; length < 300; ++length) {
+    for (const char16_t unit : {u'a', u'A', u'\0', u'\xD800', u'\xFFFF'}) {
+      given.emplace_back(length, unit);
+      given.push_back(given.back() + u"end");
+    }
+  }
+  given.emplace_back(16383, u'x');
+  for (const std::u16string& name : given) {
+    kept.push_back(pool.keep(arena, name));
+  }
+  for (std::size_t index = 0; index < given.size(); ++index) {
+    ASSERT_EQ(kept[index].view(), given[index]);
+  }
+}
+
+TEST(NamePool, ANameThatWasKeptLatelyIsShared) {
+  Arena arena;
+  NamePool pool;
+  const Name first = pool.keep(arena, u"InprocServer32");
+  EXPECT_EQ(pool.keep(arena, std::u16string(u"InprocServer32")).view().data(), first.view().data());
+  EXPECT_NE(pool.keep(arena, u"InProcServer32").view().data(), first.view().data());
+}
+
+TEST(NamePool, NoNameIsTheEmptyOne) { EXPECT_EQ(Name().view(), u""); }
+
+}  // namespace
+}  // namespace zelvreg::machine

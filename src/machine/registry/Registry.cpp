@@ -16,15 +16,6 @@ namespace {
 
 constexpr std::u16string_view symbolicLinkValue = u"SymbolicLinkValue";
 
-bool comesBefore(const RegistryKey* first, const RegistryKey* second) {
-  return compareNames(first->name(), second->name()) < 0;
-}
-
-KeyList::Position lowerBound(const KeyList& list, std::u16string_view name) {
-  return list.partitionPoint(
-      [name](const RegistryKey* key) { return compareNames(key->name(), name) < 0; });
-}
-
 }  // namespace
 
 Registry::Registry(int bits, std::string_view userSid)
@@ -57,8 +48,12 @@ const KeyList& Registry::children(RegistryKey& key) {
 }
 
 RegistryKey* Registry::child(RegistryKey& key, std::u16string_view name) {
-  const KeyList& list = children(key);
-  RegistryKey* const* found = list.at(lowerBound(list, name));
+  return key.childrenPending ? loadChild(key, name) : loadedChild(key, name);
+}
+
+RegistryKey* Registry::loadedChild(RegistryKey& key, std::u16string_view name) {
+  const KeyList& list = key.children;
+  RegistryKey* const* found = list.at(placeIn(list, name));
   return found != nullptr && isSameName((*found)->name(), name) ? *found : nullptr;
 }
 
@@ -77,12 +72,6 @@ RegistryKey& Registry::newKey(RegistryKey* parent, std::u16string_view name) {
   return key;
 }
 
-// A name from a hive, until the next one.
-std::u16string_view Registry::widened(std::string_view text) {
-  spareName.resize(std::max(spareName.size(), text.size()));
-  return {spareName.data(), utf16Into(spareName.data(), text)};
-}
-
 RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name) {
   static_cast<void>(children(parent));
   RegistryKey& key = newKey(&parent, name);
@@ -91,7 +80,7 @@ RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name) {
   if (last == nullptr || compareNames((*last)->name(), name) < 0) {
     parent.children.append(arena, &key);
   } else {
-    parent.children.insert(arena, lowerBound(parent.children, name), &key);
+    parent.children.insert(arena, placeIn(parent.children, name), &key);
   }
   ++keyGeneration;
   return key;
@@ -119,8 +108,10 @@ bool Registry::isErasable(const RegistryKey& key) const {
 }
 
 void Registry::erase(RegistryKey& key) {
+  // A hive that still held the siblings would give this one again with them.
+  static_cast<void>(children(*key.parent));
   KeyList& siblings = key.parent->children;
-  siblings.erase(arena, lowerBound(siblings, key.name()));
+  siblings.erase(arena, placeIn(siblings, key.name()));
   forget(key);
   if (!hives.empty()) {
     changes.noteErased(key);
@@ -173,8 +164,9 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
   if (isSame) {
     return;
   }
-  if (bytes.size() <= old->dataSize) {
-    std::copy(bytes.begin(), bytes.end(), old->data);
+  // What comes from a hive may lie in its file, where nothing is written.
+  if (bytes.size() <= old->dataSize && key.hive == nullptr) {
+    std::ranges::copy(bytes, const_cast<std::byte*>(old->data));
   } else {
     old->data = texts.keep(bytes).data();
   }
@@ -204,7 +196,7 @@ bool Registry::isLink(RegistryKey& key) {
   if (key.isAlias) {
     return true;
   }
-  if (key.valuesPending && key.hive->valueCount(key.hiveNode) == 1) {
+  if (key.valuesPending && key.hive->content().hasJust(key.hiveNode, REG_LINK)) {
     loadValues(key);
   }
   if (!key.mayBeLink || key.values.size() != 1) {
@@ -212,89 +204,6 @@ bool Registry::isLink(RegistryKey& key) {
   }
   const RegistryValue& value = *key.values.at(0);
   return value.type == REG_LINK && isSameName(value.name(), symbolicLinkValue);
-}
-
-void Registry::mount(RegistryKey& parent, std::u16string_view name,
-                     std::unique_ptr<HiveFile> hive) {
-  RegistryKey& key = makeChild(parent, name);
-  key.hive = hive.get();
-  key.hiveNode = hive->root();
-  key.childrenPending = true;
-  key.valuesPending = true;
-  hives.push_back(std::move(hive));
-}
-
-void Registry::loadChildren(RegistryKey& key) {
-  key.childrenPending = false;
-  std::vector<RegistryKey*> list = std::move(spareKeyList);
-  list.clear();
-  bool isSorted = true;
-  bool isWhole = true;
-  const auto take = [&](std::string_view narrow, std::uint32_t node) {
-    const std::u16string_view name = widened(narrow);
-    const bool isTooDeep = list.empty() && depthOf(key) >= deepestKey;
-    if (isTooDeep || name.empty() || name.size() > longestKeyName ||
-        name.find(u'\\') != std::u16string_view::npos) {
-      isWhole = false;
-      return;
-    }
-    RegistryKey& found = newKey(&key, name);
-    found.hive = key.hive;
-    found.hiveNode = node;
-    found.childrenPending = true;
-    found.valuesPending = true;
-    isSorted = isSorted && (list.empty() || comesBefore(list.back(), &found));
-    list.push_back(&found);
-  };
-  isWhole = key.hive->subkeys(key.hiveNode, take) && isWhole;
-  if (!isSorted) {
-    // Of keys with one name only the first can be reached; the others are damage.
-    std::stable_sort(list.begin(), list.end(), comesBefore);
-    const auto firstDouble = std::unique(list.begin(), list.end(),
-                                         [](const RegistryKey* first, const RegistryKey* second) {
-                                           return isSameName(first->name(), second->name());
-                                         });
-    isWhole = isWhole && firstDouble == list.end();
-    list.erase(firstDouble, list.end());
-  }
-  if (!isWhole) {
-    key.hive->noteDamage("not all subkeys of " + pathOf(key) + " can be read");
-  }
-  key.children.assign(arena, list);
-  if (key.role != KeyRole::Ordinary) {
-    for (RegistryKey* child : list) {
-      child->role = roleOf(key, child->name());
-    }
-    for (RegistryKey* child : list) {
-      tieAliases(*child);
-    }
-  }
-  spareKeyList = std::move(list);
-}
-
-void Registry::loadValues(RegistryKey& key) {
-  key.valuesPending = false;
-  std::vector<RegistryValue> list = std::move(spareValueList);
-  list.clear();
-  bool isWhole = true;
-  const auto take = [&](const HiveValue& value) {
-    const std::u16string_view name = widened(value.name);
-    if (name.size() > longestValueName) {
-      isWhole = false;
-      return;
-    }
-    const std::span<std::byte> kept = texts.keep(value.bytes);
-    list.push_back({.valueName = names.keep(texts, name),
-                    .data = kept.data(),
-                    .dataSize = static_cast<std::uint32_t>(kept.size()),
-                    .type = value.type});
-    key.mayBeLink = key.mayBeLink || value.type == REG_LINK;
-  };
-  if (!key.hive->values(key.hiveNode, take) || !isWhole) {
-    key.hive->noteDamage("not all values of " + pathOf(key) + " can be read");
-  }
-  key.values.assign(arena, list);
-  spareValueList = std::move(list);
 }
 
 }  // namespace zelvreg::machine

@@ -24,6 +24,9 @@
 
 namespace zelvreg::machine {
 
+struct HiveSubkey;
+class HiveText;
+
 class Registry {
  public:
   // `bits` is 64 or 32; `userSid` ("S-1-5-21-…") names the current user's key in HKEY_USERS.
@@ -118,7 +121,7 @@ class Registry {
 
  private:
   RegistryKey& newKey(RegistryKey* parent, std::u16string_view name);
-  std::u16string_view widened(std::string_view text);
+  std::u16string_view widened(const HiveText& text);
   RegistryKey& addChild(RegistryKey& parent, std::u16string_view name);
   RegistryKey* makeAliasTarget(RegistryKey& parent, std::u16string_view name);
   [[nodiscard]] KeyRole roleOf(const RegistryKey& parent, std::u16string_view name) const;
@@ -127,6 +130,9 @@ class Registry {
   void addAlias(RegistryKey& parent, std::u16string_view name, RegistryKey& target);
   std::u16string selectedControlSet(RegistryKey& system);
   void moveContent(RegistryKey& from, RegistryKey& to);
+  [[nodiscard]] static RegistryKey* loadedChild(RegistryKey& key, std::u16string_view name);
+  RegistryKey& newHiveKey(RegistryKey& parent, const HiveSubkey& subkey);
+  RegistryKey* loadChild(RegistryKey& key, std::u16string_view name);
   void loadChildren(RegistryKey& key);
   void loadValues(RegistryKey& key);
   void forget(RegistryKey& key);

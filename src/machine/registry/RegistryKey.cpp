@@ -95,6 +95,11 @@ bool ValueList::erase(Arena& arena, std::u16string_view name) {
   return true;
 }
 
+KeyList::Position placeIn(const KeyList& list, std::u16string_view name) {
+  return list.partitionPoint(
+      [name](const RegistryKey* key) { return compareNames(key->name(), name) < 0; });
+}
+
 std::size_t depthOf(const RegistryKey& key) {
   std::size_t depth = 0;
   for (const RegistryKey* above = key.parent; above != nullptr; above = above->parent) {

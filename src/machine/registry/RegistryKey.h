@@ -22,7 +22,7 @@ class HiveFile;
 // the registry, but a later write of the same value may reuse the bytes' place.
 struct RegistryValue {
   Name valueName;
-  std::byte* data = nullptr;
+  const std::byte* data = nullptr;
   std::uint32_t dataSize = 0;
   DWORD type = REG_NONE;
 
@@ -44,8 +44,8 @@ class ValueList {
 
   // Adds one at the end, whose name must not be there yet.
   void append(Arena& arena, const RegistryValue& value);
-  // Fills an empty list. Of several with one name the first stays. What is in `given` afterwards has
-  // no meaning.
+  // Fills an empty list. Of several with one name the first stays. What is in `given` afterwards
+  // has no meaning.
   void assign(Arena& arena, std::vector<RegistryValue>& given);
   // Whether it was there.
   bool erase(Arena& arena, std::u16string_view name);
@@ -97,14 +97,17 @@ struct RegistryKey {
   std::uint32_t hiveNode = 0;  // its node there
   std::uint32_t security = 0;  // number of its access list; 0 if it has none of its own
   KeyRole role = KeyRole::Ordinary;
-  bool childrenPending : 1 = false;  // the hive still holds them, `children` is empty
-  bool valuesPending : 1 = false;
+  bool childrenPending : 1 = false;  // the hive holds more than the `children` that were asked for
+  bool valuesPending : 1 = false;    // the hive still holds them, `values` is empty
   bool isDeleted : 1 = false;
   bool isAlias : 1 = false;    // a built-in link; it has no content and is never written
   bool mayBeLink : 1 = false;  // it was given a value of type REG_LINK
 
   [[nodiscard]] std::u16string_view name() const { return keyName.view(); }
 };
+
+// Where a subkey of this name is, or else belongs.
+KeyList::Position placeIn(const KeyList& list, std::u16string_view name);
 
 // How many keys lie above this one; 0 for a root.
 std::size_t depthOf(const RegistryKey& key);

@@ -42,20 +42,37 @@ void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
   }
   const bool is = (change.uNewState & LVIS_SELECTED) != 0;
   const bool was = (change.uOldState & LVIS_SELECTED) != 0;
+  if (is == was) {
+    return;
+  }
   if (change.iItem < 0) {
     // All of them at once.
-    for (std::size_t row = 1; is != was && row <= list.count(); ++row) {
-      list.setSelected(row, is);
-    }
+    itemsHighlighted(1, list.count(), is);
     return;
   }
   const std::size_t row = static_cast<std::size_t>(change.iItem) + 1;
-  if (is != was) {
-    list.setSelected(row, is);
+  itemsHighlighted(row, row, is);
+  if (!is || !onItemClick) {
+    return;
   }
-  if (is && !was && onItemClick) {
+  // Of thousands that are highlighted with one key only the first and the last one are clicked.
+  if (stale.isClicked) {
+    stale.lastChosen = row;
+  } else {
+    stale.isClicked = true;
+    desk().later(this, [this] { catchUp(); });
     onItemClick(row);
   }
+}
+
+void ListViewPeer::itemsHighlighted(std::size_t first, std::size_t last, bool are) {
+  highlighted.resize(list.count());
+  isTelling = true;
+  for (std::size_t row = first; row <= std::min(last, list.count()); ++row) {
+    highlighted[row - 1] = are;
+    list.setSelected(row, are);
+  }
+  isTelling = false;
 }
 
 // Also a click on a row that is already highlighted.

@@ -67,6 +67,10 @@ class ListViewPeer : public Peer {
     bool selection = false;
     bool columns = false;
     std::size_t inView = 0;
+    // Rows that the user has highlighted: whether the first was clicked, and the last of the
+    // others.
+    bool isClicked = false;
+    std::size_t lastChosen = 0;
     // Only these, because drawing a screenful at each step of a scan would take longer than the
     // step.
     std::set<std::size_t> single;
@@ -79,6 +83,7 @@ class ListViewPeer : public Peer {
   void giveTip(const NMLVGETINFOTIPW& request) const;
   [[nodiscard]] LRESULT findItem(const NMLVFINDITEMW& search) const;
   void itemChanged(const NMLISTVIEW& change);
+  void itemsHighlighted(std::size_t first, std::size_t last, bool are);
   bool pressed(POINT where);
   bool keyPressed(WPARAM key);
   void menuOfKeyboard() const;
@@ -105,6 +110,9 @@ class ListViewPeer : public Peer {
   HIMAGELIST rowHeights = nullptr;
   Stale stale;
   bool isShowing = false;  // then we ourselves cause the notifications
+  bool isTelling = false;  // then the window already shows what the list tells of
+  // What the window has highlighted, by its items. To ask it for each row would take too long.
+  std::vector<bool> highlighted;
 };
 
 }  // namespace zelvreg::desktop

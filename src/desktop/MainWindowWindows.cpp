@@ -241,14 +241,26 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::serve() {
-  constexpr DWORD interval = 10;  // milliseconds; the clock rounds up to a tick of 16
-  const DWORD now = GetTickCount();
-  if (now - servedAt < interval) {
+  using std::chrono::milliseconds;
+  constexpr milliseconds answerInterval(3);
+  constexpr milliseconds drawInterval(16);
+  const Clock::time_point now = Clock::now();
+  if (now - servedAt < answerInterval) {
     return;
   }
-  desk.catchUp();
+  if (now - drawnAt < drawInterval) {
+    dispatch(PM_QS_INPUT | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE);
+  } else {
+    desk.catchUp();
+    dispatch(0);
+    drawnAt = Clock::now();
+  }
+  servedAt = Clock::now();
+}
+
+void MainWindow::dispatch(UINT kinds) {
   MSG message{};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | kinds) != FALSE) {
     HWND root = GetAncestor(message.hwnd, GA_ROOT);
     if (root == nullptr || IsDialogMessageW(root, &message) == FALSE) {
       TranslateMessage(&message);
@@ -256,13 +268,13 @@ void MainWindow::serve() {
     }
     desk.catchUp();
   }
-  servedAt = GetTickCount();
 }
 
 void MainWindow::run() {
   for (;;) {
     desk.wait(form.messages);
-    servedAt = 0;
+    servedAt = {};
+    drawnAt = {};
     form.messages.doEvents();
   }
 }

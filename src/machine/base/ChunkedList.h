@@ -74,6 +74,9 @@ class ChunkedList {
     return empty() ? nullptr : &chunk(chunkCount() - 1).back();
   }
 
+  // Where an entry would be appended.
+  [[nodiscard]] Position end() const { return {chunkCount(), 0}; }
+
   // Null while the list is one chunk.
   [[nodiscard]] Companion* companion() { return isLong() ? &directory().companion : nullptr; }
   [[nodiscard]] const Companion* companion() const {
@@ -99,7 +102,7 @@ class ChunkedList {
     return {first, static_cast<std::size_t>(entry - entries.begin())};
   }
 
-  void append(Arena& arena, const Entry& entry) { insert(arena, {chunkCount(), 0}, entry); }
+  void append(Arena& arena, const Entry& entry) { insert(arena, end(), entry); }
 
   // Replaces everything; for a list that is filled in one go.
   void assign(Arena& arena, std::span<const Entry> entries) {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "machine/base/Arena.h"
@@ -32,8 +33,12 @@ class NamePool {
   Name keep(Arena& arena, std::u16string_view name);
 
  private:
-  static constexpr std::size_t slotCount = 1024;
-  std::array<Name, slotCount> lately;  // by hash
+  static constexpr unsigned slotBits = 10;
+  struct Slot {
+    std::uint64_t hash = 0;
+    Name name;
+  };
+  std::array<Slot, 1U << slotBits> lately;  // by hash
 };
 
 }  // namespace zelvreg::machine

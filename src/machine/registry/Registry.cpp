@@ -72,16 +72,10 @@ RegistryKey& Registry::newKey(RegistryKey* parent, std::u16string_view name) {
   return key;
 }
 
-RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name) {
-  static_cast<void>(children(parent));
+RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name,
+                                KeyList::Position place) {
   RegistryKey& key = newKey(&parent, name);
-  RegistryKey* const* last = parent.children.last();
-  // Files list keys in order, so most new ones belong at the end.
-  if (last == nullptr || compareNames((*last)->name(), name) < 0) {
-    parent.children.append(arena, &key);
-  } else {
-    parent.children.insert(arena, placeIn(parent.children, name), &key);
-  }
+  parent.children.insert(arena, place, &key);
   ++keyGeneration;
   return key;
 }
@@ -90,11 +84,23 @@ RegistryKey& Registry::makeChild(RegistryKey& parent, std::u16string_view name) 
   if (RegistryKey* found = child(parent, name)) {
     return found->isAlias ? *aliasTarget(*found) : *found;
   }
+  return makeMissingChild(parent, name, placeIn(children(parent), name));
+}
+
+RegistryKey* Registry::makeLastChild(RegistryKey& parent, std::u16string_view name) {
+  const KeyList& list = children(parent);
+  RegistryKey* const* last = list.last();
+  const bool isLast = last == nullptr || compareNames((*last)->name(), name) < 0;
+  return isLast ? &makeMissingChild(parent, name, list.end()) : nullptr;
+}
+
+RegistryKey& Registry::makeMissingChild(RegistryKey& parent, std::u16string_view name,
+                                        KeyList::Position place) {
   hasNewContent = true;
   if (RegistryKey* target = makeAliasTarget(parent, name)) {
     return *target;
   }
-  RegistryKey& key = addChild(parent, name);
+  RegistryKey& key = addChild(parent, name, place);
   key.role = roleOf(parent, name);
   if (!hives.empty()) {
     changes.noteMade(key);

@@ -52,6 +52,8 @@ class Registry {
   // The subkey of this name, made if it is not there. Under a name that is a built-in link it is
   // the link's target. The name must have 1 to longestKeyName units and no backslash.
   RegistryKey& makeChild(RegistryKey& parent, std::u16string_view name);
+  // The same if the name sorts after all subkeys that are there; else null, and nothing is done.
+  RegistryKey* makeLastChild(RegistryKey& parent, std::u16string_view name);
   // A root and the current user's key cannot be erased.
   [[nodiscard]] bool isErasable(const RegistryKey& key) const;
   // The key and all below it. Links in it go, not what they point to. Open handles to them stay
@@ -122,7 +124,9 @@ class Registry {
  private:
   RegistryKey& newKey(RegistryKey* parent, std::u16string_view name);
   std::u16string_view widened(const HiveText& text);
-  RegistryKey& addChild(RegistryKey& parent, std::u16string_view name);
+  RegistryKey& addChild(RegistryKey& parent, std::u16string_view name, KeyList::Position place);
+  RegistryKey& makeMissingChild(RegistryKey& parent, std::u16string_view name,
+                                KeyList::Position place);
   RegistryKey* makeAliasTarget(RegistryKey& parent, std::u16string_view name);
   [[nodiscard]] KeyRole roleOf(const RegistryKey& parent, std::u16string_view name) const;
   void tieAliases(RegistryKey& key);

@@ -62,6 +62,33 @@ std::string utf16File(std::string_view text) {
 
 constexpr const char* keyPath = R"(HKEY_LOCAL_MACHINE\K)";
 
+// In whatever order a file lists them; most list them sorted.
+TEST(RegistryFileTest, SubkeysAreSortedHoweverTheFileListsThem) {
+  Loaded loaded(std::string(version5) + R"([HKEY_LOCAL_MACHINE\K\b\x]
+[HKEY_LOCAL_MACHINE\K\d]
+[HKEY_LOCAL_MACHINE\K\c]
+[HKEY_LOCAL_MACHINE\K\B\w]
+[HKEY_LOCAL_MACHINE\k\D\y]
+[HKEY_LOCAL_MACHINE\K\E]
+)");
+  EXPECT_NE(loaded.written().find(R"([HKEY_LOCAL_MACHINE\K\b]
+
+[HKEY_LOCAL_MACHINE\K\b\w]
+
+[HKEY_LOCAL_MACHINE\K\b\x]
+
+[HKEY_LOCAL_MACHINE\K\c]
+
+[HKEY_LOCAL_MACHINE\K\d]
+
+[HKEY_LOCAL_MACHINE\K\d\y]
+
+[HKEY_LOCAL_MACHINE\K\E]
+)"),
+            std::string::npos)
+      << loaded.written();
+}
+
 TEST(RegistryFileTest, ReadsEveryKindOfValue) {
   Loaded loaded(std::string(version5) + R"([HKEY_LOCAL_MACHINE\K]
 ; a comment

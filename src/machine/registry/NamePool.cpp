@@ -7,33 +7,35 @@
 namespace zelvreg::machine {
 namespace {
 
-constexpr std::size_t unitsAtOnce = sizeof(std::uint64_t) / sizeof(char16_t);
+using Bytes = std::span<const std::byte>;
 
-std::uint64_t unitsAt(const char16_t* place) {
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, place, sizeof bits);
-  return bits;
+constexpr std::size_t bytesAtOnce = sizeof(std::uint64_t);
+
+std::uint64_t wordAt(Bytes bytes, std::size_t at) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes.data() + at, sizeof word);
+  return word;
 }
 
-// By the ends and the middle of a name, which tell most names apart.
-std::uint64_t hashOf(std::u16string_view name) {
+// By the ends and the middle, which tell most names and data apart.
+std::uint64_t hashOf(Bytes bytes) {
   constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;
-  std::uint64_t hash = name.size();
-  if (name.size() >= unitsAtOnce) {
-    hash += unitsAt(name.data());
-    hash = hash * factor ^ unitsAt(name.data() + name.size() / 2 - unitsAtOnce / 2);
-    hash = hash * factor ^ unitsAt(name.data() + name.size() - unitsAtOnce);
+  std::uint64_t hash = bytes.size();
+  if (bytes.size() >= bytesAtOnce) {
+    hash += wordAt(bytes, 0);
+    hash = hash * factor ^ wordAt(bytes, bytes.size() / 2 - bytesAtOnce / 2);
+    hash = hash * factor ^ wordAt(bytes, bytes.size() - bytesAtOnce);
   } else {
-    for (const char16_t unit : name) {
-      hash = hash * factor + unit;
+    for (const std::byte byte : bytes) {
+      hash = hash * factor + std::to_integer<std::uint64_t>(byte);
     }
   }
   return hash * factor;
 }
 
-bool isSame(std::u16string_view first, std::u16string_view second) {
+bool isSame(Bytes first, Bytes second) {
   return first.size() == second.size() &&
-         std::memcmp(first.data(), second.data(), first.size() * sizeof(char16_t)) == 0;
+         std::memcmp(first.data(), second.data(), first.size()) == 0;
 }
 
 }  // namespace
@@ -42,15 +44,28 @@ Name NamePool::keep(Arena& arena, std::u16string_view name) {
   if (name.empty()) {
     return {};
   }
-  const std::uint64_t hash = hashOf(name);
+  const Bytes units = std::as_bytes(std::span(name));
+  const std::uint64_t hash = hashOf(units);
   Slot& slot = lately[hash >> (64U - slotBits)];
-  if (slot.hash != hash || !isSame(slot.name.view(), name)) {
+  if (slot.hash != hash || !isSame(std::as_bytes(std::span(slot.name.view())), units)) {
     auto* place = arena.allocate<char16_t>(1 + name.size());
     *place = static_cast<char16_t>(name.size());
     std::copy(name.begin(), name.end(), place + 1);
     slot = {hash, Name(place + 1)};
   }
   return slot.name;
+}
+
+std::span<const std::byte> DataPool::keep(Arena& arena, std::span<const std::byte> data) {
+  if (data.empty()) {
+    return {};
+  }
+  const std::uint64_t hash = hashOf(data);
+  Slot& slot = lately[hash >> (64U - slotBits)];
+  if (slot.hash != hash || !isSame(slot.data, data)) {
+    slot = {hash, arena.keep(data)};
+  }
+  return slot.data;
 }
 
 }  // namespace zelvreg::machine

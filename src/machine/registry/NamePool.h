@@ -1,11 +1,12 @@
-// Names of keys and values. Most names of a registry stand in many places, so that those that were
-// kept lately are shared.
+// Names of keys and values, and the data of values. Most names of a registry stand in many places,
+// and much of its data too, so that those that were kept lately are shared.
 #ifndef ZELVREG_MACHINE_REGISTRY_NAME_POOL_H
 #define ZELVREG_MACHINE_REGISTRY_NAME_POOL_H
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "machine/base/Arena.h"
@@ -37,6 +38,20 @@ class NamePool {
   struct Slot {
     std::uint64_t hash = 0;
     Name name;
+  };
+  std::array<Slot, 1U << slotBits> lately;  // by hash
+};
+
+class DataPool {
+ public:
+  // Data that nobody changes. They begin at any address.
+  std::span<const std::byte> keep(Arena& arena, std::span<const std::byte> data);
+
+ private:
+  static constexpr unsigned slotBits = 11;
+  struct Slot {
+    std::uint64_t hash = 0;
+    std::span<const std::byte> data;
   };
   std::array<Slot, 1U << slotBits> lately;  // by hash
 };

@@ -157,27 +157,20 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
   key.mayBeLink = key.mayBeLink || type == REG_LINK;
   keyGeneration += key.mayBeLink ? 1 : 0;
   RegistryValue* old = key.values.find(name);
+  if (old != nullptr && old->type == type && std::ranges::equal(old->bytes(), bytes)) {
+    return;
+  }
+  const std::span<const std::byte> kept = data.keep(texts, bytes);
   if (old == nullptr) {
-    const std::span<std::byte> kept = texts.keep(bytes);
     key.values.append(arena, {.valueName = names.keep(texts, name),
                               .data = kept.data(),
                               .dataSize = static_cast<std::uint32_t>(kept.size()),
                               .type = type});
-    noteValuesChanged(key);
-    return;
-  }
-  const bool isSame = old->type == type && std::ranges::equal(old->bytes(), bytes);
-  if (isSame) {
-    return;
-  }
-  // What comes from a hive may lie in its file, where nothing is written.
-  if (bytes.size() <= old->dataSize && key.hive == nullptr) {
-    std::ranges::copy(bytes, const_cast<std::byte*>(old->data));
   } else {
-    old->data = texts.keep(bytes).data();
+    old->data = kept.data();
+    old->dataSize = static_cast<std::uint32_t>(kept.size());
+    old->type = type;
   }
-  old->dataSize = static_cast<std::uint32_t>(bytes.size());
-  old->type = type;
   noteValuesChanged(key);
 }
 

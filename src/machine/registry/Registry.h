@@ -147,6 +147,7 @@ class Registry {
   Arena
       texts;  // of names and data: apart, so that the list of a new key's values can grow in place
   NamePool names;
+  DataPool data;
   std::vector<std::unique_ptr<HiveFile>> hives;
   HiveChanges changes;
   RegistryKey* machine;

@@ -18,8 +18,8 @@ namespace zelvreg::machine {
 
 class HiveFile;
 
-// A value's name (empty for the default value), type and raw bytes. Name and bytes live as long as
-// the registry, but a later write of the same value may reuse the bytes' place.
+// A value's name (empty for the default value), type and raw bytes. Name and bytes live, unchanged,
+// as long as the registry; other values may share them.
 struct RegistryValue {
   Name valueName;
   const std::byte* data = nullptr;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <fstream>
 #include <sstream>
 
@@ -61,6 +62,16 @@ std::string utf16File(std::string_view text) {
 }
 
 constexpr const char* keyPath = R"(HKEY_LOCAL_MACHINE\K)";
+
+TEST(RegistryFileTest, AWriteChangesNoOtherValueWithTheSameData) {
+  Loaded loaded(std::string(version5) +
+                "[HKEY_LOCAL_MACHINE\\K]\n\"a\"=hex:01,02\n\"b\"=hex:01,02\n");
+  RegistryKey& key = *loaded.registry.find(keyPath);
+  const std::array written{std::byte{3}, std::byte{4}};
+  loaded.registry.setValue(key, u"a", REG_BINARY, written);
+  EXPECT_EQ(loaded.value(keyPath, "a"), "3: 3 4");
+  EXPECT_EQ(loaded.value(keyPath, "b"), "3: 1 2");
+}
 
 // In whatever order a file lists them; most list them sorted.
 TEST(RegistryFileTest, SubkeysAreSortedHoweverTheFileListsThem) {

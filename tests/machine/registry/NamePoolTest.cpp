@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zelvreg::machine {
@@ -37,6 +40,29 @@ TEST(NamePool, ANameThatWasKeptLatelyIsShared) {
 }
 
 TEST(NamePool, NoNameIsTheEmptyOne) { EXPECT_EQ(Name().view(), u""); }
+
+std::span<const std::byte> bytesOf(std::string_view text) { return std::as_bytes(std::span(text)); }
+
+TEST(DataPool, KeptDataStayWhatTheyWereAndAreSharedWithTheSameData) {
+  Arena arena;
+  DataPool pool;
+  std::vector<std::string> given;
+  std::vector<std::span<const std::byte>> kept;
+  for (std::size_t size = 0; size < 100; ++size) {
+    given.emplace_back(size, 'a');
+    for (const std::size_t place : {size / 4, size / 2, size - size / 4}) {
+      given.emplace_back(size, 'a').insert(place, "b");
+    }
+  }
+  for (const std::string& data : given) {
+    kept.push_back(pool.keep(arena, bytesOf(data)));
+    const std::string same = data;
+    EXPECT_EQ(pool.keep(arena, bytesOf(same)).data(), kept.back().data());
+  }
+  for (std::size_t index = 0; index < given.size(); ++index) {
+    ASSERT_TRUE(std::ranges::equal(kept[index], bytesOf(given[index])));
+  }
+}
 
 }  // namespace
 }  // namespace zelvreg::machine

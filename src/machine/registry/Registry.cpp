@@ -195,8 +195,12 @@ bool Registry::isLink(RegistryKey& key) {
   if (key.isAlias) {
     return true;
   }
-  if (key.valuesPending && key.hive->content().hasJust(key.hiveNode, REG_LINK)) {
-    loadValues(key);
+  if (key.mayBeLink && key.valuesPending) {
+    if (key.hive->content().hasJust(key.hiveNode, REG_LINK)) {
+      loadValues(key);
+    } else {
+      key.mayBeLink = false;
+    }
   }
   if (!key.mayBeLink || key.values.size() != 1) {
     return false;

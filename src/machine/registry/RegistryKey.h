@@ -101,7 +101,7 @@ struct RegistryKey {
   bool valuesPending : 1 = false;    // the hive still holds them, `values` is empty
   bool isDeleted : 1 = false;
   bool isAlias : 1 = false;    // a built-in link; it has no content and is never written
-  bool mayBeLink : 1 = false;  // it was given a value of type REG_LINK
+  bool mayBeLink : 1 = false;  // it was given a value of type REG_LINK, or none has been looked at
 
   [[nodiscard]] std::u16string_view name() const { return keyName.view(); }
 };

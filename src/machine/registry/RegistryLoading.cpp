@@ -51,6 +51,7 @@ void Registry::mount(RegistryKey& parent, std::u16string_view name,
   key.hiveNode = hive->root();
   key.childrenPending = true;
   key.valuesPending = true;
+  key.mayBeLink = true;
   hives.push_back(std::move(hive));
 }
 
@@ -67,6 +68,7 @@ RegistryKey& Registry::newHiveKey(RegistryKey& parent, const HiveSubkey& subkey)
   key.hiveNode = subkey.node;
   key.childrenPending = true;
   key.valuesPending = true;
+  key.mayBeLink = true;
   return key;
 }
 
@@ -135,6 +137,7 @@ void Registry::loadChildren(RegistryKey& key) {
 
 void Registry::loadValues(RegistryKey& key) {
   key.valuesPending = false;
+  key.mayBeLink = false;
   std::vector<RegistryValue> list = std::move(spareValueList);
   list.clear();
   bool isWhole = true;

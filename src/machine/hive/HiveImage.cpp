@@ -91,38 +91,37 @@ HiveImage::HiveImage(Bytes hive) : bytes(hive), end(endOfBins(hive)) {
 
 HivePlace HiveImage::root() const { return placeOf(numberIn<HiveLink>(bytes, rootOffset)); }
 
-std::optional<HiveImage::Cell> HiveImage::cellAt(HivePlace place) const {
+HiveImage::Cell HiveImage::cellAt(HivePlace place) const {
   if (place < binsOffset || place >= end || end - place < cellUnit || place % cellUnit != 0) {
-    return std::nullopt;
+    return {};
   }
   const auto head = numberIn<std::int32_t>(bytes, place);
   const auto size = static_cast<std::size_t>(-static_cast<std::int64_t>(head));
   if (head >= 0 || size > end - place || size < cellUnit) {
-    return std::nullopt;
+    return {};
   }
   return bytes.subspan(place, size);
 }
 
-std::optional<HiveImage::Cell> HiveImage::cellOfKind(HivePlace place, std::string_view kind,
-                                                     std::size_t smallest) const {
-  const std::optional<Cell> cell = cellAt(place);
-  return cell && cell->size() >= smallest && hasLetters(*cell, cellKind, kind) ? cell
-                                                                               : std::nullopt;
+HiveImage::Cell HiveImage::cellOfKind(HivePlace place, std::string_view kind,
+                                      std::size_t smallest) const {
+  const Cell cell = cellAt(place);
+  return cell.size() >= smallest && hasLetters(cell, cellKind, kind) ? cell : Cell();
 }
 
 std::optional<HiveKey> HiveImage::keyAt(HivePlace place) const {
-  const std::optional<Cell> cell = cellOfKind(place, "nk", keyName);
-  if (!cell) {
+  const Cell cell = cellOfKind(place, "nk", keyName);
+  if (cell.empty()) {
     return std::nullopt;
   }
-  const bool isNarrow = (numberIn<std::uint16_t>(*cell, keyFlags) & narrowNameFlag) != 0;
+  const bool isNarrow = (numberIn<std::uint16_t>(cell, keyFlags) & narrowNameFlag) != 0;
   return HiveKey{
-      .name = nameIn(*cell, keyName, numberIn<std::uint16_t>(*cell, keyNameLength), isNarrow),
-      .parent = numberIn<HiveLink>(*cell, keyParent),
-      .subkeyCount = numberIn<std::uint32_t>(*cell, hiveFormat::subkeyCount),
-      .subkeyList = numberIn<HiveLink>(*cell, hiveFormat::subkeyList),
-      .valueCount = numberIn<std::uint32_t>(*cell, hiveFormat::valueCount),
-      .valueList = numberIn<HiveLink>(*cell, hiveFormat::valueList)};
+      .name = nameIn(cell, keyName, numberIn<std::uint16_t>(cell, keyNameLength), isNarrow),
+      .parent = numberIn<HiveLink>(cell, keyParent),
+      .subkeyCount = numberIn<std::uint32_t>(cell, hiveFormat::subkeyCount),
+      .subkeyList = numberIn<HiveLink>(cell, hiveFormat::subkeyList),
+      .valueCount = numberIn<std::uint32_t>(cell, hiveFormat::valueCount),
+      .valueList = numberIn<HiveLink>(cell, hiveFormat::valueList)};
 }
 
 std::optional<HiveList> HiveImage::subkeyList(HivePlace place) const {
@@ -134,19 +133,19 @@ std::optional<HiveList> HiveImage::subkeyList(HivePlace place) const {
                                           {"lf", HiveList::Kind::Hints},
                                           {"li", HiveList::Kind::Links},
                                           {"ri", HiveList::Kind::Lists}}};
-  const std::optional<Cell> cell = cellAt(place);
+  const Cell cell = cellAt(place);
   for (const Letters& one : kinds) {
-    if (cell && hasLetters(*cell, listKind, one.letters)) {
-      return listIn(*cell, one.kind, listEntries, numberIn<std::uint16_t>(*cell, listCount));
+    if (!cell.empty() && hasLetters(cell, listKind, one.letters)) {
+      return listIn(cell, one.kind, listEntries, numberIn<std::uint16_t>(cell, listCount));
     }
   }
   return std::nullopt;
 }
 
 std::optional<HiveList> HiveImage::linksAt(HivePlace place, std::size_t count) const {
-  const std::optional<Cell> cell = cellAt(place);
-  return cell ? std::optional(listIn(*cell, HiveList::Kind::Links, cellHeader, count))
-              : std::nullopt;
+  const Cell cell = cellAt(place);
+  return cell.empty() ? std::nullopt
+                      : std::optional(listIn(cell, HiveList::Kind::Links, cellHeader, count));
 }
 
 std::optional<HiveList> HiveImage::valueList(const HiveKey& key) const {
@@ -154,15 +153,15 @@ std::optional<HiveList> HiveImage::valueList(const HiveKey& key) const {
 }
 
 std::optional<HiveRecord> HiveImage::valueAt(HivePlace place) const {
-  const std::optional<Cell> cell = cellOfKind(place, "vk", valueName);
-  if (!cell) {
+  const Cell cell = cellOfKind(place, "vk", valueName);
+  if (cell.empty()) {
     return std::nullopt;
   }
-  const bool isNarrow = (numberIn<std::uint16_t>(*cell, valueFlags) & narrowValueNameFlag) != 0;
+  const bool isNarrow = (numberIn<std::uint16_t>(cell, valueFlags) & narrowValueNameFlag) != 0;
   return HiveRecord{
-      .name = nameIn(*cell, valueName, numberIn<std::uint16_t>(*cell, valueNameLength), isNarrow),
-      .type = numberIn<std::uint32_t>(*cell, valueType),
-      .data = dataOf(*cell)};
+      .name = nameIn(cell, valueName, numberIn<std::uint16_t>(cell, valueNameLength), isNarrow),
+      .type = numberIn<std::uint32_t>(cell, valueType),
+      .data = dataOf(cell)};
 }
 
 std::optional<HiveData> HiveImage::dataOf(Cell record) const {
@@ -181,21 +180,21 @@ std::optional<HiveData> HiveImage::dataAt(HivePlace place, std::size_t size) con
   if (size == 0) {
     return HiveData{};
   }
-  const std::optional<Cell> cell = cellAt(place);
-  if (!cell) {
+  const Cell cell = cellAt(place);
+  if (cell.empty()) {
     return std::nullopt;
   }
-  if (size <= cell->size() - cellHeader) {
-    return HiveData{.size = size, .piece = cell->subspan(cellHeader, size)};
+  if (size <= cell.size() - cellHeader) {
+    return HiveData{.size = size, .piece = cell.subspan(cellHeader, size)};
   }
-  const bool hasParts = size > partSize && cell->size() >= listEntries + sizeof(HiveLink) &&
-                        hasLetters(*cell, cellKind, "db");
+  const bool hasParts = size > partSize && cell.size() >= listEntries + sizeof(HiveLink) &&
+                        hasLetters(cell, cellKind, "db");
   if (!hasParts) {
     return std::nullopt;
   }
   const std::size_t count = (size + partSize - 1) / partSize;
-  const auto parts = linksAt(placeOf(numberIn<HiveLink>(*cell, listEntries)),
-                             numberIn<std::uint16_t>(*cell, listCount));
+  const auto parts = linksAt(placeOf(numberIn<HiveLink>(cell, listEntries)),
+                             numberIn<std::uint16_t>(cell, listCount));
   if (!parts || parts->size() < count) {
     return std::nullopt;
   }
@@ -203,9 +202,10 @@ std::optional<HiveData> HiveImage::dataAt(HivePlace place, std::size_t size) con
 }
 
 std::optional<Bytes> HiveImage::partAt(HivePlace place, std::size_t size) const {
-  const std::optional<Cell> cell = cellAt(place);
-  return cell && size <= cell->size() - cellHeader ? std::optional(cell->subspan(cellHeader, size))
-                                                   : std::nullopt;
+  const Cell cell = cellAt(place);
+  return !cell.empty() && size <= cell.size() - cellHeader
+             ? std::optional(cell.subspan(cellHeader, size))
+             : std::nullopt;
 }
 
 }  // namespace zelvreg::machine

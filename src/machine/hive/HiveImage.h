@@ -85,11 +85,11 @@ class HiveImage {
                                                                  std::size_t size) const;
 
  private:
+  // With its size in front; empty if there is none.
   using Cell = std::span<const std::byte>;
 
-  [[nodiscard]] std::optional<Cell> cellAt(HivePlace place) const;
-  [[nodiscard]] std::optional<Cell> cellOfKind(HivePlace place, std::string_view kind,
-                                               std::size_t smallest) const;
+  [[nodiscard]] Cell cellAt(HivePlace place) const;
+  [[nodiscard]] Cell cellOfKind(HivePlace place, std::string_view kind, std::size_t smallest) const;
   [[nodiscard]] std::optional<HiveList> linksAt(HivePlace place, std::size_t count) const;
   [[nodiscard]] std::optional<HiveData> dataOf(Cell record) const;
   [[nodiscard]] std::optional<HiveData> dataAt(HivePlace place, std::size_t size) const;

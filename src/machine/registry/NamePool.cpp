@@ -48,10 +48,8 @@ Name NamePool::keep(Arena& arena, std::u16string_view name) {
   const std::uint64_t hash = hashOf(units);
   Slot& slot = lately[hash >> (64U - slotBits)];
   if (slot.hash != hash || !isSame(std::as_bytes(std::span(slot.name.view())), units)) {
-    auto* place = arena.allocate<char16_t>(1 + name.size());
-    *place = static_cast<char16_t>(name.size());
-    std::copy(name.begin(), name.end(), place + 1);
-    slot = {hash, Name(place + 1)};
+    const auto fill = [name](char16_t* place) { std::ranges::copy(name, place); };
+    slot = {hash, make(arena, name.size(), fill)};
   }
   return slot.name;
 }

@@ -33,6 +33,18 @@ class NamePool {
   // A name of at most longestValueName units.
   Name keep(Arena& arena, std::u16string_view name);
 
+  // One that is not looked for among those that were kept, of which `fill` writes the `size` units.
+  template <typename Fill>
+  static Name make(Arena& arena, std::size_t size, Fill fill) {
+    if (size == 0) {
+      return {};
+    }
+    auto* place = arena.allocate<char16_t>(1 + size);
+    *place = static_cast<char16_t>(size);
+    fill(place + 1);
+    return Name(place + 1);
+  }
+
  private:
   static constexpr unsigned slotBits = 10;
   struct Slot {

@@ -20,8 +20,8 @@ constexpr std::u16string_view symbolicLinkValue = u"SymbolicLinkValue";
 
 Registry::Registry(int bits, std::string_view userSid)
     : has64BitView(bits == 64),
-      machine(&newKey(nullptr, wideLongName(HiveHandle::LocalMachine))),
-      users(&newKey(nullptr, wideLongName(HiveHandle::Users))) {
+      machine(&newKey(nullptr, names.keep(texts, wideLongName(HiveHandle::LocalMachine)))),
+      users(&newKey(nullptr, names.keep(texts, wideLongName(HiveHandle::Users)))) {
   machine->role = KeyRole::MachineRoot;
   users->role = KeyRole::UsersRoot;
   setCurrentUser(userSid);
@@ -64,17 +64,17 @@ const ValueList& Registry::values(RegistryKey& key) {
   return key.values;
 }
 
-RegistryKey& Registry::newKey(RegistryKey* parent, std::u16string_view name) {
+RegistryKey& Registry::newKey(RegistryKey* parent, Name name) {
   static_assert(std::is_trivially_destructible_v<RegistryKey>, "the arena destroys nothing");
   RegistryKey& key = *std::construct_at(arena.allocate<RegistryKey>(1));
   key.parent = parent;
-  key.keyName = names.keep(texts, name);
+  key.keyName = name;
   return key;
 }
 
 RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name,
                                 KeyList::Position place) {
-  RegistryKey& key = newKey(&parent, name);
+  RegistryKey& key = newKey(&parent, names.keep(texts, name));
   parent.children.insert(arena, place, &key);
   ++keyGeneration;
   return key;

@@ -122,8 +122,8 @@ class Registry {
   [[nodiscard]] static std::string pathOf(const RegistryKey& key);
 
  private:
-  RegistryKey& newKey(RegistryKey* parent, std::u16string_view name);
-  std::u16string_view widened(const HiveText& text);
+  RegistryKey& newKey(RegistryKey* parent, Name name);
+  Name makeName(const HiveText& text);
   RegistryKey& addChild(RegistryKey& parent, std::u16string_view name, KeyList::Position place);
   RegistryKey& makeMissingChild(RegistryKey& parent, std::u16string_view name,
                                 KeyList::Position place);
@@ -159,7 +159,6 @@ class Registry {
   PathMemo lastPaths;
   std::vector<RegistryKey*> spareKeyList;  // memory for loading, kept from one key to the next
   std::vector<RegistryValue> spareValueList;
-  std::u16string spareName;
   std::uint64_t keyGeneration = 0;
   bool hasNewContent = false;
   bool hasNewSecurity = false;

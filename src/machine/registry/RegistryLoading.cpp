@@ -55,15 +55,12 @@ void Registry::mount(RegistryKey& parent, std::u16string_view name,
   hives.push_back(std::move(hive));
 }
 
-// A name from a hive, until the next one.
-std::u16string_view Registry::widened(const HiveText& text) {
-  spareName.resize(std::max(spareName.size(), text.size()));
-  text.copyTo(spareName.data());
-  return {spareName.data(), text.size()};
+Name Registry::makeName(const HiveText& text) {
+  return NamePool::make(texts, text.size(), [&](char16_t* units) { text.copyTo(units); });
 }
 
 RegistryKey& Registry::newHiveKey(RegistryKey& parent, const HiveSubkey& subkey) {
-  RegistryKey& key = newKey(&parent, widened(subkey.name));
+  RegistryKey& key = newKey(&parent, makeName(subkey.name));
   key.hive = parent.hive;
   key.hiveNode = subkey.node;
   key.childrenPending = true;
@@ -146,7 +143,7 @@ void Registry::loadValues(RegistryKey& key) {
       isWhole = false;
       return;
     }
-    list.push_back({.valueName = names.keep(texts, widened(value.name)),
+    list.push_back({.valueName = makeName(value.name),
                     .data = value.isInHive ? value.bytes.data() : texts.keep(value.bytes).data(),
                     .dataSize = static_cast<std::uint32_t>(value.bytes.size()),
                     .type = value.type});

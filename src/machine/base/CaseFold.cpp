@@ -4,6 +4,8 @@
 #include <array>
 #include <clocale>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <cwctype>
 
 #include "unicode/Unicode.h"
@@ -52,6 +54,24 @@ const CaseTable& lowerCaseTable() {
   return table;
 }
 
+// How many units are exactly the same at the start of both, rounded down to whole words. Neighbors
+// in a list often begin alike.
+std::size_t sameStart(std::u16string_view first, std::u16string_view second, std::size_t common) {
+  using Word = std::uint64_t;
+  constexpr std::size_t unitsInWord = sizeof(Word) / sizeof(char16_t);
+  std::size_t same = 0;
+  for (; same + unitsInWord <= common; same += unitsInWord) {
+    Word ofFirst = 0;
+    Word ofSecond = 0;
+    std::memcpy(&ofFirst, first.data() + same, sizeof(Word));
+    std::memcpy(&ofSecond, second.data() + same, sizeof(Word));
+    if (ofFirst != ofSecond) {
+      break;
+    }
+  }
+  return same;
+}
+
 }  // namespace
 
 char16_t upperCase(char16_t unit) { return upperCaseTable()[unit]; }
@@ -70,7 +90,7 @@ std::u16string upperCase(std::u16string_view text) {
 int compareNames(std::u16string_view first, std::u16string_view second) {
   const CaseTable& table = upperCaseTable();
   const std::size_t common = std::min(first.size(), second.size());
-  for (std::size_t index = 0; index < common; ++index) {
+  for (std::size_t index = sameStart(first, second, common); index < common; ++index) {
     // Most names are spelled alike, so the table is seldom needed.
     if (first[index] != second[index]) {
       const char16_t firstUpper = table[first[index]];

@@ -18,6 +18,7 @@
 #include "machine/registry/PathMemo.h"
 #include "machine/registry/RegistryHandles.h"
 #include "machine/registry/RegistryKey.h"
+#include "machine/registry/WayMemo.h"
 #include "machine/security/Security.h"
 #include "machine/security/SecurityTable.h"
 
@@ -101,6 +102,7 @@ class Registry {
 
   [[nodiscard]] RegistryHandles& handles() { return openKeys; }
   [[nodiscard]] PathMemo& pathMemo() { return lastPaths; }
+  [[nodiscard]] WayMemo& wayMemo() { return lastWays; }
   // How many handles the program has not closed.
   [[nodiscard]] std::size_t openHandles() const { return openKeys.size(); }
 
@@ -147,6 +149,7 @@ class Registry {
   SecurityTable securityTable;
   RegistryHandles openKeys;
   PathMemo lastPaths;
+  WayMemo lastWays;
   std::vector<RegistryKey*> spareKeyList;  // memory for loading, kept from one key to the next
   std::vector<RegistryValue> spareValueList;
   std::uint64_t keyGeneration = 0;

@@ -215,7 +215,7 @@ std::string plainPath(std::string_view text, const std::string& windowsFolder) {
 
 bool isDrivePath(std::string_view path) {
   return path.size() > 2 && isLetter(path[0]) && path[1] == ':' &&
-         separators.find(path[2]) != std::string_view::npos;
+         (path[2] == '\\' || path[2] == '/');
 }
 
 bool hasFileEnding(std::string_view path) {
@@ -223,6 +223,8 @@ bool hasFileEnding(std::string_view path) {
   const auto dot = name.rfind('.');
   return dot != std::string_view::npos && isFileEnding(name.substr(dot));
 }
+
+bool showsFileEnd(std::string_view path) { return endOfFile(fileNameIn(path)).has_value(); }
 
 std::string_view fileNameIn(std::string_view path) {
   const auto last = path.find_last_of(separators);

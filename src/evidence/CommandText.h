@@ -38,6 +38,10 @@ bool isDrivePath(std::string_view path);
 // Whether a path ends in the extension of a program, a library or another file of a program.
 bool hasFileEnding(std::string_view path);
 
+// The same, or whether something that belongs to no file's name follows it, as in "tool.exe,1". To
+// such a name the system adds no extension.
+bool showsFileEnd(std::string_view path);
+
 // What follows the last separator of a path.
 std::string_view fileNameIn(std::string_view path);
 

@@ -105,16 +105,6 @@ Entry EntryReader::entryOf(const Form42& form, std::size_t row, int code) {
   return entry;
 }
 
-std::string textBeside(const Entry& entry, const std::u16string& name) {
-  const auto value = valueAt(entry.key.hive, entry.key.path, name);
-  return value && isSingleText(value->type) ? textOf(*value) : std::string();
-}
-
-std::optional<DWORD> typeBeside(const Entry& entry, const std::u16string& name) {
-  const auto value = valueAt(entry.key.hive, entry.key.path, name);
-  return value ? std::optional(value->type) : std::nullopt;
-}
-
 bool KeyContent::hasNamedValue() const {
   return std::ranges::any_of(values, [](const WideValue& value) { return !value.name.empty(); });
 }

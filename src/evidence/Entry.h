@@ -47,11 +47,6 @@ class EntryReader {
   std::vector<OpenPlace> places;
 };
 
-// A value beside or below an entry; empty if it does not exist or is no single text.
-std::string textBeside(const Entry& entry, const std::u16string& name);
-// The type of such a value; std::nullopt if it does not exist.
-std::optional<DWORD> typeBeside(const Entry& entry, const std::u16string& name);
-
 // What a key holds. Nothing for one that does not exist or cannot be read.
 struct KeyContent {
   bool isDenied = false;

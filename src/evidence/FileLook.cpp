@@ -39,11 +39,6 @@ std::string callPath(const std::string& path) {
   return isLong ? "\\\\?\\" + replaceAll(path, "/", "\\") : path;
 }
 
-bool isLink(const std::string& path) {
-  const DWORD attributes = GetFileAttributesW(Wide(callPath(path)).get());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-}
-
 DriveIs askDrive(char letter) {
   switch (GetDriveTypeW(Wide(std::string{letter, ':', '\\'}).get())) {
     case DRIVE_FIXED:
@@ -68,50 +63,56 @@ DriveIs FileLook::drive(char letter) {
   return *answer;
 }
 
-FileIs FileLook::at(const std::string& path) {
+FileIs FileLook::at(const std::string& path) { return look(path).is; }
+
+FileLook::Answer FileLook::look(const std::string& path) {
   const auto found = known.find(path);
   if (found != known.end()) {
     return found->second;
   }
-  FileIs answer = ask(path);
+  Answer answer = isBelowMissing(path) ? Answer{FileIs::InMissingFolder} : ask(path);
   known.emplace(path, answer);
-  if (answer == FileIs::InMissingFolder && isDrivePath(path)) {
-    answer = whyMissing(path);
+  if (answer.is == FileIs::InMissingFolder && isDrivePath(path)) {
+    answer.is = whyMissing(path);
     known.insert_or_assign(path, answer);
   }
   return answer;
 }
 
-FileIs FileLook::ask(const std::string& path) {
+FileLook::Answer FileLook::ask(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(Wide(callPath(path)).get());
-  if (attributes != INVALID_FILE_ATTRIBUTES) {
-    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileIs::Folder : FileIs::File;
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return {fromError(static_cast<LONG>(GetLastError()))};
   }
-  return fromError(static_cast<LONG>(GetLastError()));
+  return {(attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileIs::Folder : FileIs::File,
+          (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0};
+}
+
+bool FileLook::isBelowMissing(const std::string& path) const {
+  const auto folder = known.find(path.substr(0, path.find_last_of("\\/")));
+  return folder != known.end() &&
+         (folder->second.is == FileIs::Missing || folder->second.is == FileIs::InMissingFolder);
 }
 
 // From the drive down, to the first folder that is missing or is a link whose target is. So a path
 // of very many folders costs no more than what of it is there.
 FileIs FileLook::whyMissing(const std::string& path) {
-  const auto parent = known.find(path.substr(0, path.find_last_of("\\/")));
-  if (parent != known.end() &&
-      (parent->second == FileIs::Missing || parent->second == FileIs::InMissingFolder)) {
+  if (isBelowMissing(path)) {
     return FileIs::InMissingFolder;
   }
-  std::string above = path.substr(0, driveRootLength);
+  Answer above = look(path.substr(0, driveRootLength));
   for (auto end = path.find_first_of("\\/", driveRootLength); end != std::string::npos;
        end = path.find_first_of("\\/", end + 1)) {
-    std::string folder = path.substr(0, end);
-    const FileIs answer = at(folder);
-    if (answer == FileIs::Missing || answer == FileIs::InMissingFolder) {
-      return isLink(above) ? FileIs::BehindBrokenLink : FileIs::InMissingFolder;
+    const Answer folder = look(path.substr(0, end));
+    if (folder.is == FileIs::Missing || folder.is == FileIs::InMissingFolder) {
+      return above.isLink ? FileIs::BehindBrokenLink : FileIs::InMissingFolder;
     }
-    if (answer != FileIs::Folder) {
-      return answer == FileIs::File ? FileIs::InMissingFolder : answer;
+    if (folder.is != FileIs::Folder) {
+      return folder.is == FileIs::File ? FileIs::InMissingFolder : folder.is;
     }
-    above = std::move(folder);
+    above = folder;
   }
-  return isLink(above) ? FileIs::BehindBrokenLink : FileIs::Missing;
+  return above.isLink ? FileIs::BehindBrokenLink : FileIs::Missing;
 }
 
 }  // namespace zelvreg

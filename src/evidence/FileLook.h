@@ -36,10 +36,16 @@ class FileLook {
   DriveIs drive(char letter);
 
  private:
-  static FileIs ask(const std::string& path);
+  struct Answer {
+    FileIs is;
+    bool isLink = false;  // one whose target is there
+  };
+  static Answer ask(const std::string& path);
+  Answer look(const std::string& path);
   FileIs whyMissing(const std::string& path);
+  [[nodiscard]] bool isBelowMissing(const std::string& path) const;
 
-  std::unordered_map<std::string, FileIs> known;
+  std::unordered_map<std::string, Answer> known;
   std::array<std::optional<DriveIs>, 26> drives;
 };
 

@@ -6,6 +6,7 @@
 #include "evidence/KindLooks.h"
 #include "evidence/Reasons.h"
 #include "form/Form42.h"
+#include "roots/ValueTypes.h"
 #include "scan/Findings.h"
 #include "scan/ScannedKeys.h"
 #include "text/Text.h"
@@ -29,23 +30,28 @@ bool endsWith(const std::string& text, const std::string& end) {
 
 // A list of texts beside the default value is the installer's: it installs the file when the class
 // is first used.
-bool isAdvertised(const Entry& entry, const std::u16string& name) {
-  return typeBeside(entry, name) == static_cast<DWORD>(REG_MULTI_SZ);
+bool isAdvertised(const WideKey& key, const std::u16string& name) {
+  const auto value = key.value(name);
+  return value && value->type == REG_MULTI_SZ;
 }
 
 // Where the code of a class lies that runs in another library; each version may have its own.
-std::vector<std::string> codeBasesOf(const Entry& entry) {
+std::vector<std::string> codeBasesOf(const TruePlace& place, const WideKey& opened) {
   constexpr std::size_t mostVersions = 8;
-  std::vector<std::string> texts{textBeside(entry, u"CodeBase")};
-  const WideKey key(entry.key.hive, entry.key.path, KEY_ENUMERATE_SUB_KEYS);
-  const auto versions = key.isOpen() ? key.subkeys() : std::nullopt;
-  for (const std::u16string& version : versions.value_or(std::vector<std::u16string>())) {
-    Entry below = entry;
-    below.key = zelvreg::below(entry.key, version);
-    texts.push_back(textBeside(below, u"CodeBase"));
-    if (texts.size() > mostVersions) {
-      break;
+  std::vector<std::string> texts;
+  const auto add = [&](const std::optional<WideValue>& codeBase) {
+    if (codeBase && isSingleText(codeBase->type)) {
+      texts.push_back(textOf(*codeBase));
     }
+  };
+  add(opened.value(u"CodeBase"));
+  const WideKey key(place.hive, place.path, KEY_ENUMERATE_SUB_KEYS);
+  auto versions = key.isOpen() ? key.subkeys() : std::nullopt;
+  if (versions && versions->size() > mostVersions) {
+    versions->resize(mostVersions);
+  }
+  for (const std::u16string& version : versions.value_or(std::vector<std::u16string>())) {
+    add(valueAt(place.hive, below(place, version).path, u"CodeBase"));
   }
   std::erase(texts, std::string());
   return texts;
@@ -176,7 +182,8 @@ Evidence command(const LookedAt& finding) {
   if (isFound(evidence)) {
     return evidence;
   }
-  if (isAdvertised(finding.entry, u"command")) {
+  const TruePlace& place = finding.entry.key;
+  if (isAdvertised(WideKey(place.hive, place.path, KEY_QUERY_VALUE), u"command")) {
     addReason(evidence, Reason::InstallerOnDemand);
   }
   if (hasOtherHandler(finding.entry)) {
@@ -194,10 +201,12 @@ Evidence server(const LookedAt& finding) {
   if (isFound(evidence)) {
     return evidence;
   }
-  if (isAdvertised(finding.entry, u"InprocServer32")) {
+  const TruePlace& place = finding.entry.key;
+  const WideKey key(place.hive, place.path, KEY_QUERY_VALUE);
+  if (isAdvertised(key, u"InprocServer32")) {
     addReason(evidence, Reason::InstallerOnDemand);
   }
-  for (const std::string& codeBase : codeBasesOf(finding.entry)) {
+  for (const std::string& codeBase : codeBasesOf(place, key)) {
     const Evidence code = lookAt(finding, codeBase, Reading::Library);
     if (isFound(code)) {
       return {.confidence = {}, .reasons = {Reason::FoundBehindLauncher}, .tested = code.tested};

@@ -81,6 +81,15 @@ bool InstalledProducts::seek(const std::u16string& packedCode) {
   });
 }
 
+bool InstalledProducts::isRegistered(const std::u16string& key) {
+  const auto [answer, isNew] = registered.try_emplace(key);
+  if (isNew) {
+    answer->second = isKeyThere(HiveHandle::ClassesRoot, key) ||
+                     isKeyThere(HiveHandle::ClassesRoot, u"Wow6432Node\\" + key);
+  }
+  return answer->second;
+}
+
 bool InstalledProducts::isServiceGroup(const std::string& name) {
   constexpr std::array groupLists{
       u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Svchost",

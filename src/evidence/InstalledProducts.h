@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "evidence/TruePlaces.h"
@@ -18,6 +19,10 @@ class InstalledProducts {
   // "{XXXXXXXX-…}".
   bool isProduct(std::string_view code);
 
+  // Whether a class or a library is registered, for the computer or for the user, for programs of
+  // either view; by its key below HKEY_CLASSES_ROOT.
+  bool isRegistered(const std::u16string& key);
+
   // Whether the service host has a group of this name.
   static bool isServiceGroup(const std::string& name);
 
@@ -28,6 +33,7 @@ class InstalledProducts {
   [[nodiscard]] bool seek(const std::u16string& packedCode);
 
   std::map<std::string, bool, std::less<>> products;
+  std::unordered_map<std::u16string, bool> registered;
   std::optional<std::vector<std::u16string>> installers;  // accounts that products are kept for
 };
 

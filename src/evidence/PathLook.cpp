@@ -201,7 +201,7 @@ void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwn
   if (tryViews(trial, path, owner, takes)) {
     return;
   }
-  if (!hasFileEnding(path) && files.at(path) != FileIs::InMissingFolder) {
+  if (!showsFileEnd(path) && files.at(path) != FileIs::InMissingFolder) {
     for (const std::string_view ending : endingsFor(reading, takes)) {
       PathTrial extended;
       if (tryViews(extended, path + std::string(ending), owner, Takes::FilesOnly)) {
@@ -267,7 +267,7 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
 void PathLook::trySearch(PathTrial& trial, const std::string& name, const TextOwner& owner,
                          Reading reading) {
   std::vector<std::string> names{name};
-  if (!hasFileEnding(name)) {
+  if (!showsFileEnd(name)) {
     for (const std::string_view ending : endingsFor(reading, Takes::FilesOnly)) {
       names.push_back(name + std::string(ending));
     }

@@ -18,16 +18,6 @@ Evidence gone(Reason reason, const Entry& entry) {
   return {.confidence = {}, .reasons = {reason}, .tested = {utf8(entry.key.fullPath())}};
 }
 
-// Whether a class or a library is registered, for the computer or for the user, for programs of
-// either view.
-bool isRegistered(const std::u16string& name) {
-  constexpr std::array views{u"", u"Wow6432Node\\"};
-  return std::ranges::any_of(views, [&](const char16_t* view) {
-    return WideKey(HiveHandle::ClassesRoot, view + name, KEY_QUERY_VALUE).presence() !=
-           Presence::Absent;
-  });
-}
-
 bool holdsMore(const LookedAt& finding, const KeyContent& content) {
   return std::ranges::any_of(content.subkeys, [&](const std::u16string& name) {
     return holdsValues(below(finding.entry.key, name), levelsLookedAt);
@@ -58,7 +48,9 @@ Evidence libraryReference(const LookedAt& finding) {
   if (name.empty()) {
     return withReason(Reason::NoText);
   }
-  const bool isThere = isRegistered(u"TypeLib\\" + name) || isRegistered(u"CLSID\\" + name);
+  InstalledProducts& products = finding.texts.products;
+  const bool isThere =
+      products.isRegistered(u"TypeLib\\" + name) || products.isRegistered(u"CLSID\\" + name);
   return isThere ? withReason(Reason::FoundInOtherView)
                  : Evidence{.confidence = {},
                             .reasons = {Reason::NotRegistered},
@@ -117,10 +109,11 @@ Evidence emptyCommandOrMediaType(const LookedAt& finding) {
   if (extension.empty()) {
     return withReason(Reason::NoText);
   }
-  return isRegistered(utf16(extension)) ? withReason(Reason::FoundInOtherView)
-                                        : Evidence{.confidence = {},
-                                                   .reasons = {Reason::NotRegistered},
-                                                   .tested = {"HKEY_CLASSES_ROOT\\" + extension}};
+  return finding.texts.products.isRegistered(utf16(extension))
+             ? withReason(Reason::FoundInOtherView)
+             : Evidence{.confidence = {},
+                        .reasons = {Reason::NotRegistered},
+                        .tested = {"HKEY_CLASSES_ROOT\\" + extension}};
 }
 
 }  // namespace zelvreg::looks

@@ -15,6 +15,7 @@ namespace {
 using Names = std::vector<std::u16string>;
 
 const std::u16string wowName = u"Wow6432Node";
+const std::u16string classesPath = u"Software\\Classes";
 
 // The system ignores doubled backslashes and one at the end.
 Names namesOf(const std::u16string& path) {
@@ -75,52 +76,42 @@ bool isRedirected(HiveHandle hive, const Names& names) {
              : hive == HiveHandle::LocalMachine;
 }
 
-// The roots that a path leads into, with the names below them.
-std::vector<std::pair<HiveHandle, Names>> trueRoads(HiveHandle hive, const Names& names) {
+// A path as its names joined; std::nullopt if one of them is too long for a key.
+std::optional<std::u16string> plainKeyPath(std::u16string path) {
+  std::size_t kept = 0;
+  for (std::size_t start = 0; start < path.size();) {
+    const std::size_t end = std::min(path.find(u'\\', start), path.size());
+    const std::size_t length = end - start;
+    if (length > longestKeyName) {
+      return std::nullopt;
+    }
+    if (length > 0) {
+      const std::size_t to = kept + (kept > 0 ? 1 : 0);
+      // Nearly every path is joined so already.
+      if (to != start) {
+        path.replace(kept, start - kept, kept > 0 ? 1 : 0, u'\\');
+      }
+      kept = to + length;
+    }
+    start = end + 1;
+  }
+  path.resize(kept);
+  return path;
+}
+
+std::vector<TruePlace> truePlaces(HiveHandle hive, const std::u16string& path) {
   switch (hive) {
     case HiveHandle::ClassesRoot: {
-      Names below{u"Software", u"Classes"};
-      below.insert(below.end(), names.begin(), names.end());
+      const std::u16string below = path.empty() ? classesPath : classesPath + u"\\" + path;
       return {{HiveHandle::CurrentUser, below}, {HiveHandle::LocalMachine, below}};
     }
     case HiveHandle::LocalMachine:
     case HiveHandle::CurrentUser:
     case HiveHandle::Users:
-      return {{hive, names}};
+      return {{hive, path}};
     default:
       return {};
   }
-}
-
-// A path as its names joined; std::nullopt if one of them is too long for a key.
-std::optional<std::u16string> plainKeyPath(const std::u16string& path) {
-  std::u16string plain;
-  plain.reserve(path.size());
-  std::size_t length = 0;  // of the name that was begun
-  for (const char16_t unit : path) {
-    if (unit == u'\\') {
-      length = 0;
-      continue;
-    }
-    if (length == 0 && !plain.empty()) {
-      plain += u'\\';
-    }
-    plain += unit;
-    if (++length > longestKeyName) {
-      return std::nullopt;
-    }
-  }
-  return plain;
-}
-
-std::vector<TruePlace> truePlaces(HiveHandle hive, const std::u16string& path) {
-  std::vector<TruePlace> places;
-  for (const auto& [trueHive, above] : trueRoads(hive, {})) {
-    const std::u16string start = joined(above);
-    places.push_back(
-        {trueHive, start.empty() || path.empty() ? start + path : start + u"\\" + path});
-  }
-  return places;
 }
 
 }  // namespace
@@ -131,22 +122,19 @@ std::u16string TruePlace::fullPath() const {
 }
 
 std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, Views views) {
+  const auto path = plainKeyPath(utf16UntilNul(key));
+  std::vector<TruePlace> places = path ? truePlaces(hive, *path) : std::vector<TruePlace>();
   if (views == Views::True) {
-    const auto path = plainKeyPath(utf16UntilNul(key));
-    return path ? truePlaces(hive, *path) : std::vector<TruePlace>();
-  }
-  const Names names = namesOf(utf16UntilNul(key));
-  if (std::ranges::any_of(
-          names, [](const std::u16string& name) { return name.size() > longestKeyName; })) {
-    return {};
+    return places;
   }
   const bool isOwnApart = views == Views::Own && runsOn64BitWindows();
-  std::vector<TruePlace> places;
   std::vector<TruePlace> otherPlaces;
-  for (const auto& [trueHive, trueNames] : trueRoads(hive, names)) {
-    const TruePlace truePlace{trueHive, joined(trueNames)};
-    const std::optional<TruePlace> other = placeOfOtherView(trueHive, trueNames);
-    places.push_back(other && isOwnApart && isRedirected(trueHive, trueNames) ? *other : truePlace);
+  for (TruePlace& place : places) {
+    const Names names = namesOf(place.path);
+    const std::optional<TruePlace> other = placeOfOtherView(place.hive, names);
+    if (other && isOwnApart && isRedirected(place.hive, names)) {
+      place = *other;
+    }
     if (views == Views::Both && other) {
       otherPlaces.push_back(*other);
     }

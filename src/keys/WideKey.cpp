@@ -1,6 +1,7 @@
 #include "keys/WideKey.h"
 
 #include <array>
+#include <memory>
 #include <utility>
 
 #include "keys/RootHandles.h"
@@ -108,14 +109,16 @@ std::optional<std::vector<std::u16string>> WideKey::subkeys() const {
 
 std::optional<std::vector<WideValue>> WideKey::values() const {
   std::vector<WideValue> values;
-  std::u16string name(longestValueName + 1, u'\0');
+  // Most keys have few values: to clear so much room would take longer than to read them.
+  constexpr DWORD nameRoom = longestValueName + 1;
+  const auto name = std::make_unique_for_overwrite<char16_t[]>(nameRoom);
   std::vector<BYTE> data(4096);
   for (DWORD index = 0;;) {
-    auto nameSize = static_cast<DWORD>(name.size());
+    DWORD nameSize = nameRoom;
     auto size = static_cast<DWORD>(data.size());
     DWORD type = REG_NONE;
-    const LONG listed =
-        RegEnumValueW(key, index, roomIn(name), &nameSize, nullptr, &type, data.data(), &size);
+    const LONG listed = RegEnumValueW(key, index, reinterpret_cast<LPWSTR>(name.get()), &nameSize,
+                                      nullptr, &type, data.data(), &size);
     if (listed == ERROR_MORE_DATA && size > data.size()) {
       data.resize(size);
       continue;
@@ -126,7 +129,8 @@ std::optional<std::vector<WideValue>> WideKey::values() const {
     if (listed != ERROR_SUCCESS) {
       return std::nullopt;
     }
-    values.push_back({name.substr(0, nameSize), type, {data.begin(), data.begin() + size}});
+    values.push_back(
+        {std::u16string(name.get(), nameSize), type, {data.begin(), data.begin() + size}});
     ++index;
   }
 }

@@ -171,6 +171,12 @@ std::optional<double> convertedNumber(std::string_view text) {
 }
 
 double leadingNumber(std::string_view text) {
+  // Almost always a few digits and nothing else.
+  std::uint32_t whole = 0;
+  const auto few = std::from_chars(text.data(), text.data() + text.size(), whole);
+  if (few.ec == std::errc() && few.ptr == text.data() + text.size()) {
+    return whole;
+  }
   std::string digits = withoutBlanks(text);
   if (const auto prefixed = prefixedNumber(digits)) {
     return *prefixed;

@@ -66,6 +66,15 @@ TEST_F(TextLookTest, TheSystemAddsExtensions) {
   EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\there", Reading::File), "absent");
 }
 
+TEST_F(TextLookTest, NothingIsAddedWhereTheTextShowsTheExtension) {
+  makeFile(home + "\\gone.exe,1.exe");
+  makeFile(home + "\\gone.exe extra.exe");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\gone.exe,1", Reading::Start), "absent");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\gone.exe extra", Reading::Start), "absent");
+  makeFile(home + "\\v1.2.exe");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\v1.2", Reading::Start), "found-with-extension");
+}
+
 TEST_F(TextLookTest, ANameWithoutAFolderIsSought) {
   makeFile(environmentVariable("WINDIR") + "\\evidencesought.exe");
   setText(appPath, "", "\"" + home + "\\there.exe\"");

@@ -25,6 +25,20 @@ TEST_F(TextLookOfDrivesTest, WhatIsGoneFromADiskThatCanBeChangedMayComeBack) {
   EXPECT_EQ(reasonsOf("D:\\gone.exe"), "drive-removable absent");
 }
 
+TEST_F(TextLookOfDrivesTest, BelowAFolderThatIsMissingNothingIsAsked) {
+  file("C:\\Vendor\\there.exe");
+  machine::Machine& computer = start();
+  TextLook look(Shares::Refused);
+  const auto reasons = [&](const std::string& text) {
+    return reasonCodes(look.at(text, {}, Reading::Command));
+  };
+  EXPECT_EQ(reasons("C:\\Vendor\\Gone\\one.exe"), "absent parent-absent");
+  std::vector<std::string> asked;
+  computer.drives().onFind = [&](std::u16string_view path) { asked.push_back(utf8(path)); };
+  EXPECT_EQ(reasons("C:\\Vendor\\Gone\\two.exe"), "absent parent-absent");
+  EXPECT_EQ(asked, std::vector<std::string>());
+}
+
 TEST_F(TextLookOfDrivesTest, ADriveOfAnotherComputerIsAskedOnlyIfThatIsAllowed) {
   file("Z:\\there.exe");
   machine::Machine& computer = start();

@@ -46,7 +46,7 @@ TEST_F(DemoMachineTest, HasSoundFilesAndMissingOnes) {
 TEST_F(DemoMachineTest, HasAReadOnlyHiddenSharedDll) {
   const Place dll =
       machine->drives().find(u"C:\\Program Files\\Common Files\\Northwind\\nwcore.dll");
-  EXPECT_EQ(machine->drives().records().attributes(dll.path, dll.isFolder),
+  EXPECT_EQ(machine->drives().records().attributes(dll.path(), dll.isFolder),
             FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
 }
 

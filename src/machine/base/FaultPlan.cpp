@@ -23,9 +23,7 @@ void FaultPlan::clear() { kinds = {}; }
 
 std::uint64_t FaultPlan::calls(ApiCall call) const { return kinds[indexOf(call)].calls; }
 
-std::optional<LONG> FaultPlan::next(ApiCall call) {
-  Kind& kind = kinds[indexOf(call)];
-  ++kind.calls;
+std::optional<LONG> FaultPlan::fault(Kind& kind) {
   if (kind.calls > kind.lastSound) return kind.lasting;
   const auto found = kind.planned.find(kind.calls);
   if (found == kind.planned.end()) return std::nullopt;

@@ -58,7 +58,13 @@ class FaultPlan {
 
   // For the calls themselves: counts one, and gives the code it must answer if that one is planned
   // to fail.
-  [[nodiscard]] std::optional<LONG> next(ApiCall call);
+  [[nodiscard]] std::optional<LONG> next(ApiCall call) {
+    Kind& kind = kinds[static_cast<std::size_t>(call)];
+    ++kind.calls;
+    // Every call asks, and only tests plan a fault.
+    const bool isSound = kind.calls <= kind.lastSound && kind.planned.empty();
+    return isSound ? std::nullopt : fault(kind);
+  }
 
  private:
   struct Kind {
@@ -67,6 +73,8 @@ class FaultPlan {
     std::uint64_t lastSound = UINT64_MAX;  // after it every call fails with `lasting`
     LONG lasting = ERROR_SUCCESS;
   };
+  static std::optional<LONG> fault(Kind& kind);
+
   std::array<Kind, static_cast<std::size_t>(ApiCall::Count)> kinds;
 };
 

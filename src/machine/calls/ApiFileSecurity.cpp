@@ -33,8 +33,8 @@ BOOL GetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIP
   if (!place.exists()) return failed(place.error);
   const bool readsAudit = (what & SACL_SECURITY_INFORMATION) != 0;
   const ACCESS_MASK right = READ_CONTROL | (readsAudit ? ACCESS_SYSTEM_SECURITY : 0);
-  if (grantedOn(*machine, place.path, right) == 0) return failed(ERROR_ACCESS_DENIED);
-  const Bytes bytes = selfRelative(machine->drives().records().security(place.path), what);
+  if (grantedOn(*machine, place.path(), right) == 0) return failed(ERROR_ACCESS_DENIED);
+  const Bytes bytes = selfRelative(machine->drives().records().security(place.path()), what);
   if (needed != nullptr) *needed = static_cast<DWORD>(bytes.size());
   if (descriptor == nullptr || size < bytes.size()) return failed(ERROR_INSUFFICIENT_BUFFER);
   std::memcpy(descriptor, bytes.data(), bytes.size());
@@ -48,10 +48,10 @@ BOOL SetFileSecurityW(LPCWSTR path, SECURITY_INFORMATION what, PSECURITY_DESCRIP
   if (descriptor == nullptr) return failed(ERROR_INVALID_SECURITY_DESCR);
   const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return failed(place.error);
-  if (grantedOn(*machine, place.path, rightToSet(what)) == 0) return failed(ERROR_ACCESS_DENIED);
+  if (grantedOn(*machine, place.path(), rightToSet(what)) == 0) return failed(ERROR_ACCESS_DENIED);
   FileRecords& records = machine->drives().records();
-  records.setSecurity(place.path, replaceParts(records.security(place.path),
-                                               readDescriptor(descriptor), what, fileRights));
+  records.setSecurity(place.path(), replaceParts(records.security(place.path()),
+                                                 readDescriptor(descriptor), what, fileRights));
   return TRUE;
 }
 }

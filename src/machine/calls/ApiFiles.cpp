@@ -27,7 +27,7 @@ LONG mayOpen(const Machine& machine, const Place& place, DWORD access, DWORD dis
              DWORD attributes) {
   if (disposition == CREATE_NEW) return ERROR_FILE_EXISTS;
   if (place.isFolder) return ERROR_ACCESS_DENIED;
-  const DWORD has = machine.drives().records().attributes(place.path, false);
+  const DWORD has = machine.drives().records().attributes(place.path(), false);
   const bool writes = (fileRights.map(access) & (fileWriteData | fileAppendData)) != 0;
   const bool readsOnly = place.isLent || (has & FILE_ATTRIBUTE_READONLY) != 0;
   if (readsOnly && (writes || makesEmpty(disposition))) {
@@ -38,13 +38,14 @@ LONG mayOpen(const Machine& machine, const Place& place, DWORD access, DWORD dis
   if (makesEmpty(disposition) && (has & special & ~attributes) != 0) return ERROR_ACCESS_DENIED;
   const ACCESS_MASK desired = access | (makesEmpty(disposition) ? fileWriteData : 0);
   if (desired == 0) return ERROR_SUCCESS;
-  return grantedOn(machine, place.path, desired) != 0 ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+  return grantedOn(machine, place.path(), desired) != 0 ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
 // The rights that the handle gives for reading and writing. A new file is its maker's in full.
 OpenFile rightsOf(const Machine& machine, const Place& place, DWORD access) {
-  const ACCESS_MASK granted = place.exists() && access != 0 ? grantedOn(machine, place.path, access)
-                                                            : fileRights.map(access);
+  const ACCESS_MASK granted = place.exists() && access != 0
+                                  ? grantedOn(machine, place.path(), access)
+                                  : fileRights.map(access);
   OpenFile file;
   file.mayRead = (granted & fileReadData) != 0;
   file.mayWrite = (granted & (fileWriteData | fileAppendData)) != 0;
@@ -90,7 +91,7 @@ HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD, const SECURITY_ATTRIBUTES*
   if (!file.file.isOpen()) return failedOpen(errorCodeOf(errno));
   if (!place.exists()) wasMade(*machine, place, false, security);
   if (!place.exists() || makesEmpty(disposition)) {
-    machine->drives().records().setAttributes(place.path, false, flags | FILE_ATTRIBUTE_ARCHIVE);
+    machine->drives().records().setAttributes(place.path(), false, flags | FILE_ATTRIBUTE_ARCHIVE);
   }
   const bool replaced = place.exists() && disposition != OPEN_EXISTING;
   SetLastError(static_cast<DWORD>(replaced ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS));

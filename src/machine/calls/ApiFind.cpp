@@ -30,7 +30,7 @@ FILETIME fileTime(const timespec& time) {
 
 WIN32_FIND_DATAW describe(const Machine& machine, const Place& place, std::u16string_view name) {
   WIN32_FIND_DATAW data{};
-  data.dwFileAttributes = machine.drives().records().attributes(place.path, place.isFolder);
+  data.dwFileAttributes = machine.drives().records().attributes(place.path(), place.isFolder);
   struct stat status {};
   if (stat(place.file.c_str(), &status) == 0) {
     const auto size = place.isFolder ? 0 : static_cast<std::uint64_t>(status.st_size);
@@ -49,10 +49,9 @@ WIN32_FIND_DATAW describe(const Machine& machine, const Place& place, std::u16st
 OpenSearch search(const Machine& machine, const Place& folder, std::u16string_view pattern) {
   Drives& drives = machine.drives();
   const std::u16string wanted = upperCase(pattern);
-  const std::string start = folder.path + (folder.path.ends_with('\\') ? "" : "\\");
   OpenSearch result;
   for (const std::u16string_view self : {u".", u".."}) {
-    const bool isRoot = folder.path.ends_with('\\');
+    const bool isRoot = folder.file.size() == folder.rootSize;
     if (!isRoot && fitsPattern(self, wanted))
       result.found.push_back(describe(machine, folder, self));
   }
@@ -60,11 +59,10 @@ OpenSearch search(const Machine& machine, const Place& folder, std::u16string_vi
   const std::vector<ListedName> names = drives.namesIn(folder);
   for (const ListedName& listed : names) {
     if (!fitsPattern(listed.upper, wanted)) continue;
-    Place place;
+    Place place = folder;
     place.isFolder = listed.kind == NameKind::Folder;
     place.file = folder.file + "/" + listed.name;
-    place.path = start + listed.name;
-    if (listed.kind == NameKind::Link) place = drives.findTrue(utf16(place.path));
+    if (listed.kind == NameKind::Link) place = drives.findTrue(utf16(place.path()));
     if (listed.kind == NameKind::Other || !place.exists()) continue;
     result.found.push_back(describe(machine, place, utf16(listed.name)));
   }

@@ -26,12 +26,10 @@ constexpr LONG notSameDevice = 17;
 // Where `to` puts the file `from`: the same file again is a new spelling of its name.
 void respell(Place& to, const Place& from, std::u16string_view text) {
   if (to.file != from.file) return;
-  PathName name = parsePath(text, PathName());
+  const PathName name = parsePath(text, PathName());
   if (name.names.empty()) return;
-  const std::string spelled = utf8(name.names.back());
-  to.file = to.folder + "/" + spelled;
-  to.path = parentPath(to.path);
-  to.path += (to.path.ends_with('\\') ? "" : "\\") + spelled;
+  const std::size_t last = name.names.find_last_of(u'\\');
+  to.file = to.folder() + "/" + utf8(std::u16string_view(name.names).substr(last + 1));
 }
 
 // Whether what is there may give way to the file that is moved over it.
@@ -45,7 +43,7 @@ LONG mayReplace(const Machine& machine, const Place& to, const Place& from, DWOR
 // the new one was made with a list of its own. 0 or the error number.
 int keepTraits(const Machine& machine, const Place& from, const Place& to) {
   const bool isReplaced = to.exists() && to.file != from.file;
-  if (!isReplaced || machine.drives().records().hasSecurity(from.path)) return 0;
+  if (!isReplaced || machine.drives().records().hasSecurity(from.path())) return 0;
   const FileDescriptor old = openPlainFile(to.file);
   const FileDescriptor file = openPlainFile(from.file);
   return old.isOpen() && file.isOpen() ? copyTraits(old.get(), file.get()) : errno;
@@ -60,8 +58,8 @@ void writeOutFolder(const std::string& folder) {
 // everything are passed through, as by everybody on Windows.
 bool mayBeSeen(const Machine& machine, const Place& place) {
   return !machine.drives().records().hasAnySecurity() ||
-         grantedOn(machine, place.path, fileReadAttributes) != 0 ||
-         grantedOn(machine, parentPath(place.path), fileReadData) != 0;
+         grantedOn(machine, place.path(), fileReadAttributes) != 0 ||
+         grantedOn(machine, parentPath(place.path()), fileReadData) != 0;
 }
 
 // Whether moving a file takes more than its name in these rights.
@@ -71,8 +69,8 @@ LONG mayMove(const Machine& machine, const Place& from, const Place& to, DWORD f
   const LONG refusal =
       to.exists() ? mayReplace(machine, to, from, flags) : mayMake(machine, to, right);
   if (refusal != ERROR_SUCCESS) return refusal;
-  if (from.path[0] != to.path[0]) return notSameDevice;
-  return grantedOn(machine, from.path, DELETE_ACCESS) != 0 ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+  if (from.drive != to.drive) return notSameDevice;
+  return grantedOn(machine, from.path(), DELETE_ACCESS) != 0 ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
 }  // namespace
@@ -89,8 +87,8 @@ BOOL DeleteFileW(LPCWSTR path) {
   const LONG refusal = mayDelete(*machine, place);
   if (refusal != ERROR_SUCCESS) return failed(refusal);
   if (unlink(place.file.c_str()) != 0) return failed(errorCodeOf(errno));
-  machine->drives().changed(place.folder);
-  machine->drives().records().remove(place.path);
+  machine->drives().changed(place.folder());
+  machine->drives().records().remove(place.path());
   return TRUE;
 }
 
@@ -107,10 +105,10 @@ BOOL MoveFileExW(LPCWSTR fromPath, LPCWSTR toPath, DWORD flags) {
     return failed(errorCodeOf(error));
   respell(to, from, toText);
   if (rename(from.file.c_str(), to.file.c_str()) != 0) return failed(errorCodeOf(errno));
-  if ((flags & MOVEFILE_WRITE_THROUGH) != 0) writeOutFolder(to.folder);
-  machine->drives().changed(from.folder);
-  machine->drives().changed(to.folder);
-  machine->drives().records().move(from.path, to.path);
+  if ((flags & MOVEFILE_WRITE_THROUGH) != 0) writeOutFolder(to.folder());
+  machine->drives().changed(from.folder());
+  machine->drives().changed(to.folder());
+  machine->drives().records().move(from.path(), to.path());
   return TRUE;
 }
 
@@ -138,7 +136,7 @@ DWORD GetFileAttributesW(LPCWSTR path) {
   const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return refused(place.error);
   if (!mayBeSeen(*machine, place)) return refused(ERROR_ACCESS_DENIED);
-  return machine->drives().records().attributes(place.path, place.isFolder);
+  return machine->drives().records().attributes(place.path(), place.isFolder);
 }
 
 // Drives are fixed disks, unless one is said to be another kind; of a letter without a folder
@@ -162,8 +160,9 @@ BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
   if (const auto fault = machine->faults().next(ApiCall::SetFileAttributes)) return failed(*fault);
   const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return failed(place.error);
-  if (grantedOn(*machine, place.path, fileWriteAttributes) == 0) return failed(ERROR_ACCESS_DENIED);
-  machine->drives().records().setAttributes(place.path, place.isFolder, attributes);
+  if (grantedOn(*machine, place.path(), fileWriteAttributes) == 0)
+    return failed(ERROR_ACCESS_DENIED);
+  machine->drives().records().setAttributes(place.path(), place.isFolder, attributes);
   if (DiskAttributes* disk = machine->diskAttributes()) disk->ask(place.file, attributes);
   return TRUE;
 }

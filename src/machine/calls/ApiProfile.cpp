@@ -31,7 +31,7 @@ Place placeOf(const Machine& machine, LPCWSTR file) {
 ProfileFile read(const Machine& machine, const Place& place) {
   std::string content;
   LONG error = place.error;
-  if (place.exists() && (place.isFolder || grantedOn(machine, place.path, GENERIC_READ) == 0)) {
+  if (place.exists() && (place.isFolder || grantedOn(machine, place.path(), GENERIC_READ) == 0)) {
     error = ERROR_ACCESS_DENIED;
   }
   if (error == ERROR_SUCCESS) {
@@ -82,9 +82,9 @@ DWORD giveList(const std::vector<std::u16string>& texts, LPWSTR buffer, DWORD si
 // Whether the file may be written, if need be made. ERROR_SUCCESS or the answer.
 LONG mayWrite(const Machine& machine, const Place& place) {
   if (!place.exists()) return mayMake(machine, place, fileWriteData);
-  const DWORD attributes = machine.drives().records().attributes(place.path, place.isFolder);
+  const DWORD attributes = machine.drives().records().attributes(place.path(), place.isFolder);
   if (place.isFolder || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return ERROR_ACCESS_DENIED;
-  const bool granted = grantedOn(machine, place.path, GENERIC_READ | GENERIC_WRITE) != 0;
+  const bool granted = grantedOn(machine, place.path(), GENERIC_READ | GENERIC_WRITE) != 0;
   return granted ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 

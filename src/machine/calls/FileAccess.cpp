@@ -77,17 +77,17 @@ ACCESS_MASK grantedOn(const Machine& machine, const std::string& path, ACCESS_MA
 LONG mayDelete(const Machine& machine, const Place& place) {
   if (place.isLent) return ERROR_ACCESS_DENIED;
   const FileRecords& records = machine.drives().records();
-  if ((records.attributes(place.path, place.isFolder) & FILE_ATTRIBUTE_READONLY) != 0) {
+  if ((records.attributes(place.path(), place.isFolder) & FILE_ATTRIBUTE_READONLY) != 0) {
     return ERROR_ACCESS_DENIED;
   }
-  if (grantedOn(machine, place.path, DELETE_ACCESS) != 0) return ERROR_SUCCESS;
-  const bool byFolder = grantedOn(machine, parentPath(place.path), fileDeleteChild) != 0;
+  if (grantedOn(machine, place.path(), DELETE_ACCESS) != 0) return ERROR_SUCCESS;
+  const bool byFolder = grantedOn(machine, parentPath(place.path()), fileDeleteChild) != 0;
   return byFolder ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
 LONG mayMake(const Machine& machine, const Place& place, ACCESS_MASK right) {
   if (!place.canBeMade()) return place.error;
-  const bool granted = grantedOn(machine, parentPath(place.path), right) != 0;
+  const bool granted = grantedOn(machine, parentPath(place.path()), right) != 0;
   return granted ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
 }
 
@@ -100,20 +100,20 @@ mode_t modeOfNew(const SECURITY_ATTRIBUTES* given, bool isFolder) {
 void wasMade(const Machine& machine, const Place& place, bool isFolder,
              const SECURITY_ATTRIBUTES* given) {
   Drives& drives = machine.drives();
-  drives.changed(place.folder);
+  drives.changed(place.folder());
   if (machine.isOfflineDisk()) closeOnDisk(place.file, isFolder);
   FileRecords& records = drives.records();
   if (hasList(given)) {
     constexpr SECURITY_INFORMATION all =
         OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
-    records.setSecurity(
-        place.path, replaceParts({}, readDescriptor(given->lpSecurityDescriptor), all, fileRights));
+    records.setSecurity(place.path(), replaceParts({}, readDescriptor(given->lpSecurityDescriptor),
+                                                   all, fileRights));
     return;
   }
-  const std::string parent = parentPath(place.path);
+  const std::string parent = parentPath(place.path());
   if (!records.hasSecurity(parent)) return;
-  records.setSecurity(place.path, inheritFrom(records.security(parent), isFolder, fileRights,
-                                              machine.token().sids.front()));
+  records.setSecurity(place.path(), inheritFrom(records.security(parent), isFolder, fileRights,
+                                                machine.token().sids.front()));
 }
 
 }  // namespace zelvreg::machine

@@ -37,16 +37,21 @@ void readRecords(std::string_view content, const std::string& fileName, const Re
   }
 }
 
-// The place of a file, which need not be there, with its true path.
-Place placeOf(Drives& drives, std::string_view path) {
+struct NamedFile {
+  std::string path;  // the true one
+  bool isFolder = false;
+};
+
+// What a record is about; it need not be there.
+NamedFile namedFile(Drives& drives, std::string_view path) {
   const std::u16string text = utf16(path);
-  Place place = drives.findTrue(text);
-  if (!place.exists()) place.path = drives.truePath(text);
-  if (place.path.empty()) {
+  const Place place = drives.findTrue(text);
+  NamedFile named{place.exists() ? place.path() : drives.truePath(text), place.isFolder};
+  if (named.path.empty()) {
     throw MachineError("\"" + std::string(path) +
                        "\" is neither a key nor a file; begin it with HKEY_… or with a drive");
   }
-  return place;
+  return named;
 }
 
 std::optional<DWORD> numberOf(std::string_view text) {
@@ -67,7 +72,7 @@ void readSecurities(std::string_view content, Registry& registry, Drives& drives
     if (path.starts_with("HKEY_")) {
       registry.setSecurity(path, std::move(descriptor));
     } else {
-      drives.records().setSecurity(placeOf(drives, path).path, std::move(descriptor));
+      drives.records().setSecurity(namedFile(drives, path).path, std::move(descriptor));
     }
   });
 }
@@ -90,8 +95,8 @@ void readAttributes(std::string_view content, Drives& drives) {
     if (!number) {
       throw MachineError("\"" + std::string(text) + "\" is no number; write the attributes' sum");
     }
-    const Place place = placeOf(drives, path);
-    drives.records().setAttributes(place.path, place.isFolder, *number);
+    const NamedFile file = namedFile(drives, path);
+    drives.records().setAttributes(file.path, file.isFolder, *number);
   });
 }
 

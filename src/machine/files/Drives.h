@@ -13,6 +13,7 @@
 
 #include "machine/files/FileRecords.h"
 #include "machine/files/FolderListings.h"
+#include "machine/files/KnownFolders.h"
 #include "machine/files/PathName.h"
 
 namespace zelvreg::machine {
@@ -31,13 +32,17 @@ struct Place {
   LONG error = ERROR_SUCCESS;  // what opening it answers, if it is not there
   bool isFolder = false;
   bool isLent = false;  // see Drives::lend(): it can be read and nothing else
+  char drive = '\0';    // none where nothing is known of it, and for what is lent
   // On this system. If the last name alone is missing (ERROR_FILE_NOT_FOUND), where it would be.
   std::string file;
-  std::string path;    // the true path on the emulated computer, for its records
-  std::string folder;  // that `file` is in, on this system; of a drive's root, itself
+  std::size_t rootSize = 0;  // how much of `file` is the drive's own folder
 
   [[nodiscard]] bool exists() const { return error == ERROR_SUCCESS; }
   [[nodiscard]] bool canBeMade() const { return error == ERROR_FILE_NOT_FOUND; }
+  // The true path on the emulated computer, for its records; empty without a drive.
+  [[nodiscard]] std::string path() const;
+  // The folder on this system that `file` is in; of a drive's root, itself.
+  [[nodiscard]] std::string folder() const;
 };
 
 class Drives {
@@ -89,6 +94,10 @@ class Drives {
   [[nodiscard]] const std::u16string& programFolder() const { return settings.programFolder; }
 
  private:
+  struct Drive {
+    std::string root;  // canonical, without a separator at the end
+    KnownFolders knownFolders;
+  };
   struct Lent {
     PathName path;
     std::string folder;
@@ -102,7 +111,7 @@ class Drives {
   DriveSettings settings;
   PathName current;
   PathName windows;
-  std::map<char, std::string> roots;  // canonical, without a separator at the end
+  std::map<char, Drive> drives;  // by upper-case letter
   std::vector<Lent> lent;
   std::map<char16_t, UINT> types;
   FolderListings listings;

@@ -69,6 +69,11 @@ ReadNames readNames(const std::string& folder) {
             [](const ListedName& first, const ListedName& second) {
               return std::tie(first.upper, first.name) < std::tie(second.upper, second.name);
             });
+  for (std::size_t next = 1; next < read.names.size(); ++next) {
+    ListedName& name = read.names[next - 1];
+    ListedName& other = read.names[next];
+    if (name.upper == other.upper) name.hasTwin = other.hasTwin = true;
+  }
   return read;
 }
 
@@ -78,6 +83,7 @@ FolderListings::Listing& FolderListings::current(const std::string& folder) {
   Listing& listing = listings[folder];
   struct stat status {};
   if (stat(nameOf(folder), &status) != 0) {
+    ++readings;
     listing = {};
     return listing;
   }
@@ -86,6 +92,7 @@ FolderListings::Listing& FolderListings::current(const std::string& folder) {
                     listing.changed.tv_sec == status.st_mtim.tv_sec &&
                     listing.changed.tv_nsec == status.st_mtim.tv_nsec;
   if (same) return listing;
+  ++readings;
   // The time is taken before the names, so that a change in between is seen the next time.
   listing = {status.st_dev, status.st_ino, status.st_mtim, false, false, {}};
   ReadNames read = readNames(folder);
@@ -101,14 +108,12 @@ const ListedName* FolderListings::find(const std::string& folder, std::u16string
   const auto first = std::lower_bound(
       names.begin(), names.end(), upper,
       [](const ListedName& listed, std::u16string_view wanted) { return listed.upper < wanted; });
-  const auto last = std::find_if(
-      first, names.end(), [upper](const ListedName& listed) { return listed.upper != upper; });
-  if (first == last) return nullptr;
-  if (last - first == 1) return &*first;
-  const auto exact = std::find_if(first, last, [written = utf8(name)](const ListedName& listed) {
-    return listed.name == written;
-  });
-  return exact == last ? &*first : &*exact;
+  if (first == names.end() || first->upper != upper) return nullptr;
+  if (!first->hasTwin) return &*first;
+  const std::string written = utf8(name);
+  auto exact = first;
+  while (exact != names.end() && exact->upper == upper && exact->name != written) ++exact;
+  return exact != names.end() && exact->upper == upper ? &*exact : &*first;
 }
 
 const std::vector<ListedName>& FolderListings::all(const std::string& folder) {

@@ -18,6 +18,7 @@ struct ListedName {
   std::u16string upper;  // by which it is found
   std::string name;      // as the file system has it, in UTF-8 that keeps lone surrogates
   NameKind kind = NameKind::Other;
+  bool hasTwin = false;  // another name in the folder differs in case alone
 };
 
 // Keeps each listing until the folder's time of change differs, or it is forgotten: a scan asks for
@@ -37,6 +38,9 @@ class FolderListings {
   // one of ASCII alone.
   [[nodiscard]] bool isSurelyMissing(const std::string& folder, std::u16string_view name) const;
 
+  // Another number whenever a folder was read, or could not be: until then all is as it was listed.
+  [[nodiscard]] std::uint64_t timesRead() const { return readings; }
+
   // To be called after a change to the folder: two changes can carry the same time.
   void forget(const std::string& folder) { listings.erase(folder); }
 
@@ -52,6 +56,7 @@ class FolderListings {
   Listing& current(const std::string& folder);
 
   std::unordered_map<std::string, Listing> listings;
+  std::uint64_t readings = 0;
 };
 
 }  // namespace zelvreg::machine

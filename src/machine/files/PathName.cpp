@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "machine/base/CaseFold.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -25,10 +26,7 @@ bool hasDrive(std::u16string_view text) {
   return text.size() >= 2 && isLetter(text[0]) && text[1] == u':';
 }
 
-bool isPossible(std::u16string_view names) {
-  return std::all_of(names.begin(), names.end(),
-                     [](char16_t unit) { return unit >= isInNames.size() || isInNames[unit]; });
-}
+bool isPossible(char16_t unit) { return unit >= isInNames.size() || isInNames[unit]; }
 
 PathName wrong(LONG error) {
   PathName path;
@@ -38,21 +36,31 @@ PathName wrong(LONG error) {
 
 void addName(PathName& path, std::u16string_view name) {
   if (name == u"..") {
-    if (!path.names.empty()) path.names.pop_back();
+    if (!path.names.empty()) path.names.resize(path.names.find_last_of(u'\\'));
     return;
   }
   // "." and names of dots alone are nothing.
-  if (name.find_first_not_of(u" .") == std::u16string_view::npos) return;
-  path.names.emplace_back(withoutEnd(name));
+  if (!name.empty() && (name.back() == u' ' || name.back() == u'.')) name = withoutEnd(name);
+  if (name.find_first_not_of(u" .") != std::u16string_view::npos) {
+    (path.names += u'\\') += name;
+  }
 }
 
-void addNames(PathName& path, std::u16string_view text) {
+// False if a character is in no name.
+bool addNames(PathName& path, std::u16string_view text) {
   path.endsInSeparator = !text.empty() && isSeparator(text.back());
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.size(), text.find_first_of(u"\\/"));
-    addName(path, text.substr(0, end));
-    text.remove_prefix(std::min(text.size(), end + 1));
+  path.names.reserve(path.names.size() + text.size() + 1);
+  std::size_t start = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (isSeparator(text[at])) {
+      addName(path, text.substr(start, at - start));
+      start = at + 1;
+    } else if (!isPossible(text[at])) {
+      return false;
+    }
   }
+  addName(path, text.substr(start));
+  return true;
 }
 
 }  // namespace
@@ -61,8 +69,6 @@ std::u16string_view withoutEnd(std::u16string_view name) {
   const std::size_t last = name.find_last_not_of(u" .");
   return last == std::u16string_view::npos ? name : name.substr(0, last + 1);
 }
-
-bool isSeparator(char16_t unit) { return unit == u'\\' || unit == u'/'; }
 
 PathName parsePath(std::u16string_view text, const PathName& current) {
   text = untilNul(text);
@@ -83,12 +89,19 @@ PathName parsePath(std::u16string_view text, const PathName& current) {
   }
   const bool fromRoot = !text.empty() && isSeparator(text[0]);
   if (!fromRoot && path.drive == current.drive) path.names = current.names;
-  if (!isPossible(text)) return wrong(ERROR_INVALID_NAME);
-  addNames(path, text);
-  return path;
+  return addNames(path, text) ? path : wrong(ERROR_INVALID_NAME);
 }
 
 PathName parseFullPath(std::u16string_view text) { return parsePath(text, PathName()); }
+
+std::optional<std::u16string_view> namesBelow(const PathName& above, const PathName& path) {
+  const std::u16string_view names = path.names;
+  const std::size_t size = above.names.size();
+  const bool isBelow = path.drive == above.drive && names.size() >= size &&
+                       (names.size() == size || names[size] == u'\\') &&
+                       isSameName(names.substr(0, size), above.names);
+  return isBelow ? std::optional(names.substr(size)) : std::nullopt;
+}
 
 std::u16string_view takeLastPart(std::u16string_view& text) {
   const std::size_t end = text.find_last_of(u"\\/:");

@@ -4,17 +4,18 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace zelvreg::machine {
 
 struct PathName {
   // ERROR_SUCCESS, or what a call answers that is given this text.
   LONG error = ERROR_SUCCESS;
-  char drive = '\0';                  // the upper-case letter
-  std::vector<std::u16string> names;  // from the drive's root down, as they are written
+  char drive = '\0';  // the upper-case letter
+  // From the drive's root down, as they are written, a backslash in front of each: "\\Windows\\x".
+  std::u16string names;
   bool endsInSeparator = false;
 };
 
@@ -30,10 +31,14 @@ PathName parseFullPath(std::u16string_view text);
 // Cuts off the part after the last separator or the drive's colon and gives it.
 std::u16string_view takeLastPart(std::u16string_view& text);
 
+// The names of a path that `above` begins, which is a whole number of names; none if another path
+// is there, in any case. Empty for `above` itself.
+std::optional<std::u16string_view> namesBelow(const PathName& above, const PathName& path);
+
 // A name without the blanks and dots at its end; "." and ".." stay.
 std::u16string_view withoutEnd(std::u16string_view name);
 
-bool isSeparator(char16_t unit);
+inline bool isSeparator(char16_t unit) { return unit == u'\\' || unit == u'/'; }
 
 }  // namespace zelvreg::machine
 

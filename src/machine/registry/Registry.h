@@ -19,6 +19,7 @@
 #include "machine/registry/PathMemo.h"
 #include "machine/registry/RegistryHandles.h"
 #include "machine/registry/RegistryKey.h"
+#include "machine/registry/WayMemo.h"
 #include "machine/security/Security.h"
 #include "machine/security/SecurityTable.h"
 
@@ -107,6 +108,7 @@ class Registry {
 
   [[nodiscard]] RegistryHandles& handles() { return openKeys; }
   [[nodiscard]] PathMemo& pathMemo() { return lastPaths; }
+  [[nodiscard]] WayMemo& wayMemo() { return lastWays; }
   // How many handles the program has not closed.
   [[nodiscard]] std::size_t openHandles() const { return openKeys.size(); }
 
@@ -157,6 +159,7 @@ class Registry {
   SecurityTable securityTable;
   RegistryHandles openKeys;
   PathMemo lastPaths;
+  WayMemo lastWays;
   std::vector<RegistryKey*> spareKeyList;  // memory for loading, kept from one key to the next
   std::vector<RegistryValue> spareValueList;
   std::uint64_t keyGeneration = 0;

@@ -39,16 +39,24 @@ class Walker {
 
   RegistryKey* walk(RegistryKey* from, std::u16string_view path, LastLink lastLink) {
     RegistryKey* key = alive(from);
-    for (std::u16string_view name = takeComponent(path); key != nullptr && !name.empty();
-         name = takeComponent(path)) {
-      key = containerOf(*key, name);
-      key = key == nullptr ? nullptr : registry.child(*key, name);
-      const bool opensLink = path.empty() && lastLink == LastLink::Open;
-      if (key != nullptr && !opensLink) {
-        key = follow(*key);
+    if (key == nullptr) return nullptr;
+    Way& way = registry.wayMemo().from(*key, view, registry.generation());
+    const Way::Step known = way.goBackTo(path);
+    std::u16string_view rest = path.substr(known.end);
+    if (known.key != nullptr) {
+      key = known.key;
+      hops = known.hops;
+    }
+    while (key != nullptr) {
+      const std::u16string_view name = takeComponent(rest);
+      if (name.empty() || rest.empty()) return goTo(*key, name, lastLink);
+      key = goTo(*key, name, LastLink::Follow);
+      if (key != nullptr) {
+        const auto end = static_cast<std::size_t>(name.data() - path.data()) + name.size();
+        way.add(path, {end, key, hops});
       }
     }
-    return key;
+    return nullptr;
   }
 
   // What a link leads to in the end, or the key itself if it is no link.
@@ -73,6 +81,14 @@ class Walker {
   }
 
  private:
+  // The key of this name below; the key itself for no name.
+  RegistryKey* goTo(RegistryKey& from, std::u16string_view name, LastLink link) {
+    if (name.empty()) return &from;
+    RegistryKey* key = containerOf(from, name);
+    key = key == nullptr ? nullptr : registry.child(*key, name);
+    return key == nullptr || link == LastLink::Open ? key : follow(*key);
+  }
+
   // "\Registry\Machine\…" or "\Registry\User\…", which ignores views.
   RegistryKey* textTarget(RegistryKey& link) {
     const RegistryValue& value = *registry.values(link).at(0);
@@ -88,7 +104,10 @@ class Walker {
                         : isSameName(root, u"User")  ? &registry.usersRoot()
                                                      : nullptr;
     const View before = std::exchange(view, View::Bits64);
-    RegistryKey* target = walk(from, path, LastLink::Follow);
+    RegistryKey* target = alive(from);
+    while (target != nullptr && !path.empty()) {
+      target = goTo(*target, takeComponent(path), LastLink::Follow);
+    }
     view = before;
     return target;
   }

@@ -113,8 +113,43 @@ TEST_F(DrivesTest, TellsWhereAMissingFileWouldBe) {
   disk.makeFolder("C/Folder");
   const Place place = drives().find(u"c:\\FOLDER\\New.txt");
   EXPECT_TRUE(place.canBeMade());
-  EXPECT_EQ(place.path, "C:\\Folder\\New.txt");
-  EXPECT_EQ(place.file, place.folder + "/New.txt");
+  EXPECT_EQ(place.path(), "C:\\Folder\\New.txt");
+  EXPECT_EQ(place.file, place.folder() + "/New.txt");
+}
+
+TEST_F(DrivesTest, SeesWhatHappensToFoldersThatItKnows) {
+  disk.write("C/a/b/old.txt", "");
+  ASSERT_EQ(leadsTo("C:\\a\\b\\old.txt"), "a/b/old.txt");
+  ASSERT_EQ(errorOf("C:\\a\\b\\new.txt"), ERROR_FILE_NOT_FOUND);
+  disk.write("C/a/b/new.txt", "");
+  EXPECT_EQ(leadsTo("C:\\a\\b\\new.txt"), "a/b/new.txt");
+  std::filesystem::rename(disk.path() / "C/a/b", disk.path() / "C/a/B");
+  EXPECT_EQ(leadsTo("C:\\a\\b\\new.txt"), "a/B/new.txt");
+  disk.write("C/other/b/old.txt", "");
+  std::filesystem::rename(disk.path() / "C/a", disk.path() / "C/gone");
+  EXPECT_EQ(errorOf("C:\\a\\b\\new.txt"), ERROR_PATH_NOT_FOUND);
+  std::filesystem::rename(disk.path() / "C/other", disk.path() / "C/a");
+  EXPECT_EQ(errorOf("C:\\a\\b\\new.txt"), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(leadsTo("C:\\a\\b\\old.txt"), "a/b/old.txt");
+}
+
+TEST_F(DrivesTest, FoldersWhoseNamesDifferInCaseAloneStayApart) {
+  disk.write("C/Tools/a/one.txt", "");
+  disk.write("C/TOOLS/a/two.txt", "");
+  EXPECT_EQ(leadsTo("C:\\Tools\\a\\one.txt"), "Tools/a/one.txt");
+  EXPECT_EQ(leadsTo("C:\\TOOLS\\a\\two.txt"), "TOOLS/a/two.txt");
+  EXPECT_EQ(errorOf("C:\\TOOLS\\a\\one.txt"), ERROR_FILE_NOT_FOUND);
+}
+
+TEST_F(DrivesTest, AKnownFolderBehindALinkIsReachedThroughTheLink) {
+  disk.write("C/first/f/x.txt", "");
+  disk.write("C/second/f/y.txt", "");
+  link("first", "C/link");
+  ASSERT_EQ(leadsTo("C:\\link\\f\\x.txt"), "first/f/x.txt");
+  std::filesystem::remove(disk.path() / "C/link");
+  link("second", "C/link");
+  EXPECT_EQ(leadsTo("C:\\link\\f\\y.txt"), "second/f/y.txt");
+  EXPECT_EQ(errorOf("C:\\link\\f\\x.txt"), ERROR_FILE_NOT_FOUND);
 }
 
 TEST_F(DrivesTest, DropsBlanksAndDotsAtTheEnd) {
@@ -127,7 +162,7 @@ TEST_F(DrivesTest, TheRootOfADriveIsAFolder) {
   const Place root = drives().find(u"C:\\");
   EXPECT_TRUE(root.exists());
   EXPECT_TRUE(root.isFolder);
-  EXPECT_EQ(root.path, "C:\\");
+  EXPECT_EQ(root.path(), "C:\\");
 }
 
 TEST_F(DrivesTest, TakesAPathWithoutADriveFromTheProgramsFolder) {

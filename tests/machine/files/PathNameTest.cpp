@@ -17,9 +17,7 @@ std::u16string read(std::u16string_view text) {
   const PathName path = parsePath(text, programFolder());
   if (path.error == ERROR_INVALID_NAME) return u"invalid";
   if (path.error == ERROR_PATH_NOT_FOUND) return u"no path";
-  std::u16string result(1, static_cast<char16_t>(path.drive));
-  for (const std::u16string& name : path.names) result += u"\\" + name;
-  return result;
+  return static_cast<char16_t>(path.drive) + path.names;
 }
 
 TEST(PathName, BothSlashesSeparateAndSeveralCountAsOne) {

@@ -91,12 +91,16 @@ void PathTrial::find(Reason reason) {
   }
 }
 
-void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths) {
+void addTested(std::vector<std::string>& tested, const std::string& path) {
   constexpr std::size_t mostTested = 6;
+  if (tested.size() < mostTested && std::ranges::find(tested, path) == tested.end()) {
+    tested.push_back(path);
+  }
+}
+
+void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths) {
   for (const std::string& path : paths) {
-    if (tested.size() < mostTested && std::ranges::find(tested, path) == tested.end()) {
-      tested.push_back(path);
-    }
+    addTested(tested, path);
   }
 }
 
@@ -160,7 +164,7 @@ bool PathLook::isOfSystem(const std::string& program) {
 
 // Only where shares are asked.
 void PathLook::tryShare(PathTrial& trial, const std::string& path, Takes takes) {
-  addTested(trial.tested, {path});
+  addTested(trial.tested, path);
   const FileIs answer = files.at(path);
   const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
   if (answer == FileIs::File || isFolder) {
@@ -188,10 +192,12 @@ void PathLook::noteDrive(PathTrial& trial, const std::string& path) {
 
 void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwner& owner,
                        Reading reading, Takes takes) {
-  const std::string path = hasShortName(given) ? withLongNames(given) : given;
+  const bool isShort = hasShortName(given);
+  const std::string longer = isShort ? withLongNames(given) : std::string();
+  const std::string& path = isShort ? longer : given;
   const bool isFirst = !trial.isJudged;
   if (isFirst) {
-    addTested(trial.tested, {path});
+    addTested(trial.tested, path);
     noteDrive(trial, path);
   }
   if (files.drive(path.front()) == DriveIs::Absent) {
@@ -240,7 +246,7 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
     const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
     if (answer == FileIs::File || isFolder) {
       trial.find(place.isOwn ? Reason::Found : Reason::FoundInOtherView);
-      addTested(trial.tested, {path});
+      addTested(trial.tested, path);
       return true;
     }
     if (answer == FileIs::Denied) {
@@ -275,14 +281,14 @@ void PathLook::trySearch(PathTrial& trial, const std::string& name, const TextOw
   for (const std::string& one : names) {
     if (const auto path = searchPath.find(one, owner.user)) {
       trial.find(Reason::FoundOnPath);
-      addTested(trial.tested, {*path});
+      addTested(trial.tested, *path);
       return;
     }
   }
   if (!trial.isJudged) {
     // A word alone need not be a file at all.
     const bool isBare = name.find_first_of("\\/") == std::string::npos && hasFileEnding(name);
-    addTested(trial.tested, {name});
+    addTested(trial.tested, name);
     trial.note(Reason::Absent);
     trial.note(isBare ? Reason::BareName : Reason::PlaceUnknown);
     trial.isJudged = true;

@@ -65,6 +65,30 @@ bool hasOpenSign(std::string_view path) {
   return false;
 }
 
+bool isSmallLetter(char character) { return character >= 'a' && character <= 'z'; }
+bool isLetter(char character) { return isSmallLetter(static_cast<char>(character | 0x20)); }
+
+// "[ProductName]" and "$date" at the start of a name, or a date in letters: what a program fills in
+// before it uses the text. A file may be called so, too.
+bool hasPlaceholder(std::string_view path) {
+  for (const std::string_view date :
+       {"YYYYMM", "YYYY-MM", "yyyymm", "yyyy-mm", "yyyyMM", "yyyy-MM"}) {
+    if (contains(path, date)) {
+      return true;
+    }
+  }
+  for (auto start = path.find('\\'); start < path.size(); start = path.find('\\', start + 1)) {
+    const std::string_view name = path.substr(start + 1);
+    if (name.size() > 1 && name[0] == '[' && isLetter(name[1])) {
+      return name.find(']') < name.find('\\');
+    }
+    if (name.size() > 1 && name[0] == '$' && isSmallLetter(name[1])) {
+      return true;
+    }
+  }
+  return false;
+}
+
 // A device or a volume by another name than its drive's letter.
 bool isOnDevice(std::string_view path) {
   return findIgnoringCase(path, "volume{") == 0 || findIgnoringCase(path, "\\device\\") == 0 ||
@@ -263,6 +287,9 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
       }
       if (hasOpenSign(path)) {
         trial.note(Reason::UnknownVariable);
+      }
+      if (hasPlaceholder(path)) {
+        trial.note(Reason::NotAPath);
       }
     }
   }

@@ -42,6 +42,7 @@ bool readAt(Entry& entry, const WideKey& key, const NamedPlace& named) {
   if (!key.isOpen()) {
     return false;
   }
+  entry.opened = &key;
   if (!entry.name) {
     entry.state = EntryIs::There;
     return true;
@@ -59,6 +60,12 @@ bool readAt(Entry& entry, const WideKey& key, const NamedPlace& named) {
   }
   entry.state = EntryIs::There;
   return !(named.isBlankPassedOver && isBlank(entry.text));
+}
+
+// With the right to read its owner, unless that is what is refused.
+WideKey openToRead(const TruePlace& place) {
+  WideKey key(place.hive, place.path, KEY_QUERY_VALUE | READ_CONTROL);
+  return key.isDenied() ? WideKey(place.hive, place.path, KEY_QUERY_VALUE) : std::move(key);
 }
 
 }  // namespace
@@ -79,7 +86,7 @@ const std::vector<EntryReader::OpenPlace>& EntryReader::open(HiveHandle root,
     lastKey = key;
     places.clear();
     for (TruePlace& place : possiblePlaces(root, key, Views::True)) {
-      WideKey opened(place.hive, place.path, KEY_QUERY_VALUE);
+      WideKey opened = openToRead(place);
       places.push_back({std::move(place), std::move(opened)});
     }
   }
@@ -140,10 +147,9 @@ bool hasOtherHandler(const Entry& command) {
                                      u"ExtendedSubCommandsKey"};
   const TruePlace place = parentOf(command.key);
   const WideKey verb(place.hive, place.path, KEY_QUERY_VALUE);
-  const WideKey own(command.key.hive, command.key.path, KEY_QUERY_VALUE);
   const auto isHandler = [&](const char16_t* name) {
     return (verb.isOpen() && verb.presenceOf(name) == Presence::Open) ||
-           (own.isOpen() && own.presenceOf(name) == Presence::Open);
+           command.opened->presenceOf(name) == Presence::Open;
   };
   const auto isHandlerKey = [&](const char16_t* name) {
     return WideKey(place.hive, below(place, name).path, KEY_QUERY_VALUE).presence() !=

@@ -24,6 +24,9 @@ struct Entry {
   DWORD type = REG_NONE;
   std::string text;  // of a single text, as it is; empty for any other type
   DWORD number = 0;  // of a REG_DWORD of its full size
+  // The key, open to read its values and its owner, if that is allowed; null if it is not there.
+  // Valid until the next entry is read.
+  const WideKey* opened = nullptr;
 
   // Whether programs of the 32-bit view read it.
   [[nodiscard]] ProgramView view() const;

@@ -36,7 +36,7 @@ bool isAdvertised(const WideKey& key, const std::u16string& name) {
 }
 
 // Where the code of a class lies that runs in another library; each version may have its own.
-std::vector<std::string> codeBasesOf(const TruePlace& place, const WideKey& opened) {
+std::vector<std::string> codeBasesOf(const Entry& entry) {
   constexpr std::size_t mostVersions = 8;
   std::vector<std::string> texts;
   const auto add = [&](const std::optional<WideValue>& codeBase) {
@@ -44,7 +44,8 @@ std::vector<std::string> codeBasesOf(const TruePlace& place, const WideKey& open
       texts.push_back(textOf(*codeBase));
     }
   };
-  add(opened.value(u"CodeBase"));
+  const TruePlace& place = entry.key;
+  add(entry.opened->value(u"CodeBase"));
   const WideKey key(place.hive, place.path, KEY_ENUMERATE_SUB_KEYS);
   auto versions = key.isOpen() ? key.subkeys() : std::nullopt;
   if (versions && versions->size() > mostVersions) {
@@ -182,8 +183,7 @@ Evidence command(const LookedAt& finding) {
   if (isFound(evidence)) {
     return evidence;
   }
-  const TruePlace& place = finding.entry.key;
-  if (isAdvertised(WideKey(place.hive, place.path, KEY_QUERY_VALUE), u"command")) {
+  if (isAdvertised(*finding.entry.opened, u"command")) {
     addReason(evidence, Reason::InstallerOnDemand);
   }
   if (hasOtherHandler(finding.entry)) {
@@ -201,12 +201,10 @@ Evidence server(const LookedAt& finding) {
   if (isFound(evidence)) {
     return evidence;
   }
-  const TruePlace& place = finding.entry.key;
-  const WideKey key(place.hive, place.path, KEY_QUERY_VALUE);
-  if (isAdvertised(key, u"InprocServer32")) {
+  if (isAdvertised(*finding.entry.opened, u"InprocServer32")) {
     addReason(evidence, Reason::InstallerOnDemand);
   }
-  for (const std::string& codeBase : codeBasesOf(place, key)) {
+  for (const std::string& codeBase : codeBasesOf(finding.entry)) {
     const Evidence code = lookAt(finding, codeBase, Reading::Library);
     if (isFound(code)) {
       return {.confidence = {}, .reasons = {Reason::FoundBehindLauncher}, .tested = code.tested};

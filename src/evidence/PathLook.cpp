@@ -65,6 +65,30 @@ bool hasOpenSign(std::string_view path) {
   return false;
 }
 
+bool isSmallLetter(char character) { return character >= 'a' && character <= 'z'; }
+bool isLetter(char character) { return isSmallLetter(static_cast<char>(character | 0x20)); }
+
+// "[ProductName]" and "$date" at the start of a name, or a date in letters: what a program fills in
+// before it uses the text. A file may be called so, too.
+bool hasPlaceholder(std::string_view path) {
+  for (const std::string_view date :
+       {"YYYYMM", "YYYY-MM", "yyyymm", "yyyy-mm", "yyyyMM", "yyyy-MM"}) {
+    if (contains(path, date)) {
+      return true;
+    }
+  }
+  for (auto start = path.find('\\'); start < path.size(); start = path.find('\\', start + 1)) {
+    const std::string_view name = path.substr(start + 1);
+    if (name.size() > 1 && name[0] == '[' && isLetter(name[1])) {
+      return name.find(']') < name.find('\\');
+    }
+    if (name.size() > 1 && name[0] == '$' && isSmallLetter(name[1])) {
+      return true;
+    }
+  }
+  return false;
+}
+
 // A device or a volume by another name than its drive's letter.
 bool isOnDevice(std::string_view path) {
   return findIgnoringCase(path, "volume{") == 0 || findIgnoringCase(path, "\\device\\") == 0 ||
@@ -91,12 +115,16 @@ void PathTrial::find(Reason reason) {
   }
 }
 
-void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths) {
+void addTested(std::vector<std::string>& tested, const std::string& path) {
   constexpr std::size_t mostTested = 6;
+  if (tested.size() < mostTested && std::ranges::find(tested, path) == tested.end()) {
+    tested.push_back(path);
+  }
+}
+
+void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths) {
   for (const std::string& path : paths) {
-    if (tested.size() < mostTested && std::ranges::find(tested, path) == tested.end()) {
-      tested.push_back(path);
-    }
+    addTested(tested, path);
   }
 }
 
@@ -160,7 +188,7 @@ bool PathLook::isOfSystem(const std::string& program) {
 
 // Only where shares are asked.
 void PathLook::tryShare(PathTrial& trial, const std::string& path, Takes takes) {
-  addTested(trial.tested, {path});
+  addTested(trial.tested, path);
   const FileIs answer = files.at(path);
   const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
   if (answer == FileIs::File || isFolder) {
@@ -188,10 +216,12 @@ void PathLook::noteDrive(PathTrial& trial, const std::string& path) {
 
 void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwner& owner,
                        Reading reading, Takes takes) {
-  const std::string path = hasShortName(given) ? withLongNames(given) : given;
+  const bool isShort = hasShortName(given);
+  const std::string longer = isShort ? withLongNames(given) : std::string();
+  const std::string& path = isShort ? longer : given;
   const bool isFirst = !trial.isJudged;
   if (isFirst) {
-    addTested(trial.tested, {path});
+    addTested(trial.tested, path);
     noteDrive(trial, path);
   }
   if (files.drive(path.front()) == DriveIs::Absent) {
@@ -240,7 +270,7 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
     const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
     if (answer == FileIs::File || isFolder) {
       trial.find(place.isOwn ? Reason::Found : Reason::FoundInOtherView);
-      addTested(trial.tested, {path});
+      addTested(trial.tested, path);
       return true;
     }
     if (answer == FileIs::Denied) {
@@ -257,6 +287,9 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
       }
       if (hasOpenSign(path)) {
         trial.note(Reason::UnknownVariable);
+      }
+      if (hasPlaceholder(path)) {
+        trial.note(Reason::NotAPath);
       }
     }
   }
@@ -275,14 +308,14 @@ void PathLook::trySearch(PathTrial& trial, const std::string& name, const TextOw
   for (const std::string& one : names) {
     if (const auto path = searchPath.find(one, owner.user)) {
       trial.find(Reason::FoundOnPath);
-      addTested(trial.tested, {*path});
+      addTested(trial.tested, *path);
       return;
     }
   }
   if (!trial.isJudged) {
     // A word alone need not be a file at all.
     const bool isBare = name.find_first_of("\\/") == std::string::npos && hasFileEnding(name);
-    addTested(trial.tested, {name});
+    addTested(trial.tested, name);
     trial.note(Reason::Absent);
     trial.note(isBare ? Reason::BareName : Reason::PlaceUnknown);
     trial.isJudged = true;

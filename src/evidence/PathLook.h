@@ -32,6 +32,7 @@ enum class Reading : std::uint8_t {
 };
 
 // Adds paths that are not among those tested yet, as long as there is room for a few.
+void addTested(std::vector<std::string>& tested, const std::string& path);
 void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths);
 
 // What the readings of one text have led to so far.

@@ -59,7 +59,7 @@ class Look {
                      .isEveryones = finding.entry.key.hive == HiveHandle::LocalMachine};
     Evidence evidence = rule->look(finding);
     if (confidenceOf(evidence.reasons) != Confidence::Unsure) {
-      addDoubts(evidence, finding.entry.key);
+      addDoubts(evidence, finding.entry);
     }
     return evidence;
   }
@@ -79,8 +79,9 @@ class Look {
     return std::nullopt;
   }
 
-  void addDoubts(Evidence& evidence, const TruePlace& key) {
-    if (key.hive == HiveHandle::LocalMachine && isOwnedBySystem(key)) {
+  void addDoubts(Evidence& evidence, const Entry& entry) {
+    const TruePlace& key = entry.key;
+    if (key.hive == HiveHandle::LocalMachine && isOwnedBySystem(*entry.opened)) {
       addReason(evidence, Reason::SystemOwned);
     }
     if (isBehindLogs(key)) {

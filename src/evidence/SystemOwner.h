@@ -2,13 +2,13 @@
 #ifndef ZELVREG_EVIDENCE_SYSTEM_OWNER_H
 #define ZELVREG_EVIDENCE_SYSTEM_OWNER_H
 
-#include "evidence/TruePlaces.h"
+#include "keys/WideKey.h"
 
 namespace zelvreg {
 
-// Whether the owner of a key is the service that installs the parts of Windows. False if that
-// cannot be found out.
-bool isOwnedBySystem(const TruePlace& key);
+// Whether the owner of an open key is the service that installs the parts of Windows. False if that
+// cannot be found out, as without the right READ_CONTROL.
+bool isOwnedBySystem(const WideKey& key);
 
 }  // namespace zelvreg
 

@@ -25,24 +25,23 @@ std::string_view below(std::string_view path, const std::string& windowsFolder) 
 
 }  // namespace
 
-std::vector<ViewPath> viewPaths(const std::string& path, ProgramView view,
-                                const std::string& windowsFolder) {
+ViewPaths viewPaths(const std::string& path, ProgramView view, const std::string& windowsFolder) {
   const std::string_view rest = below(path, windowsFolder);
   const auto end = rest.find_first_of("\\/");
   if (rest.empty() || end == std::string_view::npos || !runsOn64BitWindows()) {
-    return {{path, true}};
+    return ViewPaths(path);
   }
   const std::string folder = lowerCase(rest.substr(0, end));
   bool isOf64 = view == ProgramView::Bits64;
   if (folder == "sysnative" || folder == "syswow64") {
     isOf64 = folder == "sysnative";
   } else if (folder != "system32") {
-    return {{path, true}};
+    return ViewPaths(path);
   }
   const auto in = [&](std::string_view name) {
     return windowsFolder + "\\" + std::string(name) + std::string(rest.substr(end));
   };
-  return {{in(isOf64 ? seen64 : seen32), true}, {in(isOf64 ? seen32 : seen64), false}};
+  return {in(isOf64 ? seen64 : seen32), in(isOf64 ? seen32 : seen64)};
 }
 
 }  // namespace zelvreg

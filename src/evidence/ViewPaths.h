@@ -3,8 +3,9 @@
 #ifndef ZELVREG_EVIDENCE_VIEW_PATHS_H
 #define ZELVREG_EVIDENCE_VIEW_PATHS_H
 
+#include <array>
+#include <cstddef>
 #include <string>
-#include <vector>
 
 #include "evidence/OwnerVariables.h"
 
@@ -15,10 +16,23 @@ struct ViewPath {
   bool isOwn = true;  // in the view of the text
 };
 
+class ViewPaths {
+ public:
+  explicit ViewPaths(std::string path) : places{ViewPath{std::move(path), true}}, count(1) {}
+  ViewPaths(std::string own, std::string other)
+      : places{ViewPath{std::move(own), true}, ViewPath{std::move(other), false}}, count(2) {}
+
+  [[nodiscard]] const ViewPath* begin() const { return places.data(); }
+  [[nodiscard]] const ViewPath* end() const { return places.data() + count; }
+
+ private:
+  std::array<ViewPath, 2> places;
+  std::size_t count;
+};
+
 // The path itself, unless it leads into the system folder of a 64-bit Windows; then that of its own
 // view, and that of the other.
-std::vector<ViewPath> viewPaths(const std::string& path, ProgramView view,
-                                const std::string& windowsFolder);
+ViewPaths viewPaths(const std::string& path, ProgramView view, const std::string& windowsFolder);
 
 }  // namespace zelvreg
 

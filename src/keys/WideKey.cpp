@@ -171,18 +171,17 @@ bool WideKey::deleteValue(const std::u16string& name) const {
   return deleted == ERROR_SUCCESS || deleted == ERROR_FILE_NOT_FOUND;
 }
 
-std::vector<BYTE> WideKey::security() const {
-  constexpr SECURITY_INFORMATION all =
-      OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
-  DWORD size = 0;
-  if (key == nullptr || RegGetKeySecurity(key, all, nullptr, &size) != ERROR_INSUFFICIENT_BUFFER) {
-    return {};
+std::vector<BYTE> WideKey::security(SECURITY_INFORMATION what) const {
+  constexpr std::size_t usualSize = 256;
+  std::vector<BYTE> descriptor(usualSize);
+  auto size = static_cast<DWORD>(descriptor.size());
+  LONG read = key == nullptr ? ERROR_INVALID_HANDLE
+                             : RegGetKeySecurity(key, what, descriptor.data(), &size);
+  if (read == ERROR_INSUFFICIENT_BUFFER) {
+    descriptor.resize(size);
+    read = RegGetKeySecurity(key, what, descriptor.data(), &size);
   }
-  std::vector<BYTE> descriptor(size);
-  if (RegGetKeySecurity(key, all, descriptor.data(), &size) != ERROR_SUCCESS) {
-    return {};
-  }
-  descriptor.resize(size);
+  descriptor.resize(read == ERROR_SUCCESS ? size : 0);
   return descriptor;
 }
 

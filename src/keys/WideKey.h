@@ -32,6 +32,10 @@ struct NameOrder {
 // Whether two names differ in case at most.
 bool isSameName(const std::u16string& first, const std::u16string& second);
 
+// What of a key's security is kept: all but the list of what is audited.
+inline constexpr SECURITY_INFORMATION wholeSecurity =
+    OWNER_SECURITY_INFORMATION | GROUP_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+
 // Whether a key is there, and if so, whether it could be opened.
 enum class Presence : std::uint8_t { Open, Absent, Refused };
 
@@ -70,8 +74,9 @@ class WideKey {
   // True also if there was no such value.
   [[nodiscard]] bool deleteValue(const std::u16string& name) const;
 
-  // Owner, group and access list as a self-relative descriptor; empty if they cannot be read.
-  [[nodiscard]] std::vector<BYTE> security() const;
+  // Owner, group and access list, or those of them that are asked for, as a self-relative
+  // descriptor; empty if they cannot be read.
+  [[nodiscard]] std::vector<BYTE> security(SECURITY_INFORMATION what = wholeSecurity) const;
   // Sets the parts of such a descriptor that `what` names.
   [[nodiscard]] bool setSecurity(const std::vector<BYTE>& descriptor,
                                  SECURITY_INFORMATION what) const;

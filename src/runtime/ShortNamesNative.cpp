@@ -26,7 +26,8 @@ std::string longName(machine::Drives& drives, const std::string& folder, std::st
   if (!place.exists() || !place.isFolder) {
     return std::string(name);
   }
-  for (const machine::ListedName& listed : drives.namesIn(place)) {
+  const auto names = drives.namesIn(place);
+  for (const machine::ListedName& listed : *names) {
     if (machine::isSameName(utf16(shortNameOf(place.file + "/" + listed.name)), utf16(name))) {
       return listed.name;
     }

@@ -209,10 +209,20 @@ TEST_F(TextLookTest, WhatIsNotHereCannotBeDecided) {
            {"\"\"", "no-text"},
            {"C:\\EvidenceTest\\%1", "absent unknown-variable"},
            {"C:\\EvidenceTest\\$(Name)\\x.dll", "not-a-path"},
+           {"C:\\EvidenceTest\\$date.log", "absent not-a-path"},
+           {"C:\\EvidenceTest\\[ProductName].msi", "absent not-a-path"},
+           {"C:\\EvidenceTest\\backup-YYYYMMDD.zip", "absent not-a-path"},
            {"\\\\?\\C:\\..\\..\\UNC\\server\\x.exe", "share"},
        }) {
     EXPECT_EQ(reasonsOf(text), codes) << text;
   }
+}
+
+TEST_F(TextLookTest, AFileMayBeCalledLikeATemplate) {
+  makeFile(home + "\\$date.exe");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\$date.exe"), "found");
+  EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\Product [x64].exe"), "absent");
+  EXPECT_EQ(reasonsOf("C:\\$Recycle.Bin\\gone.exe").find("not-a-path"), std::string::npos);
 }
 
 TEST_F(TextLookTest, ATextIsReadUpToItsNulAndHasALongestLength) {

@@ -2,6 +2,9 @@
 #include <sys/stat.h>
 #include <windows.h>
 
+#include <array>
+#include <optional>
+
 #include "machine/Machine.h"
 #include "machine/base/CaseFold.h"
 #include "machine/calls/ApiSupport.h"
@@ -30,7 +33,7 @@ FILETIME fileTime(const timespec& time) {
 
 WIN32_FIND_DATAW describe(const Machine& machine, const Place& place, std::u16string_view name) {
   WIN32_FIND_DATAW data{};
-  data.dwFileAttributes = machine.drives().records().attributes(place.path(), place.isFolder);
+  data.dwFileAttributes = machine.drives().attributes(place);
   struct stat status {};
   if (stat(place.file.c_str(), &status) == 0) {
     const auto size = place.isFolder ? 0 : static_cast<std::uint64_t>(status.st_size);
@@ -44,29 +47,37 @@ WIN32_FIND_DATAW describe(const Machine& machine, const Place& place, std::u16st
   return data;
 }
 
-// What of a folder fits the pattern, in name order. Every folder but a drive's root begins with
+// The file of one name in a folder; none for a link that leads nowhere, and for what is neither a
+// file nor a folder.
+std::optional<WIN32_FIND_DATAW> describe(const Machine& machine, const Place& folder,
+                                         const ListedName& listed) {
+  Place place = folder;
+  place.isFolder = listed.kind == NameKind::Folder;
+  place.file = folder.file + "/" + listed.name;
+  if (listed.kind == NameKind::Link) place = machine.drives().findTrue(utf16(place.path()));
+  if (listed.kind == NameKind::Other || !place.exists()) return std::nullopt;
+  return describe(machine, place, utf16(listed.name));
+}
+
+// The next file that fits; none after the last one. Every folder but a drive's root begins with
 // itself and the one above.
-OpenSearch search(const Machine& machine, const Place& folder, std::u16string_view pattern) {
-  Drives& drives = machine.drives();
-  const std::u16string wanted = upperCase(pattern);
-  OpenSearch result;
-  for (const std::u16string_view self : {u".", u".."}) {
-    const bool isRoot = folder.file.size() == folder.rootSize;
-    if (!isRoot && fitsPattern(self, wanted))
-      result.found.push_back(describe(machine, folder, self));
+std::optional<WIN32_FIND_DATAW> takeNext(const Machine& machine, OpenSearch& search) {
+  constexpr std::array<std::u16string_view, 2> selves{u".", u".."};
+  const Place& folder = search.folder;
+  const bool isRoot = folder.file.size() == folder.rootSize;
+  while (search.next < selves.size() + search.names->size()) {
+    const std::size_t next = search.next++;
+    if (next < selves.size()) {
+      if (!isRoot && fitsPattern(selves[next], search.pattern)) {
+        return describe(machine, folder, selves[next]);
+      }
+      continue;
+    }
+    const ListedName& listed = (*search.names)[next - selves.size()];
+    if (!fitsPattern(listed.upper, search.pattern)) continue;
+    if (auto found = describe(machine, folder, listed)) return found;
   }
-  // A copy: following a link may list the folder anew.
-  const std::vector<ListedName> names = drives.namesIn(folder);
-  for (const ListedName& listed : names) {
-    if (!fitsPattern(listed.upper, wanted)) continue;
-    Place place = folder;
-    place.isFolder = listed.kind == NameKind::Folder;
-    place.file = folder.file + "/" + listed.name;
-    if (listed.kind == NameKind::Link) place = drives.findTrue(utf16(place.path()));
-    if (listed.kind == NameKind::Other || !place.exists()) continue;
-    result.found.push_back(describe(machine, place, utf16(listed.name)));
-  }
-  return result;
+  return std::nullopt;
 }
 
 }  // namespace
@@ -86,10 +97,11 @@ HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* data) {
   if (!folder.exists() || !folder.isFolder) {
     return failedSearch(folder.canBeMade() ? ERROR_PATH_NOT_FOUND : folder.error);
   }
-  OpenSearch found = search(*machine, folder, withoutEnd(namePattern));
-  if (found.found.empty()) return failedSearch(ERROR_FILE_NOT_FOUND);
-  *data = found.found[found.next++];
-  return machine->openFiles().add(std::move(found));
+  OpenSearch search{folder, upperCase(withoutEnd(namePattern)), machine->drives().namesIn(folder)};
+  const auto first = takeNext(*machine, search);
+  if (!first) return failedSearch(ERROR_FILE_NOT_FOUND);
+  *data = *first;
+  return machine->openFiles().add(std::move(search));
 }
 
 BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* data) {
@@ -97,8 +109,9 @@ BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* data) {
   if (machine == nullptr) return FALSE;
   OpenSearch* search = machine->openFiles().search(find);
   if (search == nullptr) return failed(ERROR_INVALID_HANDLE);
-  if (search->next == search->found.size()) return failed(ERROR_NO_MORE_FILES);
-  *data = search->found[search->next++];
+  const auto found = takeNext(*machine, *search);
+  if (!found) return failed(ERROR_NO_MORE_FILES);
+  *data = *found;
   return TRUE;
 }
 

@@ -62,7 +62,7 @@ Place Drives::findLent(const PathName& path) {
     place.error = way.go(ERROR_PATH_NOT_FOUND);
     place.isFolder = place.exists() && way.leadsToFolder();
     place.isLent = true;
-    place.file = way.where();
+    place.file = way.takeWhere();
   }
   return place;
 }
@@ -91,7 +91,7 @@ Place Drives::walk(const PathName& path) {
   // A separator after a name says that it is a folder's.
   if (path.endsInSeparator && place.exists() && !place.isFolder) place.error = ERROR_INVALID_NAME;
   place.drive = path.drive;
-  place.file = way.where();
+  place.file = way.takeWhere();
   place.rootSize = drive.root.size();
   return place;
 }
@@ -106,6 +106,12 @@ std::string Place::path() const {
 
 std::string Place::folder() const {
   return file.size() == rootSize ? file : file.substr(0, file.find_last_of('/'));
+}
+
+DWORD Drives::attributes(const Place& place) const {
+  // Most computers say nothing of any file, and then the path need not be known.
+  const std::string path = fileRecords.hasAnyAttributes() ? place.path() : std::string();
+  return fileRecords.attributes(path, place.isFolder);
 }
 
 std::string Drives::truePath(std::u16string_view text) const {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -84,11 +85,15 @@ class Drives {
   }
 
   // The names in a folder that find() gave, in upper-case order.
-  const std::vector<ListedName>& namesIn(const Place& folder) { return listings.all(folder.file); }
+  std::shared_ptr<const ListedNames> namesIn(const Place& folder) {
+    return listings.all(folder.file);
+  }
 
   // To be called after making, moving or deleting something in this folder of this system.
   void changed(const std::string& folder) { listings.forget(folder); }
 
+  // Of what is at a place.
+  [[nodiscard]] DWORD attributes(const Place& place) const;
   [[nodiscard]] FileRecords& records() { return fileRecords; }
   [[nodiscard]] const std::u16string& windowsFolder() const { return settings.windowsFolder; }
   [[nodiscard]] const std::u16string& programFolder() const { return settings.programFolder; }

@@ -20,6 +20,7 @@ class FileRecords {
   // FILE_ATTRIBUTE_NORMAL if none is set. Unless something is said, a file has archive; the bit of
   // a folder comes with being one.
   [[nodiscard]] DWORD attributes(std::string_view path, bool isFolder) const;
+  [[nodiscard]] bool hasAnyAttributes() const { return !attributesOf.empty(); }
   // Keeps those that can be set.
   void setAttributes(std::string_view path, bool isFolder, DWORD attributes);
 

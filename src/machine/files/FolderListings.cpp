@@ -42,7 +42,7 @@ NameKind kindOf(int folder, const dirent& entry) {
 }
 
 struct ReadNames {
-  std::vector<ListedName> names;
+  ListedNames names;
   bool isComplete = false;
   bool hasForeignNames = false;
 };
@@ -85,6 +85,7 @@ FolderListings::Listing& FolderListings::current(const std::string& folder) {
   if (stat(nameOf(folder), &status) != 0) {
     ++readings;
     listing = {};
+    listing.names = std::make_shared<const ListedNames>();
     return listing;
   }
   const bool same = listing.readable && listing.device == status.st_dev &&
@@ -94,9 +95,9 @@ FolderListings::Listing& FolderListings::current(const std::string& folder) {
   if (same) return listing;
   ++readings;
   // The time is taken before the names, so that a change in between is seen the next time.
-  listing = {status.st_dev, status.st_ino, status.st_mtim, false, false, {}};
+  listing = {status.st_dev, status.st_ino, status.st_mtim, false, false, nullptr};
   ReadNames read = readNames(folder);
-  listing.names = std::move(read.names);
+  listing.names = std::make_shared<const ListedNames>(std::move(read.names));
   listing.readable = read.isComplete;
   listing.hasForeignNames = read.hasForeignNames;
   return listing;
@@ -104,7 +105,7 @@ FolderListings::Listing& FolderListings::current(const std::string& folder) {
 
 const ListedName* FolderListings::find(const std::string& folder, std::u16string_view upper,
                                        std::u16string_view name) {
-  const std::vector<ListedName>& names = current(folder).names;
+  const ListedNames& names = *current(folder).names;
   const auto first = std::lower_bound(
       names.begin(), names.end(), upper,
       [](const ListedName& listed, std::u16string_view wanted) { return listed.upper < wanted; });
@@ -116,7 +117,7 @@ const ListedName* FolderListings::find(const std::string& folder, std::u16string
   return exact != names.end() && exact->upper == upper ? &*exact : &*first;
 }
 
-const std::vector<ListedName>& FolderListings::all(const std::string& folder) {
+std::shared_ptr<const ListedNames> FolderListings::all(const std::string& folder) {
   return current(folder).names;
 }
 

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,6 +22,8 @@ struct ListedName {
   bool hasTwin = false;  // another name in the folder differs in case alone
 };
 
+using ListedNames = std::vector<ListedName>;
+
 // Keeps each listing until the folder's time of change differs, or it is forgotten: a scan asks for
 // hundreds of thousands of names in a few thousand folders.
 class FolderListings {
@@ -30,8 +33,8 @@ class FolderListings {
   const ListedName* find(const std::string& folder, std::u16string_view upper,
                          std::u16string_view name);
 
-  // All names in upper-case order; none if the folder cannot be read.
-  const std::vector<ListedName>& all(const std::string& folder);
+  // All names in upper-case order as they are now; none if the folder cannot be read. Never null.
+  std::shared_ptr<const ListedNames> all(const std::string& folder);
 
   // Whether a name that find() has not found is in no form in the folder: its names could be read,
   // and none of them is in another character set than UTF-8, which no name can be compared with but
@@ -51,7 +54,7 @@ class FolderListings {
     timespec changed{};
     bool readable = false;
     bool hasForeignNames = false;
-    std::vector<ListedName> names;
+    std::shared_ptr<const ListedNames> names;
   };
   Listing& current(const std::string& folder);
 

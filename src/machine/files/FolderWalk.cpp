@@ -125,8 +125,9 @@ bool FolderWalk::follow(std::string_view target) {
     (next += u'\\') += *wide;
   }
   isFolder = true;
-  next.append(names, at);
-  names = std::move(next);
+  next.append(names.substr(at));
+  followed = std::move(next);
+  names = followed;
   upper = upperCase(names);
   at = 0;
   return true;

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "machine/files/FolderListings.h"
 #include "machine/files/KnownFolders.h"
@@ -27,7 +28,7 @@ class FolderWalk {
   LONG go(LONG outside, KnownFolders& known);
 
   // Where it has led: to what is there, or to where the last name would be.
-  [[nodiscard]] const std::string& where() const { return file; }
+  [[nodiscard]] std::string takeWhere() { return std::move(file); }
   [[nodiscard]] bool leadsToFolder() const { return isFolder; }
 
  private:
@@ -46,8 +47,9 @@ class FolderWalk {
   FolderListings& listings;
   const std::string& root;
   std::u16string_view path;
-  std::u16string names;  // those still to be followed begin at `at`
+  std::u16string_view names;  // those still to be followed begin at `at`
   std::u16string upper;
+  std::u16string followed;  // the names from the target of a link on
   std::size_t at = 0;
   std::string file;
   // How much of the names is left once the target of a link is reached: more belongs to that

@@ -6,11 +6,13 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "machine/base/FileDescriptor.h"
+#include "machine/files/Drives.h"
 
 namespace zelvreg::machine {
 
@@ -20,9 +22,12 @@ struct OpenFile {
   bool mayWrite = false;
 };
 
+// What of a folder fits a pattern, in the order of its names as they were at the beginning.
 struct OpenSearch {
-  std::vector<WIN32_FIND_DATAW> found;
-  std::size_t next = 0;
+  Place folder;
+  std::u16string pattern;  // in upper case
+  std::shared_ptr<const ListedNames> names;
+  std::size_t next = 0;  // the folder itself, the one above, then the names
 };
 
 // A named block of memory that processes share; the window of the suite reads it.

@@ -82,7 +82,7 @@ TEST_F(DrivesTest, FindsANameThatIsHalfOfACharacter) {
 TEST_F(DrivesTest, ANameInOtherBytesThanUtf8StandsForNoFile) {
   disk.write("C/a\xFF", "");                      // of another character set
   disk.write("C/b\xED\xA0\xBD\xED\xB8\x80", "");  // both halves of a character, each by itself
-  EXPECT_EQ(drives().namesIn(drives().find(u"C:\\")).size(), 0U);
+  EXPECT_EQ(drives().namesIn(drives().find(u"C:\\"))->size(), 0U);
   EXPECT_NE(drives().find(u"C:\\a\uFFFD").error, ERROR_SUCCESS);
   EXPECT_NE(drives().find(u"C:\\b\U0001F600").error, ERROR_SUCCESS);
   link("a\xFF", "C/link");

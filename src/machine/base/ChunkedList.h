@@ -74,6 +74,14 @@ class ChunkedList {
     return empty() ? nullptr : &chunk(chunkCount() - 1).back();
   }
 
+  // The position after that of an entry.
+  [[nodiscard]] Position after(Position position) const {
+    const bool isInChunk =
+        position.chunk < chunkCount() && position.slot + 1 < chunk(position.chunk).size();
+    return isInChunk ? Position{position.chunk, position.slot + 1}
+                     : Position{position.chunk + 1, 0};
+  }
+
   // Where an entry would be appended.
   [[nodiscard]] Position end() const { return {chunkCount(), 0}; }
 

@@ -52,9 +52,28 @@ RegistryKey* Registry::child(RegistryKey& key, std::u16string_view name) {
 }
 
 RegistryKey* Registry::loadedChild(RegistryKey& key, std::u16string_view name) {
+  const auto isNamed = [name](RegistryKey* const* found) {
+    return found != nullptr && isSameName((*found)->name(), name);
+  };
   const KeyList& list = key.children;
-  RegistryKey* const* found = list.at(placeIn(list, name));
-  return found != nullptr && isSameName((*found)->name(), name) ? *found : nullptr;
+  KeyList::Position* last = LastFound::isWorthWhile(list) ? &lastFound.of(key) : nullptr;
+  if (last != nullptr) {
+    for (const KeyList::Position near : {*last, list.after(*last)}) {
+      if (RegistryKey* const* found = list.at(near); isNamed(found)) {
+        *last = near;
+        return *found;
+      }
+    }
+  }
+  const KeyList::Position place = placeIn(list, name);
+  RegistryKey* const* found = list.at(place);
+  if (!isNamed(found)) {
+    return nullptr;
+  }
+  if (last != nullptr) {
+    *last = place;
+  }
+  return *found;
 }
 
 const ValueList& Registry::values(RegistryKey& key) {

@@ -15,6 +15,7 @@
 
 #include "machine/base/Arena.h"
 #include "machine/registry/HiveChanges.h"
+#include "machine/registry/LastFound.h"
 #include "machine/registry/NamePool.h"
 #include "machine/registry/PathMemo.h"
 #include "machine/registry/RegistryHandles.h"
@@ -109,6 +110,7 @@ class Registry {
   [[nodiscard]] RegistryHandles& handles() { return openKeys; }
   [[nodiscard]] PathMemo& pathMemo() { return lastPaths; }
   [[nodiscard]] WayMemo& wayMemo() { return lastWays; }
+  [[nodiscard]] ClassesRootMemo& classesRootMemo() { return lastClassesRoot; }
   // How many handles the program has not closed.
   [[nodiscard]] std::size_t openHandles() const { return openKeys.size(); }
 
@@ -136,7 +138,7 @@ class Registry {
   void addAlias(RegistryKey& parent, std::u16string_view name, RegistryKey& target);
   std::u16string selectedControlSet(RegistryKey& system);
   void moveContent(RegistryKey& from, RegistryKey& to);
-  [[nodiscard]] static RegistryKey* loadedChild(RegistryKey& key, std::u16string_view name);
+  [[nodiscard]] RegistryKey* loadedChild(RegistryKey& key, std::u16string_view name);
   RegistryKey& newHiveKey(RegistryKey& parent, const HiveSubkey& subkey);
   RegistryKey* loadChild(RegistryKey& key, std::u16string_view name);
   void loadChildren(RegistryKey& key);
@@ -160,6 +162,8 @@ class Registry {
   RegistryHandles openKeys;
   PathMemo lastPaths;
   WayMemo lastWays;
+  ClassesRootMemo lastClassesRoot;
+  LastFound lastFound;
   std::vector<RegistryKey*> spareKeyList;  // memory for loading, kept from one key to the next
   std::vector<RegistryValue> spareValueList;
   std::uint64_t keyGeneration = 0;

@@ -36,45 +36,6 @@ LRESULT ListViewPeer::findItem(const NMLVFINDITEMW& search) const {
   return -1;
 }
 
-void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
-  if (isShowing || (change.uChanged & LVIF_STATE) == 0) {
-    return;
-  }
-  const bool is = (change.uNewState & LVIS_SELECTED) != 0;
-  const bool was = (change.uOldState & LVIS_SELECTED) != 0;
-  if (is == was) {
-    return;
-  }
-  if (change.iItem < 0) {
-    // All of them at once.
-    itemsHighlighted(1, list.count(), is);
-    return;
-  }
-  const std::size_t row = static_cast<std::size_t>(change.iItem) + 1;
-  itemsHighlighted(row, row, is);
-  if (!is || !onItemClick) {
-    return;
-  }
-  // Of thousands that are highlighted with one key only the first and the last one are clicked.
-  if (stale.isClicked) {
-    stale.lastChosen = row;
-  } else {
-    stale.isClicked = true;
-    desk().later(this, [this] { catchUp(); });
-    onItemClick(row);
-  }
-}
-
-void ListViewPeer::itemsHighlighted(std::size_t first, std::size_t last, bool are) {
-  highlighted.resize(list.count());
-  isTelling = true;
-  for (std::size_t row = first; row <= std::min(last, list.count()); ++row) {
-    highlighted[row - 1] = are;
-    list.setSelected(row, are);
-  }
-  isTelling = false;
-}
-
 // Also a click on a row that is already highlighted.
 void ListViewPeer::clicked(int item) {
   if (onItemClick && item >= 0) {

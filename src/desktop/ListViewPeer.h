@@ -77,6 +77,7 @@ class ListViewPeer : public Peer {
   };
   void catchUp();
   void showSelection();
+  void clearSelection();
   void fitColumns();
 
   void giveItem(LVITEMW& item) const;
@@ -92,8 +93,14 @@ class ListViewPeer : public Peer {
   void toggle(std::size_t row);
   void toggleFocused();
 
-  LRESULT drawItem(NMLVCUSTOMDRAW& request) const;
-  void drawRow(const controls::PaintBuffer& buffer, std::size_t row, RECT bounds) const;
+  // What one drawing asks the windows once, not for each of its rows.
+  struct Sheet {
+    std::vector<RECT> columns;
+    int focused = -1;  // the item with the focus; -1 when the list does not have it
+  };
+  Sheet readSheet() const;
+  LRESULT drawItem(NMLVCUSTOMDRAW& request);
+  void drawRow(const controls::PaintBuffer& buffer, std::size_t row) const;
   void drawCell(const controls::PaintBuffer& buffer, std::size_t row, std::size_t column,
                 RECT cell) const;
   LRESULT drawHeader(NMCUSTOMDRAW& request) const;
@@ -111,6 +118,8 @@ class ListViewPeer : public Peer {
   Stale stale;
   bool isShowing = false;  // then we ourselves cause the notifications
   bool isTelling = false;  // then the window already shows what the list tells of
+  Sheet sheet;
+  std::unique_ptr<controls::PaintBuffer> rowBuffer;
   // What the window has highlighted, by its items. To ask it for each row would take too long.
   std::vector<bool> highlighted;
 };

@@ -176,28 +176,6 @@ void ListViewPeer::catchUp() {
   }
 }
 
-void ListViewPeer::showSelection() {
-  highlighted.resize(list.count());
-  std::vector<std::size_t> changes;
-  for (std::size_t row = 1; row <= list.count(); ++row) {
-    if (highlighted[row - 1] != list.isSelected(row)) {
-      changes.push_back(row);
-    }
-  }
-  const bool isMany = changes.size() > mostSingleRows;
-  if (isMany) {
-    SendMessageW(hwnd(), WM_SETREDRAW, FALSE, 0);
-  }
-  for (const std::size_t row : changes) {
-    highlighted[row - 1] = list.isSelected(row);
-    ListView_SetItemState(hwnd(), static_cast<int>(row) - 1,
-                          list.isSelected(row) ? LVIS_SELECTED : 0, LVIS_SELECTED);
-  }
-  if (isMany) {
-    SendMessageW(hwnd(), WM_SETREDRAW, TRUE, 0);
-  }
-}
-
 std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
   switch (told.code) {
     case LVN_GETDISPINFOW:

@@ -197,7 +197,10 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return TRUE;
     case WM_PAINT: {
       const LRESULT result = DefWindowProcW(window, message, wParam, lParam);
+      // What it refreshes is drawn window by window, so that nobody waits for all of them.
+      desk.refreshesLater = true;
       Form_Paint(form);
+      desk.refreshesLater = false;
       return result;
     }
     case WM_ACTIVATE:

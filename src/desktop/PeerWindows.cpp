@@ -139,7 +139,7 @@ void Peer::drawFocus(const controls::PaintBuffer& buffer) const {
 void Peer::refresh() {
   constexpr DWORD interval = 20;  // milliseconds
   const DWORD now = GetTickCount();
-  const bool isDue = now - refreshedAt >= interval;
+  const bool isDue = now - refreshedAt >= interval && !shared.refreshesLater;
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ALLCHILDREN | (isDue ? RDW_UPDATENOW : 0U));
   if (isDue) {

@@ -16,7 +16,7 @@ namespace {
 // A key that is shorter than the entry does not match, since only that many characters are
 // compared. A pattern that the match refuses removes every row: a condition that fails enters its
 // block.
-bool isMatched(const std::string& key, const std::string& pattern) {
+bool isMatched(std::string_view key, std::string_view pattern) {
   return matchesPattern(firstCharacters(key, characterCount(pattern)), pattern) != Match::No;
 }
 
@@ -42,12 +42,12 @@ class Entries {
   // Of a full key in any case.
   [[nodiscard]] bool take(const std::string& fullKey) const {
     const std::string lower = lowerCase(fullKey);
-    const std::string key(trim(lower));
+    const std::string_view key = trim(lower);
     // No start begins with another, so only the last one that is not after the key can be its own.
     const auto next = std::ranges::upper_bound(starts, key);
     return (next != starts.begin() && key.starts_with(*std::prev(next))) ||
            std::ranges::any_of(
-               patterns, [&key](const std::string& pattern) { return isMatched(key, pattern); });
+               patterns, [key](const std::string& pattern) { return isMatched(key, pattern); });
   }
 
  private:

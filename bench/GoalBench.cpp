@@ -108,12 +108,15 @@ class GoalBench {
  private:
   void printReaders() const {
     output << "\n| reader of the hive | time | an offline scan / its time |\n|---|---|---|\n"
-           << "| an offline scan | " << inUnit(offline.times.second, Unit::Seconds) << " | 1.00 |\n"
-           << "| a bare libhivex walk | " << inUnit(offline.times.first, Unit::Seconds) << " | "
+           << "| an offline scan | "
+           << inUnit(offline.times.second * milliseconds, Unit::Milliseconds) << " | 1.00 |\n"
+           << "| a bare libhivex walk | "
+           << inUnit(offline.times.first * milliseconds, Unit::Milliseconds) << " | "
            << inUnit(offline.times.ratio, Unit::Ratio) << " |\n";
     for (const PeerFigures& reader : readers) {
-      output << "| " << reader.peer->name << " | " << inUnit(reader.times.first, Unit::Seconds)
-             << " | " << inUnit(reader.times.ratio, Unit::Ratio) << " |\n";
+      output << "| " << reader.peer->name << " | "
+             << inUnit(reader.times.first * milliseconds, Unit::Milliseconds) << " | "
+             << inUnit(reader.times.ratio, Unit::Ratio) << " |\n";
     }
     for (const Peer& peer : peers()) {
       const bool isThere = std::ranges::any_of(

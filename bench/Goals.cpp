@@ -67,12 +67,12 @@ std::string inUnit(double number, Unit unit) {
 }
 
 void printGoals(std::ostream& output, const Figures& figures) {
-  output << "| work | goal: at most | figure | |\n|---|---|---|---|\n";
+  output << "| work | goal: at most | figure | reached |\n|---|---|---|---|\n";
   for (const Goal& goal : goals()) {
     const std::optional<bool> met = isMet(goal, figures);
     output << "| " << goal.work << " | " << inUnit(goal.most, goal.unit) << " | ";
     if (met) {
-      output << inUnit(figures.at(goal.measure), goal.unit) << " | " << (*met ? "met" : "not met")
+      output << inUnit(figures.at(goal.measure), goal.unit) << " | " << (*met ? "yes" : "no")
              << " |\n";
     } else {
       output << (goal.how != nullptr ? goal.how : "not measured") << " | |\n";

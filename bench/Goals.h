@@ -48,7 +48,7 @@ std::optional<bool> isMet(const Goal& goal, const Figures& figures);
 // A number in this unit as the table shows it: "1.10", "0.40 s".
 std::string inUnit(double number, Unit unit);
 
-// A table in Markdown: what is done, the goal, the figure, and whether it is met.
+// A table in Markdown: what is done, the goal, the figure, and whether it is reached.
 void printGoals(std::ostream& output, const Figures& figures);
 
 }  // namespace zelvreg::bench

@@ -72,6 +72,13 @@ class HiveImage {
   [[nodiscard]] std::size_t size() const { return end; }
   [[nodiscard]] HivePlace root() const;
 
+  // Has the processor fetch what is there, which is going to be asked for.
+  void expect(HivePlace place) const {
+    if (place < end) {
+      __builtin_prefetch(bytes.data() + place);
+    }
+  }
+
   [[nodiscard]] std::optional<HiveKey> keyAt(HivePlace place) const;
   [[nodiscard]] std::optional<HiveRecord> valueAt(HivePlace place) const;
 

@@ -106,10 +106,15 @@ bool HiveReader::subkeys(std::uint32_t node, std::span<const std::uint32_t> know
 
 bool HiveReader::takeLeaf(const HiveList& leaf, std::vector<std::uint32_t>& known,
                           const TakeSubkey& take) {
+  // So long before a record is looked at it is sent for, since it lies anywhere in the file.
+  constexpr std::size_t ahead = 8;
   bool isWhole = true;
   for (std::size_t index = 0; index < leaf.size(); ++index) {
     if (!spend(entriesLeft, 1)) {
       return false;
+    }
+    if (index + ahead < leaf.size()) {
+      image.expect(leaf.placeAt(index + ahead));
     }
     const HivePlace place = leaf.placeAt(index);
     const std::optional<HiveKey> key = image.keyAt(place);

@@ -30,6 +30,20 @@ std::vector<std::uint32_t> evenNumbers(std::uint32_t count) {
 
 TEST(ChunkedList, ItIsOnePointer) { EXPECT_EQ(sizeof(ChunkedList<std::uint32_t>), sizeof(void*)); }
 
+TEST(ChunkedList, OnePositionComesAfterTheOther) {
+  for (const std::uint32_t count : {1U, 512U, 513U, 2000U}) {
+    Arena arena;
+    ChunkedList<std::uint32_t> list;
+    list.assign(arena, evenNumbers(count));
+    std::vector<std::uint32_t> found;
+    ChunkedList<std::uint32_t>::Position position{0, 0};
+    for (; list.at(position) != nullptr; position = list.after(position)) {
+      found.push_back(*list.at(position));
+    }
+    EXPECT_EQ(found, evenNumbers(count));
+  }
+}
+
 TEST(ChunkedList, AnEmptyOneHasNoEntries) {
   const ChunkedList<std::uint32_t> list;
   EXPECT_TRUE(list.empty());

@@ -4,7 +4,8 @@
 //   scroll CLASS PAGES           how long its longest visible list takes for a page down, drawn
 //   highlight CLASS ROWS         highlights that many rows of that list, from the first one
 //   press CLASS CAPTION          how long what a button does takes, until that list is drawn again,
-//                                and how long the window lets a question wait meanwhile
+//                                and how long the window lets a question wait meanwhile, also
+//                                without the first and the last half second ("within")
 //   close CLASS                  how long the window takes to go, and its process to end
 #include <windows.h>
 
@@ -26,7 +27,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr UINT patience = 3'600'000;  // milliseconds
+constexpr UINT patience = 3'600'000;       // milliseconds
+constexpr double changeOfPages = 500'000;  // microseconds; a scan begins and ends with one
 
 double now() {
   LARGE_INTEGER count{};
@@ -54,18 +56,40 @@ Json summary(std::vector<double> times) {
       {"count", times.size()}, {"median", share(50)}, {"most", share(99)}, {"longest", share(100)}};
 }
 
+struct Wait {
+  double start;
+  double end;
+};
+
 // Asks the window every few milliseconds as long as that is wanted.
 template <class IsWanted>
-Json answers(HWND window, const IsWanted& isWanted) {
+std::vector<Wait> askAgainAndAgain(HWND window, const IsWanted& isWanted) {
   constexpr DWORD pause = 3;  // milliseconds
-  std::vector<double> times;
+  std::vector<Wait> waits;
   while (isWanted()) {
     const double start = now();
     ask(window, WM_NULL);
-    times.push_back(now() - start);
+    waits.push_back({start, now()});
     Sleep(pause);
   }
+  return waits;
+}
+
+// Of the waits that lie between two moments.
+Json summaryBetween(const std::vector<Wait>& waits, double from, double to) {
+  std::vector<double> times;
+  for (const Wait& wait : waits) {
+    if (wait.start >= from && wait.end <= to) {
+      times.push_back(wait.end - wait.start);
+    }
+  }
   return summary(times);
+}
+
+Json answers(HWND window, double milliseconds) {
+  const double end = now() + milliseconds * 1000;
+  const auto waits = askAgainAndAgain(window, [end] { return now() < end; });
+  return summaryBetween(waits, 0, now());
 }
 
 std::wstring captionOf(HWND button) {
@@ -183,8 +207,8 @@ Json press(HWND window, const std::wstring& caption) {
   HWND button = buttonOf(window, caption);
   const LongestList list = longestList(window);
   std::atomic<bool> isDone = false;
-  Json waits;
-  std::thread beside([&] { waits = answers(window, [&] { return !isDone; }); });
+  std::vector<Wait> waits;
+  std::thread beside([&] { waits = askAgainAndAgain(window, [&] { return !isDone; }); });
   const double start = now();
   ask(button, BM_CLICK);
   // The list is told of its rows when the window next serves its messages.
@@ -193,9 +217,11 @@ Json press(HWND window, const std::wstring& caption) {
   const double end = now();
   isDone = true;
   beside.join();
-  waits["took"] = end - start;
-  waits["rows"] = ask(list.window, LVM_GETITEMCOUNT);
-  return waits;
+  Json found = summaryBetween(waits, start, end);
+  found["took"] = end - start;
+  found["within"] = summaryBetween(waits, start + changeOfPages, end - changeOfPages);
+  found["rows"] = ask(list.window, LVM_GETITEMCOUNT);
+  return found;
 }
 
 Json close(HWND window) {
@@ -231,8 +257,7 @@ Json answered(const std::string& line) {
   }
   const std::wstring caption(more.begin(), more.end());
   if (what == "answers") {
-    const double end = now() + std::stod(more) * 1000;
-    return answers(window, [end] { return now() < end; });
+    return answers(window, std::stod(more));
   }
   if (what == "scroll") {
     return scroll(window, std::stoi(more));

@@ -46,7 +46,7 @@ std::uint32_t over(std::uint32_t below, std::uint32_t source, double opacity) {
   std::uint32_t result = 0;
   for (const int shift : {0, 8, 16, 24}) {
     const double sum = part(source, shift) * opacity + part(below, shift) * through;
-    result |= std::min(static_cast<std::uint32_t>(sum + 0.5), 255U) << shift;
+    result |= static_cast<std::uint32_t>(std::min(std::lround(sum), 255L)) << shift;
   }
   return result;
 }

@@ -73,6 +73,30 @@ TEST(RegistryFileTest, AWriteChangesNoOtherValueWithTheSameData) {
   EXPECT_EQ(loaded.value(keyPath, "b"), "3: 1 2");
 }
 
+// Counted where the key lies, whichever link its path leads through.
+TEST(RegistryFileTest, AKeyLiesAtMost512LevelsDeep) {
+  const auto fileOf = [](std::string path, std::size_t names) {
+    for (std::size_t name = 0; name < names; ++name) {
+      path += "\\n";
+    }
+    return version5 + ("[" + path + "]\n[" + path + "\\last]\n");
+  };
+  // The user's classes lie one level below HKEY_USERS.
+  for (const auto& [path, depth] : {std::pair("HKEY_LOCAL_MACHINE", 0),
+                                    std::pair(R"(HKEY_CURRENT_USER\Software\Classes)", 1)}) {
+    const std::size_t names = 511 - static_cast<std::size_t>(depth);
+    EXPECT_NO_THROW(Loaded(fileOf(path, names))) << path;
+    try {
+      Loaded(fileOf(path, names + 1));
+      ADD_FAILURE() << path;
+    } catch (const machine::MachineError& error) {
+      EXPECT_NE(std::string(error.what()).find("registry.reg:4: the key cannot be made"),
+                std::string::npos)
+          << error.what();
+    }
+  }
+}
+
 // In whatever order a file lists them; most list them sorted.
 TEST(RegistryFileTest, SubkeysAreSortedHoweverTheFileListsThem) {
   Loaded loaded(std::string(version5) + R"([HKEY_LOCAL_MACHINE\K\b\x]

@@ -83,6 +83,25 @@ std::uint32_t HiveList::markAt(std::size_t index) const {
   return numberIn<std::uint32_t>(entries, index * entrySize() + sizeof(HiveLink));
 }
 
+std::size_t HiveList::findMark(std::uint32_t mark, std::size_t from) const {
+  constexpr std::size_t atOnce = 16;
+  std::size_t index = from;
+  for (; index + atOnce <= size(); index += atOnce) {
+    // Without a way out of it, so that all are compared at once.
+    bool isHere = false;
+    for (std::size_t next = index; next < index + atOnce; ++next) {
+      isHere |= numberIn<std::uint32_t>(entries, next * markedEntrySize + sizeof mark) == mark;
+    }
+    if (isHere) {
+      break;
+    }
+  }
+  while (index < size() && markAt(index) != mark) {
+    ++index;
+  }
+  return index;
+}
+
 HiveImage::HiveImage(Bytes hive) : bytes(hive), end(endOfBins(hive)) {
   if (!keyAt(root())) {
     throw MachineError("it has no root key");

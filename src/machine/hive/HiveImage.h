@@ -45,8 +45,13 @@ struct HiveList {
   // Where an entry leads to, and the hint or hash beside it.
   [[nodiscard]] HivePlace placeAt(std::size_t index) const;
   [[nodiscard]] std::uint32_t markAt(std::size_t index) const;
+  // The first entry from an index on with this mark beside it; size() if there is none.
+  [[nodiscard]] std::size_t findMark(std::uint32_t mark, std::size_t from) const;
 
-  [[nodiscard]] std::size_t entrySize() const { return hasMarks() ? 8 : 4; }
+  static constexpr std::size_t markedEntrySize = 8;
+  [[nodiscard]] std::size_t entrySize() const {
+    return hasMarks() ? markedEntrySize : sizeof(HiveLink);
+  }
 };
 
 // The data of a value: in one piece, or in parts.

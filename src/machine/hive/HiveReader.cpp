@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "machine/base/CaseFold.h"
 #include "machine/hive/HiveBytes.h"
 #include "machine/hive/NameHash.h"
 
@@ -14,11 +15,8 @@ using Answer = FoundSubkey::Answer;
 namespace {
 
 constexpr std::size_t listEntrySize = sizeof(HiveLink);
-// In a list that has no more entries than this all are looked at; the marks of a longer one are
-// trusted where they lead to the name.
+// In a list that has no more entries than this all are looked at; a longer one is searched.
 constexpr std::size_t shortList = 64;
-// An honest hive is searched so often in each of its lists before all subkeys are read.
-constexpr std::size_t searchesOfAList = 16;
 
 std::size_t entryCount(std::span<const HiveList> leaves) {
   std::size_t count = 0;
@@ -26,6 +24,30 @@ std::size_t entryCount(std::span<const HiveList> leaves) {
     count += leaf.size();
   }
   return count;
+}
+
+// The first entry from an index on whose mark may be that of a name; size() if there is none.
+std::size_t nextCandidate(const HiveList& leaf, std::uint32_t hash, std::u16string_view name,
+                          std::size_t from) {
+  switch (leaf.kind) {
+    case HiveList::Kind::Hashes:
+      return leaf.findMark(hash, from);
+    case HiveList::Kind::Hints:
+      while (from < leaf.size() && !mayBeHintOf(leaf.markAt(from), name)) {
+        ++from;
+      }
+      return from;
+    default:
+      return leaf.size();
+  }
+}
+
+HivePlace entryAt(std::span<const HiveList> leaves, std::size_t index) {
+  auto leaf = leaves.begin();
+  for (; index >= leaf->size(); ++leaf) {
+    index -= leaf->size();
+  }
+  return leaf->placeAt(index);
 }
 
 }  // namespace
@@ -37,7 +59,7 @@ HiveReader::HiveReader(std::span<const std::byte> hive)
       valuesLeft(image.size() / (listEntrySize + valueName)),
       bytesLeft(image.size()),
       partsLeft(image.size() / partSize * 2),
-      marksLeft(image.size() / listEntrySize * searchesOfAList) {
+      marksLeft(image.size() / listEntrySize) {
   static_cast<void>(firstVisit(image.root()));
 }
 
@@ -146,8 +168,12 @@ FoundSubkey HiveReader::findSubkey(std::uint32_t node, std::u16string_view name)
   // What is damaged is left to a whole reading, which tells of it.
   if (leavesOf(*key, marksLeft, leaves) && entryCount(leaves) == key->subkeyCount) {
     const Search search{.parent = node, .name = name};
-    found = key->subkeyCount <= shortList ? searchByNames(leaves, search)
-                                          : searchByMarks(leaves, search);
+    if (key->subkeyCount <= shortList) {
+      found = searchByNames(leaves, search);
+    } else {
+      found = searchByMarks(leaves, search);
+      found = found.answer == Answer::Absent ? searchByOrder(leaves, search) : found;
+    }
   }
   spareLeaves = std::move(leaves);
   return found;
@@ -178,24 +204,50 @@ FoundSubkey HiveReader::searchByNames(std::span<const HiveList> leaves, const Se
 FoundSubkey HiveReader::searchByMarks(std::span<const HiveList> leaves, const Search& search) {
   const std::uint32_t hash = hashOfName(search.name);
   for (const HiveList& leaf : leaves) {
-    if (!leaf.hasMarks() || !spend(marksLeft, leaf.size())) {
+    if (!spend(marksLeft, leaf.size())) {
       return {};
     }
-    for (std::size_t index = 0; index < leaf.size(); ++index) {
-      const std::uint32_t mark = leaf.markAt(index);
-      if (leaf.kind == HiveList::Kind::Hashes ? mark != hash : !mayBeHintOf(mark, search.name)) {
-        continue;
-      }
-      const HivePlace place = leaf.placeAt(index);
-      const std::optional<HiveKey> key = image.keyAt(place);
-      if (key && key->name && placeOf(key->parent) == search.parent &&
-          key->name->isSame(search.name)) {
-        return given({.name = *key->name, .node = static_cast<std::uint32_t>(place)});
+    for (std::size_t index = nextCandidate(leaf, hash, search.name, 0); index < leaf.size();
+         index = nextCandidate(leaf, hash, search.name, index + 1)) {
+      if (const auto match = subkeyNamed(leaf.placeAt(index), search)) {
+        return given(*match);
       }
     }
   }
-  // Nothing has checked that the marks are true.
-  return {};
+  return {.answer = Answer::Absent};
+}
+
+// What has neither the right mark nor the right place is not found by Windows either.
+FoundSubkey HiveReader::searchByOrder(std::span<const HiveList> leaves, const Search& search) {
+  const auto isBefore = [&](HivePlace place) -> std::optional<bool> {
+    const std::optional<HiveKey> key = image.keyAt(place);
+    if (!key || !key->name || placeOf(key->parent) != search.parent) {
+      return std::nullopt;
+    }
+    return compareNames(key->name->text(), search.name) < 0;
+  };
+  std::size_t first = 0;
+  std::size_t count = entryCount(leaves);
+  while (count > 0) {
+    const std::optional<bool> goesOn = isBefore(entryAt(leaves, first + count / 2));
+    if (!goesOn) {
+      return {};
+    }
+    first += *goesOn ? count / 2 + 1 : 0;
+    count = *goesOn ? count - count / 2 - 1 : count / 2;
+  }
+  const bool isInside = first < entryCount(leaves);
+  const auto match = isInside ? subkeyNamed(entryAt(leaves, first), search) : std::nullopt;
+  return match ? given(*match) : FoundSubkey{.answer = Answer::Absent};
+}
+
+std::optional<HiveSubkey> HiveReader::subkeyNamed(HivePlace place, const Search& search) const {
+  const std::optional<HiveKey> key = image.keyAt(place);
+  const bool isIt =
+      key && key->name && placeOf(key->parent) == search.parent && key->name->isSame(search.name);
+  return isIt ? std::optional(
+                    HiveSubkey{.name = *key->name, .node = static_cast<std::uint32_t>(place)})
+              : std::nullopt;
 }
 
 bool HiveReader::values(std::uint32_t node, const TakeValue& take) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -54,8 +55,8 @@ class HiveReader {
   // there. Ask for the subkeys of a node once. False if anything was passed over.
   bool subkeys(std::uint32_t node, std::span<const std::uint32_t> known, const TakeSubkey& take);
 
-  // One subkey by its name without regard to case. Of a long list only the marks that it has of
-  // names are looked at. Where anything is damaged the answer is unclear.
+  // One subkey by its name without regard to case. A long list is searched as Windows does it, by
+  // its marks of names and its order. Where anything is damaged the answer is unclear.
   FoundSubkey findSubkey(std::uint32_t node, std::u16string_view name);
 
   // Each value of a node that can be read, in the order of the hive. Ask once for a node. False if
@@ -77,6 +78,8 @@ class HiveReader {
   };
   FoundSubkey searchByNames(std::span<const HiveList> leaves, const Search& search);
   FoundSubkey searchByMarks(std::span<const HiveList> leaves, const Search& search);
+  FoundSubkey searchByOrder(std::span<const HiveList> leaves, const Search& search);
+  [[nodiscard]] std::optional<HiveSubkey> subkeyNamed(HivePlace place, const Search& search) const;
   FoundSubkey given(const HiveSubkey& subkey);
   bool takeValue(HivePlace place, const TakeValue& take);
   [[nodiscard]] bool assemble(const HiveData& data);

@@ -14,7 +14,7 @@ namespace {
 
 // When so many subkeys have been asked for by name, all of them are read: they are found faster
 // then.
-constexpr std::size_t fewSubkeys = 8;
+constexpr std::size_t fewSubkeys = 32;
 
 bool comesBefore(const RegistryKey* first, const RegistryKey* second) {
   return compareNames(first->name(), second->name()) < 0;

@@ -115,27 +115,36 @@ TEST_F(HiveFileTest, AKeyThatWasFoundByNameAndErasedStaysAway) {
 }
 
 TEST_F(HiveFileTest, ManyKeysAreFoundByNameAndThenListedInOrder) {
+  constexpr std::size_t count = 50;
+  const auto nameOf = [](std::size_t number) { return "Key" + std::to_string(100 + number); };
   {
     HiveBuilder hive(file());
-    for (const char* name : {"b", "D", "a", "f", "C", "e", "k", "J", "i", "h", "G"}) {
-      hive.key(std::string("top\\") + name);
+    for (std::size_t number = 0; number < count; ++number) {
+      hive.key("top\\" + nameOf(number * 7 % count));
     }
   }
   Registry& tree = mounted();
   RegistryKey* top = tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\top)");
-  for (const char16_t name : std::u16string_view(u"dJb")) {
-    EXPECT_NE(tree.child(*top, std::u16string(1, name)), nullptr);
+  const auto find = [&](std::size_t number) {
+    const std::string name = nameOf(number);
+    return tree.child(*top, std::u16string(name.begin(), name.end()));
+  };
+  for (const std::size_t number : {40U, 3U, 17U}) {
+    EXPECT_NE(find(number), nullptr);
   }
   EXPECT_EQ(tree.child(*top, u"x"), nullptr);
   EXPECT_EQ(top->children.size(), 3U);
-  // After some more it is worth while to read all.
-  for (const char16_t name : std::u16string_view(u"kiagfc")) {
-    EXPECT_NE(tree.child(*top, std::u16string(1, name)), nullptr);
+  // After many more it is worth while to read all.
+  for (std::size_t number = 0; number < count; ++number) {
+    EXPECT_NE(find(number), nullptr);
   }
   EXPECT_FALSE(top->childrenPending);
-  std::u16string names;
-  tree.children(*top).forEach([&](const RegistryKey* key) { names += key->name(); });
-  EXPECT_EQ(names, u"abCDefGhiJk");
+  std::size_t listed = 0;
+  tree.children(*top).forEach([&](const RegistryKey* key) {
+    const std::string name = nameOf(listed++);
+    EXPECT_EQ(key->name(), std::u16string(name.begin(), name.end()));
+  });
+  EXPECT_EQ(listed, count);
   EXPECT_TRUE(top->hive->damage().empty());
 }
 

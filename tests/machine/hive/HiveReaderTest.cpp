@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
+
 #include "machine/hive/OpenedHive.h"
 
 namespace zelvreg::fixture {
@@ -160,22 +163,82 @@ TEST_F(HiveReaderTest, ASearchDoesNotTrustTheMarksOfAShortList) {
   EXPECT_EQ(OpenedHive(hive).search(hive.root(), u"one"), Answer::Found);
 }
 
-TEST_F(HiveReaderTest, ASearchInALongListGoesByItsMarks) {
-  RawHive large(std::size_t{64} * pageSize);
-  Names names;
-  for (int number = 0; number < 500; ++number) {
-    names.push_back("key" + std::to_string(number));
+// Of the keys in a list of many one is sought, with its marks and its place as they are left.
+class LongListTest : public ::testing::Test {
+ protected:
+  static constexpr std::size_t count = 500;
+
+  void make(const char* letters) {
+    hive = RawHive(std::size_t{64} * pageSize);
+    Names names;
+    for (std::size_t number = 0; number < count; ++number) {
+      names.push_back("key" + std::to_string(1000 + number));
+    }
+    keys = hive.giveSubkeys(hive.root(), letters, names);
+    list = hive.bytes.follow(hive.root() + subkeyList);
   }
+  // Where the entry of this index is; with marks beside them entries have 8 bytes.
+  [[nodiscard]] std::size_t entry(std::size_t index) const {
+    return list + listEntries + 8 * index;
+  }
+  void swapEntries(std::size_t first, std::size_t second) {
+    const std::string bytes(hive.bytes.text(entry(first), 8));
+    hive.bytes.write(entry(first), std::string(hive.bytes.text(entry(second), 8)));
+    hive.bytes.write(entry(second), bytes);
+  }
+  // What a search for a key says; if it was found, it is the right one.
+  Answer search(std::size_t index) {
+    const std::string name = "KEY" + std::to_string(1000 + index);
+    OpenedHive opened(hive);
+    const Answer answer = opened.search(hive.root(), std::u16string(name.begin(), name.end()));
+    EXPECT_TRUE(answer != Answer::Found || opened.found.subkey.node == keys[index]);
+    return answer;
+  }
+
+  RawHive hive;
+  RawHive::Places keys;
+  std::size_t list = 0;
+};
+
+TEST_F(LongListTest, IsSearchedOfWhateverKindItIs) {
   for (const char* letters : {"lh", "lf", "li"}) {
-    const std::size_t top = large.key("top", large.root());
-    const auto keys = large.giveSubkeys(top, letters, names);
-    // A damaged one is not looked at on the way.
-    large.bytes.write(keys[3] + cellKind, "xx");
-    OpenedHive opened(large);
-    EXPECT_EQ(opened.search(top, u"KEY444") == Answer::Found, letters != std::string("li"));
-    EXPECT_EQ(opened.search(top, u"no such key"), Answer::Unclear);
-    large = RawHive(std::size_t{64} * pageSize);
+    make(letters);
+    for (const std::size_t index : {std::size_t{0}, std::size_t{1}, std::size_t{250}, count - 1}) {
+      EXPECT_EQ(search(index), Answer::Found) << letters << index;
+    }
+    EXPECT_EQ(search(count), Answer::Absent) << letters;
   }
+}
+
+TEST_F(LongListTest, OneWithoutMarksMayBeInSeveralParts) {
+  make("li");
+  const auto middle = keys.begin() + 200;
+  hive.giveList(hive.root(),
+                hive.list("ri", {hive.list("li", {keys.begin(), middle}), hive.list("li", {}),
+                                 hive.list("li", {middle, keys.end()})}),
+                count);
+  for (const std::size_t index : {std::size_t{0}, std::size_t{199}, std::size_t{200}, count - 1}) {
+    EXPECT_EQ(search(index), Answer::Found) << index;
+  }
+  EXPECT_EQ(search(count), Answer::Absent);
+}
+
+TEST_F(LongListTest, AKeyIsFoundByItsMarkOrByItsPlace) {
+  make("lh");
+  hive.bytes.put<std::uint32_t>(entry(100) + 4, 1);
+  swapEntries(300, 400);
+  EXPECT_EQ(search(100), Answer::Found);
+  EXPECT_EQ(search(300), Answer::Found);
+  // Windows does not find what has neither.
+  hive.bytes.put<std::uint32_t>(entry(300) + 4, 1);
+  EXPECT_EQ(search(400), Answer::Absent);
+}
+
+TEST_F(LongListTest, ADamagedKeyIsInTheWayOnlyWhereItIsLookedAt) {
+  make("lh");
+  hive.bytes.write(keys[250] + cellKind, "xx");
+  EXPECT_EQ(search(100), Answer::Found);
+  EXPECT_EQ(search(count), Answer::Unclear);
 }
 
 TEST_F(HiveReaderTest, AnEntryThatLeadsToAKeyOfAnotherMakesASearchUnclear) {

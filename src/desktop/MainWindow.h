@@ -65,6 +65,7 @@ class MainWindow : private ControlPeer {
   void showTray();
   void showMenus();
   void showColor();
+  void showTitleLine();
   void paintGround(HDC context) const;
   // Puts the size of the main screen into the form, in twips.
   void readScreen();

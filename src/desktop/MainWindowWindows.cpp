@@ -15,6 +15,7 @@ namespace {
 
 constexpr const wchar_t* windowClass = L"ZelvregMainWindow";
 constexpr int cornerRadius = 8;
+constexpr int titleLine = 3;
 
 }  // namespace
 
@@ -92,6 +93,8 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
     showTray();
   } else if (&control == &form.menus) {
     showMenus();
+  } else if (&control == &form.Shape1) {
+    showTitleLine();
   } else {
     showColor();
   }
@@ -129,6 +132,13 @@ void MainWindow::showMenus() {
   }
 }
 
+// It is on the window itself: no control has to be drawn again.
+void MainWindow::showTitleLine() {
+  const RECT line{0, desk.pixels(titleHeight) - desk.pixels(titleLine), desk.pixels(windowWidth),
+                  desk.pixels(titleHeight)};
+  InvalidateRect(window, &line, TRUE);
+}
+
 void MainWindow::showColor() {
   const std::uint32_t told = form.Shape3.foreColor;
   if (!controls::isSystemColor(told)) {
@@ -152,7 +162,7 @@ void MainWindow::paintGround(HDC context) const {
   canvas.clear(desk.color(Tone::Ground));
   canvas.fill({0, 0, place.right, title}, desk.color(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
-  canvas.fill({0, title - desk.pixels(3), place.right, title},
+  canvas.fill({0, title - desk.pixels(titleLine), place.right, title},
               controls::isSystemColor(line) || desk.colors.isSystem()
                   ? desk.color(Tone::Accent)
                   : controls::fromProperty(line));

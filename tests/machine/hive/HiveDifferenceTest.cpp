@@ -68,15 +68,19 @@ void compare(const std::optional<HiveContent>& theirs, const std::optional<HiveC
   (ours->keys == theirs->keys ? tally.equal : tally.more) += 1;
 }
 
-// A search by name gives what a walk gives, or leaves the answer to a walk.
+// A search by name gives what a walk gives, or leaves the answer to a walk. In a long list of a
+// damaged hive it may miss what has lost its mark and its place.
 void searchFindsWhatAWalkFinds(std::span<const std::byte> hive, const HiveContent& walked,
-                               Tally& tally) {
+                               bool isDamaged, Tally& tally) {
+  constexpr std::size_t longestShortList = 64;
   machine::HiveReader reader(hive);
   for (const auto& [node, key] : walked.keys) {
+    const bool mayMiss = isDamaged && key.subkeys.size() > longestShortList;
     for (const std::uint32_t subkey : key.subkeys) {
       const std::u16string name = utf16(walked.keys.at(subkey).name);
       const auto found = reader.findSubkey(node, name);
-      EXPECT_NE(found.answer, machine::FoundSubkey::Answer::Absent) << walked.keys.at(subkey).name;
+      EXPECT_TRUE(mayMiss || found.answer != machine::FoundSubkey::Answer::Absent)
+          << walked.keys.at(subkey).name;
       if (found.answer == machine::FoundSubkey::Answer::Found) {
         EXPECT_EQ(utf8(found.subkey.name.text()), walked.keys.at(found.subkey.node).name);
         EXPECT_TRUE(found.subkey.name.isSame(name));
@@ -95,7 +99,7 @@ class HiveDifferenceTest : public ::testing::Test {
     const auto ours = readWithReader(bytesOf(content));
     compare(readWithLibrary(file), ours, tally);
     if (ours) {
-      searchFindsWhatAWalkFinds(bytesOf(content), *ours, tally);
+      searchFindsWhatAWalkFinds(bytesOf(content), *ours, areDamaged, tally);
     }
   }
   void compareFile(const std::filesystem::path& file) {
@@ -109,16 +113,24 @@ class HiveDifferenceTest : public ::testing::Test {
   }
 
   TemporaryFolder folder;
+  bool areDamaged = false;  // on purpose, anywhere
   Tally tally;
 };
 
 // Keys in every kind of list, and every kind of value.
 std::string manyKindsOfCells() {
   RawHive hive;
-  const auto top = hive.giveSubkeys(hive.root(), "lh", {"Hashes", "Hints", "Links", "Lists"});
+  const auto top =
+      hive.giveSubkeys(hive.root(), "lh", {"Hashes", "Hints", "Links", "Lists", "Long", "Longer"});
   hive.giveSubkeys(top[0], "lh", {"Alpha", "beta", "Gamma", "x"});
   hive.giveSubkeys(top[1], "lf", {"abcdef", "ABCX", "b", "\xE4rger"});
   hive.giveSubkeys(top[2], "li", {"one", "two"});
+  std::vector<std::string> many;
+  for (int number = 100; number < 170; ++number) {
+    many.push_back("Key" + std::to_string(number));
+  }
+  hive.giveSubkeys(top[4], "lh", many);
+  hive.giveSubkeys(top[5], "li", many);
   const std::size_t first = hive.key("first", top[3]);
   const std::size_t second = hive.wideKey(std::string("s\0\x2D\x4E", 4), top[3]);
   const std::size_t third = hive.key("third", top[3]);
@@ -155,7 +167,7 @@ void buildRandomHive(const std::filesystem::path& file, std::mt19937& random) {
 TEST_F(HiveDifferenceTest, EveryKindOfCellIsReadAlike) {
   compareContent(manyKindsOfCells());
   EXPECT_EQ(tally.equal, 1);
-  EXPECT_EQ(tally.found, 17U);
+  EXPECT_EQ(tally.found, 159U);
 }
 
 TEST_F(HiveDifferenceTest, GeneratedHivesAreReadAlike) {
@@ -231,6 +243,7 @@ TEST_F(HiveDifferenceTest, OfADamagedHiveNoLessIsRead) {
   const bool isLong = std::getenv("ZELVREG_RANDOM_MACHINES") != nullptr;
   const int hives = isLong ? 6000 : 300;
   const std::string whole = manyKindsOfCells();
+  areDamaged = true;
   Fuzzer fuzzer(1);
   for (int hive = 0; hive < hives && !HasFailure(); ++hive) {
     SCOPED_TRACE(hive);

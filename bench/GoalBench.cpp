@@ -1,5 +1,6 @@
 #include "GoalBench.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iomanip>
 #include <string_view>

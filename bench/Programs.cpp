@@ -26,6 +26,7 @@ double secondsOf(const timeval& time) {
     dup2(nowhere, stream);
   }
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) {
     arguments.push_back(word.data());
   }

@@ -20,7 +20,9 @@ constexpr auto hexDigits = [] {
   std::array<std::int8_t, 0x80> digits{};
   digits.fill(noDigit);
   for (std::int8_t value = 0; value < 16; ++value) {
-    digits["0123456789abcdef"[value]] = digits["0123456789ABCDEF"[value]] = value;
+    for (const std::u16string_view letters : {u"0123456789abcdef", u"0123456789ABCDEF"}) {
+      digits[letters[static_cast<std::size_t>(value)]] = value;
+    }
   }
   return digits;
 }();

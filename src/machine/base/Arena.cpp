@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t smallestBlock = 64 * 1024;
 constexpr std::size_t largestBlock = 4 * 1024 * 1024;
 constexpr std::size_t hugePage = 2 * 1024 * 1024;
+constexpr std::size_t pointerSize = sizeof(std::byte*);
 
 }  // namespace
 
@@ -51,19 +52,19 @@ std::byte* Arena::allocateInNewBlock(std::size_t size) {
 }
 
 std::byte* Arena::takeRoom(std::size_t size) {
-  const std::size_t pointers = size / sizeof(std::byte*);
+  const std::size_t pointers = size / pointerSize;
   if (pointers > largestSpare || spares[pointers] == nullptr) {
     return allocateBytes(size, alignof(std::byte*));
   }
   std::byte* room = spares[pointers];
-  std::memcpy(&spares[pointers], room, sizeof room);
+  std::memcpy(&spares[pointers], room, pointerSize);
   return room;
 }
 
 void Arena::giveBack(std::byte* room, std::size_t size) {
-  const std::size_t pointers = size / sizeof(std::byte*);
+  const std::size_t pointers = size / pointerSize;
   if (pointers > 0 && pointers <= largestSpare) {
-    std::memcpy(room, &spares[pointers], sizeof room);
+    std::memcpy(room, &spares[pointers], pointerSize);
     spares[pointers] = room;
   }
 }

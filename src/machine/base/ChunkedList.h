@@ -183,8 +183,8 @@ class ChunkedList {
   static_assert(std::is_trivially_destructible_v<Companion>);
 
   static std::size_t sizeOf(std::size_t capacity) {
-    return (sizeof(Head) + capacity * sizeof(Entry) + sizeof(Head*) - 1) / sizeof(Head*) *
-           sizeof(Head*);
+    constexpr std::size_t unit = alignof(Head*);
+    return (sizeof(Head) + capacity * sizeof(Entry) + unit - 1) / unit * unit;
   }
   static std::span<Entry> entriesOf(Head* chunk) {
     return {reinterpret_cast<Entry*>(chunk + 1), chunk->size};

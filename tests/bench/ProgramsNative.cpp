@@ -63,7 +63,7 @@ TEST(Peers, ThoseThatAreInstalledReadTheWholeHive) {
 }
 
 TEST(Peers, TheFastestIsTheOneThatTakesLeastTime) {
-  const std::vector<PeerFigures> figures{{&peers()[0], {2.0, 0.1, 0.05}},
+  const std::vector<PeerFigures> figures{{&peers().front(), {2.0, 0.1, 0.05}},
                                          {&peers()[1], {1.5, 0.1, 0.06}},
                                          {&peers()[2], {3.0, 0.1, 0.03}}};
   EXPECT_EQ(fastestOf(figures), &figures[1]);

@@ -184,6 +184,7 @@ class ChunkedList {
 
   static std::size_t sizeOf(std::size_t capacity) {
     constexpr std::size_t unit = alignof(Head*);
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the size of a pointer is meant where it is one
     return (sizeof(Head) + capacity * sizeof(Entry) + unit - 1) / unit * unit;
   }
   static std::span<Entry> entriesOf(Head* chunk) {

@@ -87,7 +87,7 @@ TEST(RegistryFileTest, AKeyLiesAtMost512LevelsDeep) {
     const std::size_t names = 511 - static_cast<std::size_t>(depth);
     EXPECT_NO_THROW(Loaded(fileOf(path, names))) << path;
     try {
-      Loaded(fileOf(path, names + 1));
+      const Loaded tooDeep(fileOf(path, names + 1));
       ADD_FAILURE() << path;
     } catch (const machine::MachineError& error) {
       EXPECT_NE(std::string(error.what()).find("registry.reg:4: the key cannot be made"),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <optional>
 
 #include "text/Text.h"
@@ -24,14 +25,36 @@ bool isLetter(char character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
 }
 
+// An extension of up to four characters as one number, without regard to case.
+constexpr std::uint32_t numberOf(std::string_view ending) {
+  std::uint32_t number = 0;
+  for (const char character : ending) {
+    const bool isCapital = character >= 'A' && character <= 'Z';
+    number = number << 8U | static_cast<unsigned char>(isCapital ? character | 0x20 : character);
+  }
+  return number;
+}
+
+constexpr auto endingNumbers = [] {
+  std::array<std::uint32_t, fileEndings.size()> numbers{};
+  std::ranges::transform(fileEndings, numbers.begin(), numberOf);
+  return numbers;
+}();
+
+bool isFileEnding(std::string_view end) {
+  constexpr std::size_t longest = 4;
+  return end.size() <= longest &&
+         std::ranges::find(endingNumbers, numberOf(end)) != endingNumbers.end();
+}
+
 // Where the first file ends, by its extension. Every extension is ASCII, so bytes are compared.
 std::optional<std::size_t> endOfFile(std::string_view text) {
   for (auto dot = text.find('.'); dot != std::string_view::npos; dot = text.find('.', dot + 1)) {
-    for (const std::string_view ending : fileEndings) {
-      const std::size_t end = dot + ending.size();
+    for (const std::size_t size : {4U, 3U}) {
+      const std::size_t end = dot + size;
       const bool isEnd = end == text.size() ||
                          (end < text.size() && afterFile.find(text[end]) != std::string_view::npos);
-      if (isEnd && findIgnoringCase(text.substr(dot, ending.size()), ending) == 0) {
+      if (isEnd && isFileEnding(text.substr(dot, size))) {
         return end;
       }
     }
@@ -154,12 +177,6 @@ std::string withoutPrefix(std::string_view text, const std::string& windowsFolde
     }
   }
   return std::string(text);
-}
-
-bool isFileEnding(std::string_view end) {
-  return std::ranges::any_of(fileEndings, [&](std::string_view ending) {
-    return end.size() == ending.size() && findIgnoringCase(end, ending) == 0;
-  });
 }
 
 }  // namespace

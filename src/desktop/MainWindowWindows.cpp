@@ -255,7 +255,7 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void MainWindow::serve() {
   using std::chrono::milliseconds;
-  constexpr milliseconds answerInterval(3);
+  constexpr milliseconds answerInterval(2);
   constexpr milliseconds drawInterval(16);
   const Clock::time_point now = Clock::now();
   if (now - servedAt < answerInterval) {

@@ -121,7 +121,7 @@ Entry EntryReader::entryOf(const Form42& form, std::size_t row, int code) {
         return there;
       }
       if (entry.key.hive == HiveHandle::Unknown) {
-        entry = there;
+        entry = std::move(there);
       }
     }
   }

@@ -66,15 +66,14 @@ DriveIs FileLook::drive(char letter) {
 FileIs FileLook::at(const std::string& path) { return look(path).is; }
 
 FileLook::Answer FileLook::look(const std::string& path) {
-  const auto found = known.find(path);
-  if (found != known.end()) {
-    return found->second;
+  const auto [entry, isNew] = known.try_emplace(path);
+  Answer& answer = entry->second;  // which stays where it is while others are added
+  if (!isNew) {
+    return answer;
   }
-  Answer answer = isBelowMissing(path) ? Answer{FileIs::InMissingFolder} : ask(path);
-  known.emplace(path, answer);
+  answer = isBelowMissing(path) ? Answer{FileIs::InMissingFolder} : ask(path);
   if (answer.is == FileIs::InMissingFolder && isDrivePath(path)) {
     answer.is = whyMissing(path);
-    known.insert_or_assign(path, answer);
   }
   return answer;
 }

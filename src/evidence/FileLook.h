@@ -37,7 +37,7 @@ class FileLook {
 
  private:
   struct Answer {
-    FileIs is;
+    FileIs is = FileIs::InMissingFolder;
     bool isLink = false;  // one whose target is there
   };
   static Answer ask(const std::string& path);

@@ -42,8 +42,7 @@ TEST(Goals, TheTableSaysOfEachWhetherItIsReachedOrWhatMeasuresIt) {
   printGoals(output, {{Measure::Scan, 1.05}, {Measure::Search, 1.5}});
   const std::string table = output.str();
   EXPECT_NE(table.find("plain loops, 1,000,000 keys | 1.10 | 1.05 | yes |\n"), std::string::npos);
-  EXPECT_NE(table.find("enumeration, 1,000,000 keys | 1.30 | 1.50 | no |\n"),
-            std::string::npos);
+  EXPECT_NE(table.find("enumeration, 1,000,000 keys | 1.30 | 1.50 | no |\n"), std::string::npos);
   EXPECT_NE(table.find("opening a folder of 1,000,000 keys | 0.40 s | not measured | |\n"),
             std::string::npos);
   EXPECT_NE(table.find("| 0.50 s | `bench/window/measure --rows 100000 BUILD` | |\n"),

@@ -19,7 +19,7 @@ constexpr std::array<std::string_view, 26> fileEndings{
 // What may stand behind a file without a blank between.
 constexpr std::string_view afterFile = " \t\",;:|/%@*";
 
-constexpr std::string_view separators = "\\/";
+bool isSeparator(char character) { return character == '\\' || character == '/'; }
 
 bool isLetter(char character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
@@ -215,9 +215,11 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind) {
        cut = text.find(' ', cut + 1)) {
     readings.add(text.substr(0, cut));
   }
-  for (auto cut = text.find_first_of(",;|\""); cut != std::string_view::npos;
-       cut = text.find_first_of(",;|\"", cut + 1)) {
-    readings.add(text.substr(0, cut));
+  for (std::size_t cut = 0; cut < text.size(); ++cut) {
+    const char character = text[cut];
+    if (character == ',' || character == ';' || character == '|' || character == '"') {
+      readings.add(text.substr(0, cut));
+    }
   }
   return std::move(readings.texts);
 }
@@ -231,8 +233,7 @@ std::string plainPath(std::string_view text, const std::string& windowsFolder) {
 }
 
 bool isDrivePath(std::string_view path) {
-  return path.size() > 2 && isLetter(path[0]) && path[1] == ':' &&
-         (path[2] == '\\' || path[2] == '/');
+  return path.size() > 2 && isLetter(path[0]) && path[1] == ':' && isSeparator(path[2]);
 }
 
 bool hasFileEnding(std::string_view path) {
@@ -243,8 +244,23 @@ bool hasFileEnding(std::string_view path) {
 
 bool showsFileEnd(std::string_view path) { return endOfFile(fileNameIn(path)).has_value(); }
 
+std::size_t nextSeparator(std::string_view path, std::size_t from) {
+  while (from < path.size() && !isSeparator(path[from])) {
+    ++from;
+  }
+  return from < path.size() ? from : std::string_view::npos;
+}
+
+std::size_t lastSeparator(std::string_view path) {
+  std::size_t last = path.size();
+  while (last > 0 && !isSeparator(path[last - 1])) {
+    --last;
+  }
+  return last - 1;
+}
+
 std::string_view fileNameIn(std::string_view path) {
-  const auto last = path.find_last_of(separators);
+  const auto last = lastSeparator(path);
   return last == std::string_view::npos ? path : path.substr(last + 1);
 }
 

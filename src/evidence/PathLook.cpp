@@ -101,10 +101,22 @@ bool isOnDevice(std::string_view path) {
          findIgnoringCase(path, "globalroot\\") == 0;
 }
 
-bool isOfPackage(std::string_view path) { return containsIgnoringCase(path, "\\windowsapps\\"); }
+bool isOfPackage(std::string_view path) {
+  constexpr std::string_view folder = "windowsapps";
+  std::size_t start = 0;
+  for (auto end = nextSeparator(path); end != std::string_view::npos;
+       end = nextSeparator(path, start)) {
+    if (end - start == folder.size() &&
+        findIgnoringCase(path.substr(start, end - start), folder) == 0) {
+      return true;
+    }
+    start = end + 1;
+  }
+  return false;
+}
 
 bool isCachedByInstaller(std::string_view path) {
-  return containsIgnoringCase(path, "\\installer\\{");
+  return contains(path, "{") && containsIgnoringCase(path, "\\installer\\{");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "EvidenceBench.h"
 #include "EvidenceTable.h"
+#include "GoalBench.h"
 #include "MachineMaker.h"
 #include "OfflineBench.h"
 #include "ScanBench.h"
@@ -29,6 +30,8 @@ struct Arguments {
   bool isByCategory = false;
   bool isOfSearch = false;
   bool isOfEvidence = false;
+  bool isOfGoals = false;
+  bool isOfScaling = false;
   std::uint64_t seed = 1;
 };
 
@@ -37,14 +40,6 @@ constexpr std::size_t evidenceKeys = 100'000;
 
 constexpr double milliseconds = 1000;
 constexpr double microseconds = 1'000'000;
-
-std::set<std::size_t> allRows() {
-  std::set<std::size_t> rows;
-  for (std::size_t row = 1; row <= zelvreg::categories().size(); ++row) {
-    rows.insert(row);
-  }
-  return rows;
-}
 
 void printCategories(const fs::path& folder, const std::set<std::size_t>& rows, std::size_t pairs) {
   for (const std::size_t row : rows) {
@@ -129,6 +124,14 @@ bool benchEvidence(const Arguments& arguments) {
 }
 
 int bench(const Arguments& arguments) {
+  if (arguments.isOfGoals) {
+    benchGoals(std::cout, {}, arguments.offlineRoot, arguments.pairs);
+    return 0;
+  }
+  if (arguments.isOfScaling) {
+    benchScaling(std::cout, arguments.sizes, arguments.pairs);
+    return 0;
+  }
   if (arguments.isOfEvidence) {
     return benchEvidence(arguments) ? 0 : goalMissed;
   }
@@ -156,6 +159,12 @@ void addOptions(CLI::App& app, Arguments& arguments) {
                "compare a registry search with an enumeration instead of a scan");
   app.add_flag("--evidence", arguments.isOfEvidence,
                "compare the ticks of a scan with what is dead instead; status 1 if they are wrong");
+  app.add_flag(
+      "--goals", arguments.isOfGoals,
+      "measure all that docs/benchmark.md has a goal for, on made machines and a made disk "
+      "(or that of --offline); bench/window/measure measures the window");
+  app.add_flag("--scaling", arguments.isOfScaling,
+               "print how long things take at each size, in microseconds a key, with tabs between");
   app.add_option("--seed", arguments.seed, "of the machine that --evidence makes")
       ->capture_default_str();
 }

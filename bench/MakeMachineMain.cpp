@@ -2,6 +2,7 @@
 #include <exception>
 #include <iostream>
 
+#include "DiskMaker.h"
 #include "MachineMaker.h"
 
 namespace {
@@ -21,13 +22,16 @@ int main(int count, char** arguments) {
   std::string folder;
   std::string labelFile;
   MachineSize size;
+  bool isDisk = false;
   try {
-    CLI::App app("Makes a folder that stands for a Windows computer, for measuring.",
+    CLI::App app("Makes a folder or a disk that stands for a Windows computer, for measuring.",
                  "zelvreg-make-machine");
     app.add_option("folder", folder, "a new or empty folder")->required();
-    app.add_option("--keys", size.keys, "how many keys the registry has")
-        ->required()
+    auto* kind = app.add_option_group("what is made")->require_option(1);
+    kind->add_option("--keys", size.keys, "a machine folder with so many keys")
         ->check(CLI::Range(fewestKeys, mostKeys));
+    kind->add_flag("--disk", isDisk,
+                   "a disk with a hive SOFTWARE of more than 64 MB, for zelvreg --offline");
     app.add_option("--seed", size.seed, "another number gives other content")
         ->capture_default_str();
     app.add_option("--labels", labelFile,
@@ -36,6 +40,10 @@ int main(int count, char** arguments) {
       app.parse(count, arguments);
     } catch (const CLI::CallForHelp&) {
       std::cout << app.help();
+      return 0;
+    }
+    if (isDisk) {
+      makeDisk(folder, {});
       return 0;
     }
     if (labelFile.empty()) {

@@ -113,7 +113,9 @@ std::vector<double> runInChild(const std::function<std::vector<double>()>& work)
                                               : "the measuring process ended without an answer");
   }
   std::vector<double> numbers((bytes.size() - 1) / sizeof(double));
-  std::memcpy(numbers.data(), bytes.data() + 1, numbers.size() * sizeof(double));
+  if (!numbers.empty()) {
+    std::memcpy(numbers.data(), bytes.data() + 1, numbers.size() * sizeof(double));
+  }
   return numbers;
 }
 

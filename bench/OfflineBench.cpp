@@ -83,15 +83,19 @@ std::vector<double> scanDisk(const std::filesystem::path& root) {
 }  // namespace
 
 OfflineFigures measureOffline(const std::filesystem::path& root, std::size_t pairs) {
-  const auto software = machine::findOfflineFiles(root).software;
-  if (!software) {
+  const machine::OfflineFiles files = machine::findOfflineFiles(root);
+  if (!files.software) {
     throw std::runtime_error(root.string() + " has no SOFTWARE hive; name the folder of a disk");
   }
   OfflineFigures figures;
+  figures.hive = *files.software;
+  for (const std::filesystem::path& hive : files.hives()) {
+    figures.hiveBytes += static_cast<double>(std::filesystem::file_size(hive));
+  }
   figures.times = compare(
       pairs,
       [&] {
-        const auto numbers = runInChild([&] { return walkHive(*software); });
+        const auto numbers = runInChild([&] { return walkHive(figures.hive); });
         figures.walkPeak = std::max(figures.walkPeak, numbers.at(1));
         figures.keys = numbers.at(2);
         figures.values = numbers.at(3);
@@ -104,6 +108,10 @@ OfflineFigures measureOffline(const std::filesystem::path& root, std::size_t pai
         return numbers.at(0);
       });
   return figures;
+}
+
+double offlineScanSeconds(const std::filesystem::path& root) {
+  return runInChild([&root] { return scanDisk(root); }).front();
 }
 
 }  // namespace zelvreg::bench

@@ -10,7 +10,9 @@
 namespace zelvreg::bench {
 
 struct OfflineFigures {
-  Comparison times;  // first the walk, then the scan
+  std::filesystem::path hive;  // SOFTWARE, which the walk reads
+  double hiveBytes = 0;        // of all hives of the disk
+  Comparison times;            // first the walk, then the scan
   double walkPeak = 0;
   double scanPeak = 0;
   double keys = 0;  // of the hive
@@ -21,6 +23,9 @@ struct OfflineFigures {
 // Each walk and each scan begins in a new process. All categories are scanned. Throws
 // std::runtime_error for a disk without a SOFTWARE hive.
 OfflineFigures measureOffline(const std::filesystem::path& root, std::size_t pairs);
+
+// The seconds of one such scan.
+double offlineScanSeconds(const std::filesystem::path& root);
 
 }  // namespace zelvreg::bench
 

@@ -7,6 +7,7 @@
 #include "BareWalk.h"
 #include "OpenMachine.h"
 #include "form/Form42.h"
+#include "scan/CategoryTable.h"
 #include "shell/StartUp.h"
 
 namespace zelvreg::bench {
@@ -29,6 +30,7 @@ double scanSeconds(const std::set<std::size_t>& rows, std::size_t repeats, doubl
     Form42 form;
     Form_Load(form);
     tick(form, rows);
+    form.lookAgain.bind({});
     seconds += secondsOf([&form] { form.cmd_start.click(); });
     findings = static_cast<double>(form.View2.count());
   }
@@ -68,6 +70,14 @@ std::vector<double> measureHere(const std::filesystem::path& folder,
 }
 
 }  // namespace
+
+std::set<std::size_t> allRows() {
+  std::set<std::size_t> rows;
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    rows.insert(row);
+  }
+  return rows;
+}
 
 ScanFigures measureScan(const std::filesystem::path& folder, const std::set<std::size_t>& rows,
                         std::size_t pairs) {

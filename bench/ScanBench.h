@@ -21,6 +21,10 @@ struct ScanFigures {
   double scanPeak = 0;  // the most after loading
 };
 
+std::set<std::size_t> allRows();
+
+// A scan is that of the rows, without the second look at what it has found.
+//
 // Loads the folder in a process of its own and compares on these rows, in so many pairs.
 ScanFigures measureScan(const std::filesystem::path& folder, const std::set<std::size_t>& rows,
                         std::size_t pairs);

@@ -9,6 +9,7 @@
 #include "console/SearchArguments.h"
 #include "console/TargetArguments.h"
 #include "console/TimeArguments.h"
+#include "form/Version.h"
 #include "scan/CategoryTable.h"
 #include "text/Text.h"
 #include "unicode/Unicode.h"
@@ -179,6 +180,8 @@ void letFallThrough(CLI::App& app) {
 class Parser {
  public:
   explicit Parser(Options& given) : options(given) {
+    app.set_version_flag("--version", std::string("zelvreg ") + programVersion(),
+                         "print which version this is and exit");
     target.addTo(app, options.target);
     app.add_flag("--yes", options.answersYes, "answer every question with Yes");
     scanArguments.addTo(*scan, options);
@@ -195,13 +198,15 @@ class Parser {
     letFallThrough(app);
   }
 
-  // The help text if it was asked for. Otherwise the options are complete.
+  // The help text or the version if they were asked for. Otherwise the options are complete.
   std::optional<std::string> parse(int count, const char* const* arguments) {
     try {
       app.parse(count, arguments);
     } catch (const CLI::CallForHelp&) {
       const auto chosen = app.get_subcommands();
       return chosen.empty() ? app.help() : chosen.front()->help();
+    } catch (const CLI::CallForVersion& version) {
+      return std::string(version.what()) + "\n";
     } catch (const CLI::ParseError& error) {
       throw UsageError(oneLine(error.what()));
     }

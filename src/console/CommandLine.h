@@ -97,7 +97,7 @@ class UsageError : public std::runtime_error {
 // The options, or the help text that was asked for. Throws UsageError.
 struct ParsedCommandLine {
   Options options;
-  std::optional<std::string> help;
+  std::optional<std::string> help;  // or the version: what is printed instead of a run
 };
 ParsedCommandLine parseCommandLine(int count, const char* const* arguments);
 

@@ -35,6 +35,13 @@ std::uint32_t part(std::uint32_t pixel, int shift) { return pixel >> shift & 0xF
 
 // A source whose colors are already multiplied by its alpha, laid over a pixel.
 std::uint32_t over(std::uint32_t below, std::uint32_t source, double opacity) {
+  // Most pixels of an icon.
+  if (source == 0) {
+    return below;
+  }
+  if (opacity >= 1 && part(source, 24) == 255) {
+    return source;
+  }
   const double through = 1 - part(source, 24) / 255.0 * opacity;
   std::uint32_t result = 0;
   for (const int shift : {0, 8, 16, 24}) {

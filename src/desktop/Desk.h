@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "controls/Canvas.h"
@@ -61,10 +62,13 @@ class Desk {
   void castShadow(HWND window, const DropShadow& shadow) const;
 
   Colors colors;
+  // Whether a refresh leaves the drawing to the message queue.
+  bool refreshesLater = false;
 
  private:
   int dpi;
-  std::map<std::string, controls::FontHandle> fonts;
+  using FontKey = std::tuple<std::string, double, bool>;  // name, points, whether it is bold
+  std::map<FontKey, controls::FontHandle, std::less<>> fonts;
   std::map<COLORREF, controls::BrushHandle> brushes;
   std::map<const void*, std::function<void()>> waiting;
 };

@@ -15,14 +15,14 @@ void Desk::setResolution(int resolution) {
 HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
   const double size = (font.size > 0 ? font.size : 9) + pointsMore;
   const bool bold = isBold || font.isBold;
-  const std::string key = font.name + "|" + std::to_string(size) + (bold ? "|b" : "|");
-  controls::FontHandle& known = fonts[key];
-  if (!known) {
-    known = controls::makeFont(
+  auto known = fonts.find(std::tuple<std::string_view, double, bool>(font.name, size, bold));
+  if (known == fonts.end()) {
+    auto made = controls::makeFont(
         {.name = font.name, .size = size, .isBold = bold, .isItalic = false, .isUnderlined = false},
         dpi);
+    known = fonts.emplace(FontKey(font.name, size, bold), std::move(made)).first;
   }
-  return known.get();
+  return known->second.get();
 }
 
 HBRUSH Desk::brush(Tone tone) {

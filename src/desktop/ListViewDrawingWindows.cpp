@@ -27,34 +27,44 @@ void drawText(HDC context, const std::u16string& text, RECT place, UINT alignmen
 
 }  // namespace
 
-LRESULT ListViewPeer::drawItem(NMLVCUSTOMDRAW& request) const {
+ListViewPeer::Sheet ListViewPeer::readSheet() const {
+  Sheet read;
+  for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
+    Header_GetItemRect(header, static_cast<int>(column), &read.columns.emplace_back());
+  }
+  if (GetFocus() == hwnd()) {
+    read.focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
+  }
+  return read;
+}
+
+LRESULT ListViewPeer::drawItem(NMLVCUSTOMDRAW& request) {
   if (request.nmcd.dwDrawStage == CDDS_PREPAINT) {
+    sheet = readSheet();
     return CDRF_NOTIFYITEMDRAW;
   }
   if (request.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) {
     return CDRF_DODEFAULT;
   }
-  const auto item = static_cast<int>(request.nmcd.dwItemSpec);
-  RECT bounds{};
-  if (ListView_GetItemRect(hwnd(), item, &bounds, LVIR_BOUNDS) == FALSE) {
+  const RECT& bounds = request.nmcd.rc;
+  const controls::Size size{static_cast<int>(bounds.right - bounds.left),
+                            static_cast<int>(bounds.bottom - bounds.top)};
+  if (size.width <= 0 || size.height <= 0) {
     return CDRF_DODEFAULT;
   }
-  const controls::PaintBuffer buffer(
-      {static_cast<int>(bounds.right - bounds.left), static_cast<int>(bounds.bottom - bounds.top)});
-  drawRow(buffer, static_cast<std::size_t>(item) + 1, bounds);
-  buffer.show(request.nmcd.hdc, bounds.left, bounds.top);
+  if (rowBuffer == nullptr || rowBuffer->size() != size) {
+    rowBuffer = std::make_unique<controls::PaintBuffer>(size);
+  }
+  drawRow(*rowBuffer, request.nmcd.dwItemSpec + 1);
+  rowBuffer->show(request.nmcd.hdc, bounds.left, bounds.top);
   return CDRF_SKIPDEFAULT;
 }
 
-void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
-                           RECT bounds) const {
-  const int width = bounds.right - bounds.left;
-  const int height = bounds.bottom - bounds.top;
+void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row) const {
+  const auto [width, height] = buffer.size();
   controls::Canvas canvas = buffer.canvas();
-  const UINT state =
-      ListView_GetItemState(hwnd(), static_cast<int>(row) - 1, LVIS_SELECTED | LVIS_FOCUSED);
   canvas.fill({0, 0, width, height},
-              desk().color((state & LVIS_SELECTED) != 0 ? Tone::Selected : Tone::Surface));
+              desk().color(list.isSelected(row) ? Tone::Selected : Tone::Surface));
   canvas.fill({0, height - 1, width, height}, desk().color(Tone::RowLine));
   if (options.hasChecks) {
     const int length = desk().pixels(15);
@@ -78,14 +88,13 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row,
   if (options.hasIcons) {
     drawIcon(list.smallIcon(row), iconLeft());
   }
-  for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
-    RECT place{};
-    Header_GetItemRect(header, static_cast<int>(column), &place);
+  for (std::size_t column = 0; column < sheet.columns.size(); ++column) {
+    const RECT& place = sheet.columns[column];
     if (place.right > place.left) {
       drawCell(buffer, row, column, {place.left, 0, place.right, height});
     }
   }
-  if ((state & LVIS_FOCUSED) != 0 && GetFocus() == hwnd()) {
+  if (static_cast<int>(row) - 1 == sheet.focused) {
     const Rgb accent = desk().color(Tone::Accent);
     canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, accent, accent});
   }

@@ -36,28 +36,6 @@ LRESULT ListViewPeer::findItem(const NMLVFINDITEMW& search) const {
   return -1;
 }
 
-void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
-  if (isShowing || (change.uChanged & LVIF_STATE) == 0) {
-    return;
-  }
-  const bool is = (change.uNewState & LVIS_SELECTED) != 0;
-  const bool was = (change.uOldState & LVIS_SELECTED) != 0;
-  if (change.iItem < 0) {
-    // All of them at once.
-    for (std::size_t row = 1; is != was && row <= list.count(); ++row) {
-      list.setSelected(row, is);
-    }
-    return;
-  }
-  const std::size_t row = static_cast<std::size_t>(change.iItem) + 1;
-  if (is != was) {
-    list.setSelected(row, is);
-  }
-  if (is && !was && onItemClick) {
-    onItemClick(row);
-  }
-}
-
 // Also a click on a row that is already highlighted.
 void ListViewPeer::clicked(int item) {
   if (onItemClick && item >= 0) {

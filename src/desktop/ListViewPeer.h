@@ -67,18 +67,24 @@ class ListViewPeer : public Peer {
     bool selection = false;
     bool columns = false;
     std::size_t inView = 0;
+    // Rows that the user has highlighted: whether the first was clicked, and the last of the
+    // others.
+    bool isClicked = false;
+    std::size_t lastChosen = 0;
     // Only these, because drawing a screenful at each step of a scan would take longer than the
     // step.
     std::set<std::size_t> single;
   };
   void catchUp();
   void showSelection();
+  void clearSelection();
   void fitColumns();
 
   void giveItem(LVITEMW& item) const;
   void giveTip(const NMLVGETINFOTIPW& request) const;
   [[nodiscard]] LRESULT findItem(const NMLVFINDITEMW& search) const;
   void itemChanged(const NMLISTVIEW& change);
+  void itemsHighlighted(std::size_t first, std::size_t last, bool are);
   bool pressed(POINT where);
   bool keyPressed(WPARAM key);
   void menuOfKeyboard() const;
@@ -87,8 +93,14 @@ class ListViewPeer : public Peer {
   void toggle(std::size_t row);
   void toggleFocused();
 
-  LRESULT drawItem(NMLVCUSTOMDRAW& request) const;
-  void drawRow(const controls::PaintBuffer& buffer, std::size_t row, RECT bounds) const;
+  // What one drawing asks the windows once, not for each of its rows.
+  struct Sheet {
+    std::vector<RECT> columns;
+    int focused = -1;  // the item with the focus; -1 when the list does not have it
+  };
+  Sheet readSheet() const;
+  LRESULT drawItem(NMLVCUSTOMDRAW& request);
+  void drawRow(const controls::PaintBuffer& buffer, std::size_t row) const;
   void drawCell(const controls::PaintBuffer& buffer, std::size_t row, std::size_t column,
                 RECT cell) const;
   LRESULT drawHeader(NMCUSTOMDRAW& request) const;
@@ -105,6 +117,11 @@ class ListViewPeer : public Peer {
   HIMAGELIST rowHeights = nullptr;
   Stale stale;
   bool isShowing = false;  // then we ourselves cause the notifications
+  bool isTelling = false;  // then the window already shows what the list tells of
+  Sheet sheet;
+  std::unique_ptr<controls::PaintBuffer> rowBuffer;
+  // What the window has highlighted, by its items. To ask it for each row would take too long.
+  std::vector<bool> highlighted;
 };
 
 }  // namespace zelvreg::desktop

@@ -119,6 +119,9 @@ void ListViewPeer::fitColumns() {
 void ListViewPeer::showRows(Change what, std::size_t row) {
   switch (what) {
     case Change::Selection:
+      if (isTelling) {
+        return;
+      }
       stale.selection = true;
       break;
     case Change::Scroll:
@@ -168,14 +171,8 @@ void ListViewPeer::catchUp() {
     ListView_EnsureVisible(hwnd(), static_cast<int>(changes.inView) - 1, FALSE);
   }
   isShowing = false;
-}
-
-void ListViewPeer::showSelection() {
-  ListView_SetItemState(hwnd(), -1, 0, LVIS_SELECTED);
-  for (std::size_t row = 1; row <= list.count(); ++row) {
-    if (list.isSelected(row)) {
-      ListView_SetItemState(hwnd(), static_cast<int>(row) - 1, LVIS_SELECTED, LVIS_SELECTED);
-    }
+  if (list.isSelected(changes.lastChosen)) {
+    onItemClick(changes.lastChosen);
   }
 }
 
@@ -194,8 +191,9 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
       return 0;
     case LVN_ODSTATECHANGED: {
       const auto& range = reinterpret_cast<NMLVODSTATECHANGE&>(told);
-      for (int item = range.iFrom; !isShowing && item <= range.iTo; ++item) {
-        list.setSelected(static_cast<std::size_t>(item) + 1,
+      if (!isShowing) {
+        itemsHighlighted(static_cast<std::size_t>(range.iFrom) + 1,
+                         static_cast<std::size_t>(range.iTo) + 1,
                          (range.uNewState & LVIS_SELECTED) != 0);
       }
       return 0;

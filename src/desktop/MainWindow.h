@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <chrono>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -64,6 +65,7 @@ class MainWindow : private ControlPeer {
   void showTray();
   void showMenus();
   void showColor();
+  void showTitleLine();
   void paintGround(HDC context) const;
   // Puts the size of the main screen into the form, in twips.
   void readScreen();
@@ -90,8 +92,10 @@ class MainWindow : private ControlPeer {
   LabelPeer* peerOf(const Label& label);
 
   // Serves the system's own messages, at most every few milliseconds: loops of a scan call it for
-  // every entry.
+  // every entry. It draws less often than it answers.
   void serve();
+  // Handles those of some kinds (PM_QS_INPUT and so on; 0 for all).
+  void dispatch(UINT kinds);
   // The keys of a dialog.
   [[nodiscard]] FocusArea focusArea() const;
   void enter();
@@ -115,7 +119,10 @@ class MainWindow : private ControlPeer {
   std::vector<std::unique_ptr<Peer>> others;
   CheckPeer* careful = nullptr;  // one of the others
   std::vector<int> separators;   // in the command bar, pixels of the screen
-  DWORD servedAt = 0;
+  // The tick count of the system changes only every 16 ms.
+  using Clock = std::chrono::steady_clock;
+  Clock::time_point servedAt;
+  Clock::time_point drawnAt;
   HWND lastFocus = nullptr;  // while another window is active
   UINT taskBarCreated = 0;
 };

@@ -15,6 +15,7 @@ namespace {
 
 constexpr const wchar_t* windowClass = L"ZelvregMainWindow";
 constexpr int cornerRadius = 8;
+constexpr int titleLine = 3;
 
 }  // namespace
 
@@ -92,6 +93,8 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
     showTray();
   } else if (&control == &form.menus) {
     showMenus();
+  } else if (&control == &form.Shape1) {
+    showTitleLine();
   } else {
     showColor();
   }
@@ -129,6 +132,13 @@ void MainWindow::showMenus() {
   }
 }
 
+// It is on the window itself: no control has to be drawn again.
+void MainWindow::showTitleLine() {
+  const RECT line{0, desk.pixels(titleHeight) - desk.pixels(titleLine), desk.pixels(windowWidth),
+                  desk.pixels(titleHeight)};
+  InvalidateRect(window, &line, TRUE);
+}
+
 void MainWindow::showColor() {
   const std::uint32_t told = form.Shape3.foreColor;
   if (!controls::isSystemColor(told)) {
@@ -152,7 +162,7 @@ void MainWindow::paintGround(HDC context) const {
   canvas.clear(desk.color(Tone::Ground));
   canvas.fill({0, 0, place.right, title}, desk.color(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
-  canvas.fill({0, title - desk.pixels(3), place.right, title},
+  canvas.fill({0, title - desk.pixels(titleLine), place.right, title},
               controls::isSystemColor(line) || desk.colors.isSystem()
                   ? desk.color(Tone::Accent)
                   : controls::fromProperty(line));
@@ -197,7 +207,10 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return TRUE;
     case WM_PAINT: {
       const LRESULT result = DefWindowProcW(window, message, wParam, lParam);
+      // What it refreshes is drawn window by window, so that nobody waits for all of them.
+      desk.refreshesLater = true;
       Form_Paint(form);
+      desk.refreshesLater = false;
       return result;
     }
     case WM_ACTIVATE:
@@ -241,14 +254,26 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::serve() {
-  constexpr DWORD interval = 10;  // milliseconds; the clock rounds up to a tick of 16
-  const DWORD now = GetTickCount();
-  if (now - servedAt < interval) {
+  using std::chrono::milliseconds;
+  constexpr milliseconds answerInterval(2);
+  constexpr milliseconds drawInterval(16);
+  const Clock::time_point now = Clock::now();
+  if (now - servedAt < answerInterval) {
     return;
   }
-  desk.catchUp();
+  if (now - drawnAt < drawInterval) {
+    dispatch(PM_QS_INPUT | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE);
+  } else {
+    desk.catchUp();
+    dispatch(0);
+    drawnAt = Clock::now();
+  }
+  servedAt = Clock::now();
+}
+
+void MainWindow::dispatch(UINT kinds) {
   MSG message{};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | kinds) != FALSE) {
     HWND root = GetAncestor(message.hwnd, GA_ROOT);
     if (root == nullptr || IsDialogMessageW(root, &message) == FALSE) {
       TranslateMessage(&message);
@@ -256,13 +281,13 @@ void MainWindow::serve() {
     }
     desk.catchUp();
   }
-  servedAt = GetTickCount();
 }
 
 void MainWindow::run() {
   for (;;) {
     desk.wait(form.messages);
-    servedAt = 0;
+    servedAt = {};
+    drawnAt = {};
     form.messages.doEvents();
   }
 }

@@ -3,10 +3,16 @@
 // This one needs <windows.h> before it.
 #include <commctrl.h>
 
+#include <unordered_map>
+
 namespace zelvreg::desktop {
 namespace {
 
-constexpr const wchar_t* peerProperty = L"ZelvregPeer";
+// By their windows. A property of the window would cost a call of the system for every message.
+std::unordered_map<HWND, Peer*>& peers() {
+  static std::unordered_map<HWND, Peer*> all;
+  return all;
+}
 
 LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                  DWORD_PTR reference) {
@@ -38,11 +44,9 @@ Peer::Peer(Desk& sharedDesk, Control& shownControl) : shared(sharedDesk), shown(
 Peer::~Peer() {
   shown.attach(nullptr);
   shared.forget(this);
-  if (IsWindow(window) != FALSE) {
-    RemovePropW(window, peerProperty);
-    if (isOwned) {
-      DestroyWindow(window);
-    }
+  peers().erase(window);
+  if (isOwned && IsWindow(window) != FALSE) {
+    DestroyWindow(window);
   }
 }
 
@@ -53,10 +57,13 @@ void Peer::own(HWND made) {
 
 void Peer::borrow(HWND made) {
   window = made;
-  SetPropW(window, peerProperty, this);
+  peers()[window] = this;
 }
 
-Peer* Peer::of(HWND window) { return static_cast<Peer*>(GetPropW(window, peerProperty)); }
+Peer* Peer::of(HWND window) {
+  const auto found = peers().find(window);
+  return found == peers().end() ? nullptr : found->second;
+}
 
 void Peer::changed(const Control& /*control*/, Change what, std::size_t row) {
   switch (what) {
@@ -132,7 +139,7 @@ void Peer::drawFocus(const controls::PaintBuffer& buffer) const {
 void Peer::refresh() {
   constexpr DWORD interval = 20;  // milliseconds
   const DWORD now = GetTickCount();
-  const bool isDue = now - refreshedAt >= interval;
+  const bool isDue = now - refreshedAt >= interval && !shared.refreshesLater;
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ALLCHILDREN | (isDue ? RDW_UPDATENOW : 0U));
   if (isDue) {

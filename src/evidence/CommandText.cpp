@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <optional>
 
 #include "text/Text.h"
@@ -18,20 +19,42 @@ constexpr std::array<std::string_view, 26> fileEndings{
 // What may stand behind a file without a blank between.
 constexpr std::string_view afterFile = " \t\",;:|/%@*";
 
-constexpr std::string_view separators = "\\/";
+bool isSeparator(char character) { return character == '\\' || character == '/'; }
 
 bool isLetter(char character) {
   return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
 }
 
+// An extension of up to four characters as one number, without regard to case.
+constexpr std::uint32_t numberOf(std::string_view ending) {
+  std::uint32_t number = 0;
+  for (const char character : ending) {
+    const bool isCapital = character >= 'A' && character <= 'Z';
+    number = number << 8U | static_cast<unsigned char>(isCapital ? character | 0x20 : character);
+  }
+  return number;
+}
+
+constexpr auto endingNumbers = [] {
+  std::array<std::uint32_t, fileEndings.size()> numbers{};
+  std::ranges::transform(fileEndings, numbers.begin(), numberOf);
+  return numbers;
+}();
+
+bool isFileEnding(std::string_view end) {
+  constexpr std::size_t longest = 4;
+  return end.size() <= longest &&
+         std::ranges::find(endingNumbers, numberOf(end)) != endingNumbers.end();
+}
+
 // Where the first file ends, by its extension. Every extension is ASCII, so bytes are compared.
 std::optional<std::size_t> endOfFile(std::string_view text) {
   for (auto dot = text.find('.'); dot != std::string_view::npos; dot = text.find('.', dot + 1)) {
-    for (const std::string_view ending : fileEndings) {
-      const std::size_t end = dot + ending.size();
+    for (const std::size_t size : {4U, 3U}) {
+      const std::size_t end = dot + size;
       const bool isEnd = end == text.size() ||
                          (end < text.size() && afterFile.find(text[end]) != std::string_view::npos);
-      if (isEnd && findIgnoringCase(text.substr(dot, ending.size()), ending) == 0) {
+      if (isEnd && isFileEnding(text.substr(dot, size))) {
         return end;
       }
     }
@@ -156,12 +179,6 @@ std::string withoutPrefix(std::string_view text, const std::string& windowsFolde
   return std::string(text);
 }
 
-bool isFileEnding(std::string_view end) {
-  return std::ranges::any_of(fileEndings, [&](std::string_view ending) {
-    return end.size() == ending.size() && findIgnoringCase(end, ending) == 0;
-  });
-}
-
 }  // namespace
 
 CommandParts commandParts(std::string_view text) {
@@ -198,9 +215,11 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind) {
        cut = text.find(' ', cut + 1)) {
     readings.add(text.substr(0, cut));
   }
-  for (auto cut = text.find_first_of(",;|\""); cut != std::string_view::npos;
-       cut = text.find_first_of(",;|\"", cut + 1)) {
-    readings.add(text.substr(0, cut));
+  for (std::size_t cut = 0; cut < text.size(); ++cut) {
+    const char character = text[cut];
+    if (character == ',' || character == ';' || character == '|' || character == '"') {
+      readings.add(text.substr(0, cut));
+    }
   }
   return std::move(readings.texts);
 }
@@ -214,8 +233,7 @@ std::string plainPath(std::string_view text, const std::string& windowsFolder) {
 }
 
 bool isDrivePath(std::string_view path) {
-  return path.size() > 2 && isLetter(path[0]) && path[1] == ':' &&
-         (path[2] == '\\' || path[2] == '/');
+  return path.size() > 2 && isLetter(path[0]) && path[1] == ':' && isSeparator(path[2]);
 }
 
 bool hasFileEnding(std::string_view path) {
@@ -226,8 +244,23 @@ bool hasFileEnding(std::string_view path) {
 
 bool showsFileEnd(std::string_view path) { return endOfFile(fileNameIn(path)).has_value(); }
 
+std::size_t nextSeparator(std::string_view path, std::size_t from) {
+  while (from < path.size() && !isSeparator(path[from])) {
+    ++from;
+  }
+  return from < path.size() ? from : std::string_view::npos;
+}
+
+std::size_t lastSeparator(std::string_view path) {
+  std::size_t last = path.size();
+  while (last > 0 && !isSeparator(path[last - 1])) {
+    --last;
+  }
+  return last - 1;
+}
+
 std::string_view fileNameIn(std::string_view path) {
-  const auto last = path.find_last_of(separators);
+  const auto last = lastSeparator(path);
   return last == std::string_view::npos ? path : path.substr(last + 1);
 }
 

@@ -32,6 +32,11 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind);
 // for a resource. `windowsFolder` stands in the place of "\SystemRoot".
 std::string plainPath(std::string_view text, const std::string& windowsFolder);
 
+// Where the first separator from a place on is, and the last one of all; npos if there is none.
+// Asked so often that the library's search for one of several characters takes too long.
+std::size_t nextSeparator(std::string_view path, std::size_t from = 0);
+std::size_t lastSeparator(std::string_view path);
+
 // Whether a path begins with a drive's letter, a colon and a separator.
 bool isDrivePath(std::string_view path);
 

@@ -7,6 +7,7 @@
 #include "evidence/NamedPlaces.h"
 #include "form/Form42.h"
 #include "roots/ValueTypes.h"
+#include "scan/Findings.h"
 #include "text/Text.h"
 #include "text/Wide.h"
 
@@ -62,17 +63,22 @@ bool readAt(Entry& entry, const WideKey& key, const NamedPlace& named) {
   return !(named.isBlankPassedOver && isBlank(entry.text));
 }
 
-// With the right to read its owner, unless that is what is refused.
+// With the rights to read its owner and its subkeys, unless one of them is what is refused.
 WideKey openToRead(const TruePlace& place) {
-  WideKey key(place.hive, place.path, KEY_QUERY_VALUE | READ_CONTROL);
+  WideKey key(place.hive, place.path, KEY_READ);
   return key.isDenied() ? WideKey(place.hive, place.path, KEY_QUERY_VALUE) : std::move(key);
 }
 
 }  // namespace
 
 ProgramView Entry::view() const {
-  // Most paths do not have the number in them, and need no conversion.
-  if (key.path.find(u"6432") == std::u16string::npos) {
+  // Few paths have the number in them, and only those need to be converted.
+  const std::u16string_view path = key.path;
+  auto digit = path.find(u'6');
+  while (digit != std::u16string_view::npos && path.substr(digit, 4) != u"6432") {
+    digit = path.find(u'6', digit + 1);
+  }
+  if (digit == std::u16string_view::npos) {
     return ProgramView::Bits64;
   }
   return containsIgnoringCase(utf8(key.path) + "\\", "\\wow6432node\\") ? ProgramView::Bits32
@@ -93,10 +99,20 @@ const std::vector<EntryReader::OpenPlace>& EntryReader::open(HiveHandle root,
   return places;
 }
 
+// Rows of one list have one root.
+HiveHandle EntryReader::rootOf(const Form42& form, std::size_t row) {
+  const std::string& name = form.View2.text(row, rootNameColumn);
+  if (name != lastRootName) {
+    lastRootName = name;
+    namedRoot = rootOfRow(form, row);
+  }
+  return namedRoot;
+}
+
 Entry EntryReader::entryOf(const Form42& form, std::size_t row, int code) {
   Entry entry;
   for (const NamedPlace& named : namedPlaces(form, row, code)) {
-    const HiveHandle root = named.root == rowsRoot ? rootOfRow(form, row) : named.root;
+    const HiveHandle root = named.root == rowsRoot ? rootOf(form, row) : named.root;
     for (const OpenPlace& one : open(root, keyNameOf(form, row, named))) {
       Entry there;
       there.key = one.place;
@@ -105,7 +121,7 @@ Entry EntryReader::entryOf(const Form42& form, std::size_t row, int code) {
         return there;
       }
       if (entry.key.hive == HiveHandle::Unknown) {
-        entry = there;
+        entry = std::move(there);
       }
     }
   }

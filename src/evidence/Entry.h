@@ -24,7 +24,8 @@ struct Entry {
   DWORD type = REG_NONE;
   std::string text;  // of a single text, as it is; empty for any other type
   DWORD number = 0;  // of a REG_DWORD of its full size
-  // The key, open to read its values and its owner, if that is allowed; null if it is not there.
+  // The key, open to read its values and, if that is allowed, its owner and its subkeys; null if it
+  // is not there.
   // Valid until the next entry is read.
   const WideKey* opened = nullptr;
 
@@ -45,6 +46,10 @@ class EntryReader {
   };
   const std::vector<OpenPlace>& open(HiveHandle root, const std::string& key);
 
+  HiveHandle rootOf(const Form42& form, std::size_t row);
+
+  std::string lastRootName;
+  HiveHandle namedRoot = HiveHandle::Unknown;
   HiveHandle lastRoot = HiveHandle::Unknown;
   std::string lastKey;
   std::vector<OpenPlace> places;

@@ -33,10 +33,11 @@ FileIs fromError(LONG error) {
 }
 
 // The system takes a longer path only in this form, and then exactly as it is written.
-std::string callPath(const std::string& path) {
+DWORD attributesOf(const std::string& path) {
   constexpr std::size_t longestFolder = 247;
   const bool isLong = path.size() > longestFolder && utf16(path).size() > longestFolder;
-  return isLong ? "\\\\?\\" + replaceAll(path, "/", "\\") : path;
+  return GetFileAttributesW(isLong ? Wide("\\\\?\\" + replaceAll(path, "/", "\\")).get()
+                                   : Wide(path).get());
 }
 
 DriveIs askDrive(char letter) {
@@ -66,21 +67,20 @@ DriveIs FileLook::drive(char letter) {
 FileIs FileLook::at(const std::string& path) { return look(path).is; }
 
 FileLook::Answer FileLook::look(const std::string& path) {
-  const auto found = known.find(path);
-  if (found != known.end()) {
-    return found->second;
+  const auto [entry, isNew] = known.try_emplace(path);
+  Answer& answer = entry->second;  // which stays where it is while others are added
+  if (!isNew) {
+    return answer;
   }
-  Answer answer = isBelowMissing(path) ? Answer{FileIs::InMissingFolder} : ask(path);
-  known.emplace(path, answer);
+  answer = isBelowMissing(path) ? Answer{FileIs::InMissingFolder} : ask(path);
   if (answer.is == FileIs::InMissingFolder && isDrivePath(path)) {
     answer.is = whyMissing(path);
-    known.insert_or_assign(path, answer);
   }
   return answer;
 }
 
 FileLook::Answer FileLook::ask(const std::string& path) {
-  const DWORD attributes = GetFileAttributesW(Wide(callPath(path)).get());
+  const DWORD attributes = attributesOf(path);
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     return {fromError(static_cast<LONG>(GetLastError()))};
   }
@@ -89,7 +89,7 @@ FileLook::Answer FileLook::ask(const std::string& path) {
 }
 
 bool FileLook::isBelowMissing(const std::string& path) const {
-  const auto folder = known.find(path.substr(0, path.find_last_of("\\/")));
+  const auto folder = known.find(std::string_view(path).substr(0, lastSeparator(path)));
   return folder != known.end() &&
          (folder->second.is == FileIs::Missing || folder->second.is == FileIs::InMissingFolder);
 }
@@ -101,8 +101,8 @@ FileIs FileLook::whyMissing(const std::string& path) {
     return FileIs::InMissingFolder;
   }
   Answer above = look(path.substr(0, driveRootLength));
-  for (auto end = path.find_first_of("\\/", driveRootLength); end != std::string::npos;
-       end = path.find_first_of("\\/", end + 1)) {
+  for (auto end = nextSeparator(path, driveRootLength); end != std::string::npos;
+       end = nextSeparator(path, end + 1)) {
     const Answer folder = look(path.substr(0, end));
     if (folder.is == FileIs::Missing || folder.is == FileIs::InMissingFolder) {
       return above.isLink ? FileIs::BehindBrokenLink : FileIs::InMissingFolder;

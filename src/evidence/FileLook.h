@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,7 +38,7 @@ class FileLook {
 
  private:
   struct Answer {
-    FileIs is;
+    FileIs is = FileIs::InMissingFolder;
     bool isLink = false;  // one whose target is there
   };
   static Answer ask(const std::string& path);
@@ -45,7 +46,10 @@ class FileLook {
   FileIs whyMissing(const std::string& path);
   [[nodiscard]] bool isBelowMissing(const std::string& path) const;
 
-  std::unordered_map<std::string, Answer> known;
+  struct HashOfText : std::hash<std::string_view> {
+    using is_transparent = void;
+  };
+  std::unordered_map<std::string, Answer, HashOfText, std::equal_to<>> known;
   std::array<std::optional<DriveIs>, 26> drives;
 };
 

@@ -46,8 +46,7 @@ std::vector<std::string> codeBasesOf(const Entry& entry) {
   };
   const TruePlace& place = entry.key;
   add(entry.opened->value(u"CodeBase"));
-  const WideKey key(place.hive, place.path, KEY_ENUMERATE_SUB_KEYS);
-  auto versions = key.isOpen() ? key.subkeys() : std::nullopt;
+  auto versions = entry.opened->subkeys();
   if (versions && versions->size() > mostVersions) {
     versions->resize(mostVersions);
   }

@@ -81,13 +81,19 @@ bool InstalledProducts::seek(const std::u16string& packedCode) {
   });
 }
 
-bool InstalledProducts::isRegistered(const std::u16string& key) {
-  const auto [answer, isNew] = registered.try_emplace(key);
-  if (isNew) {
-    answer->second = isKeyThere(HiveHandle::ClassesRoot, key) ||
-                     isKeyThere(HiveHandle::ClassesRoot, u"Wow6432Node\\" + key);
-  }
-  return answer->second;
+const WideKey& InstalledProducts::listOf(const std::u16string& path) {
+  const auto known = lists.find(path);
+  return known != lists.end()
+             ? known->second
+             : lists.emplace(path, WideKey(HiveHandle::ClassesRoot, path, KEY_QUERY_VALUE))
+                   .first->second;
+}
+
+bool InstalledProducts::isRegistered(const std::u16string& list, const std::u16string& name) {
+  const auto isIn = [&](const std::u16string& path) {
+    return WideKey::openBelow(listOf(path), name, KEY_QUERY_VALUE).presence() != Presence::Absent;
+  };
+  return isIn(list) || isIn(list.empty() ? u"Wow6432Node" : u"Wow6432Node\\" + list);
 }
 
 bool InstalledProducts::isServiceGroup(const std::string& name) {

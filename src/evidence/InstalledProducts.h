@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "evidence/TruePlaces.h"
@@ -19,9 +18,10 @@ class InstalledProducts {
   // "{XXXXXXXX-…}".
   bool isProduct(std::string_view code);
 
-  // Whether a class or a library is registered, for the computer or for the user, for programs of
-  // either view; by its key below HKEY_CLASSES_ROOT.
-  bool isRegistered(const std::u16string& key);
+  // Whether a class, a library or an extension is registered, for the computer or for the user, for
+  // programs of either view; by the list below HKEY_CLASSES_ROOT that it would be in, which is
+  // empty for the root itself, and by its name.
+  bool isRegistered(const std::u16string& list, const std::u16string& name);
 
   // Whether the service host has a group of this name.
   static bool isServiceGroup(const std::string& name);
@@ -33,7 +33,9 @@ class InstalledProducts {
   [[nodiscard]] bool seek(const std::u16string& packedCode);
 
   std::map<std::string, bool, std::less<>> products;
-  std::unordered_map<std::u16string, bool> registered;
+  const WideKey& listOf(const std::u16string& path);
+
+  std::map<std::u16string, WideKey> lists;  // open, by their paths below HKEY_CLASSES_ROOT
   std::optional<std::vector<std::u16string>> installers;  // accounts that products are kept for
 };
 

@@ -161,7 +161,8 @@ std::string textFor(const Form42& form, std::size_t row, const FieldText& text) 
     const std::string_view cell = form.View2.text(row, columnOf(text.field));
     result += text.isTrimmed ? trim(cell) : cell;
   }
-  return result + text.after;
+  result += text.after;
+  return result;
 }
 
 HiveHandle rootOfRow(const Form42& form, std::size_t row) {

@@ -50,7 +50,11 @@ bool isTemplate(std::string_view path) {
   const auto brace = path.find('{');
   const bool hasPlace = brace != std::string_view::npos && brace + 2 < path.size() &&
                         path[brace + 1] >= '0' && path[brace + 1] <= '9' && path[brace + 2] == '}';
-  return hasPlace || contains(path, "$(") || path.find_first_of("*?<>|") != std::string_view::npos;
+  const auto isWild = [](char character) {
+    return character == '*' || character == '?' || character == '<' || character == '>' ||
+           character == '|';
+  };
+  return hasPlace || contains(path, "$(") || std::ranges::any_of(path, isWild);
 }
 
 // The rest of a variable, or a place to fill in.
@@ -71,9 +75,11 @@ bool isLetter(char character) { return isSmallLetter(static_cast<char>(character
 // "[ProductName]" and "$date" at the start of a name, or a date in letters: what a program fills in
 // before it uses the text. A file may be called so, too.
 bool hasPlaceholder(std::string_view path) {
-  for (const std::string_view date :
-       {"YYYYMM", "YYYY-MM", "yyyymm", "yyyy-mm", "yyyyMM", "yyyy-MM"}) {
-    if (contains(path, date)) {
+  for (const std::string_view year : {"YYYY", "yyyy"}) {
+    const auto found = path.find(year);
+    std::string_view rest = found == std::string_view::npos ? "" : path.substr(found + year.size());
+    rest.remove_prefix(!rest.empty() && contains("-_. ", rest.substr(0, 1)) ? 1 : 0);
+    if (rest.starts_with("MM") || rest.starts_with("mm")) {
       return true;
     }
   }
@@ -95,10 +101,22 @@ bool isOnDevice(std::string_view path) {
          findIgnoringCase(path, "globalroot\\") == 0;
 }
 
-bool isOfPackage(std::string_view path) { return containsIgnoringCase(path, "\\windowsapps\\"); }
+bool isOfPackage(std::string_view path) {
+  constexpr std::string_view folder = "windowsapps";
+  std::size_t start = 0;
+  for (auto end = nextSeparator(path); end != std::string_view::npos;
+       end = nextSeparator(path, start)) {
+    if (end - start == folder.size() &&
+        findIgnoringCase(path.substr(start, end - start), folder) == 0) {
+      return true;
+    }
+    start = end + 1;
+  }
+  return false;
+}
 
 bool isCachedByInstaller(std::string_view path) {
-  return containsIgnoringCase(path, "\\installer\\{");
+  return contains(path, "{") && containsIgnoringCase(path, "\\installer\\{");
 }
 
 }  // namespace

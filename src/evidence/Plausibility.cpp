@@ -57,12 +57,12 @@ class Weighing {
   // The evidence of a row that looks dead for want of a file; null for any other.
   Evidence* deadOf(std::size_t row) {
     const std::size_t number = form.View2.itemData(row);
-    const KindRule* rule = kindRule(form, row);
-    if (number == 0 || rule == nullptr || !rule->namesFile) {
+    Evidence* evidence = number == 0 ? nullptr : &form.evidence[number - 1];
+    if (evidence == nullptr || evidence->confidence == Confidence::Unsure) {
       return nullptr;
     }
-    Evidence& evidence = form.evidence[number - 1];
-    return evidence.confidence == Confidence::Unsure ? nullptr : &evidence;
+    const KindRule* rule = kindRule(form, row);
+    return rule != nullptr && rule->namesFile ? evidence : nullptr;
   }
 
   // Makes the rows unsure that this is about; how many there are.

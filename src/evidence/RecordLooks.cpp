@@ -50,7 +50,7 @@ Evidence libraryReference(const LookedAt& finding) {
   }
   InstalledProducts& products = finding.texts.products;
   const bool isThere =
-      products.isRegistered(u"TypeLib\\" + name) || products.isRegistered(u"CLSID\\" + name);
+      products.isRegistered(u"TypeLib", name) || products.isRegistered(u"CLSID", name);
   return isThere ? withReason(Reason::FoundInOtherView)
                  : Evidence{.confidence = {},
                             .reasons = {Reason::NotRegistered},
@@ -109,7 +109,7 @@ Evidence emptyCommandOrMediaType(const LookedAt& finding) {
   if (extension.empty()) {
     return withReason(Reason::NoText);
   }
-  return finding.texts.products.isRegistered(utf16(extension))
+  return finding.texts.products.isRegistered(u"", utf16(extension))
              ? withReason(Reason::FoundInOtherView)
              : Evidence{.confidence = {},
                         .reasons = {Reason::NotRegistered},

@@ -125,7 +125,11 @@ PathTrial TextLook::tryText(const std::string& text, const TextOwner& owner, Rea
   for (const std::string& one : readings) {
     // Only what stands between quotes, or all of the text, may be a folder.
     const bool isWhole = one == whole || (isQuoted && whole.substr(1).starts_with(one));
-    paths.tryReading(trial, one, owner, reading, isWhole ? Takes::FoldersToo : Takes::FilesOnly);
+    if (!isWhole && trial.isJudged && isDrivePath(one)) {
+      tryPart(trial, one, owner, reading);
+    } else {
+      paths.tryReading(trial, one, owner, reading, isWhole ? Takes::FoldersToo : Takes::FilesOnly);
+    }
     if (!trial.found.empty()) {
       return trial;
     }
@@ -137,6 +141,30 @@ PathTrial TextLook::tryText(const std::string& text, const TextOwner& owner, Rea
     trial.note(Reason::NoText);
   }
   return trial;
+}
+
+// A further reading of a text that was judged already, which may be the start of many others.
+void TextLook::tryPart(PathTrial& trial, const std::string& part, const TextOwner& owner,
+                       Reading reading) {
+  const bool isOf64 = owner.view == ProgramView::Bits64;
+  std::string key{isOf64 ? '6' : '3', static_cast<char>('0' + static_cast<int>(reading))};
+  key += part;
+  if (deadParts.contains(key)) {
+    return;
+  }
+  PathTrial alone;
+  alone.isJudged = true;
+  paths.tryReading(alone, part, owner, reading, Takes::FilesOnly);
+  if (!alone.found.empty()) {
+    trial.find(alone.found.front());
+    addTested(trial.tested, alone.tested);
+  }
+  for (const Reason reason : alone.reasons) {
+    trial.note(reason);
+  }
+  if (alone.found.empty() && alone.reasons.empty()) {
+    deadParts.insert(std::move(key));
+  }
 }
 
 // What a launcher opens. Whether the launcher itself is there does not count.

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "evidence/InstalledProducts.h"
@@ -42,7 +43,11 @@ class TextLook {
   PathTrial tryText(const std::string& text, const TextOwner& owner, Reading reading, int depth);
   PathTrial tryTarget(const LaunchTarget& target, const TextOwner& owner, int depth);
 
+  void tryPart(PathTrial& trial, const std::string& part, const TextOwner& owner, Reading reading);
+
   PathLook paths;
+  // Parts that name nothing: all texts of one folder begin alike.
+  std::unordered_set<std::string> deadParts;
   // By text, owner and reading: a class and its merged view name the same file.
   std::unordered_map<std::string, Evidence> known;
 };

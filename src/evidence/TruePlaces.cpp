@@ -15,7 +15,6 @@ namespace {
 using Names = std::vector<std::u16string>;
 
 const std::u16string wowName = u"Wow6432Node";
-const std::u16string classesPath = u"Software\\Classes";
 
 // The system ignores doubled backslashes and one at the end.
 Names namesOf(const std::u16string& path) {
@@ -99,19 +98,24 @@ std::optional<std::u16string> plainKeyPath(std::u16string path) {
   return path;
 }
 
-std::vector<TruePlace> truePlaces(HiveHandle hive, const std::u16string& path) {
+std::vector<TruePlace> truePlaces(HiveHandle hive, std::u16string path) {
+  std::vector<TruePlace> places;
   switch (hive) {
-    case HiveHandle::ClassesRoot: {
-      const std::u16string below = path.empty() ? classesPath : classesPath + u"\\" + path;
-      return {{HiveHandle::CurrentUser, below}, {HiveHandle::LocalMachine, below}};
-    }
+    case HiveHandle::ClassesRoot:
+      path.insert(0, path.empty() ? u"Software\\Classes" : u"Software\\Classes\\");
+      places.reserve(2);
+      places.push_back({HiveHandle::CurrentUser, path});
+      places.push_back({HiveHandle::LocalMachine, std::move(path)});
+      break;
     case HiveHandle::LocalMachine:
     case HiveHandle::CurrentUser:
     case HiveHandle::Users:
-      return {{hive, path}};
+      places.push_back({hive, std::move(path)});
+      break;
     default:
-      return {};
+      break;
   }
+  return places;
 }
 
 }  // namespace
@@ -122,8 +126,9 @@ std::u16string TruePlace::fullPath() const {
 }
 
 std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, Views views) {
-  const auto path = plainKeyPath(utf16UntilNul(key));
-  std::vector<TruePlace> places = path ? truePlaces(hive, *path) : std::vector<TruePlace>();
+  auto path = plainKeyPath(utf16UntilNul(key));
+  std::vector<TruePlace> places =
+      path ? truePlaces(hive, *std::move(path)) : std::vector<TruePlace>();
   if (views == Views::True) {
     return places;
   }

@@ -16,6 +16,14 @@ constexpr std::string_view lineEnds = "\r\n";
 
 std::string pathOf(const Form42& form) { return form.programFolder + "\\exregscan.txt"; }
 
+std::string textOf(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) {
+    text.append(line).append(lineEnds);
+  }
+  return text;
+}
+
 // Takes the end of a line, or the comma, that closes an entry.
 void takeEnd(std::string_view& text) {
   if (text.starts_with("\r\n")) {
@@ -63,18 +71,14 @@ std::vector<std::string> readExclusions(const Form42& form) {
   return exclusionsIn(ownText(readFileText(pathOf(form)).value_or("")));
 }
 
-void appendExclusion(const Form42& form, const std::string& entry) {
-  appendOwnText(pathOf(form), entry + std::string(lineEnds));
+bool appendExclusions(const Form42& form, const std::vector<std::string>& entries) {
+  return entries.empty() || appendOwnText(pathOf(form), textOf(entries));
 }
 
 void deleteExclusions(const Form42& form) { DeleteFileW(Wide(pathOf(form)).get()); }
 
 void writeExclusions(const Form42& form, const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) {
-    text.append(line).append(lineEnds);
-  }
-  replaceFileText(pathOf(form), ownBytes(text));
+  replaceFileText(pathOf(form), ownBytes(textOf(lines)));
 }
 
 }  // namespace zelvreg

@@ -21,8 +21,9 @@ std::vector<std::string> exclusionsIn(std::string_view text);
 // The entries of the file; none if it cannot be read.
 std::vector<std::string> readExclusions(const Form42& form);
 
-// Appends a line, and creates the file if there is none. Nothing happens if it cannot be written.
-void appendExclusion(const Form42& form, const std::string& entry);
+// Appends a line for each entry, in one write, and creates the file if there is none. If it cannot
+// be written, the file is unchanged and the result is false. Without entries nothing is written.
+bool appendExclusions(const Form42& form, const std::vector<std::string>& entries);
 
 // Deletes the file.
 void deleteExclusions(const Form42& form);

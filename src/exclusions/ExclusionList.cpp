@@ -13,37 +13,50 @@
 namespace zelvreg {
 namespace {
 
-struct Entry {
-  std::string pattern;
-  bool isPlain;  // no wildcards in it
-};
-
-Entry entryOf(std::string_view text) {
-  const std::string pattern = lowerCase(trim(text));
-  return {pattern, pattern.find_first_of("*?#[") == std::string::npos};
-}
-
 // A key that is shorter than the entry does not match, since only that many characters are
 // compared. A pattern that the match refuses removes every row: a condition that fails enters its
 // block.
-bool isExcluded(const std::string& key, const Entry& entry) {
-  return entry.isPlain ? key.starts_with(entry.pattern)
-                       : matchesPattern(firstCharacters(key, characterCount(entry.pattern)),
-                                        entry.pattern) != Match::No;
+bool isMatched(std::string_view key, std::string_view pattern) {
+  return matchesPattern(firstCharacters(key, characterCount(pattern)), pattern) != Match::No;
 }
 
-// As entries see them, in the order of the rows.
-std::vector<std::string> keysOfRows(const Form42& form) {
-  std::vector<std::string> keys;
-  keys.reserve(form.View2.count());
-  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    keys.emplace_back(trim(lowerCase(fullKey(form, row))));
+// All entries together, so that thousands of them cost a key no more than a few.
+class Entries {
+ public:
+  explicit Entries(const ListView& list) {
+    std::vector<std::string> plain;
+    for (std::size_t row = 1; row <= list.count(); ++row) {
+      std::string entry = lowerCase(trim(list.text(row, 0)));
+      const bool isPattern = entry.find_first_of("*?#[") != std::string::npos;
+      (isPattern ? patterns : plain).push_back(std::move(entry));
+    }
+    std::ranges::sort(plain);
+    for (std::string& entry : plain) {
+      // One that begins with another takes nothing more.
+      if (starts.empty() || !entry.starts_with(starts.back())) {
+        starts.push_back(std::move(entry));
+      }
+    }
   }
-  return keys;
-}
 
-bool isExcludedByAny(const std::string& key, const std::vector<Entry>& entries) {
-  return std::ranges::any_of(entries, [&](const Entry& entry) { return isExcluded(key, entry); });
+  // Of a full key in any case.
+  [[nodiscard]] bool take(const std::string& fullKey) const {
+    const std::string lower = lowerCase(fullKey);
+    const std::string_view key = trim(lower);
+    // No start begins with another, so only the last one that is not after the key can be its own.
+    const auto next = std::ranges::upper_bound(starts, key);
+    return (next != starts.begin() && key.starts_with(*std::prev(next))) ||
+           std::ranges::any_of(
+               patterns, [key](const std::string& pattern) { return isMatched(key, pattern); });
+  }
+
+ private:
+  std::vector<std::string> starts;  // sorted
+  std::vector<std::string> patterns;
+};
+
+void removeHighlighted(ListView& list) {
+  list.removeWhere([&list](std::size_t row) { return list.isSelected(row); });
 }
 
 void openDialog(Form42& form, const std::string& entry, const std::string& row) {
@@ -80,16 +93,18 @@ void loadExclusions(Form42& form) {
 // excluded. So nothing is done twice here.
 void Command29(Form42& form) {
   loadExclusions(form);
-  std::vector<Entry> entries;
-  for (std::size_t row = 1; row <= form.View4.count(); ++row) {
-    entries.push_back(entryOf(form.View4.text(row, 0)));
-  }
-  const std::vector<std::string> keys = keysOfRows(form);
-  for (std::size_t row = keys.size(); row > 0; --row) {
-    if (isExcludedByAny(keys[row - 1], entries)) {
-      form.View2.remove(row);
+  const Entries entries(form.View4);
+  // Rows beside each other are often of the same key.
+  std::string judged;
+  bool isTaken = entries.take(judged);
+  form.View2.removeWhere([&](std::size_t row) {
+    std::string key = fullKey(form, row);
+    if (key != judged) {
+      judged = std::move(key);
+      isTaken = entries.take(judged);
     }
-  }
+    return isTaken;
+  });
 }
 
 void chameleonButton5_Click(Form42& form) { openDialog(form, "", ""); }
@@ -108,11 +123,7 @@ void chameleonButton6_Click(Form42& form) {
   if (answer == Answer::No) {
     return;
   }
-  for (std::size_t row = form.View4.count(); row >= 1; --row) {
-    if (form.View4.isSelected(row)) {
-      form.View4.remove(row);
-    }
-  }
+  removeHighlighted(form.View4);
   // Blank rows are written too, and one empty line when no row is left.
   std::vector<std::string> lines = linesOf(form, false);
   if (lines.empty()) {
@@ -128,17 +139,21 @@ void View4_ItemClick(Form42& form, std::size_t row) {
 }
 
 void chameleonButton9_Click(Form42& form) {
-  for (std::size_t row = 1; row <= form.View2.count();) {
-    if (!form.View2.isSelected(row)) {
-      ++row;
-      continue;
+  std::vector<std::string> keys;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    if (form.View2.isSelected(row)) {
+      keys.push_back(fullKey(form, row));
     }
-    const std::string key = fullKey(form, row);
-    if (!trim(key).empty()) {
-      appendExclusion(form, key);
-    }
-    form.View2.remove(row);
   }
+  // To the letter, rows go whether or not the file was written.
+  if (!appendExclusions(form, keys) && form.safeguards != asDescribed()) {
+    form.dialogs.tell("Nothing was excluded: the file " + form.programFolder +
+                          "\\exregscan.txt could not be written. See that the program's folder "
+                          "can be written.",
+                      MessageIcon::Exclamation);
+    return;
+  }
+  removeHighlighted(form.View2);
 }
 
 void Form1_orubutton1_Click(Form42& form) {
@@ -151,7 +166,7 @@ void Form1_orubutton1_Click(Form42& form) {
     form.Text6.setText("1");
   } else {
     if (!entry.empty()) {
-      appendExclusion(form, text);
+      appendExclusions(form, {text});
     }
     // An empty entry still gets into the list, where it excludes everything.
     form.View4.add(entry);

@@ -23,7 +23,7 @@ void chameleonButton6_Click(Form42& form);
 void View4_ItemClick(Form42& form, std::size_t row);
 
 // Excludes the keys of the highlighted results and removes these from the list. View4 stays as it
-// is.
+// is. If the file cannot be written, a message says so and the results stay.
 void chameleonButton9_Click(Form42& form);
 
 // The dialog: OK, and either of the buttons that only close it.

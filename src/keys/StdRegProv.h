@@ -30,10 +30,11 @@ class StdRegProv {
   // gives no array at all.
   virtual LONG enumKey(HiveHandle hive, const std::string& key,
                        std::optional<std::vector<std::string>>& names) = 0;
-  // Named values only: the unnamed default value is not among them.
+  // Named values only: the unnamed default value is not among them. `serve` is called from time to
+  // time while many names are read, but not while the service works; it may use the provider.
   virtual LONG enumValues(HiveHandle hive, const std::string& key,
-                          std::optional<std::vector<std::string>>& names,
-                          std::vector<DWORD>& types) = 0;
+                          std::optional<std::vector<std::string>>& names, std::vector<DWORD>& types,
+                          const std::function<void()>& serve) = 0;
   // The text of a REG_SZ or REG_EXPAND_SZ up to its first NUL, variables not expanded; the empty
   // text for any other type. An empty name reads the default value.
   virtual LONG getStringValue(HiveHandle hive, const std::string& key, const std::string& valueName,

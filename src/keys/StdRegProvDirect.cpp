@@ -30,8 +30,9 @@ class DirectProvider : public StdRegProv {
   }
 
   LONG enumValues(HiveHandle hive, const std::string& key,
-                  std::optional<std::vector<std::string>>& names,
-                  std::vector<DWORD>& types) override {
+                  std::optional<std::vector<std::string>>& names, std::vector<DWORD>& types,
+                  const std::function<void()>& serve) override {
+    constexpr DWORD mostUnserved = 64;
     const OpenKey open(hive, key, KEY_QUERY_VALUE | view);
     if (!open.isOpen()) {
       return open.openStatus();
@@ -44,6 +45,10 @@ class DirectProvider : public StdRegProv {
       if (size > 0) {
         list(names).push_back(utf8({nameBuffer.data(), size}));
         types.push_back(type);
+      }
+      // The name in the buffer has been taken: whoever is served may list other values with it.
+      if (index % mostUnserved == mostUnserved - 1) {
+        serve();
       }
       size = static_cast<DWORD>(nameBuffer.size());
     }

@@ -136,8 +136,8 @@ class ServiceProvider : public StdRegProv {
   }
 
   LONG enumValues(HiveHandle hive, const std::string& key,
-                  std::optional<std::vector<std::string>>& names,
-                  std::vector<DWORD>& types) override {
+                  std::optional<std::vector<std::string>>& names, std::vector<DWORD>& types,
+                  const std::function<void()>& /*serve*/) override {
     const Call call(connection, L"EnumValues", hive, key);
     return ifNotEmpty(call.status(), [&] {
       const auto all = call.texts(L"sNames").value_or(std::vector<std::string>{});

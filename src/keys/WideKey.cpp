@@ -58,6 +58,17 @@ WideKey WideKey::make(HiveHandle hive, const std::u16string& path, REGSAM access
   return makeIn(systemKey(hive), path, access, REG_OPTION_NON_VOLATILE);
 }
 
+WideKey WideKey::openBelow(const WideKey& parent, const std::u16string& name, REGSAM access) {
+  WideKey opened;
+  opened.status = parent.key == nullptr ? parent.status
+                                        : RegOpenKeyExW(parent.key, wideText(name), 0,
+                                                        access | KEY_WOW64_64KEY, &opened.key);
+  if (opened.status != ERROR_SUCCESS) {
+    opened.key = nullptr;
+  }
+  return opened;
+}
+
 WideKey WideKey::makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,
                            DWORD options) {
   return makeIn(parent.key, name, access, options);

@@ -44,6 +44,8 @@ class WideKey {
  public:
   // The flag of the 64-bit view is added to `access`. A path that no key can have is absent.
   WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options = 0);
+  // The same for a subkey of an open key, by its name.
+  static WideKey openBelow(const WideKey& parent, const std::u16string& name, REGSAM access);
   // The same, making the key with all above it where it is missing.
   static WideKey make(HiveHandle hive, const std::u16string& path, REGSAM access);
   // The same for a subkey of an open key, by its name.

@@ -39,6 +39,7 @@ DriveSettings driveSettings(const OfflineDisk& given, const OfflineRegistry& dis
       std::u16string(environment.get(u"ProgramFiles").value_or(u"C:\\Program Files")) +
       u"\\zelvreg";
   drives.missingDrivesAreUnknown = !given.missingDrivesAreDead;
+  drives.freshness = Freshness::ToTheTick;
   return drives;
 }
 

@@ -21,10 +21,24 @@ bool isAligned(std::string_view bytes) {
   return reinterpret_cast<std::uintptr_t>(bytes.data()) % alignof(char16_t) == 0;
 }
 
+std::size_t findLineFeed(std::string_view text) { return text.find('\n'); }
+
+// By bytes, since the library has a quick search only for these. Such a byte may be half of another
+// unit.
+std::size_t findLineFeed(std::u16string_view text) {
+  const std::string_view bytes(reinterpret_cast<const char*>(text.data()),
+                               text.size() * sizeof(char16_t));
+  std::size_t at = bytes.find('\n');
+  while (at != std::string_view::npos && text[at / sizeof(char16_t)] != u'\n') {
+    at = bytes.find('\n', at + 1);
+  }
+  return at == std::string_view::npos ? at : at / sizeof(char16_t);
+}
+
 // A line from the start of `text`, with its end. `text` keeps the rest.
 template <typename Unit>
 std::basic_string_view<Unit> takeLine(std::basic_string_view<Unit>& text) {
-  const std::size_t end = text.find(Unit{'\n'});
+  const std::size_t end = findLineFeed(text);
   const std::basic_string_view<Unit> taken =
       text.substr(0, end == std::basic_string_view<Unit>::npos ? end : end + 1);
   text.remove_prefix(taken.size());
@@ -47,7 +61,8 @@ std::u16string_view takeEnding(std::basic_string_view<Unit>& line) {
 
 }  // namespace
 
-Lines::Lines(std::string_view bytes, DecodeNarrow narrow) : decodeNarrow(narrow), rest(bytes) {
+Lines::Lines(std::string_view bytes, DecodeNarrow narrow)
+    : decodeNarrow(narrow), rest(bytes), room(unitsBehind) {
   if (rest.starts_with(utf16BigEndianMark)) {
     fail(1, "the file is UTF-16 with the high byte first; save it as UTF-16LE or as UTF-8");
     return;
@@ -86,7 +101,7 @@ void Lines::readHeader() {
   if (noted) {
     return;
   }
-  std::u16string_view header = isRead ? line : std::u16string_view();
+  std::u16string_view header(room.data(), isRead ? length : 0);
   header = header.substr(0, header.find_last_not_of(u" \t") + 1);
   fileForm.hasCarriageReturns = lineEnding == u"\r\n";
   if (header != (fileForm.encoding == Encoding::Regedit4 ? regedit4Header : version5Header)) {
@@ -111,33 +126,49 @@ bool Lines::next() {
 }
 
 void Lines::nextWide() {
-  line = takeLine(units);
-  lineEnding = takeEnding(line);
+  std::u16string_view wide = takeLine(units);
+  lineEnding = takeEnding(wide);
+  take(wide);
 }
 
 void Lines::nextNarrow() {
   std::string_view narrow = takeLine(rest);
   lineEnding = takeEnding(narrow);
   decode(narrow);
-  line = decoded;
 }
 
 void Lines::decode(std::string_view text) {
   constexpr const char* wrong = "a character is not valid in the file's encoding";
-  if (fileForm.encoding == Encoding::Regedit4 && asciiLength(text) < text.size()) {
-    auto wide = decodeNarrow(text);
+  char16_t* decoded = roomFor(text.size());
+  length = asciiInto(decoded, text);
+  if (length == text.size()) {
+    return;
+  }
+  if (fileForm.encoding == Encoding::Regedit4) {
+    const auto wide = decodeNarrow(text);
     if (!wide) {
       fail(lineNumber, wrong);
       return;
     }
-    decoded = *std::move(wide);
+    take(*wide);
     return;
   }
-  decoded.resize(text.size());
-  decoded.resize(utf16Into(decoded.data(), text));
+  length = utf16Into(decoded, text);
   if (!isPlainUtf8(text)) {
     fail(lineNumber, wrong);
   }
+}
+
+void Lines::take(std::u16string_view text) {
+  std::copy(text.begin(), text.end(), roomFor(text.size()));
+  length = text.size();
+}
+
+char16_t* Lines::roomFor(std::size_t count) {
+  if (count + unitsBehind > room.size()) {
+    room.resize(2 * count + unitsBehind);
+  }
+  return room.data();
 }
 
 void Lines::fail(std::size_t inLine, const char* what) { noted = {inLine, what}; }

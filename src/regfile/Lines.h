@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "regfile/Form.h"
 
@@ -29,8 +31,10 @@ class Lines {
   bool next();
   [[nodiscard]] const std::optional<Fault>& fault() const { return noted; }
 
-  // The line, without its end, until the next step.
-  [[nodiscard]] std::u16string_view text() const { return line; }
+  // The line, without its end, until the next step. The caller may change it, and the units behind
+  // it, of which there are some.
+  static constexpr std::size_t unitsBehind = 8;
+  [[nodiscard]] std::span<char16_t> text() { return {room.data(), length}; }
   // What ended it: "\r\n", "\n", or nothing at the end of the file.
   [[nodiscard]] std::u16string_view ending() const { return lineEnding; }
   // Its number, from 1.
@@ -42,6 +46,8 @@ class Lines {
   void nextWide();
   void nextNarrow();
   void decode(std::string_view text);
+  void take(std::u16string_view text);
+  char16_t* roomFor(std::size_t count);
   void fail(std::size_t inLine, const char* what);
 
   DecodeNarrow decodeNarrow;
@@ -49,8 +55,8 @@ class Lines {
   std::string_view rest;       // of a file in UTF-8 or REGEDIT4
   std::u16string_view units;   // of a file in UTF-16
   std::u16string copiedUnits;  // of one that lies at an odd address
-  std::u16string decoded;
-  std::u16string_view line;
+  std::vector<char16_t> room;  // the line, and more
+  std::size_t length = 0;
   std::u16string_view lineEnding;
   std::size_t lineNumber = 0;
   std::optional<Fault> noted;

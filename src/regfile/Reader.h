@@ -61,7 +61,8 @@ class Reader {
   bool readValue(Receiver& receiver);
   bool readData();
   bool readText();
-  bool readQuoted(std::u16string& content);
+  bool readQuoted(std::u16string& joined, std::u16string_view& content);
+  bool readQuotedPart(std::u16string_view& part, bool& isClosed);
   bool readNumber(std::uint32_t& number);
   bool readBytes();
   bool widenText();
@@ -69,8 +70,9 @@ class Reader {
   bool skipToByte();
 
   bool nextLine();
+  bool goOnInNextLine();
   void skipBlanks();
-  bool skip(std::u16string_view word);
+  bool skip(char16_t unit);
   // The same for a word in lower case, which the file may write otherwise.
   bool skipInAnyCase(std::u16string_view word);
   bool accept(Receiver::Objection objection);
@@ -83,11 +85,14 @@ class Reader {
   std::u16string_view rest;  // what is left of the line
   std::size_t firstLine = 0;
   std::optional<Fault> fault;
-  // Of the value that is read.
-  std::u16string name;
+  // Of the value that is read. Name and data lie in the line itself where they can.
+  std::u16string_view name;
   std::uint32_t type = 0;
-  std::u16string text;
-  std::vector<std::byte> data;
+  std::span<const std::byte> data;
+  std::u16string joinedName;
+  std::u16string joinedText;
+  std::uint32_t number = 0;
+  std::vector<std::byte> bytes;
 };
 
 // Bytes as such a file writes them: two hexadecimal digits each, with commas between them. False,

@@ -72,7 +72,7 @@ std::vector<std::string> valueNames(Form42& form, ProviderArchitecture view, Hiv
   std::optional<std::vector<std::string>> names;
   std::vector<DWORD> types;
   const LONG status = ask(form, view, [&](StdRegProv& provider) {
-    return provider.enumValues(root, key, names, types);
+    return provider.enumValues(root, key, names, types, [&form] { form.messages.doEvents(); });
   });
   return status == ERROR_SUCCESS && names ? std::move(*names) : std::vector<std::string>();
 }

@@ -32,7 +32,7 @@ std::string readSuiteColor(Form42& form);
 void DeleteSubkeys2(Form42& form, HiveHandle hive, const std::string& key);
 
 // Names through the provider; none when they cannot be read. Subkeys are listed in the provider's
-// default view.
+// default view. The queue is served while a key with many values is read.
 std::vector<std::string> subkeyNames(Form42& form, HiveHandle root, const std::string& key);
 std::vector<std::string> valueNames(Form42& form, ProviderArchitecture view, HiveHandle root,
                                     const std::string& key);

@@ -86,12 +86,10 @@ void keepStatistics(const Form42& form, std::int64_t countAtEntry) {
 
 // The record of a row that stayed may be gone by now, with what another row took.
 void dropGoneRows(Form42& form, const RegistryState& registry) {
-  for (std::size_t row = form.View2.count(); row > 0; --row) {
+  form.View2.removeWhere([&](std::size_t row) {
     const RowPlan* plan = form.repairPlan->rowPlan(form, row);
-    if (plan != nullptr && plan->isGone(registry)) {
-      form.View2.remove(row);
-    }
-  }
+    return plan != nullptr && plan->isGone(registry);
+  });
 }
 
 void countOutcome(Form42& form, const RegistryState& registry) {

@@ -26,7 +26,10 @@ HiveHandle rootWhose(std::string_view Root::*member, Text name) {
 }  // namespace
 
 std::string keyPath(HiveHandle root, std::string_view key) {
-  return std::string(longName(root)).append("\\").append(key);
+  const std::string_view name = longName(root);
+  std::string path;
+  path.reserve(name.size() + 1 + key.size());
+  return path.append(name).append("\\").append(key);
 }
 
 HiveHandle rootWithLongName(std::string_view name) { return rootWhose(&Root::name, name); }

@@ -81,10 +81,14 @@ using TestServer = void (*)(Form42& form, const Place& place, const std::string&
 void scanClasses(Form42& form, const Place& place, const std::string& classesKey, TestServer test) {
   form.List1.clear();
   fEnumKey(form, place.root, classesKey);
+  const std::string start = classesKey + "\\";
+  std::string key;
   for (int index = 0; index < form.List1.count(); ++index) {
     form.isProviderSilent = false;
-    const std::string name = form.List1.text(index);
-    test(form, place, classesKey + "\\" + name + serverKey);
+    key = start;
+    key += form.List1.text(index);
+    key += serverKey;
+    test(form, place, key);
     form.messages.doEvents();
     if (isStopAsked(form)) {
       return;

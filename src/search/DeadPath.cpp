@@ -102,13 +102,16 @@ bool comesAndGoes(unsigned driveType) {
 }
 
 bool isDeadPath(Form42& form, const std::string& path) {
-  if (FolderExists(form, path)) {
+  const bool isFolder = FolderExists(form, path);
+  if (isFolder) {
     const std::string drive = std::string(firstCharacters(path, 1)) + ":\\";
     if (comesAndGoes(GetDriveTypeW(Wide(drive).get())) || form.cancelRequested) {
       return false;
     }
   }
-  const bool isThere = FileExists(form, path) || FolderExists(form, path);
+  // To ask for a file may have given access to the folder.
+  const bool isThere =
+      FileExists(form, path) || (form.safeguards.touches ? FolderExists(form, path) : isFolder);
   return !isThere && !contains(path, "}") && hasDriveLetter(path);
 }
 

@@ -4,7 +4,6 @@
 
 #include "form/Form42.h"
 #include "keys/DirectText.h"
-#include "keys/OpenKey.h"
 #include "keys/ValueData.h"
 #include "roots/NameLimits.h"
 #include "text/Numbers.h"
@@ -23,17 +22,6 @@ using KeyName = std::array<char16_t, longestKeyName + 1>;
 
 bool readSubkeyName(HKEY key, DWORD index, KeyName& name) {
   return RegEnumKeyW(key, index, roomIn(name), static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
-}
-
-bool childHasSubkeys(HKEY parent, const std::string& child) {
-  HKEY key = nullptr;
-  if (RegOpenKeyW(parent, Wide(child).get(), &key) != ERROR_SUCCESS) {
-    return false;
-  }
-  KeyName name;
-  const bool has = readSubkeyName(key, 0, name);
-  RegCloseKey(key);
-  return has;
 }
 
 struct ListedValue {
@@ -124,7 +112,6 @@ bool HasSubkeys(HiveHandle root) {
 std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHandle root,
                                      const std::string& key) {
   std::vector<std::string> names{std::string(nothingRead)};
-  lister.flags.clear();
   const OpenKey open(root, key, anyRight);
   if (!open.isOpen()) {
     return names;
@@ -137,7 +124,6 @@ std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHand
     }
     names.resize(index);
     names.push_back(utf8(name.data()));
-    lister.flags.push_back(childHasSubkeys(open.handle(), names.back()));
     if (lister.counter == 1) {
       form.Label3.caption = decimal(index + 1) + "Keys scanned ";
     }
@@ -164,9 +150,9 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& k
   return listValues(lister, root, key, nullptr);
 }
 
-std::string ReadValueText(HiveHandle root, const std::string& key, const std::string& valueName,
-                          const std::string& fallback) {
-  const OpenKey open(root, key, textAccess);
+ValueTexts::ValueTexts(HiveHandle root, const std::string& key) : open(root, key, textAccess) {}
+
+std::string ValueTexts::read(const std::string& valueName, const std::string& fallback) const {
   if (!open.isOpen()) {
     return fallback;
   }
@@ -176,6 +162,11 @@ std::string ReadValueText(HiveHandle root, const std::string& key, const std::st
   }
   const std::string text = data.text();
   return data.type() == REG_EXPAND_SZ ? CutAtNul(ExpandEnvText(text)) : text;
+}
+
+std::string ReadValueText(HiveHandle root, const std::string& key, const std::string& valueName,
+                          const std::string& fallback) {
+  return ValueTexts(root, key).read(valueName, fallback);
 }
 
 std::int32_t ReadValueDword(HiveHandle root, const std::string& key, const std::string& valueName,

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "keys/OpenKey.h"
 #include "keys/Variant.h"
 #include "roots/Roots.h"
 #include "widgets/ListView.h"
@@ -29,8 +30,6 @@ inline constexpr std::string_view nothingRead = "  ";
 
 // What the listers keep from call to call.
 struct ListerState {
-  // For each subkey of the last ListSubkeys, whether it has subkeys of its own.
-  std::vector<bool> flags;
   // 1 while the first level of a walk is listed: only then is the number of names shown.
   int counter = 0;
   // Room for the longest name that a value can have, allocated when first needed.
@@ -62,8 +61,20 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, Sho
 // The same without a list.
 ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& key);
 
-// The text of a value up to its first NUL, a REG_EXPAND_SZ with its variables expanded; data of any
-// other type are read as text.
+// Reads texts of one key, which is opened once.
+class ValueTexts {
+ public:
+  ValueTexts(HiveHandle root, const std::string& key);
+
+  // The text of a value up to its first NUL, a REG_EXPAND_SZ with its variables expanded; data of
+  // any other type are read as text.
+  [[nodiscard]] std::string read(const std::string& valueName, const std::string& fallback) const;
+
+ private:
+  OpenKey open;
+};
+
+// One such text.
 std::string ReadValueText(HiveHandle root, const std::string& key, const std::string& valueName,
                           const std::string& fallback);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
@@ -90,6 +91,7 @@ class Walk {
     if (values.names.front() == nothingRead) {
       return;
     }
+    std::optional<ValueTexts> texts;
     for (std::size_t index = 0; index < values.names.size(); ++index) {
       if (form.cancelRequested) {
         return;
@@ -98,8 +100,13 @@ class Walk {
       if (search.testsValues && matches(name)) {
         addValueRow(key, name, values.types[index]);
       }
-      if (search.testsData && values.types[index] == REG_SZ &&
-          matches(ReadValueText(search.root, key, name, ""))) {
+      if (!search.testsData || values.types[index] != REG_SZ) {
+        continue;
+      }
+      if (!texts) {
+        texts.emplace(search.root, key);
+      }
+      if (matches(texts->read(name, ""))) {
         testPath(key, name);
       }
     }

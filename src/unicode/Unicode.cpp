@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 namespace zelvreg {
@@ -23,42 +25,57 @@ std::size_t sizeBy(unsigned first) {
   return first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
 }
 
-// ASCII is told and copied in blocks, which the compiler takes at once; nearly all text is short.
+// ASCII is told and copied in blocks, which the compiler takes at once.
 constexpr std::size_t block = 8;
+constexpr std::size_t largeBlock = 16;
 
-template <typename Unit>
+template <std::size_t size, typename Unit>
 bool isPlainBlock(const Unit* units) {
-  std::make_unsigned_t<Unit> all = 0;
-  for (std::size_t at = 0; at < block; ++at) {
-    all |= static_cast<std::make_unsigned_t<Unit>>(units[at]);
+  constexpr std::uint64_t beyondAscii =
+      sizeof(Unit) == 1 ? 0x8080'8080'8080'8080 : 0xFF80'FF80'FF80'FF80;
+  std::array<std::uint64_t, size * sizeof(Unit) / sizeof(std::uint64_t)> words{};
+  std::memcpy(words.data(), units, sizeof words);
+  std::uint64_t all = 0;
+  for (const std::uint64_t word : words) {
+    all |= word;
   }
-  return all < 0x80;
+  return (all & beyondAscii) == 0;
+}
+
+template <std::size_t size, typename To, typename From>
+bool copyPlainBlock(To* __restrict to, const From* __restrict from) {
+  const bool isPlain = isPlainBlock<size>(from);
+  if (isPlain) {
+    for (std::size_t at = 0; at < size; ++at) {
+      to[at] = static_cast<To>(static_cast<std::make_unsigned_t<From>>(from[at]));
+    }
+  }
+  return isPlain;
+}
+
+// What is left at the end is copied with some of what was copied before.
+template <std::size_t size, typename To, typename From>
+std::size_t copyPlainBlocks(To* to, std::basic_string_view<From> from) {
+  std::size_t copied = 0;
+  while (copied + size <= from.size() && copyPlainBlock<size>(to + copied, from.data() + copied)) {
+    copied += size;
+  }
+  const std::size_t last = from.size() - size;
+  const bool hasRest = copied > last && copied < from.size();
+  return hasRest && copyPlainBlock<size>(to + last, from.data() + last) ? from.size() : copied;
 }
 
 // Copies units from the head of a text as long as they are ASCII. How many there are.
 template <typename To, typename From>
 std::size_t copyPlain(To* to, std::basic_string_view<From> from) {
-  const auto copyBlock = [&](std::size_t at) {
-    const bool isPlain = isPlainBlock(from.data() + at);
-    if (isPlain) {
-      std::copy_n(from.data() + at, block, to + at);
-    }
-    return isPlain;
-  };
-  std::size_t size = 0;
-  while (size + block <= from.size() && copyBlock(size)) {
-    size += block;
+  std::size_t copied = from.size() >= largeBlock ? copyPlainBlocks<largeBlock>(to, from)
+                       : from.size() >= block    ? copyPlainBlocks<block>(to, from)
+                                                 : 0;
+  while (copied < from.size() && static_cast<std::make_unsigned_t<From>>(from[copied]) < 0x80) {
+    to[copied] = static_cast<To>(from[copied]);
+    ++copied;
   }
-  // What is left at the end is copied with some of what was copied before.
-  const bool hasRest = size < from.size() && from.size() < size + block && from.size() >= block;
-  if (hasRest && copyBlock(from.size() - block)) {
-    return from.size();
-  }
-  while (size < from.size() && static_cast<std::make_unsigned_t<From>>(from[size]) < 0x80) {
-    to[size] = static_cast<To>(from[size]);
-    ++size;
-  }
-  return size;
+  return copied;
 }
 
 }  // namespace
@@ -107,7 +124,7 @@ void appendCharacter(std::string& text, char32_t code) {
 
 std::size_t asciiLength(std::string_view text) {
   std::size_t length = 0;
-  while (length + block <= text.size() && isPlainBlock(text.data() + length)) {
+  while (length + block <= text.size() && isPlainBlock<block>(text.data() + length)) {
     length += block;
   }
   while (length < text.size() && byteAt(text, length) < 0x80) {
@@ -115,6 +132,8 @@ std::size_t asciiLength(std::string_view text) {
   }
   return length;
 }
+
+std::size_t asciiInto(char16_t* units, std::string_view text) { return copyPlain(units, text); }
 
 std::size_t utf16Into(char16_t* units, std::string_view text) {
   std::size_t size = copyPlain(units, text);

@@ -57,6 +57,10 @@ std::string utf8(std::u16string_view text);
 // bytes. Returns how many units were written; no NUL is added.
 std::size_t utf16Into(char16_t* units, std::string_view text);
 
+// Copies the ASCII at the start of a text, into memory of the caller, which must have room for as
+// many units as the text has bytes. Returns how many there are.
+std::size_t asciiInto(char16_t* units, std::string_view text);
+
 // Whether a text is plain UTF-8, as other programs read it: every byte is part of a character, and
 // no character is a lone surrogate.
 bool isPlainUtf8(std::string_view text);

@@ -36,6 +36,29 @@ void ListView::remove(std::size_t row) {
   changed(Change::Rows, row);
 }
 
+void ListView::removeWhere(const std::function<bool(std::size_t row)>& isToGo) {
+  std::size_t kept = 0;
+  std::size_t stillSelected = 0;
+  for (std::size_t row = 1; row <= rows.size(); ++row) {
+    if (isToGo(row)) {
+      continue;
+    }
+    if (kept + 1 < row) {
+      rows[kept] = std::move(rows[row - 1]);
+    }
+    ++kept;
+    if (row == selected) {
+      stillSelected = kept;
+    }
+  }
+  if (kept == rows.size()) {
+    return;
+  }
+  rows.resize(kept);
+  selected = stillSelected;
+  changed(Change::Rows);
+}
+
 void ListView::clear() {
   rows.clear();
   selected = 0;

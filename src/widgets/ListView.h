@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,9 @@ class ListView : public Control {
   // Appends a row, unchecked, and gives its number.
   std::size_t add(std::string_view text);
   void remove(std::size_t row);
+  // Removes all rows for which this is true, as `remove` would one by one from the first to the
+  // last, but in one pass. Rows are asked for by the numbers that they have before.
+  void removeWhere(const std::function<bool(std::size_t row)>& isToGo);
   void clear();
 
   [[nodiscard]] const std::string& text(std::size_t row, std::size_t column) const;

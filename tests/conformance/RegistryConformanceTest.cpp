@@ -209,7 +209,7 @@ TEST_P(RegistryConformance, TheProviderListsNamedValuesOnly) {
   const auto provider = connectStdRegProv(GetParam(), ProviderArchitecture::Bits64);
   std::optional<Names> names;
   std::vector<DWORD> valueTypes;
-  EXPECT_EQ(provider->enumValues(HiveHandle::LocalMachine, types, names, valueTypes), 0);
+  EXPECT_EQ(provider->enumValues(HiveHandle::LocalMachine, types, names, valueTypes, [] {}), 0);
   ASSERT_TRUE(names.has_value());
   EXPECT_EQ(names->size(), 9U);
   EXPECT_EQ(valueTypes.size(), 9U);
@@ -219,10 +219,13 @@ TEST_P(RegistryConformance, TheProviderHasNoListForAKeyWithoutValues) {
   const auto provider = connectStdRegProv(GetParam(), ProviderArchitecture::Bits64);
   std::optional<Names> names;
   std::vector<DWORD> valueTypes;
-  EXPECT_EQ(provider->enumValues(HiveHandle::LocalMachine, place + "\\alpha", names, valueTypes),
-            0);
+  EXPECT_EQ(
+      provider->enumValues(HiveHandle::LocalMachine, place + "\\alpha", names, valueTypes, [] {}),
+      0);
   EXPECT_FALSE(names.has_value());
-  EXPECT_NE(provider->enumValues(HiveHandle::LocalMachine, place + "\\None", names, valueTypes), 0);
+  EXPECT_NE(
+      provider->enumValues(HiveHandle::LocalMachine, place + "\\None", names, valueTypes, [] {}),
+      0);
 }
 
 TEST_P(RegistryConformance, TheProviderGivesTextsOnly) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "form/Version.h"
+
 namespace zelvreg::console {
 namespace {
 
@@ -211,6 +213,10 @@ TEST(CommandLine, ATimeIsANumberOfSecondsAboveNothing) {
 TEST(CommandLine, HelpIsGivenWithoutAComputer) {
   EXPECT_TRUE(parse({"--help"}, false).help.has_value());
   EXPECT_NE(parse({"scan", "--help"}, false).help->find("--only"), std::string::npos);
+}
+
+TEST(CommandLine, TheVersionIsGivenWithoutAComputer) {
+  EXPECT_EQ(parse({"--version"}, false).help, std::string("zelvreg ") + programVersion() + "\n");
 }
 
 TEST(CommandLine, TextsOfAnyScriptComeInAsTheyWereTyped) {

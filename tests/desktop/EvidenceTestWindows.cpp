@@ -41,6 +41,7 @@ class EvidenceWindowTest : public MainWindowTest {
     request.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
     request.nmcd.dwItemSpec = static_cast<DWORD_PTR>(item);
     request.nmcd.hdc = screen.dc();
+    request.nmcd.rc = bounds;
     Peer::of(list)->notice(request.nmcd.hdr);
     constexpr int left = 33;
     constexpr int length = 22;

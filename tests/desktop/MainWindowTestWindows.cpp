@@ -181,6 +181,20 @@ TEST_F(MainWindowTest, TheQueueIsServedWhileALoopAsksForItAgainAndAgain) {
   EXPECT_EQ(served, 1);
 }
 
+TEST_F(MainWindowTest, ANewColorOfTheLineBelowTheTitleDrawsNoControlAgain) {
+  ShowWindow(window.hwnd(), SW_SHOW);
+  serve();
+  HWND start = windowOf(form.cmd_start, L"Button");
+  ASSERT_EQ(GetUpdateRect(start, nullptr, FALSE), FALSE);
+  form.Shape1.foreColor = 192;
+  RECT changed{};
+  EXPECT_NE(GetUpdateRect(window.hwnd(), &changed, FALSE), FALSE);
+  EXPECT_EQ(changed.bottom, window.sharedDesk().pixels(titleHeight));
+  EXPECT_EQ(GetUpdateRect(start, nullptr, FALSE), FALSE);
+  form.Shape3.foreColor = 192;
+  EXPECT_NE(GetUpdateRect(start, nullptr, FALSE), FALSE) << "the accent is everywhere";
+}
+
 TEST_F(MainWindowTest, TheListMakesRoomForThePanelOfAScan) {
   HWND list = windowOf(form.View1, WC_LISTVIEWW);
   RECT before{};

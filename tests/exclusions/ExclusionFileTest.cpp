@@ -81,15 +81,22 @@ TEST_F(ExclusionFileTest, AFileThatIsNotThereHasNoEntriesAndIsNotCreated) {
 }
 
 TEST_F(ExclusionFileTest, ALineIsAppendedToTheOthersAsItIs) {
-  appendExclusion(form, "HKEY_USERS\\a,b ");
+  appendExclusions(form, {"HKEY_USERS\\a,b "});
   EXPECT_EQ(content(), "HKEY_USERS\\a,b \r\n");
-  appendExclusion(form, "\"quoted\"");
+  appendExclusions(form, {"\"quoted\""});
   EXPECT_EQ(content(), "HKEY_USERS\\a,b \r\n\"quoted\"\r\n");
 }
 
+TEST_F(ExclusionFileTest, SeveralLinesAreAppendedInTheirOrderAndNoneMakesNoFile) {
+  EXPECT_TRUE(appendExclusions(form, {}));
+  EXPECT_EQ(content(), "(none)");
+  EXPECT_TRUE(appendExclusions(form, {"HKEY_USERS\\b", "HKEY_USERS\\a", "HKEY_USERS\\b"}));
+  EXPECT_EQ(content(), "HKEY_USERS\\b\r\nHKEY_USERS\\a\r\nHKEY_USERS\\b\r\n");
+}
+
 TEST_F(ExclusionFileTest, WhatIsWrittenWithACommaOrInQuotesIsReadInAnotherWay) {
-  appendExclusion(form, "HKEY_USERS\\a,b");
-  appendExclusion(form, "\"quoted\"");
+  appendExclusions(form, {"HKEY_USERS\\a,b"});
+  appendExclusions(form, {"\"quoted\""});
   EXPECT_EQ(readExclusions(form), (Texts{"HKEY_USERS\\a", "b", "quoted"}));
 }
 
@@ -97,7 +104,7 @@ TEST_F(ExclusionFileTest, LinesOfEveryScriptReturn) {
   const Texts entries{"HKEY_USERS\\Füße", "HKEY_USERS\\сервер",     "HKEY_USERS\\サーバー表",
                       "HKEY_USERS\\מחשב", "HKEY_USERS\\\U0001F600", "HKEY_USERS\\\xED\xA0\x80"};
   for (const std::string& entry : entries) {
-    appendExclusion(form, entry);
+    appendExclusions(form, {entry});
   }
   EXPECT_EQ(readExclusions(form), entries);
   writeExclusions(form, entries);
@@ -113,7 +120,7 @@ TEST_F(ExclusionFileTest, NewLinesTakeThePlaceOfAllOldOnes) {
 TEST_F(ExclusionFileTest, AFolderThatIsNotThereChangesNothing) {
   const std::string folder = form.programFolder;
   form.programFolder = folder + "\\no such folder";
-  appendExclusion(form, "HKEY_USERS\\a");
+  EXPECT_FALSE(appendExclusions(form, {"HKEY_USERS\\a"}));
   EXPECT_EQ(readExclusions(form), Texts());
   form.programFolder = folder;
   EXPECT_EQ(content(), "(none)");

@@ -1,4 +1,8 @@
 // What the exclusions do to the results, and how a result becomes one.
+#include <algorithm>
+#include <iterator>
+#include <random>
+
 #include "exclusions/ExclusionFixture.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
@@ -54,6 +58,36 @@ TEST_F(ExclusionListTest, AFileOfAnyBytesTakesSomeKeysOrNone) {
     }
   }
   EXPECT_EQ(left(fixture::longLine('x'), {"a"}), (Texts{"a"}));
+}
+
+// Written here once more, entry by entry.
+bool isTakenByAny(const Texts& entries, const std::string& key) {
+  return std::ranges::any_of(entries, [&](const std::string& entry) {
+    return ("hkey_local_machine\\" + key).starts_with(entry);
+  });
+}
+
+TEST_F(ExclusionListTest, ManyEntriesTogetherTakeWhatEachOfThemTakes) {
+  std::minstd_rand random(1);
+  const auto anyName = [&random] {
+    std::string name(random() % 4 + 1, ' ');
+    std::ranges::generate(name, [&random] { return "ab\\!"[random() % 4]; });
+    return name;
+  };
+  for (int round = 0; round < 20; ++round) {
+    Texts entries(12);
+    Texts keys(60);
+    std::ranges::generate(entries, [&] { return "hkey_local_machine\\" + anyName() + "x"; });
+    std::ranges::generate(keys, [&] { return anyName() + "x" + anyName(); });
+    Texts wanted;
+    std::string lines = entries[0];
+    for (const std::string& entry : entries) {
+      lines += "\r\n" + entry;
+    }
+    std::ranges::copy_if(keys, std::back_inserter(wanted),
+                         [&](const std::string& key) { return !isTakenByAny(entries, key); });
+    EXPECT_EQ(left(lines, keys), wanted) << lines;
+  }
 }
 
 TEST_F(ExclusionListTest, AKeyShorterThanTheEntryStays) {

@@ -57,12 +57,31 @@ TEST_P(ExclusionsOfPage, AKeyOfAnyScriptIsExcludedAndNoOther) {
 TEST_P(ExclusionsOfPage, AllScriptsMayBeInOneFile) {
   std::vector<std::string> entries;
   for (const std::string key : keys) {
-    appendExclusion(form, "HKEY_LOCAL_MACHINE\\" + key);
+    appendExclusions(form, {"HKEY_LOCAL_MACHINE\\" + key});
     entries.push_back("HKEY_LOCAL_MACHINE\\" + key);
   }
   EXPECT_EQ(readExclusions(form), entries);
   writeExclusions(form, entries);
   EXPECT_EQ(readExclusions(form), entries);
+}
+
+TEST_P(ExclusionsOfPage, SeveralEntriesAtOnceGiveTheBytesOfOneAfterTheOther) {
+  const std::string mark = "\xEF\xBB\xBF";
+  for (const std::string& before :
+       {std::string(), std::string("first\r\n"), std::string("no end"), mark + "サ\r\n",
+        std::string("half a character \x83"), std::string("half one \x83\r\n\x81")}) {
+    for (std::size_t first = 0; first < std::size(keys); ++first) {
+      const std::vector<std::string> entries(keys + first, keys + std::size(keys));
+      file("C:\\Own\\exregscan.txt", before);
+      for (const std::string& entry : entries) {
+        appendExclusions(form, {entry});
+      }
+      const std::string oneByOne = content("C:\\Own\\exregscan.txt");
+      file("C:\\Own\\exregscan.txt", before);
+      appendExclusions(form, entries);
+      EXPECT_EQ(content("C:\\Own\\exregscan.txt"), oneByOne) << before << "|" << entries[0];
+    }
+  }
 }
 
 TEST_P(ExclusionsOfPage, WildcardsWorkWithinAsManyCharactersAsTheEntryHas) {

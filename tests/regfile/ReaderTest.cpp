@@ -107,6 +107,53 @@ TEST(RegfileReader, Utf16IsReadFromAnyAddress) {
   }
 }
 
+// Half of a unit may be the byte of a line feed.
+TEST(RegfileReader, ALineOfUtf16EndsAtAWholeLineFeed) {
+  const std::u16string text = utf16(version5) + u"[\x0A0D\x0D0A\x410A\x0A41]\n[K]";
+  const std::string file =
+      "\xFF\xFE" + std::string(reinterpret_cast<const char*>(text.data()), text.size() * 2);
+  EXPECT_EQ(Listener(file).listen(),
+            (Heard{"2 key " + utf8(u"\x0A0D\x0D0A\x410A\x0A41"), "3 key K"}));
+}
+
+// What is quoted is read in the line itself, in blocks.
+TEST(RegfileReader, AQuotedTextIsReadWhateverItsLengthAndWhereverABackslashStands) {
+  for (std::size_t length = 0; length < 40; ++length) {
+    for (std::size_t place = 0; place <= length; ++place) {
+      std::string name(length, 'n');
+      const std::string plain = name + "x";
+      name.insert(place, place % 2 == 0 ? R"(\\)" : R"(\")");
+      std::string expected = plain;
+      expected.insert(place, place % 2 == 0 ? "\\" : "\"");
+      std::string bytes;
+      for (const char letter : expected) {
+        bytes += " " + std::to_string(static_cast<int>(letter)) + " 0";
+      }
+      const std::string quoted = "\"" + name + "x\"";
+      ASSERT_EQ(Listener(version5 + quoted + "=" + quoted).listen(),
+                Heard{"2 value " + expected + " 1" + bytes + " 0 0"});
+    }
+  }
+}
+
+TEST(RegfileReader, ANameOutlivesTheLinesThatItsDataTake) {
+  const std::string file = version5 +
+                           "[K]\n\"a\\\\name\"=hex:01,\\\n02,\\\n03\n\"b\nname\"=\"c\nd\"\n" +
+                           "@=\"e\n\"\n\"f\"=hex(2):66,00,\\\n00,00\n";
+  EXPECT_EQ(Listener(file).listen(),
+            (Heard{"2 key K", "3 value a\\name 3 1 2 3", "6 value b\nname 1 99 0 10 0 100 0 0 0",
+                   "9 value  1 101 0 10 0 0 0", "11 value f 2 102 0 0 0"}));
+}
+
+TEST(RegfileReader, BytesAreReadWithAnyNumberOfDigitsAndBlanks) {
+  const std::string file = version5 + "\"a\"=hex:1,02, 3 ,0A,\\\n  0b,c,\\ \n\\\n0D , e\n";
+  EXPECT_EQ(Listener(file).listen(), Heard{"2 value a 3 1 2 3 10 11 12 13 14"});
+  for (const char* wrong : {"1,,2", "1,", "01,02,", "g1,02", "0g,02", "001,02", "01,02;3,"}) {
+    const std::string line = version5 + "\"a\"=hex:" + wrong + "\n";
+    EXPECT_EQ(Listener(line).listen().empty(), std::string_view(wrong) != "01,02;3,") << wrong;
+  }
+}
+
 TEST(RegfileReader, TheTextOfTheOldFormIsNarrowInItsBytesToo) {
   Listener listener("REGEDIT4\n[\xE4]\n\"a\"=hex(2):e4,0\n\"b\"=hex:e4,0\n\"c\"=hex(7):81\n");
   EXPECT_EQ(listener.listen(),

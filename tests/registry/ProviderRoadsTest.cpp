@@ -1,6 +1,7 @@
 // Both roads to the 64-bit view, also where a provider stops answering.
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <limits>
 
 #include "keys/StdRegProv.h"
@@ -38,9 +39,9 @@ class FailingProvider : public StdRegProv {
     return getsThrough() ? provider->enumKey(hive, path, names) : providerFailed;
   }
   LONG enumValues(HiveHandle hive, const std::string& path,
-                  std::optional<std::vector<std::string>>& names,
-                  std::vector<DWORD>& types) override {
-    return getsThrough() ? provider->enumValues(hive, path, names, types) : providerFailed;
+                  std::optional<std::vector<std::string>>& names, std::vector<DWORD>& types,
+                  const std::function<void()>& serve) override {
+    return getsThrough() ? provider->enumValues(hive, path, names, types, serve) : providerFailed;
   }
   LONG getStringValue(HiveHandle hive, const std::string& path, const std::string& valueName,
                       std::string& value) override {

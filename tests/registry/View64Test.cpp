@@ -59,6 +59,27 @@ TEST_P(View64Test, TheUnnamedValueIsNotListed) {
   EXPECT_EQ(entriesOf(form.List1), (Names{"a"}));
 }
 
+// The service gives all names in one answer.
+TEST_P(View64Test, TheQueueIsServedWhileManyNamesAreReadDirectly) {
+  std::vector<std::string> names;
+  for (int number = 100; number < 300; ++number) {
+    names.push_back("name " + std::to_string(number));
+    setText(key64, names.back(), "1");
+  }
+  setText(key32, "only32", "1");
+  int count = 0;
+  form.messages.serveHost = [&] {
+    ++count;
+    // A click may list another key meanwhile.
+    valueNames(form, ProviderArchitecture::Bits32, HiveHandle::LocalMachine, place);
+  };
+  fEnumValue(form, HiveHandle::LocalMachine, place);
+  EXPECT_EQ(sorted(entriesOf(form.List1)), names);
+  if (GetParam() == ProviderRoad::Direct) {
+    EXPECT_GT(count, 0);
+  }
+}
+
 TEST_P(View64Test, AKeyWithoutValuesAndAMissingKeyAddNothing) {
   fEnumValue(form, HiveHandle::LocalMachine, place);
   fEnumValue(form, HiveHandle::LocalMachine, place + "\\None");

@@ -176,7 +176,7 @@ TEST_F(KilledRepairTest, AnExclusionThatIsAddedComesWholeOrNotAtAll) {
     form->programFolder = "C:\\Program Files (x86)\\zelvreg";
   };
   killEverywhere(
-      prepareForm, [&] { appendExclusion(*form, two[1]); },
+      prepareForm, [&] { appendExclusions(*form, {two[1]}); },
       [&] {
         const auto entries = exclusionsIn(programFiles().at("exregscan.txt"));
         EXPECT_TRUE(entries == one || entries == two);

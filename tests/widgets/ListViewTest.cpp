@@ -98,6 +98,37 @@ TEST_F(ListViewTest, TheHighlightStaysOnItsRowWhenOthersAreRemoved) {
   EXPECT_EQ(list.selectedRow(), 0U);
 }
 
+TEST_F(ListViewTest, RowsThatGoAtOnceLeaveWhatRemovingEachOneLeaves) {
+  constexpr std::size_t count = 7;
+  for (unsigned going = 0; going < 1U << count; ++going) {
+    const auto goes = [going](std::size_t row) { return (going >> (row - 1) & 1) != 0; };
+    ListView other{icons, {{"Item"}}};
+    list.clear();
+    for (std::size_t row = 1; row <= count; ++row) {
+      for (ListView* each : {&list, &other}) {
+        each->add(std::to_string(row));
+        each->setChecked(row, row % 2 == 0);
+        each->setSelected(row, row == going % count + 1);
+        each->setItemData(row, row * 10);
+      }
+    }
+    list.removeWhere(goes);
+    for (std::size_t row = count; row > 0; --row) {
+      if (goes(row)) {
+        other.remove(row);
+      }
+    }
+    ASSERT_EQ(list.count(), other.count());
+    EXPECT_EQ(list.selectedRow(), other.selectedRow()) << going;
+    for (std::size_t row = 1; row <= list.count(); ++row) {
+      EXPECT_EQ(list.text(row, 0), other.text(row, 0));
+      EXPECT_EQ(list.isChecked(row), other.isChecked(row));
+      EXPECT_EQ(list.isSelected(row), other.isSelected(row));
+      EXPECT_EQ(list.itemData(row), other.itemData(row));
+    }
+  }
+}
+
 TEST_F(ListViewTest, HoldsAHundredThousandRows) {
   for (int row = 1; row <= 100000; ++row) {
     list.add("row");
@@ -126,6 +157,18 @@ TEST_F(ListViewTest, TellsAnAttachedPeerWhatChanged) {
   list.clear();
   EXPECT_EQ(peer.changes, (std::vector<std::pair<Change, std::size_t>>{
                               {Change::Rows, 2}, {Change::Row, 2}, {Change::Checks, 2}}));
+}
+
+TEST_F(ListViewTest, TellsOnceOfAllRowsThatGoAndNothingIfNoneDoes) {
+  RecordingPeer peer;
+  for (int row = 1; row <= 5; ++row) {
+    list.add("row");
+  }
+  list.attach(&peer);
+  list.removeWhere([](std::size_t /*row*/) { return false; });
+  list.removeWhere([](std::size_t row) { return row != 2; });
+  list.attach(nullptr);
+  EXPECT_EQ(peer.changes, (std::vector<std::pair<Change, std::size_t>>{{Change::Rows, 0}}));
 }
 
 TEST(Property, TellsThePeerEvenIfTheValueIsTheSame) {

@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace zelvreg::machine {
@@ -11,6 +12,7 @@ namespace {
 constexpr std::size_t smallestBlock = 64 * 1024;
 constexpr std::size_t largestBlock = 4 * 1024 * 1024;
 constexpr std::size_t hugePage = 2 * 1024 * 1024;
+constexpr std::size_t pointerSize = sizeof(std::byte*);
 
 }  // namespace
 
@@ -47,6 +49,34 @@ std::byte* Arena::allocateInNewBlock(std::size_t size) {
   next = place + size;
   left = blockSize - size;
   return place;
+}
+
+std::byte* Arena::takeRoom(std::size_t size) {
+  const std::size_t pointers = size / pointerSize;
+  if (pointers > largestSpare || spares[pointers] == nullptr) {
+    return allocateBytes(size, alignof(std::byte*));
+  }
+  std::byte* room = spares[pointers];
+  std::memcpy(&spares[pointers], room, pointerSize);
+  return room;
+}
+
+void Arena::giveBack(std::byte* room, std::size_t size) {
+  const std::size_t pointers = size / pointerSize;
+  if (pointers > 0 && pointers <= largestSpare) {
+    std::memcpy(room, &spares[pointers], pointerSize);
+    spares[pointers] = room;
+  }
+}
+
+bool Arena::extendRoom(std::byte* room, std::size_t size, std::size_t newSize) {
+  const std::size_t more = newSize - size;
+  if (room + size != next || more > left) {
+    return false;
+  }
+  next += more;
+  left -= more;
+  return true;
 }
 
 }  // namespace zelvreg::machine

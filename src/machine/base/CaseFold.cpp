@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <clocale>
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <cwctype>
@@ -54,24 +54,6 @@ const CaseTable& lowerCaseTable() {
   return table;
 }
 
-// How many units are exactly the same at the start of both, rounded down to whole words. Neighbors
-// in a list often begin alike.
-std::size_t sameStart(std::u16string_view first, std::u16string_view second, std::size_t common) {
-  using Word = std::uint64_t;
-  constexpr std::size_t unitsInWord = sizeof(Word) / sizeof(char16_t);
-  std::size_t same = 0;
-  for (; same + unitsInWord <= common; same += unitsInWord) {
-    Word ofFirst = 0;
-    Word ofSecond = 0;
-    std::memcpy(&ofFirst, first.data() + same, sizeof(Word));
-    std::memcpy(&ofSecond, second.data() + same, sizeof(Word));
-    if (ofFirst != ofSecond) {
-      break;
-    }
-  }
-  return same;
-}
-
 }  // namespace
 
 char16_t upperCase(char16_t unit) { return upperCaseTable()[unit]; }
@@ -87,16 +69,41 @@ std::u16string upperCase(std::u16string_view text) {
   return upper;
 }
 
+std::size_t commonLength(std::u16string_view first, std::u16string_view second) {
+  static_assert(std::endian::native == std::endian::little, "the first unit is the lowest");
+  using Block = std::uint64_t;
+  constexpr std::size_t unitsInBlock = sizeof(Block) / sizeof(char16_t);
+  const std::size_t size = std::min(first.size(), second.size());
+  std::size_t length = 0;
+  for (; length + unitsInBlock <= size; length += unitsInBlock) {
+    Block firstBlock = 0;
+    Block secondBlock = 0;
+    std::memcpy(&firstBlock, first.data() + length, sizeof firstBlock);
+    std::memcpy(&secondBlock, second.data() + length, sizeof secondBlock);
+    if (firstBlock != secondBlock) {
+      const int equalBits = std::countr_zero(firstBlock ^ secondBlock);
+      return length + static_cast<std::size_t>(equalBits) / (8 * sizeof(char16_t));
+    }
+  }
+  while (length < size && first[length] == second[length]) {
+    ++length;
+  }
+  return length;
+}
+
 int compareNames(std::u16string_view first, std::u16string_view second) {
-  const CaseTable& table = upperCaseTable();
   const std::size_t common = std::min(first.size(), second.size());
-  for (std::size_t index = sameStart(first, second, common); index < common; ++index) {
-    // Most names are spelled alike, so the table is seldom needed.
-    if (first[index] != second[index]) {
-      const char16_t firstUpper = table[first[index]];
-      const char16_t secondUpper = table[second[index]];
-      if (firstUpper != secondUpper) {
-        return firstUpper < secondUpper ? -1 : 1;
+  // Most names are spelled alike, so the table is seldom needed.
+  std::size_t index = commonLength(first, second);
+  if (index < common) {
+    const CaseTable& table = upperCaseTable();
+    for (; index < common; ++index) {
+      if (first[index] != second[index]) {
+        const char16_t firstUpper = table[first[index]];
+        const char16_t secondUpper = table[second[index]];
+        if (firstUpper != secondUpper) {
+          return firstUpper < secondUpper ? -1 : 1;
+        }
       }
     }
   }

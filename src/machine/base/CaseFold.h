@@ -2,6 +2,7 @@
 #ifndef ZELVREG_MACHINE_BASE_CASE_FOLD_H
 #define ZELVREG_MACHINE_BASE_CASE_FOLD_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,9 @@ std::u16string upperCase(std::u16string_view text);
 
 // The other way, for text that is shown or compared by the program.
 char16_t lowerCase(char16_t unit);
+
+// How many units at their start two texts have in common, case included.
+std::size_t commonLength(std::u16string_view first, std::u16string_view second);
 
 // Less than, equal to or greater than 0, as `first` sorts before, with or after `second`.
 int compareNames(std::u16string_view first, std::u16string_view second);

@@ -26,6 +26,8 @@ struct DriveSettings {
   std::u16string programFolder;  // the program's own, for paths without a drive
   // Whether nothing is known of a drive without a folder; else there is no such drive.
   bool missingDrivesAreUnknown = false;
+  // Of a disk that nobody else is expected to change while it is looked at, ToTheTick.
+  Freshness freshness = Freshness::Exact;
 };
 
 // What a path leads to.
@@ -119,7 +121,7 @@ class Drives {
   std::map<char, Drive> drives;  // by upper-case letter
   std::vector<Lent> lent;
   std::map<char16_t, UINT> types;
-  FolderListings listings;
+  FolderListings listings{settings.freshness};
   FileRecords fileRecords;
 };
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <memory>
 #include <tuple>
 #include <utility>
@@ -19,6 +20,10 @@ namespace {
 
 // The root of this system is written as the empty text.
 const char* nameOf(const std::string& folder) { return folder.empty() ? "/" : folder.c_str(); }
+
+bool isSameTime(const timespec& first, const timespec& second) {
+  return first.tv_sec == second.tv_sec && first.tv_nsec == second.tv_nsec;
+}
 
 NameKind kindOf(int folder, const dirent& entry) {
   switch (entry.d_type) {
@@ -81,6 +86,11 @@ ReadNames readNames(const std::string& folder) {
 
 FolderListings::Listing& FolderListings::current(const std::string& folder) {
   Listing& listing = listings[folder];
+  timespec tick{};
+  if (freshness == Freshness::ToTheTick) {
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &tick);
+    if (listing.readable && isSameTime(listing.lookedAt, tick)) return listing;
+  }
   struct stat status {};
   if (stat(nameOf(folder), &status) != 0) {
     ++readings;
@@ -89,13 +99,12 @@ FolderListings::Listing& FolderListings::current(const std::string& folder) {
     return listing;
   }
   const bool same = listing.readable && listing.device == status.st_dev &&
-                    listing.inode == status.st_ino &&
-                    listing.changed.tv_sec == status.st_mtim.tv_sec &&
-                    listing.changed.tv_nsec == status.st_mtim.tv_nsec;
+                    listing.inode == status.st_ino && isSameTime(listing.changed, status.st_mtim);
+  listing.lookedAt = tick;
   if (same) return listing;
   ++readings;
   // The time is taken before the names, so that a change in between is seen the next time.
-  listing = {status.st_dev, status.st_ino, status.st_mtim, false, false, nullptr};
+  listing = {status.st_dev, status.st_ino, status.st_mtim, tick, false, false, nullptr};
   ReadNames read = readNames(folder);
   listing.names = std::make_shared<const ListedNames>(std::move(read.names));
   listing.readable = read.isComplete;

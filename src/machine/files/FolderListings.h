@@ -24,10 +24,18 @@ struct ListedName {
 
 using ListedNames = std::vector<ListedName>;
 
+// How often a folder that is listed is looked at again.
+enum class Freshness : std::uint8_t {
+  Exact,     // for each name
+  ToTheTick  // once in each tick of the system's coarse clock, which is some milliseconds long
+};
+
 // Keeps each listing until the folder's time of change differs, or it is forgotten: a scan asks for
 // hundreds of thousands of names in a few thousand folders.
 class FolderListings {
  public:
+  explicit FolderListings(Freshness howFresh) : freshness(howFresh) {}
+
   // The name in the folder as it is written, else the first that differs in case alone; null if
   // there is none. `upper` is the name's upper case. Valid until the next call.
   const ListedName* find(const std::string& folder, std::u16string_view upper,
@@ -52,12 +60,14 @@ class FolderListings {
     dev_t device = 0;
     ino_t inode = 0;
     timespec changed{};
+    timespec lookedAt{};
     bool readable = false;
     bool hasForeignNames = false;
     std::shared_ptr<const ListedNames> names;
   };
   Listing& current(const std::string& folder);
 
+  Freshness freshness;
   std::unordered_map<std::string, Listing> listings;
   std::uint64_t readings = 0;
 };

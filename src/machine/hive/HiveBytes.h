@@ -18,9 +18,13 @@ namespace zelvreg::machine {
 
 namespace hiveFormat {
 
+inline constexpr std::string_view fileKind = "regf";
+inline constexpr std::size_t majorVersionOffset = 0x14;
+inline constexpr std::uint32_t majorVersion = 1;
 inline constexpr std::size_t minorVersionOffset = 0x18;
 inline constexpr std::size_t rootOffset = 0x24;
 inline constexpr std::size_t binsSizeOffset = 0x28;
+inline constexpr std::size_t checksumOffset = 0x1FC;
 inline constexpr std::uint32_t firstVersionWithParts = 4;
 inline constexpr std::uint32_t firstVersionWithHashes = 5;
 inline constexpr std::size_t pageSize = 0x1000;
@@ -28,6 +32,7 @@ inline constexpr std::size_t binsOffset = 0x1000;  // what links count from
 inline constexpr std::uint32_t noLink = 0xFFFFFFFF;
 inline constexpr std::size_t cellHeader = 4;  // its size, negative while it is in use
 inline constexpr std::size_t cellKind = 4;    // two letters, in most cells
+inline constexpr std::size_t cellUnit = 8;    // cells begin and end at multiples of it
 
 // In a key's cell.
 inline constexpr std::size_t keyFlags = 6;
@@ -52,7 +57,9 @@ inline constexpr std::size_t securityUses = 0x10;
 inline constexpr std::size_t valueNameLength = 6;
 inline constexpr std::size_t valueSize = 8;
 inline constexpr std::uint32_t sizeOfDataInLink = 0x80000000;
+inline constexpr std::size_t largestDataInLink = 4;
 inline constexpr std::size_t valueData = 12;
+inline constexpr std::size_t valueType = 16;
 inline constexpr std::size_t valueFlags = 0x14;
 inline constexpr std::uint16_t narrowValueNameFlag = 1;
 inline constexpr std::size_t valueName = 0x18;

@@ -1,7 +1,5 @@
 #include "machine/hive/HiveCheck.h"
 
-#include <sys/stat.h>
-
 #include <array>
 #include <unordered_map>
 #include <vector>
@@ -19,8 +17,6 @@ namespace {
 
 // Windows lets no key lie deeper.
 constexpr std::size_t mostLevels = 512;
-constexpr std::size_t cellUnit = 8;  // cells begin and end at multiples of it
-constexpr std::size_t largestDataInLink = 4;
 
 class HiveWalk {
  public:
@@ -214,18 +210,6 @@ class HiveWalk {
 };
 
 }  // namespace
-
-void checkHiveHeader(const FileDescriptor& file) {
-  struct stat status {};
-  std::uint32_t binsSize = 0;
-  if (!file.isOpen() || fstat(file.get(), &status) != 0 ||
-      readAt(file, binsSizeOffset, &binsSize, sizeof binsSize) != sizeof binsSize) {
-    return;
-  }
-  if (static_cast<std::uint64_t>(status.st_size) < binsOffset + std::uint64_t{binsSize}) {
-    throw MachineError("its header speaks of more content than it has");
-  }
-}
 
 void checkHive(std::string content) {
   const HiveBytes hive(std::move(content));

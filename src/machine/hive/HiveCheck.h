@@ -7,14 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "machine/base/FileDescriptor.h"
-
 namespace zelvreg::machine {
-
-// Looks at the header alone: a file shorter than its header says was cut short, or the header lies.
-// Throws MachineError that says only what is wrong. Of no file, or one without a header, it says
-// nothing.
-void checkHiveHeader(const FileDescriptor& file);
 
 // Walks all keys and values: each part must lie within the file, be in use, and belong to one owner
 // alone. Throws MachineError that says only what is wrong, with the key.

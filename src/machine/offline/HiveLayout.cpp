@@ -9,6 +9,7 @@
 #include "machine/base/MachineError.h"
 #include "machine/base/PlainFile.h"
 #include "machine/hive/HiveBytes.h"
+#include "machine/hive/NameHash.h"
 
 namespace zelvreg::machine {
 
@@ -52,27 +53,6 @@ void partValue(HiveBytes& hive, std::uint32_t node, std::size_t record, std::siz
   if (hive.get<std::uint32_t>(node + largestValueSize) == HiveLayout::sizeInOneCell(size)) {
     hive.put<std::uint32_t>(node + largestValueSize, static_cast<std::uint32_t>(size));
   }
-}
-
-// Of upper-case letters, as the lists of Windows XP and later have it.
-std::uint32_t hashOf(std::u16string_view name) {
-  std::uint32_t hash = 0;
-  for (const char16_t unit : name) {
-    hash = hash * 37 + upperCase(unit);
-  }
-  return hash;
-}
-
-// The first four letters, as the lists of older systems have it; none if one of them is not narrow.
-std::uint32_t hintOf(std::u16string_view name) {
-  std::uint32_t hint = 0;
-  for (std::size_t at = 0; at < std::min<std::size_t>(name.size(), 4); ++at) {
-    if (name[at] > 0xFF) {
-      return 0;
-    }
-    hint |= static_cast<std::uint32_t>(name[at]) << (8 * at);
-  }
-  return hint;
 }
 
 // The list of a key's subkeys, which may be split into several lists.
@@ -131,7 +111,7 @@ class SubkeyList {
     hive.putLink(entry, key.node);
     if (hasHashes(leaf)) {
       const bool isHash = hive.text(leaf + listKind, 2) == "lh";
-      hive.put<std::uint32_t>(entry + 4, isHash ? hashOf(key.name) : hintOf(key.name));
+      hive.put<std::uint32_t>(entry + 4, isHash ? hashOfName(key.name) : hintOfName(key.name));
     }
   }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "machine/base/MachineError.h"
-#include "machine/hive/HiveLibrary.h"
+#include "machine/offline/HiveLibrary.h"
 #include "machine/registry/Registry.h"
 #include "roots/NameLimits.h"
 #include "unicode/Unicode.h"
@@ -50,7 +50,8 @@ class ValueSet {
  private:
   void add(const RegistryValue& value, bool partsLargeValues) {
     names.push_back(hiveName(value.name()));
-    char* bytes = reinterpret_cast<char*>(value.data);
+    // libhivex takes them so, and only reads them.
+    char* bytes = reinterpret_cast<char*>(const_cast<std::byte*>(value.data));
     std::size_t size = value.dataSize;
     if (partsLargeValues && HiveLayout::isLarge(size)) {
       padded.emplace_back(bytes, size).resize(HiveLayout::sizeInOneCell(size));

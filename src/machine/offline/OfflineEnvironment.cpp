@@ -73,7 +73,7 @@ class Builder {
       const RegistryValue& value = *registry.values(*key).at(index);
       const std::optional<std::u16string> text = textOfValue(value);
       // The computer's own list names the system as its user.
-      if (!text || value.nameLength == 0 || isSameName(value.name(), u"USERNAME")) {
+      if (!text || value.name().empty() || isSameName(value.name(), u"USERNAME")) {
         continue;
       }
       const auto before = known.get(value.name());

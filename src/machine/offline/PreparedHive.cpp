@@ -13,7 +13,6 @@
 #include "machine/hive/HiveFile.h"
 #include "machine/offline/HiveWriter.h"
 #include "machine/registry/Registry.h"
-#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -42,10 +41,10 @@ auto onKey(const RegistryKey& key, Action action) {
 bool holds(HiveFile& hive, std::uint32_t node, const ValueList& values) {
   std::size_t count = 0;
   bool isSame = true;
-  hive.values(node, [&](const HiveValue& found) {
+  hive.content().values(node, [&](const HiveValue& found) {
     const RegistryValue* value = values.at(count++);
     isSame = isSame && value != nullptr && value->type == found.type &&
-             std::ranges::equal(value->bytes(), found.bytes) && utf16(found.name) == value->name();
+             std::ranges::equal(value->bytes(), found.bytes) && found.name.text() == value->name();
   });
   return isSame && count == values.size();
 }
@@ -58,12 +57,14 @@ struct ExpectedSubkeys {
 
 void checkSubkeys(HiveFile& hive, std::uint32_t parent, const ExpectedSubkeys& expected) {
   std::size_t found = 0;
-  hive.subkeys(parent, [&](std::string_view name, std::uint32_t node) {
-    if (const auto gone = expected.gone.find(node); gone != expected.gone.end()) {
+  hive.content().subkeys(parent, {}, [&](const HiveSubkey& subkey) {
+    if (const auto gone = expected.gone.find(subkey.node); gone != expected.gone.end()) {
       throw MachineError(Registry::pathOf(*gone->second) + ": is still there after deleting it");
     }
-    const auto there = expected.there.find(node);
-    found += there != expected.there.end() && utf16(name) == there->second->name() ? 1 : 0;
+    const auto there = expected.there.find(subkey.node);
+    const bool isThere =
+        there != expected.there.end() && subkey.name.text() == there->second->name();
+    found += isThere ? 1 : 0;
   });
   if (found != expected.there.size()) {
     throw MachineError(Registry::pathOf(*expected.there.begin()->second->parent) +

@@ -42,11 +42,7 @@ RegistryKey& RegistryFileCursor::open(std::u16string_view path) {
     const std::size_t end = nameEnd(path, begin);
     const std::u16string_view name = path.substr(begin, end - begin);
     checkName(name);
-    RegistryKey* key = makeKey(registry, *steps.back().key, name);
-    if (key == nullptr) {
-      failToMake();
-    }
-    steps.push_back({end, key});
+    steps.push_back(stepBelow(steps.back(), name, end));
     if (steps.size() == 2) {
       noteUser(path);
     }
@@ -55,10 +51,23 @@ RegistryKey& RegistryFileCursor::open(std::u16string_view path) {
   return *steps.back().key;
 }
 
+RegistryFileCursor::Step RegistryFileCursor::stepBelow(const Step& above, std::u16string_view name,
+                                                       std::size_t end) {
+  // Files list keys in order, so most new ones come after all that are there.
+  RegistryKey* last = above.depth < deepestKey ? registry.makeLastChild(*above.key, name) : nullptr;
+  if (last != nullptr && last->parent == above.key) {
+    return {end, last, above.depth + 1};
+  }
+  RegistryKey* key = last != nullptr ? last : makeKey(registry, *above.key, name);
+  if (key == nullptr) {
+    failToMake();
+  }
+  return {end, key, depthOf(*key)};
+}
+
 // Of the steps to the key before, those that lead to this key too stay.
 void RegistryFileCursor::keepCommonSteps(std::u16string_view path) {
-  const auto common =
-      static_cast<std::size_t>(std::ranges::mismatch(path, lastPath).in1 - path.begin());
+  const std::size_t common = commonLength(path, lastPath);
   const auto isShared = [&](const Step& step) {
     return step.end <= common && (step.end == path.size() || path[step.end] == u'\\');
   };
@@ -85,7 +94,7 @@ void RegistryFileCursor::openRoot(std::u16string_view path) {
   RegistryKey* key = root ? root->key
                           : makeKey(registry, registry.machineRoot(),
                                     u"SYSTEM\\CurrentControlSet\\Hardware Profiles\\Current");
-  steps.push_back({end, key});
+  steps.push_back({end, key, depthOf(*key)});
 }
 
 RegistryKey& RegistryFileCursor::openInClassesRoot(std::u16string_view path, std::size_t rootEnd) {

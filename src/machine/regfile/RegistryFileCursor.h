@@ -28,10 +28,12 @@ class RegistryFileCursor {
   struct Step {
     std::size_t end;  // where its name ends in the path
     RegistryKey* key;
+    std::size_t depth;  // of the key, which a link may have led to
   };
 
   void keepCommonSteps(std::u16string_view path);
   void openRoot(std::u16string_view path);
+  Step stepBelow(const Step& above, std::u16string_view name, std::size_t end);
   RegistryKey& openInClassesRoot(std::u16string_view path, std::size_t rootEnd);
   static void checkName(std::u16string_view name);
   void noteUser(std::u16string_view path);

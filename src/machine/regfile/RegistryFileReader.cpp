@@ -4,7 +4,7 @@
 
 #include "machine/base/CodePage.h"
 #include "machine/base/MachineError.h"
-#include "machine/regfile/MappedFile.h"
+#include "machine/base/MappedFile.h"
 #include "machine/regfile/NarrowText.h"
 #include "machine/regfile/RegistryFile.h"
 #include "machine/regfile/RegistryFileCursor.h"

@@ -98,7 +98,7 @@ class RegistryWriter {
     }
     const std::u16string_view sid = registry.currentUser().name();
     return &key == &registry.currentUser() ||
-           (key.role == KeyRole::Classes && key.nameLength == sid.size() + classesSuffixLength &&
+           (key.role == KeyRole::Classes && key.name().size() == sid.size() + classesSuffixLength &&
             isSameName(key.name().substr(0, sid.size()), sid));
   }
 

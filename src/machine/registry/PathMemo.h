@@ -23,6 +23,13 @@ struct PathQuestion {
   std::u16string_view path;
 };
 
+// Where HKEY_CLASSES_ROOT led to in this generation of the registry, in the 64-bit view.
+struct ClassesRootMemo {
+  std::uint64_t generation = ~std::uint64_t{0};
+  RegistryKey* machines = nullptr;
+  RegistryKey* users = nullptr;
+};
+
 class PathMemo {
  public:
   // The place, or that there is no such place; null for a path that is not remembered. An answer

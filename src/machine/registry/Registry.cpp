@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 #include "machine/base/CaseFold.h"
@@ -15,32 +16,19 @@ namespace {
 
 constexpr std::u16string_view symbolicLinkValue = u"SymbolicLinkValue";
 
-bool comesBefore(const RegistryKey* first, const RegistryKey* second) {
-  return compareNames(first->name(), second->name()) < 0;
-}
-
-KeyList::Position lowerBound(const KeyList& list, std::u16string_view name) {
-  return list.partitionPoint(
-      [name](const RegistryKey* key) { return compareNames(key->name(), name) < 0; });
-}
-
 }  // namespace
 
 Registry::Registry(int bits, std::string_view userSid)
     : has64BitView(bits == 64),
-      machine(&newKey(nullptr, wideLongName(HiveHandle::LocalMachine))),
-      users(&newKey(nullptr, wideLongName(HiveHandle::Users))) {
+      machine(&newKey(nullptr, names.keep(texts, wideLongName(HiveHandle::LocalMachine)))),
+      users(&newKey(nullptr, names.keep(texts, wideLongName(HiveHandle::Users)))) {
   machine->role = KeyRole::MachineRoot;
   users->role = KeyRole::UsersRoot;
   setCurrentUser(userSid);
   finishLoading();
 }
 
-Registry::~Registry() {
-  for (RegistryKey* block : keyBlocks) {
-    std::destroy_n(block, block == keyBlocks.back() ? keysInBlock : keyBlockSize);
-  }
-}
+Registry::~Registry() = default;
 
 void Registry::setCurrentUser(std::string_view sid) {
   ++keyGeneration;
@@ -60,9 +48,32 @@ const KeyList& Registry::children(RegistryKey& key) {
 }
 
 RegistryKey* Registry::child(RegistryKey& key, std::u16string_view name) {
-  const KeyList& list = children(key);
-  RegistryKey* const* found = list.at(lowerBound(list, name));
-  return found != nullptr && isSameName((*found)->name(), name) ? *found : nullptr;
+  return key.childrenPending ? loadChild(key, name) : loadedChild(key, name);
+}
+
+RegistryKey* Registry::loadedChild(RegistryKey& key, std::u16string_view name) {
+  const auto isNamed = [name](RegistryKey* const* found) {
+    return found != nullptr && isSameName((*found)->name(), name);
+  };
+  const KeyList& list = key.children;
+  KeyList::Position* last = LastFound::isWorthWhile(list) ? &lastFound.of(key) : nullptr;
+  if (last != nullptr) {
+    for (const KeyList::Position near : {*last, list.after(*last)}) {
+      if (RegistryKey* const* found = list.at(near); isNamed(found)) {
+        *last = near;
+        return *found;
+      }
+    }
+  }
+  const KeyList::Position place = placeIn(list, name);
+  RegistryKey* const* found = list.at(place);
+  if (!isNamed(found)) {
+    return nullptr;
+  }
+  if (last != nullptr) {
+    *last = place;
+  }
+  return *found;
 }
 
 const ValueList& Registry::values(RegistryKey& key) {
@@ -72,48 +83,18 @@ const ValueList& Registry::values(RegistryKey& key) {
   return key.values;
 }
 
-RegistryKey& Registry::newKey(RegistryKey* parent) {
-  if (keysInBlock == keyBlockSize) {
-    keyBlocks.push_back(arena.allocate<RegistryKey>(keyBlockSize));
-    keysInBlock = 0;
-  }
-  RegistryKey& key = *std::construct_at(keyBlocks.back() + keysInBlock++);
+RegistryKey& Registry::newKey(RegistryKey* parent, Name name) {
+  static_assert(std::is_trivially_destructible_v<RegistryKey>, "the arena destroys nothing");
+  RegistryKey& key = *std::construct_at(arena.allocate<RegistryKey>(1));
   key.parent = parent;
+  key.keyName = name;
   return key;
 }
 
-RegistryKey& Registry::newKey(RegistryKey* parent, std::u16string_view name) {
-  RegistryKey& key = newKey(parent);
-  key.nameText = arena.keep(name).data();
-  key.nameLength = static_cast<std::uint8_t>(name.size());
-  return key;
-}
-
-// A name from a hive; nearly all of them are ASCII.
-std::u16string_view Registry::keepUtf8(std::string_view text) {
-  auto* place = arena.allocate<char16_t>(text.size());
-  unsigned char all = 0;
-  for (std::size_t index = 0; index < text.size(); ++index) {
-    const auto byte = static_cast<unsigned char>(text[index]);
-    place[index] = byte;
-    all |= byte;
-  }
-  if (all >= 0x80) {
-    return arena.keep(utf16(text));
-  }
-  return {place, text.size()};
-}
-
-RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name) {
-  static_cast<void>(children(parent));
-  RegistryKey& key = newKey(&parent, name);
-  RegistryKey* const* last = parent.children.last();
-  // Files list keys in order, so most new ones belong at the end.
-  if (last == nullptr || compareNames((*last)->name(), name) < 0) {
-    parent.children.append(arena, &key);
-  } else {
-    parent.children.insert(arena, lowerBound(parent.children, name), &key);
-  }
+RegistryKey& Registry::addChild(RegistryKey& parent, std::u16string_view name,
+                                KeyList::Position place) {
+  RegistryKey& key = newKey(&parent, names.keep(texts, name));
+  parent.children.insert(arena, place, &key);
   ++keyGeneration;
   return key;
 }
@@ -122,11 +103,23 @@ RegistryKey& Registry::makeChild(RegistryKey& parent, std::u16string_view name) 
   if (RegistryKey* found = child(parent, name)) {
     return found->isAlias ? *aliasTarget(*found) : *found;
   }
+  return makeMissingChild(parent, name, placeIn(children(parent), name));
+}
+
+RegistryKey* Registry::makeLastChild(RegistryKey& parent, std::u16string_view name) {
+  const KeyList& list = children(parent);
+  RegistryKey* const* last = list.last();
+  const bool isLast = last == nullptr || compareNames((*last)->name(), name) < 0;
+  return isLast ? &makeMissingChild(parent, name, list.end()) : nullptr;
+}
+
+RegistryKey& Registry::makeMissingChild(RegistryKey& parent, std::u16string_view name,
+                                        KeyList::Position place) {
   hasNewContent = true;
   if (RegistryKey* target = makeAliasTarget(parent, name)) {
     return *target;
   }
-  RegistryKey& key = addChild(parent, name);
+  RegistryKey& key = addChild(parent, name, place);
   key.role = roleOf(parent, name);
   if (!hives.empty()) {
     changes.noteMade(key);
@@ -140,8 +133,10 @@ bool Registry::isErasable(const RegistryKey& key) const {
 }
 
 void Registry::erase(RegistryKey& key) {
+  // A hive that still held the siblings would give this one again with them.
+  static_cast<void>(children(*key.parent));
   KeyList& siblings = key.parent->children;
-  siblings.erase(lowerBound(siblings, key.name()));
+  siblings.erase(arena, placeIn(siblings, key.name()));
   forget(key);
   if (!hives.empty()) {
     changes.noteErased(key);
@@ -181,27 +176,20 @@ void Registry::setValue(RegistryKey& key, std::u16string_view name, DWORD type,
   key.mayBeLink = key.mayBeLink || type == REG_LINK;
   keyGeneration += key.mayBeLink ? 1 : 0;
   RegistryValue* old = key.values.find(name);
+  if (old != nullptr && old->type == type && std::ranges::equal(old->bytes(), bytes)) {
+    return;
+  }
+  const std::span<const std::byte> kept = data.keep(texts, bytes);
   if (old == nullptr) {
-    const std::span<std::byte> kept = arena.keep(bytes);
-    key.values.append(arena, {.nameText = arena.keep(name).data(),
+    key.values.append(arena, {.valueName = names.keep(texts, name),
                               .data = kept.data(),
                               .dataSize = static_cast<std::uint32_t>(kept.size()),
-                              .type = type,
-                              .nameLength = static_cast<std::uint16_t>(name.size())});
-    noteValuesChanged(key);
-    return;
-  }
-  const bool isSame = old->type == type && std::ranges::equal(old->bytes(), bytes);
-  if (isSame) {
-    return;
-  }
-  if (bytes.size() <= old->dataSize) {
-    std::copy(bytes.begin(), bytes.end(), old->data);
+                              .type = type});
   } else {
-    old->data = arena.keep(bytes).data();
+    old->data = kept.data();
+    old->dataSize = static_cast<std::uint32_t>(kept.size());
+    old->type = type;
   }
-  old->dataSize = static_cast<std::uint32_t>(bytes.size());
-  old->type = type;
   noteValuesChanged(key);
 }
 
@@ -214,7 +202,7 @@ void Registry::noteValuesChanged(RegistryKey& key) {
 
 bool Registry::eraseValue(RegistryKey& key, std::u16string_view name) {
   static_cast<void>(values(key));
-  const bool wasThere = key.values.erase(name);
+  const bool wasThere = key.values.erase(arena, name);
   keyGeneration += key.mayBeLink ? 1 : 0;
   if (wasThere) {
     noteValuesChanged(key);
@@ -226,100 +214,18 @@ bool Registry::isLink(RegistryKey& key) {
   if (key.isAlias) {
     return true;
   }
-  if (key.valuesPending && key.hive->valueCount(key.hiveNode) == 1) {
-    loadValues(key);
+  if (key.mayBeLink && key.valuesPending) {
+    if (key.hive->content().hasJust(key.hiveNode, REG_LINK)) {
+      loadValues(key);
+    } else {
+      key.mayBeLink = false;
+    }
   }
   if (!key.mayBeLink || key.values.size() != 1) {
     return false;
   }
   const RegistryValue& value = *key.values.at(0);
   return value.type == REG_LINK && isSameName(value.name(), symbolicLinkValue);
-}
-
-void Registry::mount(RegistryKey& parent, std::u16string_view name,
-                     std::unique_ptr<HiveFile> hive) {
-  RegistryKey& key = makeChild(parent, name);
-  key.hive = hive.get();
-  key.hiveNode = hive->root();
-  key.childrenPending = true;
-  key.valuesPending = true;
-  hives.push_back(std::move(hive));
-}
-
-void Registry::loadChildren(RegistryKey& key) {
-  key.childrenPending = false;
-  std::vector<RegistryKey*> list = std::move(spareKeyList);
-  list.clear();
-  bool isSorted = true;
-  bool isWhole = true;
-  const auto take = [&](std::string_view narrow, std::uint32_t node) {
-    const std::u16string_view name = keepUtf8(narrow);
-    const bool isTooDeep = list.empty() && depthOf(key) >= deepestKey;
-    if (isTooDeep || name.empty() || name.size() > longestKeyName ||
-        name.find(u'\\') != std::u16string_view::npos) {
-      isWhole = false;
-      return;
-    }
-    RegistryKey& found = newKey(&key);
-    found.nameText = name.data();
-    found.nameLength = static_cast<std::uint8_t>(name.size());
-    found.hive = key.hive;
-    found.hiveNode = node;
-    found.childrenPending = true;
-    found.valuesPending = true;
-    isSorted = isSorted && (list.empty() || comesBefore(list.back(), &found));
-    list.push_back(&found);
-  };
-  isWhole = key.hive->subkeys(key.hiveNode, take) && isWhole;
-  if (!isSorted) {
-    // Of keys with one name only the first can be reached; the others are damage.
-    std::stable_sort(list.begin(), list.end(), comesBefore);
-    const auto firstDouble = std::unique(list.begin(), list.end(),
-                                         [](const RegistryKey* first, const RegistryKey* second) {
-                                           return isSameName(first->name(), second->name());
-                                         });
-    isWhole = isWhole && firstDouble == list.end();
-    list.erase(firstDouble, list.end());
-  }
-  if (!isWhole) {
-    key.hive->noteDamage("not all subkeys of " + pathOf(key) + " can be read");
-  }
-  key.children.assign(arena, list);
-  if (key.role != KeyRole::Ordinary) {
-    for (RegistryKey* child : list) {
-      child->role = roleOf(key, child->name());
-    }
-    for (RegistryKey* child : list) {
-      tieAliases(*child);
-    }
-  }
-  spareKeyList = std::move(list);
-}
-
-void Registry::loadValues(RegistryKey& key) {
-  key.valuesPending = false;
-  std::vector<RegistryValue> list = std::move(spareValueList);
-  list.clear();
-  bool isWhole = true;
-  const auto take = [&](const HiveValue& value) {
-    const std::u16string_view name = keepUtf8(value.name);
-    if (name.size() > longestValueName) {
-      isWhole = false;
-      return;
-    }
-    const std::span<std::byte> kept = arena.keep(value.bytes);
-    list.push_back({.nameText = name.data(),
-                    .data = kept.data(),
-                    .dataSize = static_cast<std::uint32_t>(kept.size()),
-                    .type = value.type,
-                    .nameLength = static_cast<std::uint16_t>(name.size())});
-    key.mayBeLink = key.mayBeLink || value.type == REG_LINK;
-  };
-  if (!key.hive->values(key.hiveNode, take) || !isWhole) {
-    key.hive->noteDamage("not all values of " + pathOf(key) + " can be read");
-  }
-  key.values.assign(arena, list);
-  spareValueList = std::move(list);
 }
 
 }  // namespace zelvreg::machine

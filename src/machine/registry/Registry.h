@@ -15,6 +15,8 @@
 
 #include "machine/base/Arena.h"
 #include "machine/registry/HiveChanges.h"
+#include "machine/registry/LastFound.h"
+#include "machine/registry/NamePool.h"
 #include "machine/registry/PathMemo.h"
 #include "machine/registry/RegistryHandles.h"
 #include "machine/registry/RegistryKey.h"
@@ -23,6 +25,9 @@
 #include "machine/security/SecurityTable.h"
 
 namespace zelvreg::machine {
+
+struct HiveSubkey;
+class HiveText;
 
 class Registry {
  public:
@@ -49,6 +54,8 @@ class Registry {
   // The subkey of this name, made if it is not there. Under a name that is a built-in link it is
   // the link's target. The name must have 1 to longestKeyName units and no backslash.
   RegistryKey& makeChild(RegistryKey& parent, std::u16string_view name);
+  // The same if the name sorts after all subkeys that are there; else null, and nothing is done.
+  RegistryKey* makeLastChild(RegistryKey& parent, std::u16string_view name);
   // A root and the current user's key cannot be erased.
   [[nodiscard]] bool isErasable(const RegistryKey& key) const;
   // The key and all below it. Links in it go, not what they point to. Open handles to them stay
@@ -103,6 +110,7 @@ class Registry {
   [[nodiscard]] RegistryHandles& handles() { return openKeys; }
   [[nodiscard]] PathMemo& pathMemo() { return lastPaths; }
   [[nodiscard]] WayMemo& wayMemo() { return lastWays; }
+  [[nodiscard]] ClassesRootMemo& classesRootMemo() { return lastClassesRoot; }
   // How many handles the program has not closed.
   [[nodiscard]] std::size_t openHandles() const { return openKeys.size(); }
 
@@ -118,10 +126,11 @@ class Registry {
   [[nodiscard]] static std::string pathOf(const RegistryKey& key);
 
  private:
-  RegistryKey& newKey(RegistryKey* parent);
-  RegistryKey& newKey(RegistryKey* parent, std::u16string_view name);
-  std::u16string_view keepUtf8(std::string_view text);
-  RegistryKey& addChild(RegistryKey& parent, std::u16string_view name);
+  RegistryKey& newKey(RegistryKey* parent, Name name);
+  Name makeName(const HiveText& text);
+  RegistryKey& addChild(RegistryKey& parent, std::u16string_view name, KeyList::Position place);
+  RegistryKey& makeMissingChild(RegistryKey& parent, std::u16string_view name,
+                                KeyList::Position place);
   RegistryKey* makeAliasTarget(RegistryKey& parent, std::u16string_view name);
   [[nodiscard]] KeyRole roleOf(const RegistryKey& parent, std::u16string_view name) const;
   void tieAliases(RegistryKey& key);
@@ -129,17 +138,20 @@ class Registry {
   void addAlias(RegistryKey& parent, std::u16string_view name, RegistryKey& target);
   std::u16string selectedControlSet(RegistryKey& system);
   void moveContent(RegistryKey& from, RegistryKey& to);
+  [[nodiscard]] RegistryKey* loadedChild(RegistryKey& key, std::u16string_view name);
+  RegistryKey& newHiveKey(RegistryKey& parent, const HiveSubkey& subkey);
+  RegistryKey* loadChild(RegistryKey& key, std::u16string_view name);
   void loadChildren(RegistryKey& key);
   void loadValues(RegistryKey& key);
   void forget(RegistryKey& key);
   void noteValuesChanged(RegistryKey& key);
 
-  static constexpr std::size_t keyBlockSize = 128;
-
   bool has64BitView;
-  Arena arena;
-  std::vector<RegistryKey*> keyBlocks;     // in the arena
-  std::size_t keysInBlock = keyBlockSize;  // taken of the last one
+  Arena arena;  // of keys and their lists
+  Arena
+      texts;  // of names and data: apart, so that the list of a new key's values can grow in place
+  NamePool names;
+  DataPool data;
   std::vector<std::unique_ptr<HiveFile>> hives;
   HiveChanges changes;
   RegistryKey* machine;
@@ -150,6 +162,8 @@ class Registry {
   RegistryHandles openKeys;
   PathMemo lastPaths;
   WayMemo lastWays;
+  ClassesRootMemo lastClassesRoot;
+  LastFound lastFound;
   std::vector<RegistryKey*> spareKeyList;  // memory for loading, kept from one key to the next
   std::vector<RegistryValue> spareValueList;
   std::uint64_t keyGeneration = 0;

@@ -1,31 +1,14 @@
 #include "machine/registry/RegistryKey.h"
 
 #include <algorithm>
-#include <functional>
-#include <string>
-#include <utility>
 
 #include "machine/base/CaseFold.h"
 
 namespace zelvreg::machine {
-namespace {
-
-// From here on a search by hash is quicker than looking at each name.
-constexpr std::size_t indexedSize = 64;
-
-std::size_t hashOf(std::u16string_view name) {
-  return std::hash<std::u16string>()(upperCase(name));
-}
-
-}  // namespace
-
-ValueList::Values::Position ValueList::positionOf(std::uint32_t sequence) const {
-  return values.partitionPoint(
-      [sequence](const RegistryValue& value) { return value.sequence < sequence; });
-}
 
 ValueList::Values::Position ValueList::locate(std::u16string_view name) const {
   constexpr Values::Position nowhere{static_cast<std::size_t>(-1), 0};
+  const Index* index = values.companion();
   if (index == nullptr) {
     for (Values::Position position{0, 0};; ++position.slot) {
       const RegistryValue* value = values.at(position);
@@ -37,14 +20,14 @@ ValueList::Values::Position ValueList::locate(std::u16string_view name) const {
       }
     }
   }
-  const auto [first, last] = index->equal_range(hashOf(name));
-  for (auto candidate = first; candidate != last; ++candidate) {
-    const Values::Position position = positionOf(candidate->second);
-    if (isSameName(values.at(position)->name(), name)) {
-      return position;
-    }
+  const Numbered* found = index->byName.at(index->byName.partitionPoint(
+      [name](const Numbered& entry) { return compareNames(entry.name.view(), name) < 0; }));
+  if (found == nullptr || !isSameName(found->name.view(), name)) {
+    return nowhere;
   }
-  return nowhere;
+  const auto position = index->numbers.partitionPoint(
+      [found](std::uint32_t number) { return number < found->number; });
+  return {position.chunk, position.slot};
 }
 
 const RegistryValue* ValueList::find(std::u16string_view name) const {
@@ -53,27 +36,29 @@ const RegistryValue* ValueList::find(std::u16string_view name) const {
 
 RegistryValue* ValueList::find(std::u16string_view name) { return values.at(locate(name)); }
 
-void ValueList::buildIndex() {
-  index = std::make_unique<std::unordered_multimap<std::size_t, std::uint32_t>>();
-  index->reserve(values.size() * 2);
-  values.forEach(
-      [this](const RegistryValue& value) { index->emplace(hashOf(value.name()), value.sequence); });
+// Of the value after all that are in the index.
+void ValueList::addToIndex(Arena& arena, Index& index, Name name) {
+  const std::uint32_t* last = index.numbers.last();
+  const std::uint32_t number = last == nullptr ? 0 : *last + 1;
+  index.numbers.append(arena, number);
+  const auto place = index.byName.partitionPoint(
+      [name](const Numbered& entry) { return compareNames(entry.name.view(), name.view()) < 0; });
+  index.byName.insert(arena, place, {name, number});
 }
 
-void ValueList::append(Arena& arena, RegistryValue value) {
-  const RegistryValue* last = values.last();
-  value.sequence = last == nullptr ? 0 : last->sequence + 1;
+void ValueList::append(Arena& arena, const RegistryValue& value) {
+  const bool hadIndex = values.companion() != nullptr;
   values.append(arena, value);
-  if (index != nullptr) {
-    index->emplace(hashOf(value.name()), value.sequence);
-  } else if (value.sequence >= indexedSize) {
-    // Below this size all values are in one chunk, which locate() relies on.
-    buildIndex();
+  Index* index = values.companion();
+  if (hadIndex) {
+    addToIndex(arena, *index, value.valueName);
+  } else if (index != nullptr) {
+    values.forEach([&](const RegistryValue& each) { addToIndex(arena, *index, each.valueName); });
   }
 }
 
 void ValueList::assign(Arena& arena, std::vector<RegistryValue>& given) {
-  if (given.size() >= indexedSize) {
+  if (given.size() > mostWithoutIndex) {
     for (const RegistryValue& value : given) {
       if (find(value.name()) == nullptr) {
         append(arena, value);
@@ -88,32 +73,31 @@ void ValueList::assign(Arena& arena, std::vector<RegistryValue>& given) {
         std::any_of(given.begin(), given.begin() + static_cast<std::ptrdiff_t>(kept),
                     [&](const auto& other) { return isSameName(other.name(), name); });
     if (!isDouble) {
-      given[kept] = given[next];
-      given[kept].sequence = static_cast<std::uint32_t>(kept);
-      ++kept;
+      given[kept++] = given[next];
     }
   }
   given.resize(kept);
   values.assign(arena, given);
 }
 
-bool ValueList::erase(std::u16string_view name) {
+bool ValueList::erase(Arena& arena, std::u16string_view name) {
   const Values::Position position = locate(name);
-  const RegistryValue* value = values.at(position);
-  if (value == nullptr) {
+  if (values.at(position) == nullptr) {
     return false;
   }
-  if (index != nullptr) {
-    const auto [first, last] = index->equal_range(hashOf(name));
-    for (auto candidate = first; candidate != last; ++candidate) {
-      if (candidate->second == value->sequence) {
-        index->erase(candidate);
-        break;
-      }
-    }
+  if (Index* index = values.companion()) {
+    index->byName.erase(arena, index->byName.partitionPoint([name](const Numbered& entry) {
+      return compareNames(entry.name.view(), name) < 0;
+    }));
+    index->numbers.erase(arena, {position.chunk, position.slot});
   }
-  values.erase(position);
+  values.erase(arena, position);
   return true;
+}
+
+KeyList::Position placeIn(const KeyList& list, std::u16string_view name) {
+  return list.partitionPoint(
+      [name](const RegistryKey* key) { return compareNames(key->name(), name) < 0; });
 }
 
 std::size_t depthOf(const RegistryKey& key) {

@@ -7,29 +7,26 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "machine/base/ChunkedList.h"
+#include "machine/registry/NamePool.h"
 
 namespace zelvreg::machine {
 
 class HiveFile;
 
-// A value's name (empty for the default value), type and raw bytes. Name and bytes live as long as
-// the registry, but a later write of the same value may reuse the bytes' place.
+// A value's name (empty for the default value), type and raw bytes. Name and bytes live, unchanged,
+// as long as the registry; other values may share them.
 struct RegistryValue {
-  const char16_t* nameText = nullptr;
-  std::byte* data = nullptr;
+  Name valueName;
+  const std::byte* data = nullptr;
   std::uint32_t dataSize = 0;
   DWORD type = REG_NONE;
-  std::uint32_t sequence = 0;  // grows from value to value of one key
-  std::uint16_t nameLength = 0;
 
-  [[nodiscard]] std::u16string_view name() const { return {nameText, nameLength}; }
+  [[nodiscard]] std::u16string_view name() const { return valueName.view(); }
   [[nodiscard]] std::span<const std::byte> bytes() const { return {data, dataSize}; }
 };
 
@@ -46,21 +43,31 @@ class ValueList {
   [[nodiscard]] RegistryValue* find(std::u16string_view name);
 
   // Adds one at the end, whose name must not be there yet.
-  void append(Arena& arena, RegistryValue value);
-  // Fills an empty list. Of several with one name the first stays, also in `given`.
+  void append(Arena& arena, const RegistryValue& value);
+  // Fills an empty list. Of several with one name the first stays. What is in `given` afterwards
+  // has no meaning.
   void assign(Arena& arena, std::vector<RegistryValue>& given);
   // Whether it was there.
-  bool erase(std::u16string_view name);
+  bool erase(Arena& arena, std::u16string_view name);
 
  private:
-  using Values = ChunkedList<RegistryValue>;
+  // Finds the values of a long list. Each has a number, which grows from value to value.
+  struct Numbered {
+    Name name;
+    std::uint32_t number;
+  };
+  struct Index {
+    ChunkedList<Numbered> byName;
+    ChunkedList<std::uint32_t> numbers;  // of each value, at the value's own position
+  };
+  // Up to here looking at each name is as quick as searching.
+  static constexpr std::size_t mostWithoutIndex = 64;
+  using Values = ChunkedList<RegistryValue, mostWithoutIndex, Index>;
+
   [[nodiscard]] Values::Position locate(std::u16string_view name) const;
-  [[nodiscard]] Values::Position positionOf(std::uint32_t sequence) const;
-  void buildIndex();
+  static void addToIndex(Arena& arena, Index& index, Name name);
 
   Values values;
-  // Sequence numbers by hash of the upper-case name; only for keys with many values.
-  std::unique_ptr<std::unordered_multimap<std::size_t, std::uint32_t>> index;
 };
 
 struct RegistryKey;
@@ -83,22 +90,24 @@ enum class KeyRole : std::uint8_t {
 
 struct RegistryKey {
   RegistryKey* parent = nullptr;  // null for a root
-  const char16_t* nameText = nullptr;
+  Name keyName;
   KeyList children;
   ValueList values;
   HiveFile* hive = nullptr;    // the hive file that the key comes from, or none
   std::uint32_t hiveNode = 0;  // its node there
   std::uint32_t security = 0;  // number of its access list; 0 if it has none of its own
-  std::uint8_t nameLength = 0;
   KeyRole role = KeyRole::Ordinary;
-  bool childrenPending = false;  // the hive still holds them, `children` is empty
-  bool valuesPending = false;
-  bool isDeleted = false;
-  bool isAlias = false;    // a built-in link; it has no content and is never written
-  bool mayBeLink = false;  // it was given a value of type REG_LINK
+  bool childrenPending : 1 = false;  // the hive holds more than the `children` that were asked for
+  bool valuesPending : 1 = false;    // the hive still holds them, `values` is empty
+  bool isDeleted : 1 = false;
+  bool isAlias : 1 = false;    // a built-in link; it has no content and is never written
+  bool mayBeLink : 1 = false;  // it was given a value of type REG_LINK, or none has been looked at
 
-  [[nodiscard]] std::u16string_view name() const { return {nameText, nameLength}; }
+  [[nodiscard]] std::u16string_view name() const { return keyName.view(); }
 };
+
+// Where a subkey of this name is, or else belongs.
+KeyList::Position placeIn(const KeyList& list, std::u16string_view name);
 
 // How many keys lie above this one; 0 for a root.
 std::size_t depthOf(const RegistryKey& key);

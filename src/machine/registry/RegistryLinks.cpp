@@ -107,7 +107,7 @@ void Registry::addAlias(RegistryKey& parent, std::u16string_view name, RegistryK
     // A hive may hold content that the running system hides behind its link.
     erase(*old);
   }
-  RegistryKey& alias = addChild(parent, name);
+  RegistryKey& alias = addChild(parent, name, placeIn(children(parent), name));
   alias.isAlias = true;
   aliases[&alias] = &target;
 }

@@ -240,9 +240,16 @@ std::optional<KeyPlace> rootPlace(Registry& registry, HKEY root, View view) {
   } else if (root == HKEY_CURRENT_USER) {
     place.key = &registry.currentUser();
   } else if (root == HKEY_CLASSES_ROOT) {
+    // Each call with this root asks.
+    ClassesRootMemo& memo = registry.classesRootMemo();
+    if (memo.generation != registry.generation()) {
+      memo.machines = walker.walk(&registry.machineRoot(), classesPath, LastLink::Follow);
+      memo.users = walker.walk(&registry.currentUser(), classesPath, LastLink::Follow);
+      memo.generation = registry.generation();
+    }
     place.isMerged = true;
-    place.key = walker.walk(&registry.machineRoot(), classesPath, LastLink::Follow);
-    place.userKey = walker.walk(&registry.currentUser(), classesPath, LastLink::Follow);
+    place.key = memo.machines;
+    place.userKey = memo.users;
   } else if (root == HKEY_CURRENT_CONFIG) {
     place.key = walker.walk(&registry.machineRoot(), currentConfigPath, LastLink::Follow);
     if (place.key == nullptr) {

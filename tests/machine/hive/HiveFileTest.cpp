@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 
 #include "machine/HiveBuilder.h"
@@ -85,14 +86,66 @@ TEST_F(HiveFileTest, OnlyWhatIsAskedForIsRead) {
   {
     HiveBuilder hive(file());
     hive.text(R"(a\b)", "x", "y");
+    hive.text(R"(a\beside)", "x", "y");
     hive.text(R"(c\d)", "x", "y");
   }
   Registry& tree = mounted();
   RegistryKey* inner = tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\a\b)");
   ASSERT_NE(inner, nullptr);
-  EXPECT_FALSE(inner->parent->childrenPending);
+  EXPECT_EQ(inner->parent->children.size(), 1U);
+  EXPECT_EQ(tree.children(*inner->parent).size(), 2U);
+  EXPECT_EQ(tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\a\b)"), inner);
   EXPECT_TRUE(inner->childrenPending);
+  EXPECT_TRUE(inner->valuesPending);
   EXPECT_TRUE(tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\c)")->childrenPending);
+}
+
+TEST_F(HiveFileTest, AKeyThatWasFoundByNameAndErasedStaysAway) {
+  {
+    HiveBuilder hive(file());
+    hive.key(R"(a\b)");
+    hive.key(R"(a\c)");
+  }
+  Registry& tree = mounted();
+  tree.erase(*tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\a\b)"));
+  RegistryKey* above = tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\a)");
+  EXPECT_EQ(tree.children(*above).size(), 1U);
+  EXPECT_EQ(tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\a\b)"), nullptr);
+  EXPECT_TRUE(above->hive->damage().empty());
+}
+
+TEST_F(HiveFileTest, ManyKeysAreFoundByNameAndThenListedInOrder) {
+  constexpr std::size_t count = 50;
+  const auto nameOf = [](std::size_t number) { return "Key" + std::to_string(100 + number); };
+  {
+    HiveBuilder hive(file());
+    for (std::size_t number = 0; number < count; ++number) {
+      hive.key("top\\" + nameOf(number * 7 % count));
+    }
+  }
+  Registry& tree = mounted();
+  RegistryKey* top = tree.find(R"(HKEY_LOCAL_MACHINE\SOFTWARE\top)");
+  const auto find = [&](std::size_t number) {
+    const std::string name = nameOf(number);
+    return tree.child(*top, std::u16string(name.begin(), name.end()));
+  };
+  for (const std::size_t number : {40U, 3U, 17U}) {
+    EXPECT_NE(find(number), nullptr);
+  }
+  EXPECT_EQ(tree.child(*top, u"x"), nullptr);
+  EXPECT_EQ(top->children.size(), 3U);
+  // After many more it is worth while to read all.
+  for (std::size_t number = 0; number < count; ++number) {
+    EXPECT_NE(find(number), nullptr);
+  }
+  EXPECT_FALSE(top->childrenPending);
+  std::size_t listed = 0;
+  tree.children(*top).forEach([&](const RegistryKey* key) {
+    const std::string name = nameOf(listed++);
+    EXPECT_EQ(key->name(), std::u16string(name.begin(), name.end()));
+  });
+  EXPECT_EQ(listed, count);
+  EXPECT_TRUE(top->hive->damage().empty());
 }
 
 TEST_F(HiveFileTest, ALinkInAHiveLeadsToItsTarget) {
@@ -120,6 +173,9 @@ TEST_F(HiveFileTest, KeysOfAHiveCanBeChangedAndAddedInMemory) {
   tree.erase(*tree.child(*software, u"b"));
   tree.makeChild(*software, u"c");
   tree.setValue(*tree.child(*software, u"a"), u"y", REG_BINARY, {});
+  const std::array<std::byte, 2> shorter{};
+  tree.setValue(*tree.child(*software, u"a"), u"x", REG_SZ, shorter);
+  EXPECT_EQ(tree.values(*tree.child(*software, u"a")).find(u"x")->dataSize, 2U);
   EXPECT_EQ(tree.children(*software).size(), 2U);
   EXPECT_EQ(tree.values(*tree.child(*software, u"a")).size(), 2U);
   EXPECT_TRUE(tree.contentChanged());

@@ -70,9 +70,22 @@ class Scene:
 
     def add_dead_fonts(self, count):
         """Adds fonts without files, so many that a scan takes seconds."""
-        names = "\n".join(f'"Gone {number}"="gone{number}.ttf"' for number in range(count))
+        self._add_fonts(f'"Gone {number}"="gone{number}.ttf"' for number in range(count))
+
+    def add_living_fonts(self, count):
+        """Adds fonts with a file: where most of them were dead, the program would say so."""
+        self._add_fonts(f'"There {number}"="..\\\\regedit.exe"' for number in range(count))
+
+    def _add_fonts(self, values):
+        lines = "\n".join(values)
         self.box.add_to_registry("[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows NT\\"
-                                 f"CurrentVersion\\Fonts]\n{names}\n")
+                                 f"CurrentVersion\\Fonts]\n{lines}\n")
+
+    def add_classes(self, count):
+        """Adds COM classes without anything in them, so many that a scan takes minutes."""
+        lines = "\n".join(f"[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\Class {number}]"
+                          for number in range(count))
+        self.box.add_to_registry(lines + "\n")
 
     def start_suite(self):
         """Starts the stand-in for the suite's window; returns a function for its lines so far."""

@@ -1,4 +1,4 @@
-#include "machine/regfile/MappedFile.h"
+#include "machine/base/MappedFile.h"
 
 #include <sys/mman.h>
 #include <sys/stat.h>

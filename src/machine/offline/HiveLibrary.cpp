@@ -1,4 +1,4 @@
-#include "machine/hive/HiveLibrary.h"
+#include "machine/offline/HiveLibrary.h"
 
 #include <cerrno>
 #include <cstring>

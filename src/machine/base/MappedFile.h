@@ -1,6 +1,6 @@
 // A file of the host in memory, mapped and not copied.
-#ifndef ZELVREG_MACHINE_REGFILE_MAPPED_FILE_H
-#define ZELVREG_MACHINE_REGFILE_MAPPED_FILE_H
+#ifndef ZELVREG_MACHINE_BASE_MAPPED_FILE_H
+#define ZELVREG_MACHINE_BASE_MAPPED_FILE_H
 
 #include <cstddef>
 #include <filesystem>

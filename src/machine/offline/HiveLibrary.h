@@ -1,6 +1,6 @@
-// What the reader and the writer of hive files share of libhivex. It is included by them alone.
-#ifndef ZELVREG_MACHINE_HIVE_HIVE_LIBRARY_H
-#define ZELVREG_MACHINE_HIVE_HIVE_LIBRARY_H
+// What the writer of hive files needs of libhivex. It is included by the writer alone.
+#ifndef ZELVREG_MACHINE_OFFLINE_HIVE_LIBRARY_H
+#define ZELVREG_MACHINE_OFFLINE_HIVE_LIBRARY_H
 
 #include <hivex.h>
 #include <windows.h>

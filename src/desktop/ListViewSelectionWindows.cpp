@@ -1,0 +1,91 @@
+// How the highlights of a list and those of its window follow each other.
+#include <algorithm>
+
+#include "desktop/ListViewPeer.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+// So many are taken back one by one.
+constexpr std::size_t fewHighlights = 64;
+
+}  // namespace
+
+void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
+  if (isShowing || (change.uChanged & LVIF_STATE) == 0) {
+    return;
+  }
+  const bool is = (change.uNewState & LVIS_SELECTED) != 0;
+  const bool was = (change.uOldState & LVIS_SELECTED) != 0;
+  if (is == was) {
+    return;
+  }
+  if (change.iItem < 0) {
+    // All of them at once.
+    itemsHighlighted(1, list.count(), is);
+    return;
+  }
+  const std::size_t row = static_cast<std::size_t>(change.iItem) + 1;
+  itemsHighlighted(row, row, is);
+  if (!is || !onItemClick) {
+    return;
+  }
+  // Of thousands that are highlighted with one key only the first and the last one are clicked.
+  if (stale.isClicked) {
+    stale.lastChosen = row;
+  } else {
+    stale.isClicked = true;
+    desk().later(this, [this] { catchUp(); });
+    onItemClick(row);
+  }
+}
+
+void ListViewPeer::itemsHighlighted(std::size_t first, std::size_t last, bool are) {
+  highlighted.resize(list.count());
+  isTelling = true;
+  for (std::size_t row = first; row <= std::min(last, list.count()); ++row) {
+    highlighted[row - 1] = are;
+    list.setSelected(row, are);
+  }
+  isTelling = false;
+}
+
+void ListViewPeer::showSelection() {
+  highlighted.resize(list.count());
+  std::size_t wanted = 0;
+  std::size_t unwanted = 0;
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    wanted += list.isSelected(row) ? 1 : 0;
+    unwanted += highlighted[row - 1] && !list.isSelected(row) ? 1 : 0;
+  }
+  if (unwanted > wanted + fewHighlights) {
+    clearSelection();
+  }
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    const bool is = list.isSelected(row);
+    if (highlighted[row - 1] != is) {
+      highlighted[row - 1] = is;
+      ListView_SetItemState(hwnd(), static_cast<int>(row) - 1, is ? LVIS_SELECTED : 0,
+                            LVIS_SELECTED);
+    }
+  }
+}
+
+// To take thousands of highlights back, each with its notification, would take long. They go with
+// the rows when the window is told that there are none.
+void ListViewPeer::clearSelection() {
+  constexpr DWORD quietly = LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL;
+  const int top = ListView_GetTopIndex(hwnd());
+  const int focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
+  SendMessageW(hwnd(), WM_SETREDRAW, FALSE, 0);
+  ListView_SetItemCountEx(hwnd(), 0, quietly);
+  ListView_SetItemCountEx(hwnd(), static_cast<int>(list.count()), quietly);
+  ListView_Scroll(hwnd(), 0, (top - ListView_GetTopIndex(hwnd())) * rowPixels());
+  if (focused >= 0) {
+    ListView_SetItemState(hwnd(), focused, LVIS_FOCUSED, LVIS_FOCUSED);
+  }
+  SendMessageW(hwnd(), WM_SETREDRAW, TRUE, 0);
+  highlighted.assign(list.count(), false);
+}
+
+}  // namespace zelvreg::desktop

@@ -67,11 +67,12 @@ DriveIs FileLook::drive(char letter) {
 FileIs FileLook::at(const std::string& path) { return look(path).is; }
 
 FileLook::Answer FileLook::look(const std::string& path) {
-  const auto [entry, isNew] = known.try_emplace(path);
-  Answer& answer = entry->second;  // which stays where it is while others are added
-  if (!isNew) {
-    return answer;
+  const auto found = known.find(std::string_view(path));
+  if (found != known.end()) {
+    return found->second;
   }
+  // It stays where it is while others are added.
+  Answer& answer = known.try_emplace(std::pmr::string(path, &memory)).first->second;
   answer = isBelowMissing(path) ? Answer{FileIs::InMissingFolder} : ask(path);
   if (answer.is == FileIs::InMissingFolder && isDrivePath(path)) {
     answer.is = whyMissing(path);

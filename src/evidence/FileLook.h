@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,7 +50,11 @@ class FileLook {
   struct HashOfText : std::hash<std::string_view> {
     using is_transparent = void;
   };
-  std::unordered_map<std::string, Answer, HashOfText, std::equal_to<>> known;
+  using Answers = std::pmr::unordered_map<std::pmr::string, Answer, HashOfText, std::equal_to<>>;
+
+  // All answers go at once, and so does their memory.
+  std::pmr::monotonic_buffer_resource memory;
+  Answers known{&memory};
   std::array<std::optional<DriveIs>, 26> drives;
 };
 

@@ -19,12 +19,6 @@ constexpr std::array<std::string_view, 26> fileEndings{
 // What may stand behind a file without a blank between.
 constexpr std::string_view afterFile = " \t\",;:|/%@*";
 
-bool isSeparator(char character) { return character == '\\' || character == '/'; }
-
-bool isLetter(char character) {
-  return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-}
-
 // An extension of up to four characters as one number, without regard to case.
 constexpr std::uint32_t numberOf(std::string_view ending) {
   std::uint32_t number = 0;

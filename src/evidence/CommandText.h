@@ -32,6 +32,12 @@ std::vector<std::string> fileReadings(std::string_view text, TextIs kind);
 // for a resource. `windowsFolder` stands in the place of "\SystemRoot".
 std::string plainPath(std::string_view text, const std::string& windowsFolder);
 
+// One of the two characters between the names of a path; a letter of a drive or a variable.
+inline bool isSeparator(char character) { return character == '\\' || character == '/'; }
+inline bool isLetter(char character) {
+  return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
 // Where the first separator from a place on is, and the last one of all; npos if there is none.
 // Asked so often that the library's search for one of several characters takes too long.
 std::size_t nextSeparator(std::string_view path, std::size_t from = 0);

@@ -73,7 +73,11 @@ FileLook::Answer FileLook::look(const std::string& path) {
   }
   // It stays where it is while others are added.
   Answer& answer = known.try_emplace(std::pmr::string(path, &memory)).first->second;
-  answer = isBelowMissing(path) ? Answer{FileIs::InMissingFolder} : ask(path);
+  if (isBelowMissing(path)) {
+    answer.is = FileIs::InMissingFolder;
+    return answer;
+  }
+  answer = ask(path);
   if (answer.is == FileIs::InMissingFolder && isDrivePath(path)) {
     answer.is = whyMissing(path);
   }
@@ -98,9 +102,6 @@ bool FileLook::isBelowMissing(const std::string& path) const {
 // From the drive down, to the first folder that is missing or is a link whose target is. So a path
 // of very many folders costs no more than what of it is there.
 FileIs FileLook::whyMissing(const std::string& path) {
-  if (isBelowMissing(path)) {
-    return FileIs::InMissingFolder;
-  }
   Answer above = look(path.substr(0, driveRootLength));
   for (auto end = nextSeparator(path, driveRootLength); end != std::string::npos;
        end = nextSeparator(path, end + 1)) {

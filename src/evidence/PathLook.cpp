@@ -69,9 +69,6 @@ bool hasOpenSign(std::string_view path) {
   return false;
 }
 
-bool isSmallLetter(char character) { return character >= 'a' && character <= 'z'; }
-bool isLetter(char character) { return isSmallLetter(static_cast<char>(character | 0x20)); }
-
 // "[ProductName]" and "$date" at the start of a name, or a date in letters: what a program fills in
 // before it uses the text. A file may be called so, too.
 bool hasPlaceholder(std::string_view path) {
@@ -88,7 +85,7 @@ bool hasPlaceholder(std::string_view path) {
     if (name.size() > 1 && name[0] == '[' && isLetter(name[1])) {
       return name.find(']') < name.find('\\');
     }
-    if (name.size() > 1 && name[0] == '$' && isSmallLetter(name[1])) {
+    if (name.size() > 1 && name[0] == '$' && name[1] >= 'a' && name[1] <= 'z') {
       return true;
     }
   }

@@ -54,25 +54,30 @@ class Weighing {
  private:
   using Applies = std::function<bool(const KindRule& rule, const Evidence& evidence)>;
 
-  // The evidence of a row that looks dead for want of a file; null for any other.
-  Evidence* deadOf(std::size_t row) {
+  struct Dead {
+    const KindRule* rule = nullptr;
+    Evidence* evidence = nullptr;
+  };
+
+  // A row that looks dead for want of a file; without a rule for any other.
+  Dead deadOf(std::size_t row) {
     const std::size_t number = form.View2.itemData(row);
     Evidence* evidence = number == 0 ? nullptr : &form.evidence[number - 1];
     if (evidence == nullptr || evidence->confidence == Confidence::Unsure) {
-      return nullptr;
+      return {};
     }
     const KindRule* rule = kindRule(form, row);
-    return rule != nullptr && rule->namesFile ? evidence : nullptr;
+    return rule != nullptr && rule->namesFile ? Dead{rule, evidence} : Dead();
   }
 
   // Makes the rows unsure that this is about; how many there are.
   std::size_t doubt(const Applies& applies) {
     std::size_t count = 0;
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      Evidence* evidence = deadOf(row);
-      if (evidence != nullptr && applies(*kindRule(form, row), *evidence)) {
-        addReason(*evidence, Reason::Implausible);
-        evidence->confidence = confidenceOf(evidence->reasons);
+      const Dead dead = deadOf(row);
+      if (dead.rule != nullptr && applies(*dead.rule, *dead.evidence)) {
+        addReason(*dead.evidence, Reason::Implausible);
+        dead.evidence->confidence = confidenceOf(dead.evidence->reasons);
         ++count;
       }
     }
@@ -119,8 +124,8 @@ class Weighing {
   void checkCategories() {
     decltype(form.filesAskedIn) dead{};
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      if (deadOf(row) != nullptr) {
-        ++dead[kindRule(form, row)->category];
+      if (const KindRule* rule = deadOf(row).rule) {
+        ++dead[rule->category];
       }
     }
     for (std::size_t category = 1; category < dead.size(); ++category) {

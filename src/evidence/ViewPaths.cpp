@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "evidence/CommandText.h"
 #include "scan/Resolver.h"
 #include "text/Text.h"
 
@@ -11,8 +12,6 @@ namespace {
 // A 32-bit process sees its own folder as "System32", and the 64-bit one as "Sysnative".
 constexpr std::string_view seen64 = "Sysnative";
 constexpr std::string_view seen32 = "SysWOW64";
-
-bool isSeparator(char character) { return character == '\\' || character == '/'; }
 
 // What follows the folder of Windows; empty if the path does not lead there.
 std::string_view below(std::string_view path, const std::string& windowsFolder) {
@@ -27,7 +26,7 @@ std::string_view below(std::string_view path, const std::string& windowsFolder) 
 
 ViewPaths viewPaths(const std::string& path, ProgramView view, const std::string& windowsFolder) {
   const std::string_view rest = below(path, windowsFolder);
-  const auto end = rest.find_first_of("\\/");
+  const auto end = nextSeparator(rest);
   if (rest.empty() || end == std::string_view::npos || !runsOn64BitWindows()) {
     return ViewPaths(path);
   }

@@ -47,8 +47,10 @@ bool isSameName(const std::u16string& first, const std::u16string& second) {
 }
 
 WideKey::WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options)
-    : status(
-          RegOpenKeyExW(systemKey(hive), wideText(path), options, access | KEY_WOW64_64KEY, &key)) {
+    : WideKey(systemKey(hive), path, access, options) {}
+
+WideKey::WideKey(HKEY parent, const std::u16string& path, REGSAM access, DWORD options)
+    : status(RegOpenKeyExW(parent, wideText(path), options, access | KEY_WOW64_64KEY, &key)) {
   if (status != ERROR_SUCCESS) {
     key = nullptr;
   }
@@ -59,14 +61,12 @@ WideKey WideKey::make(HiveHandle hive, const std::u16string& path, REGSAM access
 }
 
 WideKey WideKey::openBelow(const WideKey& parent, const std::u16string& name, REGSAM access) {
-  WideKey opened;
-  opened.status = parent.key == nullptr ? parent.status
-                                        : RegOpenKeyExW(parent.key, wideText(name), 0,
-                                                        access | KEY_WOW64_64KEY, &opened.key);
-  if (opened.status != ERROR_SUCCESS) {
-    opened.key = nullptr;
+  if (parent.isOpen()) {
+    return {parent.key, name, access, 0};
   }
-  return opened;
+  WideKey unopened;
+  unopened.status = parent.status;
+  return unopened;
 }
 
 WideKey WideKey::makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,

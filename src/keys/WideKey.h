@@ -85,6 +85,7 @@ class WideKey {
 
  private:
   WideKey() = default;
+  WideKey(HKEY parent, const std::u16string& path, REGSAM access, DWORD options);
   static WideKey makeIn(HKEY parent, const std::u16string& path, REGSAM access, DWORD options);
 
   HKEY key = nullptr;

@@ -189,8 +189,8 @@ FoundSubkey HiveReader::searchByNames(std::span<const HiveList> leaves, const Se
   for (const HiveList& leaf : leaves) {
     for (std::size_t index = 0; index < leaf.size(); ++index) {
       const HivePlace place = leaf.placeAt(index);
-      const std::optional<HiveKey> key = image.keyAt(place);
-      if (!key || !key->name || placeOf(key->parent) != search.parent) {
+      const std::optional<HiveKey> key = ownKeyAt(place, search);
+      if (!key) {
         return {};
       }
       if (!match && key->name->isSame(search.name)) {
@@ -220,11 +220,8 @@ FoundSubkey HiveReader::searchByMarks(std::span<const HiveList> leaves, const Se
 // What has neither the right mark nor the right place is not found by Windows either.
 FoundSubkey HiveReader::searchByOrder(std::span<const HiveList> leaves, const Search& search) {
   const auto isBefore = [&](HivePlace place) -> std::optional<bool> {
-    const std::optional<HiveKey> key = image.keyAt(place);
-    if (!key || !key->name || placeOf(key->parent) != search.parent) {
-      return std::nullopt;
-    }
-    return compareNames(key->name->text(), search.name) < 0;
+    const std::optional<HiveKey> key = ownKeyAt(place, search);
+    return key ? std::optional(compareNames(key->name->text(), search.name) < 0) : std::nullopt;
   };
   std::size_t first = 0;
   std::size_t count = entryCount(leaves);
@@ -241,13 +238,18 @@ FoundSubkey HiveReader::searchByOrder(std::span<const HiveList> leaves, const Se
   return match ? given(*match) : FoundSubkey{.answer = Answer::Absent};
 }
 
-std::optional<HiveSubkey> HiveReader::subkeyNamed(HivePlace place, const Search& search) const {
+std::optional<HiveKey> HiveReader::ownKeyAt(HivePlace place, const Search& search) const {
   const std::optional<HiveKey> key = image.keyAt(place);
-  const bool isIt =
-      key && key->name && placeOf(key->parent) == search.parent && key->name->isSame(search.name);
-  return isIt ? std::optional(
-                    HiveSubkey{.name = *key->name, .node = static_cast<std::uint32_t>(place)})
-              : std::nullopt;
+  const bool isOwn = key && key->name && placeOf(key->parent) == search.parent;
+  return isOwn ? key : std::nullopt;
+}
+
+std::optional<HiveSubkey> HiveReader::subkeyNamed(HivePlace place, const Search& search) const {
+  const std::optional<HiveKey> key = ownKeyAt(place, search);
+  return key && key->name->isSame(search.name)
+             ? std::optional(
+                   HiveSubkey{.name = *key->name, .node = static_cast<std::uint32_t>(place)})
+             : std::nullopt;
 }
 
 bool HiveReader::values(std::uint32_t node, const TakeValue& take) {

@@ -79,6 +79,8 @@ class HiveReader {
   FoundSubkey searchByNames(std::span<const HiveList> leaves, const Search& search);
   FoundSubkey searchByMarks(std::span<const HiveList> leaves, const Search& search);
   FoundSubkey searchByOrder(std::span<const HiveList> leaves, const Search& search);
+  // The key there, if it has a name and belongs where the search is.
+  [[nodiscard]] std::optional<HiveKey> ownKeyAt(HivePlace place, const Search& search) const;
   [[nodiscard]] std::optional<HiveSubkey> subkeyNamed(HivePlace place, const Search& search) const;
   FoundSubkey given(const HiveSubkey& subkey);
   bool takeValue(HivePlace place, const TakeValue& take);

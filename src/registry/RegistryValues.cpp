@@ -15,8 +15,10 @@ namespace {
 
 RuntimeError unsupportedValueType() { return {1001, "Unsupported value type"}; }
 
-std::string textWithout(const std::vector<BYTE>& data, std::size_t terminators) {
-  return std::string(withoutLast(utf8(unitsOf(data)), terminators));
+std::string textWithout(std::u16string_view units, std::size_t terminators) {
+  std::string text = utf8(units);
+  text.resize(withoutLast(text, terminators).size());
+  return text;
 }
 
 std::int32_t numberOf(const std::vector<BYTE>& data) {
@@ -90,17 +92,19 @@ ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::
   switch (type) {
     case REG_SZ:
     case REG_EXPAND_SZ:
-      return {textWithout(data, 1), std::nullopt};
+      return {textOfData(unitsOf(data)), std::nullopt};
     case REG_BINARY:
       return {std::move(data), std::nullopt};
     case REG_DWORD:
       return {numberOf(data), std::nullopt};
     case REG_MULTI_SZ:
-      return {textWithout(data, 2), std::nullopt};
+      return {textWithout(unitsOf(data), 2), std::nullopt};
     default:
       return {std::move(fallback), unsupportedValueType()};
   }
 }
+
+std::string textOfData(std::u16string_view units) { return textWithout(units, 1); }
 
 WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                              const Variant& value) {

@@ -64,8 +64,11 @@ std::string_view untilBlankAfterLastDot(std::string_view text) {
 
 std::string resolvedValue(const Form42& form, HiveHandle root, const std::string& key,
                           const std::string& valueName) {
-  std::string value = textOf(GetRegistryValue(root, key, valueName).value);
-  const std::string path = GetPath(form, value);
+  return resolvedText(form, textOf(GetRegistryValue(root, key, valueName).value));
+}
+
+std::string resolvedText(const Form42& form, std::string text) {
+  const std::string path = GetPath(form, text);
   return std::string(trim(lowerCase(untilNul(path))));
 }
 

@@ -36,6 +36,18 @@ TEST_F(SearchNativeTest, AKeyThatCannotBeOpenedIsSkipped) {
   EXPECT_EQ(found().size(), 1U);
 }
 
+TEST_F(SearchNativeTest, AKeyIsOpenedOnceInEachViewAndAValueIsReadOnce) {
+  makeKey(userKey + "\\a\\b");
+  for (const char* name : {"One", "Two"}) {
+    setText(userKey + "\\a", name, "C:\\SearchTest\\there.exe");
+  }
+  auto& faults = machine::Machine::current()->faults();
+  faults.clear();
+  EXPECT_TRUE(found().empty());
+  EXPECT_EQ(faults.calls(ApiCall::RegOpenKey), 4U);
+  EXPECT_EQ(faults.calls(ApiCall::RegQueryValue), 2U);
+}
+
 TEST_F(SearchNativeTest, ASecondReadOfALongTextThatFailsGivesTheDefault) {
   setText(userKey, "Text", std::string(5000, 't'));
   failCall(ApiCall::RegQueryValue, 2, ERROR_ACCESS_DENIED);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "evidence/KindLooks.h"
@@ -25,7 +26,10 @@ namespace {
 
 class Look {
  public:
-  explicit Look(const Form42& formInUse) : texts(sharesOf(formInUse)), form(formInUse) {}
+  Look(const Form42& formInUse, std::size_t rows)
+      : texts(sharesOf(formInUse), rows), form(formInUse) {
+    named.reserve(rows);
+  }
 
   Evidence at(std::size_t row) {
     Evidence evidence = reasonsFor(row);
@@ -132,10 +136,10 @@ void tellImplausible(const Form42& form) {
 }  // namespace
 
 void lookAgain(Form42& form) {
-  form.evidence.clear();
+  form.messages.discard(std::exchange(form.evidence, {}));
   form.implausible.clear();
   form.Text2.setText("1");
-  Look look(form);
+  Look look(form, form.View2.count());
   form.evidence.reserve(form.View2.count());
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     form.messages.doEvents();
@@ -144,10 +148,11 @@ void lookAgain(Form42& form) {
     form.View2.setItemData(row, form.evidence.size());
   }
   weighTogether(form, look.texts);
+  form.messages.discard(look.texts.take());
   tellImplausible(form);
 }
 
-Evidence lookAtRow(const Form42& form, std::size_t row) { return Look(form).at(row); }
+Evidence lookAtRow(const Form42& form, std::size_t row) { return Look(form, 1).at(row); }
 
 const Evidence* evidenceOf(const Form42& form, std::size_t row) {
   const std::size_t number = form.View2.itemData(row);

@@ -4,10 +4,12 @@
 #ifndef ZELVREG_EVIDENCE_TEXT_LOOK_H
 #define ZELVREG_EVIDENCE_TEXT_LOOK_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "evidence/InstalledProducts.h"
@@ -21,7 +23,11 @@ namespace zelvreg {
 
 class TextLook {
  public:
-  explicit TextLook(Shares mayAskShares) : paths(mayAskShares, variables, products) {}
+  // For as many texts as are expected: a table of 100,000 that grows holds everybody up.
+  TextLook(Shares mayAskShares, std::size_t expectedTexts)
+      : paths(mayAskShares, variables, products) {
+    known.reserve(expectedTexts);
+  }
   TextLook(const TextLook&) = delete;
   TextLook& operator=(const TextLook&) = delete;
   ~TextLook() = default;
@@ -34,6 +40,11 @@ class TextLook {
 
   // A text with the variables of its owner.
   std::string expanded(std::string_view text, const TextOwner& owner);
+
+  // Gives all that it knows of texts, and has forgotten it then: the one who holds it decides when
+  // it is freed.
+  using Known = std::unordered_map<std::string, Evidence>;
+  [[nodiscard]] Known take() { return std::exchange(known, {}); }
 
   OwnerVariables variables;
   InstalledProducts products;
@@ -49,7 +60,7 @@ class TextLook {
   // Parts that name nothing: all texts of one folder begin alike.
   std::unordered_set<std::string> deadParts;
   // By text, owner and reading: a class and its merged view name the same file.
-  std::unordered_map<std::string, Evidence> known;
+  Known known;
 };
 
 Evidence withReason(Reason reason);

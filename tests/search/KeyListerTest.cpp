@@ -36,7 +36,8 @@ class KeyListerTest : public SearchFixture {
 
   ListerState lister;
   ImageList images;
-  ListView list{images, {{"Name"}, {"Type"}, {""}, {"Data"}}};
+  MessageQueue messages{{}};
+  ListView list{images, messages, {{"Name"}, {"Type"}, {""}, {"Data"}}};
 };
 
 TEST_F(KeyListerTest, ARootHasSubkeysAndAnUnknownOneHasNone) {

@@ -90,8 +90,9 @@ struct Shown {
   const std::string& key;
 };
 
-ValueNames listValues(ListerState& lister, const OpenKey& open, const Shown* shown) {
-  ValueNames values;
+void listValues(ListerState& lister, const OpenKey& open, ValueNames& values, const Shown* shown) {
+  values.names.clear();
+  values.types.clear();
   ListedValue value;
   values.ended = open.openStatus();
   for (DWORD index = 0; values.ended == ERROR_SUCCESS; ++index) {
@@ -99,15 +100,16 @@ ValueNames listValues(ListerState& lister, const OpenKey& open, const Shown* sho
     if (values.ended != ERROR_SUCCESS) {
       break;
     }
-    values.names.resize(index);
-    values.types.resize(index);
-    values.names.push_back(value.name);
-    values.types.push_back(value.type);
     if (shown != nullptr) {
       showValue(shown->list, value.name, shownData(shown->root, shown->key, value));
     }
+    values.names.push_back(std::move(value.name));
+    values.types.push_back(value.type);
   }
-  return values;
+  if (values.names.empty()) {
+    values.names.emplace_back(nothingRead);
+    values.types.push_back(REG_NONE);
+  }
 }
 
 }  // namespace
@@ -120,19 +122,17 @@ bool HasSubkeys(HiveHandle root) {
 
 OpenKey openForLists(HiveHandle root, const std::string& key) { return {root, key, anyRight}; }
 
-std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, const OpenKey& open) {
-  std::vector<std::string> names{std::string(nothingRead)};
+void ListSubkeys(Form42& form, ListerState& lister, const OpenKey& open, NameStack& names) {
   if (!open.isOpen()) {
-    return names;
+    return;
   }
   for (DWORD index = 0;; ++index) {
     form.messages.doEvents();
     KeyName name;
     if (!readSubkeyName(open.handle(), index, name)) {
-      return names;
+      return;
     }
-    names.resize(index);
-    names.push_back(utf8(name.data()));
+    names.add(untilNul(name.data()));
     if (lister.counter == 1) {
       form.Label3.caption = decimal(index + 1) + "Keys scanned ";
     }
@@ -141,7 +141,16 @@ std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, const Op
 
 std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHandle root,
                                      const std::string& key) {
-  return ListSubkeys(form, lister, openForLists(root, key));
+  NameStack listed;
+  ListSubkeys(form, lister, openForLists(root, key), listed);
+  std::vector<std::string> names;
+  for (std::size_t place = 0; place < listed.top(); place = listed.after(place)) {
+    names.emplace_back(listed.at(place));
+  }
+  if (names.empty()) {
+    names.emplace_back(nothingRead);
+  }
+  return names;
 }
 
 ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, ShowsValues shows,
@@ -154,7 +163,8 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, Sho
   }
   list.clear();
   const Shown shown{.list = list, .root = root, .key = key};
-  ValueNames values = listValues(lister, openForLists(root, key), &shown);
+  ValueNames values;
+  listValues(lister, openForLists(root, key), values, &shown);
   if (list.count() == 0) {
     showValue(list, "", {"REG_SZ", "(value not set)"});
   }
@@ -162,11 +172,13 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, Sho
 }
 
 ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& key) {
-  return ListValues(lister, openForLists(root, key));
+  ValueNames values;
+  ListValues(lister, openForLists(root, key), values);
+  return values;
 }
 
-ValueNames ListValues(ListerState& lister, const OpenKey& open) {
-  return listValues(lister, open, nullptr);
+void ListValues(ListerState& lister, const OpenKey& open, ValueNames& values) {
+  listValues(lister, open, values, nullptr);
 }
 
 ValueTexts::ValueTexts(HiveHandle root, const std::string& key) : open(root, key, textAccess) {}

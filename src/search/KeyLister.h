@@ -19,6 +19,7 @@
 #include "keys/ValueData.h"
 #include "keys/Variant.h"
 #include "roots/Roots.h"
+#include "search/NameStack.h"
 #include "widgets/ListView.h"
 
 namespace zelvreg {
@@ -51,8 +52,10 @@ bool HasSubkeys(HiveHandle root);
 // Opens a key for both of its lists; an empty key is the root itself.
 OpenKey openForLists(HiveHandle root, const std::string& key);
 
-// The names of a key's subkeys. Serves the queue at each name.
-std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, const OpenKey& open);
+// Adds the names of a key's subkeys; nothing if none is read. Serves the queue at each name.
+void ListSubkeys(Form42& form, ListerState& lister, const OpenKey& open, NameStack& names);
+
+// The names by themselves.
 std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHandle root,
                                      const std::string& key);
 
@@ -67,7 +70,8 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, Sho
                       ListView& list);
 // The same without a list.
 ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& key);
-ValueNames ListValues(ListerState& lister, const OpenKey& open);
+// In the place of what `values` held.
+void ListValues(ListerState& lister, const OpenKey& open, ValueNames& values);
 
 // Reads texts of one key, which is opened once.
 class ValueTexts {

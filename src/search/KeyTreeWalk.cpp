@@ -70,22 +70,29 @@ class Walk {
   }
 
   void visitSubkeys(const OpenKey& open, Level level) {
+    const std::size_t first = names.top();
     search.lister.counter = level == Level::First ? 1 : 0;
-    const std::vector<std::string> names = ListSubkeys(form, search.lister, open);
+    ListSubkeys(form, search.lister, open, names);
     search.lister.counter = 0;
-    if (names.front() == nothingRead) {
-      return;
+    const std::size_t end = names.top();
+    if (first != end && names.at(first) != nothingRead) {
+      visitEach(first, end);
     }
+    names.cutTo(first);
+  }
+
+  void visitEach(std::size_t first, std::size_t end) {
     const std::size_t length = key.size();
-    for (const std::string& name : names) {
+    for (std::size_t place = first; place != end; place = names.after(place)) {
       if (form.cancelRequested) {
         return;
       }
+      const std::string_view name = names.at(place);
       if (name.empty()) {
         continue;
       }
       key.append(length == 0 ? "" : "\\").append(name);
-      if (search.testsKeys && matches(name)) {
+      if (search.testsKeys && matches(std::string(name))) {
         addKeyRow();
       }
       visit(Level::Below);
@@ -94,14 +101,15 @@ class Walk {
   }
 
   // A key that was deleted while those below it were walked may have been made anew.
-  ValueNames valuesOf(const OpenKey& open) {
-    ValueNames values = ListValues(search.lister, open);
-    const bool isRead = values.names.front() != nothingRead || values.ended == ERROR_NO_MORE_ITEMS;
-    return isRead ? values : ListValues(search.lister, search.root, key);
+  void listValues(const OpenKey& open) {
+    ListValues(search.lister, open, values);
+    if (values.names.front() == nothingRead && values.ended != ERROR_NO_MORE_ITEMS) {
+      ListValues(search.lister, openForLists(search.root, key), values);
+    }
   }
 
   void visitValues(const OpenKey& open) {
-    const ValueNames values = valuesOf(open);
+    listValues(open);
     if (values.names.front() == nothingRead) {
       return;
     }
@@ -194,7 +202,9 @@ class Walk {
 
   Form42& form;
   SearchState& search;
-  std::string key;  // that is under work
+  std::string key;    // that is under work
+  NameStack names;    // of the keys below it and below those above it
+  ValueNames values;  // its own
 };
 
 }  // namespace

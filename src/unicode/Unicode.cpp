@@ -176,9 +176,16 @@ std::u16string utf16(std::string_view text) {
 }
 
 std::string utf8(std::u16string_view text) {
-  std::string narrow(text.size(), '\0');
-  const std::size_t plain = copyPlain(narrow.data(), text);
-  narrow.resize(plain);
+  std::string narrow;
+  appendUtf8(narrow, text);
+  return narrow;
+}
+
+void appendUtf8(std::string& narrow, std::u16string_view text) {
+  const std::size_t start = narrow.size();
+  narrow.resize(start + text.size());
+  const std::size_t plain = copyPlain(narrow.data() + start, text);
+  narrow.resize(start + plain);
   for (std::size_t at = plain; at < text.size(); ++at) {
     char32_t code = text[at];
     if (isPairAt(text, at)) {
@@ -186,7 +193,6 @@ std::string utf8(std::u16string_view text) {
     }
     appendCharacter(narrow, code);
   }
-  return narrow;
 }
 
 bool isPlainUtf8(std::string_view text) {

@@ -56,6 +56,10 @@ std::u16string utf16(std::string_view text);
 // Without loss. Nothing is cut: NUL is a character like any other.
 std::string utf8(std::u16string_view text);
 
+// The same at the end of a text. A high surrogate there and a low one that is appended stay two
+// characters.
+void appendUtf8(std::string& narrow, std::u16string_view text);
+
 // Like utf16(), into memory of the caller, which must have room for as many units as the text has
 // bytes. Returns how many units were written; no NUL is added.
 std::size_t utf16Into(char16_t* units, std::string_view text);

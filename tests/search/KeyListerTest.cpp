@@ -104,6 +104,22 @@ TEST_F(KeyListerTest, AKeyThatIsDeletedWhileItIsListedEndsTheList) {
   EXPECT_EQ(subkeys(), (Texts{"a"}));
 }
 
+TEST_F(KeyListerTest, NamesAreAddedAboveThoseThatAreThere) {
+  makeKey(userKey + "\\a");
+  makeKey(userKey + "\\\xC3\xA9t\xC3\xA9");
+  NameStack names;
+  names.add(u"before");
+  const std::size_t first = names.top();
+  ListSubkeys(form, lister, openForLists(user, ownKey), names);
+  EXPECT_EQ(names.at(0), "before");
+  EXPECT_EQ(names.at(first), "a");
+  EXPECT_EQ(names.at(names.after(first)), "\xC3\xA9t\xC3\xA9");
+  EXPECT_EQ(names.after(names.after(first)), names.top());
+  names.cutTo(first);
+  ListSubkeys(form, lister, openForLists(user, ownKey + "\\gone"), names);
+  EXPECT_EQ(names.top(), first);
+}
+
 TEST_F(KeyListerTest, KeysAreThoseOfThe32BitView) {
   makeKey(machineKey + "\\only64");
   makeKey(machineKey32 + "\\only32");

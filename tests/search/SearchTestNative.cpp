@@ -60,6 +60,14 @@ TEST_F(SearchNativeTest, ASecondReadOfBytesThatFailsGivesTheDefault) {
   EXPECT_EQ(ReadValueBytes(HiveHandle::CurrentUser, ownKey, "Binary", 5), Variant(5));
 }
 
+TEST_F(SearchNativeTest, AFileThatIsThereIsAskedForOnce) {
+  form.safeguards.touches = false;
+  auto& faults = machine::Machine::current()->faults();
+  faults.clear();
+  EXPECT_FALSE(isDeadPath(form, "C:\\SearchTest\\there.exe"));
+  EXPECT_EQ(faults.calls(ApiCall::GetFileAttributes), 1U);
+}
+
 // A folder is asked for three times: as what it is, as a file and as a folder.
 TEST_F(SearchNativeTest, AFolderThatVanishesMeanwhileIsDeadUnlessTheUserCancels) {
   makeFolder("C:\\SearchTest\\Folder");

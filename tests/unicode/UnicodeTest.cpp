@@ -49,6 +49,14 @@ TEST(Unicode, HalvesOfPairsReturnInAnyOrder) {
   EXPECT_EQ(utf16(utf8(text)), text);
 }
 
+TEST(Unicode, ATextIsAppendedBehindWhatIsThere) {
+  std::string text = "\xC3\xA9";
+  zelvreg::appendUtf8(text, u"plain, and then \x00E9 and \xD83D\xDE00");
+  EXPECT_EQ(text, "\xC3\xA9plain, and then \xC3\xA9 and \xF0\x9F\x98\x80");
+  zelvreg::appendUtf8(text, u"");
+  EXPECT_EQ(text.size(), 28U);
+}
+
 TEST(Unicode, HalvesThatMeetBecomeAPair) {
   const std::string text = utf8(u"\xD83D") + utf8(u"\xDE00");
   EXPECT_EQ(utf8(utf16(text)), "\xF0\x9F\x98\x80");

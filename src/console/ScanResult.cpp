@@ -80,7 +80,7 @@ std::string csvField(const std::string& exactText) {
 
 using Json = nlohmann::ordered_json;
 
-Json codesOf(const std::vector<Reason>& reasons) {
+Json codesOf(const ReasonList& reasons) {
   Json codes = Json::array();
   for (const Reason reason : reasons) {
     codes.push_back(ruleOf(reason).code);

@@ -6,12 +6,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+
+#include "text/TextTable.h"
 
 namespace zelvreg {
 
@@ -47,14 +46,7 @@ class FileLook {
   FileIs whyMissing(const std::string& path);
   [[nodiscard]] bool isBelowMissing(const std::string& path) const;
 
-  struct HashOfText : std::hash<std::string_view> {
-    using is_transparent = void;
-  };
-  using Answers = std::pmr::unordered_map<std::pmr::string, Answer, HashOfText, std::equal_to<>>;
-
-  // All answers go at once, and so does their memory.
-  std::pmr::monotonic_buffer_resource memory;
-  Answers known{&memory};
+  TextTable<Answer> known;
   std::array<std::optional<DriveIs>, 26> drives;
 };
 

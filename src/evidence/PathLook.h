@@ -3,6 +3,7 @@
 #define ZELVREG_EVIDENCE_PATH_LOOK_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,13 +38,11 @@ void addTested(std::vector<std::string>& tested, const std::vector<std::string>&
 
 // What the readings of one text have led to so far.
 struct PathTrial {
-  std::vector<Reason> found;    // at most one
-  std::vector<Reason> reasons;  // why not
+  std::optional<Reason> found;
+  ReasonList reasons;  // why not
   std::vector<std::string> tested;
   bool isJudged = false;  // whether the reading that counts has been judged
 
-  // Adds a reason that is not among them yet.
-  void note(Reason reason);
   // The first reason counts.
   void find(Reason reason);
 };

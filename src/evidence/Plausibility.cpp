@@ -78,7 +78,7 @@ class Weighing {
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {
       const Dead dead = deadOf(row);
       if (dead.rule != nullptr && applies(*dead.rule, *dead.evidence)) {
-        addReason(*dead.evidence, Reason::Implausible);
+        dead.evidence->reasons.add(Reason::Implausible);
         dead.evidence->confidence = confidenceOf(dead.evidence->reasons);
         ++count;
       }

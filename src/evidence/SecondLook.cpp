@@ -59,7 +59,7 @@ class Look {
                                                                : Reason::EntryGone);
     }
     finding.owner = {.user = texts.variables.ownerOf(finding.entry.key),
-                     .view = finding.entry.view(),
+                     .view = finding.entry.view,
                      .isEveryones = finding.entry.key.hive == HiveHandle::LocalMachine};
     Evidence evidence = rule->look(finding);
     if (confidenceOf(evidence.reasons) != Confidence::Unsure) {
@@ -85,12 +85,21 @@ class Look {
 
   void addDoubts(Evidence& evidence, const Entry& entry) {
     const TruePlace& key = entry.key;
-    if (key.hive == HiveHandle::LocalMachine && isOwnedBySystem(*entry.opened)) {
-      addReason(evidence, Reason::SystemOwned);
+    if (key.hive == HiveHandle::LocalMachine && isSystems(entry)) {
+      evidence.reasons.add(Reason::SystemOwned);
     }
     if (isBehindLogs(key)) {
-      addReason(evidence, Reason::LogsNotReplayed);
+      evidence.reasons.add(Reason::LogsNotReplayed);
     }
+  }
+
+  // Neighbors are mostly values of one key.
+  bool isSystems(const Entry& entry) {
+    if (entry.key.path != lastOwned.path || entry.key.hive != lastOwned.hive) {
+      lastOwned = entry.key;
+      isLastSystems = isOwnedBySystem(*entry.opened);
+    }
+    return isLastSystems;
   }
 
   // All keys of one file have the same first names, and neighbors mostly come from one file.
@@ -121,6 +130,8 @@ class Look {
   EntryReader entries;
   std::unordered_set<std::string> named;
   std::vector<FileOfKeys> files;
+  TruePlace lastOwned;
+  bool isLastSystems = false;
 };
 
 void tellImplausible(const Form42& form) {

@@ -18,17 +18,7 @@ TextIs kindOf(Reading reading) {
 
 }  // namespace
 
-void addReason(Evidence& evidence, Reason reason) {
-  if (std::ranges::find(evidence.reasons, reason) == evidence.reasons.end()) {
-    evidence.reasons.push_back(reason);
-  }
-}
-
-Evidence withReason(Reason reason) {
-  Evidence evidence;
-  evidence.reasons.push_back(reason);
-  return evidence;
-}
+Evidence withReason(Reason reason) { return {.confidence = {}, .reasons = {reason}, .tested = {}}; }
 
 bool isFound(const Evidence& evidence) {
   return std::ranges::any_of(evidence.reasons, [](Reason reason) {
@@ -40,7 +30,7 @@ std::string TextLook::expanded(std::string_view text, const TextOwner& owner) {
   return variables.expand(text, owner.user, owner.view).text;
 }
 
-Evidence TextLook::at(const std::string& text, const TextOwner& owner, Reading reading) {
+const Evidence& TextLook::at(const std::string& text, const TextOwner& owner, Reading reading) {
   std::string key = utf8(owner.user);
   key += static_cast<char>('0' + static_cast<int>(reading));
   key += owner.view == ProgramView::Bits64 ? '6' : '3';
@@ -87,24 +77,25 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
   const ExpandedText own = variables.expand(plain, owner.user, owner.view);
   const bool hasVariables = own.text != plain;
   PathTrial trial = tryText(own.text, owner, reading, depth);
-  if (!trial.found.empty() && hasVariables && trial.found.front() == Reason::Found) {
-    trial.found.front() = Reason::FoundWithOwnerVariables;
+  if (hasVariables && trial.found == Reason::Found) {
+    trial.found = Reason::FoundWithOwnerVariables;
   }
-  if (trial.found.empty() && hasVariables) {
+  if (!trial.found && hasVariables) {
     const ProgramView other =
         owner.view == ProgramView::Bits64 ? ProgramView::Bits32 : ProgramView::Bits64;
     const std::string text2 = variables.expand(plain, owner.user, other).text;
     PathTrial second = text2 == own.text ? PathTrial() : tryText(text2, owner, reading, depth);
-    if (!second.found.empty()) {
+    if (second.found) {
       trial.find(Reason::FoundInOtherView);
       addTested(trial.tested, second.tested);
     }
   }
-  Evidence evidence{.reasons = trial.found.empty() ? trial.reasons : trial.found,
+  Evidence evidence{.confidence = {},
+                    .reasons = trial.found ? ReasonList{*trial.found} : trial.reasons,
                     .tested = std::move(trial.tested)};
   const bool isOthers = owner.isEveryones && own.hasUsersVariable;
-  if (trial.found.empty() && (!own.isComplete || isOthers)) {
-    addReason(evidence, Reason::UnknownVariable);
+  if (!trial.found && (!own.isComplete || isOthers)) {
+    evidence.reasons.add(Reason::UnknownVariable);
   }
   return evidence;
 }
@@ -130,15 +121,15 @@ PathTrial TextLook::tryText(const std::string& text, const TextOwner& owner, Rea
     } else {
       paths.tryReading(trial, one, owner, reading, isWhole ? Takes::FoldersToo : Takes::FilesOnly);
     }
-    if (!trial.found.empty()) {
+    if (trial.found) {
       return trial;
     }
   }
   if (readings.size() == mostReadings) {
-    trial.note(Reason::TextTooLong);
+    trial.reasons.add(Reason::TextTooLong);
   }
   if (readings.empty()) {
-    trial.note(Reason::NoText);
+    trial.reasons.add(Reason::NoText);
   }
   return trial;
 }
@@ -155,14 +146,14 @@ void TextLook::tryPart(PathTrial& trial, const std::string& part, const TextOwne
   PathTrial alone;
   alone.isJudged = true;
   paths.tryReading(alone, part, owner, reading, Takes::FilesOnly);
-  if (!alone.found.empty()) {
-    trial.find(alone.found.front());
+  if (alone.found) {
+    trial.find(*alone.found);
     addTested(trial.tested, alone.tested);
   }
   for (const Reason reason : alone.reasons) {
-    trial.note(reason);
+    trial.reasons.add(reason);
   }
-  if (alone.found.empty() && alone.reasons.empty()) {
+  if (!alone.found && alone.reasons.empty()) {
     deadParts.insert(std::move(key));
   }
 }
@@ -172,7 +163,7 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
   PathTrial trial;
   trial.tested = {target.text};
   const auto decide = [&](bool isKnown, Reason reason) {
-    isKnown ? trial.find(reason) : trial.note(Reason::NotRegistered);
+    isKnown ? trial.find(reason) : trial.reasons.add(Reason::NotRegistered);
   };
   switch (target.kind) {
     case TargetIs::Product:
@@ -186,13 +177,13 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
       return trial;
     case TargetIs::Unclear:
       trial.tested.clear();
-      trial.note(Reason::LauncherUnclear);
+      trial.reasons.add(Reason::LauncherUnclear);
       return trial;
     default:
       break;
   }
   if (depth > deepestLauncher) {
-    trial.note(Reason::LauncherUnclear);
+    trial.reasons.add(Reason::LauncherUnclear);
     return trial;
   }
   const Reading reading = target.kind == TargetIs::Library ? Reading::Library : Reading::Start;
@@ -200,7 +191,7 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
   if (isFound(evidence)) {
     trial.find(Reason::FoundBehindLauncher);
   }
-  trial.reasons = std::move(evidence.reasons);
+  trial.reasons = evidence.reasons;
   trial.tested = std::move(evidence.tested);
   return trial;
 }

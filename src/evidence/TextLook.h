@@ -33,7 +33,8 @@ class TextLook {
   ~TextLook() = default;
 
   // The reasons with what was tested; without a confidence. `text` is as it stands in the registry.
-  Evidence at(const std::string& text, const TextOwner& owner, Reading reading);
+  // Valid as long as this.
+  const Evidence& at(const std::string& text, const TextOwner& owner, Reading reading);
 
   // The first of several texts that is found; what is said of the first one if none is.
   Evidence atAny(const std::vector<std::string>& texts, const TextOwner& owner, Reading reading);
@@ -64,8 +65,6 @@ class TextLook {
 };
 
 Evidence withReason(Reason reason);
-// Adds a reason that is not among them yet.
-void addReason(Evidence& evidence, Reason reason);
 // Whether a reason says that the target was found.
 bool isFound(const Evidence& evidence);
 

@@ -2,7 +2,11 @@
 #ifndef ZELVREG_FORM_EVIDENCE_H
 #define ZELVREG_FORM_EVIDENCE_H
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -66,9 +70,48 @@ enum class Reason : std::uint8_t {
   NotExamined,
 };
 
+inline constexpr std::size_t reasonCount = static_cast<std::size_t>(Reason::NotExamined) + 1;
+
+// Reasons in the order in which they were given, each once. Every finding has such a list, and the
+// search for its target makes several, so they need no memory from the heap.
+class ReasonList {
+ public:
+  ReasonList() = default;
+  ReasonList(std::initializer_list<Reason> given) {
+    for (const Reason reason : given) {
+      add(reason);
+    }
+  }
+
+  // Without effect for a reason that is among them.
+  void add(Reason reason) {
+    if (!contains(reason)) {
+      reasons[count++] = reason;
+    }
+  }
+
+  [[nodiscard]] bool contains(Reason reason) const {
+    return std::ranges::find(*this, reason) != end();
+  }
+
+  [[nodiscard]] const Reason* data() const { return reasons.data(); }
+  [[nodiscard]] std::size_t size() const { return count; }
+  [[nodiscard]] bool empty() const { return count == 0; }
+  [[nodiscard]] const Reason* begin() const { return data(); }
+  [[nodiscard]] const Reason* end() const { return data() + count; }
+  // Not for an empty list.
+  [[nodiscard]] Reason front() const { return reasons.front(); }
+
+  bool operator==(const ReasonList& other) const { return std::ranges::equal(*this, other); }
+
+ private:
+  std::array<Reason, reasonCount> reasons;  // not filled beforehand
+  std::uint8_t count = 0;
+};
+
 struct Evidence {
   Confidence confidence = Confidence::Unsure;
-  std::vector<Reason> reasons;      // at least one
+  ReasonList reasons;               // at least one
   std::vector<std::string> tested;  // the paths and keys that were looked for, at most a few
 };
 

@@ -16,6 +16,7 @@
 #include "form/JournalRecord.h"
 #include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
+#include "form/ScanMemory.h"
 #include "form/SmallForms.h"
 #include "widgets/Button.h"
 #include "widgets/ComboBox.h"
@@ -244,6 +245,8 @@ struct Form42 {
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
+  // Only while the entries of a scan are tested that touches nothing.
+  std::unique_ptr<ScanMemory> memory;
   // How many files the scanners have asked for, and how many of them in each category (by its row).
   std::size_t filesAsked = 0;
   std::array<std::size_t, 17> filesAskedIn{};

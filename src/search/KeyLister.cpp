@@ -144,7 +144,7 @@ std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHand
   NameStack listed;
   ListSubkeys(form, lister, openForLists(root, key), listed);
   std::vector<std::string> names;
-  for (std::size_t place = 0; place < listed.top(); place = listed.after(place)) {
+  for (std::size_t place = 0; place < listed.top(); place += NameStack::sizeOf(names.back())) {
     names.emplace_back(listed.at(place));
   }
   if (names.empty()) {

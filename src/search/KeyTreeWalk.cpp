@@ -83,11 +83,13 @@ class Walk {
 
   void visitEach(std::size_t first, std::size_t end) {
     const std::size_t length = key.size();
-    for (std::size_t place = first; place != end; place = names.after(place)) {
+    std::size_t next = first;
+    while (next != end) {
       if (form.cancelRequested) {
         return;
       }
-      const std::string_view name = names.at(place);
+      const std::string_view name = names.at(next);
+      next += NameStack::sizeOf(name);
       if (name.empty()) {
         continue;
       }

@@ -11,7 +11,7 @@
 namespace zelvreg {
 
 // A place is where a name begins, or the top, where the next name will. The first name of a level
-// stands at what was the top before; the next one at after() of its place.
+// stands at what was the top before; the next one sizeOf() the first after it.
 class NameStack {
  public:
   // The name must not hold a NUL.
@@ -21,10 +21,9 @@ class NameStack {
   }
   [[nodiscard]] std::size_t top() const { return names.size(); }
   // Valid until the next change.
-  [[nodiscard]] std::string_view at(std::size_t place) const {
-    return std::string_view(names).substr(place, names.find('\0', place) - place);
-  }
-  [[nodiscard]] std::size_t after(std::size_t place) const { return names.find('\0', place) + 1; }
+  [[nodiscard]] std::string_view at(std::size_t place) const { return names.c_str() + place; }
+  // How far the next name is from this one.
+  static std::size_t sizeOf(std::string_view name) { return name.size() + 1; }
   // Takes away the names from this place on.
   void cutTo(std::size_t place) { names.resize(place); }
 

@@ -30,6 +30,9 @@ inline constexpr std::size_t longestUsualPath = 259;
 
 class FileLook {
  public:
+  // For as many files as are expected: a table of 100,000 that grows holds everybody up.
+  explicit FileLook(std::size_t expectedFiles) { known.reserve(expectedFiles); }
+
   // `path` begins with a drive, or with a share that may be asked.
   FileIs at(const std::string& path);
 

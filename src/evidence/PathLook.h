@@ -54,8 +54,12 @@ enum class Takes : std::uint8_t { FilesOnly, FoldersToo };
 class PathLook {
  public:
   // Both must outlive this.
-  PathLook(Shares mayAskShares, OwnerVariables& ownerVariables, InstalledProducts& installed)
-      : shares(mayAskShares), variables(ownerVariables), products(installed) {}
+  PathLook(Shares mayAskShares, OwnerVariables& ownerVariables, InstalledProducts& installed,
+           std::size_t expectedFiles)
+      : shares(mayAskShares),
+        variables(ownerVariables),
+        products(installed),
+        files(expectedFiles) {}
 
   // The first reading that is tried says why nothing is found.
   void tryReading(PathTrial& trial, const std::string& text, const TextOwner& owner,

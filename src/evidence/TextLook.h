@@ -23,10 +23,10 @@ namespace zelvreg {
 
 class TextLook {
  public:
-  // For as many texts as are expected: a table of 100,000 that grows holds everybody up.
-  TextLook(Shares mayAskShares, std::size_t expectedTexts)
-      : paths(mayAskShares, variables, products) {
-    known.reserve(expectedTexts);
+  // For as many findings as are expected: a table of 100,000 that grows holds everybody up.
+  TextLook(Shares mayAskShares, std::size_t expectedFindings)
+      : paths(mayAskShares, variables, products, 4 * expectedFindings) {
+    known.reserve(2 * expectedFindings);
   }
   TextLook(const TextLook&) = delete;
   TextLook& operator=(const TextLook&) = delete;

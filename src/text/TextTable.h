@@ -41,6 +41,8 @@ template <typename Known>
 class TextTable {
  public:
   [[nodiscard]] std::size_t size() const { return content->known.size(); }
+  // Makes room for so many, until everything is forgotten.
+  void reserve(std::size_t count) { content->known.reserve(count); }
 
   // Null for a text that was not added. Valid until everything is forgotten.
   [[nodiscard]] const Known* find(const HashedText& text) const {

@@ -245,7 +245,7 @@ struct Form42 {
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
-  // Only while the entries of a scan are tested that touches nothing.
+  // Only while a scan or a search tests entries and touches nothing.
   std::unique_ptr<ScanMemory> memory;
   // How many files the scanners have asked for, and how many of them in each category (by its row).
   std::size_t filesAsked = 0;

@@ -1,6 +1,6 @@
-// What a scan in progress has found out and is asked for again: hundreds of thousands of entries
-// name some thousand files. A scan that touches what it finds asks every time, since its questions
-// have effects.
+// What a scan or a search in progress has found out and is asked for again: hundreds of thousands
+// of entries name some thousand files. One that touches what it finds asks every time, since its
+// questions have effects.
 #ifndef ZELVREG_FORM_SCAN_MEMORY_H
 #define ZELVREG_FORM_SCAN_MEMORY_H
 

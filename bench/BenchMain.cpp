@@ -104,6 +104,8 @@ void benchOffline(const Arguments& arguments) {
             << figures.findings << " findings; walk of " << figures.keys << " keys and "
             << figures.values << " values " << std::setprecision(2)
             << figures.times.first * milliseconds << " ms)\n"
+            << "scan with the second look/without " << figures.secondLook.ratio << "  (with it "
+            << figures.secondLook.second * milliseconds << " ms)\n"
             << "peak memory scan/walk " << figures.scanPeak / figures.walkPeak << "  (scan "
             << figures.scanPeak << " MB, walk " << figures.walkPeak << " MB)\n";
 }

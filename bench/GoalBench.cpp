@@ -111,6 +111,9 @@ class GoalBench {
     output << "\n| reader of the hive | time | an offline scan / its time |\n|---|---|---|\n"
            << "| an offline scan | "
            << inUnit(offline.times.second * milliseconds, Unit::Milliseconds) << " | 1.00 |\n"
+           << "| the same with the second look | "
+           << inUnit(offline.secondLook.second * milliseconds, Unit::Milliseconds) << " | "
+           << inUnit(1 / offline.secondLook.ratio, Unit::Ratio) << " |\n"
            << "| a bare libhivex walk | "
            << inUnit(offline.times.first * milliseconds, Unit::Milliseconds) << " | "
            << inUnit(offline.times.ratio, Unit::Ratio) << " |\n";

@@ -80,7 +80,15 @@ std::string csvField(const std::string& exactText) {
 
 using Json = nlohmann::ordered_json;
 
-Json codesOf(const std::vector<Reason>& reasons) {
+Json listOf(const TestedPlaces& places) {
+  Json list = Json::array();
+  for (const std::string& place : places) {
+    list.push_back(place);
+  }
+  return list;
+}
+
+Json codesOf(const ReasonList& reasons) {
   Json codes = Json::array();
   for (const Reason reason : reasons) {
     codes.push_back(ruleOf(reason).code);
@@ -100,7 +108,7 @@ Json listOf(const std::vector<FindingResult>& findings) {
                     {"checked", finding.isChecked},
                     {"confidence", codeOf(finding.evidence.confidence)},
                     {"reasons", codesOf(finding.evidence.reasons)},
-                    {"tested", finding.evidence.tested}});
+                    {"tested", listOf(finding.evidence.tested)}});
   }
   return list;
 }

@@ -52,13 +52,15 @@ void ListViewPeer::itemsHighlighted(std::size_t first, std::size_t last, bool ar
 
 void ListViewPeer::showSelection() {
   highlighted.resize(list.count());
-  std::size_t wanted = 0;
+  // So it is throughout a scan, in which the list grows all the time.
+  if (list.selectedCount() == 0 && std::ranges::find(highlighted, true) == highlighted.end()) {
+    return;
+  }
   std::size_t unwanted = 0;
   for (std::size_t row = 1; row <= list.count(); ++row) {
-    wanted += list.isSelected(row) ? 1 : 0;
     unwanted += highlighted[row - 1] && !list.isSelected(row) ? 1 : 0;
   }
-  if (unwanted > wanted + fewHighlights) {
+  if (unwanted > list.selectedCount() + fewHighlights) {
     clearSelection();
   }
   for (std::size_t row = 1; row <= list.count(); ++row) {

@@ -69,11 +69,8 @@ WideKey openToRead(const TruePlace& place) {
   return key.isDenied() ? WideKey(place.hive, place.path, KEY_QUERY_VALUE) : std::move(key);
 }
 
-}  // namespace
-
-ProgramView Entry::view() const {
+ProgramView viewOf(std::u16string_view path) {
   // Few paths have the number in them, and only those need to be converted.
-  const std::u16string_view path = key.path;
   auto digit = path.find(u'6');
   while (digit != std::u16string_view::npos && path.substr(digit, 4) != u"6432") {
     digit = path.find(u'6', digit + 1);
@@ -81,9 +78,11 @@ ProgramView Entry::view() const {
   if (digit == std::u16string_view::npos) {
     return ProgramView::Bits64;
   }
-  return containsIgnoringCase(utf8(key.path) + "\\", "\\wow6432node\\") ? ProgramView::Bits32
-                                                                        : ProgramView::Bits64;
+  return containsIgnoringCase(utf8(path) + "\\", "\\wow6432node\\") ? ProgramView::Bits32
+                                                                    : ProgramView::Bits64;
 }
+
+}  // namespace
 
 const std::vector<EntryReader::OpenPlace>& EntryReader::open(HiveHandle root,
                                                              const std::string& key) {
@@ -93,7 +92,8 @@ const std::vector<EntryReader::OpenPlace>& EntryReader::open(HiveHandle root,
     places.clear();
     for (TruePlace& place : possiblePlaces(root, key, Views::True)) {
       WideKey opened = openToRead(place);
-      places.push_back({std::move(place), std::move(opened)});
+      const ProgramView view = viewOf(place.path);
+      places.push_back({std::move(place), view, std::move(opened)});
     }
   }
   return places;
@@ -116,6 +116,7 @@ Entry EntryReader::entryOf(const Form42& form, std::size_t row, int code) {
     for (const OpenPlace& one : open(root, keyNameOf(form, row, named))) {
       Entry there;
       there.key = one.place;
+      there.view = one.view;
       there.name = valueNameOf(form, row, named);
       if (readAt(there, one.key, named)) {
         return there;

@@ -28,9 +28,7 @@ struct Entry {
   // is not there.
   // Valid until the next entry is read.
   const WideKey* opened = nullptr;
-
-  // Whether programs of the 32-bit view read it.
-  [[nodiscard]] ProgramView view() const;
+  ProgramView view = ProgramView::Bits64;  // of the programs that read it
 };
 
 // Reads what rows name. Rows of one list follow each other, so the key of the last one stays open.
@@ -42,6 +40,7 @@ class EntryReader {
  private:
   struct OpenPlace {
     TruePlace place;
+    ProgramView view;
     WideKey key;
   };
   const std::vector<OpenPlace>& open(HiveHandle root, const std::string& key);

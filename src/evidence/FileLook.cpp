@@ -67,12 +67,12 @@ DriveIs FileLook::drive(char letter) {
 FileIs FileLook::at(const std::string& path) { return look(path).is; }
 
 FileLook::Answer FileLook::look(const std::string& path) {
-  const auto found = known.find(std::string_view(path));
-  if (found != known.end()) {
-    return found->second;
+  const HashedText asked(path);
+  if (const Answer* found = known.find(asked)) {
+    return *found;
   }
   // It stays where it is while others are added.
-  Answer& answer = known.try_emplace(std::pmr::string(path, &memory)).first->second;
+  Answer& answer = known.add(asked, {});
   if (isBelowMissing(path)) {
     answer.is = FileIs::InMissingFolder;
     return answer;
@@ -94,9 +94,10 @@ FileLook::Answer FileLook::ask(const std::string& path) {
 }
 
 bool FileLook::isBelowMissing(const std::string& path) const {
-  const auto folder = known.find(std::string_view(path).substr(0, lastSeparator(path)));
-  return folder != known.end() &&
-         (folder->second.is == FileIs::Missing || folder->second.is == FileIs::InMissingFolder);
+  const Answer* folder =
+      known.find(HashedText(std::string_view(path).substr(0, lastSeparator(path))));
+  return folder != nullptr &&
+         (folder->is == FileIs::Missing || folder->is == FileIs::InMissingFolder);
 }
 
 // From the drive down, to the first folder that is missing or is a link whose target is. So a path

@@ -6,12 +6,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <memory_resource>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+
+#include "text/TextTable.h"
 
 namespace zelvreg {
 
@@ -31,6 +30,9 @@ inline constexpr std::size_t longestUsualPath = 259;
 
 class FileLook {
  public:
+  // For as many files as are expected: a table of 100,000 that grows holds everybody up.
+  explicit FileLook(std::size_t expectedFiles) { known.reserve(expectedFiles); }
+
   // `path` begins with a drive, or with a share that may be asked.
   FileIs at(const std::string& path);
 
@@ -47,14 +49,7 @@ class FileLook {
   FileIs whyMissing(const std::string& path);
   [[nodiscard]] bool isBelowMissing(const std::string& path) const;
 
-  struct HashOfText : std::hash<std::string_view> {
-    using is_transparent = void;
-  };
-  using Answers = std::pmr::unordered_map<std::pmr::string, Answer, HashOfText, std::equal_to<>>;
-
-  // All answers go at once, and so does their memory.
-  std::pmr::monotonic_buffer_resource memory;
-  Answers known{&memory};
+  TextTable<Answer> known;
   std::array<std::optional<DriveIs>, 26> drives;
 };
 

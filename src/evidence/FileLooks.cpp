@@ -60,7 +60,7 @@ std::vector<std::string> codeBasesOf(const Entry& entry) {
 // Adds a reason to what was not found; what was found stays as it is.
 Evidence unless(Evidence evidence, Reason reason) {
   if (!isFound(evidence)) {
-    addReason(evidence, reason);
+    evidence.reasons.add(reason);
   }
   return evidence;
 }
@@ -183,13 +183,13 @@ Evidence command(const LookedAt& finding) {
     return evidence;
   }
   if (isAdvertised(*finding.entry.opened, u"command")) {
-    addReason(evidence, Reason::InstallerOnDemand);
+    evidence.reasons.add(Reason::InstallerOnDemand);
   }
   if (hasOtherHandler(finding.entry)) {
-    addReason(evidence, Reason::OtherHandler);
+    evidence.reasons.add(Reason::OtherHandler);
   }
   if (finding.isOfPackagedClass()) {
-    addReason(evidence, Reason::PackagedApp);
+    evidence.reasons.add(Reason::PackagedApp);
   }
   return evidence;
 }
@@ -201,7 +201,7 @@ Evidence server(const LookedAt& finding) {
     return evidence;
   }
   if (isAdvertised(*finding.entry.opened, u"InprocServer32")) {
-    addReason(evidence, Reason::InstallerOnDemand);
+    evidence.reasons.add(Reason::InstallerOnDemand);
   }
   for (const std::string& codeBase : codeBasesOf(finding.entry)) {
     const Evidence code = lookAt(finding, codeBase, Reading::Library);
@@ -210,7 +210,7 @@ Evidence server(const LookedAt& finding) {
     }
     for (const Reason reason : code.reasons) {
       if (ruleOf(reason).effect == Effect::Undecided) {
-        addReason(evidence, reason);
+        evidence.reasons.add(reason);
       }
     }
   }

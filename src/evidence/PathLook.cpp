@@ -118,28 +118,9 @@ bool isCachedByInstaller(std::string_view path) {
 
 }  // namespace
 
-void PathTrial::note(Reason reason) {
-  if (std::ranges::find(reasons, reason) == reasons.end()) {
-    reasons.push_back(reason);
-  }
-}
-
 void PathTrial::find(Reason reason) {
-  if (found.empty()) {
-    found.push_back(reason);
-  }
-}
-
-void addTested(std::vector<std::string>& tested, const std::string& path) {
-  constexpr std::size_t mostTested = 6;
-  if (tested.size() < mostTested && std::ranges::find(tested, path) == tested.end()) {
-    tested.push_back(path);
-  }
-}
-
-void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths) {
-  for (const std::string& path : paths) {
-    addTested(tested, path);
+  if (!found) {
+    found = reason;
   }
 }
 
@@ -155,7 +136,7 @@ void PathLook::tryReading(PathTrial& trial, const std::string& text, const TextO
   std::string path = plainPath(text, windowsFolder());
   const auto judge = [&](Reason reason) {
     if (!trial.isJudged) {
-      trial.note(reason);
+      trial.reasons.add(reason);
       trial.isJudged = true;
     }
   };
@@ -167,7 +148,7 @@ void PathLook::tryReading(PathTrial& trial, const std::string& text, const TextO
   const bool isRemote =
       hasDrive ? files.drive(path.front()) == DriveIs::Remote : leadsToShare(path);
   if (isRemote && shares == Shares::Refused) {
-    trial.note(Reason::Share);
+    trial.reasons.add(Reason::Share);
     trial.isJudged = true;
     return;
   }
@@ -182,7 +163,7 @@ void PathLook::tryReading(PathTrial& trial, const std::string& text, const TextO
   // Without a drive it is most likely that of the system.
   if (path.size() > 1 && (path[0] == '\\' || path[0] == '/') && path[1] != '\\') {
     path.insert(0, windowsFolder().substr(0, 2));
-    trial.note(Reason::PlaceUnknown);
+    trial.reasons.add(Reason::PlaceUnknown);
   }
   if (isDrivePath(path)) {
     tryPath(trial, path, owner, reading, takes);
@@ -203,15 +184,15 @@ bool PathLook::isOfSystem(const std::string& program) {
 
 // Only where shares are asked.
 void PathLook::tryShare(PathTrial& trial, const std::string& path, Takes takes) {
-  addTested(trial.tested, path);
+  trial.tested.add(path);
   const FileIs answer = files.at(path);
   const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
   if (answer == FileIs::File || isFolder) {
     trial.find(Reason::Found);
   } else if (answer == FileIs::Missing || answer == FileIs::InMissingFolder) {
-    trial.note(Reason::AbsentOnShare);
+    trial.reasons.add(Reason::AbsentOnShare);
   } else {
-    trial.note(Reason::Share);
+    trial.reasons.add(Reason::Share);
   }
   trial.isJudged = true;
 }
@@ -219,10 +200,10 @@ void PathLook::tryShare(PathTrial& trial, const std::string& path, Takes takes) 
 void PathLook::noteDrive(PathTrial& trial, const std::string& path) {
   switch (files.drive(path.front())) {
     case DriveIs::Absent:
-      trial.note(Reason::DriveAbsent);
+      trial.reasons.add(Reason::DriveAbsent);
       break;
     case DriveIs::Removable:
-      trial.note(Reason::DriveRemovable);
+      trial.reasons.add(Reason::DriveRemovable);
       break;
     default:
       break;
@@ -236,7 +217,7 @@ void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwn
   const std::string& path = isShort ? longer : given;
   const bool isFirst = !trial.isJudged;
   if (isFirst) {
-    addTested(trial.tested, path);
+    trial.tested.add(path);
     noteDrive(trial, path);
   }
   if (files.drive(path.front()) == DriveIs::Absent) {
@@ -251,7 +232,7 @@ void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwn
       PathTrial extended;
       if (tryViews(extended, path + std::string(ending), owner, Takes::FilesOnly)) {
         trial.find(Reason::FoundWithExtension);
-        addTested(trial.tested, extended.tested);
+        trial.tested.add(extended.tested);
         return;
       }
     }
@@ -264,14 +245,14 @@ void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwn
 // What the path itself says against its being dead.
 void PathLook::noteDoubts(PathTrial& trial, const std::string& path, bool isAsGiven) {
   if (isOfPackage(path)) {
-    trial.note(Reason::PackagedApp);
+    trial.reasons.add(Reason::PackagedApp);
   }
   if (isCachedByInstaller(path) && products.isProduct(guidIn(path))) {
-    trial.note(Reason::InstallerOnDemand);
+    trial.reasons.add(Reason::InstallerOnDemand);
   }
   // One that could be looked up is as good as any other.
   if (isAsGiven && hasShortName(path)) {
-    trial.note(Reason::ShortName);
+    trial.reasons.add(Reason::ShortName);
   }
 }
 
@@ -285,26 +266,26 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
     const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
     if (answer == FileIs::File || isFolder) {
       trial.find(place.isOwn ? Reason::Found : Reason::FoundInOtherView);
-      addTested(trial.tested, path);
+      trial.tested.add(path);
       return true;
     }
     if (answer == FileIs::Denied) {
-      trial.note(Reason::AccessDenied);
+      trial.reasons.add(Reason::AccessDenied);
     } else if (answer == FileIs::BehindBrokenLink) {
-      trial.note(Reason::ReparseBroken);
+      trial.reasons.add(Reason::ReparseBroken);
     } else if (!trial.isJudged && place.isOwn) {
-      trial.note(Reason::Absent);
+      trial.reasons.add(Reason::Absent);
       if (answer == FileIs::InMissingFolder) {
-        trial.note(Reason::ParentAbsent);
+        trial.reasons.add(Reason::ParentAbsent);
       }
       if (isLong) {
-        trial.note(Reason::PathTooLong);
+        trial.reasons.add(Reason::PathTooLong);
       }
       if (hasOpenSign(path)) {
-        trial.note(Reason::UnknownVariable);
+        trial.reasons.add(Reason::UnknownVariable);
       }
       if (hasPlaceholder(path)) {
-        trial.note(Reason::NotAPath);
+        trial.reasons.add(Reason::NotAPath);
       }
     }
   }
@@ -323,16 +304,16 @@ void PathLook::trySearch(PathTrial& trial, const std::string& name, const TextOw
   for (const std::string& one : names) {
     if (const auto path = searchPath.find(one, owner.user)) {
       trial.find(Reason::FoundOnPath);
-      addTested(trial.tested, *path);
+      trial.tested.add(*path);
       return;
     }
   }
   if (!trial.isJudged) {
     // A word alone need not be a file at all.
     const bool isBare = name.find_first_of("\\/") == std::string::npos && hasFileEnding(name);
-    addTested(trial.tested, name);
-    trial.note(Reason::Absent);
-    trial.note(isBare ? Reason::BareName : Reason::PlaceUnknown);
+    trial.tested.add(name);
+    trial.reasons.add(Reason::Absent);
+    trial.reasons.add(isBare ? Reason::BareName : Reason::PlaceUnknown);
     trial.isJudged = true;
   }
 }

@@ -3,6 +3,7 @@
 #define ZELVREG_EVIDENCE_PATH_LOOK_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,19 +32,13 @@ enum class Reading : std::uint8_t {
   File,     // a file by its path; an index of a resource may follow
 };
 
-// Adds paths that are not among those tested yet, as long as there is room for a few.
-void addTested(std::vector<std::string>& tested, const std::string& path);
-void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths);
-
 // What the readings of one text have led to so far.
 struct PathTrial {
-  std::vector<Reason> found;    // at most one
-  std::vector<Reason> reasons;  // why not
-  std::vector<std::string> tested;
+  std::optional<Reason> found;
+  ReasonList reasons;  // why not
+  TestedPlaces tested;
   bool isJudged = false;  // whether the reading that counts has been judged
 
-  // Adds a reason that is not among them yet.
-  void note(Reason reason);
   // The first reason counts.
   void find(Reason reason);
 };
@@ -55,8 +50,12 @@ enum class Takes : std::uint8_t { FilesOnly, FoldersToo };
 class PathLook {
  public:
   // Both must outlive this.
-  PathLook(Shares mayAskShares, OwnerVariables& ownerVariables, InstalledProducts& installed)
-      : shares(mayAskShares), variables(ownerVariables), products(installed) {}
+  PathLook(Shares mayAskShares, OwnerVariables& ownerVariables, InstalledProducts& installed,
+           std::size_t expectedFiles)
+      : shares(mayAskShares),
+        variables(ownerVariables),
+        products(installed),
+        files(expectedFiles) {}
 
   // The first reading that is tried says why nothing is found.
   void tryReading(PathTrial& trial, const std::string& text, const TextOwner& owner,

@@ -12,6 +12,7 @@
 #include "evidence/Reasons.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
+#include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "text/Text.h"
 #include "text/Wide.h"
@@ -62,7 +63,8 @@ class Weighing {
   // A row that looks dead for want of a file; without a rule for any other.
   Dead deadOf(std::size_t row) {
     const std::size_t number = form.View2.itemData(row);
-    Evidence* evidence = number == 0 ? nullptr : &form.evidence[number - 1];
+    const bool isThere = number > 0 && number <= form.evidence.size();
+    Evidence* evidence = isThere ? &form.evidence[number - 1] : nullptr;
     if (evidence == nullptr || evidence->confidence == Confidence::Unsure) {
       return {};
     }
@@ -76,10 +78,11 @@ class Weighing {
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {
       const Dead dead = deadOf(row);
       if (dead.rule != nullptr && applies(*dead.rule, *dead.evidence)) {
-        addReason(*dead.evidence, Reason::Implausible);
+        dead.evidence->reasons.add(Reason::Implausible);
         dead.evidence->confidence = confidenceOf(dead.evidence->reasons);
         ++count;
       }
+      serveUntilStop(form, row);
     }
     return count;
   }
@@ -127,6 +130,7 @@ class Weighing {
       if (const KindRule* rule = deadOf(row).rule) {
         ++dead[rule->category];
       }
+      serveUntilStop(form, row);
     }
     for (std::size_t category = 1; category < dead.size(); ++category) {
       const std::size_t asked = form.filesAskedIn[category];

@@ -29,8 +29,6 @@ struct ReasonRule {
   const char* sentence;  // in English
 };
 
-inline constexpr std::size_t reasonCount = static_cast<std::size_t>(Reason::NotExamined) + 1;
-
 // One for each reason, in the order of the enumeration.
 std::span<const ReasonRule, reasonCount> reasonRules();
 const ReasonRule& ruleOf(Reason reason);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "evidence/KindLooks.h"
@@ -25,7 +26,10 @@ namespace {
 
 class Look {
  public:
-  explicit Look(const Form42& formInUse) : texts(sharesOf(formInUse)), form(formInUse) {}
+  Look(const Form42& formInUse, std::size_t rows)
+      : texts(sharesOf(formInUse), rows), form(formInUse) {
+    named.reserve(rows);
+  }
 
   Evidence at(std::size_t row) {
     Evidence evidence = reasonsFor(row);
@@ -55,7 +59,7 @@ class Look {
                                                                : Reason::EntryGone);
     }
     finding.owner = {.user = texts.variables.ownerOf(finding.entry.key),
-                     .view = finding.entry.view(),
+                     .view = finding.entry.view,
                      .isEveryones = finding.entry.key.hive == HiveHandle::LocalMachine};
     Evidence evidence = rule->look(finding);
     if (confidenceOf(evidence.reasons) != Confidence::Unsure) {
@@ -81,12 +85,21 @@ class Look {
 
   void addDoubts(Evidence& evidence, const Entry& entry) {
     const TruePlace& key = entry.key;
-    if (key.hive == HiveHandle::LocalMachine && isOwnedBySystem(*entry.opened)) {
-      addReason(evidence, Reason::SystemOwned);
+    if (key.hive == HiveHandle::LocalMachine && isSystems(entry)) {
+      evidence.reasons.add(Reason::SystemOwned);
     }
     if (isBehindLogs(key)) {
-      addReason(evidence, Reason::LogsNotReplayed);
+      evidence.reasons.add(Reason::LogsNotReplayed);
     }
+  }
+
+  // Neighbors are mostly values of one key.
+  bool isSystems(const Entry& entry) {
+    if (entry.key.path != lastOwned.path || entry.key.hive != lastOwned.hive) {
+      lastOwned = entry.key;
+      isLastSystems = isOwnedBySystem(*entry.opened);
+    }
+    return isLastSystems;
   }
 
   // All keys of one file have the same first names, and neighbors mostly come from one file.
@@ -117,6 +130,8 @@ class Look {
   EntryReader entries;
   std::unordered_set<std::string> named;
   std::vector<FileOfKeys> files;
+  TruePlace lastOwned;
+  bool isLastSystems = false;
 };
 
 void tellImplausible(const Form42& form) {
@@ -132,10 +147,10 @@ void tellImplausible(const Form42& form) {
 }  // namespace
 
 void lookAgain(Form42& form) {
-  form.evidence.clear();
+  form.messages.discard(std::exchange(form.evidence, {}));
   form.implausible.clear();
   form.Text2.setText("1");
-  Look look(form);
+  Look look(form, form.View2.count());
   form.evidence.reserve(form.View2.count());
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     form.messages.doEvents();
@@ -147,7 +162,7 @@ void lookAgain(Form42& form) {
   tellImplausible(form);
 }
 
-Evidence lookAtRow(const Form42& form, std::size_t row) { return Look(form).at(row); }
+Evidence lookAtRow(const Form42& form, std::size_t row) { return Look(form, 1).at(row); }
 
 const Evidence* evidenceOf(const Form42& form, std::size_t row) {
   const std::size_t number = form.View2.itemData(row);

@@ -18,17 +18,7 @@ TextIs kindOf(Reading reading) {
 
 }  // namespace
 
-void addReason(Evidence& evidence, Reason reason) {
-  if (std::ranges::find(evidence.reasons, reason) == evidence.reasons.end()) {
-    evidence.reasons.push_back(reason);
-  }
-}
-
-Evidence withReason(Reason reason) {
-  Evidence evidence;
-  evidence.reasons.push_back(reason);
-  return evidence;
-}
+Evidence withReason(Reason reason) { return {.confidence = {}, .reasons = {reason}, .tested = {}}; }
 
 bool isFound(const Evidence& evidence) {
   return std::ranges::any_of(evidence.reasons, [](Reason reason) {
@@ -40,17 +30,17 @@ std::string TextLook::expanded(std::string_view text, const TextOwner& owner) {
   return variables.expand(text, owner.user, owner.view).text;
 }
 
-Evidence TextLook::at(const std::string& text, const TextOwner& owner, Reading reading) {
+const Evidence& TextLook::at(const std::string& text, const TextOwner& owner, Reading reading) {
   std::string key = utf8(owner.user);
   key += static_cast<char>('0' + static_cast<int>(reading));
   key += owner.view == ProgramView::Bits64 ? '6' : '3';
   key += owner.isEveryones ? 'e' : 'o';
   key += text;
-  const auto found = known.find(key);
-  if (found != known.end()) {
-    return found->second;
+  const HashedText asked(key);
+  if (const Evidence* found = known.find(asked)) {
+    return *found;
   }
-  return known.emplace(std::move(key), look(text, owner, reading, 0)).first->second;
+  return known.add(asked, look(text, owner, reading, 0));
 }
 
 Evidence TextLook::atAny(const std::vector<std::string>& texts, const TextOwner& owner,
@@ -64,7 +54,7 @@ Evidence TextLook::atAny(const std::vector<std::string>& texts, const TextOwner&
     if (first.reasons.empty()) {
       first = std::move(evidence);
     } else {
-      addTested(first.tested, evidence.tested);
+      first.tested.add(evidence.tested);
     }
   }
   return first;
@@ -87,24 +77,25 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
   const ExpandedText own = variables.expand(plain, owner.user, owner.view);
   const bool hasVariables = own.text != plain;
   PathTrial trial = tryText(own.text, owner, reading, depth);
-  if (!trial.found.empty() && hasVariables && trial.found.front() == Reason::Found) {
-    trial.found.front() = Reason::FoundWithOwnerVariables;
+  if (hasVariables && trial.found == Reason::Found) {
+    trial.found = Reason::FoundWithOwnerVariables;
   }
-  if (trial.found.empty() && hasVariables) {
+  if (!trial.found && hasVariables) {
     const ProgramView other =
         owner.view == ProgramView::Bits64 ? ProgramView::Bits32 : ProgramView::Bits64;
     const std::string text2 = variables.expand(plain, owner.user, other).text;
     PathTrial second = text2 == own.text ? PathTrial() : tryText(text2, owner, reading, depth);
-    if (!second.found.empty()) {
+    if (second.found) {
       trial.find(Reason::FoundInOtherView);
-      addTested(trial.tested, second.tested);
+      trial.tested.add(second.tested);
     }
   }
-  Evidence evidence{.reasons = trial.found.empty() ? trial.reasons : trial.found,
+  Evidence evidence{.confidence = {},
+                    .reasons = trial.found ? ReasonList{*trial.found} : trial.reasons,
                     .tested = std::move(trial.tested)};
   const bool isOthers = owner.isEveryones && own.hasUsersVariable;
-  if (trial.found.empty() && (!own.isComplete || isOthers)) {
-    addReason(evidence, Reason::UnknownVariable);
+  if (!trial.found && (!own.isComplete || isOthers)) {
+    evidence.reasons.add(Reason::UnknownVariable);
   }
   return evidence;
 }
@@ -130,15 +121,15 @@ PathTrial TextLook::tryText(const std::string& text, const TextOwner& owner, Rea
     } else {
       paths.tryReading(trial, one, owner, reading, isWhole ? Takes::FoldersToo : Takes::FilesOnly);
     }
-    if (!trial.found.empty()) {
+    if (trial.found) {
       return trial;
     }
   }
   if (readings.size() == mostReadings) {
-    trial.note(Reason::TextTooLong);
+    trial.reasons.add(Reason::TextTooLong);
   }
   if (readings.empty()) {
-    trial.note(Reason::NoText);
+    trial.reasons.add(Reason::NoText);
   }
   return trial;
 }
@@ -149,21 +140,22 @@ void TextLook::tryPart(PathTrial& trial, const std::string& part, const TextOwne
   const bool isOf64 = owner.view == ProgramView::Bits64;
   std::string key{isOf64 ? '6' : '3', static_cast<char>('0' + static_cast<int>(reading))};
   key += part;
-  if (deadParts.contains(key)) {
+  const HashedText asked(key);
+  if (deadParts.find(asked) != nullptr) {
     return;
   }
   PathTrial alone;
   alone.isJudged = true;
   paths.tryReading(alone, part, owner, reading, Takes::FilesOnly);
-  if (!alone.found.empty()) {
-    trial.find(alone.found.front());
-    addTested(trial.tested, alone.tested);
+  if (alone.found) {
+    trial.find(*alone.found);
+    trial.tested.add(alone.tested);
   }
   for (const Reason reason : alone.reasons) {
-    trial.note(reason);
+    trial.reasons.add(reason);
   }
-  if (alone.found.empty() && alone.reasons.empty()) {
-    deadParts.insert(std::move(key));
+  if (!alone.found && alone.reasons.empty()) {
+    deadParts.add(asked, {});
   }
 }
 
@@ -172,7 +164,7 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
   PathTrial trial;
   trial.tested = {target.text};
   const auto decide = [&](bool isKnown, Reason reason) {
-    isKnown ? trial.find(reason) : trial.note(Reason::NotRegistered);
+    isKnown ? trial.find(reason) : trial.reasons.add(Reason::NotRegistered);
   };
   switch (target.kind) {
     case TargetIs::Product:
@@ -185,14 +177,14 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
       decide(InstalledProducts::isApplication(target.text), Reason::FoundBehindLauncher);
       return trial;
     case TargetIs::Unclear:
-      trial.tested.clear();
-      trial.note(Reason::LauncherUnclear);
+      trial.tested = {};
+      trial.reasons.add(Reason::LauncherUnclear);
       return trial;
     default:
       break;
   }
   if (depth > deepestLauncher) {
-    trial.note(Reason::LauncherUnclear);
+    trial.reasons.add(Reason::LauncherUnclear);
     return trial;
   }
   const Reading reading = target.kind == TargetIs::Library ? Reading::Library : Reading::Start;
@@ -200,7 +192,7 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
   if (isFound(evidence)) {
     trial.find(Reason::FoundBehindLauncher);
   }
-  trial.reasons = std::move(evidence.reasons);
+  trial.reasons = evidence.reasons;
   trial.tested = std::move(evidence.tested);
   return trial;
 }

@@ -4,10 +4,10 @@
 #ifndef ZELVREG_EVIDENCE_TEXT_LOOK_H
 #define ZELVREG_EVIDENCE_TEXT_LOOK_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "evidence/InstalledProducts.h"
@@ -16,18 +16,24 @@
 #include "evidence/PathLook.h"
 #include "form/Evidence.h"
 #include "runtime/Shares.h"
+#include "text/TextTable.h"
 
 namespace zelvreg {
 
 class TextLook {
  public:
-  explicit TextLook(Shares mayAskShares) : paths(mayAskShares, variables, products) {}
+  // For as many findings as are expected: a table of 100,000 that grows holds everybody up.
+  TextLook(Shares mayAskShares, std::size_t expectedFindings)
+      : paths(mayAskShares, variables, products, 2 * expectedFindings) {
+    known.reserve(expectedFindings);
+  }
   TextLook(const TextLook&) = delete;
   TextLook& operator=(const TextLook&) = delete;
   ~TextLook() = default;
 
   // The reasons with what was tested; without a confidence. `text` is as it stands in the registry.
-  Evidence at(const std::string& text, const TextOwner& owner, Reading reading);
+  // Valid as long as this.
+  const Evidence& at(const std::string& text, const TextOwner& owner, Reading reading);
 
   // The first of several texts that is found; what is said of the first one if none is.
   Evidence atAny(const std::vector<std::string>& texts, const TextOwner& owner, Reading reading);
@@ -45,16 +51,16 @@ class TextLook {
 
   void tryPart(PathTrial& trial, const std::string& part, const TextOwner& owner, Reading reading);
 
+  struct Nothing {};
+
   PathLook paths;
   // Parts that name nothing: all texts of one folder begin alike.
-  std::unordered_set<std::string> deadParts;
+  TextTable<Nothing> deadParts;
   // By text, owner and reading: a class and its merged view name the same file.
-  std::unordered_map<std::string, Evidence> known;
+  TextTable<Evidence> known;
 };
 
 Evidence withReason(Reason reason);
-// Adds a reason that is not among them yet.
-void addReason(Evidence& evidence, Reason reason);
 // Whether a reason says that the target was found.
 bool isFound(const Evidence& evidence);
 

@@ -1,6 +1,9 @@
 #include "exclusions/ExclusionList.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "exclusions/ExclusionFile.h"
 #include "form/Form42.h"
@@ -39,6 +42,8 @@ class Entries {
     }
   }
 
+  [[nodiscard]] bool isEmpty() const { return starts.empty() && patterns.empty(); }
+
   // Of a full key in any case.
   [[nodiscard]] bool take(const std::string& fullKey) const {
     const std::string lower = lowerCase(fullKey);
@@ -54,6 +59,28 @@ class Entries {
   std::vector<std::string> starts;  // sorted
   std::vector<std::string> patterns;
 };
+
+bool hasKeyOfRowBefore(const ListView& list, std::size_t row) {
+  return row > 1 && list.text(row, subKeyColumn) == list.text(row - 1, subKeyColumn) &&
+         list.text(row, rootNameColumn) == list.text(row - 1, rootNameColumn);
+}
+
+enum class Queue : std::uint8_t { IsServed, Waits };
+
+// Which rows of View2 the entries take, in their order. Changes none.
+std::vector<bool> judgedRows(Form42& form, const Entries& entries, Queue queue) {
+  std::vector<bool> isTaken;
+  isTaken.reserve(form.View2.count());
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    // Rows beside each other are often of the same key.
+    isTaken.push_back(hasKeyOfRowBefore(form.View2, row) ? isTaken.back()
+                                                         : entries.take(fullKey(form, row)));
+    if (queue == Queue::IsServed) {
+      serveUntilStop(form, row);
+    }
+  }
+  return isTaken;
+}
 
 void removeHighlighted(ListView& list) {
   list.removeWhere([&list](std::size_t row) { return list.isSelected(row); });
@@ -89,22 +116,19 @@ void loadExclusions(Form42& form) {
   }
 }
 
-// The queue is not served meanwhile: a list that is filtered in part would offer what the user has
-// excluded. So nothing is done twice here.
+// The rows go together: a list that is filtered in part would offer what the user has excluded.
 void Command29(Form42& form) {
   loadExclusions(form);
   const Entries entries(form.View4);
-  // Rows beside each other are often of the same key.
-  std::string judged;
-  bool isTaken = entries.take(judged);
-  form.View2.removeWhere([&](std::size_t row) {
-    std::string key = fullKey(form, row);
-    if (key != judged) {
-      judged = std::move(key);
-      isTaken = entries.take(judged);
-    }
-    return isTaken;
-  });
+  if (entries.isEmpty()) {
+    return;
+  }
+  const std::size_t revision = form.View2.revision();
+  std::vector<bool> isTaken = judgedRows(form, entries, Queue::IsServed);
+  if (form.View2.revision() != revision) {
+    isTaken = judgedRows(form, entries, Queue::Waits);
+  }
+  form.View2.removeWhere([&](std::size_t row) { return isTaken[row - 1]; });
 }
 
 void chameleonButton5_Click(Form42& form) { openDialog(form, "", ""); }

@@ -50,10 +50,10 @@ Form42::Form42()
       Toolbar1(commandButtons()),
       ImageList1{{"cl", "ch", "ex", "d", "e", "h", "i", "g", "j", "f", "m", "l", "c", "b", "a",
                   "re", "ru", "mr", "mui"}},
-      View1(ImageList1, categoryColumns()),
-      View2(ImageList1, findingColumns()),
-      View3(ImageList1, {{"Date and Time Of Creation", 10000, Alignment::Left}}),
-      View4(ImageList1, {{"Registration Key", 10000, Alignment::Left}}) {
+      View1(ImageList1, messages, categoryColumns()),
+      View2(ImageList1, messages, findingColumns()),
+      View3(ImageList1, messages, {{"Date and Time Of Creation", 10000, Alignment::Left}}),
+      View4(ImageList1, messages, {{"Registration Key", 10000, Alignment::Left}}) {
   Label2[0].caption = "Select Areas Of registry To Scan For Invalid Informations.";
   Label2[1].caption = "Registry Scan Options";
   Label2[3].caption = "Searching for invalid Registry information:";

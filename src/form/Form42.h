@@ -16,6 +16,7 @@
 #include "form/JournalRecord.h"
 #include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
+#include "form/ScanMemory.h"
 #include "form/SmallForms.h"
 #include "widgets/Button.h"
 #include "widgets/ComboBox.h"
@@ -46,6 +47,11 @@ struct Form42 {
   ~Form42() = default;
   Form42(const Form42&) = delete;
   Form42& operator=(const Form42&) = delete;
+
+  // Timer1 finishes the opening of the window; Timer2 reports to the suite, in the automatic modes.
+  Timer Timer1;
+  Timer Timer2;
+  MessageQueue messages{{&Timer1, &Timer2}};
 
   // The window, 15390 by 9180 twips, with its shadow, its icon in the notification area, its menus.
   FormWindow window{15390, 9180};
@@ -197,13 +203,13 @@ struct Form42 {
 
   // Work lists: the enumerators fill List1 and List4 to List7, List2 collects bad values, List3
   // keeps names while List1 is filled with the names below them.
-  ListBox List1;
-  ListBox List2;
-  ListBox List3;
-  ListBox List4;
-  ListBox List5;
-  ListBox List6;
-  ListBox List7;
+  ListBox List1{messages};
+  ListBox List2{messages};
+  ListBox List3{messages};
+  ListBox List4{messages};
+  ListBox List5{messages};
+  ListBox List6{messages};
+  ListBox List7{messages};
 
   // The scanners, in the order in which the rows run them.
   Button Command1;
@@ -239,6 +245,8 @@ struct Form42 {
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
+  // Only while a scan or a search tests entries and touches nothing.
+  std::unique_ptr<ScanMemory> memory;
   // How many files the scanners have asked for, and how many of them in each category (by its row).
   std::size_t filesAsked = 0;
   std::array<std::size_t, 17> filesAskedIn{};
@@ -318,10 +326,6 @@ struct Form42 {
   Dialogs dialogs;
   // Opens a compiled help file at one of its contexts.
   std::function<void(const std::string& file, int context)> openHelp;
-  // Timer1 finishes the opening of the window; Timer2 reports to the suite, in the automatic modes.
-  Timer Timer1;
-  Timer Timer2;
-  MessageQueue messages{{&Timer1, &Timer2}};
   // What the front end does when the program ends its process.
   std::function<void()> onProcessEnd;
   // Connections to the registry provider, made when first needed and kept between calls.

@@ -26,6 +26,15 @@ LONG readText(HiveHandle hive, const std::string& key, const std::string& valueN
 }
 
 std::string expandedText(const std::string& text) {
+  const std::string_view seen = untilNul(text);
+  // Most texts name no variable. What is no ASCII is left to the system all the same, since bytes
+  // that are no character become one on the way there.
+  if (seen.find('%') == std::string_view::npos && asciiLength(seen) == seen.size()) {
+    std::string same;
+    same.reserve(seen.size() + 1);
+    same.append(seen).push_back('\0');
+    return same;
+  }
   const Wide source(text);
   std::array<char16_t, 512> usual;
   const DWORD size = ExpandEnvironmentStringsW(source.get(), roomIn(usual), usual.size());

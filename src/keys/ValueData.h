@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,9 @@ class ValueData {
   // The data as UTF-16, terminators included; a last odd byte is left out.
   [[nodiscard]] std::u16string_view units() const {
     return {longer.empty() ? usual.data() : longer.data(), size / sizeof(char16_t)};
+  }
+  [[nodiscard]] std::span<const BYTE> bytes() const {
+    return {reinterpret_cast<const BYTE*>(units().data()), size};
   }
   // What the data are as a text: UTF-16 up to its first NUL.
   [[nodiscard]] std::string text() const;

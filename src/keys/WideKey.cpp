@@ -1,5 +1,6 @@
 #include "keys/WideKey.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <utility>
@@ -36,7 +37,15 @@ int compare(const std::u16string& first, const std::u16string& second) {
 
 }  // namespace
 
-std::string textOf(const WideValue& value) { return utf8(untilNul(unitsOf(value.data))); }
+std::string textOf(const WideValue& value) {
+  std::array<char16_t, 264> usual;
+  const std::size_t size = value.data.size() / sizeof(char16_t);
+  if (size > usual.size()) {
+    return utf8(untilNul(unitsOf(value.data)));
+  }
+  std::copy_n(value.data.begin(), size * sizeof(char16_t), reinterpret_cast<BYTE*>(usual.data()));
+  return utf8(untilNul(std::u16string_view(usual.data(), size)));
+}
 
 bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
   return compare(first, second) == CSTR_LESS_THAN;
@@ -147,22 +156,24 @@ std::optional<std::vector<WideValue>> WideKey::values() const {
 }
 
 std::optional<WideValue> WideKey::value(const std::u16string& name) const {
-  WideValue value{.name = name, .type = REG_NONE, .data = std::vector<BYTE>(256)};
-  for (;;) {
-    auto size = static_cast<DWORD>(value.data.size());
-    const LONG read = key == nullptr ? ERROR_INVALID_HANDLE
-                                     : RegQueryValueExW(key, wideText(name), nullptr, &value.type,
-                                                        value.data.data(), &size);
-    if (read == ERROR_MORE_DATA && size > value.data.size()) {
-      value.data.resize(size);
-      continue;
-    }
-    if (read != ERROR_SUCCESS) {
-      return std::nullopt;
-    }
-    value.data.resize(size);
+  if (key == nullptr) {
+    return std::nullopt;
+  }
+  // Nearly all values fit, so the memory from the heap is as large as the data.
+  std::array<BYTE, 512> usual;
+  WideValue value{.name = name, .type = REG_NONE, .data = {}};
+  auto size = static_cast<DWORD>(usual.size());
+  LONG read = RegQueryValueExW(key, wideText(name), nullptr, &value.type, usual.data(), &size);
+  if (read == ERROR_SUCCESS) {
+    value.data.assign(usual.data(), usual.data() + size);
     return value;
   }
+  while (read == ERROR_MORE_DATA && size > value.data.size()) {
+    value.data.resize(size);
+    read = RegQueryValueExW(key, wideText(name), nullptr, &value.type, value.data.data(), &size);
+  }
+  value.data.resize(size);
+  return read == ERROR_SUCCESS ? std::optional(std::move(value)) : std::nullopt;
 }
 
 bool WideKey::setValue(const WideValue& value) const {
@@ -183,11 +194,14 @@ bool WideKey::deleteValue(const std::u16string& name) const {
 }
 
 std::vector<BYTE> WideKey::security(SECURITY_INFORMATION what) const {
-  constexpr std::size_t usualSize = 256;
-  std::vector<BYTE> descriptor(usualSize);
-  auto size = static_cast<DWORD>(descriptor.size());
-  LONG read = key == nullptr ? ERROR_INVALID_HANDLE
-                             : RegGetKeySecurity(key, what, descriptor.data(), &size);
+  std::array<BYTE, 256> usual;
+  auto size = static_cast<DWORD>(usual.size());
+  LONG read =
+      key == nullptr ? ERROR_INVALID_HANDLE : RegGetKeySecurity(key, what, usual.data(), &size);
+  if (read == ERROR_SUCCESS) {
+    return {usual.data(), usual.data() + size};
+  }
+  std::vector<BYTE> descriptor;
   if (read == ERROR_INSUFFICIENT_BUFFER) {
     descriptor.resize(size);
     read = RegGetKeySecurity(key, what, descriptor.data(), &size);

@@ -97,8 +97,14 @@ class LanguageList {
 
 std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key,
                           int charset) {
-  const std::string bytes = readFileText(file).value_or("");
-  return valueOf(ownText(bytes, codePageOfCharset(charset)), section, key);
+  return LanguageFile(file, charset).value(section, key);
+}
+
+LanguageFile::LanguageFile(const std::string& file, int charset)
+    : content(ownText(readFileText(file).value_or(""), codePageOfCharset(charset))) {}
+
+std::string LanguageFile::value(std::string_view section, std::string_view key) const {
+  return valueOf(content, section, key);
 }
 
 std::vector<LanguageFields> readLanguageList(const std::string& file) {
@@ -119,8 +125,12 @@ std::string languagePath(const Form42& form, const std::string& fileName) {
   return languageFolder(form) + "\\" + fileName;
 }
 
+LanguageFile languageInUse(const Form42& form) {
+  return {languagePath(form, form.langFileName), form.langCode};
+}
+
 std::string readLanguageText(const Form42& form, std::string_view section, std::string_view key) {
-  return ReadLangValue(languagePath(form, form.langFileName), section, key, form.langCode);
+  return languageInUse(form).value(section, key);
 }
 
 }  // namespace zelvreg

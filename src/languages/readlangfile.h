@@ -19,6 +19,17 @@ struct Form42;
 std::string ReadLangValue(const std::string& file, std::string_view section, std::string_view key,
                           int charset);
 
+// One file read once, for those who ask it for many values.
+class LanguageFile {
+ public:
+  LanguageFile(const std::string& file, int charset);
+  // As ReadLangValue() gives it.
+  [[nodiscard]] std::string value(std::string_view section, std::string_view key) const;
+
+ private:
+  std::string content;
+};
+
 // The list of languages: the fields of each entry (name, charset, tag), as many as it has, which
 // may be none. A file without a list has no entries. Each entry is in the code page of its own
 // charset, unless the whole file is UTF-8.
@@ -29,7 +40,8 @@ std::vector<LanguageFields> readLanguageList(const std::string& file);
 std::string languageFolder(const Form42& form);
 std::string languagePath(const Form42& form, const std::string& fileName);
 
-// A text of the language in use, whose charset is the form's langCode.
+// The file of the language in use, whose charset is the form's langCode, and one text of it.
+LanguageFile languageInUse(const Form42& form);
 std::string readLanguageText(const Form42& form, std::string_view section, std::string_view key);
 
 }  // namespace zelvreg

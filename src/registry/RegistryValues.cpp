@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <span>
 
 #include "keys/OpenKey.h"
+#include "keys/ValueData.h"
 #include "registry/SubkeyEnumerators.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
@@ -15,33 +17,16 @@ namespace {
 
 RuntimeError unsupportedValueType() { return {1001, "Unsupported value type"}; }
 
-std::string textWithout(const std::vector<BYTE>& data, std::size_t terminators) {
-  return std::string(withoutLast(utf8(unitsOf(data)), terminators));
+std::string textWithout(std::u16string_view units, std::size_t terminators) {
+  std::string text = utf8(units);
+  text.resize(withoutLast(text, terminators).size());
+  return text;
 }
 
-std::int32_t numberOf(const std::vector<BYTE>& data) {
+std::int32_t numberOf(std::span<const BYTE> data) {
   std::int32_t number = 0;
   std::memcpy(&number, data.data(), std::min(data.size(), sizeof(number)));
   return number;
-}
-
-// The value's bytes and type; REG_NONE, and nothing, when it cannot be read.
-std::vector<BYTE> queryValue(HKEY key, const std::string& valueName, DWORD& type) {
-  const Wide name(valueName);
-  std::vector<BYTE> data(1024);
-  auto size = static_cast<DWORD>(data.size());
-  type = REG_NONE;
-  LONG status = RegQueryValueExW(key, name.get(), nullptr, &type, data.data(), &size);
-  if (status == ERROR_MORE_DATA) {
-    data.resize(size);
-    status = RegQueryValueExW(key, name.get(), nullptr, &type, data.data(), &size);
-  }
-  if (status != ERROR_SUCCESS) {
-    type = REG_NONE;
-    size = 0;
-  }
-  data.resize(size);
-  return data;
 }
 
 // The decimal text as it lies in memory when `size` bytes of it are asked for.
@@ -85,22 +70,24 @@ ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::
   if (!open.isOpen()) {
     return {std::move(fallback), std::nullopt};
   }
-  DWORD type = REG_NONE;
-  std::vector<BYTE> data = queryValue(open.handle(), valueName, type);
-  switch (type) {
+  ValueData data;
+  data.read(open.handle(), valueName);
+  switch (data.type()) {
     case REG_SZ:
     case REG_EXPAND_SZ:
-      return {textWithout(data, 1), std::nullopt};
+      return {textOfData(data.units()), std::nullopt};
     case REG_BINARY:
-      return {std::move(data), std::nullopt};
+      return {std::vector<BYTE>(data.bytes().begin(), data.bytes().end()), std::nullopt};
     case REG_DWORD:
-      return {numberOf(data), std::nullopt};
+      return {numberOf(data.bytes()), std::nullopt};
     case REG_MULTI_SZ:
-      return {textWithout(data, 2), std::nullopt};
+      return {textWithout(data.units(), 2), std::nullopt};
     default:
       return {std::move(fallback), unsupportedValueType()};
   }
 }
+
+std::string textOfData(std::u16string_view units) { return textWithout(units, 1); }
 
 WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                              const Variant& value) {

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "keys/Variant.h"
 #include "roots/Roots.h"
@@ -33,6 +34,9 @@ struct WriteResult {
 // an absent value or another type also raises 1001.
 ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                             Variant fallback = {});
+
+// What it gives of the data of a REG_SZ or a REG_EXPAND_SZ.
+std::string textOfData(std::u16string_view units);
 
 // Writes to an existing key in the 32-bit view. Text becomes a REG_SZ. The data of
 // numbers and bytes are the characters of a decimal text: of the number, cut or filled with NULs

@@ -88,7 +88,7 @@ bool isSurelyGone(const Form42& form, const std::string& text) {
   if (!isDrivePath(path) || contains(path, "%") || isFoundInPart(form, path)) {
     return false;
   }
-  TextLook look(Shares::Refused);
+  TextLook look(Shares::Refused, 1);
   const Evidence evidence = look.at(text, {}, Reading::Command);
   return confidenceOf(evidence.reasons) != Confidence::Unsure;
 }

@@ -29,7 +29,8 @@ std::string keyPath(HiveHandle root, std::string_view key) {
   const std::string_view name = longName(root);
   std::string path;
   path.reserve(name.size() + 1 + key.size());
-  return path.append(name).append("\\").append(key);
+  path.append(name).append("\\").append(key);
+  return path;
 }
 
 HiveHandle rootWithLongName(std::string_view name) { return rootWhose(&Root::name, name); }

@@ -21,27 +21,22 @@ bool mayBeThere(const std::string& path) {
 
 }  // namespace
 
-bool fileExists(const std::string& path, Shares shares) {
+Answer ask(const std::string& path, Shares shares) {
   if (!mayBeOpened(path, shares)) {
-    return false;
+    return {};
   }
   const DWORD attributes = GetFileAttributesW(Wide(path).get());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
-    return mayBeThere(path);
+    const bool isPossible = mayBeThere(path);
+    return {isPossible, isPossible};
   }
-  return (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+  const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return {!isFolder, isFolder};
 }
 
-bool folderExists(const std::string& path, Shares shares) {
-  if (!mayBeOpened(path, shares)) {
-    return false;
-  }
-  const DWORD attributes = GetFileAttributesW(Wide(path).get());
-  if (attributes == INVALID_FILE_ATTRIBUTES) {
-    return mayBeThere(path);
-  }
-  return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
+bool fileExists(const std::string& path, Shares shares) { return ask(path, shares).isFile; }
+
+bool folderExists(const std::string& path, Shares shares) { return ask(path, shares).isFolder; }
 
 TextStream TextStream::openTextFile(const std::string& path) {
   TextStream stream;

@@ -9,9 +9,14 @@
 
 namespace zelvreg::fileSystemObject {
 
-// Whether there is a file, or a folder, at a path. A path that `shares` forbids does not exist. On
-// an offline disk nobody knows what is on a drive that was not given: a path there counts as an
-// existing file and as an existing folder.
+// What there is at a path. A path that `shares` forbids does not exist. On an offline disk nobody
+// knows what is on a drive that was not given: a path there counts as an existing file and as an
+// existing folder.
+struct Answer {
+  bool isFile = false;
+  bool isFolder = false;
+};
+Answer ask(const std::string& path, Shares shares);
 bool fileExists(const std::string& path, Shares shares = Shares::Refused);
 bool folderExists(const std::string& path, Shares shares = Shares::Refused);
 

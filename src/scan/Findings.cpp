@@ -1,6 +1,7 @@
 #include "scan/Findings.h"
 
 #include "form/Form42.h"
+#include "registry/SubkeyEnumerators.h"
 #include "scan/CategoryTable.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
@@ -25,6 +26,12 @@ void selectNone(ListView& list) {
 }
 
 }  // namespace
+
+void serveUntilStop(Form42& form, std::size_t row) {
+  if (row % mostUnservedRows == 0 && !isStopAsked(form)) {
+    form.messages.doEvents();
+  }
+}
 
 std::size_t nextRow(const Form42& form) {
   return static_cast<std::size_t>(leadingNumber(form.Text1.text())) + 1;

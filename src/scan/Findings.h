@@ -43,6 +43,11 @@ struct ScannerRun {
   TotalIsSaved total = TotalIsSaved::AtEachFinding;
 };
 
+// A loop over all rows calls it for each: it serves the message queue after every so many. Not once
+// Cancel was pressed: then the findings may be used, and what the loop does with them must be done.
+inline constexpr std::size_t mostUnservedRows = 64;
+void serveUntilStop(Form42& form, std::size_t row);
+
 // The number of the first row after those of earlier scanners.
 std::size_t nextRow(const Form42& form);
 

@@ -54,7 +54,54 @@ void replaceInPlace(std::string& text, std::string_view from, std::string_view t
   }
 }
 
+// What GetPath does, without regard to what it has done before.
+std::string pathIn(const Form42& form, std::string& path) {
+  if (form.Is64BitOS) {
+    path = lowerCase(path);
+    replaceInPlace(path, "system32", "Sysnative");
+    if (!contains(path, "program files (x86)")) {
+      replaceInPlace(path, "%programfiles%", "%ProgramW6432%");
+    }
+    if (contains(path, "program files\\")) {
+      const std::string windows = lowerCase(environmentVariable("WINDIR"));
+      replaceInPlace(path, std::string(firstCharacters(windows, 3)) + "program files\\",
+                     "%ProgramW6432%\\");
+    }
+    replaceInPlace(path, "%commonprogramfiles%", "%ProgramW6432%\\Common Files");
+  }
+  return expandedText(path);
+}
+
+// A table forgets everything when it has grown as large as it may.
+template <typename Answer, typename Ask>
+const Answer& answered(TextTable<Answer>& table, const HashedText& question, const Ask& ask) {
+  constexpr std::size_t mostAnswers = 32768;
+  if (const Answer* known = table.find(question)) {
+    return *known;
+  }
+  if (table.size() >= mostAnswers) {
+    table.forget();
+  }
+  return table.add(question, ask());
+}
+
+fileSystemObject::Answer answerFor(const Form42& form, const std::string& path) {
+  if (form.memory == nullptr) {
+    return fileSystemObject::ask(path, sharesOf(form));
+  }
+  return answered(form.memory->files, HashedText(untilNul(path)),
+                  [&] { return fileSystemObject::ask(path, sharesOf(form)); });
+}
+
 }  // namespace
+
+MemoryOfScan::MemoryOfScan(Form42& formInUse) : form(formInUse) {
+  if (!form.safeguards.touches) {
+    form.memory = std::make_unique<ScanMemory>();
+  }
+}
+
+MemoryOfScan::~MemoryOfScan() { form.memory.reset(); }
 
 std::string FilePath(std::string& text) {
   const auto betweenQuotes = split(text, "\"");
@@ -75,34 +122,31 @@ std::string FilePath(std::string& text) {
 }
 
 std::string GetPath(const Form42& form, std::string& path) {
-  if (form.Is64BitOS) {
-    path = lowerCase(path);
-    replaceInPlace(path, "system32", "Sysnative");
-    if (!contains(path, "program files (x86)")) {
-      replaceInPlace(path, "%programfiles%", "%ProgramW6432%");
-    }
-    if (contains(path, "program files\\")) {
-      const std::string windows = lowerCase(environmentVariable("WINDIR"));
-      replaceInPlace(path, std::string(firstCharacters(windows, 3)) + "program files\\",
-                     "%ProgramW6432%\\");
-    }
-    replaceInPlace(path, "%commonprogramfiles%", "%ProgramW6432%\\Common Files");
+  if (form.memory == nullptr) {
+    return pathIn(form, path);
   }
-  return expandedText(path);
+  const std::string given = path;
+  const ResolvedText& resolved = answered(form.memory->texts, HashedText(given), [&] {
+    std::string expanded = pathIn(form, path);
+    return ResolvedText{path, std::move(expanded)};
+  });
+  path = resolved.text;
+  return resolved.path;
 }
 
 bool FileExists(Form42& form, std::string path) {
   ++form.filesAsked;
-  if (mayBeOpened(path, sharesOf(form))) {
-    changepermission(path, form.safeguards.touches ? Rights::Given : Rights::Left);
+  // Where nothing is given, only the path changes.
+  const Rights rights = form.safeguards.touches ? Rights::Given : Rights::Left;
+  if (rights == Rights::Left || mayBeOpened(path, sharesOf(form))) {
+    changepermission(path, rights);
   }
   // The file system is asked first, also about what is in the system folder anyway.
-  const bool exists = fileSystemObject::fileExists(path, sharesOf(form));
-  return exists || containsIgnoringCase(path, "system32");
+  return answerFor(form, path).isFile || containsIgnoringCase(path, "system32");
 }
 
 bool FolderExists(const Form42& form, const std::string& path) {
-  return fileSystemObject::folderExists(path, sharesOf(form));
+  return answerFor(form, path).isFolder;
 }
 
 void pth(Form42& form, std::string& rule) {

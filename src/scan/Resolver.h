@@ -23,6 +23,19 @@ std::string FilePath(std::string& text);
 // `path` is left as it was before the expansion.
 std::string GetPath(const Form42& form, std::string& path);
 
+// While one lives the form remembers what its scan or search has found out, unless it touches what
+// it finds.
+class MemoryOfScan {
+ public:
+  explicit MemoryOfScan(Form42& formInUse);
+  ~MemoryOfScan();
+  MemoryOfScan(const MemoryOfScan&) = delete;
+  MemoryOfScan& operator=(const MemoryOfScan&) = delete;
+
+ private:
+  Form42& form;
+};
+
 // Whether a file exists. The text may end in a NUL. A path with the name of the system folder
 // always counts as existing. If a scan may touch what it finds, the user is first given access to a
 // path in a recycle bin. A path on another computer counts as missing unless that may be asked.

@@ -5,6 +5,7 @@
 #include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scan/Resolver.h"
 #include "scan/ScanPanel.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
@@ -93,6 +94,7 @@ void testRow(Form42& form, std::size_t row, const Category& category) {
 }
 
 void testRows(Form42& form) {
+  const MemoryOfScan memory(form);
   for (std::size_t row = 1; row <= categories().size() && !isStopAsked(form); ++row) {
     if (form.View1.isChecked(row)) {
       testRow(form, row, categoryAt(row));

@@ -60,12 +60,27 @@ std::string_view untilBlankAfterLastDot(std::string_view text) {
   return isCut ? text.substr(0, blank) : text;
 }
 
+// To ask for a file may give access to the folder that it is, so that is asked for anew. A folder
+// on a removable drive counts as there whatever the second answer.
+bool isThereOnceTouched(Form42& form, const std::string& path) {
+  if (FolderExists(form, path)) {
+    const std::string drive = std::string(firstCharacters(path, 1)) + ":\\";
+    if (comesAndGoes(GetDriveTypeW(Wide(drive).get())) || form.cancelRequested) {
+      return true;
+    }
+  }
+  return FileExists(form, path) || FolderExists(form, path);
+}
+
 }  // namespace
 
 std::string resolvedValue(const Form42& form, HiveHandle root, const std::string& key,
                           const std::string& valueName) {
-  std::string value = textOf(GetRegistryValue(root, key, valueName).value);
-  const std::string path = GetPath(form, value);
+  return resolvedText(form, textOf(GetRegistryValue(root, key, valueName).value));
+}
+
+std::string resolvedText(const Form42& form, std::string text) {
+  const std::string path = GetPath(form, text);
   return std::string(trim(lowerCase(untilNul(path))));
 }
 
@@ -102,16 +117,8 @@ bool comesAndGoes(unsigned driveType) {
 }
 
 bool isDeadPath(Form42& form, const std::string& path) {
-  const bool isFolder = FolderExists(form, path);
-  if (isFolder) {
-    const std::string drive = std::string(firstCharacters(path, 1)) + ":\\";
-    if (comesAndGoes(GetDriveTypeW(Wide(drive).get())) || form.cancelRequested) {
-      return false;
-    }
-  }
-  // To ask for a file may have given access to the folder.
-  const bool isThere =
-      FileExists(form, path) || (form.safeguards.touches ? FolderExists(form, path) : isFolder);
+  const bool isThere = form.safeguards.touches ? isThereOnceTouched(form, path)
+                                               : FileExists(form, path) || FolderExists(form, path);
   return !isThere && !contains(path, "}") && hasDriveLetter(path);
 }
 

@@ -16,6 +16,9 @@ struct Form42;
 std::string resolvedValue(const Form42& form, HiveHandle root, const std::string& key,
                           const std::string& valueName);
 
+// The same of a text as GetRegistryValue gives it.
+std::string resolvedText(const Form42& form, std::string text);
+
 // The text between the first two quotation marks if it begins with one, else the whole text.
 std::string_view betweenFirstQuotes(std::string_view text);
 

@@ -4,7 +4,6 @@
 
 #include "form/Form42.h"
 #include "keys/DirectText.h"
-#include "keys/ValueData.h"
 #include "roots/NameLimits.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
@@ -30,18 +29,18 @@ struct ListedValue {
   DWORD size = 0;
 };
 
-// False after the last value.
-bool readValue(ListerState& lister, HKEY key, DWORD index, ListedValue& value) {
+// ERROR_NO_MORE_ITEMS after the last value.
+LONG readValue(ListerState& lister, HKEY key, DWORD index, ListedValue& value) {
   if (lister.valueName.empty()) {
     lister.valueName.resize(longestValueName + 1);
   }
   auto length = static_cast<DWORD>(lister.valueName.size());
-  if (RegEnumValueW(key, index, roomIn(lister.valueName), &length, nullptr, &value.type, nullptr,
-                    &value.size) != ERROR_SUCCESS) {
-    return false;
+  const LONG status = RegEnumValueW(key, index, roomIn(lister.valueName), &length, nullptr,
+                                    &value.type, nullptr, &value.size);
+  if (status == ERROR_SUCCESS) {
+    value.name = utf8(untilNul(std::u16string_view(lister.valueName.data(), length)));
   }
-  value.name = CutAtNul(utf8({lister.valueName.data(), length}));
-  return true;
+  return status;
 }
 
 std::string hexText(const std::vector<BYTE>& bytes) {
@@ -84,21 +83,33 @@ void showValue(ListView& list, const std::string& name, const ShownData& data) {
   list.setText(row, valueDataColumn, data.text);
 }
 
-ValueNames listValues(ListerState& lister, HiveHandle root, const std::string& key,
-                      ListView* list) {
-  ValueNames values;
-  const OpenKey open(root, key, anyRight);
+// Where the values of which key are shown.
+struct Shown {
+  ListView& list;
+  HiveHandle root;
+  const std::string& key;
+};
+
+void listValues(ListerState& lister, const OpenKey& open, ValueNames& values, const Shown* shown) {
+  values.names.clear();
+  values.types.clear();
   ListedValue value;
-  for (DWORD index = 0; open.isOpen() && readValue(lister, open.handle(), index, value); ++index) {
-    values.names.resize(index);
-    values.types.resize(index);
-    values.names.push_back(value.name);
-    values.types.push_back(value.type);
-    if (list != nullptr) {
-      showValue(*list, value.name, shownData(root, key, value));
+  values.ended = open.openStatus();
+  for (DWORD index = 0; values.ended == ERROR_SUCCESS; ++index) {
+    values.ended = readValue(lister, open.handle(), index, value);
+    if (values.ended != ERROR_SUCCESS) {
+      break;
     }
+    if (shown != nullptr) {
+      showValue(shown->list, value.name, shownData(shown->root, shown->key, value));
+    }
+    values.names.push_back(std::move(value.name));
+    values.types.push_back(value.type);
   }
-  return values;
+  if (values.names.empty()) {
+    values.names.emplace_back(nothingRead);
+    values.types.push_back(REG_NONE);
+  }
 }
 
 }  // namespace
@@ -109,25 +120,37 @@ bool HasSubkeys(HiveHandle root) {
   return open.isOpen() && readSubkeyName(open.handle(), 0, name);
 }
 
-std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHandle root,
-                                     const std::string& key) {
-  std::vector<std::string> names{std::string(nothingRead)};
-  const OpenKey open(root, key, anyRight);
+OpenKey openForLists(HiveHandle root, const std::string& key) { return {root, key, anyRight}; }
+
+void ListSubkeys(Form42& form, ListerState& lister, const OpenKey& open, NameStack& names) {
   if (!open.isOpen()) {
-    return names;
+    return;
   }
   for (DWORD index = 0;; ++index) {
     form.messages.doEvents();
     KeyName name;
     if (!readSubkeyName(open.handle(), index, name)) {
-      return names;
+      return;
     }
-    names.resize(index);
-    names.push_back(utf8(name.data()));
+    names.add(untilNul(name.data()));
     if (lister.counter == 1) {
       form.Label3.caption = decimal(index + 1) + "Keys scanned ";
     }
   }
+}
+
+std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHandle root,
+                                     const std::string& key) {
+  NameStack listed;
+  ListSubkeys(form, lister, openForLists(root, key), listed);
+  std::vector<std::string> names;
+  for (std::size_t place = 0; place < listed.top(); place += NameStack::sizeOf(names.back())) {
+    names.emplace_back(listed.at(place));
+  }
+  if (names.empty()) {
+    names.emplace_back(nothingRead);
+  }
+  return names;
 }
 
 ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, ShowsValues shows,
@@ -136,10 +159,12 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, Sho
     key.pop_back();
   }
   if (shows == ShowsValues::No) {
-    return listValues(lister, root, key, nullptr);
+    return ListValues(lister, root, key);
   }
   list.clear();
-  ValueNames values = listValues(lister, root, key, &list);
+  const Shown shown{.list = list, .root = root, .key = key};
+  ValueNames values;
+  listValues(lister, openForLists(root, key), values, &shown);
   if (list.count() == 0) {
     showValue(list, "", {"REG_SZ", "(value not set)"});
   }
@@ -147,26 +172,30 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, Sho
 }
 
 ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& key) {
-  return listValues(lister, root, key, nullptr);
+  ValueNames values;
+  ListValues(lister, openForLists(root, key), values);
+  return values;
+}
+
+void ListValues(ListerState& lister, const OpenKey& open, ValueNames& values) {
+  listValues(lister, open, values, nullptr);
 }
 
 ValueTexts::ValueTexts(HiveHandle root, const std::string& key) : open(root, key, textAccess) {}
 
-std::string ValueTexts::read(const std::string& valueName, const std::string& fallback) const {
-  if (!open.isOpen()) {
-    return fallback;
-  }
-  ValueData data;
-  if (data.read(open.handle(), valueName) != ERROR_SUCCESS) {
-    return fallback;
-  }
-  const std::string text = data.text();
-  return data.type() == REG_EXPAND_SZ ? CutAtNul(ExpandEnvText(text)) : text;
+bool ValueTexts::read(const std::string& valueName) {
+  return open.isOpen() && value.read(open.handle(), valueName) == ERROR_SUCCESS;
+}
+
+std::string ValueTexts::text() const {
+  const std::string text = value.text();
+  return value.type() == REG_EXPAND_SZ ? CutAtNul(ExpandEnvText(text)) : text;
 }
 
 std::string ReadValueText(HiveHandle root, const std::string& key, const std::string& valueName,
                           const std::string& fallback) {
-  return ValueTexts(root, key).read(valueName, fallback);
+  ValueTexts texts(root, key);
+  return texts.read(valueName) ? texts.text() : fallback;
 }
 
 std::int32_t ReadValueDword(HiveHandle root, const std::string& key, const std::string& valueName,
@@ -202,9 +231,9 @@ std::string ExpandEnvText(const std::string& text) { return expandedText(text); 
 
 std::string CutAtNul(std::string_view text) { return std::string(untilNul(text)); }
 
-std::string ParentKeyPath(std::string_view key) {
+std::string_view ParentKeyPath(std::string_view key) {
   const auto backslash = key.rfind('\\');
-  return backslash == std::string_view::npos ? "" : std::string(key.substr(0, backslash));
+  return key.substr(0, backslash == std::string_view::npos ? 0 : backslash);
 }
 
 }  // namespace zelvreg

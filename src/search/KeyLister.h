@@ -16,8 +16,10 @@
 #include <vector>
 
 #include "keys/OpenKey.h"
+#include "keys/ValueData.h"
 #include "keys/Variant.h"
 #include "roots/Roots.h"
+#include "search/NameStack.h"
 #include "widgets/ListView.h"
 
 namespace zelvreg {
@@ -40,12 +42,20 @@ struct ListerState {
 struct ValueNames {
   std::vector<std::string> names{std::string(nothingRead)};
   std::vector<DWORD> types{REG_NONE};
+  // What ended the list: ERROR_NO_MORE_ITEMS, or the code of the call that failed.
+  LONG ended = ERROR_NO_MORE_ITEMS;
 };
 
 // Whether a root has a subkey.
 bool HasSubkeys(HiveHandle root);
 
-// The names of a key's subkeys; an empty key is the root itself. Serves the queue at each name.
+// Opens a key for both of its lists; an empty key is the root itself.
+OpenKey openForLists(HiveHandle root, const std::string& key);
+
+// Adds the names of a key's subkeys; nothing if none is read. Serves the queue at each name.
+void ListSubkeys(Form42& form, ListerState& lister, const OpenKey& open, NameStack& names);
+
+// The names by themselves.
 std::vector<std::string> ListSubkeys(Form42& form, ListerState& lister, HiveHandle root,
                                      const std::string& key);
 
@@ -60,21 +70,28 @@ ValueNames ListValues(ListerState& lister, HiveHandle root, std::string key, Sho
                       ListView& list);
 // The same without a list.
 ValueNames ListValues(ListerState& lister, HiveHandle root, const std::string& key);
+// In the place of what `values` held.
+void ListValues(ListerState& lister, const OpenKey& open, ValueNames& values);
 
 // Reads texts of one key, which is opened once.
 class ValueTexts {
  public:
   ValueTexts(HiveHandle root, const std::string& key);
 
-  // The text of a value up to its first NUL, a REG_EXPAND_SZ with its variables expanded; data of
-  // any other type are read as text.
-  [[nodiscard]] std::string read(const std::string& valueName, const std::string& fallback) const;
+  // Whether the value could be read.
+  bool read(const std::string& valueName);
+  // The text of the value that was read last, up to its first NUL, a REG_EXPAND_SZ with its
+  // variables expanded; data of any other type are read as text.
+  [[nodiscard]] std::string text() const;
+  // Its data; none if it could not be read.
+  [[nodiscard]] const ValueData& data() const { return value; }
 
  private:
   OpenKey open;
+  ValueData value;
 };
 
-// One such text.
+// One such text; `fallback` if it cannot be read.
 std::string ReadValueText(HiveHandle root, const std::string& key, const std::string& valueName,
                           const std::string& fallback);
 
@@ -92,8 +109,9 @@ std::string ExpandEnvText(const std::string& text);
 // The text before its first NUL.
 std::string CutAtNul(std::string_view text);
 
-// The path up to its last backslash, without it; empty for a path that has none.
-std::string ParentKeyPath(std::string_view key);
+// The path up to its last backslash, without it; empty for a path that has none. Part of the path
+// that was given.
+std::string_view ParentKeyPath(std::string_view key);
 
 }  // namespace zelvreg
 

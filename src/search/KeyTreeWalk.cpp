@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 #include "form/Form42.h"
+#include "registry/RegistryValues.h"
 #include "scan/CategoryTable.h"
 #include "scan/Resolver.h"
 #include "search/DeadPath.h"
@@ -47,47 +49,69 @@ class Walk {
  public:
   enum class Level : bool { First, Below };
 
-  Walk(Form42& walkedForm, SearchState& walkedSearch) : form(walkedForm), search(walkedSearch) {}
+  Walk(Form42& walkedForm, SearchState& walkedSearch, std::string first)
+      : form(walkedForm), search(walkedSearch), key(std::move(first)) {}
 
-  void visit(const std::string& key, Level level) {
-    showParent(key);
-    visitSubkeys(key, level);
+  void visit(Level level) {
+    showParent();
+    // The handle is kept while the keys below are walked, for the key's own values.
+    const OpenKey open = openForLists(search.root, key);
+    visitSubkeys(open, level);
     if ((search.testsValues || search.testsData) && !form.cancelRequested) {
-      visitValues(key);
+      visitValues(open);
     }
   }
 
  private:
-  void showParent(const std::string& key) {
-    const std::string shown = key.empty() ? key : "\\" + key;
-    const std::string parent = ParentKeyPath(shown);
-    form.Label3.caption = parent.empty() ? std::string(longName(search.root)) : parent;
+  void showParent() {
+    const std::string_view parent = ParentKeyPath(key);
+    form.Label3.caption =
+        parent.empty() ? std::string(longName(search.root)) : std::string("\\").append(parent);
   }
 
-  void visitSubkeys(const std::string& key, Level level) {
+  void visitSubkeys(const OpenKey& open, Level level) {
+    const std::size_t first = names.top();
     search.lister.counter = level == Level::First ? 1 : 0;
-    const std::vector<std::string> names = ListSubkeys(form, search.lister, search.root, key);
+    ListSubkeys(form, search.lister, open, names);
     search.lister.counter = 0;
-    if (names.front() == nothingRead) {
-      return;
+    const std::size_t end = names.top();
+    if (first != end && names.at(first) != nothingRead) {
+      visitEach(first, end);
     }
-    for (const std::string& name : names) {
+    names.cutTo(first);
+  }
+
+  void visitEach(std::size_t first, std::size_t end) {
+    const std::size_t length = key.size();
+    std::size_t next = first;
+    while (next != end) {
       if (form.cancelRequested) {
         return;
       }
+      const std::string_view name = names.at(next);
+      next += NameStack::sizeOf(name);
       if (name.empty()) {
         continue;
       }
-      const std::string subkey = pathBelow(key, name);
-      if (search.testsKeys && matches(name)) {
-        addKeyRow(subkey);
+      key.append(length == 0 ? "" : "\\").append(name);
+      if (search.testsKeys && matches(std::string(name))) {
+        addKeyRow();
       }
-      visit(subkey, Level::Below);
+      visit(Level::Below);
+      key.resize(length);
     }
   }
 
-  void visitValues(const std::string& key) {
-    const ValueNames values = ListValues(search.lister, search.root, key);
+  // A key that was deleted while those below it were walked may have been made anew.
+  void listValues(const OpenKey& open) {
+    ListValues(search.lister, open, values);
+    if (values.names.front() == nothingRead && values.ended != ERROR_NO_MORE_ITEMS) {
+      ListValues(search.lister, openForLists(search.root, key), values);
+    }
+  }
+
+  void visitValues(const OpenKey& open) {
+    listValues(open);
     if (values.names.front() == nothingRead) {
       return;
     }
@@ -98,7 +122,7 @@ class Walk {
       }
       const std::string& name = values.names[index];
       if (search.testsValues && matches(name)) {
-        addValueRow(key, name, values.types[index]);
+        addValueRow(name, values.types[index]);
       }
       if (!search.testsData || values.types[index] != REG_SZ) {
         continue;
@@ -106,8 +130,8 @@ class Walk {
       if (!texts) {
         texts.emplace(search.root, key);
       }
-      if (matches(texts->read(name, ""))) {
-        testPath(key, name);
+      if (matches(texts->read(name) ? texts->text() : "")) {
+        testPath(name, texts->data());
       }
     }
   }
@@ -118,7 +142,7 @@ class Walk {
     return matched;
   }
 
-  void addKeyRow(const std::string& key) {
+  void addKeyRow() {
     const std::string value = resolvedValue(form, search.root, key, "");
     addNameRow({.location = key,
                 .badValue = replaceAll(betweenFirstQuotes(value), "\"", ""),
@@ -128,7 +152,7 @@ class Walk {
                 .iconKey = ""});
   }
 
-  void addValueRow(const std::string& key, const std::string& name, DWORD type) {
+  void addValueRow(const std::string& name, DWORD type) {
     addNameRow({.location = pathBelow(key, name),
                 .badValue = "",
                 .kindCode = "",
@@ -143,19 +167,25 @@ class Walk {
     addRow(form, uncounted, row);
   }
 
-  void testPath(const std::string& key, const std::string& name) {
+  // The text that has matched, as the other reader of values gives it.
+  std::string matchedText(const std::string& name, const ValueData& data) {
+    return data.isSingleText() ? resolvedText(form, textOfData(data.units()))
+                               : resolvedValue(form, search.root, key, name);
+  }
+
+  void testPath(const std::string& name, const ValueData& data) {
     form.Label3.caption = keyPath(search.root, key);
-    const std::string text = withoutQuotesAndIndex(resolvedValue(form, search.root, key, name));
+    const std::string text = withoutQuotesAndIndex(matchedText(name, data));
     if (!isTestablePath(text)) {
       return;
     }
     const std::string path(programOf(text));
     if (isDeadPath(form, path)) {
-      addDeadPath(path, key, name);
+      addDeadPath(path, name);
     }
   }
 
-  void addDeadPath(const std::string& path, const std::string& key, const std::string& name) {
+  void addDeadPath(const std::string& path, const std::string& name) {
     const SearchCategory* category = find(search.category);
     if (category != nullptr) {
       showCaption(form, category->row);
@@ -174,6 +204,9 @@ class Walk {
 
   Form42& form;
   SearchState& search;
+  std::string key;    // that is under work
+  NameStack names;    // of the keys below it and below those above it
+  ValueNames values;  // its own
 };
 
 }  // namespace
@@ -184,7 +217,7 @@ std::size_t rowOfSearchCategory(int category) {
 }
 
 void SearchKeyTree(Form42& form, SearchState& search, const std::string& key) {
-  Walk(form, search).visit(key, Walk::Level::First);
+  Walk(form, search, key).visit(Walk::Level::First);
 }
 
 }  // namespace zelvreg

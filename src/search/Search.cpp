@@ -8,6 +8,7 @@
 #include "keys/RootHandles.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scan/Resolver.h"
 #include "search/KeyLister.h"
 #include "search/KeyTreeWalk.h"
 #include "text/Numbers.h"
@@ -119,6 +120,15 @@ void walkAllRoots(Form42& form, SearchState& search) {
   }
 }
 
+void walk(Form42& form, SearchState& search) {
+  const MemoryOfScan memory(form);
+  if (form.cboRoot.listIndex() != 0) {
+    walkRoot(form, search, form.cboRoot.text());
+  } else {
+    walkAllRoots(form, search);
+  }
+}
+
 }  // namespace
 
 void Command24(Form42& form) {
@@ -157,11 +167,7 @@ void cmdFind(Form42& form) {
                      .category = form.searchCategory,
                      .run = {},
                      .lister = {}};
-  if (form.cboRoot.listIndex() != 0) {
-    walkRoot(form, search, form.cboRoot.text());
-  } else {
-    walkAllRoots(form, search);
-  }
+  walk(form, search);
   form.Label3.caption = problemsFoundText(form);
   form.Label4.caption = totalProblemsFound;
 }

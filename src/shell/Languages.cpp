@@ -127,8 +127,9 @@ void changelangoru(Form42& form) {
     return;
   }
   giveFont(form, languageFont(form));
+  const LanguageFile language = languageInUse(form);
   for (const Caption& caption : captions()) {
-    caption.set(form, readLanguageText(form, "Form42", caption.key));
+    caption.set(form, language.value("Form42", caption.key));
   }
   // A button without a caption of its own, which does the same as this menu entry.
   form.chameleonButton9.toolTip = form.g.caption;
@@ -137,15 +138,15 @@ void changelangoru(Form42& form) {
 }
 
 void createCategoryRows(Form42& form) {
+  const LanguageFile language = languageInUse(form);
   for (const Category& category : categories()) {
-    form.View1.add(readLanguageText(form, "Form42", category.nameKey));
+    form.View1.add(language.value("Form42", category.nameKey));
   }
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     form.View1.setSmallIcon(row, categoryAt(row).icon);
   }
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
-    form.View1.setText(row, descriptionColumn,
-                       readLanguageText(form, "Form42", categoryAt(row).textKey));
+    form.View1.setText(row, descriptionColumn, language.value("Form42", categoryAt(row).textKey));
   }
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     form.View1.setText(row, problemsColumn, "0");

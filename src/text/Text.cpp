@@ -81,19 +81,26 @@ std::size_t findIgnoringCase(std::string_view text, std::string_view lowerCasePa
   if (lowerCasePart.empty()) {
     return 0;
   }
-  const bool beginsWithLetter = lowerCasePart.front() >= 'a' && lowerCasePart.front() <= 'z';
-  const std::size_t start = beginsWithLetter ? 0 : text.find(lowerCasePart.front());
-  if (start == std::string_view::npos) {
-    return start;
-  }
-  const auto isSame = [](char character, char wanted) {
+  const auto isSame = [](char wanted, char character) {
     return character == wanted ||
            (character >= 'A' && character <= 'Z' && (character ^ 0x20) == wanted);
   };
-  const auto* const found = std::search(text.begin() + start, text.end(), lowerCasePart.begin(),
-                                        lowerCasePart.end(), isSame);
-  return found == text.end() ? std::string_view::npos
-                             : static_cast<std::size_t>(found - text.begin());
+  const char first = lowerCasePart.front();
+  const bool isLetter = first >= 'a' && first <= 'z';
+  // Where the first character stands next, as it is and as a capital.
+  std::size_t asIs = text.find(first);
+  std::size_t asCapital =
+      isLetter ? text.find(static_cast<char>(first ^ 0x20)) : std::string_view::npos;
+  while (true) {
+    const std::size_t place = std::min(asIs, asCapital);
+    if (place == std::string_view::npos || text.size() - place < lowerCasePart.size()) {
+      return std::string_view::npos;
+    }
+    if (std::equal(lowerCasePart.begin(), lowerCasePart.end(), text.begin() + place, isSame)) {
+      return place;
+    }
+    (place == asIs ? asIs : asCapital) = text.find(text[place], place + 1);
+  }
 }
 
 std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }

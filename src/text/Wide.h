@@ -5,8 +5,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
-#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -39,7 +39,7 @@ inline std::u16string_view untilNul(LPCWSTR text) {
 // The data of a value as UTF-16. An odd last byte is dropped.
 inline std::u16string unitsOf(std::span<const BYTE> data) {
   std::u16string units(data.size() / sizeof(char16_t), u'\0');
-  std::memcpy(units.data(), data.data(), units.size() * sizeof(char16_t));
+  std::copy_n(data.begin(), units.size() * sizeof(char16_t), reinterpret_cast<BYTE*>(units.data()));
   return units;
 }
 

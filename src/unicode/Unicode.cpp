@@ -80,6 +80,24 @@ std::size_t copyPlain(To* to, std::basic_string_view<From> from) {
 
 }  // namespace
 
+std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t from) {
+  std::size_t index = from;
+  for (; index + block <= text.size(); index += block) {
+    // Without a way out of it, so that all are compared at once.
+    bool isHere = false;
+    for (std::size_t next = index; next < index + block; ++next) {
+      isHere |= text[next] == unit;
+    }
+    if (isHere) {
+      break;
+    }
+  }
+  while (index < text.size() && text[index] != unit) {
+    ++index;
+  }
+  return index;
+}
+
 Utf8Character firstCharacter(std::string_view text) {
   constexpr std::array<char32_t, 5> smallest{0, 0, 0x80, 0x800, firstSupplementary};
   const unsigned first = byteAt(text, 0);
@@ -158,9 +176,16 @@ std::u16string utf16(std::string_view text) {
 }
 
 std::string utf8(std::u16string_view text) {
-  std::string narrow(text.size(), '\0');
-  const std::size_t plain = copyPlain(narrow.data(), text);
-  narrow.resize(plain);
+  std::string narrow;
+  appendUtf8(narrow, text);
+  return narrow;
+}
+
+void appendUtf8(std::string& narrow, std::u16string_view text) {
+  const std::size_t start = narrow.size();
+  narrow.resize(start + text.size());
+  const std::size_t plain = copyPlain(narrow.data() + start, text);
+  narrow.resize(start + plain);
   for (std::size_t at = plain; at < text.size(); ++at) {
     char32_t code = text[at];
     if (isPairAt(text, at)) {
@@ -168,7 +193,6 @@ std::string utf8(std::u16string_view text) {
     }
     appendCharacter(narrow, code);
   }
-  return narrow;
 }
 
 bool isPlainUtf8(std::string_view text) {

@@ -28,9 +28,12 @@ constexpr bool isPairAt(std::u16string_view text, std::size_t index) {
   return isHighSurrogate(text[index]) && index + 1 < text.size() && isLowSurrogate(text[index + 1]);
 }
 
+// Where a unit stands first in a text, from an index on; the text's size if it does not.
+std::size_t findUnit(std::u16string_view text, char16_t unit, std::size_t from = 0);
+
 // The text before its first NUL.
-constexpr std::u16string_view untilNul(std::u16string_view text) {
-  return text.substr(0, text.find(u'\0'));
+inline std::u16string_view untilNul(std::u16string_view text) {
+  return text.substr(0, findUnit(text, u'\0'));
 }
 
 // One character of a UTF-8 text, and how many bytes it takes there.
@@ -52,6 +55,10 @@ std::u16string utf16(std::string_view text);
 
 // Without loss. Nothing is cut: NUL is a character like any other.
 std::string utf8(std::u16string_view text);
+
+// The same at the end of a text. A high surrogate there and a low one that is appended stay two
+// characters.
+void appendUtf8(std::string& narrow, std::u16string_view text);
 
 // Like utf16(), into memory of the caller, which must have room for as many units as the text has
 // bytes. Returns how many units were written; no NUL is added.

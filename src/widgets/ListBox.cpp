@@ -1,5 +1,7 @@
 #include "widgets/ListBox.h"
 
+#include <utility>
+
 #include "text/Text.h"
 
 namespace zelvreg {
@@ -16,6 +18,9 @@ void ListBox::add(std::string_view text) {
 }
 
 void ListBox::clear() {
+  if (entries.size() > MessageQueue::mostFreedAtOnce) {
+    queue.discard(std::exchange(entries, {}));
+  }
   entries.clear();
   changed(Change::Rows);
 }

@@ -6,12 +6,16 @@
 #include <vector>
 
 #include "widgets/Control.h"
+#include "widgets/MessageQueue.h"
 
 namespace zelvreg {
 
 // A list in the order of adding. Positions count from 0.
 class ListBox : public Control {
  public:
+  // The queue frees many entries that are cleared. It is not owned and must outlive the list.
+  explicit ListBox(MessageQueue& queueInUse) : queue(queueInUse) {}
+
   [[nodiscard]] int count() const { return static_cast<int>(entries.size()); }
   // The empty text outside the list.
   [[nodiscard]] const std::string& text(int position) const;
@@ -21,6 +25,7 @@ class ListBox : public Control {
   void clear();
 
  private:
+  MessageQueue& queue;
   std::vector<std::string> entries;
 };
 

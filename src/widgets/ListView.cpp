@@ -13,13 +13,14 @@ std::string cellText(std::string_view text) { return std::string(untilNul(text))
 
 }  // namespace
 
-ListView::ListView(const ImageList& smallIcons, std::vector<ColumnHeader> headers)
-    : icons(smallIcons), columns(std::move(headers)) {}
+ListView::ListView(const ImageList& smallIcons, MessageQueue& queueInUse,
+                   std::vector<ColumnHeader> headers)
+    : icons(smallIcons), columns(std::move(headers)), queue(queueInUse) {}
 
 std::size_t ListView::add(std::string_view text) {
   Row& row = rows.emplace_back();
   row.text = cellText(text);
-  changed(Change::Rows, rows.size());
+  rowsChanged(rows.size());
   return rows.size();
 }
 
@@ -27,13 +28,14 @@ void ListView::remove(std::size_t row) {
   if (find(row) == nullptr) {
     return;
   }
+  highlights -= isSelected(row) ? 1 : 0;
   rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row - 1));
   if (selected == row) {
     selected = 0;
   } else if (selected > row) {
     --selected;
   }
-  changed(Change::Rows, row);
+  rowsChanged(row);
 }
 
 void ListView::removeWhere(const std::function<bool(std::size_t row)>& isToGo) {
@@ -44,7 +46,7 @@ void ListView::removeWhere(const std::function<bool(std::size_t row)>& isToGo) {
       continue;
     }
     if (kept + 1 < row) {
-      rows[kept] = std::move(rows[row - 1]);
+      std::swap(rows[kept], rows[row - 1]);
     }
     ++kept;
     if (row == selected) {
@@ -54,16 +56,22 @@ void ListView::removeWhere(const std::function<bool(std::size_t row)>& isToGo) {
   if (kept == rows.size()) {
     return;
   }
-  rows.resize(kept);
+  std::deque<Row> removed;
+  for (; rows.size() > kept; rows.pop_back()) {
+    highlights -= rows.back().isSelected ? 1 : 0;
+    removed.push_back(std::move(rows.back()));
+  }
+  queue.discard(std::move(removed));
   selected = stillSelected;
-  changed(Change::Rows);
+  rowsChanged(0);
 }
 
 void ListView::clear() {
-  rows.clear();
+  queue.discard(std::exchange(rows, {}));
   selected = 0;
+  highlights = 0;
   inView = 0;
-  changed(Change::Rows);
+  rowsChanged(0);
 }
 
 const std::string& ListView::text(std::size_t row, std::size_t column) const {
@@ -179,9 +187,12 @@ void ListView::setRowColor(std::size_t row, std::uint32_t color) {
 }
 
 void ListView::select(std::size_t row) {
-  for (Row& each : rows) {
-    each.isSelected = false;
+  if (highlights > 0) {
+    for (Row& each : rows) {
+      each.isSelected = false;
+    }
   }
+  highlights = 0;
   selected = 0;
   setSelected(row, true);
   changed(Change::Selection, selected);
@@ -197,6 +208,8 @@ void ListView::setSelected(std::size_t row, bool isRowSelected) {
   if (found == nullptr) {
     return;
   }
+  highlights -= found->isSelected ? 1 : 0;
+  highlights += isRowSelected ? 1 : 0;
   found->isSelected = isRowSelected;
   if (isRowSelected) {
     selected = row;
@@ -218,6 +231,11 @@ void ListView::setColumnHeader(std::size_t column, std::string_view text) {
     columns[column - 1].text = cellText(text);
     changed(Change::Text);
   }
+}
+
+void ListView::rowsChanged(std::size_t row) {
+  ++changesOfRows;
+  changed(Change::Rows, row);
 }
 
 const ListView::Row* ListView::find(std::size_t row) const {

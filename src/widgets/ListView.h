@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@
 
 #include "widgets/Control.h"
 #include "widgets/ImageList.h"
+#include "widgets/MessageQueue.h"
 
 namespace zelvreg {
 
@@ -36,10 +38,13 @@ struct CellStyle {
 
 class ListView : public Control {
  public:
-  // `smallIcons` is not owned and must outlive the list.
-  ListView(const ImageList& smallIcons, std::vector<ColumnHeader> headers);
+  // The queue frees many rows that go. It and the icons are not owned and must outlive the list.
+  ListView(const ImageList& smallIcons, MessageQueue& queueInUse,
+           std::vector<ColumnHeader> headers);
 
   [[nodiscard]] std::size_t count() const { return rows.size(); }
+  // Another number after rows have come or gone.
+  [[nodiscard]] std::size_t revision() const { return changesOfRows; }
   // Appends a row, unchecked, and gives its number.
   std::size_t add(std::string_view text);
   void remove(std::size_t row);
@@ -84,6 +89,8 @@ class ListView : public Control {
   void select(std::size_t row);
   // Several rows may be highlighted.
   [[nodiscard]] bool isSelected(std::size_t row) const;
+  // How many are highlighted.
+  [[nodiscard]] std::size_t selectedCount() const { return highlights; }
   void setSelected(std::size_t row, bool isRowSelected);
 
   // The row last scrolled into view, 0 before the first.
@@ -116,6 +123,7 @@ class ListView : public Control {
     bool isSelected = false;
   };
 
+  void rowsChanged(std::size_t row);
   [[nodiscard]] const Row* find(std::size_t row) const;
   [[nodiscard]] Row* find(std::size_t row);
   [[nodiscard]] const SubItem* findSubItem(std::size_t row, std::size_t column) const;
@@ -123,8 +131,12 @@ class ListView : public Control {
 
   const ImageList& icons;
   std::vector<ColumnHeader> columns;
-  std::vector<Row> rows;
+  MessageQueue& queue;
+  // Those that are there are not moved when more are added.
+  std::deque<Row> rows;
   std::size_t selected = 0;
+  std::size_t highlights = 0;
+  std::size_t changesOfRows = 0;
   std::size_t inView = 0;
 };
 

@@ -13,7 +13,7 @@ void Timer::enable(bool enabled) {
 }
 
 bool MessageQueue::hasWork() const {
-  return !pending.empty() ||
+  return !pending.empty() || !discarded.empty() ||
          std::ranges::any_of(timers, [](const Timer* timer) { return timer->isEnabled(); });
 }
 
@@ -31,6 +31,9 @@ void MessageQueue::doEvents() {
         timer->onTick();
       }
     }
+  }
+  if (!discarded.empty() && discarded.front()()) {
+    discarded.pop_front();
   }
   if (serveHost) {
     serveHost();

@@ -2,9 +2,12 @@
 #ifndef ZELVREG_WIDGETS_MESSAGE_QUEUE_H
 #define ZELVREG_WIDGETS_MESSAGE_QUEUE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace zelvreg {
@@ -35,20 +38,48 @@ class MessageQueue {
   // after that.
   void post(std::function<void()> work) { pending.push_back(std::move(work)); }
 
-  // The runtime's yield: runs what is posted, ticks each due timer once, then serves the host.
+  // Frees the entries of a container: a few at once, of many some each time the queue is served, so
+  // that nobody waits until 100,000 texts are freed.
+  template <class Container>
+  void discard(Container unneeded) {
+    if (unneeded.size() > mostFreedAtOnce) {
+      discarded.push_back([rest = std::make_shared<Container>(std::move(unneeded))] {
+        for (std::size_t count = 0; count < mostFreedAtOnce && !rest->empty(); ++count) {
+          freeOne(*rest);
+        }
+        return rest->empty();
+      });
+    }
+  }
+
+  // The runtime's yield: runs what is posted, ticks each due timer once, frees some of what was
+  // discarded, then serves the host.
   // Long loops call it in every pass, so a press re-enters the form from here.
   void doEvents();
 
-  // Whether something is posted or a timer runs. Then the queue must be served again soon, even if
-  // the system has no message.
+  // Whether something is posted or discarded, or a timer runs. Then the queue must be served again
+  // soon, even if the system has no message.
   [[nodiscard]] bool hasWork() const;
 
   // What the front end does with the system's own messages; none by default.
   std::function<void()> serveHost;
 
+  static constexpr std::size_t mostFreedAtOnce = 256;
+
  private:
+  template <class Container>
+  static void freeOne(Container& container) {
+    if constexpr (requires { container.pop_back(); }) {
+      container.pop_back();
+    } else {
+      container.erase(container.begin());
+    }
+  }
+
   std::vector<Timer*> timers;
   std::deque<std::function<void()>> pending;
+  // Each frees some, and says whether that was all.
+  std::deque<std::function<bool()>> discarded;
 };
 
 }  // namespace zelvreg

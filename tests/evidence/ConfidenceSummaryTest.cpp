@@ -79,7 +79,7 @@ TEST(RowEvidence, ARowThatWasNotLookedAtIsUnsureAndSaysSo) {
   EXPECT_EQ(evidenceAt(form, 1).confidence, Confidence::Sure);
   for (const std::size_t row : {2U, 3U}) {
     EXPECT_EQ(evidenceAt(form, row).confidence, Confidence::Unsure);
-    EXPECT_EQ(evidenceAt(form, row).reasons, std::vector{Reason::NotExamined});
+    EXPECT_EQ(evidenceAt(form, row).reasons, ReasonList{Reason::NotExamined});
   }
 }
 

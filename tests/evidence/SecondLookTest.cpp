@@ -172,6 +172,26 @@ TEST_F(SecondLookTest, ACancelEndsTheLookButNotWhatItHasFound) {
   EXPECT_EQ(reasonsOf(2), "not-examined");
 }
 
+TEST_F(SecondLookTest, TheQueueIsServedWhileAllRowsAreWeighedTogetherUntilCancel) {
+  addProgram("a", "C:\\EvidenceTest\\gone.exe");
+  for (std::size_t row = 2; row <= 2 * mostUnservedRows; ++row) {
+    add("a");
+  }
+  std::size_t served = 0;
+  std::size_t cancelAt = 0;
+  form.messages.serveHost = [&] {
+    if (++served == cancelAt) {
+      form.Text2.setText("2");
+    }
+  };
+  lookAgain(form);
+  EXPECT_GE(served, form.View2.count() + 2);
+  served = 0;
+  cancelAt = form.View2.count() + 1;
+  lookAgain(form);
+  EXPECT_EQ(served, form.View2.count() + 1);
+}
+
 TEST_F(SecondLookTest, MoreThanHalfOfManyIsImplausible) {
   for (int number = 0; number < 11; ++number) {
     addProgram("program " + std::to_string(number), "C:\\EvidenceTest\\gone.exe");

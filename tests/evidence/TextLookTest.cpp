@@ -28,7 +28,7 @@ class TextLookTest : public fixture::ComputerFixture {
 
   Evidence look(const std::string& text, Reading reading = Reading::Command,
                 const TextOwner& owner = {}) {
-    TextLook texts(Shares::Refused);
+    TextLook texts(Shares::Refused, 1);
     return texts.at(text, owner, reading);
   }
   std::string reasonsOf(const std::string& text, Reading reading = Reading::Command,
@@ -241,7 +241,7 @@ TEST_F(TextLookTest, WhatIsPackagedOrHasAShortNameIsNotCalledDead) {
 
 TEST_F(TextLookTest, SaysWhatItLookedFor) {
   EXPECT_EQ(look("\"C:\\EvidenceTest\\gone.exe\" /x").tested,
-            std::vector<std::string>{"C:\\EvidenceTest\\gone.exe"});
+            TestedPlaces{"C:\\EvidenceTest\\gone.exe"});
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace {
 class TextLookOfDrivesTest : public fixture::MachineFixture {
  protected:
   static std::string reasonsOf(const std::string& text, Shares shares = Shares::Refused) {
-    TextLook look(shares);
+    TextLook look(shares, 1);
     return reasonCodes(look.at(text, {}, Reading::Command));
   }
 };
@@ -28,7 +28,7 @@ TEST_F(TextLookOfDrivesTest, WhatIsGoneFromADiskThatCanBeChangedMayComeBack) {
 TEST_F(TextLookOfDrivesTest, BelowAFolderThatIsMissingNothingIsAsked) {
   file("C:\\Vendor\\there.exe");
   machine::Machine& computer = start();
-  TextLook look(Shares::Refused);
+  TextLook look(Shares::Refused, 1);
   const auto reasons = [&](const std::string& text) {
     return reasonCodes(look.at(text, {}, Reading::Command));
   };

@@ -6,6 +6,7 @@
 #include "exclusions/ExclusionFixture.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
+#include "scan/Findings.h"
 #include "support/UnrulyContents.h"
 
 namespace zelvreg {
@@ -49,6 +50,32 @@ TEST_F(ExclusionListTest, LettersCountAlikeInBothCases) {
   EXPECT_EQ(left("hkey_local_machine\\SOFTWARE\\a", {"Software\\A", "b"}), (Texts{"b"}));
   EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\", {"Software\\A", "b"}), Texts());
   EXPECT_EQ(left("hkey_local_machine\\", {"Software\\A", "b"}), Texts());
+}
+
+TEST_F(ExclusionListTest, TheQueueIsServedWhileTheListIsWholeAndNotOnceCancelWasPressed) {
+  const std::size_t count = 3 * mostUnservedRows;
+  const Texts keys(count, "a");
+  std::size_t served = 0;
+  form.messages.serveHost = [&] {
+    ++served;
+    EXPECT_EQ(form.View2.count(), count);
+  };
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\a", keys), Texts());
+  EXPECT_EQ(served, 3U);
+  form.Text2.setText("2");
+  EXPECT_EQ(left("HKEY_LOCAL_MACHINE\\a", keys), Texts());
+  EXPECT_EQ(served, 3U);
+}
+
+TEST_F(ExclusionListTest, RowsThatChangeWhileTheQueueIsServedAreJudgedAgain) {
+  form.messages.post([this] {
+    form.View2.clear();
+    for (std::size_t row = 0; row < mostUnservedRows; ++row) {
+      addResult("HKEY_LOCAL_MACHINE", row == 1 ? "a" : "b");
+    }
+  });
+  const Texts all = left("HKEY_LOCAL_MACHINE\\a", Texts(mostUnservedRows, "a"));
+  EXPECT_EQ(all, Texts(mostUnservedRows - 1, "b"));
 }
 
 TEST_F(ExclusionListTest, AFileOfAnyBytesTakesSomeKeysOrNone) {

@@ -157,7 +157,7 @@ TEST_F(NtfsDiskTest, AShortNameStandsForTheNameThatTheDriverTells) {
   EXPECT_EQ(withLongNames("C:\\progra~1\\Real Program\\TOOLWI~1.EXE"),
             "C:\\Program Files\\Real Program\\tool with a name.exe");
   EXPECT_EQ(withLongNames("C:\\PROGRA~2\\x~1.exe"), "C:\\PROGRA~2\\x~1.exe");
-  TextLook look(Shares::Refused);
+  TextLook look(Shares::Refused, 1);
   EXPECT_EQ(
       reasonCodes(look.at("C:\\PROGRA~1\\Real Program\\TOOLWI~1.EXE /x", {}, Reading::Command)),
       "found");

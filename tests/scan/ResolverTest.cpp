@@ -121,6 +121,54 @@ TEST_F(ResolverTest, AMissingFileOfTheSystemFolderIsSeenThroughTheResolver) {
   EXPECT_FALSE(FileExists(form, GetPath(form, path)));
 }
 
+TEST_F(ResolverTest, AScanAsksForAPathOnce) {
+  const std::string path = "C:\\ResolverTest\\later.txt";
+  form.safeguards.touches = false;
+  {
+    const MemoryOfScan memory(form);
+    EXPECT_FALSE(FileExists(form, path));
+    makeFile(path);
+    EXPECT_FALSE(FileExists(form, ended(path)));
+    EXPECT_FALSE(FolderExists(form, path));
+    // Every question counts, whoever answers it.
+    EXPECT_EQ(form.filesAsked, 2U);
+    // A folder may tell names apart by their case.
+    EXPECT_TRUE(FileExists(form, "C:\\ResolverTest\\LATER.txt"));
+  }
+  EXPECT_TRUE(FileExists(form, path));
+}
+
+TEST_F(ResolverTest, AScanForgetsWhenItKnowsTooMuch) {
+  const std::string path = "C:\\ResolverTest\\soon.txt";
+  form.safeguards.touches = false;
+  const MemoryOfScan memory(form);
+  EXPECT_FALSE(FileExists(form, path));
+  makeFile(path);
+  for (int number = 0; number < 32768; ++number) {
+    FileExists(form, "C:\\ResolverTest\\Missing\\" + std::to_string(number));
+  }
+  EXPECT_TRUE(FileExists(form, path));
+}
+
+TEST_F(ResolverTest, AScanThatTouchesAsksEveryTime) {
+  const std::string path = "C:\\ResolverTest\\touched.txt";
+  form.safeguards.touches = true;
+  const MemoryOfScan memory(form);
+  EXPECT_FALSE(FileExists(form, path));
+  makeFile(path);
+  EXPECT_TRUE(FileExists(form, path));
+}
+
+TEST_F(ResolverTest, ARememberedPathIsRewrittenAsAtTheFirstTime) {
+  form.safeguards.touches = false;
+  const MemoryOfScan memory(form);
+  for (int time = 0; time < 2; ++time) {
+    std::string path = "C:\\Windows\\System32\\%None%\\X.dll";
+    EXPECT_EQ(GetPath(form, path), ended("c:\\windows\\Sysnative\\%none%\\x.dll"));
+    EXPECT_EQ(path, "c:\\windows\\Sysnative\\%none%\\x.dll");
+  }
+}
+
 class FirewallPathTest : public ResolverTest {
  protected:
   std::string pathOf(std::string rule) {

@@ -36,7 +36,8 @@ class KeyListerTest : public SearchFixture {
 
   ListerState lister;
   ImageList images;
-  ListView list{images, {{"Name"}, {"Type"}, {""}, {"Data"}}};
+  MessageQueue messages{{}};
+  ListView list{images, messages, {{"Name"}, {"Type"}, {""}, {"Data"}}};
 };
 
 TEST_F(KeyListerTest, ARootHasSubkeysAndAnUnknownOneHasNone) {
@@ -101,6 +102,23 @@ TEST_F(KeyListerTest, AKeyThatIsDeletedWhileItIsListedEndsTheList) {
     }
   };
   EXPECT_EQ(subkeys(), (Texts{"a"}));
+}
+
+TEST_F(KeyListerTest, NamesAreAddedAboveThoseThatAreThere) {
+  makeKey(userKey + "\\a");
+  makeKey(userKey + "\\\xC3\xA9t\xC3\xA9");
+  NameStack names;
+  names.add(u"before");
+  const std::size_t first = names.top();
+  ListSubkeys(form, lister, openForLists(user, ownKey), names);
+  EXPECT_EQ(names.at(0), "before");
+  EXPECT_EQ(names.at(first), "a");
+  const std::string second = "\xC3\xA9t\xC3\xA9";
+  EXPECT_EQ(names.at(first + NameStack::sizeOf("a")), second);
+  EXPECT_EQ(first + NameStack::sizeOf("a") + NameStack::sizeOf(second), names.top());
+  names.cutTo(first);
+  ListSubkeys(form, lister, openForLists(user, ownKey + "\\gone"), names);
+  EXPECT_EQ(names.top(), first);
 }
 
 TEST_F(KeyListerTest, KeysAreThoseOfThe32BitView) {

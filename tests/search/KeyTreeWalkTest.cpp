@@ -194,6 +194,22 @@ TEST_F(KeyTreeWalkTest, AKeyThatIsDeletedUnderTheWalkIsSkipped) {
   EXPECT_EQ(found().size(), 2U);
 }
 
+TEST_F(KeyTreeWalkTest, AKeyThatIsMadeAnewUnderTheWalkIsReadAsItIsNow) {
+  makeKey(userKey + "\\a\\b");
+  setGone(userKey + "\\a", "Old");
+  bool isNew = false;
+  form.messages.serveHost = [&] {
+    if (!isNew && form.Label3.caption.get() == "\\" + ownKey + "\\a") {
+      isNew = true;
+      removeKey(userKey + "\\a");
+      setGone(userKey + "\\a", "New");
+    }
+  };
+  const auto rows = found();
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_EQ(rows.at(0).at(1), "New");
+}
+
 TEST_F(KeyTreeWalkTest, TheKeyUnderWorkMayBeDeletedWithAllAboveIt) {
   setGone(userKey + "\\a\\b", "Run");
   form.messages.serveHost = [&] {

@@ -36,6 +36,18 @@ TEST_F(SearchNativeTest, AKeyThatCannotBeOpenedIsSkipped) {
   EXPECT_EQ(found().size(), 1U);
 }
 
+TEST_F(SearchNativeTest, AKeyIsOpenedOnceInEachViewAndAValueIsReadOnce) {
+  makeKey(userKey + "\\a\\b");
+  for (const char* name : {"One", "Two"}) {
+    setText(userKey + "\\a", name, "C:\\SearchTest\\there.exe");
+  }
+  auto& faults = machine::Machine::current()->faults();
+  faults.clear();
+  EXPECT_TRUE(found().empty());
+  EXPECT_EQ(faults.calls(ApiCall::RegOpenKey), 4U);
+  EXPECT_EQ(faults.calls(ApiCall::RegQueryValue), 2U);
+}
+
 TEST_F(SearchNativeTest, ASecondReadOfALongTextThatFailsGivesTheDefault) {
   setText(userKey, "Text", std::string(5000, 't'));
   failCall(ApiCall::RegQueryValue, 2, ERROR_ACCESS_DENIED);
@@ -46,6 +58,14 @@ TEST_F(SearchNativeTest, ASecondReadOfBytesThatFailsGivesTheDefault) {
   setBytes(userKey, "Binary", REG_BINARY, "ab");
   failCall(ApiCall::RegQueryValue, 2, ERROR_ACCESS_DENIED);
   EXPECT_EQ(ReadValueBytes(HiveHandle::CurrentUser, ownKey, "Binary", 5), Variant(5));
+}
+
+TEST_F(SearchNativeTest, AFileThatIsThereIsAskedForOnce) {
+  form.safeguards.touches = false;
+  auto& faults = machine::Machine::current()->faults();
+  faults.clear();
+  EXPECT_FALSE(isDeadPath(form, "C:\\SearchTest\\there.exe"));
+  EXPECT_EQ(faults.calls(ApiCall::GetFileAttributes), 1U);
 }
 
 // A folder is asked for three times: as what it is, as a file and as a folder.

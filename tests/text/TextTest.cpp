@@ -37,6 +37,10 @@ TEST(Text, FindsPartsWithAndWithoutRegardToCase) {
   EXPECT_FALSE(contains("System32", "system32"));
   EXPECT_TRUE(containsIgnoringCase("C:\\Windows\\SYSTEM32\\a", "system32"));
   EXPECT_FALSE(containsIgnoringCase("C:\\Windows\\SysWOW64", "system32"));
+  EXPECT_TRUE(containsIgnoringCase("sSSsYs/SSystem32", "system32"));
+  EXPECT_TRUE(containsIgnoringCase("Ssystem32", "system32"));
+  EXPECT_FALSE(containsIgnoringCase("sSystem3", "system32"));
+  EXPECT_TRUE(containsIgnoringCase("..:\\X", ":\\x"));
   EXPECT_FALSE(containsIgnoringCase("\x5B", "{"));  // no letters: 0x20 apart is not the same
 }
 

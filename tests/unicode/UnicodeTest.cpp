@@ -29,10 +29,32 @@ TEST(Unicode, ATextEndsAtItsFirstNul) {
   EXPECT_EQ(zelvreg::untilNul(std::u16string_view(u"abc")), u"abc");
 }
 
+TEST(Unicode, AUnitIsFoundInTextOfAnyLength) {
+  for (std::size_t size = 0; size < 40; ++size) {
+    std::u16string text(size, u'a');
+    EXPECT_EQ(zelvreg::findUnit(text, u'x'), size);
+    for (std::size_t place = 0; place < size; ++place) {
+      text[place] = u'x';
+      EXPECT_EQ(zelvreg::findUnit(text, u'x'), place);
+      EXPECT_EQ(zelvreg::findUnit(text, u'x', place), place);
+      EXPECT_EQ(zelvreg::findUnit(text, u'x', place + 1), size);
+      text[place] = u'a';
+    }
+  }
+}
+
 TEST(Unicode, HalvesOfPairsReturnInAnyOrder) {
   const std::u16string text = u"a\xDC00\xD800z\xD83D\xDE00\xD83D";
   EXPECT_EQ(utf8(text), "a\xED\xB0\x80\xED\xA0\x80z\xF0\x9F\x98\x80\xED\xA0\xBD");
   EXPECT_EQ(utf16(utf8(text)), text);
+}
+
+TEST(Unicode, ATextIsAppendedBehindWhatIsThere) {
+  std::string text = "\xC3\xA9";
+  zelvreg::appendUtf8(text, u"plain, and then \x00E9 and \xD83D\xDE00");
+  EXPECT_EQ(text, "\xC3\xA9plain, and then \xC3\xA9 and \xF0\x9F\x98\x80");
+  zelvreg::appendUtf8(text, u"");
+  EXPECT_EQ(text.size(), 29U);
 }
 
 TEST(Unicode, HalvesThatMeetBecomeAPair) {

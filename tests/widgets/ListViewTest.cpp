@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "widgets/ListBox.h"
 #include "widgets/SimpleControls.h"
 
@@ -11,7 +13,8 @@ namespace {
 class ListViewTest : public ::testing::Test {
  protected:
   ImageList icons{{"a", "b"}};
-  ListView list{icons, {{"Item"}, {"One"}, {"Two"}, {"Three"}}};
+  MessageQueue queue{{}};
+  ListView list{icons, queue, {{"Item"}, {"One"}, {"Two"}, {"Three"}}};
 };
 
 TEST_F(ListViewTest, RowsCountFromOneInTheOrderOfAdding) {
@@ -102,7 +105,7 @@ TEST_F(ListViewTest, RowsThatGoAtOnceLeaveWhatRemovingEachOneLeaves) {
   constexpr std::size_t count = 7;
   for (unsigned going = 0; going < 1U << count; ++going) {
     const auto goes = [going](std::size_t row) { return (going >> (row - 1) & 1) != 0; };
-    ListView other{icons, {{"Item"}}};
+    ListView other{icons, queue, {{"Item"}}};
     list.clear();
     for (std::size_t row = 1; row <= count; ++row) {
       for (ListView* each : {&list, &other}) {
@@ -189,8 +192,78 @@ TEST(Property, TakesTheValueOfAnother) {
   EXPECT_EQ(one.caption.get(), "two");
 }
 
+TEST_F(ListViewTest, HighlightedRowsAreCountedAsTheyComeAndGo) {
+  for (int row = 0; row < 6; ++row) {
+    list.add("row");
+    list.setSelected(list.count(), true);
+    list.setSelected(list.count(), true);
+  }
+  EXPECT_EQ(list.selectedCount(), 6U);
+  list.setSelected(1, false);
+  list.setSelected(1, false);
+  list.remove(1);
+  list.remove(1);
+  EXPECT_EQ(list.selectedCount(), 4U);
+  list.removeWhere([](std::size_t row) { return row <= 2; });
+  EXPECT_EQ(list.selectedCount(), 2U);
+  list.select(1);
+  EXPECT_EQ(list.selectedCount(), 1U);
+  EXPECT_FALSE(list.isSelected(2));
+  list.clear();
+  EXPECT_EQ(list.selectedCount(), 0U);
+}
+
+TEST_F(ListViewTest, ItsRevisionIsAnotherAfterRowsHaveComeOrGone) {
+  std::set<std::size_t> revisions{list.revision()};
+  list.add("a");
+  revisions.insert(list.revision());
+  list.add("b");
+  revisions.insert(list.revision());
+  list.remove(1);
+  revisions.insert(list.revision());
+  list.removeWhere([](std::size_t /*row*/) { return true; });
+  revisions.insert(list.revision());
+  list.add("c");
+  revisions.insert(list.revision());
+  list.clear();
+  revisions.insert(list.revision());
+  EXPECT_EQ(revisions.size(), 7U);
+}
+
+TEST_F(ListViewTest, ManyRowsThatGoAreFreedByTheQueue) {
+  const auto fill = [this] {
+    for (std::size_t row = 0; row <= MessageQueue::mostFreedAtOnce; ++row) {
+      list.add("row");
+    }
+  };
+  fill();
+  list.clear();
+  EXPECT_EQ(list.count(), 0U);
+  EXPECT_TRUE(queue.hasWork());
+  queue.doEvents();
+  queue.doEvents();
+  EXPECT_FALSE(queue.hasWork());
+  list.add("stays");
+  fill();
+  list.removeWhere([](std::size_t row) { return row > 1; });
+  EXPECT_EQ(list.count(), 1U);
+  EXPECT_TRUE(queue.hasWork());
+}
+
+TEST(ListBoxTest, ManyEntriesThatGoAreFreedByTheQueue) {
+  MessageQueue queue{{}};
+  ListBox list(queue);
+  for (std::size_t entry = 0; entry <= MessageQueue::mostFreedAtOnce; ++entry) {
+    list.add("entry");
+  }
+  list.clear();
+  EXPECT_EQ(list.count(), 0);
+  EXPECT_TRUE(queue.hasWork());
+}
+
 TEST(ListBoxTest, GivesTheEmptyTextPastItsEnd) {
-  ListBox list;
+  MessageQueue queue{{}};
+  ListBox list(queue);
   list.add("a");
   EXPECT_EQ(list.text(0), "a");
   EXPECT_EQ(list.text(1), "");
@@ -200,7 +273,8 @@ TEST(ListBoxTest, GivesTheEmptyTextPastItsEnd) {
 }
 
 TEST(ListBoxTest, KeepsEmptyEntriesAndCutsAtNul) {
-  ListBox list;
+  MessageQueue queue{{}};
+  ListBox list(queue);
   list.add("");
   list.add(std::string_view("a\0b", 3));
   EXPECT_EQ(list.count(), 2);

@@ -1,5 +1,10 @@
 #include "widgets/MessageQueue.h"
 
+#include <memory>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {
@@ -25,6 +30,37 @@ TEST_F(MessageQueueTest, WorkPostedByWorkWaitsForTheNextTime) {
   EXPECT_EQ(runs, 0);
   queue.doEvents();
   EXPECT_EQ(runs, 1);
+}
+
+TEST_F(MessageQueueTest, ManyDiscardedEntriesAreFreedPartByPart) {
+  constexpr std::size_t part = MessageQueue::mostFreedAtOnce;
+  MessageQueue queue({});
+  const auto entry = std::make_shared<int>();
+  const auto count = [&entry] { return static_cast<std::size_t>(entry.use_count()) - 1; };
+  queue.discard(std::vector(2 * part, entry));
+  std::unordered_map<std::size_t, std::shared_ptr<int>> table;
+  for (std::size_t key = 0; key <= part; ++key) {
+    table.emplace(key, entry);
+  }
+  queue.discard(std::exchange(table, {}));
+  EXPECT_EQ(count(), 3 * part + 1);
+  queue.doEvents();
+  EXPECT_EQ(count(), 2 * part + 1);
+  EXPECT_TRUE(queue.hasWork());
+  queue.doEvents();
+  queue.doEvents();
+  EXPECT_EQ(count(), 1U);
+  queue.doEvents();
+  EXPECT_EQ(count(), 0U);
+  EXPECT_FALSE(queue.hasWork());
+}
+
+TEST_F(MessageQueueTest, AFewDiscardedEntriesAreFreedAtOnce) {
+  MessageQueue queue({});
+  const auto entry = std::make_shared<int>();
+  queue.discard(std::vector(MessageQueue::mostFreedAtOnce, entry));
+  EXPECT_EQ(entry.use_count(), 1);
+  EXPECT_FALSE(queue.hasWork());
 }
 
 TEST_F(MessageQueueTest, ServesTheFrontEndEachTime) {

@@ -21,7 +21,18 @@ Machine* machineInForce();
 HANDLE processTokenHandle();
 
 // Text of a call; the empty text for a null pointer.
-inline std::u16string_view textOf(LPCWSTR text) { return text == nullptr ? u"" : text; }
+inline std::u16string_view textOf(LPCWSTR text) {
+  if (text == nullptr) return {};
+  // Almost every call has one to measure, so four units are looked at in each turn.
+  const char16_t* end = text;
+  while (true) {
+    if (end[0] == u'\0') return {text, end};
+    if (end[1] == u'\0') return {text, end + 1};
+    if (end[2] == u'\0') return {text, end + 2};
+    if (end[3] == u'\0') return {text, end + 3};
+    end += 4;
+  }
+}
 
 // Copies `text` and its NUL into a buffer of `size` units if it is large enough. The length without
 // the NUL then, else the size needed with it, as most calls that give text answer.

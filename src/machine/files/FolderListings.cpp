@@ -84,8 +84,15 @@ ReadNames readNames(const std::string& folder) {
 
 }  // namespace
 
+const FolderListings::Listing* FolderListings::known(const std::string& folder) const {
+  if (isLast(folder)) return &last->second;
+  const auto found = listings.find(folder);
+  return found == listings.end() ? nullptr : &found->second;
+}
+
 FolderListings::Listing& FolderListings::current(const std::string& folder) {
-  Listing& listing = listings[folder];
+  if (!isLast(folder)) last = &*listings.try_emplace(folder).first;
+  Listing& listing = last->second;
   timespec tick{};
   if (freshness == Freshness::ToTheTick) {
     clock_gettime(CLOCK_MONOTONIC_COARSE, &tick);
@@ -131,11 +138,10 @@ std::shared_ptr<const ListedNames> FolderListings::all(const std::string& folder
 }
 
 bool FolderListings::isSurelyMissing(const std::string& folder, std::u16string_view name) const {
-  const auto found = listings.find(folder);
-  if (found == listings.end() || !found->second.readable) return false;
-  const bool isPlain =
-      std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < 0x80; });
-  return isPlain || !found->second.hasForeignNames;
+  const Listing* listing = known(folder);
+  if (listing == nullptr || !listing->readable) return false;
+  return !listing->hasForeignNames ||
+         std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < 0x80; });
 }
 
 }  // namespace zelvreg::machine

@@ -53,7 +53,10 @@ class FolderListings {
   [[nodiscard]] std::uint64_t timesRead() const { return readings; }
 
   // To be called after a change to the folder: two changes can carry the same time.
-  void forget(const std::string& folder) { listings.erase(folder); }
+  void forget(const std::string& folder) {
+    last = nullptr;
+    listings.erase(folder);
+  }
 
  private:
   struct Listing {
@@ -65,10 +68,17 @@ class FolderListings {
     bool hasForeignNames = false;
     std::shared_ptr<const ListedNames> names;
   };
+  using Listings = std::unordered_map<std::string, Listing>;
   Listing& current(const std::string& folder);
+  [[nodiscard]] const Listing* known(const std::string& folder) const;
+  [[nodiscard]] bool isLast(const std::string& folder) const {
+    return last != nullptr && last->first == folder;
+  }
 
   Freshness freshness;
-  std::unordered_map<std::string, Listing> listings;
+  Listings listings;
+  // The folder that was asked for last, which is asked for again more often than not.
+  Listings::value_type* last = nullptr;
   std::uint64_t readings = 0;
 };
 

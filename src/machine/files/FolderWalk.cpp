@@ -47,6 +47,7 @@ LONG FolderWalk::go(LONG outside, KnownFolders& known) {
   if (start.folder != nullptr) {
     const std::uint64_t before = listings.timesRead();
     at = start.length;
+    file.reserve(start.folder->size() + path.size() - at);
     file = *start.folder;
     const LONG answer = goOn(outside, nullptr);
     // If nothing had to be read anew, the folder is still the one that the whole way leads to.
@@ -87,7 +88,7 @@ LONG FolderWalk::goOn(LONG outside, KnownFolders* known) {
 
 FolderWalk::Step FolderWalk::takeStep() {
   const std::size_t start = at + 1;
-  at = std::min(names.find(u'\\', start), names.size());
+  at = findUnit(names, u'\\', start);
   const auto part = [&](std::u16string_view text) { return text.substr(start, at - start); };
   return {part(names), part(upper)};
 }

@@ -21,7 +21,7 @@ class KnownFolders {
   };
 
   // The deepest one above the last of these names. Valid until keep().
-  [[nodiscard]] Start above(std::u16string_view upperNames) const;
+  [[nodiscard]] Start above(std::u16string_view upperNames);
 
   void keep(std::u16string_view upperNames, const std::string& folder);
 
@@ -29,7 +29,12 @@ class KnownFolders {
   struct HashOfText : std::hash<std::u16string_view> {
     using is_transparent = void;
   };
+  [[nodiscard]] Start deepest(std::u16string_view names) const;
+
   std::unordered_map<std::u16string, std::string, HashOfText, std::equal_to<>> folders;
+  // Many files of one folder are asked for one after the other.
+  std::u16string lastNames;
+  Start lastStart;
 };
 
 }  // namespace zelvreg::machine

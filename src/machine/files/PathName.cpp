@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <span>
 
 #include "machine/base/CaseFold.h"
 #include "unicode/Unicode.h"
@@ -10,13 +12,27 @@ namespace zelvreg::machine {
 
 namespace {
 
-// Whether a character below 0x80 can be in a name. Looked up for each character of each path.
-constexpr auto isInNames = [] {
-  std::array<bool, 0x80> possible{};
-  for (std::size_t unit = u' '; unit < possible.size(); ++unit) possible[unit] = true;
-  for (const char16_t unit : std::u16string_view(u"*?\"<>|:")) possible[unit] = false;
-  return possible;
+// What a character is to a path.
+enum class Part : std::uint8_t {
+  Plain,       // of a name, wherever it stands
+  End,         // of a name, but for the name's end
+  Separator,   // between names
+  Impossible,  // in no path
+};
+
+// Looked up for each character of each path.
+constexpr auto partOf = [] {
+  std::array<Part, 0x80> parts{};
+  for (std::size_t unit = 0; unit < u' '; ++unit) parts[unit] = Part::Impossible;
+  for (const char16_t unit : std::u16string_view(u"*?\"<>|:")) parts[unit] = Part::Impossible;
+  for (const char16_t unit : std::u16string_view(u" .")) parts[unit] = Part::End;
+  for (const char16_t unit : std::u16string_view(u"\\/")) parts[unit] = Part::Separator;
+  return parts;
 }();
+
+Part partAt(std::u16string_view text, std::size_t at) {
+  return text[at] < partOf.size() ? partOf[text[at]] : Part::Plain;
+}
 
 bool isLetter(char16_t unit) {
   return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
@@ -25,8 +41,6 @@ bool isLetter(char16_t unit) {
 bool hasDrive(std::u16string_view text) {
   return text.size() >= 2 && isLetter(text[0]) && text[1] == u':';
 }
-
-bool isPossible(char16_t unit) { return unit >= isInNames.size() || isInNames[unit]; }
 
 PathName wrong(LONG error) {
   PathName path;
@@ -46,16 +60,45 @@ void addName(PathName& path, std::u16string_view name) {
   }
 }
 
+// How much of a text that begins with a separator stands for itself: nothing but names, one
+// separator in front of each.
+std::size_t plainLength(std::u16string_view text) {
+  std::size_t end = 0;
+  while (end < text.size() && partAt(text, end) == Part::Separator) {
+    Part last = Part::Separator;
+    std::size_t at = end + 1;
+    for (; at < text.size(); ++at) {
+      const Part part = partAt(text, at);
+      const bool goesOn = part == Part::Plain || (part == Part::End && last != Part::Separator);
+      if (!goesOn) break;
+      last = part;
+    }
+    const bool isNameWhole = at == text.size() || partAt(text, at) == Part::Separator;
+    if (last != Part::Plain || !isNameWhole) break;
+    end = at;
+  }
+  return end;
+}
+
 // False if a character is in no name.
 bool addNames(PathName& path, std::u16string_view text) {
   path.endsInSeparator = !text.empty() && isSeparator(text.back());
   path.names.reserve(path.names.size() + text.size() + 1);
+  if (!text.empty() && isSeparator(text.front())) {
+    const std::size_t plain = plainLength(text);
+    path.names.append(text, 0, plain);
+    for (char16_t& unit : std::span(path.names).last(plain)) {
+      unit = unit == u'/' ? u'\\' : unit;
+    }
+    text.remove_prefix(plain);
+  }
   std::size_t start = 0;
   for (std::size_t at = 0; at < text.size(); ++at) {
-    if (isSeparator(text[at])) {
+    const Part part = partAt(text, at);
+    if (part == Part::Separator) {
       addName(path, text.substr(start, at - start));
       start = at + 1;
-    } else if (!isPossible(text[at])) {
+    } else if (part == Part::Impossible) {
       return false;
     }
   }
@@ -89,7 +132,8 @@ PathName parsePath(std::u16string_view text, const PathName& current) {
   }
   const bool fromRoot = !text.empty() && isSeparator(text[0]);
   if (!fromRoot && path.drive == current.drive) path.names = current.names;
-  return addNames(path, text) ? path : wrong(ERROR_INVALID_NAME);
+  if (!addNames(path, text)) return wrong(ERROR_INVALID_NAME);
+  return path;
 }
 
 PathName parseFullPath(std::u16string_view text) { return parsePath(text, PathName()); }

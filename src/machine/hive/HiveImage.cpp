@@ -102,7 +102,8 @@ std::size_t HiveList::findMark(std::uint32_t mark, std::size_t from) const {
   return index;
 }
 
-HiveImage::HiveImage(Bytes hive) : bytes(hive), end(endOfBins(hive)) {
+HiveImage::HiveImage(Bytes hive)
+    : bytes(hive), end(endOfBins(hive)), bins(hive.first(static_cast<std::size_t>(end))) {
   if (!keyAt(root())) {
     throw MachineError("it has no root key");
   }
@@ -116,7 +117,7 @@ HiveImage::Cell HiveImage::cellAt(HivePlace place) const {
   }
   const auto head = numberIn<std::int32_t>(bytes, place);
   const auto size = static_cast<std::size_t>(-static_cast<std::int64_t>(head));
-  if (head >= 0 || size > end - place || size < cellUnit) {
+  if (head >= 0 || size > end - place || size < cellUnit || bins.areCrossedBy(place, size)) {
     return {};
   }
   return bytes.subspan(place, size);

@@ -1,6 +1,6 @@
 // The records in the bytes of a hive; docs/hive-format.md tells what stands where. Every offset,
 // size and count is checked before it is used. What does not lie in the bytes, in a cell that is in
-// use and large enough for it, is absent.
+// use, in one bin and large enough for it, is absent.
 #ifndef ZELVREG_MACHINE_HIVE_HIVE_IMAGE_H
 #define ZELVREG_MACHINE_HIVE_HIVE_IMAGE_H
 
@@ -10,6 +10,7 @@
 #include <span>
 #include <string_view>
 
+#include "machine/hive/HiveBins.h"
 #include "machine/hive/HiveText.h"
 
 namespace zelvreg::machine {
@@ -108,6 +109,7 @@ class HiveImage {
 
   std::span<const std::byte> bytes;
   HivePlace end;  // of the bins
+  mutable HiveBins bins;
 };
 
 // Where a link leads to.

@@ -1,6 +1,7 @@
 // Keys and values that come from hive files, read when they are first asked for.
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -115,7 +116,7 @@ void Registry::loadChildren(RegistryKey& key) {
     areSorted = areSorted && (list.size() == known.size() || comesBefore(list.back(), &child));
     list.push_back(&child);
   };
-  isWhole = key.hive->content().subkeys(key.hiveNode, known, take) && isWhole;
+  isWhole = key.hive->content().subkeys(key.hiveNode, known, std::ref(take)) && isWhole;
   isWhole = putInOrder(list, known.size(), areSorted) && isWhole;
   if (!isWhole) {
     key.hive->noteDamage("not all subkeys of " + pathOf(key) + " can be read");
@@ -149,7 +150,7 @@ void Registry::loadValues(RegistryKey& key) {
                     .type = value.type});
     key.mayBeLink = key.mayBeLink || value.type == REG_LINK;
   };
-  if (!key.hive->content().values(key.hiveNode, take) || !isWhole) {
+  if (!key.hive->content().values(key.hiveNode, std::ref(take)) || !isWhole) {
     key.hive->noteDamage("not all values of " + pathOf(key) + " can be read");
   }
   key.values.assign(arena, list);

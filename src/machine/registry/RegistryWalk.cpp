@@ -202,14 +202,15 @@ std::u16string pathInClasses(const RegistryKey& key) {
 }  // namespace
 
 std::u16string_view takeComponent(std::u16string_view& path) {
-  const std::size_t begin = path.find_first_not_of(u'\\');
-  if (begin == std::u16string_view::npos) {
-    path = {};
-    return {};
-  }
-  const std::size_t end = std::min(path.find(u'\\', begin), path.size());
-  const std::u16string_view name = path.substr(begin, end - begin);
-  path.remove_prefix(std::min(path.find_first_not_of(u'\\', end), path.size()));
+  const auto dropSeparators = [&path] {
+    while (path.starts_with(u'\\')) {
+      path.remove_prefix(1);
+    }
+  };
+  dropSeparators();
+  const std::u16string_view name = path.substr(0, findUnit(path, u'\\'));
+  path.remove_prefix(name.size());
+  dropSeparators();
   return name;
 }
 

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "machine/base/CaseFold.h"
+
 namespace zelvreg::machine {
 
 Way::Step Way::goBackTo(std::u16string_view path) {
-  const std::size_t shorter = std::min(path.size(), names.size());
-  const auto difference =
-      std::mismatch(path.begin(), path.begin() + static_cast<long>(shorter), names.begin());
-  const auto common = static_cast<std::size_t>(difference.first - path.begin());
+  const std::size_t common = commonLength(path, names);
   while (!steps.empty()) {
     const Step& last = steps.back();
     if (last.end <= common && last.end < path.size() && path[last.end] == u'\\') return last;

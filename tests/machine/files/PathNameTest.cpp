@@ -33,6 +33,14 @@ TEST(PathName, DropsBlanksAndDotsAtTheEndOfNames) {
   EXPECT_EQ(read(u"C:\\.a"), u"C\\.a");
 }
 
+TEST(PathName, WhatFollowsPlainNamesIsReadAsAnywhere) {
+  EXPECT_EQ(read(u"C:\\one\\two.x/three four\\..\\five. \\\\six."), u"C\\one\\two.x\\five\\six");
+  EXPECT_EQ(read(u"C:\\one\\..\\ two\\.\\three/"), u"C\\ two\\three");
+  EXPECT_EQ(read(u"C:\\one\\two\\. ."), u"C\\one\\two");
+  EXPECT_EQ(read(u"C:\\one\\two .x\\\x00E4\x4E2D"), u"C\\one\\two .x\\\x00E4\x4E2D");
+  EXPECT_EQ(read(u"C:\\one\\two.\\three|"), u"invalid");
+}
+
 TEST(PathName, ResolvesDots) {
   EXPECT_EQ(read(u"C:\\a\\.\\b\\..\\c"), u"C\\a\\c");
   EXPECT_EQ(read(u"C:\\..\\..\\a"), u"C\\a");

@@ -22,7 +22,7 @@ class RawHive {
   // With a root key and room for so many bytes of cells, in one bin.
   explicit RawHive(std::size_t room = std::size_t{16} * machine::hiveFormat::pageSize)
       : bytes(std::string(machine::hiveFormat::binsOffset + room, '\0')),
-        next(machine::hiveFormat::binsOffset + binHeader),
+        next(machine::hiveFormat::binsOffset + machine::hiveFormat::binHeader),
         rootKey(key("ROOT", 0)) {
     using namespace machine::hiveFormat;
     bytes.write(0, fileKind);
@@ -30,7 +30,7 @@ class RawHive {
     bytes.put<std::uint32_t>(minorVersionOffset, firstVersionWithHashes);
     bytes.put<std::uint32_t>(formatOffset, 1);
     bytes.put<std::uint32_t>(binsSizeOffset, static_cast<std::uint32_t>(room));
-    bytes.write(binsOffset, "hbin");
+    bytes.write(binsOffset, binKind);
     bytes.put<std::uint32_t>(binsOffset + binSize, static_cast<std::uint32_t>(room));
     bytes.put<std::uint16_t>(rootKey + keyFlags, narrowNameFlag | rootFlags);
     bytes.putLink(rootOffset, rootKey);
@@ -153,8 +153,6 @@ class RawHive {
   machine::HiveBytes bytes;
 
  private:
-  static constexpr std::size_t binHeader = 0x20;
-  static constexpr std::size_t binSize = 8;
   static constexpr std::size_t formatOffset = 0x20;
   static constexpr std::uint16_t rootFlags = 0x0C;
 

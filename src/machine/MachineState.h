@@ -54,6 +54,8 @@ struct Machine::State {
   // Of an offline disk: its folder, and how many older backups of a hive stay.
   std::filesystem::path diskRoot;
   std::size_t keptBackups = 0;
+  // Of an offline disk whose Windows is hibernated: why nothing on it may be written.
+  std::optional<std::string> whyAsleep = std::nullopt;
 };
 
 }  // namespace zelvreg::machine

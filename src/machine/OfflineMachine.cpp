@@ -2,6 +2,7 @@
 #include "machine/MachineState.h"
 #include "machine/base/AtomicFile.h"
 #include "machine/base/MachineError.h"
+#include "machine/offline/Hibernation.h"
 #include "machine/offline/HiveBackups.h"
 #include "machine/offline/HiveSaving.h"
 #include "machine/offline/OfflineFiles.h"
@@ -45,15 +46,25 @@ DriveSettings driveSettings(const OfflineDisk& given, const OfflineRegistry& dis
 
 Bytes sidOf(const std::string& text) { return sidFromText(text).value_or(folderUserSid()); }
 
+// Ends what a stopped process has begun.
+InterruptedSave tidyUp(const std::filesystem::path& root) {
+  InterruptedSave interrupted = finishSavingHives(root);
+  for (const std::filesystem::path& hive : findOfflineFiles(root).hives()) {
+    removeLeftovers(hive);
+    removeLeftovers(backupOf(hive));
+  }
+  return interrupted;
+}
+
 }  // namespace
 
 std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
   try {
     FolderLock lock(disk.root);
-    InterruptedSave interrupted = finishSavingHives(disk.root);
-    for (const std::filesystem::path& hive : findOfflineFiles(disk.root).hives()) {
-      removeLeftovers(hive);
-      removeLeftovers(backupOf(hive));
+    std::optional<std::string> asleep = whyAsleep(disk);
+    InterruptedSave interrupted = asleep ? unfinishedSave(disk.root, *asleep) : tidyUp(disk.root);
+    if (asleep) {
+      interrupted.notices.push_back(*asleep + "; what is read here may be old");
     }
     OfflineRegistry offline = readOfflineRegistry(disk);
     offline.damaged.insert(offline.damaged.end(), interrupted.unfinished.begin(),
@@ -83,6 +94,7 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
         .diskAttributes = disk.filesAreReadOnly ? std::nullopt : std::optional(DiskAttributes()),
         .diskRoot = disk.root,
         .keptBackups = disk.keptBackups,
+        .whyAsleep = std::move(asleep),
     });
     return std::unique_ptr<Machine>(new Machine(std::move(state)));
   } catch (const std::filesystem::filesystem_error& error) {

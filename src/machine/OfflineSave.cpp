@@ -1,4 +1,9 @@
 // Writing the hive files of the disk of a computer that is not running.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
 #include "machine/MachineState.h"
 #include "machine/base/MachineError.h"
 #include "machine/hive/HiveCheck.h"
@@ -10,7 +15,21 @@
 namespace zelvreg::machine {
 namespace {
 
+// Drivers of NTFS mount a disk for reading only where they hold it unsafe to write, without a word.
+std::optional<std::string> whyReadOnly(const std::filesystem::path& hive) {
+  const std::filesystem::path folder = hive.parent_path();
+  if (faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) == 0 || errno != EROFS) {
+    return std::nullopt;
+  }
+  return hive.string() +
+         ": its disk is mounted for reading only; mount it for writing (a driver may refuse that "
+         "until Windows was shut down), or only scan it";
+}
+
 void refuseIfUnsafe(const HiveFile& hive) {
+  if (const std::optional<std::string> reason = whyReadOnly(hive.path())) {
+    throw MachineError(*reason);
+  }
   if (const std::optional<std::string> reason = whyUnclean(hive.path())) {
     throw MachineError(*reason);
   }
@@ -31,8 +50,12 @@ void refuseIfUnsafe(const HiveFile& hive) {
 
 std::vector<std::string> Machine::uncleanHives() const {
   std::vector<std::string> lines;
+  if (state->whyAsleep) {
+    lines.push_back(*state->whyAsleep);
+  }
   for (const auto& hive : state->registry->hiveFiles()) {
-    for (auto& reason : {whyUnclean(hive->path()), whyUnsound(hive->path())}) {
+    for (auto& reason :
+         {whyReadOnly(hive->path()), whyUnclean(hive->path()), whyUnsound(hive->path())}) {
       if (reason) {
         lines.push_back(*reason);
       }
@@ -45,6 +68,9 @@ void Machine::saveHives() {
   Registry& registry = *state->registry;
   HiveChanges& changes = registry.hiveChanges();
   const std::vector<HivePlan> plans = changes.plans();
+  if (state->whyAsleep && (!plans.empty() || state->drives.records().attributesChanged())) {
+    throw MachineError(*state->whyAsleep + "; nothing on the disk was changed");
+  }
   for (const HivePlan& plan : plans) {
     refuseIfUnsafe(*plan.hive);
   }

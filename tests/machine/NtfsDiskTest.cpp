@@ -40,7 +40,7 @@ bool run(std::vector<std::string> words) {
 class NtfsDiskTest : public OfflineDiskTest {
  protected:
   void SetUp() override {
-    const std::string image = (outside.path() / "disk").string();
+    image = (outside.path() / "disk").string();
     outside.write("disk", "");
     std::filesystem::resize_file(image, 8'000'000);
     // Told where it begins, since a file has no table of partitions.
@@ -57,9 +57,18 @@ class NtfsDiskTest : public OfflineDiskTest {
   void TearDown() override {
     computer.reset();
     if (isMounted) {
-      EXPECT_TRUE(run({"fusermount3", "-u", disk.path().string()}) ||
-                  run({"umount", disk.path().string()}));
+      unmount();
     }
+  }
+
+  void unmount() const {
+    EXPECT_TRUE(run({"fusermount3", "-u", disk.path().string()}) ||
+                run({"umount", disk.path().string()}));
+  }
+
+  void mountAnew(const std::string& options) const {
+    unmount();
+    ASSERT_TRUE(run({"ntfs-3g", "-o", options, image, disk.path().string()}));
   }
 
   [[nodiscard]] std::string attribute(const std::string& file, const char* name) const {
@@ -80,8 +89,30 @@ class NtfsDiskTest : public OfflineDiskTest {
   }
 
   const TemporaryFolder outside;
+  std::string image;
   bool isMounted = false;
 };
+
+TEST_F(NtfsDiskTest, ADiskThatIsMountedForReadingIsScannedAndRefusedBeforeARepair) {
+  mountAnew("ro");
+  open();
+  EXPECT_TRUE(computer->damagedHives().empty());
+  ASSERT_EQ(computer->uncleanHives().size(), 2U);
+  EXPECT_NE(computer->uncleanHives()[0].find("mounted for reading only"), std::string::npos);
+  registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)"));
+  EXPECT_NE(refusal().find("mounted for reading only"), std::string::npos);
+}
+
+// The driver mounts such a disk for reading only, whatever it is asked.
+TEST_F(NtfsDiskTest, ADiskOfAHibernatedWindowsIsNotWritten) {
+  disk.write("hiberfil.sys", "hibr" + std::string(4092, '\0'));
+  mountAnew("rw");
+  open();
+  ASSERT_EQ(computer->notices().size(), 1U);
+  EXPECT_NE(computer->notices()[0].find("hibernated"), std::string::npos);
+  registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)"));
+  EXPECT_NE(refusal().find("hibernated"), std::string::npos);
+}
 
 // Full control for SYSTEM and Administrators and nobody else, owned by Administrators, as a
 // security descriptor in one piece.

@@ -12,6 +12,7 @@
 #include "evidence/Reasons.h"
 #include "evidence/TextLook.h"
 #include "machine/OfflineDiskFixture.h"
+#include "machine/files/Drives.h"
 #include "machine/security/Security.h"
 #include "runtime/ShortNames.h"
 
@@ -101,6 +102,40 @@ TEST_F(NtfsDiskTest, ADiskThatIsMountedForReadingIsScannedAndRefusedBeforeARepai
   EXPECT_NE(computer->uncleanHives()[0].find("mounted for reading only"), std::string::npos);
   registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)"));
   EXPECT_NE(refusal().find("mounted for reading only"), std::string::npos);
+}
+
+// Compressed by the system, in a cloud, and a junction, as Windows keeps them.
+TEST_F(NtfsDiskTest, WhatOnlyWindowsCanReadIsThereAndWhatIsBelowItIsUnknown) {
+  using namespace std::string_literals;
+  constexpr const char* reparse = "system.ntfs_reparse_data";
+  disk.write("packed.dll", "bytes");
+  std::filesystem::create_directory(disk.path() / "Cloud");
+  std::filesystem::create_directory(disk.path() / "Old");
+  disk.write("New/a.txt", "bytes");
+  set("packed.dll", reparse, "\x17\0\0\x80\x10\0\0\0\1\0\0\0\2\0\0\0\1\0\0\0\0\0\0\0"s);
+  set("Cloud", reparse, "\x1A\0\0\x90\x10\0\0\0"s + std::string(16, '\0'));
+  // "\??\C:\New" and "C:\New" in UTF-16, each with where it lies and how long it is.
+  const auto wide = [](const std::string& text) {
+    std::string units;
+    for (const char character : text) {
+      units += {character, '\0'};
+    }
+    return units;
+  };
+  set("Old", reparse,
+      "\3\0\0\xA0\x2C\0\0\0\0\0\x14\0\x16\0\x0C\0"s + wide("\\??\\C:\\New\0C:\\New\0"s));
+  mountAnew("rw");
+  open();
+  const machine::Running running(*computer);
+  const auto attributesOf = [](const char16_t* path) {
+    return GetFileAttributesW(reinterpret_cast<LPCWSTR>(path));
+  };
+  EXPECT_NE(attributesOf(u"C:\\PACKED.dll"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_NE(attributesOf(u"C:\\Cloud") & FILE_ATTRIBUTE_DIRECTORY, 0U);
+  EXPECT_TRUE(computer->drives().isUnknown(u"C:\\Cloud\\below.exe"));
+  EXPECT_NE(attributesOf(u"C:\\Old\\A.TXT"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(attributesOf(u"C:\\Old\\b.txt"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_FALSE(computer->drives().isUnknown(u"C:\\Old\\b.txt"));
 }
 
 // The driver mounts such a disk for reading only, whatever it is asked.

@@ -18,6 +18,12 @@ void writeOne(const std::string& file, std::uint32_t attributes, const char* nam
 
 }  // namespace
 
+DWORD ntfsAttributesOf(const std::string& file) {
+  std::uint32_t attributes = 0;
+  const ssize_t size = lgetxattr(file.c_str(), ntfsAttribute, &attributes, sizeof attributes);
+  return size == sizeof attributes ? attributes : 0;
+}
+
 void DiskAttributes::write(const char* attributeName) {
   for (const auto& [file, attributes] : asked) {
     writeOne(file, attributes, attributeName);

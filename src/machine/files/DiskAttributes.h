@@ -13,6 +13,9 @@ namespace zelvreg::machine {
 // byte order of this computer.
 inline constexpr const char* ntfsAttribute = "system.ntfs_attrib";
 
+// The attributes of what is at a name itself, not at the end of a link; 0 if its disk keeps none.
+DWORD ntfsAttributesOf(const std::string& file);
+
 // What was asked for the files of a mounted disk, by their paths on this system.
 class DiskAttributes {
  public:

@@ -89,11 +89,12 @@ std::size_t findIgnoringCase(std::string_view text, std::string_view lowerCasePa
   const bool isLetter = first >= 'a' && first <= 'z';
   // Where the first character stands next, as it is and as a capital.
   std::size_t asIs = text.find(first);
-  std::size_t asCapital = isLetter ? text.find(static_cast<char>(first ^ 0x20)) : text.npos;
+  std::size_t asCapital =
+      isLetter ? text.find(static_cast<char>(first ^ 0x20)) : std::string_view::npos;
   while (true) {
     const std::size_t place = std::min(asIs, asCapital);
-    if (place == text.npos || text.size() - place < lowerCasePart.size()) {
-      return text.npos;
+    if (place == std::string_view::npos || text.size() - place < lowerCasePart.size()) {
+      return std::string_view::npos;
     }
     if (std::equal(lowerCasePart.begin(), lowerCasePart.end(), text.begin() + place, isSame)) {
       return place;

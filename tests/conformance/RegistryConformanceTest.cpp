@@ -256,7 +256,7 @@ TEST_P(RegistryConformance, VariablesExpandAsForA32BitProcess) {
   EXPECT_EQ(GetPath(form, path), std::string("C:\\Program Files\\a\0", 19));
   EXPECT_EQ(expandedText("%ProgramFiles%|%none%|%"),
             std::string("C:\\Program Files (x86)|%none%|%\0", 32));
-  EXPECT_EQ(expandedText(std::string("C:\\a\0%none%", 12)), std::string("C:\\a\0", 5));
+  EXPECT_EQ(expandedText(std::string("C:\\a\0%none%", 11)), std::string("C:\\a\0", 5));
   EXPECT_EQ(expandedText("C:\\\xC3\xA4\xFF"), std::string("C:\\\xC3\xA4\xEF\xBF\xBD\0", 9));
   EXPECT_EQ(expandedText(""), std::string(1, '\0'));
 }

@@ -47,7 +47,7 @@ TEST_F(HiveBinsTest, ACellThatReachesOverTheEndOfItsBinHoldsNothing) {
   EXPECT_EQ(OpenedHive(hive).values(hive.root()), asItIs);
   EXPECT_TRUE(isReadByLibrary());
   const RawHive whole = hive;
-  for (const std::size_t pages : {1, 2}) {
+  for (const std::size_t pages : {1U, 2U}) {
     hive = whole;
     divideAt(binsOffset + pages * pageSize);
     EXPECT_EQ(OpenedHive(hive).values(hive.root()), damaged) << pages;

@@ -54,7 +54,7 @@ class Machine {
   [[nodiscard]] FaultPlan& faults() const;
   [[nodiscard]] OpenFiles& openFiles() const;
   [[nodiscard]] const Accounts& accounts() const;
-  // What was asked for files of an offline disk; none for a machine folder, which keeps records.
+  // Of the files of an offline disk; none for a machine folder, which keeps records.
   [[nodiscard]] DiskAttributes* diskAttributes() const;
   // Who the process runs as, and the computer's code page.
   [[nodiscard]] const Token& token() const;

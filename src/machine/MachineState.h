@@ -49,8 +49,9 @@ struct Machine::State {
   std::vector<std::string> damagedHives;
   std::vector<std::string> notices;
   std::vector<std::string> unsavedChanges;
-  // Of an offline disk, unless its files are not to be changed.
+  // Of an offline disk, and whether they may be changed there.
   std::optional<DiskAttributes> diskAttributes;
+  bool filesAreReadOnly = false;
   // Of an offline disk: its folder, and how many older backups of a hive stay.
   std::filesystem::path diskRoot;
   std::size_t keptBackups = 0;

@@ -1,4 +1,6 @@
 // Opening the disk of a computer that is not running.
+#include <algorithm>
+
 #include "machine/MachineState.h"
 #include "machine/base/AtomicFile.h"
 #include "machine/base/MachineError.h"
@@ -46,6 +48,12 @@ DriveSettings driveSettings(const OfflineDisk& given, const OfflineRegistry& dis
 
 Bytes sidOf(const std::string& text) { return sidFromText(text).value_or(folderUserSid()); }
 
+bool keepsAttributes(const OfflineDisk& disk) {
+  return ntfsAttributesOf(disk.root) != 0 ||
+         std::ranges::any_of(disk.drives,
+                             [](const auto& drive) { return ntfsAttributesOf(drive.second) != 0; });
+}
+
 // Ends what a stopped process has begun.
 InterruptedSave tidyUp(const std::filesystem::path& root) {
   InterruptedSave interrupted = finishSavingHives(root);
@@ -91,7 +99,8 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
         .damagedHives = std::move(offline.damaged),
         .notices = std::move(interrupted.notices),
         .unsavedChanges = {},
-        .diskAttributes = disk.filesAreReadOnly ? std::nullopt : std::optional(DiskAttributes()),
+        .diskAttributes = DiskAttributes(keepsAttributes(disk)),
+        .filesAreReadOnly = disk.filesAreReadOnly,
         .diskRoot = disk.root,
         .keptBackups = disk.keptBackups,
         .whyAsleep = std::move(asleep),

@@ -89,7 +89,7 @@ void Machine::saveHives() {
     hive->wasReplaced();
     changes.forget(hive->hive());
   }
-  if (state->diskAttributes) {
+  if (!state->filesAreReadOnly) {
     state->diskAttributes->write();
   }
   state->unsavedChanges = std::move(homeless);

@@ -12,8 +12,10 @@
 #include "evidence/Reasons.h"
 #include "evidence/TextLook.h"
 #include "machine/OfflineDiskFixture.h"
+#include "machine/files/DiskAttributes.h"
 #include "machine/files/Drives.h"
 #include "machine/security/Security.h"
+#include "runtime/Directory.h"
 #include "runtime/ShortNames.h"
 
 namespace zelvreg::fixture {
@@ -104,6 +106,24 @@ TEST_F(NtfsDiskTest, ADiskThatIsMountedForReadingIsScannedAndRefusedBeforeARepai
   EXPECT_NE(refusal().find("mounted for reading only"), std::string::npos);
 }
 
+TEST_F(NtfsDiskTest, AFileHasTheAttributesOfTheDiskUntilOthersAreAskedFor) {
+  using namespace std::string_literals;
+  disk.write("hidden.dll", "bytes");
+  disk.write("plain.dll", "bytes");
+  set("hidden.dll", machine::ntfsAttribute, "\x27\0\0\0"s);
+  open();
+  const machine::Running running(*computer);
+  constexpr DWORD all = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                        FILE_ATTRIBUTE_ARCHIVE;
+  EXPECT_EQ(GetFileAttributesW(u"C:\\HIDDEN.dll"), all);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\Windows") & ~FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_DIRECTORY);
+  EXPECT_EQ(Dir("C:\\hidden.dll"), "");
+  EXPECT_EQ(Dir("C:\\plain.dll"), "plain.dll");
+  EXPECT_NE(SetFileAttributesW(u"C:\\hidden.dll", FILE_ATTRIBUTE_ARCHIVE), FALSE);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\hidden.dll"), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(Dir("C:\\hidden.dll"), "hidden.dll");
+}
+
 // Compressed by the system, in a cloud, and a junction, as Windows keeps them.
 TEST_F(NtfsDiskTest, WhatOnlyWindowsCanReadIsThereAndWhatIsBelowItIsUnknown) {
   using namespace std::string_literals;
@@ -127,14 +147,11 @@ TEST_F(NtfsDiskTest, WhatOnlyWindowsCanReadIsThereAndWhatIsBelowItIsUnknown) {
   mountAnew("rw");
   open();
   const machine::Running running(*computer);
-  const auto attributesOf = [](const char16_t* path) {
-    return GetFileAttributesW(reinterpret_cast<LPCWSTR>(path));
-  };
-  EXPECT_NE(attributesOf(u"C:\\PACKED.dll"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_NE(attributesOf(u"C:\\Cloud") & FILE_ATTRIBUTE_DIRECTORY, 0U);
+  EXPECT_NE(GetFileAttributesW(u"C:\\PACKED.dll"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_NE(GetFileAttributesW(u"C:\\Cloud") & FILE_ATTRIBUTE_DIRECTORY, 0U);
   EXPECT_TRUE(computer->drives().isUnknown(u"C:\\Cloud\\below.exe"));
-  EXPECT_NE(attributesOf(u"C:\\Old\\A.TXT"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(attributesOf(u"C:\\Old\\b.txt"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_NE(GetFileAttributesW(u"C:\\Old\\A.TXT"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\Old\\b.txt"), INVALID_FILE_ATTRIBUTES);
   EXPECT_FALSE(computer->drives().isUnknown(u"C:\\Old\\b.txt"));
 }
 

@@ -24,6 +24,14 @@ DWORD ntfsAttributesOf(const std::string& file) {
   return size == sizeof attributes ? attributes : 0;
 }
 
+std::optional<DWORD> DiskAttributes::of(const std::string& file) const {
+  if (const auto found = asked.find(file); found != asked.end()) {
+    return found->second;
+  }
+  const DWORD kept = areOnDisk ? ntfsAttributesOf(file) : 0;
+  return kept == 0 ? std::nullopt : std::optional(kept);
+}
+
 void DiskAttributes::write(const char* attributeName) {
   for (const auto& [file, attributes] : asked) {
     writeOne(file, attributes, attributeName);

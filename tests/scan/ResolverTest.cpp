@@ -163,9 +163,9 @@ TEST_F(ResolverTest, ARememberedPathIsRewrittenAsAtTheFirstTime) {
   form.safeguards.touches = false;
   const MemoryOfScan memory(form);
   for (int time = 0; time < 2; ++time) {
-    std::string path = "%WinDir%\\System32\\X.dll";
-    EXPECT_EQ(GetPath(form, path), ended("C:\\Windows\\Sysnative\\x.dll"));
-    EXPECT_EQ(path, "%windir%\\Sysnative\\x.dll");
+    std::string path = "C:\\Windows\\System32\\%None%\\X.dll";
+    EXPECT_EQ(GetPath(form, path), ended("c:\\windows\\Sysnative\\%none%\\x.dll"));
+    EXPECT_EQ(path, "c:\\windows\\Sysnative\\%none%\\x.dll");
   }
 }
 

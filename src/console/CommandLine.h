@@ -41,6 +41,7 @@ struct Target {
   std::string offlineRoot;
   std::map<char, std::string> drives;  // by upper-case letter
   std::string user;
+  bool leavesLogs = false;  // hives that were not shut down cleanly are read as they are
   bool missingDrivesAreDead = false;
   bool filesAreReadOnly = false;
   std::size_t keptBackups = 3;  // older backups of a hive beside the newest

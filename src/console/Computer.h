@@ -2,6 +2,7 @@
 #ifndef ZELVREG_CONSOLE_COMPUTER_H
 #define ZELVREG_CONSOLE_COMPUTER_H
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,16 @@ enum class Access { Shared, Alone };
 // What a command needs. Only the lists share the computer: even a search writes its counter.
 Access accessFor(Command command);
 
+// What became of the transaction logs of a hive file when it was opened.
+struct HiveResult {
+  std::string file;
+  std::string state;  // "clean", "replayed", "unreplayable", "as-is" or "hibernated"
+  // Of the logs that were taken over: groups of pages, and pages in them.
+  std::size_t entries = 0;
+  std::size_t pages = 0;
+  std::string why;  // it may lack what Windows has written of it; empty if it does not
+};
+
 // While it lives, the calls of the Windows API are answered by this computer.
 class Computer {
  public:
@@ -27,13 +38,19 @@ class Computer {
   // One line for each part of the registry that was left out because it is damaged.
   [[nodiscard]] virtual std::vector<std::string> damage() const = 0;
 
-  // One line for each part of the registry that must not be written, because its last owner did not
-  // close it properly.
+  // The hive files that are read; none on a running Windows, and of a folder that has none.
+  [[nodiscard]] virtual std::vector<HiveResult> hives() const { return {}; }
+
+  // One line for each reason why nothing may be written that opening has shown: Windows has newer
+  // content of a hive than was read.
+  [[nodiscard]] virtual std::vector<std::string> behind() const { return {}; }
+  // The same, and one line for each part of the registry that must not be written for any other
+  // reason. Takes longer.
   [[nodiscard]] virtual std::vector<std::string> unclean() const = 0;
   // One line for each change that cannot be saved, because the disk has no hive for it.
   [[nodiscard]] virtual std::vector<std::string> unsaved() const = 0;
 
-  // One line for each thing that was repaired on opening because an earlier command was stopped.
+  // One line for each thing that is to be told of opening it.
   [[nodiscard]] virtual std::vector<std::string> notices() const { return {}; }
 
   // Saves what has been changed; throws as open() does. A running Windows needs no saving.

@@ -23,6 +23,18 @@ class EmulatedComputer : public Computer {
   }
 
   [[nodiscard]] std::vector<std::string> damage() const override { return machine->damagedHives(); }
+  [[nodiscard]] std::vector<HiveResult> hives() const override {
+    std::vector<HiveResult> results;
+    for (const machine::HiveReport& hive : machine->hives()) {
+      results.push_back({.file = hive.file.string(),
+                         .state = hive.state,
+                         .entries = hive.entries,
+                         .pages = hive.pages,
+                         .why = hive.why});
+    }
+    return results;
+  }
+  [[nodiscard]] std::vector<std::string> behind() const override { return machine->hivesBehind(); }
   [[nodiscard]] std::vector<std::string> unclean() const override {
     return machine->uncleanHives();
   }
@@ -47,6 +59,7 @@ machine::OfflineDisk diskOf(const Target& target) {
   if (!target.user.empty()) {
     disk.user = target.user;
   }
+  disk.leavesLogs = target.leavesLogs;
   disk.missingDrivesAreDead = target.missingDrivesAreDead;
   disk.filesAreReadOnly = target.filesAreReadOnly;
   disk.keptBackups = target.keptBackups;

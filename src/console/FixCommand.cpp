@@ -35,13 +35,14 @@ void refuseMoreThanAsked(Form42& form, const Options& options) {
   }
 }
 
-int rehearse(Form42& form, const Options& options, const Streams& streams) {
+int rehearse(Form42& form, const Options& options, const Computer& computer,
+             const Streams& streams) {
   const RepairPlan plan(form);
   const RepairResult result{.isRehearsal = true,
                             .repaired = plan.rowsThatGo(),
                             .takings = plan.takings(),
                             .refused = refusedTexts(plan.leftAlone())};
-  printResult(scanResultOf(form), options, streams, result);
+  printResult(scanResultOf(form, computer), options, streams, result);
   return plan.rowsThatGo() == 0 || options.exitsZero ? nothingFound : problemsFound;
 }
 
@@ -117,7 +118,7 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
   const std::size_t found = form.View2.count();
   const std::size_t ticked = tickForRepair(form, options, streams);
   if (options.isRehearsal) {
-    return rehearse(form, options, streams);
+    return rehearse(form, options, computer, streams);
   }
   if (ticked > 0) {
     refuseMoreThanAsked(form, options);
@@ -128,7 +129,7 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
     saveAndTell(computer, streams);
     tellWhatWasLeftAlone(form, streams);
   }
-  const ScanResult left = scanResultOf(form);
+  const ScanResult left = scanResultOf(form, computer);
   printResult(left, options, streams, resultOf(form, found - left.findings.size()));
   return isAnythingLeft(form, ticked) && !options.exitsZero ? problemsFound : nothingFound;
 }

@@ -24,9 +24,6 @@ int runProgram(int count, const char* const* arguments) {
     return nothingFound;
   }
   const auto computer = Computer::open(parsed.options.target, accessFor(parsed.options.command));
-  for (const std::string& line : computer->notices()) {
-    std::cerr << "zelvreg: " << printable(line) << "\n";
-  }
   const Streams streams{.out = std::cout,
                         .error = std::cerr,
                         .width = terminalWidth(),

@@ -67,7 +67,7 @@ ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& 
     wanted.emplace(identityOf(finding), finding.evidence.confidence);
   }
   ReviewedRows result;
-  const auto found = scanResultOf(form).findings;
+  const auto found = findingsOf(form);
   for (std::size_t row = 1; row <= found.size(); ++row) {
     const auto entry = wanted.lower_bound(identityOf(found[row - 1]));
     if (entry == wanted.end() || entry->first != identityOf(found[row - 1])) {

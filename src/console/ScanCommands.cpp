@@ -24,7 +24,7 @@ int scan(const Options& options, const Computer& computer, const Streams& stream
   Form42 form;
   prepareForm(form, options, streams);
   const bool isComplete = runScanOn(form, options, streams);
-  const ScanResult result = scanResultOf(form);
+  const ScanResult result = scanResultOf(form, computer);
   printResult(result, options, streams);
   writeReport(form, options);
   if (!isComplete) {

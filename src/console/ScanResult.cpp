@@ -116,12 +116,25 @@ Json countsOf(const std::vector<FindingResult>& findings) {
   return counts;
 }
 
+Json listOf(const std::vector<HiveResult>& hives) {
+  Json list = Json::array();
+  for (const HiveResult& hive : hives) {
+    list.push_back({{"file", hive.file},
+                    {"state", hive.state},
+                    {"entries", hive.entries},
+                    {"pages", hive.pages},
+                    {"why", hive.why}});
+  }
+  return list;
+}
+
 // What a scan and a search have in common.
 void addFindings(Json& object, const ScanResult& result) {
   object["findings"] = listOf(result.findings);
   object["total"] = result.findings.size();
   object["confidence"] = countsOf(result.findings);
   object["implausible"] = result.implausible;
+  object["hives"] = listOf(result.hives);
 }
 
 void addRepair(Json& object, const RepairResult& repair) {
@@ -142,15 +155,22 @@ void addRepair(Json& object, const RepairResult& repair) {
 
 }  // namespace
 
-ScanResult scanResultOf(const Form42& form) {
+std::vector<FindingResult> findingsOf(const Form42& form) {
+  std::vector<FindingResult> findings;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    findings.push_back(findingOf(form, row));
+  }
+  return findings;
+}
+
+ScanResult scanResultOf(const Form42& form, const Computer& computer) {
   ScanResult result;
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     result.categories.push_back(categoryOf(form, row));
   }
-  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    result.findings.push_back(findingOf(form, row));
-  }
+  result.findings = findingsOf(form);
   result.implausible = form.implausible;
+  result.hives = computer.hives();
   return result;
 }
 

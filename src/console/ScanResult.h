@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "console/Computer.h"
 #include "form/Evidence.h"
 
 namespace zelvreg {
@@ -41,9 +42,11 @@ struct ScanResult {
   std::vector<CategoryResult> categories;
   std::vector<FindingResult> findings;
   std::vector<std::string> implausible;  // why much of it is, one line each
+  std::vector<HiveResult> hives;
 };
 
-ScanResult scanResultOf(const Form42& form);
+std::vector<FindingResult> findingsOf(const Form42& form);
+ScanResult scanResultOf(const Form42& form, const Computer& computer);
 
 // The outcome of a repair, or of its rehearsal.
 struct RepairResult {

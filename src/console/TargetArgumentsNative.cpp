@@ -30,6 +30,10 @@ void TargetArguments::addTo(CLI::App& app, Target& target) {
   app.add_option("--user", target.user,
                  "whose current user it is; else the one whose hive was written last")
       ->needs(offline);
+  app.add_flag("--as-is", target.leavesLogs,
+               "for a scan or a search: read hives that were not shut down cleanly without their "
+               "transaction logs")
+      ->needs(offline);
   app.add_option("--missing-drives", missingDrives,
                  "whether files on drives that were not given are \"unknown\" or \"dead\"")
       ->check(CLI::IsMember({"unknown", "dead"}))

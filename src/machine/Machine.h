@@ -3,6 +3,7 @@
 #ifndef ZELVREG_MACHINE_MACHINE_H
 #define ZELVREG_MACHINE_MACHINE_H
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -24,6 +25,16 @@ struct Processes;
 class Registry;
 struct Requests;
 struct Token;
+
+// What became of the transaction logs of a hive when it was opened.
+struct HiveReport {
+  std::filesystem::path file;
+  const char* state;  // "clean", "replayed", "unreplayable", "as-is" or "hibernated"
+  // Of the logs that were taken over: groups of pages, and pages in them.
+  std::size_t entries = 0;
+  std::size_t pages = 0;
+  std::string why;  // it may lack what Windows has written of it; empty if it does not
+};
 
 class Machine {
  public:
@@ -72,12 +83,18 @@ class Machine {
   // in those that could be read. Ask again when more has been read.
   [[nodiscard]] std::vector<std::string> damagedHives() const;
 
-  // One line for each thing that opening has ended or put in order, because an earlier process was
-  // stopped in the middle of it.
+  // One line for each thing that is to be told of opening: what was ended or put in order because
+  // an earlier process was stopped in the middle of it, and what became of the logs of a hive that
+  // was not shut down cleanly.
   [[nodiscard]] const std::vector<std::string>& notices() const;
 
-  // One line for each hive of an offline disk that must not be written: its file, why, and what to
-  // do. Reads the disk; ask before work is done that save() would refuse.
+  // One for each hive of an offline disk that is read.
+  [[nodiscard]] std::vector<HiveReport> hives() const;
+  // One line for each reason why a hive must not be written that opening has shown: Windows has
+  // newer content of it than was read. It names the file and says what to do.
+  [[nodiscard]] std::vector<std::string> hivesBehind() const;
+  // The same, and one line for each hive that must not be written for any other reason. Reads the
+  // disk; ask before work is done that save() would refuse.
   [[nodiscard]] std::vector<std::string> uncleanHives() const;
 
   // One line for each place of which the last save() has dropped changes, since the disk has no

@@ -4,6 +4,7 @@
 #include "machine/MachineState.h"
 #include "machine/base/AtomicFile.h"
 #include "machine/base/MachineError.h"
+#include "machine/hive/HiveLogs.h"
 #include "machine/offline/Hibernation.h"
 #include "machine/offline/HiveBackups.h"
 #include "machine/offline/HiveSaving.h"
@@ -74,7 +75,13 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
     if (asleep) {
       interrupted.notices.push_back(*asleep + "; what is read here may be old");
     }
-    OfflineRegistry offline = readOfflineRegistry(disk);
+    OfflineRegistry offline =
+        readOfflineRegistry(disk, asleep ? Windows::Asleep : Windows::ShutDown);
+    for (const auto& hive : offline.registry->hiveFiles()) {
+      if (std::optional<std::string> line = logNotice(*hive)) {
+        interrupted.notices.push_back(std::move(*line));
+      }
+    }
     offline.damaged.insert(offline.damaged.end(), interrupted.unfinished.begin(),
                            interrupted.unfinished.end());
     const CodePage& page = sharedCodePage(offline.codePage);

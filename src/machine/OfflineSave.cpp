@@ -30,14 +30,14 @@ void refuseIfUnsafe(const HiveFile& hive) {
   if (const std::optional<std::string> reason = whyReadOnly(hive.path())) {
     throw MachineError(*reason);
   }
-  if (const std::optional<std::string> reason = whyUnclean(hive.path())) {
+  if (const std::optional<std::string> reason = whyUnclean(hive)) {
     throw MachineError(*reason);
   }
   if (!hive.damage().empty()) {
     throw MachineError(hive.damage().front() +
                        " and is not written; nothing on the disk was changed");
   }
-  if (const std::optional<std::string> reason = whyUnsound(hive.path())) {
+  if (const std::optional<std::string> reason = whyUnsound(hive)) {
     throw MachineError(*reason);
   }
   if (!hive.isAsOpened()) {
@@ -48,14 +48,37 @@ void refuseIfUnsafe(const HiveFile& hive) {
 
 }  // namespace
 
-std::vector<std::string> Machine::uncleanHives() const {
+std::vector<HiveReport> Machine::hives() const {
+  std::vector<HiveReport> reports;
+  for (const auto& hive : state->registry->hiveFiles()) {
+    const ReplayOutcome& replay = hive->replay();
+    const bool isAsleep = replay.state == HiveState::Hibernated && state->whyAsleep;
+    reports.push_back({.file = hive->path(),
+                       .state = codeOf(replay.state),
+                       .entries = replay.entries,
+                       .pages = replay.pages,
+                       .why = isAsleep ? *state->whyAsleep : whyNotWhole(*hive)});
+  }
+  return reports;
+}
+
+std::vector<std::string> Machine::hivesBehind() const {
   std::vector<std::string> lines;
   if (state->whyAsleep) {
     lines.push_back(*state->whyAsleep);
   }
   for (const auto& hive : state->registry->hiveFiles()) {
-    for (auto& reason :
-         {whyReadOnly(hive->path()), whyUnclean(hive->path()), whyUnsound(hive->path())}) {
+    if (std::optional<std::string> reason = whyUnclean(*hive)) {
+      lines.push_back(std::move(*reason));
+    }
+  }
+  return lines;
+}
+
+std::vector<std::string> Machine::uncleanHives() const {
+  std::vector<std::string> lines = hivesBehind();
+  for (const auto& hive : state->registry->hiveFiles()) {
+    for (auto& reason : {whyReadOnly(hive->path()), whyUnsound(*hive)}) {
       if (reason) {
         lines.push_back(*reason);
       }

@@ -60,7 +60,12 @@ struct User {
 
 class Loader {
  public:
-  explicit Loader(const OfflineDisk& given) : disk(given), files(findOfflineFiles(given.root)) {}
+  Loader(const OfflineDisk& given, Windows windows)
+      : disk(given),
+        files(findOfflineFiles(given.root)),
+        logUse(windows == Windows::Asleep ? LogUse::Hibernated
+               : given.leavesLogs         ? LogUse::LeaveAlone
+                                          : LogUse::Replay) {}
 
   OfflineRegistry load() {
     if (files.empty() && !files.unreadable.empty()) {
@@ -92,7 +97,7 @@ class Loader {
       return false;
     }
     try {
-      result.registry->mount(parent, utf16(name), std::make_unique<HiveFile>(*file));
+      result.registry->mount(parent, utf16(name), std::make_unique<HiveFile>(*file, logUse));
       return true;
     } catch (const MachineError& error) {
       result.damaged.emplace_back(error.what());
@@ -206,6 +211,7 @@ class Loader {
 
   const OfflineDisk& disk;
   OfflineFiles files;
+  LogUse logUse;
   OfflineRegistry result;
   std::vector<User> users;
   const User* current = nullptr;
@@ -213,6 +219,8 @@ class Loader {
 
 }  // namespace
 
-OfflineRegistry readOfflineRegistry(const OfflineDisk& disk) { return Loader(disk).load(); }
+OfflineRegistry readOfflineRegistry(const OfflineDisk& disk, Windows windows) {
+  return Loader(disk, windows).load();
+}
 
 }  // namespace zelvreg::machine

@@ -3,6 +3,7 @@
 #ifndef ZELVREG_MACHINE_OFFLINE_OFFLINE_REGISTRY_H
 #define ZELVREG_MACHINE_OFFLINE_OFFLINE_REGISTRY_H
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -28,8 +29,10 @@ struct OfflineRegistry {
   std::string windowsFolder;         // "C:\\Windows", the folder's name as it is on the disk
 };
 
-// Throws MachineError if the disk has no hive at all, or if `disk.user` is not one of its users.
-OfflineRegistry readOfflineRegistry(const OfflineDisk& disk);
+// Logs are taken over unless the disk is to be read without, or Windows is asleep on it. Throws
+// MachineError if the disk has no hive at all, or if `disk.user` is not one of its users.
+enum class Windows : std::uint8_t { ShutDown, Asleep };
+OfflineRegistry readOfflineRegistry(const OfflineDisk& disk, Windows windows = Windows::ShutDown);
 
 }  // namespace zelvreg::machine
 

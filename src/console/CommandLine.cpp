@@ -233,6 +233,18 @@ class Parser {
     } else {
       applyPlainCommand(options, plainCommands);
     }
+    requireScanForEveryUser();
+  }
+
+  void requireScanForEveryUser() {
+    const Command command = options.command;
+    if (options.target.everyUser && command != Command::Scan && command != Command::Fix) {
+      throw UsageError("--user all goes with scan and fix only; an undo finds its user by itself");
+    }
+    // What was repaired may be anybody's.
+    options.target.everyProfile = options.target.everyProfile || command == Command::ListUndo ||
+                                  command == Command::RestoreUndo ||
+                                  command == Command::RestoreExport;
   }
 
   Options& options;

@@ -40,7 +40,11 @@ struct Target {
   std::string machineFolder;
   std::string offlineRoot;
   std::map<char, std::string> drives;  // by upper-case letter
-  std::string user;
+  std::string user;                    // a name, or empty
+  // Each user is worked on in turn.
+  bool everyUser = false;
+  // The profiles of services and the like are there as well.
+  bool everyProfile = false;
   bool leavesLogs = false;  // hives that were not shut down cleanly are read as they are
   bool missingDrivesAreDead = false;
   bool filesAreReadOnly = false;

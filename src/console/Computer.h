@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "console/CommandLine.h"
+#include "console/ComputerUser.h"
 
 namespace zelvreg::console {
 
@@ -28,12 +29,24 @@ struct HiveResult {
   std::string why;  // it may lack what Windows has written of it; empty if it does not
 };
 
+// What is done as a user: a scan, which changes nothing of the user's, or anything that may.
+enum class UserWork { Scan, Repair };
+
 // While it lives, the calls of the Windows API are answered by this computer.
 class Computer {
  public:
   // Throws std::runtime_error with one line that says what is wrong and what to do.
   static std::unique_ptr<Computer> open(const Target& target, Access access = Access::Alone);
   virtual ~Computer() = default;
+
+  // Whose keys can be HKEY_CURRENT_USER: at first that of the first of them.
+  [[nodiscard]] virtual std::vector<ComputerUser> users() const = 0;
+  // From now on it is this user's, with the user's variables, until the next call. Throws
+  // std::runtime_error with one line if the user's keys cannot be had; nothing is changed then.
+  virtual void actAs(const ComputerUser& user, UserWork work) = 0;
+  // What of damage() and unclean() concerns this user's keys alone, or what is the computer's.
+  [[nodiscard]] virtual std::vector<std::string> faultsOf(const ComputerUser& user) const = 0;
+  [[nodiscard]] virtual std::vector<std::string> faultsOfComputer() const = 0;
 
   // One line for each part of the registry that was left out because it is damaged.
   [[nodiscard]] virtual std::vector<std::string> damage() const = 0;

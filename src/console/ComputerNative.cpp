@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <filesystem>
 
 #include "console/Computer.h"
 #include "machine/Machine.h"
+#include "machine/computer/MachineUser.h"
 #include "machine/files/Drives.h"
 
 namespace zelvreg::console {
@@ -22,6 +24,22 @@ class EmulatedComputer : public Computer {
     machine->drives().lend(machine->drives().programFolder() + u"\\lang", ownLanguages());
   }
 
+  [[nodiscard]] std::vector<ComputerUser> users() const override {
+    std::vector<ComputerUser> users;
+    for (const machine::MachineUser& user : machine->users()) {
+      users.push_back({.name = user.name, .sid = user.sid, .key = user.key});
+    }
+    return users;
+  }
+  void actAs(const ComputerUser& user, UserWork /*work*/) override {
+    machine->actAs(placeOf(user));
+  }
+  [[nodiscard]] std::vector<std::string> faultsOf(const ComputerUser& user) const override {
+    return machine->faultsOf(machine->users().at(placeOf(user)));
+  }
+  [[nodiscard]] std::vector<std::string> faultsOfComputer() const override {
+    return machine->faultsOfComputer();
+  }
   [[nodiscard]] std::vector<std::string> damage() const override { return machine->damagedHives(); }
   [[nodiscard]] std::vector<HiveResult> hives() const override {
     std::vector<HiveResult> results;
@@ -46,6 +64,12 @@ class EmulatedComputer : public Computer {
   [[nodiscard]] bool keepsAtOnce() const override { return false; }
 
  private:
+  [[nodiscard]] std::size_t placeOf(const ComputerUser& user) const {
+    const auto& all = machine->users();
+    const auto found = std::ranges::find(all, user.key, &machine::MachineUser::key);
+    return static_cast<std::size_t>(found - all.begin());
+  }
+
   std::unique_ptr<machine::Machine> machine;
   machine::Running running;
 };
@@ -60,6 +84,7 @@ machine::OfflineDisk diskOf(const Target& target) {
     disk.user = target.user;
   }
   disk.leavesLogs = target.leavesLogs;
+  disk.everyProfile = target.everyProfile;
   disk.missingDrivesAreDead = target.missingDrivesAreDead;
   disk.filesAreReadOnly = target.filesAreReadOnly;
   disk.keptBackups = target.keptBackups;

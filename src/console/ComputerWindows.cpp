@@ -17,6 +17,13 @@ class RunningComputer : public Computer {
           "close its window or wait until it ends");
     }
   }
+  // The current user stays the one who runs the program.
+  [[nodiscard]] std::vector<ComputerUser> users() const override { return {}; }
+  void actAs(const ComputerUser& /*user*/, UserWork /*work*/) override {}
+  [[nodiscard]] std::vector<std::string> faultsOf(const ComputerUser& /*user*/) const override {
+    return {};
+  }
+  [[nodiscard]] std::vector<std::string> faultsOfComputer() const override { return {}; }
   [[nodiscard]] std::vector<std::string> damage() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unclean() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }

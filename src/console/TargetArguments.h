@@ -10,6 +10,9 @@
 
 namespace zelvreg::console {
 
+// As a user's name it stands for all users.
+inline constexpr const char* everybody = "all";
+
 // On Windows there are none: the program works on the computer that it runs on.
 struct TargetArguments {
   std::vector<std::string> drives;

@@ -28,8 +28,8 @@ void TargetArguments::addTo(CLI::App& app, Target& target) {
   app.add_option("--drive", drives, "another drive of that disk, as D=DIR; may be repeated")
       ->needs(offline);
   app.add_option("--user", target.user,
-                 "whose current user it is; else the one whose hive was written last")
-      ->needs(offline);
+                 "whose current user it is, or \"all\": scan or repair every user's keys; else the "
+                 "one whose hive was written last");
   app.add_flag("--as-is", target.leavesLogs,
                "for a scan or a search: read hives that were not shut down cleanly without their "
                "transaction logs")
@@ -51,6 +51,13 @@ void TargetArguments::addTo(CLI::App& app, Target& target) {
 void TargetArguments::applyTo(Target& target) const {
   for (const std::string& drive : drives) {
     addDrive(target, drive);
+  }
+  if (target.user == everybody) {
+    target.everyUser = target.everyProfile = true;
+    target.user.clear();
+  }
+  if (!target.user.empty() && target.offlineRoot.empty()) {
+    throw UsageError("--user NAME needs --offline; with --machine it takes only \"all\"");
   }
   target.missingDrivesAreDead = missingDrives == "dead";
   if (target.machineFolder.empty() && target.offlineRoot.empty()) {

@@ -113,6 +113,7 @@ struct Evidence {
   Confidence confidence = Confidence::Unsure;
   ReasonList reasons;               // at least one
   std::vector<std::string> tested;  // the paths and keys that were looked for, at most a few
+  bool isUsers = false;  // it is the current user's, not the computer's; told only in a UserScope
 };
 
 }  // namespace zelvreg

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "runtime/Environment.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
@@ -57,5 +58,7 @@ std::string sidText(const std::vector<BYTE>& sid) {
   }
   return text;
 }
+
+std::string currentUserSid() { return sidText(lookUpSid(environmentVariable("UserName"))); }
 
 }  // namespace zelvreg

@@ -20,6 +20,7 @@ class CodePage;
 class DiskAttributes;
 class Drives;
 class Environment;
+struct MachineUser;
 class OpenFiles;
 struct Processes;
 class Registry;
@@ -58,6 +59,13 @@ class Machine {
   // refused.
   void save();
 
+  // Who could be the current user, and at first is the first of them. Of a machine folder, the one
+  // of its settings and those that HKEY_USERS names; of a disk, those whose hive could be read.
+  [[nodiscard]] const std::vector<MachineUser>& users() const;
+  // Makes another one of them the current user, with variables and account. No program may run then
+  // that has keys of the one before.
+  void actAs(std::size_t user);
+
   [[nodiscard]] Registry& registry() const;
   [[nodiscard]] Drives& drives() const;
   [[nodiscard]] Environment& environment() const;
@@ -82,6 +90,11 @@ class Machine {
   // One line for each hive that was left out, its file and why, and for what was passed over so far
   // in those that could be read. Ask again when more has been read.
   [[nodiscard]] std::vector<std::string> damagedHives() const;
+
+  // What of damagedHives() and uncleanHives() concerns the hives of one of the users, and what the
+  // computer's own. What is left out wholly is in neither.
+  [[nodiscard]] std::vector<std::string> faultsOf(const MachineUser& user) const;
+  [[nodiscard]] std::vector<std::string> faultsOfComputer() const;
 
   // One line for each thing that is to be told of opening: what was ended or put in order because
   // an earlier process was stopped in the middle of it, and what became of the logs of a hive that

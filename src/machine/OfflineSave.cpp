@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "machine/MachineState.h"
@@ -46,6 +47,27 @@ void refuseIfUnsafe(const HiveFile& hive) {
   }
 }
 
+// Those that opening has not shown.
+void addOtherFaults(std::vector<std::string>& lines, const HiveFile& hive) {
+  for (auto& reason : {whyReadOnly(hive.path()), whyUnsound(hive)}) {
+    if (reason) {
+      lines.push_back(*reason);
+    }
+  }
+}
+
+bool isOf(const MachineUser& user, const HiveFile& hive) {
+  return std::ranges::find(user.hives, hive.path()) != user.hives.end();
+}
+
+void addFaults(std::vector<std::string>& lines, const HiveFile& hive) {
+  lines.insert(lines.end(), hive.damage().begin(), hive.damage().end());
+  if (const std::optional<std::string> reason = whyUnclean(hive)) {
+    lines.push_back(*reason);
+  }
+  addOtherFaults(lines, hive);
+}
+
 }  // namespace
 
 std::vector<HiveReport> Machine::hives() const {
@@ -78,10 +100,40 @@ std::vector<std::string> Machine::hivesBehind() const {
 std::vector<std::string> Machine::uncleanHives() const {
   std::vector<std::string> lines = hivesBehind();
   for (const auto& hive : state->registry->hiveFiles()) {
-    for (auto& reason : {whyReadOnly(hive->path()), whyUnsound(*hive)}) {
-      if (reason) {
-        lines.push_back(*reason);
-      }
+    addOtherFaults(lines, *hive);
+  }
+  return lines;
+}
+
+std::vector<std::string> Machine::faultsOf(const MachineUser& user) const {
+  std::vector<std::string> lines = user.damage;
+  for (const auto& hive : state->registry->hiveFiles()) {
+    if (isOf(user, *hive)) {
+      addFaults(lines, *hive);
+    }
+  }
+  return lines;
+}
+
+std::vector<std::string> Machine::faultsOfComputer() const {
+  std::vector<std::string> lines = state->damagedHives;
+  const auto drop = [&lines](const std::vector<std::string>& ofUsers) {
+    std::erase_if(lines, [&](const std::string& line) {
+      return std::ranges::find(ofUsers, line) != ofUsers.end();
+    });
+  };
+  drop(state->damagedProfiles);
+  for (const MachineUser& user : state->users) {
+    drop(user.damage);
+  }
+  if (state->whyAsleep) {
+    lines.push_back(*state->whyAsleep);
+  }
+  for (const auto& hive : state->registry->hiveFiles()) {
+    const bool isSomebodys = std::ranges::any_of(
+        state->users, [&](const MachineUser& user) { return isOf(user, *hive); });
+    if (!isSomebodys) {
+      addFaults(lines, *hive);
     }
   }
   return lines;

@@ -4,10 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <functional>
-#include <memory>
 
+#include "machine/replay/OwnBytes.h"
 #include "machine/replay/StoppedHive.h"
 
 namespace zelvreg::fixture {
@@ -20,31 +19,6 @@ using machine::HiveState;
 using machine::Replay;
 
 constexpr std::size_t page = 4096;
-
-// Bytes in memory of their own, so that a sanitizer sees when one beside them is read.
-class OwnBytes {
- public:
-  explicit OwnBytes(const std::string& text)
-      : size(text.size()), bytes(std::make_unique<std::byte[]>(size)) {
-    std::memcpy(bytes.get(), text.data(), size);
-  }
-  [[nodiscard]] std::span<const std::byte> span() const { return {bytes.get(), size}; }
-
- private:
-  std::size_t size;
-  std::unique_ptr<std::byte[]> bytes;
-};
-
-Replay replay(const std::string& hive, const std::vector<std::string>& logs) {
-  const OwnBytes file(hive);
-  std::vector<OwnBytes> own;
-  std::vector<std::span<const std::byte>> spans;
-  own.reserve(logs.size());
-  for (const std::string& log : logs) {
-    spans.push_back(own.emplace_back(log).span());
-  }
-  return machine::replayLogs(file.span(), spans);
-}
 
 std::string imageOf(const Replay& done) {
   if (!done.image) {

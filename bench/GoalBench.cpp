@@ -13,6 +13,7 @@
 #include "OpeningBench.h"
 #include "PeerBench.h"
 #include "Programs.h"
+#include "ReplayBench.h"
 #include "ScanBench.h"
 #include "SearchBench.h"
 #include "WorkFolder.h"
@@ -84,6 +85,12 @@ class GoalBench {
     }
   }
 
+  void replay() {
+    const WorkFolder work;
+    makeApart([&] { makeDirtyDisk(work.path()); });
+    figures[Measure::Replay] = measureReplay(work.path(), pairs) * milliseconds;
+  }
+
   void programs() {
     const std::string zelvreg = zelvregProgram().string();
     const WorkFolder work;
@@ -148,6 +155,7 @@ void benchGoals(std::ostream& output, const GoalSizes& sizes, const fs::path& of
   bench.programs();
   bench.machine(sizes.keys);
   bench.secondLookOf(sizes.secondLookKeys);
+  bench.replay();
   if (offlineRoot.empty()) {
     bench.madeDisk(sizes.disk);
   } else {

@@ -16,6 +16,7 @@ enum class Measure : std::uint8_t {
   OfflineToWalk,
   OfflineToReader,
   OfflineMemory,
+  Replay,
   Search,
   Opening,
   OpeningMemory,

@@ -46,7 +46,7 @@ void HiveBins::findBins() {
   std::uint64_t bin = binsOffset;
   while (bin < bytes.size() && looksLikeBin(bin)) {
     (*begins)[bin / pageSize] = true;
-    const std::uint32_t size = numberIn<std::uint32_t>(bytes, bin + binSize);
+    const auto size = numberIn<std::uint32_t>(bytes, bin + binSize);
     if (size == 0 || size % pageSize != 0) {
       break;
     }

@@ -64,9 +64,8 @@ TEST(ReplayTest, LogsWithABitmapDoSoToo) {
 // this one has a single entry.
 class ReplayRules : public ::testing::Test {
  protected:
-  ReplayRules() : hive(HiveLife(3).clean(10)), next(hive) {
+  ReplayRules() : hive(HiveLife(3).clean(10)), next(hive), stopped(hive) {
     next.replace(page + 64, 5, "first");
-    stopped = hive;
     bench::setSequences(stopped, 11, 10);
   }
 

@@ -87,10 +87,12 @@ std::string HiveLife::torn(const std::string& before, const std::string& after, 
   return file;
 }
 
-void HiveLife::damageBase(std::string& hive) {
-  const std::size_t at = random.below(512);
-  hive[at] = static_cast<char>(hive[at] ^ (1 + random.below(255)));
+void HiveLife::changeByte(std::string& bytes, std::size_t at) {
+  const auto byte = static_cast<unsigned char>(bytes[at]);
+  bytes[at] = static_cast<char>(byte ^ (1 + random.below(255)));
 }
+
+void HiveLife::damageBase(std::string& hive) { changeByte(hive, random.below(512)); }
 
 // What may stand behind the last entry of a log: no part of it may be taken over.
 std::string HiveLife::leftOver(const std::string& hive, std::uint32_t next) {
@@ -98,25 +100,23 @@ std::string HiveLife::leftOver(const std::string& hive, std::uint32_t next) {
                            .flags = 0,
                            .binsSize = wordAt(hive, 40),
                            .pages = {{0, std::string(page, 'x')}}};
+  const std::string zeros(512 * random.below(20), '\0');
   switch (random.below(6)) {
     case 0:
       return "";
     case 1:
-      return std::string(512 * random.below(20), '\0');
-    case 2: {
+      return zeros;
+    case 2:
       entry.sequence = next - 1 - static_cast<std::uint32_t>(random.below(100));
       return bench::entryBytes(entry);
-    }
-    case 3: {
+    case 3:
       entry.sequence = next + 1;
       return bench::entryBytes(entry);
-    }
     case 4:
       return bench::entryBytes(entry).substr(0, 512 * (1 + random.below(8)));
     default: {
       std::string bytes = bench::entryBytes(entry);
-      const std::size_t at = random.below(48 + page);
-      bytes[at] = static_cast<char>(bytes[at] ^ (1 + random.below(255)));
+      changeByte(bytes, random.below(48 + page));
       return bytes;
     }
   }

@@ -41,6 +41,7 @@ class HiveLife {
   std::string randomBytes(std::size_t size);
   void appendBin(std::string& hive, std::size_t pages);
   std::string torn(const std::string& before, const std::string& after, std::size_t unit);
+  void changeByte(std::string& bytes, std::size_t at);
   void damageBase(std::string& hive);
   std::string leftOver(const std::string& hive, std::uint32_t next);
   std::string addEntries(std::string log, std::uint32_t sequence, const std::string& inFile,

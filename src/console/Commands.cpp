@@ -27,7 +27,8 @@ bool writesAtOnce(Command command) {
   }
 }
 
-// Files of the program would be gone before a hive is found to be one that cannot be written.
+// The program's settings are in a hive of the computer. Files that belong to them would be gone
+// before that hive is found to be one that cannot be written.
 void refuseIfBehind(const Computer& computer) {
   const std::vector<std::string> lines = computer.behind();
   if (!lines.empty()) {

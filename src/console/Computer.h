@@ -54,11 +54,11 @@ class Computer {
   // The hive files that are read; none on a running Windows, and of a folder that has none.
   [[nodiscard]] virtual std::vector<HiveResult> hives() const { return {}; }
 
-  // One line for each reason why nothing may be written that opening has shown: Windows has newer
-  // content of a hive than was read.
+  // One line for each reason why nothing of the computer's own may be written that opening has
+  // shown: Windows has newer content of a hive than was read.
   [[nodiscard]] virtual std::vector<std::string> behind() const { return {}; }
-  // The same, and one line for each part of the registry that must not be written for any other
-  // reason. Takes longer.
+  // One line for each part of the registry that must not be written, for this or any other reason.
+  // Takes longer.
   [[nodiscard]] virtual std::vector<std::string> unclean() const = 0;
   // One line for each change that cannot be saved, because the disk has no hive for it.
   [[nodiscard]] virtual std::vector<std::string> unsaved() const = 0;

@@ -103,11 +103,11 @@ class Machine {
 
   // One for each hive of an offline disk that is read.
   [[nodiscard]] std::vector<HiveReport> hives() const;
-  // One line for each reason why a hive must not be written that opening has shown: Windows has
-  // newer content of it than was read. It names the file and says what to do.
+  // One line for each reason why the computer's own hives must not be written that opening has
+  // shown: Windows has newer content of them than was read. It names the file and says what to do.
   [[nodiscard]] std::vector<std::string> hivesBehind() const;
-  // The same, and one line for each hive that must not be written for any other reason. Reads the
-  // disk; ask before work is done that save() would refuse.
+  // One line for each hive of an offline disk that must not be written, for this or any other
+  // reason. Reads the disk; ask before work is done that save() would refuse.
   [[nodiscard]] std::vector<std::string> uncleanHives() const;
 
   // One line for each place of which the last save() has dropped changes, since the disk has no

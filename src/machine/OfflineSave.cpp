@@ -89,16 +89,24 @@ std::vector<std::string> Machine::hivesBehind() const {
   if (state->whyAsleep) {
     lines.push_back(*state->whyAsleep);
   }
+  state->registry->children(state->registry->machineRoot()).forEach([&](const RegistryKey* key) {
+    if (const auto reason = key->hive != nullptr ? whyUnclean(*key->hive) : std::nullopt) {
+      lines.push_back(*reason);
+    }
+  });
+  return lines;
+}
+
+std::vector<std::string> Machine::uncleanHives() const {
+  std::vector<std::string> lines;
+  if (state->whyAsleep) {
+    lines.push_back(*state->whyAsleep);
+  }
   for (const auto& hive : state->registry->hiveFiles()) {
     if (std::optional<std::string> reason = whyUnclean(*hive)) {
       lines.push_back(std::move(*reason));
     }
   }
-  return lines;
-}
-
-std::vector<std::string> Machine::uncleanHives() const {
-  std::vector<std::string> lines = hivesBehind();
   for (const auto& hive : state->registry->hiveFiles()) {
     addOtherFaults(lines, *hive);
   }

@@ -211,6 +211,15 @@ TEST_F(MadeDirtyDisk, WhoseWindowsIsAsleepIsReadWithoutItsLogs) {
   EXPECT_NE(hives().find(R"("state":"hibernated","why":")"), std::string::npos) << hives();
 }
 
+// What was repaired in the computer's hives can be undone whatever the state of a user's.
+TEST_F(MadeDirtyDisk, IsUndoneWhereAUsersLogsCannotBeTakenOver) {
+  EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), nothingFound) << said;
+  constexpr std::size_t firstSequence = 4;
+  makeUnclean(anna, firstSequence);
+  undo();
+  EXPECT_TRUE(content(software).contains("\\"s + fonts + "|Later"));
+}
+
 TEST_F(MadeDirtyDisk, WhoseLogsAreWrittenMeanwhileIsNotRepaired) {
   open();
   disk.write(software + ".LOG2"s, "more");

@@ -100,7 +100,7 @@ std::string HiveLife::leftOver(const std::string& hive, std::uint32_t next) {
                            .flags = 0,
                            .binsSize = wordAt(hive, 40),
                            .pages = {{0, std::string(page, 'x')}}};
-  const std::string zeros(512 * random.below(20), '\0');
+  std::string zeros(512 * random.below(20), '\0');
   switch (random.below(6)) {
     case 0:
       return "";

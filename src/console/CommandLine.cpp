@@ -233,6 +233,7 @@ class Parser {
     } else {
       applyPlainCommand(options, plainCommands);
     }
+    TargetArguments::decideWriting(options);
     requireScanForEveryUser();
   }
 
@@ -263,6 +264,21 @@ class Parser {
 };
 
 }  // namespace
+
+bool changesComputer(const Options& options) {
+  switch (options.command) {
+    case Command::Scan:
+    case Command::Search:
+    case Command::ListUndo:
+    case Command::ListExclusions:
+    case Command::ListLanguages:
+      return false;
+    case Command::Fix:
+      return !options.isRehearsal;
+    default:
+      return true;
+  }
+}
 
 std::set<std::size_t> rowsNamed(const std::string& names) {
   std::set<std::size_t> rows;

@@ -69,6 +69,10 @@ class Computer {
   // Saves what has been changed; throws as open() does. A running Windows needs no saving.
   virtual void save() = 0;
 
+  // Ends all work on it; nothing is asked of it afterwards. Throws as open() does if what was saved
+  // could not be written out. Without it that is not told.
+  virtual void close() {}
+
   // Whether each change is saved at once, so that it stays if the command is stopped.
   [[nodiscard]] virtual bool keepsAtOnce() const = 0;
 };

@@ -29,6 +29,7 @@ int runProgram(int count, const char* const* arguments) {
                         .width = terminalWidth(),
                         .showsProgress = isErrorTerminal()};
   const int status = runCommand(parsed.options, *computer, streams);
+  computer->close();
   if (!std::cout.flush()) {
     throw std::runtime_error("the output could not be written; check where it goes");
   }

@@ -1,8 +1,5 @@
 // A small disk of NTFS with a hive in it: what Windows keeps of a file must be there after a save.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <sys/xattr.h>
 
 #include <array>
@@ -12,6 +9,7 @@
 #include "evidence/Reasons.h"
 #include "evidence/TextLook.h"
 #include "machine/OfflineDiskFixture.h"
+#include "machine/ProgramRun.h"
 #include "machine/files/DiskAttributes.h"
 #include "machine/files/Drives.h"
 #include "machine/security/Security.h"
@@ -20,25 +18,6 @@
 
 namespace zelvreg::fixture {
 namespace {
-
-// Whether the program could be run and ended well; it is quiet.
-bool run(std::vector<std::string> words) {
-  std::vector<char*> arguments;
-  for (std::string& word : words) {
-    arguments.push_back(word.data());
-  }
-  arguments.push_back(nullptr);
-  posix_spawn_file_actions_t files{};
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_addopen(&files, 1, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_addopen(&files, 2, "/dev/null", O_WRONLY, 0);
-  pid_t child = 0;
-  const bool isStarted =
-      posix_spawnp(&child, arguments[0], &files, nullptr, arguments.data(), environ) == 0;
-  posix_spawn_file_actions_destroy(&files);
-  int status = 1;
-  return isStarted && waitpid(child, &status, 0) == child && status == 0;
-}
 
 class NtfsDiskTest : public OfflineDiskTest {
  protected:

@@ -84,6 +84,14 @@ std::string csvField(const std::string& exactText) {
 
 using Json = nlohmann::ordered_json;
 
+Json listOf(const TestedPlaces& places) {
+  Json list = Json::array();
+  for (const std::string& place : places) {
+    list.push_back(place);
+  }
+  return list;
+}
+
 Json codesOf(const ReasonList& reasons) {
   Json codes = Json::array();
   for (const Reason reason : reasons) {
@@ -104,7 +112,7 @@ Json listOf(const ScanResult& result) {
                     {"checked", finding.isChecked},
                     {"confidence", codeOf(finding.evidence.confidence)},
                     {"reasons", codesOf(finding.evidence.reasons)},
-                    {"tested", finding.evidence.tested}});
+                    {"tested", listOf(finding.evidence.tested)}});
     if (result.tellsUsers) {
       list.back()["user"] = finding.user;
       list.back()["sid"] = finding.sid;

@@ -124,19 +124,6 @@ void PathTrial::find(Reason reason) {
   }
 }
 
-void addTested(std::vector<std::string>& tested, const std::string& path) {
-  constexpr std::size_t mostTested = 6;
-  if (tested.size() < mostTested && std::ranges::find(tested, path) == tested.end()) {
-    tested.push_back(path);
-  }
-}
-
-void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths) {
-  for (const std::string& path : paths) {
-    addTested(tested, path);
-  }
-}
-
 const std::string& PathLook::windowsFolder() {
   if (windows.empty()) {
     windows = variables.value("windir", {}, ProgramView::Bits64).value_or("C:\\Windows");
@@ -197,7 +184,7 @@ bool PathLook::isOfSystem(const std::string& program) {
 
 // Only where shares are asked.
 void PathLook::tryShare(PathTrial& trial, const std::string& path, Takes takes) {
-  addTested(trial.tested, path);
+  trial.tested.add(path);
   const FileIs answer = files.at(path);
   const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
   if (answer == FileIs::File || isFolder) {
@@ -230,7 +217,7 @@ void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwn
   const std::string& path = isShort ? longer : given;
   const bool isFirst = !trial.isJudged;
   if (isFirst) {
-    addTested(trial.tested, path);
+    trial.tested.add(path);
     noteDrive(trial, path);
   }
   if (files.drive(path.front()) == DriveIs::Absent) {
@@ -245,7 +232,7 @@ void PathLook::tryPath(PathTrial& trial, const std::string& given, const TextOwn
       PathTrial extended;
       if (tryViews(extended, path + std::string(ending), owner, Takes::FilesOnly)) {
         trial.find(Reason::FoundWithExtension);
-        addTested(trial.tested, extended.tested);
+        trial.tested.add(extended.tested);
         return;
       }
     }
@@ -279,7 +266,7 @@ bool PathLook::tryViews(PathTrial& trial, const std::string& path, const TextOwn
     const bool isFolder = answer == FileIs::Folder && takes == Takes::FoldersToo;
     if (answer == FileIs::File || isFolder) {
       trial.find(place.isOwn ? Reason::Found : Reason::FoundInOtherView);
-      addTested(trial.tested, path);
+      trial.tested.add(path);
       return true;
     }
     if (answer == FileIs::Denied) {
@@ -317,14 +304,14 @@ void PathLook::trySearch(PathTrial& trial, const std::string& name, const TextOw
   for (const std::string& one : names) {
     if (const auto path = searchPath.find(one, owner.user)) {
       trial.find(Reason::FoundOnPath);
-      addTested(trial.tested, *path);
+      trial.tested.add(*path);
       return;
     }
   }
   if (!trial.isJudged) {
     // A word alone need not be a file at all.
     const bool isBare = name.find_first_of("\\/") == std::string::npos && hasFileEnding(name);
-    addTested(trial.tested, name);
+    trial.tested.add(name);
     trial.reasons.add(Reason::Absent);
     trial.reasons.add(isBare ? Reason::BareName : Reason::PlaceUnknown);
     trial.isJudged = true;

@@ -32,15 +32,11 @@ enum class Reading : std::uint8_t {
   File,     // a file by its path; an index of a resource may follow
 };
 
-// Adds paths that are not among those tested yet, as long as there is room for a few.
-void addTested(std::vector<std::string>& tested, const std::string& path);
-void addTested(std::vector<std::string>& tested, const std::vector<std::string>& paths);
-
 // What the readings of one text have led to so far.
 struct PathTrial {
   std::optional<Reason> found;
   ReasonList reasons;  // why not
-  std::vector<std::string> tested;
+  TestedPlaces tested;
   bool isJudged = false;  // whether the reading that counts has been judged
 
   // The first reason counts.

@@ -162,7 +162,6 @@ void lookAgain(Form42& form) {
     form.View2.setItemData(row, form.evidence.size());
   }
   weighTogether(form, look.texts);
-  form.messages.discard(look.texts.take());
   tellImplausible(form);
 }
 

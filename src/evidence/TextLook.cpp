@@ -36,11 +36,11 @@ const Evidence& TextLook::at(const std::string& text, const TextOwner& owner, Re
   key += owner.view == ProgramView::Bits64 ? '6' : '3';
   key += owner.isEveryones ? 'e' : 'o';
   key += text;
-  const auto found = known.find(key);
-  if (found != known.end()) {
-    return found->second;
+  const HashedText asked(key);
+  if (const Evidence* found = known.find(asked)) {
+    return *found;
   }
-  return known.emplace(std::move(key), look(text, owner, reading, 0)).first->second;
+  return known.add(asked, look(text, owner, reading, 0));
 }
 
 Evidence TextLook::atAny(const std::vector<std::string>& texts, const TextOwner& owner,
@@ -54,7 +54,7 @@ Evidence TextLook::atAny(const std::vector<std::string>& texts, const TextOwner&
     if (first.reasons.empty()) {
       first = std::move(evidence);
     } else {
-      addTested(first.tested, evidence.tested);
+      first.tested.add(evidence.tested);
     }
   }
   return first;
@@ -87,7 +87,7 @@ Evidence TextLook::look(const std::string& text, const TextOwner& owner, Reading
     PathTrial second = text2 == own.text ? PathTrial() : tryText(text2, owner, reading, depth);
     if (second.found) {
       trial.find(Reason::FoundInOtherView);
-      addTested(trial.tested, second.tested);
+      trial.tested.add(second.tested);
     }
   }
   Evidence evidence{.confidence = {},
@@ -140,7 +140,8 @@ void TextLook::tryPart(PathTrial& trial, const std::string& part, const TextOwne
   const bool isOf64 = owner.view == ProgramView::Bits64;
   std::string key{isOf64 ? '6' : '3', static_cast<char>('0' + static_cast<int>(reading))};
   key += part;
-  if (deadParts.contains(key)) {
+  const HashedText asked(key);
+  if (deadParts.find(asked) != nullptr) {
     return;
   }
   PathTrial alone;
@@ -148,13 +149,13 @@ void TextLook::tryPart(PathTrial& trial, const std::string& part, const TextOwne
   paths.tryReading(alone, part, owner, reading, Takes::FilesOnly);
   if (alone.found) {
     trial.find(*alone.found);
-    addTested(trial.tested, alone.tested);
+    trial.tested.add(alone.tested);
   }
   for (const Reason reason : alone.reasons) {
     trial.reasons.add(reason);
   }
   if (!alone.found && alone.reasons.empty()) {
-    deadParts.insert(std::move(key));
+    deadParts.add(asked, {});
   }
 }
 
@@ -176,7 +177,7 @@ PathTrial TextLook::tryTarget(const LaunchTarget& target, const TextOwner& owner
       decide(InstalledProducts::isApplication(target.text), Reason::FoundBehindLauncher);
       return trial;
     case TargetIs::Unclear:
-      trial.tested.clear();
+      trial.tested = {};
       trial.reasons.add(Reason::LauncherUnclear);
       return trial;
     default:

@@ -7,8 +7,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -18,6 +16,7 @@
 #include "evidence/PathLook.h"
 #include "form/Evidence.h"
 #include "runtime/Shares.h"
+#include "text/TextTable.h"
 
 namespace zelvreg {
 
@@ -25,8 +24,8 @@ class TextLook {
  public:
   // For as many findings as are expected: a table of 100,000 that grows holds everybody up.
   TextLook(Shares mayAskShares, std::size_t expectedFindings)
-      : paths(mayAskShares, variables, products, 4 * expectedFindings) {
-    known.reserve(2 * expectedFindings);
+      : paths(mayAskShares, variables, products, 2 * expectedFindings) {
+    known.reserve(expectedFindings);
   }
   TextLook(const TextLook&) = delete;
   TextLook& operator=(const TextLook&) = delete;
@@ -42,11 +41,6 @@ class TextLook {
   // A text with the variables of its owner.
   std::string expanded(std::string_view text, const TextOwner& owner);
 
-  // Gives all that it knows of texts, and has forgotten it then: the one who holds it decides when
-  // it is freed.
-  using Known = std::unordered_map<std::string, Evidence>;
-  [[nodiscard]] Known take() { return std::exchange(known, {}); }
-
   OwnerVariables variables;
   InstalledProducts products;
 
@@ -57,11 +51,13 @@ class TextLook {
 
   void tryPart(PathTrial& trial, const std::string& part, const TextOwner& owner, Reading reading);
 
+  struct Nothing {};
+
   PathLook paths;
   // Parts that name nothing: all texts of one folder begin alike.
-  std::unordered_set<std::string> deadParts;
+  TextTable<Nothing> deadParts;
   // By text, owner and reading: a class and its merged view name the same file.
-  Known known;
+  TextTable<Evidence> known;
 };
 
 Evidence withReason(Reason reason);

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -109,10 +110,49 @@ class ReasonList {
   std::uint8_t count = 0;
 };
 
+// The paths and keys that were looked for, each once and at most a few. What is said of one text is
+// said of many findings, so copies share them.
+class TestedPlaces {
+ public:
+  TestedPlaces() = default;
+  TestedPlaces(std::initializer_list<std::string> given) {
+    for (const std::string& place : given) {
+      add(place);
+    }
+  }
+
+  // Without effect for a place that is among them, and where there is no more room.
+  void add(const std::string& place) {
+    constexpr std::size_t most = 6;
+    if (size() == most || std::ranges::find(*this, place) != end()) {
+      return;
+    }
+    if (places == nullptr || places.use_count() > 1) {
+      places = std::make_shared<std::vector<std::string>>(begin(), end());
+    }
+    places->push_back(place);
+  }
+  void add(const TestedPlaces& others) {
+    for (const std::string& place : others) {
+      add(place);
+    }
+  }
+
+  [[nodiscard]] std::size_t size() const { return places == nullptr ? 0 : places->size(); }
+  [[nodiscard]] const std::string* begin() const {
+    return places == nullptr ? nullptr : places->data();
+  }
+  [[nodiscard]] const std::string* end() const { return begin() + size(); }
+  bool operator==(const TestedPlaces& other) const { return std::ranges::equal(*this, other); }
+
+ private:
+  std::shared_ptr<std::vector<std::string>> places;  // none for an empty list
+};
+
 struct Evidence {
   Confidence confidence = Confidence::Unsure;
-  ReasonList reasons;               // at least one
-  std::vector<std::string> tested;  // the paths and keys that were looked for, at most a few
+  ReasonList reasons;  // at least one
+  TestedPlaces tested;
   bool isUsers = false;  // it is the current user's, not the computer's; told only in a UserScope
 };
 

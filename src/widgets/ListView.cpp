@@ -39,18 +39,14 @@ void ListView::remove(std::size_t row) {
 }
 
 void ListView::removeWhere(const std::function<bool(std::size_t row)>& isToGo) {
-  std::deque<Row> removed;
   std::size_t kept = 0;
   std::size_t stillSelected = 0;
   for (std::size_t row = 1; row <= rows.size(); ++row) {
-    Row& each = rows[row - 1];
     if (isToGo(row)) {
-      highlights -= each.isSelected ? 1 : 0;
-      removed.push_back(std::move(each));
       continue;
     }
     if (kept + 1 < row) {
-      rows[kept] = std::move(each);
+      std::swap(rows[kept], rows[row - 1]);
     }
     ++kept;
     if (row == selected) {
@@ -60,7 +56,11 @@ void ListView::removeWhere(const std::function<bool(std::size_t row)>& isToGo) {
   if (kept == rows.size()) {
     return;
   }
-  rows.resize(kept);
+  std::deque<Row> removed;
+  for (; rows.size() > kept; rows.pop_back()) {
+    highlights -= rows.back().isSelected ? 1 : 0;
+    removed.push_back(std::move(rows.back()));
+  }
   queue.discard(std::move(removed));
   selected = stillSelected;
   rowsChanged(0);

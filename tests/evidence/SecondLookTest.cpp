@@ -192,16 +192,6 @@ TEST_F(SecondLookTest, TheQueueIsServedWhileAllRowsAreWeighedTogetherUntilCancel
   EXPECT_EQ(served, form.View2.count() + 1);
 }
 
-TEST_F(SecondLookTest, WhatItHasNotedOfManyTextsIsFreedByTheQueue) {
-  for (std::size_t number = 0; number <= MessageQueue::mostFreedAtOnce; ++number) {
-    const std::string name = std::to_string(number);
-    addProgram(name, "C:\\EvidenceTest\\gone" + name + ".exe");
-  }
-  lookAgain(form);
-  EXPECT_TRUE(form.messages.hasWork());
-  EXPECT_EQ(reasonsOf(form.View2.count()), "absent");
-}
-
 TEST_F(SecondLookTest, MoreThanHalfOfManyIsImplausible) {
   for (int number = 0; number < 11; ++number) {
     addProgram("program " + std::to_string(number), "C:\\EvidenceTest\\gone.exe");

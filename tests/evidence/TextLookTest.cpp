@@ -241,7 +241,7 @@ TEST_F(TextLookTest, WhatIsPackagedOrHasAShortNameIsNotCalledDead) {
 
 TEST_F(TextLookTest, SaysWhatItLookedFor) {
   EXPECT_EQ(look("\"C:\\EvidenceTest\\gone.exe\" /x").tested,
-            std::vector<std::string>{"C:\\EvidenceTest\\gone.exe"});
+            TestedPlaces{"C:\\EvidenceTest\\gone.exe"});
 }
 
 }  // namespace

@@ -41,9 +41,11 @@ class Computer {
 
   // Whose keys can be HKEY_CURRENT_USER: at first that of the first of them.
   [[nodiscard]] virtual std::vector<ComputerUser> users() const = 0;
-  // From now on it is this user's, with the user's variables, until the next call. Throws
+  // From now on it is this user's, with the user's variables, until the next call of both. Throws
   // std::runtime_error with one line if the user's keys cannot be had; nothing is changed then.
   virtual void actAs(const ComputerUser& user, UserWork work) = 0;
+  // Lets go of what acting as another user has taken hold of.
+  virtual void endActing() {}
   // What of damage() and unclean() concerns this user's keys alone, or what is the computer's.
   [[nodiscard]] virtual std::vector<std::string> faultsOf(const ComputerUser& user) const = 0;
   [[nodiscard]] virtual std::vector<std::string> faultsOfComputer() const = 0;

@@ -44,10 +44,10 @@ class EmulatedComputer : public Computer {
     machine->actAs(placeOf(user));
   }
   [[nodiscard]] std::vector<std::string> faultsOf(const ComputerUser& user) const override {
-    return named(machine->faultsOf(machine->users().at(placeOf(user))));
+    return named(machine->faultsOf(machine->users().at(placeOf(user)), use()));
   }
   [[nodiscard]] std::vector<std::string> faultsOfComputer() const override {
-    return named(machine->faultsOfComputer());
+    return named(machine->faultsOfComputer(use()));
   }
   [[nodiscard]] std::vector<std::string> damage() const override {
     return named(machine->damagedHives());
@@ -67,9 +67,8 @@ class EmulatedComputer : public Computer {
     return named(machine->hivesBehind());
   }
   [[nodiscard]] std::vector<std::string> unclean() const override {
-    // An image that was opened for reading is written by nobody.
-    return image && !image->canBeWritten() ? std::vector<std::string>()
-                                           : named(machine->uncleanHives());
+    return use() == machine::Machine::Use::Reading ? std::vector<std::string>()
+                                                   : named(machine->uncleanHives());
   }
   [[nodiscard]] std::vector<std::string> unsaved() const override {
     return named(machine->unsavedChanges());
@@ -97,6 +96,12 @@ class EmulatedComputer : public Computer {
   [[nodiscard]] bool keepsAtOnce() const override { return false; }
 
  private:
+  // An image that was opened for reading is written by nobody.
+  [[nodiscard]] machine::Machine::Use use() const {
+    return image && !image->canBeWritten() ? machine::Machine::Use::Reading
+                                           : machine::Machine::Use::Writing;
+  }
+
   [[nodiscard]] std::size_t placeOf(const ComputerUser& user) const {
     const auto& all = machine->users();
     const auto found = std::ranges::find(all, user.key, &machine::MachineUser::key);

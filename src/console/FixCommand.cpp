@@ -44,6 +44,7 @@ class Repair {
           return failed;  // the form has said why
         }
       }
+      computer.endActing();
       saveAndTell(computer, streams);
       tellLeftAlone();
     }
@@ -92,6 +93,7 @@ class Repair {
       }
       addRefused(result, *turn, plan.leftAlone());
     }
+    computer.endActing();
     printResult(turns.result(), options, streams, result);
     return status(result.repaired == 0 ? nothingFound : problemsFound);
   }

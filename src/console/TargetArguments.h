@@ -13,7 +13,7 @@ namespace zelvreg::console {
 // As a user's name it stands for all users.
 inline constexpr const char* everybody = "all";
 
-// On Windows there are none: the program works on the computer that it runs on.
+// On Windows the program works on the computer that it runs on, and only all users can be named.
 struct TargetArguments {
   std::vector<std::string> drives;
   std::string missingDrives = "unknown";

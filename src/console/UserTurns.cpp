@@ -69,7 +69,13 @@ bool UserTurns::scan(const std::vector<ComputerUser>& users) {
   if (users.empty()) {
     return scanAs(std::nullopt);
   }
-  return std::ranges::all_of(users, [&](const ComputerUser& user) { return scanAs(user); });
+  const bool isComplete =
+      std::ranges::all_of(users, [&](const ComputerUser& user) { return scanAs(user); });
+  computer.endActing();
+  if (turns.empty()) {
+    throw std::runtime_error("no user could be scanned");
+  }
+  return isComplete;
 }
 
 bool UserTurns::scanAs(const std::optional<ComputerUser>& user) {
@@ -82,6 +88,11 @@ bool UserTurns::scanAs(const std::optional<ComputerUser>& user) {
     form.userScope = scopeOf(*user, computer.users(), turns.empty());
   }
   prepareForm(form, options, streams);
+  if (user && computer.keepsAtOnce() && form.safeguards.asksService) {
+    throw std::runtime_error(
+        "the management service knows only the user who asks it; for --user all let the program "
+        "read by itself (--provider direct)");
+  }
   form.dialogs.show = [this, user, show = form.dialogs.show](const UserMessage& message) {
     if (message.isQuestion) {
       answer = answer ? answer : show(message);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "keys/ActingUser.h"
 #include "runtime/Environment.h"
 #include "text/Wide.h"
 
@@ -59,6 +60,8 @@ std::string sidText(const std::vector<BYTE>& sid) {
   return text;
 }
 
-std::string currentUserSid() { return sidText(lookUpSid(environmentVariable("UserName"))); }
+std::string currentUserSid() {
+  return actingUser().empty() ? sidText(lookUpSid(environmentVariable("UserName"))) : actingUser();
+}
 
 }  // namespace zelvreg

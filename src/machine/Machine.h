@@ -4,6 +4,7 @@
 #define ZELVREG_MACHINE_MACHINE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -91,10 +92,11 @@ class Machine {
   // in those that could be read. Ask again when more has been read.
   [[nodiscard]] std::vector<std::string> damagedHives() const;
 
-  // What of damagedHives() and uncleanHives() concerns the hives of one of the users, and what the
-  // computer's own. What is left out wholly is in neither.
-  [[nodiscard]] std::vector<std::string> faultsOf(const MachineUser& user) const;
-  [[nodiscard]] std::vector<std::string> faultsOfComputer() const;
+  // What of damagedHives(), and of uncleanHives() if they are to be written, concerns the hives of
+  // one of the users, and what the computer's own. What is left out wholly is in neither.
+  enum class Use : std::uint8_t { Reading, Writing };
+  [[nodiscard]] std::vector<std::string> faultsOf(const MachineUser& user, Use use) const;
+  [[nodiscard]] std::vector<std::string> faultsOfComputer(Use use) const;
 
   // One line for each thing that is to be told of opening: what was ended or put in order because
   // an earlier process was stopped in the middle of it, and what became of the logs of a hive that

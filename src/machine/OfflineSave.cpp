@@ -60,8 +60,11 @@ bool isOf(const MachineUser& user, const HiveFile& hive) {
   return std::ranges::find(user.hives, hive.path()) != user.hives.end();
 }
 
-void addFaults(std::vector<std::string>& lines, const HiveFile& hive) {
+void addFaults(std::vector<std::string>& lines, const HiveFile& hive, Machine::Use use) {
   lines.insert(lines.end(), hive.damage().begin(), hive.damage().end());
+  if (use == Machine::Use::Reading) {
+    return;
+  }
   if (const std::optional<std::string> reason = whyUnclean(hive)) {
     lines.push_back(*reason);
   }
@@ -113,17 +116,17 @@ std::vector<std::string> Machine::uncleanHives() const {
   return lines;
 }
 
-std::vector<std::string> Machine::faultsOf(const MachineUser& user) const {
+std::vector<std::string> Machine::faultsOf(const MachineUser& user, Use use) const {
   std::vector<std::string> lines = user.damage;
   for (const auto& hive : state->registry->hiveFiles()) {
     if (isOf(user, *hive)) {
-      addFaults(lines, *hive);
+      addFaults(lines, *hive, use);
     }
   }
   return lines;
 }
 
-std::vector<std::string> Machine::faultsOfComputer() const {
+std::vector<std::string> Machine::faultsOfComputer(Use use) const {
   std::vector<std::string> lines = state->damagedHives;
   const auto drop = [&lines](const std::vector<std::string>& ofUsers) {
     std::erase_if(lines, [&](const std::string& line) {
@@ -134,14 +137,14 @@ std::vector<std::string> Machine::faultsOfComputer() const {
   for (const MachineUser& user : state->users) {
     drop(user.damage);
   }
-  if (state->whyAsleep) {
+  if (state->whyAsleep && use == Use::Writing) {
     lines.push_back(*state->whyAsleep);
   }
   for (const auto& hive : state->registry->hiveFiles()) {
     const bool isSomebodys = std::ranges::any_of(
         state->users, [&](const MachineUser& user) { return isOf(user, *hive); });
     if (!isSomebodys) {
-      addFaults(lines, *hive);
+      addFaults(lines, *hive, use);
     }
   }
   return lines;

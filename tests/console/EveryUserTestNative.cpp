@@ -89,7 +89,8 @@ TEST_F(EveryUserTest, EachIsScannedOnceAndTheComputerOnce) {
 }
 
 TEST_F(EveryUserTest, VariablesAreThoseOfEach) {
-  for (const auto& finding : result(asAll({"scan", "--json"}))["findings"]) {
+  const auto found = result(asAll({"scan", "--json"}));
+  for (const auto& finding : found["findings"]) {
     if (finding["badValue"] == "Own") {
       const bool isAnnas = finding["user"] == "Anna";
       EXPECT_EQ(finding["confidence"], isAnnas ? "sure" : "unsure") << finding;
@@ -110,7 +111,8 @@ TEST_F(EveryUserTest, TablesAndCsvSayWhose) {
 }
 
 TEST_F(EveryUserTest, WithoutItNothingTellsUsersApart) {
-  for (const auto& finding : result({"scan", "--json", "--only", only})["findings"]) {
+  const auto found = result({"scan", "--json", "--only", only});
+  for (const auto& finding : found["findings"]) {
     EXPECT_FALSE(finding.contains("user") || finding.contains("sid"));
   }
   EXPECT_EQ(onDisk({"scan", "--only", only}), problemsFound);

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "machine/base/CaseFold.h"
@@ -63,7 +63,10 @@ struct Rank {
   bool isPerson = false;  // neither a service nor what a new user gets
   std::filesystem::file_time_type lastWrite;
 
-  auto operator<=>(const Rank&) const = default;
+  bool operator<(const Rank& other) const {
+    return std::tie(isWhole, isPerson, lastWrite) <
+           std::tie(other.isWhole, other.isPerson, other.lastWrite);
+  }
 };
 
 class Loader {

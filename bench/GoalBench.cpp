@@ -8,6 +8,7 @@
 
 #include "EvidenceBench.h"
 #include "Goals.h"
+#include "ImageBench.h"
 #include "MachineMaker.h"
 #include "OfflineBench.h"
 #include "OpeningBench.h"
@@ -71,6 +72,9 @@ class GoalBench {
     const WorkFolder work;
     makeApart([&] { makeDisk(work.path(), size); });
     disk(work.path());
+    if (const auto added = measureImage(work.path(), pairs)) {
+      figures[Measure::Image] = *added * milliseconds;
+    }
   }
 
   void disk(const fs::path& root) {

@@ -23,6 +23,7 @@ enum class Measure : std::uint8_t {
   SecondLook,
   Version,
   Demo,
+  Image,
   PageMedian,
   PageLongest,
   Question,

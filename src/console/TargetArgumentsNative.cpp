@@ -38,11 +38,11 @@ void TargetArguments::addTo(CLI::App& app, Target& target) {
   auto* image = app.add_option("--image", target.image,
                                "image file of a Windows disk: raw, qcow2, vhd, vhdx, vmdk, vdi");
   machine->excludes(offline);
+  image->excludes(machine)->excludes(offline);
+  addImage(app, image, target);
   app.add_option("--user", target.user,
                  "whose current user it is, or \"all\": scan or repair every user's keys; else the "
                  "one whose hive was written last");
-  image->excludes(machine)->excludes(offline);
-  addImage(app, image, target);
   ofDisks = {
       app.add_option("--drive", drives, "another drive of that disk, as D=DIR; may be repeated"),
       app.add_flag("--as-is", target.leavesLogs,

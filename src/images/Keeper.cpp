@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "images/KeeperWork.h"
+#include "images/OwnMounts.h"
 #include "machine/base/MachineError.h"
 
 namespace zelvreg::images {
@@ -45,6 +46,7 @@ Keeper::Keeper(std::filesystem::path folder, const std::vector<std::string>& dae
     daemons.push_back(std::move(near));
     theirs.push_back(std::move(far));
   }
+  const bool needsOwnUsers = hasOwnUsers();
   process = forkAlone();
   if (process < 0) {
     throw MachineError(std::string("no process can be started for an image: ") +
@@ -52,6 +54,7 @@ Keeper::Keeper(std::filesystem::path folder, const std::vector<std::string>& dae
   }
   if (process == 0) {
     workAsKeeper({.folder = std::move(folder),
+                  .hasOwnUsers = needsOwnUsers,
                   .daemonWords = daemonWords,
                   .connection = std::move(its),
                   .daemons = std::move(theirs)});
@@ -89,17 +92,22 @@ ProgramEnd Keeper::mount(const std::vector<std::string>& words) {
   return ask(request::mount, words);
 }
 
-void Keeper::removeAtEnd(const std::filesystem::path& file) {
-  tell(request::remove, file.string());
+void Keeper::make(const std::filesystem::path& file) {
+  tell(request::make, file.string());
+  hearComplaint();
 }
 
 void Keeper::keep() { tell(request::keep, ""); }
 
-void Keeper::finish() {
-  tell(request::end, "");
+void Keeper::hearComplaint() {
   const auto complaint = connection.receiveMessage();
   if (!complaint) isGone();
   if (!complaint->empty()) throw MachineError(*complaint);
+}
+
+void Keeper::finish() {
+  tell(request::end, "");
+  hearComplaint();
 }
 
 }  // namespace zelvreg::images

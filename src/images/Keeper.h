@@ -24,8 +24,8 @@ struct ProgramEnd {
 
 // It and what it starts are alone: they see no other process, have no network, and end with it.
 // When the keeper goes, or this process does, what is mounted below the folder is unmounted, then
-// the daemons are ended in the opposite order of their numbers, and then the file of removeAtEnd()
-// is removed unless keep() was called.
+// the daemons are ended in the opposite order of their numbers, and then the file of make() is
+// removed unless keep() was called.
 class Keeper {
  public:
   static constexpr std::size_t daemonCount = 2;
@@ -47,7 +47,8 @@ class Keeper {
   // Nobody may hold a file of that open then.
   ProgramEnd mount(const std::vector<std::string>& words);
 
-  void removeAtEnd(const std::filesystem::path& file);
+  // Makes a new, empty file. Throws MachineError, which says only why it cannot be made.
+  void make(const std::filesystem::path& file);
   void keep();
 
   // Takes everything apart and ends. Throws MachineError if a daemon could not write everything.
@@ -56,6 +57,7 @@ class Keeper {
  private:
   ProgramEnd ask(char what, const std::vector<std::string>& words);
   void tell(char what, std::string_view text);
+  void hearComplaint();
   [[noreturn]] static void isGone();
 
   Channel connection;

@@ -15,8 +15,9 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <cstring>
+#include <tuple>
 
-#include "images/OwnMounts.h"
 #include "machine/base/FileDescriptor.h"
 #include "machine/base/PlainFile.h"
 
@@ -124,7 +125,7 @@ class KeeperWork {
       from = static_cast<unsigned>(descriptor) + 1;
     }
     syscall(SYS_close_range, from, ~0U, 0);
-    if (hasOwnUsers()) {
+    if (start.hasOwnUsers) {
       letGroupsBeGivenUp();
     }
   }
@@ -136,14 +137,23 @@ class KeeperWork {
   }
 
   void answer(char what, const std::string& text) {
-    if (what == request::remove) {
-      removed = text;
+    if (what == request::make) {
+      std::ignore = start.connection.sendMessage(makeFile(text));
     } else if (what == request::keep) {
       removed.clear();
     } else if (what == request::run || what == request::mount) {
       const int status = runToItsEnd(wordsOf(text));
       mounted += what == request::mount && status == 0 ? 1 : 0;
     }
+  }
+
+  // A file that is there is not touched. This process makes it, so that it is never made and not
+  // known to be removed.
+  std::string makeFile(const std::string& file) {
+    const FileDescriptor made(open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (!made.isOpen()) return std::strerror(errno);
+    removed = file;
+    return "";
   }
 
   int runToItsEnd(const std::vector<std::string>& words) {

@@ -13,18 +13,19 @@ namespace zelvreg::images {
 
 // What the keeper is asked for: one of these letters, and what belongs to it.
 namespace request {
-inline constexpr char run = 'r';     // words, with a NUL between
-inline constexpr char mount = 'm';   // the same
-inline constexpr char remove = 'd';  // a file to remove at the end
-inline constexpr char keep = 'k';    // not to remove it
-inline constexpr char end = 'e';     // to take everything apart
+inline constexpr char run = 'r';    // words, with a NUL between
+inline constexpr char mount = 'm';  // the same
+inline constexpr char make = 'f';   // a new file, which is removed at the end
+inline constexpr char keep = 'k';   // not to remove it
+inline constexpr char end = 'e';    // to take everything apart
 }  // namespace request
 
 // The answer to the first two, each a message: the status in digits, the output, the complaint. To
-// the last one: the complaint.
+// `make` and `end`: the complaint.
 
 struct KeeperStart {
   std::filesystem::path folder;
+  bool hasOwnUsers;  // see OwnMounts.h
   std::vector<std::string> daemonWords;
   Channel connection;
   std::vector<Channel> daemons;

@@ -104,14 +104,12 @@ void MountedImage::makeOverlay(const ImageLayer& below) {
   if (!machine::isUtf8(image.overlay->string())) {
     refuse("the overlay's name is no UTF-8; give it another name");
   }
-  // Made empty first, so that a file that is there is never written.
-  const FileDescriptor made(
-      open(image.overlay->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-  if (!made.isOpen()) {
-    refuse("the overlay " + image.overlay->string() + " cannot be made: " + std::strerror(errno) +
+  try {
+    keeper->make(*image.overlay);
+  } catch (const MachineError& error) {
+    refuse("the overlay " + image.overlay->string() + " cannot be made: " + error.what() +
            "; name a new file");
   }
-  keeper->removeAtEnd(*image.overlay);
   const ProgramEnd end = keeper->run({"qemu-img", "create", "-q", "-f", "qcow2", "-F", below.format,
                                       "-b", below.file.string(), image.overlay->string()});
   if (end.status != 0) {

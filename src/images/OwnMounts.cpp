@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -61,9 +62,15 @@ struct OwnMounts {
   bool hasOwnUsers;
 };
 
+// A process that this one forks makes its own again.
 const OwnMounts& ownMounts() {
-  static const OwnMounts mounts;
-  return mounts;
+  static std::optional<OwnMounts> mounts;
+  static pid_t maker = 0;
+  if (maker != getpid()) {
+    mounts.emplace();
+    maker = getpid();
+  }
+  return *mounts;
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "images/StorageDaemon.h"
 
+#include <tuple>
+
 #include "machine/base/MachineError.h"
 
 namespace zelvreg::images {

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
+#include <poll.h>
 #include <sys/mman.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstddef>
 #include <cstring>
@@ -180,12 +182,10 @@ class KeeperWork {
       }
     }
     std::string complaint;
-    while (mounted > 0 && reap(complaint)) {
-    }
+    reapUntil([this] { return mounted <= 0; }, complaint);
     for (auto daemon = daemons.rbegin(); daemon != daemons.rend(); ++daemon) {
       if (*daemon != gone) kill(*daemon, SIGTERM);
-      while (*daemon != gone && reap(complaint)) {
-      }
+      reapUntil([daemon] { return *daemon == gone; }, complaint);
     }
     if (!removed.empty()) {
       unlink(removed.c_str());
@@ -193,11 +193,26 @@ class KeeperWork {
     return complaint;
   }
 
-  // Waits for the end of a process; false if there is none any more.
-  bool reap(std::string& complaint) {
-    int status = 0;
-    const pid_t ended = wait(&status);
-    if (ended < 0) return errno == EINTR;
+  // Waits for the ends of processes, but not for ever: whoever is left then ends with this one.
+  template <typename IsDone>
+  void reapUntil(const IsDone& isDone, std::string& complaint) {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!isDone() && std::chrono::steady_clock::now() < end) {
+      int status = 0;
+      const pid_t ended = waitpid(-1, &status, WNOHANG);
+      if (ended < 0 && errno != EINTR) break;
+      if (ended > 0) {
+        noteEnd(ended, status, complaint);
+      } else {
+        poll(nullptr, 0, 1);
+      }
+    }
+    if (!isDone()) {
+      complaint = "not everything that held it came to its end";
+    }
+  }
+
+  void noteEnd(pid_t ended, int status, std::string& complaint) {
     const auto daemon = std::ranges::find(daemons, ended);
     if (daemon == daemons.end()) {
       --mounted;
@@ -207,10 +222,11 @@ class KeeperWork {
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
       complaint = "not everything could be written into it";
     }
-    return true;
   }
 
   static constexpr pid_t gone = -1;
+  // Enough for a driver to write what it still holds.
+  static constexpr std::chrono::seconds patience{60};
 
   KeeperStart start;
   FileDescriptor nowhere;

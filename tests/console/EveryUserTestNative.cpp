@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 #include "console/SeveralUsers.h"
+#include "machine/RealDisk.h"
 
 namespace zelvreg::console {
 namespace {
@@ -279,6 +281,66 @@ TEST_F(EveryUserTest, AProfileOnAnotherDriveIsFoundByTheList) {
   EXPECT_NE(error.str().find("--drive D=DIR"), std::string::npos) << error.str();
   const auto object = result(asAll({"scan", "--json", "--drive", "D=" + other.path().string()}));
   EXPECT_EQ(foundIn(object).count({"Dora", "S-1-5-21-7-7-7-1004", "144", "Gone"}), 1U) << object;
+}
+
+// The users that its HKEY_USERS holds; the current one by the name that the machine gives it.
+TEST_F(EveryUserTest, AMachineFolderHasSeveralUsersToo) {
+  const fixture::TemporaryFolder folder;
+  const std::string dead = std::string("\\") + run + "]\n\"Gone\"=\"C:\\\\gone.exe\"\n";
+  folder.write("registry.reg", "Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER" + dead +
+                                   "\n[HKEY_USERS\\" + bertSid + dead);
+  folder.write("C/Windows/System32/kernel32.dll", "");
+  const std::vector<std::string> all{"--user", "all", "--only", "startup"};
+  const auto rowsOf = [&](std::vector<std::string> arguments) {
+    arguments.insert(arguments.end(), all.begin(), all.end());
+    onMachine(folder.path().string(), arguments);
+    std::set<std::string> users;
+    const auto object = fixture::parsedJson(out.str());
+    for (const auto& finding : object["findings"]) {
+      users.insert(finding["user"]);
+    }
+    return users;
+  };
+  const std::set<std::string> users = rowsOf({"scan", "--json"});
+  EXPECT_EQ(users.size(), 2U) << out.str();
+  EXPECT_FALSE(users.contains(""));
+  EXPECT_EQ(rowsOf({"fix", "--yes", "--json"}), std::set<std::string>());
+  EXPECT_EQ(rowsOf({"scan", "--json"}), std::set<std::string>());
+}
+
+TEST(RealUsers, AreAllScannedAndRepairedAndHaveEverythingBack) {
+  if (!fixture::hasRealDisks()) {
+    GTEST_SKIP() << "ZELVREG_REAL_HIVES names no folder with disks";
+  }
+  const fixture::TemporaryFolder folder;
+  const fs::path root = folder.path() / "disk";
+  fixture::copyRealDisk("windows7", root);
+  CommandRun console;
+  const auto scan = [&] {
+    console.on("--offline", root.string(), {"scan", "--user", "all", "--json"});
+    // The user whose hive was written last comes first.
+    const auto findings = fixture::parsedJson(console.out.str())["findings"];
+    return std::multiset<nlohmann::json>(findings.begin(), findings.end());
+  };
+  const auto before = scan();
+  std::set<std::string> users;
+  for (const auto& finding : before) {
+    users.insert(finding["user"]);
+  }
+  EXPECT_TRUE(users.contains("first"));
+  EXPECT_TRUE(users.contains("second"));
+  console.on("--offline", root.string(), {"fix", "--user", "all", "--all", "--yes"});
+  EXPECT_LT(scan().size(), before.size());
+  std::size_t exports = 0;
+  for (const auto& entry : fs::directory_iterator(root / "Program Files/zelvreg/backup/registry")) {
+    ++exports;
+    EXPECT_EQ(
+        console.on("--offline", root.string(), {"undo", "restore-export", entry.path().string()}),
+        nothingFound)
+        << console.error.str();
+  }
+  EXPECT_EQ(exports, 2U);
+  EXPECT_EQ(scan(), before);
 }
 
 TEST_F(EveryUserTest, OnlyScansAndRepairsTakeAll) {

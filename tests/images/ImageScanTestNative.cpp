@@ -96,6 +96,21 @@ TEST_F(ImageScanTest, AGivenDriveGoesBeforeThatOfTheImage) {
   EXPECT_TRUE(texts.contains("c.exe"));
 }
 
+TEST_F(ImageScanTest, AllUsersOfAnImageAreScanned) {
+  makeDisk(
+      "disk",
+      {{1, [](const TemporaryFolder& root) {
+          windows({})(root);
+          constexpr const char* run = R"(Software\Microsoft\Windows\CurrentVersion\Run)";
+          HiveBuilder(root.path() / "Users/Anna/NTUSER.DAT").text(run, "a.exe", R"(C:\gone\a.exe)");
+          root.makeFolder("Users/Bert");
+          HiveBuilder(root.path() / "Users/Bert/NTUSER.DAT").text(run, "b.exe", R"(C:\gone\b.exe)");
+        }}});
+  EXPECT_EQ(onImage("disk", {"scan", "--user", "all", "--json", "--only", "startup"}), 1)
+      << error.str();
+  EXPECT_EQ(found(), (Found{{"a.exe", "sure"}, {"b.exe", "sure"}}));
+}
+
 TEST_F(ImageScanTest, ABareVolumeIsADisk) {
   makeVolume("disk", windows({R"(C:\gone\a.exe)"}));
   EXPECT_EQ(onImage("disk", {"scan", "--json", "--only", "startup"}), 1) << error.str();

@@ -23,14 +23,11 @@ fs::path ownLanguages() {
 // With a disk that is mounted from an image, it has the image's name in every line.
 class EmulatedComputer : public Computer {
  public:
-  explicit EmulatedComputer(std::unique_ptr<machine::Machine> opened)
-      : machine(std::move(opened)), running(std::in_place, *machine) {
-    machine->drives().lend(machine->drives().programFolder() + u"\\lang", ownLanguages());
-  }
+  // `mounted` is null without an image.
   EmulatedComputer(std::unique_ptr<images::MountedImage> mounted,
                    std::unique_ptr<machine::Machine> opened)
-      : EmulatedComputer(std::move(opened)) {
-    image = std::move(mounted);
+      : image(std::move(mounted)), machine(std::move(opened)), running(std::in_place, *machine) {
+    machine->drives().lend(machine->drives().programFolder() + u"\\lang", ownLanguages());
   }
 
   [[nodiscard]] std::vector<ComputerUser> users() const override {
@@ -164,9 +161,9 @@ std::unique_ptr<Computer> Computer::open(const Target& target, Access /*access*/
   if (!target.image.empty()) {
     return openImage(target);
   }
-  return std::make_unique<EmulatedComputer>(target.offlineRoot.empty()
-                                                ? machine::Machine::open(target.machineFolder)
-                                                : machine::Machine::openOffline(diskOf(target)));
+  return std::make_unique<EmulatedComputer>(
+      nullptr, target.offlineRoot.empty() ? machine::Machine::open(target.machineFolder)
+                                          : machine::Machine::openOffline(diskOf(target)));
 }
 
 }  // namespace zelvreg::console

@@ -37,9 +37,11 @@ std::string joined(const std::vector<std::string>& words) {
 }  // namespace
 
 Keeper::Keeper(std::filesystem::path folder, const std::vector<std::string>& daemonWords)
-    : connection(machine::FileDescriptor()) {
-  auto [mine, its] = Channel::pair();
-  connection = std::move(mine);
+    : Keeper(std::move(folder), daemonWords, Channel::pair()) {}
+
+Keeper::Keeper(std::filesystem::path folder, const std::vector<std::string>& daemonWords,
+               std::pair<Channel, Channel> ends)
+    : connection(std::move(ends.first)) {
   std::vector<Channel> theirs;
   for (std::size_t number = 0; number < daemonCount; ++number) {
     auto [near, far] = Channel::pair();
@@ -56,7 +58,7 @@ Keeper::Keeper(std::filesystem::path folder, const std::vector<std::string>& dae
     workAsKeeper({.folder = std::move(folder),
                   .hasOwnUsers = needsOwnUsers,
                   .daemonWords = daemonWords,
-                  .connection = std::move(its),
+                  .connection = std::move(ends.second),
                   .daemons = std::move(theirs)});
   }
 }

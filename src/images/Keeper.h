@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "images/Channel.h"
@@ -55,6 +56,10 @@ class Keeper {
   void finish();
 
  private:
+  // The first end of the connection is this process's, the second one the keeper's.
+  Keeper(std::filesystem::path folder, const std::vector<std::string>& daemonWords,
+         std::pair<Channel, Channel> ends);
+
   ProgramEnd ask(char what, const std::vector<std::string>& words);
   void tell(char what, std::string_view text);
   void hearComplaint();

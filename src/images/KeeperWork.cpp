@@ -18,6 +18,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstring>
+#include <ranges>
 #include <tuple>
 
 #include "machine/base/FileDescriptor.h"
@@ -183,9 +184,9 @@ class KeeperWork {
     }
     std::string complaint;
     reapUntil([this] { return mounted <= 0; }, complaint);
-    for (auto daemon = daemons.rbegin(); daemon != daemons.rend(); ++daemon) {
-      if (*daemon != gone) kill(*daemon, SIGTERM);
-      reapUntil([daemon] { return *daemon == gone; }, complaint);
+    for (const pid_t& daemon : std::views::reverse(daemons)) {
+      if (daemon != gone) kill(daemon, SIGTERM);
+      reapUntil([&daemon] { return daemon == gone; }, complaint);
     }
     if (!removed.empty()) {
       unlink(removed.c_str());

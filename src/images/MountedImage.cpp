@@ -273,9 +273,8 @@ void MountedImage::findDrives() {
   const std::optional<char> ownLetter =
       files.software ? systemDrive(*files.software) : std::nullopt;
   for (const auto& [letter, mark] : markedLetters(*files.system)) {
-    const auto partition = std::ranges::find_if(
-        partitions, [&](const Partition& it) { return !it.mark.empty() && it.mark == mark; });
-    if (partition == partitions.end() || partition->number == chosen.number ||
+    const auto partition = std::ranges::find(partitions, mark, &Partition::mark);
+    if (mark.empty() || partition == partitions.end() || partition->number == chosen.number ||
         letter == ownLetter.value_or('C')) {
       continue;
     }

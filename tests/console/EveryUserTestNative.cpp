@@ -30,7 +30,8 @@ class EveryUserTest : public SeveralUsersTest {
   // Rows of a finding list that a repair takes.
   [[nodiscard]] static std::size_t tickedIn(const nlohmann::json& object) {
     return static_cast<std::size_t>(std::ranges::count_if(
-        object["findings"], [](const auto& finding) { return finding["checked"] == true; }));
+        object["findings"],
+        [](const auto& finding) { return finding["checked"].template get<bool>(); }));
   }
 
   // What differs from before a repair, but for the program's own keys.

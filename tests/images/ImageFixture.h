@@ -150,7 +150,7 @@ class ImageTest : public ::testing::Test, protected console::CommandRun {
     try {
       onImage(name, std::move(arguments));
     } catch (const std::runtime_error& failure) {
-      const std::string line = failure.what();
+      std::string line = failure.what();
       EXPECT_EQ(line.find('\n'), std::string::npos) << line;
       return line;
     }

@@ -108,7 +108,7 @@ TEST_F(ImageRepairTest, OnlyOneWritesAnImageAtATime) {
       5, std::array{"zelvreg", "--image", path("disk").c_str(), "fix", "--in-place"}.data());
   {
     const auto first = console::Computer::open(parsed.options.target);
-    for (std::vector<std::string> words :
+    for (const std::vector<std::string>& words :
          {std::vector<std::string>{"scan"}, {"fix", "--in-place"}, fixInto("new.qcow2")}) {
       const std::string line = refusal("disk", words);
       EXPECT_NE(line.find("is in use by another program"), std::string::npos) << line;

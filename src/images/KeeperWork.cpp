@@ -18,7 +18,6 @@
 #include <csignal>
 #include <cstddef>
 #include <cstring>
-#include <ranges>
 #include <tuple>
 
 #include "machine/base/FileDescriptor.h"
@@ -184,7 +183,8 @@ class KeeperWork {
     }
     std::string complaint;
     reapUntil([this] { return mounted <= 0; }, complaint);
-    for (const pid_t& daemon : std::views::reverse(daemons)) {
+    std::ranges::reverse(daemons);
+    for (const pid_t& daemon : daemons) {
       if (daemon != gone) kill(daemon, SIGTERM);
       reapUntil([&daemon] { return daemon == gone; }, complaint);
     }

@@ -8,11 +8,13 @@
 
 #include "EvidenceBench.h"
 #include "Goals.h"
+#include "ImageBench.h"
 #include "MachineMaker.h"
 #include "OfflineBench.h"
 #include "OpeningBench.h"
 #include "PeerBench.h"
 #include "Programs.h"
+#include "ReplayBench.h"
 #include "ScanBench.h"
 #include "SearchBench.h"
 #include "WorkFolder.h"
@@ -70,6 +72,9 @@ class GoalBench {
     const WorkFolder work;
     makeApart([&] { makeDisk(work.path(), size); });
     disk(work.path());
+    if (const auto added = measureImage(work.path(), pairs)) {
+      figures[Measure::Image] = *added * milliseconds;
+    }
   }
 
   void disk(const fs::path& root) {
@@ -82,6 +87,12 @@ class GoalBench {
     if (const PeerFigures* fastest = fastestOf(readers)) {
       figures[Measure::OfflineToReader] = fastest->times.ratio;
     }
+  }
+
+  void replay() {
+    const WorkFolder work;
+    makeApart([&] { makeDirtyDisk(work.path()); });
+    figures[Measure::Replay] = measureReplay(work.path(), pairs) * milliseconds;
   }
 
   void programs() {
@@ -148,6 +159,7 @@ void benchGoals(std::ostream& output, const GoalSizes& sizes, const fs::path& of
   bench.programs();
   bench.machine(sizes.keys);
   bench.secondLookOf(sizes.secondLookKeys);
+  bench.replay();
   if (offlineRoot.empty()) {
     bench.madeDisk(sizes.disk);
   } else {

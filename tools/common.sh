@@ -13,8 +13,10 @@ export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file
 # CMake looks for GoogleTest whichever target is built.
 build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-dev
   nlohmann-json3-dev libgtest-dev)
-# A test mounts a small disk of NTFS where that can be done.
-test_packages=(ntfs-3g)
+# What mounts the disk in an image file.
+image_packages=(qemu-utils qemu-system-common ntfs-3g)
+# Tests make small disks of NTFS and images of them where these can be mounted.
+test_packages=("${image_packages[@]}" fdisk)
 lint_packages=(clang-format clang-tidy python3)
 windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin python3 mmdebstrap uidmap
   bubblewrap)

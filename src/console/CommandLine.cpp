@@ -233,6 +233,19 @@ class Parser {
     } else {
       applyPlainCommand(options, plainCommands);
     }
+    TargetArguments::decideWriting(options);
+    requireScanForEveryUser();
+  }
+
+  void requireScanForEveryUser() {
+    const Command command = options.command;
+    if (options.target.everyUser && command != Command::Scan && command != Command::Fix) {
+      throw UsageError("--user all goes with scan and fix only; an undo finds its user by itself");
+    }
+    // What was repaired may be anybody's.
+    options.target.everyProfile = options.target.everyProfile || command == Command::ListUndo ||
+                                  command == Command::RestoreUndo ||
+                                  command == Command::RestoreExport;
   }
 
   Options& options;
@@ -251,6 +264,21 @@ class Parser {
 };
 
 }  // namespace
+
+bool changesComputer(const Options& options) {
+  switch (options.command) {
+    case Command::Scan:
+    case Command::Search:
+    case Command::ListUndo:
+    case Command::ListExclusions:
+    case Command::ListLanguages:
+      return false;
+    case Command::Fix:
+      return !options.isRehearsal;
+    default:
+      return true;
+  }
+}
 
 std::set<std::size_t> rowsNamed(const std::string& names) {
   std::set<std::size_t> rows;

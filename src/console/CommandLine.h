@@ -39,11 +39,23 @@ enum class Format { Tables, Json, Csv };
 struct Target {
   std::string machineFolder;
   std::string offlineRoot;
-  std::map<char, std::string> drives;  // by upper-case letter
-  std::string user;
+  std::string image = {};                  // of a disk, a file
+  std::optional<unsigned> partition = {};  // of the Windows in the image
+  std::string overlay = {};                // new image that takes what is written
+  bool writesInPlace = false;              // the image itself is written
+  std::map<char, std::string> drives;      // by upper-case letter
+  std::string user;                        // a name, or empty
+  // Each user is worked on in turn.
+  bool everyUser = false;
+  // The profiles of services and the like are there as well.
+  bool everyProfile = false;
+  bool leavesLogs = false;  // hives that were not shut down cleanly are read as they are
   bool missingDrivesAreDead = false;
   bool filesAreReadOnly = false;
   std::size_t keptBackups = 3;  // older backups of a hive beside the newest
+
+  // Whether it is a disk of a computer that is not running.
+  [[nodiscard]] bool isDisk() const { return !offlineRoot.empty() || !image.empty(); }
 };
 
 enum class SearchMode { Any, Left, Right, Exact };
@@ -87,6 +99,9 @@ struct Options {
   SearchOptions search;
   std::string mode;  // the program's own command line, of an automatic mode
 };
+
+// Whether what was asked for may change the computer.
+bool changesComputer(const Options& options);
 
 // One line that says what is wrong with the call and what to do.
 class UsageError : public std::runtime_error {

@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 
 #include "console/Computer.h"
+#include "console/RunningComputer.h"
 #include "runtime/SingleInstance.h"
 
 namespace zelvreg::console {
@@ -9,14 +11,37 @@ namespace {
 
 class RunningComputer : public Computer {
  public:
-  explicit RunningComputer(Access access) {
+  RunningComputer(Access access, const ProfileCalls& callsInUse) : calls(callsInUse) {
     if (access == Access::Alone && !instance.emplace().isFirst()) {
       throw std::runtime_error(
           "another copy of the program is working on this computer's registry, perhaps another "
           "user's; "
           "close its window or wait until it ends");
     }
+    if (access == Access::Alone) {
+      unloadLeftovers(calls);
+    }
+    profiles = listedProfiles();
   }
+  [[nodiscard]] std::vector<ComputerUser> users() const override {
+    std::vector<ComputerUser> users;
+    std::ranges::transform(profiles, std::back_inserter(users), &ListedProfile::user);
+    return users;
+  }
+  void actAs(const ComputerUser& user, UserWork work) override {
+    endActing();
+    const auto profile = std::ranges::find_if(
+        profiles, [&](const ListedProfile& one) { return one.user.sid == user.sid; });
+    // The first is who runs the program.
+    if (profile != profiles.begin()) {
+      acting.emplace(*profile, work, calls);
+    }
+  }
+  void endActing() override { acting.reset(); }
+  [[nodiscard]] std::vector<std::string> faultsOf(const ComputerUser& /*user*/) const override {
+    return {};
+  }
+  [[nodiscard]] std::vector<std::string> faultsOfComputer() const override { return {}; }
   [[nodiscard]] std::vector<std::string> damage() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unclean() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
@@ -24,13 +49,20 @@ class RunningComputer : public Computer {
   [[nodiscard]] bool keepsAtOnce() const override { return true; }
 
  private:
+  const ProfileCalls calls;
   std::optional<SingleInstance> instance;
+  std::vector<ListedProfile> profiles;
+  std::optional<ActingProfile> acting;
 };
 
 }  // namespace
 
+std::unique_ptr<Computer> openRunningComputer(Access access, const ProfileCalls& calls) {
+  return std::make_unique<RunningComputer>(access, calls);
+}
+
 std::unique_ptr<Computer> Computer::open(const Target& /*target*/, Access access) {
-  return std::make_unique<RunningComputer>(access);
+  return openRunningComputer(access, systemProfileCalls());
 }
 
 }  // namespace zelvreg::console

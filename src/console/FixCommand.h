@@ -4,7 +4,6 @@
 
 #include "console/Commands.h"
 #include "console/Computer.h"
-#include "form/RepairOutcome.h"
 
 namespace zelvreg {
 struct Form42;
@@ -20,10 +19,13 @@ int fix(const Options& options, Computer& computer, const Streams& streams);
 void refuseUnlessWhole(const Computer& computer);
 
 // The message for a repair that the user has interrupted.
-std::string interruptionText(const RepairOutcome& outcome, const Computer& computer);
+// Some changes may have been made before.
+std::string interruptionText(bool hasBegun, const Computer& computer);
 
-// Writes a line to the error stream for each thing that the last repair left alone.
-void tellWhatWasLeftAlone(const Form42& form, const Streams& streams);
+// Writes a line to the error stream for each thing that the last repair left alone. `user` is the
+// one whose repair it was if users are told apart.
+void tellWhatWasLeftAlone(const Form42& form, const Streams& streams,
+                          const std::optional<ComputerUser>& user = {});
 
 }  // namespace zelvreg::console
 

@@ -13,22 +13,12 @@
 namespace zelvreg::console {
 namespace {
 
-// All rows, or those of a result that somebody has looked through.
-ReviewedRows rowsAskedFor(const Form42& form, const Options& options, const Streams& streams) {
-  if (options.reviewedFile.empty()) {
-    ReviewedRows all;
-    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-      all.rows.insert(row);
-    }
-    return all;
+ReviewedRows allRows(const Form42& form) {
+  ReviewedRows all;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    all.rows.insert(row);
   }
-  const auto reviewed = reviewedFindings(readHostFile(options.reviewedFile), options.reviewedFile);
-  ReviewedRows found = reviewedRows(form, reviewed);
-  if (found.missing > 0) {
-    streams.error << "zelvreg: " << found.missing << " of the " << reviewed.size()
-                  << " findings in " << printable(options.reviewedFile) << " are no longer found\n";
-  }
-  return found;
+  return all;
 }
 
 bool isOfKinds(const Form42& form, std::size_t row, const std::set<int>& kinds) {
@@ -80,10 +70,18 @@ void tellHowSure(const ConfidenceSummary& summary, const Form42& form, const Str
 
 }  // namespace
 
-std::size_t tickForRepair(Form42& form, const Options& options, const Streams& streams) {
-  const ReviewedRows wanted = rowsAskedFor(form, options, streams);
+RepairTicks::RepairTicks(const Options& optionsInUse, const Streams& streamsInUse)
+    : options(optionsInUse), streams(streamsInUse) {
+  if (!options.reviewedFile.empty()) {
+    reviewed = reviewedFindings(readHostFile(options.reviewedFile), options.reviewedFile);
+  }
+}
+
+std::size_t RepairTicks::tick(Form42& form, const std::optional<ComputerUser>& user) {
+  const ReviewedRows wanted =
+      options.reviewedFile.empty() ? allRows(form) : reviewedRows(form, reviewed, user);
+  found += wanted.rows.size();
   const Threshold threshold(form, options);
-  ConfidenceSummary summary;
   std::size_t ticked = 0;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     const bool isWanted = wanted.rows.contains(row) && isOfKinds(form, row, options.kinds);
@@ -96,11 +94,21 @@ std::size_t tickForRepair(Form42& form, const Options& options, const Streams& s
       summary.add(confidence, isTaken);
     }
   }
-  if (!options.reviewedFile.empty() && !options.leastSure && summary.leftAlone() > 0) {
-    tellWhyReviewedAreLeft(summary.leftAlone(), form, options, streams);
+  return ticked;
+}
+
+void RepairTicks::tell(const Form42& form) const {
+  if (!options.reviewedFile.empty()) {
+    if (found < reviewed.size()) {
+      streams.error << "zelvreg: " << reviewed.size() - found << " of the " << reviewed.size()
+                    << " findings in " << printable(options.reviewedFile)
+                    << " are no longer found\n";
+    }
+    if (!options.leastSure && summary.leftAlone() > 0) {
+      tellWhyReviewedAreLeft(summary.leftAlone(), form, options, streams);
+    }
   }
   tellHowSure(summary, form, streams);
-  return ticked;
 }
 
 }  // namespace zelvreg::console

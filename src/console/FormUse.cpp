@@ -45,7 +45,7 @@ void prepareForm(Form42& form, const Options& options, const Streams& streams) {
   };
   form.safeguardChoices = options.safeguardChoices;
   form.leastTicked = options.leastSure.value_or(form.leastTicked);
-  form.obeysComputer = options.target.offlineRoot.empty();
+  form.obeysComputer = !options.target.isDisk();
   const std::string contradiction = contradictionOf(form);
   if (!contradiction.empty()) {
     throw UsageError(contradiction);

@@ -1,5 +1,6 @@
 #include "console/ListCommands.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "console/DisplayText.h"
@@ -9,6 +10,7 @@
 #include "console/Table.h"
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
+#include "keys/AccountSids.h"
 #include "keys/RegistryImport.h"
 #include "runtime/Directory.h"
 #include "shell/Languages.h"
@@ -43,13 +45,54 @@ std::string restorableText(const Form42& form, const UndoContent& content) {
                                        std::to_string(content.records) + " rows, from its journal";
 }
 
-void printUndo(const Form42& form, const Streams& streams) {
-  Table table({{"No.", true}, {"Journal"}, {"Can be restored"}});
+std::string nameOf(const Computer& computer, const std::string& sid) {
+  const auto users = computer.users();
+  const auto found = std::ranges::find(users, sid, &ComputerUser::sid);
+  return found == users.end() ? sid : found->name;
+}
+
+// Whose an entry is, is told where one is not the current user's.
+void printUndo(const Form42& form, const Computer& computer, const Streams& streams) {
+  const std::string current = currentUserSid();
+  std::vector<std::vector<std::string>> rows;
+  bool tellsUsers = false;
   for (std::size_t row = 1; row <= form.View3.count(); ++row) {
     const std::string& label = form.View3.text(row, 0);
-    table.addRow({std::to_string(row), label, restorableText(form, undoContent(form, label))});
+    const UndoContent content = undoContent(form, label);
+    tellsUsers = tellsUsers || (!content.user.empty() && content.user != current);
+    rows.push_back({std::to_string(row), label, restorableText(form, content),
+                    nameOf(computer, content.user)});
+  }
+  std::vector<TableColumn> columns{{"No.", true}, {"Journal"}, {"Can be restored"}, {"User"}};
+  columns.resize(tellsUsers ? 4 : 3);
+  Table table(columns);
+  for (auto& cells : rows) {
+    cells.resize(columns.size());
+    table.addRow(cells);
   }
   streams.out << table.text(streams.width);
+}
+
+// Makes the user the current one whose keys a repair has taken. False if that is somebody else who
+// is not known here.
+bool becomeOwner(Computer& computer, const std::string& sid) {
+  const auto users = computer.users();
+  const auto owner = std::ranges::find(users, sid, &ComputerUser::sid);
+  if (owner != users.end()) {
+    computer.actAs(*owner, UserWork::Repair);
+    return true;
+  }
+  return sid.empty() || sid == currentUserSid();
+}
+
+// An export says itself where its keys belong; a journal would restore them to the current user.
+void becomeOwnerOf(const Form42& form, std::size_t row, Computer& computer) {
+  const UndoContent content = undoContent(form, form.View3.text(row, 0));
+  const bool restoresExport = form.safeguards.undoesByExport && !content.exportPath.empty();
+  if (!becomeOwner(computer, content.user) && !restoresExport) {
+    throw std::runtime_error("the journal is of a user who is not known on this computer, " +
+                             content.user + "; nothing was restored");
+  }
 }
 
 void warnOfJournal(const Form42& form, std::size_t row, const Streams& streams) {
@@ -83,7 +126,10 @@ void addExclusion(Form42& form, const std::string& entry) {
 
 int restoreExport(const Options& options, Computer& computer, const Streams& streams) {
   requireTrustedFile(options.exportFile);
-  const RegistryImport import = importRegistryText(readHostFile(options.exportFile));
+  const std::string text = readHostFile(options.exportFile);
+  // Of somebody who is not known the import says itself what is wrong.
+  becomeOwner(computer, userOfRegistryText(text));
+  const RegistryImport import = importRegistryText(text);
   if (!import.isDone) {
     throw std::runtime_error(options.exportFile + ": " + import.message);
   }
@@ -107,6 +153,7 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
     case Command::RestoreUndo:
       requireRow(form.View3, options.entry, "journals");
       warnOfJournal(form, options.entry, streams);
+      becomeOwnerOf(form, options.entry, computer);
       View3_ItemClick(form, options.entry);
       form.chameleonButton2.click();
       if (form.isUndoRefused) {
@@ -124,7 +171,7 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
       form.Check1.click();
       break;
     default:
-      printUndo(form, streams);
+      printUndo(form, computer, streams);
       return nothingFound;
   }
   saveAndTell(computer, streams);

@@ -24,14 +24,12 @@ int runProgram(int count, const char* const* arguments) {
     return nothingFound;
   }
   const auto computer = Computer::open(parsed.options.target, accessFor(parsed.options.command));
-  for (const std::string& line : computer->notices()) {
-    std::cerr << "zelvreg: " << printable(line) << "\n";
-  }
   const Streams streams{.out = std::cout,
                         .error = std::cerr,
                         .width = terminalWidth(),
                         .showsProgress = isErrorTerminal()};
   const int status = runCommand(parsed.options, *computer, streams);
+  computer->close();
   if (!std::cout.flush()) {
     throw std::runtime_error("the output could not be written; check where it goes");
   }

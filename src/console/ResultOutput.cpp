@@ -20,10 +20,13 @@ void printResult(const ScanResult& result, const Options& options, const Streams
   }
 }
 
-void writeReport(const Form42& form, const Options& options) {
+std::string reportOf(const Form42& form, const Options& options) {
+  return reportText(form) + (options.reportsEvidence ? evidenceText(form) : "");
+}
+
+void writeReport(const std::string& text, const Options& options) {
   if (!options.reportFile.empty()) {
-    const std::string evidence = options.reportsEvidence ? evidenceText(form) : "";
-    writeHostFile(options.reportFile, ownBytes(reportText(form) + evidence));
+    writeHostFile(options.reportFile, ownBytes(text));
   }
 }
 

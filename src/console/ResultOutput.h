@@ -16,8 +16,11 @@ namespace zelvreg::console {
 void printResult(const ScanResult& result, const Options& options, const Streams& streams,
                  const std::optional<RepairResult>& repair = {});
 
+// The text report on a form, with the evidence if that was asked for.
+std::string reportOf(const Form42& form, const Options& options);
+
 // Writes the text report, if one was asked for. Throws std::runtime_error with one line.
-void writeReport(const Form42& form, const Options& options);
+void writeReport(const std::string& text, const Options& options);
 
 }  // namespace zelvreg::console
 

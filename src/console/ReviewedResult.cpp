@@ -30,12 +30,14 @@ FindingResult findingOf(const Json& finding) {
           .subKey = member(finding, "subKey"),
           .iconKey = {},
           .isChecked = finding.value("checked", true),
-          .evidence = {.confidence = confidenceIn(finding), .reasons = {}, .tested = {}}};
+          .evidence = {.confidence = confidenceIn(finding), .reasons = {}, .tested = {}},
+          .user = {},
+          .sid = finding.contains("sid") ? member(finding, "sid") : ""};
 }
 
 auto identityOf(const FindingResult& finding) {
   return std::make_tuple(finding.location, finding.badValue, finding.kindCode, finding.rootName,
-                         finding.subKey);
+                         finding.subKey, finding.sid);
 }
 
 std::runtime_error notAResult(const std::string& name) {
@@ -60,14 +62,15 @@ std::vector<FindingResult> reviewedFindings(std::string_view json, const std::st
   return findings;
 }
 
-ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed) {
+ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed,
+                          const std::optional<ComputerUser>& user) {
   // Of equal findings the first listed is the first row.
   std::multimap<decltype(identityOf(reviewed.front())), Confidence> wanted;
   for (const FindingResult& finding : reviewed) {
     wanted.emplace(identityOf(finding), finding.evidence.confidence);
   }
   ReviewedRows result;
-  const auto found = scanResultOf(form).findings;
+  const auto found = findingsOf(form, user);
   for (std::size_t row = 1; row <= found.size(); ++row) {
     const auto entry = wanted.lower_bound(identityOf(found[row - 1]));
     if (entry == wanted.end() || entry->first != identityOf(found[row - 1])) {
@@ -79,7 +82,6 @@ ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& 
     }
     wanted.erase(entry);
   }
-  result.missing = wanted.size();
   return result;
 }
 

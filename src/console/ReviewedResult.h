@@ -2,6 +2,7 @@
 #ifndef ZELVREG_CONSOLE_REVIEWED_RESULT_H
 #define ZELVREG_CONSOLE_REVIEWED_RESULT_H
 
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -19,9 +20,10 @@ std::vector<FindingResult> reviewedFindings(std::string_view json, const std::st
 struct ReviewedRows {
   std::set<std::size_t> rows;
   std::set<std::size_t> reviewedAsUnsure;  // those that the result called unsure already
-  std::size_t missing = 0;                 // findings that are no longer there
 };
-ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed);
+// `user` is the current one if users are told apart: then a finding is meant for its user alone.
+ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed,
+                          const std::optional<ComputerUser>& user = {});
 
 }  // namespace zelvreg::console
 

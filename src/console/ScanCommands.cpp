@@ -5,6 +5,7 @@
 #include "console/FixCommand.h"
 #include "console/FormUse.h"
 #include "console/ResultOutput.h"
+#include "console/UserTurns.h"
 #include "form/Form42.h"
 #include "form/ProcessEnd.h"
 #include "runtime/Directory.h"
@@ -20,20 +21,20 @@ int statusFor(const ScanResult& result, const Options& options) {
 
 }  // namespace
 
-int scan(const Options& options, const Computer& computer, const Streams& streams) {
-  Form42 form;
-  prepareForm(form, options, streams);
-  const bool isComplete = runScanOn(form, options, streams);
-  const ScanResult result = scanResultOf(form);
+int scan(const Options& options, Computer& computer, const Streams& streams) {
+  UserTurns turns(options, computer, streams);
+  const bool isComplete =
+      turns.scan(options.target.everyUser ? computer.users() : std::vector<ComputerUser>());
+  const ScanResult result = turns.result();
   printResult(result, options, streams);
-  writeReport(form, options);
+  turns.writeReport();
   if (!isComplete) {
     throw std::runtime_error(std::string("the scan was ") + howGivenUp() +
                              "; what was found so far is listed");
   }
   const auto damage = computer.damage();
   tell(damage, streams);
-  return damage.empty() ? statusFor(result, options) : failed;
+  return damage.empty() && !turns.isAnybodyLeftOut() ? statusFor(result, options) : failed;
 }
 
 int runAutomatically(const Options& options, Computer& computer, const Streams& streams) {

@@ -7,7 +7,7 @@
 namespace zelvreg::console {
 
 // Each gives the exit status, and throws std::runtime_error with one line on failure.
-int scan(const Options& options, const Computer& computer, const Streams& streams);
+int scan(const Options& options, Computer& computer, const Streams& streams);
 // The automatic modes, with their result files.
 int runAutomatically(const Options& options, Computer& computer, const Streams& streams);
 

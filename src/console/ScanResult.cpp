@@ -23,8 +23,10 @@ CategoryResult categoryOf(const Form42& form, std::size_t row) {
           .status = form.View1.text(row, statusColumn)};
 }
 
-FindingResult findingOf(const Form42& form, std::size_t row) {
+FindingResult findingOf(const Form42& form, std::size_t row,
+                        const std::optional<ComputerUser>& user) {
   const auto cell = [&](std::size_t column) { return form.View2.text(row, column); };
+  const Evidence& evidence = evidenceAt(form, row);
   return {.location = cell(locationColumn),
           .badValue = cell(badValueColumn),
           .kindCode = cell(kindCodeColumn),
@@ -32,7 +34,9 @@ FindingResult findingOf(const Form42& form, std::size_t row) {
           .subKey = cell(subKeyColumn),
           .iconKey = form.View2.smallIcon(row),
           .isChecked = form.View2.isChecked(row),
-          .evidence = evidenceAt(form, row)};
+          .evidence = evidence,
+          .user = user && evidence.isUsers ? user->name : "",
+          .sid = user && evidence.isUsers ? user->sid : ""};
 }
 
 // A spreadsheet runs what begins like a formula. An apostrophe before it makes it text.
@@ -96,9 +100,9 @@ Json codesOf(const ReasonList& reasons) {
   return codes;
 }
 
-Json listOf(const std::vector<FindingResult>& findings) {
+Json listOf(const ScanResult& result) {
   Json list = Json::array();
-  for (const FindingResult& finding : findings) {
+  for (const FindingResult& finding : result.findings) {
     list.push_back({{"location", finding.location},
                     {"badValue", finding.badValue},
                     {"kindCode", finding.kindCode},
@@ -109,6 +113,10 @@ Json listOf(const std::vector<FindingResult>& findings) {
                     {"confidence", codeOf(finding.evidence.confidence)},
                     {"reasons", codesOf(finding.evidence.reasons)},
                     {"tested", listOf(finding.evidence.tested)}});
+    if (result.tellsUsers) {
+      list.back()["user"] = finding.user;
+      list.back()["sid"] = finding.sid;
+    }
   }
   return list;
 }
@@ -124,12 +132,25 @@ Json countsOf(const std::vector<FindingResult>& findings) {
   return counts;
 }
 
+Json listOf(const std::vector<HiveResult>& hives) {
+  Json list = Json::array();
+  for (const HiveResult& hive : hives) {
+    list.push_back({{"file", hive.file},
+                    {"state", hive.state},
+                    {"entries", hive.entries},
+                    {"pages", hive.pages},
+                    {"why", hive.why}});
+  }
+  return list;
+}
+
 // What a scan and a search have in common.
 void addFindings(Json& object, const ScanResult& result) {
-  object["findings"] = listOf(result.findings);
+  object["findings"] = listOf(result);
   object["total"] = result.findings.size();
   object["confidence"] = countsOf(result.findings);
   object["implausible"] = result.implausible;
+  object["hives"] = listOf(result.hives);
 }
 
 void addRepair(Json& object, const RepairResult& repair) {
@@ -150,15 +171,23 @@ void addRepair(Json& object, const RepairResult& repair) {
 
 }  // namespace
 
-ScanResult scanResultOf(const Form42& form) {
+std::vector<FindingResult> findingsOf(const Form42& form, const std::optional<ComputerUser>& user) {
+  std::vector<FindingResult> findings;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    findings.push_back(findingOf(form, row, user));
+  }
+  return findings;
+}
+
+ScanResult scanResultOf(const Form42& form, const Computer& computer,
+                        const std::optional<ComputerUser>& user) {
   ScanResult result;
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     result.categories.push_back(categoryOf(form, row));
   }
-  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    result.findings.push_back(findingOf(form, row));
-  }
+  result.findings = findingsOf(form, user);
   result.implausible = form.implausible;
+  result.hives = computer.hives();
   return result;
 }
 
@@ -188,7 +217,8 @@ std::string searchJsonText(const ScanResult& result) {
 
 std::string csvText(const ScanResult& result) {
   std::string text =
-      "location,badValue,kindCode,rootName,subKey,iconKey,checked,confidence,reasons,tested\n";
+      "location,badValue,kindCode,rootName,subKey,iconKey,checked,confidence,reasons,tested";
+  text += result.tellsUsers ? ",user,sid\n" : "\n";
   for (const FindingResult& finding : result.findings) {
     for (const std::string* field : {&finding.location, &finding.badValue, &finding.kindCode,
                                      &finding.rootName, &finding.subKey, &finding.iconKey}) {
@@ -197,7 +227,11 @@ std::string csvText(const ScanResult& result) {
     text += finding.isChecked ? "true," : "false,";
     text.append(codeOf(finding.evidence.confidence)).append(",");
     text.append(reasonCodes(finding.evidence)).append(",");
-    text.append(csvField(testedText(finding.evidence))).append("\n");
+    text.append(csvField(testedText(finding.evidence)));
+    if (result.tellsUsers) {
+      text.append(",").append(csvField(finding.user)).append(",").append(finding.sid);
+    }
+    text.append("\n");
   }
   return text;
 }

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "console/Computer.h"
 #include "form/Evidence.h"
 
 namespace zelvreg {
@@ -35,15 +36,24 @@ struct FindingResult {
   std::string iconKey;
   bool isChecked = false;
   Evidence evidence;
+  // Whose it is, where several users are told apart; empty for what is the computer's.
+  std::string user{};
+  std::string sid{};
 };
 
 struct ScanResult {
   std::vector<CategoryResult> categories;
   std::vector<FindingResult> findings;
   std::vector<std::string> implausible;  // why much of it is, one line each
+  std::vector<HiveResult> hives;
+  bool tellsUsers = false;  // findings say whose they are
 };
 
-ScanResult scanResultOf(const Form42& form);
+// `user` is the current one if users are told apart.
+std::vector<FindingResult> findingsOf(const Form42& form,
+                                      const std::optional<ComputerUser>& user = {});
+ScanResult scanResultOf(const Form42& form, const Computer& computer,
+                        const std::optional<ComputerUser>& user = {});
 
 // The outcome of a repair, or of its rehearsal.
 struct RepairResult {
@@ -60,7 +70,8 @@ struct RepairResult {
 
 // One JSON object, with what came of a repair where there was one; the findings as CSV with a line
 // of headings, with an apostrophe before texts that a spreadsheet would run; tables for a reader.
-// `width` is the number of columns of the terminal, or 0 to shorten no cells.
+// Whose a finding is, is told only if the result says it. `width` is the number of columns of the
+// terminal, or 0 to shorten no cells.
 std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair = {});
 std::string csvText(const ScanResult& result);
 std::string tableText(const ScanResult& result, std::size_t width);

@@ -89,7 +89,7 @@ int search(const Options& options, const Computer& computer, const Streams& stre
   prepareForm(form, options, streams);
   setControls(form, options.search);
   const bool isComplete = pressFind(form, options, streams);
-  const ScanResult result = scanResultOf(form);
+  const ScanResult result = scanResultOf(form, computer);
   if (options.format == Format::Json) {
     streams.out << searchJsonText(result);
   } else if (!options.isQuiet) {

@@ -30,17 +30,27 @@ std::string categoryTable(const ScanResult& result, std::size_t width) {
   return table.text(width);
 }
 
-std::string findingTable(const std::vector<FindingResult>& findings, std::size_t width) {
-  Table table({{"No.", true},
-               {"Kind", true},
-               {"Sure"},
-               {"Location", false, true},
-               {"Bad value", false, true},
-               {"Registry key", false, true}});
+std::string findingTable(const ScanResult& result, std::size_t width) {
+  std::vector<TableColumn> columns{{"No.", true},
+                                   {"Kind", true},
+                                   {"Sure"},
+                                   {"Location", false, true},
+                                   {"Bad value", false, true},
+                                   {"Registry key", false, true}};
+  constexpr std::ptrdiff_t userColumn = 3;
+  if (result.tellsUsers) {
+    columns.insert(columns.begin() + userColumn, {"User"});
+  }
+  Table table(columns);
   std::size_t number = 0;
-  for (const FindingResult& finding : findings) {
-    table.addRow({std::to_string(++number), finding.kindCode, codeOf(finding.evidence.confidence),
-                  finding.location, finding.badValue, keyText(finding)});
+  for (const FindingResult& finding : result.findings) {
+    std::vector<std::string> cells{
+        std::to_string(++number), finding.kindCode, codeOf(finding.evidence.confidence),
+        finding.location,         finding.badValue, keyText(finding)};
+    if (result.tellsUsers) {
+      cells.insert(cells.begin() + userColumn, finding.user);
+    }
+    table.addRow(cells);
   }
   return table.text(width);
 }
@@ -50,7 +60,7 @@ std::string findingTable(const std::vector<FindingResult>& findings, std::size_t
 std::string tableText(const ScanResult& result, std::size_t width) {
   std::string text = categoryTable(result, width) + "\n";
   if (!result.findings.empty()) {
-    text += findingTable(result.findings, width) + "\n";
+    text += findingTable(result, width) + "\n";
   }
   return text + std::to_string(result.findings.size()) +
          (result.findings.size() == 1 ? " problem found.\n" : " problems found.\n");
@@ -79,7 +89,7 @@ std::string repairText(const RepairResult& repair, std::size_t left) {
 
 std::string searchTableText(const ScanResult& result, std::size_t width) {
   const auto& findings = result.findings;
-  const std::string text = findings.empty() ? "" : findingTable(findings, width) + "\n";
+  const std::string text = findings.empty() ? "" : findingTable(result, width) + "\n";
   return text + std::to_string(findings.size()) +
          (findings.size() == 1 ? " entry found.\n" : " entries found.\n");
 }

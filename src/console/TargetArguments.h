@@ -10,7 +10,10 @@
 
 namespace zelvreg::console {
 
-// On Windows there are none: the program works on the computer that it runs on.
+// As a user's name it stands for all users.
+inline constexpr const char* everybody = "all";
+
+// On Windows the program works on the computer that it runs on, and only all users can be named.
 struct TargetArguments {
   std::vector<std::string> drives;
   std::string missingDrives = "unknown";
@@ -19,6 +22,12 @@ struct TargetArguments {
   void addTo(CLI::App& app, Target& target);
   // Throws UsageError if no computer is named, or a drive is wrong.
   void applyTo(Target& target) const;
+  // Decides whether an image may be written, when the command is known. Throws UsageError unless it
+  // is said where a command writes that changes an image, and not said for one that does not.
+  static void decideWriting(Options& options);
+
+ private:
+  std::vector<CLI::Option*> ofDisks;  // that a machine folder does not take
 };
 
 }  // namespace zelvreg::console

@@ -17,6 +17,17 @@ void addDrive(Target& target, const std::string& drive) {
   }
 }
 
+void addImage(CLI::App& app, CLI::Option* image, Target& target) {
+  app.add_option("--partition", target.partition,
+                 "the Windows to work on, if the image has more than one")
+      ->needs(image);
+  auto* overlay = app.add_option("--overlay", target.overlay,
+                                 "repair into this new qcow2 image on top, and only read FILE");
+  app.add_flag("--in-place", target.writesInPlace, "repair FILE itself")
+      ->needs(image)
+      ->excludes(overlay->needs(image));
+}
+
 }  // namespace
 
 void TargetArguments::addTo(CLI::App& app, Target& target) {
@@ -24,35 +35,69 @@ void TargetArguments::addTo(CLI::App& app, Target& target) {
                                  "folder that stands for a Windows computer");
   auto* offline = app.add_option("--offline", target.offlineRoot,
                                  "mounted Windows disk: the drive of its Windows folder");
+  auto* image = app.add_option("--image", target.image,
+                               "image file of a Windows disk: raw, qcow2, vhd, vhdx, vmdk, vdi");
   machine->excludes(offline);
-  app.add_option("--drive", drives, "another drive of that disk, as D=DIR; may be repeated")
-      ->needs(offline);
+  image->excludes(machine)->excludes(offline);
+  addImage(app, image, target);
   app.add_option("--user", target.user,
-                 "whose current user it is; else the one whose hive was written last")
-      ->needs(offline);
-  app.add_option("--missing-drives", missingDrives,
-                 "whether files on drives that were not given are \"unknown\" or \"dead\"")
-      ->check(CLI::IsMember({"unknown", "dead"}))
-      ->needs(offline);
-  app.add_flag("--read-only-files", target.filesAreReadOnly,
-               "leave the attributes of the disk's files alone")
-      ->needs(offline);
-  app.add_option("--keep-backups", target.keptBackups,
-                 "how many older backups of each hive to keep beside FILE.bak; 3 by default, "
-                 "always with the oldest")
-      ->check(CLI::NonNegativeNumber)
-      ->needs(offline);
+                 "whose current user it is, or \"all\": scan or repair every user's keys; else the "
+                 "one whose hive was written last");
+  ofDisks = {
+      app.add_option("--drive", drives, "another drive of that disk, as D=DIR; may be repeated"),
+      app.add_flag("--as-is", target.leavesLogs,
+                   "for a scan or a search: read hives that were not shut down cleanly without "
+                   "their transaction logs"),
+      app.add_option("--missing-drives", missingDrives,
+                     "whether files on drives that were not given are \"unknown\" or \"dead\"")
+          ->check(CLI::IsMember({"unknown", "dead"})),
+      app.add_flag("--read-only-files", target.filesAreReadOnly,
+                   "leave the attributes of the disk's files alone"),
+      app.add_option("--keep-backups", target.keptBackups,
+                     "how many older backups of each hive to keep beside FILE.bak; 3 by default, "
+                     "always with the oldest")
+          ->check(CLI::NonNegativeNumber)};
 }
 
 void TargetArguments::applyTo(Target& target) const {
   for (const std::string& drive : drives) {
     addDrive(target, drive);
   }
-  target.missingDrivesAreDead = missingDrives == "dead";
-  if (target.machineFolder.empty() && target.offlineRoot.empty()) {
+  if (target.user == everybody) {
+    target.everyUser = target.everyProfile = true;
+    target.user.clear();
+  }
+  if (!target.user.empty() && !target.isDisk()) {
     throw UsageError(
-        "no computer is named; give --machine DIR (a folder that stands for one) or "
-        "--offline ROOT (a mounted Windows disk)");
+        "--user NAME needs --offline or --image; with --machine it takes only \"all\"");
+  }
+  target.missingDrivesAreDead = missingDrives == "dead";
+  if (target.machineFolder.empty() && !target.isDisk()) {
+    throw UsageError(
+        "no computer is named; give --machine DIR (a folder that stands for one), "
+        "--offline ROOT (a mounted Windows disk) or --image FILE (an image of one)");
+  }
+  for (const CLI::Option* option : ofDisks) {
+    if (option->count() > 0 && !target.isDisk()) {
+      throw UsageError(option->get_name() + " is for a disk; give it with --offline or --image");
+    }
+  }
+}
+
+void TargetArguments::decideWriting(Options& options) {
+  Target& target = options.target;
+  const bool saysWhere = target.writesInPlace || !target.overlay.empty();
+  if (!target.image.empty() && changesComputer(options) && !saysWhere) {
+    throw UsageError(
+        "this changes the disk; give --overlay NEW.qcow2, which leaves the image as it is, or "
+        "--in-place, which writes it");
+  }
+  if (saysWhere && !changesComputer(options) && !options.isRehearsal) {
+    throw UsageError("this only reads the disk; leave out --overlay and --in-place");
+  }
+  if (options.isRehearsal) {
+    target.overlay.clear();
+    target.writesInPlace = false;
   }
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "evidence/FindingOwner.h"
 #include "evidence/KindLooks.h"
 #include "evidence/Plausibility.h"
 #include "evidence/Reasons.h"
@@ -150,12 +151,14 @@ void lookAgain(Form42& form) {
   form.messages.discard(std::exchange(form.evidence, {}));
   form.implausible.clear();
   form.Text2.setText("1");
+  const std::vector<bool> isUsers = form.userScope ? keepRowsOfScope(form) : std::vector<bool>();
   Look look(form, form.View2.count());
   form.evidence.reserve(form.View2.count());
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
     form.messages.doEvents();
     // A click on Cancel ends the look, not what it has found.
     form.evidence.push_back(isStopAsked(form) ? withReason(Reason::NotExamined) : look.at(row));
+    form.evidence.back().isUsers = !isUsers.empty() && isUsers[row - 1];
     form.View2.setItemData(row, form.evidence.size());
   }
   weighTogether(form, look.texts);

@@ -12,9 +12,10 @@ namespace zelvreg {
 
 struct Form42;
 
-// Looks at every row of View2, and then at all of them together: what is implausible is noted in
-// `form.implausible` and told in one message. Serves the message queue between two rows; a click on
-// Cancel ends the look, and the rows that are left count as not examined.
+// Drops the rows that `form.userScope` leaves to other scans. Looks at every row of View2, and then
+// at all of them together: what is implausible is noted in `form.implausible` and told in one
+// message. Serves the message queue between two rows; a click on Cancel ends the look, and the rows
+// that are left count as not examined.
 void lookAgain(Form42& form);
 
 // The look at one row as it is now, by itself.

@@ -154,9 +154,7 @@ bool isUserClasses(const std::u16string& name) {
          isSameName(name.substr(name.size() - size), std::u16string(userClassesSuffix));
 }
 
-std::u16string currentUserKey() {
-  return utf16UntilNul(sidText(lookUpSid(environmentVariable("UserName"))));
-}
+std::u16string currentUserKey() { return utf16UntilNul(currentUserSid()); }
 
 TruePlace below(const TruePlace& key, const std::u16string& name) {
   return {key.hive, key.path.empty() ? name : key.path + u"\\" + name};

@@ -153,6 +153,7 @@ struct Evidence {
   Confidence confidence = Confidence::Unsure;
   ReasonList reasons;  // at least one
   TestedPlaces tested;
+  bool isUsers = false;  // it is the current user's, not the computer's; told only in a UserScope
 };
 
 }  // namespace zelvreg

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "form/Safeguards.h"
 #include "form/ScanMemory.h"
 #include "form/SmallForms.h"
+#include "form/UserScope.h"
 #include "widgets/Button.h"
 #include "widgets/ComboBox.h"
 #include "widgets/Dialogs.h"
@@ -282,6 +284,8 @@ struct Form42 {
   // `lookAgain` takes that look; `tickByConfidence` ticks what is at least `leastTicked`.
   std::vector<Evidence> evidence;
   EntryPoint lookAgain;
+  // Whose findings are listed; without it, all.
+  std::optional<UserScope> userScope;
   EntryPoint tickByConfidence;
   Confidence leastTicked = Confidence::Likely;
   // Why much of what a scan has found is implausible, one line each.

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "keys/ActingUser.h"
+#include "runtime/Environment.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
@@ -56,6 +58,10 @@ std::string sidText(const std::vector<BYTE>& sid) {
     text += "-" + std::to_string(number);
   }
   return text;
+}
+
+std::string currentUserSid() {
+  return actingUser().empty() ? sidText(lookUpSid(environmentVariable("UserName"))) : actingUser();
 }
 
 }  // namespace zelvreg

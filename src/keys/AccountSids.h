@@ -18,6 +18,9 @@ std::vector<BYTE> everyoneSid();
 // "S-1-5-21-…", as keys of HKEY_USERS are named; empty for what is no identifier.
 std::string sidText(const std::vector<BYTE>& sid);
 
+// The identifier of the user whose keys HKEY_CURRENT_USER shows; empty if it cannot be found out.
+std::string currentUserSid();
+
 }  // namespace zelvreg
 
 #endif

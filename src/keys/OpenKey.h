@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "keys/ActingUser.h"
 #include "keys/RootHandles.h"
 #include "text/Wide.h"
 
@@ -46,8 +47,13 @@ class OpenKey {
     HKEY open = std::exchange(key, nullptr);
     return open == nullptr ? ERROR_SUCCESS : RegCloseKey(open);
   }
-  // Leaves the handle open for good.
-  void abandon() { key = nullptr; }
+  // Leaves the handle open for good, unless that would keep another user's keys loaded.
+  void abandon() {
+    if (actingUser().empty()) {
+      key = nullptr;
+    }
+    close();
+  }
 
  private:
   HKEY key = nullptr;

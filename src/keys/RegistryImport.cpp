@@ -1,8 +1,10 @@
 #include "keys/RegistryImport.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
+#include "keys/AccountSids.h"
 #include "keys/KeySecurity.h"
 #include "keys/RegistryTextReader.h"
 #include "keys/RestorePrivileges.h"
@@ -191,13 +193,38 @@ RegistryImport nothingDone(std::string message) {
   return result;
 }
 
+bool isCurrentUsers(const RegistryChange& change) { return change.hive == HiveHandle::CurrentUser; }
+
+// Leads what was the current user's to where that user has it now. False if that is not there.
+bool leadToUser(RegistryChanges& changes) {
+  const bool isOthers = !changes.user.empty() && changes.user != currentUserSid() &&
+                        std::ranges::any_of(changes.list, isCurrentUsers);
+  if (!isOthers) {
+    return true;
+  }
+  const std::u16string user = utf16(changes.user);
+  for (RegistryChange& change : changes.list) {
+    if (isCurrentUsers(change)) {
+      change.hive = HiveHandle::Users;
+      change.path = change.path.empty() ? user : user + u"\\" + change.path;
+    }
+  }
+  return WideKey(HiveHandle::Users, user, KEY_QUERY_VALUE).presence() != Presence::Absent;
+}
+
 }  // namespace
 
+std::string userOfRegistryText(std::string_view bytes) { return readRegistryText(bytes).user; }
+
 RegistryImport importRegistryText(std::string_view bytes) {
-  const RegistryChanges changes = readRegistryText(bytes);
+  RegistryChanges changes = readRegistryText(bytes);
   if (changes.fault) {
     return nothingDone("Line " + std::to_string(changes.fault->line) + ": " + changes.fault->what +
                        ". Nothing was changed.");
+  }
+  if (!leadToUser(changes)) {
+    return nothingDone("The keys of the user " + changes.user +
+                       ", whose they were, are not loaded on this computer. Nothing was changed.");
   }
   return Import(changes).run();
 }

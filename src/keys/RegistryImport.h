@@ -26,7 +26,11 @@ struct RegistryImport {
 // the order of values, and uses the privileges for that where lists would refuse.
 RegistryImport importRegistryText(std::string_view bytes);
 
-// The same for a file.
+// The identifier of the user whose HKEY_CURRENT_USER such a text has the keys of; empty if it does
+// not say so. Another user than the current one gets them back in HKEY_USERS, if they are there.
+std::string userOfRegistryText(std::string_view bytes);
+
+// The same as importRegistryText for a file.
 RegistryImport importRegistryFile(const std::string& path);
 
 }  // namespace zelvreg

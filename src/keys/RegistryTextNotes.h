@@ -13,6 +13,8 @@ namespace zelvreg::notes {
 inline constexpr std::u16string_view prefix = u";zelvreg ";
 // Before the first key: this file is a safety export, so that access lists do not keep it out.
 inline constexpr std::u16string_view safetyExport = u"safety export";
+// The same: whose HKEY_CURRENT_USER it has the keys of.
+inline constexpr std::u16string_view user = u"user=";
 // After a key: its owner, group and access list, and the places of its values.
 inline constexpr std::u16string_view security = u"security=hex:";
 inline constexpr std::u16string_view order = u"order=";

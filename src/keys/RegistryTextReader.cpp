@@ -59,6 +59,10 @@ class ChangeList : public regfile::Receiver {
       changes.isSafetyExport = true;
       return none;
     }
+    if (text.starts_with(notes::user)) {
+      changes.user = utf8(text.substr(notes::user.size()));
+      return none;
+    }
     const bool isSecurity = text.starts_with(notes::security);
     if (!isSecurity && !text.starts_with(notes::order)) {
       return none;

@@ -33,6 +33,7 @@ struct RegistryChange {
 
 struct RegistryChanges {
   bool isSafetyExport = false;  // the file says so
+  std::string user;  // the identifier of the user whose HKEY_CURRENT_USER is meant, if it says so
   std::vector<RegistryChange> list;
   std::optional<regfile::Fault> fault;  // if there is one, the list is not whole
 };

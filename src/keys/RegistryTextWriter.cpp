@@ -3,6 +3,7 @@
 #include <span>
 
 #include "keys/RegistryTextNotes.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg {
 namespace {
@@ -24,7 +25,12 @@ bool RegistryTextWriter::beginKey(const std::u16string& path) {
   return true;
 }
 
-void RegistryTextWriter::markAsSafetyExport() { writer.addLine(note(notes::safetyExport)); }
+void RegistryTextWriter::markAsSafetyExport(const std::string& userSid) {
+  writer.addLine(note(notes::safetyExport));
+  if (!userSid.empty()) {
+    writer.addLine(note(notes::user) + utf16(userSid));
+  }
+}
 
 // In one line: a comment cannot be continued.
 void RegistryTextWriter::addSecurity(const std::vector<BYTE>& descriptor) {

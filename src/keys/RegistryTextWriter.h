@@ -13,8 +13,9 @@ namespace zelvreg {
 
 class RegistryTextWriter {
  public:
-  // That the file is a safety export. Call it first.
-  void markAsSafetyExport();
+  // That the file is a safety export, and whose HKEY_CURRENT_USER it tells of, if that is known.
+  // Call it first.
+  void markAsSafetyExport(const std::string& userSid);
 
   // Begins the block of a key, by its whole path ("HKEY_LOCAL_MACHINE\…"). False, and nothing
   // written, for a name that the format cannot hold: one with a line end or a NUL.

@@ -49,14 +49,24 @@ void Machine::saveFolder() {
   records.markSaved();
 }
 
+const std::vector<MachineUser>& Machine::users() const { return state->users; }
+
+void Machine::actAs(std::size_t user) {
+  const MachineUser& chosen = state->users.at(user);
+  state->registry->setCurrentUser(chosen.key);
+  state->environment = state->environmentOf(chosen);
+  state->accounts.try_emplace(user, accountsFor(chosen));
+  state->actingUser = user;
+}
+
 Registry& Machine::registry() const { return *state->registry; }
 Drives& Machine::drives() const { return state->drives; }
 Environment& Machine::environment() const { return state->environment; }
 Clock& Machine::clock() const { return state->clock; }
 FaultPlan& Machine::faults() const { return state->faults; }
 OpenFiles& Machine::openFiles() const { return state->openFiles; }
-const Accounts& Machine::accounts() const { return state->accounts; }
-const Token& Machine::token() const { return state->accounts.token(); }
+const Accounts& Machine::accounts() const { return state->accounts.at(state->actingUser); }
+const Token& Machine::token() const { return accounts().token(); }
 const CodePage& Machine::codePage() const { return state->page; }
 bool Machine::is64Bit() const { return state->is64Bit; }
 bool Machine::isOfflineDisk() const { return !state->form; }

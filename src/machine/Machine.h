@@ -3,6 +3,8 @@
 #ifndef ZELVREG_MACHINE_MACHINE_H
 #define ZELVREG_MACHINE_MACHINE_H
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -19,11 +21,22 @@ class CodePage;
 class DiskAttributes;
 class Drives;
 class Environment;
+struct MachineUser;
 class OpenFiles;
 struct Processes;
 class Registry;
 struct Requests;
 struct Token;
+
+// What became of the transaction logs of a hive when it was opened.
+struct HiveReport {
+  std::filesystem::path file;
+  const char* state;  // "clean", "replayed", "unreplayable", "as-is" or "hibernated"
+  // Of the logs that were taken over: groups of pages, and pages in them.
+  std::size_t entries = 0;
+  std::size_t pages = 0;
+  std::string why;  // it may lack what Windows has written of it; empty if it does not
+};
 
 class Machine {
  public:
@@ -47,6 +60,13 @@ class Machine {
   // refused.
   void save();
 
+  // Who could be the current user, and at first is the first of them. Of a machine folder, the one
+  // of its settings and those that HKEY_USERS names; of a disk, those whose hive could be read.
+  [[nodiscard]] const std::vector<MachineUser>& users() const;
+  // Makes another one of them the current user, with variables and account. No program may run then
+  // that has keys of the one before.
+  void actAs(std::size_t user);
+
   [[nodiscard]] Registry& registry() const;
   [[nodiscard]] Drives& drives() const;
   [[nodiscard]] Environment& environment() const;
@@ -54,7 +74,7 @@ class Machine {
   [[nodiscard]] FaultPlan& faults() const;
   [[nodiscard]] OpenFiles& openFiles() const;
   [[nodiscard]] const Accounts& accounts() const;
-  // What was asked for files of an offline disk; none for a machine folder, which keeps records.
+  // Of the files of an offline disk; none for a machine folder, which keeps records.
   [[nodiscard]] DiskAttributes* diskAttributes() const;
   // Who the process runs as, and the computer's code page.
   [[nodiscard]] const Token& token() const;
@@ -72,12 +92,24 @@ class Machine {
   // in those that could be read. Ask again when more has been read.
   [[nodiscard]] std::vector<std::string> damagedHives() const;
 
-  // One line for each thing that opening has ended or put in order, because an earlier process was
-  // stopped in the middle of it.
+  // What of damagedHives(), and of uncleanHives() if they are to be written, concerns the hives of
+  // one of the users, and what the computer's own. What is left out wholly is in neither.
+  enum class Use : std::uint8_t { Reading, Writing };
+  [[nodiscard]] std::vector<std::string> faultsOf(const MachineUser& user, Use use) const;
+  [[nodiscard]] std::vector<std::string> faultsOfComputer(Use use) const;
+
+  // One line for each thing that is to be told of opening: what was ended or put in order because
+  // an earlier process was stopped in the middle of it, and what became of the logs of a hive that
+  // was not shut down cleanly.
   [[nodiscard]] const std::vector<std::string>& notices() const;
 
-  // One line for each hive of an offline disk that must not be written: its file, why, and what to
-  // do. Reads the disk; ask before work is done that save() would refuse.
+  // One for each hive of an offline disk that is read.
+  [[nodiscard]] std::vector<HiveReport> hives() const;
+  // One line for each reason why the computer's own hives must not be written that opening has
+  // shown: Windows has newer content of them than was read. It names the file and says what to do.
+  [[nodiscard]] std::vector<std::string> hivesBehind() const;
+  // One line for each hive of an offline disk that must not be written, for this or any other
+  // reason. Reads the disk; ask before work is done that save() would refuse.
   [[nodiscard]] std::vector<std::string> uncleanHives() const;
 
   // One line for each place of which the last save() has dropped changes, since the disk has no

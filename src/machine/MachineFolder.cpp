@@ -7,6 +7,7 @@
 #include "machine/base/MachineError.h"
 #include "machine/computer/MachineSettings.h"
 #include "machine/computer/RecordFiles.h"
+#include "machine/offline/OfflineEnvironment.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -80,12 +81,46 @@ FolderContent readFolder(const std::filesystem::path& folder) {
   return {std::move(lock), std::move(notices), std::move(settings), driveFolders(folder)};
 }
 
-Environment environmentOf(const MachineSettings& settings) {
-  Environment environment(settings.is64Bit, utf16(settings.user));
-  for (const auto& [name, value] : settings.environment) {
-    environment.set(utf16(name), utf16(value));
-  }
-  return environment;
+// What the settings say of the user's own variables holds for the user that they name.
+std::function<Environment(const MachineUser&)> environmentsOf(const MachineSettings& settings) {
+  return [settings](const MachineUser& user) {
+    Environment environment(settings.is64Bit, utf16(user.name));
+    const Environment nobodys(settings.is64Bit, u"");
+    const Environment somebodys(settings.is64Bit, u"name");
+    for (const auto& [name, value] : settings.environment) {
+      const bool isUsers = nobodys.get(utf16(name)) != somebodys.get(utf16(name));
+      if (user.name == settings.user || !isUsers) {
+        environment.set(utf16(name), utf16(value));
+      }
+    }
+    return environment;
+  };
+}
+
+// The name of the profile's folder that the list of profiles tells; the identifier without it.
+std::string listedName(Registry& registry, const std::string& sid) {
+  const auto folder = textValue(
+      registry,
+      R"(HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\ProfileList\)" + sid,
+      "ProfileImagePath");
+  return folder ? folder->substr(folder->find_last_of("\\/") + 1) : sid;
+}
+
+// The user of the settings, then the others whose keys are there.
+std::vector<MachineUser> usersOf(const MachineSettings& settings, const std::string& ownSid,
+                                 Registry& registry) {
+  std::vector<MachineUser> users(1);
+  users.front().name = settings.user;
+  users.front().sid = users.front().key = ownSid;
+  registry.children(registry.usersRoot()).forEach([&](const RegistryKey* key) {
+    const std::string sid = utf8(key->name());
+    if (sid.starts_with("S-1-") && sidFromText(sid) && sid != ownSid) {
+      MachineUser& user = users.emplace_back();
+      user.name = listedName(registry, sid);
+      user.sid = user.key = sid;
+    }
+  });
+  return users;
 }
 
 DriveSettings driveSettings(FolderContent& content) {
@@ -107,6 +142,10 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
     const CodePage& page = sharedCodePage(settings.codePage);
     auto registry = std::make_unique<Registry>(settings.is64Bit ? 64 : 32, userSid);
     const RegistryFileForm form = readRegistryFile(folder / "registry.reg", *registry);
+    auto users = usersOf(settings, userSid, *registry);
+    auto environmentOf = environmentsOf(settings);
+    Environment environment = environmentOf(users.front());
+    Accounts accounts = accountsFor(users.front());
     std::unique_ptr<State> state(new State{
         .lock = std::move(content.lock),
         .folder = folder,
@@ -117,14 +156,18 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
         .processes = {},
         .requests = {},
         .page = page,
-        .accounts = Accounts(utf16(settings.user), folderUserSid()),
-        .environment = environmentOf(settings),
+        .users = std::move(users),
+        .environmentOf = std::move(environmentOf),
+        .accounts = {{0, std::move(accounts)}},
+        .actingUser = 0,
+        .environment = std::move(environment),
         .clock = Clock(settings.now),
         .registry = std::move(registry),
         .drives = Drives(driveSettings(content)),
         .openFiles = {},
         .faults = {},
         .damagedHives = {},
+        .damagedProfiles = {},
         .notices = std::move(content.notices),
         .unsavedChanges = {},
         .diskAttributes = std::nullopt,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "keys/AccountSids.h"
 #include "keys/KeySecurity.h"
 #include "text/Wide.h"
 
@@ -65,7 +66,7 @@ void ExportPlan::addSecurity(HiveHandle hive, const std::string& key) {
 }
 
 bool ExportPlan::write(RegistryTextWriter& writer) const {
-  writer.markAsSafetyExport();
+  writer.markAsSafetyExport(currentUserSid());
   return std::ranges::all_of(entries, [&](const Entry& entry) {
     if (isCovered(entry.place.fullPath())) {
       return true;

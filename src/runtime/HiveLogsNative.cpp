@@ -10,8 +10,7 @@ namespace zelvreg {
 bool isBehindItsLogs(const std::string& key) {
   const auto* machine = machine::Machine::current();
   const auto* found = machine == nullptr ? nullptr : machine->registry().find(key);
-  return found != nullptr && found->hive != nullptr &&
-         machine::whyUnclean(found->hive->path()).has_value();
+  return found != nullptr && found->hive != nullptr && machine::isBehindItsLogs(*found->hive);
 }
 
 }  // namespace zelvreg

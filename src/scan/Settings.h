@@ -16,6 +16,8 @@ inline constexpr const char* dates = "software\\zelvane\\Zelvane Tuner Deluxe\\r
 inline constexpr const char* files = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\file";
 // Label to the safety export of that repair.
 inline constexpr const char* exports = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\export";
+// Label to the identifier of the user whose HKEY_CURRENT_USER was repaired.
+inline constexpr const char* users = "software\\zelvane\\Zelvane Tuner Deluxe\\regscan\\user";
 // The ticks of the category rows.
 inline constexpr const char* selection = "software\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
 // The running total of a scan. The backslash at the end is part of the name.

@@ -101,8 +101,12 @@ void begin(Form42& form, const Place& place) {
   showProblems(form, place.categoryRow, 0);
 }
 
-// The first key of the users that holds classes; empty if there is none.
-std::string firstClassesHive(Form42& form) {
+// The first key of the users that holds classes; empty if there is none. Users who are scanned one
+// after the other have their own each.
+std::string classesHive(Form42& form) {
+  if (form.userScope) {
+    return form.userScope->currentUser + "_Classes";
+  }
   form.List1.clear();
   fEnumKey(form, users.root, "");
   for (int index = 0; index < form.List1.count(); ++index) {
@@ -128,7 +132,7 @@ void cln8(Form42& form) {
 
 void cln9(Form42& form) {
   begin(form, users);
-  scanClasses(form, users, firstClassesHive(form) + "\\CLSID", testServer);
+  scanClasses(form, users, classesHive(form) + "\\CLSID", testServer);
 }
 
 void cln10(Form42& form) {

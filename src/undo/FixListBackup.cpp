@@ -32,7 +32,7 @@ void Command30_Click(Form42& form) {
   makePrivateFolder(folder);
   makePrivateFolder(folder + "\\fixreg");
   const DateTime now = localDateTime();
-  const std::string stamp = dateText(now, "_") + "_" + timeText(now, ".");
+  const std::string stamp = dateText(now, "_") + "_" + timeText(now, ".") + userSuffix(form);
   registerUndoEntry(stamp, stamp);
   std::string lines;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {

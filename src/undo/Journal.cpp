@@ -36,10 +36,11 @@ void fillRecord(Form42& form, std::size_t row, std::string& digit) {
 
 void writeJournal(Form42& form) {
   const DateTime now = localDateTime();
-  const std::string stamp = dateText(now, ".") + " t " + timeText(now, ".");
+  const std::string time = dateText(now, ".") + " t " + timeText(now, ".");
+  const std::string stamp = time + userSuffix(form);
   // The time is read again for the label, which may be a second later.
-  const bool isListed =
-      registerUndoEntry(stamp + " " + timeText(localDateTime(), ":"), stamp, form.exportStem);
+  const bool isListed = registerUndoEntry(
+      time + " " + timeText(localDateTime(), ":") + userSuffix(form), stamp, form.exportStem);
   std::vector<JournalRecord> records;
   std::string digit;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {

@@ -21,6 +21,7 @@ bool isFile(const std::string& path) {
 
 UndoContent undoContent(const Form42& form, const std::string& label) {
   UndoContent content;
+  content.user = undoUser(label);
   const std::string exportStem = undoExportStem(label);
   if (isPlainStem(exportStem) && isFile(exportPath(form, exportStem))) {
     content.exportPath = exportPath(form, exportStem);

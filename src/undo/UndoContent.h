@@ -10,6 +10,7 @@ namespace zelvreg {
 struct Form42;
 
 struct UndoContent {
+  std::string user;            // whose HKEY_CURRENT_USER was repaired; empty if that is not known
   std::string exportPath;      // of the safety export that is there; else empty
   bool isExportOpen = false;   // somebody who is no administrator could have written it
   std::size_t records = 0;     // of the journal

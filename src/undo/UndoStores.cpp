@@ -7,6 +7,7 @@
 #include <set>
 
 #include "form/Form42.h"
+#include "keys/AccountSids.h"
 #include "keys/OpenKey.h"
 #include "roots/Roots.h"
 #include "scan/Settings.h"
@@ -24,7 +25,9 @@ bool registerUndoEntry(const std::string& label, const std::string& stem,
   const bool isLabelled = keepSetting(settings::dates, number, label);
   const bool isNamed = keepSetting(settings::files, label, stem);
   const bool isLinked = exportStem.empty() || keepSetting(settings::exports, label, exportStem);
-  return isCounted && isLabelled && isNamed && isLinked;
+  const std::string user = currentUserSid();
+  const bool isOwned = user.empty() || keepSetting(settings::users, label, user);
+  return isCounted && isLabelled && isNamed && isLinked && isOwned;
 }
 
 std::int64_t highestUndoNumber() { return leadingInteger(readSetting(settings::regscan, "cnt")); }
@@ -56,6 +59,12 @@ std::string undoStem(const std::string& label) { return readSetting(settings::fi
 
 std::string undoExportStem(const std::string& label) {
   return readSetting(settings::exports, label);
+}
+
+std::string undoUser(const std::string& label) { return readSetting(settings::users, label); }
+
+std::string userSuffix(const Form42& form) {
+  return form.userScope ? " " + form.userScope->currentUser : std::string();
 }
 
 // It can name neither another folder nor a stream nor a device.

@@ -1,7 +1,7 @@
 // The list of undo entries, which journals and copies of the fix list share. It is in the
 // registry, in the 32-bit view of HKEY_LOCAL_MACHINE, below the key "regscan" of the suite: "cnt"
 // is the highest number used, "dates" names the label of each number, "file" the file's stem
-// of each label, "export" the stem of its safety export.
+// of each label, "export" the stem of its safety export, "user" whose HKEY_CURRENT_USER it was.
 #ifndef ZELVREG_UNDO_UNDO_STORES_H
 #define ZELVREG_UNDO_UNDO_STORES_H
 
@@ -14,8 +14,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// Uses the next number, and saves label and stem under it, and the stem of the repair's safety
-// export if it has one. Whether all of it could be saved.
+// Uses the next number, and saves label and stem under it, the stem of the repair's safety export
+// if it has one, and the current user if that is known. Whether all of it could be saved.
 bool registerUndoEntry(const std::string& label, const std::string& stem,
                        const std::string& exportStem = {});
 
@@ -30,6 +30,10 @@ std::string undoLabel(std::int64_t number);
 std::string undoStem(const std::string& label);
 // The stem of its safety export; empty if it has none.
 std::string undoExportStem(const std::string& label);
+// The identifier of the user; empty for an entry that does not tell.
+std::string undoUser(const std::string& label);
+// To follow the stem and the label of an entry: several users may be repaired in one second.
+std::string userSuffix(const Form42& form);
 // Whether a stem is the name of a file and nothing else: it comes from the registry, and a folder
 // in it would lead to any file of the computer.
 bool isPlainStem(std::string_view stem);

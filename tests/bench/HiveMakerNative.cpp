@@ -66,7 +66,7 @@ TEST(HiveMaker, AHiveHoldsWhatTheRegistryHeldAndIsWhole) {
   RegistryKey& root = registry.makeChild(registry.machineRoot(), u"Some");
   fill(registry, root);
   makeHive(file, registry, root);
-  EXPECT_EQ(machine::whyUnsound(file), std::nullopt);
+  EXPECT_EQ(machine::whyUnsound(HiveFile(file)), std::nullopt);
   Registry read(64, user);
   read.mount(read.machineRoot(), u"Some", std::make_unique<HiveFile>(file));
   expectSame(registry, root, read, *read.child(read.machineRoot(), u"Some"));

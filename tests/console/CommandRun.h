@@ -23,7 +23,9 @@ class CommandRun {
     error.str("");
     const auto parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
     const auto computer = Computer::open(parsed.options.target);
-    return runCommand(parsed.options, *computer, {.out = out, .error = error});
+    const int status = runCommand(parsed.options, *computer, {.out = out, .error = error});
+    computer->close();
+    return status;
   }
   int onMachine(const std::string& folder, std::vector<std::string> arguments) {
     return on("--machine", folder, std::move(arguments));

@@ -95,6 +95,8 @@ TEST_F(DamagedDiskTest, AValueThatLiesInItsOwnCellIsNotRepairedAndLeavesNothing)
 }
 
 TEST_F(DamagedDiskTest, ALogThatIsAPipeKeepsNobodyWaiting) {
+  constexpr std::size_t firstSequence = 4;
+  makeUnclean(software, firstSequence);
   ASSERT_EQ(mkfifo((disk.path() / (software + std::string(".LOG1"))).c_str(), 0600), 0);
   EXPECT_EQ(run({"scan", "--only", "fonts"}), problemsFound) << said;
   EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), failed);

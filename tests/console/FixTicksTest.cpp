@@ -32,7 +32,9 @@ class FixTicksTest : public fixture::ComputerFixture {
   // The rows that are ticked then, as a text of digits.
   std::string ticks() {
     error.str("");
-    const std::size_t count = tickForRepair(form, options, {.out = out, .error = error});
+    RepairTicks repair(options, streams);
+    const std::size_t count = repair.tick(form, {});
+    repair.tell(form);
     std::string rows;
     for (std::size_t row = 1; row <= form.View2.count(); ++row) {
       rows += form.View2.isChecked(row) ? std::to_string(row) : "";
@@ -44,6 +46,7 @@ class FixTicksTest : public fixture::ComputerFixture {
   Options options;
   std::ostringstream out;
   std::ostringstream error;
+  const Streams streams{.out = out, .error = error};
 };
 
 TEST_F(FixTicksTest, UnsureRowsAreLeftAloneAndCounted) {

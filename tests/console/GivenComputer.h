@@ -11,6 +11,12 @@ namespace zelvreg::console {
 
 class GivenComputer : public Computer {
  public:
+  [[nodiscard]] std::vector<ComputerUser> users() const override { return {}; }
+  void actAs(const ComputerUser& /*user*/, UserWork /*work*/) override {}
+  [[nodiscard]] std::vector<std::string> faultsOf(const ComputerUser& /*user*/) const override {
+    return {};
+  }
+  [[nodiscard]] std::vector<std::string> faultsOfComputer() const override { return {}; }
   [[nodiscard]] std::vector<std::string> damage() const override { return damaged; }
   [[nodiscard]] std::vector<std::string> unclean() const override { return notClosed; }
   [[nodiscard]] std::vector<std::string> unsaved() const override { return homeless; }

@@ -66,13 +66,11 @@ TEST_F(InterruptedFixDeathTest, BeforeTheFirstChangeNothingIsRepaired) {
 }
 
 TEST(InterruptedFix, ALaterInterruptionSaysWhatBecameOfTheChanges) {
-  RepairOutcome outcome;
-  outcome.hasBegun = true;
   GivenComputer computer;
-  EXPECT_EQ(interruptionText(outcome, computer),
+  EXPECT_EQ(interruptionText(true, computer),
             "the repair was interrupted; nothing of it was saved");
   computer.isLive = true;
-  EXPECT_EQ(interruptionText(outcome, computer),
+  EXPECT_EQ(interruptionText(true, computer),
             "the repair was interrupted; what it had done stays done");
 }
 

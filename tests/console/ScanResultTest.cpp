@@ -21,7 +21,8 @@ ScanResult sample() {
             "a",
             true,
             {Confidence::Likely, {Reason::Absent, Reason::BareName}, {"C:\\x", "D:\\x"}}}},
-          {"half of it is gone"}};
+          {"half of it is gone"},
+          {{"SYSTEM", "replayed", 2, 30, ""}}};
 }
 
 TEST(JsonText, IsOneObjectWithTheFieldsInTheirOrder) {
@@ -38,6 +39,8 @@ TEST(JsonText, IsOneObjectWithTheFieldsInTheirOrder) {
       R"("confidence":"likely","reasons":["absent","bare-name"],"tested":["C:\\x","D:\\x"]})");
   EXPECT_EQ(object["confidence"].dump(), R"({"sure":0,"likely":1,"unsure":0})");
   EXPECT_EQ(object["implausible"].dump(), R"(["half of it is gone"])");
+  EXPECT_EQ(object["hives"].dump(),
+            R"([{"file":"SYSTEM","state":"replayed","entries":2,"pages":30,"why":""}])");
   EXPECT_EQ(text.back(), '\n');
 }
 
@@ -46,6 +49,7 @@ TEST(JsonText, HoldsEmptyListsWhenNothingWasFound) {
   EXPECT_TRUE(object["findings"].is_array());
   EXPECT_EQ(object["total"], 0);
   EXPECT_EQ(object["implausible"].dump(), "[]");
+  EXPECT_EQ(object["hives"].dump(), "[]");
   EXPECT_EQ(object["confidence"]["unsure"], 0);
 }
 

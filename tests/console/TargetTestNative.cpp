@@ -66,6 +66,33 @@ TEST(Target, ADriveIsALetterAndAFolderAndGivenOnce) {
       std::string::npos);
 }
 
+TEST(Target, AnImageTakesWhatADiskTakes) {
+  const Target target =
+      parse({"--image", "disk.vhdx", "--partition", "2", "--drive", "D=/data", "--user", "Ann",
+             "--missing-drives", "dead", "--keep-backups", "1", "--read-only-files"})
+          .target;
+  EXPECT_EQ(target.image, "disk.vhdx");
+  EXPECT_EQ(target.partition, 2U);
+  EXPECT_EQ(target.drives, (std::map<char, std::string>{{'D', "/data"}}));
+  EXPECT_EQ(target.user, "Ann");
+  EXPECT_TRUE(target.missingDrivesAreDead);
+}
+
+TEST(Target, AnImageIsTheOnlyComputer) {
+  EXPECT_NE(complaint({"--image", "i", "--offline", "b"}).find("excludes"), std::string::npos);
+  EXPECT_NE(complaint({"--image", "i", "--machine", "b"}).find("excludes"), std::string::npos);
+  EXPECT_NE(complaint({"--offline", "b", "--partition", "1"}), "(none)");
+  EXPECT_NE(complaint({"--offline", "b", "--in-place"}), "(none)");
+  EXPECT_NE(complaint({"--image", "i", "--partition", "x"}), "(none)");
+}
+
+TEST(Target, WhatOnlyReadsAnImageTakesNoWayToWriteIt) {
+  EXPECT_NE(complaint({"--image", "i", "--in-place"}).find("only reads"), std::string::npos);
+  EXPECT_NE(complaint({"--image", "i", "--overlay", "n"}).find("only reads"), std::string::npos);
+  EXPECT_NE(complaint({"--image", "i", "--overlay", "n", "--in-place"}).find("excludes"),
+            std::string::npos);
+}
+
 TEST(Target, AMachineFolderAndADiskExcludeEachOther) {
   EXPECT_NE(complaint({"--machine", "a", "--offline", "b"}), "(none)");
   EXPECT_NE(complaint({"--machine", "a", "--user", "Ann"}), "(none)");

@@ -38,13 +38,14 @@ TEST_F(RegistryTextWriterTest, AFileHasAMarkAHeaderAndABlankLineBeforeEachKey) {
 
 TEST_F(RegistryTextWriterTest, NotesAreComments) {
   RegistryTextWriter writer;
-  writer.markAsSafetyExport();
+  writer.markAsSafetyExport("S-1-5-18");
   EXPECT_TRUE(writer.isEmpty());
   EXPECT_TRUE(writer.beginKey(u"K"));
   writer.addSecurity(bytes("\x01\xAB"sv));
   writer.addOrder({0, 1, 4});
   EXPECT_EQ(fixture::textOfUtf16File(writer.bytes()),
-            u"Windows Registry Editor Version 5.00\r\n;zelvreg safety export\r\n\r\n[K]\r\n"
+            u"Windows Registry Editor Version 5.00\r\n;zelvreg safety export\r\n"
+            u";zelvreg user=S-1-5-18\r\n\r\n[K]\r\n"
             u";zelvreg security=hex:01,ab\r\n;zelvreg order=0-1,4\r\n");
 }
 

@@ -1,8 +1,5 @@
 // A small disk of NTFS with a hive in it: what Windows keeps of a file must be there after a save.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <sys/xattr.h>
 
 #include <array>
@@ -12,35 +9,20 @@
 #include "evidence/Reasons.h"
 #include "evidence/TextLook.h"
 #include "machine/OfflineDiskFixture.h"
+#include "machine/ProgramRun.h"
+#include "machine/files/DiskAttributes.h"
+#include "machine/files/Drives.h"
 #include "machine/security/Security.h"
+#include "runtime/Directory.h"
 #include "runtime/ShortNames.h"
 
 namespace zelvreg::fixture {
 namespace {
 
-// Whether the program could be run and ended well; it is quiet.
-bool run(std::vector<std::string> words) {
-  std::vector<char*> arguments;
-  for (std::string& word : words) {
-    arguments.push_back(word.data());
-  }
-  arguments.push_back(nullptr);
-  posix_spawn_file_actions_t files{};
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_addopen(&files, 1, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_addopen(&files, 2, "/dev/null", O_WRONLY, 0);
-  pid_t child = 0;
-  const bool isStarted =
-      posix_spawnp(&child, arguments[0], &files, nullptr, arguments.data(), environ) == 0;
-  posix_spawn_file_actions_destroy(&files);
-  int status = 1;
-  return isStarted && waitpid(child, &status, 0) == child && status == 0;
-}
-
 class NtfsDiskTest : public OfflineDiskTest {
  protected:
   void SetUp() override {
-    const std::string image = (outside.path() / "disk").string();
+    image = (outside.path() / "disk").string();
     outside.write("disk", "");
     std::filesystem::resize_file(image, 8'000'000);
     // Told where it begins, since a file has no table of partitions.
@@ -57,9 +39,18 @@ class NtfsDiskTest : public OfflineDiskTest {
   void TearDown() override {
     computer.reset();
     if (isMounted) {
-      EXPECT_TRUE(run({"fusermount3", "-u", disk.path().string()}) ||
-                  run({"umount", disk.path().string()}));
+      unmount();
     }
+  }
+
+  void unmount() const {
+    EXPECT_TRUE(run({"fusermount3", "-u", disk.path().string()}) ||
+                run({"umount", disk.path().string()}));
+  }
+
+  void mountAnew(const std::string& options) const {
+    unmount();
+    ASSERT_TRUE(run({"ntfs-3g", "-o", options, image, disk.path().string()}));
   }
 
   [[nodiscard]] std::string attribute(const std::string& file, const char* name) const {
@@ -80,8 +71,79 @@ class NtfsDiskTest : public OfflineDiskTest {
   }
 
   const TemporaryFolder outside;
+  std::string image;
   bool isMounted = false;
 };
+
+TEST_F(NtfsDiskTest, ADiskThatIsMountedForReadingIsScannedAndRefusedBeforeARepair) {
+  mountAnew("ro");
+  open();
+  EXPECT_TRUE(computer->damagedHives().empty());
+  ASSERT_EQ(computer->uncleanHives().size(), 2U);
+  EXPECT_NE(computer->uncleanHives()[0].find("mounted for reading only"), std::string::npos);
+  registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)"));
+  EXPECT_NE(refusal().find("mounted for reading only"), std::string::npos);
+}
+
+TEST_F(NtfsDiskTest, AFileHasTheAttributesOfTheDiskUntilOthersAreAskedFor) {
+  using namespace std::string_literals;
+  disk.write("hidden.dll", "bytes");
+  disk.write("plain.dll", "bytes");
+  set("hidden.dll", machine::ntfsAttribute, "\x27\0\0\0"s);
+  open();
+  const machine::Running running(*computer);
+  constexpr DWORD all = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                        FILE_ATTRIBUTE_ARCHIVE;
+  EXPECT_EQ(GetFileAttributesW(u"C:\\HIDDEN.dll"), all);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\Windows") & ~FILE_ATTRIBUTE_ARCHIVE, FILE_ATTRIBUTE_DIRECTORY);
+  EXPECT_EQ(Dir("C:\\hidden.dll"), "");
+  EXPECT_EQ(Dir("C:\\plain.dll"), "plain.dll");
+  EXPECT_NE(SetFileAttributesW(u"C:\\hidden.dll", FILE_ATTRIBUTE_ARCHIVE), FALSE);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\hidden.dll"), FILE_ATTRIBUTE_ARCHIVE);
+  EXPECT_EQ(Dir("C:\\hidden.dll"), "hidden.dll");
+}
+
+// Compressed by the system, in a cloud, and a junction, as Windows keeps them.
+TEST_F(NtfsDiskTest, WhatOnlyWindowsCanReadIsThereAndWhatIsBelowItIsUnknown) {
+  using namespace std::string_literals;
+  constexpr const char* reparse = "system.ntfs_reparse_data";
+  disk.write("packed.dll", "bytes");
+  std::filesystem::create_directory(disk.path() / "Cloud");
+  std::filesystem::create_directory(disk.path() / "Old");
+  disk.write("New/a.txt", "bytes");
+  set("packed.dll", reparse, "\x17\0\0\x80\x10\0\0\0\1\0\0\0\2\0\0\0\1\0\0\0\0\0\0\0"s);
+  set("Cloud", reparse, "\x1A\0\0\x90\x10\0\0\0"s + std::string(16, '\0'));
+  // "\??\C:\New" and "C:\New" in UTF-16, each with where it lies and how long it is.
+  const auto wide = [](const std::string& text) {
+    std::string units;
+    for (const char character : text) {
+      units += {character, '\0'};
+    }
+    return units;
+  };
+  set("Old", reparse,
+      "\3\0\0\xA0\x2C\0\0\0\0\0\x14\0\x16\0\x0C\0"s + wide("\\??\\C:\\New\0C:\\New\0"s));
+  mountAnew("rw");
+  open();
+  const machine::Running running(*computer);
+  EXPECT_NE(GetFileAttributesW(u"C:\\PACKED.dll"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_NE(GetFileAttributesW(u"C:\\Cloud") & FILE_ATTRIBUTE_DIRECTORY, 0U);
+  EXPECT_TRUE(computer->drives().isUnknown(u"C:\\Cloud\\below.exe"));
+  EXPECT_NE(GetFileAttributesW(u"C:\\Old\\A.TXT"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(GetFileAttributesW(u"C:\\Old\\b.txt"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_FALSE(computer->drives().isUnknown(u"C:\\Old\\b.txt"));
+}
+
+// The driver mounts such a disk for reading only, whatever it is asked.
+TEST_F(NtfsDiskTest, ADiskOfAHibernatedWindowsIsNotWritten) {
+  disk.write("hiberfil.sys", "hibr" + std::string(4092, '\0'));
+  mountAnew("rw");
+  open();
+  ASSERT_EQ(computer->notices().size(), 1U);
+  EXPECT_NE(computer->notices()[0].find("hibernated"), std::string::npos);
+  registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)"));
+  EXPECT_NE(refusal().find("hibernated"), std::string::npos);
+}
 
 // Full control for SYSTEM and Administrators and nobody else, owned by Administrators, as a
 // security descriptor in one piece.

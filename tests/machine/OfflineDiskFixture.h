@@ -104,8 +104,11 @@ class OfflineDiskTest : public ::testing::Test {
 
   void open() {
     computer.reset();
-    computer = machine::Machine::openOffline(
-        {.root = disk.path(), .drives = {}, .user = currentUser, .keptBackups = keptBackups});
+    computer = machine::Machine::openOffline({.root = disk.path(),
+                                              .drives = {},
+                                              .user = currentUser,
+                                              .leavesLogs = leavesLogs,
+                                              .keptBackups = keptBackups});
   }
 
   machine::Registry& registry() { return computer->registry(); }
@@ -162,6 +165,7 @@ class OfflineDiskTest : public ::testing::Test {
 
   TemporaryFolder disk;
   std::optional<std::string> currentUser;  // without one, the one whose hive was written last
+  bool leavesLogs = false;
   std::size_t keptBackups = 3;
   std::unique_ptr<machine::Machine> computer;
 };

@@ -89,7 +89,8 @@ TEST_F(OfflineSaveRealTest, AUsersClassesCanBeThinnedOut) {
   EXPECT_EQ(now.size(), files.size() + 1);
 }
 
-TEST_F(OfflineSaveRealTest, ADiskThatWasNotShutDownCleanlyIsNotChanged) {
+TEST_F(OfflineSaveRealTest, ADiskThatIsReadWithoutItsLogsIsNotChanged) {
+  leavesLogs = true;
   copyDisk("dirty");
   const auto files = allFiles();
   ASSERT_EQ(computer->uncleanHives().size(), 1U);

@@ -41,15 +41,6 @@ class OfflineSaveSafetyTest : public OfflineDiskTest {
   }
 };
 
-// A transaction log with one group of pages.
-std::string logWith(const std::string& kind, char logNumber, char pagesNumber) {
-  std::string log = "regf"s + logNumber + "\0\0\0"s + logNumber + "\0\0\0"s;
-  log.resize(512);
-  log += kind + "\0\2\0\0\0\0\0\0"s + pagesNumber + "\0\0\0"s;
-  log.resize(2048);
-  return log;
-}
-
 TEST_F(OfflineSaveSafetyTest, EachOldHiveStaysAsABackup) {
   const auto old = allFiles();
   changeAll();
@@ -102,14 +93,6 @@ TEST_F(OfflineSaveSafetyTest, BackupsOfOneTimeAreToldApart) {
   EXPECT_EQ(disk.read(software + ".bak-2001-09-09T01-46-40.3"s), "three");
 }
 
-TEST_F(OfflineSaveSafetyTest, ALogThatIsNoFileIsNamedAndDoesNotStopTheProgram) {
-  ASSERT_EQ(mkfifo((disk.path() / (software + ".LOG1"s)).c_str(), 0600), 0);
-  ASSERT_EQ(computer->uncleanHives().size(), 1U);
-  EXPECT_NE(computer->uncleanHives()[0].find("SOFTWARE.LOG1 is no file"), std::string::npos);
-  registry().erase(key(vendor));
-  EXPECT_EQ(refusal(), computer->uncleanHives()[0]);
-}
-
 TEST_F(OfflineSaveSafetyTest, ABackupThatIsTheHiveItselfIsNotInTheWay) {
   const std::string old = disk.read(software);
   std::filesystem::create_hard_link(disk.path() / software, disk.path() / (software + ".bak"s));
@@ -142,32 +125,6 @@ TEST_F(OfflineSaveSafetyTest, AnUncleanHiveDoesNotKeepTheOthersFromBeingWritten)
   registry().erase(key(vendor));
   EXPECT_EQ(refusal(), "");
   EXPECT_FALSE(content(software).contains(R"(\Vendor)"));
-}
-
-TEST_F(OfflineSaveSafetyTest, OnlyALogWithNewerPagesThanTheHiveMakesItUnclean) {
-  const char number = disk.read(software)[8];
-  const auto isUnclean = [this](const std::string& name, const std::string& log) {
-    disk.write(name, log);
-    const bool found = !computer->uncleanHives().empty();
-    std::filesystem::remove(disk.path() / name);
-    return found;
-  };
-  const auto later = static_cast<char>(number + 1);
-  EXPECT_TRUE(isUnclean(software + ".LOG1"s, logWith("HvLE", 1, later)));
-  EXPECT_TRUE(isUnclean(software + ".log2"s, logWith("HvLE", 1, later)));
-  EXPECT_TRUE(isUnclean(software + ".LOG"s, logWith("DIRT", later, 0)));
-  EXPECT_FALSE(isUnclean(software + ".LOG1"s, logWith("HvLE", 1, number)));
-  EXPECT_FALSE(isUnclean(software + ".LOG1"s, logWith("DIRT", number, later)));
-  EXPECT_FALSE(isUnclean(software + ".LOG1"s, logWith("none", later, later)));
-  EXPECT_FALSE(isUnclean(software + ".LOG1"s, std::string(2048, '\0')));
-  EXPECT_FALSE(isUnclean(software + ".LOG1"s, ""));
-  EXPECT_FALSE(isUnclean(software + ".LOG3"s, logWith("HvLE", 1, later)));
-  // The later of two groups counts, and one that goes on for ever ends.
-  std::string log = logWith("HvLE", 1, 1);
-  log.replace(1024, 16, "HvLE\0\2\0\0\0\0\0\0"s + later + "\0\0\0"s);
-  EXPECT_TRUE(isUnclean(software + ".LOG1"s, log));
-  log.replace(512 + 4, 4, 4, '\0');
-  EXPECT_FALSE(isUnclean(software + ".LOG1"s, log));
 }
 
 TEST_F(OfflineSaveSafetyTest, AHiveThatSomebodyElseHasWrittenIsNotOverwritten) {

@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -40,8 +39,10 @@ class TemporaryFolder {
 
   // The bytes of a file; the empty text if it is not there.
   [[nodiscard]] std::string read(std::string_view name) const {
-    std::ifstream file(folder / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ifstream file(folder / name, std::ios::binary | std::ios::ate);
+    std::string content(file ? static_cast<std::size_t>(file.tellg()) : 0, '\0');
+    file.seekg(0).read(content.data(), static_cast<std::streamsize>(content.size()));
+    return content;
   }
 
   void makeFolder(std::string_view name) const {

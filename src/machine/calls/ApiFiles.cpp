@@ -27,7 +27,7 @@ LONG mayOpen(const Machine& machine, const Place& place, DWORD access, DWORD dis
              DWORD attributes) {
   if (disposition == CREATE_NEW) return ERROR_FILE_EXISTS;
   if (place.isFolder) return ERROR_ACCESS_DENIED;
-  const DWORD has = machine.drives().attributes(place);
+  const DWORD has = attributesAt(machine, place);
   const bool writes = (fileRights.map(access) & (fileWriteData | fileAppendData)) != 0;
   const bool readsOnly = place.isLent || (has & FILE_ATTRIBUTE_READONLY) != 0;
   if (readsOnly && (writes || makesEmpty(disposition))) {

@@ -8,6 +8,7 @@
 #include "machine/Machine.h"
 #include "machine/base/CaseFold.h"
 #include "machine/calls/ApiSupport.h"
+#include "machine/calls/FileAccess.h"
 #include "machine/files/Drives.h"
 #include "machine/files/NamePattern.h"
 #include "machine/files/OpenFiles.h"
@@ -33,7 +34,7 @@ FILETIME fileTime(const timespec& time) {
 
 WIN32_FIND_DATAW describe(const Machine& machine, const Place& place, std::u16string_view name) {
   WIN32_FIND_DATAW data{};
-  data.dwFileAttributes = machine.drives().attributes(place);
+  data.dwFileAttributes = attributesAt(machine, place);
   struct stat status {};
   if (stat(place.file.c_str(), &status) == 0) {
     const auto size = place.isFolder ? 0 : static_cast<std::uint64_t>(status.st_size);

@@ -136,7 +136,7 @@ DWORD GetFileAttributesW(LPCWSTR path) {
   const Place place = machine->drives().find(textOf(path));
   if (!place.exists()) return refused(place.error);
   if (!mayBeSeen(*machine, place)) return refused(ERROR_ACCESS_DENIED);
-  return machine->drives().attributes(place);
+  return attributesAt(*machine, place);
 }
 
 // Drives are fixed disks, unless one is said to be another kind; of a letter without a folder

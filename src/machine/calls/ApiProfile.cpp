@@ -82,7 +82,7 @@ DWORD giveList(const std::vector<std::u16string>& texts, LPWSTR buffer, DWORD si
 // Whether the file may be written, if need be made. ERROR_SUCCESS or the answer.
 LONG mayWrite(const Machine& machine, const Place& place) {
   if (!place.exists()) return mayMake(machine, place, fileWriteData);
-  const DWORD attributes = machine.drives().attributes(place);
+  const DWORD attributes = attributesAt(machine, place);
   if (place.isFolder || (attributes & FILE_ATTRIBUTE_READONLY) != 0) return ERROR_ACCESS_DENIED;
   const bool granted = grantedOn(machine, place.path(), GENERIC_READ | GENERIC_WRITE) != 0;
   return granted ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;

@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include "machine/Machine.h"
+#include "machine/files/DiskAttributes.h"
 #include "machine/security/Accounts.h"
 
 namespace zelvreg::machine {
@@ -74,10 +75,18 @@ ACCESS_MASK grantedOn(const Machine& machine, const std::string& path, ACCESS_MA
                        fileRights);
 }
 
+DWORD attributesAt(const Machine& machine, const Place& place) {
+  constexpr DWORD shown = 0x7FFF & ~FILE_ATTRIBUTE_NORMAL;
+  const DiskAttributes* disk = machine.diskAttributes();
+  const auto kept = disk != nullptr && !place.isLent ? disk->of(place.file) : std::nullopt;
+  if (!kept) return machine.drives().attributes(place);
+  const DWORD kind = place.isFolder ? FILE_ATTRIBUTE_DIRECTORY : 0;
+  const DWORD attributes = (*kept & shown & ~FILE_ATTRIBUTE_DIRECTORY) | kind;
+  return attributes == 0 ? FILE_ATTRIBUTE_NORMAL : attributes;
+}
+
 LONG mayDelete(const Machine& machine, const Place& place) {
-  if (place.isLent) return ERROR_ACCESS_DENIED;
-  const FileRecords& records = machine.drives().records();
-  if ((records.attributes(place.path(), place.isFolder) & FILE_ATTRIBUTE_READONLY) != 0) {
+  if (place.isLent || (attributesAt(machine, place) & FILE_ATTRIBUTE_READONLY) != 0) {
     return ERROR_ACCESS_DENIED;
   }
   if (grantedOn(machine, place.path(), DELETE_ACCESS) != 0) return ERROR_SUCCESS;

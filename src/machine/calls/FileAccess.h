@@ -26,6 +26,9 @@ LONG errorCodeOf(int systemError);
 // The rights that the process gets on what is there; 0 if it is denied any of them.
 ACCESS_MASK grantedOn(const Machine& machine, const std::string& path, ACCESS_MASK desired);
 
+// The attributes of what is at a place that exists.
+DWORD attributesAt(const Machine& machine, const Place& place);
+
 // Whether something that is there may be deleted: by its own list or by its folder's, and not when
 // it is read-only. ERROR_SUCCESS or the answer.
 LONG mayDelete(const Machine& machine, const Place& place);

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <map>
+#include <optional>
 #include <string>
 
 namespace zelvreg::machine {
@@ -13,9 +14,19 @@ namespace zelvreg::machine {
 // byte order of this computer.
 inline constexpr const char* ntfsAttribute = "system.ntfs_attrib";
 
-// What was asked for the files of a mounted disk, by their paths on this system.
+// The attributes of what is at a name itself, not at the end of a link; 0 if its disk keeps none.
+DWORD ntfsAttributesOf(const std::string& file);
+
+// The attributes of the files of a mounted disk, by their paths on this system: those that were
+// asked for, else those that the disk has.
 class DiskAttributes {
  public:
+  // Whether the disk keeps attributes at all, as its root says: else no file needs to be asked.
+  explicit DiskAttributes(bool areKept) : areOnDisk(areKept) {}
+
+  // None if the disk keeps none and none were asked for.
+  [[nodiscard]] std::optional<DWORD> of(const std::string& file) const;
+
   void ask(const std::string& file, DWORD attributes) { asked[file] = attributes; }
   [[nodiscard]] const std::map<std::string, DWORD>& all() const { return asked; }
 
@@ -25,6 +36,7 @@ class DiskAttributes {
   void write(const char* attributeName = ntfsAttribute);
 
  private:
+  bool areOnDisk;
   std::map<std::string, DWORD> asked;
 };
 

@@ -9,6 +9,7 @@
 
 #include "machine/base/CaseFold.h"
 #include "machine/base/HostName.h"
+#include "machine/files/DiskAttributes.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -20,6 +21,12 @@ std::string targetOf(const std::string& link) {
   std::array<char, PATH_MAX> target{};
   const ssize_t size = readlink(link.c_str(), target.data(), target.size());
   return {target.data(), size < 0 ? 0 : static_cast<std::size_t>(size)};
+}
+
+// Drivers of NTFS show as such links what only Windows can read: files that the system has
+// compressed, those of a cloud, and the like.
+bool isOpaque(std::string_view target) {
+  return target.empty() || target.starts_with("unsupported reparse ");
 }
 
 }  // namespace
@@ -69,15 +76,18 @@ LONG FolderWalk::goOn(LONG outside, KnownFolders* known) {
     // Other spellings of the way lead elsewhere.
     if (name->hasTwin) known = nullptr;
     if (name->kind == NameKind::Link) {
-      const std::string target = targetOf(file + "/" + name->name);
-      if (++links > mostLinks || target.empty()) return ERROR_CANT_RESOLVE_FILENAME;
+      const std::string link = file + "/" + name->name;
+      const std::string target = targetOf(link);
+      if (isOpaque(target)) return stopAt(link, outside);
+      if (++links > mostLinks) return ERROR_CANT_RESOLVE_FILENAME;
       ownLeft = std::min(ownLeft, names.size() - at);
       // What lies behind a link has another path.
       known = nullptr;
       if (!follow(target)) return outside;
       continue;
     }
-    if (name->kind == NameKind::Other) return missing(step);
+    // A device or a pipe, or what cannot be looked at.
+    if (name->kind == NameKind::Other) return ERROR_ACCESS_DENIED;
     (file += '/') += name->name;
     isFolder = name->kind == NameKind::Folder;
     if (!isFolder && !isAtEnd()) return ERROR_PATH_NOT_FOUND;
@@ -105,6 +115,13 @@ LONG FolderWalk::missing(const Step& step) {
   if (names.size() - at >= ownLeft) return ERROR_CANT_RESOLVE_FILENAME;
   (file += '/') += utf8(step.name);
   return isAtEnd() ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+}
+
+// At what is there, whatever it is: what lies below it is not to be seen from here.
+LONG FolderWalk::stopAt(const std::string& link, LONG outside) {
+  file = link;
+  isFolder = (ntfsAttributesOf(link) & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return isAtEnd() ? ERROR_SUCCESS : isFolder ? outside : ERROR_PATH_NOT_FOUND;
 }
 
 // Puts the names of a link's target in front of those that are left. False if it begins outside

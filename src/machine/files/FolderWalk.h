@@ -21,7 +21,8 @@ class FolderWalk {
   FolderWalk(FolderListings& folderListings, const std::string& driveFolder,
              std::u16string_view pathNames);
 
-  // Links are followed as long as they stay inside the drive. Gives ERROR_SUCCESS if everything is
+  // Links are followed as long as they stay inside the drive. What a driver cannot follow is there,
+  // and what lies below it counts as outside. Gives ERROR_SUCCESS if everything is
   // there, `outside` if a link leaves the drive, else what a file call answers.
   LONG go(LONG outside);
   // The same, from the deepest known folder on; folders on the way become known.
@@ -42,6 +43,7 @@ class FolderWalk {
   LONG goOn(LONG outside, KnownFolders* known);
   bool goUp();
   LONG missing(const Step& step);
+  LONG stopAt(const std::string& link, LONG outside);
   bool follow(std::string_view target);
 
   FolderListings& listings;

@@ -1,8 +1,5 @@
 #include "machine/hive/HiveBins.h"
 
-#include <cstring>
-#include <string_view>
-
 namespace zelvreg::machine {
 
 using namespace hiveFormat;
@@ -12,12 +9,6 @@ namespace {
 // As often the same cell may be looked at: once for each search among few subkeys, and then to
 // read it.
 constexpr std::size_t looksAtPage = 64;
-
-std::uint32_t numberAt(std::span<const std::byte> bytes, std::uint64_t place) {
-  std::uint32_t number = 0;
-  std::memcpy(&number, bytes.data() + place, sizeof number);
-  return number;
-}
 
 }  // namespace
 
@@ -38,9 +29,8 @@ bool HiveBins::isBinFrom(std::uint64_t border, std::uint64_t end) {
 }
 
 bool HiveBins::looksLikeBin(std::uint64_t page) const {
-  return bytes.size() - page >= binHeader &&
-         std::memcmp(bytes.data() + page, binKind.data(), binKind.size()) == 0 &&
-         numberAt(bytes, page + binPlace) == page - binsOffset;
+  return bytes.size() - page >= binHeader && hasLetters(bytes, page, binKind) &&
+         numberIn<std::uint32_t>(bytes, page + binPlace) == page - binsOffset;
 }
 
 bool HiveBins::isBin(std::uint64_t page) {
@@ -56,7 +46,7 @@ void HiveBins::findBins() {
   std::uint64_t bin = binsOffset;
   while (bin < bytes.size() && looksLikeBin(bin)) {
     (*begins)[bin / pageSize] = true;
-    const std::uint32_t size = numberAt(bytes, bin + binSize);
+    const auto size = numberIn<std::uint32_t>(bytes, bin + binSize);
     if (size == 0 || size % pageSize != 0) {
       break;
     }

@@ -13,26 +13,14 @@
 #include <utility>
 
 #include "machine/base/MachineError.h"
+#include "machine/replay/BaseBlock.h"
 
 namespace zelvreg::machine {
 
 namespace hiveFormat {
 
-inline constexpr std::string_view fileKind = "regf";
-inline constexpr std::size_t majorVersionOffset = 0x14;
-inline constexpr std::uint32_t majorVersion = 1;
-inline constexpr std::size_t minorVersionOffset = 0x18;
-inline constexpr std::size_t rootOffset = 0x24;
-inline constexpr std::size_t binsSizeOffset = 0x28;
-inline constexpr std::size_t checksumOffset = 0x1FC;
 inline constexpr std::uint32_t firstVersionWithParts = 4;
 inline constexpr std::uint32_t firstVersionWithHashes = 5;
-inline constexpr std::size_t pageSize = 0x1000;
-inline constexpr std::size_t binsOffset = 0x1000;  // what links count from
-inline constexpr std::string_view binKind = "hbin";
-inline constexpr std::size_t binPlace = 4;  // its own link
-inline constexpr std::size_t binSize = 8;
-inline constexpr std::size_t binHeader = 0x20;  // its size
 inline constexpr std::uint32_t noLink = 0xFFFFFFFF;
 inline constexpr std::size_t cellHeader = 4;  // its size, negative while it is in use
 inline constexpr std::size_t cellKind = 4;    // two letters, in most cells

@@ -7,6 +7,7 @@
 #include "machine/base/MachineError.h"
 #include "machine/base/PlainFile.h"
 #include "machine/hive/HiveBytes.h"
+#include "machine/hive/HiveFile.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -216,12 +217,12 @@ void checkHive(std::string content) {
   HiveWalk(hive).go();
 }
 
-std::optional<std::string> whyUnsound(const std::filesystem::path& hive) {
+std::optional<std::string> whyUnsound(const HiveFile& hive) {
   try {
-    checkHive(readWholeFile(hive));
+    checkHive(readWholeFile(hive.source()));
     return std::nullopt;
   } catch (const MachineError& error) {
-    return hive.string() + " is damaged and is not written: " + error.what() +
+    return hive.path().string() + " is damaged and is not written: " + error.what() +
            "; repair it with the means of Windows, or only scan this disk";
   }
 }

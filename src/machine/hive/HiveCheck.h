@@ -3,18 +3,20 @@
 #ifndef ZELVREG_MACHINE_HIVE_HIVE_CHECK_H
 #define ZELVREG_MACHINE_HIVE_HIVE_CHECK_H
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
 namespace zelvreg::machine {
 
+class HiveFile;
+
 // Walks all keys and values: each part must lie within the file, be in use, and belong to one owner
 // alone. Throws MachineError that says only what is wrong, with the key.
 void checkHive(std::string content);
 
-// The same for a file, in one line that names it and says what to do; none if it is whole.
-std::optional<std::string> whyUnsound(const std::filesystem::path& hive);
+// The same for a hive that is open, with its logs where they were taken over: in one line that
+// names it and says what to do; none if it is whole.
+std::optional<std::string> whyUnsound(const HiveFile& hive);
 
 }  // namespace zelvreg::machine
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 #include "machine/base/MachineError.h"
 #include "machine/hive/HiveBytes.h"
@@ -14,18 +13,6 @@ using namespace hiveFormat;
 namespace {
 
 using Bytes = std::span<const std::byte>;
-
-// The caller has made sure that it lies in the bytes.
-template <typename Number>
-Number numberIn(Bytes bytes, std::size_t offset) {
-  Number number{};
-  std::memcpy(&number, bytes.data() + offset, sizeof number);
-  return number;
-}
-
-bool hasLetters(Bytes bytes, std::size_t offset, std::string_view letters) {
-  return std::memcmp(bytes.data() + offset, letters.data(), letters.size()) == 0;
-}
 
 // The name at an offset of a cell; none if it does not fit, or ends in half a unit.
 std::optional<HiveText> nameIn(Bytes cell, std::size_t offset, std::size_t size, bool isNarrow) {
@@ -45,15 +32,6 @@ HiveList listIn(Bytes cell, HiveList::Kind kind, std::size_t first, std::size_t 
   return list;
 }
 
-// Windows writes neither 0 nor all ones.
-std::uint32_t checksumOf(Bytes bytes) {
-  std::uint32_t sum = 0;
-  for (std::size_t at = 0; at < checksumOffset; at += sizeof sum) {
-    sum ^= numberIn<std::uint32_t>(bytes, at);
-  }
-  return sum == 0 ? 1 : sum == 0xFFFFFFFF ? 0xFFFFFFFE : sum;
-}
-
 // As the header says, which is checked.
 HivePlace endOfBins(Bytes bytes) {
   constexpr const char* noHive = "it is not a registry hive, or its header is damaged";
@@ -65,7 +43,7 @@ HivePlace endOfBins(Bytes bytes) {
     throw MachineError("its header speaks of more content than it has");
   }
   if (numberIn<std::uint32_t>(bytes, majorVersionOffset) != majorVersion ||
-      numberIn<std::uint32_t>(bytes, checksumOffset) != checksumOf(bytes)) {
+      numberIn<std::uint32_t>(bytes, checksumOffset) != baseBlockChecksum(bytes)) {
     throw MachineError(noHive);
   }
   return binsOffset + HivePlace{binsSize};

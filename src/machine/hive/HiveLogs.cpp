@@ -1,95 +1,74 @@
 #include "machine/hive/HiveLogs.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdint>
-#include <string_view>
-#include <system_error>
-#include <vector>
-
-#include "machine/base/CaseFold.h"
-#include "machine/base/PlainFile.h"
-#include "unicode/Unicode.h"
-
 namespace zelvreg::machine {
 namespace {
 
-constexpr std::uint64_t headerSize = 512;
-
-// The first bytes of a hive, of a log, and of the pages in a log.
-struct Header {
-  std::array<char, 4> kind{};
-  std::uint32_t first = 0;   // a hive's and a log's sequence number; the size of a log's pages
-  std::uint32_t second = 0;  // the hive's other sequence number
-  std::uint32_t third = 0;   // the sequence number of a log's pages
-
-  [[nodiscard]] bool is(std::string_view name) const { return std::ranges::equal(kind, name); }
-};
-
-Header headerAt(const FileDescriptor& file, std::uint64_t offset) {
-  Header header;
-  static_assert(sizeof header == 16);
-  return readAt(file, offset, &header, sizeof header) == sizeof header ? header : Header();
+std::string counted(std::size_t count, const char* one, const char* many) {
+  return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
-// The highest sequence number of the pages in a log; 0 if there are none. Since Windows 8.1 a log
-// is a row of groups of pages, before it was one such group under the log's own number.
-std::uint32_t newestPages(const FileDescriptor& file) {
-  const Header start = headerAt(file, 0);
-  if (!start.is("regf")) {
-    return 0;
-  }
-  std::uint64_t offset = headerSize;
-  Header pages = headerAt(file, offset);
-  if (pages.is("DIRT")) {
-    return start.first;
-  }
-  std::uint32_t newest = 0;
-  while (pages.is("HvLE") && pages.first >= sizeof pages) {
-    newest = std::max(newest, pages.third);
-    offset += pages.first;
-    pages = headerAt(file, offset);
-  }
-  return newest;
-}
-
-std::vector<std::filesystem::path> logsOf(const std::filesystem::path& hive) {
-  const std::u16string name = utf16(hive.filename().string());
-  std::vector<std::filesystem::path> logs;
-  std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(hive.parent_path(), error)) {
-    const std::u16string other = utf16(entry.path().filename().string());
-    const bool isLog = std::ranges::any_of(
-        std::array{u".LOG", u".LOG1", u".LOG2"},
-        [&](const char16_t* ending) { return isSameName(other, name + ending); });
-    if (isLog) {
-      logs.push_back(entry.path());
-    }
-  }
-  return logs;
+std::string whatWasTaken(const ReplayOutcome& replay) {
+  return counted(replay.entries, "entry", "entries") + " with " +
+         counted(replay.pages, "page", "pages") + " of its logs were taken over";
 }
 
 }  // namespace
 
-std::optional<std::string> whyUnclean(const std::filesystem::path& hive) {
-  constexpr std::string_view advice =
-      "; start that Windows once and shut it down (not with fast start-up), or only scan this disk";
-  const Header header = headerAt(openPlainFile(hive), 0);
-  std::string reason;
-  if (header.first != header.second) {
-    reason = ": Windows was not shut down cleanly, its newest content is in its logs";
+const char* codeOf(HiveState state) {
+  switch (state) {
+    case HiveState::Clean:
+      return "clean";
+    case HiveState::Replayed:
+      return "replayed";
+    case HiveState::Unreplayable:
+      return "unreplayable";
+    case HiveState::LeftAsIs:
+      return "as-is";
+    case HiveState::Hibernated:
+      return "hibernated";
   }
-  for (const std::filesystem::path& log : logsOf(hive)) {
-    const FileDescriptor file = openPlainFile(log);
-    if (!file.isOpen()) {
-      return log.string() + " is no file that can be read, so that it cannot be told whether " +
-             hive.string() + " is whole; look what it is, or only scan this disk";
-    }
-    if (reason.empty() && newestPages(file) > header.second) {
-      reason = ": its log " + log.filename().string() + " holds newer content";
-    }
+  return "";
+}
+
+bool isBehindItsLogs(const HiveFile& hive) {
+  const HiveState state = hive.replay().state;
+  return state != HiveState::Clean && state != HiveState::Replayed;
+}
+
+std::string whyNotWhole(const HiveFile& hive) {
+  const ReplayOutcome& replay = hive.replay();
+  if (replay.state == HiveState::Unreplayable) {
+    return "its logs cannot be taken over: " + replay.why;
   }
-  return reason.empty() ? std::nullopt : std::optional(hive.string() + reason.append(advice));
+  if (replay.state == HiveState::LeftAsIs) {
+    return "its logs were left alone, as --as-is asks for";
+  }
+  return hive.pendingFile() ? "transactions may wait in " + hive.pendingFile()->string() : "";
+}
+
+std::optional<std::string> logNotice(const HiveFile& hive) {
+  const HiveState state = hive.replay().state;
+  if (state == HiveState::Clean || state == HiveState::Hibernated) {
+    return std::nullopt;
+  }
+  const std::string why = whyNotWhole(hive);
+  const std::string line = hive.path().string() + ": was not shut down cleanly; ";
+  if (state != HiveState::Replayed) {
+    return line + why + "; it is read without them";
+  }
+  return line + whatWasTaken(hive.replay()) + (why.empty() ? "" : "; " + why);
+}
+
+std::optional<std::string> whyUnclean(const HiveFile& hive) {
+  const std::string why = whyNotWhole(hive);
+  if (why.empty()) {
+    return std::nullopt;
+  }
+  const bool isLeftAlone = hive.replay().state == HiveState::LeftAsIs;
+  return hive.path().string() + ": was not shut down cleanly, and " + why + "; " +
+         (isLeftAlone ? "leave --as-is out"
+                      : "start that Windows once and shut it down (not with fast start-up)") +
+         ", or only scan this disk";
 }
 
 }  // namespace zelvreg::machine

@@ -225,6 +225,10 @@ std::string finish(const std::vector<NotedHive>& hives) {
   return "was ended: " + (waiting.empty() ? added : added + ", " + waiting) + " hold the repair";
 }
 
+std::string nameOfSave(const fs::path& root) {
+  return root.string() + ": a save that was stopped while it wrote hives ";
+}
+
 }  // namespace
 
 void putHivesInPlace(const fs::path& root, const std::vector<WaitingHive>& hives,
@@ -235,6 +239,15 @@ void putHivesInPlace(const fs::path& root, const std::vector<WaitingHive>& hives
   for (const WaitingHive& hive : hives) thinBackups(hive.file->place(), keptBackups);
 }
 
+InterruptedSave unfinishedSave(const fs::path& root, const std::string& reason) {
+  InterruptedSave save;
+  std::error_code error;
+  if (fs::exists(fs::symlink_status(root / noteName, error))) {
+    save.unfinished.push_back(nameOfSave(root) + "cannot be ended: " + reason);
+  }
+  return save;
+}
+
 InterruptedSave finishSavingHives(const fs::path& root) {
   const fs::path note = root / noteName;
   std::error_code error;
@@ -242,7 +255,7 @@ InterruptedSave finishSavingHives(const fs::path& root) {
   removeLeftovers(note);
   if (!fs::exists(fs::symlink_status(note, error))) return save;
   const std::vector<NotedHive> hives = readNote(root, note);
-  const std::string what = root.string() + ": a save that was stopped while it wrote hives ";
+  const std::string what = nameOfSave(root);
   try {
     save.notices.push_back(what + finish(hives));
     if (unlink(note.c_str()) != 0) {

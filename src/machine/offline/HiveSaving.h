@@ -36,6 +36,9 @@ struct InterruptedSave {
 // hive since, all stay as they are. Throws MachineError for a note that this program did not write.
 InterruptedSave finishSavingHives(const std::filesystem::path& root);
 
+// The same of a disk that must not be written, which stays as it is; `reason` says why.
+InterruptedSave unfinishedSave(const std::filesystem::path& root, const std::string& reason);
+
 }  // namespace zelvreg::machine
 
 #endif

@@ -1,6 +1,7 @@
 #include "machine/offline/OfflineEnvironment.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "machine/base/CaseFold.h"
@@ -16,7 +17,6 @@ constexpr std::string_view profileList =
     R"(HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\ProfileList)";
 constexpr std::string_view systemVariables =
     R"(HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Control\Session Manager\Environment)";
-constexpr std::string_view userVariables = R"(HKEY_CURRENT_USER\Environment)";
 
 // A variable and the value of CurrentVersion that says where its folder is.
 struct FolderValue {
@@ -44,6 +44,8 @@ std::optional<std::u16string> textOfValue(const RegistryValue& value) {
   return std::u16string(untilNul(text));
 }
 
+enum class Whose : std::uint8_t { Computers, Users };
+
 class Builder {
  public:
   Builder(Registry& source, const std::string& userName)
@@ -67,7 +69,7 @@ class Builder {
   }
 
   // All variables that a key holds. In a path those of a user follow the computer's.
-  void setAll(std::string_view path) {
+  void setAll(std::string_view path, Whose whose) {
     RegistryKey* key = registry.find(path);
     for (std::size_t index = 0; key != nullptr && index < registry.values(*key).size(); ++index) {
       const RegistryValue& value = *registry.values(*key).at(index);
@@ -77,7 +79,7 @@ class Builder {
         continue;
       }
       const auto before = known.get(value.name());
-      const bool isAppended = path == userVariables && before && isSameName(value.name(), u"Path");
+      const bool isAppended = whose == Whose::Users && before && isSameName(value.name(), u"Path");
       set(value.name(), isAppended ? std::u16string(*before) + u";" + *text : *text);
     }
   }
@@ -89,16 +91,16 @@ class Builder {
   Environment known;
 };
 
-void setProfile(Builder& builder, const OfflineFolders& folders) {
-  builder.set("USERPROFILE", folders.profile);
-  builder.set("APPDATA", folders.isOldProfile ? R"(%USERPROFILE%\Application Data)"
-                                              : R"(%USERPROFILE%\AppData\Roaming)");
-  builder.set("LOCALAPPDATA", folders.isOldProfile
+void setProfile(Builder& builder, const MachineUser& user) {
+  builder.set("USERPROFILE", user.profile);
+  builder.set("APPDATA", user.hasOldProfile ? R"(%USERPROFILE%\Application Data)"
+                                            : R"(%USERPROFILE%\AppData\Roaming)");
+  builder.set("LOCALAPPDATA", user.hasOldProfile
                                   ? R"(%USERPROFILE%\Local Settings\Application Data)"
                                   : R"(%USERPROFILE%\AppData\Local)");
   for (const char* name : {"TEMP", "TMP"}) {
-    builder.set(name, folders.isOldProfile ? R"(%USERPROFILE%\Local Settings\Temp)"
-                                           : R"(%LOCALAPPDATA%\Temp)");
+    builder.set(name, user.hasOldProfile ? R"(%USERPROFILE%\Local Settings\Temp)"
+                                         : R"(%LOCALAPPDATA%\Temp)");
   }
 }
 
@@ -113,12 +115,12 @@ std::optional<std::string> textValue(Registry& registry, std::string_view path,
 }
 
 std::map<std::string, std::string> readOfflineEnvironment(Registry& registry,
-                                                          const OfflineFolders& folders,
-                                                          const std::string& userName) {
-  Builder builder(registry, userName);
-  builder.set("SystemDrive", folders.windows.substr(0, 2));
-  builder.set("SystemRoot", folders.windows);
-  builder.set("WINDIR", folders.windows);
+                                                          const std::string& windows,
+                                                          const MachineUser& user) {
+  Builder builder(registry, user.name);
+  builder.set("SystemDrive", windows.substr(0, 2));
+  builder.set("SystemRoot", windows);
+  builder.set("WINDIR", windows);
   if (registry.is64Bit()) {
     std::ranges::for_each(foldersOf64Bit, [&](const auto& folder) { builder.setFolder(folder); });
   } else {
@@ -128,11 +130,11 @@ std::map<std::string, std::string> readOfflineEnvironment(Registry& registry,
     builder.set("ProgramData", *programData);
     builder.set("ALLUSERSPROFILE", *programData);
   }
-  if (!folders.profile.empty()) {
-    setProfile(builder, folders);
+  if (!user.profile.empty()) {
+    setProfile(builder, user);
   }
-  builder.setAll(systemVariables);
-  builder.setAll(userVariables);
+  builder.setAll(systemVariables, Whose::Computers);
+  builder.setAll("HKEY_USERS\\" + user.key + "\\Environment", Whose::Users);
   return builder.found;
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "machine/computer/MachineUser.h"
 #include "machine/registry/Registry.h"
 
 namespace zelvreg::machine {
@@ -16,17 +17,12 @@ namespace zelvreg::machine {
 std::optional<std::string> textValue(Registry& registry, std::string_view path,
                                      std::string_view name);
 
-struct OfflineFolders {
-  std::string windows;        // "C:\\Windows"
-  std::string profile;        // "C:\\Users\\name"; empty if there is no user
-  bool isOldProfile = false;  // of the time before AppData
-};
-
-// What is known of the environment of a 32-bit process of the current user, variables expanded, in
-// UTF-8. CurrentControlSet must be the link that it is on the running system.
+// What is known of the environment of a 32-bit process of this user, variables expanded, in UTF-8:
+// only names of which something is known. `windows` is "C:\\Windows". CurrentControlSet must be the
+// link that it is on the running system.
 std::map<std::string, std::string> readOfflineEnvironment(Registry& registry,
-                                                          const OfflineFolders& folders,
-                                                          const std::string& userName);
+                                                          const std::string& windows,
+                                                          const MachineUser& user);
 
 }  // namespace zelvreg::machine
 

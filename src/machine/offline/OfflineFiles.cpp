@@ -2,21 +2,24 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
+#include <span>
 #include <system_error>
 
 #include "machine/base/CaseFold.h"
 #include "machine/base/HostName.h"
 #include "machine/base/MachineError.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Folders beside the users' own; "Default" holds the hive that new users get.
+// Folders beside the users' own. The first two hold the hive that new users get.
 constexpr std::array<std::u16string_view, 4> noUsers{u"Default", u"Default User", u"All Users",
                                                      u"Public"};
+constexpr std::size_t withDefaultHive = 2;
+constexpr std::array<std::u16string_view, 2> services{u"LocalService", u"NetworkService"};
 
 // Whether Windows knows a file of this system by that name, in any case.
 bool isNamed(std::string_view hostName, std::u16string_view name) {
@@ -31,8 +34,8 @@ class Disk {
       : root(folder), realRoot(fs::canonical(folder)), leftOut(unreadable) {}
 
   // The folder or file at a path of names; of several that differ in case only, the first.
-  [[nodiscard]] std::optional<fs::path> find(
-      const fs::path& from, std::initializer_list<std::u16string_view> names) const {
+  [[nodiscard]] std::optional<fs::path> find(const fs::path& from,
+                                             const std::vector<std::u16string_view>& names) const {
     std::optional<fs::path> place = from;
     for (const std::u16string_view name : names) {
       place = place && fs::is_directory(*place) ? child(*place, name) : std::nullopt;
@@ -42,7 +45,7 @@ class Disk {
 
   // The same for a hive, which must be no link: a new file could not take its place.
   [[nodiscard]] std::optional<fs::path> findHive(
-      const fs::path& from, std::initializer_list<std::u16string_view> names) const {
+      const fs::path& from, const std::vector<std::u16string_view>& names) const {
     std::optional<fs::path> hive = find(from, names);
     if (hive && fs::is_symlink(*hive)) {
       leftOut.push_back(hive->string() +
@@ -110,12 +113,17 @@ void findSystemHives(const Disk& disk, OfflineFiles& files) {
   }
 }
 
-std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder, bool isOld) {
+bool isAnyOf(const std::string& name, std::span<const std::u16string_view> names) {
+  return std::ranges::any_of(names,
+                             [&](std::u16string_view other) { return isNamed(name, other); });
+}
+
+// `above` is the folder around it, as Windows names it below its drive.
+std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder,
+                                        const std::string& above, bool isOld) {
   const std::string name = folder.filename().string();
-  const bool isUser = std::ranges::none_of(
-      noUsers, [&](std::u16string_view other) { return isNamed(name, other); });
   // A junction in this folder is an old name of another profile.
-  if (!isUser || fs::is_symlink(folder) || !fs::is_directory(folder)) {
+  if (fs::is_symlink(folder) || !fs::is_directory(folder)) {
     return std::nullopt;
   }
   const std::optional<fs::path> hive = disk.findHive(folder, {u"NTUSER.DAT"});
@@ -132,32 +140,63 @@ std::optional<OfflineProfile> profileIn(const Disk& disk, const fs::path& folder
             : disk.find(folder, {u"AppData", u"Local"});
   return OfflineProfile{
       .name = name,
+      .folder = above.empty() ? name : above + "\\" + name,
+      .isOld = isOld,
       .hive = *hive,
       .classesHive =
           data ? disk.findHive(*data, {u"Microsoft", u"Windows", u"UsrClass.dat"}) : std::nullopt,
       .lastWrite = fs::last_write_time(*hive)};
 }
 
-void findProfiles(const Disk& disk, OfflineFiles& files) {
+// The same, with a line for what cannot be read.
+std::optional<OfflineProfile> readableProfileIn(const Disk& disk, const fs::path& folder,
+                                                const std::string& above, bool isOld,
+                                                std::vector<std::string>& unreadable) {
+  try {
+    return profileIn(disk, folder, above, isOld);
+  } catch (const MachineError& error) {
+    unreadable.emplace_back(error.what());
+  } catch (const fs::filesystem_error& error) {
+    unreadable.push_back(folder.string() + ": cannot be looked into: " + error.code().message());
+  }
+  return std::nullopt;
+}
+
+void addTo(std::vector<OfflineProfile>& list, std::optional<OfflineProfile> profile) {
+  if (profile) {
+    list.push_back(std::move(*profile));
+  }
+}
+
+void findProfiles(const Disk& disk, const Disk& others, OfflineFiles& files) {
   std::optional<fs::path> profiles = disk.find(disk.root, {u"Users"});
-  if (!profiles) {
+  const bool areOld = !profiles;
+  if (areOld) {
     profiles = disk.find(disk.root, {u"Documents and Settings"});
-    files.hasOldProfiles = profiles.has_value();
   }
   if (!profiles) {
     return;
   }
-  files.profilesFolder = profiles->filename().string();
+  const std::string above = profiles->filename().string();
   for (const fs::path& folder : Disk::list(*profiles)) {
-    try {
-      if (std::optional<OfflineProfile> profile = profileIn(disk, folder, files.hasOldProfiles)) {
-        files.profiles.push_back(std::move(*profile));
-      }
-    } catch (const MachineError& error) {
-      files.unreadable.emplace_back(error.what());
-    } catch (const fs::filesystem_error& error) {
-      files.unreadable.push_back(folder.string() +
-                                 ": cannot be looked into: " + error.code().message());
+    const std::string name = folder.filename().string();
+    const bool isUser = !isAnyOf(name, noUsers);
+    if (isUser || isAnyOf(name, std::span(noUsers).first(withDefaultHive))) {
+      addTo(isUser ? files.profiles : files.otherProfiles,
+            readableProfileIn(isUser ? disk : others, folder, above, areOld,
+                              isUser ? files.unreadableProfiles : files.unreadableOthers));
+    }
+  }
+}
+
+void findServices(const Disk& disk, OfflineFiles& files) {
+  const std::string above = files.windowsFolder + "\\ServiceProfiles";
+  for (const std::u16string_view name : services) {
+    const std::optional<fs::path> folder =
+        disk.find(disk.root, {utf16(files.windowsFolder), u"ServiceProfiles", name});
+    if (folder) {
+      addTo(files.otherProfiles,
+            readableProfileIn(disk, *folder, above, false, files.unreadableOthers));
     }
   }
 }
@@ -174,9 +213,11 @@ std::vector<fs::path> OfflineFiles::hives() const {
   for (const auto& hive : {software, system, defaultUser}) {
     add(hive);
   }
-  for (const OfflineProfile& profile : profiles) {
-    all.push_back(profile.hive);
-    add(profile.classesHive);
+  for (const auto* list : {&profiles, &otherProfiles}) {
+    for (const OfflineProfile& profile : *list) {
+      all.push_back(profile.hive);
+      add(profile.classesHive);
+    }
   }
   return all;
 }
@@ -184,14 +225,35 @@ std::vector<fs::path> OfflineFiles::hives() const {
 OfflineFiles findOfflineFiles(const fs::path& root) {
   try {
     OfflineFiles files;
-    const Disk disk(root, files.unreadable);
-    findSystemHives(disk, files);
-    findProfiles(disk, files);
+    findSystemHives(Disk(root, files.unreadable), files);
+    const Disk others(root, files.unreadableOthers);
+    findProfiles(Disk(root, files.unreadableProfiles), others, files);
+    findServices(others, files);
     return files;
   } catch (const fs::filesystem_error& error) {
     throw MachineError(error.path1().string() +
                        ": cannot be read as a Windows disk: " + error.code().message() +
                        "; name the folder on which the drive with Windows is mounted");
+  }
+}
+
+std::optional<OfflineProfile> findProfileIn(const fs::path& drive, const std::string& folder,
+                                            std::vector<std::string>& unreadable) {
+  std::vector<std::u16string> names;
+  std::string above;
+  for (std::size_t start = 0; start < folder.size();) {
+    const std::size_t end = std::min(folder.find('\\', start), folder.size());
+    names.push_back(utf16(folder.substr(start, end - start)));
+    above = start == 0 ? std::string() : folder.substr(0, start - 1);
+    start = end + 1;
+  }
+  try {
+    const Disk disk(drive, unreadable);
+    const std::optional<fs::path> place = disk.find(drive, {names.begin(), names.end()});
+    return place ? readableProfileIn(disk, *place, above, false, unreadable) : std::nullopt;
+  } catch (const fs::filesystem_error& error) {
+    unreadable.push_back(error.path1().string() + ": cannot be read: " + error.code().message());
+    return std::nullopt;
   }
 }
 

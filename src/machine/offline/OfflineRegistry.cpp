@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "machine/base/CaseFold.h"
 #include "machine/base/CodePage.h"
 #include "machine/base/MachineError.h"
+#include "machine/computer/Environment.h"
 #include "machine/hive/HiveFile.h"
 #include "machine/offline/OfflineEnvironment.h"
 #include "machine/offline/OfflineFiles.h"
@@ -32,9 +35,12 @@ std::string lastName(std::string_view path) {
   return std::string(path.substr(path.find_last_of("\\/") + 1));
 }
 
+constexpr const char* systemsSid = "S-1-5-18";
+bool isSystems(std::string_view sid) { return sid == systemsSid; }
+
 // The system's own accounts, which have profiles too.
 bool isService(std::string_view sid) {
-  return sid == "S-1-5-18" || sid == "S-1-5-19" || sid == "S-1-5-20";
+  return isSystems(sid) || sid == "S-1-5-19" || sid == "S-1-5-20";
 }
 
 // A SID for a profile that no list names: the same one in each run, by the folder's name alone.
@@ -51,16 +57,26 @@ std::string inventedSid(std::string_view folderName, const std::set<std::string>
   return sid;
 }
 
-// A profile and the key that it became.
-struct User {
-  const OfflineProfile* profile;
-  std::string sid;
-  bool isWhole;  // its hive could be read
+// What decides which of the users is the current one.
+struct Rank {
+  bool isWhole = false;   // the hive could be read
+  bool isPerson = false;  // neither a service nor what a new user gets
+  std::filesystem::file_time_type lastWrite;
+
+  bool operator<(const Rank& other) const {
+    return std::tie(isWhole, isPerson, lastWrite) <
+           std::tie(other.isWhole, other.isPerson, other.lastWrite);
+  }
 };
 
 class Loader {
  public:
-  explicit Loader(const OfflineDisk& given) : disk(given), files(findOfflineFiles(given.root)) {}
+  Loader(const OfflineDisk& given, Windows windows)
+      : disk(given),
+        files(findOfflineFiles(given.root)),
+        logUse(windows == Windows::Asleep ? LogUse::Hibernated
+               : given.leavesLogs         ? LogUse::LeaveAlone
+                                          : LogUse::Replay) {}
 
   OfflineRegistry load() {
     if (files.empty() && !files.unreadable.empty()) {
@@ -72,15 +88,21 @@ class Loader {
                          "Windows and Users");
     }
     result.damaged = files.unreadable;
+    noteDamage(files.unreadableProfiles);
     result.bits = files.is64Bit ? 64 : 32;
     result.registry = std::make_unique<Registry>(result.bits, noUserSid());
     mount(result.registry->machineRoot(), "SOFTWARE", files.software);
     mount(result.registry->machineRoot(), "SYSTEM", files.system);
-    mount(result.registry->usersRoot(), ".DEFAULT", files.defaultUser);
+    const bool hasSystems = mount(result.registry->usersRoot(), ".DEFAULT", files.defaultUser);
+    readPlaces();
     mountUsers();
+    if (disk.everyProfile) {
+      mountOthers();
+      addSystemsProfile(hasSystems);
+    }
     chooseUser();
     result.registry->finishLoading();
-    readFacts();
+    result.codePage = codePage();
     return std::move(result);
   }
 
@@ -92,7 +114,7 @@ class Loader {
       return false;
     }
     try {
-      result.registry->mount(parent, utf16(name), std::make_unique<HiveFile>(*file));
+      result.registry->mount(parent, utf16(name), std::make_unique<HiveFile>(*file, logUse));
       return true;
     } catch (const MachineError& error) {
       result.damaged.emplace_back(error.what());
@@ -100,8 +122,14 @@ class Loader {
     }
   }
 
-  // The SIDs of ProfileList by the name of their folder.
-  std::map<std::string, std::string> listedSids() {
+  void noteDamage(const std::vector<std::string>& lines) {
+    for (auto* list : {&result.damaged, &result.damagedProfiles}) {
+      list->insert(list->end(), lines.begin(), lines.end());
+    }
+  }
+
+  // The folders of ProfileList by their SIDs.
+  std::map<std::string, std::string> listedFolders() {
     std::map<std::string, std::string> sids;
     const std::string listPath = std::string(windowsVersion) + "\\ProfileList";
     RegistryKey* list = result.registry->find(listPath);
@@ -112,67 +140,161 @@ class Loader {
       const std::string sid = utf8(key->name());
       const auto folder = textValue(*result.registry, listPath + "\\" + sid, "ProfileImagePath");
       if (folder && sid.starts_with("S-1-") && sidFromText(sid)) {
-        sids.emplace(sid, lastName(*folder));
+        sids.emplace(sid, *folder);
       }
     });
     return sids;
   }
 
   void mountUsers() {
-    const std::map<std::string, std::string> listed = listedSids();
-    std::set<std::string> taken;
+    listed = listedFolders();
     for (const OfflineProfile& profile : files.profiles) {
       const auto entry = std::ranges::find_if(listed, [&](const auto& sidAndFolder) {
-        return isSameName(utf16(sidAndFolder.second), utf16(profile.name)) &&
+        return isSameName(utf16(lastName(sidAndFolder.second)), utf16(profile.name)) &&
                !taken.contains(sidAndFolder.first);
       });
       const std::string sid =
           entry != listed.end() ? entry->first : inventedSid(profile.name, taken);
-      taken.insert(sid);
-      const bool isWhole = mount(result.registry->usersRoot(), sid, profile.hive);
-      mount(result.registry->usersRoot(), sid + "_Classes", profile.classesHive);
-      users.push_back({&profile, sid, isWhole});
+      mountUser(profile, sid, result.systemDrive, !isService(sid));
     }
   }
 
-  // The one who was asked for, else the one whose hive was written last.
-  void chooseUser() {
-    if (disk.user) {
-      const auto found = std::ranges::find_if(users, [&](const User& user) {
-        return isSameName(utf16(user.profile->name), utf16(*disk.user));
-      });
-      if (found == users.end()) {
-        throw MachineError("there is no user \"" + *disk.user + "\" on this disk; " + knownUsers());
-      }
-      current = &*found;
-    } else {
-      const auto rank = [](const User& user) {
-        return std::tuple(user.isWhole, !isService(user.sid), user.profile->lastWrite);
-      };
-      // The users are sorted by name, so of equals the first by name stays.
-      for (const User& user : users) {
-        if (current == nullptr || rank(*current) < rank(user)) {
-          current = &user;
-        }
+  void mountUser(const OfflineProfile& profile, const std::string& sid, char drive, bool isPerson) {
+    taken.insert(sid);
+    MachineUser user{.name = profile.name,
+                     .sid = sid,
+                     .key = sid,
+                     .profile = std::string{drive, ':', '\\'} + profile.folder,
+                     .hasOldProfile = profile.isOld,
+                     .hives = {profile.hive},
+                     .damage = {}};
+    if (profile.classesHive) {
+      user.hives.push_back(*profile.classesHive);
+    }
+    const std::size_t damagedBefore = result.damaged.size();
+    const bool isWhole = mount(result.registry->usersRoot(), sid, profile.hive);
+    mount(result.registry->usersRoot(), sid + "_Classes", profile.classesHive);
+    user.damage.assign(result.damaged.begin() + static_cast<std::ptrdiff_t>(damagedBefore),
+                       result.damaged.end());
+    ranks.push_back({isWhole, isPerson, profile.lastWrite});
+    result.users.push_back(std::move(user));
+  }
+
+  // The profiles that ProfileList names elsewhere, then those that it does not name.
+  void mountOthers() {
+    noteDamage(files.unreadableOthers);
+    for (const auto& [sid, folder] : listed) {
+      if (!taken.contains(sid) && !isSystems(sid)) {
+        mountListed(sid, folder);
       }
     }
-    result.userName = current == nullptr ? noUserName : current->profile->name;
-    result.userSid = current == nullptr ? noUserSid() : current->sid;
-    result.registry->setCurrentUser(result.userSid);
+    for (const OfflineProfile& profile : files.otherProfiles) {
+      const bool isKnown = std::ranges::any_of(result.users, [&](const MachineUser& user) {
+        return user.hives.front() == profile.hive;
+      });
+      if (!isKnown) {
+        mountUser(profile, inventedSid(profile.name, taken), result.systemDrive, false);
+      }
+    }
+  }
+
+  void mountListed(const std::string& sid, const std::string& folder) {
+    const std::u16string place = known.expand(utf16(folder));
+    const bool hasDrive = place.size() > 3 && place[1] == u':' && place[2] == u'\\';
+    const char letter = hasDrive ? static_cast<char>(upperCase(place[0])) : '\0';
+    const auto drive = disk.drives.find(letter);
+    if (letter != result.systemDrive && drive == disk.drives.end()) {
+      if (hasDrive) {
+        noteDamage({"the profile of " + sid + " is " + utf8(place) +
+                    ", on a drive that was not "
+                    "given, and was left out; give it with --drive " +
+                    letter + "=DIR"});
+      }
+      return;
+    }
+    std::vector<std::string> unreadable;
+    const auto profile = findProfileIn(letter == result.systemDrive ? disk.root : drive->second,
+                                       utf8(place.substr(3)), unreadable);
+    noteDamage(unreadable);
+    if (profile) {
+      mountUser(*profile, sid, letter, !isService(sid));
+    }
+  }
+
+  // Its hive is that of the screen on which nobody is signed in.
+  void addSystemsProfile(bool isThere) {
+    if (isThere) {
+      ranks.push_back({.isWhole = true, .isPerson = false, .lastWrite = {}});
+      result.users.push_back({.name = "systemprofile",
+                              .sid = systemsSid,
+                              .key = ".DEFAULT",
+                              .profile = result.windowsFolder + R"(\System32\config\systemprofile)",
+                              .hasOldProfile = false,
+                              .hives = {*files.defaultUser},
+                              .damage = {}});
+    }
+  }
+
+  // The one who was asked for, else the one whose hive was written last. The current one comes
+  // first; the others whose hive could be read follow as they were found.
+  void chooseUser() {
+    std::optional<std::size_t> current;
+    for (std::size_t index = 0; index < result.users.size(); ++index) {
+      const bool isAskedFor =
+          disk.user && isSameName(utf16(result.users[index].name), utf16(*disk.user));
+      // The users are sorted by name, so of equals the first by name stays.
+      const bool isBetter = !disk.user && (!current || ranks[*current] < ranks[index]);
+      if ((isAskedFor && !current) || isBetter) {
+        current = index;
+      }
+    }
+    if (disk.user && !current) {
+      throw MachineError("there is no user \"" + *disk.user + "\" on this disk; " + knownUsers());
+    }
+    keepUsers(current);
+    result.registry->setCurrentUser(result.users.front().key);
+  }
+
+  void keepUsers(const std::optional<std::size_t>& current) {
+    std::vector<MachineUser> kept;
+    if (current) {
+      kept.push_back(result.users[*current]);
+    } else {
+      kept.push_back({.name = noUserName,
+                      .sid = noUserSid(),
+                      .key = noUserSid(),
+                      .profile = {},
+                      .hasOldProfile = false,
+                      .hives = {},
+                      .damage = {}});
+    }
+    for (std::size_t index = 0; index < result.users.size(); ++index) {
+      if (index == current) {
+        continue;
+      }
+      if (ranks[index].isWhole) {
+        kept.push_back(std::move(result.users[index]));
+      } else {
+        const auto& damage = result.users[index].damage;
+        result.damagedProfiles.insert(result.damagedProfiles.end(), damage.begin(), damage.end());
+      }
+    }
+    result.users = std::move(kept);
   }
 
   [[nodiscard]] std::string knownUsers() const {
-    if (users.empty()) {
+    if (result.users.empty()) {
       return "no user's hive was found; leave the name out";
     }
     std::string names = "known are";
-    for (const User& user : users) {
-      names += (&user == &users.front() ? " " : ", ") + user.profile->name;
+    for (const MachineUser& user : result.users) {
+      names += (&user == &result.users.front() ? " " : ", ") + user.name;
     }
     return names;
   }
 
-  void readFacts() {
+  // Where Windows is, by the drive letter that it has itself.
+  void readPlaces() {
     const auto systemRoot = textValue(*result.registry, windowsVersion, "SystemRoot");
     const bool hasLetter = systemRoot && systemRoot->size() > 1 && (*systemRoot)[1] == ':' &&
                            upperCase(static_cast<char16_t>((*systemRoot)[0])) >= u'A' &&
@@ -180,16 +302,11 @@ class Loader {
     if (hasLetter) {
       result.systemDrive = static_cast<char>(upperCase(static_cast<char16_t>((*systemRoot)[0])));
     }
-    const std::string drive{result.systemDrive, ':', '\\'};
-    result.windowsFolder = drive + files.windowsFolder;
-    result.codePage = codePage();
-    result.environment = readOfflineEnvironment(
-        *result.registry,
-        {.windows = result.windowsFolder,
-         .profile =
-             current == nullptr ? "" : drive + files.profilesFolder + "\\" + current->profile->name,
-         .isOldProfile = files.hasOldProfiles},
-        result.userName);
+    result.windowsFolder = std::string{result.systemDrive, ':', '\\'} + files.windowsFolder;
+    const std::u16string windows = utf16(result.windowsFolder);
+    known.set(u"SystemDrive", windows.substr(0, 2));
+    known.set(u"SystemRoot", windows);
+    known.set(u"windir", windows);
   }
 
   unsigned codePage() {
@@ -206,13 +323,18 @@ class Loader {
 
   const OfflineDisk& disk;
   OfflineFiles files;
+  LogUse logUse;
   OfflineRegistry result;
-  std::vector<User> users;
-  const User* current = nullptr;
+  Environment known;                          // what a path of ProfileList may hold
+  std::map<std::string, std::string> listed;  // by SID
+  std::set<std::string> taken;                // SIDs
+  std::vector<Rank> ranks;                    // of result.users
 };
 
 }  // namespace
 
-OfflineRegistry readOfflineRegistry(const OfflineDisk& disk) { return Loader(disk).load(); }
+OfflineRegistry readOfflineRegistry(const OfflineDisk& disk, Windows windows) {
+  return Loader(disk, windows).load();
+}
 
 }  // namespace zelvreg::machine

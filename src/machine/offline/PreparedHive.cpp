@@ -104,7 +104,7 @@ void PreparedHive::writeApart(const std::filesystem::path& beside) {
   // What the other process has learned is its answer: whether anything is changed, and
   // the nodes of the new keys.
   const std::string answer = runApart([&] {
-    HiveWriter writer(plan.hive->path());
+    HiveWriter writer(plan.hive->source());
     change(writer);
     if (isChanged) {
       writer.write(beside);

@@ -35,7 +35,7 @@ class DiskAttributesTest : public ::testing::Test {
 
   fixture::TemporaryFolder folder;
   std::string file = (folder.path() / "a.dll").string();
-  DiskAttributes attributes;
+  DiskAttributes attributes{true};
 };
 
 TEST_F(DiskAttributesTest, ReadOnlyHiddenAndSystemGoWhenOnlyArchiveIsAskedFor) {

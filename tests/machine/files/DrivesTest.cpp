@@ -49,10 +49,21 @@ TEST_F(DrivesTest, FindsNamesInAnyCase) {
   EXPECT_FALSE(drives().find(u"C:\\windows\\fonts\\arial.ttf").isFolder);
 }
 
-TEST_F(DrivesTest, APipeIsNotThereAndNobodyWaitsForIt) {
+TEST_F(DrivesTest, APipeIsNoFileAndNobodyWaitsForIt) {
   disk.makeFolder("C");
   ASSERT_EQ(mkfifo((disk.path() / "C/pipe.txt").c_str(), 0600), 0);
   EXPECT_EQ(leadsTo("C:\\pipe.txt"), "nowhere");
+  // There is something, so nobody may call it gone.
+  EXPECT_EQ(errorOf("C:\\pipe.txt"), ERROR_ACCESS_DENIED);
+}
+
+// A driver of NTFS shows so what only Windows can read.
+TEST_F(DrivesTest, WhatADriverCannotFollowIsThere) {
+  disk.makeFolder("C");
+  std::filesystem::create_symlink("unsupported reparse tag 0x80000017", disk.path() / "C/a.dll");
+  EXPECT_EQ(errorOf("C:\\A.dll"), ERROR_SUCCESS);
+  EXPECT_FALSE(drives().find(u"C:\\a.dll").isFolder);
+  EXPECT_EQ(errorOf("C:\\a.dll\\b.txt"), ERROR_PATH_NOT_FOUND);
 }
 
 TEST_F(DrivesTest, PrefersTheNameAsWritten) {

@@ -44,7 +44,7 @@ class HiveCheckTest : public OfflineDiskTest {
 
   // Why it is not written; the empty text if it would be.
   std::string reason() {
-    const auto found = machine::whyUnsound(disk.path() / software);
+    const auto found = machine::whyUnsound(machine::HiveFile(disk.path() / software));
     open();
     const auto lines = computer->uncleanHives();
     EXPECT_EQ(lines.empty() ? "" : lines.front(), found.value_or(""));
@@ -162,7 +162,7 @@ TEST_F(HiveCheckTest, AHiveWithAnyBytesChangedIsWrittenWholeOrNotAtAll) {
     const bool isRefused = !refusal().empty();
     (isRefused ? refused : written) += 1;
     EXPECT_TRUE(isRefused ? disk.read(software) == bytes
-                          : !machine::whyUnsound(disk.path() / software))
+                          : !machine::whyUnsound(machine::HiveFile(disk.path() / software)))
         << hive;
   }
   EXPECT_GT(written, 0);

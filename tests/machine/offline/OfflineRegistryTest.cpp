@@ -7,6 +7,7 @@
 #include "machine/HiveBuilder.h"
 #include "machine/TemporaryFolder.h"
 #include "machine/base/MachineError.h"
+#include "machine/offline/OfflineEnvironment.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -46,6 +47,12 @@ class OfflineRegistryTest : public ::testing::Test {
     }
   }
 
+  // The variables of the current user.
+  static std::map<std::string, std::string> environmentOf(const OfflineRegistry& offline) {
+    return machine::readOfflineEnvironment(*offline.registry, offline.windowsFolder,
+                                           offline.users.front());
+  }
+
   // How many bytes the default value of a key has; 0 if it is not there.
   static std::size_t sizeOf(const OfflineRegistry& offline, std::string_view path) {
     machine::RegistryKey* key = offline.registry->find(path);
@@ -71,7 +78,7 @@ TEST_F(OfflineRegistryTest, HivesAreFoundInAnyCaseOfLetters) {
   EXPECT_NE(sizeOf(offline, R"(HKEY_CURRENT_USER\Software\Classes\.txt)"), 0U);
   EXPECT_NE(sizeOf(offline, R"(HKEY_CLASSES_ROOT\.txt)"), 0U);
   EXPECT_EQ(offline.windowsFolder, R"(C:\WINDOWS)");
-  EXPECT_EQ(offline.userName, "Anna");
+  EXPECT_EQ(offline.users.front().name, "Anna");
   EXPECT_EQ(offline.bits, 32);
   EXPECT_TRUE(offline.damaged.empty());
   EXPECT_FALSE(offline.registry->contentChanged());
@@ -86,8 +93,8 @@ TEST_F(OfflineRegistryTest, ADiskOfAnOldWindowsIsReadToo) {
   EXPECT_EQ(offline.systemDrive, 'D');
   EXPECT_EQ(offline.windowsFolder, R"(D:\WINNT)");
   EXPECT_NE(sizeOf(offline, R"(HKEY_CURRENT_USER\Software\Classes\.txt)"), 0U);
-  EXPECT_EQ(offline.environment.at("USERPROFILE"), R"(D:\Documents and Settings\Otto)");
-  EXPECT_EQ(offline.environment.at("SystemRoot"), R"(D:\WINNT)");
+  EXPECT_EQ(environmentOf(offline).at("USERPROFILE"), R"(D:\Documents and Settings\Otto)");
+  EXPECT_EQ(environmentOf(offline).at("SystemRoot"), R"(D:\WINNT)");
 }
 
 TEST_F(OfflineRegistryTest, SidsComeFromTheProfileListElseTheyAreInvented) {
@@ -100,10 +107,10 @@ TEST_F(OfflineRegistryTest, SidsComeFromTheProfileListElseTheyAreInvented) {
   }
   user("Users/Anna/NTUSER.DAT", "anna", 1);
   user("Users/Bert/NTUSER.DAT", "bert", 2);
-  EXPECT_EQ(read().userSid, "S-1-5-21-7-7-7-1001");
-  const std::string invented = read("bert").userSid;
+  EXPECT_EQ(read().users.front().sid, "S-1-5-21-7-7-7-1001");
+  const std::string invented = read("bert").users.front().sid;
   EXPECT_TRUE(invented.starts_with("S-1-5-21-")) << invented;
-  EXPECT_EQ(read("BERT").userSid, invented);
+  EXPECT_EQ(read("BERT").users.front().sid, invented);
   EXPECT_NE(sizeOf(read(), "HKEY_USERS\\" + invented + R"(\Software\Vendor)"), 0U);
 }
 
@@ -112,8 +119,8 @@ TEST_F(OfflineRegistryTest, TheCurrentUserIsTheOneAskedForElseTheLastWritten) {
   user("Users/Bert/NTUSER.DAT", "bert", 10);
   user("Users/Carl/NTUSER.DAT", "carl", 20);
   user("Users/Default/NTUSER.DAT", "default", 0);
-  EXPECT_EQ(read().userName, "Bert");
-  EXPECT_EQ(read("carl").userName, "Carl");
+  EXPECT_EQ(read().users.front().name, "Bert");
+  EXPECT_EQ(read("carl").users.front().name, "Carl");
   EXPECT_EQ(refusal("Dora"), "there is no user \"Dora\" on this disk; known are Anna, Bert, Carl");
 }
 
@@ -122,8 +129,8 @@ TEST_F(OfflineRegistryTest, AUsersNameIsInAnyScriptButInOtherBytesThanUtf8ItIsLe
   user("Users/\u0418\u0432\u0430\u043D/NTUSER.DAT", "ivan", 10);
   user("Users/J\xF6rg/NTUSER.DAT", "joerg", 1);
   const OfflineRegistry offline = read("\u0438\u0412\u0410\u041D");
-  EXPECT_EQ(offline.userName, "\u0418\u0432\u0430\u043D");
-  EXPECT_EQ(offline.environment.at("USERPROFILE"), "C:\\Users\\\u0418\u0432\u0430\u043D");
+  EXPECT_EQ(offline.users.front().name, "\u0418\u0432\u0430\u043D");
+  EXPECT_EQ(environmentOf(offline).at("USERPROFILE"), "C:\\Users\\\u0418\u0432\u0430\u043D");
   ASSERT_EQ(offline.damaged.size(), 1U);
   EXPECT_NE(offline.damaged[0].find("its name is no UTF-8"), std::string::npos);
 }
@@ -137,7 +144,7 @@ TEST_F(OfflineRegistryTest, ADamagedHiveIsLeftOutAndNamed) {
   ASSERT_EQ(offline.damaged.size(), 2U);
   EXPECT_NE(offline.damaged[0].find("SYSTEM"), std::string::npos);
   EXPECT_NE(offline.damaged[1].find("Bert"), std::string::npos);
-  EXPECT_EQ(offline.userName, "Anna");
+  EXPECT_EQ(offline.users.front().name, "Anna");
   EXPECT_NE(sizeOf(offline, R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor)"), 0U);
 }
 
@@ -162,7 +169,7 @@ TEST_F(OfflineRegistryTest, CodePageBitsAndEnvironmentAreThoseOfTheHives) {
   const OfflineRegistry offline = read();
   EXPECT_EQ(offline.bits, 64);
   EXPECT_EQ(offline.codePage, 1251U);
-  const auto& environment = offline.environment;
+  const auto environment = environmentOf(offline);
   EXPECT_EQ(environment.at("Path"), R"(C:\Windows\system32;C:\own)");
   EXPECT_EQ(environment.at("ProgramFiles"), R"(C:\Programme (x86))");
   EXPECT_EQ(environment.at("ProgramW6432"), R"(C:\Programme)");

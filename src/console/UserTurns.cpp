@@ -1,0 +1,159 @@
+#include "console/UserTurns.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "console/DisplayText.h"
+#include "console/FormUse.h"
+#include "console/ResultOutput.h"
+#include "form/Form42.h"
+#include "roots/Roots.h"
+#include "text/Numbers.h"
+
+namespace zelvreg::console {
+namespace {
+
+UserScope scopeOf(const ComputerUser& user, const std::vector<ComputerUser>& all, bool isFirst) {
+  UserScope scope{.currentUser = user.key, .otherUsers = {}, .listsComputers = isFirst};
+  for (const ComputerUser& other : all) {
+    if (other.key != user.key) {
+      scope.otherUsers.push_back(other.key);
+    }
+  }
+  return scope;
+}
+
+void addCounts(std::vector<CategoryResult>& sums, const std::vector<CategoryResult>& counts) {
+  for (std::size_t index = 0; index < sums.size(); ++index) {
+    std::string& sum = sums[index].problems;
+    const std::string& count = counts[index].problems;
+    sum = sum.empty() || count.empty() ? sum + count
+                                       : decimal(leadingInteger(sum) + leadingInteger(count));
+  }
+}
+
+}  // namespace
+
+UserTurns::UserTurns(const Options& optionsInUse, Computer& computerInUse,
+                     const Streams& streamsInUse)
+    : options(optionsInUse), computer(computerInUse), streams(streamsInUse) {}
+
+UserTurns::~UserTurns() = default;
+
+void UserTurns::leaveOut(const std::string& line) {
+  isIncomplete = true;
+  if (told.insert(line).second) {
+    tell({line}, streams);
+  }
+}
+
+std::vector<ComputerUser> UserTurns::usersToRepair() {
+  std::vector<std::string> nobodys = computer.damage();
+  std::vector<ComputerUser> users = computer.users();
+  std::erase_if(users, [&](const ComputerUser& user) {
+    const auto faults = computer.faultsOf(user);
+    std::erase_if(nobodys, [&](const std::string& line) {
+      return std::ranges::find(faults, line) != faults.end();
+    });
+    if (!faults.empty()) {
+      leaveOut(faults.front() + "; nothing of " + user.name + " is repaired");
+    }
+    return !faults.empty();
+  });
+  std::ranges::for_each(nobodys, [this](const std::string& line) { leaveOut(line); });
+  return users;
+}
+
+bool UserTurns::scan(const std::vector<ComputerUser>& users) {
+  turns.clear();
+  if (users.empty()) {
+    return scanAs(std::nullopt);
+  }
+  const bool isComplete =
+      std::ranges::all_of(users, [&](const ComputerUser& user) { return scanAs(user); });
+  computer.endActing();
+  if (turns.empty()) {
+    throw std::runtime_error("no user could be scanned");
+  }
+  return isComplete;
+}
+
+bool UserTurns::scanAs(const std::optional<ComputerUser>& user) {
+  UserTurn turn{.user = user, .form = std::make_unique<Form42>()};
+  if (!take(turn, UserWork::Scan)) {
+    return true;
+  }
+  Form42& form = *turn.form;
+  if (user) {
+    form.userScope = scopeOf(*user, computer.users(), turns.empty());
+  }
+  prepareForm(form, options, streams);
+  if (user && computer.keepsAtOnce() && form.safeguards.asksService) {
+    throw std::runtime_error(
+        "the management service knows only the user who asks it; for --user all let the program "
+        "read by itself (--provider direct)");
+  }
+  form.dialogs.show = [this, user, show = form.dialogs.show](const UserMessage& message) {
+    if (message.isQuestion) {
+      answer = answer ? answer : show(message);
+      return *answer;
+    }
+    UserMessage named = message;
+    named.text.insert(0, user ? user->name + ": " : std::string());
+    return show(named);
+  };
+  turns.push_back(std::move(turn));
+  return runScanOn(form, options, streams);
+}
+
+bool UserTurns::take(const UserTurn& turn, UserWork work) {
+  if (!turn.user) {
+    return true;
+  }
+  try {
+    computer.actAs(*turn.user, work);
+    return true;
+  } catch (const std::runtime_error& error) {
+    leaveOut(error.what());
+    return false;
+  }
+}
+
+ScanResult UserTurns::result() const {
+  ScanResult all;
+  for (const UserTurn& turn : turns) {
+    ScanResult one = scanResultOf(*turn.form, computer, turn.user);
+    all.tellsUsers = turn.user.has_value();
+    if (all.categories.empty()) {
+      all.categories = std::move(one.categories);
+    } else {
+      addCounts(all.categories, one.categories);
+    }
+    all.hives = std::move(one.hives);
+    std::ranges::move(one.findings, std::back_inserter(all.findings));
+    for (std::string& line : one.implausible) {
+      all.implausible.push_back((turn.user ? turn.user->name + ": " : "") + line);
+    }
+  }
+  return all;
+}
+
+void UserTurns::writeReport() const {
+  std::string text;
+  for (const UserTurn& turn : turns) {
+    const std::string heading =
+        turn.user ? "User " + turn.user->name + " (" + turn.user->sid + ")\r\n\r\n" : "";
+    text += (text.empty() ? "" : "\r\n") + heading + reportOf(*turn.form, options);
+  }
+  console::writeReport(text, options);
+}
+
+std::string placeOf(const std::optional<ComputerUser>& user, const std::string& place) {
+  const std::string_view root = longName(HiveHandle::CurrentUser);
+  const bool isUsers = user && place.starts_with(std::string(root) + "\\");
+  return isUsers ? std::string(longName(HiveHandle::Users)) + "\\" + user->key +
+                       place.substr(root.size())
+                 : place;
+}
+
+}  // namespace zelvreg::console

@@ -1,0 +1,19 @@
+// Whom a finding belongs to, where several users of a computer are scanned.
+#ifndef ZELVREG_EVIDENCE_FINDING_OWNER_H
+#define ZELVREG_EVIDENCE_FINDING_OWNER_H
+
+#include <vector>
+
+namespace zelvreg {
+
+struct Form42;
+
+// Removes the rows of View2 that `form.userScope`, which must be set, leaves to other scans, and
+// counts anew in their categories. A finding belongs to the current user if the entry
+// that was judged stands below HKEY_CURRENT_USER or below the user's own key of HKEY_USERS, also if
+// the classes root shows it. Gives for each row that stays whether it is the current user's.
+std::vector<bool> keepRowsOfScope(Form42& form);
+
+}  // namespace zelvreg
+
+#endif

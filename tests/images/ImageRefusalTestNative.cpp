@@ -1,0 +1,97 @@
+// Images of which no Windows can be mounted; the Windows program takes no image.
+#include "images/ImageFixture.h"
+
+namespace zelvreg::fixture {
+namespace {
+
+class ImageRefusalTest : public ImageTest {
+ protected:
+  // Whether the line speaks of all of this, and of the image.
+  void expectRefusal(const std::string& name, std::vector<std::string> arguments,
+                     std::initializer_list<const char*> words) {
+    arguments.insert(arguments.begin(), "scan");
+    const std::string line = refusal(name, std::move(arguments));
+    EXPECT_EQ(line.find(path(name)), 0U) << line;
+    for (const char* word : words) {
+      EXPECT_NE(line.find(word), std::string::npos) << line;
+    }
+  }
+
+  void makeTwoWindows() const {
+    makeDisk("disk",
+             {{1, windows({R"(C:\gone\first.exe)"})}, {2, windows({R"(C:\gone\second.exe)"})}});
+  }
+};
+
+TEST_F(ImageRefusalTest, AnEncryptedPartitionIsNamed) {
+  makeDisk("disk", {{1, files}, {2, files}});
+  put("disk", startOf(2) * sector, "\xEB\x58\x90-FVE-FS-");
+  expectRefusal("disk", {}, {"partition 2", "BitLocker", "--offline"});
+  expectRefusal("disk", {"--partition", "2"}, {"partition 2", "BitLocker"});
+}
+
+TEST_F(ImageRefusalTest, ADynamicDiskIsNamed) {
+  makeDisk("disk", {{1, windows({})}}, 0x42);
+  expectRefusal("disk", {}, {"partition 1", "dynamic disk", "--offline"});
+  makeDisk("guids",
+           "label: gpt\n" + entry(1, "type=5808C8AA-7E8F-42E0-85D2-E1E90434CFB3") +
+               entry(2, "type=AF9B60A0-1431-4F62-BC68-3311714A69AD"),
+           {});
+  expectRefusal("guids", {}, {"partition 1", "dynamic disk"});
+  expectRefusal("guids", {"--partition", "2"}, {"partition 2", "dynamic disk"});
+}
+
+TEST_F(ImageRefusalTest, WithoutAWindowsItSaysSo) {
+  makeDisk("disk", {{1, files}});
+  expectRefusal("disk", {}, {"there is no Windows"});
+  makeDisk("empty", "label: gpt\n", {});
+  expectRefusal("empty", {}, {"there is no Windows"});
+  folder.write("zeros", std::string(100'000, '\0'));
+  expectRefusal("zeros", {}, {"there is no Windows"});
+  folder.write("nothing", "");
+  expectRefusal("nothing", {}, {"there is no Windows"});
+}
+
+TEST_F(ImageRefusalTest, OfTwoWindowsOneIsChosen) {
+  makeTwoWindows();
+  expectRefusal("disk", {}, {"more than one Windows", "--partition", "1 (4 MB), 2 (4 MB)"});
+  expectRefusal("disk", {"--partition", "3"}, {"no partition 3", "1 (4 MB), 2 (4 MB)"});
+  EXPECT_EQ(onImage("disk", {"scan", "--json", "--partition", "2", "--only", "startup"}), 1);
+  EXPECT_EQ(found(), (std::map<std::string, std::string>{{"second.exe", "sure"}}));
+}
+
+TEST_F(ImageRefusalTest, ACutImageIsNamed) {
+  makeDisk("disk", {{1, windows({})}});
+  std::filesystem::resize_file(path("disk"), startOf(1) * sector + 3'000'000);
+  expectRefusal("disk", {}, {"ends before the end of its partition 1"});
+  std::filesystem::resize_file(path("disk"), startOf(1) * sector - 4096);
+  expectRefusal("disk", {}, {"ends before the end of its partition 1"});
+}
+
+TEST_F(ImageRefusalTest, ADamagedTableIsNamed) {
+  makeDisk("disk", "label: gpt\n" + entry(1, "type=EBD0A0A2-B9E5-4433-87C0-68B6B72699C7"),
+           {{1, windows({R"(C:\gone\a.exe)"})}});
+  put("disk", sector, "no table");
+  // The backup of it stands in.
+  EXPECT_EQ(onImage("disk", {"scan", "--json", "--only", "startup"}), 1) << error.str();
+  EXPECT_EQ(found().size(), 1U);
+  put("disk", startOf(4) * sector - sector, "no table");
+  expectRefusal("disk", {}, {"partition table is damaged"});
+}
+
+TEST_F(ImageRefusalTest, AVolumeThatCannotBeMountedIsNamed) {
+  makeDisk("disk", {{1, files}});
+  put("disk", startOf(1) * sector, std::string("\xEB\x52\x90NTFS    ") + std::string(400, '\1'));
+  expectRefusal("disk", {}, {"partition 1", "cannot be mounted"});
+}
+
+TEST_F(ImageRefusalTest, WhatIsNoImageIsNamed) {
+  folder.makeFolder("folder");
+  expectRefusal("folder", {}, {"no such image file"});
+  expectRefusal("absent", {}, {"no such image file"});
+  folder.write("bad.qcow2", std::string("QFI\xFB") + std::string(2000, '\xFF'));
+  expectRefusal("bad.qcow2", {}, {"no image that qemu-img can read"});
+}
+
+}  // namespace
+}  // namespace zelvreg::fixture

@@ -9,6 +9,7 @@
 #include "keys/DirectText.h"
 #include "keys/RestorePrivileges.h"
 #include "keys/WideKey.h"
+#include "roots/UserKeys.h"
 #include "roots/ValueTypes.h"
 #include "runtime/Environment.h"
 #include "runtime/PrivateFiles.h"
@@ -18,11 +19,8 @@
 namespace zelvreg::console {
 namespace {
 
-constexpr const char16_t* profileList =
-    u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList";
 // Nobody else loads hives at keys of such names, so what is there at a start was left behind.
 constexpr std::string_view ownKeys = "zelvreg-";
-constexpr std::string_view classesSuffix = "_Classes";
 
 constexpr const char* userHive = "\\NTUSER.DAT";
 constexpr const char* classesHive = "\\AppData\\Local\\Microsoft\\Windows\\UsrClass.dat";
@@ -39,12 +37,11 @@ bool isLoaded(const std::string& key) {
 
 std::string folderOf(const std::u16string& sid) {
   const auto value =
-      valueAt(HiveHandle::LocalMachine, profileList + (u"\\" + sid), u"ProfileImagePath");
+      valueAt(HiveHandle::LocalMachine, profileListKey + (u"\\" + sid), u"ProfileImagePath");
   if (!value || !isSingleText(value->type)) {
     return {};
   }
-  const std::string folder = expandedText(textOf(*value));
-  return folder.substr(0, folder.find('\0'));
+  return std::string(untilNul(expandedText(textOf(*value))));
 }
 
 // A profile that Windows has put aside has such a key too, with more after the identifier.
@@ -90,7 +87,7 @@ LONG linkClasses(const std::string& key) {
     // A hive that has such a key of its own keeps it.
     return code == ERROR_ALREADY_EXISTS ? ERROR_SUCCESS : code;
   }
-  const std::u16string target = utf16("\\Registry\\User\\" + key) + utf16(classesSuffix);
+  const std::u16string target = utf16("\\Registry\\User\\" + key).append(userClassesSuffix);
   const LONG set = RegSetValueExW(link, L"SymbolicLinkValue", 0, REG_LINK,
                                   reinterpret_cast<const BYTE*>(target.data()),
                                   static_cast<DWORD>(target.size() * sizeof(char16_t)));
@@ -121,7 +118,7 @@ ProfileCalls systemProfileCalls() {
 
 std::vector<ListedProfile> listedProfiles() {
   std::vector<ListedProfile> profiles;
-  const WideKey list(HiveHandle::LocalMachine, profileList, KEY_ENUMERATE_SUB_KEYS);
+  const WideKey list(HiveHandle::LocalMachine, profileListKey, KEY_ENUMERATE_SUB_KEYS);
   for (const std::u16string& name : list.subkeys().value_or(std::vector<std::u16string>())) {
     const std::string sid = utf8(name);
     const std::string folder = folderOf(name);
@@ -228,7 +225,7 @@ void ActingProfile::openHives(const ListedProfile& profile) {
   require(calls.load(key, profile.folder + userHive), profile);
   loaded.push_back(key);
   if (isFile(profile.folder + classesHive)) {
-    const std::string classes = key + std::string(classesSuffix);
+    const std::string classes = key + utf8(userClassesSuffix);
     require(calls.load(classes, profile.folder + classesHive), profile);
     loaded.push_back(classes);
     require(linkClasses(key), profile);
@@ -257,7 +254,7 @@ void ActingProfile::setVariables(const ListedProfile& profile) {
     // The folders of programs that this user has follow the computer's, which stay as they are.
     if (isSingleText(value.type) && !isSameName(value.name, u"Path")) {
       const std::string text = expandedText(textOf(value));
-      setVariable(utf8(value.name), text.substr(0, text.find('\0')));
+      setVariable(utf8(value.name), std::string(untilNul(text)));
     }
   }
 }

@@ -47,11 +47,7 @@ class Owners {
   }
 
   static bool isOf(const std::string& user, const std::u16string& path) {
-    std::u16string first = path.substr(0, path.find(u'\\'));
-    if (isUserClasses(first)) {
-      first.resize(first.size() - userClassesSuffix.size());
-    }
-    return isSameName(first, utf16(user));
+    return isSameName(userOf(path), utf16(user));
   }
 
   const Form42& form;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "evidence/CommandText.h"
+#include "roots/UserKeys.h"
 #include "roots/ValueTypes.h"
 #include "runtime/Environment.h"
 #include "text/Text.h"
@@ -17,8 +18,6 @@ constexpr int mostVariables = 256;
 
 constexpr const char16_t* userShellFolders =
     u"\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
-constexpr const char16_t* profileList =
-    u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList";
 
 constexpr std::array<std::string_view, 14> commonVariables{"windir",
                                                            "systemroot",
@@ -67,10 +66,7 @@ std::u16string OwnerVariables::ownerOf(const TruePlace& key) {
   if (key.hive != HiveHandle::Users) {
     return {};
   }
-  std::u16string owner = key.path.substr(0, key.path.find(u'\\'));
-  if (isUserClasses(owner)) {
-    owner.resize(owner.size() - userClassesSuffix.size());
-  }
+  std::u16string owner = userOf(key.path);
   if (!currentUser) {
     currentUser = currentUserKey();
   }
@@ -185,7 +181,7 @@ const OwnerVariables::Values& OwnerVariables::profileOf(const std::u16string& ow
     return entry->second;
   }
   const Values list =
-      valuesOf(HiveHandle::LocalMachine, std::u16string(profileList) + u"\\" + owner);
+      valuesOf(HiveHandle::LocalMachine, std::u16string(profileListKey) + u"\\" + owner);
   const auto folder = list.find("profileimagepath");
   if (folder != list.end()) {
     const std::string path = expand(folder->second, std::u16string(), ProgramView::Bits64).text;

@@ -5,6 +5,7 @@
 
 #include "keys/AccountSids.h"
 #include "roots/NameLimits.h"
+#include "roots/UserKeys.h"
 #include "runtime/Environment.h"
 #include "scan/Resolver.h"
 #include "text/Wide.h"
@@ -15,6 +16,12 @@ namespace {
 using Names = std::vector<std::u16string>;
 
 const std::u16string wowName = u"Wow6432Node";
+
+bool isUserClasses(const std::u16string& name) {
+  const std::size_t size = userClassesSuffix.size();
+  return name.size() > size &&
+         isSameName(name.substr(name.size() - size), std::u16string(userClassesSuffix));
+}
 
 // The system ignores doubled backslashes and one at the end.
 Names namesOf(const std::u16string& path) {
@@ -148,10 +155,12 @@ std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key, V
   return places;
 }
 
-bool isUserClasses(const std::u16string& name) {
-  const std::size_t size = userClassesSuffix.size();
-  return name.size() > size &&
-         isSameName(name.substr(name.size() - size), std::u16string(userClassesSuffix));
+std::u16string userOf(const std::u16string& path) {
+  std::u16string name = path.substr(0, path.find(u'\\'));
+  if (isUserClasses(name)) {
+    name.resize(name.size() - userClassesSuffix.size());
+  }
+  return name;
 }
 
 std::u16string currentUserKey() { return utf16UntilNul(currentUserSid()); }

@@ -31,9 +31,8 @@ enum class Views : std::uint8_t { True, Own, Both };
 [[nodiscard]] std::vector<TruePlace> possiblePlaces(HiveHandle hive, const std::string& key,
                                                     Views views);
 
-// The key of a user's classes below HKEY_USERS has the name of the user's own key and this suffix.
-inline constexpr std::u16string_view userClassesSuffix = u"_Classes";
-[[nodiscard]] bool isUserClasses(const std::u16string& name);
+// The name of the user's own key for a path below HKEY_USERS, which may be of the user's classes.
+[[nodiscard]] std::u16string userOf(const std::u16string& path);
 
 // The name of the current user's key below HKEY_USERS; empty if it cannot be found out.
 [[nodiscard]] std::u16string currentUserKey();

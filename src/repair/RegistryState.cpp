@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "roots/UserKeys.h"
+
 namespace zelvreg {
 namespace {
 
@@ -35,7 +37,7 @@ std::u16string RegistryState::identityOf(const TruePlace& key) const {
     userKey = currentUserKey();
   }
   const std::pair<std::u16string, std::u16string> spellings[] = {
-      {*userKey + u"_Classes", u"Software\\Classes"}, {*userKey, u""}};
+      {*userKey + std::u16string(userClassesSuffix), u"Software\\Classes"}, {*userKey, u""}};
   for (const auto& [from, to] : spellings) {
     if (!userKey->empty() && beginsWithName(key.path, from)) {
       const std::u16string rest = key.path.substr(std::min(from.size() + 1, key.path.size()));

@@ -3,12 +3,14 @@
 #include "form/Form42.h"
 #include "registry/SubkeyEnumerators.h"
 #include "registry/View64.h"
+#include "roots/UserKeys.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
 #include "scan/ScannedKeys.h"
 #include "scanners/References.h"
 #include "text/Text.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg {
 namespace {
@@ -105,7 +107,7 @@ void begin(Form42& form, const Place& place) {
 // after the other have their own each.
 std::string classesHive(Form42& form) {
   if (form.userScope) {
-    return form.userScope->currentUser + "_Classes";
+    return form.userScope->currentUser + utf8(userClassesSuffix);
   }
   form.List1.clear();
   fEnumKey(form, users.root, "");

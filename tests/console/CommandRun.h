@@ -3,6 +3,7 @@
 #define ZELVREG_TESTS_CONSOLE_COMMAND_RUN_H
 
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,16 @@ class CommandRun {
     const int status = runCommand(parsed.options, *computer, {.out = out, .error = error});
     computer->close();
     return status;
+  }
+  // The same as `main` does it: 2, with its line on `error`, for what throws.
+  int ended(const char* targetOption, const std::string& folder,
+            std::vector<std::string> arguments) {
+    try {
+      return on(targetOption, folder, std::move(arguments));
+    } catch (const std::runtime_error& refusal) {
+      error << refusal.what() << "\n";
+      return failed;
+    }
   }
   int onMachine(const std::string& folder, std::vector<std::string> arguments) {
     return on("--machine", folder, std::move(arguments));

@@ -22,12 +22,7 @@ class DirtyDiskTest : public fixture::OfflineDiskTest {
   // What a command ends with, and what it says on the error stream; 2 for one that throws.
   int run(std::vector<std::string> arguments) {
     CommandRun command;
-    int status = failed;
-    try {
-      status = command.on("--offline", disk.path().string(), std::move(arguments));
-    } catch (const std::runtime_error& refusal) {
-      command.error << refusal.what() << "\n";
-    }
+    const int status = command.ended("--offline", disk.path().string(), std::move(arguments));
     said = command.error.str();
     printed = command.out.str();
     return status;

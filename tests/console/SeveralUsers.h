@@ -60,12 +60,7 @@ class SeveralUsersTest : public fixture::OfflineDiskTest, protected CommandRun {
   }
 
   int onDisk(std::vector<std::string> arguments) {
-    try {
-      return on("--offline", disk.path().string(), std::move(arguments));
-    } catch (const std::runtime_error& refusal) {
-      error << refusal.what() << "\n";
-      return failed;
-    }
+    return ended("--offline", disk.path().string(), std::move(arguments));
   }
 
   nlohmann::json result(const std::vector<std::string>& arguments) {

@@ -17,6 +17,7 @@
 #include "machine/offline/OfflineEnvironment.h"
 #include "machine/offline/OfflineFiles.h"
 #include "machine/security/Accounts.h"
+#include "roots/UserKeys.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -173,7 +174,7 @@ class Loader {
     }
     const std::size_t damagedBefore = result.damaged.size();
     const bool isWhole = mount(result.registry->usersRoot(), sid, profile.hive);
-    mount(result.registry->usersRoot(), sid + "_Classes", profile.classesHive);
+    mount(result.registry->usersRoot(), sid + utf8(userClassesSuffix), profile.classesHive);
     user.damage.assign(result.damaged.begin() + static_cast<std::ptrdiff_t>(damagedBefore),
                        result.damaged.end());
     ranks.push_back({isWhole, isPerson, profile.lastWrite});

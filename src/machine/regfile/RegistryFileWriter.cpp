@@ -9,6 +9,7 @@
 #include "machine/regfile/RegistryFile.h"
 #include "regfile/Writer.h"
 #include "roots/Roots.h"
+#include "roots/UserKeys.h"
 #include "roots/ValueTypes.h"
 #include "unicode/Unicode.h"
 
@@ -98,7 +99,8 @@ class RegistryWriter {
     }
     const std::u16string_view sid = registry.currentUser().name();
     return &key == &registry.currentUser() ||
-           (key.role == KeyRole::Classes && key.name().size() == sid.size() + classesSuffixLength &&
+           (key.role == KeyRole::Classes &&
+            key.name().size() == sid.size() + userClassesSuffix.size() &&
             isSameName(key.name().substr(0, sid.size()), sid));
   }
 
@@ -150,7 +152,6 @@ class RegistryWriter {
   }
 
   static constexpr std::size_t pieceSize = 1 << 20;
-  static constexpr std::size_t classesSuffixLength = std::u16string_view(u"_Classes").size();
 
   Registry& registry;
   const bool spellsCurrentUser;

@@ -5,20 +5,20 @@
 #include "machine/base/CaseFold.h"
 #include "machine/hive/HiveFile.h"
 #include "machine/registry/Registry.h"
+#include "roots/UserKeys.h"
 
 namespace zelvreg::machine {
 namespace {
 
 constexpr std::u16string_view classesName = u"Classes";
-constexpr std::u16string_view classesSuffix = u"_Classes";
 constexpr std::u16string_view softwareName = u"Software";
 constexpr std::u16string_view wowName = u"Wow6432Node";
 constexpr std::u16string_view currentControlSetName = u"CurrentControlSet";
 
 // "S-1-5-21-…_Classes", but not ".DEFAULT_Classes": the default user has an ordinary key.
 bool isUserClassesName(std::u16string_view name) {
-  return name.size() > classesSuffix.size() && name.starts_with(u'S') &&
-         isSameName(name.substr(name.size() - classesSuffix.size()), classesSuffix);
+  return name.size() > userClassesSuffix.size() && name.starts_with(u'S') &&
+         isSameName(name.substr(name.size() - userClassesSuffix.size()), userClassesSuffix);
 }
 
 }  // namespace
@@ -47,7 +47,7 @@ KeyRole Registry::roleOf(const RegistryKey& parent, std::u16string_view name) co
 // HKEY_USERS\<sid> of HKEY_USERS\<sid>_Classes.
 RegistryKey* Registry::usersChildOf(const RegistryKey& classes) {
   const std::u16string_view name = classes.name();
-  return &makeChild(*users, name.substr(0, name.size() - classesSuffix.size()));
+  return &makeChild(*users, name.substr(0, name.size() - userClassesSuffix.size()));
 }
 
 // The key behind a built-in link of this name that is not there yet, made now; null if the name is
@@ -58,7 +58,7 @@ RegistryKey* Registry::makeAliasTarget(RegistryKey& parent, std::u16string_view 
   }
   if (parent.role == KeyRole::UserSoftware && parent.parent->name().starts_with(u'S')) {
     std::u16string target(parent.parent->name());
-    target += classesSuffix;
+    target += userClassesSuffix;
     return &makeChild(*users, target);
   }
   if (parent.role == KeyRole::SoftwareWow) {
@@ -75,7 +75,7 @@ void Registry::tieAliases(RegistryKey& key) {
     addAlias(makeChild(*usersChildOf(key), softwareName), classesName, key);
   } else if (key.role == KeyRole::UserSoftware) {
     std::u16string classes(key.parent->name());
-    classes += classesSuffix;
+    classes += userClassesSuffix;
     RegistryKey* target = child(*users, classes);
     if (target != nullptr && target->role == KeyRole::Classes) {
       addAlias(key, classesName, *target);

@@ -8,6 +8,8 @@ from .box import BUILD, NOTES, Box, copy_prefix
 from .screen import Screen
 from .waiting import Unmet, wait_until
 
+DEMO_KEY = r"HKEY_LOCAL_MACHINE\Software\Classes\Northwind.Palette"
+
 
 def on_a_computer_in(locale):
     """Marks a story that runs in another locale, which decides the code page."""
@@ -65,8 +67,13 @@ class Scene:
 
     def _box(self):
         copy_prefix(self.stage.demo, self.prefix)
-        return Box(self.stage.build, self.prefix, self.stage.display.name,
-                   self.stage.demo / "demo.reg", self.stage.limit, self.locale)
+        box = Box(self.stage.build, self.prefix, self.stage.display.name,
+                  self.stage.demo / "demo.reg", self.stage.limit, self.locale)
+        # The registry editor ends with status 0 whether it has imported anything or not.
+        if not box.registry(DEMO_KEY):
+            box.close()
+            raise Unmet(f"the demo machine's registry has {DEMO_KEY}")
+        return box
 
     def add_dead_fonts(self, count):
         """Adds fonts without files, so many that a scan takes seconds."""

@@ -110,7 +110,11 @@ TEST_F(ImageEndTest, AKeeperThatIsKilledTakesTheDaemonsAlong) {
     images::MountedImage image(
         {.file = path("disk"), .partition = {}, .canBeWritten = true, .overlay = {}});
     EXPECT_TRUE(fs::exists(image.root() / "Windows"));
-    ASSERT_EQ(kill(keeperOf(getpid()), SIGKILL), 0);
+    const pid_t keeper = keeperOf(getpid());
+    ASSERT_EQ(kill(keeper, SIGKILL), 0);
+    // The first process of its own view ends when all others in it have.
+    siginfo_t ended{};
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(keeper), &ended, WEXITED | WNOWAIT), 0);
     EXPECT_THROW(image.sync(), machine::MachineError);
     EXPECT_THROW(image.close(), machine::MachineError);
   }

@@ -78,13 +78,7 @@ Form42::Form42()
   Command28.caption = "Details";
   Command21.caption = "Undo Options";
   chameleonButton4.toolTip = "Exit";
-  // A button without a caption of its own, which does the same as this menu entry.
-  chameleonButton9.toolTip = g.caption;
-  // Long captions that a narrow button cuts off.
-  for (Button* button : {&orubutton4, &chameleonButton1, &chameleonButton7, &orubutton1,
-                         &chameleonButton15, &orubutton2}) {
-    button->toolTip = button->caption;
-  }
+  repeatCaptions();
   // The tool tips of these two do not say what they do, but users know them.
   chameleonButton13.toolTip = "Close";
   chameleonButton18.toolTip = "Minimize";
@@ -99,6 +93,16 @@ Form42::Form42()
   cmd_non.enabled = false;
   cmd_report.enabled = false;
   cmd_cancel.enabled = false;
+}
+
+void Form42::repeatCaptions() {
+  // A button without a caption of its own, which does the same as this menu entry.
+  chameleonButton9.toolTip = g.caption;
+  // Long captions that a narrow button cuts off.
+  for (Button* button : {&orubutton4, &chameleonButton1, &chameleonButton7, &orubutton1,
+                         &chameleonButton15, &orubutton2}) {
+    button->toolTip = button->caption;
+  }
 }
 
 }  // namespace zelvreg

@@ -50,6 +50,9 @@ struct Form42 {
   Form42(const Form42&) = delete;
   Form42& operator=(const Form42&) = delete;
 
+  // After a change of captions: tips that repeat them.
+  void repeatCaptions();
+
   // Timer1 finishes the opening of the window; Timer2 reports to the suite, in the automatic modes.
   Timer Timer1;
   Timer Timer2;
@@ -321,6 +324,8 @@ struct Form42 {
   std::string langTag;
   int langIndex = 0;
   std::string langFileName;
+  // What the program says beside the captions, in that language (languages/Texts.h).
+  std::vector<std::string> texts;
   // Whether the language's charset is that of the system, so that the system can draw its menus.
   bool languageMatchesSystem = false;
 

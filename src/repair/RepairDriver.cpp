@@ -5,6 +5,7 @@
 
 #include "evidence/ConfidenceSummary.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "repair/RepairPlan.h"
 #include "repair/RepairRoutines.h"
 #include "repair/SafetyExport.h"
@@ -20,8 +21,9 @@ bool runsByItself(const Form42& form) {
 }
 
 std::string questionOf(const Form42& form) {
-  const std::string question = "Do You want to Fix selected items";
-  return form.safeguards.careful ? question + "\n\n" + confidenceSummary(form).text() : question;
+  const std::string question = textOf(form, "fix-question");
+  return form.safeguards.careful ? question + "\n\n" + confidenceSummary(form).text(form)
+                                 : question;
 }
 
 bool isConfirmed(const Form42& form) {
@@ -36,11 +38,7 @@ bool isExportKept(Form42& form) {
     return true;
   }
   if (!runsByItself(form)) {
-    form.dialogs.tell(
-        "Nothing was repaired: the safety export of what would go could not be written to the "
-        "folder backup\\registry of the program. See that it can be written and the keys read, or "
-        "repair without it.",
-        MessageIcon::Exclamation);
+    form.dialogs.tell(textOf(form, "fix-no-export"), MessageIcon::Exclamation);
   }
   return false;
 }
@@ -57,10 +55,7 @@ bool isUndoKept(Form42& form) {
   }
   removeSafetyExport(form);
   if (!runsByItself(form)) {
-    form.dialogs.tell(
-        "Nothing was repaired: the undo journal, or its entry in the list, could not be written. "
-        "See that the program's folder can be written, or switch undo information off.",
-        MessageIcon::Exclamation);
+    form.dialogs.tell(textOf(form, "fix-no-journal"), MessageIcon::Exclamation);
   }
   return false;
 }
@@ -109,11 +104,9 @@ void tellWhatStayed(const Form42& form) {
   if (runsByItself(form) || outcome.leftAlone + outcome.noEffect == 0) {
     return;
   }
-  form.dialogs.tell(std::to_string(outcome.gone) + " repaired, " +
-                        std::to_string(outcome.leftAlone) +
-                        " left alone because their repair would have taken more than was found, " +
-                        std::to_string(outcome.noEffect) +
-                        " without effect. What was not repaired stays in the list, without a tick.",
+  form.dialogs.tell(textOf(form, "fix-outcome",
+                           {std::to_string(outcome.gone), std::to_string(outcome.leftAlone),
+                            std::to_string(outcome.noEffect)}),
                     MessageIcon::Information);
 }
 
@@ -124,7 +117,7 @@ void repairTickedRows(Form42& form) {
     dropGoneRows(form, RegistryState());
   }
   if (isListLeft) {
-    form.Label3.caption = rowCountText(form) + " Problem(s) Still There ";
+    form.Label3.caption = textOf(form, "problems-left", {rowCountText(form)});
     form.Label3.refresh();
   }
   keepStatistics(form, countAtEntry);

@@ -1,6 +1,7 @@
 #include "scan/Findings.h"
 
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "registry/SubkeyEnumerators.h"
 #include "scan/CategoryTable.h"
 #include "scan/Settings.h"
@@ -95,13 +96,15 @@ std::string rowCountText(const Form42& form) {
 }
 
 std::string problemsFoundText(const Form42& form) {
-  return rowCountText(form) + " Problem(s) Found ";
+  return textOf(form, "problems-found", {rowCountText(form)});
 }
+
+std::string totalFoundCaption(const Form42& form) { return textOf(form, "total-found"); }
 
 void storeRowCount(Form42& form) { form.Text1.setText(rowCountText(form)); }
 
 void showCaption(Form42& form, std::size_t row) {
-  form.Label4.caption = std::string(categoryAt(row).caption);
+  form.Label4.caption = textOf(form, categoryAt(row).caption);
 }
 
 void showProblems(Form42& form, std::size_t row, std::int64_t count) {

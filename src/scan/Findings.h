@@ -77,7 +77,7 @@ std::string rowCountText(const Form42& form);
 // What Label3 and Label4 show after a scan or a search: that number with its words, and the caption
 // of the running total.
 std::string problemsFoundText(const Form42& form);
-inline constexpr const char* totalProblemsFound = "Total Problems Found";
+std::string totalFoundCaption(const Form42& form);
 
 // Saves it for the next scanner.
 void storeRowCount(Form42& form);

@@ -62,7 +62,7 @@ void closeScanPanel(Form42& form) {
   form.Text2.setText("0");
   form.Label3.caption = problemsFoundText(form);
   form.Label3.refresh();
-  form.Label4.caption = totalProblemsFound;
+  form.Label4.caption = totalFoundCaption(form);
   if (hasFindings) {
     form.chameleonButton9.enabled = true;
     form.orubutton2.enabled = true;

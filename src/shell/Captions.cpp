@@ -86,8 +86,43 @@ constexpr std::array table{
     caption<&Form42::CarefulBox>("CarefulBox"),
 };
 
+template <auto member>
+constexpr Caption toolTip(std::string_view key) {
+  return {key, [](Form42& form, const std::string& text) { (form.*member).toolTip = text; },
+          [](const Form42& form) -> std::string { return (form.*member).toolTip; }};
+}
+
+constexpr std::array further{
+    caption<&Form42::Label1>("Label1"),
+    toolTip<&Form42::TrayArea1>("TrayArea1.ToolTip"),
+    caption<&Form42::orubutton4>("orubutton4"),
+    caption<&Form42::chameleonButton7>("chameleonButton7"),
+    caption<&Form42::chameleonButton1>("chameleonButton1"),
+    caption<&Form42::orubutton1>("orubutton1"),
+    caption<&Form42::chameleonButton10>("chameleonButton10"),
+    caption<&Form42::chameleonButton11>("chameleonButton11"),
+    caption<&Form42::chameleonButton15>("chameleonButton15"),
+    caption<&Form42::orubutton2>("orubutton2"),
+    caption<&Form42::Check1>("Check1"),
+    caption<&Form42::ChKeys>("ChKeys"),
+    caption<&Form42::ChValues>("ChValues"),
+    caption<&Form42::ChData>("ChData"),
+    caption<&Form42::ChCase>("ChCase"),
+    caption<&Form42::Frame5>("Frame5"),
+    caption<&Form42::Option1>("Option1"),
+    caption<&Form42::Option2>("Option2"),
+    caption<&Form42::Option3>("Option3"),
+    caption<&Form42::Option4>("Option4"),
+    caption<&Form42::cmdFind>("cmdFind"),
+    toolTip<&Form42::chameleonButton4>("chameleonButton4.ToolTipText"),
+    toolTip<&Form42::chameleonButton12>("chameleonButton12.ToolTipText"),
+    toolTip<&Form42::chameleonButton13>("chameleonButton13.ToolTipText"),
+    toolTip<&Form42::chameleonButton18>("chameleonButton18.ToolTipText"),
+};
+
 }  // namespace
 
 std::span<const Caption> captions() { return table; }
+std::span<const Caption> furtherCaptions() { return further; }
 
 }  // namespace zelvreg

@@ -6,6 +6,7 @@
 
 #include "form/Form42.h"
 #include "languages/Charset.h"
+#include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/CategoryTable.h"
@@ -107,6 +108,15 @@ void giveFont(Form42& form, const Font& font) {
   giveEach(form.Label12);
 }
 
+void changeFurtherCaptions(Form42& form, const LanguageFile& language) {
+  const Form42 asMade;
+  for (const Caption& caption : furtherCaptions()) {
+    const std::string text = language.value("Form42", caption.key);
+    caption.set(form, text.empty() ? caption.get(asMade) : text);
+  }
+  form.repeatCaptions();
+}
+
 }  // namespace
 
 void loadavlang(Form42& form) {
@@ -128,11 +138,11 @@ void changelangoru(Form42& form) {
   }
   giveFont(form, languageFont(form));
   const LanguageFile language = languageInUse(form);
+  loadTexts(form, language);
   for (const Caption& caption : captions()) {
     caption.set(form, language.value("Form42", caption.key));
   }
-  // A button without a caption of its own, which does the same as this menu entry.
-  form.chameleonButton9.toolTip = form.g.caption;
+  changeFurtherCaptions(form, language);
   // Label7, of which it is a part, asks for a row again.
   form.EvidenceText.caption = "";
 }

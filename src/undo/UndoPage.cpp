@@ -6,6 +6,7 @@
 
 #include "form/Form42.h"
 #include "keys/RegistryImport.h"
+#include "languages/Texts.h"
 #include "roots/Roots.h"
 #include "runtime/FileText.h"
 #include "text/Numbers.h"
@@ -71,14 +72,12 @@ void tellRefusal(Form42& form, const std::string& text) {
 }
 
 void tellEnd(Form42& form) {
-  form.dialogs.tell("Finished Retriving undo data", MessageIcon::Information);
+  form.dialogs.tell(textOf(form, "undo-finished"), MessageIcon::Information);
 }
 
 void restoreExport(Form42& form, const UndoContent& content) {
   if (content.isExportOpen) {
-    tellRefusal(form, "Nothing was restored: " + content.exportPath +
-                          " could have been written by somebody who is no administrator. Look at "
-                          "it; a copy in a folder of administrators alone can be restored.");
+    tellRefusal(form, textOf(form, "undo-export-open", {content.exportPath}));
     return;
   }
   const RegistryImport import = importRegistryFile(content.exportPath);
@@ -91,7 +90,7 @@ void restoreExport(Form42& form, const UndoContent& content) {
 
 void restoreByJournal(Form42& form, const std::string& stem) {
   if (!isPlainStem(stem)) {
-    tellRefusal(form, "Nothing was restored: the entry names no file of the program's folder.");
+    tellRefusal(form, textOf(form, "undo-no-file"));
     return;
   }
   const std::string path = journalPath(form, stem);

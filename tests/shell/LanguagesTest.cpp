@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "evidence/Reasons.h"
+#include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "scan/CategoryTable.h"
 #include "shell/Captions.h"
@@ -156,6 +157,37 @@ TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {
   }
 }
 
+// A file cannot hold quotation marks, nor blanks at the end of a text.
+TEST_F(LanguagesTest, TheEnglishFileHasTheTextsThatStandWithoutIt) {
+  const std::string file = folder + "\\lang\\zelvreg-english.lang";
+  const Form42 asMade;
+  for (const Caption& caption : furtherCaptions()) {
+    EXPECT_EQ(ReadLangValue(file, "Form42", caption.key, 0), caption.get(asMade)) << caption.key;
+  }
+  for (const Text& text : texts) {
+    const bool canBeHeld =
+        text.english.find('"') == std::string_view::npos && !text.english.ends_with(' ');
+    EXPECT_EQ(ReadLangValue(file, "Form42", text.key, 0), canBeHeld ? text.english : "")
+        << text.key;
+  }
+}
+
+TEST_F(LanguagesTest, AFileWithoutTheFurtherTextsLeavesThemEnglish) {
+  makeFile(folder + "\\lang\\zelvreg-full.lang",
+           "[Form42]\norubutton1=Los\nchameleonButton4.ToolTipText=Ende\nnone=keine\n");
+  makeFile(folder + "\\lang\\zelvreg-older.lang", "[Form42]\ncmd_start=Los\n");
+  choose("full");
+  EXPECT_EQ(form.orubutton1.caption.get(), "Los");
+  EXPECT_EQ(form.orubutton1.toolTip.get(), "Los");
+  EXPECT_EQ(form.chameleonButton4.toolTip.get(), "Ende");
+  EXPECT_EQ(textOf(form, "none"), "keine");
+  choose("older");
+  EXPECT_EQ(form.orubutton1.caption.get(), "Start Scanning your registry");
+  EXPECT_EQ(form.chameleonButton4.toolTip.get(), "Exit");
+  EXPECT_EQ(textOf(form, "none"), "none");
+  EXPECT_EQ(form.cmd_start.caption.get(), "Los");
+}
+
 TEST_F(LanguagesTest, EnglishTextsOfTheEvidenceAreThoseWithoutALanguageFile) {
   Form42 withoutFile;
   choose("english");
@@ -177,13 +209,15 @@ TEST_F(LanguagesTest, ADescribedRowIsForgottenWithItsLanguage) {
 }
 
 TEST_F(LanguagesTest, EachCaptionGoesOnlyToItsControl) {
+  std::vector<Caption> all(captions().begin(), captions().end());
+  all.insert(all.end(), furtherCaptions().begin(), furtherCaptions().end());
   std::string content = "[Form42]\n";
-  for (const Caption& caption : captions()) {
+  for (const Caption& caption : all) {
     content += std::string(caption.key) + "=text of " + std::string(caption.key) + "\n";
   }
   makeFile(folder + "\\lang\\zelvreg-marked.lang", content);
   choose("marked");
-  for (const Caption& caption : captions()) {
+  for (const Caption& caption : all) {
     EXPECT_EQ(caption.get(form), "text of " + std::string(caption.key));
   }
 }

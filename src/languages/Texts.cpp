@@ -1,0 +1,45 @@
+#include "languages/Texts.h"
+
+#include "form/Form42.h"
+#include "languages/readlangfile.h"
+
+namespace zelvreg {
+namespace {
+
+std::string textAt(const Form42& form, std::size_t number) {
+  const bool isTranslated = number < form.texts.size() && !form.texts[number].empty();
+  return isTranslated ? form.texts[number] : std::string(texts.at(number).english);
+}
+
+std::string filled(std::string_view pattern, std::initializer_list<std::string_view> values) {
+  std::string text;
+  for (std::size_t at = 0; at < pattern.size(); ++at) {
+    const std::size_t number =
+        pattern[at] == '%' && at + 1 < pattern.size() && pattern[at + 1] > '0'
+            ? static_cast<std::size_t>(pattern[at + 1] - '0')
+            : 0;
+    if (number == 0 || number > values.size()) {
+      text += pattern[at];
+    } else {
+      text += values.begin()[number - 1];
+      ++at;
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+void loadTexts(Form42& form, const LanguageFile& language) {
+  form.texts.clear();
+  for (const Text& text : texts) {
+    form.texts.push_back(language.value("Form42", text.key));
+  }
+}
+
+std::string textOf(const Form42& form, TextKey key,
+                   std::initializer_list<std::string_view> values) {
+  return filled(textAt(form, key.number()), values);
+}
+
+}  // namespace zelvreg

@@ -26,7 +26,7 @@ void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colors
   const double bottom = top + mark.length;
   const double radius = mark.isRound ? mark.length / 2.0 : mark.length / 5.0;
   const Rgb edge = colors[!mark.isEnabled ? Tone::Disabled
-                          : mark.isOn     ? Tone::Accent
+                          : mark.isOn     ? Tone::Mark
                                           : Tone::MarkEdge];
   const Rgb face = mark.isOn && !mark.isRound ? edge : colors[Tone::Surface];
   canvas.draw(Shape{left, top, right, bottom, radius, 0, face, face});
@@ -39,7 +39,7 @@ void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colors
     canvas.draw(Shape{left + inset, top + inset, right - inset, bottom - inset,
                       static_cast<double>(mark.length), 0, edge, edge});
   } else {
-    drawTick(canvas, mark, colors[Tone::OnAccent]);
+    drawTick(canvas, mark, colors[Tone::OnMark]);
   }
 }
 

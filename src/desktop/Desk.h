@@ -52,7 +52,7 @@ class Desk {
 
   [[nodiscard]] Rgb color(Tone tone) const { return colors[tone]; }
   // Takes the system's colors if high contrast is on, else the program's own.
-  void readSystemColors();
+  void readColors(Theme wanted);
   // An icon in a color, or in its own; none for a key without an icon. `length` is in pixels at 96
   // dpi.
   [[nodiscard]] controls::Picture icon(std::string_view key, int length = 16,

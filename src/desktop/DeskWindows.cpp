@@ -34,7 +34,7 @@ HBRUSH Desk::brush(Tone tone) {
   return known.get();
 }
 
-void Desk::readSystemColors() {
+void Desk::readColors(Theme wanted) {
   HIGHCONTRASTW setting{};
   setting.cbSize = sizeof setting;
   const bool isAsked =
@@ -43,7 +43,7 @@ void Desk::readSystemColors() {
   if (isAsked) {
     colors.useSystem([](int number) { return controls::fromProperty(GetSysColor(number)); });
   } else {
-    colors.useOwn();
+    colors.useOwn(wanted);
   }
 }
 

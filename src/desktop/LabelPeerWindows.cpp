@@ -90,8 +90,10 @@ HFONT LabelPeer::fontInUse() const {
 // Whether the form has given its ground a color, as it does for an entry under the mouse.
 bool LabelPeer::isMarked() const { return !controls::isSystemColor(label.backColor); }
 
+// The form knows one theme; in the other one, what it marks has the color of a selection.
 Rgb LabelPeer::groundColor() const {
-  if (isMarked() && !desk().colors.isSystem()) {
+  const bool isLight = !desk().colors.isSystem() && desk().colors.theme() == Theme::Light;
+  if (isMarked() && isLight) {
     return controls::fromProperty(label.backColor);
   }
   return desk().color(isMarked() ? Tone::Selected : ground);
@@ -104,7 +106,7 @@ Rgb LabelPeer::textColor() const {
   const std::uint32_t told = label.foreColor;
   return controls::isSystemColor(told) || desk().colors.isSystem()
              ? desk().color(styleOf(look).tone)
-             : controls::fromProperty(told);
+             : desk().colors.textFrom(told, ground);
 }
 
 int LabelPeer::textWidth() const { return lineWidth(text(), fontInUse()); }
@@ -154,7 +156,7 @@ void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
   } else {
     drawText(buffer.dc(), caption, place, styleOf(look).format, textColor());
   }
-  drawFocus(buffer);
+  drawFocus(buffer, ground);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);
 }
 

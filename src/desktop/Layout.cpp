@@ -212,7 +212,8 @@ void putLists(Form42& form) {
   put(form.View3, {0, 116, page.width, 290});
   put(form.View4, {0, 36, page.width, 370});
   put(form.CarefulBox, {490, 27, 300, 20});
-  put(form.Check1, {0, 36, 600, 22});
+  put(form.Check1, {0, 36, 560, 22});
+  put(form.cboTheme, {580, 32, 210, 24});
   putSafeguardBoxes(form);
   put(form.Bar1, {78, 33, 602, 8});
 }

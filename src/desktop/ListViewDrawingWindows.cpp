@@ -95,8 +95,8 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row)
     }
   }
   if (static_cast<int>(row) - 1 == sheet.focused) {
-    const Rgb accent = desk().color(Tone::Accent);
-    canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, accent, accent});
+    const Rgb ring = desk().color(Tone::Mark);
+    canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, ring, ring});
   }
 }
 
@@ -148,7 +148,7 @@ Rgb ListViewPeer::cellColor(std::size_t row, std::size_t column) const {
   }
   return controls::isSystemColor(told)
              ? desk().color(isFirst || isNumber ? Tone::Text : Tone::Secondary)
-             : controls::fromProperty(told);
+             : desk().colors.textFrom(told, list.isSelected(row) ? Tone::Selected : Tone::Surface);
 }
 
 LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {

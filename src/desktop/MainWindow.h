@@ -73,6 +73,7 @@ class MainWindow : private ControlPeer {
   void showAll();
   // The user has changed the system's colors, fonts, or the screen.
   void changeSettings();
+  [[nodiscard]] Theme themeInUse() const;
   void activate(bool isActive);
   // The shell has been restarted and has lost its icons.
   void renewTrayIcon();

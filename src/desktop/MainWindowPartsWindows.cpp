@@ -5,6 +5,7 @@
 #include "evidence/SecondLook.h"
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "reports/EntryDetails.h"
 #include "scan/Findings.h"
 #include "shell/Languages.h"
@@ -176,6 +177,9 @@ void MainWindow::addOptions() {
   others.push_back(std::move(ofScan));
   HWND page = parentOf(&form.Frame3);
   others.push_back(std::make_unique<CheckPeer>(desk, page, form.Check1, Tone::Ground));
+  others.push_back(std::make_unique<ComboPeer>(
+      desk, page, form.cboTheme,
+      [this](const std::string& entry) { return translated(form, entry); }));
   for (CheckBox& box : form.SafeguardBoxes) {
     others.push_back(std::make_unique<CheckPeer>(desk, page, box, Tone::Ground));
   }
@@ -185,7 +189,9 @@ void MainWindow::addSearchControls() {
   HWND where = parentOf(&form.Frame4);
   HWND how = parentOf(&form.Frame5);
   others.push_back(std::make_unique<ComboPeer>(desk, window, form.cboFind));
-  others.push_back(std::make_unique<ComboPeer>(desk, where, form.cboRoot));
+  others.push_back(std::make_unique<ComboPeer>(
+      desk, where, form.cboRoot,
+      [this](const std::string& entry) { return translated(form, entry); }));
   for (CheckBox* box : {&form.ChKeys, &form.ChValues, &form.ChData}) {
     others.push_back(std::make_unique<CheckPeer>(desk, where, *box, Tone::SideBar));
   }

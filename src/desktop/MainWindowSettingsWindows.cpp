@@ -3,6 +3,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/SystemScreen.h"
 #include "form/Form42.h"
+#include "shell/ThemeChoice.h"
 #include "shell/WindowEvents.h"
 
 namespace zelvreg::desktop {
@@ -43,8 +44,10 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   tray.area().setIcon(desk.icon("emblem"));
 }
 
+Theme MainWindow::themeInUse() const { return isDarkWanted(form) ? Theme::Dark : Theme::Light; }
+
 void MainWindow::changeSettings() {
-  desk.readSystemColors();
+  desk.readColors(themeInUse());
   readScreen();
   showAll();
   showColor();

@@ -22,7 +22,7 @@ constexpr int titleLine = 3;
 MainWindow::MainWindow(Form42& shownForm)
     : form(shownForm), desk(resolutionOfSystem()), pickerKeys(shownForm) {
   layOut(form);
-  desk.readSystemColors();
+  desk.readColors(themeInUse());
   makeWindow();
   addFrames();
   addLabels();
@@ -37,8 +37,9 @@ MainWindow::MainWindow(Form42& shownForm)
 }
 
 MainWindow::~MainWindow() {
-  for (Control* control : std::initializer_list<Control*>{
-           &form.window, &form.shadow, &form.TrayArea1, &form.menus, &form.Shape1, &form.Shape3}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&form.window, &form.shadow, &form.TrayArea1, &form.menus,
+                                       &form.theme, &form.Shape1, &form.Shape3}) {
     control->attach(nullptr);
   }
   form.messages.serveHost = nullptr;
@@ -78,8 +79,9 @@ void MainWindow::attachWindowParts() {
       form.TrayArea1.click();
     }
   };
-  for (Control* control : std::initializer_list<Control*>{
-           &form.window, &form.shadow, &form.TrayArea1, &form.menus, &form.Shape1, &form.Shape3}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&form.window, &form.shadow, &form.TrayArea1, &form.menus,
+                                       &form.theme, &form.Shape1, &form.Shape3}) {
     control->attach(this);
   }
 }
@@ -93,6 +95,8 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
     showTray();
   } else if (&control == &form.menus) {
     showMenus();
+  } else if (&control == &form.theme) {
+    changeSettings();
   } else if (&control == &form.Shape1) {
     showTitleLine();
   } else {

@@ -32,10 +32,12 @@ class Peer : public ControlPeer {
   virtual void showAll();
 
   // Messages to the parent about this window come back here: the code of a command, a notification
-  // (no value if the peer does not answer it), a request to draw itself.
+  // (no value if the peer does not answer it), a request to draw itself or for its colors.
   virtual void command(int /*code*/) {}
   virtual std::optional<LRESULT> notice(NMHDR& /*header*/) { return std::nullopt; }
   virtual void draw(const DRAWITEMSTRUCT& /*request*/) {}
+  // Gives the context the colors of the window's text; the answer is the brush of its ground.
+  virtual std::optional<LRESULT> colors(HDC /*context*/) { return std::nullopt; }
 
   // The peer of a window, or null.
   static Peer* of(HWND window);
@@ -56,8 +58,9 @@ class Peer : public ControlPeer {
   [[nodiscard]] Control& control() const { return shown; }
   // The width of a text in one line, in pixels of the screen.
   [[nodiscard]] int lineWidth(const std::u16string& text, HFONT font) const;
-  // Draws the focus ring inside the buffer's edge, if the window has the focus.
-  void drawFocus(const controls::PaintBuffer& buffer) const;
+  // Draws the focus ring inside the buffer's edge, if the window has the focus. `ground` is what
+  // the buffer was cleared with.
+  void drawFocus(const controls::PaintBuffer& buffer, Tone ground) const;
   void repaint() const { InvalidateRect(window, nullptr, FALSE); }
   void move(int left, int top, int width, int height) const;
   // From the layout, not from the control.

@@ -126,14 +126,14 @@ int Peer::lineWidth(const std::u16string& text, HFONT font) const {
   return extent.cx;
 }
 
-void Peer::drawFocus(const controls::PaintBuffer& buffer) const {
+void Peer::drawFocus(const controls::PaintBuffer& buffer, Tone ground) const {
   if (GetFocus() != window) {
     return;
   }
   constexpr double inset = 0.5;
-  const Rgb accent = shared.color(Tone::Accent);
+  const Rgb ring = shared.color(ground == Tone::Accent ? Tone::OnAccent : Tone::Mark);
   buffer.canvas().draw(controls::Shape{inset, inset, buffer.size().width - inset,
-                                       buffer.size().height - inset, 3, 1, accent, accent, 0.8});
+                                       buffer.size().height - inset, 3, 1, ring, ring});
 }
 
 void Peer::refresh() {
@@ -191,10 +191,16 @@ std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) {
   }
   if (message == WM_DRAWITEM) {
     const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-    Peer* peer = request.CtlType == ODT_STATIC ? Peer::of(request.hwndItem) : nullptr;
+    const bool isDrawnByPeer = request.CtlType == ODT_STATIC || request.CtlType == ODT_COMBOBOX;
+    Peer* peer = isDrawnByPeer ? Peer::of(request.hwndItem) : nullptr;
     if (peer != nullptr) {
       peer->draw(request);
       return TRUE;
+    }
+  }
+  if (message == WM_CTLCOLOREDIT) {
+    if (Peer* peer = Peer::of(reinterpret_cast<HWND>(lParam))) {
+      return peer->colors(reinterpret_cast<HDC>(wParam));
     }
   }
   return std::nullopt;

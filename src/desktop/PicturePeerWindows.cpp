@@ -67,7 +67,7 @@ void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
   } else if (const auto icon = desk().icon(options.icon, options.length, options.tone)) {
     canvas.draw(*icon, (width - icon->width) / 2, (height - icon->height) / 2);
   }
-  drawFocus(buffer);
+  drawFocus(buffer, options.ground);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);
 }
 

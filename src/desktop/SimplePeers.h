@@ -124,6 +124,7 @@ class EditPeer : public Peer {
  public:
   EditPeer(Desk& sharedDesk, HWND parent, TextBox& box);
   void command(int code) override;
+  std::optional<LRESULT> colors(HDC context) override;
 
  protected:
   void showText() override;
@@ -135,11 +136,15 @@ class EditPeer : public Peer {
 
 class ComboPeer : public Peer {
  public:
-  ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& box);
+  // `translate` gives an entry as the user reads it; what the box holds may be data.
+  ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& box,
+            std::function<std::string(const std::string& entry)> translate = nullptr);
   void command(int code) override;
+  void draw(const DRAWITEMSTRUCT& request) override;
 
  protected:
   void showText() override;
+  void showLook() override;
   void showPlace() override;
   void showRows(Change what, std::size_t row) override;
 
@@ -148,8 +153,10 @@ class ComboPeer : public Peer {
                                     UINT_PTR id, DWORD_PTR reference);
   // Draws edge and arrow over those of the class.
   void drawEdge() const;
+  [[nodiscard]] std::string entryText(int position) const;
 
   ComboBox& box;
+  std::function<std::string(const std::string& entry)> shownAs;
   bool isTyped = false;
 };
 

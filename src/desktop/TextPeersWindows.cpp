@@ -17,6 +17,13 @@ std::string typedText(HWND window) {
   return utf8(text);
 }
 
+// The colors of a field for text, as the answer to the field's question.
+LRESULT fieldColors(HDC context, Desk& desk) {
+  SetTextColor(context, controls::colorRef(desk.color(Tone::Text)));
+  SetBkColor(context, controls::colorRef(desk.color(Tone::Surface)));
+  return reinterpret_cast<LRESULT>(desk.brush(Tone::Surface));
+}
+
 }  // namespace
 
 EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
@@ -32,6 +39,8 @@ void EditPeer::showText() {
   }
 }
 
+std::optional<LRESULT> EditPeer::colors(HDC context) { return fieldColors(context, desk()); }
+
 void EditPeer::command(int code) {
   if (code == EN_CHANGE && !isTyped) {
     const std::string text = typedText(hwnd());
@@ -43,14 +52,40 @@ void EditPeer::command(int code) {
   }
 }
 
-ComboPeer::ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& shownBox)
-    : Peer(sharedDesk, shownBox), box(shownBox) {
+ComboPeer::ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& shownBox,
+                     std::function<std::string(const std::string& entry)> translate)
+    : Peer(sharedDesk, shownBox), box(shownBox), shownAs(std::move(translate)) {
   const DWORD style = box.comboStyle() == ComboStyle::Editable ? CBS_DROPDOWN : CBS_DROPDOWNLIST;
-  own(makeChild(parent, L"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_AUTOHSCROLL | style));
+  own(makeChild(
+      parent, L"COMBOBOX",
+      WS_TABSTOP | WS_VSCROLL | CBS_AUTOHSCROLL | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | style));
   constexpr UINT_PTR subclassId = 1;
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showRows(Change::Rows, 0);
   showAll();
+}
+
+void ComboPeer::draw(const DRAWITEMSTRUCT& request) {
+  const RECT& place = request.rcItem;
+  const bool isFace = (request.itemState & ODS_COMBOBOXEDIT) != 0;
+  const bool isChosen = (request.itemState & ODS_SELECTED) != 0 && !isFace;
+  FillRect(request.hDC, &place, desk().brush(isChosen ? Tone::Selected : Tone::Surface));
+  const auto position = static_cast<int>(request.itemID);
+  if (position < 0) {
+    return;
+  }
+  const std::u16string text = utf16(entryText(position));
+  const Tone tone = !control().enabled ? Tone::Disabled : isChosen ? Tone::OnSelected : Tone::Text;
+  SetBkMode(request.hDC, TRANSPARENT);
+  SetTextColor(request.hDC, controls::colorRef(desk().color(tone)));
+  RECT box = place;
+  box.left += desk().pixels(4);
+  DrawTextW(request.hDC, wideText(text), static_cast<int>(text.size()), &box,
+            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
+std::string ComboPeer::entryText(int position) const {
+  return shownAs ? shownAs(box.entry(position)) : box.entry(position);
 }
 
 void ComboPeer::drawEdge() const {
@@ -69,7 +104,7 @@ void ComboPeer::drawEdge() const {
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(Tone::Surface));
   const bool isFocused = GetFocus() == hwnd() || IsChild(hwnd(), GetFocus()) != FALSE;
-  const Rgb edge = desk().color(isFocused ? Tone::Accent : Tone::Border);
+  const Rgb edge = desk().color(isFocused ? Tone::Mark : Tone::Border);
   canvas.draw(controls::Shape{0, 0, static_cast<double>(all.right), static_cast<double>(all.bottom),
                               0, 1, edge, edge});
   constexpr int arrowLength = 12;
@@ -83,6 +118,10 @@ void ComboPeer::drawEdge() const {
 
 LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                       UINT_PTR id, DWORD_PTR reference) {
+  auto* peer = reinterpret_cast<ComboPeer*>(reference);
+  if (message == WM_CTLCOLOREDIT || message == WM_CTLCOLORLISTBOX) {
+    return fieldColors(reinterpret_cast<HDC>(wParam), peer->desk());
+  }
   const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
   switch (message) {
     case WM_NCDESTROY:
@@ -99,7 +138,7 @@ LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     case WM_LBUTTONUP:
     case WM_MOUSEMOVE:
       // The class draws its arrow on its own for these.
-      reinterpret_cast<const ComboPeer*>(reference)->drawEdge();
+      peer->drawEdge();
       break;
     default:
       break;
@@ -112,14 +151,26 @@ void ComboPeer::showPlace() {
   constexpr int listHeight = 220;
   const int height = desk().fromTwips(control().height);
   SendMessageW(hwnd(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height - desk().pixels(8));
+  SendMessageW(hwnd(), CB_SETITEMHEIGHT, 0, desk().pixels(rowHeight));
   move(desk().fromTwips(control().left), desk().fromTwips(control().top),
        desk().fromTwips(control().width), height + desk().pixels(listHeight));
 }
 
+// The class has the texts for screen readers, and to find an entry by its first letters.
 void ComboPeer::showRows(Change /*what*/, std::size_t /*row*/) {
-  for (auto shown = static_cast<int>(SendMessageW(hwnd(), CB_GETCOUNT, 0, 0)); shown < box.count();
-       ++shown) {
-    SendMessageW(hwnd(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(box.entry(shown)).get()));
+  SendMessageW(hwnd(), CB_RESETCONTENT, 0, 0);
+  for (int position = 0; position < box.count(); ++position) {
+    SendMessageW(hwnd(), CB_ADDSTRING, 0,
+                 reinterpret_cast<LPARAM>(Wide(entryText(position)).get()));
+  }
+  showText();
+}
+
+// Its font changes with the language.
+void ComboPeer::showLook() {
+  Peer::showLook();
+  if (shownAs) {
+    showRows(Change::Rows, 0);
   }
 }
 

@@ -111,7 +111,7 @@ void CheckPeer::paint() {
     const std::u16string text = utf16(caption());
     DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &place,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
-    drawFocus(buffer);
+    drawFocus(buffer, ground);
   });
 }
 
@@ -170,9 +170,9 @@ void ProgressPeer::paint() {
     canvas.draw(controls::Shape{0, 0, width, height, height / 2, 0, track, track});
     const double share = static_cast<double>(bar.value()) / std::max(1, bar.maximum());
     if (share > 0) {
-      const Rgb accent = desk().color(Tone::Accent);
+      const Rgb done = desk().color(Tone::Mark);
       canvas.draw(controls::Shape{0, 0, std::max(height, width * share), height, height / 2, 0,
-                                  accent, accent});
+                                  done, done});
     }
   });
 }

@@ -64,6 +64,7 @@ struct Form42 {
   DropShadow shadow;
   TrayIcon TrayArea1{"Fix Registry Problems"};
   FormMenus menus;
+  FormTheme theme;
 
   // Title and decoration. The last two of Label12 show the year.
   std::array<Label, 7> Label8;
@@ -150,6 +151,8 @@ struct Form42 {
       CheckBox("Spare what others need"),         CheckBox("Export before each repair"),
       CheckBox("Scan without changing anything"), CheckBox("Ask no network shares"),
       CheckBox("Read 64-bit keys directly"),      CheckBox("Lift all of these safeguards")};
+  // Light or dark, or as Windows is; its positions are those of ThemeChoice.
+  ComboBox cboTheme{ComboStyle::DropDownList};
   ListView View3;
   Button chameleonButton2{"Undo Selected Changes"};
   Button chameleonButton3{"Remove Selected Item"};

@@ -1,5 +1,7 @@
 #include "languages/Texts.h"
 
+#include <algorithm>
+
 #include "form/Form42.h"
 #include "languages/readlangfile.h"
 
@@ -40,6 +42,12 @@ void loadTexts(Form42& form, const LanguageFile& language) {
 std::string textOf(const Form42& form, TextKey key,
                    std::initializer_list<std::string_view> values) {
   return filled(textAt(form, key.number()), values);
+}
+
+std::string translated(const Form42& form, const std::string& english) {
+  const auto* known = std::ranges::find(texts, english, &Text::english);
+  return known == texts.end() ? english
+                              : textAt(form, static_cast<std::size_t>(known - texts.begin()));
 }
 
 }  // namespace zelvreg

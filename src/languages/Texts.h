@@ -72,6 +72,9 @@ inline constexpr std::array texts{
          "to the missing target \"%3\" and can therefore be deleted."},
     Text{"report-filter", "*.txt (text files)"},
     Text{"report-title", "Save As"},
+    Text{"theme-system", "Colors: same as Windows"},
+    Text{"theme-light", "Colors: light"},
+    Text{"theme-dark", "Colors: dark"},
     Text{"all-roots", "My Computer"},
     Text{"legal-line", "Copyright %1 the zelvreg authors"},
     Text{"c1", "Invalid Font Reference"},
@@ -117,6 +120,8 @@ void loadTexts(Form42& form, const LanguageFile& language);
 // looked at again.
 std::string textOf(const Form42& form, TextKey key,
                    std::initializer_list<std::string_view> values = {});
+// What is shown for a text that is data: its translation, if it is one of the English texts.
+std::string translated(const Form42& form, const std::string& english);
 
 }  // namespace zelvreg
 

@@ -84,7 +84,8 @@ void giveFont(Form42& form, const Font& font) {
       control.font = font;
     }
   };
-  give({&form.View1, &form.View2, &form.View3, &form.View4, &form.cboFind, &form.cboRoot});
+  give({&form.View1, &form.View2, &form.View3, &form.View4, &form.cboFind, &form.cboRoot,
+        &form.cboTheme});
   give({&form.Frame1, &form.Frame2, &form.Frame3, &form.Frame4, &form.Frame5, &form.Frame7,
         &form.Frame8, &form.Picture1, &form.pictrlang});
   give({&form.Label1, &form.Label3, &form.Label4, &form.Label5, &form.Label6, &form.Label7,

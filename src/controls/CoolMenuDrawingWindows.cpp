@@ -27,22 +27,12 @@ Shape filled(const Rectangle& place, double radius, Rgb color) {
           color};
 }
 
-void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format, int color,
+void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format, Rgb color,
               int offset) {
   RECT box = toRect(place);
   OffsetRect(&box, offset, offset);
-  SetTextColor(dc, GetSysColor(color));
+  SetTextColor(dc, colorRef(color));
   DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_VCENTER | format);
-}
-
-// The text of an entry, or its keys. What cannot be chosen is drawn twice, dark over light.
-void drawCaption(HDC dc, std::string_view text, const Rectangle& place, UINT format, UINT state) {
-  if ((state & (ODS_GRAYED | ODS_DISABLED)) != 0) {
-    drawText(dc, text, place, format, COLOR_3DHILIGHT, 1);
-    drawText(dc, text, place, format, COLOR_GRAYTEXT, 0);
-  } else {
-    drawText(dc, text, place, format, COLOR_MENUTEXT, 0);
-  }
 }
 
 void drawTick(Canvas canvas, const Rectangle& place, Rgb color) {
@@ -106,30 +96,49 @@ void CoolMenu::drawEntry(const PaintBuffer& buffer, const CMyItemData& entry, UI
   const Size size = buffer.size();
   const Rectangle whole{0, 0, size.width, size.height};
   const MenuEntryPlaces places = placeEntry(entry, whole, metrics());
-  const Rgb ground = systemRgb(entry.bMainMenu ? COLOR_MENUBAR : COLOR_MENU);
-  const BrushHandle brush(CreateSolidBrush(colorRef(ground)));
+  const MenuColors inUse = colorsNow(entry.bMainMenu);
+  const BrushHandle brush(CreateSolidBrush(colorRef(inUse.ground)));
   const RECT all = toRect(whole);
   FillRect(dc, &all, brush.get());
   if ((entry.fType & menuSeparator) != 0) {
-    const Rgb line = mix(ground, systemRgb(COLOR_MENUTEXT), 0.15);
-    const BrushHandle lineBrush(CreateSolidBrush(colorRef(line)));
+    const BrushHandle lineBrush(CreateSolidBrush(colorRef(inUse.line)));
     const RECT box = toRect(places.separator);
     FillRect(dc, &box, lineBrush.get());
     return;
   }
   const bool isChosen = (state & (ODS_SELECTED | ODS_HOTLIGHT)) != 0;
   if (isChosen) {
-    const Rgb light = mix(ground, systemRgb(COLOR_HIGHLIGHT), 0.18);
-    buffer.canvas().draw(filled(places.highlight, scaled(4, resolution), light));
+    buffer.canvas().draw(filled(places.highlight, scaled(4, resolution), inUse.chosen));
   }
   drawPicture(buffer, entry, places, state);
   const Selection selected(dc, font.get());
   SetBkMode(dc, TRANSPARENT);
   const MenuCaption caption = splitCaption(entry.sMenuText);
   const UINT hidden = (state & ODS_NOACCEL) != 0 ? DT_HIDEPREFIX : 0;
-  drawCaption(dc, caption.text, places.text, hidden | (entry.bMainMenu ? DT_CENTER : DT_LEFT),
-              state);
-  drawCaption(dc, caption.keys, places.text, DT_RIGHT, state);
+  // What cannot be chosen is drawn twice in the system's colors, dark over light.
+  const bool isDisabled = (state & (ODS_GRAYED | ODS_DISABLED)) != 0;
+  const auto drawBoth = [&](Rgb color, int offset) {
+    drawText(dc, caption.text, places.text, hidden | (entry.bMainMenu ? DT_CENTER : DT_LEFT), color,
+             offset);
+    drawText(dc, caption.keys, places.text, DT_RIGHT, color, offset);
+  };
+  if (isDisabled && !colors) {
+    drawBoth(systemRgb(COLOR_3DHILIGHT), 1);
+  }
+  drawBoth(isDisabled ? inUse.disabledText : inUse.text, 0);
+}
+
+MenuColors CoolMenu::colorsNow(bool isBar) const {
+  if (colors) {
+    return *colors;
+  }
+  const Rgb ground = systemRgb(isBar ? COLOR_MENUBAR : COLOR_MENU);
+  const Rgb text = systemRgb(COLOR_MENUTEXT);
+  return {.ground = ground,
+          .chosen = mix(ground, systemRgb(COLOR_HIGHLIGHT), 0.18),
+          .text = text,
+          .disabledText = systemRgb(COLOR_GRAYTEXT),
+          .line = mix(ground, text, 0.15)};
 }
 
 void CoolMenu::drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
@@ -141,8 +150,8 @@ void CoolMenu::drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
   const bool isDisabled = (state & (ODS_GRAYED | ODS_DISABLED)) != 0;
   if (entry.iButton < 0 || pictures.hImageList == nullptr) {
     if (isChecked) {
-      drawTick(buffer.canvas(), places.picture,
-               systemRgb(isDisabled ? COLOR_GRAYTEXT : COLOR_MENUTEXT));
+      const MenuColors inUse = colorsNow(false);
+      drawTick(buffer.canvas(), places.picture, isDisabled ? inUse.disabledText : inUse.text);
     }
     return;
   }

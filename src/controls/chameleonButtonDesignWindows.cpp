@@ -6,6 +6,7 @@
 
 #include "controls/ButtonPainter.h"
 #include "controls/ButtonStyles.h"
+#include "controls/TipColors.h"
 #include "controls/WindowRegion.h"
 #include "text/Wide.h"
 
@@ -129,6 +130,11 @@ void chameleonButton::setToolTip(const std::string& text) {
   std::u16string wide = utf16(text);
   tool.lpszText = roomIn(wide);
   SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  applyTipColors();
+}
+
+void chameleonButton::applyTipColors() const {
+  colorTip(tip, palette.faces[static_cast<std::size_t>(Face::White)], palette.text);
 }
 
 void chameleonButton::setDefault(bool value) {
@@ -139,6 +145,7 @@ void chameleonButton::setDefault(bool value) {
 void chameleonButton::setPalette(const Palette& shared) {
   palette = shared;
   palette.system = systemColors();
+  applyTipColors();
   repaint();
 }
 

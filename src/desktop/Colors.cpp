@@ -91,6 +91,17 @@ Rgb Colors::textFrom(std::uint32_t property, Tone ground) const {
                           controls::readableContrast);
 }
 
+std::optional<controls::MenuColors> Colors::menuColors() const {
+  if (hasSystem) {
+    return std::nullopt;
+  }
+  return controls::MenuColors{.ground = (*this)[Tone::Surface],
+                              .chosen = (*this)[Tone::Selected],
+                              .text = (*this)[Tone::Text],
+                              .disabledText = (*this)[Tone::Disabled],
+                              .line = (*this)[Tone::Line]};
+}
+
 controls::Palette Colors::paletteOn(Tone ground) const {
   controls::Palette palette;
   palette.accent = (*this)[ground == Tone::Accent ? Tone::Accent : Tone::Mark];

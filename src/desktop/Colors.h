@@ -6,9 +6,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 #include "controls/ButtonLook.h"
 #include "controls/Color.h"
+#include "controls/MenuEntry.h"
 
 namespace zelvreg::desktop {
 
@@ -67,6 +69,8 @@ class Colors {
   [[nodiscard]] Rgb textFrom(std::uint32_t property, Tone ground) const;
 
   [[nodiscard]] Rgb operator[](Tone tone) const { return tones[static_cast<std::size_t>(tone)]; }
+  // The colors of menus; none under high contrast, where they are the system's.
+  [[nodiscard]] std::optional<controls::MenuColors> menuColors() const;
   // The colors of buttons on a ground of that tone.
   [[nodiscard]] controls::Palette paletteOn(Tone ground) const;
 

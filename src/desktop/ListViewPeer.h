@@ -17,6 +17,7 @@
 
 #include "controls/PaintBuffer.h"
 #include "desktop/Peer.h"
+#include "desktop/ScrollCover.h"
 #include "widgets/ListView.h"
 
 namespace zelvreg::desktop {
@@ -76,6 +77,7 @@ class ListViewPeer : public Peer {
     std::set<std::size_t> single;
   };
   void catchUp();
+  void followScrolling() const;
   void showSelection();
   void clearSelection();
   void fitColumns();
@@ -114,6 +116,8 @@ class ListViewPeer : public Peer {
   ListView& list;
   ListOptions options;
   HWND header = nullptr;
+  std::unique_ptr<ScrollCover> upright;
+  std::unique_ptr<ScrollCover> level;
   HIMAGELIST rowHeights = nullptr;
   Stale stale;
   bool isShowing = false;  // then we ourselves cause the notifications

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/TipColors.h"
 #include "controls/Units.h"
 
 namespace zelvreg::desktop {
@@ -39,6 +40,8 @@ ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
   ListView_SetCallbackMask(hwnd(), options.hasChecks ? LVIS_STATEIMAGEMASK : 0);
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   colorBorder(hwnd(), desk());
+  upright = std::make_unique<ScrollCover>(desk(), hwnd(), ScrollSide::Right);
+  level = std::make_unique<ScrollCover>(desk(), hwnd(), ScrollSide::Bottom);
   header = ListView_GetHeader(hwnd());
   SetWindowSubclass(header, headerProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
@@ -83,6 +86,10 @@ void ListViewPeer::showLook() {
   }
   ListView_SetBkColor(hwnd(), controls::colorRef(desk().color(Tone::Surface)));
   InvalidateRect(header, nullptr, FALSE);
+  controls::colorTip(ListView_GetToolTips(hwnd()), desk().color(Tone::Surface),
+                     desk().color(Tone::Text));
+  upright->repaint();
+  level->repaint();
 }
 
 void ListViewPeer::showPlace() {
@@ -176,6 +183,11 @@ void ListViewPeer::catchUp() {
   }
 }
 
+void ListViewPeer::followScrolling() const {
+  upright->follow();
+  level->follow();
+}
+
 std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
   switch (told.code) {
     case LVN_GETDISPINFOW:
@@ -245,6 +257,16 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
       break;
+    case WM_PAINT:
+    case WM_NCPAINT:
+    case WM_WINDOWPOSCHANGED:
+    case WM_SHOWWINDOW:
+    case WM_HSCROLL:
+    case WM_VSCROLL: {
+      const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+      peer->followScrolling();
+      return result;
+    }
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
       if (peer->pressed(where)) {

@@ -7,24 +7,12 @@
 #include <array>
 
 #include "desktop/MainWindow.h"
+#include "desktop/MessageWindow.h"
 #include "desktop/SmallWindow.h"
 #include "form/Form42.h"
 
 namespace zelvreg::desktop {
 namespace {
-
-UINT iconOf(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::Information:
-      return MB_ICONINFORMATION;
-    case MessageIcon::Question:
-      return MB_ICONQUESTION;
-    case MessageIcon::Exclamation:
-      return MB_ICONEXCLAMATION;
-    default:
-      return 0;
-  }
-}
 
 // The control of the system that shows compiled help, from the system's own folder. It is loaded
 // when it is needed, which is rare.
@@ -62,16 +50,9 @@ void MainWindow::connectForm() {
 
 Answer MainWindow::showMessage(const UserMessage& message) {
   desk.catchUp();
-  const Wide text(message.text);
-  const Wide title(message.title.empty() ? form.Label1.caption.get() : message.title);
   // Whichever of the program's windows the user works in, even if another program is in front.
   HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
-  const int answer = MessageBoxW(owner, text.get(), title.get(),
-                                 (message.isQuestion ? MB_YESNO : MB_OK) | iconOf(message.icon));
-  if (!message.isQuestion) {
-    return Answer::Ok;
-  }
-  return answer == IDYES ? Answer::Yes : Answer::No;
+  return showMessageWindow(desk, form, owner, message);
 }
 
 std::string MainWindow::askForFile(const CommonDialog& dialog) {
@@ -109,8 +90,11 @@ void MainWindow::openMenu(POINT onScreen) {
   if (form.menus.drawing != MenuDrawing::System) {
     const bool isForeign = form.menus.drawing == MenuDrawing::InOwnCharset;
     menuHolder->hold(std::make_unique<controls::CoolMenu>(
-        controls::MenuPictures{}, desk.resolution(),
-        isForeign ? std::optional(static_cast<BYTE>(form.langCode)) : std::nullopt));
+        controls::MenuPictures{},
+        controls::MenuSettings{
+            .dpi = desk.resolution(),
+            .charset = isForeign ? std::optional(static_cast<BYTE>(form.langCode)) : std::nullopt,
+            .colors = desk.colors.menuColors()}));
     menuHolder->current()->installPopup(menu);
   }
   const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, onScreen.x, onScreen.y,

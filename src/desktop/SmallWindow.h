@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "controls/TransForm.h"
@@ -21,11 +22,16 @@ struct Form42;
 
 namespace zelvreg::desktop {
 
+struct SmallWindowOptions {
+  const wchar_t* windowClass = L"ZelvregSmallWindow";
+  std::string title;  // as the system and screen readers name it
+};
+
 class SmallWindow : private ControlPeer {
  public:
-  // The caller adds the peers. Desk, form and owner must outlive the window.
+  // The caller adds the peers. Desk, form and owner must outlive the window; the owner may be null.
   SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow, HWND owner,
-              std::function<void()> close);
+              std::function<void()> close, const SmallWindowOptions& options);
   SmallWindow(const SmallWindow&) = delete;
   SmallWindow& operator=(const SmallWindow&) = delete;
   ~SmallWindow() override;
@@ -33,6 +39,7 @@ class SmallWindow : private ControlPeer {
   void add(Label& label, const Place& place, LabelLook look);
   void add(Button& button, const Place& place, ButtonRole role, const char* icon);
   void add(TextBox& box, const Place& place);
+  void add(Picture& picture, const Place& place, const PictureOptions& options);
 
   // Shows it and serves the queue as long as `isOpen` is true; the owner is disabled.
   void runModal(MessageQueue& messages, const bool& isOpen);
@@ -49,11 +56,12 @@ class SmallWindow : private ControlPeer {
   HWND window = nullptr;
   std::function<void()> onClose;
   const Button* primary = nullptr;
+  HWND firstFocus = nullptr;
   std::unique_ptr<controls::TransForm> outline;
   std::vector<std::unique_ptr<Peer>> peers;
 };
 
-// Both run until the user closes them.
+// These run until the user closes them.
 void showExclusionDialog(Desk& desk, Form42& form, HWND owner);
 void showAboutDialog(Desk& desk, Form42& form, HWND owner);
 

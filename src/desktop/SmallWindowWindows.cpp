@@ -8,22 +8,22 @@
 namespace zelvreg::desktop {
 namespace {
 
-constexpr const wchar_t* windowClass = L"ZelvregSmallWindow";
 constexpr int smallTitleHeight = 44;
 constexpr int cornerRadius = 8;
 
 }  // namespace
 
 SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow,
-                         HWND ownerWindow, std::function<void()> close)
+                         HWND ownerWindow, std::function<void()> close,
+                         const SmallWindowOptions& options)
     : desk(sharedDesk),
       form(shownForm),
       shadow(formShadow),
       owner(ownerWindow),
       onClose(std::move(close)) {
-  registerClass(windowClass, procedure);
+  registerClass(options.windowClass, procedure);
   window =
-      CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
+      CreateWindowExW(WS_EX_CONTROLPARENT, options.windowClass, Wide(options.title).get(),
                       WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, desk.fromTwips(form.left),
                       desk.fromTwips(form.top), desk.fromTwips(form.width),
                       desk.fromTwips(form.height), owner, nullptr, GetModuleHandleW(nullptr), this);
@@ -55,12 +55,20 @@ void SmallWindow::add(Button& button, const Place& place, ButtonRole role, const
     primary = &button;
   }
   peers.push_back(std::make_unique<ButtonPeer>(desk, window, button, role, icon));
+  if (role == ButtonRole::Primary && firstFocus == nullptr) {
+    firstFocus = peers.back()->hwnd();
+  }
 }
 
 void SmallWindow::add(TextBox& box, const Place& place) {
   put(box, place);
   peers.push_back(std::make_unique<EditPeer>(desk, window, box));
-  SetFocus(peers.back()->hwnd());
+  firstFocus = peers.back()->hwnd();
+}
+
+void SmallWindow::add(Picture& picture, const Place& place, const PictureOptions& options) {
+  put(picture, place);
+  peers.push_back(std::make_unique<PicturePeer>(desk, window, picture, options));
 }
 
 void SmallWindow::changed(const Control& /*control*/, Change /*what*/, std::size_t /*row*/) {
@@ -70,16 +78,21 @@ void SmallWindow::changed(const Control& /*control*/, Change /*what*/, std::size
 }
 
 void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
-  EnableWindow(owner, FALSE);
+  if (owner != nullptr) {
+    EnableWindow(owner, FALSE);
+  }
   ShowWindow(window, SW_SHOW);
   SetForegroundWindow(window);
+  SetFocus(firstFocus == nullptr ? window : firstFocus);
   desk.castShadow(window, shadow);
   while (isOpen) {
     desk.wait(messages);
     messages.doEvents();
   }
-  EnableWindow(owner, TRUE);
-  SetForegroundWindow(owner);
+  if (owner != nullptr) {
+    EnableWindow(owner, TRUE);
+    SetForegroundWindow(owner);
+  }
 }
 
 void SmallWindow::paintGround(HDC context) const {
@@ -138,7 +151,8 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
 void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   ExclusionDialog& dialog = form.Form1;
   SmallWindow shown(desk, dialog.window, dialog.shadow, owner,
-                    [&dialog] { dialog.orubutton10.click(); });
+                    [&dialog] { dialog.orubutton10.click(); },
+                    {.title = dialog.Label222[1].caption});
   shown.add(dialog.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
@@ -151,9 +165,10 @@ void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
 void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   AboutDialog& about = form.frmabout;
   // Goes after the window that shows it.
-  Label name("Fix Registry Problems");
+  Label name(form.Label1.caption);
   SmallWindow shown(desk, about.window, about.shadow, owner,
-                    [&about] { about.chameleonButton3.click(); });
+                    [&about] { about.chameleonButton3.click(); },
+                    {.title = about.Label222[1].caption});
   shown.add(about.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);

@@ -97,7 +97,9 @@ void ComboPeer::drawEdge() const {
   RECT all{};
   GetClientRect(hwnd(), &all);
   const controls::WindowContext context(hwnd());
-  // What the class draws inside its edge stays; the text field is a window of its own.
+  // The text stays; in an editable box it is a window of its own. The class leaves a line around
+  // it.
+  InflateRect(&parts.rcItem, -1, -1);
   ExcludeClipRect(context.get(), parts.rcItem.left, parts.rcItem.top, parts.rcItem.right,
                   parts.rcItem.bottom);
   const controls::PaintBuffer buffer({all.right, all.bottom});

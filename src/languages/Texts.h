@@ -23,6 +23,9 @@ struct Text {
 };
 
 inline constexpr std::array texts{
+    Text{"yes", "&Yes"},
+    Text{"no", "&No"},
+    Text{"ok", "OK"},
     Text{"fix-question", "Do You want to Fix selected items"},
     Text{"fix-no-export",
          "Nothing was repaired: the safety export of what would go could not be written to the "

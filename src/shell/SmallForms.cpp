@@ -37,11 +37,16 @@ void setCaption(Control& control, const std::string& text) {
   }
 }
 
-// Without the file of the language the form keeps its own captions and fonts.
+// Without the file of the language the form keeps its own captions and fonts. To the letter, the
+// main form then finds no file of a language either, and leaves texts empty.
 void changelangoru(Form42& form, const char* section, const Controls& controls,
                    const Captions& captions) {
+  const std::string inUse = form.langFileName;
   readLanguageChoice(form);
   if (!fileSystemObject::fileExists(languagePath(form, form.langFileName), Shares::Asked)) {
+    if (form.safeguards != asDescribed()) {
+      form.langFileName = inUse;
+    }
     return;
   }
   const Font font = languageFont(form);

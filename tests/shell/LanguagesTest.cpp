@@ -343,6 +343,17 @@ TEST_F(LanguagesTest, TheSmallFormsSpeakTheLanguageThatWasChosen) {
   EXPECT_NE(form.frmabout.Label2[0].caption.get(), form.frmabout.Label2[3].caption.get());
 }
 
+TEST_F(LanguagesTest, ASmallFormLeavesTheMainFormItsEnglishTexts) {
+  Form_Load(form);
+  form.safeguards = asDescribed();
+  form.chameleonButton5.click();
+  EXPECT_EQ(form.langFileName, "zelvreg-.lang");
+  form.safeguards = Safeguards();
+  form.langFileName = "zelvreg-english.lang";
+  form.chameleonButton5.click();
+  EXPECT_EQ(form.langFileName, "zelvreg-english.lang");
+}
+
 TEST_F(LanguagesTest, TheMenusAreDrawnAsTheLanguageMatchesTheSystem) {
   // No code page matches 255.
   form.langCode = 255;

@@ -8,7 +8,7 @@ from .box import BUILD, CHECKOUT, NOTES
 from .waiting import Unmet, wait_until
 
 # By their window classes, because two of them have the same title.
-MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "#32770"
+MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "ZelvregMessageWindow"
 # Lists are known by their columns.
 ROWS_LIST, RESULTS_LIST = "what to scan", "Invalid Data Location"
 RESULTS = "Number of invalid entries is"

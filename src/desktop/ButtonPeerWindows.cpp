@@ -82,9 +82,16 @@ void ButtonPeer::showText() {
   const std::string& told = !tip.empty() || hasCaption ? tip : shownButton.caption.get();
   chameleon.setToolTip(told);
   if (!hasCaption) {
-    // The name that a screen reader reads for a picture.
-    SetWindowTextW(hwnd(), Wide(told.empty() ? icon : told).get());
+    SetWindowTextW(hwnd(), Wide(spokenName()).get());
   }
+}
+
+std::string ButtonPeer::spokenName() const {
+  if (nameOf) {
+    return nameOf();
+  }
+  const std::string& caption = shownButton.caption.get();
+  return caption.empty() ? shownButton.toolTip.get() : caption;
 }
 
 void ButtonPeer::showLook() {
@@ -115,6 +122,7 @@ void ButtonPeer::setRole(ButtonRole newRole) {
 }
 
 void ButtonPeer::setPrimary(bool isPrimary) {
+  isNext = isPrimary;
   chameleon.set(&ButtonProperties::ButtonType, isPrimary ? flat : styleFor(role));
   chameleon.setDefault(isPrimary);
 }

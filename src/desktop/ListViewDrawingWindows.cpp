@@ -121,7 +121,7 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   const CellStyle style = list.cellStyle(row, column);
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), utf16(list.text(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
+  drawText(buffer.dc(), utf16(cellText(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
            cellColor(row, column));
 }
 

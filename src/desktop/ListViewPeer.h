@@ -38,6 +38,8 @@ class ListViewPeer : public Peer {
 
   std::optional<LRESULT> notice(NMHDR& header) override;
   void showAll() override;
+  [[nodiscard]] AccessibleFacts facts() const override;
+  [[nodiscard]] std::optional<AccessibleFacts> factsOfRow(std::size_t row) const override;
 
   // Called when the user chooses a row, double-clicks it, or opens its menu. Any may be empty.
   std::function<void(std::size_t row)> onItemClick;
@@ -49,6 +51,10 @@ class ListViewPeer : public Peer {
   std::function<std::string(std::size_t row)> tipOf;
   // Instead of the control's own place; may be empty.
   std::function<Place()> placeOf;
+  // The name that a screen reader reads, and a cell as the user reads it, where the list holds
+  // data. Both may be empty.
+  std::function<std::string()> nameOf;
+  std::function<std::string(std::size_t column, const std::string& cell)> shownAs;
 
  protected:
   void showText() override;
@@ -82,6 +88,7 @@ class ListViewPeer : public Peer {
   void clearSelection();
   void fitColumns();
 
+  [[nodiscard]] std::string cellText(std::size_t row, std::size_t column) const;
   void giveItem(LVITEMW& item) const;
   void giveTip(const NMLVGETINFOTIPW& request) const;
   [[nodiscard]] LRESULT findItem(const NMLVFINDITEMW& search) const;

@@ -230,11 +230,15 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
   }
 }
 
+std::string ListViewPeer::cellText(std::size_t row, std::size_t column) const {
+  const std::string& cell = list.text(row, column);
+  return shownAs ? shownAs(column, cell) : cell;
+}
+
 void ListViewPeer::giveItem(LVITEMW& item) const {
   const std::size_t row = static_cast<std::size_t>(item.iItem) + 1;
   if ((item.mask & LVIF_TEXT) != 0) {
-    giveText(list.text(row, static_cast<std::size_t>(item.iSubItem)), item.pszText,
-             item.cchTextMax);
+    giveText(cellText(row, static_cast<std::size_t>(item.iSubItem)), item.pszText, item.cchTextMax);
   }
   if ((item.mask & LVIF_STATE) != 0 && options.hasChecks) {
     item.state = INDEXTOSTATEIMAGEMASK(list.isChecked(row) ? checkedImage : uncheckedImage);

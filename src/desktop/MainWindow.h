@@ -20,6 +20,7 @@
 #include "desktop/ListViewPeer.h"
 #include "desktop/PicturePeer.h"
 #include "desktop/SimplePeers.h"
+#include "languages/Texts.h"
 #include "widgets/Dialogs.h"
 
 namespace zelvreg {
@@ -55,7 +56,10 @@ class MainWindow : private ControlPeer {
   void addButtons();
   void addLists();
   void addOptions();
+  enum class Translated : std::uint8_t { No, Yes };
+  void addCombo(ComboBox& box, HWND parent, TextKey name, Translated translates);
   void addSearchControls();
+  void nameButton(ButtonPeer& peer);
   void addPictures();
   void attachWindowParts();
   void connectForm();

@@ -7,6 +7,7 @@
 #include "form/Form42.h"
 #include "languages/Texts.h"
 #include "reports/EntryDetails.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
@@ -35,6 +36,7 @@ Tone groundOf(const Form42& form, const FramePlace& place, const Frame& frame) {
 struct ListEntry {
   ListView Form42::*list;
   Frame Form42::*page;
+  TextKey name;
   ListOptions options;
   void (*itemClick)(Form42& form, std::size_t row);
   void (*doubleClick)(Form42& form);  // null for none
@@ -44,6 +46,7 @@ std::vector<ListEntry> listEntries() {
   return {
       {&Form42::View1,
        &Form42::Frame1,
+       "name-categories",
        {.hasChecks = true,
         .hasIcons = true,
         .selectsSeveral = false,
@@ -52,6 +55,7 @@ std::vector<ListEntry> listEntries() {
        View1_DblClick},
       {&Form42::View2,
        &Form42::Frame2,
+       "name-findings",
        {.hasChecks = true,
         .hasIcons = true,
         .hasMarks = true,
@@ -61,11 +65,13 @@ std::vector<ListEntry> listEntries() {
        View2_DblClick},
       {&Form42::View3,
        &Form42::Frame3,
+       "name-journals",
        {.hasChecks = false, .hasIcons = false, .selectsSeveral = false, .columnWidths = {786}},
        View3_ItemClick,
        nullptr},
       {&Form42::View4,
        &Form42::Frame7,
+       "name-exclusions",
        {.hasChecks = false, .hasIcons = false, .selectsSeveral = true, .columnWidths = {786}},
        View4_ItemClick,
        nullptr},
@@ -140,6 +146,22 @@ void MainWindow::addButtons() {
     buttons.push_back(std::make_unique<ButtonPeer>(desk, parentOf(place.parent(form)),
                                                    place.button(form), place.role, place.icon));
     buttons.back()->onChanged = [this] { arrangeLater(); };
+    nameButton(*buttons.back());
+  }
+}
+
+// The tips of two of the title's buttons are known to users, but say something else.
+void MainWindow::nameButton(ButtonPeer& peer) {
+  struct Name {
+    const Button& button;
+    TextKey text;
+  };
+  for (const Name& each :
+       {Name{form.chameleonButton13, "name-language"}, Name{form.chameleonButton18, "name-about"},
+        Name{form.chameleonButton23, "name-minimize"}}) {
+    if (&each.button == &peer.button()) {
+      peer.nameOf = [this, text = each.text] { return textOf(form, text); };
+    }
   }
 }
 
@@ -149,11 +171,15 @@ void MainWindow::addLists() {
     auto peer =
         std::make_unique<ListViewPeer>(desk, parentOf(&(form.*entry.page)), list, entry.options);
     peer->onItemClick = [this, click = entry.itemClick](std::size_t row) { click(form, row); };
+    peer->nameOf = [this, name = entry.name] { return textOf(form, name); };
     if (entry.doubleClick != nullptr) {
       peer->onDoubleClick = [this, click = entry.doubleClick] { click(form); };
     }
     if (&list == &form.View1) {
       peer->placeOf = [this] { return categoryListPlace(form); };
+      peer->shownAs = [this](std::size_t column, const std::string& cell) {
+        return column == statusColumn ? translated(form, cell) : cell;
+      };
     } else if (&list == &form.View2) {
       peer->onMenu = [this](POINT onScreen) { openMenu(onScreen); };
       peer->markOf = [this](std::size_t row) -> std::string {
@@ -161,11 +187,17 @@ void MainWindow::addLists() {
         return evidence == nullptr ? std::string() : codeOf(evidence->confidence);
       };
       peer->tipOf = [this](std::size_t row) { return evidenceText(form, row); };
+      // Of some categories every row has the same text there.
+      peer->shownAs = [this](std::size_t column, const std::string& cell) {
+        return column == locationColumn ? translated(form, cell) : cell;
+      };
     }
     peer->showAll();
     others.push_back(std::move(peer));
   }
-  others.push_back(std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1));
+  auto progress = std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1);
+  progress->nameOf = [this] { return form.Label2[5].caption.get(); };
+  others.push_back(std::move(progress));
 }
 
 // Before the lists below them, because the Tab key goes in the order in which windows are made.
@@ -177,21 +209,27 @@ void MainWindow::addOptions() {
   others.push_back(std::move(ofScan));
   HWND page = parentOf(&form.Frame3);
   others.push_back(std::make_unique<CheckPeer>(desk, page, form.Check1, Tone::Ground));
-  others.push_back(std::make_unique<ComboPeer>(
-      desk, page, form.cboTheme,
-      [this](const std::string& entry) { return translated(form, entry); }));
+  addCombo(form.cboTheme, page, "name-theme", Translated::Yes);
   for (CheckBox& box : form.SafeguardBoxes) {
     others.push_back(std::make_unique<CheckPeer>(desk, page, box, Tone::Ground));
   }
 }
 
+void MainWindow::addCombo(ComboBox& box, HWND parent, TextKey name, Translated translates) {
+  std::function<std::string(const std::string&)> translate;
+  if (translates == Translated::Yes) {
+    translate = [this](const std::string& entry) { return translated(form, entry); };
+  }
+  auto peer = std::make_unique<ComboPeer>(desk, parent, box, std::move(translate));
+  peer->nameOf = [this, name] { return textOf(form, name); };
+  others.push_back(std::move(peer));
+}
+
 void MainWindow::addSearchControls() {
   HWND where = parentOf(&form.Frame4);
   HWND how = parentOf(&form.Frame5);
-  others.push_back(std::make_unique<ComboPeer>(desk, window, form.cboFind));
-  others.push_back(std::make_unique<ComboPeer>(
-      desk, where, form.cboRoot,
-      [this](const std::string& entry) { return translated(form, entry); }));
+  addCombo(form.cboFind, window, "name-find-text", Translated::No);
+  addCombo(form.cboRoot, where, "name-find-root", Translated::Yes);
   for (CheckBox* box : {&form.ChKeys, &form.ChValues, &form.ChData}) {
     others.push_back(std::make_unique<CheckPeer>(desk, where, *box, Tone::SideBar));
   }
@@ -214,11 +252,12 @@ void MainWindow::addPictures() {
           .icon = "emblem", .length = 32, .ground = Tone::Accent, .tone = Tone::OnAccent}));
   auto help = std::make_unique<PicturePeer>(desk, window, form.Image44[0],
                                             PictureOptions{.icon = "help",
-                                                           .name = L"Help",
+                                                           .canBePressed = true,
                                                            .length = 16,
                                                            .ground = Tone::Accent,
                                                            .tone = Tone::OnAccent});
   help->onClick = [this] { Image44_Click(form); };
+  help->nameOf = [this] { return textOf(form, "name-help"); };
   others.push_back(std::move(help));
   others.push_back(std::make_unique<PicturePeer>(desk, parentOf(&form.Picture1), form.Image1,
                                                  PictureOptions{.icon = "problem",

@@ -97,6 +97,7 @@ Answer showMessageWindow(Desk& desk, Form42& form, HWND owner, const UserMessage
   shown.text.caption = message.text;
   shown.accept.caption = message.isQuestion ? textOf(form, "yes") : textOf(form, "ok");
   shown.refuse.caption = textOf(form, "no");
+  shown.close.toolTip = textOf(form, "close");
   bindAnswers(shown, message.isQuestion);
 
   const int textHeight = heightOf(desk, shown.text);

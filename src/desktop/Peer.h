@@ -9,6 +9,7 @@
 #include <string>
 
 #include "controls/PaintBuffer.h"
+#include "desktop/AccessibleFacts.h"
 #include "desktop/Desk.h"
 #include "widgets/Control.h"
 
@@ -38,6 +39,12 @@ class Peer : public ControlPeer {
   virtual void draw(const DRAWITEMSTRUCT& /*request*/) {}
   // Gives the context the colors of the window's text; the answer is the brush of its ground.
   virtual std::optional<LRESULT> colors(HDC /*context*/) { return std::nullopt; }
+
+  // For screen readers: what it is, and what a row of it is (from 1; none where it has no such).
+  [[nodiscard]] virtual AccessibleFacts facts() const { return {}; }
+  [[nodiscard]] virtual std::optional<AccessibleFacts> factsOfRow(std::size_t /*row*/) const {
+    return std::nullopt;
+  }
 
   // The peer of a window, or null.
   static Peer* of(HWND window);

@@ -5,6 +5,8 @@
 
 #include <unordered_map>
 
+#include "desktop/Accessible.h"
+
 namespace zelvreg::desktop {
 namespace {
 
@@ -58,6 +60,7 @@ void Peer::own(HWND made) {
 void Peer::borrow(HWND made) {
   window = made;
   peers()[window] = this;
+  tellFacts(window);
 }
 
 Peer* Peer::of(HWND window) {

@@ -14,8 +14,7 @@ namespace zelvreg::desktop {
 
 struct PictureOptions {
   const char* icon = "";
-  // The name that a screen reader reads for a picture that can be pressed.
-  const wchar_t* name = L"";
+  bool canBePressed = false;
   int length = 16;  // of the icon, in pixels at 96 dpi
   Tone ground = Tone::Ground;
   // A disc under the icon.
@@ -30,8 +29,11 @@ class PicturePeer : public Peer {
 
   void draw(const DRAWITEMSTRUCT& request) override;
 
-  // May be empty.
+  [[nodiscard]] AccessibleFacts facts() const override;
+
+  // The press, and the name that a screen reader reads. Each may be empty.
   std::function<void()> onClick;
+  std::function<std::string()> nameOf;
 
  protected:
   void showLook() override;

@@ -18,9 +18,8 @@ constexpr UINT_PTR frameTimer = 1;
 PicturePeer::PicturePeer(Desk& sharedDesk, HWND parent, Picture& shownPicture,
                          PictureOptions pictureOptions)
     : Peer(sharedDesk, shownPicture), picture(shownPicture), options(pictureOptions) {
-  const bool canBePressed = *options.name != L'\0';
-  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY | (canBePressed ? WS_TABSTOP : 0)));
-  SetWindowTextW(hwnd(), options.name);
+  const DWORD stop = options.canBePressed ? WS_TABSTOP : 0;
+  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY | stop));
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showAll();
 }

@@ -22,6 +22,7 @@ class LabelPeer : public Peer {
   void draw(const DRAWITEMSTRUCT& request) override;
   // The width of the text in pixels of the screen.
   [[nodiscard]] int textWidth() const;
+  [[nodiscard]] AccessibleFacts facts() const override;
 
   [[nodiscard]] Label& shownLabel() const { return label; }
 
@@ -67,9 +68,12 @@ class ButtonPeer : public Peer {
   // The same with a caption that wraps at each blank.
   [[nodiscard]] int narrowestWidth() const;
   [[nodiscard]] Button& button() const { return shownButton; }
+  [[nodiscard]] AccessibleFacts facts() const override;
 
   // Called after the caption changes, or the button is enabled or disabled; may be empty.
   std::function<void()> onChanged;
+  // The name that a screen reader reads, instead of caption or tip; may be empty.
+  std::function<std::string()> nameOf;
 
   void changed(const Control& control, Change what, std::size_t row) override;
 
@@ -79,10 +83,12 @@ class ButtonPeer : public Peer {
 
  private:
   [[nodiscard]] int widthOf(const std::u16string& text) const;
+  [[nodiscard]] std::string spokenName() const;
 
   Button& shownButton;
   ButtonRole role;
   std::string icon;
+  bool isNext = false;
   controls::chameleonButton chameleon;
 };
 
@@ -97,6 +103,8 @@ class CheckPeer : public Peer {
   void command(int code) override;
   // The width of mark and caption, in pixels of the screen.
   [[nodiscard]] int naturalWidth() const;
+
+  [[nodiscard]] AccessibleFacts facts() const override;
 
   // Called after a change of the caption; may be empty.
   std::function<void()> onText;
@@ -141,6 +149,10 @@ class ComboPeer : public Peer {
             std::function<std::string(const std::string& entry)> translate = nullptr);
   void command(int code) override;
   void draw(const DRAWITEMSTRUCT& request) override;
+  [[nodiscard]] AccessibleFacts facts() const override;
+
+  // The name that a screen reader reads; may be empty.
+  std::function<std::string()> nameOf;
 
  protected:
   void showText() override;
@@ -163,6 +175,10 @@ class ComboPeer : public Peer {
 class ProgressPeer : public Peer {
  public:
   ProgressPeer(Desk& sharedDesk, HWND parent, ProgressBar& bar);
+  [[nodiscard]] AccessibleFacts facts() const override;
+
+  // The name that a screen reader reads; may be empty.
+  std::function<std::string()> nameOf;
 
  protected:
   void showValue() override;

@@ -4,6 +4,7 @@
 #include "controls/WindowRegion.h"
 #include "controls/modShadow.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -150,6 +151,7 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
 
 void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   ExclusionDialog& dialog = form.Form1;
+  dialog.chameleonButton3.toolTip = textOf(form, "close");
   SmallWindow shown(desk, dialog.window, dialog.shadow, owner,
                     [&dialog] { dialog.orubutton10.click(); },
                     {.title = dialog.Label222[1].caption});
@@ -164,6 +166,7 @@ void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
 
 void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   AboutDialog& about = form.frmabout;
+  about.chameleonButton3.toolTip = textOf(form, "close");
   // Goes after the window that shows it.
   Label name(form.Label1.caption);
   SmallWindow shown(desk, about.window, about.shadow, owner,

@@ -38,6 +38,8 @@ class Control:
         self.rows = told.get("rows", [])
         self.count = told.get("count", 0)
         self.process = told.get("process")
+        # What it tells screen readers; only if that was asked for.
+        self.accessible = told.get("accessible")
         self.controls = [Control(each) for each in told.get("controls", [])]
 
     def find(self, kind, text):
@@ -87,9 +89,9 @@ class Screen:
 
     # Looking
 
-    def windows(self):
+    def windows(self, question=""):
         try:
-            print(file=self.asked, flush=True)
+            print(question, file=self.asked, flush=True)
         except BrokenPipeError:
             raise Unmet("the reader of the screen ended") from None
         line = self.answered.readline()
@@ -100,6 +102,10 @@ class Screen:
     def window(self, name=MAIN):
         """The visible window of a class or with a title, or None."""
         return next((each for each in self.windows() if name in (each.kind, each.text)), None)
+
+    def accessible(self, name=MAIN):
+        """The same with what each of its controls tells screen readers."""
+        return next(each for each in self.windows("accessible") if name in (each.kind, each.text))
 
     def find(self, what, look, name=MAIN, seconds=20):
         """Waits until `look` finds something in that window, and returns it."""

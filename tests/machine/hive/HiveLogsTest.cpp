@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "machine/DirtyDisk.h"
+#include "machine/OrdinaryUser.h"
 #include "machine/base/MachineError.h"
 #include "machine/hive/RawHive.h"
 
@@ -126,6 +127,19 @@ TEST_F(HiveLogsTest, ThatAreLinksAreNotFollowed) {
   isRead(HiveState::Unreplayable, 1);
 }
 
+TEST_F(HiveLogsTest, ThatAFolderDoesNotShowAreNotTakenForNone) {
+  chmod(folder.path().c_str(), 0311);
+  chmod(file().c_str(), 0644);
+  {
+    const OrdinaryUser user;
+    isRead(HiveState::Unreplayable, 1);
+    EXPECT_NE(refusal().find(folder.path().string() + " cannot be read: Permission denied"),
+              std::string::npos)
+        << refusal();
+  }
+  chmod(folder.path().c_str(), 0700);
+}
+
 TEST_F(HiveLogsTest, CanBeLeftAloneAndThenTheHiveIsNotWritten) {
   isRead(HiveState::LeftAsIs, 1, LogUse::LeaveAlone);
   EXPECT_NE(notice(LogUse::LeaveAlone).find("left alone, as --as-is asks for; it is read without"),
@@ -228,9 +242,35 @@ TEST_F(PendingTransactions, AreInTheFolderOfThoseOfTheMachine) {
   EXPECT_NE(refusal().find("{1-2}.TxR.0.REGTRANS-MS"), std::string::npos);
 }
 
+TEST_F(PendingTransactions, AreInNoFileWithTheNameOfThatFolder) {
+  folder.write("TxR", "x");
+  isRead(HiveState::Replayed, 2);
+  EXPECT_EQ(refusal(), "");
+}
+
+TEST_F(PendingTransactions, MayBeInAFolderThatCannotBeRead) {
+  std::filesystem::create_directory(folder.path() / "TxR");
+  EXPECT_EQ(refusal(), "");
+  chmod((folder.path() / "TxR").c_str(), 0);
+  chmod(folder.path().c_str(), 0755);
+  chmod(file().c_str(), 0644);
+  {
+    const OrdinaryUser user;
+    isRead(HiveState::Replayed, 2);
+    EXPECT_NE(refusal().find("transactions may wait in " + folder.path().string() + "/TxR;"),
+              std::string::npos)
+        << refusal();
+  }
+  chmod((folder.path() / "TxR").c_str(), 0700);
+}
+
 TEST_F(PendingTransactions, MayBeInWhatCannotBeLookedAt) {
   ASSERT_EQ(mkfifo((folder.path() / "SYSTEM{1-2}.regtrans-ms").c_str(), 0600), 0);
   EXPECT_NE(refusal().find("SYSTEM{1-2}.regtrans-ms"), std::string::npos);
+  std::filesystem::remove(folder.path() / "SYSTEM{1-2}.regtrans-ms");
+  const TemporaryFolder elsewhere;
+  std::filesystem::create_symlink(elsewhere.path(), folder.path() / "TXR");
+  EXPECT_NE(refusal().find("/TXR;"), std::string::npos) << refusal();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "machine/OfflineDiskFixture.h"
+#include "machine/OrdinaryUser.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -20,7 +21,13 @@ class HibernationTest : public OfflineDiskTest {
     disk.write(name, start + std::string(4096, '\0'));
   }
 
-  [[nodiscard]] bool isHibernated() const { return machine::isHibernated(disk.path()); }
+  // Why the disk may not be written; the empty text if it may.
+  [[nodiscard]] std::string reason() const {
+    return machine::whyAsleep({.root = disk.path(), .drives = {}, .user = {}}).value_or("");
+  }
+  [[nodiscard]] bool isHibernated() const {
+    return reason().find("Windows is hibernated (") != std::string::npos;
+  }
 };
 
 TEST_F(HibernationTest, TheStartOfTheFileTells) {
@@ -87,6 +94,30 @@ TEST_F(HibernationTest, AFileThatCannotBeReadIsAReasonNotToWrite) {
   open();
   ASSERT_EQ(computer->uncleanHives().size(), 1U);
   EXPECT_NE(computer->uncleanHives()[0].find("cannot be told"), std::string::npos);
+}
+
+TEST_F(HibernationTest, ALinkIsNotFollowedAndAReasonNotToWrite) {
+  const TemporaryFolder outside;
+  outside.write("wake", "wake");
+  std::filesystem::create_symlink(outside.path() / "wake", disk.path() / "hiberfil.sys");
+  EXPECT_NE(reason().find("cannot be told"), std::string::npos);
+  std::filesystem::remove(outside.path() / "wake");
+  EXPECT_NE(reason().find("cannot be told"), std::string::npos);
+}
+
+TEST_F(HibernationTest, ADriveWhoseRootCannotBeReadIsAReasonNotToWrite) {
+  const TemporaryFolder other;
+  chmod(disk.path().c_str(), 0755);
+  chmod(other.path().c_str(), 0311);
+  const machine::OfflineDisk both{.root = disk.path(), .drives = {{'D', other.path()}}, .user = {}};
+  {
+    const OrdinaryUser user;
+    const auto line = machine::whyAsleep(both);
+    ASSERT_TRUE(line);
+    EXPECT_NE(line->find(other.path().string() + " cannot be read"), std::string::npos) << *line;
+  }
+  chmod(other.path().c_str(), 0700);
+  EXPECT_EQ(machine::whyAsleep(both), std::nullopt);
 }
 
 TEST_F(HibernationTest, AStoppedSaveIsNotEndedWhereWindowsSleeps) {

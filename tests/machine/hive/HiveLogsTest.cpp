@@ -4,7 +4,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <stdexcept>
+
 #include "machine/DirtyDisk.h"
+#include "machine/KilledProcess.h"
 #include "machine/OrdinaryUser.h"
 #include "machine/base/MachineError.h"
 #include "machine/hive/RawHive.h"
@@ -139,6 +143,36 @@ TEST_F(HiveLogsTest, ThatAFolderDoesNotShowAreNotTakenForNone) {
   }
   chmod(folder.path().c_str(), 0700);
 }
+
+#ifdef __x86_64__
+TEST_F(HiveLogsTest, ThatCannotBeReadAreNeverLeftOutInSilence) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  const auto look = [this] {
+    try {
+      HiveFile hive(file());
+      const bool isWhole = hive.replay().state == HiveState::Replayed && keysOf(hive) == 2;
+      if (isWhole || hive.replay().state == HiveState::Unreplayable) {
+        return;
+      }
+    } catch (const machine::MachineError&) {
+      return;
+    }
+    throw std::runtime_error("it seems to be whole");
+  };
+  int failures = 0;
+  CallFailure failure = CallFailure::Done;
+  for (int call = 0; failure != CallFailure::NoSuchCall; ++call) {
+    bool seemsWhole = false;
+    failure = failCall(
+        call, EIO, [] {}, look, seemsWhole);
+    EXPECT_FALSE(seemsWhole) << call;
+    failures += failure == CallFailure::Done ? 1 : 0;
+  }
+  EXPECT_GT(failures, 10);
+}
+#endif
 
 TEST_F(HiveLogsTest, CanBeLeftAloneAndThenTheHiveIsNotWritten) {
   isRead(HiveState::LeftAsIs, 1, LogUse::LeaveAlone);

@@ -2,6 +2,10 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <stdexcept>
+
+#include "machine/KilledProcess.h"
 #include "machine/OfflineDiskFixture.h"
 #include "machine/OrdinaryUser.h"
 
@@ -119,6 +123,30 @@ TEST_F(HibernationTest, ADriveWhoseRootCannotBeReadIsAReasonNotToWrite) {
   chmod(other.path().c_str(), 0700);
   EXPECT_EQ(machine::whyAsleep(both), std::nullopt);
 }
+
+#ifdef __x86_64__
+TEST_F(HibernationTest, AnErrorWhereverItIsLookedForIsAReasonNotToWrite) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  sleep("hiberfil.sys", "hibr");
+  const auto look = [this] {
+    if (reason().empty()) {
+      throw std::runtime_error("it seems to be awake");
+    }
+  };
+  int failures = 0;
+  CallFailure failure = CallFailure::Done;
+  for (int call = 0; failure != CallFailure::NoSuchCall; ++call) {
+    bool seemsAwake = false;
+    failure = failCall(
+        call, EIO, [] {}, look, seemsAwake);
+    EXPECT_FALSE(seemsAwake) << call;
+    failures += failure == CallFailure::Done ? 1 : 0;
+  }
+  EXPECT_GT(failures, 3);
+}
+#endif
 
 TEST_F(HibernationTest, AStoppedSaveIsNotEndedWhereWindowsSleeps) {
   disk.write("zelvreg-saving.txt", "Windows/System32/config/SOFTWARE");

@@ -98,9 +98,23 @@ TEST_F(ImageRepairTest, AHibernatedWindowsIsNotWritten) {
                          root.write("hiberfil.sys", "hibr");
                        }}});
   EXPECT_EQ(dead("asleep"), 1U);
-  const std::string line = refusal("asleep", fixInto("new.qcow2"));
-  EXPECT_NE(line.find(path("asleep") + "/partition 1/hiberfil.sys"), std::string::npos) << line;
-  EXPECT_FALSE(folder.has("new.qcow2"));
+  const std::string asleep = folder.read("asleep");
+  const std::vector<std::vector<std::string>> commands{
+      {"fix", "--yes", "--only", "startup"},
+      {"undo", "on"},
+      {"undo", "restore", "1"},
+      {"exclude", "add", R"(HKEY_LOCAL_MACHINE\Software)"}};
+  for (const auto& where :
+       std::vector<std::vector<std::string>>{{"--overlay", path("new.qcow2")}, {"--in-place"}}) {
+    for (std::vector<std::string> words : commands) {
+      words.insert(words.end(), where.begin(), where.end());
+      const std::string line = refusal("asleep", words);
+      EXPECT_NE(line.find(path("asleep") + "/partition 1/hiberfil.sys"), std::string::npos) << line;
+      EXPECT_EQ(error.str(), "");
+    }
+    EXPECT_FALSE(folder.has("new.qcow2"));
+    EXPECT_TRUE(folder.read("asleep") == asleep);
+  }
 }
 
 TEST_F(ImageRepairTest, OnlyOneWritesAnImageAtATime) {

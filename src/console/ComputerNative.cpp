@@ -132,6 +132,7 @@ machine::OfflineDisk diskOf(const Target& target) {
   }
   disk.leavesLogs = target.leavesLogs;
   disk.everyProfile = target.everyProfile;
+  disk.namesLeftOut = target.everyUser;
   disk.missingDrivesAreDead = target.missingDrivesAreDead;
   disk.filesAreReadOnly = target.filesAreReadOnly;
   disk.keptBackups = target.keptBackups;

@@ -16,8 +16,8 @@ class ProfileKindsTest : public SeveralUsersTest {
   void list(const std::string& sid, const std::string& folder) {
     more(software).text(listed(sid), "ProfileImagePath", folder, 2);
   }
-  void setState(const std::string& sid, unsigned state) {
-    more(software).number(listed(sid), "State", static_cast<int>(state));
+  void setState(const std::string& sid, std::uint32_t state) {
+    more(software).number(listed(sid), "State", state);
   }
   static std::string listed(const std::string& sid) {
     return R"(Microsoft\Windows NT\CurrentVersion\ProfileList\)" + sid;

@@ -22,7 +22,7 @@ class HiveBuilder {
       : HiveBuilder(openEmptyHive(file), file) {}
   // The same onto a hive that is there.
   static HiveBuilder onto(const std::filesystem::path& file) {
-    return HiveBuilder(hivex_open(file.c_str(), HIVEX_OPEN_WRITE), file);
+    return {hivex_open(file.c_str(), HIVEX_OPEN_WRITE), file};
   }
   ~HiveBuilder() {
     hivex_commit(hive, nullptr, 0);

@@ -8,6 +8,7 @@
 
 #include "evidence/Reasons.h"
 #include "evidence/TextLook.h"
+#include "machine/AdoptedProcesses.h"
 #include "machine/OfflineDiskFixture.h"
 #include "machine/ProgramRun.h"
 #include "machine/files/DiskAttributes.h"
@@ -46,6 +47,7 @@ class NtfsDiskTest : public OfflineDiskTest {
   void unmount() const {
     EXPECT_TRUE(run({"fusermount3", "-u", disk.path().string()}) ||
                 run({"umount", disk.path().string()}));
+    AdoptedProcesses::waitForAll();
   }
 
   void mountAnew(const std::string& options) const {
@@ -70,6 +72,7 @@ class NtfsDiskTest : public OfflineDiskTest {
         << name;
   }
 
+  const AdoptedProcesses adopted;
   const TemporaryFolder outside;
   std::string image;
   bool isMounted = false;

@@ -39,6 +39,13 @@ bool hasDataFile(const Sector& sector) {
   return beginsWith(sector, start) && (sector[lastFeatureOffset] & dataFileFeature) != std::byte{0};
 }
 
+// Of vhd, which programs take for a disk of its own. Its parent is another image.
+bool isDifferencing(const Sector& sector) {
+  constexpr std::size_t lastTypeOffset = 63;
+  constexpr std::byte differencingType{4};
+  return beginsWith(sector, "conectix") && sector[lastTypeOffset] == differencingType;
+}
+
 // The text of vmdk that names the parts, where it stands alone or in an image without content of
 // its own; else empty. It ends where no program reads on.
 std::string partsText(const FileDescriptor& file, const Sector& sector) {
@@ -95,6 +102,11 @@ void refuseForeignParts(const fs::path& image, std::vector<fs::path>& looked) {
     refuse(image,
            "keeps its content in another file; convert it with qemu-img convert, and name the "
            "result");
+  }
+  if (isDifferencing(sector)) {
+    refuse(image,
+           "holds only what differs from another image; merge the two with the program that made "
+           "them, and name the result");
   }
   for (const std::string& name : partsIn(partsText(file, sector))) {
     const fs::path part = image.parent_path() / name;

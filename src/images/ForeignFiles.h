@@ -8,8 +8,8 @@
 namespace zelvreg::images {
 
 // Throws MachineError if a part of this image is in a file that is not a plain one beside it, or if
-// its whole content is in another file. A file that cannot be read, or is damaged, is left to
-// whoever opens it. Images below it are not looked at.
+// its content is in another file, whole or but for what differs. A file that cannot be read, or is
+// damaged, is left to whoever opens it. Images below it are not looked at.
 void refuseForeignFiles(const std::filesystem::path& image);
 
 // Throws MachineError unless this file is a plain one beside the image of which it is a part.

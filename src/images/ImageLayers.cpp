@@ -58,6 +58,19 @@ void requireReadable(const fs::path& image) {
   }
 }
 
+// From the words of the tool.
+std::string whyUnreadable(const std::string& complaint) {
+  std::string line = complaint.substr(0, complaint.find('\n'));
+  if (line.find("log that needs to be replayed") != std::string::npos) {
+    return "holds changes in a log that can only be taken over by writing it; make a copy, run "
+           "qemu-img check -r all COPY, and name the copy";
+  }
+  const std::string_view tool = "qemu-img: ";
+  line.erase(0, line.starts_with(tool) ? tool.size() : 0);
+  return "is no image that qemu-img can read: " + line +
+         "; get a whole copy of it, or if it is a checkpoint of another image, merge the two";
+}
+
 // What the tool says of one file alone; no file of another folder is opened for it. It may be in
 // use, which the daemon finds out.
 Json describe(Keeper& keeper, const fs::path& image) {
@@ -65,12 +78,7 @@ Json describe(Keeper& keeper, const fs::path& image) {
   const ProgramEnd told = keeper.run({"qemu-img", "info", "-U", "--output=json", image.string()});
   Json about = Json::parse(told.output, nullptr, false);
   if (told.status != 0 || !about.is_object()) {
-    std::string line = told.complaint.substr(0, told.complaint.find('\n'));
-    const std::string_view tool = "qemu-img: ";
-    line.erase(0, line.starts_with(tool) ? tool.size() : 0);
-    refuse(image,
-           "is no image that qemu-img can read: " + line +
-               "; get a whole copy of it, or convert it to raw with the program that made it");
+    refuse(image, whyUnreadable(told.complaint));
   }
   return about;
 }

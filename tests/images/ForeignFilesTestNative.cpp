@@ -92,6 +92,17 @@ TEST_F(ForeignFilesTest, ContentInAnotherFileIsToldByTheThirdVersionAlone) {
   EXPECT_EQ(refusal("image"), "");
 }
 
+TEST_F(ForeignFilesTest, WhatOnlyDiffersFromAnotherIsNoDisk) {
+  std::string footer(512, '\0');
+  footer.replace(0, 8, "conectix");
+  footer[63] = 3;
+  folder.write("image", footer);
+  EXPECT_EQ(refusal("image"), "");
+  footer[63] = 4;
+  folder.write("image", footer);
+  EXPECT_NE(refusal("image").find("differs from another image"), std::string::npos);
+}
+
 TEST_F(ForeignFilesTest, ADiskIsNoText) {
   folder.write("image", "\xEB# RW 8 FLAT \"/etc/passwd\" 0");
   EXPECT_EQ(refusal("image"), "");

@@ -80,7 +80,7 @@ void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const 
   SetTextColor(buffer.dc(), colorRef(look.text));
   const UINT alignment = look.isLeftAligned ? DT_LEFT : DT_CENTER;
   DrawTextW(buffer.dc(), wideText(caption.text), static_cast<int>(caption.text.size()), &box,
-            caption.format | alignment);
+            caption.format | alignment | (setting.hidesKeys ? DT_HIDEPREFIX : 0U));
 }
 
 SystemColors systemColors() {

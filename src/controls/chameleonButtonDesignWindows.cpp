@@ -181,7 +181,8 @@ Size chameleonButton::size() const {
 void chameleonButton::paint(HDC target) const {
   const PaintBuffer buffer(size());
   paintGround(window, buffer.dc());
-  paintButton(buffer, properties(), stateNow(), {font.get(), dpi, palette});
+  const bool hidesKeys = (SendMessageW(window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
+  paintButton(buffer, properties(), stateNow(), {font.get(), dpi, palette, hidesKeys});
   buffer.show(target, 0, 0);
 }
 

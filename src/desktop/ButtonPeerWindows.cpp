@@ -75,13 +75,21 @@ void ButtonPeer::showAll() {
   chameleon.set(&ButtonProperties::Enabled, shownButton.enabled.get());
 }
 
+void ButtonPeer::setMarked(const std::string& caption) {
+  if (marked != caption) {
+    marked = caption;
+    chameleon.set(&ButtonProperties::Caption, caption);
+  }
+}
+
 void ButtonPeer::showText() {
-  const bool hasCaption = role != ButtonRole::Title && role != ButtonRole::IconOnly;
-  chameleon.set(&ButtonProperties::Caption, hasCaption ? shownButton.caption.get() : std::string());
+  marked.clear();
+  chameleon.set(&ButtonProperties::Caption,
+                hasCaption() ? shownButton.caption.get() : std::string());
   const std::string& tip = shownButton.toolTip.get();
-  const std::string& told = !tip.empty() || hasCaption ? tip : shownButton.caption.get();
+  const std::string& told = !tip.empty() || hasCaption() ? tip : shownButton.caption.get();
   chameleon.setToolTip(told);
-  if (!hasCaption) {
+  if (!hasCaption()) {
     SetWindowTextW(hwnd(), Wide(spokenName()).get());
   }
 }
@@ -147,10 +155,14 @@ int ButtonPeer::widthOf(const std::u16string& text) const {
   return extent.right + around + desk().pixels(2);
 }
 
-int ButtonPeer::naturalWidth() const { return widthOf(utf16(shownButton.caption.get())); }
+std::u16string ButtonPeer::drawnCaption() const {
+  return utf16(marked.empty() ? shownButton.caption.get() : marked);
+}
+
+int ButtonPeer::naturalWidth() const { return widthOf(drawnCaption()); }
 
 int ButtonPeer::narrowestWidth() const {
-  const std::u16string caption = utf16(shownButton.caption.get());
+  const std::u16string caption = drawnCaption();
   int widest = 0;
   for (std::size_t start = 0; start < caption.size();) {
     const std::size_t end = std::min(caption.find(u' ', start), caption.size());

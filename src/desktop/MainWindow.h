@@ -86,6 +86,7 @@ class MainWindow : private ControlPeer {
   // captions.
   void arrange();
   void arrangeLater();
+  void giveAccessKeys();
   void arrangeCommandBar();
   void arrangeRows();
   // Returns the place after the last, in pixels of the screen.

@@ -24,6 +24,7 @@ void MainWindow::arrangeLater() {
 }
 
 void MainWindow::arrange() {
+  giveAccessKeys();
   arrangeCommandBar();
   arrangeRows();
   arrangeTexts();

@@ -59,6 +59,8 @@ void MainWindow::makeWindow() {
       WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.pixels(windowWidth),
       desk.pixels(windowHeight), nullptr, nullptr, GetModuleHandleW(nullptr), this);
   changeResolution(resolutionOf(window), nullptr);
+  // Access keys are underlined if the keyboard was used last.
+  SendMessageW(window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0), 0);
   taskBarCreated = RegisterWindowMessageW(L"TaskbarCreated");
   letThrough(window, taskBarCreated);
 }

@@ -59,6 +59,13 @@ class ButtonPeer : public Peer {
   // Changes between a button with a caption and a square with only the picture.
   void setRole(ButtonRole newRole);
   [[nodiscard]] bool isSquare() const { return role == ButtonRole::IconOnly; }
+  [[nodiscard]] bool hasCaption() const {
+    return role != ButtonRole::Title && role != ButtonRole::IconOnly;
+  }
+  // Who chooses an access key before whom: the command bar, then pages, then the side bar.
+  [[nodiscard]] int keyRank() const {
+    return role == ButtonRole::Command ? 0 : role == ButtonRole::SideBar ? 2 : 1;
+  }
   // Whether it is the next step that a user would take.
   void setPrimary(bool isPrimary);
   // Whether its page is shown, which the side bar highlights.
@@ -69,6 +76,9 @@ class ButtonPeer : public Peer {
   [[nodiscard]] int narrowestWidth() const;
   [[nodiscard]] Button& button() const { return shownButton; }
   [[nodiscard]] AccessibleFacts facts() const override;
+
+  // The caption with the mark of its access key, until the caption changes.
+  void setMarked(const std::string& caption);
 
   // Called after the caption changes, or the button is enabled or disabled; may be empty.
   std::function<void()> onChanged;
@@ -84,10 +94,12 @@ class ButtonPeer : public Peer {
  private:
   [[nodiscard]] int widthOf(const std::u16string& text) const;
   [[nodiscard]] std::string spokenName() const;
+  [[nodiscard]] std::u16string drawnCaption() const;
 
   Button& shownButton;
   ButtonRole role;
   std::string icon;
+  std::string marked;
   bool isNext = false;
   controls::chameleonButton chameleon;
 };
@@ -103,8 +115,10 @@ class CheckPeer : public Peer {
   void command(int code) override;
   // The width of mark and caption, in pixels of the screen.
   [[nodiscard]] int naturalWidth() const;
-
   [[nodiscard]] AccessibleFacts facts() const override;
+  [[nodiscard]] const std::string& caption() const;
+  // The caption with the mark of its access key, until the caption changes.
+  void setMarked(const std::string& caption);
 
   // Called after a change of the caption; may be empty.
   std::function<void()> onText;
@@ -119,10 +133,10 @@ class CheckPeer : public Peer {
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
   [[nodiscard]] bool isOn() const;
-  [[nodiscard]] const std::string& caption() const;
 
   CheckBox* box = nullptr;
   OptionButton* option = nullptr;
+  std::string marked;
   std::function<void()> onChoose;
   Tone ground;
 };

@@ -61,7 +61,15 @@ const std::string& CheckPeer::caption() const {
   return box != nullptr ? box->caption.get() : option->caption.get();
 }
 
+void CheckPeer::setMarked(const std::string& caption) {
+  if (marked != caption) {
+    marked = caption;
+    SetWindowTextW(hwnd(), Wide(caption).get());
+  }
+}
+
 void CheckPeer::showText() {
+  marked.clear();
   SetWindowTextW(hwnd(), Wide(caption()).get());
   if (onText) {
     onText();
@@ -108,9 +116,11 @@ void CheckPeer::paint() {
     SetBkMode(buffer.dc(), TRANSPARENT);
     SetTextColor(buffer.dc(),
                  controls::colorRef(desk().color(control().enabled ? Tone::Text : Tone::Disabled)));
-    const std::u16string text = utf16(caption());
+    const std::u16string text = utf16(marked.empty() ? caption() : marked);
+    const bool hidesKeys = (SendMessageW(hwnd(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
+    const UINT prefix = marked.empty() ? DT_NOPREFIX : hidesKeys ? DT_HIDEPREFIX : 0;
     DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &place,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | prefix);
     drawFocus(buffer, ground);
   });
 }
@@ -132,6 +142,7 @@ LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE:
+    case WM_UPDATEUISTATE:
     case WM_SETTEXT: {
       // The class paints on its own for these.
       SendMessageW(hwnd, WM_SETREDRAW, FALSE, 0);

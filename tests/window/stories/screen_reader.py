@@ -74,3 +74,17 @@ def rows_tell_their_tick_and_how_sure_they_are(scene):
     _expect_names(question, "question")
     for name in ("Yes", "No", "Close"):
         _one(question, BUTTON, name)
+
+
+def a_letter_with_alt_presses_a_button(scene):
+    screen = scene.screen
+    screen.start()
+    window = screen.see("the window")
+    marked = [each.text for each in window.controls if each.kind == "Button" and "&" in each.text]
+    letters = [text[text.index("&") + 1].lower() for text in marked]
+    expect("no letter is there twice", sorted(letters), sorted(set(letters)))
+    letter = next(text[text.index("&") + 1].lower() for text in marked
+                  if text.replace("&", "") == "Exclusions")
+    screen.display.keys(f"alt+{letter}")
+    screen.see("the exclusions", lambda shown: shown.find("Button", "Add Keys"))
+    screen.picture("exclusions")

@@ -1,6 +1,5 @@
 #include "shell/Languages.h"
 
-#include <fstream>
 #include <iterator>
 
 #include "evidence/Reasons.h"
@@ -10,10 +9,12 @@
 #include "shell/Captions.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
-#include "support/SourceFolder.h"
+#include "support/ShippedLanguages.h"
 
 namespace zelvreg {
 namespace {
+
+using fixture::shippedLanguages;
 
 const std::string choiceKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner\\zelvreg";
@@ -22,22 +23,6 @@ const std::string suiteSettings =
 const std::string ticksKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
 const std::string folder = "C:\\LanguagesTest";
-
-std::string assetText(const std::string& name) {
-  std::ifstream file(sourceFolder() + "/assets/lang/" + name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-struct Language {
-  const char* tag;
-  const char* name;
-  int charset;
-};
-
-constexpr Language shipped[] = {
-    {"english", "English", 0}, {"german", "Deutsch", 0},       {"french", "Français", 0},
-    {"spanish", "Español", 0}, {"portuguese", "Português", 0}, {"polish", "Polski", 238},
-};
 
 constexpr Confidence allConfidences[] = {Confidence::Unsure, Confidence::Likely, Confidence::Sure};
 
@@ -49,13 +34,13 @@ class LanguagesTest : public fixture::ComputerFixture {
     emptyKey(ticksKey);
     form.programFolder = folder;
     copyAsset("data.lang");
-    for (const Language& language : shipped) {
-      copyAsset("zelvreg-" + std::string(language.tag) + ".lang");
+    for (const fixture::ShippedLanguage& language : shippedLanguages) {
+      copyAsset(fixture::fileOfLanguage(language));
     }
   }
 
   static void copyAsset(const std::string& name) {
-    makeFile(folder + "\\lang\\" + name, assetText(name));
+    makeFile(folder + "\\lang\\" + name, fixture::languageAsset(name));
   }
 
   void choose(const std::string& tag, int charset = 0) {
@@ -67,12 +52,12 @@ class LanguagesTest : public fixture::ComputerFixture {
 
 TEST_F(LanguagesTest, ThePickerHoldsEachLanguageOfTheList) {
   loadavlang(form);
-  ASSERT_EQ(form.lbllanguage.size(), std::size(shipped));
-  for (std::size_t entry = 0; entry < std::size(shipped); ++entry) {
+  ASSERT_EQ(form.lbllanguage.size(), std::size(shippedLanguages));
+  for (std::size_t entry = 0; entry < std::size(shippedLanguages); ++entry) {
     const Label& label = *form.lbllanguage[entry];
-    EXPECT_EQ(label.caption.get(), shipped[entry].name);
-    EXPECT_EQ(label.tag.get(), shipped[entry].tag);
-    EXPECT_EQ(label.font.get().charset, shipped[entry].charset);
+    EXPECT_EQ(label.caption.get(), shippedLanguages[entry].name);
+    EXPECT_EQ(label.tag.get(), shippedLanguages[entry].tag);
+    EXPECT_EQ(label.font.get().charset, shippedLanguages[entry].charset);
     EXPECT_EQ(label.font.get().name, "Arial Unicode MS");
     EXPECT_EQ(label.font.get().size, 10);
   }
@@ -83,8 +68,9 @@ TEST_F(LanguagesTest, EntriesAreBelowEachOtherInsideThePanel) {
   form.lbllanguage[0]->height = 300;
   loadavlang(form);
   EXPECT_EQ(form.lbllanguage[1]->top, 450);
-  EXPECT_EQ(form.lbllanguage[5]->top, 50 + 5 * 400);
-  EXPECT_EQ(form.pictrlang.height, 50 + 5 * 400 + 300 + 100);
+  const int last = static_cast<int>(std::size(shippedLanguages)) - 1;
+  EXPECT_EQ(form.lbllanguage.back()->top, 50 + last * 400);
+  EXPECT_EQ(form.pictrlang.height, 50 + last * 400 + 300 + 100);
 }
 
 TEST_F(LanguagesTest, WithoutTheListThePickerKeepsItsOneEntry) {
@@ -110,38 +96,6 @@ TEST_F(LanguagesTest, ReadingAnEndlessListEnds) {
   loadavlang(form);
   EXPECT_EQ(form.lbllanguage.size(), 1000U);
   EXPECT_EQ(form.lbllanguage[0]->font.get().charset, charset);
-}
-
-TEST_F(LanguagesTest, EveryLanguageHasATextOfItsOwnForEveryKey) {
-  for (const Language& language : shipped) {
-    const std::string file = folder + "\\lang\\zelvreg-" + language.tag + ".lang";
-    std::vector<std::pair<std::string, std::string>> keys;
-    for (const Category& category : categories()) {
-      keys.emplace_back("Form42", category.nameKey);
-      keys.emplace_back("Form42", category.textKey);
-    }
-    for (const Caption& caption : captions()) {
-      keys.emplace_back("Form42", caption.key);
-    }
-    for (const char* key : {"orubutton10", "Label222(1)", "Label1", "orubutton1"}) {
-      keys.emplace_back("Form1", key);
-    }
-    for (const char* key : {"Label2(3)", "Label2(2)", "Label2(1)", "Label2(0)", "Label222(1)"}) {
-      keys.emplace_back("frmabout", key);
-    }
-    for (const ReasonRule& rule : reasonRules()) {
-      keys.emplace_back("Evidence", rule.code);
-    }
-    for (const Confidence confidence : allConfidences) {
-      keys.emplace_back("Evidence", codeOf(confidence));
-    }
-    const std::string content = assetText("zelvreg-" + std::string(language.tag) + ".lang");
-    for (const auto& [section, key] : keys) {
-      EXPECT_NE(ReadLangValue(file, section, key, language.charset), "")
-          << language.tag << " " << key;
-      EXPECT_NE(content.find("\n" + key + "="), std::string::npos) << language.tag << " " << key;
-    }
-  }
 }
 
 TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {

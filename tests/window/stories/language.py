@@ -10,6 +10,12 @@ LANGUAGES = {
     "Français": ("french", None, None, "0"),
     "Español": ("spanish", None, None, "0"),
     "Português": ("portuguese", None, None, "0"),
+    "Italiano": ("italian", "Ripara selezione", "Icone", "0"),
+    "Nederlands": ("dutch", "Selectie herstellen", "Pictogrammen", "0"),
+    "Русский": ("russian", "Исправить", "Шрифты", "204"),
+    "日本語": ("japanese", "選択項目を修復", "フォント", "128"),
+    "简体中文": ("chinese", "修复所选", "字体", "134"),
+    "العربية": ("arabic", "إصلاح المحدد", "الخطوط", "178"),
 }
 
 

@@ -257,7 +257,7 @@ void MainWindow::addPictures() {
                                                            .ground = Tone::Accent,
                                                            .tone = Tone::OnAccent});
   help->onClick = [this] { Image44_Click(form); };
-  help->nameOf = [this] { return textOf(form, "name-help"); };
+  help->setName([this] { return textOf(form, "name-help"); });
   others.push_back(std::move(help));
   others.push_back(std::make_unique<PicturePeer>(desk, parentOf(&form.Picture1), form.Image1,
                                                  PictureOptions{.icon = "problem",

@@ -31,14 +31,18 @@ class PicturePeer : public Peer {
 
   [[nodiscard]] AccessibleFacts facts() const override;
 
-  // The press, and the name that a screen reader reads. Each may be empty.
+  // The name that a screen reader reads.
+  void setName(std::function<std::string()> name);
+
+  // May be empty.
   std::function<void()> onClick;
-  std::function<std::string()> nameOf;
 
  protected:
   void showLook() override;
 
  private:
+  std::function<std::string()> nameOf;
+
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
   void nextFrame();

@@ -24,6 +24,11 @@ PicturePeer::PicturePeer(Desk& sharedDesk, HWND parent, Picture& shownPicture,
   showAll();
 }
 
+void PicturePeer::setName(std::function<std::string()> name) {
+  nameOf = std::move(name);
+  SetWindowTextW(hwnd(), Wide(nameOf()).get());
+}
+
 void PicturePeer::showLook() {
   const std::string& file = picture.file.get();
   if (file != loadedFile) {

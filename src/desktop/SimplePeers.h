@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "controls/chameleonButton.h"
 #include "desktop/Peer.h"
@@ -183,6 +184,7 @@ class ComboPeer : public Peer {
 
   ComboBox& box;
   std::function<std::string(const std::string& entry)> shownAs;
+  std::vector<std::string> shownTexts;
   bool isTyped = false;
 };
 

@@ -160,6 +160,14 @@ void ComboPeer::showPlace() {
 
 // The class has the texts for screen readers, and to find an entry by its first letters.
 void ComboPeer::showRows(Change /*what*/, std::size_t /*row*/) {
+  std::vector<std::string> texts;
+  for (int position = 0; position < box.count(); ++position) {
+    texts.push_back(entryText(position));
+  }
+  if (texts == shownTexts) {
+    return;
+  }
+  shownTexts = texts;
   SendMessageW(hwnd(), CB_RESETCONTENT, 0, 0);
   for (int position = 0; position < box.count(); ++position) {
     SendMessageW(hwnd(), CB_ADDSTRING, 0,
@@ -186,9 +194,17 @@ void ComboPeer::showText() {
   }
 }
 
+// While the list is open, an entry that the arrow keys pass is not chosen yet.
 void ComboPeer::command(int code) {
-  if (code == CBN_SELCHANGE) {
-    box.setListIndex(static_cast<int>(SendMessageW(hwnd(), CB_GETCURSEL, 0, 0)));
+  const bool isOpen = SendMessageW(hwnd(), CB_GETDROPPEDSTATE, 0, 0) != FALSE;
+  if (code == CBN_SELENDOK || (code == CBN_SELCHANGE && !isOpen)) {
+    // What follows from it may change this window, which is not done with closing its list.
+    const auto chosen = static_cast<int>(SendMessageW(hwnd(), CB_GETCURSEL, 0, 0));
+    desk().later(this, [this, chosen] {
+      if (chosen != box.listIndex()) {
+        box.setListIndex(chosen);
+      }
+    });
   } else if (code == CBN_EDITCHANGE) {
     isTyped = true;
     box.setText(typedText(hwnd()));

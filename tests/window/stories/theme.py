@@ -1,9 +1,10 @@
 """Light and dark, as Windows says or as the user chooses."""
 
-from driver.screen import BOX, SMALL
+from driver.screen import BOX, SMALL, middle
 from driver.waiting import expect, wait_until
 
 PERSONALIZE = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize"
+CHOICE = (r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\regscan", "theme")
 MIDDLE = 128
 
 
@@ -60,3 +61,23 @@ def all_pages_are_dark_where_windows_is(scene):
     screen.start()
     _pages(screen)
     expect("it is dark", _brightness(screen) < MIDDLE, True)
+
+
+def it_is_dark_at_once_where_its_user_says_so(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Manage undo options")
+    box = screen.find("the colors", lambda window: next(
+        (each for each in window.controls if each.text == "Colors: same as Windows"), None))
+    expect("it is light at first", _brightness(screen) > MIDDLE, True)
+    screen.display.click(*middle(box.place))
+    screen.display.keys("Down", "Down")
+    expect("nothing is chosen yet", _brightness(screen) > MIDDLE, True)
+    screen.display.keys("Return")
+    wait_until("it is dark", lambda: _brightness(screen) < MIDDLE)
+    screen.picture("dark")
+    expect("it is kept", scene.box.value(*CHOICE), "dark")
+    screen.press_picture("chameleonButton4")
+    wait_until("the window is closed", lambda: not screen.window())
+    screen.start()
+    expect("the next start is dark", _brightness(screen) < MIDDLE, True)

@@ -11,6 +11,12 @@ namespace zelvreg::desktop {
 // Has the window of a peer answer with the peer's facts.
 void tellFacts(HWND window);
 
+// Has screen readers read a text aloud when it changes, once they have ended what they say. Older
+// systems than Windows 8 know no such texts.
+void makeLive(HWND window);
+// After the text of such a window has changed.
+void tellChange(HWND window);
+
 }  // namespace zelvreg::desktop
 
 #endif

@@ -177,6 +177,13 @@ LRESULT answer(HWND window, WPARAM wParam) {
   return result;
 }
 
+// Newer than the oldest Windows that the program runs on, which passes it on like any other.
+constexpr DWORD liveRegionChanged = 0x8019;
+// LiveSetting_Property_GUID of the system's header for UI Automation, and its value "polite".
+constexpr GUID liveSetting{
+    0xC12BCD8E, 0x2A8E, 0x4950, {0x8A, 0xE7, 0x36, 0x25, 0x11, 0x1D, 0x58, 0xEB}};
+constexpr LONG polite = 1;
+
 LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                            DWORD_PTR /*reference*/) {
   if (message == WM_NCDESTROY) {
@@ -195,6 +202,23 @@ LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam
 void tellFacts(HWND window) {
   constexpr UINT_PTR subclassId = 19;
   SetWindowSubclass(window, procedure, subclassId, 0);
+}
+
+void makeLive(HWND window) {
+  IAccPropServices* services = nullptr;
+  if (FAILED(CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER,
+                              IID_IAccPropServices, reinterpret_cast<void**>(&services)))) {
+    return;
+  }
+  VARIANT value{};
+  value.vt = VT_I4;
+  value.lVal = polite;
+  services->SetHwndProp(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, liveSetting, value);
+  services->Release();
+}
+
+void tellChange(HWND window) {
+  NotifyWinEvent(liveRegionChanged, window, OBJID_CLIENT, CHILDID_SELF);
 }
 
 }  // namespace zelvreg::desktop

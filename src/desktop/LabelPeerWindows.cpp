@@ -6,14 +6,13 @@
 #include <algorithm>
 
 #include "controls/PaintBuffer.h"
+#include "desktop/Accessible.h"
 #include "desktop/SimplePeers.h"
 
 namespace zelvreg::desktop {
 namespace {
 
 constexpr UINT_PTR subclassId = 1;
-// Newer than the oldest Windows that the program runs on, which passes it on like any other.
-constexpr DWORD liveRegionChanged = 0x8019;
 
 struct LabelStyle {
   double pointsMore;  // than the control's own font
@@ -111,6 +110,11 @@ Rgb LabelPeer::textColor() const {
 
 int LabelPeer::textWidth() const { return lineWidth(text(), fontInUse()); }
 
+void LabelPeer::readAloud() {
+  isLive = true;
+  makeLive(hwnd());
+}
+
 void LabelPeer::showText() {
   repaint();
   if (onText) {
@@ -142,8 +146,8 @@ void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
     // The text for screen readers; updated only here, because nobody could read faster changes.
     read = caption;
     SetWindowTextW(hwnd(), wideText(caption));
-    if (look == LabelLook::Explanation) {
-      NotifyWinEvent(liveRegionChanged, hwnd(), OBJID_CLIENT, CHILDID_SELF);
+    if (isLive) {
+      tellChange(hwnd());
     }
   }
   RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};

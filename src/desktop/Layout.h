@@ -41,7 +41,7 @@ enum class LabelLook : std::uint8_t {
   Secondary,
   SecondaryRight,
   Wrapped,
-  Explanation,  // wrapped, and read out by screen readers when it changes
+  Explanation,  // wrapped, in the color of a text
   Problem,
   Link,
 };

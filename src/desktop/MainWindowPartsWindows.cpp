@@ -133,6 +133,11 @@ void MainWindow::addLabels() {
                                           : Tone::Ground;
     labels.push_back(
         std::make_unique<LabelPeer>(desk, parentOf(parent), place.label(form), place.look, ground));
+    // How far a scan is, what it has found, and how sure a row is.
+    if (&place.label(form) == &form.Label4 || &place.label(form) == &form.Label10 ||
+        &place.label(form) == &form.EvidenceText) {
+      labels.back()->readAloud();
+    }
     // Only the labels before values: the values themselves change with every entry of a scan.
     const Label* label = &place.label(form);
     if (label == &form.Label2[3] || label == &form.Label6 || label == &form.Label10) {

@@ -21,6 +21,8 @@ class LabelPeer : public Peer {
             Tone labelGround);
 
   void draw(const DRAWITEMSTRUCT& request) override;
+  // Has screen readers read it aloud when it changes.
+  void readAloud();
   // The width of the text in pixels of the screen.
   [[nodiscard]] int textWidth() const;
   [[nodiscard]] AccessibleFacts facts() const override;
@@ -49,6 +51,7 @@ class LabelPeer : public Peer {
   LabelLook look;
   Tone ground;
   std::u16string read;  // by screen readers
+  bool isLive = false;
 };
 
 class ButtonPeer : public Peer {

@@ -34,6 +34,7 @@ LabelStyle styleOf(LabelLook look) {
       return {0, false, Tone::QuietOnAccent, oneLine};
     case LabelLook::PageTitle:
     case LabelLook::Counter:
+    case LabelLook::Outcome:
       return {3, true, Tone::Text, oneLine};
     case LabelLook::Strong:
       return {0, true, Tone::Text, oneLine};

@@ -65,6 +65,7 @@ constexpr std::array labels{
     LabelPlace{
         element<&Form42::Label2, 4>, in<&Form42::Frame8>, {78, 64, 602, 34}, LabelLook::Wrapped},
     LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Counter},
+    LabelPlace{of<&Form42::OutcomeText>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Outcome},
     LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 12, 90, 18}, LabelLook::Strong},
     LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 12, 480, 18}, LabelLook::Problem},
     LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 38, 706, 54}, LabelLook::Wrapped},
@@ -153,6 +154,11 @@ constexpr std::array buttons{
                 {250, 0, 32, 32},
                 ButtonRole::IconOnly,
                 "fix"},
+    ButtonPlace{of<&Form42::UndoRepair>,
+                in<&Form42::Frame2>,
+                {640, 36, 150, 28},
+                ButtonRole::Plain,
+                "undo"},
     ButtonPlace{
         of<&Form42::Command28>, in<&Form42::Picture1>, {656, 7, 120, 28}, ButtonRole::Plain, ""},
     ButtonPlace{of<&Form42::chameleonButton2>,
@@ -208,7 +214,7 @@ void putSafeguardBoxes(Form42& form) {
 
 void putLists(Form42& form) {
   put(form.View1, {0, listTop, page.width, page.height - listTop});
-  put(form.View2, {0, 42, page.width, 260});
+  put(form.View2, {0, 67, page.width, 235});
   put(form.View3, {0, 116, page.width, 290});
   put(form.View4, {0, 36, page.width, 370});
   put(form.CarefulBox, {490, 27, 300, 20});

@@ -36,6 +36,7 @@ enum class LabelLook : std::uint8_t {
   WindowTitle,  // of a small window
   PageTitle,
   Counter,  // a page's title that ends in a number
+  Outcome,  // in its place
   Strong,
   Plain,
   Secondary,

@@ -45,6 +45,8 @@ class ListViewPeer : public Peer {
   std::function<void(std::size_t row)> onItemClick;
   std::function<void()> onDoubleClick;
   std::function<void(POINT onScreen)> onMenu;
+  // Called when rows that have come or gone are shown; may be empty.
+  std::function<void()> onRows;
   // The icon that is a row's mark, and the text that is shown while the mouse rests on the row; the
   // empty text for none. The list is drawn again when its rows change, not when these do.
   std::function<std::string(std::size_t row)> markOf;

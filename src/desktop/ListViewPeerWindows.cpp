@@ -165,6 +165,9 @@ void ListViewPeer::catchUp() {
                             LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
     fitColumns();
     repaint();
+    if (onRows) {
+      onRows();
+    }
   } else {
     for (const std::size_t row : changes.single) {
       const auto item = static_cast<int>(row) - 1;

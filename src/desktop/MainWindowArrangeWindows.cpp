@@ -126,6 +126,7 @@ void MainWindow::arrangeRows() {
   flow({&form.chameleonButton22, &form.chameleonButton21}, pageWidth, true);
   arrangeCareful(pageWidth);
   arrangeResultsTitle(pageWidth);
+  flow({&form.UndoRepair}, pageWidth, true);
   flow({&form.chameleonButton2, &form.chameleonButton3}, 0, false);
   flow({&form.chameleonButton5, &form.chameleonButton8, &form.chameleonButton6}, 0, false);
 }
@@ -147,9 +148,11 @@ void MainWindow::arrangeResultsTitle(int pageWidth) {
   };
   ButtonPeer& open = *peerOf(form.chameleonButton14);
   const int room = place() + desk.fromTwips(form.chameleonButton14.width);
-  const bool fits = room - open.naturalWidth() >= peerOf(form.Label10)->textWidth();
+  const Label& title = form.OutcomeText.visible ? form.OutcomeText : form.Label10;
+  const bool fits = room - open.naturalWidth() >= peerOf(title)->textWidth();
   open.setRole(fits ? ButtonRole::Plain : ButtonRole::IconOnly);
   form.Label10.width = desk.toTwips(std::max(0, place()));
+  form.OutcomeText.width = form.Label10.width;
 }
 
 // A value follows the words that name it.

@@ -9,6 +9,7 @@
 #include "reports/EntryDetails.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scan/OutcomeLine.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
 #include "shell/WindowEvents.h"
@@ -133,14 +134,15 @@ void MainWindow::addLabels() {
                                           : Tone::Ground;
     labels.push_back(
         std::make_unique<LabelPeer>(desk, parentOf(parent), place.label(form), place.look, ground));
-    // How far a scan is, what it has found, and how sure a row is.
+    // How far a scan is, what it has found, what a repair has done, and how sure a row is.
     if (&place.label(form) == &form.Label4 || &place.label(form) == &form.Label10 ||
-        &place.label(form) == &form.EvidenceText) {
+        &place.label(form) == &form.OutcomeText || &place.label(form) == &form.EvidenceText) {
       labels.back()->readAloud();
     }
     // Only the labels before values: the values themselves change with every entry of a scan.
     const Label* label = &place.label(form);
-    if (label == &form.Label2[3] || label == &form.Label6 || label == &form.Label10) {
+    if (label == &form.Label2[3] || label == &form.Label6 || label == &form.Label10 ||
+        label == &form.OutcomeText) {
       labels.back()->onText = [this] { arrangeLater(); };
     }
   }
@@ -187,6 +189,7 @@ void MainWindow::addLists() {
       };
     } else if (&list == &form.View2) {
       peer->onMenu = [this](POINT onScreen) { openMenu(onScreen); };
+      peer->onRows = [this] { dropOldOutcome(form); };
       peer->markOf = [this](std::size_t row) -> std::string {
         const Evidence* evidence = evidenceOf(form, row);
         return evidence == nullptr ? std::string() : codeOf(evidence->confidence);

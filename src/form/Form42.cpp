@@ -85,6 +85,8 @@ Form42::Form42()
   chameleonButton12.toolTip = "Cancel this operation";
   lbllanguage.push_back(std::make_unique<Label>("English"));
   pictrlang.visible = false;
+  OutcomeText.visible = false;
+  UndoRepair.visible = false;
   // Shown while a scan runs.
   Frame8.visible = false;
   Gif89a1.visible = false;

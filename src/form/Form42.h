@@ -127,6 +127,9 @@ struct Form42 {
   Frame Frame2;
   ListView View2;
   Label Label10{"Number of invalid entries is "};
+  // What the last repair has done, in its place, and what undoes that repair.
+  Label OutcomeText;
+  Button UndoRepair{"Undo this repair"};
   Frame Picture1;
   Label Label5{"No Entry Selected"};
   Label Label6{"Problem"};
@@ -307,6 +310,8 @@ struct Form42 {
   // The plan and the outcome of the repair that runs, or of the last one.
   std::shared_ptr<const RepairPlan> repairPlan;
   RepairOutcome repairOutcome;
+  // The revision of View2 that OutcomeText tells of.
+  std::size_t outcomeRevision = 0;
 
   // 2 where keys were found under "Windows nt" instead of "Windows".
   std::int32_t ntSpelling = 0;

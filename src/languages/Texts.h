@@ -38,6 +38,7 @@ inline constexpr std::array texts{
     Text{"fix-outcome",
          "%1 repaired, %2 left alone because their repair would have taken more than was found, "
          "%3 without effect. What was not repaired stays in the list, without a tick."},
+    Text{"repair-result", "%1 repaired, %2 left, %3 spared"},
     Text{"sure-rows", "%1 surely dead"},
     Text{"likely-rows", "%1 likely"},
     Text{"unsure-rows", "%1 unsure"},

@@ -10,6 +10,7 @@
 #include "repair/RepairRoutines.h"
 #include "repair/SafetyExport.h"
 #include "scan/Findings.h"
+#include "scan/OutcomeLine.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 
@@ -129,6 +130,7 @@ void repairTickedRows(Form42& form) {
 void repairAndLookAgain(Form42& form) {
   repairTickedRows(form);
   countOutcome(form, RegistryState());
+  showOutcome(form);
   if (form.safeguards.protects) {
     tellWhatStayed(form);
   }
@@ -142,6 +144,7 @@ void runRepair(Form42& form) {
     return;
   }
   form.decideSafeguards.run();
+  dropOutcome(form);
   form.repairOutcome = {};
   form.repairPlan = std::make_shared<RepairPlan>(form);
   form.exportStem.clear();

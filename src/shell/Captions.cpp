@@ -103,6 +103,7 @@ constexpr std::array further{
     caption<&Form42::chameleonButton11>("chameleonButton11"),
     caption<&Form42::chameleonButton15>("chameleonButton15"),
     caption<&Form42::orubutton2>("orubutton2"),
+    caption<&Form42::UndoRepair>("UndoRepair"),
     caption<&Form42::Check1>("Check1"),
     caption<&Form42::ChKeys>("ChKeys"),
     caption<&Form42::ChValues>("ChValues"),

@@ -83,6 +83,7 @@ constexpr std::array table{
     Binding{of<&Form42::chameleonButton1>, openUndoOptions},
     Binding{of<&Form42::chameleonButton2>, chameleonButton2_Click},
     Binding{of<&Form42::chameleonButton3>, chameleonButton3_Click},
+    Binding{of<&Form42::UndoRepair>, undoLastRepair},
     Binding{of<&Form42::Check1>, Check1_Click},
     Binding{of<&Form42::Command21>, writeJournal},
     Binding{of<&Form42::Command30>, Command30_Click},

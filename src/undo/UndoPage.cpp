@@ -9,6 +9,8 @@
 #include "languages/Texts.h"
 #include "roots/Roots.h"
 #include "runtime/FileText.h"
+#include "runtime/PrivateFiles.h"
+#include "scan/OutcomeLine.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
 #include "text/Text.h"
@@ -75,16 +77,16 @@ void tellEnd(Form42& form) {
   form.dialogs.tell(textOf(form, "undo-finished"), MessageIcon::Information);
 }
 
-void restoreExport(Form42& form, const UndoContent& content) {
-  if (content.isExportOpen) {
-    tellRefusal(form, textOf(form, "undo-export-open", {content.exportPath}));
+void restoreExport(Form42& form, const std::string& path) {
+  if (couldOthersWrite(path)) {
+    tellRefusal(form, textOf(form, "undo-export-open", {path}));
     return;
   }
-  const RegistryImport import = importRegistryFile(content.exportPath);
+  const RegistryImport import = importRegistryFile(path);
   if (import.isDone) {
     tellEnd(form);
   } else {
-    tellRefusal(form, content.exportPath + ": " + import.message);
+    tellRefusal(form, path + ": " + import.message);
   }
 }
 
@@ -133,9 +135,17 @@ void chameleonButton2_Click(Form42& form) {
   const std::string label = form.View3.text(rowInText3(form), 0);
   const UndoContent content = undoContent(form, label);
   if (form.safeguards.undoesByExport && !content.exportPath.empty()) {
-    restoreExport(form, content);
+    restoreExport(form, content.exportPath);
   } else {
     restoreByJournal(form, undoStem(label));
+  }
+}
+
+void undoLastRepair(Form42& form) {
+  form.isUndoRefused = false;
+  restoreExport(form, exportPath(form, form.exportStem));
+  if (!form.isUndoRefused) {
+    dropOutcome(form);
   }
 }
 

@@ -1,0 +1,42 @@
+#include "scan/OutcomeLine.h"
+
+#include "form/Form42.h"
+#include "languages/Texts.h"
+
+namespace zelvreg {
+namespace {
+
+void showSentence(Form42& form, bool isShown) {
+  form.Label10.visible = !isShown;
+  form.OutcomeText.visible = isShown;
+}
+
+}  // namespace
+
+void showOutcome(Form42& form) {
+  if (form.safeguards == asDescribed()) {
+    return;
+  }
+  const RepairOutcome& outcome = form.repairOutcome;
+  form.OutcomeText.caption = textOf(form, "repair-result",
+                                    {std::to_string(outcome.gone), std::to_string(outcome.noEffect),
+                                     std::to_string(outcome.leftAlone)});
+  form.outcomeRevision = form.View2.revision();
+  form.UndoRepair.visible =
+      outcome.hasBegun && form.safeguards.undoesByExport && !form.exportStem.empty();
+  showSentence(form, true);
+}
+
+void dropOutcome(Form42& form) {
+  form.OutcomeText.caption = "";
+  form.UndoRepair.visible = false;
+  showSentence(form, false);
+}
+
+void dropOldOutcome(Form42& form) {
+  if (form.OutcomeText.visible && form.outcomeRevision != form.View2.revision()) {
+    dropOutcome(form);
+  }
+}
+
+}  // namespace zelvreg

@@ -62,7 +62,8 @@ void Desk::catchUp() {
 
 void Desk::wait(const MessageQueue& queue) const {
   constexpr DWORD timerTick = 10;  // milliseconds
-  const DWORD limit = queue.hasWork() || !waiting.empty() ? timerTick : INFINITE;
+  const bool isUrgent = queue.hasPosted() || !waiting.empty();
+  const DWORD limit = isUrgent ? 0 : queue.hasWork() ? timerTick : INFINITE;
   MsgWaitForMultipleObjectsEx(0, nullptr, limit, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 

@@ -66,6 +66,8 @@ constexpr std::array labels{
         element<&Form42::Label2, 4>, in<&Form42::Frame8>, {78, 64, 602, 34}, LabelLook::Wrapped},
     LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Counter},
     LabelPlace{of<&Form42::OutcomeText>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Outcome},
+    LabelPlace{
+        of<&Form42::FilterText>, in<&Form42::Frame2>, {282, 40, 200, 18}, LabelLook::Secondary},
     LabelPlace{of<&Form42::Label6>, in<&Form42::Picture1>, {70, 12, 90, 18}, LabelLook::Strong},
     LabelPlace{of<&Form42::Label5>, in<&Form42::Picture1>, {164, 12, 480, 18}, LabelLook::Problem},
     LabelPlace{of<&Form42::Label7>, in<&Form42::Picture1>, {70, 38, 706, 54}, LabelLook::Wrapped},
@@ -214,6 +216,7 @@ void putSafeguardBoxes(Form42& form) {
 
 void putLists(Form42& form) {
   put(form.View1, {0, listTop, page.width, page.height - listTop});
+  put(form.FilterBox, {0, 37, 270, 24});
   put(form.View2, {0, 67, page.width, 235});
   put(form.View3, {0, 116, page.width, 290});
   put(form.View4, {0, 36, page.width, 370});
@@ -270,6 +273,16 @@ Place progressPanelPlace() { return {0, page.height - panelHeight, page.width, p
 Place categoryListPlace(const Form42& form) {
   const int bottom = form.Frame8.visible ? page.height - panelHeight - gap : page.height;
   return {0, listTop, page.width, bottom - listTop};
+}
+
+Place barPlace(std::size_t number) {
+  constexpr int perLine = 4;
+  constexpr int border = 10;
+  constexpr int width = (page.width - 2 * border - (perLine - 1) * gap) / perLine;
+  constexpr int height = 28;
+  const int index = static_cast<int>(number);
+  return {border + index % perLine * (width + gap), 9 + index / perLine * (height + 3), width,
+          height};
 }
 
 void layOut(Form42& form) {

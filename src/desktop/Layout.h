@@ -3,6 +3,7 @@
 #ifndef ZELVREG_DESKTOP_LAYOUT_H
 #define ZELVREG_DESKTOP_LAYOUT_H
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -94,6 +95,10 @@ void put(Control& control, const Place& place);
 
 // Gives every control of the form its place, and hides what the window does not show.
 void layOut(Form42& form);
+
+// The place of a bar of the counts by category on their panel, the first being 0. There is room for
+// sixteen.
+Place barPlace(std::size_t number);
 
 // The places of View1 and Frame8 on their page. The heights that the form's procedures set are for
 // an older form. The list takes the room that the page has, so that all rows can be seen; during a

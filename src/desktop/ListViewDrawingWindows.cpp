@@ -33,7 +33,7 @@ ListViewPeer::Sheet ListViewPeer::readSheet() const {
     Header_GetItemRect(header, static_cast<int>(column), &read.columns.emplace_back());
   }
   if (GetFocus() == hwnd()) {
-    read.focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
+    read.focused = focusedRow();
   }
   return read;
 }
@@ -55,7 +55,7 @@ LRESULT ListViewPeer::drawItem(NMLVCUSTOMDRAW& request) {
   if (rowBuffer == nullptr || rowBuffer->size() != size) {
     rowBuffer = std::make_unique<controls::PaintBuffer>(size);
   }
-  drawRow(*rowBuffer, request.nmcd.dwItemSpec + 1);
+  drawRow(*rowBuffer, order.rowAt(request.nmcd.dwItemSpec));
   rowBuffer->show(request.nmcd.hdc, bounds.left, bounds.top);
   return CDRF_SKIPDEFAULT;
 }
@@ -94,7 +94,7 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row)
       drawCell(buffer, row, column, {place.left, 0, place.right, height});
     }
   }
-  if (static_cast<int>(row) - 1 == sheet.focused) {
+  if (row == sheet.focused) {
     const Rgb ring = desk().color(Tone::Mark);
     canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, ring, ring});
   }
@@ -174,9 +174,19 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   canvas.fill({0, height - 1, width, height}, desk().color(Tone::Line));
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
+  int right = width - desk().pixels(6);
+  if (order.sorting() && order.sorting()->column == column) {
+    constexpr int arrowLength = 12;
+    const char* arrow = order.sorting()->isDescending ? "down" : "up";
+    if (const auto picture = desk().icon(arrow, arrowLength, Tone::Secondary)) {
+      right -= picture->width;
+      canvas.draw(*picture, right, (height - picture->height) / 2);
+      right -= desk().pixels(2);
+    }
+  }
   drawText(buffer.dc(), utf16(list.columnHeaders()[column].text),
-           {desk().pixels(cellMargin), 0, width - desk().pixels(6), height},
-           isRight ? DT_RIGHT : DT_LEFT, desk().color(Tone::Secondary));
+           {desk().pixels(cellMargin), 0, right, height}, isRight ? DT_RIGHT : DT_LEFT,
+           desk().color(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);
   return CDRF_SKIPDEFAULT;
 }

@@ -17,6 +17,7 @@
 
 #include "controls/PaintBuffer.h"
 #include "desktop/Peer.h"
+#include "desktop/RowOrder.h"
 #include "desktop/ScrollCover.h"
 #include "widgets/ListView.h"
 
@@ -27,6 +28,7 @@ struct ListOptions {
   bool hasIcons = false;
   bool hasMarks = false;  // between tick and icon
   bool selectsSeveral = false;
+  bool canBeSorted = false;  // by a click on a heading, or Ctrl and the number of the column
   // Pixels at 96 dpi, in the order of the columns; the last takes what is left.
   std::vector<int> columnWidths;
 };
@@ -39,14 +41,18 @@ class ListViewPeer : public Peer {
   std::optional<LRESULT> notice(NMHDR& header) override;
   void showAll() override;
   [[nodiscard]] AccessibleFacts facts() const override;
-  [[nodiscard]] std::optional<AccessibleFacts> factsOfRow(std::size_t row) const override;
+  [[nodiscard]] std::optional<AccessibleFacts> factsOfRow(std::size_t shownRow) const override;
 
   // Called when the user chooses a row, double-clicks it, or opens its menu. Any may be empty.
   std::function<void(std::size_t row)> onItemClick;
   std::function<void()> onDoubleClick;
   std::function<void(POINT onScreen)> onMenu;
-  // Called when rows that have come or gone are shown; may be empty.
+  // Called when rows that have come or gone are shown, and when other rows are highlighted. Both
+  // may be empty.
   std::function<void()> onRows;
+  std::function<void()> onSelection;
+  // Whether rows are still being added, which are sorted only afterwards; may be empty.
+  std::function<bool()> isGrowing;
   // The icon that is a row's mark, and the text that is shown while the mouse rests on the row; the
   // empty text for none. The list is drawn again when its rows change, not when these do.
   std::function<std::string(std::size_t row)> markOf;
@@ -89,13 +95,21 @@ class ListViewPeer : public Peer {
   void showSelection();
   void clearSelection();
   void fitColumns();
+  void followRows();
+  [[nodiscard]] std::size_t rowOf(int item) const;  // 0 for none
+  [[nodiscard]] int itemOf(std::size_t row) const;  // -1 if it is not shown
+  [[nodiscard]] std::size_t focusedRow() const;
+  void sortByColumn(std::size_t column);
+  void sortByShownColumn(std::size_t position);
+  void continueSorting();
+  void showOrder(std::size_t focused);
 
   [[nodiscard]] std::string cellText(std::size_t row, std::size_t column) const;
   void giveItem(LVITEMW& item) const;
   void giveTip(const NMLVGETINFOTIPW& request) const;
   [[nodiscard]] LRESULT findItem(const NMLVFINDITEMW& search) const;
   void itemChanged(const NMLISTVIEW& change);
-  void itemsHighlighted(std::size_t first, std::size_t last, bool are);
+  void itemsHighlighted(std::size_t firstItem, std::size_t lastItem, bool are);
   bool pressed(POINT where);
   bool keyPressed(WPARAM key);
   void menuOfKeyboard() const;
@@ -107,7 +121,7 @@ class ListViewPeer : public Peer {
   // What one drawing asks the windows once, not for each of its rows.
   struct Sheet {
     std::vector<RECT> columns;
-    int focused = -1;  // the item with the focus; -1 when the list does not have it
+    std::size_t focused = 0;  // the row with the focus; 0 when the list does not have it
   };
   Sheet readSheet() const;
   LRESULT drawItem(NMLVCUSTOMDRAW& request);
@@ -124,6 +138,7 @@ class ListViewPeer : public Peer {
 
   ListView& list;
   ListOptions options;
+  RowOrder order;
   HWND header = nullptr;
   std::unique_ptr<ScrollCover> upright;
   std::unique_ptr<ScrollCover> level;

@@ -32,7 +32,8 @@ ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
   const DWORD selection = options.selectsSeveral ? 0 : LVS_SINGLESEL;
   own(makeChild(parent, WC_LISTVIEWW,
                 WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS |
-                    LVS_NOSORTHEADER | LVS_SHAREIMAGELISTS | selection));
+                    LVS_SHAREIMAGELISTS | selection |
+                    (options.canBeSorted ? 0 : LVS_NOSORTHEADER)));
   const DWORD checks = options.hasChecks ? LVS_EX_CHECKBOXES : 0;
   const DWORD tips = options.hasMarks ? LVS_EX_INFOTIP : 0;
   ListView_SetExtendedListViewStyle(hwnd(),
@@ -81,7 +82,8 @@ void ListViewPeer::showText() {
 
 void ListViewPeer::showLook() {
   Peer::showLook();
-  if (list.hasFlatHeader) {
+  // A heading that can be pressed is drawn flat, too.
+  if (list.hasFlatHeader && !options.canBeSorted) {
     SetWindowLongPtrW(header, GWL_STYLE, GetWindowLongPtrW(header, GWL_STYLE) & ~HDS_BUTTONS);
   }
   ListView_SetBkColor(hwnd(), controls::colorRef(desk().color(Tone::Surface)));
@@ -107,7 +109,7 @@ void ListViewPeer::fitColumns() {
   GetWindowRect(hwnd(), &whole);
   const int rows =
       (whole.bottom - whole.top - 2 - desk().pixels(headerHeight)) / std::max(1, rowPixels());
-  const bool isLong = static_cast<int>(list.count()) > rows;
+  const bool isLong = static_cast<int>(order.count()) > rows;
   int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
   const std::size_t count = options.columnWidths.size();
   for (std::size_t column = 0; column < count; ++column) {
@@ -161,8 +163,7 @@ void ListViewPeer::catchUp() {
     }
   }
   if (changes.rows) {
-    ListView_SetItemCountEx(hwnd(), static_cast<int>(list.count()),
-                            LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    followRows();
     fitColumns();
     repaint();
     if (onRows) {
@@ -170,16 +171,21 @@ void ListViewPeer::catchUp() {
     }
   } else {
     for (const std::size_t row : changes.single) {
-      const auto item = static_cast<int>(row) - 1;
-      ListView_RedrawItems(hwnd(), item, item);
+      if (const int item = itemOf(row); item >= 0) {
+        ListView_RedrawItems(hwnd(), item, item);
+      }
     }
   }
   if (changes.selection || changes.rows) {
     showSelection();
+    if (onSelection) {
+      onSelection();
+    }
   }
-  if (changes.inView > 0 && changes.inView <= list.count()) {
-    ListView_EnsureVisible(hwnd(), static_cast<int>(changes.inView) - 1, FALSE);
+  if (const int item = itemOf(changes.inView); item >= 0) {
+    ListView_EnsureVisible(hwnd(), item, FALSE);
   }
+  continueSorting();
   isShowing = false;
   if (list.isSelected(changes.lastChosen)) {
     onItemClick(changes.lastChosen);
@@ -207,12 +213,14 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
     case LVN_ODSTATECHANGED: {
       const auto& range = reinterpret_cast<NMLVODSTATECHANGE&>(told);
       if (!isShowing) {
-        itemsHighlighted(static_cast<std::size_t>(range.iFrom) + 1,
-                         static_cast<std::size_t>(range.iTo) + 1,
+        itemsHighlighted(static_cast<std::size_t>(range.iFrom), static_cast<std::size_t>(range.iTo),
                          (range.uNewState & LVIS_SELECTED) != 0);
       }
       return 0;
     }
+    case LVN_COLUMNCLICK:
+      sortByColumn(static_cast<std::size_t>(reinterpret_cast<NMLISTVIEW&>(told).iSubItem));
+      return 0;
     case NM_CLICK:
       clicked(reinterpret_cast<NMITEMACTIVATE&>(told).iItem);
       return 0;
@@ -239,7 +247,7 @@ std::string ListViewPeer::cellText(std::size_t row, std::size_t column) const {
 }
 
 void ListViewPeer::giveItem(LVITEMW& item) const {
-  const std::size_t row = static_cast<std::size_t>(item.iItem) + 1;
+  const std::size_t row = rowOf(item.iItem);
   if ((item.mask & LVIF_TEXT) != 0) {
     giveText(cellText(row, static_cast<std::size_t>(item.iSubItem)), item.pszText, item.cchTextMax);
   }
@@ -250,7 +258,7 @@ void ListViewPeer::giveItem(LVITEMW& item) const {
 }
 
 void ListViewPeer::giveTip(const NMLVGETINFOTIPW& request) const {
-  const std::string text = tipOf ? tipOf(static_cast<std::size_t>(request.iItem) + 1) : "";
+  const std::string text = tipOf ? tipOf(rowOf(request.iItem)) : "";
   if (!text.empty()) {
     giveText(text, request.pszText, request.cchTextMax);
   }

@@ -14,6 +14,7 @@
 #include "controls/CMWndProc.h"
 #include "controls/TransForm.h"
 #include "controls/TrayWindow.h"
+#include "desktop/BarPeer.h"
 #include "desktop/Desk.h"
 #include "desktop/FramePeer.h"
 #include "desktop/Keyboard.h"
@@ -54,6 +55,8 @@ class MainWindow : private ControlPeer {
   void addFrames();
   void addLabels();
   void addButtons();
+  void addFilter();
+  void addBars();
   void addLists();
   void addOptions();
   enum class Translated : std::uint8_t { No, Yes };
@@ -94,6 +97,7 @@ class MainWindow : private ControlPeer {
   void arrangeCareful(int pageWidth);
   void arrangeResultsTitle(int pageWidth);
   void arrangeTexts();
+  void arrangeBars();
   ButtonPeer* peerOf(const Button& button);
   LabelPeer* peerOf(const Label& label);
 
@@ -104,6 +108,8 @@ class MainWindow : private ControlPeer {
   void dispatch(UINT kinds);
   // The keys of a dialog.
   [[nodiscard]] FocusArea focusArea() const;
+  // Whether it is one of the main window that no control knows.
+  bool shortcut(const MSG& message);
   void enter();
   void escape();
   bool pickerKey(WPARAM key);
@@ -129,7 +135,9 @@ class MainWindow : private ControlPeer {
   using Clock = std::chrono::steady_clock;
   Clock::time_point servedAt;
   Clock::time_point drawnAt;
-  HWND lastFocus = nullptr;  // while another window is active
+  std::vector<BarPeer*> bars;  // others, too
+  HWND filter = nullptr;       // the field above the results
+  HWND lastFocus = nullptr;    // while another window is active
   UINT taskBarCreated = 0;
 };
 

@@ -28,6 +28,7 @@ void MainWindow::arrange() {
   arrangeCommandBar();
   arrangeRows();
   arrangeTexts();
+  arrangeBars();
   // The one thing that a user would do next.
   const bool canFix = form.cmd_fix.enabled;
   if (ButtonPeer* fix = peerOf(form.cmd_fix)) {

@@ -4,6 +4,7 @@
 #include "desktop/AccessKeys.h"
 #include "desktop/MainWindow.h"
 #include "form/Form42.h"
+#include "shell/ResultsFilter.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -64,7 +65,22 @@ FocusArea MainWindow::focusArea() const {
   return FocusArea::Elsewhere;
 }
 
+bool MainWindow::shortcut(const MSG& message) {
+  const bool isControlF =
+      message.message == WM_KEYDOWN && message.wParam == 'F' && GetKeyState(VK_CONTROL) < 0;
+  if (!isControlF || IsWindowVisible(filter) == FALSE) {
+    return false;
+  }
+  SetFocus(filter);
+  SendMessageW(filter, EM_SETSEL, 0, -1);
+  return true;
+}
+
 void MainWindow::enter() {
+  if (GetFocus() == filter) {
+    form.View2.setFocus();
+    return;
+  }
   if (pressFocusedButton()) {
     return;
   }
@@ -74,6 +90,10 @@ void MainWindow::enter() {
 }
 
 void MainWindow::escape() {
+  if (GetFocus() == filter) {
+    clearFilter(form);
+    return;
+  }
   if (Button* button = buttonOfEscape(form)) {
     button->click();
   }

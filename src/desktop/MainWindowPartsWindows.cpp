@@ -12,6 +12,7 @@
 #include "scan/OutcomeLine.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
+#include "shell/ResultsFilter.h"
 #include "shell/WindowEvents.h"
 #include "undo/UndoPage.h"
 
@@ -61,6 +62,7 @@ std::vector<ListEntry> listEntries() {
         .hasIcons = true,
         .hasMarks = true,
         .selectsSeveral = true,
+        .canBeSorted = true,
         .columnWidths = {274, 164, 0, 154, 154}},
        View2_ItemClick,
        View2_DblClick},
@@ -172,6 +174,14 @@ void MainWindow::nameButton(ButtonPeer& peer) {
   }
 }
 
+void MainWindow::addFilter() {
+  auto peer = std::make_unique<EditPeer>(desk, parentOf(&form.Frame2), form.FilterBox);
+  peer->nameOf = [this] { return textOf(form, "name-filter"); };
+  peer->cueOf = [this] { return textOf(form, "filter-cue") + " (Ctrl+F)"; };
+  filter = peer->hwnd();
+  others.push_back(std::move(peer));
+}
+
 void MainWindow::addLists() {
   for (const ListEntry& entry : listEntries()) {
     ListView& list = form.*entry.list;
@@ -189,7 +199,13 @@ void MainWindow::addLists() {
       };
     } else if (&list == &form.View2) {
       peer->onMenu = [this](POINT onScreen) { openMenu(onScreen); };
-      peer->onRows = [this] { dropOldOutcome(form); };
+      peer->onRows = [this] {
+        dropOldOutcome(form);
+        followResults(form);
+        arrangeLater();
+      };
+      peer->onSelection = [this] { arrangeLater(); };
+      peer->isGrowing = [this] { return form.Gif89a1.visible.get(); };
       peer->markOf = [this](std::size_t row) -> std::string {
         const Evidence* evidence = evidenceOf(form, row);
         return evidence == nullptr ? std::string() : codeOf(evidence->confidence);

@@ -28,7 +28,9 @@ MainWindow::MainWindow(Form42& shownForm)
   addLabels();
   addButtons();
   addOptions();
+  addFilter();
   addLists();
+  addBars();
   addSearchControls();
   addPictures();
   attachWindowParts();
@@ -281,7 +283,8 @@ void MainWindow::dispatch(UINT kinds) {
   MSG message{};
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | kinds) != FALSE) {
     HWND root = GetAncestor(message.hwnd, GA_ROOT);
-    if (root == nullptr || IsDialogMessageW(root, &message) == FALSE) {
+    if ((root != window || !shortcut(message)) &&
+        (root == nullptr || IsDialogMessageW(root, &message) == FALSE)) {
       TranslateMessage(&message);
       DispatchMessageW(&message);
     }

@@ -40,7 +40,8 @@ class Peer : public ControlPeer {
   // Gives the context the colors of the window's text; the answer is the brush of its ground.
   virtual std::optional<LRESULT> colors(HDC /*context*/) { return std::nullopt; }
 
-  // For screen readers: what it is, and what a row of it is (from 1; none where it has no such).
+  // For screen readers: what it is, and what a row of it is (from 1, in the order in which
+  // they are shown; none where it has no such).
   [[nodiscard]] virtual AccessibleFacts facts() const { return {}; }
   [[nodiscard]] virtual std::optional<AccessibleFacts> factsOfRow(std::size_t /*row*/) const {
     return std::nullopt;

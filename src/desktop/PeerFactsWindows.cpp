@@ -55,6 +55,14 @@ AccessibleFacts CheckPeer::facts() const {
           .description = {}};
 }
 
+AccessibleFacts EditPeer::facts() const {
+  return {.role = ROLE_SYSTEM_TEXT,
+          .states = 0,
+          .name = nameOf ? nameOf() : std::string(),
+          .value = box.text(),
+          .description = {}};
+}
+
 AccessibleFacts ComboPeer::facts() const {
   const bool isTypedText = box.listIndex() < 0;
   return {.role = ROLE_SYSTEM_COMBOBOX,
@@ -97,8 +105,9 @@ AccessibleFacts ListViewPeer::facts() const {
 }
 
 // The first column is its name. The others follow with their headings, after how sure it is.
-std::optional<AccessibleFacts> ListViewPeer::factsOfRow(std::size_t row) const {
-  if (row < 1 || row > list.count()) {
+std::optional<AccessibleFacts> ListViewPeer::factsOfRow(std::size_t shownRow) const {
+  const std::size_t row = shownRow < 1 ? 0 : order.rowAt(shownRow - 1);
+  if (row == 0) {
     return std::nullopt;
   }
   std::string description = tipOf ? tipOf(row) : std::string();

@@ -151,11 +151,21 @@ class EditPeer : public Peer {
   EditPeer(Desk& sharedDesk, HWND parent, TextBox& box);
   void command(int code) override;
   std::optional<LRESULT> colors(HDC context) override;
+  [[nodiscard]] AccessibleFacts facts() const override;
+
+  // The name that a screen reader reads, and what is shown as long as nothing is typed. Both may be
+  // empty.
+  std::function<std::string()> nameOf;
+  std::function<std::string()> cueOf;
 
  protected:
   void showText() override;
 
  private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR reference);
+  void paintCue() const;
+
   TextBox& box;
   bool isTyped = false;
 };

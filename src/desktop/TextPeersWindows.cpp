@@ -30,7 +30,38 @@ EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
     : Peer(sharedDesk, shownBox), box(shownBox) {
   own(makeChild(parent, L"EDIT", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL));
   colorBorder(hwnd(), desk());
+  constexpr UINT_PTR subclassId = 1;
+  SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showAll();
+}
+
+LRESULT CALLBACK EditPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR id, DWORD_PTR reference) {
+  const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(hwnd, procedure, id);
+  } else if (message == WM_PAINT) {
+    reinterpret_cast<EditPeer*>(reference)->paintCue();
+  } else if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+    InvalidateRect(hwnd, nullptr, TRUE);
+  }
+  return result;
+}
+
+// The class's own cue has a color that cannot be chosen.
+void EditPeer::paintCue() const {
+  if (!cueOf || GetWindowTextLengthW(hwnd()) > 0) {
+    return;
+  }
+  const std::u16string cue = utf16(cueOf());
+  const controls::WindowContext context(hwnd());
+  const controls::Selection selected(context.get(), desk().font(box.font));
+  RECT place{};
+  SendMessageW(hwnd(), EM_GETRECT, 0, reinterpret_cast<LPARAM>(&place));
+  SetBkMode(context.get(), TRANSPARENT);
+  SetTextColor(context.get(), controls::colorRef(desk().color(Tone::Secondary)));
+  DrawTextW(context.get(), wideText(cue), static_cast<int>(cue.size()), &place,
+            DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
 
 void EditPeer::showText() {
@@ -42,6 +73,9 @@ void EditPeer::showText() {
 std::optional<LRESULT> EditPeer::colors(HDC context) { return fieldColors(context, desk()); }
 
 void EditPeer::command(int code) {
+  if (code == EN_CHANGE && cueOf) {
+    InvalidateRect(hwnd(), nullptr, TRUE);
+  }
   if (code == EN_CHANGE && !isTyped) {
     const std::string text = typedText(hwnd());
     if (text != box.text()) {

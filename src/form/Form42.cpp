@@ -85,6 +85,9 @@ Form42::Form42()
   chameleonButton12.toolTip = "Cancel this operation";
   lbllanguage.push_back(std::make_unique<Label>("English"));
   pictrlang.visible = false;
+  for (Button& bar : CategoryBars) {
+    bar.visible = false;
+  }
   OutcomeText.visible = false;
   UndoRepair.visible = false;
   // Shown while a scan runs.

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "form/Evidence.h"
+#include "form/FilterPass.h"
 #include "form/JournalRecord.h"
 #include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
@@ -126,7 +127,13 @@ struct Form42 {
   // Results page.
   Frame Frame2;
   ListView View2;
+  // The text that a row must hold to be shown, and how many are.
+  TextBox FilterBox;
+  Label FilterText;
+  FilterPass filterPass;
   Label Label10{"Number of invalid entries is "};
+  // How many rows each category has, by its row of View1 less 1. A press shows only these.
+  std::array<Button, 16> CategoryBars;
   // What the last repair has done, in its place, and what undoes that repair.
   Label OutcomeText;
   Button UndoRepair{"Undo this repair"};

@@ -28,6 +28,7 @@ inline constexpr std::array texts{
     Text{"ok", "OK"},
     Text{"close", "Close"},
     Text{"fix-question", "Do You want to Fix selected items"},
+    Text{"fix-hidden", "Ticked rows that the filter hides: %1"},
     Text{"fix-no-export",
          "Nothing was repaired: the safety export of what would go could not be written to the "
          "folder backup\\registry of the program. See that it can be written and the keys read, or "
@@ -83,6 +84,9 @@ inline constexpr std::array texts{
     Text{"all-roots", "My Computer"},
     Text{"name-categories", "Categories"},
     Text{"name-findings", "Findings"},
+    Text{"name-filter", "Filter of the findings"},
+    Text{"filter-cue", "Filter"},
+    Text{"filter-count", "%1 of %2 shown"},
     Text{"name-journals", "Undo journals"},
     Text{"name-exclusions", "Exclusions"},
     Text{"name-find-text", "Text to find"},

@@ -21,10 +21,23 @@ bool runsByItself(const Form42& form) {
   return form.recheckMode == 1 || form.autoMode > 0 || form.recheckFix > 0;
 }
 
+std::size_t hiddenTickedRows(const ListView& list) {
+  std::size_t count = 0;
+  for (std::size_t row = 1; list.hiddenCount() > 0 && row <= list.count(); ++row) {
+    count += list.isHidden(row) && list.isChecked(row) ? 1 : 0;
+  }
+  return count;
+}
+
 std::string questionOf(const Form42& form) {
-  const std::string question = textOf(form, "fix-question");
-  return form.safeguards.careful ? question + "\n\n" + confidenceSummary(form).text(form)
-                                 : question;
+  std::string question = textOf(form, "fix-question");
+  if (form.safeguards.careful) {
+    question += "\n\n" + confidenceSummary(form).text(form);
+  }
+  if (const std::size_t hidden = hiddenTickedRows(form.View2); hidden > 0) {
+    question += "\n\n" + textOf(form, "fix-hidden", {std::to_string(hidden)});
+  }
+  return question;
 }
 
 bool isConfirmed(const Form42& form) {

@@ -14,15 +14,19 @@ namespace {
 void selectAll(ListView& list) {
   list.setFocus();
   for (std::size_t row = 1; row <= list.count(); ++row) {
-    list.setChecked(row, true);
+    if (!list.isHidden(row)) {
+      list.setChecked(row, true);
+    }
   }
   list.setFocus();
 }
 
 void selectNone(ListView& list) {
   for (std::size_t row = 1; row <= list.count(); ++row) {
-    list.setChecked(row, false);
-    list.setSelected(row, false);
+    if (!list.isHidden(row)) {
+      list.setChecked(row, false);
+      list.setSelected(row, false);
+    }
   }
 }
 

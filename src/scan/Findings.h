@@ -93,7 +93,7 @@ void showProblems(Form42& form, std::size_t row, std::int64_t count);
 void showFound(Form42& form, std::size_t row, const ScannerRun& run);
 void showNothingFound(Form42& form, std::size_t row, const ScannerRun& run);
 
-// Select All and Select None of the results and of the categories.
+// Select All and Select None of the results and of the categories. They leave hidden rows alone.
 void chameleonButton16_Click(Form42& form);
 void chameleonButton17_Click(Form42& form);
 void chameleonButton21_Click(Form42& form);

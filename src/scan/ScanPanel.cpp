@@ -15,6 +15,8 @@ constexpr std::uint32_t foundColor = 192;
 }  // namespace
 
 void openScanPanel(Form42& form) {
+  form.filterPass.category = 0;
+  form.FilterBox.setText("");
   form.View1.height = categoryListHeight;
   form.Gif89a1.visible = true;
   form.Frame8.top = progressPanelTop;

@@ -27,6 +27,7 @@
 #include "search/Search.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
+#include "shell/ResultsFilter.h"
 #include "shell/SafeguardPage.h"
 #include "shell/SmallForms.h"
 #include "shell/StartUp.h"
@@ -150,6 +151,10 @@ void bindClicks(Form42& form) {
   bindSmallForms(form);
   bindSafeguardBoxes(form);
   form.Text6.onChange = [&form] { Text6_Change(form); };
+  for (std::size_t category = 1; category <= form.CategoryBars.size(); ++category) {
+    form.CategoryBars[category - 1].bind([&form, category] { filterByCategory(form, category); });
+  }
+  form.FilterBox.onChange = [&form] { filterResults(form); };
   form.Timer1.interval = 10;
   form.Timer1.onTick = [&form] { Timer1_Timer(form); };
   form.Timer2.interval = 1000;

@@ -45,6 +45,7 @@ class LayoutTest : public ::testing::Test {
     placed[&form.Frame1].push_back({&form.View1, placeOf(form.View1)});
     placed[&form.Frame1].push_back({&form.CarefulBox, placeOf(form.CarefulBox)});
     placed[&form.Frame2].push_back({&form.View2, placeOf(form.View2)});
+    placed[&form.Frame2].push_back({&form.FilterBox, placeOf(form.FilterBox)});
     placed[&form.Frame2].push_back({&form.Picture1, placeOf(form.Picture1)});
     placed[&form.Frame3].push_back({&form.View3, placeOf(form.View3)});
     placed[&form.Frame3].push_back({&form.Check1, placeOf(form.Check1)});
@@ -90,6 +91,19 @@ TEST_F(LayoutTest, EverythingIsInsideItsFrame) {
   }
 }
 
+TEST_F(LayoutTest, SixteenBarsHaveRoomInThePanelOfTheDetails) {
+  constexpr std::size_t count = 16;
+  for (std::size_t one = 0; one < count; ++one) {
+    const Place place = barPlace(one);
+    EXPECT_GE(place.left, 1);
+    EXPECT_LT(place.left + place.width, placeOf(form.Picture1).width);
+    EXPECT_LT(place.top + place.height, placeOf(form.Picture1).height);
+    for (std::size_t other = one + 1; other < count; ++other) {
+      EXPECT_FALSE(overlap(place, barPlace(other))) << one << " and " << other;
+    }
+  }
+}
+
 TEST_F(LayoutTest, AllSixteenRowsCanBeSeenWithoutScrolling) {
   constexpr int rows = 16;
   constexpr int borders = 2;
@@ -129,6 +143,7 @@ TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
       {form.Label4, &form.Frame8},
       {form.Label10, &form.Frame2},
       {form.OutcomeText, &form.Frame2},
+      {form.FilterText, &form.Frame2},
       {form.UndoRepair, &form.Frame2},
       {form.Label5, &form.Picture1},
       {form.Label6, &form.Picture1},

@@ -1,0 +1,53 @@
+// The counts by category, in place of the details of a row as long as no row is chosen.
+#include <algorithm>
+
+#include "desktop/MainWindow.h"
+#include "form/Form42.h"
+#include "shell/ResultsFilter.h"
+
+namespace zelvreg::desktop {
+namespace {
+
+void show(Control& control, bool isVisible) {
+  if (control.visible != isVisible) {
+    control.visible = isVisible;
+  }
+}
+
+}  // namespace
+
+void MainWindow::addBars() {
+  for (Button& bar : form.CategoryBars) {
+    auto peer = std::make_unique<BarPeer>(desk, parentOf(&form.Picture1), bar);
+    bars.push_back(peer.get());
+    others.push_back(std::move(peer));
+  }
+}
+
+// Counting them takes as long as many rows; while a scan adds some, nobody sees it.
+void MainWindow::arrangeBars() {
+  const bool canShow = form.View2.count() > 0 && form.View2.selectedCount() == 0 &&
+                       !form.Gif89a1.visible && form.safeguards != asDescribed();
+  const auto counts = canShow ? countByCategory(form) : decltype(countByCategory(form)){};
+  const std::size_t longest = *std::ranges::max_element(counts);
+  std::size_t place = 0;
+  for (std::size_t index = 0; index < bars.size(); ++index) {
+    Button& bar = form.CategoryBars[index];
+    if (counts[index] > 0) {
+      put(bar, barPlace(place++));
+      bars[index]->show({.name = form.View1.text(index + 1, 0),
+                         .count = counts[index],
+                         .longest = longest,
+                         .isChosen = form.filterPass.category == index + 1});
+    }
+    show(bar, counts[index] > 0);
+  }
+  const bool hasDetails = longest == 0;
+  for (Control* detail :
+       std::initializer_list<Control*>{&form.Image1, &form.Label5, &form.Label6, &form.Label7,
+                                       &form.EvidenceText, &form.Command28}) {
+    show(*detail, hasDetails);
+  }
+}
+
+}  // namespace zelvreg::desktop

@@ -116,16 +116,22 @@ LRESULT CALLBACK BarPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPAR
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
       break;
+    case BM_SETSTATE:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_SETTEXT: {
+      // The class paints on its own for these.
+      SendMessageW(hwnd, WM_SETREDRAW, FALSE, 0);
+      const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+      SendMessageW(hwnd, WM_SETREDRAW, TRUE, 0);
+      ShowWindow(hwnd, peer->control().visible ? SW_SHOWNA : SW_HIDE);
+      InvalidateRect(hwnd, nullptr, FALSE);
+      return result;
+    }
     default:
       break;
   }
-  const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
-  // The class draws itself for these.
-  if (message == BM_SETSTATE || message == WM_SETFOCUS || message == WM_KILLFOCUS ||
-      message == WM_ENABLE || message == WM_SETTEXT) {
-    InvalidateRect(hwnd, nullptr, FALSE);
-  }
-  return result;
+  return DefSubclassProc(hwnd, message, wParam, lParam);
 }
 
 }  // namespace zelvreg::desktop

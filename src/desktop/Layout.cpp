@@ -216,7 +216,7 @@ void putSafeguardBoxes(Form42& form) {
 
 void putLists(Form42& form) {
   put(form.View1, {0, listTop, page.width, page.height - listTop});
-  put(form.FilterBox, {0, 37, 270, 24});
+  put(form.FilterBox, {0, 38, 270, 22});
   put(form.View2, {0, 67, page.width, 235});
   put(form.View3, {0, 116, page.width, 290});
   put(form.View4, {0, 36, page.width, 370});

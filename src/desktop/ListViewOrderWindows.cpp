@@ -52,6 +52,9 @@ void ListViewPeer::followRows() {
   if (!wasOwn || !order.isOwn()) {
     showOrder(focused);
   }
+  if (order.isOwn() != wasOwn) {
+    ListView_EnsureVisible(hwnd(), std::max(0, itemOf(focused)), FALSE);
+  }
 }
 
 // Rows that come during a scan are at the end until it is over.
@@ -66,6 +69,7 @@ void ListViewPeer::continueSorting() {
   });
   if (isDone) {
     showOrder(focused);
+    ListView_EnsureVisible(hwnd(), std::max(0, itemOf(focused)), FALSE);
   } else {
     desk().later(this, [this] { catchUp(); });
   }

@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "desktop/CenteredDialog.h"
 #include "desktop/MainWindow.h"
 #include "desktop/MessageWindow.h"
 #include "desktop/SmallWindow.h"
@@ -75,6 +76,7 @@ std::string MainWindow::askForFile(const CommonDialog& dialog) {
   request.lpstrTitle = title.get();
   request.lpstrDefExt = extension.get();
   request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
+  const CenteredDialog centered(window);
   return GetSaveFileNameW(&request) != FALSE ? utf8(file.data()) : std::string();
 }
 

@@ -164,6 +164,7 @@ class EditPeer : public Peer {
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
+  void paintEdge() const;
   void paintCue() const;
 
   TextBox& box;

@@ -29,7 +29,6 @@ LRESULT fieldColors(HDC context, Desk& desk) {
 EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
     : Peer(sharedDesk, shownBox), box(shownBox) {
   own(makeChild(parent, L"EDIT", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL));
-  colorBorder(hwnd(), desk());
   constexpr UINT_PTR subclassId = 1;
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showAll();
@@ -40,12 +39,22 @@ LRESULT CALLBACK EditPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPA
   const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(hwnd, procedure, id);
-  } else if (message == WM_PAINT) {
+  } else if (message == WM_PAINT || message == WM_NCPAINT) {
+    reinterpret_cast<EditPeer*>(reference)->paintEdge();
     reinterpret_cast<EditPeer*>(reference)->paintCue();
   } else if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
-    InvalidateRect(hwnd, nullptr, TRUE);
+    RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
   }
   return result;
+}
+
+void EditPeer::paintEdge() const {
+  RECT place{};
+  GetWindowRect(hwnd(), &place);
+  OffsetRect(&place, -place.left, -place.top);
+  HDC context = GetWindowDC(hwnd());
+  FrameRect(context, &place, desk().brush(GetFocus() == hwnd() ? Tone::Mark : Tone::Border));
+  ReleaseDC(hwnd(), context);
 }
 
 // The class's own cue has a color that cannot be chosen.

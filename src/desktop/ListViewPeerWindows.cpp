@@ -311,6 +311,11 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
       if (told.hwndFrom == peer->header && told.code == NM_CUSTOMDRAW) {
         return peer->drawHeader(reinterpret_cast<NMCUSTOMDRAW&>(told));
       }
+      // The second of two quick clicks counts like any other.
+      if (told.code == HDN_ITEMDBLCLICKW && peer->options.canBeSorted) {
+        peer->sortByColumn(static_cast<std::size_t>(reinterpret_cast<NMHEADERW&>(told).iItem));
+        return 0;
+      }
       break;
     }
     default:

@@ -54,6 +54,15 @@ TEST_F(ListOrderTest, AHeadingSortsTheWindowAndNotTheList) {
   EXPECT_EQ(shown(), L"bdAc");
 }
 
+TEST_F(ListOrderTest, TheSecondOfTwoQuickClicksCounts) {
+  clickHeading(0);
+  NMHEADERW told{};
+  told.hdr = {ListView_GetHeader(results), 0, static_cast<UINT>(HDN_ITEMDBLCLICKW)};
+  SendMessageW(results, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&told));
+  serve();
+  EXPECT_EQ(shown(), L"dcbA");
+}
+
 TEST_F(ListOrderTest, HighlightAndFocusStayOnTheirRow) {
   ListView_SetItemState(results, 1, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
   serve();

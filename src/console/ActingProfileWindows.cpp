@@ -6,66 +6,40 @@
 
 #include "keys/AccountSids.h"
 #include "keys/ActingUser.h"
-#include "keys/DirectText.h"
 #include "keys/RestorePrivileges.h"
 #include "keys/WideKey.h"
 #include "roots/UserKeys.h"
-#include "roots/ValueTypes.h"
 #include "runtime/Environment.h"
 #include "runtime/PrivateFiles.h"
-#include "text/Text.h"
 #include "text/Wide.h"
 
 namespace zelvreg::console {
 namespace {
 
-// Nobody else loads hives at keys of such names, so what is there at a start was left behind.
-constexpr std::string_view ownKeys = "zelvreg-";
-
-constexpr const char* userHive = "\\NTUSER.DAT";
 constexpr const char* classesHive = "\\AppData\\Local\\Microsoft\\Windows\\UsrClass.dat";
 // With a hive goes what Windows has not written into it yet.
 constexpr std::array hiveParts{"", ".LOG", ".LOG1", ".LOG2"};
-
-bool isFile(const std::string& path) {
-  return GetFileAttributesW(Wide(path).get()) != INVALID_FILE_ATTRIBUTES;
-}
-
-bool isLoaded(const std::string& key) {
-  return WideKey(HiveHandle::Users, utf16(key), KEY_QUERY_VALUE).presence() != Presence::Absent;
-}
-
-std::string folderOf(const std::u16string& sid) {
-  const auto value =
-      valueAt(HiveHandle::LocalMachine, profileListKey + (u"\\" + sid), u"ProfileImagePath");
-  if (!value || !isSingleText(value->type)) {
-    return {};
-  }
-  return std::string(untilNul(expandedText(textOf(*value))));
-}
-
-// A profile that Windows has put aside has such a key too, with more after the identifier.
-bool isIdentifier(const std::string& name) {
-  return name.starts_with("S-1-") && name.find_first_not_of("0123456789-", 1) == std::string::npos;
-}
-
-std::string temporaryFolder() {
-  std::array<char16_t, 300> above{};
-  const DWORD size = GetTempPathW(static_cast<DWORD>(above.size()), roomIn(above));
-  return utf8({above.data(), size}) + "zelvreg-" + std::to_string(GetCurrentProcessId());
-}
 
 // False if a part that is there could not be copied; GetLastError() says why.
 bool copyHive(const std::string& from, const std::string& to) {
   return std::ranges::all_of(hiveParts, [&](const char* part) {
     const std::string source = from + part;
-    return !isFile(source) || CopyFileW(Wide(source).get(), Wide(to + part).get(), TRUE) != FALSE;
+    return !isFileThere(source) ||
+           CopyFileW(Wide(source).get(), Wide(to + part).get(), FALSE) != FALSE;
   });
 }
 
+// Of the hive that is loaded at this key.
+std::string copyOf(const std::string& key) { return copiesFolder() + "\\" + key + ".dat"; }
+
+// A link is removed itself, never what it leads to. What is still loaded stays.
 void deleteFolder(const std::string& folder) {
+  const DWORD attributes = GetFileAttributesW(Wide(folder).get());
+  const bool isLink =
+      attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
   WIN32_FIND_DATAW found{};
-  HANDLE search = FindFirstFileW(Wide(folder + "\\*").get(), &found);
+  HANDLE search =
+      isLink ? INVALID_HANDLE_VALUE : FindFirstFileW(Wide(folder + "\\*").get(), &found);
   if (search != INVALID_HANDLE_VALUE) {
     do {
       const Wide file(folder + "\\" + utf8(untilNul(found.cFileName)));
@@ -95,16 +69,22 @@ LONG linkClasses(const std::string& key) {
   return set;
 }
 
+// The user's own classes: a hive of its own, or a key of somebody who has none. Null without any.
+HKEY openClasses(const std::string& key) {
+  HKEY classes = nullptr;
+  for (const std::string& path : {key + utf8(userClassesSuffix), key + "\\Software\\Classes"}) {
+    if (RegOpenKeyExW(HKEY_USERS, Wide(path).get(), 0, MAXIMUM_ALLOWED, &classes) ==
+        ERROR_SUCCESS) {
+      return classes;
+    }
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 ProfileCalls systemProfileCalls() {
-  return {.loadPrivately =
-              [](const std::string& file, HKEY& root) {
-                constexpr DWORD forThisProcessAlone = 1;
-                return RegLoadAppKeyW(Wide(file).get(), &root, KEY_ALL_ACCESS, forThisProcessAlone,
-                                      0);
-              },
-          .load =
+  return {.load =
               [](const std::string& key, const std::string& file) {
                 const RestorePrivileges privileges;
                 return RegLoadKeyW(HKEY_USERS, Wide(key).get(), Wide(file).get());
@@ -116,169 +96,151 @@ ProfileCalls systemProfileCalls() {
               }};
 }
 
-std::vector<ListedProfile> listedProfiles() {
-  std::vector<ListedProfile> profiles;
-  const WideKey list(HiveHandle::LocalMachine, profileListKey, KEY_ENUMERATE_SUB_KEYS);
-  for (const std::u16string& name : list.subkeys().value_or(std::vector<std::u16string>())) {
-    const std::string sid = utf8(name);
-    const std::string folder = folderOf(name);
-    const bool isSignedIn = isLoaded(sid);
-    if (isIdentifier(sid) && (isSignedIn || isFile(folder + userHive))) {
-      profiles.push_back({.user = {.name = folder.substr(folder.find_last_of('\\') + 1),
-                                   .sid = sid,
-                                   .key = isSignedIn ? sid : std::string(ownKeys) + sid},
-                          .folder = folder});
-    }
-  }
-  const std::string own = currentUserSid();
-  const auto found = std::ranges::find_if(
-      profiles, [&](const ListedProfile& profile) { return profile.user.sid == own; });
-  if (found == profiles.end()) {
-    const ComputerUser user{.name = environmentVariable("UserName"), .sid = own, .key = own};
-    profiles.insert(profiles.begin(), {.user = user, .folder = {}});
-  } else {
-    std::rotate(profiles.begin(), found, found + 1);
-  }
-  return profiles;
-}
+std::string copiesFolder() { return programFolder() + "\\copies"; }
 
-void unloadLeftovers(const ProfileCalls& calls) {
+void LoadedHives::removeLeftovers() {
   const WideKey users(HiveHandle::Users, u"", KEY_ENUMERATE_SUB_KEYS);
   for (const std::u16string& name : users.subkeys().value_or(std::vector<std::u16string>())) {
     if (utf8(name).starts_with(ownKeys)) {
       calls.unload(utf8(name));
     }
   }
+  deleteFolder(copiesFolder());
 }
 
-ActingProfile::ActingProfile(const ListedProfile& profile, UserWork work,
-                             const ProfileCalls& callsInUse)
-    : calls(callsInUse) {
+LONG LoadedHives::load(const std::string& key, const std::string& file,
+                       const ListedProfile& profile) {
+  const LONG code = calls.load(key, file);
+  if (code == ERROR_SUCCESS) {
+    loaded.emplace_back(key, profile);
+  }
+  return code;
+}
+
+void LoadedHives::unloadAll() {
+  const bool wasAny = !loaded.empty();
+  std::erase_if(loaded, [this](const auto& hive) {
+    return calls.unload(hive.first) == ERROR_SUCCESS || !isLoaded(hive.first);
+  });
+  if (wasAny && loaded.empty()) {
+    deleteFolder(copiesFolder());
+  }
+}
+
+std::vector<std::string> LoadedHives::stillLoaded() const {
+  std::vector<std::string> lines;
+  for (const auto& [key, profile] : loaded) {
+    lines.push_back(nameInMessages(profile) +
+                    ", could not be unloaded, since another program uses "
+                    "HKEY_USERS\\" +
+                    key + "; end that program and start this one again");
+  }
+  return lines;
+}
+
+ActingProfile::ActingProfile(const ListedProfile& profileInUse, UserWork work,
+                             LoadedHives& hivesInUse)
+    : profile(profileInUse), hives(hivesInUse) {
   try {
-    open(profile, work);
-    require(RegOverridePredefKey(HKEY_CURRENT_USER, root), profile);
-    setVariables(profile);
+    open(work);
+    require(RegOverridePredefKey(HKEY_CURRENT_USER, root));
+    const std::string account = environmentVariable("UserName");
+    variables.emplace(profile);
+    setActingUser(ActingUser{
+        .sid = profile.user.sid, .key = profile.user.key, .account = account, .classes = classes});
   } catch (...) {
     close();
     throw;
   }
-  setActingUser(profile.user.sid);
 }
 
 ActingProfile::~ActingProfile() {
-  setActingUser({});
+  setActingUser(std::nullopt);
   close();
 }
 
-void ActingProfile::open(const ListedProfile& profile, UserWork work) {
-  if (isLoaded(profile.user.sid)) {
-    require(RegOpenKeyExW(HKEY_USERS, Wide(profile.user.sid).get(), 0, MAXIMUM_ALLOWED, &root),
-            profile);
-  } else if (work == UserWork::Scan) {
-    openCopy(profile);
-  } else {
-    openHives(profile);
-  }
-}
-
-void ActingProfile::require(LONG code, const ListedProfile& profile) {
-  if (code == ERROR_SUCCESS) {
-    return;
-  }
-  const std::string whose = "the profile of " + profile.user.name + ", " + profile.folder;
-  if (code == ERROR_SHARING_VIOLATION) {
-    throw std::runtime_error(whose + ", is in use by another program, and was left out");
-  }
-  throw std::runtime_error(whose + ", cannot be loaded (error " + std::to_string(code) +
-                           "), and was left out; run the program as administrator");
-}
-
-void ActingProfile::openCopy(const ListedProfile& profile) {
-  copies = temporaryFolder();
-  deleteFolder(copies);
-  makePrivateFolder(copies);
-  const std::string user = copies + userHive;
-  const std::string classes = copies + "\\UsrClass.dat";
-  const bool isCopied =
-      copyHive(profile.folder + userHive, user) && copyHive(profile.folder + classesHive, classes);
-  require(isCopied ? ERROR_SUCCESS : static_cast<LONG>(GetLastError()), profile);
-  require(calls.loadPrivately(user, root), profile);
-  if (!isFile(classes)) {
-    return;
-  }
-  // Two private hives cannot be linked, so the classes are copied to where the link would be.
-  HKEY from = nullptr;
-  require(calls.loadPrivately(classes, from), profile);
-  HKEY to = nullptr;
-  LONG code = RegCreateKeyExW(root, L"Software\\Classes", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                              &to, nullptr);
-  if (code == ERROR_SUCCESS) {
-    code = RegCopyTreeW(from, nullptr, to);
-    RegCloseKey(to);
-  }
-  RegCloseKey(from);
-  require(code, profile);
-}
-
-void ActingProfile::openHives(const ListedProfile& profile) {
+// What was signed in may have signed out since the profiles were listed, and the other way round.
+void ActingProfile::open(UserWork work) {
   const std::string& key = profile.user.key;
-  require(calls.load(key, profile.folder + userHive), profile);
-  loaded.push_back(key);
-  if (isFile(profile.folder + classesHive)) {
-    const std::string classes = key + utf8(userClassesSuffix);
-    require(calls.load(classes, profile.folder + classesHive), profile);
-    loaded.push_back(classes);
-    require(linkClasses(key), profile);
+  const bool isSignedIn = key == profile.user.sid;
+  if (isSignedIn != isLoaded(profile.user.sid)) {
+    leaveOut(isSignedIn ? "was signed out meanwhile" : "was signed in meanwhile");
   }
-  require(RegOpenKeyExW(HKEY_USERS, Wide(key).get(), 0, MAXIMUM_ALLOWED, &root), profile);
+  if (!isSignedIn && isLoaded(key)) {
+    leaveOut("is still loaded at HKEY_USERS\\" + key + ", since another program uses it");
+  }
+  if (!isSignedIn && work == UserWork::Scan) {
+    makeCopies();
+    load(copyOf(key), copyOf(key + utf8(userClassesSuffix)));
+  } else if (!isSignedIn) {
+    load(profile.folder + userHive, profile.folder + classesHive);
+  }
+  require(RegOpenKeyExW(HKEY_USERS, Wide(key).get(), 0, MAXIMUM_ALLOWED, &root));
+  classes = openClasses(key);
 }
 
-void ActingProfile::setVariables(const ListedProfile& profile) {
-  const std::string& folder = profile.folder;
-  const std::string local = folder + "\\AppData\\Local";
-  const std::array<std::pair<const char*, std::string>, 8> ofProfile{
-      {{"USERPROFILE", folder},
-       {"HOMEDRIVE", folder.substr(0, 2)},
-       {"HOMEPATH", folder.substr(std::min<std::size_t>(2, folder.size()))},
-       {"APPDATA", folder + "\\AppData\\Roaming"},
-       {"LOCALAPPDATA", local},
-       {"TEMP", local + "\\Temp"},
-       {"TMP", local + "\\Temp"},
-       {"USERNAME", profile.user.name}}};
-  for (const auto& [name, value] : ofProfile) {
-    setVariable(name, value);
-  }
-  const WideKey own(HiveHandle::CurrentUser, u"Environment", KEY_QUERY_VALUE);
-  for (const WideValue& value :
-       own.isOpen() ? own.values().value_or(std::vector<WideValue>()) : std::vector<WideValue>()) {
-    // The folders of programs that this user has follow the computer's, which stay as they are.
-    if (isSingleText(value.type) && !isSameName(value.name, u"Path")) {
-      const std::string text = expandedText(textOf(value));
-      setVariable(utf8(value.name), std::string(untilNul(text)));
-    }
+void ActingProfile::load(const std::string& userFile, const std::string& classesFile) {
+  const std::string& key = profile.user.key;
+  require(hives.load(key, userFile, profile));
+  if (isFileThere(classesFile)) {
+    require(hives.load(key + utf8(userClassesSuffix), classesFile, profile));
+    require(linkClasses(key));
   }
 }
 
-void ActingProfile::setVariable(const std::string& name, const std::string& value) {
-  variables.emplace_back(name, environmentVariable(name.c_str()));
-  SetEnvironmentVariableW(Wide(name).get(), Wide(value).get());
+void ActingProfile::makeCopies() {
+  const std::string folder = copiesFolder();
+  const std::string user = copyOf(profile.user.key);
+  const std::string classesCopy = copyOf(profile.user.key + utf8(userClassesSuffix));
+  const PrivateSecurity security(PrivateSecurity::Of::Folder);
+  // The call only reads, though its type does not say so.
+  auto* attributes = const_cast<SECURITY_ATTRIBUTES*>(security.get());
+  if (!isFileThere(folder) &&
+      (attributes == nullptr || CreateDirectoryW(Wide(folder).get(), attributes) == FALSE)) {
+    leaveOut("cannot be scanned, since " + folder + " for a copy cannot be made (error " +
+             std::to_string(GetLastError()) + "); run the program as administrator");
+  }
+  hasCopies = true;
+  // An empty one tells whether the disk keeps access lists at all.
+  HANDLE empty = CreateFileW(Wide(user).get(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                             FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (empty != INVALID_HANDLE_VALUE) {
+    CloseHandle(empty);
+  }
+  if (couldOthersWrite(user)) {
+    leaveOut("cannot be scanned, since " + folder + " keeps no copy private");
+  }
+  const bool isCopied = copyHive(profile.folder + userHive, user) &&
+                        copyHive(profile.folder + classesHive, classesCopy);
+  require(isCopied ? ERROR_SUCCESS : static_cast<LONG>(GetLastError()));
+}
+
+void ActingProfile::require(LONG code) {
+  if (code == ERROR_SHARING_VIOLATION) {
+    leaveOut("is in use by another program");
+  }
+  if (code != ERROR_SUCCESS) {
+    leaveOut("cannot be loaded (error " + std::to_string(code) +
+             "); run the program as administrator");
+  }
+}
+
+void ActingProfile::leaveOut(const std::string& why) const {
+  throw std::runtime_error(nameInMessages(profile) + ", was left out: it " + why);
 }
 
 // In the order in which nothing is used any more.
 void ActingProfile::close() {
-  for (; !variables.empty(); variables.pop_back()) {
-    const auto& [name, before] = variables.back();
-    SetEnvironmentVariableW(Wide(name).get(), before.empty() ? nullptr : Wide(before).get());
-  }
+  variables.reset();
   RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
-  if (root != nullptr) {
-    RegCloseKey(std::exchange(root, nullptr));
+  for (HKEY* key : {&classes, &root}) {
+    if (*key != nullptr) {
+      RegCloseKey(std::exchange(*key, nullptr));
+    }
   }
-  for (; !loaded.empty(); loaded.pop_back()) {
-    calls.unload(loaded.back());
-  }
-  if (!copies.empty()) {
-    deleteFolder(copies);
+  hives.unloadAll();
+  if (hasCopies) {
+    deleteFolder(copiesFolder());
   }
 }
 

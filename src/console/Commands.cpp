@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "console/FixCommand.h"
@@ -11,37 +12,52 @@
 namespace zelvreg::console {
 namespace {
 
-// Those that only read, and those that ask for more than this before they write.
-bool writesAtOnce(Command command) {
+// What a command does to the computer.
+enum class Writing : std::uint8_t { Nothing, AtOnce, OnceItHasAskedForMore };
+Writing writingOf(Command command) {
   switch (command) {
     case Command::Scan:
-    case Command::Fix:
     case Command::Search:
-    case Command::Automatic:
     case Command::ListUndo:
     case Command::ListExclusions:
     case Command::ListLanguages:
-      return false;
+      return Writing::Nothing;
+    case Command::Fix:
+    case Command::Automatic:
+      return Writing::OnceItHasAskedForMore;
     default:
-      return true;
+      return Writing::AtOnce;
   }
 }
 
 // The program's settings are in a hive of the computer. Files that belong to them would be gone
 // before that hive is found to be one that cannot be written.
-void refuseIfBehind(const Computer& computer) {
-  const std::vector<std::string> lines = computer.behind();
-  if (!lines.empty()) {
-    throw std::runtime_error(lines.front() + "; nothing was changed");
+void refuseFor(const std::vector<std::string>& behind) {
+  if (!behind.empty()) {
+    throw std::runtime_error(behind.front() + "; nothing was changed");
   }
+}
+
+// What a command is refused for is told once, by the refusal.
+std::vector<std::string> noticesBut(const std::vector<std::string>& behind,
+                                    const Computer& computer) {
+  std::vector<std::string> notices = computer.notices();
+  std::erase_if(notices, [&behind](const std::string& notice) {
+    return std::ranges::any_of(
+        behind, [&notice](const std::string& line) { return notice.starts_with(line); });
+  });
+  return notices;
 }
 
 }  // namespace
 
 int runCommand(const Options& options, Computer& computer, const Streams& streams) {
-  tell(computer.notices(), streams);
-  if (writesAtOnce(options.command)) {
-    refuseIfBehind(computer);
+  const Writing writing = writingOf(options.command);
+  const std::vector<std::string> behind =
+      writing == Writing::Nothing ? std::vector<std::string>() : computer.behind();
+  tell(noticesBut(behind, computer), streams);
+  if (writing == Writing::AtOnce) {
+    refuseFor(behind);
   }
   switch (options.command) {
     case Command::Scan:

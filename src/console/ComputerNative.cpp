@@ -61,7 +61,8 @@ class EmulatedComputer : public Computer {
     return results;
   }
   [[nodiscard]] std::vector<std::string> behind() const override {
-    return named(machine->hivesBehind());
+    return use() == machine::Machine::Use::Reading ? std::vector<std::string>()
+                                                   : named(machine->hivesBehind());
   }
   [[nodiscard]] std::vector<std::string> unclean() const override {
     return use() == machine::Machine::Use::Reading ? std::vector<std::string>()
@@ -131,6 +132,7 @@ machine::OfflineDisk diskOf(const Target& target) {
   }
   disk.leavesLogs = target.leavesLogs;
   disk.everyProfile = target.everyProfile;
+  disk.namesLeftOut = target.everyUser;
   disk.missingDrivesAreDead = target.missingDrivesAreDead;
   disk.filesAreReadOnly = target.filesAreReadOnly;
   disk.keptBackups = target.keptBackups;

@@ -11,7 +11,7 @@ namespace {
 
 class RunningComputer : public Computer {
  public:
-  RunningComputer(Access access, const ProfileCalls& callsInUse) : calls(callsInUse) {
+  RunningComputer(const Target& target, Access access, const ProfileCalls& calls) : hives(calls) {
     if (access == Access::Alone && !instance.emplace().isFirst()) {
       throw std::runtime_error(
           "another copy of the program is working on this computer's registry, perhaps another "
@@ -19,9 +19,13 @@ class RunningComputer : public Computer {
           "close its window or wait until it ends");
     }
     if (access == Access::Alone) {
-      unloadLeftovers(calls);
+      hives.removeLeftovers();
     }
-    profiles = listedProfiles();
+    ProfileList list = listProfiles();
+    profiles = std::move(list.profiles);
+    if (target.everyUser) {
+      leftOut = std::move(list.leftOut);
+    }
   }
   [[nodiscard]] std::vector<ComputerUser> users() const override {
     std::vector<ComputerUser> users;
@@ -34,7 +38,7 @@ class RunningComputer : public Computer {
         profiles, [&](const ListedProfile& one) { return one.user.sid == user.sid; });
     // The first is who runs the program.
     if (profile != profiles.begin()) {
-      acting.emplace(*profile, work, calls);
+      acting.emplace(*profile, work, hives);
     }
   }
   void endActing() override { acting.reset(); }
@@ -45,24 +49,34 @@ class RunningComputer : public Computer {
   [[nodiscard]] std::vector<std::string> damage() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unclean() const override { return {}; }
   [[nodiscard]] std::vector<std::string> unsaved() const override { return {}; }
+  [[nodiscard]] std::vector<std::string> notices() const override { return leftOut; }
   void save() override {}
+  void close() override {
+    endActing();
+    hives.unloadAll();
+    if (const auto lines = hives.stillLoaded(); !lines.empty()) {
+      throw std::runtime_error(lines.front());
+    }
+  }
   [[nodiscard]] bool keepsAtOnce() const override { return true; }
 
  private:
-  const ProfileCalls calls;
   std::optional<SingleInstance> instance;
+  LoadedHives hives;
   std::vector<ListedProfile> profiles;
+  std::vector<std::string> leftOut;
   std::optional<ActingProfile> acting;
 };
 
 }  // namespace
 
-std::unique_ptr<Computer> openRunningComputer(Access access, const ProfileCalls& calls) {
-  return std::make_unique<RunningComputer>(access, calls);
+std::unique_ptr<Computer> openRunningComputer(const Target& target, Access access,
+                                              const ProfileCalls& calls) {
+  return std::make_unique<RunningComputer>(target, access, calls);
 }
 
-std::unique_ptr<Computer> Computer::open(const Target& /*target*/, Access access) {
-  return openRunningComputer(access, systemProfileCalls());
+std::unique_ptr<Computer> Computer::open(const Target& target, Access access) {
+  return openRunningComputer(target, access, systemProfileCalls());
 }
 
 }  // namespace zelvreg::console

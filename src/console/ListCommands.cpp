@@ -124,7 +124,26 @@ void addExclusion(Form42& form, const std::string& entry) {
   }
 }
 
+// False if the question was answered No.
+bool removeExclusion(Form42& form, std::size_t row) {
+  const std::size_t before = form.View4.count();
+  form.View4.select(row);
+  View4_ItemClick(form, row);
+  form.chameleonButton6.click();
+  return form.View4.count() < before;
+}
+
+// What Windows would call a file of its own.
+bool isOnTheDisk(const std::string& file) {
+  return file.size() > 2 && file[1] == ':' && file[2] == '\\';
+}
+
 int restoreExport(const Options& options, Computer& computer, const Streams& streams) {
+  if (!options.target.image.empty() && isOnTheDisk(options.exportFile)) {
+    throw std::runtime_error(options.exportFile +
+                             " is on the disk in the image; restore it with undo restore N, where "
+                             "undo list tells the number N");
+  }
   requireTrustedFile(options.exportFile);
   const std::string text = readHostFile(options.exportFile);
   // Of somebody who is not known the import says itself what is wrong.
@@ -189,9 +208,9 @@ int workOnExclusions(const Options& options, Computer& computer, const Streams& 
       break;
     case Command::RemoveExclusion:
       requireRow(form.View4, options.entry, "exclusions");
-      form.View4.select(options.entry);
-      View4_ItemClick(form, options.entry);
-      form.chameleonButton6.click();
+      if (!removeExclusion(form, options.entry)) {
+        return nothingFound;
+      }
       break;
     default:
       printRows(form.View4, "Exclusion", streams);

@@ -10,7 +10,8 @@
 namespace zelvreg::console {
 
 // As Computer::open() does; `calls` load the hives of those who are not signed in.
-std::unique_ptr<Computer> openRunningComputer(Access access, const ProfileCalls& calls);
+std::unique_ptr<Computer> openRunningComputer(const Target& target, Access access,
+                                              const ProfileCalls& calls);
 
 }  // namespace zelvreg::console
 

@@ -16,9 +16,6 @@ namespace {
 constexpr int deepestVariable = 8;
 constexpr int mostVariables = 256;
 
-constexpr const char16_t* userShellFolders =
-    u"\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
-
 constexpr std::array<std::string_view, 14> commonVariables{"windir",
                                                            "systemroot",
                                                            "systemdrive",
@@ -110,6 +107,20 @@ void OwnerVariables::expandInto(Expansion& expansion, std::string_view text,
   }
 }
 
+bool OwnerVariables::mapsDrive(char letter, const std::u16string& owner) {
+  const auto [entry, isNew] = mapped.try_emplace(owner);
+  if (isNew) {
+    const HiveHandle root = owner.empty() ? HiveHandle::CurrentUser : HiveHandle::Users;
+    const WideKey drives(root, owner.empty() ? u"Network" : owner + u"\\Network",
+                         KEY_ENUMERATE_SUB_KEYS);
+    const auto names = drives.isOpen() ? drives.subkeys() : std::nullopt;
+    for (const std::u16string& name : names.value_or(std::vector<std::u16string>())) {
+      entry->second += name.size() == 1 ? lowerCase(utf8(name)) : "";
+    }
+  }
+  return contains(entry->second, lowerCase(std::string(1, letter)));
+}
+
 bool OwnerVariables::isUsers(std::string_view name) {
   const std::string lower = lowerCase(name);
   return !isCommonVariable(name) &&
@@ -193,7 +204,7 @@ const OwnerVariables::Values& OwnerVariables::profileOf(const std::u16string& ow
                      {"localappdata", path + "\\AppData\\Local"},
                      {"temp", path + "\\AppData\\Local\\Temp"},
                      {"tmp", path + "\\AppData\\Local\\Temp"}};
-    const Values moved = valuesOf(HiveHandle::Users, owner + userShellFolders);
+    const Values moved = valuesOf(HiveHandle::Users, owner + u"\\" + userShellFoldersKey);
     for (const auto& [variable, folderName] :
          {std::pair("appdata", "appdata"), std::pair("localappdata", "local appdata")}) {
       const auto found = moved.find(folderName);

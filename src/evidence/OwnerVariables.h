@@ -44,6 +44,9 @@ class OwnerVariables {
   std::optional<std::string> value(std::string_view name, const std::u16string& owner,
                                    ProgramView view);
 
+  // Whether the owner has given a drive's letter to a share, which others need not have there.
+  bool mapsDrive(char letter, const std::u16string& owner);
+
  private:
   using Values = std::map<std::string, std::string, std::less<>>;  // by name in lower case
 
@@ -62,6 +65,7 @@ class OwnerVariables {
   std::optional<std::u16string> currentUser;             // looked up when first asked for
   std::map<std::u16string, Values, NameOrder> keys;      // by the full path of the key
   std::map<std::u16string, Values, NameOrder> profiles;  // by owner
+  std::map<std::u16string, std::string> mapped;          // letters in lower case, by owner
 };
 
 }  // namespace zelvreg

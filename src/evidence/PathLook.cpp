@@ -145,8 +145,9 @@ void PathLook::tryReading(PathTrial& trial, const std::string& text, const TextO
     judge(Reason::PlaceUnknown);
     return;
   }
-  const bool isRemote =
-      hasDrive ? files.drive(path.front()) == DriveIs::Remote : leadsToShare(path);
+  const bool isRemote = hasDrive ? files.drive(path.front()) == DriveIs::Remote ||
+                                       variables.mapsDrive(path.front(), owner.user)
+                                 : leadsToShare(path);
   if (isRemote && shares == Shares::Refused) {
     trial.reasons.add(Reason::Share);
     trial.isJudged = true;

@@ -163,7 +163,7 @@ std::u16string userOf(const std::u16string& path) {
   return name;
 }
 
-std::u16string currentUserKey() { return utf16UntilNul(currentUserSid()); }
+std::u16string currentUserKey() { return utf16UntilNul(currentUsersKey()); }
 
 TruePlace below(const TruePlace& key, const std::u16string& name) {
   return {key.hive, key.path.empty() ? name : key.path + u"\\" + name};

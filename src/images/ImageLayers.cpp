@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstring>
 #include <optional>
 #include <string_view>
+#include <utility>
 
-#include "machine/base/HostName.h"
+#include "images/ForeignFiles.h"
 #include "machine/base/MachineError.h"
+#include "machine/base/PlainFile.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::images {
 namespace {
@@ -27,52 +32,71 @@ constexpr std::array<std::string_view, 4> layeredFormats{"qcow2", "qcow", "qed",
   throw MachineError(image.string() + ": " + why);
 }
 
-bool isPlainFile(const fs::path& file) {
-  std::error_code error;
-  return file.is_absolute() && fs::is_regular_file(file, error);
+// Empty for a plain file that can be read.
+std::string whyNotReadable(const fs::path& file) {
+  if (machine::openPlainFile(file).isOpen()) return "";
+  switch (errno) {
+    case ENOENT:
+      return "there is no such image file; name one that is there";
+    case EISDIR:
+      return "is a folder; name the image file in it, or give a mounted disk with --offline";
+    case EINVAL:
+      return "is a device or a pipe; name a file, or mount the disk and give it with --offline";
+    default:
+      return "cannot be read: " + std::string(std::strerror(errno)) +
+             "; give yourself the right to read it";
+  }
 }
 
-// What the tool says of one file alone; nothing that the file names is opened for it. It may be in
-// use, which the daemon finds out.
-Json describe(Keeper& keeper, const fs::path& image) {
-  if (!isPlainFile(image)) {
-    refuse(image, "there is no such image file; name one that is there");
+void requireReadable(const fs::path& image) {
+  if (const std::string why = whyNotReadable(image); !why.empty()) {
+    refuse(image, why);
   }
   // The tool and the daemon take UTF-8 alone.
-  if (!machine::isUtf8(image.string())) {
+  if (!isPlainUtf8(image.string())) {
     refuse(image, "the image's name is no UTF-8; give it another name, and run this again");
   }
+}
+
+// From the words of the tool.
+std::string whyUnreadable(const std::string& complaint) {
+  std::string line = complaint.substr(0, complaint.find('\n'));
+  if (line.find("log that needs to be replayed") != std::string::npos) {
+    return "holds changes in a log that can only be taken over by writing it; make a copy, run "
+           "qemu-img check -r all COPY, and name the copy";
+  }
+  const std::string_view tool = "qemu-img: ";
+  line.erase(0, line.starts_with(tool) ? tool.size() : 0);
+  return "is no image that qemu-img can read: " + line +
+         "; get a whole copy of it, or if it is a checkpoint of another image, merge the two";
+}
+
+// What the tool says of one file alone; no file of another folder is opened for it. It may be in
+// use, which the daemon finds out.
+Json describe(Keeper& keeper, const fs::path& image) {
+  refuseForeignFiles(image);
   const ProgramEnd told = keeper.run({"qemu-img", "info", "-U", "--output=json", image.string()});
   Json about = Json::parse(told.output, nullptr, false);
   if (told.status != 0 || !about.is_object()) {
-    std::string line = told.complaint.substr(0, told.complaint.find('\n'));
-    const std::string_view tool = "qemu-img: ";
-    line.erase(0, line.starts_with(tool) ? tool.size() : 0);
-    refuse(image, "is no image that qemu-img can read: " + line);
+    refuse(image, whyUnreadable(told.complaint));
   }
   return about;
 }
 
-// Those that the daemon opens along with an image.
-void refuseOtherFiles(const fs::path& image, const Json& about) {
+// Also of those that the daemon opens along with an image.
+void refuseUnreadable(const fs::path& image, const std::string& format, const Json& about) {
+  if (about.value("encrypted", false)) {
+    const std::string of = format == "luks" ? "" : "encrypt.";
+    refuse(image,
+           "is encrypted; decrypt it, and name the copy: qemu-img convert --object "
+           "secret,id=key,file=PASSWORD-FILE --image-opts driver=" +
+               format + "," + of + "key-secret=key,file.filename=FILE -O qcow2 COPY.qcow2");
+  }
   const Json specific = about.value("format-specific", Json::object());
   const Json data = specific.value("data", Json::object());
-  if (about.value("encrypted", false)) {
-    refuse(image, "is encrypted; convert it with qemu-img convert, and name the result");
-  }
-  if (data.contains("data-file")) {
-    refuse(image,
-           "keeps its content in another file; convert it with qemu-img convert, and name "
-           "the result");
-  }
   for (const Json& extent : data.value("extents", Json::array())) {
-    const fs::path file = extent.value("filename", "");
-    std::error_code error;
-    if (file != image && (file.parent_path() != image.parent_path() ||
-                          !fs::is_regular_file(fs::symlink_status(file, error)))) {
-      refuse(image, "its part " + file.string() +
-                        " is no file beside it; put all parts into one "
-                        "folder");
+    if (const fs::path file = extent.value("filename", ""); file != image) {
+      requireBeside(image, file);
     }
   }
 }
@@ -86,29 +110,48 @@ std::string formatOf(const fs::path& image, std::string format) {
   return format;
 }
 
+void refuseNoFile(const fs::path& image, const fs::path& below) {
+  std::error_code error;
+  if (!below.is_absolute() || !fs::is_regular_file(below, error)) {
+    refuse(image, "builds on " + below.string() +
+                      ", which is no file here; put that image where this says");
+  }
+}
+
+// A base that is no disk was never meant: somebody who could write the image would have any file
+// read by whoever opens it.
+[[noreturn]] void refuseBase(const fs::path& image, const fs::path& base,
+                             const std::string& format) {
+  refuse(image, "builds on " + base.string() + ", which is no disk of the format " + format +
+                    "; look what that file is, and put the right one there");
+}
+
 }  // namespace
 
 std::vector<ImageLayer> layersOf(Keeper& keeper, const fs::path& image) {
   std::vector<ImageLayer> layers;
-  std::optional<std::string> statedFormat;
+  fs::path above;
+  std::string stated;
   for (fs::path file = image; !file.empty();) {
     if (layers.size() == mostLayers) {
       refuse(image, "builds on too many others; merge them with qemu-img convert");
     }
-    const Json about = describe(keeper, file);
-    refuseOtherFiles(file, about);
-    layers.push_back(
-        {file, formatOf(file, statedFormat.value_or(about.value("format", "unknown")))});
-    const std::string below = about.value("full-backing-filename", "");
-    if (!below.empty() && !isPlainFile(below)) {
-      refuse(file,
-             "builds on " + below + ", which is no file here; put that image where this says");
+    requireReadable(file);
+    // A raw one builds on nothing, whatever the computer has written there.
+    const Json about = stated == "raw" ? Json::object() : describe(keeper, file);
+    const std::string format = about.value("format", "raw");
+    refuseUnreadable(file, format, about);
+    layers.push_back({file, formatOf(file, stated.empty() ? format : stated)});
+    const bool isDisk = layers.back().format == format && (format != "raw" || canBeRawDisk(file));
+    if (!above.empty() && !isDisk) {
+      refuseBase(above, file, layers.back().format);
     }
-    statedFormat.reset();
-    if (about.contains("backing-filename-format")) {
-      statedFormat = about.value("backing-filename-format", "");
+    const fs::path below = about.value("full-backing-filename", "");
+    if (!below.empty()) {
+      refuseNoFile(file, below);
     }
-    file = below;
+    stated = about.value("backing-filename-format", "");
+    above = std::exchange(file, below);
   }
   return layers;
 }

@@ -56,9 +56,10 @@ void requirePrograms() {
   const std::string line = missingPrograms(folders == nullptr ? "" : folders);
   if (!line.empty()) throw machine::MachineError(line);
   if (!machine::FileDescriptor(open("/dev/fuse", O_RDWR | O_CLOEXEC)).isOpen()) {
-    throw machine::MachineError(std::string("an image cannot be mounted here: /dev/fuse: ") +
-                                std::strerror(errno) +
-                                "; let it be opened, or mount the disk and give it with --offline");
+    throw machine::MachineError(
+        std::string("an image cannot be mounted here: /dev/fuse: ") + std::strerror(errno) +
+        "; run zelvreg as root, or as somebody who may open that device, or "
+        "mount the disk and give it with --offline");
   }
 }
 

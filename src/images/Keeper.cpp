@@ -65,7 +65,12 @@ Keeper::Keeper(std::filesystem::path folder, const std::vector<std::string>& dae
 
 Keeper::~Keeper() {
   connection.close();
-  while (process > 0 && waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+  int status = 0;
+  while (process > 0 && waitpid(process, &status, 0) < 0 && errno == EINTR) {
+  }
+  // One that was killed could not remove it.
+  if (WIFSIGNALED(status) && !unfinished.empty()) {
+    unlink(unfinished.c_str());
   }
 }
 
@@ -97,9 +102,13 @@ ProgramEnd Keeper::mount(const std::vector<std::string>& words) {
 void Keeper::make(const std::filesystem::path& file) {
   tell(request::make, file.string());
   hearComplaint();
+  unfinished = file;
 }
 
-void Keeper::keep() { tell(request::keep, ""); }
+void Keeper::keep() {
+  unfinished.clear();
+  tell(request::keep, "");
+}
 
 void Keeper::hearComplaint() {
   const auto complaint = connection.receiveMessage();

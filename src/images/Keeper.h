@@ -26,7 +26,8 @@ struct ProgramEnd {
 // It and what it starts are alone: they see no other process, have no network, and end with it.
 // When the keeper goes, or this process does, what is mounted below the folder is unmounted, then
 // the daemons are ended in the opposite order of their numbers, and then the file of make() is
-// removed unless keep() was called.
+// removed unless keep() was called. If its process is killed, all others end at once, and the file
+// is removed when the keeper goes.
 class Keeper {
  public:
   static constexpr std::size_t daemonCount = 2;
@@ -68,6 +69,7 @@ class Keeper {
   Channel connection;
   std::vector<Channel> daemons;
   pid_t process = 0;
+  std::filesystem::path unfinished;  // what make() has made, until keep()
 };
 
 }  // namespace zelvreg::images

@@ -161,15 +161,29 @@ class KeeperWork {
   int runToItsEnd(const std::vector<std::string>& words) {
     const FileDescriptor output(memfd_create("output", MFD_CLOEXEC));
     const FileDescriptor complaint(memfd_create("complaint", MFD_CLOEXEC));
-    const pid_t child = spawn(words, {nowhere.get(), output.get(), complaint.get()});
-    int ended = 0;
-    while (child > 0 && waitpid(child, &ended, 0) < 0 && errno == EINTR) {
-    }
-    const int status = child > 0 && WIFEXITED(ended) ? WEXITSTATUS(ended) : noSuchProgram;
+    const int status = waitForEnd(spawn(words, {nowhere.get(), output.get(), complaint.get()}));
     std::ignore = start.connection.sendMessage(std::to_string(status));
     std::ignore = start.connection.sendMessage(contentOf(output));
     std::ignore = start.connection.sendMessage(contentOf(complaint));
     return status;
+  }
+
+  // A program may wait for something that never comes. It is not waited for when the process that
+  // asked for it is gone.
+  int waitForEnd(pid_t child) const {
+    if (child < 0) return noSuchProgram;
+    const FileDescriptor running(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
+    std::array<pollfd, 2> awaited{{{.fd = running.get(), .events = POLLIN, .revents = 0},
+                                   {.fd = start.connection.get(), .events = 0, .revents = 0}}};
+    while (poll(awaited.data(), awaited.size(), -1) < 0 && errno == EINTR) {
+    }
+    if (awaited[0].revents == 0) {
+      kill(child, SIGKILL);
+    }
+    int ended = 0;
+    while (waitpid(child, &ended, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(ended) ? WEXITSTATUS(ended) : noSuchProgram;
   }
 
   // Drivers write what they still hold when their file systems are unmounted, and daemons when they

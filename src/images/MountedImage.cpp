@@ -15,11 +15,11 @@
 #include "images/ImagePrograms.h"
 #include "images/OwnMounts.h"
 #include "machine/base/FileDescriptor.h"
-#include "machine/base/HostName.h"
 #include "machine/base/MachineError.h"
 #include "machine/base/PlainFile.h"
 #include "machine/offline/Hibernation.h"
 #include "machine/offline/OfflineFiles.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::images {
 namespace {
@@ -34,6 +34,9 @@ constexpr std::size_t diskDaemon = 0;
 constexpr std::size_t partitionDaemon = 1;
 
 constexpr const char* diskNode = "disk";
+
+constexpr const char* noRoom =
+    "; see that there is room where it is kept and that its disk is sound, and run this again";
 
 std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
@@ -101,20 +104,20 @@ fs::path MountedImage::fileOf(const Partition& partition) const {
 
 void MountedImage::makeOverlay(const ImageLayer& below) {
   image.overlay = fs::absolute(*image.overlay);
-  if (!machine::isUtf8(image.overlay->string())) {
+  if (!isPlainUtf8(image.overlay->string())) {
     refuse("the overlay's name is no UTF-8; give it another name");
   }
   try {
     keeper->make(*image.overlay);
   } catch (const MachineError& error) {
     refuse("the overlay " + image.overlay->string() + " cannot be made: " + error.what() +
-           "; name a new file");
+           "; name a new file in a folder that you may write");
   }
   const ProgramEnd end = keeper->run({"qemu-img", "create", "-q", "-f", "qcow2", "-F", below.format,
                                       "-b", below.file.string(), image.overlay->string()});
   if (end.status != 0) {
     refuse("the overlay " + image.overlay->string() +
-           " cannot be made: " + firstLine(end.complaint));
+           " cannot be made: " + firstLine(end.complaint) + "; see that there is room for it");
   }
 }
 
@@ -139,7 +142,8 @@ void MountedImage::showDisk() {
     const std::string why = error.what();
     refuse(why.find(" lock") != std::string::npos
                ? "is in use by another program; wait until it has ended"
-               : "cannot be opened: " + firstLine(why));
+               : "cannot be opened: " + firstLine(why) +
+                     "; see that you may read it, and write it if it is to be repaired --in-place");
   }
 }
 
@@ -297,7 +301,7 @@ std::string MountedImage::named(std::string line) const {
 void MountedImage::sync() {
   for (const fs::path& file : {windows, fileOf(chosen), folder / diskNode}) {
     if (const std::string why = whyNotSynced(file); !why.empty()) {
-      refuse("the repair could not be written: " + why);
+      refuse("the repair could not be written: " + why + noRoom);
     }
   }
   keeper->keep();
@@ -307,7 +311,7 @@ void MountedImage::close() {
   try {
     keeper->finish();
   } catch (const MachineError& error) {
-    refuse(error.what());
+    refuse(error.what() + std::string(noRoom));
   }
 }
 

@@ -61,7 +61,16 @@ std::string sidText(const std::vector<BYTE>& sid) {
 }
 
 std::string currentUserSid() {
-  return actingUser().empty() ? sidText(lookUpSid(environmentVariable("UserName"))) : actingUser();
+  return actingUser() == nullptr ? sidText(lookUpSid(environmentVariable("UserName")))
+                                 : actingUser()->sid;
+}
+
+std::string currentUsersKey() {
+  return actingUser() == nullptr ? currentUserSid() : actingUser()->key;
+}
+
+std::string processAccount() {
+  return actingUser() == nullptr ? environmentVariable("UserName") : actingUser()->account;
 }
 
 }  // namespace zelvreg

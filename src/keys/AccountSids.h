@@ -21,6 +21,12 @@ std::string sidText(const std::vector<BYTE>& sid);
 // The identifier of the user whose keys HKEY_CURRENT_USER shows; empty if it cannot be found out.
 std::string currentUserSid();
 
+// The name of that user's key below HKEY_USERS; empty if it cannot be found out.
+std::string currentUsersKey();
+
+// The account that this process runs as, whoever the current user is.
+std::string processAccount();
+
 }  // namespace zelvreg
 
 #endif

@@ -1,17 +1,19 @@
 #include "keys/ActingUser.h"
 
+#include <utility>
+
 namespace zelvreg {
 namespace {
 
-std::string& standIn() {
-  static std::string sid;
-  return sid;
+std::optional<ActingUser>& standIn() {
+  static std::optional<ActingUser> user;
+  return user;
 }
 
 }  // namespace
 
-const std::string& actingUser() { return standIn(); }
+const ActingUser* actingUser() { return standIn() ? &*standIn() : nullptr; }
 
-void setActingUser(const std::string& sid) { standIn() = sid; }
+void setActingUser(std::optional<ActingUser> user) { standIn() = std::move(user); }
 
 }  // namespace zelvreg

@@ -14,7 +14,7 @@ LONG ifNotAbsent(LONG code) { return code == ERROR_FILE_NOT_FOUND ? ERROR_SUCCES
 
 // What both deletions share: `remove` works on the opened key, which is left open.
 LONG deleteBelow(HiveHandle hive, const std::string& key, auto remove) {
-  OpenKey open(hive, key, workOn64BitView);
+  OpenKey open(hive, key, workOn64BitView, ClassesOf::User);
   const LONG status = open.isOpen() ? remove(open.handle()) : open.openStatus();
   open.abandon();
   return ifNotAbsent(status);
@@ -47,7 +47,7 @@ LONG fDeleteValue(const std::string& hive, const std::string& key, const std::st
 }
 
 void DeleteSubtree(HiveHandle hive, const std::string& key) {
-  const OpenKey open(hive, key, workOn64BitView);
+  const OpenKey open(hive, key, workOn64BitView, ClassesOf::User);
   if (!open.isOpen()) {
     return;
   }
@@ -75,7 +75,7 @@ void DeleteRegistryTree(HiveHandle hive, std::string key) {
     RegDeleteKeyW(systemKey(hive), Wide(key).get());
     return;
   }
-  const OpenKey parent(hive, key.substr(0, backslash), workOn64BitView);
+  const OpenKey parent(hive, key.substr(0, backslash), workOn64BitView, ClassesOf::User);
   if (parent.isOpen()) {
     RegDeleteKeyW(parent.handle(), Wide(std::string_view(key).substr(backslash + 1)).get());
   }

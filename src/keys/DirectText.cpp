@@ -17,7 +17,7 @@ LONG readText(HiveHandle hive, const std::string& key, const std::string& valueN
     return open.openStatus();
   }
   ValueData data;
-  const LONG status = data.read(open.handle(), valueName);
+  const LONG status = data.read(open.keyOf(valueName), valueName);
   type = data.type();
   if (data.isSingleText()) {
     value = data.text();

@@ -5,9 +5,8 @@
 #include <windows.h>
 
 #include <string>
-#include <utility>
 
-#include "keys/ActingUser.h"
+#include "keys/OpenPair.h"
 #include "keys/RootHandles.h"
 #include "text/Wide.h"
 
@@ -24,40 +23,35 @@ inline constexpr REGSAM settingsAccess = 0x2003F;
 class OpenKey {
  public:
   OpenKey() = default;
-  OpenKey(HiveHandle hive, const std::string& path, REGSAM access)
-      : status(RegOpenKeyExW(systemKey(hive), Wide(path).get(), 0, access, &key)) {
-    if (status != ERROR_SUCCESS) {
-      key = nullptr;
-    }
-  }
-  OpenKey(OpenKey&& other) noexcept
-      : key(std::exchange(other.key, nullptr)), status(other.status) {}
-  OpenKey(const OpenKey&) = delete;
-  OpenKey& operator=(const OpenKey&) = delete;
-  OpenKey& operator=(OpenKey&&) = delete;
-  ~OpenKey() { close(); }
+  OpenKey(HiveHandle hive, const std::string& path, REGSAM access,
+          ClassesOf classes = ClassesOf::Both)
+      : pair(hive, Wide(path).get(), access, 0, classes) {}
 
-  [[nodiscard]] bool isOpen() const { return key != nullptr; }
+  [[nodiscard]] bool isOpen() const { return pair.handle() != nullptr; }
   // What the call that opened it returned.
-  [[nodiscard]] LONG openStatus() const { return status; }
-  [[nodiscard]] HKEY handle() const { return key; }
+  [[nodiscard]] LONG openStatus() const { return pair.openStatus(); }
+  [[nodiscard]] HKEY handle() const { return pair.handle(); }
+
+  // The name of the subkey at a place, as RegEnumKey gives it.
+  template <typename Room>
+  [[nodiscard]] LONG subkeyName(DWORD index, Room& room) const {
+    const OpenPair::Place place = pair.subkeyAt(index);
+    return RegEnumKeyW(place.key, place.index, roomIn(room), static_cast<DWORD>(room.size()));
+  }
+  // Where RegEnumValue finds the value at a place.
+  [[nodiscard]] OpenPair::Place valueAt(DWORD index) const { return pair.valueAt(index); }
+  // Where RegQueryValueEx finds a value of this name.
+  [[nodiscard]] HKEY keyOf(const std::string& valueName) const {
+    return pair.keyOf(Wide(valueName).get());
+  }
 
   // What the call that closes it returns; 0 if it is closed already.
-  LONG close() {
-    HKEY open = std::exchange(key, nullptr);
-    return open == nullptr ? ERROR_SUCCESS : RegCloseKey(open);
-  }
+  LONG close() { return pair.close(); }
   // Leaves the handle open for good, unless that would keep another user's keys loaded.
-  void abandon() {
-    if (actingUser().empty()) {
-      key = nullptr;
-    }
-    close();
-  }
+  void abandon() { pair.abandon(); }
 
  private:
-  HKEY key = nullptr;
-  LONG status = ERROR_SUCCESS;
+  OpenPair pair;
 };
 
 }  // namespace zelvreg

@@ -7,6 +7,7 @@
 #include "keys/RegistryTextNotes.h"
 #include "regfile/Reader.h"
 #include "roots/NameLimits.h"
+#include "roots/UserKeys.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
@@ -49,6 +50,18 @@ class ChangeList : public regfile::Receiver {
   }
 
  private:
+  // It becomes the name of a key, so it must be nothing else.
+  Objection noteUser(const std::string& user) {
+    if (!isSidText(user)) {
+      return "the user's security identifier is none";
+    }
+    if (!changes.user.empty() && changes.user != user) {
+      return "the file belongs to a second user here; restore each export by itself";
+    }
+    changes.user = user;
+    return none;
+  }
+
   // A comment that is no note of ours says nothing.
   Objection comment(std::u16string_view text) override {
     if (!text.starts_with(notes::prefix)) {
@@ -60,8 +73,7 @@ class ChangeList : public regfile::Receiver {
       return none;
     }
     if (text.starts_with(notes::user)) {
-      changes.user = utf8(text.substr(notes::user.size()));
-      return none;
+      return noteUser(utf8(text.substr(notes::user.size())));
     }
     const bool isSecurity = text.starts_with(notes::security);
     if (!isSecurity && !text.starts_with(notes::order)) {

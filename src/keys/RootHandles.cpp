@@ -1,5 +1,6 @@
 #include "keys/RootHandles.h"
 
+#include "keys/ActingUser.h"
 #include "runtime/Directory.h"
 
 namespace zelvreg {
@@ -15,6 +16,9 @@ bool isRefused(HiveHandle hive) {
 HKEY systemKey(HiveHandle hive) {
   if (longName(hive).empty()) {
     return nullptr;
+  }
+  if (const ActingUser* user = actingUser(); user != nullptr && hive == HiveHandle::ClassesRoot) {
+    return user->classes;
   }
   // The system's headers widen the first number to a pointer; the others follow it.
   const auto first = reinterpret_cast<ULONG_PTR>(HKEY_CLASSES_ROOT);

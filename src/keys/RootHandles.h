@@ -15,7 +15,9 @@ namespace zelvreg {
 // The `rc` of a hive text that was refused.
 inline constexpr LONG hiveRefused = 99;
 
-// The handle of a root for a call of the system; null for Unknown and hINI.
+// The handle of a root for a call of the system; null for Unknown and hINI. Where another user's
+// keys stand in (keys/ActingUser.h), that of the classes is the user's own, so that no change
+// reaches the computer's; null if there are none.
 HKEY systemKey(HiveHandle hive);
 
 // By the long name ("HKEY_LOCAL_MACHINE"), exactly; Unknown for anything else.

@@ -21,9 +21,7 @@ class DirectProvider : public StdRegProv {
       return open.openStatus();
     }
     std::array<char16_t, 1024> name;
-    for (DWORD index = 0; RegEnumKeyW(open.handle(), index, roomIn(name),
-                                      static_cast<DWORD>(name.size())) == ERROR_SUCCESS;
-         ++index) {
+    for (DWORD index = 0; open.subkeyName(index, name) == ERROR_SUCCESS; ++index) {
       list(names).push_back(utf8(name.data()));
     }
     return ERROR_SUCCESS;
@@ -39,9 +37,11 @@ class DirectProvider : public StdRegProv {
     }
     auto size = static_cast<DWORD>(nameBuffer.size());
     DWORD type = REG_NONE;
-    for (DWORD index = 0; RegEnumValueW(open.handle(), index, roomIn(nameBuffer), &size, nullptr,
-                                        &type, nullptr, nullptr) == ERROR_SUCCESS;
-         ++index) {
+    const auto isListed = [&](OpenPair::Place place) {
+      return RegEnumValueW(place.key, place.index, roomIn(nameBuffer), &size, nullptr, &type,
+                           nullptr, nullptr) == ERROR_SUCCESS;
+    };
+    for (DWORD index = 0; isListed(open.valueAt(index)); ++index) {
       if (size > 0) {
         list(names).push_back(utf8({nameBuffer.data(), size}));
         types.push_back(type);
@@ -72,7 +72,8 @@ class DirectProvider : public StdRegProv {
     if (backslash == std::string::npos) {
       return RegDeleteKeyW(systemKey(hive), Wide(key).get());
     }
-    const OpenKey parent(hive, key.substr(0, backslash), KEY_ENUMERATE_SUB_KEYS | view);
+    const OpenKey parent(hive, key.substr(0, backslash), KEY_ENUMERATE_SUB_KEYS | view,
+                         ClassesOf::User);
     return parent.isOpen() ? RegDeleteKeyW(parent.handle(),
                                            Wide(std::string_view(key).substr(backslash + 1)).get())
                            : parent.openStatus();

@@ -30,11 +30,6 @@ Presence presenceBy(LONG status) {
   }
 }
 
-int compare(const std::u16string& first, const std::u16string& second) {
-  return CompareStringOrdinal(wideText(first), static_cast<int>(first.size()), wideText(second),
-                              static_cast<int>(second.size()), TRUE);
-}
-
 }  // namespace
 
 std::string textOf(const WideValue& value) {
@@ -47,67 +42,35 @@ std::string textOf(const WideValue& value) {
   return utf8(untilNul(std::u16string_view(usual.data(), size)));
 }
 
-bool NameOrder::operator()(const std::u16string& first, const std::u16string& second) const {
-  return compare(first, second) == CSTR_LESS_THAN;
-}
-
-bool isSameName(const std::u16string& first, const std::u16string& second) {
-  return compare(first, second) == CSTR_EQUAL;
-}
-
 WideKey::WideKey(HiveHandle hive, const std::u16string& path, REGSAM access, DWORD options)
-    : WideKey(systemKey(hive), path, access, options) {}
-
-WideKey::WideKey(HKEY parent, const std::u16string& path, REGSAM access, DWORD options)
-    : status(RegOpenKeyExW(parent, wideText(path), options, access | KEY_WOW64_64KEY, &key)) {
-  if (status != ERROR_SUCCESS) {
-    key = nullptr;
-  }
-}
+    : pair(hive, wideText(path), access | KEY_WOW64_64KEY, options) {}
 
 WideKey WideKey::make(HiveHandle hive, const std::u16string& path, REGSAM access) {
   return makeIn(systemKey(hive), path, access, REG_OPTION_NON_VOLATILE);
 }
 
 WideKey WideKey::openBelow(const WideKey& parent, const std::u16string& name, REGSAM access) {
-  if (parent.isOpen()) {
-    return {parent.key, name, access, 0};
-  }
-  WideKey unopened;
-  unopened.status = parent.status;
-  return unopened;
+  return WideKey(OpenPair(parent.pair, wideText(name), access | KEY_WOW64_64KEY));
 }
 
 WideKey WideKey::makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,
                            DWORD options) {
-  return makeIn(parent.key, name, access, options);
+  return makeIn(parent.pair.handle(), name, access, options);
 }
 
 WideKey WideKey::makeIn(HKEY parent, const std::u16string& path, REGSAM access, DWORD options) {
-  WideKey made;
-  made.status = RegCreateKeyExW(parent, wideText(path), 0, nullptr, options,
-                                access | KEY_WOW64_64KEY, nullptr, &made.key, nullptr);
-  if (made.status != ERROR_SUCCESS) {
-    made.key = nullptr;
-  }
-  return made;
+  HKEY made = nullptr;
+  const LONG status = RegCreateKeyExW(parent, wideText(path), 0, nullptr, options,
+                                      access | KEY_WOW64_64KEY, nullptr, &made, nullptr);
+  return WideKey(OpenPair(status == ERROR_SUCCESS ? made : nullptr, status));
 }
 
-WideKey::WideKey(WideKey&& other) noexcept
-    : key(std::exchange(other.key, nullptr)), status(other.status) {}
-
-WideKey::~WideKey() {
-  if (key != nullptr) {
-    RegCloseKey(key);
-  }
-}
-
-Presence WideKey::presence() const { return presenceBy(status); }
+Presence WideKey::presence() const { return presenceBy(pair.openStatus()); }
 
 Presence WideKey::presenceOf(const std::u16string& name) const {
-  return key == nullptr ? presence()
-                        : presenceBy(RegQueryValueExW(key, wideText(name), nullptr, nullptr,
-                                                      nullptr, nullptr));
+  return isOpen() ? presenceBy(RegQueryValueExW(pair.keyOf(wideText(name)), wideText(name), nullptr,
+                                                nullptr, nullptr, nullptr))
+                  : presence();
 }
 
 std::optional<std::vector<std::u16string>> WideKey::subkeys() const {
@@ -115,8 +78,9 @@ std::optional<std::vector<std::u16string>> WideKey::subkeys() const {
   std::u16string name(longestKeyName + 1, u'\0');
   for (DWORD index = 0;; ++index) {
     auto size = static_cast<DWORD>(name.size());
-    const LONG listed =
-        RegEnumKeyExW(key, index, roomIn(name), &size, nullptr, nullptr, nullptr, nullptr);
+    const OpenPair::Place place = pair.subkeyAt(index);
+    const LONG listed = RegEnumKeyExW(place.key, place.index, roomIn(name), &size, nullptr, nullptr,
+                                      nullptr, nullptr);
     if (listed == ERROR_NO_MORE_ITEMS) {
       return names;
     }
@@ -137,8 +101,9 @@ std::optional<std::vector<WideValue>> WideKey::values() const {
     DWORD nameSize = nameRoom;
     auto size = static_cast<DWORD>(data.size());
     DWORD type = REG_NONE;
-    const LONG listed = RegEnumValueW(key, index, reinterpret_cast<LPWSTR>(name.get()), &nameSize,
-                                      nullptr, &type, data.data(), &size);
+    const OpenPair::Place place = pair.valueAt(index);
+    const LONG listed = RegEnumValueW(place.key, place.index, reinterpret_cast<LPWSTR>(name.get()),
+                                      &nameSize, nullptr, &type, data.data(), &size);
     if (listed == ERROR_MORE_DATA && size > data.size()) {
       data.resize(size);
       continue;
@@ -156,9 +121,10 @@ std::optional<std::vector<WideValue>> WideKey::values() const {
 }
 
 std::optional<WideValue> WideKey::value(const std::u16string& name) const {
-  if (key == nullptr) {
+  if (!isOpen()) {
     return std::nullopt;
   }
+  HKEY key = pair.keyOf(wideText(name));
   // Nearly all values fit, so the memory from the heap is as large as the data.
   std::array<BYTE, 512> usual;
   WideValue value{.name = name, .type = REG_NONE, .data = {}};
@@ -181,21 +147,23 @@ bool WideKey::setValue(const WideValue& value) const {
   constexpr std::array<BYTE, 2> guard{0xFF, 0xFF};
   std::vector<BYTE> guarded = value.data;
   guarded.insert(guarded.end(), guard.begin(), guard.end());
-  return key != nullptr && RegSetValueExW(key, wideText(value.name), 0, value.type, guarded.data(),
-                                          static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
+  return isOpen() &&
+         RegSetValueExW(pair.handle(), wideText(value.name), 0, value.type, guarded.data(),
+                        static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
 }
 
 bool WideKey::deleteValue(const std::u16string& name) const {
-  if (key == nullptr) {
+  if (!isOpen()) {
     return false;
   }
-  const LONG deleted = RegDeleteValueW(key, wideText(name));
+  const LONG deleted = RegDeleteValueW(pair.handle(), wideText(name));
   return deleted == ERROR_SUCCESS || deleted == ERROR_FILE_NOT_FOUND;
 }
 
 std::vector<BYTE> WideKey::security(SECURITY_INFORMATION what) const {
   std::array<BYTE, 256> usual;
   auto size = static_cast<DWORD>(usual.size());
+  HKEY key = pair.handle();
   LONG read =
       key == nullptr ? ERROR_INVALID_HANDLE : RegGetKeySecurity(key, what, usual.data(), &size);
   if (read == ERROR_SUCCESS) {
@@ -213,7 +181,7 @@ std::vector<BYTE> WideKey::security(SECURITY_INFORMATION what) const {
 bool WideKey::setSecurity(const std::vector<BYTE>& descriptor, SECURITY_INFORMATION what) const {
   // The call only reads, though its type does not say so.
   auto* given = const_cast<BYTE*>(descriptor.data());
-  return key != nullptr && RegSetKeySecurity(key, what, given) == ERROR_SUCCESS;
+  return isOpen() && RegSetKeySecurity(pair.handle(), what, given) == ERROR_SUCCESS;
 }
 
 std::optional<WideValue> valueAt(HiveHandle hive, const std::u16string& path,

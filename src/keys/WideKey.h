@@ -9,8 +9,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "keys/NameOrder.h"
+#include "keys/OpenPair.h"
 #include "roots/Roots.h"
 
 namespace zelvreg {
@@ -24,13 +27,6 @@ struct WideValue {
 
 // Its data as a text, up to the first NUL; meant for texts, whatever the type says.
 std::string textOf(const WideValue& value);
-
-// Orders names as the registry tells them apart: without regard to case.
-struct NameOrder {
-  bool operator()(const std::u16string& first, const std::u16string& second) const;
-};
-// Whether two names differ in case at most.
-bool isSameName(const std::u16string& first, const std::u16string& second);
 
 // What of a key's security is kept: all but the list of what is audited.
 inline constexpr SECURITY_INFORMATION wholeSecurity =
@@ -51,16 +47,10 @@ class WideKey {
   // The same for a subkey of an open key, by its name.
   static WideKey makeBelow(const WideKey& parent, const std::u16string& name, REGSAM access,
                            DWORD options);
-  WideKey(WideKey&& other) noexcept;
-  WideKey(const WideKey&) = delete;
-  WideKey& operator=(const WideKey&) = delete;
-  WideKey& operator=(WideKey&&) = delete;
-  ~WideKey();
-
   [[nodiscard]] Presence presence() const;
-  [[nodiscard]] bool isOpen() const { return key != nullptr; }
+  [[nodiscard]] bool isOpen() const { return pair.handle() != nullptr; }
   // Whether its access list is what kept it from opening.
-  [[nodiscard]] bool isDenied() const { return status == ERROR_ACCESS_DENIED; }
+  [[nodiscard]] bool isDenied() const { return pair.openStatus() == ERROR_ACCESS_DENIED; }
 
   // Names and values in the order in which the system lists them; none if an entry cannot be read.
   [[nodiscard]] std::optional<std::vector<std::u16string>> subkeys() const;
@@ -84,12 +74,10 @@ class WideKey {
                                  SECURITY_INFORMATION what) const;
 
  private:
-  WideKey() = default;
-  WideKey(HKEY parent, const std::u16string& path, REGSAM access, DWORD options);
+  explicit WideKey(OpenPair opened) : pair(std::move(opened)) {}
   static WideKey makeIn(HKEY parent, const std::u16string& path, REGSAM access, DWORD options);
 
-  HKEY key = nullptr;
-  LONG status = ERROR_SUCCESS;
+  OpenPair pair;
 };
 
 // One value of a key by its path; std::nullopt if either does not exist or cannot be read.

@@ -89,6 +89,9 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
     }
     offline.damaged.insert(offline.damaged.end(), interrupted.unfinished.begin(),
                            interrupted.unfinished.end());
+    if (disk.namesLeftOut) {
+      std::ranges::move(offline.leftOut, std::back_inserter(interrupted.notices));
+    }
     const CodePage& page = sharedCodePage(offline.codePage);
     for (const MachineUser& user : offline.users) {
       // Those on other drives are known only now.

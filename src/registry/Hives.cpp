@@ -38,7 +38,7 @@ void setValue(Form42& form, std::string fullKey, const std::string& valueName, D
   if (hive == HiveHandle::Unknown) {
     return;
   }
-  const OpenKey key(hive, fullKey, writeOn32BitView);
+  const OpenKey key(hive, fullKey, writeOn32BitView, ClassesOf::User);
   if (key.isOpen()) {
     RegSetValueExW(key.handle(), Wide(valueName).get(), 0, type, static_cast<const BYTE*>(data),
                    static_cast<DWORD>(size));
@@ -68,7 +68,7 @@ bool GetRegString(HiveHandle hive, const std::string& key, const std::string& va
   DWORD size = sizeof buffer;
   DWORD type = REG_NONE;
   if (!open.isOpen() ||
-      RegQueryValueExW(open.handle(), Wide(valueName).get(), nullptr, &type,
+      RegQueryValueExW(open.keyOf(valueName), Wide(valueName).get(), nullptr, &type,
                        reinterpret_cast<BYTE*>(buffer.data()), &size) != ERROR_SUCCESS) {
     result.clear();
     return false;

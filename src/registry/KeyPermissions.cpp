@@ -136,7 +136,7 @@ void GrantKeyAccess(Form42& form, HiveHandle hive, const std::string& key,
   if (table.front().sid.empty()) {
     return;
   }
-  const OpenKey open(hive, key, changeAccessList);
+  const OpenKey open(hive, key, changeAccessList, ClassesOf::User);
   if (!open.isOpen()) {
     form.GrantKeyStatus = 1;
     return;

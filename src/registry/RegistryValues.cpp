@@ -71,7 +71,7 @@ ReadResult GetRegistryValue(HiveHandle hive, const std::string& key, const std::
     return {std::move(fallback), std::nullopt};
   }
   ValueData data;
-  data.read(open.handle(), valueName);
+  data.read(open.keyOf(valueName), valueName);
   switch (data.type()) {
     case REG_SZ:
     case REG_EXPAND_SZ:
@@ -91,7 +91,7 @@ std::string textOfData(std::u16string_view units) { return textWithout(units, 1)
 
 WriteResult SetRegistryValue(HiveHandle hive, const std::string& key, const std::string& valueName,
                              const Variant& value) {
-  const OpenKey open(hive, key, writeOn32BitView);
+  const OpenKey open(hive, key, writeOn32BitView, ClassesOf::User);
   if (!open.isOpen()) {
     return {};
   }

@@ -38,7 +38,8 @@ void showName(Form42& form, std::string_view name, bool repaintsTitle) {
 }
 
 // True when the walk came to its end, false when the user stopped it.
-bool collectNames(Form42& form, const SubkeyEnumerator& kind, HKEY key, std::string& names) {
+bool collectNames(Form42& form, const SubkeyEnumerator& kind, const OpenKey& key,
+                  std::string& names) {
   ListBox& list = form.*kind.list;
   for (DWORD index = 0;; ++index) {
     if (kind.servesQueue) {
@@ -48,8 +49,7 @@ bool collectNames(Form42& form, const SubkeyEnumerator& kind, HKEY key, std::str
       return false;
     }
     std::array<char16_t, 2048> buffer;
-    if (RegEnumKeyW(key, index, roomIn(buffer), static_cast<DWORD>(buffer.size())) !=
-        ERROR_SUCCESS) {
+    if (key.subkeyName(index, buffer) != ERROR_SUCCESS) {
       return true;
     }
     // The name ends in its NUL, so only blanks before it are trimmed away.
@@ -88,7 +88,7 @@ void enumerateSubkeys(Form42& form, const SubkeyEnumerator& kind, HiveHandle roo
     rc = open.openStatus();
     return;
   }
-  const bool isComplete = collectNames(form, kind, open.handle(), names);
+  const bool isComplete = collectNames(form, kind, open, names);
   if (isComplete || kind.atStop == AtStop::ClosesNames) {
     closeNameList(names);
   } else if (kind.atStop == AtStop::LeavesAllOpen) {

@@ -103,7 +103,7 @@ void fReadValue(const std::string& hive, const std::string& key, const std::stri
   if (!open.isOpen()) {
     return;
   }
-  rc = readKind(open.handle(), valueName, upperCase(kind), result);
+  rc = readKind(open.keyOf(valueName), valueName, upperCase(kind), result);
   if (rc != ERROR_SUCCESS) {
     open.abandon();
     return;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "form/Form42.h"
+#include "keys/AccountSids.h"
 #include "keys/Deletion.h"
 #include "keys/HeldAccessList.h"
 #include "keys/RootHandles.h"
@@ -14,7 +15,6 @@
 #include "registry/View64.h"
 #include "registry/setpermission.h"
 #include "repair/RepairPlan.h"
-#include "runtime/Environment.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
@@ -97,7 +97,7 @@ class RowRepair {
     if (form.safeguards.protects && place) {
       held.emplace_back(place->hive, place->path);
     }
-    GrantKeyAccess(form, target.root, target.key, environmentVariable("UserName"));
+    GrantKeyAccess(form, target.root, target.key, processAccount());
   }
 
   Form42& form;

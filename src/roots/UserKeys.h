@@ -1,7 +1,9 @@
-// What Windows keeps of its users in the registry: names of keys.
+// What Windows keeps of its users in the registry: names of keys, and which of them are people's.
 #ifndef ZELVREG_ROOTS_USER_KEYS_H
 #define ZELVREG_ROOTS_USER_KEYS_H
 
+#include <set>
+#include <string>
 #include <string_view>
 
 namespace zelvreg {
@@ -12,6 +14,21 @@ inline constexpr std::u16string_view userClassesSuffix = u"_Classes";
 // Below HKEY_LOCAL_MACHINE; it has a key for each user, by security identifier.
 inline constexpr const char16_t* profileListKey =
     u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList";
+
+// Below a user's key: where folders of the profile have been moved to.
+inline constexpr const char16_t* userShellFoldersKey =
+    u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+
+// Whether a text is a security identifier in full: "S-1-5-21-…".
+bool isSidText(std::string_view text);
+
+// Whether an identifier is that of somebody who signs in: an account of the computer, of a domain
+// or of a directory, not one of the system's, of services and of their virtual accounts.
+bool isPersonsSid(std::string_view sid);
+
+// An identifier for a profile that no list names: the same one each time, by the name of its folder
+// in upper case, unless that one is taken.
+std::string inventedSid(std::u16string_view upperCaseName, const std::set<std::string>& taken);
 
 }  // namespace zelvreg
 

@@ -6,12 +6,12 @@
 #include <array>
 
 #include "form/Form42.h"
+#include "keys/AccountSids.h"
 #include "keys/OpenKey.h"
 #include "registry/Hives.h"
 #include "registry/RegistryValues.h"
 #include "registry/setpermission.h"
 #include "runtime/Directory.h"
-#include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/Resolver.h"
 #include "text/Characters.h"
@@ -83,7 +83,7 @@ std::string defaultValueOf(HiveHandle hive, const std::string& key) {
 
 void grantCurrentUser(Form42& form, HiveHandle hive, const std::string& key) {
   if (form.safeguards.touches) {
-    GrantKeyAccess(form, hive, key, environmentVariable("UserName"));
+    GrantKeyAccess(form, hive, key, processAccount());
     return;
   }
   // As if the rights had been given: the user would have access to a key that exists.

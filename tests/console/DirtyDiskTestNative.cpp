@@ -9,6 +9,7 @@
 #include "machine/OfflineDiskFixture.h"
 #include "machine/RealDisk.h"
 #include "machine/hive/HiveFile.h"
+#include "machine/replay/OwnBytes.h"
 #include "support/ParsedJson.h"
 
 namespace zelvreg::console {
@@ -170,6 +171,28 @@ TEST_F(MadeDirtyDisk, IsOlderNowhereThanItsLogsAfterARepair) {
   std::string sealed = header;
   bench::signBaseBlock(sealed);
   EXPECT_TRUE(sealed == header);
+}
+
+// Windows may be stopped again before it has begun new logs, or lose the header of the hive.
+TEST_F(MadeDirtyDisk, TakesNoLogOverAgainAfterARepair) {
+  const auto whyAfterARepair = [this](bool isHeaderLost) {
+    EXPECT_EQ(run({"fix", "--all", "--yes", "--only", "fonts"}), nothingFound) << said;
+    std::string hive = disk.read(software);
+    const std::uint32_t sequence = bench::wordAt(hive, 8);
+    bench::setSequences(hive, sequence + 1, sequence);
+    hive[100] = static_cast<char>(hive[100] ^ (isHeaderLost ? 1 : 0));
+    const std::vector<std::string> logs{disk.read(software + ".LOG1"s)};
+    return fixture::replay(hive, logs).outcome.why;
+  };
+  const std::string before = disk.read(software);
+  EXPECT_EQ(whyAfterARepair(false), "they hold nothing newer");
+  for (const bool isHeaderLost : {false, true}) {
+    disk.write(software, before);
+    disk.write(software + ".LOG1"s,
+               bench::bitmapLogBytes(after, bench::changedPages(before, after, 512),
+                                     {fixture::stoppedAt + 1, 1, 1}));
+    EXPECT_EQ(whyAfterARepair(isHeaderLost), "none of them is whole and as old as the hive");
+  }
 }
 
 TEST_F(MadeDirtyDisk, IsNotWrittenIfItsLogsCannotBeTakenOver) {

@@ -7,10 +7,14 @@
 #include <unistd.h>
 
 #include <grp.h>
+
 #include <csignal>
+#include <optional>
 
 #include "images/ImageFixture.h"
+#include "images/Keeper.h"
 #include "images/MountedImage.h"
+#include "images/OwnMounts.h"
 #include "machine/KilledProcess.h"
 
 namespace zelvreg::fixture {
@@ -25,15 +29,6 @@ class ImageEndTest : public ImageTest {
     if (IsSkipped()) return;
     makeDisk("whole", {{1, windows({R"(C:\gone\a.exe)"})}});
     convert("whole", "qcow2", "disk");
-    // Processes that lose the one that started them come to this one.
-    ASSERT_EQ(prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
-  }
-  void TearDown() override { prctl(PR_SET_CHILD_SUBREAPER, 0); }
-
-  // Until every process that was started has ended, whosever child it was.
-  static void waitForAll() {
-    while (wait(nullptr) > 0 || errno == EINTR) {
-    }
   }
 
   std::size_t dead(const std::string& name) {
@@ -47,6 +42,18 @@ class ImageEndTest : public ImageTest {
     pid_t keeper = 0;
     std::ifstream("/proc/" + name + "/task/" + name + "/children") >> keeper;
     return keeper;
+  }
+
+  // Returns when it has ended. It is the first one of its view, so all others there have, too.
+  static void killAndAwait(pid_t process) {
+    siginfo_t ended{};
+    ASSERT_EQ(kill(process, SIGKILL), 0);
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOWAIT), 0);
+  }
+
+  [[nodiscard]] images::ImageTarget target(std::optional<fs::path> overlay) const {
+    return {
+        .file = path("disk"), .partition = {}, .canBeWritten = true, .overlay = std::move(overlay)};
   }
 
   static std::string mounts() {
@@ -76,7 +83,7 @@ TEST_F(ImageEndTest, WhenItIsKilledEverythingIsTakenApart) {
   for (int call = 16; !endsBeforeCall(
            call, [] {}, fixInto);
        call += call / 2) {
-    waitForAll();
+    AdoptedProcesses::waitForAll();
     ++killed;
     EXPECT_TRUE(folder.read("disk") == before);
     // Either nothing of the repair is there, or all of it.
@@ -85,7 +92,7 @@ TEST_F(ImageEndTest, WhenItIsKilledEverythingIsTakenApart) {
       fs::remove(path("new"));
     }
   }
-  waitForAll();
+  AdoptedProcesses::waitForAll();
   EXPECT_GT(killed, 5);
   EXPECT_EQ(dead("new"), 0U);
 }
@@ -98,28 +105,54 @@ TEST_F(ImageEndTest, AnImageThatIsWrittenItselfOutlivesItsProcess) {
   for (int call = 64; !endsBeforeCall(
            call, [] {}, fixIt);
        call *= 2) {
-    waitForAll();
+    AdoptedProcesses::waitForAll();
     EXPECT_LE(dead("disk"), 1U) << call;
   }
-  waitForAll();
+  AdoptedProcesses::waitForAll();
   EXPECT_EQ(dead("disk"), 0U);
 }
 
 TEST_F(ImageEndTest, AKeeperThatIsKilledTakesTheDaemonsAlong) {
   {
-    images::MountedImage image(
-        {.file = path("disk"), .partition = {}, .canBeWritten = true, .overlay = {}});
+    images::MountedImage image(target({}));
     EXPECT_TRUE(fs::exists(image.root() / "Windows"));
-    const pid_t keeper = keeperOf(getpid());
-    ASSERT_EQ(kill(keeper, SIGKILL), 0);
-    // The first process of its own view ends when all others in it have.
-    siginfo_t ended{};
-    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(keeper), &ended, WEXITED | WNOWAIT), 0);
+    killAndAwait(keeperOf(getpid()));
     EXPECT_THROW(image.sync(), machine::MachineError);
     EXPECT_THROW(image.close(), machine::MachineError);
   }
   EXPECT_EQ(wait(nullptr), -1);
   EXPECT_EQ(dead("disk"), 1U);
+}
+
+TEST_F(ImageEndTest, AnOverlayGoesWithAKilledKeeperUntilItIsWhole) {
+  {
+    images::MountedImage image(target(path("new")));
+    EXPECT_TRUE(folder.has("new"));
+    killAndAwait(keeperOf(getpid()));
+    EXPECT_THROW(image.sync(), machine::MachineError);
+  }
+  EXPECT_FALSE(folder.has("new"));
+  {
+    images::MountedImage image(target(path("new")));
+    image.sync();
+    killAndAwait(keeperOf(getpid()));
+  }
+  EXPECT_EQ(dead("new"), 1U);
+}
+
+TEST_F(ImageEndTest, AKeeperDoesNotWaitForAProgramWhenNobodyWaitsForIt) {
+  const std::string begun = path("begun");
+  ASSERT_EQ(mkfifo(begun.c_str(), 0600), 0);
+  const fs::path mounts = images::ownMountFolder();
+  const pid_t child = fork();
+  if (child == 0) {
+    images::Keeper keeper(mounts, {"cat"});
+    keeper.run({"sh", "-c", "echo >'" + begun + "'; exec tail -f /dev/null"});
+    _exit(1);
+  }
+  EXPECT_EQ((std::ifstream(begun).get()), '\n');
+  ASSERT_EQ(kill(child, SIGKILL), 0);
+  AdoptedProcesses::waitForAll();
 }
 
 TEST_F(ImageEndTest, AnOrdinaryUserCanMountOneWhereTheKernelLetsUsers) {

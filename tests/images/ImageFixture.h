@@ -14,6 +14,7 @@
 
 #include "console/CommandRun.h"
 #include "images/ImagePrograms.h"
+#include "machine/AdoptedProcesses.h"
 #include "machine/HiveBuilder.h"
 #include "machine/ProgramRun.h"
 #include "machine/TemporaryFolder.h"
@@ -59,6 +60,7 @@ class ImageTest : public ::testing::Test, protected console::CommandRun {
     ASSERT_TRUE(run({"ntfs-3g", path(name), mounted.path().string()}));
     std::filesystem::copy(content.path(), mounted.path(), std::filesystem::copy_options::recursive);
     ASSERT_TRUE(run({"umount", mounted.path().string()}));
+    AdoptedProcesses::waitForAll();
   }
 
   // A raw disk with a table, as the tool for tables takes it, and a volume in each partition of
@@ -168,6 +170,9 @@ class ImageTest : public ::testing::Test, protected console::CommandRun {
   }
 
   const TemporaryFolder folder;
+
+ private:
+  const AdoptedProcesses adopted;
 };
 
 }  // namespace zelvreg::fixture

@@ -1,4 +1,6 @@
 // Names and references that mean more to other programs; the Windows program takes no image.
+#include <sys/stat.h>
+
 #include "images/ImageFixture.h"
 
 namespace zelvreg::fixture {
@@ -44,8 +46,11 @@ TEST_F(ImageNamesTest, ANameWithoutAFolderIsOnlyAFile) {
 }
 
 TEST_F(ImageNamesTest, ANameThatIsNoTextIsRefused) {
-  fs::copy_file(path("whole"), path("\xFF"));
-  EXPECT_NE(refusal("\xFF", {"scan"}).find("no UTF-8"), std::string::npos);
+  // The second is half of a character.
+  for (const char* name : {"\xFF", "\xED\xA0\x80"}) {
+    fs::copy_file(path("whole"), path(name));
+    EXPECT_NE(refusal(name, {"scan"}).find("no UTF-8"), std::string::npos);
+  }
   EXPECT_NE(refusal("whole", {"fix", "--overlay", path("\xFE")}).find("no UTF-8"),
             std::string::npos);
 }
@@ -62,6 +67,39 @@ TEST_F(ImageNamesTest, AnImageNamesNothingButFilesThatItBuildsOn) {
   ASSERT_TRUE(
       run({"qemu-img", "create", "-q", "-f", "qcow2", "-F", "qcow2", "-b", "base", path("good")}));
   EXPECT_EQ(dead("good"), 1U);
+}
+
+TEST_F(ImageNamesTest, AnImageBuildsOnDisksAlone) {
+  const auto buildOn = [this](const std::string& below, const char* format) {
+    fs::remove(path("top"));
+    ASSERT_TRUE(run({"qemu-img", "create", "-q", "-u", "-f", "qcow2", "-F", format, "-b",
+                     path(below), path("top"), std::to_string(fs::file_size(path("whole")))}));
+  };
+  folder.write("secrets", "root:x:0:0" + std::string(2000, '\n'));
+  buildOn("secrets", "raw");
+  EXPECT_NE(refusal("top", {"scan"}).find("no disk of the format raw"), std::string::npos);
+  buildOn("whole", "vmdk");
+  EXPECT_NE(refusal("top", {"scan"}).find("no disk of the format vmdk"), std::string::npos);
+  buildOn("whole", "raw");
+  EXPECT_EQ(dead("top"), 1U);
+  // What a computer writes to its raw disk makes no other image of it.
+  fs::copy_file(path("top"), path("base"));
+  put("base", 510, "\x55\xAA");
+  buildOn("base", "raw");
+  EXPECT_NE(refusal("top", {"scan"}), "(none)");
+}
+
+TEST_F(ImageNamesTest, NoOtherFileIsOpenedForAnImage) {
+  ASSERT_TRUE(run({"qemu-img", "create", "-q", "-f", "qcow2", "-o",
+                   "data_file_raw=on,data_file=" + path("content"), path("split"), "1M"}));
+  fs::remove(path("content"));
+  EXPECT_NE(refusal("split", {"scan"}).find("its content in another file"), std::string::npos);
+  // Whoever opens a pipe waits for ever.
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  folder.write("parts.vmdk",
+               "# Disk DescriptorFile\nversion=1\nCID=12345678\nparentCID=ffffffff\n"
+               "createType=\"monolithicFlat\"\nRW 8 FLAT \"pipe\" 0\n");
+  EXPECT_NE(refusal("parts.vmdk", {"scan"}).find("is no file beside it"), std::string::npos);
 }
 
 TEST_F(ImageNamesTest, AnImageInACircleIsRefused) {

@@ -1,4 +1,9 @@
 // Images of which no Windows can be mounted; the Windows program takes no image.
+#include <sys/stat.h>
+
+#include <array>
+#include <cstring>
+
 #include "images/ImageFixture.h"
 
 namespace zelvreg::fixture {
@@ -28,6 +33,100 @@ TEST_F(ImageRefusalTest, AnEncryptedPartitionIsNamed) {
   put("disk", startOf(2) * sector, "\xEB\x58\x90-FVE-FS-");
   expectRefusal("disk", {}, {"partition 2", "BitLocker", "--offline"});
   expectRefusal("disk", {"--partition", "2"}, {"partition 2", "BitLocker"});
+}
+
+// The header of a LUKS volume of the first version, whose eight keys are not set.
+std::string luksHeader() {
+  const auto number = [](std::uint32_t value) {
+    std::string bytes;
+    for (int shift = 24; shift >= 0; shift -= 8) {
+      bytes += static_cast<char>(value >> shift & 0xFF);
+    }
+    return bytes;
+  };
+  const auto padded = [](std::string text, std::size_t size) {
+    text.resize(size);
+    return text;
+  };
+  std::string header = padded("LUKS\xBA\xBE", 7) + '\1' + padded("aes", 32) +
+                       padded("xts-plain64", 32) + padded("sha256", 32) + number(4096) +
+                       number(64) + std::string(52, '\0') + number(1000) +
+                       padded("00000000-0000-0000-0000-000000000000", 40);
+  for (std::uint32_t key = 0; key < 8; ++key) {
+    header +=
+        number(0xDEAD) + number(0) + std::string(32, '\0') + number(8 + 512 * key) + number(4000);
+  }
+  return header;
+}
+
+TEST_F(ImageRefusalTest, AnEncryptedImageIsNamedWithTheWayToACopy) {
+  folder.write("luks", luksHeader() + std::string(3'000'000, '\0'));
+  expectRefusal("luks", {}, {"is encrypted", "qemu-img convert", "driver=luks,key-secret=key,"});
+  folder.write("word", "secret");
+  makeDisk("disk", {{1, windows({})}});
+  ASSERT_TRUE(run({"qemu-img", "convert", "-f", "raw", "-O", "qcow2", "--object",
+                   "secret,id=key,file=" + path("word"), "-o",
+                   "encrypt.format=aes,encrypt.key-secret=key", path("disk"), path("qcow2")}));
+  const char* way = "driver=qcow2,encrypt.key-secret=key,file.filename=";
+  expectRefusal("qcow2", {}, {"is encrypted", "qemu-img convert --object", way});
+  ASSERT_TRUE(run({"qemu-img", "convert", "--object", "secret,id=key,file=" + path("word"),
+                   "--image-opts", way + path("qcow2"), "-O", "qcow2", path("copy")}));
+  EXPECT_EQ(onImage("copy", {"scan", "--quiet", "--only", "startup"}), 0) << error.str();
+}
+
+// As vhdx sums its headers and its log.
+std::uint32_t castagnoli(const std::string& bytes) {
+  std::uint32_t sum = 0xFFFFFFFF;
+  for (const char byte : bytes) {
+    sum ^= static_cast<unsigned char>(byte);
+    for (int bit = 0; bit < 8; ++bit) {
+      sum = sum >> 1 ^ ((sum & 1) != 0 ? 0x82F63B78 : 0);
+    }
+  }
+  return ~sum;
+}
+
+// Puts numbers of these many bytes into a page of vhdx, and then its sum.
+std::string vhdxPage(std::string page,
+                     const std::vector<std::array<std::uint64_t, 3>>& placesSizesNumbers) {
+  for (const auto& [place, size, number] : placesSizesNumbers) {
+    std::memcpy(page.data() + place, &number, size);
+  }
+  page.replace(4, 4, std::string(4, '\0'));
+  const std::uint32_t sum = castagnoli(page);
+  std::memcpy(page.data() + 4, &sum, sizeof sum);
+  return page;
+}
+
+TEST_F(ImageRefusalTest, AnImageWithALogIsNamedWithTheWayToACopy) {
+  constexpr std::size_t pageSize = 4096;
+  makeDisk("whole", {{1, windows({R"(C:\gone\a.exe)"})}});
+  convert("whole", "vhdx", "disk");
+  const std::string before = folder.read("disk");
+  for (const std::size_t header : {0x10000U, 0x20000U}) {
+    put("disk", header, vhdxPage(before.substr(header, pageSize), {{48, 8, 1}, {56, 8, 2}}));
+  }
+  std::uint64_t log = 0;
+  std::memcpy(&log, before.data() + 0x10000 + 72, sizeof log);
+  // One entry, which says that a page of the log itself is empty.
+  const std::uint64_t size = before.size();
+  std::string entry = "loge" + std::string(60, '\0') + "zero";
+  entry.resize(pageSize);
+  put("disk", log,
+      vhdxPage(entry, {{8, 4, pageSize},
+                       {16, 8, 1},
+                       {24, 4, 1},
+                       {32, 8, 1},
+                       {40, 8, 2},
+                       {48, 8, size},
+                       {56, 8, size},
+                       {72, 8, pageSize},
+                       {80, 8, log + pageSize},
+                       {88, 8, 1}}));
+  expectRefusal("disk", {}, {"holds changes in a log", "qemu-img check -r all COPY"});
+  std::filesystem::copy_file(path("disk"), path("copy"));
+  ASSERT_TRUE(run({"qemu-img", "check", "-q", "-r", "all", path("copy")}));
+  EXPECT_EQ(onImage("copy", {"scan", "--quiet", "--only", "startup"}), 1) << error.str();
 }
 
 TEST_F(ImageRefusalTest, ADynamicDiskIsNamed) {
@@ -87,8 +186,15 @@ TEST_F(ImageRefusalTest, AVolumeThatCannotBeMountedIsNamed) {
 
 TEST_F(ImageRefusalTest, WhatIsNoImageIsNamed) {
   folder.makeFolder("folder");
-  expectRefusal("folder", {}, {"no such image file"});
+  expectRefusal("folder", {}, {"is a folder", "--offline"});
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink("/dev/zero", path("device"));
+  for (const char* name : {"pipe", "device"}) {
+    expectRefusal(name, {}, {"is a device or a pipe"});
+  }
   expectRefusal("absent", {}, {"no such image file"});
+  std::filesystem::create_symlink("link", path("link"));
+  expectRefusal("link", {}, {"cannot be read"});
   folder.write("bad.qcow2", std::string("QFI\xFB") + std::string(2000, '\xFF'));
   expectRefusal("bad.qcow2", {}, {"no image that qemu-img can read"});
 }

@@ -1,5 +1,10 @@
 // Repairs of disks in image files; the Windows program takes no image.
+#include <sys/mount.h>
+
+#include <bit>
+
 #include "images/ImageFixture.h"
+#include "images/OwnMounts.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -98,9 +103,139 @@ TEST_F(ImageRepairTest, AHibernatedWindowsIsNotWritten) {
                          root.write("hiberfil.sys", "hibr");
                        }}});
   EXPECT_EQ(dead("asleep"), 1U);
-  const std::string line = refusal("asleep", fixInto("new.qcow2"));
-  EXPECT_NE(line.find(path("asleep") + "/partition 1/hiberfil.sys"), std::string::npos) << line;
+  const std::string asleep = folder.read("asleep");
+  const std::vector<std::vector<std::string>> commands{
+      {"fix", "--yes", "--only", "startup"},
+      {"undo", "on"},
+      {"undo", "restore", "1"},
+      {"exclude", "add", R"(HKEY_LOCAL_MACHINE\Software)"}};
+  for (const auto& where :
+       std::vector<std::vector<std::string>>{{"--overlay", path("new.qcow2")}, {"--in-place"}}) {
+    for (std::vector<std::string> words : commands) {
+      words.insert(words.end(), where.begin(), where.end());
+      const std::string line = refusal("asleep", words);
+      EXPECT_NE(line.find(path("asleep") + "/partition 1/hiberfil.sys"), std::string::npos) << line;
+      EXPECT_EQ(error.str(), "");
+    }
+    EXPECT_FALSE(folder.has("new.qcow2"));
+    EXPECT_TRUE(folder.read("asleep") == asleep);
+  }
+}
+
+// A file system in memory, of a size that can be changed.
+class SmallDisk {
+ public:
+  explicit SmallDisk(fs::path folder) : place(std::move(folder)) {
+    images::ownMountFolder();  // so that nobody else sees it
+    fs::create_directory(place);
+    resize(enough, 0);
+  }
+  ~SmallDisk() { umount2(place.c_str(), MNT_DETACH); }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+
+  static constexpr std::size_t enough = 32 << 20;
+
+  [[nodiscard]] std::size_t used() const {
+    const fs::space_info space = fs::space(place);
+    return space.capacity - space.free;
+  }
+
+  void resize(std::size_t size, unsigned long flags = MS_REMOUNT) const {
+    const std::string limit = "size=" + std::to_string(size);
+    EXPECT_EQ(mount("small", place.c_str(), "tmpfs", flags, limit.c_str()), 0);
+  }
+
+ private:
+  fs::path place;
+};
+
+TEST_F(ImageRepairTest, AFullDiskLeavesNoOverlay) {
+  const SmallDisk small(path("small"));
+  int failures = 0;
+  for (std::size_t size = 1 << 17; size < SmallDisk::enough; size += size / 8) {
+    small.resize(size);
+    if (ended("--image", path("disk"), fixInto("small/new")) == 0) break;
+    ++failures;
+    const std::string said = error.str();
+    EXPECT_NE(said.find("No space left") + said.find("could not be written") + 1, 0U) << said;
+    EXPECT_FALSE(folder.has("small/new")) << size << said;
+  }
+  EXPECT_GT(failures, 5);
+  EXPECT_EQ(dead("small/new"), 0U);
+  expectUntouched();
+}
+
+TEST_F(ImageRepairTest, AFullDiskLeavesAnImageThatIsWrittenItselfAsItWas) {
+  const SmallDisk small(path("small"));
+  convert("whole", "raw", "small/disk");  // with no room for what is empty
+  const auto fixIt = {"fix", "--yes", "--quiet", "--only", "startup", "--in-place"};
+  int failures = 0;
+  for (std::size_t size = small.used(); size < SmallDisk::enough; size += 1 << 14) {
+    small.resize(size);
+    if (ended("--image", path("small/disk"), {fixIt.begin(), fixIt.end()}) == 0) break;
+    ++failures;
+    EXPECT_EQ(dead("small/disk"), 1U) << size << error.str();
+  }
+  EXPECT_GT(failures, 0);
+  EXPECT_EQ(dead("small/disk"), 0U);
+}
+
+// The first page of a journal that somebody has opened and not closed.
+std::string openJournal(std::uint64_t size) {
+  constexpr std::size_t pageSize = 4096;
+  std::string page(pageSize, '\0');
+  const auto put = [&page](std::size_t offset, std::uint64_t number, std::size_t bytes) {
+    for (std::size_t index = 0; index < bytes; ++index) {
+      page[offset + index] = static_cast<char>(number >> 8 * index & 0xFF);
+    }
+  };
+  constexpr std::size_t area = 0x30;
+  constexpr std::size_t client = area + 0x30;
+  page.replace(0, 4, "RSTR");
+  put(4, 0x1E, 2);  // where the update sequence is, and its length
+  put(6, 9, 2);
+  put(16, pageSize, 4);
+  put(20, pageSize, 4);
+  put(24, area, 2);
+  put(26, 1, 2);
+  put(28, 1, 2);
+  put(area + 8, 1, 2);        // clients
+  put(area + 10, 0xFFFF, 2);  // none is free
+  put(area + 12, 0, 2);       // the first is in use
+  put(area + 16, 67 - static_cast<std::uint64_t>(std::bit_width(size)), 4);
+  put(area + 20, 0x30 + 0xA0, 2);
+  put(area + 22, 0x30, 2);
+  put(area + 24, size, 8);
+  put(area + 36, 0x30, 2);
+  put(area + 38, 0x40, 2);
+  put(client + 16, 0xFFFF, 2);
+  put(client + 18, 0xFFFF, 2);
+  put(client + 28, 8, 4);
+  page.replace(client + 32, 8, std::string("N\0T\0F\0S\0", 8));
+  put(0x1E, 1, 2);
+  for (std::size_t end = 510; end < pageSize; end += sector) {
+    put(end, 1, 2);
+  }
+  return page;
+}
+
+// The driver mounts such a disk for reading only, whatever it is asked.
+TEST_F(ImageRepairTest, ADiskWhoseJournalIsOpenIsNotWritten) {
+  const std::string bytes = folder.read("whole");
+  const std::size_t journal = bytes.find(std::string(1 << 16, '\xFF'));
+  ASSERT_NE(journal, std::string::npos);
+  const std::size_t size = bytes.find_first_not_of('\xFF', journal) - journal;
+  put("whole", journal, openJournal(size) + openJournal(size));
+  const std::string open = folder.read("whole");
+  EXPECT_EQ(dead("whole"), 1U);
+  for (const std::vector<std::string>& words :
+       {fixInto("new.qcow2"), {"fix", "--in-place"}, {"undo", "on", "--in-place"}}) {
+    const std::string line = refusal("whole", words);
+    EXPECT_NE(line.find("can only be read"), std::string::npos) << line;
+  }
   EXPECT_FALSE(folder.has("new.qcow2"));
+  EXPECT_TRUE(folder.read("whole") == open);
 }
 
 TEST_F(ImageRepairTest, OnlyOneWritesAnImageAtATime) {

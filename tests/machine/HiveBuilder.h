@@ -18,10 +18,11 @@ namespace zelvreg::fixture {
 class HiveBuilder {
  public:
   // An empty hive in this file; its folder must exist.
-  explicit HiveBuilder(const std::filesystem::path& file) : hive(openEmptyHive(file)) {
-    if (hive == nullptr) {
-      throw std::runtime_error("no hive: " + file.string());
-    }
+  explicit HiveBuilder(const std::filesystem::path& file)
+      : HiveBuilder(openEmptyHive(file), file) {}
+  // The same onto a hive that is there.
+  static HiveBuilder onto(const std::filesystem::path& file) {
+    return {hivex_open(file.c_str(), HIVEX_OPEN_WRITE), file};
   }
   ~HiveBuilder() {
     hivex_commit(hive, nullptr, 0);
@@ -64,6 +65,12 @@ class HiveBuilder {
   }
 
  private:
+  HiveBuilder(hive_h* opened, const std::filesystem::path& file) : hive(opened) {
+    if (hive == nullptr) {
+      throw std::runtime_error("no hive: " + file.string());
+    }
+  }
+
   // A header and one bin that holds the root key and the security record that all keys share.
   static hive_h* openEmptyHive(const std::filesystem::path& file) {
     constexpr std::size_t pageSize = 4096;

@@ -1,11 +1,15 @@
-// Work in a process of its own that is killed at one of its system calls.
+// Work in a process of its own that is killed at one of its system calls, or of which one fails.
 #ifndef ZELVREG_TESTS_MACHINE_KILLED_PROCESS_H
 #define ZELVREG_TESTS_MACHINE_KILLED_PROCESS_H
 
 #include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/user.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <exception>
 
@@ -72,6 +76,63 @@ bool endsAfterCall(int number, Prepare prepare, Work work, Disturb disturb, bool
   hasFailed = !hasEnded && WIFEXITED(status) && WEXITSTATUS(status) != 0;
   return hasEnded;
 }
+
+#ifdef __x86_64__
+
+// Calls that work on files and may fail for a reason that lies in these.
+inline bool isOnFiles(unsigned long long call) {
+  constexpr std::array<unsigned long long, 27> calls{
+      SYS_open,      SYS_openat,     SYS_read,      SYS_pread64,    SYS_write,     SYS_pwrite64,
+      SYS_stat,      SYS_fstat,      SYS_lstat,     SYS_newfstatat, SYS_statx,     SYS_fsync,
+      SYS_rename,    SYS_renameat,   SYS_renameat2, SYS_link,       SYS_unlink,    SYS_unlinkat,
+      SYS_fchmod,    SYS_fchown,     SYS_fsetxattr, SYS_flistxattr, SYS_fgetxattr, SYS_ftruncate,
+      SYS_utimensat, SYS_getdents64, SYS_sendfile};
+  return std::ranges::find(calls, call) != calls.end();
+}
+
+enum class CallFailure { NoSuchCall, NotOnFiles, Done };
+
+// Prepares and works in another process, whose n-th system call fails with this error and does
+// nothing if it is one on files. `hasFailed` tells whether the work ended with an exception.
+template <typename Prepare, typename Work>
+CallFailure failCall(int number, int error, Prepare prepare, Work work, bool& hasFailed) {
+  pid_t child = 0;
+  int status = stopAtCall(child, number, prepare, work);
+  ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD);
+  const auto goTo = [&](int side) {
+    __ptrace_syscall_info info{};
+    while (WIFSTOPPED(status) && info.op != side) {
+      ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+      waitpid(child, &status, 0);
+      ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info);
+    }
+  };
+  goTo(PTRACE_SYSCALL_INFO_ENTRY);
+  user_regs_struct registers{};
+  CallFailure result = CallFailure::NoSuchCall;
+  if (WIFSTOPPED(status)) {
+    ptrace(PTRACE_GETREGS, child, nullptr, &registers);
+    result = isOnFiles(registers.orig_rax) ? CallFailure::Done : CallFailure::NotOnFiles;
+  }
+  if (result == CallFailure::Done) {
+    registers.orig_rax = ~0ULL;
+    ptrace(PTRACE_SETREGS, child, nullptr, &registers);
+    goTo(PTRACE_SYSCALL_INFO_EXIT);
+    ptrace(PTRACE_GETREGS, child, nullptr, &registers);
+    registers.rax = static_cast<unsigned long long>(-static_cast<long long>(error));
+    ptrace(PTRACE_SETREGS, child, nullptr, &registers);
+  }
+  while (WIFSTOPPED(status)) {
+    // Its own signals reach it; those of a trace, which may be marked by a bit, do not.
+    const int signal = WSTOPSIG(status) & ~0x80;
+    ptrace(PTRACE_CONT, child, nullptr, signal == SIGTRAP ? 0 : signal);
+    waitpid(child, &status, 0);
+  }
+  hasFailed = !WIFEXITED(status) || WEXITSTATUS(status) != 0;
+  return result;
+}
+
+#endif
 
 }  // namespace zelvreg::fixture
 

@@ -2,19 +2,22 @@
 #include <gtest/gtest.h>
 #include <sys/xattr.h>
 
-#include <array>
+#include <map>
 #include <memory>
 #include <vector>
 
 #include "evidence/Reasons.h"
 #include "evidence/TextLook.h"
+#include "machine/AdoptedProcesses.h"
 #include "machine/OfflineDiskFixture.h"
 #include "machine/ProgramRun.h"
 #include "machine/files/DiskAttributes.h"
 #include "machine/files/Drives.h"
 #include "machine/security/Security.h"
 #include "runtime/Directory.h"
+#include "runtime/FileSystemObject.h"
 #include "runtime/ShortNames.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -46,6 +49,7 @@ class NtfsDiskTest : public OfflineDiskTest {
   void unmount() const {
     EXPECT_TRUE(run({"fusermount3", "-u", disk.path().string()}) ||
                 run({"umount", disk.path().string()}));
+    AdoptedProcesses::waitForAll();
   }
 
   void mountAnew(const std::string& options) const {
@@ -70,6 +74,14 @@ class NtfsDiskTest : public OfflineDiskTest {
         << name;
   }
 
+  // What a path of the disk leads to.
+  [[nodiscard]] std::string seen(const std::string& path) const {
+    const std::u16string text = utf16(path);
+    if (GetFileAttributesW(text.c_str()) != INVALID_FILE_ATTRIBUTES) return "there";
+    return computer->drives().isUnknown(text) ? "unknown" : "missing";
+  }
+
+  const AdoptedProcesses adopted;
   const TemporaryFolder outside;
   std::string image;
   bool isMounted = false;
@@ -103,35 +115,101 @@ TEST_F(NtfsDiskTest, AFileHasTheAttributesOfTheDiskUntilOthersAreAskedFor) {
   EXPECT_EQ(Dir("C:\\hidden.dll"), "hidden.dll");
 }
 
-// Compressed by the system, in a cloud, and a junction, as Windows keeps them.
+// What Windows keeps of a file or folder that is more than its name: what leads elsewhere is a
+// text for Windows and one to be shown, in UTF-16, each with where it lies and how long it is.
+std::string number(std::size_t value, std::size_t bytes) {
+  std::string text;
+  for (std::size_t index = 0; index < bytes; ++index) {
+    text += static_cast<char>(value >> 8 * index & 0xFF);
+  }
+  return text;
+}
+
+std::string reparse(std::uint32_t tag, const std::string& content) {
+  return number(tag, 4) + number(content.size(), 4) + content;
+}
+
+std::string wide(const std::string& text) {
+  std::string units;
+  for (const char character : text) {
+    units += {character, '\0'};
+  }
+  return units;
+}
+
+std::string leadingTo(const std::string& target, const std::string& flags) {
+  const std::size_t size = 2 * target.size();
+  return number(0, 2) + number(size, 2) + number(size + 2, 2) + number(size, 2) + flags +
+         wide(target + '\0' + target + '\0');
+}
+
+std::string junction(const std::string& target) {
+  return reparse(0xA0000003, leadingTo(target, ""));
+}
+
+std::string symbolicLink(const std::string& target, bool isRelative) {
+  return reparse(0xA000000C, leadingTo(target, number(isRelative ? 1 : 0, 4)));
+}
+
+constexpr const char* reparseData = "system.ntfs_reparse_data";
+
 TEST_F(NtfsDiskTest, WhatOnlyWindowsCanReadIsThereAndWhatIsBelowItIsUnknown) {
-  using namespace std::string_literals;
-  constexpr const char* reparse = "system.ntfs_reparse_data";
-  disk.write("packed.dll", "bytes");
+  // Compressed by the system, kept once for many files, in a cloud, and what nobody knows.
+  const std::map<std::string, std::string> files{
+      {"packed.dll",
+       reparse(0x80000017, number(1, 4) + number(2, 4) + number(1, 4) + number(0, 4))},
+      {"once.dll", reparse(0x80000013, std::string(16, '\0'))},
+      {"cloud.dll", reparse(0x9000601A, std::string(16, '\0'))},
+      {"other.dll", reparse(0x80001234, std::string(16, '\0'))}};
+  for (const auto& [name, data] : files) {
+    disk.write(name, "bytes");
+    set(name, reparseData, data);
+  }
   std::filesystem::create_directory(disk.path() / "Cloud");
-  std::filesystem::create_directory(disk.path() / "Old");
-  disk.write("New/a.txt", "bytes");
-  set("packed.dll", reparse, "\x17\0\0\x80\x10\0\0\0\1\0\0\0\2\0\0\0\1\0\0\0\0\0\0\0"s);
-  set("Cloud", reparse, "\x1A\0\0\x90\x10\0\0\0"s + std::string(16, '\0'));
-  // "\??\C:\New" and "C:\New" in UTF-16, each with where it lies and how long it is.
-  const auto wide = [](const std::string& text) {
-    std::string units;
-    for (const char character : text) {
-      units += {character, '\0'};
-    }
-    return units;
-  };
-  set("Old", reparse,
-      "\3\0\0\xA0\x2C\0\0\0\0\0\x14\0\x16\0\x0C\0"s + wide("\\??\\C:\\New\0C:\\New\0"s));
+  set("Cloud", reparseData, reparse(0x9000001A, std::string(16, '\0')));
   mountAnew("rw");
   open();
   const machine::Running running(*computer);
-  EXPECT_NE(GetFileAttributesW(u"C:\\PACKED.dll"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_NE(GetFileAttributesW(u"C:\\Cloud") & FILE_ATTRIBUTE_DIRECTORY, 0U);
-  EXPECT_TRUE(computer->drives().isUnknown(u"C:\\Cloud\\below.exe"));
-  EXPECT_NE(GetFileAttributesW(u"C:\\Old\\A.TXT"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(GetFileAttributesW(u"C:\\Old\\b.txt"), INVALID_FILE_ATTRIBUTES);
-  EXPECT_FALSE(computer->drives().isUnknown(u"C:\\Old\\b.txt"));
+  for (const auto& [name, data] : files) {
+    EXPECT_EQ(seen("C:\\" + name), "there") << name;
+  }
+  EXPECT_EQ(seen("C:\\CLOUD"), "there");
+  EXPECT_EQ(seen("C:\\Cloud\\below.exe"), "unknown");
+}
+
+TEST_F(NtfsDiskTest, ALinkIsFollowedAsLongAsItStaysOnItsDrive) {
+  disk.write("New/a.txt", "bytes");
+  disk.write("New/inner/b.txt", "bytes");
+  const std::map<std::string, std::string> inside{
+      {"Junction", junction("\\??\\C:\\New")},
+      {"Full", symbolicLink("\\??\\C:\\New", false)},
+      {"Relative", symbolicLink("New", true)},
+      {"New/inner/Up", symbolicLink("..\\..\\New", true)}};
+  const std::map<std::string, std::string> outside{
+      {"Volume", junction("\\??\\Volume{12345678-1234-1234-1234-123456789abc}\\")},
+      // To folders of the same name on another drive, the one of the link itself among them.
+      {"Drive", junction("\\??\\D:\\New")},
+      {"Moved", junction("\\??\\D:\\Moved")},
+      {"Share", symbolicLink("\\??\\UNC\\server\\share", false)},
+      {"Above", symbolicLink("..\\..\\..\\..\\etc", true)},
+      {"Nowhere", symbolicLink("gone\\New", true)}};
+  for (const auto* links : {&inside, &outside}) {
+    for (const auto& [name, data] : *links) {
+      std::filesystem::create_directory(disk.path() / name);
+      set(name, reparseData, data);
+    }
+  }
+  mountAnew("rw");
+  open();
+  const machine::Running running(*computer);
+  for (const auto& [name, data] : inside) {
+    EXPECT_EQ(seen("C:\\" + name + "\\A.TXT"), "there") << name;
+    EXPECT_EQ(seen("C:\\" + name + "\\c.txt"), "missing") << name;
+  }
+  for (const auto& [name, data] : outside) {
+    EXPECT_EQ(seen("C:\\" + name + "\\passwd"), "unknown")
+        << std::filesystem::read_symlink(disk.path() / name);
+  }
 }
 
 // The driver mounts such a disk for reading only, whatever it is asked.
@@ -226,6 +304,31 @@ TEST_F(NtfsDiskTest, AShortNameStandsForTheNameThatTheDriverTells) {
   EXPECT_EQ(reasonCodes(look.at("C:\\PROGRA~1\\gone.exe", {}, Reading::Command)), "absent");
   EXPECT_EQ(reasonCodes(look.at("C:\\PROGRA~2\\gone.exe", {}, Reading::Command)),
             "absent parent-absent short-name");
+}
+
+TEST_F(NtfsDiskTest, NamesAreThoseThatWindowsKnows) {
+  disk.write("Case/One.dll", "1");
+  disk.write("Case/ONE.DLL", "2");
+  disk.write("Case/Gr\u00FC\u00DFe.dll", "");
+  disk.write("Case/con.dll", "");
+  disk.write("Case/half\xED\xA0\x80.dll", "");  // of a character
+  disk.write("Case/much.bin", "");
+  std::filesystem::resize_file(disk.path() / "Case/much.bin", 1 << 30);
+  disk.write("Case/streams.txt", "");
+  set("Case/streams.txt", "user.second", "bytes");
+  open();
+  const machine::Running running(*computer);
+  for (const char* name : {"one.dll", "ONE.dll", "GR\u00DC\u00DFE.DLL", "con.dll", "MUCH.BIN",
+                           "HALF\xED\xA0\x80.dll", "streams.txt", "streams.txt.", "streams.txt "}) {
+    EXPECT_EQ(seen(std::string("C:\\case\\") + name), "there") << name;
+  }
+  EXPECT_EQ(seen("C:\\Case\\two.dll"), "missing");
+  // Only Windows could tell which streams a file has.
+  EXPECT_EQ(seen("C:\\Case\\streams.txt:second"), "unknown");
+  EXPECT_EQ(seen("C:\\Case\\streams.txt::$DATA"), "unknown");
+  EXPECT_TRUE(fileSystemObject::fileExists("C:\\Case\\streams.txt:second", Shares::Refused));
+  EXPECT_FALSE(fileSystemObject::fileExists("C:\\Case\\gone.txt:second", Shares::Refused));
+  EXPECT_EQ(seen("C:\\Case\\gone.txt:second"), "missing");
 }
 
 }  // namespace

@@ -102,6 +102,11 @@ class OfflineDiskTest : public ::testing::Test {
     return HiveBuilder(file);
   }
 
+  // The same, of a hive that is there.
+  [[nodiscard]] HiveBuilder more(const std::string& path) const {
+    return HiveBuilder::onto(disk.path() / path);
+  }
+
   void open() {
     computer.reset();
     computer = machine::Machine::openOffline({.root = disk.path(),

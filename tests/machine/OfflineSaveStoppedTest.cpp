@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 
 #include "machine/DirtyDisk.h"
 #include "machine/KilledProcess.h"
@@ -28,29 +30,35 @@ std::filesystem::path folderInMemory() {
                                                       : std::filesystem::temp_directory_path();
 }
 
-// A save of two hives, of which one was not shut down cleanly.
+// A save of three hives: two were not shut down cleanly, and one has a backup from before.
 class OfflineSaveStoppedTest : public OfflineDiskTest {
  protected:
   OfflineSaveStoppedTest() : OfflineDiskTest(folderInMemory()) {}
 
   void SetUp() override {
     hive(software).text(R"(Vendor\Product)", "x", "old");
-    hive(system).text(R"(ControlSet001\A)", "x", "old");
-    const std::string before = disk.read(system);
-    hive(system).text(R"(ControlSet001\A)", "x", "in the logs");
-    makeDirty(disk, system, before, disk.read(system));
+    disk.write(firstBackup, "the first");
+    for (const char* name : {system, anna}) {
+      hive(name).text("A", "x", "old");
+      const std::string before = disk.read(name);
+      hive(name).text("A", "x", "in the logs");
+      makeDirty(disk, name, before, disk.read(name));
+    }
     old = allFiles();
     open();
     changeAll();
     computer->save();
-    written = {{software, disk.read(software)}, {system, disk.read(system)}};
+    for (const char* name : hives) {
+      written[name] = disk.read(name);
+    }
     computer.reset();
     restore();
   }
 
   void changeAll() {
     registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor\Product)"));
-    registry().makeChild(key(R"(HKEY_LOCAL_MACHINE\SYSTEM\ControlSet001)"), u"B");
+    registry().makeChild(key(R"(HKEY_LOCAL_MACHINE\SYSTEM\A)"), u"B");
+    registry().erase(key(R"(HKEY_CURRENT_USER\A)"));
   }
 
   void restore() const {
@@ -65,6 +73,44 @@ class OfflineSaveStoppedTest : public OfflineDiskTest {
     const std::string now = disk.read(name);
     EXPECT_TRUE(now == old.at(name) || now == written.at(name)) << name;
     return now == old.at(name);
+  }
+  [[nodiscard]] std::ptrdiff_t oldOnes() const {
+    return std::ranges::count_if(hives, [this](const char* name) { return isOld(name); });
+  }
+  // Some are old and others new.
+  [[nodiscard]] bool isMixed() const {
+    const std::ptrdiff_t count = oldOnes();
+    return count != 0 && count != std::ssize(hives);
+  }
+
+  // After the next command all are old or all new, and nothing is left that was not there but
+  // backups. Which of these it is.
+  std::string howItEnded() {
+    const bool wasMixed = isMixed();
+    const bool hadNote = disk.has(noteName);
+    EXPECT_TRUE(!wasMixed || hadNote);
+    open();
+    EXPECT_FALSE(isMixed());
+    const bool isAllOld = isOld(software);
+    // A hive that was not shut down cleanly is so until it is written.
+    EXPECT_EQ(computer->notices().size(), (hadNote ? 1U : 0U) + (isAllOld ? 2U : 0U));
+    EXPECT_TRUE(computer->damagedHives().empty());
+    bool isFirstThere = false;
+    for (const auto& [name, bytes] : allFiles()) {
+      const std::string plain = name.substr(0, name.find(".bak"));
+      const bool isFirst = plain != name && bytes == old.at(firstBackup);
+      EXPECT_TRUE(old.contains(plain)) << name << " is left";
+      EXPECT_TRUE(name == plain || isFirst || bytes == old.at(plain)) << name;
+      isFirstThere = isFirstThere || isFirst;
+    }
+    EXPECT_TRUE(isFirstThere);
+    EXPECT_TRUE(isAllOld || disk.read(software + std::string(".bak")) == old.at(software));
+    if (hadNote) {
+      // A second name of a hive that stayed would be no backup of it.
+      EXPECT_EQ(std::filesystem::hard_link_count(disk.path() / software), 1U);
+    }
+    computer.reset();
+    return wasMixed ? "mixed" : isAllOld ? "old" : "new";
   }
 
   // Stops a save at the n-th of its system calls; whether it had ended before.
@@ -86,10 +132,9 @@ class OfflineSaveStoppedTest : public OfflineDiskTest {
   }
 
   // Puts another file in a hive's place at each system call of a save: it must still be there, in
-  // one place or another, and the other hive must be old where the save was refused.
+  // one place or another, and the other hives must be old where the save was refused.
   void disturbAtEachCall(const char* hive) {
     const std::string foreign = "written by another program";
-    const char* other = hive == software ? system : software;
     int call = 0;
     bool isDone = false;
     bool wasRefused = false;
@@ -109,7 +154,10 @@ class OfflineSaveStoppedTest : public OfflineDiskTest {
       ASSERT_TRUE(
           std::ranges::any_of(files, [&](const auto& file) { return file.second == foreign; }))
           << "call " << call;
-      ASSERT_TRUE(!wasRefused || files.at(other) == old.at(other)) << "call " << call;
+      for (const char* other : hives) {
+        ASSERT_TRUE(!wasRefused || other == hive || files.at(other) == old.at(other))
+            << "call " << call;
+      }
       ASSERT_FALSE(disk.has(noteName)) << "call " << call;
       refusals += wasRefused ? 1 : 0;
     }
@@ -117,6 +165,9 @@ class OfflineSaveStoppedTest : public OfflineDiskTest {
     EXPECT_GT(refusals, 0);
   }
 
+  // In the order in which they are written.
+  static constexpr std::array hives{software, system, anna};
+  static constexpr const char* firstBackup = "Windows/System32/config/SOFTWARE.bak";
   std::map<std::string, std::string> old;
   std::map<std::string, std::string> written;
 };
@@ -129,28 +180,10 @@ TEST_F(OfflineSaveStoppedTest, ThatIsKilledAnywhereLeavesEachHiveOldOrNewAndTheN
   int call = 0;
   for (bool isDone = false; !isDone && call < mostCalls; ++call) {
     restore();
+    SCOPED_TRACE(call);
     isDone = stopAt(call);
-    const bool wasMixed = isOld(software) != isOld(system);
-    EXPECT_TRUE(!wasMixed || disk.has(noteName)) << "call " << call;
-    const bool hadNote = disk.has(noteName);
-    open();
-    ASSERT_EQ(isOld(software), isOld(system)) << "call " << call;
-    // The hive that was not shut down cleanly is so until it is written.
-    EXPECT_EQ(computer->notices().size(), (hadNote ? 1U : 0U) + (isOld(system) ? 1U : 0U));
-    EXPECT_TRUE(computer->damagedHives().empty());
-    const bool isAllOld = isOld(software);
-    for (const auto& [name, bytes] : allFiles()) {
-      const std::string plain = name.substr(0, name.find(".bak"));
-      EXPECT_TRUE(old.contains(plain)) << name << " is left at call " << call;
-      EXPECT_TRUE(name == plain || bytes == old.at(plain)) << name << " at call " << call;
-    }
-    EXPECT_TRUE(isAllOld || disk.read(software + std::string(".bak")) == old.at(software));
-    if (hadNote) {
-      // A second name of a hive that stayed would be no backup of it.
-      EXPECT_EQ(std::filesystem::hard_link_count(disk.path() / software), 1U) << "call " << call;
-    }
-    outcomes.insert(wasMixed ? "mixed" : isAllOld ? "old" : "new");
-    computer.reset();
+    outcomes.insert(howItEnded());
+    ASSERT_FALSE(HasFailure());
   }
   EXPECT_LT(call, mostCalls);
   EXPECT_EQ(outcomes, (std::set<std::string>{"mixed", "new", "old"}));
@@ -160,11 +193,43 @@ TEST_F(OfflineSaveStoppedTest, WhatAnotherProgramPutsThereAnywhereIsNotLost) {
   if (!canBeTraced) {
     GTEST_SKIP() << "a process under this sanitizer cannot be traced";
   }
-  // The first hive that is written, and one after another, which must then be put back.
-  for (const char* hive : {software, system}) {
+  // The first hive that is written, and those after another, which must then be put back.
+  for (const char* hive : hives) {
     disturbAtEachCall(hive);
   }
 }
+
+#ifdef __x86_64__
+TEST_F(OfflineSaveStoppedTest, ACallThatFailsAnywhereLeavesAllOldOrTheNextCommandAllNew) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  for (const int error : {EIO, EINVAL}) {
+    std::set<std::string> refused;
+    std::set<std::string> saved;
+    CallFailure failure = CallFailure::Done;
+    for (int call = 0; call < mostCalls && failure != CallFailure::NoSuchCall; ++call) {
+      SCOPED_TRACE(std::to_string(error) + " at " + std::to_string(call));
+      restore();
+      bool wasRefused = false;
+      failure = failCall(
+          call, error, [this] { open(); },
+          [this] {
+            changeAll();
+            computer->save();
+          },
+          wasRefused);
+      if (failure == CallFailure::Done) {
+        (wasRefused ? refused : saved).insert(howItEnded());
+        ASSERT_FALSE(HasFailure());
+      }
+    }
+    EXPECT_EQ(failure, CallFailure::NoSuchCall);
+    EXPECT_TRUE(refused.contains("old"));
+    EXPECT_EQ(saved, std::set<std::string>{"new"});
+  }
+}
+#endif
 
 TEST_F(OfflineSaveStoppedTest, AHiveThatCannotBeReplacedLeavesAllAsTheyWere) {
   open();
@@ -192,12 +257,12 @@ class HalfSavedTest : public OfflineSaveStoppedTest {
     if (!canBeTraced) {
       GTEST_SKIP() << "a process under this sanitizer cannot be traced";
     }
-    for (int call = 0; call < mostCalls && isOld(software) == isOld(system); ++call) {
+    for (int call = 0; call < mostCalls && !isMixed(); ++call) {
       restore();
       stopAt(call);
     }
-    ASSERT_NE(isOld(software), isOld(system));
-    oldOne = isOld(software) ? software : system;
+    ASSERT_TRUE(isMixed());
+    oldOne = *std::ranges::find_if(hives, [this](const char* name) { return isOld(name); });
   }
 
   const char* oldOne = nullptr;
@@ -210,14 +275,14 @@ TEST_F(HalfSavedTest, IsLeftAloneWhereAHiveWasWrittenSince) {
   ASSERT_EQ(save.notices.size(), 1U);
   EXPECT_NE(save.notices[0].find("not as it left them"), std::string::npos) << save.notices[0];
   EXPECT_NE(save.notices[0].find(oldOne), std::string::npos);
-  for (const char* name : {software, system}) {
+  for (const char* name : hives) {
     EXPECT_TRUE(disk.read(name) == before.at(name));
   }
   EXPECT_FALSE(disk.has(noteName));
 }
 
 TEST_F(HalfSavedTest, IsNamedAsDamageWhereTheDiskCannotBeWritten) {
-  for (const char* folder : {"", "Windows/System32/config"}) {
+  for (const char* folder : {"", "Windows/System32/config", "Users/Anna"}) {
     chmod((disk.path() / folder).c_str(), 0555);
   }
   {
@@ -228,12 +293,12 @@ TEST_F(HalfSavedTest, IsNamedAsDamageWhereTheDiskCannotBeWritten) {
               std::string::npos);
     computer.reset();
   }
-  for (const char* folder : {"", "Windows/System32/config"}) {
+  for (const char* folder : {"", "Windows/System32/config", "Users/Anna"}) {
     chmod((disk.path() / folder).c_str(), 0755);
   }
   open();
   EXPECT_TRUE(computer->damagedHives().empty());
-  EXPECT_FALSE(isOld(software) || isOld(system));
+  EXPECT_EQ(oldOnes(), 0);
 }
 
 TEST_F(HalfSavedTest, ANoteThatNamesAnythingElseIsRefused) {
@@ -247,7 +312,7 @@ TEST_F(HalfSavedTest, ANoteThatNamesAnythingElseIsRefused) {
   }
   disk.write(noteName, "anything");
   EXPECT_THROW(machine::finishSavingHives(disk.path()), machine::MachineError);
-  EXPECT_NE(isOld(software), isOld(system));
+  EXPECT_TRUE(isMixed());
 }
 
 }  // namespace

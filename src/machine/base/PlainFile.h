@@ -20,7 +20,8 @@ FileDescriptor openPlainFile(const std::filesystem::path& file);
 // The whole content of a plain file. Throws MachineError.
 std::string readWholeFile(const std::filesystem::path& file);
 
-// Reads up to `size` bytes from an offset on; how many there were.
+// Reads up to `size` bytes from an offset on; how many there were. Fewer are told with errno set
+// where they could not be read, and with errno as it was at the end of the file.
 std::size_t readAt(const FileDescriptor& file, std::uint64_t offset, void* bytes, std::size_t size);
 
 // Inode, size, seconds and nanoseconds of the last write of what is at a name itself, not at the

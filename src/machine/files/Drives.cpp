@@ -58,7 +58,7 @@ Place Drives::findLent(const PathName& path) {
   for (const Lent& loan : lent) {
     const auto below = namesBelow(loan.path, path);
     if (!below) continue;
-    FolderWalk way(listings, loan.folder, *below);
+    FolderWalk way(listings, {'\0', loan.folder}, *below);
     place.error = way.go(ERROR_PATH_NOT_FOUND);
     place.isFolder = place.exists() && way.leadsToFolder();
     place.isLent = true;
@@ -83,7 +83,7 @@ Place Drives::walk(const PathName& path) {
     return place;
   }
   Drive& drive = found->second;
-  FolderWalk way(listings, drive.root, path.names);
+  FolderWalk way(listings, {path.drive, drive.root}, path.names);
   place.error =
       way.go(settings.missingDrivesAreUnknown ? ERROR_NOT_READY : ERROR_CANT_RESOLVE_FILENAME,
              drive.knownFolders);
@@ -124,7 +124,16 @@ std::string Drives::truePath(std::u16string_view text) const {
 bool Drives::isUnknown(std::u16string_view path) {
   if (!settings.missingDrivesAreUnknown) return false;
   const LONG error = find(path).error;
-  return error == ERROR_NOT_READY || error == ERROR_ACCESS_DENIED;
+  return error == ERROR_NOT_READY || error == ERROR_ACCESS_DENIED ||
+         (error == ERROR_INVALID_NAME && isStreamOfFile(path));
+}
+
+bool Drives::isStreamOfFile(std::u16string_view path) {
+  const std::size_t separator = path.find_last_of(u"\\/");
+  constexpr std::size_t behindDrive = 2;
+  const std::size_t colon =
+      path.find(u':', separator == std::u16string_view::npos ? behindDrive : separator);
+  return colon != std::u16string_view::npos && find(path.substr(0, colon)).exists();
 }
 
 }  // namespace zelvreg::machine

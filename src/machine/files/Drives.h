@@ -65,7 +65,8 @@ class Drives {
   [[nodiscard]] std::string truePath(std::u16string_view text) const;
 
   // Whether it cannot be told if there is such a file: its drive was not given, it lies behind a
-  // link that leaves its drive, or in a folder that may not be read. Never so on a machine folder.
+  // link that leaves its drive, or in a folder that may not be read, or it is a stream of a file.
+  // Never so on a machine folder.
   bool isUnknown(std::u16string_view path);
 
   // What is asked for below `path` and not there is looked for in a folder of this system, as if it
@@ -111,6 +112,8 @@ class Drives {
   };
 
   Place walk(const PathName& path);
+  // Whether a path means a stream of a file that is there; which ones it has is not known.
+  bool isStreamOfFile(std::u16string_view path);
   Place findLent(const PathName& path);
   void redirect(PathName& path) const;
   [[nodiscard]] LONG missingDriveError() const;

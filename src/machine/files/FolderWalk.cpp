@@ -10,6 +10,7 @@
 #include "machine/base/CaseFold.h"
 #include "machine/base/HostName.h"
 #include "machine/files/DiskAttributes.h"
+#include "machine/files/ReparseData.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -31,9 +32,9 @@ bool isOpaque(std::string_view target) {
 
 }  // namespace
 
-FolderWalk::FolderWalk(FolderListings& folderListings, const std::string& driveFolder,
+FolderWalk::FolderWalk(FolderListings& folderListings, WalkRoot walkRoot,
                        std::u16string_view pathNames)
-    : listings(folderListings), root(driveFolder), path(pathNames) {
+    : listings(folderListings), drive(walkRoot.drive), root(walkRoot.folder), path(pathNames) {
   begin();
 }
 
@@ -83,7 +84,7 @@ LONG FolderWalk::goOn(LONG outside, KnownFolders* known) {
       ownLeft = std::min(ownLeft, names.size() - at);
       // What lies behind a link has another path.
       known = nullptr;
-      if (!follow(target)) return outside;
+      if (leadsElsewhere(link, drive) || !follow(target)) return outside;
       continue;
     }
     // A device or a pipe, or what cannot be looked at.

@@ -14,12 +14,17 @@
 
 namespace zelvreg::machine {
 
+// Where a walk begins.
+struct WalkRoot {
+  char drive;                 // upper-case; none for a folder that is no drive
+  const std::string& folder;  // of this system
+};
+
 class FolderWalk {
  public:
-  // Everything given must stay as it is while the walk lives. The drive's folder is one of this
-  // system; each name of the path has a backslash in front.
-  FolderWalk(FolderListings& folderListings, const std::string& driveFolder,
-             std::u16string_view pathNames);
+  // Everything given must stay as it is while the walk lives. Each name of the path has a backslash
+  // in front.
+  FolderWalk(FolderListings& folderListings, WalkRoot walkRoot, std::u16string_view pathNames);
 
   // Links are followed as long as they stay inside the drive. What a driver cannot follow is there,
   // and what lies below it counts as outside. Gives ERROR_SUCCESS if everything is
@@ -47,6 +52,7 @@ class FolderWalk {
   bool follow(std::string_view target);
 
   FolderListings& listings;
+  const char drive;
   const std::string& root;
   std::u16string_view path;
   std::u16string_view names;  // those still to be followed begin at `at`

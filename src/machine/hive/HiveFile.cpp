@@ -52,13 +52,13 @@ void HiveFile::takeLogs(LogUse logUse) {
     Replay replay = replayLogs(bytes, logs.contents());
     outcome = replay.outcome;
     if (replay.image) {
+      const std::uint32_t flags = soundBaseBlock(replay.image->bytes())->flags;
+      const bool mayWait = (flags & hiveFormat::transactionsFlag) != 0;
+      pending = mayWait ? pendingTransactions(file) : std::nullopt;
       reader.emplace(replay.image->bytes());
       replayed.emplace(std::move(*replay.image));
       mapped.reset();
       logStamps = logs.stamps();
-      const bool mayWait =
-          (soundBaseBlock(replayed->bytes())->flags & hiveFormat::transactionsFlag) != 0;
-      pending = mayWait ? pendingTransactions(file) : std::nullopt;
     }
   } catch (const MachineError& error) {
     outcome = {.state = HiveState::Unreplayable, .why = error.what()};

@@ -1,6 +1,7 @@
 #include "machine/offline/Hibernation.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <string_view>
 #include <system_error>
@@ -21,17 +22,21 @@ struct SleepingDrive {
   fs::path file;
 };
 
+// Windows writes to no folder of that name, and a link tells of another disk.
 Sleep sleepIn(const fs::path& file) {
   std::error_code error;
-  if (fs::is_directory(fs::symlink_status(file, error))) {
+  const fs::file_status status = fs::symlink_status(file, error);
+  if (fs::is_directory(status)) {
     return Sleep::Awake;
   }
-  const FileDescriptor opened = openPlainFile(file);
-  if (!opened.isOpen()) {
+  const FileDescriptor opened =
+      fs::is_regular_file(status) ? openPlainFile(file) : FileDescriptor();
+  std::array<char, 4> start{};
+  errno = 0;
+  if (!opened.isOpen() ||
+      (readAt(opened, 0, start.data(), start.size()) < start.size() && errno != 0)) {
     return Sleep::Unknown;
   }
-  std::array<char, 4> start{};
-  readAt(opened, 0, start.data(), start.size());
   const std::string_view signature(start.data(), start.size());
   return signature == "HIBR" || signature == "hibr" ? Sleep::Hibernated : Sleep::Awake;
 }
@@ -40,18 +45,19 @@ Sleep sleepIn(const fs::path& file) {
 SleepingDrive sleepOf(const fs::path& drive) {
   SleepingDrive found;
   std::error_code error;
-  for (const auto& entry : fs::directory_iterator(drive, error)) {
-    const auto name = windowsName(entry.path().filename().string());
+  for (fs::directory_iterator entry(drive, error); !error && entry != fs::directory_iterator();
+       entry.increment(error)) {
+    const auto name = windowsName(entry->path().filename().string());
     const Sleep sleep =
-        name && isSameName(*name, u"hiberfil.sys") ? sleepIn(entry.path()) : Sleep::Awake;
+        name && isSameName(*name, u"hiberfil.sys") ? sleepIn(entry->path()) : Sleep::Awake;
     if (sleep == Sleep::Hibernated) {
-      return {sleep, entry.path()};
+      return {sleep, entry->path()};
     }
     if (sleep == Sleep::Unknown) {
-      found = {sleep, entry.path()};
+      found = {sleep, entry->path()};
     }
   }
-  return found;
+  return error ? SleepingDrive{Sleep::Unknown, drive} : found;
 }
 
 std::optional<std::string> whyAsleep(const fs::path& drive) {
@@ -72,8 +78,6 @@ std::optional<std::string> whyAsleep(const fs::path& drive) {
 }
 
 }  // namespace
-
-bool isHibernated(const fs::path& drive) { return sleepOf(drive).sleep == Sleep::Hibernated; }
 
 std::optional<std::string> whyAsleep(const OfflineDisk& disk) {
   std::optional<std::string> reason = whyAsleep(disk.root);

@@ -12,13 +12,11 @@
 
 namespace zelvreg::machine {
 
-// Whether a drive, by the folder that it is mounted on, holds the memory of a Windows that has not
-// been woken up since: its hiberfil.sys begins with "HIBR" or "hibr". One of a Windows that was
-// woken up, or was told not to use it any more, begins otherwise.
-bool isHibernated(const std::filesystem::path& drive);
-
 // Why nothing on a disk may be written, in one line that names the file and says what to do; none
-// if no Windows sleeps on any of its drives. A file that cannot be read is a reason, too.
+// if no Windows sleeps on any of its drives. One does if a file hiberfil.sys in the root of a drive
+// begins with "HIBR" or "hibr"; one of a Windows that was woken up, or was told not to use it any
+// more, begins otherwise. A file that cannot be read is a reason, too, and so are a link and a
+// drive whose root cannot be read.
 std::optional<std::string> whyAsleep(const OfflineDisk& disk);
 
 }  // namespace zelvreg::machine

@@ -74,8 +74,12 @@ std::filesystem::path backupOf(const std::filesystem::path& hive) {
 std::filesystem::path setBackupAside(const std::filesystem::path& hive, const FileStamp& stamp) {
   const std::filesystem::path backup = backupOf(hive);
   std::error_code error;
-  const bool isFile =
-      std::filesystem::is_regular_file(std::filesystem::symlink_status(backup, error));
+  const std::filesystem::file_status status = std::filesystem::symlink_status(backup, error);
+  if (status.type() == std::filesystem::file_type::none) {
+    throw MachineError(backup.string() + " cannot be read: " + error.message() +
+                       "; give the right to read there, and try again");
+  }
+  const bool isFile = std::filesystem::is_regular_file(status);
   const FileStamp there = stampOf(backup);
   if (!isFile || there == stamp) return {};
   const std::filesystem::path named = std::filesystem::path(backup) +=

@@ -1,13 +1,17 @@
 #include "machine/offline/HiveWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <fstream>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "machine/base/MachineError.h"
 #include "machine/offline/HiveLibrary.h"
 #include "machine/registry/Registry.h"
+#include "machine/replay/BaseBlock.h"
 #include "roots/NameLimits.h"
 #include "unicode/Unicode.h"
 
@@ -31,6 +35,28 @@ bool isSameValue(std::string_view oldName, const HiveValueContent& old,
                  const RegistryValue& value) {
   return old.type == value.type && std::ranges::equal(old.bytes(), value.bytes()) &&
          utf16(oldName) == value.name();
+}
+
+// Logs with a bitmap are known by their time, and stay beside the hive: it becomes newer than all
+// of them, so that nobody takes them over into it. libhivex leaves its time as it is.
+void makeNewer(const std::filesystem::path& file) {
+  using namespace hiveFormat;
+  std::fstream stream(file, std::ios::binary | std::ios::in | std::ios::out);
+  std::array<char, binsOffset + binHeader> head{};
+  stream.read(head.data(), head.size());
+  const std::span<std::byte> bytes = std::as_writable_bytes(std::span(head));
+  const auto put = [bytes](std::size_t offset, auto number) {
+    std::memcpy(&bytes[offset], &number, sizeof number);
+  };
+  constexpr std::size_t timeOfBin = binsOffset + binWritten;
+  const std::uint64_t time = 1 + std::max(numberIn<std::uint64_t>(bytes, writtenOffset),
+                                          numberIn<std::uint64_t>(bytes, timeOfBin));
+  put(writtenOffset, time);
+  put(timeOfBin, time);
+  put(checksumOffset, baseBlockChecksum(bytes));
+  if (!stream.seekp(0).write(head.data(), head.size()).flush()) {
+    throw MachineError("its new content cannot be written; make room on the disk");
+  }
 }
 
 // The values as libhivex takes them, with the memory that they need.
@@ -153,6 +179,7 @@ void HiveWriter::write(const std::filesystem::path& file) {
     refuse("it cannot be written", errno);
   }
   layout.apply(file);
+  makeNewer(file);
 }
 
 }  // namespace zelvreg::machine

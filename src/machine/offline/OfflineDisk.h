@@ -18,6 +18,7 @@ struct OfflineDisk {
   // All profiles are loaded: also those of services, the one that new users get, and those that
   // ProfileList names on other drives. Else only those of people in the usual folder.
   bool everyProfile = false;
+  bool namesLeftOut = false;          // profiles that are left out are named by notices
   bool leavesLogs = false;            // hives that were not shut down cleanly are read as they are
   bool missingDrivesAreDead = false;  // else a file on a drive not given counts as unknown
   bool filesAreReadOnly = false;      // save() leaves the files' attributes alone

@@ -6,6 +6,7 @@
 
 #include "machine/base/CaseFold.h"
 #include "machine/computer/Environment.h"
+#include "roots/UserKeys.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -91,13 +92,27 @@ class Builder {
   Environment known;
 };
 
-void setProfile(Builder& builder, const MachineUser& user) {
+// Folders of a profile that may have been moved elsewhere.
+struct ProfileFolder {
+  const char* variable;
+  const char* value;  // of the user's shell folders, which says where it is
+  const char* usual;
+  const char* old;
+};
+constexpr ProfileFolder profileFolders[] = {
+    {"APPDATA", "AppData", R"(%USERPROFILE%\AppData\Roaming)", R"(%USERPROFILE%\Application Data)"},
+    {"LOCALAPPDATA", "Local AppData", R"(%USERPROFILE%\AppData\Local)",
+     R"(%USERPROFILE%\Local Settings\Application Data)"}};
+
+void setProfile(Builder& builder, Registry& registry, const MachineUser& user) {
   builder.set("USERPROFILE", user.profile);
-  builder.set("APPDATA", user.hasOldProfile ? R"(%USERPROFILE%\Application Data)"
-                                            : R"(%USERPROFILE%\AppData\Roaming)");
-  builder.set("LOCALAPPDATA", user.hasOldProfile
-                                  ? R"(%USERPROFILE%\Local Settings\Application Data)"
-                                  : R"(%USERPROFILE%\AppData\Local)");
+  const std::string moved = "HKEY_USERS\\" + user.key + "\\" + utf8(userShellFoldersKey);
+  for (const ProfileFolder& folder : profileFolders) {
+    const std::string place = textValue(registry, moved, folder.value).value_or("");
+    builder.set(folder.variable, !place.empty()       ? place
+                                 : user.hasOldProfile ? folder.old
+                                                      : folder.usual);
+  }
   for (const char* name : {"TEMP", "TMP"}) {
     builder.set(name, user.hasOldProfile ? R"(%USERPROFILE%\Local Settings\Temp)"
                                          : R"(%LOCALAPPDATA%\Temp)");
@@ -131,7 +146,7 @@ std::map<std::string, std::string> readOfflineEnvironment(Registry& registry,
     builder.set("ALLUSERSPROFILE", *programData);
   }
   if (!user.profile.empty()) {
-    setProfile(builder, user);
+    setProfile(builder, registry, user);
   }
   builder.setAll(systemVariables, Whose::Computers);
   builder.setAll("HKEY_USERS\\" + user.key + "\\Environment", Whose::Users);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdint>
+#include <cstring>
 #include <map>
 #include <optional>
 #include <set>
@@ -38,25 +38,6 @@ std::string lastName(std::string_view path) {
 
 constexpr const char* systemsSid = "S-1-5-18";
 bool isSystems(std::string_view sid) { return sid == systemsSid; }
-
-// The system's own accounts, which have profiles too.
-bool isService(std::string_view sid) {
-  return isSystems(sid) || sid == "S-1-5-19" || sid == "S-1-5-20";
-}
-
-// A SID for a profile that no list names: the same one in each run, by the folder's name alone.
-std::string inventedSid(std::string_view folderName, const std::set<std::string>& taken) {
-  std::uint32_t hash = 2166136261U;
-  for (const char16_t unit : upperCase(utf16(folderName))) {
-    hash = (hash ^ unit) * 16777619U;
-  }
-  std::string sid;
-  do {
-    constexpr std::uint32_t lowest = 1'000'000'000;
-    sid = "S-1-5-21-1-1-1-" + std::to_string(lowest + hash++ % lowest);
-  } while (taken.contains(sid));
-  return sid;
-}
 
 // What decides which of the users is the current one.
 struct Rank {
@@ -129,35 +110,93 @@ class Loader {
     }
   }
 
-  // The folders of ProfileList by their SIDs.
-  std::map<std::string, std::string> listedFolders() {
-    std::map<std::string, std::string> sids;
+  // What ProfileList says of one of its profiles.
+  struct Listed {
+    std::u16string folder;  // with its variables expanded
+    DWORD state = 0;
+  };
+
+  std::map<std::string, Listed> listedProfiles() {
+    std::map<std::string, Listed> profiles;
     const std::string listPath = std::string(windowsVersion) + "\\ProfileList";
     RegistryKey* list = result.registry->find(listPath);
     if (list == nullptr) {
-      return sids;
+      return profiles;
     }
-    result.registry->children(*list).forEach([&](const RegistryKey* key) {
+    result.registry->children(*list).forEach([&](RegistryKey* key) {
       const std::string sid = utf8(key->name());
       const auto folder = textValue(*result.registry, listPath + "\\" + sid, "ProfileImagePath");
       if (folder && sid.starts_with("S-1-") && sidFromText(sid)) {
-        sids.emplace(sid, *folder);
+        std::u16string path = known.expand(utf16(*folder));
+        path.resize(path.find_last_not_of(u'\\') + 1);
+        profiles.emplace(sid, Listed{.folder = path, .state = stateOf(*key)});
       }
     });
-    return sids;
+    return profiles;
+  }
+
+  DWORD stateOf(RegistryKey& key) {
+    const RegistryValue* value = result.registry->values(key).find(u"State");
+    DWORD state = 0;
+    if (value != nullptr && value->type == REG_DWORD && value->dataSize == sizeof state) {
+      std::memcpy(&state, value->data, sizeof state);
+    }
+    return state;
+  }
+
+  [[nodiscard]] std::u16string pathOf(const OfflineProfile& profile) const {
+    return std::u16string{static_cast<char16_t>(result.systemDrive), u':', u'\\'} +
+           utf16(profile.folder);
+  }
+
+  // The identifier of a profile in the usual folder. An old name of that folder leads there, too.
+  std::optional<std::string> listedSid(const OfflineProfile& profile) {
+    const std::u16string drive = pathOf(profile).substr(0, 2);
+    const auto isNew = [&](const auto& entry) { return !taken.contains(entry.first); };
+    auto entry = std::ranges::find_if(listed, [&](const auto& one) {
+      return isNew(one) && isSameName(one.second.folder, pathOf(profile));
+    });
+    if (entry == listed.end()) {
+      entry = std::ranges::find_if(listed, [&](const auto& one) {
+        return isNew(one) && isSameName(one.second.folder.substr(0, 2), drive) &&
+               isSameName(utf16(lastName(utf8(one.second.folder))), utf16(profile.name)) &&
+               std::ranges::none_of(files.profiles, [&](const OfflineProfile& other) {
+                 return isSameName(one.second.folder, pathOf(other));
+               });
+      });
+    }
+    return entry == listed.end() ? std::nullopt : std::optional(entry->first);
   }
 
   void mountUsers() {
-    listed = listedFolders();
+    listed = listedProfiles();
     for (const OfflineProfile& profile : files.profiles) {
-      const auto entry = std::ranges::find_if(listed, [&](const auto& sidAndFolder) {
-        return isSameName(utf16(lastName(sidAndFolder.second)), utf16(profile.name)) &&
-               !taken.contains(sidAndFolder.first);
-      });
-      const std::string sid =
-          entry != listed.end() ? entry->first : inventedSid(profile.name, taken);
-      mountUser(profile, sid, result.systemDrive, !isService(sid));
+      const auto sid = listedSid(profile);
+      const char* why = sid && disk.everyProfile ? whyLost(listed.at(*sid)) : nullptr;
+      if (why != nullptr) {
+        taken.insert(*sid);
+        leaveOut(*sid, why);
+      } else {
+        const std::string known = sid.value_or(inventedSid(upperCase(utf16(profile.name)), taken));
+        mountUser(profile, known, result.systemDrive, isPersonsSid(known));
+      }
     }
+  }
+
+  // Null if what is changed in it is kept.
+  static const char* whyLost(const Listed& profile) {
+    constexpr DWORD isMandatory = 0x1;
+    constexpr DWORD isTemporary = 0x800;
+    return (profile.state & isTemporary) != 0   ? "is a temporary one, which Windows deletes"
+           : (profile.state & isMandatory) != 0 ? "is a mandatory one, which does not keep what is "
+                                                  "changed in it"
+                                                : nullptr;
+  }
+
+  void leaveOut(const std::string& sid, const std::string& why) {
+    const std::string folder = utf8(listed.at(sid).folder);
+    result.leftOut.push_back("the profile of " + lastName(folder) + ", " + folder + ", " + why +
+                             ", and was left out");
   }
 
   void mountUser(const OfflineProfile& profile, const std::string& sid, char drive, bool isPerson) {
@@ -184,41 +223,51 @@ class Loader {
   // The profiles that ProfileList names elsewhere, then those that it does not name.
   void mountOthers() {
     noteDamage(files.unreadableOthers);
-    for (const auto& [sid, folder] : listed) {
+    for (const auto& [sid, profile] : listed) {
       if (!taken.contains(sid) && !isSystems(sid)) {
-        mountListed(sid, folder);
+        mountListed(sid, profile);
       }
     }
     for (const OfflineProfile& profile : files.otherProfiles) {
-      const bool isKnown = std::ranges::any_of(result.users, [&](const MachineUser& user) {
-        return user.hives.front() == profile.hive;
-      });
+      const bool isKnown = isMounted(profile.hive);
       if (!isKnown) {
-        mountUser(profile, inventedSid(profile.name, taken), result.systemDrive, false);
+        mountUser(profile, inventedSid(upperCase(utf16(profile.name)), taken), result.systemDrive,
+                  false);
       }
     }
   }
 
-  void mountListed(const std::string& sid, const std::string& folder) {
-    const std::u16string place = known.expand(utf16(folder));
+  [[nodiscard]] bool isMounted(const std::filesystem::path& hive) const {
+    return std::ranges::any_of(result.users,
+                               [&](const MachineUser& user) { return user.hives.front() == hive; });
+  }
+
+  void mountListed(const std::string& sid, const Listed& entry) {
+    const std::u16string& place = entry.folder;
     const bool hasDrive = place.size() > 3 && place[1] == u':' && place[2] == u'\\';
     const char letter = hasDrive ? static_cast<char>(upperCase(place[0])) : '\0';
     const auto drive = disk.drives.find(letter);
+    if (!hasDrive || whyLost(entry) != nullptr) {
+      leaveOut(sid, hasDrive ? whyLost(entry) : "is on no drive of this computer");
+      return;
+    }
     if (letter != result.systemDrive && drive == disk.drives.end()) {
-      if (hasDrive) {
-        noteDamage({"the profile of " + sid + " is " + utf8(place) +
-                    ", on a drive that was not "
-                    "given, and was left out; give it with --drive " +
-                    letter + "=DIR"});
-      }
+      noteDamage({"the profile of " + sid + " is " + utf8(place) +
+                  ", on a drive that was not "
+                  "given, and was left out; give it with --drive " +
+                  letter + "=DIR"});
       return;
     }
     std::vector<std::string> unreadable;
     const auto profile = findProfileIn(letter == result.systemDrive ? disk.root : drive->second,
                                        utf8(place.substr(3)), unreadable);
     noteDamage(unreadable);
-    if (profile) {
-      mountUser(*profile, sid, letter, !isService(sid));
+    if (profile && !isMounted(profile->hive)) {
+      mountUser(*profile, sid, letter, isPersonsSid(sid));
+    } else if (profile) {
+      leaveOut(sid, "has the folder of another one");
+    } else if (unreadable.empty()) {
+      leaveOut(sid, "has no hive (NTUSER.DAT)");
     }
   }
 
@@ -326,10 +375,10 @@ class Loader {
   OfflineFiles files;
   LogUse logUse;
   OfflineRegistry result;
-  Environment known;                          // what a path of ProfileList may hold
-  std::map<std::string, std::string> listed;  // by SID
-  std::set<std::string> taken;                // SIDs
-  std::vector<Rank> ranks;                    // of result.users
+  Environment known;                     // what a path of ProfileList may hold
+  std::map<std::string, Listed> listed;  // by SID
+  std::set<std::string> taken;           // SIDs
+  std::vector<Rank> ranks;               // of result.users
 };
 
 }  // namespace

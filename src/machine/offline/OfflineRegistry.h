@@ -26,6 +26,8 @@ struct OfflineRegistry {
   // part of the computer, are in the second list, too.
   std::vector<std::string> damaged;
   std::vector<std::string> damagedProfiles;
+  // With every profile: one line for each that is there in name only, or not for long.
+  std::vector<std::string> leftOut;
   char systemDrive = 'C';     // the letter that SystemRoot has
   std::string windowsFolder;  // "C:\\Windows", the folder's name as it is on the disk
 };

@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "machine/base/MachineError.h"
 #include "machine/replay/Marvin32.h"
 
 namespace zelvreg::machine {
@@ -27,6 +28,14 @@ constexpr std::size_t entryUnit = 512;
 constexpr std::string_view bitmapKind = "DIRT";
 constexpr std::size_t bitmapPage = 512;
 constexpr std::size_t bitsInByte = 8;
+
+// The bytes are looked at again when they are copied, and whoever writes the log meanwhile must not
+// lead us elsewhere.
+void refuseUnless(bool isAsBefore) {
+  if (!isAsBefore) {
+    throw MachineError("they were written by another program while they were read");
+  }
+}
 
 bool isSizeOfBins(std::uint32_t size) { return size >= pageSize && size % pageSize == 0; }
 
@@ -84,8 +93,10 @@ std::optional<LogEntry> entryAt(LogBytes log, std::uint64_t offset) {
 void LogEntry::forEachPage(const TakePage& take) const {
   LogBytes rest = pages;
   for (std::size_t at = 0; at < places.size(); at += placeSize) {
+    const std::uint64_t offset = numberIn<std::uint32_t>(places, at);
     const auto pageBytes = numberIn<std::uint32_t>(places, at + sizeof(std::uint32_t));
-    take(numberIn<std::uint32_t>(places, at), rest.first(pageBytes));
+    refuseUnless(pageBytes <= rest.size() && offset + pageBytes <= binsSize);
+    take(offset, rest.first(pageBytes));
     rest = rest.subspan(pageBytes);
   }
 }
@@ -115,6 +126,7 @@ void BitmapLog::forEachPage(const TakePage& take) const {
   for (std::size_t bit = 0; bit < bitmap.size() * bitsInByte; ++bit) {
     const auto bits = std::to_integer<unsigned>(bitmap[bit / bitsInByte]);
     if ((bits >> bit % bitsInByte & 1U) != 0) {
+      refuseUnless(!rest.empty());
       take(std::uint64_t{bit} * bitmapPage, rest.first(bitmapPage));
       rest = rest.subspan(bitmapPage);
     }

@@ -19,7 +19,8 @@ using LogBytes = std::span<const std::byte>;
 using TakePage = std::function<void(std::uint64_t offset, LogBytes page)>;
 
 // The bytes are those of the log, and live as long as they do. Each page has been found to lie in
-// them, and to end within the bins.
+// them, and to end within the bins; that is made sure again before it is given, since a log may be
+// written meanwhile. Throws MachineError, a few words, if it no longer does.
 struct LogEntry {
   std::uint64_t size = 0;  // in the log
   std::uint32_t sequence = 0;

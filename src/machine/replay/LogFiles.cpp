@@ -15,20 +15,25 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using IsWanted = std::function<bool(const std::u16string&)>;  // of a name in upper case
+
 std::u16string upperName(const fs::path& file) {
   return upperCase(utf16(file.filename().string()));
 }
 
-// The entries of a folder whose upper-case names are wanted, sorted by these. A folder that cannot
-// be read has none.
-std::vector<fs::path> entriesOf(const fs::path& folder,
-                                const std::function<bool(const std::u16string&)>& isWanted) {
+// The entries of a folder whose upper-case names are wanted, sorted by these. Throws MachineError,
+// a few words, if the folder cannot be read.
+std::vector<fs::path> entriesOf(const fs::path& folder, const IsWanted& isWanted) {
   std::vector<fs::path> found;
   std::error_code error;
-  for (const auto& entry : fs::directory_iterator(folder, error)) {
-    if (isWanted(upperName(entry.path()))) {
-      found.push_back(entry.path());
+  for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+       entry.increment(error)) {
+    if (isWanted(upperName(entry->path()))) {
+      found.push_back(entry->path());
     }
+  }
+  if (error) {
+    throw MachineError(folder.string() + " cannot be read: " + error.message());
   }
   std::ranges::sort(found, [](const fs::path& first, const fs::path& second) {
     return std::pair(upperName(first), first) < std::pair(upperName(second), second);
@@ -41,13 +46,24 @@ bool isPlain(const fs::path& file) {
   return fs::is_regular_file(fs::symlink_status(file, error));
 }
 
-// What cannot be looked at may hold anything.
+// What cannot be looked at may hold anything, and so may the end of a link.
 bool mayHoldAnything(const fs::path& file) {
   try {
     return !isPlain(file) ||
            MappedFile(file).bytes().find_first_not_of('\0') != std::string_view::npos;
   } catch (const MachineError&) {
     return true;
+  }
+}
+
+// The first entry that may hold anything, or the folder if it cannot be read.
+std::optional<fs::path> pendingIn(const fs::path& folder, const IsWanted& isContainer) {
+  try {
+    const std::vector<fs::path> found = entriesOf(folder, isContainer);
+    const auto pending = std::ranges::find_if(found, mayHoldAnything);
+    return pending == found.end() ? std::nullopt : std::optional(*pending);
+  } catch (const MachineError&) {
+    return folder;
   }
 }
 
@@ -82,16 +98,18 @@ std::optional<fs::path> pendingTransactions(const fs::path& hive) {
   const auto isContainer = [](const std::u16string& name) {
     return name.ends_with(u".REGTRANS-MS");
   };
-  std::vector<fs::path> found = entriesOf(hive.parent_path(), [&](const std::u16string& name) {
+  std::optional<fs::path> pending = pendingIn(hive.parent_path(), [&](const std::u16string& name) {
     return name.starts_with(start) && isContainer(name);
   });
   const auto isFolder = [](const std::u16string& name) { return name == u"TXR"; };
   for (const fs::path& folder : entriesOf(hive.parent_path(), isFolder)) {
-    const std::vector<fs::path> inside = entriesOf(folder, isContainer);
-    found.insert(found.end(), inside.begin(), inside.end());
+    std::error_code error;
+    if (!pending && !isPlain(folder)) {
+      pending = fs::is_directory(fs::symlink_status(folder, error)) ? pendingIn(folder, isContainer)
+                                                                    : std::optional(folder);
+    }
   }
-  const auto pending = std::ranges::find_if(found, mayHoldAnything);
-  return pending == found.end() ? std::nullopt : std::optional(*pending);
+  return pending;
 }
 
 }  // namespace zelvreg::machine

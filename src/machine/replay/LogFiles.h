@@ -19,7 +19,7 @@ namespace zelvreg::machine {
 // The transaction logs beside a hive: its name followed by ".LOG", ".LOG1" or ".LOG2".
 class LogFiles {
  public:
-  // Throws MachineError, a few words with the name, if one of them cannot be read.
+  // Throws MachineError, a few words with the name, if one of them or the folder cannot be read.
   explicit LogFiles(const std::filesystem::path& hive);
 
   // In the order of their names. They live as long as this object.
@@ -36,7 +36,8 @@ class LogFiles {
 
 // A file in which the registry's transaction manager may hold changes of this hive: one of its name
 // that ends in ".regtrans-ms", beside it or in the folder TxR there, unless it is nothing but
-// zeros. None if there is no such file.
+// zeros; or that folder, if it cannot be looked at. None if there is no such file. Throws
+// MachineError, a few words, if the folder of the hive cannot be read.
 std::optional<std::filesystem::path> pendingTransactions(const std::filesystem::path& hive);
 
 }  // namespace zelvreg::machine

@@ -39,7 +39,7 @@ std::vector<UsableLog> usableLogs(std::span<const LogBytes> logs) {
   std::vector<UsableLog> usable;
   for (const LogBytes& log : logs) {
     const auto base = soundBaseBlock(log);
-    if (base && log.size() <= largest && base->firstSequence == base->secondSequence) {
+    if (base && base->firstSequence == base->secondSequence) {
       usable.push_back({log, *base});
     }
   }
@@ -155,12 +155,7 @@ class Plan {
       last = isBefore(last.base.firstSequence, log.base.firstSequence) ? log : last;
     }
     logs = {last};
-    takeBaseOf(last);
-  }
-
-  void takeBaseOf(const UsableLog& log) {
-    baseOfLog = log.bytes;
-    makeRoomFor(log.base.binsSize);
+    baseOfLog = last.bytes;
   }
 
   // What follows the last entry is left over from earlier rounds.
@@ -190,7 +185,7 @@ class Plan {
       throw MachineError("none of them is whole and as old as the hive");
     }
     if (!base) {
-      takeBaseOf(*chosen);
+      baseOfLog = chosen->bytes;
     }
     bitmapBase = chosen->bytes;
     makeRoomFor(chosen->base.binsSize);

@@ -4,7 +4,12 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <stdexcept>
+
 #include "machine/DirtyDisk.h"
+#include "machine/KilledProcess.h"
+#include "machine/OrdinaryUser.h"
 #include "machine/base/MachineError.h"
 #include "machine/hive/RawHive.h"
 
@@ -113,6 +118,12 @@ TEST_F(HiveLogsTest, ThatCannotBeTakenOverLeaveTheHiveAsItIs) {
   EXPECT_TRUE(isBehindItsLogs(HiveFile(file())));
 }
 
+// One that was left out would take the newest entries with it.
+TEST_F(HiveLogsTest, AreTakenOverHoweverLongTheyAre) {
+  std::filesystem::resize_file(folder.path() / "SYSTEM.LOG1", std::uintmax_t{1} << 32);
+  isRead(HiveState::Replayed, 2);
+}
+
 TEST_F(HiveLogsTest, ThatAreNoFilesAreNamedAndNobodyWaits) {
   std::filesystem::remove(folder.path() / "SYSTEM.LOG2");
   ASSERT_EQ(mkfifo((folder.path() / "SYSTEM.LOG2").c_str(), 0600), 0);
@@ -125,6 +136,49 @@ TEST_F(HiveLogsTest, ThatAreLinksAreNotFollowed) {
   std::filesystem::create_symlink(folder.path() / "elsewhere", folder.path() / "SYSTEM.LOG1");
   isRead(HiveState::Unreplayable, 1);
 }
+
+TEST_F(HiveLogsTest, ThatAFolderDoesNotShowAreNotTakenForNone) {
+  chmod(folder.path().c_str(), 0311);
+  chmod(file().c_str(), 0644);
+  {
+    const OrdinaryUser user;
+    isRead(HiveState::Unreplayable, 1);
+    EXPECT_NE(refusal().find(folder.path().string() + " cannot be read: Permission denied"),
+              std::string::npos)
+        << refusal();
+  }
+  chmod(folder.path().c_str(), 0700);
+}
+
+#ifdef __x86_64__
+TEST_F(HiveLogsTest, ThatCannotBeReadAreNeverLeftOutInSilence) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  const auto look = [this] {
+    try {
+      HiveFile hive(file());
+      const bool isWhole = hive.replay().state == HiveState::Replayed && keysOf(hive) == 2;
+      if (isWhole || hive.replay().state == HiveState::Unreplayable) {
+        return;
+      }
+    } catch (const machine::MachineError&) {
+      return;
+    }
+    throw std::runtime_error("it seems to be whole");
+  };
+  int failures = 0;
+  CallFailure failure = CallFailure::Done;
+  for (int call = 0; failure != CallFailure::NoSuchCall; ++call) {
+    bool seemsWhole = false;
+    failure = failCall(
+        call, EIO, [] {}, look, seemsWhole);
+    EXPECT_FALSE(seemsWhole) << call;
+    failures += failure == CallFailure::Done ? 1 : 0;
+  }
+  EXPECT_GT(failures, 10);
+}
+#endif
 
 TEST_F(HiveLogsTest, CanBeLeftAloneAndThenTheHiveIsNotWritten) {
   isRead(HiveState::LeftAsIs, 1, LogUse::LeaveAlone);
@@ -228,9 +282,35 @@ TEST_F(PendingTransactions, AreInTheFolderOfThoseOfTheMachine) {
   EXPECT_NE(refusal().find("{1-2}.TxR.0.REGTRANS-MS"), std::string::npos);
 }
 
+TEST_F(PendingTransactions, AreInNoFileWithTheNameOfThatFolder) {
+  folder.write("TxR", "x");
+  isRead(HiveState::Replayed, 2);
+  EXPECT_EQ(refusal(), "");
+}
+
+TEST_F(PendingTransactions, MayBeInAFolderThatCannotBeRead) {
+  std::filesystem::create_directory(folder.path() / "TxR");
+  EXPECT_EQ(refusal(), "");
+  chmod((folder.path() / "TxR").c_str(), 0);
+  chmod(folder.path().c_str(), 0755);
+  chmod(file().c_str(), 0644);
+  {
+    const OrdinaryUser user;
+    isRead(HiveState::Replayed, 2);
+    EXPECT_NE(refusal().find("transactions may wait in " + folder.path().string() + "/TxR;"),
+              std::string::npos)
+        << refusal();
+  }
+  chmod((folder.path() / "TxR").c_str(), 0700);
+}
+
 TEST_F(PendingTransactions, MayBeInWhatCannotBeLookedAt) {
   ASSERT_EQ(mkfifo((folder.path() / "SYSTEM{1-2}.regtrans-ms").c_str(), 0600), 0);
   EXPECT_NE(refusal().find("SYSTEM{1-2}.regtrans-ms"), std::string::npos);
+  std::filesystem::remove(folder.path() / "SYSTEM{1-2}.regtrans-ms");
+  const TemporaryFolder elsewhere;
+  std::filesystem::create_symlink(elsewhere.path(), folder.path() / "TXR");
+  EXPECT_NE(refusal().find("/TXR;"), std::string::npos) << refusal();
 }
 
 }  // namespace

@@ -2,7 +2,12 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <stdexcept>
+
+#include "machine/KilledProcess.h"
 #include "machine/OfflineDiskFixture.h"
+#include "machine/OrdinaryUser.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -20,7 +25,13 @@ class HibernationTest : public OfflineDiskTest {
     disk.write(name, start + std::string(4096, '\0'));
   }
 
-  [[nodiscard]] bool isHibernated() const { return machine::isHibernated(disk.path()); }
+  // Why the disk may not be written; the empty text if it may.
+  [[nodiscard]] std::string reason() const {
+    return machine::whyAsleep({.root = disk.path(), .drives = {}, .user = {}}).value_or("");
+  }
+  [[nodiscard]] bool isHibernated() const {
+    return reason().find("Windows is hibernated (") != std::string::npos;
+  }
 };
 
 TEST_F(HibernationTest, TheStartOfTheFileTells) {
@@ -88,6 +99,54 @@ TEST_F(HibernationTest, AFileThatCannotBeReadIsAReasonNotToWrite) {
   ASSERT_EQ(computer->uncleanHives().size(), 1U);
   EXPECT_NE(computer->uncleanHives()[0].find("cannot be told"), std::string::npos);
 }
+
+TEST_F(HibernationTest, ALinkIsNotFollowedAndAReasonNotToWrite) {
+  const TemporaryFolder outside;
+  outside.write("wake", "wake");
+  std::filesystem::create_symlink(outside.path() / "wake", disk.path() / "hiberfil.sys");
+  EXPECT_NE(reason().find("cannot be told"), std::string::npos);
+  std::filesystem::remove(outside.path() / "wake");
+  EXPECT_NE(reason().find("cannot be told"), std::string::npos);
+}
+
+TEST_F(HibernationTest, ADriveWhoseRootCannotBeReadIsAReasonNotToWrite) {
+  const TemporaryFolder other;
+  chmod(disk.path().c_str(), 0755);
+  chmod(other.path().c_str(), 0311);
+  const machine::OfflineDisk both{.root = disk.path(), .drives = {{'D', other.path()}}, .user = {}};
+  {
+    const OrdinaryUser user;
+    const auto line = machine::whyAsleep(both);
+    ASSERT_TRUE(line);
+    EXPECT_NE(line->find(other.path().string() + " cannot be read"), std::string::npos) << *line;
+  }
+  chmod(other.path().c_str(), 0700);
+  EXPECT_EQ(machine::whyAsleep(both), std::nullopt);
+}
+
+#ifdef __x86_64__
+TEST_F(HibernationTest, AnErrorWhereverItIsLookedForIsAReasonNotToWrite) {
+  if (!canBeTraced) {
+    GTEST_SKIP() << "a process under this sanitizer cannot be traced";
+  }
+  sleep("hiberfil.sys", "hibr");
+  const auto look = [this] {
+    if (reason().empty()) {
+      throw std::runtime_error("it seems to be awake");
+    }
+  };
+  int failures = 0;
+  CallFailure failure = CallFailure::Done;
+  for (int call = 0; failure != CallFailure::NoSuchCall; ++call) {
+    bool seemsAwake = false;
+    failure = failCall(
+        call, EIO, [] {}, look, seemsAwake);
+    EXPECT_FALSE(seemsAwake) << call;
+    failures += failure == CallFailure::Done ? 1 : 0;
+  }
+  EXPECT_GT(failures, 3);
+}
+#endif
 
 TEST_F(HibernationTest, AStoppedSaveIsNotEndedWhereWindowsSleeps) {
   disk.write("zelvreg-saving.txt", "Windows/System32/config/SOFTWARE");

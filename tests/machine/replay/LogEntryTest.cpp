@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "LogMaker.h"
+#include "machine/base/MachineError.h"
 #include "machine/replay/Marvin32.h"
 
 namespace zelvreg::machine {
@@ -82,6 +83,42 @@ TEST(LogEntry, GivesItsPagesWithTheirPlaces) {
              std::string(1, std::to_integer<char>(page.back())) + " ";
   });
   EXPECT_EQ(pages, "4096+8192a 16384+4096b ");
+}
+
+// A log lies in memory as its file is, and another program may write that.
+TEST(LogEntry, GivesNoPageBesideItsOwnWhateverIsWrittenMeanwhile) {
+  constexpr std::size_t firstPlace = 40;
+  for (const auto& [at, number] :
+       std::initializer_list<std::pair<std::size_t, std::uint32_t>>{{firstPlace, 0x4000},
+                                                                    {firstPlace, 0xFFFFF000},
+                                                                    {firstPlace + 4, 0x3000},
+                                                                    {firstPlace + 4, 0xFFFFF000},
+                                                                    {firstPlace + 12, 0x1001}}) {
+    std::string bytes = bench::entryBytes(sample());
+    const auto entry = entryAt(bytesOf(bytes), 0);
+    ASSERT_TRUE(entry);
+    putWord(bytes, at, number);
+    EXPECT_THROW(entry->forEachPage([&](std::uint64_t offset, LogBytes page) {
+      EXPECT_LE(offset + page.size(), entry->binsSize);
+    }),
+                 MachineError)
+        << at << " " << number;
+  }
+}
+
+TEST(BitmapLog, GivesNoMorePagesThanItHadWhateverIsWrittenMeanwhile) {
+  std::string hive(0x2000, '\0');
+  hive.replace(0, 4, "regf");
+  putWord(hive, 40, 0x1000);
+  std::string bytes = bench::bitmapLogBytes(hive, {{0, std::string(512, 'a')}}, {11, 1, 1});
+  const auto base = soundBaseBlock(bytesOf(bytes));
+  ASSERT_TRUE(base);
+  const auto log = bitmapLog(bytesOf(bytes), *base);
+  ASSERT_TRUE(log);
+  bytes[hiveFormat::baseBlockSize + 4] = '\x03';
+  int pages = 0;
+  EXPECT_THROW(log->forEachPage([&pages](std::uint64_t, LogBytes) { ++pages; }), MachineError);
+  EXPECT_EQ(pages, 1);
 }
 
 TEST(LogEntry, IsGoodOnlyWithTrueHashes) {

@@ -149,6 +149,20 @@ TEST_F(ReplayRules, WithoutItsBaseBlockAHiveTakesItsLastLogAlone) {
   EXPECT_EQ(textWith({log(0xFFFFFFF0U, "first"), log(2, "after")}), "after");
 }
 
+// Only an entry says how long the hive is.
+TEST_F(ReplayRules, TheBaseBlockOfALogMakesTheHiveNoLonger) {
+  stopped[100] = static_cast<char>(stopped[100] ^ 1);
+  for (const std::uint32_t size : {wordAt(hive, 40) + 0x5000, 0xFFFFF000U, 0U}) {
+    std::string larger = hive;
+    putWord(larger, 40, size);
+    const Replay done =
+        replay(stopped, {bench::newLogHead(larger, 10) + bench::entryBytes(entry(10, "first"))});
+    EXPECT_EQ(textOf(done), "first");
+    EXPECT_EQ(imageOf(done).size(), stopped.size());
+    EXPECT_EQ(wordAt(imageOf(done), 40), wordAt(hive, 40));
+  }
+}
+
 TEST_F(ReplayRules, NewLogsCountAloneWhereThereAreOldOnes) {
   const std::string old = bench::bitmapLogBytes(stopped, {{0, next.substr(page, 512)}}, {11, 1, 1});
   EXPECT_EQ(textWith({old}), "first");

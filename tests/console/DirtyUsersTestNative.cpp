@@ -43,7 +43,8 @@ class DirtyUsersTest : public SeveralUsersTest {
       const std::string file = hive["file"];
       EXPECT_TRUE(all.emplace(fs::relative(file, disk.path()).string(), hive["state"]).second)
           << file;
-      EXPECT_EQ(hive["why"] == "", hive["state"] != "unreplayable") << hive;
+      const std::string why = hive["why"];
+      EXPECT_EQ(why.empty(), hive["state"] != "unreplayable") << hive;
       EXPECT_EQ(hive["pages"] > 0, hive["state"] == "replayed") << hive;
     }
     return all;

@@ -191,5 +191,32 @@ TEST_F(UsersApartTest, ANameInTheListCanNeitherBreakALineNorBeAFormula) {
   EXPECT_TRUE(users.contains("=cmd()") && users.contains("@a,b") && users.contains(rightToLeft));
 }
 
+// A list of profiles may hold any text.
+TEST_F(UsersApartTest, ANameWithQuotesLinesAndHalfCharactersStaysOneCell) {
+  const fixture::TemporaryFolder folder;
+  const std::string dead = std::string("\\") + run + "]\n\"Gone\"=\"C:\\\\gone.exe\"\n";
+  // C:\+"a, a line feed, b and half a character.
+  folder.write("registry.reg",
+               std::string("Windows Registry Editor Version 5.00\n\n[HKEY_USERS\\") + bertSid +
+                   dead +
+                   "\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\"
+                   "ProfileList\\" +
+                   bertSid +
+                   "]\n\"ProfileImagePath\"=hex(1):43,00,3a,00,5c,00,2b,00,22,00,61,00,0a,00,62,00,"
+                   "00,d8,00,00\n");
+  folder.write("C/Windows/System32/kernel32.dll", "");
+  const auto scan = [&](const std::string& form) {
+    onMachine(folder.path().string(), {"scan", "--user", "all", "--only", "startup", form});
+    return out.str();
+  };
+  EXPECT_NE(scan("--json").find("\"user\": \"+\\\"a\\nb\\ud800\""), std::string::npos) << out.str();
+  EXPECT_NE(out.str().find("\"total\": 1"), std::string::npos) << out.str();
+  const std::string csv = scan("--csv");
+  EXPECT_NE(csv.find(",\"'+\"\"a\nb"), std::string::npos) << csv;
+  onMachine(folder.path().string(), {"scan", "--user", "all", "--only", "startup"});
+  EXPECT_EQ(out.str().find("a\nb"), std::string::npos) << out.str();
+  EXPECT_EQ(error.str().find("a\nb"), std::string::npos) << error.str();
+}
+
 }  // namespace
 }  // namespace zelvreg::console

@@ -75,7 +75,6 @@ TEST_F(ImageCommandsTest, WhatWritesSaysWhere) {
                              {"undo", "restore-export", path("export.reg")},
                              {"exclude", "add", R"(HKEY_LOCAL_MACHINE\Software\More)"},
                              {"exclude", "remove", "1", "--yes"},
-                             {"languages", "use", "german"},
                              {"w4"},
                              {"w4-c4"}}) {
     const std::string name = words.front() + " " + words.back();
@@ -103,8 +102,6 @@ TEST_F(ImageCommandsTest, WhatItDoesIsInTheOverlay) {
   into({"exclude", "remove", "1", "--yes"});
   EXPECT_EQ(printed("new", {"exclude", "list"}).find("Other"), std::string::npos);
   EXPECT_NE(printed("disk", {"exclude", "list"}).find("Other"), std::string::npos);
-  into({"languages", "use", "german"});
-  EXPECT_NE(printed("new", {"languages"}).find("*  german"), std::string::npos);
   into({"undo", "restore", "1"});
   EXPECT_EQ(onImage("new", {"scan", "--quiet", "--only", "startup"}), 1);
 }

@@ -1,6 +1,9 @@
 // Images of which no Windows can be mounted; the Windows program takes no image.
 #include <sys/stat.h>
 
+#include <array>
+#include <cstring>
+
 #include "images/ImageFixture.h"
 
 namespace zelvreg::fixture {
@@ -69,6 +72,61 @@ TEST_F(ImageRefusalTest, AnEncryptedImageIsNamedWithTheWayToACopy) {
   ASSERT_TRUE(run({"qemu-img", "convert", "--object", "secret,id=key,file=" + path("word"),
                    "--image-opts", way + path("qcow2"), "-O", "qcow2", path("copy")}));
   EXPECT_EQ(onImage("copy", {"scan", "--quiet", "--only", "startup"}), 0) << error.str();
+}
+
+// As vhdx sums its headers and its log.
+std::uint32_t castagnoli(const std::string& bytes) {
+  std::uint32_t sum = 0xFFFFFFFF;
+  for (const char byte : bytes) {
+    sum ^= static_cast<unsigned char>(byte);
+    for (int bit = 0; bit < 8; ++bit) {
+      sum = sum >> 1 ^ ((sum & 1) != 0 ? 0x82F63B78 : 0);
+    }
+  }
+  return ~sum;
+}
+
+// Puts numbers of these many bytes into a page of vhdx, and then its sum.
+std::string vhdxPage(std::string page,
+                     const std::vector<std::array<std::uint64_t, 3>>& placesSizesNumbers) {
+  for (const auto& [place, size, number] : placesSizesNumbers) {
+    std::memcpy(page.data() + place, &number, size);
+  }
+  page.replace(4, 4, std::string(4, '\0'));
+  const std::uint32_t sum = castagnoli(page);
+  std::memcpy(page.data() + 4, &sum, sizeof sum);
+  return page;
+}
+
+TEST_F(ImageRefusalTest, AnImageWithALogIsNamedWithTheWayToACopy) {
+  constexpr std::size_t pageSize = 4096;
+  makeDisk("whole", {{1, windows({R"(C:\gone\a.exe)"})}});
+  convert("whole", "vhdx", "disk");
+  const std::string before = folder.read("disk");
+  for (const std::size_t header : {0x10000U, 0x20000U}) {
+    put("disk", header, vhdxPage(before.substr(header, pageSize), {{48, 8, 1}, {56, 8, 2}}));
+  }
+  std::uint64_t log = 0;
+  std::memcpy(&log, before.data() + 0x10000 + 72, sizeof log);
+  // One entry, which says that a page of the log itself is empty.
+  const std::uint64_t size = before.size();
+  std::string entry = "loge" + std::string(60, '\0') + "zero";
+  entry.resize(pageSize);
+  put("disk", log,
+      vhdxPage(entry, {{8, 4, pageSize},
+                       {16, 8, 1},
+                       {24, 4, 1},
+                       {32, 8, 1},
+                       {40, 8, 2},
+                       {48, 8, size},
+                       {56, 8, size},
+                       {72, 8, pageSize},
+                       {80, 8, log + pageSize},
+                       {88, 8, 1}}));
+  expectRefusal("disk", {}, {"holds changes in a log", "qemu-img check -r all COPY"});
+  std::filesystem::copy_file(path("disk"), path("copy"));
+  ASSERT_TRUE(run({"qemu-img", "check", "-q", "-r", "all", path("copy")}));
+  EXPECT_EQ(onImage("copy", {"scan", "--quiet", "--only", "startup"}), 1) << error.str();
 }
 
 TEST_F(ImageRefusalTest, ADynamicDiskIsNamed) {

@@ -83,6 +83,28 @@ TEST_F(ImageScanTest, DrivesOfAGuidTableHaveTheLettersOfTheirWindows) {
   expectLetters("disk");
 }
 
+// Two letters for one partition, letters of the Windows itself, and what is no letter.
+TEST_F(ImageScanTest, WhateverStandsAmongTheLettersTheOthersHold) {
+  std::string mark = bytesOf({0x78, 0x56, 0x34, 0x12});
+  const std::uint64_t offset = startOf(2) * sector;
+  mark.append(reinterpret_cast<const char*>(&offset), sizeof offset);
+  const std::map<char, std::string> devices{{'D', mark},
+                                            {'E', mark},
+                                            {'C', mark},
+                                            {'/', mark},
+                                            {'1', mark},
+                                            {'F', ""},
+                                            {'G', std::string(100'000, '\xFF')},
+                                            {'H', mark.substr(0, 11)}};
+  makeDisk("disk", "label: dos\nlabel-id: 0x12345678\n" + entry(1, "type=7") + entry(2, "type=7"),
+           {{1, windows({R"(D:\tools\there.exe)", R"(E:\gone\e.exe)", R"(C:\tools\there.exe)",
+                         R"(F:\gone\f.exe)", R"(G:\gone\g.exe)", R"(H:\gone\h.exe)"},
+                        devices)},
+            {2, files}});
+  EXPECT_EQ(onImage("disk", {"scan", "--json", "--only", "startup"}), 1) << error.str();
+  EXPECT_EQ(found(), (Found{{"e.exe", "sure"}, {"there.exe", "sure"}}));
+}
+
 TEST_F(ImageScanTest, AGivenDriveGoesBeforeThatOfTheImage) {
   const TemporaryFolder other;
   other.write("gone/b.exe", "");

@@ -39,7 +39,7 @@ std::vector<UsableLog> usableLogs(std::span<const LogBytes> logs) {
   std::vector<UsableLog> usable;
   for (const LogBytes& log : logs) {
     const auto base = soundBaseBlock(log);
-    if (base && log.size() <= largest && base->firstSequence == base->secondSequence) {
+    if (base && base->firstSequence == base->secondSequence) {
       usable.push_back({log, *base});
     }
   }

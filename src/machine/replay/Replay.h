@@ -38,9 +38,9 @@ struct Replay {
 // Whether a hive, given with all its bytes, needs what is in its logs.
 bool needsLogs(std::span<const std::byte> hive);
 
-// Of a hive that needs them. The logs stand in the order of their names. Neither a result nor a log
-// may be larger than 2 GiB. What they lead to has bins that follow each other; more is not known of
-// it.
+// Of a hive that needs them. The logs stand in the order of their names. A result is no larger
+// than 2 GiB; of a log only what it holds counts, not how long it is. What they lead to has bins
+// that follow each other; more is not known of it.
 Replay replayLogs(std::span<const std::byte> hive,
                   std::span<const std::span<const std::byte>> logs);
 

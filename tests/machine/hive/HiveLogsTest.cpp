@@ -118,6 +118,12 @@ TEST_F(HiveLogsTest, ThatCannotBeTakenOverLeaveTheHiveAsItIs) {
   EXPECT_TRUE(isBehindItsLogs(HiveFile(file())));
 }
 
+// One that was left out would take the newest entries with it.
+TEST_F(HiveLogsTest, AreTakenOverHoweverLongTheyAre) {
+  std::filesystem::resize_file(folder.path() / "SYSTEM.LOG1", std::uintmax_t{1} << 32);
+  isRead(HiveState::Replayed, 2);
+}
+
 TEST_F(HiveLogsTest, ThatAreNoFilesAreNamedAndNobodyWaits) {
   std::filesystem::remove(folder.path() / "SYSTEM.LOG2");
   ASSERT_EQ(mkfifo((folder.path() / "SYSTEM.LOG2").c_str(), 0600), 0);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "controls/PaintBuffer.h"
@@ -6,6 +7,33 @@
 #include "desktop/IconPicture.h"
 
 namespace zelvreg::desktop {
+namespace {
+
+int CALLBACK noteFont(const LOGFONTW* /*font*/, const TEXTMETRICW* /*metrics*/, DWORD /*type*/,
+                      LPARAM isFound) {
+  *reinterpret_cast<bool*>(isFound) = true;
+  return 0;
+}
+
+bool isInstalled(const std::string& name) {
+  LOGFONTW wanted{};
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  const std::u16string wide = utf16(name).substr(0, LF_FACESIZE - 1);
+  std::ranges::copy(wide, std::begin(wanted.lfFaceName));
+  bool isFound = false;
+  const controls::WindowContext screen(nullptr);
+  EnumFontFamiliesExW(screen.get(), &wanted, noteFont, reinterpret_cast<LPARAM>(&isFound), 0);
+  return isFound;
+}
+
+// In place of a font that is not installed the system takes one that may lack other scripts, which
+// it adds to its own font.
+std::string faceFor(const std::string& name) {
+  const Font usual;
+  return name == usual.name || isInstalled(name) ? name : usual.name;
+}
+
+}  // namespace
 
 void Desk::setResolution(int resolution) {
   dpi = resolution;
@@ -17,9 +45,12 @@ HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
   const bool bold = isBold || font.isBold;
   auto known = fonts.find(std::tuple<std::string_view, double, bool>(font.name, size, bold));
   if (known == fonts.end()) {
-    auto made = controls::makeFont(
-        {.name = font.name, .size = size, .isBold = bold, .isItalic = false, .isUnderlined = false},
-        dpi);
+    auto made = controls::makeFont({.name = faceFor(font.name),
+                                    .size = size,
+                                    .isBold = bold,
+                                    .isItalic = false,
+                                    .isUnderlined = false},
+                                   dpi);
     known = fonts.emplace(FontKey(font.name, size, bold), std::move(made)).first;
   }
   return known->second.get();

@@ -25,10 +25,12 @@ void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colors
   const double right = left + mark.length;
   const double bottom = top + mark.length;
   const double radius = mark.isRound ? mark.length / 2.0 : mark.length / 5.0;
-  const Rgb edge = colors[!mark.isEnabled ? Tone::Disabled
-                          : mark.isOn     ? Tone::Mark
-                                          : Tone::MarkEdge];
-  const Rgb face = mark.isOn && !mark.isRound ? edge : colors[Tone::Surface];
+  const Rgb edge = colors[!mark.isEnabled                                 ? Tone::Disabled
+                          : mark.isOn || mark.isHovered || mark.isPressed ? Tone::Mark
+                                                                          : Tone::MarkEdge];
+  const bool isFilled = mark.isOn && !mark.isRound;
+  const bool isLit = mark.isEnabled && mark.isPressed && !colors.isSystem();
+  const Rgb face = isFilled ? edge : colors[isLit ? Tone::Selected : Tone::Surface];
   canvas.draw(Shape{left, top, right, bottom, radius, 0, face, face});
   canvas.draw(Shape{left, top, right, bottom, radius, 1.2, edge, edge});
   if (!mark.isOn) {

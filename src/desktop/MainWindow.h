@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <chrono>
 #include <initializer_list>
 #include <memory>
@@ -98,6 +99,7 @@ class MainWindow : private ControlPeer {
   void arrangeResultsTitle(int pageWidth);
   void arrangeTexts();
   void arrangeBars();
+  void countCategories();
   ButtonPeer* peerOf(const Button& button);
   LabelPeer* peerOf(const Label& label);
 
@@ -135,6 +137,9 @@ class MainWindow : private ControlPeer {
   using Clock = std::chrono::steady_clock;
   Clock::time_point servedAt;
   Clock::time_point drawnAt;
+  // How many rows each category had when the results last had another number of them.
+  std::array<std::size_t, 16> counts{};
+  std::size_t countedRevision = 0;
   std::vector<BarPeer*> bars;  // others, too
   HWND filter = nullptr;       // the field above the results
   HWND lastFocus = nullptr;    // while another window is active

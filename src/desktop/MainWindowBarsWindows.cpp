@@ -24,23 +24,34 @@ void MainWindow::addBars() {
   }
 }
 
-// Counting them takes as long as many rows; while a scan adds some, nobody sees it.
+// It takes milliseconds for many rows.
+void MainWindow::countCategories() {
+  if (countedRevision != form.View2.revision()) {
+    counts = countByCategory(form);
+    countedRevision = form.View2.revision();
+  }
+}
+
+// While a scan adds rows, nobody sees them.
 void MainWindow::arrangeBars() {
-  const bool canShow = form.View2.count() > 0 && form.View2.selectedCount() == 0 &&
-                       !form.Gif89a1.visible && form.safeguards != asDescribed();
-  const auto counts = canShow ? countByCategory(form) : decltype(countByCategory(form)){};
-  const std::size_t longest = *std::ranges::max_element(counts);
+  const bool canShow =
+      form.View2.selectedCount() == 0 && !form.Gif89a1.visible && form.safeguards != asDescribed();
+  if (canShow) {
+    countCategories();
+  }
+  const std::size_t longest = canShow ? *std::ranges::max_element(counts) : 0;
   std::size_t place = 0;
   for (std::size_t index = 0; index < bars.size(); ++index) {
     Button& bar = form.CategoryBars[index];
-    if (counts[index] > 0) {
+    const bool isShown = canShow && counts[index] > 0;
+    if (isShown) {
       put(bar, barPlace(place++));
       bars[index]->show({.name = form.View1.text(index + 1, 0),
                          .count = counts[index],
                          .longest = longest,
                          .isChosen = form.filterPass.category == index + 1});
     }
-    show(bar, counts[index] > 0);
+    show(bar, isShown);
   }
   const bool hasDetails = longest == 0;
   for (Control* detail :

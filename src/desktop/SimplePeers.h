@@ -136,6 +136,7 @@ class CheckPeer : public Peer {
   void paint();
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
+  void setHovered(bool is);
   [[nodiscard]] bool isOn() const;
 
   CheckBox* box = nullptr;
@@ -143,6 +144,7 @@ class CheckPeer : public Peer {
   std::string marked;
   std::function<void()> onChoose;
   Tone ground;
+  bool isHovered = false;
 };
 
 // A one-line text that the user types.

@@ -14,7 +14,7 @@ namespace zelvreg::desktop {
 // order, in both directions.
 class StepwiseSort {
  public:
-  StepwiseSort(std::size_t count, bool isDescending);
+  StepwiseSort(std::size_t rows, bool descending);
 
   // Does that many steps, or fewer if it is done before: whether it is. A step takes the key of one
   // row, or moves one row.

@@ -109,7 +109,9 @@ void CheckPeer::paint() {
                          .length = length,
                          .isOn = isOn(),
                          .isRound = option != nullptr,
-                         .isEnabled = control().enabled};
+                         .isEnabled = control().enabled,
+                         .isHovered = isHovered,
+                         .isPressed = (SendMessageW(hwnd(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0};
     drawCheckMark(canvas, mark, desk().colors);
     RECT place{length + desk().pixels(besideMark), 0, buffer.size().width, height};
     const controls::Selection selected(buffer.dc(), desk().font(control().font));
@@ -125,6 +127,13 @@ void CheckPeer::paint() {
   });
 }
 
+void CheckPeer::setHovered(bool is) {
+  if (isHovered != is) {
+    isHovered = is;
+    repaint();
+  }
+}
+
 LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                       UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<CheckPeer*>(reference);
@@ -137,6 +146,15 @@ LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     case WM_PAINT:
       peer->paint();
       return 0;
+    case WM_MOUSEMOVE: {
+      TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, hwnd, 0};
+      TrackMouseEvent(&request);
+      peer->setHovered(true);
+      break;
+    }
+    case WM_MOUSELEAVE:
+      peer->setHovered(false);
+      break;
     case BM_SETSTATE:
     case BM_SETCHECK:
     case WM_SETFOCUS:

@@ -140,9 +140,7 @@ def a_hundred_thousand_findings_are_filtered_and_sorted(scene):
                window.list(ROWS_LIST).rows[-1]["cells"][-1] == "Finished", seconds=120)
     # To look at all of them again would take minutes here.
     screen.press("Cancel")
-    screen.see("so many are implausible", lambda box: box.says("This is implausible"), BOX, 60)
-    screen.press("OK", BOX)
-    screen.see("the results", lambda window: window.says(RESULTS), seconds=60)
+    screen.see_results()
     screen.picture("found")
     screen.display.keys("ctrl+f")
     screen.display.type("gone 99999")

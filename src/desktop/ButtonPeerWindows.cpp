@@ -129,6 +129,11 @@ void ButtonPeer::setRole(ButtonRole newRole) {
   }
 }
 
+void ButtonPeer::setIcon(const char* iconKey) {
+  icon = iconKey;
+  showLook();
+}
+
 void ButtonPeer::setPrimary(bool isPrimary) {
   isNext = isPrimary;
   chameleon.set(&ButtonProperties::ButtonType, isPrimary ? flat : styleFor(role));

@@ -56,7 +56,24 @@ struct Place {
   int top;
   int width;
   int height;
+
+  bool operator==(const Place&) const = default;
 };
+
+// By how much the window is larger than in the layout, in pixels at 96 dpi.
+struct Growth {
+  int width = 0;
+  int height = 0;
+};
+
+// What a control does when what it is in grows to the right or downwards.
+enum class Follows : std::uint8_t { No, Moves, Stretches };
+struct Anchors {
+  Follows across = Follows::No;
+  Follows down = Follows::No;
+};
+
+Place placeIn(const Place& place, const Anchors& anchors, const Growth& growth);
 
 // `parent` is null for a control on the window itself.
 struct LabelPlace {
@@ -64,6 +81,7 @@ struct LabelPlace {
   Frame* (*parent)(Form42& form);
   Place place;
   LabelLook look;
+  Anchors anchors = {};
 };
 
 struct ButtonPlace {
@@ -72,6 +90,7 @@ struct ButtonPlace {
   Place place;
   ButtonRole role;
   const char* icon;
+  Anchors anchors = {};
 };
 
 struct FramePlace {
@@ -79,6 +98,14 @@ struct FramePlace {
   Frame* (*parent)(Form42& form);
   Place place;
   bool isCard;  // a white panel with an edge
+  Anchors anchors = {};
+};
+
+// A control without a look of its own in the layout.
+struct ControlPlace {
+  Control& (*control)(Form42& form);
+  Place place;
+  Anchors anchors = {};
 };
 
 // The resolution at which the window is shown on a screen with that resolution: the same, or the
@@ -89,12 +116,20 @@ int fittingResolution(int resolution, int areaWidth, int areaHeight);
 std::span<const FramePlace> framePlaces();
 std::span<const LabelPlace> labelPlaces();
 std::span<const ButtonPlace> buttonPlaces();
+std::span<const ControlPlace> controlPlaces();
 
 // Gives a control its place in its parent.
 void put(Control& control, const Place& place);
 
-// Gives every control of the form its place, and hides what the window does not show.
+// Gives every control of the form its place in a window of the layout's size, and hides what the
+// window does not show.
 void layOut(Form42& form);
+
+// How far the form's window is larger than in the layout. A smaller one counts as equal.
+Growth growthOf(const Form42& form);
+
+// Gives those controls new places that follow the size of the window.
+void followSize(Form42& form);
 
 // The place of a bar of the counts by category on their panel, the first being 0. There is room for
 // sixteen.
@@ -104,7 +139,7 @@ Place barPlace(std::size_t number);
 // an older form. The list takes the room that the page has, so that all rows can be seen; during a
 // scan it makes room for the progress.
 Place categoryListPlace(const Form42& form);
-Place progressPanelPlace();
+Place progressPanelPlace(const Form42& form);
 
 }  // namespace zelvreg::desktop
 

@@ -102,6 +102,21 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row)
 
 void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row,
                             std::size_t column, RECT cell) const {
+  cell.left += cellInset(row, column);
+  cell.right -= desk().pixels(6);
+  if (const controls::Picture icon =
+          desk().icon(list.reportIcon(row, column), iconLength, iconTone(row))) {
+    buffer.canvas().draw(*icon, cell.left - desk().pixels(iconPitch),
+                         (cell.bottom - icon->height) / 2);
+  }
+  const CellStyle style = list.cellStyle(row, column);
+  const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
+  const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
+  drawText(buffer.dc(), utf16(cellText(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
+           cellColor(row, column));
+}
+
+int ListViewPeer::cellInset(std::size_t row, std::size_t column) const {
   const bool isFirst = column == 0;
   int left = cellMargin;
   if (isFirst && options.hasIcons) {
@@ -109,20 +124,8 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   } else if (isFirst && options.hasChecks) {
     left = besideCheck;
   }
-  cell.left += desk().pixels(left);
-  cell.right -= desk().pixels(6);
-  const std::string& statusIcon = list.reportIcon(row, column);
-  if (!statusIcon.empty()) {
-    if (const controls::Picture icon = desk().icon(statusIcon, iconLength, iconTone(row))) {
-      buffer.canvas().draw(*icon, cell.left, (cell.bottom - icon->height) / 2);
-    }
-    cell.left += desk().pixels(iconPitch);
-  }
-  const CellStyle style = list.cellStyle(row, column);
-  const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
-  const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), utf16(cellText(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
-           cellColor(row, column));
+  return desk().pixels(left) +
+         (list.reportIcon(row, column).empty() ? 0 : desk().pixels(iconPitch));
 }
 
 // In pixels at 96 dpi.

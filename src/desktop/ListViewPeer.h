@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "controls/PaintBuffer.h"
+#include "desktop/CellTip.h"
 #include "desktop/Peer.h"
 #include "desktop/RowOrder.h"
 #include "desktop/ScrollCover.h"
@@ -29,7 +30,8 @@ struct ListOptions {
   bool hasMarks = false;  // between tick and icon
   bool selectsSeveral = false;
   bool canBeSorted = false;  // by a click on a heading, or Ctrl and the number of the column
-  // Pixels at 96 dpi, in the order of the columns; the last takes what is left.
+  // Pixels at 96 dpi, in the order of the columns; the last takes what is left, and at least that
+  // much. A column of width 0 is hidden.
   std::vector<int> columnWidths;
 };
 
@@ -57,6 +59,12 @@ class ListViewPeer : public Peer {
   // empty text for none. The list is drawn again when its rows change, not when these do.
   std::function<std::string(std::size_t row)> markOf;
   std::function<std::string(std::size_t row)> tipOf;
+  // Widths of the columns that the user has given them, in pixels at 96 dpi, 0 for a last column
+  // that takes what is left; and a call when the user changes them. Both may be empty.
+  void useColumnWidths(std::vector<int> wanted);
+  std::function<void(const std::vector<int>& widths)> onColumns;
+  // What is told of a cell, counted from 0: its whole text if it is cut, and then the row's tip.
+  [[nodiscard]] std::u16string tipText(int item, int column) const;
   // Instead of the control's own place; may be empty.
   std::function<Place()> placeOf;
   // The name that a screen reader reads, and a cell as the user reads it, where the list holds
@@ -81,6 +89,7 @@ class ListViewPeer : public Peer {
     bool rows = false;
     bool selection = false;
     bool columns = false;
+    bool widths = false;
     std::size_t inView = 0;
     // Rows that the user has highlighted: whether the first was clicked, and the last of the
     // others.
@@ -94,6 +103,9 @@ class ListViewPeer : public Peer {
   void followScrolling() const;
   void showSelection();
   void clearSelection();
+
+  // The columns: as wide as the user wants them. The user drags the line behind one, or clicks it
+  // twice.
   void fitColumns();
   void followRows();
   [[nodiscard]] std::size_t rowOf(int item) const;  // 0 for none
@@ -103,10 +115,15 @@ class ListViewPeer : public Peer {
   void sortByShownColumn(std::size_t position);
   void continueSorting();
   void showOrder(std::size_t focused);
+  std::optional<LRESULT> headerNotice(NMHEADERW& told);
+  void setColumnWidth(std::size_t column, int pixels);
+  [[nodiscard]] int fittingWidth(std::size_t column) const;
+  [[nodiscard]] int cellWidth(std::size_t row, std::size_t column) const;
+  // What a cell keeps free to the left of its text.
+  [[nodiscard]] int cellInset(std::size_t row, std::size_t column) const;
 
   [[nodiscard]] std::string cellText(std::size_t row, std::size_t column) const;
   void giveItem(LVITEMW& item) const;
-  void giveTip(const NMLVGETINFOTIPW& request) const;
   [[nodiscard]] LRESULT findItem(const NMLVFINDITEMW& search) const;
   void itemChanged(const NMLISTVIEW& change);
   void itemsHighlighted(std::size_t firstItem, std::size_t lastItem, bool are);
@@ -142,6 +159,9 @@ class ListViewPeer : public Peer {
   HWND header = nullptr;
   std::unique_ptr<ScrollCover> upright;
   std::unique_ptr<ScrollCover> level;
+  std::unique_ptr<CellTip> tip;
+  std::vector<int> widths;
+  bool isDragging = false;  // then the columns are the user's
   HIMAGELIST rowHeights = nullptr;
   Stale stale;
   bool isShowing = false;  // then we ourselves cause the notifications

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "controls/TipColors.h"
 #include "controls/Units.h"
 
 namespace zelvreg::desktop {
@@ -28,22 +27,26 @@ void giveText(const std::string& text, LPWSTR place, int room) {
 
 ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
                            ListOptions listOptions)
-    : Peer(sharedDesk, shownList), list(shownList), options(std::move(listOptions)) {
+    : Peer(sharedDesk, shownList),
+      list(shownList),
+      options(std::move(listOptions)),
+      widths(options.columnWidths) {
+  widths.back() = 0;
   const DWORD selection = options.selectsSeveral ? 0 : LVS_SINGLESEL;
   own(makeChild(parent, WC_LISTVIEWW,
                 WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS |
                     LVS_SHAREIMAGELISTS | selection |
                     (options.canBeSorted ? 0 : LVS_NOSORTHEADER)));
   const DWORD checks = options.hasChecks ? LVS_EX_CHECKBOXES : 0;
-  const DWORD tips = options.hasMarks ? LVS_EX_INFOTIP : 0;
-  ListView_SetExtendedListViewStyle(hwnd(),
-                                    LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks | tips);
+  ListView_SetExtendedListViewStyle(hwnd(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks);
   ListView_SetCallbackMask(hwnd(), options.hasChecks ? LVIS_STATEIMAGEMASK : 0);
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   colorBorder(hwnd(), desk());
   upright = std::make_unique<ScrollCover>(desk(), hwnd(), ScrollSide::Right);
   level = std::make_unique<ScrollCover>(desk(), hwnd(), ScrollSide::Bottom);
   header = ListView_GetHeader(hwnd());
+  tip = std::make_unique<CellTip>(desk(), hwnd());
+  tip->textOf = [this](int item, int column) { return tipText(item, column); };
   SetWindowSubclass(header, headerProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
     LVCOLUMNW description{};
@@ -88,8 +91,7 @@ void ListViewPeer::showLook() {
   }
   ListView_SetBkColor(hwnd(), controls::colorRef(desk().color(Tone::Surface)));
   InvalidateRect(header, nullptr, FALSE);
-  controls::colorTip(ListView_GetToolTips(hwnd()), desk().color(Tone::Surface),
-                     desk().color(Tone::Text));
+  tip->showLook();
   upright->repaint();
   level->repaint();
 }
@@ -101,28 +103,6 @@ void ListViewPeer::showPlace() {
     Peer::showPlace();
   }
   fitColumns();
-}
-
-void ListViewPeer::fitColumns() {
-  // The list takes its scroll bar into account only later.
-  RECT whole{};
-  GetWindowRect(hwnd(), &whole);
-  const int rows =
-      (whole.bottom - whole.top - 2 - desk().pixels(headerHeight)) / std::max(1, rowPixels());
-  const bool isLong = static_cast<int>(order.count()) > rows;
-  int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
-  const std::size_t count = options.columnWidths.size();
-  for (std::size_t column = 0; column < count; ++column) {
-    int width = desk().pixels(options.columnWidths[column]);
-    if (column + 1 == count) {
-      width = std::max(width, left);
-    }
-    left -= width;
-    // Setting it draws the whole list again.
-    if (ListView_GetColumnWidth(hwnd(), static_cast<int>(column)) != width) {
-      ListView_SetColumnWidth(hwnd(), static_cast<int>(column), width);
-    }
-  }
 }
 
 void ListViewPeer::showRows(Change what, std::size_t row) {
@@ -170,6 +150,9 @@ void ListViewPeer::catchUp() {
       onRows();
     }
   } else {
+    if (changes.widths) {
+      fitColumns();
+    }
     for (const std::size_t row : changes.single) {
       if (const int item = itemOf(row); item >= 0) {
         ListView_RedrawItems(hwnd(), item, item);
@@ -201,9 +184,6 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
   switch (told.code) {
     case LVN_GETDISPINFOW:
       giveItem(reinterpret_cast<NMLVDISPINFOW&>(told).item);
-      return 0;
-    case LVN_GETINFOTIPW:
-      giveTip(reinterpret_cast<NMLVGETINFOTIPW&>(told));
       return 0;
     case LVN_ODFINDITEMW:
       return findItem(reinterpret_cast<NMLVFINDITEMW&>(told));
@@ -257,13 +237,6 @@ void ListViewPeer::giveItem(LVITEMW& item) const {
   }
 }
 
-void ListViewPeer::giveTip(const NMLVGETINFOTIPW& request) const {
-  const std::string text = tipOf ? tipOf(rowOf(request.iItem)) : "";
-  if (!text.empty()) {
-    giveText(text, request.pszText, request.cchTextMax);
-  }
-}
-
 LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                          UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<ListViewPeer*>(reference);
@@ -280,6 +253,9 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
     case WM_VSCROLL: {
       const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
       peer->followScrolling();
+      if (message == WM_HSCROLL || message == WM_VSCROLL) {
+        peer->tip->hide();
+      }
       return result;
     }
     case WM_LBUTTONDOWN:
@@ -306,15 +282,24 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
         peer->menuOfKeyboard();
       }
       return 0;
+    case WM_MOUSEMOVE:
+      peer->tip->follow(where);
+      break;
     case WM_NOTIFY: {
       auto& told = *reinterpret_cast<NMHDR*>(lParam);
-      if (told.hwndFrom == peer->header && told.code == NM_CUSTOMDRAW) {
+      if (told.hwndFrom != peer->header) {
+        break;
+      }
+      if (told.code == NM_CUSTOMDRAW) {
         return peer->drawHeader(reinterpret_cast<NMCUSTOMDRAW&>(told));
       }
       // The second of two quick clicks counts like any other.
       if (told.code == HDN_ITEMDBLCLICKW && peer->options.canBeSorted) {
         peer->sortByColumn(static_cast<std::size_t>(reinterpret_cast<NMHEADERW&>(told).iItem));
         return 0;
+      }
+      if (const auto answer = peer->headerNotice(reinterpret_cast<NMHEADERW&>(told))) {
+        return *answer;
       }
       break;
     }

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,9 @@
 #include "desktop/ListViewPeer.h"
 #include "desktop/PicturePeer.h"
 #include "desktop/SimplePeers.h"
+#include "desktop/WindowEdges.h"
 #include "languages/Texts.h"
+#include "shell/WindowMemory.h"
 #include "widgets/Dialogs.h"
 
 namespace zelvreg {
@@ -52,6 +55,24 @@ class MainWindow : private ControlPeer {
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
   void changed(const Control& control, Change what, std::size_t row) override;
 
+  // Size and place. No value for messages that have nothing to do with them.
+  std::optional<LRESULT> handleSize(UINT message, WPARAM wParam, LPARAM lParam);
+  [[nodiscard]] Place leastPlace() const;
+  void placeAt(const Place& place);
+  [[nodiscard]] LRESULT hitAt(POINT onScreen) const;
+  bool isClickOnTitle(WPARAM hit, LPARAM onScreen) const;
+  void seizeEdge(Edge edge);
+  void dragEdge();
+  void limitSize(MINMAXINFO& limits) const;
+  void sizeChanged(WPARAM kind);
+  void showMaximized();
+  void nameMaximize();
+  void showShadow();
+  void restorePlace();
+  void returnToScreen();
+  void notePlace();
+  void keepPlace();
+
   void makeWindow();
   void addFrames();
   void addLabels();
@@ -75,6 +96,7 @@ class MainWindow : private ControlPeer {
   void showColor();
   void showTitleLine();
   void paintGround(HDC context) const;
+  void paintGrip(controls::Canvas& canvas, const RECT& place) const;
   // Puts the size of the main screen into the form, in twips.
   void readScreen();
   void changeResolution(int resolution, const RECT* suggested);
@@ -143,6 +165,17 @@ class MainWindow : private ControlPeer {
   std::vector<BarPeer*> bars;  // others, too
   HWND filter = nullptr;       // the field above the results
   HWND lastFocus = nullptr;    // while another window is active
+  // The edge that the user holds, and where it all began.
+  struct Seized {
+    Edge edge = Edge::None;
+    Place start{};
+    POINT from{};
+  };
+  Seized seized;
+  WindowMemory memory;
+  bool hasOpened = false;
+  bool looksMaximized = false;
+  bool isTelling = false;  // then the window already is as the form is told
   UINT taskBarCreated = 0;
 };
 

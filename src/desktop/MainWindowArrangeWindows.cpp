@@ -25,6 +25,7 @@ void MainWindow::arrangeLater() {
 
 void MainWindow::arrange() {
   giveAccessKeys();
+  nameMaximize();
   arrangeCommandBar();
   arrangeRows();
   arrangeTexts();
@@ -83,7 +84,7 @@ void MainWindow::arrangeCommandBar() {
     wanted += widths.back();
     spare += widths.back() - peer.narrowestWidth();
   }
-  const int room = desk.pixels(windowWidth) - 2 * margin - 4 * gap - 3 * groupGap;
+  const int room = desk.fromTwips(form.window.width) - 2 * margin - 4 * gap - 3 * groupGap;
   const int missing = std::clamp(wanted - room, 0, std::max(0, spare));
   std::vector<int> lines;
   int left = margin;
@@ -165,8 +166,9 @@ void MainWindow::arrangeTexts() {
     value.left = desk.toTwips(left);
     value.width = std::max(0, end * twipsPerPixel - desk.toTwips(left));
   };
-  follow(form.Label2[3], form.Label3, 680);
-  follow(form.Label6, form.Label5, 644);
+  const int growth = growthOf(form).width;
+  follow(form.Label2[3], form.Label3, 680 + growth);
+  follow(form.Label6, form.Label5, 644 + growth);
 }
 
 }  // namespace zelvreg::desktop

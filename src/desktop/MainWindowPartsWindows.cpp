@@ -38,6 +38,7 @@ Tone groundOf(const Form42& form, const FramePlace& place, const Frame& frame) {
 struct ListEntry {
   ListView Form42::*list;
   Frame Form42::*page;
+  const char* key;  // in the settings
   TextKey name;
   ListOptions options;
   void (*itemClick)(Form42& form, std::size_t row);
@@ -48,6 +49,7 @@ std::vector<ListEntry> listEntries() {
   return {
       {&Form42::View1,
        &Form42::Frame1,
+       "view1",
        "name-categories",
        {.hasChecks = true,
         .hasIcons = true,
@@ -57,6 +59,7 @@ std::vector<ListEntry> listEntries() {
        View1_DblClick},
       {&Form42::View2,
        &Form42::Frame2,
+       "view2",
        "name-findings",
        {.hasChecks = true,
         .hasIcons = true,
@@ -68,12 +71,14 @@ std::vector<ListEntry> listEntries() {
        View2_DblClick},
       {&Form42::View3,
        &Form42::Frame3,
+       "view3",
        "name-journals",
        {.hasChecks = false, .hasIcons = false, .selectsSeveral = false, .columnWidths = {786}},
        View3_ItemClick,
        nullptr},
       {&Form42::View4,
        &Form42::Frame7,
+       "view4",
        "name-exclusions",
        {.hasChecks = false, .hasIcons = false, .selectsSeveral = true, .columnWidths = {786}},
        View4_ItemClick,
@@ -115,7 +120,7 @@ void MainWindow::addFrames() {
   for (const auto& peer : frames) {
     Frame& frame = peer->shownFrame();
     if (&frame == &form.Frame8) {
-      peer->placeOf = progressPanelPlace;
+      peer->placeOf = [this] { return progressPanelPlace(form); };
     } else if (&frame == &form.Frame3) {
       // The translated name of this page is the caption of a hidden button, which once opened it.
       peer->titleOf = [this] { return form.Command21.caption.get(); };
@@ -189,6 +194,10 @@ void MainWindow::addLists() {
         std::make_unique<ListViewPeer>(desk, parentOf(&(form.*entry.page)), list, entry.options);
     peer->onItemClick = [this, click = entry.itemClick](std::size_t row) { click(form, row); };
     peer->nameOf = [this, name = entry.name] { return textOf(form, name); };
+    peer->useColumnWidths(readColumnWidths(entry.key, entry.options.columnWidths));
+    peer->onColumns = [key = entry.key](const std::vector<int>& widths) {
+      keepColumnWidths(key, widths);
+    };
     if (entry.doubleClick != nullptr) {
       peer->onDoubleClick = [this, click = entry.doubleClick] { click(form); };
     }

@@ -31,8 +31,8 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   readScreen();
   // The system's rectangle keeps the same place under the mouse; the size is the window's own.
   SetWindowPos(window, nullptr, suggested == nullptr ? 0 : suggested->left,
-               suggested == nullptr ? 0 : suggested->top, desk.pixels(windowWidth),
-               desk.pixels(windowHeight),
+               suggested == nullptr ? 0 : suggested->top, desk.fromTwips(form.window.width),
+               desk.fromTwips(form.window.height),
                SWP_NOZORDER | SWP_NOACTIVATE | (suggested == nullptr ? SWP_NOMOVE : 0));
   if (!isNew || outline == nullptr) {
     return;
@@ -40,7 +40,7 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   showAll();
   arrange();
   outline->Refresh();
-  desk.castShadow(window, form.shadow);
+  showShadow();
   tray.area().setIcon(desk.icon("emblem"));
 }
 

@@ -56,10 +56,11 @@ MainWindow::~MainWindow() {
 
 void MainWindow::makeWindow() {
   registerClass(windowClass, procedure);
-  window = CreateWindowExW(
-      WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
-      WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.pixels(windowWidth),
-      desk.pixels(windowHeight), nullptr, nullptr, GetModuleHandleW(nullptr), this);
+  window =
+      CreateWindowExW(WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
+                      WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_CLIPCHILDREN, 0,
+                      0, desk.pixels(windowWidth), desk.pixels(windowHeight), nullptr, nullptr,
+                      GetModuleHandleW(nullptr), this);
   changeResolution(resolutionOf(window), nullptr);
   // Access keys are underlined if the keyboard was used last.
   SendMessageW(window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0), 0);
@@ -94,7 +95,7 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
   if (&control == &form.window) {
     showWindow(what);
   } else if (&control == &form.shadow) {
-    desk.castShadow(window, form.shadow);
+    showShadow();
   } else if (&control == &form.TrayArea1) {
     showTray();
   } else if (&control == &form.menus) {
@@ -109,10 +110,16 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
 }
 
 void MainWindow::showWindow(Change what) {
+  if (isTelling) {
+    return;
+  }
   if (what == Change::Place) {
     SetWindowPos(window, nullptr, desk.fromTwips(form.window.left), desk.fromTwips(form.window.top),
                  0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   } else if (what == Change::Visible) {
+    if (form.window.visible && !hasOpened) {
+      restorePlace();
+    }
     ShowWindow(window, form.window.visible ? SW_SHOW : SW_HIDE);
     if (form.window.visible) {
       // All at once, not control by control.
@@ -121,9 +128,12 @@ void MainWindow::showWindow(Change what) {
       SetForegroundWindow(window);
     }
   } else if (what == Change::Look) {
-    if (form.window.windowState == WindowState::Minimized) {
+    const WindowState state = form.window.windowState;
+    if (state == WindowState::Minimized) {
       ShowWindow(window, SW_MINIMIZE);
-    } else if (IsIconic(window) != FALSE) {
+    } else if (state == WindowState::Maximized) {
+      ShowWindow(window, SW_MAXIMIZE);
+    } else if (IsIconic(window) != FALSE || IsZoomed(window) != FALSE) {
       ShowWindow(window, SW_RESTORE);
     }
   }
@@ -142,8 +152,10 @@ void MainWindow::showMenus() {
 
 // It is on the window itself: no control has to be drawn again.
 void MainWindow::showTitleLine() {
-  const RECT line{0, desk.pixels(titleHeight) - desk.pixels(titleLine), desk.pixels(windowWidth),
-                  desk.pixels(titleHeight)};
+  RECT line{};
+  GetClientRect(window, &line);
+  line.bottom = desk.pixels(titleHeight);
+  line.top = line.bottom - desk.pixels(titleLine);
   InvalidateRect(window, &line, TRUE);
 }
 
@@ -166,7 +178,7 @@ void MainWindow::paintGround(HDC context) const {
   const int title = desk.pixels(titleHeight);
   const int bar = desk.pixels(commandBarBottom);
   const int side = desk.pixels(sideBarWidth);
-  const int status = desk.pixels(statusBarTop);
+  const int status = place.bottom - desk.pixels(windowHeight - statusBarTop);
   canvas.clear(desk.color(Tone::Ground));
   canvas.fill({0, 0, place.right, title}, desk.color(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
@@ -184,8 +196,25 @@ void MainWindow::paintGround(HDC context) const {
   canvas.fill({side - 1, bar, side, status}, desk.color(Tone::Line));
   canvas.fill({0, status, place.right, place.bottom}, desk.color(Tone::Surface));
   canvas.fill({0, status, place.right, status + 1}, desk.color(Tone::Line));
-  controls::maskCorners(canvas, buffer.size(), desk.pixels(cornerRadius), rgb(0xFF00FF));
+  if (IsZoomed(window) == FALSE) {
+    paintGrip(canvas, place);
+    controls::maskCorners(canvas, buffer.size(), desk.pixels(cornerRadius), rgb(0xFF00FF));
+  }
   buffer.show(context, 0, 0);
+}
+
+// Dots in the lower right half of a square.
+void MainWindow::paintGrip(controls::Canvas& canvas, const RECT& place) const {
+  constexpr int dots = 3;
+  const int pitch = desk.pixels(4);
+  const int length = desk.pixels(2);
+  for (int across = 1; across <= dots; ++across) {
+    for (int down = 1; down <= dots + 1 - across; ++down) {
+      const int left = place.right - desk.pixels(3) - across * pitch;
+      const int top = place.bottom - desk.pixels(3) - down * pitch;
+      canvas.fill({left, top, left + length, top + length}, desk.color(Tone::MarkEdge));
+    }
+  }
 }
 
 LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -208,6 +237,9 @@ LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, L
 }
 
 LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (const auto answer = handleSize(message, wParam, lParam)) {
+    return *answer;
+  }
   constexpr UINT resolutionChanged = 0x02E0;
   switch (message) {
     case WM_ERASEBKGND:
@@ -224,20 +256,17 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ACTIVATE:
       activate(LOWORD(wParam) != WA_INACTIVE);
       return 0;
-    case WM_SIZE:
-      if (wParam == SIZE_MINIMIZED) {
-        form.window.windowState = WindowState::Minimized;
-        Form_Resize(form);
-      }
-      return 0;
     case resolutionChanged:
       changeResolution(HIWORD(wParam), reinterpret_cast<const RECT*>(lParam));
       return 0;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE:
+      changeSettings();
+      return 0;
     case WM_DISPLAYCHANGE:
       changeSettings();
+      returnToScreen();
       return 0;
     case WM_COMMAND:
       // Enter and Escape; messages of buttons have been handled above.

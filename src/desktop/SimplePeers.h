@@ -70,6 +70,7 @@ class ButtonPeer : public Peer {
   [[nodiscard]] int keyRank() const {
     return role == ButtonRole::Command ? 0 : role == ButtonRole::SideBar ? 2 : 1;
   }
+  void setIcon(const char* iconKey);
   // Whether it is the next step that a user would take.
   void setPrimary(bool isPrimary);
   // Whether its page is shown, which the side bar highlights.

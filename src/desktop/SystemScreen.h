@@ -16,6 +16,13 @@ SIZE screenSize();
 // The largest size of a window in the middle of the main screen that does not cover the taskbar.
 SIZE roomInTheMiddle();
 
+// Of the screen that a window is on, or is nearest to: all of it, and what the taskbar leaves free.
+struct ScreenAreas {
+  RECT whole;
+  RECT work;
+};
+ScreenAreas areasAround(HWND window);
+
 // Lets a message of the shell through: the program runs as administrator, so it would be blocked.
 void letThrough(HWND window, UINT message);
 

@@ -42,6 +42,13 @@ SIZE roomInTheMiddle() {
           area.bottom - area.top - bars(area.top, screen.cy - area.bottom)};
 }
 
+ScreenAreas areasAround(HWND window) {
+  MONITORINFO told{};
+  told.cbSize = sizeof told;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &told);
+  return {told.rcMonitor, told.rcWork};
+}
+
 void letThrough(HWND window, UINT message) {
   constexpr DWORD allow = 1;
   const auto change =

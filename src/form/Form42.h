@@ -73,6 +73,8 @@ struct Form42 {
   Button chameleonButton4;
   Button chameleonButton23;
   Button chameleonButton18;
+  // Fills the screen, or goes back to the size before.
+  Button MaximizeButton;
   Picture Shape1;
   Picture Shape3;
   Picture Image2;

@@ -96,6 +96,8 @@ inline constexpr std::array texts{
     Text{"name-language", "Language"},
     Text{"name-about", "About"},
     Text{"name-minimize", "Minimize"},
+    Text{"name-maximize", "Maximize"},
+    Text{"name-restore", "Restore the size"},
     Text{"legal-line", "Copyright %1 the zelvreg authors"},
     Text{"c1", "Invalid Font Reference"},
     Text{"c2", "Invalid Shared Dll's"},

@@ -73,6 +73,7 @@ constexpr std::array table{
     Binding{of<&Form42::chameleonButton4>, chameleonButton4_Click},
     // The window.
     Binding{of<&Form42::chameleonButton23>, chameleonButton23_Click},
+    Binding{of<&Form42::MaximizeButton>, MaximizeButton_Click},
     Binding{of<&Form42::chameleonButton18>, chameleonButton18_Click},
     Binding{of<&Form42::TrayArea1>, TrayArea1_Click},
     // Repair.

@@ -11,7 +11,7 @@
 namespace zelvreg {
 
 // The numbers are those of the form's property.
-enum class WindowState : std::uint8_t { Normal = 0, Minimized = 1 };
+enum class WindowState : std::uint8_t { Normal = 0, Minimized = 1, Maximized = 2 };
 
 class FormWindow : public Control {
  public:

@@ -113,8 +113,8 @@ TEST_F(LayoutTest, AllSixteenRowsCanBeSeenWithoutScrolling) {
 TEST_F(LayoutTest, TheListMakesRoomForTheProgressOfAScan) {
   form.Frame8.visible = true;
   const Place list = categoryListPlace(form);
-  EXPECT_LE(list.top + list.height, progressPanelPlace().top);
-  EXPECT_FALSE(overlap(placeOf(form.CarefulBox), progressPanelPlace()));
+  EXPECT_LE(list.top + list.height, progressPanelPlace(form).top);
+  EXPECT_FALSE(overlap(placeOf(form.CarefulBox), progressPanelPlace(form)));
 }
 
 TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
@@ -153,6 +153,7 @@ TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
       {form.chameleonButton23, nullptr},
       {form.chameleonButton13, nullptr},
       {form.chameleonButton18, nullptr},
+      {form.MaximizeButton, nullptr},
       {form.cmd_search, nullptr},
       {form.cmd_exclud, nullptr},
       {form.cmd_start, nullptr},
@@ -219,6 +220,81 @@ TEST_F(LayoutTest, TheWindowFollowsTheResolutionAsFarAsTheScreenHasRoom) {
 }
 
 TEST_F(LayoutTest, TheCopyrightSignIsUtf8) { EXPECT_EQ(form.Label12[0].caption.get(), "\xC2\xA9"); }
+
+TEST_F(LayoutTest, APlaceStaysMovesOrStretchesWithWhatItIsIn) {
+  constexpr Place place{10, 20, 30, 40};
+  constexpr Growth growth{100, 7};
+  EXPECT_EQ(placeIn(place, {}, growth), place);
+  EXPECT_EQ(placeIn(place, {.across = Follows::Moves, .down = Follows::Stretches}, growth),
+            (Place{110, 20, 30, 47}));
+  EXPECT_EQ(placeIn(place, {.across = Follows::Stretches, .down = Follows::Moves}, growth),
+            (Place{10, 27, 130, 40}));
+}
+
+TEST_F(LayoutTest, InALargerWindowPagesListsAndPanelsTakeTheRoom) {
+  struct Taking {
+    const Control& control;
+    Place more;  // than in the layout
+  };
+  const Taking table[] = {
+      {form.Frame1, {0, 0, 200, 100}},
+      {form.Frame2, {0, 0, 200, 100}},
+      {form.Frame3, {0, 0, 200, 100}},
+      {form.Frame7, {0, 0, 200, 100}},
+      {form.Frame8, {0, 100, 200, 0}},
+      {form.Picture1, {0, 100, 200, 0}},
+      {form.View1, {0, 0, 200, 100}},
+      {form.View2, {0, 0, 200, 100}},
+      {form.View3, {0, 0, 200, 100}},
+      {form.View4, {0, 0, 200, 100}},
+      {form.Label7, {0, 0, 200, 0}},
+      {form.EvidenceText, {0, 0, 200, 0}},
+      {form.Bar1, {0, 0, 200, 0}},
+      {form.Label1, {0, 0, 200, 0}},
+      {form.chameleonButton4, {200, 0, 0, 0}},
+      {form.MaximizeButton, {200, 0, 0, 0}},
+      {form.Label12[2], {0, 100, 0, 0}},
+      {form.Label12[1], {200, 100, 0, 0}},
+      {form.chameleonButton2, {0, 100, 0, 0}},
+      {form.chameleonButton10, {0, 100, 0, 0}},
+      {form.chameleonButton12, {200, 0, 0, 0}},
+      {form.orubutton4, {0, 0, 0, 0}},
+      {form.pictrlang, {200, 0, 0, 0}},
+  };
+  std::vector<Place> before;
+  for (const Taking& each : table) {
+    before.push_back(placeOf(each.control));
+  }
+  form.window.width = form.window.width + 200 * twipsPerPixel;
+  form.window.height = form.window.height + 100 * twipsPerPixel;
+  const Place list = categoryListPlace(form);
+  EXPECT_EQ(list.width, before[6].width + 200);
+  EXPECT_EQ(list.height, before[6].height + 100);
+  EXPECT_EQ(progressPanelPlace(form).top, before[4].top + 100);
+  followSize(form);
+  for (std::size_t row = 0; row < std::size(table); ++row) {
+    const auto& [left, top, width, height] = table[row].more;
+    EXPECT_EQ(placeOf(table[row].control),
+              (Place{before[row].left + left, before[row].top + top, before[row].width + width,
+                     before[row].height + height}))
+        << "row " << row;
+  }
+}
+
+TEST_F(LayoutTest, TheHeightOfTheLanguagePickerIsItsOwn) {
+  form.pictrlang.height = 4321;
+  form.window.width = form.window.width + 1000;
+  followSize(form);
+  EXPECT_EQ(form.pictrlang.height, 4321);
+}
+
+TEST_F(LayoutTest, ASmallerWindowThanTheLayoutsChangesNothing) {
+  form.window.width = 1000;
+  form.window.height = 1000;
+  const Place before = placeOf(form.View2);
+  followSize(form);
+  EXPECT_EQ(placeOf(form.View2), before);
+}
 
 TEST_F(LayoutTest, TheWindowHasTheFormsSize) {
   EXPECT_EQ(form.window.width, windowWidth * twipsPerPixel);

@@ -84,6 +84,13 @@ class Display:
         words = CLICK[times] if button == 1 else ["click", str(button)]
         self._act("mousemove", str(left), str(top), *words)
 
+    def drag(self, left, top, to_left, to_top):
+        """Presses at the first point and lets go at the second, by way of one between them."""
+        self._act("mousemove", "--sync", str(left), str(top), "mousedown", "1")
+        for x, y in ((left + to_left) // 2, (top + to_top) // 2), (to_left, to_top):
+            self._act("mousemove", "--sync", str(x), str(y))
+        self._act("mouseup", "1")
+
     def keys(self, *names):
         self._act("key", "--delay", "30", *names)
 

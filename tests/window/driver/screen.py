@@ -12,6 +12,7 @@ MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "ZelvregMessageWin
 # Lists are known by their columns.
 ROWS_LIST, RESULTS_LIST = "what to scan", "Invalid Data Location"
 RESULTS = "Number of invalid entries is"
+SMALLEST_WIDTH = 1026
 PLACE = re.compile(r"Place\{\s*of<&Form42::(\w+)>,\s*noFrame,\s*\{(\d+), (\d+), (\d+), (\d+)\}")
 
 
@@ -176,6 +177,13 @@ class Screen:
         window = self.see("the window")
         left, top, width, height = places()[name]
         self.display.click(window.place[0] + left + width // 2, window.place[1] + top + height // 2)
+
+    def press_picture_at_right(self, name):
+        """The same for one that moves with the right edge of a window that is wider."""
+        window = self.see("the window")
+        left, top, width, height = places()[name]
+        self.display.click(window.place[0] + window.place[2] - SMALLEST_WIDTH + left + width // 2,
+                           window.place[1] + top + height // 2)
 
     def press_exclude(self):
         """Clicks the button that excludes the highlighted rows from every scan."""

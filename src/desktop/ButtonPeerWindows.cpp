@@ -17,6 +17,7 @@ std::int32_t styleFor(ButtonRole role) {
   switch (role) {
     case ButtonRole::Title:
     case ButtonRole::Command:
+    case ButtonRole::Tool:
       return ghost;
     case ButtonRole::SideBar:
       return sideBar;
@@ -30,6 +31,7 @@ Tone groundFor(ButtonRole role) {
     case ButtonRole::Title:
       return Tone::Accent;
     case ButtonRole::Command:
+    case ButtonRole::Tool:
       return Tone::Surface;
     case ButtonRole::SideBar:
       return Tone::SideBar;

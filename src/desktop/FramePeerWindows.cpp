@@ -22,7 +22,7 @@ FramePeer::FramePeer(Desk& sharedDesk, HWND parent, Frame& shownFrame, FrameOpti
 void FramePeer::changed(const Control& control, Change what, std::size_t row) {
   Peer::changed(control, what, row);
   if (what == Change::Visible && onVisible) {
-    // All pages have the same place, and the undo page does not hide the results under it.
+    // The language picker lies over the page that is shown.
     if (frame.visible) {
       SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
@@ -113,7 +113,8 @@ LRESULT CALLBACK FramePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
       // The window can be dragged by its pages.
       if (!peer->options.isCard) {
         ReleaseCapture();
-        SendMessageW(GetAncestor(hwnd, GA_ROOT), WM_NCLBUTTONDOWN, HTCAPTION, lParam);
+        SendMessageW(GetAncestor(hwnd, GA_ROOT), WM_NCLBUTTONDOWN, HTCAPTION,
+                     static_cast<LPARAM>(GetMessagePos()));
         return 0;
       }
       break;

@@ -54,14 +54,19 @@ constexpr std::array frames{
 constexpr std::array labels{
     LabelPlace{of<&Form42::Label1>, noFrame, {64, 9, 600, 24}, LabelLook::ProgramTitle, wide},
     LabelPlace{
-        element<&Form42::Label8, 6>, noFrame, {64, 33, 680, 18}, LabelLook::ProgramText, wide},
+        element<&Form42::Label8, 6>, noFrame, {64, 33, 630, 18}, LabelLook::ProgramText, wide},
     LabelPlace{
         element<&Form42::Label12, 0>, noFrame, {16, 590, 12, 18}, LabelLook::Secondary, toBottom},
     LabelPlace{
         element<&Form42::Label12, 2>, noFrame, {30, 590, 60, 18}, LabelLook::Secondary, toBottom},
     LabelPlace{element<&Form42::Label12, 1>,
                noFrame,
-               {906, 590, 96, 18},
+               {940, 590, 62, 18},
+               LabelLook::SecondaryRight,
+               toCorner},
+    LabelPlace{element<&Form42::Label12, 3>,
+               noFrame,
+               {880, 590, 54, 18},
                LabelLook::SecondaryRight,
                toCorner},
     LabelPlace{
@@ -83,6 +88,11 @@ constexpr std::array labels{
                in<&Form42::Frame8>,
                {78, 64, 602, 34},
                LabelLook::Wrapped,
+               wide},
+    LabelPlace{element<&Form42::Label2, 2>,
+               in<&Form42::Frame7>,
+               {0, 4, 790, 26},
+               LabelLook::PageTitle,
                wide},
     LabelPlace{of<&Form42::Label10>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Counter},
     LabelPlace{of<&Form42::OutcomeText>, in<&Form42::Frame2>, {0, 4, 240, 26}, LabelLook::Outcome},
@@ -277,13 +287,16 @@ constexpr std::array controls{
     ControlPlace{control<&Form42::View3>, {0, 116, page.width, 290}, whole},
     ControlPlace{control<&Form42::View4>, {0, 36, page.width, 370}, whole},
     ControlPlace{control<&Form42::CarefulBox>, {490, 27, 300, 20}},
-    ControlPlace{control<&Form42::Check1>, {0, 36, 560, 22}},
+    ControlPlace{control<&Form42::Check1>, {0, 36, 330, 22}},
+    ControlPlace{control<&Form42::ToolbarBox>, {340, 36, 230, 22}},
     ControlPlace{control<&Form42::cboTheme>, {580, 32, 210, 24}, toRight},
     ControlPlace{control<&Form42::Bar1>, {78, 33, 602, 8}, wide},
     ControlPlace{control<&Form42::Image2>, {20, 14, 32, 32}},
     ControlPlace{
         [](Form42& form) -> Control& { return form.Image44[0]; }, {798, 13, 40, 34}, toRight},
+    ControlPlace{control<&Form42::Image14>, {708, 13, 36, 34}, toRight},
     ControlPlace{control<&Form42::Image1>, {16, 22, 40, 40}},
+    ControlPlace{control<&Form42::Image3>, {24, 95, 24, 24}},
     ControlPlace{control<&Form42::Gif89a1>, {14, 24, 48, 48}},
     ControlPlace{control<&Form42::Shape1>, {0, titleHeight - 3, windowWidth, 3}, wide},
     ControlPlace{control<&Form42::Shape3>, {0, 0, windowWidth, titleHeight}, wide},
@@ -301,13 +314,12 @@ void putSafeguardBoxes(Form42& form) {
   }
 }
 
-// What other programs and the form's own procedures may still use, but no user needs to see: the
-// tool bar repeats the command bar, the second text of the exclusions page repeats its title.
+// What other programs and the form's own procedures may still use, but no user needs to see, and
+// what is shown only at times.
 void hideTheRest(Form42& form) {
   for (Control* control : std::initializer_list<Control*>{
-           &form.Toolbar1, &form.Label2[2], &form.Image3, &form.Image14, &form.Label12[3],
-           &form.PicStatus, &form.Frame2, &form.Frame3, &form.Frame7, &form.Frame8, &form.Picture1,
-           &form.Gif89a1, &form.pictrlang}) {
+           &form.Toolbar1, &form.PicStatus, &form.Frame2, &form.Frame3, &form.Frame7, &form.Frame8,
+           &form.Picture1, &form.Gif89a1, &form.pictrlang}) {
     control->visible = false;
   }
 }

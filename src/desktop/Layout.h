@@ -49,7 +49,7 @@ enum class LabelLook : std::uint8_t {
 };
 
 // What a button is for, from which its look follows.
-enum class ButtonRole : std::uint8_t { Title, Command, SideBar, Plain, Primary, IconOnly };
+enum class ButtonRole : std::uint8_t { Title, Command, SideBar, Plain, Primary, IconOnly, Tool };
 
 struct Place {
   int left;

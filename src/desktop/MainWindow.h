@@ -79,6 +79,7 @@ class MainWindow : private ControlPeer {
   void addButtons();
   void addFilter();
   void addBars();
+  void addToolbar();
   void addLists();
   void addOptions();
   enum class Translated : std::uint8_t { No, Yes };
@@ -114,6 +115,9 @@ class MainWindow : private ControlPeer {
   void arrangeLater();
   void giveAccessKeys();
   void arrangeCommandBar();
+  // Whether the tool bar is shown in the place of the command buttons.
+  bool arrangeToolbar();
+  void showSeparators(std::vector<int> places);
   void arrangeRows();
   // Returns the place after the last, in pixels of the screen.
   int flow(std::initializer_list<Button*> row, int start, bool isFromRight);
@@ -153,6 +157,14 @@ class MainWindow : private ControlPeer {
   std::vector<std::unique_ptr<LabelPeer>> labels;
   std::vector<std::unique_ptr<ButtonPeer>> buttons;
   std::vector<std::unique_ptr<Peer>> others;
+  // A small button of the tool bar, and the command that it stands for.
+  struct Tool {
+    std::unique_ptr<Button> button;
+    const Button& command;
+    bool beginsGroup;
+  };
+  std::vector<Tool> tools;
+  std::vector<std::unique_ptr<ButtonPeer>> toolPeers;
   CheckPeer* careful = nullptr;  // one of the others
   std::vector<int> separators;   // in the command bar, pixels of the screen
   // The tick count of the system changes only every 16 ms.

@@ -1,6 +1,7 @@
 // What depends on the state of the form: widths of captions, the next step, the current page.
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "desktop/MainWindow.h"
 #include "form/Form42.h"
@@ -42,8 +43,7 @@ void MainWindow::arrange() {
       {&form.orubutton4, form.Frame1.visible && !form.Frame8.visible},
       {&form.chameleonButton7, form.Frame7.visible},
       {&form.chameleonButton1, form.Frame3.visible},
-      {&form.orubutton1, (form.Frame2.visible && !form.Frame3.visible) ||
-                             (form.Frame1.visible && form.Frame8.visible)},
+      {&form.orubutton1, form.Frame2.visible || (form.Frame1.visible && form.Frame8.visible)},
       {&form.orubutton3, false},
   }};
   for (const auto& [button, isCurrent] : pages) {
@@ -85,6 +85,16 @@ void MainWindow::arrangeCommandBar() {
     spare += widths.back() - peer.narrowestWidth();
   }
   const int room = desk.fromTwips(form.window.width) - 2 * margin - 4 * gap - 3 * groupGap;
+  const bool isSmall = form.ToolbarBox.value || wanted - room > std::max(0, spare);
+  form.Toolbar1.visible = isSmall;
+  for (const Command& command : commands) {
+    if (command.button.visible == isSmall) {
+      command.button.visible = !isSmall;
+    }
+  }
+  if (arrangeToolbar()) {
+    return;
+  }
   const int missing = std::clamp(wanted - room, 0, std::max(0, spare));
   std::vector<int> lines;
   int left = margin;
@@ -101,8 +111,12 @@ void MainWindow::arrangeCommandBar() {
     button.width = desk.toTwips(width) + twipsPerPixel;
     left += width + gap;
   }
-  if (lines != separators) {
-    separators = lines;
+  showSeparators(std::move(lines));
+}
+
+void MainWindow::showSeparators(std::vector<int> places) {
+  if (places != separators) {
+    separators = std::move(places);
     InvalidateRect(window, nullptr, TRUE);
   }
 }

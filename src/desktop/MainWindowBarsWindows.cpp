@@ -55,8 +55,8 @@ void MainWindow::arrangeBars() {
   }
   const bool hasDetails = longest == 0;
   for (Control* detail :
-       std::initializer_list<Control*>{&form.Image1, &form.Label5, &form.Label6, &form.Label7,
-                                       &form.EvidenceText, &form.Command28}) {
+       std::initializer_list<Control*>{&form.Image1, &form.Image3, &form.Label5, &form.Label6,
+                                       &form.Label7, &form.EvidenceText, &form.Command28}) {
     show(*detail, hasDetails);
   }
 }

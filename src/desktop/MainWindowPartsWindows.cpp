@@ -22,9 +22,8 @@ namespace {
 // The ground of a label that is on the window itself.
 Tone groundAt(const Place& place) { return place.top < titleHeight ? Tone::Accent : Tone::Surface; }
 
-bool isPage(const Form42& form, const Frame& frame) {
-  return &frame == &form.Frame3 || &frame == &form.Frame7;
-}
+// Whether it is a page without a label for its title.
+bool isPage(const Form42& form, const Frame& frame) { return &frame == &form.Frame3; }
 
 bool isGroup(const Form42& form, const Frame& frame) { return &frame == &form.Frame5; }
 
@@ -151,6 +150,8 @@ void MainWindow::addLabels() {
     if (label == &form.Label2[3] || label == &form.Label6 || label == &form.Label10 ||
         label == &form.OutcomeText) {
       labels.back()->onText = [this] { arrangeLater(); };
+    } else if (label == &form.EvidenceText) {
+      labels.back()->onText = [this] { form.Image3.refresh(); };
     }
   }
 }
@@ -238,10 +239,14 @@ void MainWindow::addOptions() {
   auto ofScan =
       std::make_unique<CheckPeer>(desk, parentOf(&form.Frame1), form.CarefulBox, Tone::Ground);
   ofScan->onText = [this] { arrangeLater(); };
+  ofScan->onValue = [this] { form.Image14.visible = form.CarefulBox.value; };
   careful = ofScan.get();
   others.push_back(std::move(ofScan));
   HWND page = parentOf(&form.Frame3);
   others.push_back(std::make_unique<CheckPeer>(desk, page, form.Check1, Tone::Ground));
+  auto ofToolbar = std::make_unique<CheckPeer>(desk, page, form.ToolbarBox, Tone::Ground);
+  ofToolbar->onValue = [this] { arrangeLater(); };
+  others.push_back(std::move(ofToolbar));
   addCombo(form.cboTheme, page, "name-theme", Translated::Yes);
   for (CheckBox& box : form.SafeguardBoxes) {
     others.push_back(std::make_unique<CheckPeer>(desk, page, box, Tone::Ground));
@@ -298,9 +303,22 @@ void MainWindow::addPictures() {
                                                                 .ground = Tone::Surface,
                                                                 .hasDisc = true,
                                                                 .disc = Tone::ProblemDisc}));
-  others.push_back(std::make_unique<PicturePeer>(
-      desk, parentOf(&form.Frame8), form.Gif89a1,
-      PictureOptions{.icon = "search", .length = 24, .ground = Tone::Surface}));
+  others.push_back(std::make_unique<PicturePeer>(desk, parentOf(&form.Frame8), form.Gif89a1,
+                                                 PictureOptions{.ground = Tone::Surface}));
+  auto safe = std::make_unique<PicturePeer>(
+      desk, window, form.Image14,
+      PictureOptions{.icon = "safe", .length = 20, .ground = Tone::Accent, .tone = Tone::OnAccent});
+  safe->setName([this] { return form.CarefulBox.caption.get(); });
+  others.push_back(std::move(safe));
+  auto confidence = std::make_unique<PicturePeer>(desk, parentOf(&form.Picture1), form.Image3,
+                                                  PictureOptions{.ground = Tone::Surface});
+  confidence->iconOf = [this]() -> std::string {
+    const Evidence* evidence = evidenceOf(form, form.selectedRow);
+    return evidence == nullptr || form.EvidenceText.caption.get().empty()
+               ? std::string()
+               : codeOf(evidence->confidence);
+  };
+  others.push_back(std::move(confidence));
   others.push_back(std::make_unique<PicturePeer>(
       desk, parentOf(&form.pictrlang), form.imglangselect,
       PictureOptions{.icon = "ch", .length = 16, .ground = Tone::Surface}));

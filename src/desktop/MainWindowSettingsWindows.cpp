@@ -18,6 +18,9 @@ void MainWindow::showAll() {
   for (const auto& peer : buttons) {
     peer->showAll();
   }
+  for (const auto& peer : toolPeers) {
+    peer->showAll();
+  }
   for (const auto& peer : others) {
     peer->showAll();
   }

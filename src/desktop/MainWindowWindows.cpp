@@ -27,6 +27,7 @@ MainWindow::MainWindow(Form42& shownForm)
   addFrames();
   addLabels();
   addButtons();
+  addToolbar();
   addOptions();
   addFilter();
   addLists();
@@ -46,6 +47,7 @@ MainWindow::~MainWindow() {
   }
   form.messages.serveHost = nullptr;
   others.clear();
+  toolPeers.clear();
   buttons.clear();
   labels.clear();
   frames.clear();
@@ -164,8 +166,10 @@ void MainWindow::showColor() {
   if (!controls::isSystemColor(told)) {
     desk.colors.setAccent(controls::fromProperty(told));
   }
-  for (const auto& button : buttons) {
-    button->changed(button->button(), Change::Look, 0);
+  for (const auto* group : {&buttons, &toolPeers}) {
+    for (const auto& button : *group) {
+      button->changed(button->button(), Change::Look, 0);
+    }
   }
   RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

@@ -34,7 +34,8 @@ class PicturePeer : public Peer {
   // The name that a screen reader reads.
   void setName(std::function<std::string()> name);
 
-  // May be empty.
+  // The icon, if it changes, and the press. Each may be empty.
+  std::function<std::string()> iconOf;
   std::function<void()> onClick;
 
  protected:

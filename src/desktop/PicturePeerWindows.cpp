@@ -68,7 +68,8 @@ void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
     } else {
       canvas.draw(resized(whole, {width, height}), 0, 0);
     }
-  } else if (const auto icon = desk().icon(options.icon, options.length, options.tone)) {
+  } else if (const auto icon =
+                 desk().icon(iconOf ? iconOf() : options.icon, options.length, options.tone)) {
     canvas.draw(*icon, (width - icon->width) / 2, (height - icon->height) / 2);
   }
   drawFocus(buffer, options.ground);

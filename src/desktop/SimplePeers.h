@@ -64,7 +64,7 @@ class ButtonPeer : public Peer {
   void setRole(ButtonRole newRole);
   [[nodiscard]] bool isSquare() const { return role == ButtonRole::IconOnly; }
   [[nodiscard]] bool hasCaption() const {
-    return role != ButtonRole::Title && role != ButtonRole::IconOnly;
+    return role != ButtonRole::Title && role != ButtonRole::IconOnly && role != ButtonRole::Tool;
   }
   // Who chooses an access key before whom: the command bar, then pages, then the side bar.
   [[nodiscard]] int keyRank() const {
@@ -125,8 +125,9 @@ class CheckPeer : public Peer {
   // The caption with the mark of its access key, until the caption changes.
   void setMarked(const std::string& caption);
 
-  // Called after a change of the caption; may be empty.
+  // Called after a change of the caption and of the value; each may be empty.
   std::function<void()> onText;
+  std::function<void()> onValue;
 
  protected:
   void showText() override;

@@ -84,6 +84,9 @@ int CheckPeer::naturalWidth() const {
 void CheckPeer::showValue() {
   SendMessageW(hwnd(), BM_SETCHECK, isOn() ? BST_CHECKED : BST_UNCHECKED, 0);
   repaint();
+  if (onValue) {
+    onValue();
+  }
 }
 
 void CheckPeer::command(int code) {

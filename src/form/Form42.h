@@ -165,6 +165,8 @@ struct Form42 {
       CheckBox("Read 64-bit keys directly"),      CheckBox("Lift all of these safeguards")};
   // Light or dark, or as Windows is; its positions are those of ThemeChoice.
   ComboBox cboTheme{ComboStyle::DropDownList};
+  // The commands as small buttons.
+  CheckBox ToolbarBox{"Small command buttons"};
   ListView View3;
   Button chameleonButton2{"Undo Selected Changes"};
   Button chameleonButton3{"Remove Selected Item"};

@@ -76,7 +76,13 @@ constexpr std::array table{
     caption<&Form42::g>("g"),
     caption<&Form42::i>("i"),
     caption<&Form42::e>("e"),
-    caption<&Form42::Frame7>("frame7"),
+    // The page and the line above its list say the same.
+    Caption{"frame7",
+            [](Form42& form, const std::string& text) {
+              form.Frame7.caption = text;
+              form.Label2[2].caption = text;
+            },
+            [](const Form42& form) -> std::string { return form.Frame7.caption; }},
     element<&Form42::SafeguardBoxes, 0>("SafeguardBoxes(0)"),
     element<&Form42::SafeguardBoxes, 1>("SafeguardBoxes(1)"),
     element<&Form42::SafeguardBoxes, 2>("SafeguardBoxes(2)"),
@@ -105,6 +111,7 @@ constexpr std::array further{
     caption<&Form42::orubutton2>("orubutton2"),
     caption<&Form42::UndoRepair>("UndoRepair"),
     caption<&Form42::Check1>("Check1"),
+    caption<&Form42::ToolbarBox>("ToolbarBox"),
     caption<&Form42::ChKeys>("ChKeys"),
     caption<&Form42::ChValues>("ChValues"),
     caption<&Form42::ChData>("ChData"),

@@ -32,6 +32,7 @@
 #include "shell/SmallForms.h"
 #include "shell/StartUp.h"
 #include "shell/SuiteBridge.h"
+#include "shell/ToolbarChoice.h"
 #include "shell/WindowEvents.h"
 #include "text/Numbers.h"
 #include "undo/FixListBackup.h"
@@ -74,6 +75,7 @@ constexpr std::array table{
     // The window.
     Binding{of<&Form42::chameleonButton23>, chameleonButton23_Click},
     Binding{of<&Form42::MaximizeButton>, MaximizeButton_Click},
+    Binding{of<&Form42::ToolbarBox>, ToolbarBox_Click},
     Binding{of<&Form42::chameleonButton18>, chameleonButton18_Click},
     Binding{of<&Form42::TrayArea1>, TrayArea1_Click},
     // Repair.

@@ -102,8 +102,8 @@ void giveFont(Form42& form, const Font& font) {
         &form.chameleonButton13, &form.chameleonButton14, &form.chameleonButton15,
         &form.chameleonButton16, &form.chameleonButton17, &form.chameleonButton18,
         &form.chameleonButton21, &form.chameleonButton22, &form.chameleonButton23});
-  give({&form.Check1, &form.CarefulBox, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase,
-        &form.Option1, &form.Option2, &form.Option3, &form.Option4});
+  give({&form.Check1, &form.ToolbarBox, &form.CarefulBox, &form.ChKeys, &form.ChValues,
+        &form.ChData, &form.ChCase, &form.Option1, &form.Option2, &form.Option3, &form.Option4});
   giveEach(form.SafeguardBoxes);
   giveEach(form.CategoryBars);
   giveEach(form.Label2);

@@ -13,6 +13,7 @@
 #include "shell/Languages.h"
 #include "shell/SuiteColor.h"
 #include "shell/ThemeChoice.h"
+#include "shell/ToolbarChoice.h"
 #include "shell/WindowEvents.h"
 
 namespace zelvreg {
@@ -46,6 +47,7 @@ void Form_Load(Form42& form) {
   }
   form.Is64BitOS = runsOn64BitWindows();
   loadThemeChoice(form);
+  loadToolbarChoice(form);
   loadavlang(form);
   changelangoru(form);
   compareWithSystem(form);

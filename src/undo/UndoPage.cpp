@@ -117,6 +117,8 @@ void chameleonButton1_Click(Form42& form) {
   form.Frame3.width = form.Frame1.width;
   form.Frame3.height = form.Frame1.height;
   form.Frame1.visible = false;
+  form.Frame2.visible = false;
+  form.Picture1.visible = false;
   form.Frame3.visible = true;
   form.Frame7.visible = false;
   showUndoSetting(form);

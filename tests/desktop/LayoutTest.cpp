@@ -49,6 +49,11 @@ class LayoutTest : public ::testing::Test {
     placed[&form.Frame2].push_back({&form.Picture1, placeOf(form.Picture1)});
     placed[&form.Frame3].push_back({&form.View3, placeOf(form.View3)});
     placed[&form.Frame3].push_back({&form.Check1, placeOf(form.Check1)});
+    placed[&form.Frame3].push_back({&form.ToolbarBox, placeOf(form.ToolbarBox)});
+    placed[&form.Frame3].push_back({&form.cboTheme, placeOf(form.cboTheme)});
+    placed[&form.Picture1].push_back({&form.Image1, placeOf(form.Image1)});
+    placed[&form.Picture1].push_back({&form.Image3, placeOf(form.Image3)});
+    placed[nullptr].push_back({&form.Image14, placeOf(form.Image14)});
     for (const CheckBox& box : form.SafeguardBoxes) {
       placed[&form.Frame3].push_back({&box, placeOf(box)});
     }
@@ -217,6 +222,17 @@ TEST_F(LayoutTest, TheWindowFollowsTheResolutionAsFarAsTheScreenHasRoom) {
   EXPECT_LE(windowWidth * fittingResolution(192, 1500, roomy) / 96, 1500);
   // Smaller than this it is not readable.
   EXPECT_EQ(fittingResolution(120, 800, 600), 96);
+}
+
+TEST_F(LayoutTest, TheYearHasTwoPlacesAndWhatStandsForItselfIsShown) {
+  for (const Control* shown :
+       {static_cast<Control*>(&form.Label12[2]), static_cast<Control*>(&form.Label12[3]),
+        static_cast<Control*>(&form.Label2[2]), static_cast<Control*>(&form.Image3),
+        static_cast<Control*>(&form.Image14)}) {
+    EXPECT_TRUE(shown->visible);
+    EXPECT_GT(shown->width, 0);
+  }
+  EXPECT_FALSE(form.Toolbar1.visible);
 }
 
 TEST_F(LayoutTest, TheCopyrightSignIsUtf8) { EXPECT_EQ(form.Label12[0].caption.get(), "\xC2\xA9"); }

@@ -12,6 +12,7 @@ constexpr const wchar_t* messageClass = L"ZelvregMessageWindow";
 // What the message is sent as soon as it is there; its text and the captions of its buttons.
 WORD pressed = 0;
 std::vector<std::wstring> captions;
+std::wstring title;
 
 BOOL CALLBACK noteCaption(HWND child, LPARAM /*parameter*/) {
   wchar_t text[256] = {};
@@ -27,6 +28,9 @@ void CALLBACK answer(HWND hwnd, UINT /*message*/, UINT_PTR timer, DWORD /*time*/
   if (message != nullptr && IsWindowVisible(message) != FALSE) {
     KillTimer(hwnd, timer);
     captions.clear();
+    wchar_t text[256] = {};
+    GetWindowTextW(message, text, 256);
+    title = text;
     EnumChildWindows(message, noteCaption, 0);
     PostMessageW(message, WM_COMMAND, pressed, 0);
   }
@@ -50,6 +54,7 @@ TEST_F(MessageWindowTest, EnterAnswersYesAndEscapeNo) {
   EXPECT_EQ(answered(question, IDOK), Answer::Yes);
   EXPECT_TRUE(hasButton(L"&Yes"));
   EXPECT_TRUE(hasButton(L"&No"));
+  EXPECT_EQ(title, L"Remove");
   EXPECT_EQ(answered(question, IDCANCEL), Answer::No);
   EXPECT_EQ(FindWindowW(messageClass, nullptr), nullptr);
 }
@@ -58,6 +63,7 @@ TEST_F(MessageWindowTest, WhatIsNoQuestionHasOneButton) {
   const UserMessage told{.text = "Done.", .icon = {}, .isQuestion = false, .title = {}};
   EXPECT_EQ(answered(told, IDCANCEL), Answer::Ok);
   EXPECT_TRUE(hasButton(L"OK"));
+  EXPECT_EQ(title, L"Fix Registry Problems");
   EXPECT_FALSE(hasButton(L"&No"));
 }
 

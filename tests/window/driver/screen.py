@@ -27,6 +27,11 @@ def middle(place):
     return left + width // 2, top + height // 2
 
 
+def plain(caption):
+    """A caption without the mark of its access key, or the letter that was added for it."""
+    return re.sub(r"\(&\w\)$", "", caption).replace("&", "").strip()
+
+
 class Control:
     def __init__(self, told):
         self.kind = told["class"]
@@ -46,7 +51,7 @@ class Control:
     def find(self, kind, text):
         """The control with a caption, or None; an enabled one is preferred."""
         for each in sorted(self.controls, key=lambda control: not control.enabled):
-            if each.kind == kind and each.text.replace("&", "").strip() == text:
+            if each.kind == kind and plain(each.text) == text:
                 return each
         return None
 

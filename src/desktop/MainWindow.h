@@ -61,7 +61,7 @@ class MainWindow : private ControlPeer {
   void placeAt(const Place& place);
   [[nodiscard]] LRESULT hitAt(POINT onScreen) const;
   bool isClickOnTitle(WPARAM hit, LPARAM onScreen) const;
-  void seizeEdge(Edge edge);
+  void seizeEdge(Edge edge, POINT pressed);
   void dragEdge();
   void limitSize(MINMAXINFO& limits) const;
   void sizeChanged(WPARAM kind);

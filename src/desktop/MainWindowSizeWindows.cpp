@@ -54,7 +54,7 @@ std::optional<LRESULT> MainWindow::handleSize(UINT message, WPARAM wParam, LPARA
       return hitAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
     case WM_NCLBUTTONDOWN:
       if (edgeOf(wParam) != Edge::None) {
-        seizeEdge(edgeOf(wParam));
+        seizeEdge(edgeOf(wParam), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
       }
       return isClickOnTitle(wParam, lParam) ? std::optional<LRESULT>(0) : std::nullopt;
@@ -69,6 +69,7 @@ std::optional<LRESULT> MainWindow::handleSize(UINT message, WPARAM wParam, LPARA
       return std::nullopt;
     case WM_LBUTTONUP:
       if (seized.edge != Edge::None) {
+        dragEdge();
         ReleaseCapture();
       }
       return std::nullopt;
@@ -112,11 +113,10 @@ bool MainWindow::isClickOnTitle(WPARAM hit, LPARAM onScreen) const {
          DragDetect(window, {GET_X_LPARAM(onScreen), GET_Y_LPARAM(onScreen)}) == FALSE;
 }
 
-// The system drags only edges of frames of its own.
-void MainWindow::seizeEdge(Edge edge) {
+// The system drags only edges of frames of its own. The mouse may be elsewhere by now.
+void MainWindow::seizeEdge(Edge edge, POINT pressed) {
   SetCapture(window);
-  seized = {.edge = edge, .start = placeOf(window), .from = {}};
-  GetCursorPos(&seized.from);
+  seized = {.edge = edge, .start = placeOf(window), .from = pressed};
 }
 
 void MainWindow::dragEdge() {

@@ -27,25 +27,24 @@ Shape filled(const Rectangle& place, double radius, Rgb color) {
           color};
 }
 
-void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format, Rgb color,
-              int offset) {
+void drawText(const PaintBuffer& buffer, std::string_view text, const Rectangle& place, UINT format,
+              Rgb color, int offset) {
   RECT box = toRect(place);
   OffsetRect(&box, offset, offset);
-  SetTextColor(dc, colorRef(color));
-  DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_VCENTER | format);
+  SetTextColor(buffer.dc(), colorRef(color));
+  buffer.write(utf16(text), box, DT_SINGLELINE | DT_VCENTER | format);
 }
 
 void drawTick(Canvas canvas, const Rectangle& place, Rgb color) {
   const double unit = place.width() / 16.0;
   const double width = 1.6 * unit;
-  const double left = place.left;
   const double top = place.top;
-  canvas.draw(
-      Stroke{left + 3.5 * unit, top + 8.5 * unit, left + 6.5 * unit, top + 11.5 * unit, width},
-      color);
-  canvas.draw(
-      Stroke{left + 6.5 * unit, top + 11.5 * unit, left + 12.5 * unit, top + 4.5 * unit, width},
-      color);
+  // A tick is the same in every direction of reading.
+  const auto x = [&](double at) {
+    return canvas.isMirrored() ? place.right - at * unit : place.left + at * unit;
+  };
+  canvas.draw(Stroke{x(3.5), top + 8.5 * unit, x(6.5), top + 11.5 * unit, width}, color);
+  canvas.draw(Stroke{x(6.5), top + 11.5 * unit, x(12.5), top + 4.5 * unit, width}, color);
 }
 
 // A white picture of one bit a pixel.
@@ -84,7 +83,7 @@ bool CoolMenu::draw(LPARAM request) const {
   const RECT& place = record.rcItem;
   const Size size{static_cast<int>(place.right - place.left),
                   static_cast<int>(place.bottom - place.top)};
-  const PaintBuffer buffer(size);
+  const PaintBuffer buffer(size, sideOf(record.hDC));
   drawEntry(buffer, *data, record.itemState);
   buffer.show(record.hDC, place.left, place.top);
   // The system draws the arrow of a submenu over it.
@@ -118,9 +117,9 @@ void CoolMenu::drawEntry(const PaintBuffer& buffer, const CMyItemData& entry, UI
   // What cannot be chosen is drawn twice in the system's colors, dark over light.
   const bool isDisabled = (state & (ODS_GRAYED | ODS_DISABLED)) != 0;
   const auto drawBoth = [&](Rgb color, int offset) {
-    drawText(dc, caption.text, places.text, hidden | (entry.bMainMenu ? DT_CENTER : DT_LEFT), color,
-             offset);
-    drawText(dc, caption.keys, places.text, DT_RIGHT, color, offset);
+    drawText(buffer, caption.text, places.text, hidden | (entry.bMainMenu ? DT_CENTER : DT_LEFT),
+             color, offset);
+    drawText(buffer, caption.keys, places.text, DT_RIGHT, color, offset);
   };
   if (isDisabled && !colors) {
     drawBoth(systemRgb(COLOR_3DHILIGHT), 1);

@@ -179,7 +179,7 @@ Size chameleonButton::size() const {
 }
 
 void chameleonButton::paint(HDC target) const {
-  const PaintBuffer buffer(size());
+  const PaintBuffer buffer(size(), sideOf(target));
   paintGround(window, buffer.dc());
   const bool hidesKeys = (SendMessageW(window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
   paintButton(buffer, properties(), stateNow(), {font.get(), dpi, palette, hidesKeys});

@@ -13,10 +13,10 @@ namespace {
 constexpr int margin = 6;
 constexpr int thickness = 4;
 
-void drawText(HDC context, const std::string& text, RECT place, UINT alignment) {
-  const std::u16string wide = utf16(text);
-  DrawTextW(context, wideText(wide), static_cast<int>(wide.size()), &place,
-            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | alignment);
+void drawText(const controls::PaintBuffer& buffer, const std::string& text, const RECT& place,
+              UINT alignment) {
+  buffer.write(utf16(text), place,
+               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | alignment);
 }
 
 }  // namespace
@@ -56,7 +56,7 @@ void BarPeer::paint() {
   HDC context = BeginPaint(hwnd(), &request);
   RECT place{};
   GetClientRect(hwnd(), &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   drawBar(buffer);
   buffer.show(context, 0, 0);
   EndPaint(hwnd(), &request);
@@ -81,10 +81,10 @@ void BarPeer::drawBar(const controls::PaintBuffer& buffer) const {
                controls::colorRef(desk().color(bar.isChosen ? Tone::OnSelected : Tone::Text)));
   const controls::Selection bold(buffer.dc(), desk().font(button.font, 0, true));
   const std::string number = std::to_string(bar.count);
-  drawText(buffer.dc(), number, {left, 0, right, top}, DT_RIGHT);
+  drawText(buffer, number, {left, 0, right, top}, DT_RIGHT);
   const int taken = lineWidth(utf16(number), desk().font(button.font, 0, true));
   const controls::Selection plain(buffer.dc(), desk().font(button.font));
-  drawText(buffer.dc(), bar.name, {left, 0, right - taken - desk().pixels(margin), top}, DT_LEFT);
+  drawText(buffer, bar.name, {left, 0, right - taken - desk().pixels(margin), top}, DT_LEFT);
   drawFocus(buffer, ground);
 }
 

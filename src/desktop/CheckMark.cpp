@@ -10,7 +10,10 @@ using controls::Shape;
 
 void drawTick(controls::Canvas& canvas, const CheckMark& mark, Rgb color) {
   const double unit = mark.length / 16.0;
-  const auto x = [&](double place) { return mark.left + place * unit; };
+  // A tick is the same in every direction of reading.
+  const auto x = [&](double place) {
+    return mark.left + (canvas.isMirrored() ? mark.length - place * unit : place * unit);
+  };
   const auto y = [&](double place) { return mark.top + place * unit; };
   const double width = std::max(1.4, 1.8 * unit);
   canvas.draw({x(4), y(8.4), x(6.8), y(11.2), width}, color);

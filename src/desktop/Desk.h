@@ -54,7 +54,7 @@ class Desk {
   // Takes the system's colors if high contrast is on, else the program's own.
   void readColors(Theme wanted);
   // An icon in a color, or in its own; none for a key without an icon. `length` is in pixels at 96
-  // dpi.
+  // dpi. One that points to a side points to the other where windows are laid out from the right.
   [[nodiscard]] controls::Picture icon(std::string_view key, int length = 16,
                                        std::optional<Tone> tone = std::nullopt) const;
 
@@ -62,6 +62,8 @@ class Desk {
   void castShadow(HWND window, const DropShadow& shadow) const;
 
   Colors colors;
+  // Whether windows are laid out from the right, as a language wants them that is read so.
+  bool isMirrored = false;
   // Whether a refresh leaves the drawing to the message queue.
   bool refreshesLater = false;
 

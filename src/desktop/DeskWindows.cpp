@@ -33,6 +33,8 @@ std::string faceFor(const std::string& name) {
   return name == usual.name || isInstalled(name) ? name : usual.name;
 }
 
+bool pointsToASide(std::string_view iconKey) { return iconKey == "undo" || iconKey == "options"; }
+
 }  // namespace
 
 void Desk::setResolution(int resolution) {
@@ -79,8 +81,11 @@ void Desk::readColors(Theme wanted) {
 }
 
 controls::Picture Desk::icon(std::string_view key, int length, std::optional<Tone> tone) const {
-  return iconPicture(
+  controls::Picture picture = iconPicture(
       {.key = key, .pixels = pixels(length), .color = color(tone.value_or(toneOfIcon(key)))});
+  return isMirrored && picture && pointsToASide(key)
+             ? std::make_shared<controls::Bitmap>(controls::mirrored(*picture))
+             : picture;
 }
 
 void Desk::catchUp() {

@@ -35,7 +35,8 @@ void FramePeer::changed(const Control& control, Change what, std::size_t row) {
 
 void FramePeer::showText() {
   SetWindowTextW(hwnd(), Wide(frame.caption.get()).get());
-  repaint();
+  // The text is part of the ground.
+  InvalidateRect(hwnd(), nullptr, TRUE);
 }
 
 void FramePeer::showPlace() {
@@ -49,7 +50,7 @@ void FramePeer::showPlace() {
 void FramePeer::paintGround(HDC context) const {
   RECT place{};
   GetClientRect(hwnd(), &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(options.isCard ? options.behind : options.ground));
   if (options.isCard) {
@@ -71,8 +72,7 @@ void FramePeer::paintGround(HDC context) const {
     RECT line = place;
     line.top = options.hasTitle ? desk().pixels(titleFrom) : 0;
     line.bottom = desk().pixels(options.hasTitle ? titleTo : captionTo);
-    DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &line,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    buffer.write(text, line, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   }
   buffer.show(context, 0, 0);
 }

@@ -64,9 +64,10 @@ std::size_t numberAtEnd(const std::u16string& text) {
   return start;
 }
 
-void drawText(HDC context, const std::u16string& text, RECT& place, UINT format, Rgb color) {
-  SetTextColor(context, controls::colorRef(color));
-  DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place, format);
+void drawText(const controls::PaintBuffer& buffer, const std::u16string& text, const RECT& place,
+              UINT format, Rgb color) {
+  SetTextColor(buffer.dc(), controls::colorRef(color));
+  buffer.write(text, place, format);
 }
 
 }  // namespace
@@ -124,20 +125,21 @@ void LabelPeer::showText() {
 }
 
 // The number stays when there is no room for all of the words.
-void LabelPeer::drawCounter(HDC context, const std::u16string& caption, RECT place) const {
+void LabelPeer::drawCounter(const controls::PaintBuffer& buffer, const std::u16string& caption,
+                            RECT place) const {
   const std::size_t number = numberAtEnd(caption);
   const std::u16string words = caption.substr(0, number);
   const std::u16string digits = caption.substr(number);
   SIZE ofWords{};
   SIZE ofDigits{};
-  GetTextExtentPoint32W(context, wideText(words), static_cast<int>(words.size()), &ofWords);
-  GetTextExtentPoint32W(context, wideText(digits), static_cast<int>(digits.size()), &ofDigits);
+  GetTextExtentPoint32W(buffer.dc(), wideText(words), static_cast<int>(words.size()), &ofWords);
+  GetTextExtentPoint32W(buffer.dc(), wideText(digits), static_cast<int>(digits.size()), &ofDigits);
   const LONG start = std::max<LONG>(0, std::min(ofWords.cx, place.right - ofDigits.cx));
-  RECT before{0, place.top, start, place.bottom};
+  const RECT before{0, place.top, start, place.bottom};
   const UINT format = styleOf(look).format;
-  drawText(context, words, before, format, textColor());
+  drawText(buffer, words, before, format, textColor());
   place.left = start;
-  drawText(context, digits, place, format,
+  drawText(buffer, digits, place, format,
            digits == u"0" ? textColor() : desk().color(Tone::Problem));
 }
 
@@ -151,15 +153,15 @@ void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
       tellChange(hwnd());
     }
   }
-  RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(request.hDC));
   buffer.canvas().clear(groundColor());
   const controls::Selection selected(buffer.dc(), fontInUse());
   SetBkMode(buffer.dc(), TRANSPARENT);
   if (look == LabelLook::Counter) {
-    drawCounter(buffer.dc(), caption, place);
+    drawCounter(buffer, caption, place);
   } else {
-    drawText(buffer.dc(), caption, place, styleOf(look).format, textColor());
+    drawText(buffer, caption, place, styleOf(look).format, textColor());
   }
   drawFocus(buffer, ground);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);

@@ -18,11 +18,11 @@ UINT cutOf(const std::u16string& text) {
                                                   : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
 }
 
-void drawText(HDC context, const std::u16string& text, RECT place, UINT alignment, Rgb color) {
-  SetBkMode(context, TRANSPARENT);
-  SetTextColor(context, controls::colorRef(color));
-  DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place,
-            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | cutOf(text) | alignment);
+void drawText(const controls::PaintBuffer& buffer, const std::u16string& text, const RECT& place,
+              UINT alignment, Rgb color) {
+  SetBkMode(buffer.dc(), TRANSPARENT);
+  SetTextColor(buffer.dc(), controls::colorRef(color));
+  buffer.write(text, place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | cutOf(text) | alignment);
 }
 
 }  // namespace
@@ -52,8 +52,9 @@ LRESULT ListViewPeer::drawItem(NMLVCUSTOMDRAW& request) {
   if (size.width <= 0 || size.height <= 0) {
     return CDRF_DODEFAULT;
   }
-  if (rowBuffer == nullptr || rowBuffer->size() != size) {
-    rowBuffer = std::make_unique<controls::PaintBuffer>(size);
+  const controls::Side side = controls::sideOf(request.nmcd.hdc);
+  if (rowBuffer == nullptr || rowBuffer->size() != size || rowBuffer->side() != side) {
+    rowBuffer = std::make_unique<controls::PaintBuffer>(size, side);
   }
   drawRow(*rowBuffer, order.rowAt(request.nmcd.dwItemSpec));
   rowBuffer->show(request.nmcd.hdc, bounds.left, bounds.top);
@@ -112,7 +113,7 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   const CellStyle style = list.cellStyle(row, column);
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), utf16(cellText(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
+  drawText(buffer, utf16(cellText(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
            cellColor(row, column));
 }
 
@@ -171,7 +172,7 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   }
   const int width = place.right - place.left;
   const int height = place.bottom - place.top;
-  const controls::PaintBuffer buffer({width, height});
+  const controls::PaintBuffer buffer({width, height}, controls::sideOf(request.hdc));
   controls::Canvas canvas = buffer.canvas();
   canvas.fill({0, 0, width, height}, desk().color(Tone::Header));
   canvas.fill({0, height - 1, width, height}, desk().color(Tone::Line));
@@ -187,7 +188,7 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
       right -= desk().pixels(2);
     }
   }
-  drawText(buffer.dc(), utf16(list.columnHeaders()[column].text),
+  drawText(buffer, utf16(list.columnHeaders()[column].text),
            {desk().pixels(cellMargin), 0, right, height}, isRight ? DT_RIGHT : DT_LEFT,
            desk().color(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);

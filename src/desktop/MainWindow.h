@@ -102,6 +102,8 @@ class MainWindow : private ControlPeer {
   void readScreen();
   void changeResolution(int resolution, const RECT* suggested);
   void showAll();
+  // The form has the captions of another language.
+  void changeLanguage();
   // The user has changed the system's colors, fonts, or the screen.
   void changeSettings();
   [[nodiscard]] Theme themeInUse() const;
@@ -126,6 +128,9 @@ class MainWindow : private ControlPeer {
   void arrangeTexts();
   void arrangeBars();
   void countCategories();
+  void arrangeSearch();
+  // What a check box or an option needs for its caption, in pixels at 96 dpi.
+  [[nodiscard]] int captionWidth(const Control& control);
   ButtonPeer* peerOf(const Button& button);
   LabelPeer* peerOf(const Label& label);
 

@@ -31,6 +31,7 @@ void MainWindow::arrange() {
   arrangeRows();
   arrangeTexts();
   arrangeBars();
+  arrangeSearch();
   // The one thing that a user would do next.
   const bool canFix = form.cmd_fix.enabled;
   if (ButtonPeer* fix = peerOf(form.cmd_fix)) {
@@ -140,6 +141,8 @@ int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromR
 void MainWindow::arrangeRows() {
   const int pageWidth = desk.fromTwips(form.Frame1.width);
   flow({&form.chameleonButton22, &form.chameleonButton21}, pageWidth, true);
+  constexpr int cancelEnd = 776;
+  flow({&form.chameleonButton12}, desk.pixels(cancelEnd), true);
   arrangeCareful(pageWidth);
   arrangeResultsTitle(pageWidth);
   flow({&form.UndoRepair}, pageWidth, true);

@@ -40,6 +40,7 @@ void MainWindow::connectForm() {
   form.Form1.show = [this](ExclusionDialog&) { showExclusionDialog(desk, form, window); };
   form.frmabout.show = [this](AboutDialog&) { showAboutDialog(desk, form, window); };
   form.openHelp = [this](const std::string& file, int context) { showHelp(window, file, context); };
+  form.onLanguage = [this] { changeLanguage(); };
   // Called from within the system's own calls; no exception may pass through these.
   form.onProcessEnd = [this] {
     tray.area().setVisible(false);
@@ -99,8 +100,9 @@ void MainWindow::openMenu(POINT onScreen) {
             .colors = desk.colors.menuColors()}));
     menuHolder->current()->installPopup(menu);
   }
-  const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, onScreen.x, onScreen.y,
-                                    0, window, nullptr);
+  const UINT side = desk.isMirrored ? TPM_LAYOUTRTL | TPM_RIGHTALIGN : TPM_LEFTALIGN;
+  const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON | side, onScreen.x,
+                                    onScreen.y, 0, window, nullptr);
   menuHolder->release();
   DestroyMenu(menu);
   if (chosen > 0) {

@@ -1,6 +1,7 @@
 // What the main window does when the screen, its resolution or the system's settings change, and
 // when the user goes to another program and comes back.
 #include "desktop/MainWindow.h"
+#include "desktop/Mirroring.h"
 #include "desktop/SystemScreen.h"
 #include "form/Form42.h"
 #include "shell/ThemeChoice.h"
@@ -45,6 +46,14 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   outline->Refresh();
   showShadow();
   tray.area().setIcon(desk.icon("emblem"));
+}
+
+void MainWindow::changeLanguage() {
+  desk.isMirrored = form.readsFromRight;
+  mirror(window, desk.isMirrored);
+  showAll();
+  arrange();
+  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_FRAME);
 }
 
 Theme MainWindow::themeInUse() const { return isDarkWanted(form) ? Theme::Dark : Theme::Light; }

@@ -46,6 +46,7 @@ MainWindow::~MainWindow() {
     control->attach(nullptr);
   }
   form.messages.serveHost = nullptr;
+  form.onLanguage = nullptr;
   others.clear();
   toolPeers.clear();
   buttons.clear();
@@ -177,7 +178,7 @@ void MainWindow::showColor() {
 void MainWindow::paintGround(HDC context) const {
   RECT place{};
   GetClientRect(window, &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   controls::Canvas canvas = buffer.canvas();
   const int title = desk.pixels(titleHeight);
   const int bar = desk.pixels(commandBarBottom);

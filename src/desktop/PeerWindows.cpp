@@ -171,7 +171,9 @@ void Peer::showPlace() {
 
 void Peer::move(int left, int top, int width, int height) const {
   SetWindowPos(window, nullptr, left, top, width, height,
-               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER |
+                   // What is copied there may be turned.
+                   (shared.isMirrored ? SWP_NOCOPYBITS : 0U));
 }
 
 void Peer::moveTo(const Place& place) const {

@@ -53,7 +53,7 @@ void PicturePeer::nextFrame() {
 void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
   const int width = request.rcItem.right;
   const int height = request.rcItem.bottom;
-  const controls::PaintBuffer buffer({width, height});
+  const controls::PaintBuffer buffer({width, height}, controls::sideOf(request.hDC));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(options.ground));
   if (options.hasDisc) {

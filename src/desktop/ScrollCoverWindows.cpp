@@ -45,10 +45,20 @@ void ScrollCover::follow() {
     ShowWindow(window, SW_HIDE);
     return;
   }
+  // At the end of the list, which is the left one where the window is laid out from the right.
   RECT place = bar.rcScrollBar;
+  RECT whole{};
+  GetWindowRect(list, &whole);
   MapWindowPoints(nullptr, GetParent(list), reinterpret_cast<POINT*>(&place), 2);
+  MapWindowPoints(nullptr, GetParent(list), reinterpret_cast<POINT*>(&whole), 2);
+  constexpr int border = 1;
+  const LONG width = place.right - place.left;
+  place.left = isUpright() ? whole.right - border - width : whole.left + border;
+  place.right = place.left + width;
   SetWindowPos(window, HWND_TOP, place.left, place.top, place.right - place.left,
-               place.bottom - place.top, SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_NOOWNERZORDER);
+               place.bottom - place.top,
+               SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_NOOWNERZORDER |
+                   (desk.isMirrored ? SWP_NOCOPYBITS : 0U));
   if (const ScrollRange now = rangeNow(); now != shown) {
     shown = now;
     repaint();
@@ -82,7 +92,7 @@ void ScrollCover::paint() {
   HDC context = BeginPaint(window, &request);
   RECT place{};
   GetClientRect(window, &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk.color(Tone::Surface));
   const auto [start, length] = thumb();

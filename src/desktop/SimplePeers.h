@@ -40,7 +40,8 @@ class LabelPeer : public Peer {
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
-  void drawCounter(HDC context, const std::u16string& caption, RECT place) const;
+  void drawCounter(const controls::PaintBuffer& buffer, const std::u16string& caption,
+                   RECT place) const;
   [[nodiscard]] std::u16string text() const;
   [[nodiscard]] HFONT fontInUse() const;
   [[nodiscard]] bool isMarked() const;

@@ -23,11 +23,11 @@ SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& fo
       owner(ownerWindow),
       onClose(std::move(close)) {
   registerClass(options.windowClass, procedure);
-  window =
-      CreateWindowExW(WS_EX_CONTROLPARENT, options.windowClass, Wide(options.title).get(),
-                      WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, desk.fromTwips(form.left),
-                      desk.fromTwips(form.top), desk.fromTwips(form.width),
-                      desk.fromTwips(form.height), owner, nullptr, GetModuleHandleW(nullptr), this);
+  window = CreateWindowExW(
+      WS_EX_CONTROLPARENT | (desk.isMirrored ? WS_EX_LAYOUTRTL : 0U), options.windowClass,
+      Wide(options.title).get(), WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, desk.fromTwips(form.left),
+      desk.fromTwips(form.top), desk.fromTwips(form.width), desk.fromTwips(form.height), owner,
+      nullptr, GetModuleHandleW(nullptr), this);
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   shadow.attach(this);
@@ -99,7 +99,7 @@ void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
 void SmallWindow::paintGround(HDC context) const {
   RECT place{};
   GetClientRect(window, &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk.color(Tone::Surface));
   canvas.fill({0, 0, place.right, desk.pixels(smallTitleHeight)}, desk.color(Tone::Accent));

@@ -31,6 +31,8 @@ EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
   own(makeChild(parent, L"EDIT", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL));
   constexpr UINT_PTR subclassId = 1;
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  // A key of the registry is read from the left, wherever the window is laid out from.
+  SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, GetWindowLongPtrW(hwnd(), GWL_EXSTYLE) & ~WS_EX_LAYOUTRTL);
   showAll();
 }
 
@@ -112,19 +114,22 @@ void ComboPeer::draw(const DRAWITEMSTRUCT& request) {
   const RECT& place = request.rcItem;
   const bool isFace = (request.itemState & ODS_COMBOBOXEDIT) != 0;
   const bool isChosen = (request.itemState & ODS_SELECTED) != 0 && !isFace;
-  FillRect(request.hDC, &place, desk().brush(isChosen ? Tone::Selected : Tone::Surface));
   const auto position = static_cast<int>(request.itemID);
   if (position < 0) {
+    FillRect(request.hDC, &place, desk().brush(Tone::Surface));
     return;
   }
+  const controls::PaintBuffer buffer({place.right - place.left, place.bottom - place.top},
+                                     controls::sideOf(request.hDC));
+  buffer.canvas().clear(desk().color(isChosen ? Tone::Selected : Tone::Surface));
   const std::u16string text = utf16(entryText(position));
   const Tone tone = !control().enabled ? Tone::Disabled : isChosen ? Tone::OnSelected : Tone::Text;
-  SetBkMode(request.hDC, TRANSPARENT);
-  SetTextColor(request.hDC, controls::colorRef(desk().color(tone)));
-  RECT box = place;
-  box.left += desk().pixels(4);
-  DrawTextW(request.hDC, wideText(text), static_cast<int>(text.size()), &box,
-            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+  const controls::Selection selected(buffer.dc(), desk().font(control().font));
+  SetBkMode(buffer.dc(), TRANSPARENT);
+  SetTextColor(buffer.dc(), controls::colorRef(desk().color(tone)));
+  buffer.write(text, {desk().pixels(4), 0, buffer.size().width, buffer.size().height},
+               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+  buffer.show(request.hDC, place.left, place.top);
 }
 
 std::string ComboPeer::entryText(int position) const {
@@ -145,7 +150,7 @@ void ComboPeer::drawEdge() const {
   InflateRect(&parts.rcItem, -1, -1);
   ExcludeClipRect(context.get(), parts.rcItem.left, parts.rcItem.top, parts.rcItem.right,
                   parts.rcItem.bottom);
-  const controls::PaintBuffer buffer({all.right, all.bottom});
+  const controls::PaintBuffer buffer({all.right, all.bottom}, controls::sideOf(context.get()));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(Tone::Surface));
   const bool isFocused = GetFocus() == hwnd() || IsChild(hwnd(), GetFocus()) != FALSE;

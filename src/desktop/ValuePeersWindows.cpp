@@ -9,6 +9,7 @@
 #include "controls/PaintBuffer.h"
 #include "desktop/CheckMark.h"
 #include "desktop/SimplePeers.h"
+#include "text/Text.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -27,7 +28,7 @@ void paintWindow(HWND window, const Draw& draw) {
   HDC context = BeginPaint(window, &request);
   RECT place{};
   GetClientRect(window, &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   draw(buffer);
   buffer.show(context, 0, 0);
   EndPaint(window, &request);
@@ -78,7 +79,9 @@ void CheckPeer::showText() {
 
 int CheckPeer::naturalWidth() const {
   return desk().pixels(markLength) + desk().pixels(besideMark) +
-         lineWidth(utf16(caption()), desk().font(control().font)) + desk().pixels(besideText);
+         lineWidth(utf16(replaceAll(marked.empty() ? caption() : marked, "&", "")),
+                   desk().font(control().font)) +
+         desk().pixels(besideText);
 }
 
 void CheckPeer::showValue() {
@@ -116,7 +119,7 @@ void CheckPeer::paint() {
                          .isHovered = isHovered,
                          .isPressed = (SendMessageW(hwnd(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0};
     drawCheckMark(canvas, mark, desk().colors);
-    RECT place{length + desk().pixels(besideMark), 0, buffer.size().width, height};
+    const RECT place{length + desk().pixels(besideMark), 0, buffer.size().width, height};
     const controls::Selection selected(buffer.dc(), desk().font(control().font));
     SetBkMode(buffer.dc(), TRANSPARENT);
     SetTextColor(buffer.dc(),
@@ -124,8 +127,7 @@ void CheckPeer::paint() {
     const std::u16string text = utf16(marked.empty() ? caption() : marked);
     const bool hidesKeys = (SendMessageW(hwnd(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
     const UINT prefix = marked.empty() ? DT_NOPREFIX : hidesKeys ? DT_HIDEPREFIX : 0;
-    DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &place,
-              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | prefix);
+    buffer.write(text, place, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | prefix);
     drawFocus(buffer, ground);
   });
 }

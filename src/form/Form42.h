@@ -345,6 +345,8 @@ struct Form42 {
   std::string langFileName;
   // What the program says beside the captions, in that language (languages/Texts.h).
   std::vector<std::string> texts;
+  // Whether that language is read from right to left.
+  bool readsFromRight = false;
   // Whether the language's charset is that of the system, so that the system can draw its menus.
   bool languageMatchesSystem = false;
 
@@ -354,6 +356,8 @@ struct Form42 {
   Dialogs dialogs;
   // Opens a compiled help file at one of its contexts.
   std::function<void(const std::string& file, int context)> openHelp;
+  // What the front end does after the captions of another language were given to the form.
+  std::function<void()> onLanguage;
   // What the front end does when the program ends its process.
   std::function<void()> onProcessEnd;
   // Connections to the registry provider, made when first needed and kept between calls.

@@ -4,6 +4,7 @@
 
 #include "form/Form42.h"
 #include "languages/readlangfile.h"
+#include "unicode/ReadingOrder.h"
 
 namespace zelvreg {
 namespace {
@@ -13,7 +14,9 @@ std::string textAt(const Form42& form, std::size_t number) {
   return isTranslated ? form.texts[number] : std::string(texts.at(number).english);
 }
 
-std::string filled(std::string_view pattern, std::initializer_list<std::string_view> values) {
+// Paths among the values keep their order where the language is read from the right.
+std::string filled(std::string_view pattern, std::initializer_list<std::string_view> values,
+                   bool isReadFromRight) {
   std::string text;
   for (std::size_t at = 0; at < pattern.size(); ++at) {
     const std::size_t number =
@@ -23,7 +26,8 @@ std::string filled(std::string_view pattern, std::initializer_list<std::string_v
     if (number == 0 || number > values.size()) {
       text += pattern[at];
     } else {
-      text += values.begin()[number - 1];
+      const std::string_view value = values.begin()[number - 1];
+      text += isReadFromRight ? keptLeftToRight(value) : std::string(value);
       ++at;
     }
   }
@@ -41,7 +45,7 @@ void loadTexts(Form42& form, const LanguageFile& language) {
 
 std::string textOf(const Form42& form, TextKey key,
                    std::initializer_list<std::string_view> values) {
-  return filled(textAt(form, key.number()), values);
+  return filled(textAt(form, key.number()), values, form.readsFromRight);
 }
 
 std::string translated(const Form42& form, const std::string& english) {

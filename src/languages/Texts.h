@@ -115,6 +115,7 @@ inline constexpr std::array texts{
     Text{"c14", "Startup programs"},
     Text{"c15", "Startup programs"},
     Text{"c16", "Missing Mui cache reference"},
+    Text{"recent-lists", "Users MRU lists"},
 };
 
 // The place of a text in the table. A key that the table does not have does not compile.

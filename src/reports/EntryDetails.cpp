@@ -44,7 +44,8 @@ void View2_ItemClick(Form42& form, std::size_t row) {
   form.selectedRow = row;
   form.lastClickedRow = row;
   form.Label7.caption = textOf(
-      form, "entry-details", {fullKey(form, row), badValue, form.View2.text(row, locationColumn)});
+      form, "entry-details",
+      {fullKey(form, row), badValue, translated(form, form.View2.text(row, locationColumn))});
   form.EvidenceText.caption = evidenceText(form, row);
 }
 

@@ -140,6 +140,7 @@ void changelangoru(Form42& form) {
     return;
   }
   giveFont(form, languageFont(form));
+  form.readsFromRight = charsetReadsFromRight(form.langCode);
   const LanguageFile language = languageInUse(form);
   loadTexts(form, language);
   for (const Caption& caption : captions()) {
@@ -148,6 +149,9 @@ void changelangoru(Form42& form) {
   changeFurtherCaptions(form, language);
   // Label7, of which it is a part, asks for a row again.
   form.EvidenceText.caption = "";
+  if (form.onLanguage) {
+    form.onLanguage();
+  }
 }
 
 void createCategoryRows(Form42& form) {

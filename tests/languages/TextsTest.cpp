@@ -22,6 +22,13 @@ TEST_F(TextsTest, WithoutALanguageTheyAreEnglish) {
   EXPECT_EQ(textOf(form, "problems-found", {"7"}), "7 Problem(s) Found ");
 }
 
+TEST_F(TextsTest, APathKeepsItsOrderInALanguageThatIsReadFromTheRight) {
+  form.readsFromRight = true;
+  EXPECT_EQ(textOf(form, "implausible", {"C:\\a"}),
+            "This is implausible: \xE2\x80\xAA"
+            "C:\\a\xE2\x80\xAC.");
+}
+
 TEST_F(TextsTest, AreTheLanguagesWhereItHasThemAndElseEnglish) {
   speak("total-found=Alle Probleme\nnone=\n");
   EXPECT_EQ(textOf(form, "total-found"), "Alle Probleme");

@@ -176,6 +176,20 @@ TEST_F(LanguagesTest, EachCaptionGoesOnlyToItsControl) {
   }
 }
 
+TEST_F(LanguagesTest, TheFormKnowsFromWhichSideItsLanguageIsRead) {
+  int changes = 0;
+  form.onLanguage = [&changes] { ++changes; };
+  for (const fixture::ShippedLanguage& language : shippedLanguages) {
+    choose(language.tag, language.charset);
+    EXPECT_EQ(form.readsFromRight, language.tag == std::string_view("arabic")) << language.tag;
+  }
+  EXPECT_EQ(changes, static_cast<int>(std::size(shippedLanguages)));
+  constexpr int hebrew = 177;
+  makeFile(folder + "\\lang\\zelvreg-hebrew.lang", "[Form42]\ncmd_start=x\n");
+  choose("hebrew", hebrew);
+  EXPECT_TRUE(form.readsFromRight);
+}
+
 TEST_F(LanguagesTest, CaptionsAreReadInTheStoredCharset) {
   makeFile(folder + "\\lang\\zelvreg-japanese.lang", "[Form42]\ncmd_start=\x83\x5C\x81\x5B\n");
   choose("japanese", 128);

@@ -77,6 +77,8 @@ class Screen:
         self.pictures = pictures
         self.story = story
         self.taken = 0
+        # Whether the window is laid out from the right.
+        self.is_mirrored = False
         for name in ("asked", "answered"):
             os.mkfifo(box.notes / name)
         inside = f"/zelvreg/prefix/{NOTES}"
@@ -181,6 +183,8 @@ class Screen:
         """Clicks a control without a caption, where the layout has it."""
         window = self.see("the window")
         left, top, width, height = places()[name]
+        if self.is_mirrored:
+            left = window.place[2] - left - width
         self.display.click(window.place[0] + left + width // 2, window.place[1] + top + height // 2)
 
     def press_picture_at_right(self, name):

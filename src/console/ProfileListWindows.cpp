@@ -12,7 +12,6 @@
 #include "keys/DirectText.h"
 #include "keys/WideKey.h"
 #include "roots/UserKeys.h"
-#include "roots/ValueTypes.h"
 #include "runtime/Environment.h"
 #include "runtime/Shares.h"
 #include "text/Text.h"
@@ -23,17 +22,10 @@ namespace {
 
 constexpr const char* mandatoryHive = "\\NTUSER.MAN";
 
-// Of the value State of a profile: what is changed in it is lost when its user signs out.
-constexpr DWORD isMandatory = 0x1;
-constexpr DWORD isTemporary = 0x800;
-
 // A value of the list of profiles, with its variables expanded.
-std::string pathIn(const std::u16string& key, const std::u16string& name) {
-  const auto value = valueAt(HiveHandle::LocalMachine, key, name);
-  if (!value || !isSingleText(value->type)) {
-    return {};
-  }
-  std::string path(untilNul(expandedText(textOf(*value))));
+std::string pathIn(const std::u16string& key, const char* name) {
+  std::string path;
+  readExpandedText(HiveHandle::LocalMachine, utf8(key), name, KEY_WOW64_64KEY, path);
   while (path.ends_with('\\')) {
     path.pop_back();
   }
@@ -65,8 +57,8 @@ class Lister {
         addListed(utf8(name), above + u"\\" + name);
       }
     }
-    addFoldersIn(pathIn(above, u"ProfilesDirectory"));
-    addFolder(pathIn(above, u"Default"));
+    addFoldersIn(pathIn(above, "ProfilesDirectory"));
+    addFolder(pathIn(above, "Default"));
     putOwnFirst();
     return std::move(result);
   }
@@ -74,7 +66,7 @@ class Lister {
  private:
   void addListed(const std::string& sid, const std::u16string& key) {
     const bool isSignedIn = isLoaded(sid);
-    ListedProfile profile = profileAt(pathIn(key, u"ProfileImagePath"), sid);
+    ListedProfile profile = profileAt(pathIn(key, "ProfileImagePath"), sid);
     if (isSignedIn) {
       profile.user.key = sid;
     }
@@ -91,30 +83,27 @@ class Lister {
 
   // Empty if it is not.
   std::string whyLeftOut(const ListedProfile& profile, DWORD state, bool isSignedIn) {
-    if ((state & isTemporary) != 0) {
-      return "is a temporary one, which Windows deletes";
-    }
-    if ((state & isMandatory) != 0) {
-      return "is a mandatory one, which does not keep what is changed in it";
+    if (const char* why = whyProfileIsLost(state)) {
+      return why;
     }
     if (folders.contains(upperCase(profile.folder))) {
-      return "has the folder of another one";
+      return profileFaults::hasFolderOfAnother;
     }
     if (isSignedIn) {
       return {};
     }
     if (!isOnDrive(profile.folder)) {
-      return "is on no drive of this computer";
+      return profileFaults::isOnNoDrive;
     }
     if (isFileThere(profile.folder + userHive)) {
       return {};
     }
     const DWORD code = GetLastError();
     if (isFileThere(profile.folder + mandatoryHive)) {
-      return "is a mandatory one, which does not keep what is changed in it";
+      return profileFaults::isMandatory;
     }
     return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND
-               ? "has no hive (NTUSER.DAT)"
+               ? profileFaults::hasNoHive
                : "cannot be looked into (error " + std::to_string(code) + ")";
   }
 

@@ -63,9 +63,10 @@ void setAll(HiveHandle root, const std::u16string& path) {
 }
 
 // Folders of the profile may have been moved elsewhere.
-std::string movedFolder(const char16_t* name, const std::string& usual) {
-  const auto value = valueAt(HiveHandle::CurrentUser, userShellFoldersKey, name);
-  const std::string folder = value && isSingleText(value->type) ? expanded(*value) : std::string();
+std::string movedFolder(const char* name, const std::string& usual) {
+  std::string folder;
+  readExpandedText(HiveHandle::CurrentUser, utf8(userShellFoldersKey), name, KEY_WOW64_64KEY,
+                   folder);
   return folder.empty() ? usual : folder;
 }
 
@@ -75,8 +76,8 @@ void setProfile(const ListedProfile& profile) {
   set("HOMEDRIVE", folder.substr(0, 2));
   set("HOMEPATH", folder.substr(std::min<std::size_t>(2, folder.size())));
   set("USERNAME", profile.user.name);
-  const std::string local = movedFolder(u"Local AppData", folder + "\\AppData\\Local");
-  set("APPDATA", movedFolder(u"AppData", folder + "\\AppData\\Roaming"));
+  const std::string local = movedFolder("Local AppData", folder + "\\AppData\\Local");
+  set("APPDATA", movedFolder("AppData", folder + "\\AppData\\Roaming"));
   set("LOCALAPPDATA", local);
   set("TEMP", local + "\\Temp");
   set("TMP", local + "\\Temp");

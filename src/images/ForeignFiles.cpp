@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "images/ImageRefusal.h"
 #include "images/LittleEndian.h"
-#include "machine/base/MachineError.h"
 #include "machine/base/PlainFile.h"
 
 namespace zelvreg::images {
@@ -20,10 +20,6 @@ using machine::FileDescriptor;
 
 constexpr std::size_t sectorSize = 512;
 using Sector = std::array<std::byte, sectorSize>;
-
-[[noreturn]] void refuse(const fs::path& image, const std::string& why) {
-  throw machine::MachineError(image.string() + ": " + why);
-}
 
 bool beginsWith(const Sector& sector, std::string_view text) {
   return std::equal(text.begin(), text.end(), sector.begin(), [](char left, std::byte right) {

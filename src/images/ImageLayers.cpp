@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "images/ForeignFiles.h"
-#include "machine/base/MachineError.h"
+#include "images/ImageRefusal.h"
 #include "machine/base/PlainFile.h"
 #include "unicode/Unicode.h"
 
@@ -18,7 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::json;
-using machine::MachineError;
 
 constexpr std::size_t mostLayers = 64;
 
@@ -27,10 +26,6 @@ constexpr std::array<std::string_view, 11> formats{
     "raw", "qcow2", "vpc", "vhdx", "vmdk", "vdi", "qcow", "qed", "dmg", "cloop", "parallels"};
 // Those that can build on another image.
 constexpr std::array<std::string_view, 4> layeredFormats{"qcow2", "qcow", "qed", "vmdk"};
-
-[[noreturn]] void refuse(const fs::path& image, const std::string& why) {
-  throw MachineError(image.string() + ": " + why);
-}
 
 // Empty for a plain file that can be read.
 std::string whyNotReadable(const fs::path& file) {

@@ -13,6 +13,7 @@
 
 #include "images/DriveLetters.h"
 #include "images/ImagePrograms.h"
+#include "images/ImageRefusal.h"
 #include "images/OwnMounts.h"
 #include "machine/base/FileDescriptor.h"
 #include "machine/base/MachineError.h"
@@ -90,9 +91,7 @@ MountedImage::MountedImage(ImageTarget target) : image(std::move(target)) {
 
 MountedImage::~MountedImage() = default;
 
-void MountedImage::refuse(const std::string& why) const {
-  throw MachineError(image.file.string() + ": " + why);
-}
+void MountedImage::refuse(const std::string& why) const { images::refuse(image.file, why); }
 
 fs::path MountedImage::folderOf(const Partition& partition) const {
   return folder / ("partition " + std::to_string(partition.number));

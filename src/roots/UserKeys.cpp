@@ -1,7 +1,5 @@
 #include "roots/UserKeys.h"
 
-#include <cstdint>
-
 namespace zelvreg {
 
 bool isSidText(std::string_view text) {
@@ -11,6 +9,14 @@ bool isSidText(std::string_view text) {
 
 bool isPersonsSid(std::string_view sid) {
   return sid.starts_with("S-1-5-21-") || sid.starts_with("S-1-12-1-");
+}
+
+const char* whyProfileIsLost(std::uint32_t state) {
+  constexpr std::uint32_t mandatory = 0x1;
+  constexpr std::uint32_t temporary = 0x800;
+  return (state & temporary) != 0   ? profileFaults::isTemporary
+         : (state & mandatory) != 0 ? profileFaults::isMandatory
+                                    : nullptr;
 }
 
 std::string inventedSid(std::u16string_view upperCaseName, const std::set<std::string>& taken) {

@@ -2,6 +2,7 @@
 #ifndef ZELVREG_ROOTS_USER_KEYS_H
 #define ZELVREG_ROOTS_USER_KEYS_H
 
+#include <cstdint>
 #include <set>
 #include <string>
 #include <string_view>
@@ -25,6 +26,19 @@ bool isSidText(std::string_view text);
 // Whether an identifier is that of somebody who signs in: an account of the computer, of a domain
 // or of a directory, not one of the system's, of services and of their virtual accounts.
 bool isPersonsSid(std::string_view sid);
+
+// Why a profile is left out, as messages say it.
+namespace profileFaults {
+inline constexpr const char* isTemporary = "is a temporary one, which Windows deletes";
+inline constexpr const char* isMandatory =
+    "is a mandatory one, which does not keep what is changed in it";
+inline constexpr const char* hasFolderOfAnother = "has the folder of another one";
+inline constexpr const char* isOnNoDrive = "is on no drive of this computer";
+inline constexpr const char* hasNoHive = "has no hive (NTUSER.DAT)";
+}  // namespace profileFaults
+
+// By its value State in the list of profiles; null if what is changed in it is kept.
+const char* whyProfileIsLost(std::uint32_t state);
 
 // An identifier for a profile that no list names: the same one each time, by the name of its folder
 // in upper case, unless that one is taken.

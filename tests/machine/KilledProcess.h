@@ -132,6 +132,22 @@ CallFailure failCall(int number, int error, Prepare prepare, Work work, bool& ha
   return result;
 }
 
+// The same for each call of the work in turn. `judge` hears which call it was, and whether the work
+// ended with an exception. How many calls were on files.
+template <typename Work, typename Judge>
+int failEachCall(int error, Work work, const Judge& judge) {
+  int failures = 0;
+  CallFailure failure = CallFailure::Done;
+  for (int call = 0; failure != CallFailure::NoSuchCall; ++call) {
+    bool hasFailed = false;
+    failure = failCall(
+        call, error, [] {}, work, hasFailed);
+    judge(call, hasFailed);
+    failures += failure == CallFailure::Done ? 1 : 0;
+  }
+  return failures;
+}
+
 #endif
 
 }  // namespace zelvreg::fixture

@@ -172,7 +172,8 @@ class Loader {
     listed = listedProfiles();
     for (const OfflineProfile& profile : files.profiles) {
       const auto sid = listedSid(profile);
-      const char* why = sid && disk.everyProfile ? whyLost(listed.at(*sid)) : nullptr;
+      const char* why =
+          sid && disk.everyProfile ? whyProfileIsLost(listed.at(*sid).state) : nullptr;
       if (why != nullptr) {
         taken.insert(*sid);
         leaveOut(*sid, why);
@@ -181,16 +182,6 @@ class Loader {
         mountUser(profile, known, result.systemDrive, isPersonsSid(known));
       }
     }
-  }
-
-  // Null if what is changed in it is kept.
-  static const char* whyLost(const Listed& profile) {
-    constexpr DWORD isMandatory = 0x1;
-    constexpr DWORD isTemporary = 0x800;
-    return (profile.state & isTemporary) != 0   ? "is a temporary one, which Windows deletes"
-           : (profile.state & isMandatory) != 0 ? "is a mandatory one, which does not keep what is "
-                                                  "changed in it"
-                                                : nullptr;
   }
 
   void leaveOut(const std::string& sid, const std::string& why) {
@@ -247,8 +238,9 @@ class Loader {
     const bool hasDrive = place.size() > 3 && place[1] == u':' && place[2] == u'\\';
     const char letter = hasDrive ? static_cast<char>(upperCase(place[0])) : '\0';
     const auto drive = disk.drives.find(letter);
-    if (!hasDrive || whyLost(entry) != nullptr) {
-      leaveOut(sid, hasDrive ? whyLost(entry) : "is on no drive of this computer");
+    const char* why = hasDrive ? whyProfileIsLost(entry.state) : profileFaults::isOnNoDrive;
+    if (why != nullptr) {
+      leaveOut(sid, why);
       return;
     }
     if (letter != result.systemDrive && drive == disk.drives.end()) {
@@ -265,9 +257,9 @@ class Loader {
     if (profile && !isMounted(profile->hive)) {
       mountUser(*profile, sid, letter, isPersonsSid(sid));
     } else if (profile) {
-      leaveOut(sid, "has the folder of another one");
+      leaveOut(sid, profileFaults::hasFolderOfAnother);
     } else if (unreadable.empty()) {
-      leaveOut(sid, "has no hive (NTUSER.DAT)");
+      leaveOut(sid, profileFaults::hasNoHive);
     }
   }
 

@@ -135,15 +135,8 @@ TEST_F(HibernationTest, AnErrorWhereverItIsLookedForIsAReasonNotToWrite) {
       throw std::runtime_error("it seems to be awake");
     }
   };
-  int failures = 0;
-  CallFailure failure = CallFailure::Done;
-  for (int call = 0; failure != CallFailure::NoSuchCall; ++call) {
-    bool seemsAwake = false;
-    failure = failCall(
-        call, EIO, [] {}, look, seemsAwake);
-    EXPECT_FALSE(seemsAwake) << call;
-    failures += failure == CallFailure::Done ? 1 : 0;
-  }
+  const int failures =
+      failEachCall(EIO, look, [](int call, bool seemsAwake) { EXPECT_FALSE(seemsAwake) << call; });
   EXPECT_GT(failures, 3);
 }
 #endif

@@ -55,8 +55,8 @@ TEST_F(SizeTest, AnEdgeIsDraggedUntilItIsLetGoAndThatIsKept) {
   form.window.visible = true;
   setSize(windowWidth, windowHeight);
   const RECT before = place();
-  SetCursorPos(before.left + 100, before.bottom - 2);
-  SendMessageW(window.hwnd(), WM_NCLBUTTONDOWN, HTBOTTOM, 0);
+  SendMessageW(window.hwnd(), WM_NCLBUTTONDOWN, HTBOTTOM,
+               MAKELPARAM(before.left + 100, before.bottom - 2));
   SetCursorPos(before.left + 130, before.bottom + 28);
   SendMessageW(window.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, 0);
   SendMessageW(window.hwnd(), WM_LBUTTONUP, 0, 0);

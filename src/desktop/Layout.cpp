@@ -287,9 +287,10 @@ constexpr std::array controls{
     ControlPlace{control<&Form42::View3>, {0, 116, page.width, 290}, whole},
     ControlPlace{control<&Form42::View4>, {0, 36, page.width, 370}, whole},
     ControlPlace{control<&Form42::CarefulBox>, {490, 27, 300, 20}},
-    ControlPlace{control<&Form42::Check1>, {0, 36, 330, 22}},
-    ControlPlace{control<&Form42::ToolbarBox>, {340, 36, 230, 22}},
-    ControlPlace{control<&Form42::cboTheme>, {580, 32, 210, 24}, toRight},
+    // In line with the boxes below, the first as wide as two of them.
+    ControlPlace{control<&Form42::Check1>, {0, 36, 520, 22}},
+    ControlPlace{control<&Form42::ToolbarBox>, {530, 36, 260, 22}},
+    ControlPlace{control<&Form42::cboTheme>, {580, 4, 210, 24}, toRight},
     ControlPlace{control<&Form42::Bar1>, {78, 33, 602, 8}, wide},
     ControlPlace{control<&Form42::Image2>, {20, 14, 32, 32}},
     ControlPlace{

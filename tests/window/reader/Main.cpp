@@ -116,9 +116,8 @@ Json rowPlace(HWND list, const Letter& letter, int row) {
   Letter::Content content{};
   content.place.left = LVIR_BOUNDS;
   letter.send(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), content);
-  POINT corner{content.place.left, content.place.top};
-  ClientToScreen(list, &corner);
-  OffsetRect(&content.place, corner.x - content.place.left, corner.y - content.place.top);
+  // Both corners, because a list that is laid out from the right counts from there.
+  MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&content.place), 2);
   return placeOf(content.place);
 }
 

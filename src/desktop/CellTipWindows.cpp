@@ -65,6 +65,13 @@ void CellTip::follow(POINT where) {
   std::u16string text = item >= 0 && textOf ? textOf(item, column) : std::u16string();
   tool.lpszText = roomIn(text);
   SendMessageW(window, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+  // The tip may have seen this move before it knew of the cell, and the mouse may rest from here
+  // on.
+  MSG move{};
+  move.hwnd = list;
+  move.message = WM_MOUSEMOVE;
+  move.lParam = MAKELPARAM(where.x, where.y);
+  SendMessageW(window, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
 }
 
 void CellTip::showLook() const {

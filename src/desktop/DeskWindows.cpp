@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "controls/PaintBuffer.h"
 #include "controls/modShadow.h"
@@ -80,6 +81,20 @@ void Desk::readColors(Theme wanted) {
   }
 }
 
+void Desk::onColors(const void* owner, std::function<void()> show) {
+  if (show) {
+    common->listeners[owner] = std::move(show);
+  } else {
+    common->listeners.erase(owner);
+  }
+}
+
+void Desk::tellColors() const {
+  for (const auto& [owner, show] : common->listeners) {
+    show();
+  }
+}
+
 controls::Picture Desk::icon(std::string_view key, int length, std::optional<Tone> tone) const {
   controls::Picture picture = iconPicture(
       {.key = key, .pixels = pixels(length), .color = color(tone.value_or(toneOfIcon(key)))});
@@ -89,8 +104,7 @@ controls::Picture Desk::icon(std::string_view key, int length, std::optional<Ton
 }
 
 void Desk::catchUp() {
-  auto work = std::move(waiting);
-  waiting.clear();
+  const auto work = std::exchange(common->waiting, {});
   for (const auto& [owner, run] : work) {
     run();
   }
@@ -98,7 +112,7 @@ void Desk::catchUp() {
 
 void Desk::wait(const MessageQueue& queue) const {
   constexpr DWORD timerTick = 10;  // milliseconds
-  const bool isUrgent = queue.hasPosted() || !waiting.empty();
+  const bool isUrgent = queue.hasPosted() || !common->waiting.empty();
   const DWORD limit = isUrgent ? 0 : queue.hasWork() ? timerTick : INFINITE;
   MsgWaitForMultipleObjectsEx(0, nullptr, limit, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }

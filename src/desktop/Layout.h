@@ -108,9 +108,11 @@ struct ControlPlace {
   Anchors anchors = {};
 };
 
-// The resolution at which the window is shown on a screen with that resolution: the same, or the
+// The resolution at which a window is shown on a screen with that resolution: the same, or the
 // highest at which the window fits into the work area (in pixels of the screen), but at least 96.
-int fittingResolution(int resolution, int areaWidth, int areaHeight);
+// The window's size is in pixels at 96 dpi, the smallest of the main window unless told.
+int fittingResolution(int resolution, int areaWidth, int areaHeight, int width = windowWidth,
+                      int height = windowHeight);
 
 // Frames come before the controls in them.
 std::span<const FramePlace> framePlaces();

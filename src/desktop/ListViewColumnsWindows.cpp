@@ -3,6 +3,7 @@
 
 #include "desktop/ListText.h"
 #include "desktop/ListViewPeer.h"
+#include "desktop/SystemScreen.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -32,7 +33,7 @@ void ListViewPeer::fitColumns() {
   const int rows =
       (whole.bottom - whole.top - 2 - desk().pixels(headerHeight)) / std::max(1, rowPixels());
   const bool isLong = static_cast<int>(order.count()) > rows;
-  int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
+  int left = whole.right - whole.left - 2 - (isLong ? scrollBarWidth(hwnd()) : 0);
   const std::size_t count = widths.size();
   for (std::size_t column = 0; column < count; ++column) {
     int width = desk().pixels(widths[column]);

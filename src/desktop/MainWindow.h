@@ -70,6 +70,8 @@ class MainWindow : private ControlPeer {
   void showShadow();
   void restorePlace();
   void returnToScreen();
+  // At another resolution it has the size of the screen as before.
+  void staysMaximized();
   void notePlace();
   void keepPlace();
 
@@ -101,6 +103,8 @@ class MainWindow : private ControlPeer {
   // Puts the size of the main screen into the form, in twips.
   void readScreen();
   void changeResolution(int resolution, const RECT* suggested);
+  // Of the window, and in the notification area.
+  void showIcons();
   void showAll();
   // The form has the captions of another language.
   void changeLanguage();
@@ -156,6 +160,7 @@ class MainWindow : private ControlPeer {
   HWND window = nullptr;
   std::unique_ptr<controls::TransForm> outline;
   std::unique_ptr<controls::CMWndProc> menuHolder;
+  std::array<controls::IconHandle, 2> icons;  // by ICON_SMALL and ICON_BIG
   controls::TrayWindow tray;
   PickerKeys pickerKeys;
   std::vector<std::unique_ptr<FramePeer>> frames;

@@ -1,5 +1,10 @@
 // What the main window does when the screen, its resolution or the system's settings change, and
 // when the user goes to another program and comes back.
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "desktop/IconPicture.h"
 #include "desktop/MainWindow.h"
 #include "desktop/Mirroring.h"
 #include "desktop/SystemScreen.h"
@@ -28,16 +33,21 @@ void MainWindow::showAll() {
 }
 
 void MainWindow::changeResolution(int resolution, const RECT* suggested) {
-  const SIZE room = roomInTheMiddle();
+  // Only the form's own start-up puts it into the middle.
+  const SIZE room = suggested == nullptr ? roomInTheMiddle() : roomAround(*suggested);
   const int fitting = fittingResolution(resolution, room.cx, room.cy);
   const bool isNew = fitting != desk.resolution();
   desk.setResolution(fitting);
   readScreen();
-  // The system's rectangle keeps the same place under the mouse; the size is the window's own.
-  SetWindowPos(window, nullptr, suggested == nullptr ? 0 : suggested->left,
-               suggested == nullptr ? 0 : suggested->top, desk.fromTwips(form.window.width),
-               desk.fromTwips(form.window.height),
-               SWP_NOZORDER | SWP_NOACTIVATE | (suggested == nullptr ? SWP_NOMOVE : 0));
+  if (IsZoomed(window) == FALSE) {
+    // The system's rectangle keeps the same place under the mouse; the size is the window's own.
+    SetWindowPos(window, nullptr, suggested == nullptr ? 0 : suggested->left,
+                 suggested == nullptr ? 0 : suggested->top, desk.fromTwips(form.window.width),
+                 desk.fromTwips(form.window.height),
+                 SWP_NOZORDER | SWP_NOACTIVATE | (suggested == nullptr ? SWP_NOMOVE : 0));
+  } else {
+    staysMaximized();
+  }
   if (!isNew || outline == nullptr) {
     return;
   }
@@ -45,7 +55,26 @@ void MainWindow::changeResolution(int resolution, const RECT* suggested) {
   arrange();
   outline->Refresh();
   showShadow();
-  tray.area().setIcon(desk.icon("emblem"));
+  showIcons();
+}
+
+// The system shrinks or stretches an icon of another size, which blurs it. The notification area is
+// on the main screen.
+void MainWindow::showIcons() {
+  constexpr int small = 16;
+  constexpr std::array<std::pair<WPARAM, int>, 2> sizes{{{ICON_SMALL, small}, {ICON_BIG, 32}}};
+  for (const auto& [kind, length] : sizes) {
+    const int pixels = desk.pixels(length);
+    controls::IconHandle icon(
+        static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                      pixels, pixels, LR_DEFAULTCOLOR)));
+    SendMessageW(window, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon.get()));
+    icons[kind] = std::move(icon);
+  }
+  constexpr std::string_view emblem = "emblem";
+  tray.area().setIcon(iconPicture({.key = emblem,
+                                   .pixels = MulDiv(small, resolutionOfMainScreen(), 96),
+                                   .color = desk.color(toneOfIcon(emblem))}));
 }
 
 void MainWindow::changeLanguage() {

@@ -153,8 +153,12 @@ void MainWindow::sizeChanged(WPARAM kind) {
   RECT client{};
   GetClientRect(window, &client);
   isTelling = true;
-  form.window.width = desk.toTwips(client.right);
-  form.window.height = desk.toTwips(client.bottom);
+  // What was rounded at another resolution is not rounded again.
+  if (desk.fromTwips(form.window.width) != client.right ||
+      desk.fromTwips(form.window.height) != client.bottom) {
+    form.window.width = desk.toTwips(client.right);
+    form.window.height = desk.toTwips(client.bottom);
+  }
   const bool isMaximized = kind == SIZE_MAXIMIZED;
   form.window.windowState = isMaximized ? WindowState::Maximized : WindowState::Normal;
   isTelling = false;
@@ -214,6 +218,20 @@ void MainWindow::returnToScreen() {
   if (hasOpened && IsZoomed(window) == FALSE && IsIconic(window) == FALSE) {
     placeAt(placeInside(placeOf(window), placeOf(areasAround(window).work), leastPlace()));
   }
+}
+
+void MainWindow::staysMaximized() {
+  const RECT area = areasAround(window).work;
+  placeAt(placeOf(area));
+  sizeChanged(SIZE_MAXIMIZED);
+  // The place that it goes back to.
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  GetWindowPlacement(window, &placement);
+  RECT& normal = placement.rcNormalPosition;
+  normal.right = normal.left + desk.pixels(memory.width);
+  normal.bottom = normal.top + desk.pixels(memory.height);
+  SetWindowPlacement(window, &placement);
 }
 
 void MainWindow::notePlace() {

@@ -80,7 +80,7 @@ void MainWindow::attachWindowParts() {
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   menuHolder = std::make_unique<controls::CMWndProc>(window);
-  tray.area().setIcon(desk.icon("emblem"));
+  showIcons();
   tray.area().setToolTip(form.TrayArea1.toolTip);
   tray.area().onNotice = [this](controls::TrayNotice notice) {
     if (notice.event == controls::TrayEvent::MouseUp && notice.button == 1) {
@@ -173,6 +173,7 @@ void MainWindow::showColor() {
     }
   }
   RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  desk.tellColors();
 }
 
 void MainWindow::paintGround(HDC context) const {
@@ -245,7 +246,6 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   if (const auto answer = handleSize(message, wParam, lParam)) {
     return *answer;
   }
-  constexpr UINT resolutionChanged = 0x02E0;
   switch (message) {
     case WM_ERASEBKGND:
       paintGround(reinterpret_cast<HDC>(wParam));

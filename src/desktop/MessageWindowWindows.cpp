@@ -56,11 +56,14 @@ MessageLook lookOf(MessageIcon icon) {
   }
 }
 
+// At another resolution letters may be a little wider, and a line may break earlier.
+constexpr int measuredWidth = textWidth * 97 / 100;
+
 int heightOf(Desk& desk, const Label& text) {
   const controls::WindowContext screen(nullptr);
   const controls::Selection selected(screen.get(), desk.font(text.font));
   const std::u16string content = utf16(text.caption.get());
-  RECT box{0, 0, desk.pixels(textWidth), 0};
+  RECT box{0, 0, desk.pixels(measuredWidth), 0};
   DrawTextW(screen.get(), wideText(content), static_cast<int>(content.size()), &box,
             DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL);
   return std::max(leastTextHeight, MulDiv(box.bottom, 96, desk.resolution()) + 2);

@@ -30,6 +30,7 @@ struct SmallWindowOptions {
 class SmallWindow : private ControlPeer {
  public:
   // The caller adds the peers. Desk, form and owner must outlive the window; the owner may be null.
+  // It has the colors of the desk, and the resolution of the screen that it is on.
   SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow, HWND owner,
               std::function<void()> close, const SmallWindowOptions& options);
   SmallWindow(const SmallWindow&) = delete;
@@ -44,12 +45,19 @@ class SmallWindow : private ControlPeer {
   // Shows it and serves the queue as long as `isOpen` is true; the owner is disabled.
   void runModal(MessageQueue& messages, const bool& isOpen);
 
+  [[nodiscard]] HWND hwnd() const { return window; }
+
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   void changed(const Control& control, Change what, std::size_t row) override;
   void paintGround(HDC context) const;
+  // Gives it its size at the resolution of the screen, as far as the screen has room.
+  void takeResolution(int resolution, const RECT& onScreen);
+  void beginOnItsScreen();
+  void changeResolution(int resolution, const RECT& suggested);
+  void showAll();
 
-  Desk& desk;
+  Desk desk;
   FormWindow& form;
   DropShadow& shadow;
   HWND owner;

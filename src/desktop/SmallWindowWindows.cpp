@@ -3,6 +3,8 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "controls/modShadow.h"
+#include "desktop/SystemScreen.h"
+#include "desktop/WindowEdges.h"
 #include "form/Form42.h"
 #include "languages/Texts.h"
 
@@ -17,7 +19,7 @@ constexpr int cornerRadius = 8;
 SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow,
                          HWND ownerWindow, std::function<void()> close,
                          const SmallWindowOptions& options)
-    : desk(sharedDesk),
+    : desk(sharedDesk, sharedDesk.resolution()),
       form(shownForm),
       shadow(formShadow),
       owner(ownerWindow),
@@ -28,12 +30,15 @@ SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& fo
       Wide(options.title).get(), WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, desk.fromTwips(form.left),
       desk.fromTwips(form.top), desk.fromTwips(form.width), desk.fromTwips(form.height), owner,
       nullptr, GetModuleHandleW(nullptr), this);
+  beginOnItsScreen();
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   shadow.attach(this);
+  desk.onColors(this, [this] { showAll(); });
 }
 
 SmallWindow::~SmallWindow() {
+  desk.onColors(this, nullptr);
   shadow.attach(nullptr);
   peers.clear();
   outline.reset();
@@ -111,12 +116,50 @@ void SmallWindow::paintGround(HDC context) const {
   buffer.show(context, 0, 0);
 }
 
+void SmallWindow::takeResolution(int resolution, const RECT& onScreen) {
+  const SIZE room = roomAround(onScreen);
+  desk.setResolution(fittingResolution(resolution, room.cx, room.cy, form.width / twipsPerPixel,
+                                       form.height / twipsPerPixel));
+}
+
+// Its owner's desk may have another resolution. It keeps its middle, but is all on the screen.
+void SmallWindow::beginOnItsScreen() {
+  RECT made{};
+  GetWindowRect(window, &made);
+  takeResolution(resolutionOf(window), made);
+  const RECT area = areasAround(window).work;
+  const int width = desk.fromTwips(form.width);
+  const int height = desk.fromTwips(form.height);
+  const Place place = placeInside(
+      {(made.left + made.right - width) / 2, (made.top + made.bottom - height) / 2, width, height},
+      {area.left, area.top, area.right - area.left, area.bottom - area.top}, {0, 0, width, height});
+  SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The rectangle of the system keeps the window under the mouse.
+void SmallWindow::changeResolution(int resolution, const RECT& suggested) {
+  takeResolution(resolution, suggested);
+  SetWindowPos(window, nullptr, suggested.left, suggested.top, desk.fromTwips(form.width),
+               desk.fromTwips(form.height), SWP_NOZORDER | SWP_NOACTIVATE);
+  outline->Refresh();
+  desk.castShadow(window, shadow);
+  showAll();
+}
+
+void SmallWindow::showAll() {
+  for (const auto& peer : peers) {
+    peer->showAll();
+  }
+  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
 LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCCREATE) {
     const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
     SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
   }
-  const auto* self = reinterpret_cast<SmallWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+  auto* self = reinterpret_cast<SmallWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
   if (self == nullptr) {
     return DefWindowProcW(hwnd, message, wParam, lParam);
   }
@@ -127,6 +170,13 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
     case WM_ERASEBKGND:
       self->paintGround(reinterpret_cast<HDC>(wParam));
       return TRUE;
+    case resolutionChanged:
+      // While it is being made, its maker asks for the resolution.
+      if (self->outline == nullptr) {
+        return 0;
+      }
+      self->changeResolution(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
     case WM_CLOSE:
       self->onClose();
       return 0;

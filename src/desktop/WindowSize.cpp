@@ -40,10 +40,9 @@ void follow(Control& control, const Entry& entry, const Growth& growth) {
 
 }  // namespace
 
-int fittingResolution(int resolution, int areaWidth, int areaHeight) {
+int fittingResolution(int resolution, int areaWidth, int areaHeight, int width, int height) {
   constexpr int normal = 96;
-  const int fitting =
-      std::min(areaWidth * normal / windowWidth, areaHeight * normal / windowHeight);
+  const int fitting = std::min(areaWidth * normal / width, areaHeight * normal / height);
   return std::max(normal, std::min(resolution, fitting));
 }
 

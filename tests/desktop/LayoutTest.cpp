@@ -222,6 +222,7 @@ TEST_F(LayoutTest, TheWindowFollowsTheResolutionAsFarAsTheScreenHasRoom) {
   EXPECT_LE(windowWidth * fittingResolution(192, 1500, roomy) / 96, 1500);
   // Smaller than this it is not readable.
   EXPECT_EQ(fittingResolution(120, 800, 600), 96);
+  EXPECT_EQ(fittingResolution(120, 800, 600, 520, 200), 120) << "a small window";
 }
 
 TEST_F(LayoutTest, TheYearHasTwoPlacesAndWhatStandsForItselfIsShown) {

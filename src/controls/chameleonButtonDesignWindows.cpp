@@ -84,8 +84,11 @@ void chameleonButton::applyOutline() const {
 }
 
 void chameleonButton::applyFont() {
-  font = makeFont(properties().Font, dpi);
-  SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+  FontHandle made = makeFont(properties().Font, dpi);
+  for (HWND shown : {window, tip}) {
+    SendMessageW(shown, WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), FALSE);
+  }
+  font = std::move(made);
 }
 
 void chameleonButton::setFontBold(bool value) {
@@ -130,6 +133,7 @@ void chameleonButton::setToolTip(const std::string& text) {
   std::u16string wide = utf16(text);
   tool.lpszText = roomIn(wide);
   SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  SendMessageW(tip, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
   applyTipColors();
 }
 

@@ -26,7 +26,8 @@ class CellTip {
   void follow(POINT where);
   // What the list shows has changed.
   void hide() const { SendMessageW(window, TTM_POP, 0, 0); }
-  void showLook() const;
+  // In the colors of the desk, and in a font that lives as long as the tip has no other.
+  void showLook(HFONT font) const;
 
  private:
   Desk& desk;

@@ -74,7 +74,8 @@ void CellTip::follow(POINT where) {
   SendMessageW(window, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&move));
 }
 
-void CellTip::showLook() const {
+void CellTip::showLook(HFONT font) const {
+  SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
   controls::colorTip(window, desk.color(Tone::Surface), desk.color(Tone::Text));
 }
 

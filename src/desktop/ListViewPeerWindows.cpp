@@ -91,7 +91,7 @@ void ListViewPeer::showLook() {
   }
   ListView_SetBkColor(hwnd(), controls::colorRef(desk().color(Tone::Surface)));
   InvalidateRect(header, nullptr, FALSE);
-  tip->showLook();
+  tip->showLook(desk().font(list.font));
   upright->repaint();
   level->repaint();
 }

@@ -165,10 +165,13 @@ class EditPeer : public Peer {
 
  protected:
   void showText() override;
+  void showLook() override;
 
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
+  // The class writes at the top; so only the middle of the window is the class's own.
+  void leaveMargins(RECT& inner) const;
   void paintEdge() const;
   void paintCue() const;
 
@@ -199,6 +202,10 @@ class ComboPeer : public Peer {
                                     UINT_PTR id, DWORD_PTR reference);
   // Draws edge and arrow over those of the class.
   void drawEdge() const;
+  [[nodiscard]] int arrowWidth() const;
+  // The field of an editable box, or null; it is put into the middle.
+  [[nodiscard]] HWND field() const;
+  void placeField() const;
   [[nodiscard]] std::string entryText(int position) const;
 
   ComboBox& box;

@@ -4,6 +4,8 @@
 // This one needs <windows.h> before it.
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "controls/PaintBuffer.h"
 #include "desktop/SimplePeers.h"
 
@@ -24,11 +26,19 @@ LRESULT fieldColors(HDC context, Desk& desk) {
   return reinterpret_cast<LRESULT>(desk.brush(Tone::Surface));
 }
 
+int lineHeight(HWND window, HFONT font) {
+  const controls::WindowContext context(window);
+  const controls::Selection selected(context.get(), font);
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(context.get(), &metrics);
+  return metrics.tmHeight;
+}
+
 }  // namespace
 
 EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
     : Peer(sharedDesk, shownBox), box(shownBox) {
-  own(makeChild(parent, L"EDIT", WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL));
+  own(makeChild(parent, L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL));
   constexpr UINT_PTR subclassId = 1;
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   // A key of the registry is read from the left, wherever the window is laid out from.
@@ -38,9 +48,14 @@ EditPeer::EditPeer(Desk& sharedDesk, HWND parent, TextBox& shownBox)
 
 LRESULT CALLBACK EditPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                      UINT_PTR id, DWORD_PTR reference) {
+  if (message == WM_NCHITTEST) {
+    return HTCLIENT;
+  }
   const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(hwnd, procedure, id);
+  } else if (message == WM_NCCALCSIZE) {
+    reinterpret_cast<EditPeer*>(reference)->leaveMargins(*reinterpret_cast<RECT*>(lParam));
   } else if (message == WM_PAINT || message == WM_NCPAINT) {
     reinterpret_cast<EditPeer*>(reference)->paintEdge();
     reinterpret_cast<EditPeer*>(reference)->paintCue();
@@ -50,11 +65,33 @@ LRESULT CALLBACK EditPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPA
   return result;
 }
 
+void EditPeer::showLook() {
+  Peer::showLook();
+  SetWindowPos(hwnd(), nullptr, 0, 0, 0, 0,
+               SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void EditPeer::leaveMargins(RECT& inner) const {
+  const LONG free = inner.bottom - inner.top - lineHeight(hwnd(), desk().font(box.font));
+  const LONG beside = desk().pixels(3);
+  if (free > 0 && inner.right - inner.left > 2 * beside) {
+    inner.top += free / 2;
+    inner.bottom -= free - free / 2;
+    InflateRect(&inner, -beside, 0);
+  }
+}
+
 void EditPeer::paintEdge() const {
   RECT place{};
+  RECT inner{};
   GetWindowRect(hwnd(), &place);
+  GetClientRect(hwnd(), &inner);
+  MapWindowPoints(hwnd(), nullptr, reinterpret_cast<POINT*>(&inner), 2);
+  OffsetRect(&inner, -place.left, -place.top);
   OffsetRect(&place, -place.left, -place.top);
   HDC context = GetWindowDC(hwnd());
+  ExcludeClipRect(context, inner.left, inner.top, inner.right, inner.bottom);
+  FillRect(context, &place, desk().brush(Tone::Surface));
   FrameRect(context, &place, desk().brush(GetFocus() == hwnd() ? Tone::Mark : Tone::Border));
   ReleaseDC(hwnd(), context);
 }
@@ -127,13 +164,39 @@ void ComboPeer::draw(const DRAWITEMSTRUCT& request) {
   const controls::Selection selected(buffer.dc(), desk().font(control().font));
   SetBkMode(buffer.dc(), TRANSPARENT);
   SetTextColor(buffer.dc(), controls::colorRef(desk().color(tone)));
-  buffer.write(text, {desk().pixels(4), 0, buffer.size().width, buffer.size().height},
+  RECT all{};
+  GetClientRect(hwnd(), &all);
+  const LONG end = isFace ? all.right - arrowWidth() - place.left : buffer.size().width;
+  buffer.write(text, {desk().pixels(4), 0, end, buffer.size().height},
                DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   buffer.show(request.hDC, place.left, place.top);
 }
 
 std::string ComboPeer::entryText(int position) const {
   return shownAs ? shownAs(box.entry(position)) : box.entry(position);
+}
+
+// The button of the class does not grow with every resolution.
+int ComboPeer::arrowWidth() const { return desk().pixels(18); }
+
+HWND ComboPeer::field() const {
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  const bool isKnown = GetComboBoxInfo(hwnd(), &parts) != FALSE;
+  return isKnown && box.comboStyle() == ComboStyle::Editable ? parts.hwndItem : nullptr;
+}
+
+void ComboPeer::placeField() const {
+  HWND edit = field();
+  if (edit == nullptr) {
+    return;
+  }
+  RECT all{};
+  GetClientRect(hwnd(), &all);
+  const int height = lineHeight(edit, desk().font(control().font));
+  const int left = desk().pixels(4);
+  SetWindowPos(edit, nullptr, left, (all.bottom - height) / 2, all.right - arrowWidth() - left,
+               height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ComboPeer::drawEdge() const {
@@ -147,9 +210,15 @@ void ComboPeer::drawEdge() const {
   const controls::WindowContext context(hwnd());
   // The text stays; in an editable box it is a window of its own. The class leaves a line around
   // it.
-  InflateRect(&parts.rcItem, -1, -1);
-  ExcludeClipRect(context.get(), parts.rcItem.left, parts.rcItem.top, parts.rcItem.right,
-                  parts.rcItem.bottom);
+  RECT text = parts.rcItem;
+  if (HWND edit = field()) {
+    GetWindowRect(edit, &text);
+    MapWindowPoints(nullptr, hwnd(), reinterpret_cast<POINT*>(&text), 2);
+  } else {
+    InflateRect(&text, -1, -1);
+    text.right = std::min(text.right, all.right - arrowWidth());
+  }
+  ExcludeClipRect(context.get(), text.left, text.top, text.right, text.bottom);
   const controls::PaintBuffer buffer({all.right, all.bottom}, controls::sideOf(context.get()));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(Tone::Surface));
@@ -159,9 +228,8 @@ void ComboPeer::drawEdge() const {
                               0, 1, edge, edge});
   constexpr int arrowLength = 12;
   if (const auto arrow = desk().icon("down", arrowLength, Tone::Secondary)) {
-    const RECT& place = parts.rcButton;
-    canvas.draw(*arrow, (place.left + place.right - arrow->width) / 2,
-                (place.top + place.bottom - arrow->height) / 2);
+    canvas.draw(*arrow, all.right - (arrowWidth() + arrow->width) / 2,
+                (all.bottom - arrow->height) / 2);
   }
   buffer.show(context.get(), 0, 0);
 }
@@ -200,10 +268,18 @@ void ComboPeer::showPlace() {
   // The height of this class includes its open list.
   constexpr int listHeight = 220;
   const int height = desk().fromTwips(control().height);
-  SendMessageW(hwnd(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height - desk().pixels(8));
   SendMessageW(hwnd(), CB_SETITEMHEIGHT, 0, desk().pixels(rowHeight));
   move(desk().fromTwips(control().left), desk().fromTwips(control().top),
        desk().fromTwips(control().width), height + desk().pixels(listHeight));
+  // The class adds to the height of the text.
+  const auto setTextHeight = [this](LONG text) {
+    SendMessageW(hwnd(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), text);
+  };
+  RECT closed{};
+  setTextHeight(height);
+  GetWindowRect(hwnd(), &closed);
+  setTextHeight(2 * height - (closed.bottom - closed.top));
+  placeField();
 }
 
 // The class has the texts for screen readers, and to find an entry by its first letters.
@@ -227,6 +303,7 @@ void ComboPeer::showRows(Change /*what*/, std::size_t /*row*/) {
 // Its font changes with the language.
 void ComboPeer::showLook() {
   Peer::showLook();
+  placeField();
   if (shownAs) {
     showRows(Change::Rows, 0);
   }

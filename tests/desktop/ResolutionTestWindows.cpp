@@ -32,6 +32,20 @@ class ResolutionTest : public MainWindowTest {
     GetWindowRect(hwnd, &place);
     return {place.right - place.left, place.bottom - place.top};
   }
+  // Of the text of a field: where it begins, and how much is free below it.
+  struct Margins {
+    LONG above;
+    LONG below;
+  };
+  static Margins marginsOf(HWND inner, HWND outer) {
+    RECT all{};
+    RECT text{};
+    GetWindowRect(outer, &all);
+    GetClientRect(inner, &text);
+    MapWindowPoints(inner, nullptr, reinterpret_cast<POINT*>(&text), 2);
+    return {text.top - all.top, all.bottom - text.bottom};
+  }
+
   RECT before{};
 };
 
@@ -143,6 +157,29 @@ TEST_F(ResolutionTest, TheIconOfTheWindowHasTheSizeThatIsShown) {
       GetObjectW(colors.get(), sizeof bitmap, &bitmap);
       EXPECT_EQ(bitmap.bmWidth, MulDiv(length, resolution, 96));
     }
+  }
+}
+
+TEST_F(ResolutionTest, ATextStandsInTheMiddleOfItsField) {
+  HWND filter = windowOf(form.FilterBox, L"Edit");
+  HWND editable = windowOf(form.cboFind, L"ComboBox");
+  HWND list = windowOf(form.cboRoot, L"ComboBox");
+  HWND field = FindWindowExW(editable, nullptr, L"Edit", nullptr);
+  for (const int resolution : resolutions) {
+    tell(window.hwnd(), resolution);
+    const Desk& desk = window.sharedDesk();
+    EXPECT_EQ(sizeOf(editable).cy, desk.fromTwips(form.cboFind.height));
+    EXPECT_EQ(sizeOf(list).cy, desk.fromTwips(form.cboRoot.height));
+    for (const auto& [inner, outer] : {std::pair(filter, filter), std::pair(field, editable)}) {
+      const auto [above, below] = marginsOf(inner, outer);
+      EXPECT_GT(above, 0);
+      EXPECT_LE(std::abs(above - below), 2) << resolution;
+    }
+    RECT all{};
+    RECT text{};
+    GetWindowRect(editable, &all);
+    GetWindowRect(field, &text);
+    EXPECT_EQ(all.right - text.right, desk.pixels(18)) << "room for the arrow";
   }
 }
 

@@ -13,13 +13,14 @@ CLICK = {1: ["click", "1"], 2: ["click", "--repeat", "2", "--delay", "60", "1"]}
 
 
 class Display:
-    def __init__(self, folder):
+    def __init__(self, folder, width, height):
         """The output of the display's programs goes to `folder`."""
+        self.width, self.height = width, height
         self.running = []
         self.logs = folder
         reading, writing = os.pipe()
         # The server chooses a free number and prints it. Memory cannot be shared with the box.
-        self._start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
+        self._start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{width}x{height}x24",
                     "-dpi", "96", "-extension", "MIT-SHM", "-nolisten", "tcp", pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as number:
@@ -39,7 +40,7 @@ class Display:
         wait_until("a notification area", self.tray)
 
     def _start(self, *command, **more):
-        with open(self.logs / f"{command[0]}.log", "w", encoding="utf-8") as log:
+        with open(self.logs / f"{command[0]}.log", "a", encoding="utf-8") as log:
             self.running.append(subprocess.Popen(command, stdout=log, stderr=log, env=getattr(
                 self, "settings", None), **more))
 
@@ -109,3 +110,21 @@ class Display:
 
     def type(self, text):
         self._act("type", "--delay", "15", text)
+
+
+class Displays:
+    """A display for each size of a screen that is asked for; it stays for the next story."""
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.of_size = {}
+
+    def __getitem__(self, size):
+        size = size or (WIDTH, HEIGHT)
+        if size not in self.of_size:
+            self.of_size[size] = Display(self.folder, *size)
+        return self.of_size[size]
+
+    def close(self):
+        for display in self.of_size.values():
+            display.close()

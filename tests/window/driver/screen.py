@@ -5,6 +5,7 @@ import os
 import re
 
 from .box import BUILD, CHECKOUT, NOTES
+from .display import TRAY_HEIGHT
 from .waiting import Unmet, wait_until
 
 # By their window classes, because two of them have the same title.
@@ -79,6 +80,7 @@ class Screen:
         self.taken = 0
         # Whether the window is laid out from the right.
         self.is_mirrored = False
+        self.resolution = 96
         for name in ("asked", "answered"):
             os.mkfifo(box.notes / name)
         inside = f"/zelvreg/prefix/{NOTES}"
@@ -94,6 +96,10 @@ class Screen:
         except BrokenPipeError:
             # It has already ended.
             pass
+
+    def pixels(self, length):
+        """A length in pixels at 96 dpi, in those of the screen."""
+        return round(length * self.resolution / 96)
 
     # Looking
 
@@ -147,7 +153,8 @@ class Screen:
         seen = []
 
         def still():
-            seen.append(self.display.pixels(0, 0, 1280, 876))
+            seen.append(self.display.pixels(0, 0, self.display.width,
+                                             self.display.height - TRAY_HEIGHT))
             return len(seen) > 1 and seen[-1] == seen[-2]
         try:
             if not moves:
@@ -159,6 +166,10 @@ class Screen:
         return path
 
     # Acting
+
+    def tell_resolution(self, name, resolution, left, top):
+        """Tells a window of a class that its screen has that resolution now."""
+        self.windows(f"resolution {name} {resolution} {left} {top}")
 
     def start(self, *arguments):
         """Starts the program and waits for its window."""
@@ -182,7 +193,7 @@ class Screen:
     def press_picture(self, name):
         """Clicks a control without a caption, where the layout has it."""
         window = self.see("the window")
-        left, top, width, height = places()[name]
+        left, top, width, height = map(self.pixels, places()[name])
         if self.is_mirrored:
             left = window.place[2] - left - width
         self.display.click(window.place[0] + left + width // 2, window.place[1] + top + height // 2)
@@ -190,8 +201,9 @@ class Screen:
     def press_picture_at_right(self, name):
         """The same for one that moves with the right edge of a window that is wider."""
         window = self.see("the window")
-        left, top, width, height = places()[name]
-        self.display.click(window.place[0] + window.place[2] - SMALLEST_WIDTH + left + width // 2,
+        left, top, width, height = map(self.pixels, places()[name])
+        beyond = window.place[2] - self.pixels(SMALLEST_WIDTH)
+        self.display.click(window.place[0] + beyond + left + width // 2,
                            window.place[1] + top + height // 2)
 
     def press_exclude(self):
@@ -229,17 +241,17 @@ class Screen:
     def mark(self, heading, text):
         """What stands between the tick and the icon of a row, as one text for its pixels."""
         left, top, _, height = self.row_in_view(heading, text)["place"]
-        return self.display.pixels(left + 33, top + 1, 22, height - 3)
+        return self.display.pixels(left + self.pixels(33), top + 1, self.pixels(22), height - 3)
 
     def click_row(self, heading, text, times=1, button=1):
         left, top, _, height = self.row_in_view(heading, text)["place"]
         # To the right of the check box.
-        self.display.click(left + 80, top + height // 2, times, button)
+        self.display.click(left + self.pixels(80), top + height // 2, times, button)
 
     def tick_row(self, heading, text):
         """Clicks the check box of a row."""
         row = self.row_in_view(heading, text)
         left, top, _, height = row["place"]
-        self.display.click(left + 15, top + height // 2)
+        self.display.click(left + self.pixels(15), top + height // 2)
         wait_until(f"the tick of “{text}” changes",
                    lambda: self.row(heading, text)[1]["ticked"] != row["ticked"])

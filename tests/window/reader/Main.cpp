@@ -12,6 +12,7 @@
 #include <array>
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@
 namespace {
 
 using zelvreg::roomIn;
+using zelvreg::utf16;
 using zelvreg::utf8;
 
 using Json = nlohmann::ordered_json;
@@ -234,6 +236,24 @@ BOOL CALLBACK addWindow(HWND window, LPARAM list) {
   return TRUE;
 }
 
+// "resolution CLASS DPI LEFT TOP": tells a window that it is on a screen of that resolution now, as
+// the system does when its user drags it there or changes the scale.
+void tellResolution(const std::string& line) {
+  std::istringstream words(line);
+  std::string verb;
+  std::string name;
+  int resolution = 0;
+  Letter::Content content{};
+  words >> verb >> name >> resolution >> content.place.left >> content.place.top;
+  const std::u16string wide = utf16(name);
+  HWND window = FindWindowW(reinterpret_cast<LPCWSTR>(wide.c_str()), nullptr);
+  if (window != nullptr) {
+    constexpr UINT resolutionChanged = 0x02E0;
+    Letter(window).send(window, resolutionChanged,
+                        static_cast<WPARAM>(MAKELONG(resolution, resolution)), content);
+  }
+}
+
 }  // namespace
 
 int main() {
@@ -241,6 +261,9 @@ int main() {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   while (std::getline(std::cin, line)) {
     tellsAccessible = line == "accessible";
+    if (line.starts_with("resolution ")) {
+      tellResolution(line);
+    }
     Json windows = Json::array();
     EnumWindows(addWindow, reinterpret_cast<LPARAM>(&windows));
     std::cout << windows.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;

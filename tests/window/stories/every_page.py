@@ -1,6 +1,8 @@
-"""All pages in languages of other scripts, one of which is read from the right."""
+"""All pages in languages of other scripts, one of which is read from the right, and on screens of
+other resolutions."""
 
 from driver.box import CHECKOUT
+from driver.scene import on_a_screen_of
 from driver.screen import BOX, SMALL
 from driver.waiting import expect, wait_until
 
@@ -95,3 +97,32 @@ def all_pages_are_mirrored_in_arabic_and_back(scene):
     screen.picture("english-again")
     expect("the first command is at the left",
            screen.window().find("Button", "Search Location").place[0] < middle, True)
+
+
+def _tour_at(scene, resolution, tag):
+    _speak(scene, tag, 0)
+    scene.set_resolution(resolution)
+    scene.screen.start()
+    expect("its size", scene.screen.window().place[2:],
+           [(length * resolution + 48) // 96 for length in (1026, 612)])
+    _tour(scene.screen, _Texts(tag, "cp1252"))
+
+
+@on_a_screen_of(1400, 900)
+def all_pages_at_120_dots_per_inch(scene):
+    _tour_at(scene, 120, "english")
+
+
+@on_a_screen_of(1700, 1060)
+def all_pages_at_144_dots_per_inch(scene):
+    _tour_at(scene, 144, "german")
+
+
+@on_a_screen_of(2200, 1360)
+def all_pages_at_192_dots_per_inch(scene):
+    _tour_at(scene, 192, "german")
+
+
+@on_a_screen_of(3200, 2000)
+def all_pages_at_288_dots_per_inch(scene):
+    _tour_at(scene, 288, "english")

@@ -30,6 +30,8 @@ struct MessageForm {
   Button accept;
   Button refuse;
   Button close;
+  int textHeight = leastTextHeight;  // in pixels at 96 dpi
+  bool isQuestion = false;
   bool isOpen = true;
   Answer answer = Answer::Ok;
 
@@ -56,17 +58,41 @@ MessageLook lookOf(MessageIcon icon) {
   }
 }
 
-// At another resolution letters may be a little wider, and a line may break earlier.
-constexpr int measuredWidth = textWidth * 97 / 100;
-
 int heightOf(Desk& desk, const Label& text) {
   const controls::WindowContext screen(nullptr);
   const controls::Selection selected(screen.get(), desk.font(text.font));
   const std::u16string content = utf16(text.caption.get());
-  RECT box{0, 0, desk.pixels(measuredWidth), 0};
+  RECT box{0, 0, desk.pixels(textWidth), 0};
   DrawTextW(screen.get(), wideText(content), static_cast<int>(content.size()), &box,
             DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL);
   return std::max(leastTextHeight, MulDiv(box.bottom, 96, desk.resolution()) + 2);
+}
+
+Place textPlace(const MessageForm& shown) {
+  return {textLeft, textTop, textWidth, shown.textHeight};
+}
+
+int buttonTop(const MessageForm& shown) { return textTop + shown.textHeight + margin; }
+
+Place refusePlace(const MessageForm& shown) {
+  return {width - margin - buttonWidth, buttonTop(shown), buttonWidth, buttonHeight};
+}
+
+Place acceptPlace(const MessageForm& shown) {
+  Place place = refusePlace(shown);
+  if (shown.isQuestion) {
+    place.left -= buttonWidth + 10;
+  }
+  return place;
+}
+
+// At another resolution letters may be wider or narrower, and lines break elsewhere.
+void arrange(MessageForm& shown, Desk& desk) {
+  shown.textHeight = heightOf(desk, shown.text);
+  shown.window.height = (buttonTop(shown) + buttonHeight + margin) * twipsPerPixel;
+  put(shown.text, textPlace(shown));
+  put(shown.accept, acceptPlace(shown));
+  put(shown.refuse, refusePlace(shown));
 }
 
 // Over the middle of its owner, or of the screen.
@@ -80,7 +106,8 @@ void place(const Desk& desk, FormWindow& window, const Screen& screen, HWND owne
   window.top = desk.toTwips((around.top + around.bottom) / 2) - window.height / 2;
 }
 
-void bindAnswers(MessageForm& shown, bool isQuestion) {
+void bindAnswers(MessageForm& shown) {
+  const bool isQuestion = shown.isQuestion;
   shown.accept.bind([&shown, isQuestion] { shown.end(isQuestion ? Answer::Yes : Answer::Ok); });
   for (Button* button : {&shown.refuse, &shown.close}) {
     button->bind([&shown, isQuestion] { shown.end(isQuestion ? Answer::No : Answer::Ok); });
@@ -101,29 +128,25 @@ Answer showMessageWindow(Desk& desk, Form42& form, HWND owner, const UserMessage
   shown.accept.caption = message.isQuestion ? textOf(form, "yes") : textOf(form, "ok");
   shown.refuse.caption = textOf(form, "no");
   shown.close.toolTip = textOf(form, "close");
-  bindAnswers(shown, message.isQuestion);
+  shown.isQuestion = message.isQuestion;
+  bindAnswers(shown);
 
-  const int textHeight = heightOf(desk, shown.text);
-  const int buttonTop = textTop + textHeight + margin;
   shown.window.width = width * twipsPerPixel;
-  shown.window.height = (buttonTop + buttonHeight + margin) * twipsPerPixel;
+  arrange(shown, desk);
   place(desk, shown.window, form.screen, owner);
   const MessageLook look = lookOf(message.icon);
 
   SmallWindow window(desk, shown.window, shown.shadow, owner, [&shown] { shown.close.click(); },
-                     {.windowClass = L"ZelvregMessageWindow", .title = shown.title.caption});
+                     {.windowClass = L"ZelvregMessageWindow",
+                      .title = shown.title.caption,
+                      .arrange = [&shown](Desk& own) { arrange(shown, own); }});
   window.add(shown.title, {18, 10, width - 90, 24}, LabelLook::WindowTitle);
   window.add(shown.icon, {24, textTop, 32, 32},
              {.icon = look.icon, .length = 32, .ground = Tone::Surface, .tone = look.tone});
-  window.add(shown.text, {textLeft, textTop, textWidth, textHeight}, LabelLook::Explanation);
-  const int right = width - margin - buttonWidth;
+  window.add(shown.text, textPlace(shown), LabelLook::Explanation);
+  window.add(shown.accept, acceptPlace(shown), ButtonRole::Primary, "");
   if (message.isQuestion) {
-    window.add(shown.accept, {right - buttonWidth - 10, buttonTop, buttonWidth, buttonHeight},
-               ButtonRole::Primary, "");
-    window.add(shown.refuse, {right, buttonTop, buttonWidth, buttonHeight}, ButtonRole::Plain, "");
-  } else {
-    window.add(shown.accept, {right, buttonTop, buttonWidth, buttonHeight}, ButtonRole::Primary,
-               "");
+    window.add(shown.refuse, refusePlace(shown), ButtonRole::Plain, "");
   }
   window.add(shown.close, {width - 44, 6, 36, 32}, ButtonRole::Title, "exit");
   drawShadow(shown.shadow);

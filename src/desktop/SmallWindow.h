@@ -25,6 +25,9 @@ namespace zelvreg::desktop {
 struct SmallWindowOptions {
   const wchar_t* windowClass = L"ZelvregSmallWindow";
   std::string title;  // as the system and screen readers name it
+  // Called when the window takes a resolution: sets the form's height and places that follow from
+  // lengths of texts. May be empty.
+  std::function<void(Desk& desk)> arrange = nullptr;
 };
 
 class SmallWindow : private ControlPeer {
@@ -63,6 +66,7 @@ class SmallWindow : private ControlPeer {
   HWND owner;
   HWND window = nullptr;
   std::function<void()> onClose;
+  std::function<void(Desk& desk)> arrange;
   const Button* primary = nullptr;
   HWND firstFocus = nullptr;
   std::unique_ptr<controls::TransForm> outline;

@@ -23,7 +23,8 @@ SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& fo
       form(shownForm),
       shadow(formShadow),
       owner(ownerWindow),
-      onClose(std::move(close)) {
+      onClose(std::move(close)),
+      arrange(options.arrange) {
   registerClass(options.windowClass, procedure);
   window = CreateWindowExW(
       WS_EX_CONTROLPARENT | (desk.isMirrored ? WS_EX_LAYOUTRTL : 0U), options.windowClass,
@@ -120,6 +121,9 @@ void SmallWindow::takeResolution(int resolution, const RECT& onScreen) {
   const SIZE room = roomAround(onScreen);
   desk.setResolution(fittingResolution(resolution, room.cx, room.cy, form.width / twipsPerPixel,
                                        form.height / twipsPerPixel));
+  if (arrange) {
+    arrange(desk);
+  }
 }
 
 // Its owner's desk may have another resolution. It keeps its middle, but is all on the screen.
@@ -219,6 +223,7 @@ void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   about.chameleonButton3.toolTip = textOf(form, "close");
   // Goes after the window that shows it.
   Label name(form.Label1.caption);
+  name.font = form.Label1.font.get();
   SmallWindow shown(desk, about.window, about.shadow, owner,
                     [&about] { about.chameleonButton3.click(); },
                     {.title = about.Label222[1].caption});

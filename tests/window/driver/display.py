@@ -19,9 +19,11 @@ class Display:
         self.running = []
         self.logs = folder
         reading, writing = os.pipe()
-        # The server chooses a free number and prints it. Memory cannot be shared with the box.
+        # The server chooses a free number and prints it. Memory cannot be shared with the box. When
+        # its last program ends it would begin anew, and refuse one that comes in that moment.
         self._start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{width}x{height}x24",
-                    "-dpi", "96", "-extension", "MIT-SHM", "-nolisten", "tcp", pass_fds=[writing])
+                    "-dpi", "96", "-extension", "MIT-SHM", "-nolisten", "tcp", "-noreset",
+                    pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as number:
             self.name = ":" + number.readline().strip()

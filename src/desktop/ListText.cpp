@@ -21,6 +21,17 @@ std::size_t endOfLine(std::u16string_view text, std::size_t most) {
   return most > 1 && isSecondHalf(text[most]) ? most - 1 : most;
 }
 
+// Of a path with so many characters left.
+std::u16string cutTo(std::u16string_view path, std::size_t left) {
+  constexpr std::size_t parts = 3;
+  const std::size_t lastName = path.size() - std::min(path.size(), path.rfind(u'\\'));
+  std::size_t start = lastName + left / parts <= left ? left - lastName : left / parts;
+  std::size_t end = path.size() - (left - start);
+  start -= start > 0 && isSecondHalf(path[start]) ? 1 : 0;
+  end += end < path.size() && isSecondHalf(path[end]) ? 1 : 0;
+  return std::u16string(path.substr(0, start)) + u"..." + std::u16string(path.substr(end));
+}
+
 }  // namespace
 
 std::vector<std::size_t> longestRows(const ListView& list, std::size_t column, std::size_t most) {
@@ -45,6 +56,19 @@ std::u16string inLines(std::u16string_view text, std::size_t most) {
     text.remove_prefix(end);
   }
   return lines;
+}
+
+std::u16string withoutMiddle(std::u16string_view path, int room,
+                             const std::function<int(std::u16string_view)>& widthOf) {
+  if (path.empty() || widthOf(path) <= room) {
+    return std::u16string(path);
+  }
+  std::size_t fitting = 0;
+  for (std::size_t tooMany = path.size(); fitting + 1 < tooMany;) {
+    const std::size_t middle = fitting + (tooMany - fitting) / 2;
+    (widthOf(cutTo(path, middle)) <= room ? fitting : tooMany) = middle;
+  }
+  return cutTo(path, fitting);
 }
 
 }  // namespace zelvreg::desktop

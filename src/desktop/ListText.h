@@ -3,6 +3,7 @@
 #define ZELVREG_DESKTOP_LIST_TEXT_H
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,13 @@ std::vector<std::size_t> longestRows(const ListView& list, std::size_t column, s
 // behind a blank or a backslash, or anywhere if a line has neither. The same text without the line
 // feeds is the whole one.
 std::u16string inLines(std::u16string_view text, std::size_t most);
+
+// A path as it is shown in so much room: whole, or without its middle, so that its start and its
+// end can be read. Its last name stays whole if the start keeps a third of what is left then.
+// A text without a
+// backslash loses its end. `widthOf` measures a text.
+std::u16string withoutMiddle(std::u16string_view path, int room,
+                             const std::function<int(std::u16string_view)>& widthOf);
 
 }  // namespace zelvreg::desktop
 

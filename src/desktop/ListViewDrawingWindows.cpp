@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "desktop/CheckMark.h"
+#include "desktop/ListText.h"
 #include "desktop/ListViewPeer.h"
 
 namespace zelvreg::desktop {
@@ -12,17 +13,21 @@ constexpr int besideCheck = 36;
 constexpr int iconLength = 16;
 constexpr int iconPitch = 24;
 
-// A path is cut in the middle, because its end says most.
-UINT cutOf(const std::u16string& text) {
-  return text.find(u'\\') == std::u16string::npos ? DT_END_ELLIPSIS
-                                                  : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
+std::u16string shownIn(HDC context, const std::u16string& text, int room) {
+  return withoutMiddle(text, room, [context](std::u16string_view part) {
+    SIZE extent{};
+    GetTextExtentPoint32W(context, reinterpret_cast<LPCWSTR>(part.data()),
+                          static_cast<int>(part.size()), &extent);
+    return static_cast<int>(extent.cx);
+  });
 }
 
 void drawText(const controls::PaintBuffer& buffer, const std::u16string& text, const RECT& place,
               UINT alignment, Rgb color) {
   SetBkMode(buffer.dc(), TRANSPARENT);
   SetTextColor(buffer.dc(), controls::colorRef(color));
-  buffer.write(text, place, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | cutOf(text) | alignment);
+  buffer.write(shownIn(buffer.dc(), text, place.right - place.left), place,
+               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | alignment);
 }
 
 }  // namespace

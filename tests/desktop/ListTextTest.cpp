@@ -47,5 +47,42 @@ TEST_F(ListTextTest, ATextWithoutABreakIsCutAnywhereButInACharacter) {
   EXPECT_EQ(cut, u"\U0001F600");
 }
 
+// Each character is as wide as the others.
+int width(std::u16string_view text) { return static_cast<int>(text.size()); }
+
+TEST_F(ListTextTest, APathThatHasRoomStaysWhole) {
+  EXPECT_EQ(withoutMiddle(u"", 0, width), u"");
+  EXPECT_EQ(withoutMiddle(u"CLSID\\a", 7, width), u"CLSID\\a");
+}
+
+TEST_F(ListTextTest, StartAndEndOfALongPathCanBeRead) {
+  const std::u16string path = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Quill";
+  EXPECT_EQ(withoutMiddle(path, 30, width), u"SOFTWARE\\Microsoft\\Wi...\\Quill");
+  EXPECT_EQ(withoutMiddle(path, 12, width), u"SOF...\\Quill");
+}
+
+TEST_F(ListTextTest, ALongLastNameLeavesTheStartAThird) {
+  const std::u16string path = u"CLSID\\{01234567-89AB-CDEF-0123-456789ABCDEF}";
+  EXPECT_EQ(withoutMiddle(path, 33, width), u"CLSID\\{012...F-0123-456789ABCDEF}");
+}
+
+TEST_F(ListTextTest, ATextWithoutABackslashLosesItsEnd) {
+  EXPECT_EQ(withoutMiddle(u"abcdefghijklmnopqrstuvwxyz", 12, width), u"abcdefghi...");
+}
+
+TEST_F(ListTextTest, NoCharacterIsCutAndNoRoomIsNoFault) {
+  const std::u16string path = u"\U0001F600\U0001F601\U0001F602\\\U0001F603\U0001F604\U0001F605";
+  for (int room = 0; room < width(path); ++room) {
+    const std::u16string cut = withoutMiddle(path, room, width);
+    EXPECT_LE(width(cut), std::max(3, room));
+    for (std::size_t at = 0; at < cut.size(); ++at) {
+      const bool isFirst = cut[at] >= 0xD800 && cut[at] < 0xDC00;
+      const bool isSecondNext =
+          at + 1 < cut.size() && cut[at + 1] >= 0xDC00 && cut[at + 1] < 0xE000;
+      EXPECT_EQ(isFirst, isSecondNext) << room << " " << at;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace zelvreg::desktop

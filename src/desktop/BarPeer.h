@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 
+#include "desktop/Hover.h"
 #include "desktop/Peer.h"
 #include "widgets/Button.h"
 
@@ -32,11 +33,10 @@ class BarPeer : public Peer {
                                     UINT_PTR id, DWORD_PTR reference);
   void paint();
   void drawBar(const controls::PaintBuffer& buffer) const;
-  void setHovered(bool is);
 
   Button& button;
   Bar bar;
-  bool isHovered = false;
+  Hover hover;
 };
 
 }  // namespace zelvreg::desktop

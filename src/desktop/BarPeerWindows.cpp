@@ -65,7 +65,7 @@ void BarPeer::paint() {
 void BarPeer::drawBar(const controls::PaintBuffer& buffer) const {
   const auto [width, height] = buffer.size();
   controls::Canvas canvas = buffer.canvas();
-  const Tone ground = bar.isChosen ? Tone::Selected : isHovered ? Tone::Header : Tone::Surface;
+  const Tone ground = bar.isChosen ? Tone::Selected : hover ? Tone::Header : Tone::Surface;
   canvas.clear(desk().color(ground));
   const int left = desk().pixels(margin);
   const int right = width - left;
@@ -88,31 +88,18 @@ void BarPeer::drawBar(const controls::PaintBuffer& buffer) const {
   drawFocus(buffer, ground);
 }
 
-void BarPeer::setHovered(bool is) {
-  if (isHovered != is) {
-    isHovered = is;
-    repaint();
-  }
-}
-
 LRESULT CALLBACK BarPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<BarPeer*>(reference);
+  if (peer->hover.follow(hwnd, message)) {
+    peer->repaint();
+  }
   switch (message) {
     case WM_PAINT:
       peer->paint();
       return 0;
     case WM_ERASEBKGND:
       return TRUE;
-    case WM_MOUSEMOVE: {
-      TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, hwnd, 0};
-      TrackMouseEvent(&request);
-      peer->setHovered(true);
-      break;
-    }
-    case WM_MOUSELEAVE:
-      peer->setHovered(false);
-      break;
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
       break;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "controls/chameleonButton.h"
+#include "desktop/Hover.h"
 #include "desktop/Peer.h"
 #include "widgets/ComboBox.h"
 #include "widgets/SimpleControls.h"
@@ -139,7 +140,6 @@ class CheckPeer : public Peer {
   void paint();
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
-  void setHovered(bool is);
   [[nodiscard]] bool isOn() const;
 
   CheckBox* box = nullptr;
@@ -147,7 +147,7 @@ class CheckPeer : public Peer {
   std::string marked;
   std::function<void()> onChoose;
   Tone ground;
-  bool isHovered = false;
+  Hover hover;
 };
 
 // A one-line text that the user types.
@@ -177,6 +177,7 @@ class EditPeer : public Peer {
 
   TextBox& box;
   bool isTyped = false;
+  Hover hover;
 };
 
 class ComboPeer : public Peer {
@@ -200,6 +201,9 @@ class ComboPeer : public Peer {
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
+  // Of the text field in an editable box.
+  static LRESULT CALLBACK textProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                        UINT_PTR id, DWORD_PTR reference);
   // Draws edge and arrow over those of the class.
   void drawEdge() const;
   [[nodiscard]] int arrowWidth() const;
@@ -212,6 +216,8 @@ class ComboPeer : public Peer {
   std::function<std::string(const std::string& entry)> shownAs;
   std::vector<std::string> shownTexts;
   bool isTyped = false;
+  Hover hover;
+  Hover hoverOfText;
 };
 
 class ProgressPeer : public Peer {

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "controls/PaintBuffer.h"
+#include "desktop/FieldColors.h"
 #include "desktop/SimplePeers.h"
 
 namespace zelvreg::desktop {
@@ -51,14 +52,17 @@ LRESULT CALLBACK EditPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPA
   if (message == WM_NCHITTEST) {
     return HTCLIENT;
   }
+  auto* peer = reinterpret_cast<EditPeer*>(reference);
   const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(hwnd, procedure, id);
   } else if (message == WM_NCCALCSIZE) {
-    reinterpret_cast<EditPeer*>(reference)->leaveMargins(*reinterpret_cast<RECT*>(lParam));
+    peer->leaveMargins(*reinterpret_cast<RECT*>(lParam));
+  } else if (peer->hover.follow(hwnd, message)) {
+    peer->paintEdge();
   } else if (message == WM_PAINT || message == WM_NCPAINT) {
-    reinterpret_cast<EditPeer*>(reference)->paintEdge();
-    reinterpret_cast<EditPeer*>(reference)->paintCue();
+    peer->paintEdge();
+    peer->paintCue();
   } else if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
     RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
   }
@@ -92,7 +96,10 @@ void EditPeer::paintEdge() const {
   HDC context = GetWindowDC(hwnd());
   ExcludeClipRect(context, inner.left, inner.top, inner.right, inner.bottom);
   FillRect(context, &place, desk().brush(Tone::Surface));
-  FrameRect(context, &place, desk().brush(GetFocus() == hwnd() ? Tone::Mark : Tone::Border));
+  const FieldState state{.isEnabled = control().enabled,
+                         .isFocused = GetFocus() == hwnd(),
+                         .isHovered = static_cast<bool>(hover)};
+  FrameRect(context, &place, desk().brush(edgeOf(state)));
   ReleaseDC(hwnd(), context);
 }
 
@@ -143,6 +150,9 @@ ComboPeer::ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& shownBox,
       WS_TABSTOP | WS_VSCROLL | CBS_AUTOHSCROLL | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | style));
   constexpr UINT_PTR subclassId = 1;
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  if (HWND text = field()) {
+    SetWindowSubclass(text, textProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+  }
   showRows(Change::Rows, 0);
   showAll();
 }
@@ -222,12 +232,14 @@ void ComboPeer::drawEdge() const {
   const controls::PaintBuffer buffer({all.right, all.bottom}, controls::sideOf(context.get()));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(Tone::Surface));
-  const bool isFocused = GetFocus() == hwnd() || IsChild(hwnd(), GetFocus()) != FALSE;
-  const Rgb edge = desk().color(isFocused ? Tone::Mark : Tone::Border);
+  const FieldState state{.isEnabled = control().enabled,
+                         .isFocused = GetFocus() == hwnd() || IsChild(hwnd(), GetFocus()) != FALSE,
+                         .isHovered = hover || hoverOfText};
+  const Rgb edge = desk().color(edgeOf(state));
   canvas.draw(controls::Shape{0, 0, static_cast<double>(all.right), static_cast<double>(all.bottom),
                               0, 1, edge, edge});
   constexpr int arrowLength = 12;
-  if (const auto arrow = desk().icon("down", arrowLength, Tone::Secondary)) {
+  if (const auto arrow = desk().icon("down", arrowLength, arrowOf(state))) {
     canvas.draw(*arrow, all.right - (arrowWidth() + arrow->width) / 2,
                 (all.bottom - arrow->height) / 2);
   }
@@ -241,6 +253,9 @@ LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     return fieldColors(reinterpret_cast<HDC>(wParam), peer->desk());
   }
   const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+  if (peer->hover.follow(hwnd, message)) {
+    peer->drawEdge();
+  }
   switch (message) {
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
@@ -262,6 +277,17 @@ LRESULT CALLBACK ComboPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
       break;
   }
   return result;
+}
+
+LRESULT CALLBACK ComboPeer::textProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
+                                          UINT_PTR id, DWORD_PTR reference) {
+  auto* peer = reinterpret_cast<ComboPeer*>(reference);
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(hwnd, textProcedure, id);
+  } else if (peer->hoverOfText.follow(hwnd, message)) {
+    peer->drawEdge();
+  }
+  return DefSubclassProc(hwnd, message, wParam, lParam);
 }
 
 void ComboPeer::showPlace() {

@@ -116,7 +116,7 @@ void CheckPeer::paint() {
                          .isOn = isOn(),
                          .isRound = option != nullptr,
                          .isEnabled = control().enabled,
-                         .isHovered = isHovered,
+                         .isHovered = static_cast<bool>(hover),
                          .isPressed = (SendMessageW(hwnd(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0};
     drawCheckMark(canvas, mark, desk().colors);
     const RECT place{length + desk().pixels(besideMark), 0, buffer.size().width, height};
@@ -132,16 +132,12 @@ void CheckPeer::paint() {
   });
 }
 
-void CheckPeer::setHovered(bool is) {
-  if (isHovered != is) {
-    isHovered = is;
-    repaint();
-  }
-}
-
 LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                       UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<CheckPeer*>(reference);
+  if (peer->hover.follow(hwnd, message)) {
+    peer->repaint();
+  }
   switch (message) {
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
@@ -151,15 +147,6 @@ LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     case WM_PAINT:
       peer->paint();
       return 0;
-    case WM_MOUSEMOVE: {
-      TRACKMOUSEEVENT request{sizeof request, TME_LEAVE, hwnd, 0};
-      TrackMouseEvent(&request);
-      peer->setHovered(true);
-      break;
-    }
-    case WM_MOUSELEAVE:
-      peer->setHovered(false);
-      break;
     case BM_SETSTATE:
     case BM_SETCHECK:
     case WM_SETFOCUS:

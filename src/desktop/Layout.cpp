@@ -349,11 +349,12 @@ Place categoryListPlace(const Form42& form) {
   return placeIn({0, listTop, page.width, bottom - listTop}, whole, growthOf(form));
 }
 
-Place barPlace(std::size_t number) {
+Place barPlace(const Form42& form, std::size_t number) {
   constexpr int perLine = 4;
   constexpr int border = 10;
-  constexpr int width = (page.width - 2 * border - (perLine - 1) * gap) / perLine;
   constexpr int height = 28;
+  const int width =
+      (page.width + growthOf(form).width - 2 * border - (perLine - 1) * gap) / perLine;
   const int index = static_cast<int>(number);
   return {border + index % perLine * (width + gap), 9 + index / perLine * (height + 3), width,
           height};

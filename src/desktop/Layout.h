@@ -134,8 +134,8 @@ Growth growthOf(const Form42& form);
 void followSize(Form42& form);
 
 // The place of a bar of the counts by category on their panel, the first being 0. There is room for
-// sixteen.
-Place barPlace(std::size_t number);
+// sixteen, and all of the panel's width is theirs.
+Place barPlace(const Form42& form, std::size_t number);
 
 // The places of View1 and Frame8 on their page. The heights that the form's procedures set are for
 // an older form. The list takes the room that the page has, so that all rows can be seen; during a

@@ -45,7 +45,7 @@ void MainWindow::arrangeBars() {
     Button& bar = form.CategoryBars[index];
     const bool isShown = canShow && counts[index] > 0;
     if (isShown) {
-      put(bar, barPlace(place++));
+      put(bar, barPlace(form, place++));
       bars[index]->show({.name = form.View1.text(index + 1, 0),
                          .count = counts[index],
                          .longest = longest,

@@ -99,14 +99,27 @@ TEST_F(LayoutTest, EverythingIsInsideItsFrame) {
 TEST_F(LayoutTest, SixteenBarsHaveRoomInThePanelOfTheDetails) {
   constexpr std::size_t count = 16;
   for (std::size_t one = 0; one < count; ++one) {
-    const Place place = barPlace(one);
+    const Place place = barPlace(form, one);
     EXPECT_GE(place.left, 1);
     EXPECT_LT(place.left + place.width, placeOf(form.Picture1).width);
     EXPECT_LT(place.top + place.height, placeOf(form.Picture1).height);
     for (std::size_t other = one + 1; other < count; ++other) {
-      EXPECT_FALSE(overlap(place, barPlace(other))) << one << " and " << other;
+      EXPECT_FALSE(overlap(place, barPlace(form, other))) << one << " and " << other;
     }
   }
+}
+
+TEST_F(LayoutTest, TheBarsTakeTheWidthOfALargerWindow) {
+  constexpr int wider = 400;
+  constexpr std::size_t lastOfLine = 3;
+  const Place before = barPlace(form, lastOfLine);
+  const int border = placeOf(form.Picture1).width - (before.left + before.width);
+  form.window.width = (windowWidth + wider) * twipsPerPixel;
+  followSize(form);
+  const Place place = barPlace(form, lastOfLine);
+  EXPECT_EQ(place.width, before.width + wider / 4);
+  EXPECT_EQ(placeOf(form.Picture1).width - (place.left + place.width), border);
+  EXPECT_EQ(barPlace(form, 0).left, border);
 }
 
 TEST_F(LayoutTest, AllSixteenRowsCanBeSeenWithoutScrolling) {

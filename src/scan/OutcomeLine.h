@@ -11,6 +11,9 @@ struct Form42;
 // repair. With all safeguards lifted the number of the results stays.
 void showOutcome(Form42& form);
 
+// Says it again in the language in use, where it stands.
+void retellOutcome(Form42& form);
+
 // Shows the number of the results again.
 void dropOutcome(Form42& form);
 

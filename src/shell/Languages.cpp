@@ -10,9 +10,11 @@
 #include "languages/readlangfile.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/CategoryTable.h"
+#include "scan/OutcomeLine.h"
 #include "scan/ScanDriver.h"
 #include "scan/Settings.h"
 #include "shell/Captions.h"
+#include "shell/ResultsFilter.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -111,6 +113,19 @@ void giveFont(Form42& form, const Font& font) {
   giveEach(form.Label12);
 }
 
+std::string numberAtEnd(const std::string& text) {
+  return text.substr(text.find_last_not_of("0123456789") + 1);
+}
+
+// What the results say of themselves since the last scan or repair, in the words of the language.
+void retellResults(Form42& form, const std::string& number) {
+  if (!number.empty()) {
+    form.Label10.caption = form.Label10.caption.get() + " " + number;
+  }
+  retellOutcome(form);
+  followResults(form);
+}
+
 void changeFurtherCaptions(Form42& form, const LanguageFile& language) {
   const Form42 asMade;
   for (const Caption& caption : furtherCaptions()) {
@@ -143,10 +158,12 @@ void changelangoru(Form42& form) {
   form.readsFromRight = charsetReadsFromRight(form.langCode);
   const LanguageFile language = languageInUse(form);
   loadTexts(form, language);
+  const std::string number = numberAtEnd(form.Label10.caption);
   for (const Caption& caption : captions()) {
     caption.set(form, language.value("Form42", caption.key));
   }
   changeFurtherCaptions(form, language);
+  retellResults(form, number);
   // Label7, of which it is a part, asks for a row again.
   form.EvidenceText.caption = "";
   if (form.onLanguage) {

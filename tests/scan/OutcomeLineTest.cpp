@@ -32,6 +32,15 @@ TEST_F(OutcomeLineTest, TheSentenceStandsInPlaceOfTheNumber) {
   EXPECT_FALSE(form.UndoRepair.visible);
 }
 
+TEST_F(OutcomeLineTest, TheSentenceIsToldAgainOnlyWhereItStands) {
+  retellOutcome(form);
+  EXPECT_EQ(form.OutcomeText.caption.get(), "");
+  showOutcome(form);
+  form.OutcomeText.caption = "in another language";
+  retellOutcome(form);
+  EXPECT_EQ(form.OutcomeText.caption.get(), "42 repaired, 4 left, 1 spared");
+}
+
 TEST_F(OutcomeLineTest, TheUndoIsOfferedOnlyWhereTheExportIsWhatAnUndoRestores) {
   EXPECT_FALSE(form.UndoRepair.visible);
   showOutcome(form);

@@ -6,7 +6,9 @@
 #include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "scan/CategoryTable.h"
+#include "scan/OutcomeLine.h"
 #include "shell/Captions.h"
+#include "shell/ResultsFilter.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
 #include "support/ShippedLanguages.h"
@@ -124,6 +126,27 @@ TEST_F(LanguagesTest, TheEnglishFileHasTheTextsThatStandWithoutIt) {
     EXPECT_EQ(ReadLangValue(file, "Form42", text.key, 0), canBeHeld ? text.english : "")
         << text.key;
   }
+}
+
+TEST_F(LanguagesTest, AnotherLanguageSaysAgainWhatTheResultsSay) {
+  choose("english");
+  form.Label10.caption = "Number of invalid entries is 17";
+  choose("german");
+  EXPECT_EQ(form.Label10.caption.get(), "Ungültige Einträge: 17");
+  choose("german");
+  EXPECT_EQ(form.Label10.caption.get(), "Ungültige Einträge: 17");
+  form.safeguards = {};
+  form.repairOutcome.gone = 42;
+  showOutcome(form);
+  choose("english");
+  EXPECT_EQ(form.OutcomeText.caption.get(), "42 repaired, 0 left, 0 spared");
+  form.View2.add("one");
+  form.View2.add("two");
+  form.FilterBox.setText("one");
+  filterResults(form);
+  EXPECT_EQ(form.FilterText.caption.get(), "1 of 2 shown");
+  choose("german");
+  EXPECT_EQ(form.FilterText.caption.get(), "1 von 2 gezeigt");
 }
 
 TEST_F(LanguagesTest, AFileWithoutTheFurtherTextsLeavesThemEnglish) {

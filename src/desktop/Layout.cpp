@@ -75,11 +75,13 @@ constexpr std::array labels{
         element<&Form42::Label2, 0>, in<&Form42::Frame1>, {0, 27, 480, 18}, LabelLook::Secondary},
     LabelPlace{
         element<&Form42::Label2, 5>, in<&Form42::Frame8>, {78, 10, 250, 18}, LabelLook::Strong},
-    LabelPlace{of<&Form42::Label4>,
+    LabelPlace{
+        of<&Form42::Label4>, in<&Form42::Frame8>, {330, 10, 246, 18}, LabelLook::Secondary, wide},
+    LabelPlace{of<&Form42::ProgressText>,
                in<&Form42::Frame8>,
-               {330, 10, 350, 18},
+               {576, 10, 200, 18},
                LabelLook::SecondaryRight,
-               wide},
+               toRight},
     LabelPlace{
         element<&Form42::Label2, 3>, in<&Form42::Frame8>, {78, 45, 280, 18}, LabelLook::Secondary},
     LabelPlace{

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <chrono>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -23,8 +24,10 @@
 #include "desktop/ListViewPeer.h"
 #include "desktop/PicturePeer.h"
 #include "desktop/SimplePeers.h"
+#include "desktop/Taskbar.h"
 #include "desktop/WindowEdges.h"
 #include "languages/Texts.h"
+#include "shell/ScanFollower.h"
 #include "shell/WindowMemory.h"
 #include "widgets/Dialogs.h"
 
@@ -34,7 +37,7 @@ struct Form42;
 
 namespace zelvreg::desktop {
 
-class MainWindow : private ControlPeer {
+class MainWindow : private ControlPeer, private ScanSigns {
  public:
   // Makes the window, hidden, and attaches a peer to each control. The form must outlive it.
   explicit MainWindow(Form42& shownForm);
@@ -49,6 +52,9 @@ class MainWindow : private ControlPeer {
 
   [[nodiscard]] HWND hwnd() const { return window; }
   [[nodiscard]] Desk& sharedDesk() { return desk; }
+
+  // Called when the window's button in the taskbar has been made; null for none.
+  std::function<std::unique_ptr<Taskbar>()> makeTaskbar = systemTaskbar;
 
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
@@ -141,6 +147,12 @@ class MainWindow : private ControlPeer {
   // Serves the system's own messages, at most every few milliseconds: loops of a scan call it for
   // every entry. It draws less often than it answers.
   void serve();
+  void followScan(std::chrono::steady_clock::time_point now);
+  void taskbarButtonMade();
+  void showTask(const TaskProgress& told) override;
+  bool isInFront() override;
+  void showNotice(const std::string& title, const std::string& text) override;
+  void comeToFront();
   // Handles those of some kinds (PM_QS_INPUT and so on; 0 for all).
   void dispatch(UINT kinds);
   // The keys of a dialog.
@@ -175,8 +187,9 @@ class MainWindow : private ControlPeer {
   };
   std::vector<Tool> tools;
   std::vector<std::unique_ptr<ButtonPeer>> toolPeers;
-  CheckPeer* careful = nullptr;  // one of the others
-  std::vector<int> separators;   // in the command bar, pixels of the screen
+  CheckPeer* careful = nullptr;      // one of the others
+  ProgressPeer* progress = nullptr;  // another of them
+  std::vector<int> separators;       // in the command bar, pixels of the screen
   // The tick count of the system changes only every 16 ms.
   using Clock = std::chrono::steady_clock;
   Clock::time_point servedAt;
@@ -199,6 +212,10 @@ class MainWindow : private ControlPeer {
   bool looksMaximized = false;
   bool isTelling = false;  // then the window already is as the form is told
   UINT taskBarCreated = 0;
+  UINT taskbarButtonCreated = 0;
+  ScanFollower follower{form, *this};
+  std::unique_ptr<Taskbar> taskbar;
+  TaskProgress task;
 };
 
 }  // namespace zelvreg::desktop

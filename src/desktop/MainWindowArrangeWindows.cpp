@@ -184,6 +184,12 @@ void MainWindow::arrangeTexts() {
     value.width = std::max(0, end * twipsPerPixel - desk.toTwips(left));
   };
   const int growth = growthOf(form).width;
+  constexpr int panelEnd = 776;
+  const int timeWidth = peerOf(form.ProgressText)->textWidth() + desk.pixels(1);
+  const int timeLeft = desk.pixels(panelEnd + growth) - timeWidth;
+  form.ProgressText.left = desk.toTwips(timeLeft);
+  form.ProgressText.width = desk.toTwips(timeWidth);
+  follow(form.Label2[5], form.Label4, MulDiv(timeLeft, 96, desk.resolution()) - 8);
   follow(form.Label2[3], form.Label3, 680 + growth);
   follow(form.Label6, form.Label5, 644 + growth);
 }

@@ -54,7 +54,11 @@ Answer MainWindow::showMessage(const UserMessage& message) {
   desk.catchUp();
   // Whichever of the program's windows the user works in, even if another program is in front.
   HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
-  return showMessageWindow(desk, form, owner, message);
+  follower.showMessage(message.icon == MessageIcon::Exclamation ? TaskState::Failed
+                                                                : TaskState::Paused);
+  const Answer answer = showMessageWindow(desk, form, owner, message);
+  follower.showMessage(std::nullopt);
+  return answer;
 }
 
 std::string MainWindow::askForFile(const CommonDialog& dialog) {

@@ -147,8 +147,8 @@ void MainWindow::addLabels() {
     }
     // Only the labels before values: the values themselves change with every entry of a scan.
     const Label* label = &place.label(form);
-    if (label == &form.Label2[3] || label == &form.Label6 || label == &form.Label10 ||
-        label == &form.OutcomeText) {
+    if (label == &form.Label2[3] || label == &form.Label2[5] || label == &form.ProgressText ||
+        label == &form.Label6 || label == &form.Label10 || label == &form.OutcomeText) {
       labels.back()->onText = [this] { arrangeLater(); };
     } else if (label == &form.EvidenceText) {
       labels.back()->onText = [this] { form.Image3.refresh(); };
@@ -229,9 +229,10 @@ void MainWindow::addLists() {
     peer->showAll();
     others.push_back(std::move(peer));
   }
-  auto progress = std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1);
-  progress->nameOf = [this] { return form.Label2[5].caption.get(); };
-  others.push_back(std::move(progress));
+  auto bar = std::make_unique<ProgressPeer>(desk, parentOf(&form.Frame8), form.Bar1);
+  bar->nameOf = [this] { return form.Label2[5].caption.get(); };
+  progress = bar.get();
+  others.push_back(std::move(bar));
 }
 
 // Before the lists below them, because the Tab key goes in the order in which windows are made.

@@ -110,6 +110,7 @@ void MainWindow::activate(bool isActive) {
   if (IsWindowVisible(window) == FALSE) {
     return;
   }
+  tray.area().setVisible(form.TrayArea1.visible);
   Form_Activate(form);
   const bool canTakeIt = IsChild(window, lastFocus) != FALSE &&
                          IsWindowVisible(lastFocus) != FALSE && IsWindowEnabled(lastFocus) != FALSE;

@@ -69,6 +69,8 @@ void MainWindow::makeWindow() {
   SendMessageW(window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0), 0);
   taskBarCreated = RegisterWindowMessageW(L"TaskbarCreated");
   letThrough(window, taskBarCreated);
+  taskbarButtonCreated = RegisterWindowMessageW(L"TaskbarButtonCreated");
+  letThrough(window, taskbarButtonCreated);
 }
 
 void MainWindow::readScreen() {
@@ -84,9 +86,10 @@ void MainWindow::attachWindowParts() {
   tray.area().setToolTip(form.TrayArea1.toolTip);
   tray.area().onNotice = [this](controls::TrayNotice notice) {
     if (notice.event == controls::TrayEvent::MouseUp && notice.button == 1) {
-      form.TrayArea1.click();
+      comeToFront();
     }
   };
+  tray.onNoticeClick = [this] { comeToFront(); };
   for (Control* control :
        std::initializer_list<Control*>{&form.window, &form.shadow, &form.TrayArea1, &form.menus,
                                        &form.theme, &form.Shape1, &form.Shape3}) {
@@ -239,6 +242,10 @@ LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, L
     self->renewTrayIcon();
     return 0;
   }
+  if (message != 0 && message == self->taskbarButtonCreated) {
+    self->taskbarButtonMade();
+    return 0;
+  }
   return self->handle(message, wParam, lParam);
 }
 
@@ -311,6 +318,8 @@ void MainWindow::serve() {
     drawnAt = Clock::now();
   }
   servedAt = Clock::now();
+  // After a press on Cancel: soon the form no longer shows that it was cancelled.
+  followScan(servedAt);
 }
 
 void MainWindow::dispatch(UINT kinds) {

@@ -24,8 +24,9 @@ std::string plain(const std::string& caption) {
   return text;
 }
 
-std::string percent(int value, int maximum) {
-  return std::to_string(100 * std::int64_t{value} / std::max(1, maximum)) + " %";
+std::string percent(double share) {
+  constexpr int whole = 100;
+  return std::to_string(static_cast<int>(share * whole)) + " %";
 }
 
 }  // namespace
@@ -76,7 +77,7 @@ AccessibleFacts ProgressPeer::facts() const {
   return {.role = ROLE_SYSTEM_PROGRESSBAR,
           .states = STATE_SYSTEM_READONLY,
           .name = nameOf ? nameOf() : std::string(),
-          .value = percent(bar.value(), bar.maximum()),
+          .value = percent(share()),
           .description = {}};
 }
 

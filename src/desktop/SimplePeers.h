@@ -225,6 +225,9 @@ class ProgressPeer : public Peer {
   ProgressPeer(Desk& sharedDesk, HWND parent, ProgressBar& bar);
   [[nodiscard]] AccessibleFacts facts() const override;
 
+  // How far it is, from 0 to 1, if that is known better than by the value of the bar.
+  void showShare(std::optional<double> told);
+
   // The name that a screen reader reads; may be empty.
   std::function<std::string()> nameOf;
 
@@ -235,8 +238,10 @@ class ProgressPeer : public Peer {
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
   void paint();
+  [[nodiscard]] double share() const;
 
   ProgressBar& bar;
+  std::optional<double> known;
 };
 
 }  // namespace zelvreg::desktop

@@ -181,6 +181,17 @@ void ProgressPeer::showValue() {
   repaint();
 }
 
+void ProgressPeer::showShare(std::optional<double> told) {
+  if (known != told) {
+    known = told;
+    repaint();
+  }
+}
+
+double ProgressPeer::share() const {
+  return known.value_or(static_cast<double>(bar.value()) / std::max(1, bar.maximum()));
+}
+
 void ProgressPeer::paint() {
   paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
     controls::Canvas canvas = buffer.canvas();
@@ -189,11 +200,10 @@ void ProgressPeer::paint() {
     const double width = buffer.size().width;
     const Rgb track = desk().color(Tone::Track);
     canvas.draw(controls::Shape{0, 0, width, height, height / 2, 0, track, track});
-    const double share = static_cast<double>(bar.value()) / std::max(1, bar.maximum());
-    if (share > 0) {
+    if (const double part = share(); part > 0) {
       const Rgb done = desk().color(Tone::Mark);
-      canvas.draw(controls::Shape{0, 0, std::max(height, width * share), height, height / 2, 0,
-                                  done, done});
+      canvas.draw(
+          controls::Shape{0, 0, std::max(height, width * part), height, height / 2, 0, done, done});
     }
   });
 }

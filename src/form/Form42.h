@@ -125,6 +125,8 @@ struct Form42 {
   Label Label1;
   Label Label3;
   Label Label4;
+  // How far the scan is, and how long it will still take once that can be told.
+  Label ProgressText;
 
   // Results page.
   Frame Frame2;
@@ -267,6 +269,9 @@ struct Form42 {
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
+  // The category under test, by its row of View1; 0 for what follows the last one, and in a search.
+  // Nothing when neither runs.
+  std::optional<std::size_t> testedRow;
   // Only while a scan or a search tests entries and touches nothing.
   std::unique_ptr<ScanMemory> memory;
   // How many files the scanners have asked for, and how many of them in each category (by its row).

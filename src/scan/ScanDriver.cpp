@@ -70,6 +70,7 @@ void clearResults(Form42& form) {
 void advanceBar(Form42& form) { form.Bar1.setValue(form.Bar1.value() + 1); }
 
 void testRow(Form42& form, std::size_t row, const Category& category) {
+  form.testedRow = row;
   form.View1.setRowColor(row, underTestColor);
   form.cancelRequested = false;
   form.isProviderSilent = false;
@@ -101,6 +102,7 @@ void testRows(Form42& form) {
       testRow(form, row, categoryAt(row));
     }
   }
+  form.testedRow = 0;
 }
 
 void endScan(Form42& form) {

@@ -69,6 +69,7 @@ void closeScanPanel(Form42& form) {
     form.chameleonButton9.enabled = true;
     form.orubutton2.enabled = true;
   }
+  form.testedRow.reset();
   openResults(form);
   form.Gif89a1.visible = false;
   form.Frame8.visible = false;

@@ -91,8 +91,8 @@ void giveFont(Form42& form, const Font& font) {
   give({&form.Frame1, &form.Frame2, &form.Frame3, &form.Frame4, &form.Frame5, &form.Frame7,
         &form.Frame8, &form.Picture1, &form.pictrlang});
   give({&form.Label1, &form.Label3, &form.Label4, &form.Label5, &form.Label6, &form.Label7,
-        &form.Label10, &form.EvidenceText, &form.OutcomeText, &form.UndoRepair, &form.FilterBox,
-        &form.FilterText});
+        &form.Label10, &form.ProgressText, &form.EvidenceText, &form.OutcomeText, &form.UndoRepair,
+        &form.FilterBox, &form.FilterText});
   give({&form.cmd_search, &form.cmd_exclud, &form.cmd_start, &form.cmd_fix, &form.cmd_cancel,
         &form.cmd_all, &form.cmd_non, &form.cmd_report, &form.cmdFind});
   give({&form.orubutton1, &form.orubutton2, &form.orubutton3, &form.orubutton4, &form.Command21,

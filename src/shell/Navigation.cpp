@@ -116,6 +116,7 @@ void cmdFind_Click(Form42& form) {
   openScanPanel(form);
   enableIdleCommands(form, false);
   form.cancelRequested = false;
+  form.testedRow = 0;
   cmdFind(form);
   closeScanPanel(form);
 }

@@ -159,6 +159,7 @@ TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
       {form.Label2[5], &form.Frame8},
       {form.Label3, &form.Frame8},
       {form.Label4, &form.Frame8},
+      {form.ProgressText, &form.Frame8},
       {form.Label10, &form.Frame2},
       {form.OutcomeText, &form.Frame2},
       {form.FilterText, &form.Frame2},

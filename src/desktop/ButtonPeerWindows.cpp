@@ -106,7 +106,7 @@ std::string ButtonPeer::spokenName() const {
 
 void ButtonPeer::showLook() {
   const Font& font = shownButton.font;
-  chameleon.set(&ButtonProperties::Font, {.name = font.name,
+  chameleon.set(&ButtonProperties::Font, {.name = desk().faceOf(font),
                                           .size = font.size > 0 ? font.size : 9,
                                           .isBold = font.isBold,
                                           .isItalic = false,

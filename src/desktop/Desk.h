@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "controls/Canvas.h"
@@ -52,6 +53,9 @@ class Desk {
 
   // Stays valid until the resolution changes.
   HFONT font(const Font& font, double pointsMore = 0, bool isBold = false);
+  // The name under which the font is asked for: its own if it is installed and has the script of
+  // its charset, else that of one which has.
+  const std::string& faceOf(const Font& font);
   HBRUSH brush(Tone tone);
 
   // Adds work for the next time the message queue is served. It is done once, however often it was
@@ -92,8 +96,9 @@ class Desk {
         dpi(resolution) {}
 
   int dpi;
-  using FontKey = std::tuple<std::string, double, bool>;  // name, points, whether it is bold
+  using FontKey = std::tuple<std::string, int, double, bool>;  // name, charset, points, is it bold
   std::map<FontKey, controls::FontHandle, std::less<>> fonts;
+  std::map<std::pair<std::string, int>, std::string> faces;
   std::map<COLORREF, controls::BrushHandle> brushes;
 };
 

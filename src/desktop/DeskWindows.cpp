@@ -5,33 +5,46 @@
 #include "controls/PaintBuffer.h"
 #include "controls/modShadow.h"
 #include "desktop/Desk.h"
+#include "desktop/FontChoice.h"
 #include "desktop/IconPicture.h"
 
 namespace zelvreg::desktop {
 namespace {
 
-int CALLBACK noteFont(const LOGFONTW* /*font*/, const TEXTMETRICW* /*metrics*/, DWORD /*type*/,
-                      LPARAM isFound) {
-  *reinterpret_cast<bool*>(isFound) = true;
-  return 0;
+int CALLBACK noteFace(const LOGFONTW* font, const TEXTMETRICW* /*metrics*/, DWORD /*type*/,
+                      LPARAM found) {
+  // Names with an at sign are for lines that run downwards, and letters of one width for programs.
+  const bool isForLines =
+      font->lfFaceName[0] != L'@' && (font->lfPitchAndFamily & 0x3) != FIXED_PITCH;
+  if (isForLines) {
+    *reinterpret_cast<std::string*>(found) =
+        utf8(reinterpret_cast<const char16_t*>(font->lfFaceName));
+  }
+  return isForLines ? 0 : 1;
 }
 
-bool isInstalled(const std::string& name) {
+// The first font of that name with that script, or of any name; empty if there is none.
+std::string installedFace(const std::string& name, int charset) {
   LOGFONTW wanted{};
-  wanted.lfCharSet = DEFAULT_CHARSET;
+  wanted.lfCharSet = static_cast<BYTE>(charset);
   const std::u16string wide = utf16(name).substr(0, LF_FACESIZE - 1);
   std::ranges::copy(wide, std::begin(wanted.lfFaceName));
-  bool isFound = false;
+  std::string found;
   const controls::WindowContext screen(nullptr);
-  EnumFontFamiliesExW(screen.get(), &wanted, noteFont, reinterpret_cast<LPARAM>(&isFound), 0);
-  return isFound;
+  EnumFontFamiliesExW(screen.get(), &wanted, noteFace, reinterpret_cast<LPARAM>(&found), 0);
+  return found;
 }
 
-// In place of a font that is not installed the system takes one that may lack other scripts, which
-// it adds to its own font.
-std::string faceFor(const std::string& name) {
-  const Font usual;
-  return name == usual.name || isInstalled(name) ? name : usual.name;
+// In place of a font that is not installed, or lacks a script, the system takes letters of several
+// others: not joined, not bold, or of a neighboring country.
+std::string findFace(const Font& font) {
+  for (const std::string& name : facesFor(font)) {
+    if (!installedFace(name, font.charset).empty()) {
+      return name;
+    }
+  }
+  const std::string any = installedFace("", font.charset);
+  return any.empty() ? Font{}.name : any;
 }
 
 bool pointsToASide(std::string_view iconKey) { return iconKey == "undo" || iconKey == "options"; }
@@ -46,17 +59,26 @@ void Desk::setResolution(int resolution) {
 HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
   const double size = (font.size > 0 ? font.size : 9) + pointsMore;
   const bool bold = isBold || font.isBold;
-  auto known = fonts.find(std::tuple<std::string_view, double, bool>(font.name, size, bold));
+  auto known = fonts.find(
+      std::tuple<std::string_view, int, double, bool>(font.name, font.charset, size, bold));
   if (known == fonts.end()) {
-    auto made = controls::makeFont({.name = faceFor(font.name),
+    auto made = controls::makeFont({.name = faceOf(font),
                                     .size = size,
                                     .isBold = bold,
                                     .isItalic = false,
                                     .isUnderlined = false},
                                    dpi);
-    known = fonts.emplace(FontKey(font.name, size, bold), std::move(made)).first;
+    known = fonts.emplace(FontKey(font.name, font.charset, size, bold), std::move(made)).first;
   }
   return known->second.get();
+}
+
+const std::string& Desk::faceOf(const Font& font) {
+  std::string& known = faces[{font.name, font.charset}];
+  if (known.empty()) {
+    known = findFace(font);
+  }
+  return known;
 }
 
 HBRUSH Desk::brush(Tone tone) {

@@ -142,12 +142,26 @@ class Accessible : public IAccessible {
   virtual ~Accessible() { standard->Release(); }
 
   [[nodiscard]] std::optional<AccessibleFacts> factsOf(const VARIANT& child) const {
-    const Peer* peer = Peer::of(window);
-    if (peer == nullptr || child.vt != VT_I4) {
+    if (child.vt != VT_I4) {
       return std::nullopt;
+    }
+    const Peer* peer = Peer::of(window);
+    if (peer == nullptr) {
+      return factsOfField();
     }
     return child.lVal == CHILDID_SELF ? std::optional(peer->facts())
                                       : peer->factsOfRow(static_cast<std::size_t>(child.lVal));
+  }
+
+  // The field of a combo box has the focus in its place, and is called as the box is.
+  [[nodiscard]] std::optional<AccessibleFacts> factsOfField() const {
+    const Peer* box = Peer::of(GetParent(window));
+    if (box == nullptr) {
+      return std::nullopt;
+    }
+    AccessibleFacts facts = box->facts();
+    facts.role = 0;
+    return facts;
   }
 
   HRESULT told(const VARIANT& child, std::string AccessibleFacts::*fact, BSTR* text,

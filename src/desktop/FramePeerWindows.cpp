@@ -23,10 +23,8 @@ void FramePeer::changed(const Control& control, Change what, std::size_t row) {
   Peer::changed(control, what, row);
   if (what == Change::Visible && onVisible) {
     // The language picker lies over the page that is shown.
-    if (frame.visible) {
-      SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
     if (frame.visible && onKey) {
+      SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
       SetFocus(hwnd());
     }
     onVisible();

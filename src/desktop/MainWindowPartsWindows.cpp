@@ -235,7 +235,6 @@ void MainWindow::addLists() {
   others.push_back(std::move(bar));
 }
 
-// Before the lists below them, because the Tab key goes in the order in which windows are made.
 void MainWindow::addOptions() {
   auto ofScan =
       std::make_unique<CheckPeer>(desk, parentOf(&form.Frame1), form.CarefulBox, Tone::Ground);

@@ -26,8 +26,9 @@ bool fitsAsUsual(std::span<const Box> boxes) {
   return std::ranges::all_of(boxes, [](const Box& box) { return box.wanted <= box.usual.width; });
 }
 
-// As usual if all captions fit, else one after the other in one row, else in two columns. How many
-// rows that takes.
+// As usual if all captions fit, else one after the other in one row, else in two columns, the
+// second of which begins earlier in a row that has no room for it otherwise. How many rows that
+// takes.
 int placeInRows(std::span<const Box> boxes, int width) {
   if (fitsAsUsual(boxes)) {
     for (const Box& box : boxes) {
@@ -36,13 +37,12 @@ int placeInRows(std::span<const Box> boxes, int width) {
     return boxes.back().usual.top > boxes.front().usual.top ? 2 : 1;
   }
   int inOneRow = -besideBox;
-  std::array<int, 2> columns{};
+  int first = 0;
   for (std::size_t at = 0; at < boxes.size(); ++at) {
     inOneRow += boxes[at].wanted + besideBox;
-    columns.at(at % 2) = std::max(columns.at(at % 2), boxes[at].wanted);
+    first = at % 2 == 0 ? std::max(first, boxes[at].wanted) : first;
   }
   const bool isOneRow = inOneRow <= width;
-  const int second = std::min(columns[0], width - columns[1]);
   int left = 0;
   for (std::size_t at = 0; at < boxes.size(); ++at) {
     const Box& box = boxes[at];
@@ -50,6 +50,9 @@ int placeInRows(std::span<const Box> boxes, int width) {
     Place place{left, box.usual.top, box.wanted, box.usual.height};
     if (!isOneRow) {
       const bool isFirst = at % 2 == 0;
+      const std::size_t beside = isFirst ? at + 1 : at;
+      const int second =
+          std::min(first, width - (beside < boxes.size() ? boxes[beside].wanted : 0));
       place.left = isFirst ? 0 : second;
       place.width = isFirst ? second : width - second;
       place.top = boxes.front().usual.top + row * rowPitch;

@@ -16,8 +16,6 @@ constexpr int groupGap = 13;
 }  // namespace
 
 void MainWindow::addToolbar() {
-  // The Tab key finds them where the command buttons are.
-  HWND before = peerOf(form.cmd_report)->hwnd();
   bool beginsGroup = false;
   for (std::size_t number = 1; number <= form.Toolbar1.buttons.size(); ++number) {
     const Button* command = commandOfToolbar(form, number);
@@ -27,11 +25,11 @@ void MainWindow::addToolbar() {
     }
     auto button = std::make_unique<Button>();
     button->visible = false;
+    // For the order of the Tab key.
+    put(*button, {margin + static_cast<int>(tools.size()) * (length + gap), top, length, length});
     button->bind([this, number] { Toolbar1_ButtonClick(form, number); });
     auto peer = std::make_unique<ButtonPeer>(desk, window, *button, ButtonRole::Tool,
                                              form.Toolbar1.buttons[number - 1].image.c_str());
-    SetWindowPos(peer->hwnd(), before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    before = peer->hwnd();
     tools.push_back({std::move(button), *command, beginsGroup});
     toolPeers.push_back(std::move(peer));
     beginsGroup = false;

@@ -6,6 +6,7 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "desktop/SystemScreen.h"
+#include "desktop/WindowOrder.h"
 #include "form/Form42.h"
 #include "shell/Navigation.h"
 #include "shell/WindowEvents.h"
@@ -34,6 +35,10 @@ MainWindow::MainWindow(Form42& shownForm)
   addBars();
   addSearchControls();
   addPictures();
+  orderChildren(window, readingOrderOfMainWindow);
+  for (const auto& frame : frames) {
+    orderChildren(frame->hwnd());
+  }
   attachWindowParts();
   connectForm();
   showColor();

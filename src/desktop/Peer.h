@@ -97,7 +97,8 @@ bool pressFocusedButton();
 std::optional<LRESULT> pressByKey(UINT message, WPARAM wParam, LPARAM lParam,
                                   const std::function<void()>& press);
 
-// Draws the one-pixel border of a window in the border color. The desk must outlive it.
+// Draws the one-pixel border of a window in the border color, or shows by it that the window has
+// the focus. The desk must outlive it.
 void colorBorder(HWND window, Desk& desk);
 
 // Registers a class for the program's own windows, if it is not registered yet.

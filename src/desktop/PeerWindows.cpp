@@ -26,8 +26,11 @@ LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM 
     GetWindowRect(hwnd, &place);
     OffsetRect(&place, -place.left, -place.top);
     HDC context = GetWindowDC(hwnd);
-    FrameRect(context, &place, reinterpret_cast<Desk*>(reference)->brush(Tone::Border));
+    const Tone tone = GetFocus() == hwnd ? Tone::Mark : Tone::Border;
+    FrameRect(context, &place, reinterpret_cast<Desk*>(reference)->brush(tone));
     ReleaseDC(hwnd, context);
+  } else if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+    RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
   }
   return result;
 }
@@ -170,10 +173,9 @@ void Peer::showPlace() {
 }
 
 void Peer::move(int left, int top, int width, int height) const {
+  // What would be copied there may be turned, or another control may have moved over it.
   SetWindowPos(window, nullptr, left, top, width, height,
-               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER |
-                   // What is copied there may be turned.
-                   (shared.isMirrored ? SWP_NOCOPYBITS : 0U));
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_NOCOPYBITS);
 }
 
 void Peer::moveTo(const Place& place) const {

@@ -42,7 +42,8 @@ class SmallWindow : private ControlPeer {
 
   void add(Label& label, const Place& place, LabelLook look);
   void add(Button& button, const Place& place, ButtonRole role, const char* icon);
-  void add(TextBox& box, const Place& place);
+  // `name` says what is to be typed.
+  void add(TextBox& box, const Place& place, const Label& name);
   void add(Picture& picture, const Place& place, const PictureOptions& options);
 
   // Shows it and serves the queue as long as `isOpen` is true; the owner is disabled.

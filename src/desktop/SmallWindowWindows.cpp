@@ -5,6 +5,7 @@
 #include "controls/modShadow.h"
 #include "desktop/SystemScreen.h"
 #include "desktop/WindowEdges.h"
+#include "desktop/WindowOrder.h"
 #include "form/Form42.h"
 #include "languages/Texts.h"
 
@@ -67,10 +68,12 @@ void SmallWindow::add(Button& button, const Place& place, ButtonRole role, const
   }
 }
 
-void SmallWindow::add(TextBox& box, const Place& place) {
+void SmallWindow::add(TextBox& box, const Place& place, const Label& name) {
   put(box, place);
-  peers.push_back(std::make_unique<EditPeer>(desk, window, box));
-  firstFocus = peers.back()->hwnd();
+  auto peer = std::make_unique<EditPeer>(desk, window, box);
+  peer->nameOf = [&name] { return name.caption.get(); };
+  firstFocus = peer->hwnd();
+  peers.push_back(std::move(peer));
 }
 
 void SmallWindow::add(Picture& picture, const Place& place, const PictureOptions& options) {
@@ -88,6 +91,7 @@ void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
   if (owner != nullptr) {
     EnableWindow(owner, FALSE);
   }
+  orderChildren(window);
   ShowWindow(window, SW_SHOW);
   SetForegroundWindow(window);
   SetFocus(firstFocus == nullptr ? window : firstFocus);
@@ -214,7 +218,7 @@ void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
   shown.add(dialog.orubutton1, {160, 130, 160, 32}, ButtonRole::Primary, "");
   shown.add(dialog.orubutton10, {330, 130, 130, 32}, ButtonRole::Plain, "");
-  shown.add(dialog.Text1, {20, 84, 440, 26});
+  shown.add(dialog.Text1, {20, 84, 440, 26}, dialog.Label1);
   shown.runModal(form.messages, dialog.isOpen);
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "controls/PaintBuffer.h"
+#include "desktop/Accessible.h"
 #include "desktop/FieldColors.h"
 #include "desktop/SimplePeers.h"
 
@@ -152,6 +153,7 @@ ComboPeer::ComboPeer(Desk& sharedDesk, HWND parent, ComboBox& shownBox,
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   if (HWND text = field()) {
     SetWindowSubclass(text, textProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
+    tellFacts(text);
   }
   showRows(Change::Rows, 0);
   showAll();
@@ -161,6 +163,10 @@ void ComboPeer::draw(const DRAWITEMSTRUCT& request) {
   const RECT& place = request.rcItem;
   const bool isFace = (request.itemState & ODS_COMBOBOXEDIT) != 0;
   const bool isChosen = (request.itemState & ODS_SELECTED) != 0 && !isFace;
+  if (isFace && desk().isMirrored) {
+    // Not every system turns the limits that its class sets.
+    SelectClipRgn(request.hDC, nullptr);
+  }
   const auto position = static_cast<int>(request.itemID);
   if (position < 0) {
     FillRect(request.hDC, &place, desk().brush(Tone::Surface));

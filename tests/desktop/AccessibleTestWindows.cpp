@@ -70,6 +70,15 @@ TEST_F(AccessibleTest, ACheckBoxTellsWhetherItIsTicked) {
   EXPECT_EQ(told(windowOf(form.Option2, L"Button")).role, ROLE_SYSTEM_RADIOBUTTON);
 }
 
+TEST_F(AccessibleTest, TheFieldOfAComboBoxIsCalledAsTheBoxIs) {
+  form.cboFind.setText("dll");
+  const Told field =
+      told(FindWindowExW(windowOf(form.cboFind, L"ComboBox"), nullptr, L"Edit", nullptr));
+  EXPECT_EQ(field.name, L"Text to find");
+  EXPECT_EQ(field.value, L"dll");
+  EXPECT_EQ(field.role, ROLE_SYSTEM_TEXT);
+}
+
 TEST_F(AccessibleTest, ProgressIsTold) {
   form.Bar1.setMaximum(8);
   form.Bar1.setValue(2);

@@ -53,13 +53,14 @@ class SmallWindowTest : public ResolutionTest {
  protected:
   SmallWindowTest() {
     small.add(button, {300, 130, 100, 32}, ButtonRole::Primary, "");
-    small.add(box, {20, 84, 440, 26});
+    small.add(box, {20, 84, 440, 26}, name);
   }
 
   FormWindow shown{7200, 3000};
   DropShadow shadow;
   Button button{"OK"};
   TextBox box;
+  Label name;
   SmallWindow small{window.sharedDesk(), shown, shadow, window.hwnd(), [] {}, {.title = "Small"}};
 };
 

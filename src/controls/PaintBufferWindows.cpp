@@ -24,6 +24,28 @@ std::uint32_t unmultiplied(std::uint32_t pixel) {
   return result;
 }
 
+LPCWSTR wideText(std::u16string_view text) { return reinterpret_cast<LPCWSTR>(text.data()); }
+
+// A line that is read from the right and has room for all of it, so that it ends at its edge: not
+// every system measures joined letters, which are narrower than single ones. Whether it was such.
+bool writeFlushRight(HDC context, std::u16string_view text, const RECT& place, UINT format) {
+  constexpr UINT wanted = DT_SINGLELINE | DT_RTLREADING | DT_RIGHT | DT_NOPREFIX;
+  SIZE extent{};
+  const auto length = static_cast<int>(text.size());
+  if ((format & wanted) != wanted ||
+      GetTextExtentPoint32W(context, wideText(text), length, &extent) == FALSE ||
+      extent.cx > place.right - place.left) {
+    return false;
+  }
+  const LONG room = place.bottom - place.top - extent.cy;
+  const LONG top = place.top + ((format & DT_VCENTER) != 0 ? room / 2 : 0);
+  const UINT before = SetTextAlign(context, TA_RIGHT | TA_TOP | TA_NOUPDATECP);
+  ExtTextOutW(context, place.right, top, ETO_RTLREADING | ETO_CLIPPED, &place, wideText(text),
+              static_cast<UINT>(length), nullptr);
+  SetTextAlign(context, before);
+  return true;
+}
+
 }  // namespace
 
 BitmapHandle makeSection(Size size, void*& bits) {
@@ -74,8 +96,9 @@ void PaintBuffer::write(std::u16string_view text, RECT place, UINT format) const
     format ^= (format & DT_CENTER) != 0 ? 0U : static_cast<UINT>(DT_RIGHT);
     format |= readsFromRight(text) ? DT_RTLREADING : 0U;
   }
-  DrawTextW(dc(), reinterpret_cast<LPCWSTR>(text.data()), static_cast<int>(text.size()), &place,
-            format);
+  if (!writeFlushRight(dc(), text, place, format)) {
+    DrawTextW(dc(), wideText(text), static_cast<int>(text.size()), &place, format);
+  }
 }
 
 // It has been drawn for the side of the target, and must not be turned again.

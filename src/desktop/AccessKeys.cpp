@@ -90,7 +90,7 @@ class Keys {
 
  private:
   void append(Caption& caption) {
-    for (char32_t letter = U'A'; letter <= U'Z'; ++letter) {
+    for (const char32_t letter : std::u32string_view(U"ABCDEFGHIJKLMNOPQRSTUVWXYZ123456789")) {
       if (taken.insert(keyOf(letter)).second) {
         caption.text += U'(';
         caption.marked = caption.text.size();

@@ -35,6 +35,13 @@ TEST(AccessKeys, AScriptOfManyCharactersGetsALetterBehind) {
   EXPECT_EQ(withAccessKeys({"開始", "終了", "Abc"}), (Captions{"開始(&A)", "終了(&B)", "Ab&c"}));
 }
 
+TEST(AccessKeys, AfterTheLettersBehindComeDigits) {
+  const std::vector<std::string> marked = withAccessKeys(Captions(28, "開始"));
+  EXPECT_EQ(marked[25], "開始(&Z)");
+  EXPECT_EQ(marked[26], "開始(&1)");
+  EXPECT_EQ(marked[27], "開始(&2)");
+}
+
 TEST(AccessKeys, AnAndSignStaysText) {
   EXPECT_EQ(withAccessKeys({"Cut & paste", "A&&B"}), (Captions{"&Cut && paste", "&A&&B"}));
 }

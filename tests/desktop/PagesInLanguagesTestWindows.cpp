@@ -1,11 +1,13 @@
 // Captions have the widths of the system's fonts only on Windows.
 #include <algorithm>
+#include <cwchar>
 #include <functional>
 #include <set>
 
 #include "controls/ButtonContent.h"
 #include "controls/GdiObjects.h"
 #include "desktop/MainWindow.h"
+#include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "reports/EntryDetails.h"
 #include "scan/Findings.h"
@@ -147,10 +149,27 @@ class PagesInLanguagesTest : public fixture::ComputerFixture {
       const int width = ListView_GetColumnWidth(peer.hwnd(), static_cast<int>(column));
       if (width > 0) {
         checkLanguage(text);
-        constexpr int margins = 16;
+        const int margins = window.sharedDesk().pixels(16);
         EXPECT_LE(extentOf(utf16(text), font, 1000).cx + margins, width) << where() << text;
       }
     }
+  }
+
+  // Of all that is shown at once.
+  void checkAccessKeys() {
+    std::vector<HWND> children;
+    EnumChildWindows(window.hwnd(), note, reinterpret_cast<LPARAM>(&children));
+    std::set<std::string> taken;
+    for (HWND child : children) {
+      wchar_t caption[256] = {};
+      GetWindowTextW(child, caption, 256);
+      const wchar_t* mark = std::wcschr(caption, L'&');
+      if (IsWindowVisible(child) != FALSE && mark != nullptr) {
+        const std::u16string letter(1, static_cast<char16_t>(mark[1]));
+        EXPECT_TRUE(taken.insert(lowerCase(utf8(letter))).second) << where() << utf8(letter);
+      }
+    }
+    EXPECT_GT(taken.size(), 10U) << where();
   }
 
   void checkLanguage(const std::string& text) {
@@ -166,6 +185,8 @@ class PagesInLanguagesTest : public fixture::ComputerFixture {
   std::string where() const {
     return std::string(fixture::shippedLanguages.at(language).tag) + " " + page + ": ";
   }
+
+  void walkThroughPages();
 
   void speak(std::size_t entry) {
     language = entry;
@@ -191,7 +212,7 @@ class PagesInLanguagesTest : public fixture::ComputerFixture {
   std::string page;
 };
 
-TEST_F(PagesInLanguagesTest, NoTextIsCutOrOfAnotherLanguage) {
+void PagesInLanguagesTest::walkThroughPages() {
   ScannerRun run;
   addRow(form, run,
          {.location = "Startup programs",
@@ -213,11 +234,34 @@ TEST_F(PagesInLanguagesTest, NoTextIsCutOrOfAnotherLanguage) {
         View2_ItemClick(form, 1);
       }
       checkAll(window.hwnd());
+      checkAccessKeys();
     }
     page = "progress";
     showPage(form.Frame1, true);
     checkAll(window.hwnd());
+    page = "outcome";
+    form.OutcomeText.visible = form.UndoRepair.visible = true;
+    form.Label10.visible = false;
+    form.OutcomeText.caption = textOf(form, "repair-result", {"42", "4", "1"});
+    showPage(form.Frame2, false);
+    checkAll(window.hwnd());
+    checkAccessKeys();
+    form.OutcomeText.visible = form.UndoRepair.visible = false;
+    form.Label10.visible = true;
+    page = "tool bar";
+    form.ToolbarBox.value = true;
+    showPage(form.Frame1, false);
+    checkAll(window.hwnd());
+    checkAccessKeys();
+    form.ToolbarBox.value = false;
   }
+}
+
+TEST_F(PagesInLanguagesTest, NoTextIsCutOrOfAnotherLanguage) { walkThroughPages(); }
+
+TEST_F(PagesInLanguagesTest, NoTextIsCutOnAScreenOfAHigherResolution) {
+  window.sharedDesk().setResolution(144);
+  walkThroughPages();
 }
 
 TEST_F(PagesInLanguagesTest, NoTextOfADialogIsCutOrOfAnotherLanguage) {
@@ -235,6 +279,15 @@ TEST_F(PagesInLanguagesTest, NoTextOfADialogIsCutOrOfAnotherLanguage) {
       form.frmabout.chameleonButton3.click();
     });
     form.chameleonButton18.click();
+    page = "question";
+    whileOpen(L"ZelvregMessageWindow", [this](HWND opened) {
+      checkAll(opened);
+      PostMessageW(opened, WM_CLOSE, 0, 0);
+    });
+    form.dialogs.show({.text = textOf(form, "fix-question"),
+                       .icon = MessageIcon::None,
+                       .isQuestion = true,
+                       .title = {}});
   }
 }
 

@@ -39,6 +39,7 @@ class Control:
         self.text = told["text"]
         self.place = told["place"]
         self.enabled = told["enabled"]
+        self.focused = told["focused"]
         self.ticked = told.get("ticked", False)
         self.headings = told.get("headings", [])
         # Only the first rows of a long list; `count` counts all of them.

@@ -196,6 +196,13 @@ Json accessibleOf(HWND window) {
 
 bool tellsAccessible = false;
 
+bool hasFocus(HWND window) {
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread) != FALSE &&
+         thread.hwndFocus == window;
+}
+
 Json describe(HWND window) {
   RECT place{};
   GetWindowRect(window, &place);
@@ -203,7 +210,8 @@ Json describe(HWND window) {
   Json found = {{"class", name},
                 {"text", textOf(window)},
                 {"place", placeOf(place)},
-                {"enabled", IsWindowEnabled(window) != FALSE}};
+                {"enabled", IsWindowEnabled(window) != FALSE},
+                {"focused", hasFocus(window)}};
   if (name == "SysListView32") {
     found.update(listOf(window));
   } else if (name == "Button") {

@@ -1,31 +1,18 @@
 """All pages in languages of other scripts, one of which is read from the right, and on screens of
 other resolutions."""
 
-from driver.box import CHECKOUT
+from driver.languages import LANGUAGES, language
 from driver.scene import on_a_screen_of
 from driver.screen import BOX, SMALL
 from driver.waiting import expect, wait_until
 
-LANGUAGE = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\zelvane tuner"
+LANGUAGE = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\zelvane tuner\zelvreg"
 
 
-class _Texts:
-    """The texts of a language, from its file."""
-
-    def __init__(self, tag, page):
-        content = (CHECKOUT / "assets" / "lang" / f"zelvreg-{tag}.lang").read_text(page)
-        form = content.split("[Form1]")[0]
-        self.of_key = dict(line.split("=", 1) for line in form.split("\n") if "=" in line)
-
-    def __getitem__(self, key):
-        return self.of_key[key].strip()
-
-
-def _speak(scene, tag, charset, font=None):
-    lines = f'[{LANGUAGE}\\zelvreg]\n"lang"="{tag}"\n"langcode"="{charset}"\n"langindex"="0"\n'
-    if font:
-        lines += f'[{LANGUAGE}]\n"font name"="{font}"\n'
-    scene.box.add_to_registry(lines)
+def _speak(scene, tag, charset):
+    index = LANGUAGES.index(language(tag))
+    scene.box.add_to_registry(f'[{LANGUAGE}]\n"lang"="{tag}"\n"langcode"="{charset}"\n'
+                              f'"langindex"="{index}"\n')
 
 
 def _tour(screen, texts):
@@ -71,22 +58,39 @@ def _tour(screen, texts):
 def all_pages_speak_german(scene):
     _speak(scene, "german", 0)
     scene.screen.start()
-    _tour(scene.screen, _Texts("german", "cp1252"))
+    _tour(scene.screen, language("german"))
+
+
+def all_pages_speak_polish(scene):
+    _speak(scene, "polish", 238)
+    scene.screen.start()
+    _tour(scene.screen, language("polish"))
+
+
+def all_pages_speak_russian(scene):
+    _speak(scene, "russian", 204)
+    scene.screen.start()
+    _tour(scene.screen, language("russian"))
 
 
 def all_pages_speak_japanese(scene):
     _speak(scene, "japanese", 128)
     scene.screen.start()
-    _tour(scene.screen, _Texts("japanese", "cp932"))
+    _tour(scene.screen, language("japanese"))
+
+
+def all_pages_speak_chinese(scene):
+    _speak(scene, "chinese", 134)
+    scene.screen.start()
+    _tour(scene.screen, language("chinese"))
 
 
 def all_pages_are_mirrored_in_arabic_and_back(scene):
-    # The fonts of this computer that have Arabic.
-    _speak(scene, "arabic", 178, "DejaVu Sans")
+    _speak(scene, "arabic", 178)
     screen = scene.screen
     screen.start()
     screen.is_mirrored = True
-    texts = _Texts("arabic", "cp1256")
+    texts = language("arabic")
     _tour(screen, texts)
     middle = screen.window().place[0] + screen.window().place[2] // 2
     expect("the first command is at the right",
@@ -105,7 +109,7 @@ def _tour_at(scene, resolution, tag):
     scene.screen.start()
     expect("its size", scene.screen.window().place[2:],
            [(length * resolution + 48) // 96 for length in (1026, 612)])
-    _tour(scene.screen, _Texts(tag, "cp1252"))
+    _tour(scene.screen, language(tag))
 
 
 @on_a_screen_of(1400, 900)

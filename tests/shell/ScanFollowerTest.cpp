@@ -37,7 +37,7 @@ class ScanFollowerTest : public fixture::ComputerFixture {
     for (std::size_t row = 1; row <= rows; ++row) {
       form.View1.add("row");
     }
-    for (const std::size_t row : {2, 5, 9}) {
+    for (const std::size_t row : {2U, 5U, 9U}) {
       form.View1.setChecked(row, true);
     }
     form.Bar1.setMaximum(3);
@@ -66,7 +66,7 @@ class ScanFollowerTest : public fixture::ComputerFixture {
     form.testedRow.reset();
     follower.follow(now);
   }
-  std::string told() const { return form.ProgressText.caption; }
+  const std::string& told() const { return form.ProgressText.caption.get(); }
 
   Form42 form;
   Signs signs;

@@ -78,7 +78,8 @@ class Screen:
         self.display = display
         self.pictures = pictures
         self.story = story
-        self.taken = 0
+        # The files of all pictures, and of those that stood still.
+        self.all_pictures, self.still_pictures = [], []
         # Whether the window is laid out from the right.
         self.is_mirrored = False
         self.resolution = 96
@@ -147,10 +148,11 @@ class Screen:
                     return control.place
         return None
 
-    def picture(self, step, moves=False):
-        """Saves a picture of the screen, once it no longer changes unless `moves`."""
-        self.taken += 1
-        path = self.pictures / f"{self.story}-{self.taken}-{step}.png"
+    def picture(self, step, pointing=False):
+        """Saves a picture of the screen once it no longer changes, without the mouse in it unless it
+        is `pointing` at something."""
+        path = self.pictures / f"{self.story}-{len(self.all_pictures) + 1}-{step}.png"
+        self.all_pictures.append(path)
         seen = []
 
         def still():
@@ -158,8 +160,11 @@ class Screen:
                                              self.display.height - TRAY_HEIGHT))
             return len(seen) > 1 and seen[-1] == seen[-2]
         try:
-            if not moves:
-                wait_until("the picture no longer changes", still, 2)
+            if not pointing:
+                # What is below the mouse may have a tip, or not yet.
+                self.display.point(4, 4)
+            wait_until("the picture no longer changes", still, 4)
+            self.still_pictures.append(path)
         except Unmet:
             # A picture that still changes is better than none.
             pass

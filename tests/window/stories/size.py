@@ -72,7 +72,7 @@ def columns_are_dragged_and_fitted_and_kept(scene):
     screen.display.point(place[0] + 100, place[1] + place[3] // 2)
     screen.find("the whole text", lambda tip: tip.text.replace("\n", "").startswith(
         row["cells"][0]) and tip, "tooltips_class32")
-    screen.picture("tip")
+    screen.picture("tip", pointing=True)
     screen.display.click(left + 1 + 160, top + 12, times=2)
     wait_until("it fits", lambda: int(scene.box.value(SETTINGS, "columnsview2").split()[0]) > 200)
     screen.picture("fitted")

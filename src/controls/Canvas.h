@@ -105,9 +105,9 @@ class Canvas {
   // The part of a rectangle that is on the canvas.
   void fill(const Rectangle& place, Rgb color);
   void draw(const Shape& shape);
-  void draw(const Stroke& stroke, Rgb color);
-  // Draws the picture with its top left corner at a place, clipped to the canvas.
-  void draw(const Bitmap& picture, int left, int top, double opacity = 1);
+  void draw(const Stroke& told, Rgb color);
+  // Draws the picture, clipped to the canvas, its side that is read first at `from`.
+  void draw(const Bitmap& picture, int from, int top, double opacity = 1);
 
  private:
   std::uint32_t& at(int column, int row);

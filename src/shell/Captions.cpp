@@ -82,7 +82,7 @@ constexpr std::array table{
               form.Frame7.caption = text;
               form.Label2[2].caption = text;
             },
-            [](const Form42& form) -> std::string { return form.Frame7.caption; }},
+            [](const Form42& form) { return std::string(form.Frame7.caption); }},
     element<&Form42::SafeguardBoxes, 0>("SafeguardBoxes(0)"),
     element<&Form42::SafeguardBoxes, 1>("SafeguardBoxes(1)"),
     element<&Form42::SafeguardBoxes, 2>("SafeguardBoxes(2)"),

@@ -66,7 +66,7 @@ void keepWindowMemory(const WindowMemory& memory) {
 std::vector<int> readColumnWidths(const std::string& list, std::span<const int> standard) {
   std::vector<int> widths(standard.begin(), standard.end());
   widths.back() = 0;
-  const std::vector<int> otherwise = widths;
+  std::vector<int> otherwise = widths;
   const std::string stored = readSetting(settings::regscan, nameOfColumns(list));
   std::string_view rest = stored;
   for (std::size_t column = 0; column < widths.size(); ++column) {

@@ -236,7 +236,7 @@ void ListView::setHidden(std::size_t row, bool isRowHidden) {
     setSelected(row, false);
   }
   found->isHidden = isRowHidden;
-  hiddenRows += isRowHidden ? 1 : -1;
+  isRowHidden ? ++hiddenRows : --hiddenRows;
   changed(Change::Rows, row);
 }
 

@@ -20,7 +20,8 @@ NOTICED, CHANGED = 14, 5
 def coarse(picture):
     return subprocess.run(
         ["convert", picture, "-gravity", "south", "-chop", f"0x{TRAY_HEIGHT}", "-colorspace", "Gray",
-         "-resize", f"{WIDTH}x{HEIGHT}!", "-depth", "8", "gray:-"], check=True, stdout=subprocess.PIPE).stdout
+         "-resize", f"{WIDTH}x{HEIGHT}!", "-depth", "8", "gray:-"],
+        check=True, stdout=subprocess.PIPE).stdout
 
 
 def differing(one, other):

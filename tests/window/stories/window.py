@@ -184,6 +184,6 @@ def a_field_answers_the_mouse(scene):
         for x in left + 20, left + width - 8:
             screen.display.point(x, top + 12)
             wait_until("its edge is marked", lambda: edge() != quiet)
-        screen.picture("hovered")
+        screen.picture("hovered", pointing=True)
         screen.display.point(left + width // 2, window.place[1] + 20)
         wait_until("its edge is as before", lambda: edge() == quiet)

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <map>
 #include <vector>
 
 #include "controls/ButtonStates.h"
@@ -119,6 +121,43 @@ TEST(Colors, HighContrastUsesOnlyTheSystemsColors) {
   EXPECT_FALSE(colors.isSystem());
   EXPECT_EQ(colors.theme(), Theme::Dark);
   EXPECT_EQ(colors[Tone::Accent], rgb(0x80FF80));
+}
+
+// The four schemes of high contrast that Windows 7 to 11 ship, by the numbers for GetSysColor: the
+// window and its text, a highlight and its text, disabled text, links.
+using Scheme = std::map<int, Rgb>;
+
+std::vector<Scheme> schemesOfHighContrast() {
+  const auto scheme = [](const std::array<unsigned, 6>& colors) {
+    constexpr std::array<int, 6> numbers{5, 8, 13, 14, 17, 26};
+    Scheme all;
+    for (std::size_t place = 0; place < colors.size(); ++place) {
+      all[numbers[place]] = rgb(colors[place]);
+    }
+    return all;
+  };
+  return {scheme({0x000000, 0xFFFFFF, 0x1AEBFF, 0x000000, 0x3FF23F, 0xFFFF00}),
+          scheme({0xFFFFFF, 0x000000, 0x37006E, 0xFFFFFF, 0x600000, 0x00009F}),
+          scheme({0x000000, 0xFFFF00, 0x008000, 0xFFFFFF, 0x00FF00, 0x8080FF}),
+          scheme({0x000000, 0x00FF00, 0x0000FF, 0xFFFFFF, 0xC0C0C0, 0x8080FF})};
+}
+
+TEST(Colors, TextIsReadableInTheSchemesOfHighContrast) {
+  for (const Scheme& scheme : schemesOfHighContrast()) {
+    Colors colors;
+    colors.useSystem([&](int number) { return scheme.at(number); });
+    for (const Tone ground : {Tone::Surface, Tone::Ground, Tone::SideBar, Tone::Header}) {
+      for (const Tone text :
+           {Tone::Text, Tone::Secondary, Tone::Problem, Tone::Link, Tone::Disabled, Tone::Waiting,
+            Tone::Testing, Tone::Finished, Tone::Mark, Tone::Border}) {
+        expectReadable(colors, text, ground, controls::readableContrast);
+      }
+    }
+    expectReadable(colors, Tone::OnSelected, Tone::Selected, controls::readableContrast);
+    expectReadable(colors, Tone::OnAccent, Tone::Accent, controls::readableContrast);
+    expectReadable(colors, Tone::QuietOnAccent, Tone::Accent, controls::readableContrast);
+    expectReadable(colors, Tone::OnMark, Tone::Mark, controls::readableContrast);
+  }
 }
 
 TEST(Colors, ButtonsAreDrawnForTheGroundThatTheyAreOn) {

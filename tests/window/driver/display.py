@@ -83,6 +83,10 @@ class Display:
     def point(self, left, top):
         self._act("mousemove", "--sync", str(left), str(top))
 
+    def leave(self):
+        """Moves the mouse to where there is nothing; it may be there already."""
+        self._act("mousemove", "4", "4")
+
     def click(self, left, top, times=1, button=1):
         words = CLICK[times] if button == 1 else ["click", str(button)]
         self._act("mousemove", str(left), str(top), *words)

@@ -27,6 +27,12 @@ def on_a_screen_of(width, height):
     return marked
 
 
+def long_by_nature(story):
+    """Marks a story that is told when it is asked for, or all are."""
+    story.is_long = True
+    return story
+
+
 class Stage:
     """What all stories share."""
 
@@ -108,6 +114,17 @@ class Scene:
         self.box.add_to_registry("[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"
                                  f'"LogPixels"=dword:{resolution:08x}\n')
         self.screen.resolution = resolution
+
+    def make_dark(self):
+        """Gives Windows its dark theme."""
+        self.box.add_to_registry("[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\"
+                                 'Themes\\Personalize]\n"AppsUseLightTheme"=dword:00000000\n')
+
+    def start_in_high_contrast(self):
+        """Starts the program as it looks in a scheme of high contrast. It looks for its files beside
+        itself."""
+        shutil.copy(self.stage.build / "window-contrast.exe", self.box.folder)
+        self.screen.opened(self.box.start("window-contrast.exe"))
 
     def start_suite(self):
         """Starts the stand-in for the suite's window; returns a function for its lines so far."""

@@ -148,9 +148,9 @@ class Screen:
                     return control.place
         return None
 
-    def picture(self, step, pointing=False):
+    def picture(self, step, pointing=False, moves=False):
         """Saves a picture of the screen once it no longer changes, without the mouse in it unless it
-        is `pointing` at something."""
+        is `pointing` at something. What `moves` is saved as it is at once."""
         path = self.pictures / f"{self.story}-{len(self.all_pictures) + 1}-{step}.png"
         self.all_pictures.append(path)
         seen = []
@@ -162,9 +162,10 @@ class Screen:
         try:
             if not pointing:
                 # What is below the mouse may have a tip, or not yet.
-                self.display.point(4, 4)
-            wait_until("the picture no longer changes", still, 4)
-            self.still_pictures.append(path)
+                self.display.leave()
+            if not moves:
+                wait_until("the picture no longer changes", still, 4)
+                self.still_pictures.append(path)
         except Unmet:
             # A picture that still changes is better than none.
             pass
@@ -179,7 +180,10 @@ class Screen:
 
     def start(self, *arguments):
         """Starts the program and waits for its window."""
-        program = self.box.start("zelvreg.exe", *arguments)
+        return self.opened(self.box.start("zelvreg.exe", *arguments))
+
+    def opened(self, program):
+        """Waits for the window of a program that was started, and returns it."""
         wait_until("the window opens", lambda: self.window() or program.has_ended(), 30)
         if program.has_ended():
             raise Unmet(f"the window opens; the program ended with {program.status()} instead")

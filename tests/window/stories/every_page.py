@@ -1,17 +1,24 @@
-"""All pages in languages of other scripts, one of which is read from the right, and on screens of
-other resolutions."""
+"""All pages, in languages of each script, one of which is read from the right, in both themes, and on
+screens of all resolutions."""
 
 from driver.languages import LANGUAGES, language
-from driver.scene import on_a_screen_of
+from driver.scene import long_by_nature, on_a_screen_of
 from driver.screen import BOX, SMALL
 from driver.waiting import expect, wait_until
 
 LANGUAGE = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\zelvane tuner\zelvreg"
 
 
-def _speak(scene, tag, charset):
+CHARSETS = {"english": 0, "german": 0, "polish": 238, "russian": 204, "japanese": 128, "chinese": 134,
+            "arabic": 178}
+SMALLEST = (1026, 612)
+# A screen with room for the window at each resolution.
+SCREENS = {96: (1280, 900), 120: (1400, 900), 144: (1700, 1060), 192: (2200, 1360), 288: (3200, 2000)}
+
+
+def _speak(scene, tag):
     index = LANGUAGES.index(language(tag))
-    scene.box.add_to_registry(f'[{LANGUAGE}]\n"lang"="{tag}"\n"langcode"="{charset}"\n'
+    scene.box.add_to_registry(f'[{LANGUAGE}]\n"lang"="{tag}"\n"langcode"="{CHARSETS[tag]}"\n'
                               f'"langindex"="{index}"\n')
 
 
@@ -55,38 +62,8 @@ def _tour(screen, texts):
     screen.picture("picker")
 
 
-def all_pages_speak_german(scene):
-    _speak(scene, "german", 0)
-    scene.screen.start()
-    _tour(scene.screen, language("german"))
-
-
-def all_pages_speak_polish(scene):
-    _speak(scene, "polish", 238)
-    scene.screen.start()
-    _tour(scene.screen, language("polish"))
-
-
-def all_pages_speak_russian(scene):
-    _speak(scene, "russian", 204)
-    scene.screen.start()
-    _tour(scene.screen, language("russian"))
-
-
-def all_pages_speak_japanese(scene):
-    _speak(scene, "japanese", 128)
-    scene.screen.start()
-    _tour(scene.screen, language("japanese"))
-
-
-def all_pages_speak_chinese(scene):
-    _speak(scene, "chinese", 134)
-    scene.screen.start()
-    _tour(scene.screen, language("chinese"))
-
-
 def all_pages_are_mirrored_in_arabic_and_back(scene):
-    _speak(scene, "arabic", 178)
+    _speak(scene, "arabic")
     screen = scene.screen
     screen.start()
     screen.is_mirrored = True
@@ -103,30 +80,31 @@ def all_pages_are_mirrored_in_arabic_and_back(scene):
            screen.window().find("Button", "Search Location").place[0] < middle, True)
 
 
-def _tour_at(scene, resolution, tag):
-    _speak(scene, tag, 0)
-    scene.set_resolution(resolution)
-    scene.screen.start()
-    expect("its size", scene.screen.window().place[2:],
-           [(length * resolution + 48) // 96 for length in (1026, 612)])
-    _tour(scene.screen, language(tag))
+def _story(tag, resolution, is_dark):
+    @on_a_screen_of(*SCREENS[resolution])
+    def story(scene):
+        _speak(scene, tag)
+        scene.set_resolution(resolution)
+        if is_dark:
+            scene.make_dark()
+        screen = scene.screen
+        screen.start()
+        screen.is_mirrored = language(tag).is_mirrored
+        expect("its size", screen.window().place[2:],
+               [(length * resolution + 48) // 96 for length in SMALLEST])
+        _tour(screen, language(tag))
+    return story
 
 
-@on_a_screen_of(1400, 900)
-def all_pages_at_120_dots_per_inch(scene):
-    _tour_at(scene, 120, "english")
+def _name(tag, resolution, is_dark):
+    return f"all_pages_in_{tag}_at_{resolution}_dots_per_inch{'_in_the_dark' if is_dark else ''}"
 
 
-@on_a_screen_of(1700, 1060)
-def all_pages_at_144_dots_per_inch(scene):
-    _tour_at(scene, 144, "german")
-
-
-@on_a_screen_of(2200, 1360)
-def all_pages_at_192_dots_per_inch(scene):
-    _tour_at(scene, 192, "german")
-
-
-@on_a_screen_of(3200, 2000)
-def all_pages_at_288_dots_per_inch(scene):
-    _tour_at(scene, 288, "english")
+# Those that show most of what can go wrong; the others take long together.
+USUAL = {("german", 192, False), ("japanese", 96, True)}
+SHOWN = USUAL | {(tag, resolution, is_dark) for tag in ("english", "german", "japanese", "arabic")
+                 for resolution in (96, 192) for is_dark in (False, True)}
+SHOWN |= {(tag, 96, False) for tag in ("polish", "russian", "chinese")}
+SHOWN |= {("english", 120, False), ("german", 144, False), ("english", 288, False)}
+for each in sorted(SHOWN):
+    vars()[_name(*each)] = _story(*each) if each in USUAL else long_by_nature(_story(*each))

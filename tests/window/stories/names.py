@@ -4,6 +4,7 @@ from collections import namedtuple
 from pathlib import Path
 
 from driver.languages import LANGUAGES
+from driver.scene import long_by_nature
 from driver.screen import BOX, MAIN, SMALL, plain
 from driver.waiting import Unmet, expect, wait_until
 
@@ -134,13 +135,15 @@ def _all_controls_tell_what_they_are(scene, languages):
         _pages(screen, language)
         _results(screen, language)
         _dialogs(screen, language)
-        screen.picture(language.tag, moves=True)
+        screen.picture(language.tag)
 
 
+@long_by_nature
 def controls_tell_what_they_are_in_english_german_french_and_spanish(scene):
     _all_controls_tell_what_they_are(scene, LANGUAGES[:4])
 
 
+@long_by_nature
 def controls_tell_what_they_are_in_portuguese_polish_italian_and_dutch(scene):
     _all_controls_tell_what_they_are(scene, LANGUAGES[4:8])
 

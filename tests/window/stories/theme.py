@@ -3,7 +3,6 @@
 from driver.screen import BOX, SMALL, middle
 from driver.waiting import expect, wait_until
 
-PERSONALIZE = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize"
 CHOICE = (r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\regscan", "theme")
 MIDDLE = 128
 
@@ -56,11 +55,18 @@ def all_pages_are_light(scene):
 
 
 def all_pages_are_dark_where_windows_is(scene):
-    scene.box.add_to_registry(f'[{PERSONALIZE}]\n"AppsUseLightTheme"=dword:00000000\n')
+    scene.make_dark()
     screen = scene.screen
     screen.start()
     _pages(screen)
     expect("it is dark", _brightness(screen) < MIDDLE, True)
+
+
+def all_pages_are_in_high_contrast(scene):
+    screen = scene.screen
+    scene.start_in_high_contrast()
+    _pages(screen)
+    expect("it is black", _brightness(screen), 0)
 
 
 def it_is_dark_at_once_where_its_user_says_so(scene):

@@ -14,8 +14,13 @@
 namespace zelvreg::desktop {
 namespace {
 
-// Without the "&" that marks an access key.
-std::string plain(const std::string& caption) {
+// Without the "&" that marks an access key, and without a letter that is there only to be one.
+std::string plain(std::string caption) {
+  constexpr std::size_t added = 4;  // "(&Y)"
+  if (caption.size() > added && caption.ends_with(')') &&
+      caption.compare(caption.size() - added, 2, "(&") == 0) {
+    caption.resize(caption.size() - added);
+  }
   std::string text;
   for (std::size_t at = 0; at < caption.size(); ++at) {
     const bool isMark = caption[at] == '&' && at + 1 < caption.size();

@@ -61,6 +61,12 @@ TEST_F(AccessibleTest, AButtonTellsItsCaptionWithoutTheMarkOfItsKey) {
   EXPECT_EQ(told(windowOf(form.cmd_report, L"Button")).state & STATE_SYSTEM_UNAVAILABLE, 0);
 }
 
+TEST_F(AccessibleTest, ALetterThatIsOnlyAKeyIsNoPartOfAName) {
+  form.cmd_report.caption = "Bericht(&Y)";
+  serve();
+  EXPECT_EQ(told(windowOf(form.cmd_report, L"Button")).name, L"Bericht");
+}
+
 TEST_F(AccessibleTest, ACheckBoxTellsWhetherItIsTicked) {
   HWND box = windowOf(form.ChCase, L"Button");
   EXPECT_EQ(told(box).state & STATE_SYSTEM_CHECKED, 0);

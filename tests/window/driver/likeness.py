@@ -13,20 +13,22 @@ KEPT = CHECKOUT / "tests" / "window" / "likeness.txt"
 # The whole screen above the notification area, in so many cells, each as bright as its mean.
 WIDTH, HEIGHT = 64, 44
 NUMBERED = re.compile(r"(.+?)-\d+-")
-# A cell has changed from so much of 255 on, and a picture from so many cells on.
-NOTICED, CHANGED = 14, 5
+# How bright, in steps of so much of 255; a cell has changed by two steps, and a picture when so many
+# cells have.
+STEP, CHANGED = 8, 5
 
 
 def coarse(picture):
-    return subprocess.run(
+    cells = subprocess.run(
         ["convert", picture, "-gravity", "south", "-chop", f"0x{TRAY_HEIGHT}", "-colorspace", "Gray",
          "-resize", f"{WIDTH}x{HEIGHT}!", "-depth", "8", "gray:-"],
         check=True, stdout=subprocess.PIPE).stdout
+    return bytes(cell // STEP for cell in cells)
 
 
 def differing(one, other):
     """How many cells differ."""
-    return sum(abs(left - right) >= NOTICED for left, right in zip(one, other, strict=True))
+    return sum(abs(left - right) > 1 for left, right in zip(one, other, strict=True))
 
 
 def _story_of(name):

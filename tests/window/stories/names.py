@@ -148,5 +148,6 @@ def controls_tell_what_they_are_in_portuguese_polish_italian_and_dutch(scene):
     _all_controls_tell_what_they_are(scene, LANGUAGES[4:8])
 
 
+@long_by_nature
 def controls_tell_what_they_are_in_russian_japanese_chinese_and_arabic(scene):
     _all_controls_tell_what_they_are(scene, LANGUAGES[8:])

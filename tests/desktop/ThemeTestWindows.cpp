@@ -10,8 +10,6 @@ class ThemeTest : public MainWindowTest {
   static constexpr const wchar_t* key =
       L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
 
-  ~ThemeTest() override { RegDeleteKeyW(HKEY_CURRENT_USER, key); }
-
   static void setWindowsDark(bool is) {
     const DWORD isLight = is ? 0 : 1;
     ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, key, L"AppsUseLightTheme", REG_DWORD, &isLight,

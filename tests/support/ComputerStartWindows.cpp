@@ -12,10 +12,12 @@ namespace zelvreg::fixture {
 namespace {
 
 // An emulated computer begins anew with each test. Here all tests share one registry, and what one
-// of them sets (a font, a language, a size) would decide what the next one sees.
+// of them sets (a font, a theme, a size) would decide what the next one sees.
 class SettingsOfOneTest : public testing::EmptyTestEventListener {
   void OnTestEnd(const testing::TestInfo& /*test*/) override {
     SHDeleteKeyW(HKEY_LOCAL_MACHINE, L"Software\\zelvane");
+    SHDeleteKeyW(HKEY_CURRENT_USER,
+                 L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize");
   }
 };
 

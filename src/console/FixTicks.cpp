@@ -61,7 +61,7 @@ void tellHowSure(const ConfidenceSummary& summary, const Form42& form, const Str
   }
   const std::size_t left = summary.leftAlone();
   const bool canTakeAll = left > 0 && !isKeptByPolicy(form, &Safeguards::careful);
-  streams.error << "zelvreg: " << summary.text()
+  streams.error << "zelvreg: " << summary.text(form)
                 << (!canTakeAll ? ""
                     : left == 1 ? " (--all takes it too)"
                                 : " (--all takes them too)")

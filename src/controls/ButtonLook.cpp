@@ -11,9 +11,6 @@ namespace {
 constexpr Rgb black = rgb(0x000000);
 constexpr Rgb white = rgb(0xFFFFFF);
 
-constexpr double readable = 4.5;
-// The contrast that a mark other than text needs against its ground.
-constexpr double visible = 3;
 // The smallest share of one color in another that is noticed.
 constexpr double distinct = 1.3;
 
@@ -77,25 +74,27 @@ class Drawing {
   }
   bool hasOwnFace() const { return !isSystemColor(faceProperty()); }
 
+  Rgb styleFace() const { return palette.faces[static_cast<std::size_t>(style.face)]; }
+
   // Before the state changes it.
   Rgb plainFace() const {
     if (hasOwnFace()) {
       return fromProperty(faceProperty());
     }
-    return style.fill == Fill::None ? palette.ground : style.face;
+    return style.fill == Fill::None ? palette.ground : styleFace();
   }
 
   // The color that is wanted on a face; dark or white where the two are too much alike.
-  Rgb seenOn(Rgb face, Rgb wanted, double least) const {
-    return contrast(wanted, face) >= least ? wanted : isLight(face) ? palette.text : white;
+  static Rgb apartFrom(Rgb face, Rgb wanted, double least) {
+    return contrast(wanted, face) >= least ? wanted : isLight(face) ? darkText : white;
   }
 
   Rgb checkedFace(Rgb face) const {
     if (style.edge == Edge::Bar && !hasOwnFace()) {
-      return style.face;
+      return styleFace();
     }
     // White changes a dark face less than the accent color a light one.
-    return mix(face, seenOn(face, palette.accent, distinct), isLight(face) ? 0.14 : 0.28);
+    return mix(face, apartFrom(face, palette.accent, distinct), isLight(face) ? 0.14 : 0.28);
   }
 
   Tints tintsOfState() const {
@@ -120,11 +119,11 @@ class Drawing {
   Rgb shaded(Rgb face) const {
     const bool isTold = properties.BackOver != properties.BackColor;
     if (isPressed) {
-      return mix(face, seenOn(face, isLight(face) ? palette.accent : black, distinct),
+      return mix(face, apartFrom(face, isLight(face) ? palette.accent : black, distinct),
                  style.pressedShare);
     }
     if (isHovered && !isTold) {
-      return mix(face, seenOn(face, isLight(face) ? palette.accent : white, distinct),
+      return mix(face, apartFrom(face, isLight(face) ? palette.accent : white, distinct),
                  style.hoveredShare);
     }
     return face;
@@ -132,17 +131,17 @@ class Drawing {
 
   Rgb textOn(Rgb face) const {
     if (!properties.Enabled) {
-      return palette.disabledText;
+      return seenOn(face, palette.disabledText, readableContrast);
     }
     const std::uint32_t told = isHovered ? properties.ForeOver : properties.ForeColor;
     if (!isSystemColor(told)) {
       return fromProperty(told);
     }
     const Rgb accented = mix(palette.accent, palette.text, 0.3);
-    if ((style.hasAccentEdge || isChecked) && contrast(accented, face) >= readable) {
+    if ((style.hasAccentEdge || isChecked) && contrast(accented, face) >= readableContrast) {
       return accented;
     }
-    return isLight(face) ? palette.text : white;
+    return readableOn(face, palette.text);
   }
 
   Rgb edgeOn(Rgb face, bool isOwn) const {
@@ -286,14 +285,14 @@ class Drawing {
     const bool hasAccentFace = !hasOwnFace() && style.defaultShare >= 0.5 &&
                                contrast(palette.accent, plainFace()) >= distinct;
     if (state.isDefault && properties.Enabled && !hasAccentFace) {
-      const Rgb seen = seenOn(face, palette.accent, distinct);
+      const Rgb seen = apartFrom(face, palette.accent, distinct);
       addOutline(seen == palette.accent ? 0 : pixels(2), pixels(1), seen);
     }
   }
 
   void addFocus(Rgb face, Rgb color, int inset) {
     if (state.isFocused && properties.ShowFocusRect && properties.Enabled) {
-      const Rgb seen = seenOn(face, color, visible);
+      const Rgb seen = apartFrom(face, color, visibleContrast);
       // A ring that differs from the accent color is lost on the ground around the button.
       addOutline(seen == color ? inset : std::max(inset, pixels(3)), pixels(2), seen);
     }

@@ -2,9 +2,11 @@
 #ifndef ZELVREG_CONTROLS_BUTTON_LOOK_H
 #define ZELVREG_CONTROLS_BUTTON_LOOK_H
 
+#include <array>
 #include <vector>
 
 #include "controls/ButtonProperties.h"
+#include "controls/ButtonStyles.h"
 #include "controls/Canvas.h"
 
 namespace zelvreg::controls {
@@ -34,7 +36,8 @@ struct Palette {
   Rgb line = rgb(0xDDE3EA);
   Rgb border = rgb(0xC6D0DC);
   Rgb text = rgb(0x1F2937);
-  Rgb disabledText = rgb(0xA3ADBA);
+  Rgb disabledText = rgb(0x667080);
+  std::array<Rgb, faceCount> faces{rgb(0xFFFFFF), rgb(0xE9EDF2), rgb(0xE3EBF5)};
   SystemColors system;
 };
 

@@ -12,6 +12,8 @@ struct ButtonSetting {
   HFONT font = nullptr;
   int dpi = 96;
   Palette palette;
+  // Until the user presses Alt, access keys are not underlined.
+  bool hidesKeys = false;
 };
 
 // Over the ground that the buffer already holds. It fills the buffer.

@@ -74,13 +74,13 @@ void paintButton(const PaintBuffer& buffer, const ButtonProperties& told, const 
   if (picture) {
     canvas.draw(*picture, places.picture.left, places.picture.top + look.shift);
   }
-  RECT box{places.text.left, places.text.top + look.shift, places.text.right,
-           places.text.bottom + look.shift};
+  const RECT box{places.text.left, places.text.top + look.shift, places.text.right,
+                 places.text.bottom + look.shift};
   SetBkMode(buffer.dc(), TRANSPARENT);
   SetTextColor(buffer.dc(), colorRef(look.text));
   const UINT alignment = look.isLeftAligned ? DT_LEFT : DT_CENTER;
-  DrawTextW(buffer.dc(), wideText(caption.text), static_cast<int>(caption.text.size()), &box,
-            caption.format | alignment);
+  buffer.write(caption.text, box,
+               caption.format | alignment | (setting.hidesKeys ? DT_HIDEPREFIX : 0U));
 }
 
 SystemColors systemColors() {

@@ -5,9 +5,9 @@
 namespace zelvreg::controls {
 namespace {
 
-constexpr Rgb white = rgb(0xFFFFFF);
-constexpr Rgb tinted = rgb(0xE3EBF5);
-constexpr Rgb gray = rgb(0xE9EDF2);
+constexpr Face white = Face::White;
+constexpr Face tinted = Face::Tinted;
+constexpr Face gray = Face::Gray;
 
 // clang-format off
 constexpr std::array<ButtonStyle, styleCount> styles = {{

@@ -2,10 +2,9 @@
 #ifndef ZELVREG_CONTROLS_BUTTON_STYLES_H
 #define ZELVREG_CONTROLS_BUTTON_STYLES_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
-
-#include "controls/Color.h"
 
 namespace zelvreg::controls {
 
@@ -19,6 +18,10 @@ inline constexpr std::int32_t changingStyle = 11;
 inline constexpr double roundEnds = 1000;
 
 enum class Fill : std::uint8_t { None, Plain, Gradient, Glass };
+
+// The faces that a window's palette has.
+enum class Face : std::uint8_t { White, Gray, Tinted };
+inline constexpr std::size_t faceCount = 3;
 
 enum class Edge : std::uint8_t {
   None,
@@ -38,7 +41,7 @@ struct ButtonStyle {
   double radius;
   double radiusHovered;
   double line;          // the width of the edge
-  Rgb face;             // used for the default BackColor
+  Face face;            // used for the default BackColor
   double hoveredShare;  // of the accent color, in the face under the mouse
   double pressedShare;  // the same while pressed
   double defaultShare;  // the same in the face of the default button

@@ -89,7 +89,27 @@ void Canvas::fill(const Rectangle& place, Rgb color) {
              color});
 }
 
+Bitmap mirrored(const Bitmap& picture) {
+  Bitmap result(picture.width, picture.height);
+  auto place = result.pixels.begin();
+  for (int row = 0; row < picture.height; ++row) {
+    for (int column = picture.width; column > 0; --column) {
+      *place++ = picture.at(column - 1, row);
+    }
+  }
+  return result;
+}
+
 void Canvas::draw(const Shape& shape) {
+  Shape placed = shape;
+  if (mirrors) {
+    placed.left = width - shape.right;
+    placed.right = width - shape.left;
+  }
+  drawPlaced(placed);
+}
+
+void Canvas::drawPlaced(const Shape& shape) {
   const int firstRow = std::max(0, static_cast<int>(std::floor(shape.top)));
   const int endRow = std::min(height, static_cast<int>(std::ceil(shape.bottom)));
   for (int row = firstRow; row < endRow; ++row) {
@@ -134,7 +154,12 @@ void Canvas::drawRow(const Shape& shape, int row) {
   paintEach(alikeTo, end);
 }
 
-void Canvas::draw(const Stroke& stroke, Rgb color) {
+void Canvas::draw(const Stroke& told, Rgb color) {
+  Stroke stroke = told;
+  if (mirrors) {
+    stroke.fromX = width - told.fromX;
+    stroke.toX = width - told.toX;
+  }
   const double half = stroke.width / 2;
   cover(
       std::min(stroke.fromX, stroke.toX) - half - 1, std::min(stroke.fromY, stroke.toY) - half - 1,
@@ -147,7 +172,8 @@ void Canvas::draw(const Stroke& stroke, Rgb color) {
       });
 }
 
-void Canvas::draw(const Bitmap& picture, int left, int top, double opacity) {
+void Canvas::draw(const Bitmap& picture, int from, int top, double opacity) {
+  const int left = mirrors ? width - from - picture.width : from;
   cover(left, top, left + picture.width, top + picture.height,
         [&](std::uint32_t& pixel, double x, double y) {
           pixel = over(pixel, picture.at(static_cast<int>(x) - left, static_cast<int>(y) - top),

@@ -89,21 +89,29 @@ struct Stroke {
 // Draws into pixels that somebody else owns and that outlive it.
 class Canvas {
  public:
-  // `pixels` holds width * height of them, top row first.
-  Canvas(std::span<std::uint32_t> pixelsToDrawOn, int widthInPixels, int heightInPixels)
-      : pixels(pixelsToDrawOn), width(widthInPixels), height(heightInPixels) {}
+  // `pixels` holds width * height of them, top row first. On a mirrored canvas positions count from
+  // its right edge; pictures keep their sides.
+  Canvas(std::span<std::uint32_t> pixelsToDrawOn, int widthInPixels, int heightInPixels,
+         bool isCanvasMirrored = false)
+      : pixels(pixelsToDrawOn),
+        width(widthInPixels),
+        height(heightInPixels),
+        mirrors(isCanvasMirrored) {}
   explicit Canvas(Bitmap& bitmap) : Canvas(bitmap.pixels, bitmap.width, bitmap.height) {}
+
+  [[nodiscard]] bool isMirrored() const { return mirrors; }
 
   void clear(Rgb color);
   // The part of a rectangle that is on the canvas.
   void fill(const Rectangle& place, Rgb color);
   void draw(const Shape& shape);
-  void draw(const Stroke& stroke, Rgb color);
-  // Draws the picture with its top left corner at a place, clipped to the canvas.
-  void draw(const Bitmap& picture, int left, int top, double opacity = 1);
+  void draw(const Stroke& told, Rgb color);
+  // Draws the picture, clipped to the canvas, its side that is read first at `from`.
+  void draw(const Bitmap& picture, int from, int top, double opacity = 1);
 
  private:
   std::uint32_t& at(int column, int row);
+  void drawPlaced(const Shape& shape);
   void drawRow(const Shape& shape, int row);
   // For each pixel that the rectangle touches.
   template <class Cover>
@@ -112,7 +120,11 @@ class Canvas {
   std::span<std::uint32_t> pixels;
   int width;
   int height;
+  bool mirrors = false;
 };
+
+// The picture with its left and right sides exchanged.
+Bitmap mirrored(const Bitmap& picture);
 
 // How much of the pixel whose middle is (x, y) is inside a shape, 0 to 1.
 double coverage(const Shape& shape, double x, double y);

@@ -15,6 +15,13 @@ double luminance(Rgb color) {
   return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
+constexpr Rgb black = rgb(0x000000);
+constexpr Rgb white = rgb(0xFFFFFF);
+
+Rgb furthestFrom(Rgb ground) {
+  return contrast(ground, black) >= contrast(ground, white) ? black : white;
+}
+
 std::uint8_t between(std::uint8_t from, std::uint8_t to, double share) {
   return static_cast<std::uint8_t>(std::lround(from + (to - from) * share));
 }
@@ -33,6 +40,27 @@ double contrast(Rgb one, Rgb other) {
   return std::max(first, second) / std::min(first, second);
 }
 
-bool isLight(Rgb color) { return contrast(color, rgb(0x1F2937)) >= contrast(color, rgb(0xFFFFFF)); }
+bool isLight(Rgb color) { return contrast(color, darkText) >= contrast(color, white); }
+
+Rgb readableOn(Rgb ground, Rgb wanted) {
+  for (const Rgb color : {wanted, isLight(ground) ? darkText : white}) {
+    if (contrast(color, ground) >= readableContrast) {
+      return color;
+    }
+  }
+  return furthestFrom(ground);
+}
+
+Rgb seenOn(Rgb ground, Rgb wanted, double least) {
+  constexpr double step = 0.125;
+  const Rgb end = furthestFrom(ground);
+  for (double share = 0; share < 1; share += step) {
+    const Rgb color = mix(wanted, end, share);
+    if (contrast(color, ground) >= least) {
+      return color;
+    }
+  }
+  return end;
+}
 
 }  // namespace zelvreg::controls

@@ -40,8 +40,21 @@ Rgb mix(Rgb from, Rgb to, double share);
 // Text needs at least 4.5.
 double contrast(Rgb one, Rgb other);
 
+inline constexpr double readableContrast = 4.5;
+// What a mark that is no text needs.
+inline constexpr double visibleContrast = 3;
+
+// The text of a light window, which is read more easily than black.
+inline constexpr Rgb darkText = rgb(0x1F2937);
+
 // Whether dark text is read more easily on the color than white text.
 bool isLight(Rgb color);
+
+// The color that is wanted for a text, if it can be read on the ground; else dark or white.
+Rgb readableOn(Rgb ground, Rgb wanted);
+// The wanted color, moved towards black or white until it has that contrast to the ground. One of
+// the two always has 4.5.
+Rgb seenOn(Rgb ground, Rgb wanted, double least);
 
 }  // namespace zelvreg::controls
 

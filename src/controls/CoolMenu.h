@@ -27,10 +27,15 @@ struct MenuPictures {
   [[nodiscard]] int Count() const { return static_cast<int>(ListImages.size()); }
 };
 
+struct MenuSettings {
+  int dpi = 96;
+  std::optional<BYTE> charset;  // for captions in another script than the system's
+  std::optional<MenuColors> colors;
+};
+
 class CoolMenu {
  public:
-  // `charset` is for captions in another script than the system's.
-  explicit CoolMenu(MenuPictures shown, int dpi = 96, std::optional<BYTE> charset = {});
+  explicit CoolMenu(MenuPictures shown, const MenuSettings& settings = {});
   CoolMenu(const CoolMenu&) = delete;
   CoolMenu& operator=(const CoolMenu&) = delete;
   ~CoolMenu() { uninstall(); }
@@ -58,12 +63,15 @@ class CoolMenu {
   [[nodiscard]] int pictureOf(const std::string& menuText) const;
   [[nodiscard]] MenuMetrics metrics() const;
   void drawEntry(const PaintBuffer& buffer, const CMyItemData& entry, UINT state) const;
+  [[nodiscard]] MenuColors colorsNow(bool isBar) const;
   void drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
                    const MenuEntryPlaces& places, UINT state) const;
 
   MenuPictures pictures;
   int resolution;
+  std::optional<MenuColors> colors;
   FontHandle font;
+  BrushHandle groundBrush;
   CMyItemDatas datas;
   std::vector<HMENU> menus;
 };

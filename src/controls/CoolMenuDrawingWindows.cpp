@@ -27,35 +27,24 @@ Shape filled(const Rectangle& place, double radius, Rgb color) {
           color};
 }
 
-void drawText(HDC dc, std::string_view text, const Rectangle& place, UINT format, int color,
-              int offset) {
+void drawText(const PaintBuffer& buffer, std::string_view text, const Rectangle& place, UINT format,
+              Rgb color, int offset) {
   RECT box = toRect(place);
   OffsetRect(&box, offset, offset);
-  SetTextColor(dc, GetSysColor(color));
-  DrawTextW(dc, Wide(text).get(), -1, &box, DT_SINGLELINE | DT_VCENTER | format);
-}
-
-// The text of an entry, or its keys. What cannot be chosen is drawn twice, dark over light.
-void drawCaption(HDC dc, std::string_view text, const Rectangle& place, UINT format, UINT state) {
-  if ((state & (ODS_GRAYED | ODS_DISABLED)) != 0) {
-    drawText(dc, text, place, format, COLOR_3DHILIGHT, 1);
-    drawText(dc, text, place, format, COLOR_GRAYTEXT, 0);
-  } else {
-    drawText(dc, text, place, format, COLOR_MENUTEXT, 0);
-  }
+  SetTextColor(buffer.dc(), colorRef(color));
+  buffer.write(utf16(text), box, DT_SINGLELINE | DT_VCENTER | format);
 }
 
 void drawTick(Canvas canvas, const Rectangle& place, Rgb color) {
   const double unit = place.width() / 16.0;
   const double width = 1.6 * unit;
-  const double left = place.left;
   const double top = place.top;
-  canvas.draw(
-      Stroke{left + 3.5 * unit, top + 8.5 * unit, left + 6.5 * unit, top + 11.5 * unit, width},
-      color);
-  canvas.draw(
-      Stroke{left + 6.5 * unit, top + 11.5 * unit, left + 12.5 * unit, top + 4.5 * unit, width},
-      color);
+  // A tick is the same in every direction of reading.
+  const auto x = [&](double at) {
+    return canvas.isMirrored() ? place.right - at * unit : place.left + at * unit;
+  };
+  canvas.draw(Stroke{x(3.5), top + 8.5 * unit, x(6.5), top + 11.5 * unit, width}, color);
+  canvas.draw(Stroke{x(6.5), top + 11.5 * unit, x(12.5), top + 4.5 * unit, width}, color);
 }
 
 // A white picture of one bit a pixel.
@@ -94,7 +83,7 @@ bool CoolMenu::draw(LPARAM request) const {
   const RECT& place = record.rcItem;
   const Size size{static_cast<int>(place.right - place.left),
                   static_cast<int>(place.bottom - place.top)};
-  const PaintBuffer buffer(size);
+  const PaintBuffer buffer(size, sideOf(record.hDC));
   drawEntry(buffer, *data, record.itemState);
   buffer.show(record.hDC, place.left, place.top);
   // The system draws the arrow of a submenu over it.
@@ -106,30 +95,49 @@ void CoolMenu::drawEntry(const PaintBuffer& buffer, const CMyItemData& entry, UI
   const Size size = buffer.size();
   const Rectangle whole{0, 0, size.width, size.height};
   const MenuEntryPlaces places = placeEntry(entry, whole, metrics());
-  const Rgb ground = systemRgb(entry.bMainMenu ? COLOR_MENUBAR : COLOR_MENU);
-  const BrushHandle brush(CreateSolidBrush(colorRef(ground)));
+  const MenuColors inUse = colorsNow(entry.bMainMenu);
+  const BrushHandle brush(CreateSolidBrush(colorRef(inUse.ground)));
   const RECT all = toRect(whole);
   FillRect(dc, &all, brush.get());
   if ((entry.fType & menuSeparator) != 0) {
-    const Rgb line = mix(ground, systemRgb(COLOR_MENUTEXT), 0.15);
-    const BrushHandle lineBrush(CreateSolidBrush(colorRef(line)));
+    const BrushHandle lineBrush(CreateSolidBrush(colorRef(inUse.line)));
     const RECT box = toRect(places.separator);
     FillRect(dc, &box, lineBrush.get());
     return;
   }
   const bool isChosen = (state & (ODS_SELECTED | ODS_HOTLIGHT)) != 0;
   if (isChosen) {
-    const Rgb light = mix(ground, systemRgb(COLOR_HIGHLIGHT), 0.18);
-    buffer.canvas().draw(filled(places.highlight, scaled(4, resolution), light));
+    buffer.canvas().draw(filled(places.highlight, scaled(4, resolution), inUse.chosen));
   }
   drawPicture(buffer, entry, places, state);
   const Selection selected(dc, font.get());
   SetBkMode(dc, TRANSPARENT);
   const MenuCaption caption = splitCaption(entry.sMenuText);
   const UINT hidden = (state & ODS_NOACCEL) != 0 ? DT_HIDEPREFIX : 0;
-  drawCaption(dc, caption.text, places.text, hidden | (entry.bMainMenu ? DT_CENTER : DT_LEFT),
-              state);
-  drawCaption(dc, caption.keys, places.text, DT_RIGHT, state);
+  // What cannot be chosen is drawn twice in the system's colors, dark over light.
+  const bool isDisabled = (state & (ODS_GRAYED | ODS_DISABLED)) != 0;
+  const auto drawBoth = [&](Rgb color, int offset) {
+    drawText(buffer, caption.text, places.text, hidden | (entry.bMainMenu ? DT_CENTER : DT_LEFT),
+             color, offset);
+    drawText(buffer, caption.keys, places.text, DT_RIGHT, color, offset);
+  };
+  if (isDisabled && !colors) {
+    drawBoth(systemRgb(COLOR_3DHILIGHT), 1);
+  }
+  drawBoth(isDisabled ? inUse.disabledText : inUse.text, 0);
+}
+
+MenuColors CoolMenu::colorsNow(bool isBar) const {
+  if (colors) {
+    return *colors;
+  }
+  const Rgb ground = systemRgb(isBar ? COLOR_MENUBAR : COLOR_MENU);
+  const Rgb text = systemRgb(COLOR_MENUTEXT);
+  return {.ground = ground,
+          .chosen = mix(ground, systemRgb(COLOR_HIGHLIGHT), 0.18),
+          .text = text,
+          .disabledText = systemRgb(COLOR_GRAYTEXT),
+          .line = mix(ground, text, 0.15)};
 }
 
 void CoolMenu::drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
@@ -141,8 +149,8 @@ void CoolMenu::drawPicture(const PaintBuffer& buffer, const CMyItemData& entry,
   const bool isDisabled = (state & (ODS_GRAYED | ODS_DISABLED)) != 0;
   if (entry.iButton < 0 || pictures.hImageList == nullptr) {
     if (isChecked) {
-      drawTick(buffer.canvas(), places.picture,
-               systemRgb(isDisabled ? COLOR_GRAYTEXT : COLOR_MENUTEXT));
+      const MenuColors inUse = colorsNow(false);
+      drawTick(buffer.canvas(), places.picture, isDisabled ? inUse.disabledText : inUse.text);
     }
     return;
   }

@@ -63,8 +63,12 @@ ULONG_PTR dataOf(HMENU menu, int position) {
 
 }  // namespace
 
-CoolMenu::CoolMenu(MenuPictures shown, int dpi, std::optional<BYTE> charset)
-    : pictures(std::move(shown)), resolution(dpi), font(menuFont(dpi, charset)) {}
+CoolMenu::CoolMenu(MenuPictures shown, const MenuSettings& settings)
+    : pictures(std::move(shown)),
+      resolution(settings.dpi),
+      colors(settings.colors),
+      font(menuFont(settings.dpi, settings.charset)),
+      groundBrush(colors ? CreateSolidBrush(colorRef(colors->ground)) : nullptr) {}
 
 void CoolMenu::installBar(HMENU menu) {
   const int count = GetMenuItemCount(menu);
@@ -76,6 +80,13 @@ void CoolMenu::installBar(HMENU menu) {
 }
 
 void CoolMenu::installPopup(HMENU menu) {
+  if (groundBrush != nullptr) {
+    MENUINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIM_BACKGROUND;
+    info.hbrBack = groundBrush.get();
+    SetMenuInfo(menu, &info);
+  }
   const int count = GetMenuItemCount(menu);
   for (int position = 0; position < count; ++position) {
     installEntry(menu, position, false);

@@ -22,6 +22,11 @@ using FontHandle = GdiObject<HFONT>;
 using BitmapHandle = GdiObject<HBITMAP>;
 using BrushHandle = GdiObject<HBRUSH>;
 
+struct DeleteIcon {
+  void operator()(HICON icon) const { DestroyIcon(icon); }
+};
+using IconHandle = std::unique_ptr<std::remove_pointer_t<HICON>, DeleteIcon>;
+
 // An object is selected as long as this lives.
 class Selection {
  public:

@@ -7,9 +7,19 @@
 #include <vector>
 
 #include "controls/Canvas.h"
+#include "controls/Color.h"
 #include "controls/MenuItemData.h"
 
 namespace zelvreg::controls {
+
+// Instead of the system's colors of menus.
+struct MenuColors {
+  Rgb ground;
+  Rgb chosen;  // the ground of the entry that is chosen
+  Rgb text;
+  Rgb disabledText;
+  Rgb line;
+};
 
 // The flag of an entry that is a separator.
 inline constexpr std::uint32_t menuSeparator = 0x800;

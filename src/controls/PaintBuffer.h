@@ -4,26 +4,41 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <string_view>
+
 #include "controls/Canvas.h"
 #include "controls/GdiObjects.h"
 #include "controls/PropertyBag.h"
 
 namespace zelvreg::controls {
 
-// A section of 32-bit pixels, top row first, selected into a device context.
+// From which side a window is laid out.
+enum class Side : std::uint8_t { Left, Right };
+
+// The side of the window to which a device context belongs.
+Side sideOf(HDC context);
+
+// A section of 32-bit pixels, top row first, selected into a device context. For a window that is
+// laid out from the right, positions on its canvas and of its text count from the right edge.
 class PaintBuffer {
  public:
   // Holds at least one pixel.
-  explicit PaintBuffer(Size sizeInPixels);
+  explicit PaintBuffer(Size sizeInPixels, Side layoutSide = Side::Left);
   PaintBuffer(const PaintBuffer&) = delete;
   PaintBuffer& operator=(const PaintBuffer&) = delete;
   ~PaintBuffer() = default;
 
   [[nodiscard]] HDC dc() const { return context.get(); }
   [[nodiscard]] Size size() const { return extent; }
+  [[nodiscard]] Side side() const { return from; }
   // Its pixels hold what the system has drawn so far.
   [[nodiscard]] Canvas canvas() const;
   [[nodiscard]] Bitmap copy() const;
+
+  // Draws a text as DrawTextW does, with its formats. "Left" is where a line begins. A text with
+  // letters that are read from the right is read so.
+  void write(std::u16string_view text, RECT place, UINT format) const;
 
   // Copies all of it to a place of another device context.
   void show(HDC target, int left, int top) const;
@@ -32,6 +47,7 @@ class PaintBuffer {
   [[nodiscard]] std::span<std::uint32_t> pixels() const;
 
   Size extent;
+  Side from;
   MemoryContext context;
   void* bits = nullptr;
   BitmapHandle section;

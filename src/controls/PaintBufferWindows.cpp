@@ -5,6 +5,7 @@
 
 #include "controls/Units.h"
 #include "text/Wide.h"
+#include "unicode/ReadingOrder.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -23,6 +24,28 @@ std::uint32_t unmultiplied(std::uint32_t pixel) {
   return result;
 }
 
+LPCWSTR wideText(std::u16string_view text) { return reinterpret_cast<LPCWSTR>(text.data()); }
+
+// A line that is read from the right and has room for all of it, so that it ends at its edge: not
+// every system measures joined letters, which are narrower than single ones. Whether it was such.
+bool writeFlushRight(HDC context, std::u16string_view text, const RECT& place, UINT format) {
+  constexpr UINT wanted = DT_SINGLELINE | DT_RTLREADING | DT_RIGHT | DT_NOPREFIX;
+  SIZE extent{};
+  const auto length = static_cast<int>(text.size());
+  if ((format & wanted) != wanted ||
+      GetTextExtentPoint32W(context, wideText(text), length, &extent) == FALSE ||
+      extent.cx > place.right - place.left) {
+    return false;
+  }
+  const LONG room = place.bottom - place.top - extent.cy;
+  const LONG top = place.top + ((format & DT_VCENTER) != 0 ? room / 2 : 0);
+  const UINT before = SetTextAlign(context, TA_RIGHT | TA_TOP | TA_NOUPDATECP);
+  ExtTextOutW(context, place.right, top, ETO_RTLREADING | ETO_CLIPPED, &place, wideText(text),
+              static_cast<UINT>(length), nullptr);
+  SetTextAlign(context, before);
+  return true;
+}
+
 }  // namespace
 
 BitmapHandle makeSection(Size size, void*& bits) {
@@ -36,8 +59,13 @@ BitmapHandle makeSection(Size size, void*& bits) {
   return BitmapHandle(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
 }
 
-PaintBuffer::PaintBuffer(Size sizeInPixels)
+Side sideOf(HDC context) {
+  return (GetLayout(context) & LAYOUT_RTL) != 0 ? Side::Right : Side::Left;
+}
+
+PaintBuffer::PaintBuffer(Size sizeInPixels, Side layoutSide)
     : extent{std::max(1, sizeInPixels.width), std::max(1, sizeInPixels.height)},
+      from(layoutSide),
       section(makeSection(extent, bits)),
       selected(context.get(), section.get()) {}
 
@@ -50,7 +78,8 @@ std::span<std::uint32_t> PaintBuffer::pixels() const {
 
 Canvas PaintBuffer::canvas() const {
   const auto all = pixels();
-  return all.empty() ? Canvas(all, 0, 0) : Canvas(all, extent.width, extent.height);
+  return all.empty() ? Canvas(all, 0, 0)
+                     : Canvas(all, extent.width, extent.height, from == Side::Right);
 }
 
 Bitmap PaintBuffer::copy() const {
@@ -59,8 +88,32 @@ Bitmap PaintBuffer::copy() const {
   return bitmap;
 }
 
+void PaintBuffer::write(std::u16string_view text, RECT place, UINT format) const {
+  if (from == Side::Right) {
+    const LONG right = extent.width - place.left;
+    place.left = extent.width - place.right;
+    place.right = right;
+    format ^= (format & DT_CENTER) != 0 ? 0U : static_cast<UINT>(DT_RIGHT);
+    format |= readsFromRight(text) ? DT_RTLREADING : 0U;
+  }
+  if (!writeFlushRight(dc(), text, place, format)) {
+    DrawTextW(dc(), wideText(text), static_cast<int>(text.size()), &place, format);
+  }
+}
+
+// It has been drawn for the side of the target, and must not be turned again.
 void PaintBuffer::show(HDC target, int left, int top) const {
-  BitBlt(target, left, top, extent.width, extent.height, dc(), 0, 0, SRCCOPY);
+  HWND window = from == Side::Right ? WindowFromDC(target) : nullptr;
+  if (window == nullptr) {
+    BitBlt(target, left, top, extent.width, extent.height, dc(), 0, 0, SRCCOPY);
+    return;
+  }
+  RECT client{};
+  GetClientRect(window, &client);
+  const DWORD layout = SetLayout(target, 0);
+  BitBlt(target, client.right - left - extent.width, top, extent.width, extent.height, dc(), 0, 0,
+         SRCCOPY);
+  SetLayout(target, layout);
 }
 
 FontHandle makeFont(const FontDescription& font, int dpi) {

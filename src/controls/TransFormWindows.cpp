@@ -49,6 +49,14 @@ RegionHandle regionOf(const std::vector<Rectangle>& parts) {
                                       reinterpret_cast<const RGNDATA*>(data.data())));
 }
 
+// Also of a window that is laid out from the right, whose points count from there.
+RECT clientOnScreen(HWND window) {
+  RECT client{};
+  GetClientRect(window, &client);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&client), 2);
+  return client;
+}
+
 }  // namespace
 
 TransForm::TransForm(HWND form, bool userMode, ShowMessage showMessage)
@@ -119,9 +127,8 @@ void TransForm::Refresh() {
     RegionHandle masked = maskedOutline();
     RECT window{};
     GetWindowRect(parent, &window);
-    POINT client{0, 0};
-    ClientToScreen(parent, &client);
-    OffsetRgn(masked.get(), client.x - window.left, client.y - window.top);
+    const RECT client = clientOnScreen(parent);
+    OffsetRgn(masked.get(), client.left - window.left, client.top - window.top);
     if (before) {
       CombineRgn(masked.get(), masked.get(), before.get(), RGN_AND);
     }
@@ -162,14 +169,10 @@ void TransForm::PopupSysMenu() const {
     return;
   }
   POINT place{};
-  POINT corner{0, 0};
   GetCursorPos(&place);
-  ClientToScreen(parent, &corner);
-  RECT client{};
-  GetClientRect(parent, &client);
-  OffsetRect(&client, corner.x, corner.y);
+  const RECT client = clientOnScreen(parent);
   if (PtInRect(&client, place) == 0) {
-    place = corner;
+    place = {client.left, client.top};
   }
   const int command = TrackPopupMenu(GetSystemMenu(parent, FALSE), TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                      place.x, place.y, 0, parent, nullptr);

@@ -4,7 +4,9 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <random>
+#include <string>
 
 #include "controls/TrayArea.h"
 
@@ -21,6 +23,12 @@ class TrayWindow : private TrayHost {
   TrayArea& area() { return control; }
   [[nodiscard]] HWND hwnd() const { return receiver; }
 
+  // Shows a notice beside the icon, for as long as the system shows such notices; nothing if the
+  // icon is not shown. Both are UTF-8; the system shows up to 63 and 255 units of UTF-16.
+  void showNotice(const std::string& title, const std::string& text);
+  // Called for a press on a notice; may be empty.
+  std::function<void()> onNoticeClick;
+
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
@@ -31,6 +39,7 @@ class TrayWindow : private TrayHost {
 
   HWND receiver;
   HICON shown = nullptr;
+  TrayRecord standing;  // as the system has it
   std::minstd_rand random;
   // Last, because its destructor calls the host.
   TrayArea control;

@@ -5,10 +5,13 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "controls/GdiObjects.h"
 #include "controls/PaintBuffer.h"
+#include "controls/Units.h"
+#include "unicode/Unicode.h"
 
 namespace zelvreg::controls {
 namespace {
@@ -18,6 +21,14 @@ static_assert(sizeof(TrayRecord) == NOTIFYICONDATAW_V1_SIZE);
 double twipsPerPixel() {
   const WindowContext screen(nullptr);
   return 1440.0 / GetDeviceCaps(screen.get(), LOGPIXELSX);
+}
+
+// As much of a text as there is room for, with its NUL.
+template <std::size_t room>
+void copyText(wchar_t (&field)[room], const std::string& text) {
+  const std::u16string all = utf16(text);
+  const std::u16string_view units = firstUnits(all, room - 1);
+  std::copy(units.begin(), units.end(), field);
 }
 
 }  // namespace
@@ -40,6 +51,13 @@ TrayWindow::~TrayWindow() {
 
 LRESULT CALLBACK TrayWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR id, DWORD_PTR reference) {
+  if (message == trayCallback && LOWORD(lParam) == NIN_BALLOONUSERCLICK) {
+    const auto* tray = reinterpret_cast<const TrayWindow*>(reference);
+    if (tray->onNoticeClick) {
+      tray->onNoticeClick();
+    }
+    return 0;
+  }
   if (message == trayCallback) {
     // The message number is where a mouse move has its X position.
     const double twips = twipsPerPixel();
@@ -54,9 +72,24 @@ LRESULT CALLBACK TrayWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, L
 }
 
 void TrayWindow::notify(TrayCall call, const TrayRecord& record) {
+  standing = record;
   NOTIFYICONDATAW data{};
   std::memcpy(&data, &record, sizeof record);
   Shell_NotifyIconW(static_cast<DWORD>(call), &data);
+}
+
+void TrayWindow::showNotice(const std::string& title, const std::string& text) {
+  if (!control.isShown()) {
+    return;
+  }
+  NOTIFYICONDATAW data{};
+  std::memcpy(&data, &standing, sizeof standing);
+  data.cbSize = sizeof data;
+  data.uFlags = NIF_INFO;
+  data.dwInfoFlags = NIIF_INFO;
+  copyText(data.szInfoTitle, title);
+  copyText(data.szInfo, text);
+  Shell_NotifyIconW(NIM_MODIFY, &data);
 }
 
 std::uint32_t TrayWindow::window() { return reinterpret_cast<std::uintptr_t>(receiver); }

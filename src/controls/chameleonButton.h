@@ -97,6 +97,7 @@ class chameleonButton {
   void applyType();
   void applyOutline() const;
   void applyFont();
+  void applyTipColors() const;
   void repaint() const;
   void clicked();
   void mouseEntered();

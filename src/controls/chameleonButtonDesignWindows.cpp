@@ -6,6 +6,7 @@
 
 #include "controls/ButtonPainter.h"
 #include "controls/ButtonStyles.h"
+#include "controls/TipColors.h"
 #include "controls/WindowRegion.h"
 #include "text/Wide.h"
 
@@ -83,8 +84,11 @@ void chameleonButton::applyOutline() const {
 }
 
 void chameleonButton::applyFont() {
-  font = makeFont(properties().Font, dpi);
-  SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+  FontHandle made = makeFont(properties().Font, dpi);
+  for (HWND shown : {window, tip}) {
+    SendMessageW(shown, WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), FALSE);
+  }
+  font = std::move(made);
 }
 
 void chameleonButton::setFontBold(bool value) {
@@ -129,6 +133,12 @@ void chameleonButton::setToolTip(const std::string& text) {
   std::u16string wide = utf16(text);
   tool.lpszText = roomIn(wide);
   SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  SendMessageW(tip, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+  applyTipColors();
+}
+
+void chameleonButton::applyTipColors() const {
+  colorTip(tip, palette.faces[static_cast<std::size_t>(Face::White)], palette.text);
 }
 
 void chameleonButton::setDefault(bool value) {
@@ -139,6 +149,7 @@ void chameleonButton::setDefault(bool value) {
 void chameleonButton::setPalette(const Palette& shared) {
   palette = shared;
   palette.system = systemColors();
+  applyTipColors();
   repaint();
 }
 
@@ -172,9 +183,10 @@ Size chameleonButton::size() const {
 }
 
 void chameleonButton::paint(HDC target) const {
-  const PaintBuffer buffer(size());
+  const PaintBuffer buffer(size(), sideOf(target));
   paintGround(window, buffer.dc());
-  paintButton(buffer, properties(), stateNow(), {font.get(), dpi, palette});
+  const bool hidesKeys = (SendMessageW(window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
+  paintButton(buffer, properties(), stateNow(), {font.get(), dpi, palette, hidesKeys});
   buffer.show(target, 0, 0);
 }
 

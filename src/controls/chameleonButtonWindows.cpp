@@ -187,6 +187,7 @@ void chameleonButton::follow(UINT message) const {
     case WM_KILLFOCUS:
     case WM_ENABLE:
     case WM_SETTEXT:
+    case WM_UPDATEUISTATE:
       repaint();
       break;
     default:

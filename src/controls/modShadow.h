@@ -13,7 +13,9 @@ namespace zelvreg::controls::modShadow {
 HWND shadowOf(HWND target);
 
 // Does nothing if the target has a shadow. The shadow is destroyed with the target, or by
-// destroy().
+// destroy(). It lies directly below the target, and is hidden while the user works in another
+// program: not every system that runs Windows programs keeps the order of windows among programs,
+// and a shadow must never fall on the window of another one.
 void create(HWND target);
 void destroy(HWND target);
 

@@ -133,17 +133,18 @@ void redraw(HWND target, HWND shadow, const ShadowSettings& settings) {
   store(shadow, settings);
 }
 
+// Whether the user works in another program, as the subclass of the target remembers.
+bool isAway(HWND target);
+
 void follow(HWND target, HWND shadow) {
-  if (IsWindowVisible(target) == 0 || IsIconic(target) != 0) {
+  if (IsWindowVisible(target) == 0 || IsIconic(target) != 0 || isAway(target)) {
     ShowWindow(shadow, SW_HIDE);
     return;
   }
-  // Placed after it is shown, because showing a window brings it to the front.
-  if (IsWindowVisible(shadow) == 0) {
-    ShowWindow(shadow, SW_SHOWNOACTIVATE);
-  }
   const Rectangle place = placeOf(target, settingsOf(shadow));
-  SetWindowPos(shadow, target, place.left, place.top, 0, 0, movedOnly);
+  // Shown in the same step: a window that is only shown comes to the front.
+  const UINT show = IsWindowVisible(shadow) == 0 ? SWP_SHOWWINDOW : 0;
+  SetWindowPos(shadow, target, place.left, place.top, 0, 0, movedOnly | show);
 }
 
 LRESULT CALLBACK procedure(HWND target, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -164,10 +165,18 @@ LRESULT CALLBACK procedure(HWND target, UINT message, WPARAM wParam, LPARAM lPar
       redraw(target, shadow, settingsOf(shadow));
     }
     follow(target, shadow);
+  } else if (message == WM_ACTIVATEAPP) {
+    SetWindowSubclass(target, procedure, subclassId, wParam == FALSE ? 1 : 0);
+    follow(target, shadow);
   } else if (message == WM_SHOWWINDOW || message == WM_MOVE || message == WM_ACTIVATE) {
     follow(target, shadow);
   }
   return result;
+}
+
+bool isAway(HWND target) {
+  DWORD_PTR away = 0;
+  return GetWindowSubclass(target, procedure, subclassId, &away) != FALSE && away != 0;
 }
 
 // Changes the settings and redraws the shadow.

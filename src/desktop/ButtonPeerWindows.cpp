@@ -17,6 +17,7 @@ std::int32_t styleFor(ButtonRole role) {
   switch (role) {
     case ButtonRole::Title:
     case ButtonRole::Command:
+    case ButtonRole::Tool:
       return ghost;
     case ButtonRole::SideBar:
       return sideBar;
@@ -30,6 +31,7 @@ Tone groundFor(ButtonRole role) {
     case ButtonRole::Title:
       return Tone::Accent;
     case ButtonRole::Command:
+    case ButtonRole::Tool:
       return Tone::Surface;
     case ButtonRole::SideBar:
       return Tone::SideBar;
@@ -75,21 +77,36 @@ void ButtonPeer::showAll() {
   chameleon.set(&ButtonProperties::Enabled, shownButton.enabled.get());
 }
 
-void ButtonPeer::showText() {
-  const bool hasCaption = role != ButtonRole::Title && role != ButtonRole::IconOnly;
-  chameleon.set(&ButtonProperties::Caption, hasCaption ? shownButton.caption.get() : std::string());
-  const std::string& tip = shownButton.toolTip.get();
-  const std::string& told = !tip.empty() || hasCaption ? tip : shownButton.caption.get();
-  chameleon.setToolTip(told);
-  if (!hasCaption) {
-    // The name that a screen reader reads for a picture.
-    SetWindowTextW(hwnd(), Wide(told.empty() ? icon : told).get());
+void ButtonPeer::setMarked(const std::string& caption) {
+  if (marked != caption) {
+    marked = caption;
+    chameleon.set(&ButtonProperties::Caption, caption);
   }
+}
+
+void ButtonPeer::showText() {
+  marked.clear();
+  chameleon.set(&ButtonProperties::Caption,
+                hasCaption() ? shownButton.caption.get() : std::string());
+  const std::string& tip = shownButton.toolTip.get();
+  const std::string& told = !tip.empty() || hasCaption() ? tip : shownButton.caption.get();
+  chameleon.setToolTip(told);
+  if (!hasCaption()) {
+    SetWindowTextW(hwnd(), Wide(spokenName()).get());
+  }
+}
+
+std::string ButtonPeer::spokenName() const {
+  if (nameOf) {
+    return nameOf();
+  }
+  const std::string& caption = shownButton.caption.get();
+  return caption.empty() ? shownButton.toolTip.get() : caption;
 }
 
 void ButtonPeer::showLook() {
   const Font& font = shownButton.font;
-  chameleon.set(&ButtonProperties::Font, {.name = font.name,
+  chameleon.set(&ButtonProperties::Font, {.name = desk().faceOf(font),
                                           .size = font.size > 0 ? font.size : 9,
                                           .isBold = font.isBold,
                                           .isItalic = false,
@@ -114,7 +131,13 @@ void ButtonPeer::setRole(ButtonRole newRole) {
   }
 }
 
+void ButtonPeer::setIcon(const char* iconKey) {
+  icon = iconKey;
+  showLook();
+}
+
 void ButtonPeer::setPrimary(bool isPrimary) {
+  isNext = isPrimary;
   chameleon.set(&ButtonProperties::ButtonType, isPrimary ? flat : styleFor(role));
   chameleon.setDefault(isPrimary);
 }
@@ -139,10 +162,14 @@ int ButtonPeer::widthOf(const std::u16string& text) const {
   return extent.right + around + desk().pixels(2);
 }
 
-int ButtonPeer::naturalWidth() const { return widthOf(utf16(shownButton.caption.get())); }
+std::u16string ButtonPeer::drawnCaption() const {
+  return utf16(marked.empty() ? shownButton.caption.get() : marked);
+}
+
+int ButtonPeer::naturalWidth() const { return widthOf(drawnCaption()); }
 
 int ButtonPeer::narrowestWidth() const {
-  const std::u16string caption = utf16(shownButton.caption.get());
+  const std::u16string caption = drawnCaption();
   int widest = 0;
   for (std::size_t start = 0; start < caption.size();) {
     const std::size_t end = std::min(caption.find(u' ', start), caption.size());

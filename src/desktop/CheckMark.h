@@ -15,6 +15,8 @@ struct CheckMark {
   bool isOn = false;
   bool isRound = false;
   bool isEnabled = true;
+  bool isHovered = false;
+  bool isPressed = false;
 };
 
 void drawCheckMark(controls::Canvas& canvas, const CheckMark& mark, const Colors& colors);

@@ -23,6 +23,7 @@ class FramePeer : public Peer {
   FramePeer(Desk& sharedDesk, HWND parent, Frame& shownFrame, FrameOptions frameOptions);
 
   [[nodiscard]] Frame& shownFrame() const { return frame; }
+  [[nodiscard]] AccessibleFacts facts() const override;
 
   // Instead of the control's own.
   std::function<Place()> placeOf;

@@ -22,11 +22,9 @@ FramePeer::FramePeer(Desk& sharedDesk, HWND parent, Frame& shownFrame, FrameOpti
 void FramePeer::changed(const Control& control, Change what, std::size_t row) {
   Peer::changed(control, what, row);
   if (what == Change::Visible && onVisible) {
-    // All pages have the same place, and the undo page does not hide the results under it.
-    if (frame.visible) {
-      SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
+    // The language picker lies over the page that is shown.
     if (frame.visible && onKey) {
+      SetWindowPos(hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
       SetFocus(hwnd());
     }
     onVisible();
@@ -35,7 +33,8 @@ void FramePeer::changed(const Control& control, Change what, std::size_t row) {
 
 void FramePeer::showText() {
   SetWindowTextW(hwnd(), Wide(frame.caption.get()).get());
-  repaint();
+  // The text is part of the ground.
+  InvalidateRect(hwnd(), nullptr, TRUE);
 }
 
 void FramePeer::showPlace() {
@@ -49,7 +48,7 @@ void FramePeer::showPlace() {
 void FramePeer::paintGround(HDC context) const {
   RECT place{};
   GetClientRect(hwnd(), &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(options.isCard ? options.behind : options.ground));
   if (options.isCard) {
@@ -71,8 +70,7 @@ void FramePeer::paintGround(HDC context) const {
     RECT line = place;
     line.top = options.hasTitle ? desk().pixels(titleFrom) : 0;
     line.bottom = desk().pixels(options.hasTitle ? titleTo : captionTo);
-    DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &line,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    buffer.write(text, line, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   }
   buffer.show(context, 0, 0);
 }
@@ -113,7 +111,8 @@ LRESULT CALLBACK FramePeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
       // The window can be dragged by its pages.
       if (!peer->options.isCard) {
         ReleaseCapture();
-        SendMessageW(GetAncestor(hwnd, GA_ROOT), WM_NCLBUTTONDOWN, HTCAPTION, lParam);
+        SendMessageW(GetAncestor(hwnd, GA_ROOT), WM_NCLBUTTONDOWN, HTCAPTION,
+                     static_cast<LPARAM>(GetMessagePos()));
         return 0;
       }
       break;

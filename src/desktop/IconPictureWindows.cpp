@@ -41,7 +41,7 @@ Tone toneOfIcon(std::string_view key) {
   }
   switch (icon->color) {
     case IconColor::Accent:
-      return Tone::Accent;
+      return Tone::Mark;
     case IconColor::Waiting:
       return Tone::Waiting;
     case IconColor::Testing:

@@ -6,14 +6,13 @@
 #include <algorithm>
 
 #include "controls/PaintBuffer.h"
+#include "desktop/Accessible.h"
 #include "desktop/SimplePeers.h"
 
 namespace zelvreg::desktop {
 namespace {
 
 constexpr UINT_PTR subclassId = 1;
-// Newer than the oldest Windows that the program runs on, which passes it on like any other.
-constexpr DWORD liveRegionChanged = 0x8019;
 
 struct LabelStyle {
   double pointsMore;  // than the control's own font
@@ -35,6 +34,7 @@ LabelStyle styleOf(LabelLook look) {
       return {0, false, Tone::QuietOnAccent, oneLine};
     case LabelLook::PageTitle:
     case LabelLook::Counter:
+    case LabelLook::Outcome:
       return {3, true, Tone::Text, oneLine};
     case LabelLook::Strong:
       return {0, true, Tone::Text, oneLine};
@@ -64,9 +64,10 @@ std::size_t numberAtEnd(const std::u16string& text) {
   return start;
 }
 
-void drawText(HDC context, const std::u16string& text, RECT& place, UINT format, Rgb color) {
-  SetTextColor(context, controls::colorRef(color));
-  DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place, format);
+void drawText(const controls::PaintBuffer& buffer, const std::u16string& text, const RECT& place,
+              UINT format, Rgb color) {
+  SetTextColor(buffer.dc(), controls::colorRef(color));
+  buffer.write(text, place, format);
 }
 
 }  // namespace
@@ -90,8 +91,10 @@ HFONT LabelPeer::fontInUse() const {
 // Whether the form has given its ground a color, as it does for an entry under the mouse.
 bool LabelPeer::isMarked() const { return !controls::isSystemColor(label.backColor); }
 
+// The form knows one theme; in the other one, what it marks has the color of a selection.
 Rgb LabelPeer::groundColor() const {
-  if (isMarked() && !desk().colors.isSystem()) {
+  const bool isLight = !desk().colors.isSystem() && desk().colors.theme() == Theme::Light;
+  if (isMarked() && isLight) {
     return controls::fromProperty(label.backColor);
   }
   return desk().color(isMarked() ? Tone::Selected : ground);
@@ -104,10 +107,15 @@ Rgb LabelPeer::textColor() const {
   const std::uint32_t told = label.foreColor;
   return controls::isSystemColor(told) || desk().colors.isSystem()
              ? desk().color(styleOf(look).tone)
-             : controls::fromProperty(told);
+             : desk().colors.textFrom(told, ground);
 }
 
 int LabelPeer::textWidth() const { return lineWidth(text(), fontInUse()); }
+
+void LabelPeer::readAloud() {
+  isLive = true;
+  makeLive(hwnd());
+}
 
 void LabelPeer::showText() {
   repaint();
@@ -117,20 +125,21 @@ void LabelPeer::showText() {
 }
 
 // The number stays when there is no room for all of the words.
-void LabelPeer::drawCounter(HDC context, const std::u16string& caption, RECT place) const {
+void LabelPeer::drawCounter(const controls::PaintBuffer& buffer, const std::u16string& caption,
+                            RECT place) const {
   const std::size_t number = numberAtEnd(caption);
   const std::u16string words = caption.substr(0, number);
   const std::u16string digits = caption.substr(number);
   SIZE ofWords{};
   SIZE ofDigits{};
-  GetTextExtentPoint32W(context, wideText(words), static_cast<int>(words.size()), &ofWords);
-  GetTextExtentPoint32W(context, wideText(digits), static_cast<int>(digits.size()), &ofDigits);
+  GetTextExtentPoint32W(buffer.dc(), wideText(words), static_cast<int>(words.size()), &ofWords);
+  GetTextExtentPoint32W(buffer.dc(), wideText(digits), static_cast<int>(digits.size()), &ofDigits);
   const LONG start = std::max<LONG>(0, std::min(ofWords.cx, place.right - ofDigits.cx));
-  RECT before{0, place.top, start, place.bottom};
+  const RECT before{0, place.top, start, place.bottom};
   const UINT format = styleOf(look).format;
-  drawText(context, words, before, format, textColor());
+  drawText(buffer, words, before, format, textColor());
   place.left = start;
-  drawText(context, digits, place, format,
+  drawText(buffer, digits, place, format,
            digits == u"0" ? textColor() : desk().color(Tone::Problem));
 }
 
@@ -140,21 +149,21 @@ void LabelPeer::draw(const DRAWITEMSTRUCT& request) {
     // The text for screen readers; updated only here, because nobody could read faster changes.
     read = caption;
     SetWindowTextW(hwnd(), wideText(caption));
-    if (look == LabelLook::Explanation) {
-      NotifyWinEvent(liveRegionChanged, hwnd(), OBJID_CLIENT, CHILDID_SELF);
+    if (isLive) {
+      tellChange(hwnd());
     }
   }
-  RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const RECT place{0, 0, request.rcItem.right, request.rcItem.bottom};
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(request.hDC));
   buffer.canvas().clear(groundColor());
   const controls::Selection selected(buffer.dc(), fontInUse());
   SetBkMode(buffer.dc(), TRANSPARENT);
   if (look == LabelLook::Counter) {
-    drawCounter(buffer.dc(), caption, place);
+    drawCounter(buffer, caption, place);
   } else {
-    drawText(buffer.dc(), caption, place, styleOf(look).format, textColor());
+    drawText(buffer, caption, place, styleOf(look).format, textColor());
   }
-  drawFocus(buffer);
+  drawFocus(buffer, ground);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);
 }
 

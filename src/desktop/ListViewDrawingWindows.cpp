@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "desktop/CheckMark.h"
+#include "desktop/ListText.h"
 #include "desktop/ListViewPeer.h"
 
 namespace zelvreg::desktop {
@@ -12,17 +13,21 @@ constexpr int besideCheck = 36;
 constexpr int iconLength = 16;
 constexpr int iconPitch = 24;
 
-// A path is cut in the middle, because its end says most.
-UINT cutOf(const std::u16string& text) {
-  return text.find(u'\\') == std::u16string::npos ? DT_END_ELLIPSIS
-                                                  : DT_PATH_ELLIPSIS | DT_END_ELLIPSIS;
+std::u16string shownIn(HDC context, const std::u16string& text, int room) {
+  return withoutMiddle(text, room, [context](std::u16string_view part) {
+    SIZE extent{};
+    GetTextExtentPoint32W(context, reinterpret_cast<LPCWSTR>(part.data()),
+                          static_cast<int>(part.size()), &extent);
+    return static_cast<int>(extent.cx);
+  });
 }
 
-void drawText(HDC context, const std::u16string& text, RECT place, UINT alignment, Rgb color) {
-  SetBkMode(context, TRANSPARENT);
-  SetTextColor(context, controls::colorRef(color));
-  DrawTextW(context, wideText(text), static_cast<int>(text.size()), &place,
-            DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | cutOf(text) | alignment);
+void drawText(const controls::PaintBuffer& buffer, const std::u16string& text, const RECT& place,
+              UINT alignment, Rgb color) {
+  SetBkMode(buffer.dc(), TRANSPARENT);
+  SetTextColor(buffer.dc(), controls::colorRef(color));
+  buffer.write(shownIn(buffer.dc(), text, place.right - place.left), place,
+               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | alignment);
 }
 
 }  // namespace
@@ -33,7 +38,7 @@ ListViewPeer::Sheet ListViewPeer::readSheet() const {
     Header_GetItemRect(header, static_cast<int>(column), &read.columns.emplace_back());
   }
   if (GetFocus() == hwnd()) {
-    read.focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
+    read.focused = focusedRow();
   }
   return read;
 }
@@ -52,10 +57,11 @@ LRESULT ListViewPeer::drawItem(NMLVCUSTOMDRAW& request) {
   if (size.width <= 0 || size.height <= 0) {
     return CDRF_DODEFAULT;
   }
-  if (rowBuffer == nullptr || rowBuffer->size() != size) {
-    rowBuffer = std::make_unique<controls::PaintBuffer>(size);
+  const controls::Side side = controls::sideOf(request.nmcd.hdc);
+  if (rowBuffer == nullptr || rowBuffer->size() != size || rowBuffer->side() != side) {
+    rowBuffer = std::make_unique<controls::PaintBuffer>(size, side);
   }
-  drawRow(*rowBuffer, request.nmcd.dwItemSpec + 1);
+  drawRow(*rowBuffer, order.rowAt(request.nmcd.dwItemSpec));
   rowBuffer->show(request.nmcd.hdc, bounds.left, bounds.top);
   return CDRF_SKIPDEFAULT;
 }
@@ -94,14 +100,29 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row)
       drawCell(buffer, row, column, {place.left, 0, place.right, height});
     }
   }
-  if (static_cast<int>(row) - 1 == sheet.focused) {
-    const Rgb accent = desk().color(Tone::Accent);
-    canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, accent, accent});
+  if (row == sheet.focused) {
+    const Rgb ring = desk().color(Tone::Mark);
+    canvas.draw(controls::Shape{1, 1, width - 1.0, height - 2.0, 3, 1, ring, ring});
   }
 }
 
 void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row,
                             std::size_t column, RECT cell) const {
+  cell.left += cellInset(row, column);
+  cell.right -= desk().pixels(6);
+  if (const controls::Picture icon =
+          desk().icon(list.reportIcon(row, column), iconLength, iconTone(row))) {
+    buffer.canvas().draw(*icon, cell.left - desk().pixels(iconPitch),
+                         (cell.bottom - icon->height) / 2);
+  }
+  const CellStyle style = list.cellStyle(row, column);
+  const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
+  const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
+  drawText(buffer, utf16(cellText(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
+           cellColor(row, column));
+}
+
+int ListViewPeer::cellInset(std::size_t row, std::size_t column) const {
   const bool isFirst = column == 0;
   int left = cellMargin;
   if (isFirst && options.hasIcons) {
@@ -109,20 +130,8 @@ void ListViewPeer::drawCell(const controls::PaintBuffer& buffer, std::size_t row
   } else if (isFirst && options.hasChecks) {
     left = besideCheck;
   }
-  cell.left += desk().pixels(left);
-  cell.right -= desk().pixels(6);
-  const std::string& statusIcon = list.reportIcon(row, column);
-  if (!statusIcon.empty()) {
-    if (const controls::Picture icon = desk().icon(statusIcon, iconLength, iconTone(row))) {
-      buffer.canvas().draw(*icon, cell.left, (cell.bottom - icon->height) / 2);
-    }
-    cell.left += desk().pixels(iconPitch);
-  }
-  const CellStyle style = list.cellStyle(row, column);
-  const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, style.isBold));
-  const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), utf16(list.text(row, column)), cell, isRight ? DT_RIGHT : DT_LEFT,
-           cellColor(row, column));
+  return desk().pixels(left) +
+         (list.reportIcon(row, column).empty() ? 0 : desk().pixels(iconPitch));
 }
 
 // In pixels at 96 dpi.
@@ -148,7 +157,7 @@ Rgb ListViewPeer::cellColor(std::size_t row, std::size_t column) const {
   }
   return controls::isSystemColor(told)
              ? desk().color(isFirst || isNumber ? Tone::Text : Tone::Secondary)
-             : controls::fromProperty(told);
+             : desk().colors.textFrom(told, list.isSelected(row) ? Tone::Selected : Tone::Surface);
 }
 
 LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
@@ -168,15 +177,25 @@ LRESULT ListViewPeer::drawHeader(NMCUSTOMDRAW& request) const {
   }
   const int width = place.right - place.left;
   const int height = place.bottom - place.top;
-  const controls::PaintBuffer buffer({width, height});
+  const controls::PaintBuffer buffer({width, height}, controls::sideOf(request.hdc));
   controls::Canvas canvas = buffer.canvas();
   canvas.fill({0, 0, width, height}, desk().color(Tone::Header));
   canvas.fill({0, height - 1, width, height}, desk().color(Tone::Line));
   const controls::Selection selected(buffer.dc(), desk().font(list.font, 0, true));
   const bool isRight = list.columnHeaders()[column].alignment == Alignment::Right;
-  drawText(buffer.dc(), utf16(list.columnHeaders()[column].text),
-           {desk().pixels(cellMargin), 0, width - desk().pixels(6), height},
-           isRight ? DT_RIGHT : DT_LEFT, desk().color(Tone::Secondary));
+  int right = width - desk().pixels(6);
+  if (order.sorting() && order.sorting()->column == column) {
+    constexpr int arrowLength = 12;
+    const char* arrow = order.sorting()->isDescending ? "down" : "up";
+    if (const auto picture = desk().icon(arrow, arrowLength, Tone::Secondary)) {
+      right -= picture->width;
+      canvas.draw(*picture, right, (height - picture->height) / 2);
+      right -= desk().pixels(2);
+    }
+  }
+  drawText(buffer, utf16(list.columnHeaders()[column].text),
+           {desk().pixels(cellMargin), 0, right, height}, isRight ? DT_RIGHT : DT_LEFT,
+           desk().color(Tone::Secondary));
   buffer.show(request.hdc, place.left, place.top);
   return CDRF_SKIPDEFAULT;
 }

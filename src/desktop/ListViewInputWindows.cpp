@@ -23,11 +23,11 @@ LRESULT ListViewPeer::findItem(const NMLVFINDITEMW& search) const {
   }
   const bool isHeadEnough = (search.lvfi.flags & LVFI_PARTIAL) != 0;
   const std::u16string_view wanted(reinterpret_cast<const char16_t*>(search.lvfi.psz));
-  const auto count = static_cast<int>(list.count());
+  const auto count = static_cast<int>(order.count());
   const int start = std::max(0, search.iStart);
   const int end = (search.lvfi.flags & LVFI_WRAP) != 0 ? start + count : count;
   for (int item = start; item < end; ++item) {
-    const std::u16string text = utf16(list.text(static_cast<std::size_t>(item % count) + 1, 0));
+    const std::u16string text = utf16(list.text(rowOf(item % count), 0));
     const std::u16string_view shown(text);
     if (isSame(isHeadEnough ? shown.substr(0, wanted.size()) : shown, wanted)) {
       return item % count;
@@ -39,7 +39,7 @@ LRESULT ListViewPeer::findItem(const NMLVFINDITEMW& search) const {
 // Also a click on a row that is already highlighted.
 void ListViewPeer::clicked(int item) {
   if (onItemClick && item >= 0) {
-    onItemClick(static_cast<std::size_t>(item) + 1);
+    onItemClick(rowOf(item));
   }
 }
 
@@ -55,11 +55,10 @@ void ListViewPeer::toggle(std::size_t row) { list.setChecked(row, !list.isChecke
 // Changes the tick of the row with the focus. If that row is highlighted, all highlighted rows get
 // the same tick.
 void ListViewPeer::toggleFocused() {
-  const int focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
-  if (focused < 0) {
+  const std::size_t row = focusedRow();
+  if (row == 0) {
     return;
   }
-  const std::size_t row = static_cast<std::size_t>(focused) + 1;
   toggle(row);
   for (std::size_t other = 1; list.isSelected(row) && other <= list.count(); ++other) {
     if (list.isSelected(other)) {
@@ -80,6 +79,11 @@ bool ListViewPeer::keyPressed(WPARAM key) {
       ListView_SetItemState(hwnd(), focused, LVIS_SELECTED, LVIS_SELECTED);
       doubleClicked(focused);
     }
+    return true;
+  }
+  const bool isControl = GetKeyState(VK_CONTROL) < 0;
+  if (options.canBeSorted && isControl && key >= '1' && key <= '9') {
+    sortByShownColumn(key - '0');
     return true;
   }
   return false;
@@ -107,7 +111,7 @@ bool ListViewPeer::pressed(POINT where) {
     return false;
   }
   SetFocus(hwnd());
-  toggle(static_cast<std::size_t>(item) + 1);
+  toggle(rowOf(item));
   return true;
 }
 

@@ -27,19 +27,26 @@ void giveText(const std::string& text, LPWSTR place, int room) {
 
 ListViewPeer::ListViewPeer(Desk& sharedDesk, HWND parent, ListView& shownList,
                            ListOptions listOptions)
-    : Peer(sharedDesk, shownList), list(shownList), options(std::move(listOptions)) {
+    : Peer(sharedDesk, shownList),
+      list(shownList),
+      options(std::move(listOptions)),
+      widths(options.columnWidths) {
+  widths.back() = 0;
   const DWORD selection = options.selectsSeveral ? 0 : LVS_SINGLESEL;
   own(makeChild(parent, WC_LISTVIEWW,
                 WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS |
-                    LVS_NOSORTHEADER | LVS_SHAREIMAGELISTS | selection));
+                    LVS_SHAREIMAGELISTS | selection |
+                    (options.canBeSorted ? 0 : LVS_NOSORTHEADER)));
   const DWORD checks = options.hasChecks ? LVS_EX_CHECKBOXES : 0;
-  const DWORD tips = options.hasMarks ? LVS_EX_INFOTIP : 0;
-  ListView_SetExtendedListViewStyle(hwnd(),
-                                    LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks | tips);
+  ListView_SetExtendedListViewStyle(hwnd(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | checks);
   ListView_SetCallbackMask(hwnd(), options.hasChecks ? LVIS_STATEIMAGEMASK : 0);
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   colorBorder(hwnd(), desk());
+  upright = std::make_unique<ScrollCover>(desk(), hwnd(), ScrollSide::Right);
+  level = std::make_unique<ScrollCover>(desk(), hwnd(), ScrollSide::Bottom);
   header = ListView_GetHeader(hwnd());
+  tip = std::make_unique<CellTip>(desk(), hwnd());
+  tip->textOf = [this](int item, int column) { return tipText(item, column); };
   SetWindowSubclass(header, headerProcedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   for (std::size_t column = 0; column < list.columnHeaders().size(); ++column) {
     LVCOLUMNW description{};
@@ -78,11 +85,15 @@ void ListViewPeer::showText() {
 
 void ListViewPeer::showLook() {
   Peer::showLook();
-  if (list.hasFlatHeader) {
+  // A heading that can be pressed is drawn flat, too.
+  if (list.hasFlatHeader && !options.canBeSorted) {
     SetWindowLongPtrW(header, GWL_STYLE, GetWindowLongPtrW(header, GWL_STYLE) & ~HDS_BUTTONS);
   }
   ListView_SetBkColor(hwnd(), controls::colorRef(desk().color(Tone::Surface)));
   InvalidateRect(header, nullptr, FALSE);
+  tip->showLook(desk().font(list.font));
+  upright->repaint();
+  level->repaint();
 }
 
 void ListViewPeer::showPlace() {
@@ -92,28 +103,6 @@ void ListViewPeer::showPlace() {
     Peer::showPlace();
   }
   fitColumns();
-}
-
-void ListViewPeer::fitColumns() {
-  // The list takes its scroll bar into account only later.
-  RECT whole{};
-  GetWindowRect(hwnd(), &whole);
-  const int rows =
-      (whole.bottom - whole.top - 2 - desk().pixels(headerHeight)) / std::max(1, rowPixels());
-  const bool isLong = static_cast<int>(list.count()) > rows;
-  int left = whole.right - whole.left - 2 - (isLong ? GetSystemMetrics(SM_CXVSCROLL) : 0);
-  const std::size_t count = options.columnWidths.size();
-  for (std::size_t column = 0; column < count; ++column) {
-    int width = desk().pixels(options.columnWidths[column]);
-    if (column + 1 == count) {
-      width = std::max(width, left);
-    }
-    left -= width;
-    // Setting it draws the whole list again.
-    if (ListView_GetColumnWidth(hwnd(), static_cast<int>(column)) != width) {
-      ListView_SetColumnWidth(hwnd(), static_cast<int>(column), width);
-    }
-  }
 }
 
 void ListViewPeer::showRows(Change what, std::size_t row) {
@@ -154,35 +143,47 @@ void ListViewPeer::catchUp() {
     }
   }
   if (changes.rows) {
-    ListView_SetItemCountEx(hwnd(), static_cast<int>(list.count()),
-                            LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
+    followRows();
     fitColumns();
     repaint();
+    if (onRows) {
+      onRows();
+    }
   } else {
+    if (changes.widths) {
+      fitColumns();
+    }
     for (const std::size_t row : changes.single) {
-      const auto item = static_cast<int>(row) - 1;
-      ListView_RedrawItems(hwnd(), item, item);
+      if (const int item = itemOf(row); item >= 0) {
+        ListView_RedrawItems(hwnd(), item, item);
+      }
     }
   }
   if (changes.selection || changes.rows) {
     showSelection();
+    if (onSelection) {
+      onSelection();
+    }
   }
-  if (changes.inView > 0 && changes.inView <= list.count()) {
-    ListView_EnsureVisible(hwnd(), static_cast<int>(changes.inView) - 1, FALSE);
+  if (const int item = itemOf(changes.inView); item >= 0) {
+    ListView_EnsureVisible(hwnd(), item, FALSE);
   }
+  continueSorting();
   isShowing = false;
   if (list.isSelected(changes.lastChosen)) {
     onItemClick(changes.lastChosen);
   }
 }
 
+void ListViewPeer::followScrolling() const {
+  upright->follow();
+  level->follow();
+}
+
 std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
   switch (told.code) {
     case LVN_GETDISPINFOW:
       giveItem(reinterpret_cast<NMLVDISPINFOW&>(told).item);
-      return 0;
-    case LVN_GETINFOTIPW:
-      giveTip(reinterpret_cast<NMLVGETINFOTIPW&>(told));
       return 0;
     case LVN_ODFINDITEMW:
       return findItem(reinterpret_cast<NMLVFINDITEMW&>(told));
@@ -192,12 +193,14 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
     case LVN_ODSTATECHANGED: {
       const auto& range = reinterpret_cast<NMLVODSTATECHANGE&>(told);
       if (!isShowing) {
-        itemsHighlighted(static_cast<std::size_t>(range.iFrom) + 1,
-                         static_cast<std::size_t>(range.iTo) + 1,
+        itemsHighlighted(static_cast<std::size_t>(range.iFrom), static_cast<std::size_t>(range.iTo),
                          (range.uNewState & LVIS_SELECTED) != 0);
       }
       return 0;
     }
+    case LVN_COLUMNCLICK:
+      sortByColumn(static_cast<std::size_t>(reinterpret_cast<NMLISTVIEW&>(told).iSubItem));
+      return 0;
     case NM_CLICK:
       clicked(reinterpret_cast<NMITEMACTIVATE&>(told).iItem);
       return 0;
@@ -218,22 +221,19 @@ std::optional<LRESULT> ListViewPeer::notice(NMHDR& told) {
   }
 }
 
+std::string ListViewPeer::cellText(std::size_t row, std::size_t column) const {
+  const std::string& cell = list.text(row, column);
+  return shownAs ? shownAs(column, cell) : cell;
+}
+
 void ListViewPeer::giveItem(LVITEMW& item) const {
-  const std::size_t row = static_cast<std::size_t>(item.iItem) + 1;
+  const std::size_t row = rowOf(item.iItem);
   if ((item.mask & LVIF_TEXT) != 0) {
-    giveText(list.text(row, static_cast<std::size_t>(item.iSubItem)), item.pszText,
-             item.cchTextMax);
+    giveText(cellText(row, static_cast<std::size_t>(item.iSubItem)), item.pszText, item.cchTextMax);
   }
   if ((item.mask & LVIF_STATE) != 0 && options.hasChecks) {
     item.state = INDEXTOSTATEIMAGEMASK(list.isChecked(row) ? checkedImage : uncheckedImage);
     item.stateMask = LVIS_STATEIMAGEMASK;
-  }
-}
-
-void ListViewPeer::giveTip(const NMLVGETINFOTIPW& request) const {
-  const std::string text = tipOf ? tipOf(static_cast<std::size_t>(request.iItem) + 1) : "";
-  if (!text.empty()) {
-    giveText(text, request.pszText, request.cchTextMax);
   }
 }
 
@@ -245,6 +245,19 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
       break;
+    case WM_PAINT:
+    case WM_NCPAINT:
+    case WM_WINDOWPOSCHANGED:
+    case WM_SHOWWINDOW:
+    case WM_HSCROLL:
+    case WM_VSCROLL: {
+      const LRESULT result = DefSubclassProc(hwnd, message, wParam, lParam);
+      peer->followScrolling();
+      if (message == WM_HSCROLL || message == WM_VSCROLL) {
+        peer->tip->hide();
+      }
+      return result;
+    }
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
       if (peer->pressed(where)) {
@@ -269,10 +282,24 @@ LRESULT CALLBACK ListViewPeer::procedure(HWND hwnd, UINT message, WPARAM wParam,
         peer->menuOfKeyboard();
       }
       return 0;
+    case WM_MOUSEMOVE:
+      peer->tip->follow(where);
+      break;
     case WM_NOTIFY: {
       auto& told = *reinterpret_cast<NMHDR*>(lParam);
-      if (told.hwndFrom == peer->header && told.code == NM_CUSTOMDRAW) {
+      if (told.hwndFrom != peer->header) {
+        break;
+      }
+      if (told.code == NM_CUSTOMDRAW) {
         return peer->drawHeader(reinterpret_cast<NMCUSTOMDRAW&>(told));
+      }
+      // The second of two quick clicks counts like any other.
+      if (told.code == HDN_ITEMDBLCLICKW && peer->options.canBeSorted) {
+        peer->sortByColumn(static_cast<std::size_t>(reinterpret_cast<NMHEADERW&>(told).iItem));
+        return 0;
+      }
+      if (const auto answer = peer->headerNotice(reinterpret_cast<NMHEADERW&>(told))) {
+        return *answer;
       }
       break;
     }

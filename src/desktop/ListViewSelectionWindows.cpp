@@ -22,11 +22,12 @@ void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
   }
   if (change.iItem < 0) {
     // All of them at once.
-    itemsHighlighted(1, list.count(), is);
+    itemsHighlighted(0, order.count(), is);
     return;
   }
-  const std::size_t row = static_cast<std::size_t>(change.iItem) + 1;
-  itemsHighlighted(row, row, is);
+  const std::size_t row = rowOf(change.iItem);
+  const auto item = static_cast<std::size_t>(change.iItem);
+  itemsHighlighted(item, item, is);
   if (!is || !onItemClick) {
     return;
   }
@@ -40,35 +41,37 @@ void ListViewPeer::itemChanged(const NMLISTVIEW& change) {
   }
 }
 
-void ListViewPeer::itemsHighlighted(std::size_t first, std::size_t last, bool are) {
-  highlighted.resize(list.count());
+void ListViewPeer::itemsHighlighted(std::size_t firstItem, std::size_t lastItem, bool are) {
+  highlighted.resize(order.count());
   isTelling = true;
-  for (std::size_t row = first; row <= std::min(last, list.count()); ++row) {
-    highlighted[row - 1] = are;
-    list.setSelected(row, are);
+  for (std::size_t item = firstItem; item < std::min(lastItem + 1, order.count()); ++item) {
+    highlighted[item] = are;
+    list.setSelected(order.rowAt(item), are);
   }
   isTelling = false;
+  if (onSelection) {
+    onSelection();
+  }
 }
 
 void ListViewPeer::showSelection() {
-  highlighted.resize(list.count());
+  highlighted.resize(order.count());
   // So it is throughout a scan, in which the list grows all the time.
   if (list.selectedCount() == 0 && std::ranges::find(highlighted, true) == highlighted.end()) {
     return;
   }
   std::size_t unwanted = 0;
-  for (std::size_t row = 1; row <= list.count(); ++row) {
-    unwanted += highlighted[row - 1] && !list.isSelected(row) ? 1 : 0;
+  for (std::size_t item = 0; item < order.count(); ++item) {
+    unwanted += highlighted[item] && !list.isSelected(order.rowAt(item)) ? 1 : 0;
   }
   if (unwanted > list.selectedCount() + fewHighlights) {
     clearSelection();
   }
-  for (std::size_t row = 1; row <= list.count(); ++row) {
-    const bool is = list.isSelected(row);
-    if (highlighted[row - 1] != is) {
-      highlighted[row - 1] = is;
-      ListView_SetItemState(hwnd(), static_cast<int>(row) - 1, is ? LVIS_SELECTED : 0,
-                            LVIS_SELECTED);
+  for (std::size_t item = 0; item < order.count(); ++item) {
+    const bool is = list.isSelected(order.rowAt(item));
+    if (highlighted[item] != is) {
+      highlighted[item] = is;
+      ListView_SetItemState(hwnd(), static_cast<int>(item), is ? LVIS_SELECTED : 0, LVIS_SELECTED);
     }
   }
 }
@@ -81,13 +84,13 @@ void ListViewPeer::clearSelection() {
   const int focused = ListView_GetNextItem(hwnd(), -1, LVNI_FOCUSED);
   SendMessageW(hwnd(), WM_SETREDRAW, FALSE, 0);
   ListView_SetItemCountEx(hwnd(), 0, quietly);
-  ListView_SetItemCountEx(hwnd(), static_cast<int>(list.count()), quietly);
+  ListView_SetItemCountEx(hwnd(), static_cast<int>(order.count()), quietly);
   ListView_Scroll(hwnd(), 0, (top - ListView_GetTopIndex(hwnd())) * rowPixels());
   if (focused >= 0) {
     ListView_SetItemState(hwnd(), focused, LVIS_FOCUSED, LVIS_FOCUSED);
   }
   SendMessageW(hwnd(), WM_SETREDRAW, TRUE, 0);
-  highlighted.assign(list.count(), false);
+  highlighted.assign(order.count(), false);
 }
 
 }  // namespace zelvreg::desktop

@@ -1,6 +1,7 @@
 // What depends on the state of the form: widths of captions, the next step, the current page.
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "desktop/MainWindow.h"
 #include "form/Form42.h"
@@ -24,9 +25,13 @@ void MainWindow::arrangeLater() {
 }
 
 void MainWindow::arrange() {
+  giveAccessKeys();
+  nameMaximize();
   arrangeCommandBar();
   arrangeRows();
   arrangeTexts();
+  arrangeBars();
+  arrangeSearch();
   // The one thing that a user would do next.
   const bool canFix = form.cmd_fix.enabled;
   if (ButtonPeer* fix = peerOf(form.cmd_fix)) {
@@ -39,8 +44,7 @@ void MainWindow::arrange() {
       {&form.orubutton4, form.Frame1.visible && !form.Frame8.visible},
       {&form.chameleonButton7, form.Frame7.visible},
       {&form.chameleonButton1, form.Frame3.visible},
-      {&form.orubutton1, (form.Frame2.visible && !form.Frame3.visible) ||
-                             (form.Frame1.visible && form.Frame8.visible)},
+      {&form.orubutton1, form.Frame2.visible || (form.Frame1.visible && form.Frame8.visible)},
       {&form.orubutton3, false},
   }};
   for (const auto& [button, isCurrent] : pages) {
@@ -81,7 +85,17 @@ void MainWindow::arrangeCommandBar() {
     wanted += widths.back();
     spare += widths.back() - peer.narrowestWidth();
   }
-  const int room = desk.pixels(windowWidth) - 2 * margin - 4 * gap - 3 * groupGap;
+  const int room = desk.fromTwips(form.window.width) - 2 * margin - 4 * gap - 3 * groupGap;
+  const bool isSmall = form.ToolbarBox.value || wanted - room > std::max(0, spare);
+  form.Toolbar1.visible = isSmall;
+  for (const Command& command : commands) {
+    if (command.button.visible == isSmall) {
+      command.button.visible = !isSmall;
+    }
+  }
+  if (arrangeToolbar()) {
+    return;
+  }
   const int missing = std::clamp(wanted - room, 0, std::max(0, spare));
   std::vector<int> lines;
   int left = margin;
@@ -98,8 +112,12 @@ void MainWindow::arrangeCommandBar() {
     button.width = desk.toTwips(width) + twipsPerPixel;
     left += width + gap;
   }
-  if (lines != separators) {
-    separators = lines;
+  showSeparators(std::move(lines));
+}
+
+void MainWindow::showSeparators(std::vector<int> places) {
+  if (places != separators) {
+    separators = std::move(places);
     InvalidateRect(window, nullptr, TRUE);
   }
 }
@@ -123,8 +141,11 @@ int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromR
 void MainWindow::arrangeRows() {
   const int pageWidth = desk.fromTwips(form.Frame1.width);
   flow({&form.chameleonButton22, &form.chameleonButton21}, pageWidth, true);
+  constexpr int cancelEnd = 776;
+  flow({&form.chameleonButton12}, desk.pixels(cancelEnd), true);
   arrangeCareful(pageWidth);
   arrangeResultsTitle(pageWidth);
+  flow({&form.UndoRepair}, pageWidth, true);
   flow({&form.chameleonButton2, &form.chameleonButton3}, 0, false);
   flow({&form.chameleonButton5, &form.chameleonButton8, &form.chameleonButton6}, 0, false);
 }
@@ -146,9 +167,11 @@ void MainWindow::arrangeResultsTitle(int pageWidth) {
   };
   ButtonPeer& open = *peerOf(form.chameleonButton14);
   const int room = place() + desk.fromTwips(form.chameleonButton14.width);
-  const bool fits = room - open.naturalWidth() >= peerOf(form.Label10)->textWidth();
+  const Label& title = form.OutcomeText.visible ? form.OutcomeText : form.Label10;
+  const bool fits = room - open.naturalWidth() >= peerOf(title)->textWidth();
   open.setRole(fits ? ButtonRole::Plain : ButtonRole::IconOnly);
   form.Label10.width = desk.toTwips(std::max(0, place()));
+  form.OutcomeText.width = form.Label10.width;
 }
 
 // A value follows the words that name it.
@@ -160,8 +183,15 @@ void MainWindow::arrangeTexts() {
     value.left = desk.toTwips(left);
     value.width = std::max(0, end * twipsPerPixel - desk.toTwips(left));
   };
-  follow(form.Label2[3], form.Label3, 680);
-  follow(form.Label6, form.Label5, 644);
+  const int growth = growthOf(form).width;
+  constexpr int panelEnd = 776;
+  const int timeWidth = peerOf(form.ProgressText)->textWidth() + desk.pixels(1);
+  const int timeLeft = desk.pixels(panelEnd + growth) - timeWidth;
+  form.ProgressText.left = desk.toTwips(timeLeft);
+  form.ProgressText.width = desk.toTwips(timeWidth);
+  follow(form.Label2[5], form.Label4, MulDiv(timeLeft, 96, desk.resolution()) - 8);
+  follow(form.Label2[3], form.Label3, 680 + growth);
+  follow(form.Label6, form.Label5, 644 + growth);
 }
 
 }  // namespace zelvreg::desktop

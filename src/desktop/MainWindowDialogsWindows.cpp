@@ -6,25 +6,14 @@
 
 #include <array>
 
+#include "desktop/CenteredDialog.h"
 #include "desktop/MainWindow.h"
+#include "desktop/MessageWindow.h"
 #include "desktop/SmallWindow.h"
 #include "form/Form42.h"
 
 namespace zelvreg::desktop {
 namespace {
-
-UINT iconOf(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::Information:
-      return MB_ICONINFORMATION;
-    case MessageIcon::Question:
-      return MB_ICONQUESTION;
-    case MessageIcon::Exclamation:
-      return MB_ICONEXCLAMATION;
-    default:
-      return 0;
-  }
-}
 
 // The control of the system that shows compiled help, from the system's own folder. It is loaded
 // when it is needed, which is rare.
@@ -51,6 +40,7 @@ void MainWindow::connectForm() {
   form.Form1.show = [this](ExclusionDialog&) { showExclusionDialog(desk, form, window); };
   form.frmabout.show = [this](AboutDialog&) { showAboutDialog(desk, form, window); };
   form.openHelp = [this](const std::string& file, int context) { showHelp(window, file, context); };
+  form.onLanguage = [this] { changeLanguage(); };
   // Called from within the system's own calls; no exception may pass through these.
   form.onProcessEnd = [this] {
     tray.area().setVisible(false);
@@ -62,16 +52,13 @@ void MainWindow::connectForm() {
 
 Answer MainWindow::showMessage(const UserMessage& message) {
   desk.catchUp();
-  const Wide text(message.text);
-  const Wide title(message.title.empty() ? form.Label1.caption.get() : message.title);
   // Whichever of the program's windows the user works in, even if another program is in front.
   HWND owner = IsWindowVisible(window) != FALSE ? GetLastActivePopup(window) : nullptr;
-  const int answer = MessageBoxW(owner, text.get(), title.get(),
-                                 (message.isQuestion ? MB_YESNO : MB_OK) | iconOf(message.icon));
-  if (!message.isQuestion) {
-    return Answer::Ok;
-  }
-  return answer == IDYES ? Answer::Yes : Answer::No;
+  follower.showMessage(message.icon == MessageIcon::Exclamation ? TaskState::Failed
+                                                                : TaskState::Paused);
+  const Answer answer = showMessageWindow(desk, form, owner, message);
+  follower.showMessage(std::nullopt);
+  return answer;
 }
 
 std::string MainWindow::askForFile(const CommonDialog& dialog) {
@@ -94,6 +81,7 @@ std::string MainWindow::askForFile(const CommonDialog& dialog) {
   request.lpstrTitle = title.get();
   request.lpstrDefExt = extension.get();
   request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
+  const CenteredDialog centered(window);
   return GetSaveFileNameW(&request) != FALSE ? utf8(file.data()) : std::string();
 }
 
@@ -109,12 +97,16 @@ void MainWindow::openMenu(POINT onScreen) {
   if (form.menus.drawing != MenuDrawing::System) {
     const bool isForeign = form.menus.drawing == MenuDrawing::InOwnCharset;
     menuHolder->hold(std::make_unique<controls::CoolMenu>(
-        controls::MenuPictures{}, desk.resolution(),
-        isForeign ? std::optional(static_cast<BYTE>(form.langCode)) : std::nullopt));
+        controls::MenuPictures{},
+        controls::MenuSettings{
+            .dpi = desk.resolution(),
+            .charset = isForeign ? std::optional(static_cast<BYTE>(form.langCode)) : std::nullopt,
+            .colors = desk.colors.menuColors()}));
     menuHolder->current()->installPopup(menu);
   }
-  const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, onScreen.x, onScreen.y,
-                                    0, window, nullptr);
+  const UINT side = desk.isMirrored ? TPM_LAYOUTRTL | TPM_RIGHTALIGN : TPM_LEFTALIGN;
+  const int chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON | side, onScreen.x,
+                                    onScreen.y, 0, window, nullptr);
   menuHolder->release();
   DestroyMenu(menu);
   if (chosen > 0) {

@@ -1,8 +1,57 @@
 // The keys of the main window that no control uses.
+#include <algorithm>
+
+#include "desktop/AccessKeys.h"
 #include "desktop/MainWindow.h"
 #include "form/Form42.h"
+#include "shell/ResultsFilter.h"
 
 namespace zelvreg::desktop {
+namespace {
+
+// Whether it and all that it is in are to be seen, be the window itself still hidden.
+bool isShown(HWND child) {
+  for (HWND each = child; GetAncestor(each, GA_ROOT) != each; each = GetParent(each)) {
+    if ((GetWindowLongPtrW(each, GWL_STYLE) & WS_VISIBLE) == 0) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+// Those of the command bar first, which every page has, and those of the search last.
+void MainWindow::giveAccessKeys() {
+  std::vector<ButtonPeer*> shownButtons;
+  for (const auto& peer : buttons) {
+    if (peer->hasCaption() && isShown(peer->hwnd())) {
+      shownButtons.push_back(peer.get());
+    }
+  }
+  std::ranges::stable_sort(shownButtons, {}, &ButtonPeer::keyRank);
+  std::vector<CheckPeer*> shownChecks;
+  for (const auto& peer : others) {
+    auto* check = dynamic_cast<CheckPeer*>(peer.get());
+    if (check != nullptr && isShown(check->hwnd())) {
+      shownChecks.push_back(check);
+    }
+  }
+  std::vector<std::string> captions;
+  for (const ButtonPeer* peer : shownButtons) {
+    captions.push_back(peer->button().caption);
+  }
+  for (const CheckPeer* peer : shownChecks) {
+    captions.push_back(peer->caption());
+  }
+  const std::vector<std::string> marked = withAccessKeys(captions);
+  for (std::size_t number = 0; number < shownButtons.size(); ++number) {
+    shownButtons[number]->setMarked(marked[number]);
+  }
+  for (std::size_t number = 0; number < shownChecks.size(); ++number) {
+    shownChecks[number]->setMarked(marked[shownButtons.size() + number]);
+  }
+}
 
 FocusArea MainWindow::focusArea() const {
   // The text field is on the window itself, the other search controls are in their frames.
@@ -16,7 +65,22 @@ FocusArea MainWindow::focusArea() const {
   return FocusArea::Elsewhere;
 }
 
+bool MainWindow::shortcut(const MSG& message) {
+  const bool isControlF =
+      message.message == WM_KEYDOWN && message.wParam == 'F' && GetKeyState(VK_CONTROL) < 0;
+  if (!isControlF || IsWindowVisible(filter) == FALSE) {
+    return false;
+  }
+  SetFocus(filter);
+  SendMessageW(filter, EM_SETSEL, 0, -1);
+  return true;
+}
+
 void MainWindow::enter() {
+  if (GetFocus() == filter) {
+    form.View2.setFocus();
+    return;
+  }
   if (pressFocusedButton()) {
     return;
   }
@@ -26,6 +90,10 @@ void MainWindow::enter() {
 }
 
 void MainWindow::escape() {
+  if (GetFocus() == filter) {
+    clearFilter(form);
+    return;
+  }
   if (Button* button = buttonOfEscape(form)) {
     button->click();
   }

@@ -6,6 +6,7 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "desktop/SystemScreen.h"
+#include "desktop/WindowOrder.h"
 #include "form/Form42.h"
 #include "shell/Navigation.h"
 #include "shell/WindowEvents.h"
@@ -22,27 +23,37 @@ constexpr int titleLine = 3;
 MainWindow::MainWindow(Form42& shownForm)
     : form(shownForm), desk(resolutionOfSystem()), pickerKeys(shownForm) {
   layOut(form);
-  desk.readSystemColors();
+  desk.readColors(themeInUse());
   makeWindow();
   addFrames();
   addLabels();
   addButtons();
+  addToolbar();
   addOptions();
+  addFilter();
   addLists();
+  addBars();
   addSearchControls();
   addPictures();
+  orderChildren(window, readingOrderOfMainWindow);
+  for (const auto& frame : frames) {
+    orderChildren(frame->hwnd());
+  }
   attachWindowParts();
   connectForm();
   showColor();
 }
 
 MainWindow::~MainWindow() {
-  for (Control* control : std::initializer_list<Control*>{
-           &form.window, &form.shadow, &form.TrayArea1, &form.menus, &form.Shape1, &form.Shape3}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&form.window, &form.shadow, &form.TrayArea1, &form.menus,
+                                       &form.theme, &form.Shape1, &form.Shape3}) {
     control->attach(nullptr);
   }
   form.messages.serveHost = nullptr;
+  form.onLanguage = nullptr;
   others.clear();
+  toolPeers.clear();
   buttons.clear();
   labels.clear();
   frames.clear();
@@ -53,13 +64,18 @@ MainWindow::~MainWindow() {
 
 void MainWindow::makeWindow() {
   registerClass(windowClass, procedure);
-  window = CreateWindowExW(
-      WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
-      WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN, 0, 0, desk.pixels(windowWidth),
-      desk.pixels(windowHeight), nullptr, nullptr, GetModuleHandleW(nullptr), this);
+  window =
+      CreateWindowExW(WS_EX_APPWINDOW | WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
+                      WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_CLIPCHILDREN, 0,
+                      0, desk.pixels(windowWidth), desk.pixels(windowHeight), nullptr, nullptr,
+                      GetModuleHandleW(nullptr), this);
   changeResolution(resolutionOf(window), nullptr);
+  // Access keys are underlined if the keyboard was used last.
+  SendMessageW(window, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0), 0);
   taskBarCreated = RegisterWindowMessageW(L"TaskbarCreated");
   letThrough(window, taskBarCreated);
+  taskbarButtonCreated = RegisterWindowMessageW(L"TaskbarButtonCreated");
+  letThrough(window, taskbarButtonCreated);
 }
 
 void MainWindow::readScreen() {
@@ -71,15 +87,17 @@ void MainWindow::attachWindowParts() {
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   menuHolder = std::make_unique<controls::CMWndProc>(window);
-  tray.area().setIcon(desk.icon("emblem"));
+  showIcons();
   tray.area().setToolTip(form.TrayArea1.toolTip);
   tray.area().onNotice = [this](controls::TrayNotice notice) {
     if (notice.event == controls::TrayEvent::MouseUp && notice.button == 1) {
-      form.TrayArea1.click();
+      comeToFront();
     }
   };
-  for (Control* control : std::initializer_list<Control*>{
-           &form.window, &form.shadow, &form.TrayArea1, &form.menus, &form.Shape1, &form.Shape3}) {
+  tray.onNoticeClick = [this] { comeToFront(); };
+  for (Control* control :
+       std::initializer_list<Control*>{&form.window, &form.shadow, &form.TrayArea1, &form.menus,
+                                       &form.theme, &form.Shape1, &form.Shape3}) {
     control->attach(this);
   }
 }
@@ -88,11 +106,13 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
   if (&control == &form.window) {
     showWindow(what);
   } else if (&control == &form.shadow) {
-    desk.castShadow(window, form.shadow);
+    showShadow();
   } else if (&control == &form.TrayArea1) {
     showTray();
   } else if (&control == &form.menus) {
     showMenus();
+  } else if (&control == &form.theme) {
+    changeSettings();
   } else if (&control == &form.Shape1) {
     showTitleLine();
   } else {
@@ -101,10 +121,16 @@ void MainWindow::changed(const Control& control, Change what, std::size_t /*row*
 }
 
 void MainWindow::showWindow(Change what) {
+  if (isTelling) {
+    return;
+  }
   if (what == Change::Place) {
     SetWindowPos(window, nullptr, desk.fromTwips(form.window.left), desk.fromTwips(form.window.top),
                  0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   } else if (what == Change::Visible) {
+    if (form.window.visible && !hasOpened) {
+      restorePlace();
+    }
     ShowWindow(window, form.window.visible ? SW_SHOW : SW_HIDE);
     if (form.window.visible) {
       // All at once, not control by control.
@@ -113,9 +139,12 @@ void MainWindow::showWindow(Change what) {
       SetForegroundWindow(window);
     }
   } else if (what == Change::Look) {
-    if (form.window.windowState == WindowState::Minimized) {
+    const WindowState state = form.window.windowState;
+    if (state == WindowState::Minimized) {
       ShowWindow(window, SW_MINIMIZE);
-    } else if (IsIconic(window) != FALSE) {
+    } else if (state == WindowState::Maximized) {
+      ShowWindow(window, SW_MAXIMIZE);
+    } else if (IsIconic(window) != FALSE || IsZoomed(window) != FALSE) {
       ShowWindow(window, SW_RESTORE);
     }
   }
@@ -134,8 +163,10 @@ void MainWindow::showMenus() {
 
 // It is on the window itself: no control has to be drawn again.
 void MainWindow::showTitleLine() {
-  const RECT line{0, desk.pixels(titleHeight) - desk.pixels(titleLine), desk.pixels(windowWidth),
-                  desk.pixels(titleHeight)};
+  RECT line{};
+  GetClientRect(window, &line);
+  line.bottom = desk.pixels(titleHeight);
+  line.top = line.bottom - desk.pixels(titleLine);
   InvalidateRect(window, &line, TRUE);
 }
 
@@ -144,21 +175,24 @@ void MainWindow::showColor() {
   if (!controls::isSystemColor(told)) {
     desk.colors.setAccent(controls::fromProperty(told));
   }
-  for (const auto& button : buttons) {
-    button->changed(button->button(), Change::Look, 0);
+  for (const auto* group : {&buttons, &toolPeers}) {
+    for (const auto& button : *group) {
+      button->changed(button->button(), Change::Look, 0);
+    }
   }
   RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  desk.tellColors();
 }
 
 void MainWindow::paintGround(HDC context) const {
   RECT place{};
   GetClientRect(window, &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   controls::Canvas canvas = buffer.canvas();
   const int title = desk.pixels(titleHeight);
   const int bar = desk.pixels(commandBarBottom);
   const int side = desk.pixels(sideBarWidth);
-  const int status = desk.pixels(statusBarTop);
+  const int status = place.bottom - desk.pixels(windowHeight - statusBarTop);
   canvas.clear(desk.color(Tone::Ground));
   canvas.fill({0, 0, place.right, title}, desk.color(Tone::Accent));
   const std::uint32_t line = form.Shape1.foreColor;
@@ -176,8 +210,25 @@ void MainWindow::paintGround(HDC context) const {
   canvas.fill({side - 1, bar, side, status}, desk.color(Tone::Line));
   canvas.fill({0, status, place.right, place.bottom}, desk.color(Tone::Surface));
   canvas.fill({0, status, place.right, status + 1}, desk.color(Tone::Line));
-  controls::maskCorners(canvas, buffer.size(), desk.pixels(cornerRadius), rgb(0xFF00FF));
+  if (IsZoomed(window) == FALSE) {
+    paintGrip(canvas, place);
+    controls::maskCorners(canvas, buffer.size(), desk.pixels(cornerRadius), rgb(0xFF00FF));
+  }
   buffer.show(context, 0, 0);
+}
+
+// Dots in the lower right half of a square.
+void MainWindow::paintGrip(controls::Canvas& canvas, const RECT& place) const {
+  constexpr int dots = 3;
+  const int pitch = desk.pixels(4);
+  const int length = desk.pixels(2);
+  for (int across = 1; across <= dots; ++across) {
+    for (int down = 1; down <= dots + 1 - across; ++down) {
+      const int left = place.right - desk.pixels(3) - across * pitch;
+      const int top = place.bottom - desk.pixels(3) - down * pitch;
+      canvas.fill({left, top, left + length, top + length}, desk.color(Tone::MarkEdge));
+    }
+  }
 }
 
 LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -196,11 +247,17 @@ LRESULT CALLBACK MainWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, L
     self->renewTrayIcon();
     return 0;
   }
+  if (message != 0 && message == self->taskbarButtonCreated) {
+    self->taskbarButtonMade();
+    return 0;
+  }
   return self->handle(message, wParam, lParam);
 }
 
 LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
-  constexpr UINT resolutionChanged = 0x02E0;
+  if (const auto answer = handleSize(message, wParam, lParam)) {
+    return *answer;
+  }
   switch (message) {
     case WM_ERASEBKGND:
       paintGround(reinterpret_cast<HDC>(wParam));
@@ -216,20 +273,17 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ACTIVATE:
       activate(LOWORD(wParam) != WA_INACTIVE);
       return 0;
-    case WM_SIZE:
-      if (wParam == SIZE_MINIMIZED) {
-        form.window.windowState = WindowState::Minimized;
-        Form_Resize(form);
-      }
-      return 0;
     case resolutionChanged:
       changeResolution(HIWORD(wParam), reinterpret_cast<const RECT*>(lParam));
       return 0;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE:
+      changeSettings();
+      return 0;
     case WM_DISPLAYCHANGE:
       changeSettings();
+      returnToScreen();
       return 0;
     case WM_COMMAND:
       // Enter and Escape; messages of buttons have been handled above.
@@ -269,13 +323,16 @@ void MainWindow::serve() {
     drawnAt = Clock::now();
   }
   servedAt = Clock::now();
+  // After a press on Cancel: soon the form no longer shows that it was cancelled.
+  followScan(servedAt);
 }
 
 void MainWindow::dispatch(UINT kinds) {
   MSG message{};
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | kinds) != FALSE) {
     HWND root = GetAncestor(message.hwnd, GA_ROOT);
-    if (root == nullptr || IsDialogMessageW(root, &message) == FALSE) {
+    if ((root != window || !shortcut(message)) &&
+        (root == nullptr || IsDialogMessageW(root, &message) == FALSE)) {
       TranslateMessage(&message);
       DispatchMessageW(&message);
     }

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "controls/PaintBuffer.h"
+#include "desktop/AccessibleFacts.h"
 #include "desktop/Desk.h"
 #include "widgets/Control.h"
 
@@ -32,10 +33,19 @@ class Peer : public ControlPeer {
   virtual void showAll();
 
   // Messages to the parent about this window come back here: the code of a command, a notification
-  // (no value if the peer does not answer it), a request to draw itself.
+  // (no value if the peer does not answer it), a request to draw itself or for its colors.
   virtual void command(int /*code*/) {}
   virtual std::optional<LRESULT> notice(NMHDR& /*header*/) { return std::nullopt; }
   virtual void draw(const DRAWITEMSTRUCT& /*request*/) {}
+  // Gives the context the colors of the window's text; the answer is the brush of its ground.
+  virtual std::optional<LRESULT> colors(HDC /*context*/) { return std::nullopt; }
+
+  // For screen readers: what it is, and what a row of it is (from 1, in the order in which
+  // they are shown; none where it has no such).
+  [[nodiscard]] virtual AccessibleFacts facts() const { return {}; }
+  [[nodiscard]] virtual std::optional<AccessibleFacts> factsOfRow(std::size_t /*row*/) const {
+    return std::nullopt;
+  }
 
   // The peer of a window, or null.
   static Peer* of(HWND window);
@@ -56,8 +66,9 @@ class Peer : public ControlPeer {
   [[nodiscard]] Control& control() const { return shown; }
   // The width of a text in one line, in pixels of the screen.
   [[nodiscard]] int lineWidth(const std::u16string& text, HFONT font) const;
-  // Draws the focus ring inside the buffer's edge, if the window has the focus.
-  void drawFocus(const controls::PaintBuffer& buffer) const;
+  // Draws the focus ring inside the buffer's edge, if the window has the focus. `ground` is what
+  // the buffer was cleared with.
+  void drawFocus(const controls::PaintBuffer& buffer, Tone ground) const;
   void repaint() const { InvalidateRect(window, nullptr, FALSE); }
   void move(int left, int top, int width, int height) const;
   // From the layout, not from the control.
@@ -86,7 +97,8 @@ bool pressFocusedButton();
 std::optional<LRESULT> pressByKey(UINT message, WPARAM wParam, LPARAM lParam,
                                   const std::function<void()>& press);
 
-// Draws the one-pixel border of a window in the border color. The desk must outlive it.
+// Draws the one-pixel border of a window in the border color, or shows by it that the window has
+// the focus. The desk must outlive it.
 void colorBorder(HWND window, Desk& desk);
 
 // Registers a class for the program's own windows, if it is not registered yet.

@@ -5,6 +5,8 @@
 
 #include <unordered_map>
 
+#include "desktop/Accessible.h"
+
 namespace zelvreg::desktop {
 namespace {
 
@@ -24,8 +26,11 @@ LRESULT CALLBACK borderProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM 
     GetWindowRect(hwnd, &place);
     OffsetRect(&place, -place.left, -place.top);
     HDC context = GetWindowDC(hwnd);
-    FrameRect(context, &place, reinterpret_cast<Desk*>(reference)->brush(Tone::Border));
+    const Tone tone = GetFocus() == hwnd ? Tone::Mark : Tone::Border;
+    FrameRect(context, &place, reinterpret_cast<Desk*>(reference)->brush(tone));
     ReleaseDC(hwnd, context);
+  } else if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+    RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
   }
   return result;
 }
@@ -58,6 +63,7 @@ void Peer::own(HWND made) {
 void Peer::borrow(HWND made) {
   window = made;
   peers()[window] = this;
+  tellFacts(window);
 }
 
 Peer* Peer::of(HWND window) {
@@ -126,14 +132,14 @@ int Peer::lineWidth(const std::u16string& text, HFONT font) const {
   return extent.cx;
 }
 
-void Peer::drawFocus(const controls::PaintBuffer& buffer) const {
+void Peer::drawFocus(const controls::PaintBuffer& buffer, Tone ground) const {
   if (GetFocus() != window) {
     return;
   }
   constexpr double inset = 0.5;
-  const Rgb accent = shared.color(Tone::Accent);
+  const Rgb ring = shared.color(ground == Tone::Accent ? Tone::OnAccent : Tone::Mark);
   buffer.canvas().draw(controls::Shape{inset, inset, buffer.size().width - inset,
-                                       buffer.size().height - inset, 3, 1, accent, accent, 0.8});
+                                       buffer.size().height - inset, 3, 1, ring, ring});
 }
 
 void Peer::refresh() {
@@ -167,8 +173,9 @@ void Peer::showPlace() {
 }
 
 void Peer::move(int left, int top, int width, int height) const {
+  // What would be copied there may be turned, or another control may have moved over it.
   SetWindowPos(window, nullptr, left, top, width, height,
-               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_NOCOPYBITS);
 }
 
 void Peer::moveTo(const Place& place) const {
@@ -191,10 +198,16 @@ std::optional<LRESULT> reflect(UINT message, WPARAM wParam, LPARAM lParam) {
   }
   if (message == WM_DRAWITEM) {
     const auto& request = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-    Peer* peer = request.CtlType == ODT_STATIC ? Peer::of(request.hwndItem) : nullptr;
+    const bool isDrawnByPeer = request.CtlType == ODT_STATIC || request.CtlType == ODT_COMBOBOX;
+    Peer* peer = isDrawnByPeer ? Peer::of(request.hwndItem) : nullptr;
     if (peer != nullptr) {
       peer->draw(request);
       return TRUE;
+    }
+  }
+  if (message == WM_CTLCOLOREDIT) {
+    if (Peer* peer = Peer::of(reinterpret_cast<HWND>(lParam))) {
+      return peer->colors(reinterpret_cast<HDC>(wParam));
     }
   }
   return std::nullopt;

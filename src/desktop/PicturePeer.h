@@ -14,8 +14,7 @@ namespace zelvreg::desktop {
 
 struct PictureOptions {
   const char* icon = "";
-  // The name that a screen reader reads for a picture that can be pressed.
-  const wchar_t* name = L"";
+  bool canBePressed = false;
   int length = 16;  // of the icon, in pixels at 96 dpi
   Tone ground = Tone::Ground;
   // A disc under the icon.
@@ -30,13 +29,21 @@ class PicturePeer : public Peer {
 
   void draw(const DRAWITEMSTRUCT& request) override;
 
-  // May be empty.
+  [[nodiscard]] AccessibleFacts facts() const override;
+
+  // The name that a screen reader reads.
+  void setName(std::function<std::string()> name);
+
+  // The icon, if it changes, and the press. Each may be empty.
+  std::function<std::string()> iconOf;
   std::function<void()> onClick;
 
  protected:
   void showLook() override;
 
  private:
+  std::function<std::string()> nameOf;
+
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR id, DWORD_PTR reference);
   void nextFrame();

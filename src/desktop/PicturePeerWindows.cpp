@@ -18,11 +18,15 @@ constexpr UINT_PTR frameTimer = 1;
 PicturePeer::PicturePeer(Desk& sharedDesk, HWND parent, Picture& shownPicture,
                          PictureOptions pictureOptions)
     : Peer(sharedDesk, shownPicture), picture(shownPicture), options(pictureOptions) {
-  const bool canBePressed = *options.name != L'\0';
-  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY | (canBePressed ? WS_TABSTOP : 0)));
-  SetWindowTextW(hwnd(), options.name);
+  const DWORD stop = options.canBePressed ? WS_TABSTOP : 0;
+  own(makeChild(parent, L"STATIC", SS_OWNERDRAW | SS_NOTIFY | stop));
   SetWindowSubclass(hwnd(), procedure, subclassId, reinterpret_cast<DWORD_PTR>(this));
   showAll();
+}
+
+void PicturePeer::setName(std::function<std::string()> name) {
+  nameOf = std::move(name);
+  SetWindowTextW(hwnd(), Wide(nameOf()).get());
 }
 
 void PicturePeer::showLook() {
@@ -49,7 +53,7 @@ void PicturePeer::nextFrame() {
 void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
   const int width = request.rcItem.right;
   const int height = request.rcItem.bottom;
-  const controls::PaintBuffer buffer({width, height});
+  const controls::PaintBuffer buffer({width, height}, controls::sideOf(request.hDC));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk().color(options.ground));
   if (options.hasDisc) {
@@ -64,10 +68,11 @@ void PicturePeer::draw(const DRAWITEMSTRUCT& request) {
     } else {
       canvas.draw(resized(whole, {width, height}), 0, 0);
     }
-  } else if (const auto icon = desk().icon(options.icon, options.length, options.tone)) {
+  } else if (const auto icon =
+                 desk().icon(iconOf ? iconOf() : options.icon, options.length, options.tone)) {
     canvas.draw(*icon, (width - icon->width) / 2, (height - icon->height) / 2);
   }
-  drawFocus(buffer);
+  drawFocus(buffer, options.ground);
   buffer.show(request.hDC, request.rcItem.left, request.rcItem.top);
 }
 

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "controls/TransForm.h"
@@ -21,39 +22,59 @@ struct Form42;
 
 namespace zelvreg::desktop {
 
+struct SmallWindowOptions {
+  const wchar_t* windowClass = L"ZelvregSmallWindow";
+  std::string title;  // as the system and screen readers name it
+  // Called when the window takes a resolution: sets the form's height and places that follow from
+  // lengths of texts. May be empty.
+  std::function<void(Desk& desk)> arrange = nullptr;
+};
+
 class SmallWindow : private ControlPeer {
  public:
-  // The caller adds the peers. Desk, form and owner must outlive the window.
+  // The caller adds the peers. Desk, form and owner must outlive the window; the owner may be null.
+  // It has the colors of the desk, and the resolution of the screen that it is on.
   SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow, HWND owner,
-              std::function<void()> close);
+              std::function<void()> close, const SmallWindowOptions& options);
   SmallWindow(const SmallWindow&) = delete;
   SmallWindow& operator=(const SmallWindow&) = delete;
   ~SmallWindow() override;
 
   void add(Label& label, const Place& place, LabelLook look);
   void add(Button& button, const Place& place, ButtonRole role, const char* icon);
-  void add(TextBox& box, const Place& place);
+  // `name` says what is to be typed.
+  void add(TextBox& box, const Place& place, const Label& name);
+  void add(Picture& picture, const Place& place, const PictureOptions& options);
 
   // Shows it and serves the queue as long as `isOpen` is true; the owner is disabled.
   void runModal(MessageQueue& messages, const bool& isOpen);
+
+  [[nodiscard]] HWND hwnd() const { return window; }
 
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
   void changed(const Control& control, Change what, std::size_t row) override;
   void paintGround(HDC context) const;
+  // Gives it its size at the resolution of the screen, as far as the screen has room.
+  void takeResolution(int resolution, const RECT& onScreen);
+  void beginOnItsScreen();
+  void changeResolution(int resolution, const RECT& suggested);
+  void showAll();
 
-  Desk& desk;
+  Desk desk;
   FormWindow& form;
   DropShadow& shadow;
   HWND owner;
   HWND window = nullptr;
   std::function<void()> onClose;
+  std::function<void(Desk& desk)> arrange;
   const Button* primary = nullptr;
+  HWND firstFocus = nullptr;
   std::unique_ptr<controls::TransForm> outline;
   std::vector<std::unique_ptr<Peer>> peers;
 };
 
-// Both run until the user closes them.
+// These run until the user closes them.
 void showExclusionDialog(Desk& desk, Form42& form, HWND owner);
 void showAboutDialog(Desk& desk, Form42& form, HWND owner);
 

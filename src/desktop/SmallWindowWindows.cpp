@@ -3,36 +3,44 @@
 #include "controls/PaintBuffer.h"
 #include "controls/WindowRegion.h"
 #include "controls/modShadow.h"
+#include "desktop/SystemScreen.h"
+#include "desktop/WindowEdges.h"
+#include "desktop/WindowOrder.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 
 namespace zelvreg::desktop {
 namespace {
 
-constexpr const wchar_t* windowClass = L"ZelvregSmallWindow";
 constexpr int smallTitleHeight = 44;
 constexpr int cornerRadius = 8;
 
 }  // namespace
 
 SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& formShadow,
-                         HWND ownerWindow, std::function<void()> close)
-    : desk(sharedDesk),
+                         HWND ownerWindow, std::function<void()> close,
+                         const SmallWindowOptions& options)
+    : desk(sharedDesk, sharedDesk.resolution()),
       form(shownForm),
       shadow(formShadow),
       owner(ownerWindow),
-      onClose(std::move(close)) {
-  registerClass(windowClass, procedure);
-  window =
-      CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, L"Fix Registry Problems",
-                      WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, desk.fromTwips(form.left),
-                      desk.fromTwips(form.top), desk.fromTwips(form.width),
-                      desk.fromTwips(form.height), owner, nullptr, GetModuleHandleW(nullptr), this);
+      onClose(std::move(close)),
+      arrange(options.arrange) {
+  registerClass(options.windowClass, procedure);
+  window = CreateWindowExW(
+      WS_EX_CONTROLPARENT | (desk.isMirrored ? WS_EX_LAYOUTRTL : 0U), options.windowClass,
+      Wide(options.title).get(), WS_POPUP | WS_SYSMENU | WS_CLIPCHILDREN, desk.fromTwips(form.left),
+      desk.fromTwips(form.top), desk.fromTwips(form.width), desk.fromTwips(form.height), owner,
+      nullptr, GetModuleHandleW(nullptr), this);
+  beginOnItsScreen();
   outline = std::make_unique<controls::TransForm>(window);
   outline->Refresh();
   shadow.attach(this);
+  desk.onColors(this, [this] { showAll(); });
 }
 
 SmallWindow::~SmallWindow() {
+  desk.onColors(this, nullptr);
   shadow.attach(nullptr);
   peers.clear();
   outline.reset();
@@ -55,12 +63,22 @@ void SmallWindow::add(Button& button, const Place& place, ButtonRole role, const
     primary = &button;
   }
   peers.push_back(std::make_unique<ButtonPeer>(desk, window, button, role, icon));
+  if (role == ButtonRole::Primary && firstFocus == nullptr) {
+    firstFocus = peers.back()->hwnd();
+  }
 }
 
-void SmallWindow::add(TextBox& box, const Place& place) {
+void SmallWindow::add(TextBox& box, const Place& place, const Label& name) {
   put(box, place);
-  peers.push_back(std::make_unique<EditPeer>(desk, window, box));
-  SetFocus(peers.back()->hwnd());
+  auto peer = std::make_unique<EditPeer>(desk, window, box);
+  peer->nameOf = [&name] { return name.caption.get(); };
+  firstFocus = peer->hwnd();
+  peers.push_back(std::move(peer));
+}
+
+void SmallWindow::add(Picture& picture, const Place& place, const PictureOptions& options) {
+  put(picture, place);
+  peers.push_back(std::make_unique<PicturePeer>(desk, window, picture, options));
 }
 
 void SmallWindow::changed(const Control& /*control*/, Change /*what*/, std::size_t /*row*/) {
@@ -70,22 +88,28 @@ void SmallWindow::changed(const Control& /*control*/, Change /*what*/, std::size
 }
 
 void SmallWindow::runModal(MessageQueue& messages, const bool& isOpen) {
-  EnableWindow(owner, FALSE);
+  if (owner != nullptr) {
+    EnableWindow(owner, FALSE);
+  }
+  orderChildren(window);
   ShowWindow(window, SW_SHOW);
   SetForegroundWindow(window);
+  SetFocus(firstFocus == nullptr ? window : firstFocus);
   desk.castShadow(window, shadow);
   while (isOpen) {
     desk.wait(messages);
     messages.doEvents();
   }
-  EnableWindow(owner, TRUE);
-  SetForegroundWindow(owner);
+  if (owner != nullptr) {
+    EnableWindow(owner, TRUE);
+    SetForegroundWindow(owner);
+  }
 }
 
 void SmallWindow::paintGround(HDC context) const {
   RECT place{};
   GetClientRect(window, &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   controls::Canvas canvas = buffer.canvas();
   canvas.clear(desk.color(Tone::Surface));
   canvas.fill({0, 0, place.right, desk.pixels(smallTitleHeight)}, desk.color(Tone::Accent));
@@ -97,12 +121,53 @@ void SmallWindow::paintGround(HDC context) const {
   buffer.show(context, 0, 0);
 }
 
+void SmallWindow::takeResolution(int resolution, const RECT& onScreen) {
+  const SIZE room = roomAround(onScreen);
+  desk.setResolution(fittingResolution(resolution, room.cx, room.cy, form.width / twipsPerPixel,
+                                       form.height / twipsPerPixel));
+  if (arrange) {
+    arrange(desk);
+  }
+}
+
+// Its owner's desk may have another resolution. It keeps its middle, but is all on the screen.
+void SmallWindow::beginOnItsScreen() {
+  RECT made{};
+  GetWindowRect(window, &made);
+  takeResolution(resolutionOf(window), made);
+  const RECT area = areasAround(window).work;
+  const int width = desk.fromTwips(form.width);
+  const int height = desk.fromTwips(form.height);
+  const Place place = placeInside(
+      {(made.left + made.right - width) / 2, (made.top + made.bottom - height) / 2, width, height},
+      {area.left, area.top, area.right - area.left, area.bottom - area.top}, {0, 0, width, height});
+  SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The rectangle of the system keeps the window under the mouse.
+void SmallWindow::changeResolution(int resolution, const RECT& suggested) {
+  takeResolution(resolution, suggested);
+  SetWindowPos(window, nullptr, suggested.left, suggested.top, desk.fromTwips(form.width),
+               desk.fromTwips(form.height), SWP_NOZORDER | SWP_NOACTIVATE);
+  outline->Refresh();
+  desk.castShadow(window, shadow);
+  showAll();
+}
+
+void SmallWindow::showAll() {
+  for (const auto& peer : peers) {
+    peer->showAll();
+  }
+  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
 LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCCREATE) {
     const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
     SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
   }
-  const auto* self = reinterpret_cast<SmallWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
+  auto* self = reinterpret_cast<SmallWindow*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
   if (self == nullptr) {
     return DefWindowProcW(hwnd, message, wParam, lParam);
   }
@@ -113,6 +178,13 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
     case WM_ERASEBKGND:
       self->paintGround(reinterpret_cast<HDC>(wParam));
       return TRUE;
+    case resolutionChanged:
+      // While it is being made, its maker asks for the resolution.
+      if (self->outline == nullptr) {
+        return 0;
+      }
+      self->changeResolution(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
     case WM_CLOSE:
       self->onClose();
       return 0;
@@ -137,23 +209,28 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
 
 void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   ExclusionDialog& dialog = form.Form1;
+  dialog.chameleonButton3.toolTip = textOf(form, "close");
   SmallWindow shown(desk, dialog.window, dialog.shadow, owner,
-                    [&dialog] { dialog.orubutton10.click(); });
+                    [&dialog] { dialog.orubutton10.click(); },
+                    {.title = dialog.Label222[1].caption});
   shown.add(dialog.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
   shown.add(dialog.orubutton1, {160, 130, 160, 32}, ButtonRole::Primary, "");
   shown.add(dialog.orubutton10, {330, 130, 130, 32}, ButtonRole::Plain, "");
-  shown.add(dialog.Text1, {20, 84, 440, 26});
+  shown.add(dialog.Text1, {20, 84, 440, 26}, dialog.Label1);
   shown.runModal(form.messages, dialog.isOpen);
 }
 
 void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   AboutDialog& about = form.frmabout;
+  about.chameleonButton3.toolTip = textOf(form, "close");
   // Goes after the window that shows it.
-  Label name("Fix Registry Problems");
+  Label name(form.Label1.caption);
+  name.font = form.Label1.font.get();
   SmallWindow shown(desk, about.window, about.shadow, owner,
-                    [&about] { about.chameleonButton3.click(); });
+                    [&about] { about.chameleonButton3.click(); },
+                    {.title = about.Label222[1].caption});
   shown.add(about.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);

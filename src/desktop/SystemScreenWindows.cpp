@@ -10,9 +10,27 @@ namespace {
 
 // A call that only newer systems have, or null.
 template <class Call>
+Call callOf(HMODULE library, const char* name) {
+  return library == nullptr
+             ? nullptr
+             : reinterpret_cast<Call>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+}
+
+template <class Call>
 Call callOfUser32(const char* name) {
-  return reinterpret_cast<Call>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name)));
+  return callOf<Call>(GetModuleHandleW(L"user32.dll"), name);
+}
+
+// Since Windows 8.1; before that all screens have the resolution of the system.
+int resolutionOf(HMONITOR screen) {
+  using Ask = HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*);
+  static const auto ask = callOf<Ask>(
+      LoadLibraryExW(L"shcore.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), "GetDpiForMonitor");
+  constexpr int effective = 0;
+  UINT across = 0;
+  UINT down = 0;
+  const bool isTold = ask != nullptr && SUCCEEDED(ask(screen, effective, &across, &down));
+  return isTold ? static_cast<int>(across) : resolutionOfSystem();
 }
 
 }  // namespace
@@ -25,7 +43,18 @@ int resolutionOfSystem() {
 int resolutionOf(HWND window) {
   const auto ask = callOfUser32<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
   const UINT told = ask == nullptr ? 0 : ask(window);
-  return told == 0 ? resolutionOfSystem() : static_cast<int>(told);
+  return told == 0 ? resolutionOf(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST))
+                   : static_cast<int>(told);
+}
+
+int resolutionOfMainScreen() {
+  return resolutionOf(MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY));
+}
+
+int scrollBarWidth(HWND window) {
+  const auto ask = callOfUser32<int(WINAPI*)(int, UINT)>("GetSystemMetricsForDpi");
+  return ask == nullptr ? GetSystemMetrics(SM_CXVSCROLL)
+                        : ask(SM_CXVSCROLL, static_cast<UINT>(resolutionOf(window)));
 }
 
 SIZE screenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
@@ -40,6 +69,23 @@ SIZE roomInTheMiddle() {
   };
   return {area.right - area.left - bars(area.left, screen.cx - area.right),
           area.bottom - area.top - bars(area.top, screen.cy - area.bottom)};
+}
+
+SIZE roomAround(const RECT& place) {
+  MONITORINFO told{};
+  told.cbSize = sizeof told;
+  GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &told);
+  if ((told.dwFlags & MONITORINFOF_PRIMARY) != 0) {
+    return roomInTheMiddle();
+  }
+  return {told.rcWork.right - told.rcWork.left, told.rcWork.bottom - told.rcWork.top};
+}
+
+ScreenAreas areasAround(HWND window) {
+  MONITORINFO told{};
+  told.cbSize = sizeof told;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &told);
+  return {told.rcMonitor, told.rcWork};
 }
 
 void letThrough(HWND window, UINT message) {

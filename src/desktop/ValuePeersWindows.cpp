@@ -9,6 +9,7 @@
 #include "controls/PaintBuffer.h"
 #include "desktop/CheckMark.h"
 #include "desktop/SimplePeers.h"
+#include "text/Text.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -27,7 +28,7 @@ void paintWindow(HWND window, const Draw& draw) {
   HDC context = BeginPaint(window, &request);
   RECT place{};
   GetClientRect(window, &place);
-  const controls::PaintBuffer buffer({place.right, place.bottom});
+  const controls::PaintBuffer buffer({place.right, place.bottom}, controls::sideOf(context));
   draw(buffer);
   buffer.show(context, 0, 0);
   EndPaint(window, &request);
@@ -61,7 +62,15 @@ const std::string& CheckPeer::caption() const {
   return box != nullptr ? box->caption.get() : option->caption.get();
 }
 
+void CheckPeer::setMarked(const std::string& caption) {
+  if (marked != caption) {
+    marked = caption;
+    SetWindowTextW(hwnd(), Wide(caption).get());
+  }
+}
+
 void CheckPeer::showText() {
+  marked.clear();
   SetWindowTextW(hwnd(), Wide(caption()).get());
   if (onText) {
     onText();
@@ -70,12 +79,17 @@ void CheckPeer::showText() {
 
 int CheckPeer::naturalWidth() const {
   return desk().pixels(markLength) + desk().pixels(besideMark) +
-         lineWidth(utf16(caption()), desk().font(control().font)) + desk().pixels(besideText);
+         lineWidth(utf16(replaceAll(marked.empty() ? caption() : marked, "&", "")),
+                   desk().font(control().font)) +
+         desk().pixels(besideText);
 }
 
 void CheckPeer::showValue() {
   SendMessageW(hwnd(), BM_SETCHECK, isOn() ? BST_CHECKED : BST_UNCHECKED, 0);
   repaint();
+  if (onValue) {
+    onValue();
+  }
 }
 
 void CheckPeer::command(int code) {
@@ -101,23 +115,29 @@ void CheckPeer::paint() {
                          .length = length,
                          .isOn = isOn(),
                          .isRound = option != nullptr,
-                         .isEnabled = control().enabled};
+                         .isEnabled = control().enabled,
+                         .isHovered = static_cast<bool>(hover),
+                         .isPressed = (SendMessageW(hwnd(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0};
     drawCheckMark(canvas, mark, desk().colors);
-    RECT place{length + desk().pixels(besideMark), 0, buffer.size().width, height};
+    const RECT place{length + desk().pixels(besideMark), 0, buffer.size().width, height};
     const controls::Selection selected(buffer.dc(), desk().font(control().font));
     SetBkMode(buffer.dc(), TRANSPARENT);
     SetTextColor(buffer.dc(),
                  controls::colorRef(desk().color(control().enabled ? Tone::Text : Tone::Disabled)));
-    const std::u16string text = utf16(caption());
-    DrawTextW(buffer.dc(), wideText(text), static_cast<int>(text.size()), &place,
-              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
-    drawFocus(buffer);
+    const std::u16string text = utf16(marked.empty() ? caption() : marked);
+    const bool hidesKeys = (SendMessageW(hwnd(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
+    const UINT prefix = marked.empty() ? DT_NOPREFIX : hidesKeys ? DT_HIDEPREFIX : 0;
+    buffer.write(text, place, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | prefix);
+    drawFocus(buffer, ground);
   });
 }
 
 LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam,
                                       UINT_PTR id, DWORD_PTR reference) {
   auto* peer = reinterpret_cast<CheckPeer*>(reference);
+  if (peer->hover.follow(hwnd, message)) {
+    peer->repaint();
+  }
   switch (message) {
     case WM_NCDESTROY:
       RemoveWindowSubclass(hwnd, procedure, id);
@@ -132,6 +152,7 @@ LRESULT CALLBACK CheckPeer::procedure(HWND hwnd, UINT message, WPARAM wParam, LP
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE:
+    case WM_UPDATEUISTATE:
     case WM_SETTEXT: {
       // The class paints on its own for these.
       SendMessageW(hwnd, WM_SETREDRAW, FALSE, 0);
@@ -160,6 +181,17 @@ void ProgressPeer::showValue() {
   repaint();
 }
 
+void ProgressPeer::showShare(std::optional<double> told) {
+  if (known != told) {
+    known = told;
+    repaint();
+  }
+}
+
+double ProgressPeer::share() const {
+  return known.value_or(static_cast<double>(bar.value()) / std::max(1, bar.maximum()));
+}
+
 void ProgressPeer::paint() {
   paintWindow(hwnd(), [this](const controls::PaintBuffer& buffer) {
     controls::Canvas canvas = buffer.canvas();
@@ -168,11 +200,10 @@ void ProgressPeer::paint() {
     const double width = buffer.size().width;
     const Rgb track = desk().color(Tone::Track);
     canvas.draw(controls::Shape{0, 0, width, height, height / 2, 0, track, track});
-    const double share = static_cast<double>(bar.value()) / std::max(1, bar.maximum());
-    if (share > 0) {
-      const Rgb accent = desk().color(Tone::Accent);
-      canvas.draw(controls::Shape{0, 0, std::max(height, width * share), height, height / 2, 0,
-                                  accent, accent});
+    if (const double part = share(); part > 0) {
+      const Rgb done = desk().color(Tone::Mark);
+      canvas.draw(
+          controls::Shape{0, 0, std::max(height, width * part), height, height / 2, 0, done, done});
     }
   });
 }

@@ -1,17 +1,27 @@
 #include "evidence/ConfidenceSummary.h"
 
 #include <algorithm>
+#include <array>
 
 #include "evidence/RowEvidence.h"
 #include "form/Form42.h"
-#include "text/Numbers.h"
+#include "languages/Texts.h"
 
 namespace zelvreg {
 namespace {
 
-std::string countText(std::size_t count) {
-  return count == 0 ? "none" : decimal(static_cast<std::int64_t>(count));
-}
+struct Words {
+  TextKey taken;
+  TextKey takenAllTheSame;
+  TextKey left;
+};
+
+// By confidence. Only what is unsure is not meant to be taken.
+constexpr std::array<Words, 3> words{{
+    {"unsure-rows", "unsure-rows-ticked", "unsure-rows-left"},
+    {"likely-rows", "likely-rows", "likely-rows-left"},
+    {"sure-rows", "sure-rows", "sure-rows-left"},
+}};
 
 }  // namespace
 
@@ -32,22 +42,24 @@ std::size_t ConfidenceSummary::leftAlone() const {
   return count;
 }
 
-std::string ConfidenceSummary::partOf(Confidence confidence, const char* name) const {
+std::string ConfidenceSummary::partOf(const Form42& form, Confidence confidence) const {
   const auto& [taken, left] = rows[static_cast<std::size_t>(confidence)];
+  const Words& said = words[static_cast<std::size_t>(confidence)];
   std::string part;
-  if (taken > 0 || left == 0) {
-    const bool isRisky = confidence == Confidence::Unsure && taken > 0;
-    part = countText(taken) + " " + name + (isRisky ? " and ticked all the same" : "");
+  if (taken > 0) {
+    part = textOf(form, said.takenAllTheSame, {std::to_string(taken)});
+  } else if (left == 0) {
+    part = textOf(form, said.taken, {textOf(form, "none")});
   }
   if (left > 0) {
-    part += (part.empty() ? "" : ", ") + countText(left) + " " + name + " and left alone";
+    part += (part.empty() ? "" : ", ") + textOf(form, said.left, {std::to_string(left)});
   }
   return part;
 }
 
-std::string ConfidenceSummary::text() const {
-  return partOf(Confidence::Sure, "surely dead") + ", " + partOf(Confidence::Likely, "likely") +
-         ", " + partOf(Confidence::Unsure, "unsure");
+std::string ConfidenceSummary::text(const Form42& form) const {
+  return partOf(form, Confidence::Sure) + ", " + partOf(form, Confidence::Likely) + ", " +
+         partOf(form, Confidence::Unsure);
 }
 
 ConfidenceSummary confidenceSummary(const Form42& form) {

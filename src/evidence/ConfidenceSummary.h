@@ -20,15 +20,15 @@ class ConfidenceSummary {
   // Whether no row was added.
   [[nodiscard]] bool isEmpty() const;
   [[nodiscard]] std::size_t leftAlone() const;
-  // "42 surely dead, 3 likely, 9 unsure and left alone".
-  [[nodiscard]] std::string text() const;
+  // "42 surely dead, 3 likely, 9 unsure and left alone", in the language of the form.
+  [[nodiscard]] std::string text(const Form42& form) const;
 
  private:
   struct Rows {
     std::size_t taken = 0;
     std::size_t left = 0;
   };
-  [[nodiscard]] std::string partOf(Confidence confidence, const char* name) const;
+  [[nodiscard]] std::string partOf(const Form42& form, Confidence confidence) const;
 
   std::array<Rows, 3> rows;  // by confidence
 };

@@ -11,6 +11,7 @@
 #include "evidence/KindLooks.h"
 #include "evidence/Reasons.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "scan/Resolver.h"
@@ -92,14 +93,14 @@ class Weighing {
     const std::string windows = texts.expanded("%SystemRoot%", {});
     const Applies all = [](const KindRule& /*rule*/, const Evidence& /*evidence*/) { return true; };
     if (!isFolderThere(windows)) {
-      noteGap(windows + " does not exist", doubt(all));
+      noteGap("implausible-folder-gone", windows, doubt(all));
     } else if (isHollow(windows)) {
-      noteGap(windows + "\\System32 holds no file", doubt(all));
+      noteGap("implausible-folder-hollow", windows + "\\System32", doubt(all));
     }
     for (const char* variable : programFolders) {
       const std::string folder = texts.expanded(variable, {});
       if (isDrivePath(folder) && !isFolderThere(folder)) {
-        noteGap(folder + " does not exist", doubtBelow(folder));
+        noteGap("implausible-folder-gone", folder, doubtBelow(folder));
       }
     }
   }
@@ -117,10 +118,9 @@ class Weighing {
     return isFound(texts.at(folder, {}, Reading::File));
   }
 
-  void noteGap(const std::string& folder, std::size_t count) {
+  void noteGap(TextKey text, const std::string& folder, std::size_t count) {
     if (count > 0) {
-      form.implausible.push_back("the folder " + folder + ", so " + rowsText(count) +
-                                 " not called dead");
+      form.implausible.push_back(textOf(form, text, {folder, rowsText(count)}));
     }
   }
 
@@ -140,14 +140,14 @@ class Weighing {
       const std::size_t count = doubt([&](const KindRule& rule, const Evidence& /*evidence*/) {
         return rule.category == category;
       });
-      form.implausible.push_back("more than half of the files of \"" +
-                                 std::string(categoryAt(category).optionName) +
-                                 "\" do not exist, so " + rowsText(count) + " not called dead");
+      form.implausible.push_back(
+          textOf(form, "implausible-category", {categoryAt(category).optionName, rowsText(count)}));
     }
   }
 
-  static std::string rowsText(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " finding is" : " findings are");
+  [[nodiscard]] std::string rowsText(std::size_t count) const {
+    return count == 1 ? textOf(form, "implausible-one-row")
+                      : textOf(form, "implausible-rows", {std::to_string(count)});
   }
 
   Form42& form;

@@ -13,6 +13,7 @@
 #include "evidence/RowEvidence.h"
 #include "evidence/SystemOwner.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "registry/Hives.h"
 #include "registry/SubkeyEnumerators.h"
 #include "runtime/HiveLogs.h"
@@ -138,10 +139,10 @@ class Look {
 void tellImplausible(const Form42& form) {
   std::string text;
   for (const std::string& line : form.implausible) {
-    text += (text.empty() ? "This is implausible: " : "; ") + line;
+    text += (text.empty() ? "" : "; ") + line;
   }
   if (!text.empty()) {
-    form.dialogs.tell(text + ".", MessageIcon::Exclamation);
+    form.dialogs.tell(textOf(form, "implausible", {text}), MessageIcon::Exclamation);
   }
 }
 

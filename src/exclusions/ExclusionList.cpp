@@ -7,6 +7,7 @@
 
 #include "exclusions/ExclusionFile.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "scan/Findings.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
@@ -139,11 +140,10 @@ void chameleonButton8_Click(Form42& form) {
 }
 
 void chameleonButton6_Click(Form42& form) {
-  const Answer answer = form.dialogs.ask(
-      {.text = "Are you sure you would like to remove the selected Exclusion text from the list?",
-       .icon = MessageIcon::Exclamation,
-       .isQuestion = true,
-       .title = "Remove"});
+  const Answer answer = form.dialogs.ask({.text = textOf(form, "exclusion-remove-question"),
+                                          .icon = MessageIcon::Exclamation,
+                                          .isQuestion = true,
+                                          .title = textOf(form, "exclusion-remove-title")});
   if (answer == Answer::No) {
     return;
   }
@@ -171,10 +171,9 @@ void chameleonButton9_Click(Form42& form) {
   }
   // To the letter, rows go whether or not the file was written.
   if (!appendExclusions(form, keys) && form.safeguards != asDescribed()) {
-    form.dialogs.tell("Nothing was excluded: the file " + form.programFolder +
-                          "\\exregscan.txt could not be written. See that the program's folder "
-                          "can be written.",
-                      MessageIcon::Exclamation);
+    form.dialogs.tell(
+        textOf(form, "exclusion-not-written", {form.programFolder + "\\exregscan.txt"}),
+        MessageIcon::Exclamation);
     return;
   }
   removeHighlighted(form.View2);

@@ -78,19 +78,18 @@ Form42::Form42()
   Command28.caption = "Details";
   Command21.caption = "Undo Options";
   chameleonButton4.toolTip = "Exit";
-  // A button without a caption of its own, which does the same as this menu entry.
-  chameleonButton9.toolTip = g.caption;
-  // Long captions that a narrow button cuts off.
-  for (Button* button : {&orubutton4, &chameleonButton1, &chameleonButton7, &orubutton1,
-                         &chameleonButton15, &orubutton2}) {
-    button->toolTip = button->caption;
-  }
+  repeatCaptions();
   // The tool tips of these two do not say what they do, but users know them.
   chameleonButton13.toolTip = "Close";
   chameleonButton18.toolTip = "Minimize";
   chameleonButton12.toolTip = "Cancel this operation";
   lbllanguage.push_back(std::make_unique<Label>("English"));
   pictrlang.visible = false;
+  for (Button& bar : CategoryBars) {
+    bar.visible = false;
+  }
+  OutcomeText.visible = false;
+  UndoRepair.visible = false;
   // Shown while a scan runs.
   Frame8.visible = false;
   Gif89a1.visible = false;
@@ -99,6 +98,16 @@ Form42::Form42()
   cmd_non.enabled = false;
   cmd_report.enabled = false;
   cmd_cancel.enabled = false;
+}
+
+void Form42::repeatCaptions() {
+  // A button without a caption of its own, which does the same as this menu entry.
+  chameleonButton9.toolTip = g.caption;
+  // Long captions that a narrow button cuts off.
+  for (Button* button : {&orubutton4, &chameleonButton1, &chameleonButton7, &orubutton1,
+                         &chameleonButton15, &orubutton2}) {
+    button->toolTip = button->caption;
+  }
 }
 
 }  // namespace zelvreg

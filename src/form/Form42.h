@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "form/Evidence.h"
+#include "form/FilterPass.h"
 #include "form/JournalRecord.h"
 #include "form/RepairOutcome.h"
 #include "form/Safeguards.h"
@@ -50,6 +51,9 @@ struct Form42 {
   Form42(const Form42&) = delete;
   Form42& operator=(const Form42&) = delete;
 
+  // After a change of captions: tips that repeat them.
+  void repeatCaptions();
+
   // Timer1 finishes the opening of the window; Timer2 reports to the suite, in the automatic modes.
   Timer Timer1;
   Timer Timer2;
@@ -61,6 +65,7 @@ struct Form42 {
   DropShadow shadow;
   TrayIcon TrayArea1{"Fix Registry Problems"};
   FormMenus menus;
+  FormTheme theme;
 
   // Title and decoration. The last two of Label12 show the year.
   std::array<Label, 7> Label8;
@@ -68,6 +73,8 @@ struct Form42 {
   Button chameleonButton4;
   Button chameleonButton23;
   Button chameleonButton18;
+  // Fills the screen, or goes back to the size before.
+  Button MaximizeButton;
   Picture Shape1;
   Picture Shape3;
   Picture Image2;
@@ -118,11 +125,22 @@ struct Form42 {
   Label Label1;
   Label Label3;
   Label Label4;
+  // How far the scan is, and how long it will still take once that can be told.
+  Label ProgressText;
 
   // Results page.
   Frame Frame2;
   ListView View2;
+  // The text that a row must hold to be shown, and how many are.
+  TextBox FilterBox;
+  Label FilterText;
+  FilterPass filterPass;
   Label Label10{"Number of invalid entries is "};
+  // How many rows each category has, by its row of View1 less 1. A press shows only these.
+  std::array<Button, 16> CategoryBars;
+  // What the last repair has done, in its place, and what undoes that repair.
+  Label OutcomeText;
+  Button UndoRepair{"Undo this repair"};
   Frame Picture1;
   Label Label5{"No Entry Selected"};
   Label Label6{"Problem"};
@@ -147,6 +165,10 @@ struct Form42 {
       CheckBox("Spare what others need"),         CheckBox("Export before each repair"),
       CheckBox("Scan without changing anything"), CheckBox("Ask no network shares"),
       CheckBox("Read 64-bit keys directly"),      CheckBox("Lift all of these safeguards")};
+  // Light or dark, or as Windows is; its positions are those of ThemeChoice.
+  ComboBox cboTheme{ComboStyle::DropDownList};
+  // The commands as small buttons.
+  CheckBox ToolbarBox{"Small command buttons"};
   ListView View3;
   Button chameleonButton2{"Undo Selected Changes"};
   Button chameleonButton3{"Remove Selected Item"};
@@ -247,6 +269,9 @@ struct Form42 {
   std::string totalFoundText = "0";
   std::int64_t categoryFound = 0;
   int wizardPage = 0;
+  // The category under test, by its row of View1; 0 for what follows the last one, and in a search.
+  // Nothing when neither runs.
+  std::optional<std::size_t> testedRow;
   // Only while a scan or a search tests entries and touches nothing.
   std::unique_ptr<ScanMemory> memory;
   // How many files the scanners have asked for, and how many of them in each category (by its row).
@@ -301,6 +326,8 @@ struct Form42 {
   // The plan and the outcome of the repair that runs, or of the last one.
   std::shared_ptr<const RepairPlan> repairPlan;
   RepairOutcome repairOutcome;
+  // The revision of View2 that OutcomeText tells of.
+  std::size_t outcomeRevision = 0;
 
   // 2 where keys were found under "Windows nt" instead of "Windows".
   std::int32_t ntSpelling = 0;
@@ -321,6 +348,10 @@ struct Form42 {
   std::string langTag;
   int langIndex = 0;
   std::string langFileName;
+  // What the program says beside the captions, in that language (languages/Texts.h).
+  std::vector<std::string> texts;
+  // Whether that language is read from right to left.
+  bool readsFromRight = false;
   // Whether the language's charset is that of the system, so that the system can draw its menus.
   bool languageMatchesSystem = false;
 
@@ -330,6 +361,8 @@ struct Form42 {
   Dialogs dialogs;
   // Opens a compiled help file at one of its contexts.
   std::function<void(const std::string& file, int context)> openHelp;
+  // What the front end does after the captions of another language were given to the form.
+  std::function<void()> onLanguage;
   // What the front end does when the program ends its process.
   std::function<void()> onProcessEnd;
   // Connections to the registry provider, made when first needed and kept between calls.

@@ -25,7 +25,14 @@ constexpr std::array matching{
     Pair{204, 1251}, Pair{222, 874},  Pair{238, 1257}, Pair{255, 255},
 };
 
+// Hebrew and Arabic.
+constexpr std::array fromRight{177, 178};
+
 }  // namespace
+
+bool charsetReadsFromRight(int charset) {
+  return std::ranges::find(fromRight, charset) != fromRight.end();
+}
 
 unsigned codePageOfCharset(int charset) {
   const auto* found = std::ranges::find(written, charset, &Pair::charset);

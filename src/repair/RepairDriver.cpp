@@ -5,10 +5,12 @@
 
 #include "evidence/ConfidenceSummary.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "repair/RepairPlan.h"
 #include "repair/RepairRoutines.h"
 #include "repair/SafetyExport.h"
 #include "scan/Findings.h"
+#include "scan/OutcomeLine.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 
@@ -19,9 +21,23 @@ bool runsByItself(const Form42& form) {
   return form.recheckMode == 1 || form.autoMode > 0 || form.recheckFix > 0;
 }
 
+std::size_t hiddenTickedRows(const ListView& list) {
+  std::size_t count = 0;
+  for (std::size_t row = 1; list.hiddenCount() > 0 && row <= list.count(); ++row) {
+    count += list.isHidden(row) && list.isChecked(row) ? 1 : 0;
+  }
+  return count;
+}
+
 std::string questionOf(const Form42& form) {
-  const std::string question = "Do You want to Fix selected items";
-  return form.safeguards.careful ? question + "\n\n" + confidenceSummary(form).text() : question;
+  std::string question = textOf(form, "fix-question");
+  if (form.safeguards.careful) {
+    question += "\n\n" + confidenceSummary(form).text(form);
+  }
+  if (const std::size_t hidden = hiddenTickedRows(form.View2); hidden > 0) {
+    question += "\n\n" + textOf(form, "fix-hidden", {std::to_string(hidden)});
+  }
+  return question;
 }
 
 bool isConfirmed(const Form42& form) {
@@ -36,11 +52,7 @@ bool isExportKept(Form42& form) {
     return true;
   }
   if (!runsByItself(form)) {
-    form.dialogs.tell(
-        "Nothing was repaired: the safety export of what would go could not be written to the "
-        "folder backup\\registry of the program. See that it can be written and the keys read, or "
-        "repair without it.",
-        MessageIcon::Exclamation);
+    form.dialogs.tell(textOf(form, "fix-no-export"), MessageIcon::Exclamation);
   }
   return false;
 }
@@ -57,10 +69,7 @@ bool isUndoKept(Form42& form) {
   }
   removeSafetyExport(form);
   if (!runsByItself(form)) {
-    form.dialogs.tell(
-        "Nothing was repaired: the undo journal, or its entry in the list, could not be written. "
-        "See that the program's folder can be written, or switch undo information off.",
-        MessageIcon::Exclamation);
+    form.dialogs.tell(textOf(form, "fix-no-journal"), MessageIcon::Exclamation);
   }
   return false;
 }
@@ -109,11 +118,9 @@ void tellWhatStayed(const Form42& form) {
   if (runsByItself(form) || outcome.leftAlone + outcome.noEffect == 0) {
     return;
   }
-  form.dialogs.tell(std::to_string(outcome.gone) + " repaired, " +
-                        std::to_string(outcome.leftAlone) +
-                        " left alone because their repair would have taken more than was found, " +
-                        std::to_string(outcome.noEffect) +
-                        " without effect. What was not repaired stays in the list, without a tick.",
+  form.dialogs.tell(textOf(form, "fix-outcome",
+                           {std::to_string(outcome.gone), std::to_string(outcome.leftAlone),
+                            std::to_string(outcome.noEffect)}),
                     MessageIcon::Information);
 }
 
@@ -124,7 +131,7 @@ void repairTickedRows(Form42& form) {
     dropGoneRows(form, RegistryState());
   }
   if (isListLeft) {
-    form.Label3.caption = rowCountText(form) + " Problem(s) Still There ";
+    form.Label3.caption = textOf(form, "problems-left", {rowCountText(form)});
     form.Label3.refresh();
   }
   keepStatistics(form, countAtEntry);
@@ -136,6 +143,7 @@ void repairTickedRows(Form42& form) {
 void repairAndLookAgain(Form42& form) {
   repairTickedRows(form);
   countOutcome(form, RegistryState());
+  showOutcome(form);
   if (form.safeguards.protects) {
     tellWhatStayed(form);
   }
@@ -149,6 +157,7 @@ void runRepair(Form42& form) {
     return;
   }
   form.decideSafeguards.run();
+  dropOutcome(form);
   form.repairOutcome = {};
   form.repairPlan = std::make_shared<RepairPlan>(form);
   form.exportStem.clear();

@@ -5,6 +5,7 @@
 #include "evidence/Reasons.h"
 #include "evidence/SecondLook.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "registry/Hives.h"
 #include "reports/EditorProcess.h"
 #include "runtime/WindowsFolder.h"
@@ -42,10 +43,9 @@ void View2_ItemClick(Form42& form, std::size_t row) {
   form.Label5.caption = badValue;
   form.selectedRow = row;
   form.lastClickedRow = row;
-  form.Label7.caption = "The registration key \"" + fullKey(form, row) + "\\" + badValue +
-                        "\" contains the application path to \"" + form.Label5.caption.get() +
-                        "\". The path points to the missing target \"" +
-                        form.View2.text(row, locationColumn) + "\" and can therefore be deleted.";
+  form.Label7.caption = textOf(
+      form, "entry-details",
+      {fullKey(form, row), badValue, translated(form, form.View2.text(row, locationColumn))});
   form.EvidenceText.caption = evidenceText(form, row);
 }
 

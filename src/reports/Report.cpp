@@ -7,6 +7,7 @@
 #include "evidence/Reasons.h"
 #include "evidence/RowEvidence.h"
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "runtime/OwnText.h"
@@ -97,9 +98,9 @@ void saverep(Form42& form) {
   if (form.View2.count() < 1) {
     return;
   }
-  form.dlg1.filter = "*.txt (text files)|*.txt";
+  form.dlg1.filter = textOf(form, "report-filter") + "|*.txt";
   form.dlg1.defaultExtension = "*.txt";
-  form.dlg1.title = "Save As";
+  form.dlg1.title = textOf(form, "report-title");
   form.dlg1.showSave();
   const std::string& file = form.dlg1.fileName;
   if (trim(file).empty()) {

@@ -7,6 +7,7 @@
 #include <span>
 #include <string_view>
 
+#include "languages/Texts.h"
 #include "widgets/Button.h"
 
 namespace zelvreg {
@@ -16,12 +17,12 @@ struct Form42;
 using EntryPointOf = const EntryPoint& (*)(const Form42& form);
 
 struct Category {
-  std::string_view nameKey;              // language key of the name
-  std::string_view textKey;              // language key of the description
-  std::string_view icon;                 // key in ImageList1
-  std::string_view valueName;            // value of the tick under timer\reg
-  std::string_view optionName;           // another name on the command line
-  std::string_view caption;              // shown in Label4 while it is tested
+  std::string_view nameKey;     // language key of the name
+  std::string_view textKey;     // language key of the description
+  std::string_view icon;        // key in ImageList1
+  std::string_view valueName;   // value of the tick under timer\reg
+  std::string_view optionName;  // another name on the command line
+  TextKey caption;              // shown in Label4 while it is tested, and where rows tell no place
   std::array<EntryPointOf, 3> routines;  // in order; null after the last
 };
 

@@ -1,6 +1,7 @@
 #include "scan/Findings.h"
 
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "registry/SubkeyEnumerators.h"
 #include "scan/CategoryTable.h"
 #include "scan/Settings.h"
@@ -13,15 +14,19 @@ namespace {
 void selectAll(ListView& list) {
   list.setFocus();
   for (std::size_t row = 1; row <= list.count(); ++row) {
-    list.setChecked(row, true);
+    if (!list.isHidden(row)) {
+      list.setChecked(row, true);
+    }
   }
   list.setFocus();
 }
 
 void selectNone(ListView& list) {
   for (std::size_t row = 1; row <= list.count(); ++row) {
-    list.setChecked(row, false);
-    list.setSelected(row, false);
+    if (!list.isHidden(row)) {
+      list.setChecked(row, false);
+      list.setSelected(row, false);
+    }
   }
 }
 
@@ -95,13 +100,15 @@ std::string rowCountText(const Form42& form) {
 }
 
 std::string problemsFoundText(const Form42& form) {
-  return rowCountText(form) + " Problem(s) Found ";
+  return textOf(form, "problems-found", {rowCountText(form)});
 }
+
+std::string totalFoundCaption(const Form42& form) { return textOf(form, "total-found"); }
 
 void storeRowCount(Form42& form) { form.Text1.setText(rowCountText(form)); }
 
 void showCaption(Form42& form, std::size_t row) {
-  form.Label4.caption = std::string(categoryAt(row).caption);
+  form.Label4.caption = textOf(form, categoryAt(row).caption);
 }
 
 void showProblems(Form42& form, std::size_t row, std::int64_t count) {

@@ -77,7 +77,7 @@ std::string rowCountText(const Form42& form);
 // What Label3 and Label4 show after a scan or a search: that number with its words, and the caption
 // of the running total.
 std::string problemsFoundText(const Form42& form);
-inline constexpr const char* totalProblemsFound = "Total Problems Found";
+std::string totalFoundCaption(const Form42& form);
 
 // Saves it for the next scanner.
 void storeRowCount(Form42& form);
@@ -93,7 +93,7 @@ void showProblems(Form42& form, std::size_t row, std::int64_t count);
 void showFound(Form42& form, std::size_t row, const ScannerRun& run);
 void showNothingFound(Form42& form, std::size_t row, const ScannerRun& run);
 
-// Select All and Select None of the results and of the categories.
+// Select All and Select None of the results and of the categories. They leave hidden rows alone.
 void chameleonButton16_Click(Form42& form);
 void chameleonButton17_Click(Form42& form);
 void chameleonButton21_Click(Form42& form);

@@ -1,6 +1,7 @@
 #include "scan/ScanDriver.h"
 
 #include "form/Form42.h"
+#include "languages/Texts.h"
 #include "registry/SubkeyEnumerators.h"
 #include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"
@@ -35,8 +36,8 @@ void resetRows(Form42& form) {
   form.Bar1.setMaximum(countCheckedRows(form.View1));
   form.orubutton2.enabled = false;
   form.chameleonButton9.enabled = false;
-  form.Label7.caption = "Please Select entry from the list to show details";
-  form.Label5.caption = "No Entry Selected";
+  form.Label7.caption = textOf(form, "choose-entry");
+  form.Label5.caption = textOf(form, "no-entry");
   form.categoryFound = 0;
   form.Label3.caption = "";
   form.Label3.refresh();
@@ -69,6 +70,7 @@ void clearResults(Form42& form) {
 void advanceBar(Form42& form) { form.Bar1.setValue(form.Bar1.value() + 1); }
 
 void testRow(Form42& form, std::size_t row, const Category& category) {
+  form.testedRow = row;
   form.View1.setRowColor(row, underTestColor);
   form.cancelRequested = false;
   form.isProviderSilent = false;
@@ -100,6 +102,7 @@ void testRows(Form42& form) {
       testRow(form, row, categoryAt(row));
     }
   }
+  form.testedRow = 0;
 }
 
 void endScan(Form42& form) {
@@ -128,8 +131,7 @@ void runScan(Form42& form) {
   resetRows(form);
   if (!hasCheckedRow(form)) {
     form.Text2.setText(stateBefore);
-    form.dialogs.tell("Please select any item from the list first to perform the test",
-                      MessageIcon::Information);
+    form.dialogs.tell(textOf(form, "scan-nothing-chosen"), MessageIcon::Information);
     return;
   }
   clearResults(form);

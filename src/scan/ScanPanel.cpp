@@ -15,6 +15,8 @@ constexpr std::uint32_t foundColor = 192;
 }  // namespace
 
 void openScanPanel(Form42& form) {
+  form.filterPass.category = 0;
+  form.FilterBox.setText("");
   form.View1.height = categoryListHeight;
   form.Gif89a1.visible = true;
   form.Frame8.top = progressPanelTop;
@@ -62,11 +64,12 @@ void closeScanPanel(Form42& form) {
   form.Text2.setText("0");
   form.Label3.caption = problemsFoundText(form);
   form.Label3.refresh();
-  form.Label4.caption = totalProblemsFound;
+  form.Label4.caption = totalFoundCaption(form);
   if (hasFindings) {
     form.chameleonButton9.enabled = true;
     form.orubutton2.enabled = true;
   }
+  form.testedRow.reset();
   openResults(form);
   form.Gif89a1.visible = false;
   form.Frame8.visible = false;

@@ -22,7 +22,7 @@ void testName(Form42& form, ScannerRun& run, const std::string& entry) {
   }
   form.List2.add(valueName);
   addRow(form, run,
-         {.location = categoryAt(categoryRow).caption,
+         {.location = englishOf(categoryAt(categoryRow).caption),
           .badValue = entry,
           .kindCode = "166",
           .rootName = longName(HiveHandle::CurrentUser),

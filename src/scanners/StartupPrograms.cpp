@@ -36,7 +36,7 @@ void testProgram(Form42& form, ScannerRun& run, const RunKey& key, const std::st
   std::string command = GetKeyValue64(form, key.root, key.subKey, keyName);
   if (!FileExists(form, FilePath(command))) {
     addFinding(form, run,
-               {.location = categoryAt(categoryRow).caption,
+               {.location = englishOf(categoryAt(categoryRow).caption),
                 .badValue = keyName,
                 .kindCode = "144",
                 .rootName = longName(key.root),

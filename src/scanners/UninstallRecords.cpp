@@ -76,7 +76,7 @@ void add(Form42& form, ScannerRun& run, const Walk& walk, const std::string& key
          const std::string& badValue, const char* kindCode) {
   form.List2.add(keyName);
   addRow(form, run,
-         {.location = categoryAt(categoryRow).caption,
+         {.location = englishOf(categoryAt(categoryRow).caption),
           .badValue = badValue,
           .kindCode = kindCode,
           .rootName = longName(walk.root),

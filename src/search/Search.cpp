@@ -169,7 +169,7 @@ void cmdFind(Form42& form) {
                      .lister = {}};
   walk(form, search);
   form.Label3.caption = problemsFoundText(form);
-  form.Label4.caption = totalProblemsFound;
+  form.Label4.caption = totalFoundCaption(form);
 }
 
 }  // namespace zelvreg

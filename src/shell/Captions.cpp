@@ -76,7 +76,13 @@ constexpr std::array table{
     caption<&Form42::g>("g"),
     caption<&Form42::i>("i"),
     caption<&Form42::e>("e"),
-    caption<&Form42::Frame7>("frame7"),
+    // The page and the line above its list say the same.
+    Caption{"frame7",
+            [](Form42& form, const std::string& text) {
+              form.Frame7.caption = text;
+              form.Label2[2].caption = text;
+            },
+            [](const Form42& form) { return std::string(form.Frame7.caption); }},
     element<&Form42::SafeguardBoxes, 0>("SafeguardBoxes(0)"),
     element<&Form42::SafeguardBoxes, 1>("SafeguardBoxes(1)"),
     element<&Form42::SafeguardBoxes, 2>("SafeguardBoxes(2)"),
@@ -86,8 +92,45 @@ constexpr std::array table{
     caption<&Form42::CarefulBox>("CarefulBox"),
 };
 
+template <auto member>
+constexpr Caption toolTip(std::string_view key) {
+  return {key, [](Form42& form, const std::string& text) { (form.*member).toolTip = text; },
+          [](const Form42& form) -> std::string { return (form.*member).toolTip; }};
+}
+
+constexpr std::array further{
+    caption<&Form42::Label1>("Label1"),
+    toolTip<&Form42::TrayArea1>("TrayArea1.ToolTip"),
+    caption<&Form42::orubutton4>("orubutton4"),
+    caption<&Form42::chameleonButton7>("chameleonButton7"),
+    caption<&Form42::chameleonButton1>("chameleonButton1"),
+    caption<&Form42::orubutton1>("orubutton1"),
+    caption<&Form42::chameleonButton10>("chameleonButton10"),
+    caption<&Form42::chameleonButton11>("chameleonButton11"),
+    caption<&Form42::chameleonButton15>("chameleonButton15"),
+    caption<&Form42::orubutton2>("orubutton2"),
+    caption<&Form42::UndoRepair>("UndoRepair"),
+    caption<&Form42::Check1>("Check1"),
+    caption<&Form42::ToolbarBox>("ToolbarBox"),
+    caption<&Form42::ChKeys>("ChKeys"),
+    caption<&Form42::ChValues>("ChValues"),
+    caption<&Form42::ChData>("ChData"),
+    caption<&Form42::ChCase>("ChCase"),
+    caption<&Form42::Frame5>("Frame5"),
+    caption<&Form42::Option1>("Option1"),
+    caption<&Form42::Option2>("Option2"),
+    caption<&Form42::Option3>("Option3"),
+    caption<&Form42::Option4>("Option4"),
+    caption<&Form42::cmdFind>("cmdFind"),
+    toolTip<&Form42::chameleonButton4>("chameleonButton4.ToolTipText"),
+    toolTip<&Form42::chameleonButton12>("chameleonButton12.ToolTipText"),
+    toolTip<&Form42::chameleonButton13>("chameleonButton13.ToolTipText"),
+    toolTip<&Form42::chameleonButton18>("chameleonButton18.ToolTipText"),
+};
+
 }  // namespace
 
 std::span<const Caption> captions() { return table; }
+std::span<const Caption> furtherCaptions() { return further; }
 
 }  // namespace zelvreg

@@ -16,8 +16,10 @@ struct Caption {
   std::string (*get)(const Form42& form);
 };
 
-// In the order in which they are applied.
+// In the order in which they are applied. A language file without a key of these empties the text.
 std::span<const Caption> captions();
+// Where a file has none of these, the control has the text that it is made with.
+std::span<const Caption> furtherCaptions();
 
 }  // namespace zelvreg
 

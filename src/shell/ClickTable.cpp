@@ -27,10 +27,12 @@
 #include "search/Search.h"
 #include "shell/Languages.h"
 #include "shell/Navigation.h"
+#include "shell/ResultsFilter.h"
 #include "shell/SafeguardPage.h"
 #include "shell/SmallForms.h"
 #include "shell/StartUp.h"
 #include "shell/SuiteBridge.h"
+#include "shell/ToolbarChoice.h"
 #include "shell/WindowEvents.h"
 #include "text/Numbers.h"
 #include "undo/FixListBackup.h"
@@ -72,6 +74,8 @@ constexpr std::array table{
     Binding{of<&Form42::chameleonButton4>, chameleonButton4_Click},
     // The window.
     Binding{of<&Form42::chameleonButton23>, chameleonButton23_Click},
+    Binding{of<&Form42::MaximizeButton>, MaximizeButton_Click},
+    Binding{of<&Form42::ToolbarBox>, ToolbarBox_Click},
     Binding{of<&Form42::chameleonButton18>, chameleonButton18_Click},
     Binding{of<&Form42::TrayArea1>, TrayArea1_Click},
     // Repair.
@@ -83,6 +87,7 @@ constexpr std::array table{
     Binding{of<&Form42::chameleonButton1>, openUndoOptions},
     Binding{of<&Form42::chameleonButton2>, chameleonButton2_Click},
     Binding{of<&Form42::chameleonButton3>, chameleonButton3_Click},
+    Binding{of<&Form42::UndoRepair>, undoLastRepair},
     Binding{of<&Form42::Check1>, Check1_Click},
     Binding{of<&Form42::Command21>, writeJournal},
     Binding{of<&Form42::Command30>, Command30_Click},
@@ -149,6 +154,10 @@ void bindClicks(Form42& form) {
   bindSmallForms(form);
   bindSafeguardBoxes(form);
   form.Text6.onChange = [&form] { Text6_Change(form); };
+  for (std::size_t category = 1; category <= form.CategoryBars.size(); ++category) {
+    form.CategoryBars[category - 1].bind([&form, category] { filterByCategory(form, category); });
+  }
+  form.FilterBox.onChange = [&form] { filterResults(form); };
   form.Timer1.interval = 10;
   form.Timer1.onTick = [&form] { Timer1_Timer(form); };
   form.Timer2.interval = 1000;

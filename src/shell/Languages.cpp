@@ -6,12 +6,15 @@
 
 #include "form/Form42.h"
 #include "languages/Charset.h"
+#include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "runtime/FileSystemObject.h"
 #include "scan/CategoryTable.h"
+#include "scan/OutcomeLine.h"
 #include "scan/ScanDriver.h"
 #include "scan/Settings.h"
 #include "shell/Captions.h"
+#include "shell/ResultsFilter.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -83,11 +86,13 @@ void giveFont(Form42& form, const Font& font) {
       control.font = font;
     }
   };
-  give({&form.View1, &form.View2, &form.View3, &form.View4, &form.cboFind, &form.cboRoot});
+  give({&form.View1, &form.View2, &form.View3, &form.View4, &form.cboFind, &form.cboRoot,
+        &form.cboTheme});
   give({&form.Frame1, &form.Frame2, &form.Frame3, &form.Frame4, &form.Frame5, &form.Frame7,
         &form.Frame8, &form.Picture1, &form.pictrlang});
   give({&form.Label1, &form.Label3, &form.Label4, &form.Label5, &form.Label6, &form.Label7,
-        &form.Label10, &form.EvidenceText});
+        &form.Label10, &form.ProgressText, &form.EvidenceText, &form.OutcomeText, &form.UndoRepair,
+        &form.FilterBox, &form.FilterText});
   give({&form.cmd_search, &form.cmd_exclud, &form.cmd_start, &form.cmd_fix, &form.cmd_cancel,
         &form.cmd_all, &form.cmd_non, &form.cmd_report, &form.cmdFind});
   give({&form.orubutton1, &form.orubutton2, &form.orubutton3, &form.orubutton4, &form.Command21,
@@ -99,12 +104,35 @@ void giveFont(Form42& form, const Font& font) {
         &form.chameleonButton13, &form.chameleonButton14, &form.chameleonButton15,
         &form.chameleonButton16, &form.chameleonButton17, &form.chameleonButton18,
         &form.chameleonButton21, &form.chameleonButton22, &form.chameleonButton23});
-  give({&form.Check1, &form.CarefulBox, &form.ChKeys, &form.ChValues, &form.ChData, &form.ChCase,
-        &form.Option1, &form.Option2, &form.Option3, &form.Option4});
+  give({&form.Check1, &form.ToolbarBox, &form.CarefulBox, &form.ChKeys, &form.ChValues,
+        &form.ChData, &form.ChCase, &form.Option1, &form.Option2, &form.Option3, &form.Option4});
   giveEach(form.SafeguardBoxes);
+  giveEach(form.CategoryBars);
   giveEach(form.Label2);
   giveEach(form.Label8);
   giveEach(form.Label12);
+}
+
+std::string numberAtEnd(const std::string& text) {
+  return text.substr(text.find_last_not_of("0123456789") + 1);
+}
+
+// What the results say of themselves since the last scan or repair, in the words of the language.
+void retellResults(Form42& form, const std::string& number) {
+  if (!number.empty()) {
+    form.Label10.caption = form.Label10.caption.get() + " " + number;
+  }
+  retellOutcome(form);
+  followResults(form);
+}
+
+void changeFurtherCaptions(Form42& form, const LanguageFile& language) {
+  const Form42 asMade;
+  for (const Caption& caption : furtherCaptions()) {
+    const std::string text = language.value("Form42", caption.key);
+    caption.set(form, text.empty() ? caption.get(asMade) : text);
+  }
+  form.repeatCaptions();
 }
 
 }  // namespace
@@ -127,14 +155,20 @@ void changelangoru(Form42& form) {
     return;
   }
   giveFont(form, languageFont(form));
+  form.readsFromRight = charsetReadsFromRight(form.langCode);
   const LanguageFile language = languageInUse(form);
+  loadTexts(form, language);
+  const std::string number = numberAtEnd(form.Label10.caption);
   for (const Caption& caption : captions()) {
     caption.set(form, language.value("Form42", caption.key));
   }
-  // A button without a caption of its own, which does the same as this menu entry.
-  form.chameleonButton9.toolTip = form.g.caption;
+  changeFurtherCaptions(form, language);
+  retellResults(form, number);
   // Label7, of which it is a part, asks for a row again.
   form.EvidenceText.caption = "";
+  if (form.onLanguage) {
+    form.onLanguage();
+  }
 }
 
 void createCategoryRows(Form42& form) {

@@ -85,13 +85,17 @@ void cmd_exclud_Click(Form42& form) {
   form.chameleonButton7.click();
 }
 
-void Toolbar1_ButtonClick(Form42& form, std::size_t index) {
+const Button* commandOfToolbar(const Form42& form, std::size_t index) {
   const std::array<const Button*, 12> commands{
       nullptr,         &form.cmd_search, &form.cmd_exclud, nullptr,
       &form.cmd_start, &form.cmd_fix,    &form.cmd_cancel, nullptr,
       &form.cmd_all,   &form.cmd_non,    nullptr,          &form.cmd_report};
-  if (index < commands.size() && commands[index] != nullptr) {
-    commands[index]->click();
+  return index < commands.size() ? commands[index] : nullptr;
+}
+
+void Toolbar1_ButtonClick(Form42& form, std::size_t index) {
+  if (const Button* command = commandOfToolbar(form, index)) {
+    command->click();
   }
 }
 
@@ -112,6 +116,7 @@ void cmdFind_Click(Form42& form) {
   openScanPanel(form);
   enableIdleCommands(form, false);
   form.cancelRequested = false;
+  form.testedRow = 0;
   cmdFind(form);
   closeScanPanel(form);
 }

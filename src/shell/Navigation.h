@@ -6,6 +6,7 @@
 
 namespace zelvreg {
 
+class Button;
 struct Form42;
 
 // The options page and the exclusions page.
@@ -22,6 +23,8 @@ void cmd_exclud_Click(Form42& form);
 
 // The tool bar's buttons by their index, from 1; separators do nothing.
 void Toolbar1_ButtonClick(Form42& form, std::size_t index);
+// The command that a button of the tool bar stands for; null for a gap or another number.
+const Button* commandOfToolbar(const Form42& form, std::size_t index);
 
 // Stores the ticks and ends the process.
 void chameleonButton4_Click(Form42& form);

@@ -10,6 +10,7 @@
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "form/Version.h"
+#include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "runtime/DateTime.h"
 #include "runtime/FileSystemObject.h"
@@ -36,11 +37,16 @@ void setCaption(Control& control, const std::string& text) {
   }
 }
 
-// Without the file of the language the form keeps its own captions and fonts.
+// Without the file of the language the form keeps its own captions and fonts. To the letter, the
+// main form then finds no file of a language either, and leaves texts empty.
 void changelangoru(Form42& form, const char* section, const Controls& controls,
                    const Captions& captions) {
+  const std::string inUse = form.langFileName;
   readLanguageChoice(form);
   if (!fileSystemObject::fileExists(languagePath(form, form.langFileName), Shares::Asked)) {
+    if (form.safeguards != asDescribed()) {
+      form.langFileName = inUse;
+    }
     return;
   }
   const Font font = languageFont(form);
@@ -52,9 +58,8 @@ void changelangoru(Form42& form, const char* section, const Controls& controls,
   }
 }
 
-// Only letters that every charset has, because the line is in the font of the language.
-std::string legalLine() {
-  return "Copyright " + std::to_string(localDateTime().year) + " the zelvreg authors";
+std::string legalLine(const Form42& form) {
+  return textOf(form, "legal-line", {std::to_string(localDateTime().year)});
 }
 
 void frmabout_Load(Form42& form) {
@@ -69,7 +74,7 @@ void frmabout_Load(Form42& form) {
        {"Label2(1)", &about.Label2[1]},
        {"Label2(0)", &about.Label2.front()},
        {"Label222(1)", &about.Label222[1]}});
-  about.Label2[4].caption = legalLine();
+  about.Label2[4].caption = legalLine(form);
   about.Label3.caption = programVersion();
   about.Label4.caption = supportAddress;
   about.Label5.caption = webSite;

@@ -12,6 +12,8 @@
 #include "shell/CommandModes.h"
 #include "shell/Languages.h"
 #include "shell/SuiteColor.h"
+#include "shell/ThemeChoice.h"
+#include "shell/ToolbarChoice.h"
 #include "shell/WindowEvents.h"
 
 namespace zelvreg {
@@ -44,6 +46,8 @@ void Form_Load(Form42& form) {
     form.programFolder = programFolder();
   }
   form.Is64BitOS = runsOn64BitWindows();
+  loadThemeChoice(form);
+  loadToolbarChoice(form);
   loadavlang(form);
   changelangoru(form);
   compareWithSystem(form);

@@ -57,6 +57,12 @@ void Form_Unload(Form42& form) { saveSelection(form); }
 
 void chameleonButton23_Click(Form42& form) { form.window.windowState = WindowState::Minimized; }
 
+void MaximizeButton_Click(Form42& form) {
+  form.window.windowState = form.window.windowState == WindowState::Maximized
+                                ? WindowState::Normal
+                                : WindowState::Maximized;
+}
+
 void TrayArea1_Click(Form42& form) {
   form.window.visible = true;
   drawShadow(form.shadow);

@@ -23,6 +23,8 @@ void Form_Unload(Form42& form);
 
 // Minimizes the window.
 void chameleonButton23_Click(Form42& form);
+// Maximizes the window, or gives it back its size.
+void MaximizeButton_Click(Form42& form);
 // A press on the icon in the notification area: the window comes back.
 void TrayArea1_Click(Form42& form);
 

@@ -6,8 +6,11 @@
 
 #include "form/Form42.h"
 #include "keys/RegistryImport.h"
+#include "languages/Texts.h"
 #include "roots/Roots.h"
 #include "runtime/FileText.h"
+#include "runtime/PrivateFiles.h"
+#include "scan/OutcomeLine.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
 #include "text/Text.h"
@@ -71,27 +74,25 @@ void tellRefusal(Form42& form, const std::string& text) {
 }
 
 void tellEnd(Form42& form) {
-  form.dialogs.tell("Finished Retriving undo data", MessageIcon::Information);
+  form.dialogs.tell(textOf(form, "undo-finished"), MessageIcon::Information);
 }
 
-void restoreExport(Form42& form, const UndoContent& content) {
-  if (content.isExportOpen) {
-    tellRefusal(form, "Nothing was restored: " + content.exportPath +
-                          " could have been written by somebody who is no administrator. Look at "
-                          "it; a copy in a folder of administrators alone can be restored.");
+void restoreExport(Form42& form, const std::string& path) {
+  if (couldOthersWrite(path)) {
+    tellRefusal(form, textOf(form, "undo-export-open", {path}));
     return;
   }
-  const RegistryImport import = importRegistryFile(content.exportPath);
+  const RegistryImport import = importRegistryFile(path);
   if (import.isDone) {
     tellEnd(form);
   } else {
-    tellRefusal(form, content.exportPath + ": " + import.message);
+    tellRefusal(form, path + ": " + import.message);
   }
 }
 
 void restoreByJournal(Form42& form, const std::string& stem) {
   if (!isPlainStem(stem)) {
-    tellRefusal(form, "Nothing was restored: the entry names no file of the program's folder.");
+    tellRefusal(form, textOf(form, "undo-no-file"));
     return;
   }
   const std::string path = journalPath(form, stem);
@@ -116,6 +117,8 @@ void chameleonButton1_Click(Form42& form) {
   form.Frame3.width = form.Frame1.width;
   form.Frame3.height = form.Frame1.height;
   form.Frame1.visible = false;
+  form.Frame2.visible = false;
+  form.Picture1.visible = false;
   form.Frame3.visible = true;
   form.Frame7.visible = false;
   showUndoSetting(form);
@@ -134,9 +137,17 @@ void chameleonButton2_Click(Form42& form) {
   const std::string label = form.View3.text(rowInText3(form), 0);
   const UndoContent content = undoContent(form, label);
   if (form.safeguards.undoesByExport && !content.exportPath.empty()) {
-    restoreExport(form, content);
+    restoreExport(form, content.exportPath);
   } else {
     restoreByJournal(form, undoStem(label));
+  }
+}
+
+void undoLastRepair(Form42& form) {
+  form.isUndoRefused = false;
+  restoreExport(form, exportPath(form, form.exportStem));
+  if (!form.isUndoRefused) {
+    dropOutcome(form);
   }
 }
 

@@ -19,6 +19,10 @@ void View3_ItemClick(Form42& form, std::size_t row);
 // DLLs. Export, journal and results stay. isUndoRefused tells afterwards whether it failed.
 void chameleonButton2_Click(Form42& form);
 
+// Restores the safety export of the last repair, and tells the end in the same way. What was found
+// to be wrong is told, and the offer stays.
+void undoLastRepair(Form42& form);
+
 // Removes the journal at the row in Text3 with its file. Its safety export stays.
 void chameleonButton3_Click(Form42& form);
 

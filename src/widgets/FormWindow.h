@@ -1,4 +1,4 @@
-// A form as a window, with its shadow, its icon in the notification area and its menus.
+// A form as a window, with its shadow, its icon in the notification area, its menus and its colors.
 #ifndef ZELVREG_WIDGETS_FORM_WINDOW_H
 #define ZELVREG_WIDGETS_FORM_WINDOW_H
 
@@ -11,7 +11,7 @@
 namespace zelvreg {
 
 // The numbers are those of the form's property.
-enum class WindowState : std::uint8_t { Normal = 0, Minimized = 1 };
+enum class WindowState : std::uint8_t { Normal = 0, Minimized = 1, Maximized = 2 };
 
 class FormWindow : public Control {
  public:
@@ -63,6 +63,14 @@ enum class MenuDrawing : std::uint8_t { System, InSystemCharset, InOwnCharset };
 class FormMenus : public Control {
  public:
   Property<MenuDrawing, Change::Look> drawing{*this, MenuDrawing::System};
+};
+
+// The colors that the user wants.
+enum class ThemeChoice : std::uint8_t { AsWindows, Light, Dark };
+
+class FormTheme : public Control {
+ public:
+  Property<ThemeChoice, Change::Look> choice{*this, ThemeChoice::AsWindows};
 };
 
 }  // namespace zelvreg

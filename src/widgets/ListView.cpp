@@ -29,6 +29,7 @@ void ListView::remove(std::size_t row) {
     return;
   }
   highlights -= isSelected(row) ? 1 : 0;
+  hiddenRows -= isHidden(row) ? 1 : 0;
   rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row - 1));
   if (selected == row) {
     selected = 0;
@@ -59,6 +60,7 @@ void ListView::removeWhere(const std::function<bool(std::size_t row)>& isToGo) {
   std::deque<Row> removed;
   for (; rows.size() > kept; rows.pop_back()) {
     highlights -= rows.back().isSelected ? 1 : 0;
+    hiddenRows -= rows.back().isHidden ? 1 : 0;
     removed.push_back(std::move(rows.back()));
   }
   queue.discard(std::move(removed));
@@ -70,6 +72,7 @@ void ListView::clear() {
   queue.discard(std::exchange(rows, {}));
   selected = 0;
   highlights = 0;
+  hiddenRows = 0;
   inView = 0;
   rowsChanged(0);
 }
@@ -217,6 +220,24 @@ void ListView::setSelected(std::size_t row, bool isRowSelected) {
     selected = 0;
   }
   changed(Change::Selection, row);
+}
+
+bool ListView::isHidden(std::size_t row) const {
+  const Row* found = find(row);
+  return found != nullptr && found->isHidden;
+}
+
+void ListView::setHidden(std::size_t row, bool isRowHidden) {
+  Row* found = find(row);
+  if (found == nullptr || found->isHidden == isRowHidden) {
+    return;
+  }
+  if (isRowHidden && found->isSelected) {
+    setSelected(row, false);
+  }
+  found->isHidden = isRowHidden;
+  isRowHidden ? ++hiddenRows : --hiddenRows;
+  changed(Change::Rows, row);
 }
 
 void ListView::ensureVisible(std::size_t row) {

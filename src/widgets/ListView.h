@@ -93,6 +93,11 @@ class ListView : public Control {
   [[nodiscard]] std::size_t selectedCount() const { return highlights; }
   void setSelected(std::size_t row, bool isRowSelected);
 
+  // Rows that the user has filtered out. They keep their ticks, but are not highlighted.
+  [[nodiscard]] bool isHidden(std::size_t row) const;
+  void setHidden(std::size_t row, bool isRowHidden);
+  [[nodiscard]] std::size_t hiddenCount() const { return hiddenRows; }
+
   // The row last scrolled into view, 0 before the first.
   [[nodiscard]] std::size_t rowInView() const { return inView; }
   void ensureVisible(std::size_t row);
@@ -121,6 +126,7 @@ class ListView : public Control {
     std::uint32_t color = windowTextColor;
     bool isChecked = false;
     bool isSelected = false;
+    bool isHidden = false;
   };
 
   void rowsChanged(std::size_t row);
@@ -136,6 +142,7 @@ class ListView : public Control {
   std::deque<Row> rows;
   std::size_t selected = 0;
   std::size_t highlights = 0;
+  std::size_t hiddenRows = 0;
   std::size_t changesOfRows = 0;
   std::size_t inView = 0;
 };

@@ -61,6 +61,9 @@ class MessageQueue {
   // soon, even if the system has no message.
   [[nodiscard]] bool hasWork() const;
 
+  // Whether something is posted, for which nobody should wait.
+  [[nodiscard]] bool hasPosted() const { return !pending.empty(); }
+
   // What the front end does with the system's own messages; none by default.
   std::function<void()> serveHost;
 

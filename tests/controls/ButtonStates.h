@@ -2,6 +2,8 @@
 #ifndef ZELVREG_TESTS_CONTROLS_BUTTON_STATES_H
 #define ZELVREG_TESTS_CONTROLS_BUTTON_STATES_H
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -26,6 +28,27 @@ inline const std::vector<NamedState> states = {
     {"checked", {}, true, true},
     {"checked and disabled", {}, false, true},
 };
+
+inline ButtonProperties propertiesOf(std::int32_t style, const NamedState& named) {
+  ButtonProperties properties;
+  properties.ButtonType = style;
+  properties.Enabled = named.isEnabled;
+  properties.CheckBoxBehaviour = named.isChecked;
+  properties.Value = named.isChecked;
+  return properties;
+}
+
+// The text of each style in each state, on its face.
+inline void expectReadableInAllStates(const Palette& palette) {
+  for (std::int32_t style = 1; style <= styleCount; ++style) {
+    for (const NamedState& named : states) {
+      const ButtonLook look =
+          lookOf(propertiesOf(style, named), named.state, {120, 32}, 96, palette);
+      EXPECT_GE(contrast(look.text, look.face), readableContrast)
+          << styleOf(style).name << " " << named.name;
+    }
+  }
+}
 
 }  // namespace zelvreg::controls
 

@@ -20,6 +20,28 @@ Shape filled(double left, double top, double right, double bottom, double radius
   return {left, top, right, bottom, radius, 0, rgb(0x000000), rgb(0x000000)};
 }
 
+// A picture whose left pixel is black and whose right one is white.
+Bitmap blackAndWhite() {
+  Bitmap picture(2, 1);
+  picture.pixels = {0xFF000000, white};
+  return picture;
+}
+
+TEST(Canvas, AMirroredOneCountsFromItsRightEdgeAndKeepsPicturesAsTheyAre) {
+  Bitmap bitmap(6, 1);
+  Canvas canvas(bitmap.pixels, 6, 1, true);
+  canvas.clear(rgb(0xFFFFFF));
+  canvas.fill({0, 0, 1, 1}, rgb(0xFF0000));
+  canvas.draw(blackAndWhite(), 3, 0);
+  const std::vector<std::uint32_t> expected{white, 0xFF000000, white, white, white, 0xFFFF0000};
+  EXPECT_EQ(bitmap.pixels, expected);
+}
+
+TEST(Canvas, AMirroredPictureHasItsSidesExchanged) {
+  const std::vector<std::uint32_t> expected{white, 0xFF000000};
+  EXPECT_EQ(mirrored(blackAndWhite()).pixels, expected);
+}
+
 TEST(Canvas, ASquareRectangleOnWholePixelsIsSharp) {
   Bitmap bitmap = whiteBitmap(4, 4);
   Canvas(bitmap).draw(filled(1, 1, 3, 3));

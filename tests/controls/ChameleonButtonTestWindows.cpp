@@ -176,6 +176,21 @@ TEST_F(ChameleonButton, ItsToolTipCanBeReplacedAndRemoved) {
   EXPECT_EQ(tipOf(form.hwnd(), button->hwnd()), L"");
 }
 
+TEST_F(ChameleonButton, ItsToolTipHasItsFontAtEachResolution) {
+  button->setToolTip("Exit");
+  HWND tip = FindWindowExW(nullptr, nullptr, TOOLTIPS_CLASSW, nullptr);
+  while (tip != nullptr && GetWindow(tip, GW_OWNER) != form.hwnd()) {
+    tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr);
+  }
+  ASSERT_NE(tip, nullptr);
+  for (const int resolution : {96, 192}) {
+    button->setDpi(resolution);
+    LOGFONTW font{};
+    GetObjectW(reinterpret_cast<HFONT>(send(tip, WM_GETFONT)), sizeof font, &font);
+    EXPECT_EQ(font.lfHeight, -12 * resolution / 96);
+  }
+}
+
 TEST_F(ChameleonButton, ItKeepsItsStateWhenTheFormIsDestroyed) {
   button->set(&ButtonProperties::Caption, "Start");
   DestroyWindow(form.hwnd());

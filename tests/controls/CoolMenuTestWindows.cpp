@@ -163,7 +163,8 @@ TEST_F(CoolMenuTest, TheSizeFollowsFromTextAndSystem) {
 
 TEST_F(CoolMenuTest, TheSizeGrowsWithTheResolution) {
   const UINT small = measured(popup, 0).itemHeight;
-  menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}}, 192));
+  menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}},
+                                        MenuSettings{.dpi = 192, .charset = {}, .colors = {}}));
   menus.current()->installBar(bar);
   EXPECT_EQ(measured(popup, 0).itemHeight, 2 * small);
 }
@@ -222,7 +223,8 @@ TEST_F(CoolMenuTest, ACaptionThatCannotBeChosenIsDrawnTwiceDarkOverLight) {
 }
 
 TEST_F(CoolMenuTest, APictureGrowsWithTheResolution) {
-  menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}}, 192));
+  menus.hold(std::make_unique<CoolMenu>(MenuPictures{images, {"Open"}},
+                                        MenuSettings{.dpi = 192, .charset = {}, .colors = {}}));
   menus.current()->installBar(bar);
   const auto countInItsColumn = [this](UINT state, std::uint32_t color) {
     const Bitmap entry = drawn(0, state);

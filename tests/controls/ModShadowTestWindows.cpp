@@ -1,6 +1,8 @@
 // A shadow is a layered window.
 #include "controls/modShadow.h"
 
+#include <commctrl.h>
+
 #include <array>
 
 #include "controls/FormFixture.h"
@@ -85,6 +87,76 @@ TEST_F(ModShadow, HidesWhileItsTargetIsMinimized) {
   EXPECT_FALSE(IsWindowVisible(shadow()));
   ShowWindow(form.hwnd(), SW_RESTORE);
   EXPECT_TRUE(IsWindowVisible(shadow()));
+}
+
+// Notes whenever the shadow is above a window that lies above its target.
+class Watch {
+ public:
+  Watch(HWND watched, HWND upper) : shadow(watched), above(upper) {
+    SetWindowSubclass(shadow, procedure, 1, reinterpret_cast<DWORD_PTR>(this));
+  }
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+  ~Watch() { RemoveWindowSubclass(shadow, procedure, 1); }
+
+  [[nodiscard]] bool wasAbove() const { return isSeenAbove; }
+
+ private:
+  static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                    DWORD_PTR reference) {
+    auto* watch = reinterpret_cast<Watch*>(reference);
+    if (message == WM_WINDOWPOSCHANGED && IsWindowVisible(hwnd) != FALSE) {
+      watch->isSeenAbove = watch->isSeenAbove || isBelow(watch->above, hwnd);
+    }
+    return DefSubclassProc(hwnd, message, wParam, lParam);
+  }
+  static bool isBelow(HWND lower, HWND upper) {
+    for (HWND next = upper; next != nullptr; next = GetWindow(next, GW_HWNDNEXT)) {
+      if (next == lower) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  HWND shadow;
+  HWND above;
+  bool isSeenAbove = false;
+};
+
+TEST_F(ModShadow, LiesDirectlyBelowItsTargetAndNeverOnAWindowAboveIt) {
+  const fixture::Form other;
+  const auto isDirectlyBelow = [this] { return GetWindow(form.hwnd(), GW_HWNDNEXT) == shadow(); };
+  SetWindowPos(other.hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  const Watch watch(shadow(), other.hwnd());
+  SetWindowPos(form.hwnd(), other.hwnd(), 60, 70, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE);
+  EXPECT_TRUE(isDirectlyBelow());
+  SetWindowPos(form.hwnd(), nullptr, 80, 90, 320, 240, SWP_NOZORDER | SWP_NOACTIVATE);
+  EXPECT_TRUE(isDirectlyBelow());
+  modShadow::setSize(form.hwnd(), 10);
+  modShadow::setColor(form.hwnd(), 0x808080);
+  EXPECT_TRUE(isDirectlyBelow());
+  ShowWindow(form.hwnd(), SW_HIDE);
+  SetWindowPos(form.hwnd(), other.hwnd(), 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+  EXPECT_TRUE(IsWindowVisible(shadow()));
+  EXPECT_TRUE(isDirectlyBelow());
+  SetWindowPos(form.hwnd(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  EXPECT_TRUE(isDirectlyBelow());
+  EXPECT_FALSE(watch.wasAbove());
+  SetWindowPos(form.hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  EXPECT_TRUE(isDirectlyBelow());
+}
+
+TEST_F(ModShadow, HidesWhileTheUserWorksInAnotherProgram) {
+  SendMessageW(form.hwnd(), WM_ACTIVATEAPP, FALSE, 0);
+  EXPECT_FALSE(IsWindowVisible(shadow()));
+  SetWindowPos(form.hwnd(), nullptr, 80, 90, 320, 240, SWP_NOZORDER | SWP_NOACTIVATE);
+  modShadow::setSize(form.hwnd(), 10);
+  EXPECT_FALSE(IsWindowVisible(shadow()));
+  SendMessageW(form.hwnd(), WM_ACTIVATEAPP, TRUE, 0);
+  EXPECT_TRUE(IsWindowVisible(shadow()));
+  EXPECT_EQ(place(), shadowPlace({80, 90, 400, 330}, modShadow::settingsOf(shadow())));
 }
 
 TEST_F(ModShadow, IsDestroyedByRemovingIt) {

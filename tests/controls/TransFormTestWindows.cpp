@@ -51,6 +51,16 @@ TEST_F(TransFormTest, PixelsInTheMaskColorAreCutOut) {
   EXPECT_TRUE(isInOutline(form.hwnd(), 299, 199));
 }
 
+// Its coordinates count from the right edge then.
+TEST_F(TransFormTest, AFormThatIsLaidOutFromTheRightKeepsItsOutline) {
+  SetWindowLongW(form.hwnd(), GWL_EXSTYLE, WS_EX_LAYOUTRTL);
+  TransForm control(form.hwnd());
+  control.Refresh();
+  EXPECT_FALSE(isInOutline(form.hwnd(), 99, 49));
+  EXPECT_TRUE(isInOutline(form.hwnd(), 100, 49));
+  EXPECT_TRUE(isInOutline(form.hwnd(), 299, 199));
+}
+
 TEST_F(TransFormTest, TheOutlineIsThatOfTheClientAreaInsideAFrame) {
   SetWindowLongW(form.hwnd(), GWL_STYLE, static_cast<LONG>(WS_POPUP | WS_VISIBLE | WS_CAPTION));
   SetWindowPos(form.hwnd(), nullptr, 0, 0, 0, 0,

@@ -24,6 +24,22 @@ TEST(TrayWindow, NotificationsOfTheSystemAreEventsOfTheControl) {
                                             {TrayEvent::DoubleClick, 0}}));
 }
 
+TEST(TrayWindow, APressOnANoticeIsToldAndNoEventOfTheControl) {
+  constexpr LPARAM noticePressed = 0x405;
+  TrayWindow tray;
+  int pressed = 0;
+  int events = 0;
+  tray.area().onNotice = [&](TrayNotice) { ++events; };
+  SendMessageW(tray.hwnd(), 512, 1, noticePressed);
+  tray.onNoticeClick = [&] { ++pressed; };
+  SendMessageW(tray.hwnd(), 512, 1, noticePressed);
+  EXPECT_EQ(pressed, 1);
+  EXPECT_EQ(events, 0);
+  // Without an icon there is nothing to show it at.
+  tray.showNotice("title", "text");
+  EXPECT_FALSE(tray.area().isShown());
+}
+
 TEST(TrayWindow, AtDesignTimeNoIconIsShown) {
   TrayWindow tray(false);
   tray.area().setVisible(true);

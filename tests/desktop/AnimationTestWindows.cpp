@@ -60,8 +60,8 @@ TEST_F(AnimationTest, FramesAreWholePicturesWithDelays) {
 TEST_F(AnimationTest, TheProgramsOwnIsShownWhole) {
   const Animation animation = readAnimation(programFolder() + "\\search.gif");
   ASSERT_EQ(animation.size(), 16U);
-  EXPECT_EQ(animation.back().picture.width, 96);
-  EXPECT_EQ(animation.back().picture.height, 96);
+  EXPECT_EQ(animation.back().picture.width, 144);
+  EXPECT_EQ(animation.back().picture.height, 144);
 }
 
 TEST_F(AnimationTest, AMissingFileHasNoFrames) {

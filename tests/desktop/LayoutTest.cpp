@@ -34,7 +34,10 @@ class LayoutTest : public ::testing::Test {
   std::map<const Frame*, std::vector<Placed>> contents() {
     std::map<const Frame*, std::vector<Placed>> placed;
     for (const LabelPlace& each : labelPlaces()) {
-      placed[each.parent(form)].push_back({&each.label(form), each.place});
+      // This one is shown in place of another.
+      if (&each.label(form) != &form.OutcomeText) {
+        placed[each.parent(form)].push_back({&each.label(form), each.place});
+      }
     }
     for (const ButtonPlace& each : buttonPlaces()) {
       placed[each.parent(form)].push_back({&each.button(form), each.place});
@@ -42,9 +45,15 @@ class LayoutTest : public ::testing::Test {
     placed[&form.Frame1].push_back({&form.View1, placeOf(form.View1)});
     placed[&form.Frame1].push_back({&form.CarefulBox, placeOf(form.CarefulBox)});
     placed[&form.Frame2].push_back({&form.View2, placeOf(form.View2)});
+    placed[&form.Frame2].push_back({&form.FilterBox, placeOf(form.FilterBox)});
     placed[&form.Frame2].push_back({&form.Picture1, placeOf(form.Picture1)});
     placed[&form.Frame3].push_back({&form.View3, placeOf(form.View3)});
     placed[&form.Frame3].push_back({&form.Check1, placeOf(form.Check1)});
+    placed[&form.Frame3].push_back({&form.ToolbarBox, placeOf(form.ToolbarBox)});
+    placed[&form.Frame3].push_back({&form.cboTheme, placeOf(form.cboTheme)});
+    placed[&form.Picture1].push_back({&form.Image1, placeOf(form.Image1)});
+    placed[&form.Picture1].push_back({&form.Image3, placeOf(form.Image3)});
+    placed[nullptr].push_back({&form.Image14, placeOf(form.Image14)});
     for (const CheckBox& box : form.SafeguardBoxes) {
       placed[&form.Frame3].push_back({&box, placeOf(box)});
     }
@@ -87,6 +96,32 @@ TEST_F(LayoutTest, EverythingIsInsideItsFrame) {
   }
 }
 
+TEST_F(LayoutTest, SixteenBarsHaveRoomInThePanelOfTheDetails) {
+  constexpr std::size_t count = 16;
+  for (std::size_t one = 0; one < count; ++one) {
+    const Place place = barPlace(form, one);
+    EXPECT_GE(place.left, 1);
+    EXPECT_LT(place.left + place.width, placeOf(form.Picture1).width);
+    EXPECT_LT(place.top + place.height, placeOf(form.Picture1).height);
+    for (std::size_t other = one + 1; other < count; ++other) {
+      EXPECT_FALSE(overlap(place, barPlace(form, other))) << one << " and " << other;
+    }
+  }
+}
+
+TEST_F(LayoutTest, TheBarsTakeTheWidthOfALargerWindow) {
+  constexpr int wider = 400;
+  constexpr std::size_t lastOfLine = 3;
+  const Place before = barPlace(form, lastOfLine);
+  const int border = placeOf(form.Picture1).width - (before.left + before.width);
+  form.window.width = (windowWidth + wider) * twipsPerPixel;
+  followSize(form);
+  const Place place = barPlace(form, lastOfLine);
+  EXPECT_EQ(place.width, before.width + wider / 4);
+  EXPECT_EQ(placeOf(form.Picture1).width - (place.left + place.width), border);
+  EXPECT_EQ(barPlace(form, 0).left, border);
+}
+
 TEST_F(LayoutTest, AllSixteenRowsCanBeSeenWithoutScrolling) {
   constexpr int rows = 16;
   constexpr int borders = 2;
@@ -96,8 +131,8 @@ TEST_F(LayoutTest, AllSixteenRowsCanBeSeenWithoutScrolling) {
 TEST_F(LayoutTest, TheListMakesRoomForTheProgressOfAScan) {
   form.Frame8.visible = true;
   const Place list = categoryListPlace(form);
-  EXPECT_LE(list.top + list.height, progressPanelPlace().top);
-  EXPECT_FALSE(overlap(placeOf(form.CarefulBox), progressPanelPlace()));
+  EXPECT_LE(list.top + list.height, progressPanelPlace(form).top);
+  EXPECT_FALSE(overlap(placeOf(form.CarefulBox), progressPanelPlace(form)));
 }
 
 TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
@@ -124,7 +159,11 @@ TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
       {form.Label2[5], &form.Frame8},
       {form.Label3, &form.Frame8},
       {form.Label4, &form.Frame8},
+      {form.ProgressText, &form.Frame8},
       {form.Label10, &form.Frame2},
+      {form.OutcomeText, &form.Frame2},
+      {form.FilterText, &form.Frame2},
+      {form.UndoRepair, &form.Frame2},
       {form.Label5, &form.Picture1},
       {form.Label6, &form.Picture1},
       {form.Label7, &form.Picture1},
@@ -133,6 +172,7 @@ TEST_F(LayoutTest, EachControlIsInTheFrameThatItBelongsTo) {
       {form.chameleonButton23, nullptr},
       {form.chameleonButton13, nullptr},
       {form.chameleonButton18, nullptr},
+      {form.MaximizeButton, nullptr},
       {form.cmd_search, nullptr},
       {form.cmd_exclud, nullptr},
       {form.cmd_start, nullptr},
@@ -196,9 +236,96 @@ TEST_F(LayoutTest, TheWindowFollowsTheResolutionAsFarAsTheScreenHasRoom) {
   EXPECT_LE(windowWidth * fittingResolution(192, 1500, roomy) / 96, 1500);
   // Smaller than this it is not readable.
   EXPECT_EQ(fittingResolution(120, 800, 600), 96);
+  EXPECT_EQ(fittingResolution(120, 800, 600, 520, 200), 120) << "a small window";
+}
+
+TEST_F(LayoutTest, TheYearHasTwoPlacesAndWhatStandsForItselfIsShown) {
+  for (const Control* shown :
+       {static_cast<Control*>(&form.Label12[2]), static_cast<Control*>(&form.Label12[3]),
+        static_cast<Control*>(&form.Label2[2]), static_cast<Control*>(&form.Image3),
+        static_cast<Control*>(&form.Image14)}) {
+    EXPECT_TRUE(shown->visible);
+    EXPECT_GT(shown->width, 0);
+  }
+  EXPECT_FALSE(form.Toolbar1.visible);
 }
 
 TEST_F(LayoutTest, TheCopyrightSignIsUtf8) { EXPECT_EQ(form.Label12[0].caption.get(), "\xC2\xA9"); }
+
+TEST_F(LayoutTest, APlaceStaysMovesOrStretchesWithWhatItIsIn) {
+  constexpr Place place{10, 20, 30, 40};
+  constexpr Growth growth{100, 7};
+  EXPECT_EQ(placeIn(place, {}, growth), place);
+  EXPECT_EQ(placeIn(place, {.across = Follows::Moves, .down = Follows::Stretches}, growth),
+            (Place{110, 20, 30, 47}));
+  EXPECT_EQ(placeIn(place, {.across = Follows::Stretches, .down = Follows::Moves}, growth),
+            (Place{10, 27, 130, 40}));
+}
+
+TEST_F(LayoutTest, InALargerWindowPagesListsAndPanelsTakeTheRoom) {
+  struct Taking {
+    const Control& control;
+    Place more;  // than in the layout
+  };
+  const Taking table[] = {
+      {form.Frame1, {0, 0, 200, 100}},
+      {form.Frame2, {0, 0, 200, 100}},
+      {form.Frame3, {0, 0, 200, 100}},
+      {form.Frame7, {0, 0, 200, 100}},
+      {form.Frame8, {0, 100, 200, 0}},
+      {form.Picture1, {0, 100, 200, 0}},
+      {form.View1, {0, 0, 200, 100}},
+      {form.View2, {0, 0, 200, 100}},
+      {form.View3, {0, 0, 200, 100}},
+      {form.View4, {0, 0, 200, 100}},
+      {form.Label7, {0, 0, 200, 0}},
+      {form.EvidenceText, {0, 0, 200, 0}},
+      {form.Bar1, {0, 0, 200, 0}},
+      {form.Label1, {0, 0, 200, 0}},
+      {form.chameleonButton4, {200, 0, 0, 0}},
+      {form.MaximizeButton, {200, 0, 0, 0}},
+      {form.Label12[2], {0, 100, 0, 0}},
+      {form.Label12[1], {200, 100, 0, 0}},
+      {form.chameleonButton2, {0, 100, 0, 0}},
+      {form.chameleonButton10, {0, 100, 0, 0}},
+      {form.chameleonButton12, {200, 0, 0, 0}},
+      {form.orubutton4, {0, 0, 0, 0}},
+      {form.pictrlang, {200, 0, 0, 0}},
+  };
+  std::vector<Place> before;
+  for (const Taking& each : table) {
+    before.push_back(placeOf(each.control));
+  }
+  form.window.width = form.window.width + 200 * twipsPerPixel;
+  form.window.height = form.window.height + 100 * twipsPerPixel;
+  const Place list = categoryListPlace(form);
+  EXPECT_EQ(list.width, before[6].width + 200);
+  EXPECT_EQ(list.height, before[6].height + 100);
+  EXPECT_EQ(progressPanelPlace(form).top, before[4].top + 100);
+  followSize(form);
+  for (std::size_t row = 0; row < std::size(table); ++row) {
+    const auto& [left, top, width, height] = table[row].more;
+    EXPECT_EQ(placeOf(table[row].control),
+              (Place{before[row].left + left, before[row].top + top, before[row].width + width,
+                     before[row].height + height}))
+        << "row " << row;
+  }
+}
+
+TEST_F(LayoutTest, TheHeightOfTheLanguagePickerIsItsOwn) {
+  form.pictrlang.height = 4321;
+  form.window.width = form.window.width + 1000;
+  followSize(form);
+  EXPECT_EQ(form.pictrlang.height, 4321);
+}
+
+TEST_F(LayoutTest, ASmallerWindowThanTheLayoutsChangesNothing) {
+  form.window.width = 1000;
+  form.window.height = 1000;
+  const Place before = placeOf(form.View2);
+  followSize(form);
+  EXPECT_EQ(placeOf(form.View2), before);
+}
 
 TEST_F(LayoutTest, TheWindowHasTheFormsSize) {
   EXPECT_EQ(form.window.width, windowWidth * twipsPerPixel);

@@ -1,4 +1,4 @@
-// Windows shows menus and messages.
+// Windows shows menus.
 #include <functional>
 #include <utility>
 
@@ -116,107 +116,6 @@ TEST_F(ResultsTest, AnEntryOfTheirMenuDoesWhatItSays) {
   EXPECT_EQ(clicked, "bcgie");
   pressInMenu({VK_DOWN, VK_ESCAPE});
   EXPECT_EQ(clicked, "bcgie") << "nothing was chosen";
-}
-
-// Acts as the user as soon as a message box is ready. Its owner is not told when it waits.
-class BoxReader {
- public:
-  explicit BoxReader(std::function<void(HWND box)> acts)
-      : act(std::move(acts)),
-        hook(SetWindowsHookExW(WH_CALLWNDPROCRET, procedure, nullptr, GetCurrentThreadId())) {
-    current = this;
-  }
-  BoxReader(const BoxReader&) = delete;
-  BoxReader& operator=(const BoxReader&) = delete;
-  ~BoxReader() {
-    UnhookWindowsHookEx(hook);
-    current = nullptr;
-  }
-
- private:
-  static LRESULT CALLBACK procedure(int code, WPARAM wParam, LPARAM lParam) {
-    const auto& handled = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
-    if (code == HC_ACTION && handled.message == WM_INITDIALOG) {
-      current->act(handled.hwnd);
-    }
-    return CallNextHookEx(nullptr, code, wParam, lParam);
-  }
-
-  static inline BoxReader* current = nullptr;
-  std::function<void(HWND box)> act;
-  HHOOK hook;
-};
-
-class MessageTest : public MainWindowTest {
- protected:
-  struct Shown {
-    std::vector<int> buttons;  // by the system's numbers
-    HICON icon = nullptr;
-    std::wstring title;
-    Answer answer = Answer::Ok;
-  };
-
-  MessageTest() { ShowWindow(window.hwnd(), SW_SHOW); }
-
-  // Asks, and answers by the button of that number.
-  Shown ask(const UserMessage& message, int answer) {
-    Shown shown;
-    const BoxReader reader([&](HWND box) {
-      for (const int button : {IDOK, IDCANCEL, IDYES, IDNO}) {
-        if (GetDlgItem(box, button) != nullptr) {
-          shown.buttons.push_back(button);
-        }
-      }
-      EnumChildWindows(box, findIcon, reinterpret_cast<LPARAM>(&shown.icon));
-      shown.title = textOf(box);
-      PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(answer), 0);
-    });
-    shown.answer = form.dialogs.ask(message);
-    return shown;
-  }
-
- private:
-  static BOOL CALLBACK findIcon(HWND child, LPARAM parameter) {
-    constexpr LONG_PTR typeBits = SS_TYPEMASK;
-    wchar_t name[16] = {};
-    GetClassNameW(child, name, 16);
-    if (std::wstring(name) == L"Static" &&
-        (GetWindowLongPtrW(child, GWL_STYLE) & typeBits) == SS_ICON) {
-      *reinterpret_cast<LRESULT*>(parameter) = SendMessageW(child, STM_GETICON, 0, 0);
-    }
-    return TRUE;
-  }
-};
-
-const std::vector<int> yesAndNo = {IDYES, IDNO};
-
-HICON systemIcon(LPCWSTR name) { return LoadIconW(nullptr, name); }
-
-TEST_F(MessageTest, AQuestionHasYesAndNoAndTheIconThatItAsksFor) {
-  const Shown question =
-      ask({.text = "?", .icon = MessageIcon::Question, .isQuestion = true, .title = {}}, IDYES);
-  EXPECT_EQ(question.buttons, yesAndNo);
-  EXPECT_EQ(question.icon, systemIcon(IDI_QUESTION));
-  EXPECT_EQ(question.title, L"Fix Registry Problems");
-  EXPECT_EQ(question.answer, Answer::Yes);
-  const Shown warning = ask(
-      {.text = "?", .icon = MessageIcon::Exclamation, .isQuestion = true, .title = "Remove"}, IDNO);
-  EXPECT_EQ(warning.buttons, yesAndNo);
-  EXPECT_EQ(warning.icon, systemIcon(IDI_EXCLAMATION));
-  EXPECT_EQ(warning.title, L"Remove");
-  EXPECT_EQ(warning.answer, Answer::No);
-}
-
-TEST_F(MessageTest, AStatementHasOneButton) {
-  const Shown told =
-      ask({.text = "!", .icon = MessageIcon::Information, .isQuestion = false, .title = {}}, IDOK);
-  EXPECT_EQ(told.buttons.size(), 1U);
-  EXPECT_EQ(told.icon, systemIcon(IDI_INFORMATION));
-  EXPECT_EQ(told.answer, Answer::Ok);
-  const Shown plain =
-      ask({.text = "!", .icon = MessageIcon::None, .isQuestion = false, .title = {}}, IDOK);
-  EXPECT_EQ(plain.buttons.size(), 1U);
-  EXPECT_EQ(plain.icon, nullptr);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "controls/modShadow.h"
 #include "desktop/MainWindowFixture.h"
+#include "desktop/SystemScreen.h"
 #include "form/Form42.h"
 
 namespace zelvreg::desktop {
@@ -131,8 +132,8 @@ TEST_F(MainWindowTest, ANewResolutionChangesTheSizeOfEverything) {
   };
   form.shadow.draw(0x808080, 10);
   HWND shadow = controls::modShadow::shadowOf(window.hwnd());
-  constexpr UINT resolutionChanged = 0x02E0;
-  for (const int resolution : {144, 192, 96}) {
+  // What 120 makes of a length is rounded, and is not taken along.
+  for (const int resolution : {120, 144, 192, 288, 96}) {
     const RECT suggested{50, 60, 70, 80};
     SendMessageW(window.hwnd(), resolutionChanged, MAKEWPARAM(resolution, resolution),
                  reinterpret_cast<LPARAM>(&suggested));
@@ -140,8 +141,8 @@ TEST_F(MainWindowTest, ANewResolutionChangesTheSizeOfEverything) {
     GetWindowRect(window.hwnd(), &place);
     EXPECT_EQ(place.left, 50);
     EXPECT_EQ(place.top, 60);
-    EXPECT_EQ(place.right - place.left, windowWidth * resolution / 96);
-    EXPECT_EQ(place.bottom - place.top, windowHeight * resolution / 96);
+    EXPECT_EQ(place.right - place.left, MulDiv(windowWidth, resolution, 96));
+    EXPECT_EQ(place.bottom - place.top, MulDiv(windowHeight, resolution, 96));
     EXPECT_EQ(sizeOf(windowOf(form.View1, WC_LISTVIEWW)).cx,
               sizeOf(windowOf(form.Frame1, L"ZelvregFrame")).cx);
     EXPECT_EQ(form.screen.width, MulDiv(GetSystemMetrics(SM_CXSCREEN), 1440, resolution));

@@ -27,29 +27,30 @@ ConfidenceSummary summaryOf(Counts sure, Counts likely, Counts unsure) {
 
 TEST(ConfidenceSummary, SaysWhatIsTakenAndWhatIsLeftAlone) {
   const ConfidenceSummary summary = summaryOf({42, 0}, {3, 0}, {0, 9});
-  EXPECT_EQ(summary.text(), "42 surely dead, 3 likely, 9 unsure and left alone");
+  EXPECT_EQ(summary.text(Form42()), "42 surely dead, 3 likely, 9 unsure and left alone");
   EXPECT_EQ(summary.leftAlone(), 9U);
   EXPECT_FALSE(summary.isEmpty());
 }
 
 TEST(ConfidenceSummary, HasWordsForOneAndForNone) {
-  EXPECT_EQ(summaryOf({1, 0}, {1, 0}, {0, 1}).text(),
+  EXPECT_EQ(summaryOf({1, 0}, {1, 0}, {0, 1}).text(Form42()),
             "1 surely dead, 1 likely, 1 unsure and left alone");
-  EXPECT_EQ(summaryOf({}, {}, {}).text(), "none surely dead, none likely, none unsure");
+  EXPECT_EQ(summaryOf({}, {}, {}).text(Form42()), "none surely dead, none likely, none unsure");
   EXPECT_TRUE(summaryOf({}, {}, {}).isEmpty());
 }
 
 TEST(ConfidenceSummary, UnsureRowsThatAreTakenAreNotCalledLeftAlone) {
-  EXPECT_EQ(summaryOf({2, 0}, {}, {9, 0}).text(),
+  EXPECT_EQ(summaryOf({2, 0}, {}, {9, 0}).text(Form42()),
             "2 surely dead, none likely, 9 unsure and ticked all the same");
-  EXPECT_EQ(summaryOf({2, 0}, {}, {4, 5}).text(),
+  EXPECT_EQ(summaryOf({2, 0}, {}, {4, 5}).text(Form42()),
             "2 surely dead, none likely, 4 unsure and ticked all the same, "
             "5 unsure and left alone");
 }
 
 TEST(ConfidenceSummary, WhereOnlySureRowsGoLikelyOnesAreLeftAloneToo) {
   const ConfidenceSummary summary = summaryOf({2, 0}, {0, 3}, {0, 9});
-  EXPECT_EQ(summary.text(), "2 surely dead, 3 likely and left alone, 9 unsure and left alone");
+  EXPECT_EQ(summary.text(Form42()),
+            "2 surely dead, 3 likely and left alone, 9 unsure and left alone");
   EXPECT_EQ(summary.leftAlone(), 12U);
 }
 
@@ -63,7 +64,7 @@ TEST(ConfidenceSummary, OfAFormCountsTheTicksAsTheyAre) {
   form.View2.setChecked(3, true);
   form.View2.setChecked(5, true);
   // The second row was unticked by the user, not because of doubts.
-  EXPECT_EQ(confidenceSummary(form).text(),
+  EXPECT_EQ(confidenceSummary(form).text(form),
             "1 surely dead, 1 likely, 1 unsure and ticked all the same, 1 unsure and left alone");
   form.View2.setChecked(3, false);
   EXPECT_EQ(confidenceSummary(form).leftAlone(), 1U);

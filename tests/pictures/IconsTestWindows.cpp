@@ -33,7 +33,7 @@ TEST(Icons, HelpFilesOfTheKindWithoutPictureStayWithoutOne) {
 
 TEST(Icons, EachHasABitmapOfEachSizeThatCoversAPartOfItsSquare) {
   for (const Icon& icon : icons()) {
-    for (const int size : {16, 20, 24, 32, 48}) {
+    for (const int size : {16, 20, 24, 30, 32, 36, 40, 48, 60, 64, 72, 96}) {
       const auto shape = iconShape(icon.key, size);
       ASSERT_TRUE(shape) << icon.key << " " << size;
       EXPECT_EQ(shape->size, size);
@@ -79,7 +79,7 @@ TEST(Icons, EachConfidenceHasAMarkLikeNoOtherPicture) {
 
 TEST(Icons, ASquareBetweenTwoSizesTakesTheSmallerAndATinyOneTheSmallest) {
   EXPECT_EQ(iconShape("a", 28)->size, 24);
-  EXPECT_EQ(iconShape("a", 200)->size, 48);
+  EXPECT_EQ(iconShape("a", 200)->size, 96);
   EXPECT_EQ(iconShape("a", 8)->size, 16);
 }
 

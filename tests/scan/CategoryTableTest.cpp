@@ -35,7 +35,7 @@ std::string lineOf(const Category& category) {
                                       category.valueName, category.optionName}) {
     line.append(part).append(" ");
   }
-  return line.append(category.caption);
+  return line.append(englishOf(category.caption));
 }
 
 TEST(CategoryTable, HasItsSixteenRowsInTheOrderOfAScan) {

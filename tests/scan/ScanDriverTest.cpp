@@ -200,6 +200,17 @@ TEST_F(ScanDriverTest, ASecondScanStartsWithAnEmptyListAndGoesOnCounting) {
   EXPECT_EQ(form.totalFoundText, "2");
 }
 
+TEST_F(ScanDriverTest, TheFormSaysWhichRowIsTestedUntilTheScanEnds) {
+  std::vector<std::optional<std::size_t>> tested;
+  duringScanner = [&](const std::string& /*name*/) { tested.push_back(form.testedRow); };
+  form.lookAgain.bind([&] { tested.push_back(form.testedRow); });
+  form.View1.setChecked(2, true);
+  form.View1.setChecked(9, true);
+  runScan(form);
+  EXPECT_EQ(tested, (std::vector<std::optional<std::size_t>>{2, 9, 0}));
+  EXPECT_EQ(form.testedRow, std::nullopt);
+}
+
 TEST_F(ScanDriverTest, TheResultsPageOpensWithAllRowsTicked) {
   duringScanner = [this](const std::string& /*name*/) { find(1); };
   form.Frame1.left = 300;

@@ -113,7 +113,7 @@ TEST_F(FontsTest, ACancelEndsTheWalk) {
 
 TEST_F(FontsTest, TheStatusLineNamesTheCategory) {
   Command1(form);
-  EXPECT_EQ(form.Label4.caption.get(), categories()[0].caption);
+  EXPECT_EQ(form.Label4.caption.get(), textOf(form, categories()[0].caption));
 }
 
 TEST_F(FontsTest, TheRunningTotalIsSavedOnceAtTheEnd) {

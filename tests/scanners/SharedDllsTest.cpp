@@ -124,7 +124,7 @@ TEST_F(SharedDllsTest, MissingKeysFindNothing) {
 
 TEST_F(SharedDllsTest, TheStatusLineNamesTheCategory) {
   Command2(form);
-  EXPECT_EQ(form.Label4.caption.get(), categories()[1].caption);
+  EXPECT_EQ(form.Label4.caption.get(), textOf(form, categories()[1].caption));
 }
 
 TEST_F(SharedDllsTest, WhatTheUserExcludedIsAddedLikeAnyOther) {

@@ -1,6 +1,7 @@
 #include "shell/CommandModes.h"
 
 #include "form/ProcessEnd.h"
+#include "languages/Texts.h"
 #include "runtime/FileText.h"
 #include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"
@@ -175,9 +176,8 @@ TEST_F(AutomaticEndTest, ARecheckWithoutTicksSaysSoAndStaysOpen) {
   };
   readCommandLine(form, "r");
   Form_Load(form);
-  EXPECT_EQ(
-      told,
-      (std::vector<std::string>{"Please select any item from the list first to perform the test"}));
+  // In the language that is chosen there.
+  EXPECT_EQ(told, std::vector<std::string>{textOf(form, "scan-nothing-chosen")});
   EXPECT_EQ(storedText(suite + "\\real", "rc"), "(none)");
 }
 

@@ -54,7 +54,7 @@ TEST_F(LanguageFontTest, ReachesListsFramesAndLabels) {
               &form.Frame8, &form.Picture1, &form.pictrlang},
              "frame");
   expectFont({&form.Label1, &form.Label3, &form.Label4, &form.Label5, &form.Label6, &form.Label7,
-              &form.Label10, &form.EvidenceText},
+              &form.Label10, &form.ProgressText, &form.EvidenceText},
              "label");
   expectFont(each(form.Label2), "Label2");
   expectFont(each(form.Label8), "Label8");

@@ -1,18 +1,22 @@
 #include "shell/Languages.h"
 
-#include <fstream>
 #include <iterator>
 
 #include "evidence/Reasons.h"
+#include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "scan/CategoryTable.h"
+#include "scan/OutcomeLine.h"
 #include "shell/Captions.h"
+#include "shell/ResultsFilter.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
-#include "support/SourceFolder.h"
+#include "support/ShippedLanguages.h"
 
 namespace zelvreg {
 namespace {
+
+using fixture::shippedLanguages;
 
 const std::string choiceKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\zelvane tuner\\zelvreg";
@@ -21,22 +25,6 @@ const std::string suiteSettings =
 const std::string ticksKey =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
 const std::string folder = "C:\\LanguagesTest";
-
-std::string assetText(const std::string& name) {
-  std::ifstream file(sourceFolder() + "/assets/lang/" + name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-struct Language {
-  const char* tag;
-  const char* name;
-  int charset;
-};
-
-constexpr Language shipped[] = {
-    {"english", "English", 0}, {"german", "Deutsch", 0},       {"french", "Français", 0},
-    {"spanish", "Español", 0}, {"portuguese", "Português", 0}, {"polish", "Polski", 238},
-};
 
 constexpr Confidence allConfidences[] = {Confidence::Unsure, Confidence::Likely, Confidence::Sure};
 
@@ -48,13 +36,13 @@ class LanguagesTest : public fixture::ComputerFixture {
     emptyKey(ticksKey);
     form.programFolder = folder;
     copyAsset("data.lang");
-    for (const Language& language : shipped) {
-      copyAsset("zelvreg-" + std::string(language.tag) + ".lang");
+    for (const fixture::ShippedLanguage& language : shippedLanguages) {
+      copyAsset(fixture::fileOfLanguage(language));
     }
   }
 
   static void copyAsset(const std::string& name) {
-    makeFile(folder + "\\lang\\" + name, assetText(name));
+    makeFile(folder + "\\lang\\" + name, fixture::languageAsset(name));
   }
 
   void choose(const std::string& tag, int charset = 0) {
@@ -66,12 +54,12 @@ class LanguagesTest : public fixture::ComputerFixture {
 
 TEST_F(LanguagesTest, ThePickerHoldsEachLanguageOfTheList) {
   loadavlang(form);
-  ASSERT_EQ(form.lbllanguage.size(), std::size(shipped));
-  for (std::size_t entry = 0; entry < std::size(shipped); ++entry) {
+  ASSERT_EQ(form.lbllanguage.size(), std::size(shippedLanguages));
+  for (std::size_t entry = 0; entry < std::size(shippedLanguages); ++entry) {
     const Label& label = *form.lbllanguage[entry];
-    EXPECT_EQ(label.caption.get(), shipped[entry].name);
-    EXPECT_EQ(label.tag.get(), shipped[entry].tag);
-    EXPECT_EQ(label.font.get().charset, shipped[entry].charset);
+    EXPECT_EQ(label.caption.get(), shippedLanguages[entry].name);
+    EXPECT_EQ(label.tag.get(), shippedLanguages[entry].tag);
+    EXPECT_EQ(label.font.get().charset, shippedLanguages[entry].charset);
     EXPECT_EQ(label.font.get().name, "Arial Unicode MS");
     EXPECT_EQ(label.font.get().size, 10);
   }
@@ -82,8 +70,9 @@ TEST_F(LanguagesTest, EntriesAreBelowEachOtherInsideThePanel) {
   form.lbllanguage[0]->height = 300;
   loadavlang(form);
   EXPECT_EQ(form.lbllanguage[1]->top, 450);
-  EXPECT_EQ(form.lbllanguage[5]->top, 50 + 5 * 400);
-  EXPECT_EQ(form.pictrlang.height, 50 + 5 * 400 + 300 + 100);
+  const int last = static_cast<int>(std::size(shippedLanguages)) - 1;
+  EXPECT_EQ(form.lbllanguage.back()->top, 50 + last * 400);
+  EXPECT_EQ(form.pictrlang.height, 50 + last * 400 + 300 + 100);
 }
 
 TEST_F(LanguagesTest, WithoutTheListThePickerKeepsItsOneEntry) {
@@ -111,38 +100,6 @@ TEST_F(LanguagesTest, ReadingAnEndlessListEnds) {
   EXPECT_EQ(form.lbllanguage[0]->font.get().charset, charset);
 }
 
-TEST_F(LanguagesTest, EveryLanguageHasATextOfItsOwnForEveryKey) {
-  for (const Language& language : shipped) {
-    const std::string file = folder + "\\lang\\zelvreg-" + language.tag + ".lang";
-    std::vector<std::pair<std::string, std::string>> keys;
-    for (const Category& category : categories()) {
-      keys.emplace_back("Form42", category.nameKey);
-      keys.emplace_back("Form42", category.textKey);
-    }
-    for (const Caption& caption : captions()) {
-      keys.emplace_back("Form42", caption.key);
-    }
-    for (const char* key : {"orubutton10", "Label222(1)", "Label1", "orubutton1"}) {
-      keys.emplace_back("Form1", key);
-    }
-    for (const char* key : {"Label2(3)", "Label2(2)", "Label2(1)", "Label2(0)", "Label222(1)"}) {
-      keys.emplace_back("frmabout", key);
-    }
-    for (const ReasonRule& rule : reasonRules()) {
-      keys.emplace_back("Evidence", rule.code);
-    }
-    for (const Confidence confidence : allConfidences) {
-      keys.emplace_back("Evidence", codeOf(confidence));
-    }
-    const std::string content = assetText("zelvreg-" + std::string(language.tag) + ".lang");
-    for (const auto& [section, key] : keys) {
-      EXPECT_NE(ReadLangValue(file, section, key, language.charset), "")
-          << language.tag << " " << key;
-      EXPECT_NE(content.find("\n" + key + "="), std::string::npos) << language.tag << " " << key;
-    }
-  }
-}
-
 TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {
   const Form42 asMade;
   const std::string file = folder + "\\lang\\zelvreg-english.lang";
@@ -154,6 +111,58 @@ TEST_F(LanguagesTest, EnglishTextsAreTheCaptionsThatTheFormIsMadeWith) {
       EXPECT_EQ(ReadLangValue(file, "Form42", caption.key, 0), made) << caption.key;
     }
   }
+}
+
+// A file cannot hold quotation marks, nor blanks at the end of a text.
+TEST_F(LanguagesTest, TheEnglishFileHasTheTextsThatStandWithoutIt) {
+  const std::string file = folder + "\\lang\\zelvreg-english.lang";
+  const Form42 asMade;
+  for (const Caption& caption : furtherCaptions()) {
+    EXPECT_EQ(ReadLangValue(file, "Form42", caption.key, 0), caption.get(asMade)) << caption.key;
+  }
+  for (const Text& text : texts) {
+    const bool canBeHeld =
+        text.english.find('"') == std::string_view::npos && !text.english.ends_with(' ');
+    EXPECT_EQ(ReadLangValue(file, "Form42", text.key, 0), canBeHeld ? text.english : "")
+        << text.key;
+  }
+}
+
+TEST_F(LanguagesTest, AnotherLanguageSaysAgainWhatTheResultsSay) {
+  choose("english");
+  form.Label10.caption = "Number of invalid entries is 17";
+  choose("german");
+  EXPECT_EQ(form.Label10.caption.get(), "Ungültige Einträge: 17");
+  choose("german");
+  EXPECT_EQ(form.Label10.caption.get(), "Ungültige Einträge: 17");
+  form.safeguards = {};
+  form.repairOutcome.gone = 42;
+  showOutcome(form);
+  choose("english");
+  EXPECT_EQ(form.OutcomeText.caption.get(), "42 repaired, 0 left, 0 spared");
+  form.View2.add("one");
+  form.View2.add("two");
+  form.FilterBox.setText("one");
+  filterResults(form);
+  EXPECT_EQ(form.FilterText.caption.get(), "1 of 2 shown");
+  choose("german");
+  EXPECT_EQ(form.FilterText.caption.get(), "1 von 2 gezeigt");
+}
+
+TEST_F(LanguagesTest, AFileWithoutTheFurtherTextsLeavesThemEnglish) {
+  makeFile(folder + "\\lang\\zelvreg-full.lang",
+           "[Form42]\norubutton1=Los\nchameleonButton4.ToolTipText=Ende\nnone=keine\n");
+  makeFile(folder + "\\lang\\zelvreg-older.lang", "[Form42]\ncmd_start=Los\n");
+  choose("full");
+  EXPECT_EQ(form.orubutton1.caption.get(), "Los");
+  EXPECT_EQ(form.orubutton1.toolTip.get(), "Los");
+  EXPECT_EQ(form.chameleonButton4.toolTip.get(), "Ende");
+  EXPECT_EQ(textOf(form, "none"), "keine");
+  choose("older");
+  EXPECT_EQ(form.orubutton1.caption.get(), "Start Scanning your registry");
+  EXPECT_EQ(form.chameleonButton4.toolTip.get(), "Exit");
+  EXPECT_EQ(textOf(form, "none"), "none");
+  EXPECT_EQ(form.cmd_start.caption.get(), "Los");
 }
 
 TEST_F(LanguagesTest, EnglishTextsOfTheEvidenceAreThoseWithoutALanguageFile) {
@@ -177,15 +186,31 @@ TEST_F(LanguagesTest, ADescribedRowIsForgottenWithItsLanguage) {
 }
 
 TEST_F(LanguagesTest, EachCaptionGoesOnlyToItsControl) {
+  std::vector<Caption> all(captions().begin(), captions().end());
+  all.insert(all.end(), furtherCaptions().begin(), furtherCaptions().end());
   std::string content = "[Form42]\n";
-  for (const Caption& caption : captions()) {
+  for (const Caption& caption : all) {
     content += std::string(caption.key) + "=text of " + std::string(caption.key) + "\n";
   }
   makeFile(folder + "\\lang\\zelvreg-marked.lang", content);
   choose("marked");
-  for (const Caption& caption : captions()) {
+  for (const Caption& caption : all) {
     EXPECT_EQ(caption.get(form), "text of " + std::string(caption.key));
   }
+}
+
+TEST_F(LanguagesTest, TheFormKnowsFromWhichSideItsLanguageIsRead) {
+  int changes = 0;
+  form.onLanguage = [&changes] { ++changes; };
+  for (const fixture::ShippedLanguage& language : shippedLanguages) {
+    choose(language.tag, language.charset);
+    EXPECT_EQ(form.readsFromRight, language.tag == std::string_view("arabic")) << language.tag;
+  }
+  EXPECT_EQ(changes, static_cast<int>(std::size(shippedLanguages)));
+  constexpr int hebrew = 177;
+  makeFile(folder + "\\lang\\zelvreg-hebrew.lang", "[Form42]\ncmd_start=x\n");
+  choose("hebrew", hebrew);
+  EXPECT_TRUE(form.readsFromRight);
 }
 
 TEST_F(LanguagesTest, CaptionsAreReadInTheStoredCharset) {
@@ -307,6 +332,17 @@ TEST_F(LanguagesTest, TheSmallFormsSpeakTheLanguageThatWasChosen) {
   EXPECT_NE(form.Form1.orubutton1.caption.get(), "Add Key");
   EXPECT_NE(form.frmabout.Label222[1].caption.get(), "About");
   EXPECT_NE(form.frmabout.Label2[0].caption.get(), form.frmabout.Label2[3].caption.get());
+}
+
+TEST_F(LanguagesTest, ASmallFormLeavesTheMainFormItsEnglishTexts) {
+  Form_Load(form);
+  form.safeguards = asDescribed();
+  form.chameleonButton5.click();
+  EXPECT_EQ(form.langFileName, "zelvreg-.lang");
+  form.safeguards = Safeguards();
+  form.langFileName = "zelvreg-english.lang";
+  form.chameleonButton5.click();
+  EXPECT_EQ(form.langFileName, "zelvreg-english.lang");
 }
 
 TEST_F(LanguagesTest, TheMenusAreDrawnAsTheLanguageMatchesTheSystem) {

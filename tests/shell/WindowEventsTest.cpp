@@ -38,6 +38,13 @@ TEST_F(WindowEventsTest, TheLoadMakesAllHeadersFlatAndKeepsThePlaceOfAPicture) {
   EXPECT_EQ(form.leftOfImage44, 77);
 }
 
+TEST_F(WindowEventsTest, AButtonMaximizesTheWindowAndGivesItsSizeBack) {
+  form.MaximizeButton.click();
+  EXPECT_EQ(form.window.windowState, WindowState::Maximized);
+  form.MaximizeButton.click();
+  EXPECT_EQ(form.window.windowState, WindowState::Normal);
+}
+
 TEST_F(WindowEventsTest, TheWindowMovesDownByAThousandTwipsPerTick) {
   form.window.visible = false;
   const int place = (form.screen.height - form.window.height) / 2;

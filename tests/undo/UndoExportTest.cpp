@@ -47,6 +47,12 @@ class UndoExportTest : public fixture::ComputerFixture {
     runRepair(form);
   }
 
+  // The outcome of the repair offers to undo it.
+  void undoFromResults() {
+    messages.clear();
+    form.UndoRepair.click();
+  }
+
   void addEntry(const std::string& label, const std::string& stem) {
     setText(settings, "cnt", "1");
     setText(settings + "\\dates", "1", label);
@@ -77,6 +83,31 @@ TEST_F(UndoExportTest, ARepairWithUndoOnIsLinkedToItsExportAndUndoneByIt) {
     EXPECT_EQ(messages, (std::vector<std::string>{"Finished Retriving undo data"}));
     EXPECT_EQ(storedText(target, "x"), "data");
   }
+}
+
+TEST_F(UndoExportTest, TheOutcomeOfARepairOffersToUndoItWithoutAJournal) {
+  form.safeguards.protects = false;
+  repair();
+  ASSERT_TRUE(form.UndoRepair.visible);
+  EXPECT_EQ(storedText(target, "x"), "(none)");
+  undoFromResults();
+  EXPECT_EQ(messages, (std::vector<std::string>{"Finished Retriving undo data"}));
+  EXPECT_EQ(storedText(target, "x"), "data");
+  EXPECT_FALSE(form.UndoRepair.visible);
+  EXPECT_FALSE(form.OutcomeText.visible);
+}
+
+TEST_F(UndoExportTest, AnOfferThatCannotBeKeptSaysWhyAndStays) {
+  form.safeguards.protects = false;
+  repair();
+  const std::string path = exportPath(form, form.exportStem);
+  makeFile(path, "no registry file");
+  undoFromResults();
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_NE(messages.front().find(path), std::string::npos) << messages.front();
+  EXPECT_TRUE(form.isUndoRefused);
+  EXPECT_TRUE(form.UndoRepair.visible);
+  EXPECT_EQ(storedText(target, "x"), "(none)");
 }
 
 TEST_F(UndoExportTest, ExportJournalAndCopyAreClosedToOthers) {

@@ -87,6 +87,16 @@ TEST_F(UndoPageTest, ThePageTakesThePlaceOfTheOptions) {
   EXPECT_FALSE(form.Frame7.visible);
 }
 
+TEST_F(UndoPageTest, FromTheResultsItTakesTheirPlaceToo) {
+  form.Frame1.visible = false;
+  form.Frame2.visible = true;
+  form.Picture1.visible = true;
+  form.chameleonButton1.click();
+  EXPECT_TRUE(form.Frame3.visible);
+  EXPECT_FALSE(form.Frame2.visible);
+  EXPECT_FALSE(form.Picture1.visible);
+}
+
 TEST_F(UndoPageTest, TheBoxShowsTheOptionThatWasKept) {
   for (const auto& [kept, isTicked] : {std::pair("1", true), {"0", false}}) {
     setText(settings, "saveundo", kept);

@@ -13,14 +13,17 @@ CLICK = {1: ["click", "1"], 2: ["click", "--repeat", "2", "--delay", "60", "1"]}
 
 
 class Display:
-    def __init__(self, folder):
+    def __init__(self, folder, width, height):
         """The output of the display's programs goes to `folder`."""
+        self.width, self.height = width, height
         self.running = []
         self.logs = folder
         reading, writing = os.pipe()
-        # The server chooses a free number and prints it. Memory cannot be shared with the box.
-        self._start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24",
-                    "-dpi", "96", "-extension", "MIT-SHM", "-nolisten", "tcp", pass_fds=[writing])
+        # The server chooses a free number and prints it. Memory cannot be shared with the box. When
+        # its last program ends it would begin anew, and refuse one that comes in that moment.
+        self._start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{width}x{height}x24",
+                    "-dpi", "96", "-extension", "MIT-SHM", "-nolisten", "tcp", "-noreset",
+                    pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as number:
             self.name = ":" + number.readline().strip()
@@ -39,7 +42,7 @@ class Display:
         wait_until("a notification area", self.tray)
 
     def _start(self, *command, **more):
-        with open(self.logs / f"{command[0]}.log", "w", encoding="utf-8") as log:
+        with open(self.logs / f"{command[0]}.log", "a", encoding="utf-8") as log:
             self.running.append(subprocess.Popen(command, stdout=log, stderr=log, env=getattr(
                 self, "settings", None), **more))
 
@@ -80,9 +83,20 @@ class Display:
     def point(self, left, top):
         self._act("mousemove", "--sync", str(left), str(top))
 
+    def leave(self):
+        """Moves the mouse to where there is nothing; it may be there already."""
+        self._act("mousemove", "4", "4")
+
     def click(self, left, top, times=1, button=1):
         words = CLICK[times] if button == 1 else ["click", str(button)]
         self._act("mousemove", str(left), str(top), *words)
+
+    def drag(self, left, top, to_left, to_top):
+        """Presses at the first point and lets go at the second, by way of one between them."""
+        self._act("mousemove", "--sync", str(left), str(top), "mousedown", "1")
+        for x, y in ((left + to_left) // 2, (top + to_top) // 2), (to_left, to_top):
+            self._act("mousemove", "--sync", str(x), str(y))
+        self._act("mouseup", "1")
 
     def keys(self, *names):
         self._act("key", "--delay", "30", *names)
@@ -102,3 +116,21 @@ class Display:
 
     def type(self, text):
         self._act("type", "--delay", "15", text)
+
+
+class Displays:
+    """A display for each size of a screen that is asked for; it stays for the next story."""
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.of_size = {}
+
+    def __getitem__(self, size):
+        size = size or (WIDTH, HEIGHT)
+        if size not in self.of_size:
+            self.of_size[size] = Display(self.folder, *size)
+        return self.of_size[size]
+
+    def close(self):
+        for display in self.of_size.values():
+            display.close()

@@ -19,13 +19,27 @@ def on_a_computer_in(locale):
     return marked
 
 
+def on_a_screen_of(width, height):
+    """Marks a story that needs another screen than the usual one."""
+    def marked(story):
+        story.screen = (width, height)
+        return story
+    return marked
+
+
+def long_by_nature(story):
+    """Marks a story that is told when it is asked for, or all are."""
+    story.is_long = True
+    return story
+
+
 class Stage:
     """What all stories share."""
 
-    def __init__(self, build, work, pictures, display, limit=300):
-        """`limit` is how many seconds a scene may take."""
+    def __init__(self, build, work, pictures, displays, limit=300):
+        """`displays` gives one for each size; `limit` is how many seconds a scene may take."""
         self.limit = limit
-        self.build, self.work, self.pictures, self.display = build, work, pictures, display
+        self.build, self.work, self.pictures, self.displays = build, work, pictures, displays
         self.empty, self.demo = work / "empty", work / "demo"
         tool = findings.CHECKOUT / "tools" / "demo-prefix"
         subprocess.run([tool, "--empty", build, self.empty], check=True)
@@ -37,21 +51,22 @@ class Stage:
     def _scan(self, name, source, registry):
         prefix = self.work / name
         copy_prefix(source, prefix)
-        box = Box(self.build, prefix, self.display.name, registry)
+        box = Box(self.build, prefix, self.displays[None].name, registry)
         try:
             return findings.of_json(box.sh("wine zelvreg-console.exe scan --json")[1])
         finally:
             box.close()
 
-    def scene(self, story, locale=None):
-        return Scene(self, story, locale)
+    def scene(self, story, locale=None, screen=None):
+        return Scene(self, story, locale, self.displays[screen])
 
 
 class Scene:
     """The demo machine, as new; to be used in a with statement."""
 
-    def __init__(self, stage, story, locale):
+    def __init__(self, stage, story, locale, display):
         self.stage, self.story, self.locale = stage, story, locale
+        self.display = display
         self.prefix = stage.work / story
 
     def __enter__(self):
@@ -62,12 +77,12 @@ class Scene:
             print(f"   {self.story.replace('_', ' ')} is set once more: {difference}", flush=True)
             shutil.rmtree(self.prefix)
             self.box = self._box()
-        self.screen = Screen(self.box, self.stage.display, self.stage.pictures, self.story)
+        self.screen = Screen(self.box, self.display, self.stage.pictures, self.story)
         return self
 
     def _box(self):
         copy_prefix(self.stage.demo, self.prefix)
-        box = Box(self.stage.build, self.prefix, self.stage.display.name,
+        box = Box(self.stage.build, self.prefix, self.display.name,
                   self.stage.demo / "demo.reg", self.stage.limit, self.locale)
         # The registry editor ends with status 0 whether it has imported anything or not.
         if not box.registry(DEMO_KEY):
@@ -93,6 +108,23 @@ class Scene:
         lines = "\n".join(f"[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\Class {number}]"
                           for number in range(count))
         self.box.add_to_registry(lines + "\n")
+
+    def set_resolution(self, resolution):
+        """Gives the screen a resolution for programs that are started from now on."""
+        self.box.add_to_registry("[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"
+                                 f'"LogPixels"=dword:{resolution:08x}\n')
+        self.screen.resolution = resolution
+
+    def make_dark(self):
+        """Gives Windows its dark theme."""
+        self.box.add_to_registry("[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\"
+                                 'Themes\\Personalize]\n"AppsUseLightTheme"=dword:00000000\n')
+
+    def start_in_high_contrast(self):
+        """Starts the program as it looks in a scheme of high contrast. It looks for its files beside
+        itself."""
+        shutil.copy(self.stage.build / "window-contrast.exe", self.box.folder)
+        self.screen.opened(self.box.start("window-contrast.exe"))
 
     def start_suite(self):
         """Starts the stand-in for the suite's window; returns a function for its lines so far."""

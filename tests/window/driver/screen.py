@@ -5,13 +5,15 @@ import os
 import re
 
 from .box import BUILD, CHECKOUT, NOTES
+from .display import TRAY_HEIGHT
 from .waiting import Unmet, wait_until
 
 # By their window classes, because two of them have the same title.
-MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "#32770"
+MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "ZelvregMessageWindow"
 # Lists are known by their columns.
 ROWS_LIST, RESULTS_LIST = "what to scan", "Invalid Data Location"
 RESULTS = "Number of invalid entries is"
+SMALLEST_WIDTH = 1026
 PLACE = re.compile(r"Place\{\s*of<&Form42::(\w+)>,\s*noFrame,\s*\{(\d+), (\d+), (\d+), (\d+)\}")
 
 
@@ -26,24 +28,32 @@ def middle(place):
     return left + width // 2, top + height // 2
 
 
+def plain(caption):
+    """A caption without the mark of its access key, or the letter that was added for it."""
+    return re.sub(r"\(&\w\)$", "", caption).replace("&", "").strip()
+
+
 class Control:
     def __init__(self, told):
         self.kind = told["class"]
         self.text = told["text"]
         self.place = told["place"]
         self.enabled = told["enabled"]
+        self.focused = told["focused"]
         self.ticked = told.get("ticked", False)
         self.headings = told.get("headings", [])
         # Only the first rows of a long list; `count` counts all of them.
         self.rows = told.get("rows", [])
         self.count = told.get("count", 0)
         self.process = told.get("process")
+        # What it tells screen readers; only if that was asked for.
+        self.accessible = told.get("accessible")
         self.controls = [Control(each) for each in told.get("controls", [])]
 
     def find(self, kind, text):
         """The control with a caption, or None; an enabled one is preferred."""
         for each in sorted(self.controls, key=lambda control: not control.enabled):
-            if each.kind == kind and each.text.replace("&", "").strip() == text:
+            if each.kind == kind and plain(each.text) == text:
                 return each
         return None
 
@@ -68,7 +78,11 @@ class Screen:
         self.display = display
         self.pictures = pictures
         self.story = story
-        self.taken = 0
+        # The files of all pictures, and of those that stood still.
+        self.all_pictures, self.still_pictures = [], []
+        # Whether the window is laid out from the right.
+        self.is_mirrored = False
+        self.resolution = 96
         for name in ("asked", "answered"):
             os.mkfifo(box.notes / name)
         inside = f"/zelvreg/prefix/{NOTES}"
@@ -85,11 +99,15 @@ class Screen:
             # It has already ended.
             pass
 
+    def pixels(self, length):
+        """A length in pixels at 96 dpi, in those of the screen."""
+        return round(length * self.resolution / 96)
+
     # Looking
 
-    def windows(self):
+    def windows(self, question=""):
         try:
-            print(file=self.asked, flush=True)
+            print(question, file=self.asked, flush=True)
         except BrokenPipeError:
             raise Unmet("the reader of the screen ended") from None
         line = self.answered.readline()
@@ -100,6 +118,10 @@ class Screen:
     def window(self, name=MAIN):
         """The visible window of a class or with a title, or None."""
         return next((each for each in self.windows() if name in (each.kind, each.text)), None)
+
+    def accessible(self, name=MAIN):
+        """The same with what each of its controls tells screen readers."""
+        return next(each for each in self.windows("accessible") if name in (each.kind, each.text))
 
     def find(self, what, look, name=MAIN, seconds=20):
         """Waits until `look` finds something in that window, and returns it."""
@@ -126,18 +148,24 @@ class Screen:
                     return control.place
         return None
 
-    def picture(self, step, moves=False):
-        """Saves a picture of the screen, once it no longer changes unless `moves`."""
-        self.taken += 1
-        path = self.pictures / f"{self.story}-{self.taken}-{step}.png"
+    def picture(self, step, pointing=False, moves=False):
+        """Saves a picture of the screen once it no longer changes, without the mouse in it unless it
+        is `pointing` at something. What `moves` is saved as it is at once."""
+        path = self.pictures / f"{self.story}-{len(self.all_pictures) + 1}-{step}.png"
+        self.all_pictures.append(path)
         seen = []
 
         def still():
-            seen.append(self.display.pixels(0, 0, 1280, 876))
+            seen.append(self.display.pixels(0, 0, self.display.width,
+                                             self.display.height - TRAY_HEIGHT))
             return len(seen) > 1 and seen[-1] == seen[-2]
         try:
+            if not pointing:
+                # What is below the mouse may have a tip, or not yet.
+                self.display.leave()
             if not moves:
-                wait_until("the picture no longer changes", still, 2)
+                wait_until("the picture no longer changes", still, 4)
+                self.still_pictures.append(path)
         except Unmet:
             # A picture that still changes is better than none.
             pass
@@ -146,9 +174,16 @@ class Screen:
 
     # Acting
 
+    def tell_resolution(self, name, resolution, left, top):
+        """Tells a window of a class that its screen has that resolution now."""
+        self.windows(f"resolution {name} {resolution} {left} {top}")
+
     def start(self, *arguments):
         """Starts the program and waits for its window."""
-        program = self.box.start("zelvreg.exe", *arguments)
+        return self.opened(self.box.start("zelvreg.exe", *arguments))
+
+    def opened(self, program):
+        """Waits for the window of a program that was started, and returns it."""
         wait_until("the window opens", lambda: self.window() or program.has_ended(), 30)
         if program.has_ended():
             raise Unmet(f"the window opens; the program ended with {program.status()} instead")
@@ -168,8 +203,18 @@ class Screen:
     def press_picture(self, name):
         """Clicks a control without a caption, where the layout has it."""
         window = self.see("the window")
-        left, top, width, height = places()[name]
+        left, top, width, height = map(self.pixels, places()[name])
+        if self.is_mirrored:
+            left = window.place[2] - left - width
         self.display.click(window.place[0] + left + width // 2, window.place[1] + top + height // 2)
+
+    def press_picture_at_right(self, name):
+        """The same for one that moves with the right edge of a window that is wider."""
+        window = self.see("the window")
+        left, top, width, height = map(self.pixels, places()[name])
+        beyond = window.place[2] - self.pixels(SMALLEST_WIDTH)
+        self.display.click(window.place[0] + beyond + left + width // 2,
+                           window.place[1] + top + height // 2)
 
     def press_exclude(self):
         """Clicks the button that excludes the highlighted rows from every scan."""
@@ -206,17 +251,17 @@ class Screen:
     def mark(self, heading, text):
         """What stands between the tick and the icon of a row, as one text for its pixels."""
         left, top, _, height = self.row_in_view(heading, text)["place"]
-        return self.display.pixels(left + 33, top + 1, 22, height - 3)
+        return self.display.pixels(left + self.pixels(33), top + 1, self.pixels(22), height - 3)
 
     def click_row(self, heading, text, times=1, button=1):
         left, top, _, height = self.row_in_view(heading, text)["place"]
         # To the right of the check box.
-        self.display.click(left + 80, top + height // 2, times, button)
+        self.display.click(left + self.pixels(80), top + height // 2, times, button)
 
     def tick_row(self, heading, text):
         """Clicks the check box of a row."""
         row = self.row_in_view(heading, text)
         left, top, _, height = row["place"]
-        self.display.click(left + 15, top + height // 2)
+        self.display.click(left + self.pixels(15), top + height // 2)
         wait_until(f"the tick of “{text}” changes",
                    lambda: self.row(heading, text)[1]["ticked"] != row["ticked"])

@@ -1,15 +1,18 @@
 // Says what is on the screen, as a screen reader does: from outside, by messages that any program
 // may send to the windows of another. For each line on standard input it prints one line of JSON:
-// all visible top-level windows with their controls.
+// all visible top-level windows with their controls. For the line "accessible" it also says of each
+// control what the control tells screen readers.
 #include <windows.h>
 
 // These need <windows.h> before them.
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <algorithm>
 #include <array>
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,6 +21,7 @@
 namespace {
 
 using zelvreg::roomIn;
+using zelvreg::utf16;
 using zelvreg::utf8;
 
 using Json = nlohmann::ordered_json;
@@ -27,6 +31,7 @@ constexpr UINT patience = 2000;
 constexpr std::size_t longestText = 2048;
 // As many rows of a long list as a user would read.
 constexpr int mostRows = 200;
+constexpr int mostRowsTold = 8;
 
 DWORD_PTR ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
   DWORD_PTR answer = 0;
@@ -113,9 +118,8 @@ Json rowPlace(HWND list, const Letter& letter, int row) {
   Letter::Content content{};
   content.place.left = LVIR_BOUNDS;
   letter.send(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), content);
-  POINT corner{content.place.left, content.place.top};
-  ClientToScreen(list, &corner);
-  OffsetRect(&content.place, corner.x - content.place.left, corner.y - content.place.top);
+  // Both corners, because a list that is laid out from the right counts from there.
+  MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&content.place), 2);
   return placeOf(content.place);
 }
 
@@ -144,6 +148,61 @@ Json listOf(HWND list) {
   return {{"headings", headings}, {"count", count}, {"rows", rows}};
 }
 
+std::string taken(BSTR text) {
+  const std::string result =
+      text == nullptr ? std::string() : utf8(reinterpret_cast<const char16_t*>(text));
+  SysFreeString(text);
+  return result;
+}
+
+// What the object of a window says of the window, or of its row with a number from 1.
+Json factsOf(IAccessible& object, long child) {
+  VARIANT which{};
+  which.vt = VT_I4;
+  which.lVal = child;
+  BSTR name = nullptr;
+  BSTR value = nullptr;
+  BSTR description = nullptr;
+  VARIANT role{};
+  VARIANT state{};
+  object.get_accName(which, &name);
+  object.get_accValue(which, &value);
+  object.get_accDescription(which, &description);
+  object.get_accRole(which, &role);
+  object.get_accState(which, &state);
+  return {{"name", taken(name)},
+          {"value", taken(value)},
+          {"description", taken(description)},
+          {"role", role.vt == VT_I4 ? role.lVal : 0},
+          {"state", state.vt == VT_I4 ? state.lVal : 0}};
+}
+
+Json accessibleOf(HWND window) {
+  IAccessible* object = nullptr;
+  if (FAILED(AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+                                        reinterpret_cast<void**>(&object)))) {
+    return nullptr;
+  }
+  Json facts = factsOf(*object, CHILDID_SELF);
+  if (classOf(window) == "SysListView32") {
+    const int count = static_cast<int>(ask(window, LVM_GETITEMCOUNT));
+    for (int row = 1; row <= std::min(count, mostRowsTold); ++row) {
+      facts["rows"].push_back(factsOf(*object, row));
+    }
+  }
+  object->Release();
+  return facts;
+}
+
+bool tellsAccessible = false;
+
+bool hasFocus(HWND window) {
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &thread) != FALSE &&
+         thread.hwndFocus == window;
+}
+
 Json describe(HWND window) {
   RECT place{};
   GetWindowRect(window, &place);
@@ -151,11 +210,15 @@ Json describe(HWND window) {
   Json found = {{"class", name},
                 {"text", textOf(window)},
                 {"place", placeOf(place)},
-                {"enabled", IsWindowEnabled(window) != FALSE}};
+                {"enabled", IsWindowEnabled(window) != FALSE},
+                {"focused", hasFocus(window)}};
   if (name == "SysListView32") {
     found.update(listOf(window));
   } else if (name == "Button") {
     found["ticked"] = ask(window, BM_GETCHECK) == BST_CHECKED;
+  }
+  if (tellsAccessible) {
+    found["accessible"] = accessibleOf(window);
   }
   return found;
 }
@@ -181,11 +244,34 @@ BOOL CALLBACK addWindow(HWND window, LPARAM list) {
   return TRUE;
 }
 
+// "resolution CLASS DPI LEFT TOP": tells a window that it is on a screen of that resolution now, as
+// the system does when its user drags it there or changes the scale.
+void tellResolution(const std::string& line) {
+  std::istringstream words(line);
+  std::string verb;
+  std::string name;
+  int resolution = 0;
+  Letter::Content content{};
+  words >> verb >> name >> resolution >> content.place.left >> content.place.top;
+  const std::u16string wide = utf16(name);
+  HWND window = FindWindowW(reinterpret_cast<LPCWSTR>(wide.c_str()), nullptr);
+  if (window != nullptr) {
+    constexpr UINT resolutionChanged = 0x02E0;
+    Letter(window).send(window, resolutionChanged,
+                        static_cast<WPARAM>(MAKELONG(resolution, resolution)), content);
+  }
+}
+
 }  // namespace
 
 int main() {
   std::string line;
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   while (std::getline(std::cin, line)) {
+    tellsAccessible = line == "accessible";
+    if (line.starts_with("resolution ")) {
+      tellResolution(line);
+    }
     Json windows = Json::array();
     EnumWindows(addWindow, reinterpret_cast<LPARAM>(&windows));
     std::cout << windows.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;

@@ -5,6 +5,7 @@ from driver.screen import BOX, RESULTS, RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
 FONTS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\windows\currentversion\fonts"
+SETTINGS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\regscan"
 REGEDIT = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Applets\Regedit"
 
 
@@ -104,3 +105,33 @@ def a_scan_is_stopped(scene):
     options = screen.see("the options again", lambda window: window.list(ROWS_LIST))
     expect("the rows after the first were not tested",
            options.list(ROWS_LIST).column("# Problems")[1:], [""] * 15)
+
+
+def a_scan_tells_how_far_it_is_and_how_long_it_will_take(scene):
+    fonts = 40000
+    scene.add_dead_fonts(fonts)
+    parts = ["30000", "300000"] + ["2000"] * 15
+    scene.box.add_to_registry(f'[{SETTINGS}]\n"scantimes"="{" ".join(parts)}"\n')
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    screen.see("the time that is left", lambda window: window.says("1 of 16  ·  About 6 minutes "
+                                                                   "left"))
+    screen.picture("time-left", moves=True)
+    screen.press("Cancel")
+    screen.see("so many are implausible", lambda box: box.says("This is implausible"), BOX, 60)
+    screen.press("OK", BOX)
+    screen.see_results()
+    expect("a scan that was stopped tells nothing of the next one",
+           scene.box.value(SETTINGS, "scantimes"), " ".join(parts))
+
+
+def the_results_are_counted_in_another_language_too(scene):
+    screen = scene.screen
+    screen.start()
+    screen.press("Start")
+    found = len(screen.see_results().list(RESULTS_LIST).rows)
+    screen.press_picture("chameleonButton13")
+    screen.click_text("Deutsch")
+    screen.see("the number in German", lambda window: window.says(f"Ungültige Einträge: {found}"))
+    screen.picture("german")

@@ -165,3 +165,25 @@ def a_second_start_ends_at_once(scene):
     expect("nothing was listed", scene.box.file("regtmp.txt"), None)
     screen.press("Start")
     screen.see_results()
+
+
+def a_field_answers_the_mouse(scene):
+    screen = scene.screen
+    screen.start()
+    window = screen.see("the window")
+    fields = [each for each in window.controls if each.kind == "ComboBox"]
+    expect("two lists can be opened here", len(fields), 2)
+    for field in fields:
+        left, top, width, height = field.place
+        screen.display.point(left + width // 2, window.place[1] + 20)
+
+        def edge(place=field.place):
+            return screen.display.pixels(place[0], place[1], place[2], 1)
+        quiet = edge()
+        # On its text, which may be a window of its own, and on its arrow.
+        for x in left + 20, left + width - 8:
+            screen.display.point(x, top + 12)
+            wait_until("its edge is marked", lambda: edge() != quiet)
+        screen.picture("hovered", pointing=True)
+        screen.display.point(left + width // 2, window.place[1] + 20)
+        wait_until("its edge is as before", lambda: edge() == quiet)

@@ -1,0 +1,153 @@
+"""What screen readers hear, in every language."""
+
+from collections import namedtuple
+from pathlib import Path
+
+from driver.languages import LANGUAGES
+from driver.scene import long_by_nature
+from driver.screen import BOX, MAIN, SMALL, plain
+from driver.waiting import Unmet, expect, wait_until
+
+# The system's numbers.
+ROLES = {20: "group", 30: "link", 33: "list", 38: "page", 40: "graphic", 42: "text field",
+         43: "button", 44: "check box", 45: "option", 46: "combo box"}
+CHECKED = 0x10
+
+Told = namedtuple("Told", "role name value states")
+
+
+def _expected():
+    """The lines of the list, by page."""
+    pages = {}
+    for line in (Path(__file__).resolve().parent.parent / "names").read_text("utf-8").splitlines():
+        if line and not line.startswith("#"):
+            page, *facts = (part.strip() for part in line.split("|"))
+            pages.setdefault(page, []).append(Told(*facts, *[""] * (4 - len(facts))))
+    return pages
+
+
+EXPECTED = _expected()
+
+
+def _in(language, text):
+    return text.strip('"') if not text or text.startswith('"') else plain(language[text])
+
+
+def _wanted(language, *pages):
+    return [told._replace(name=_in(language, told.name), value=_in(language, told.value))
+            for page in pages for told in EXPECTED[page]]
+
+
+def _told(window):
+    """What can be used or has a name. Text that only stands there is read by its own window."""
+    for control in window.controls:
+        facts = control.accessible
+        role = facts and ROLES.get(facts["role"])
+        if role and (facts["name"] or role not in ("group", "graphic")):
+            yield Told(role, facts["name"].strip(), facts["value"],
+                       "checked" if facts["state"] & CHECKED else "")
+
+
+def _compare(screen, language, *pages, name=MAIN):
+    found, wanted = list(_told(screen.accessible(name))), _wanted(language, *pages)
+    for each, told in zip(wanted, found):
+        expect(f"{language.name}, {pages[-1]}", told, each)
+    expect(f"{language.name}, {pages[-1]}", found[len(wanted):], wanted[len(found):])
+
+
+def _choose(screen, language):
+    screen.press_picture("chameleonButton13")
+    screen.click_text(language.name)
+    screen.is_mirrored = language.is_mirrored
+    screen.see(f"the window speaks {language.name}", lambda window: window.find(
+        "Button", plain(language["cmd_report"])) and not window.find("Static", "Deutsch"))
+
+
+def _rows(screen, language):
+    """The rows of the two long lists: their names, ticks and how sure they are."""
+    for facts in (each.accessible for each in screen.accessible().controls if each.accessible):
+        if facts["name"] == language["name-categories"]:
+            first = facts["rows"][0]
+            expect("a category", (first["name"], first["state"] & CHECKED),
+                   (language["a1"], CHECKED))
+            expect("what it is about", language["b1"] in first["description"], True)
+            return
+        if facts["name"] == language["name-findings"]:
+            sure = tuple(language[f"Evidence/{each}"] for each in ("sure", "likely", "unsure"))
+            expect("how sure a finding is",
+                   [row for row in facts["rows"] if not row["description"].startswith(sure)], [])
+            return
+    raise Unmet("a list with rows")
+
+
+def _pages(screen, language):
+    _compare(screen, language, "every", "options")
+    _rows(screen, language)
+    screen.press(plain(language["chameleonButton7"]))
+    screen.see("the exclusions", lambda window: window.find(
+        "Button", plain(language["chameleonButton5"])))
+    _compare(screen, language, "every", "exclusions")
+    screen.press(plain(language["chameleonButton1"]))
+    screen.see("the undo options", lambda window: window.find(
+        "Button", plain(language["chameleonButton2"])))
+    _compare(screen, language, "every", "undo")
+
+
+def _results(screen, language):
+    screen.press(plain(language["orubutton1"]))
+    bad = language["View2.ColumnHeaders.Item(2)"]
+    screen.see("the results", lambda window: window.list(bad) and window.says(language["Label10"])
+               and window.find("Button", plain(language["cmd_start"])).enabled, seconds=60)
+    screen.click_row(bad, "OldTool")
+    screen.see("its details", lambda window: window.find("Button", plain(language["Command28"])))
+    _compare(screen, language, "every", "results")
+    _rows(screen, language)
+
+
+def _dialogs(screen, language):
+    screen.press(plain(language["cmd_fix"]))
+    screen.see("the question", name=BOX)
+    _compare(screen, language, "question", name=BOX)
+    screen.display.keys("Escape")
+    wait_until("the question is closed", lambda: not screen.window(BOX))
+    screen.press(plain(language["chameleonButton7"]))
+    screen.press(plain(language["chameleonButton5"]))
+    screen.see("the dialog of an exclusion", name=SMALL)
+    _compare(screen, language, "exclusion", name=SMALL)
+    screen.display.keys("Escape")
+    wait_until("the dialog is closed", lambda: not screen.window(SMALL))
+    screen.press_picture("chameleonButton18")
+    screen.see("the About dialog", name=SMALL)
+    _compare(screen, language, "about", name=SMALL)
+    screen.display.keys("Escape")
+    wait_until("the About dialog is closed", lambda: not screen.window(SMALL))
+    screen.press(plain(language["orubutton4"]))
+    screen.see("the options", lambda window: window.find(
+        "Button", plain(language["CarefulBox"])))
+
+
+def _all_controls_tell_what_they_are(scene, languages):
+    screen = scene.screen
+    screen.start()
+    for language in languages:
+        if language.tag != "english":
+            _choose(screen, language)
+        _pages(screen, language)
+        _results(screen, language)
+        _dialogs(screen, language)
+        screen.picture(language.tag)
+
+
+@long_by_nature
+def controls_tell_what_they_are_in_english_german_french_and_spanish(scene):
+    _all_controls_tell_what_they_are(scene, LANGUAGES[:4])
+
+
+@long_by_nature
+def controls_tell_what_they_are_in_portuguese_polish_italian_and_dutch(scene):
+    _all_controls_tell_what_they_are(scene, LANGUAGES[4:8])
+
+
+@long_by_nature
+def controls_tell_what_they_are_in_russian_japanese_chinese_and_arabic(scene):
+    _all_controls_tell_what_they_are(scene, LANGUAGES[8:])

@@ -30,8 +30,7 @@ class Display:
         self.settings = {**os.environ, "DISPLAY": self.name}
         # A letter that no key has is typed by changing a key, which programs notice late.
         self._lay_out_keyboard("us")
-        subprocess.run(["hsetroot", "-solid", "#DCE4EE"], env=self.settings, check=True,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.clear()
         self._start("openbox", "--sm-disable")
         self._start("xcompmgr", "-n")
         self._start("trayer", "--edge", "bottom", "--align", "right", "--widthtype", "pixel", "--width", "60",
@@ -49,6 +48,11 @@ class Display:
     def _ask(self, *command):
         return subprocess.run(command, env=self.settings, text=True, stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, check=False).stdout
+
+    def clear(self):
+        """Paints the ground anew: something of a large window that was closed may be left on it."""
+        subprocess.run(["hsetroot", "-solid", "#DCE4EE"], env=self.settings, check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def close(self):
         for process in reversed(self.running):

@@ -4,8 +4,8 @@ from .box import CHECKOUT
 
 
 class Language:
-    def __init__(self, name, tag, page):
-        self.name, self.tag = name, tag
+    def __init__(self, name, tag, page, charset=0):
+        self.name, self.tag, self.charset = name, tag, charset
         self.is_mirrored = tag == "arabic"
         content = (CHECKOUT / "assets" / "lang" / f"zelvreg-{tag}.lang").read_text(page)
         self.of_key = {}
@@ -26,10 +26,10 @@ class Language:
 LANGUAGES = [Language(*each) for each in (
     ("English", "english", "cp1252"), ("Deutsch", "german", "cp1252"),
     ("Français", "french", "cp1252"), ("Español", "spanish", "cp1252"),
-    ("Português", "portuguese", "cp1252"), ("Polski", "polish", "cp1250"),
+    ("Português", "portuguese", "cp1252"), ("Polski", "polish", "cp1250", 238),
     ("Italiano", "italian", "cp1252"), ("Nederlands", "dutch", "cp1252"),
-    ("Русский", "russian", "cp1251"), ("日本語", "japanese", "cp932"),
-    ("简体中文", "chinese", "cp936"), ("العربية", "arabic", "cp1256"))]
+    ("Русский", "russian", "cp1251", 204), ("日本語", "japanese", "cp932", 128),
+    ("简体中文", "chinese", "cp936", 134), ("العربية", "arabic", "cp1256", 178))]
 
 
 def language(tag):

@@ -5,9 +5,13 @@ import subprocess
 
 from . import findings
 from .box import BUILD, NOTES, Box, copy_prefix
+from .languages import LANGUAGES
 from .screen import Screen
 from .waiting import Unmet, wait_until
 
+# Where the program keeps what its user has chosen.
+SETTINGS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\regscan"
+LANGUAGE = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\zelvane tuner\zelvreg"
 DEMO_KEY = r"HKEY_LOCAL_MACHINE\Software\Classes\Northwind.Palette"
 
 
@@ -77,6 +81,7 @@ class Scene:
             print(f"   {self.story.replace('_', ' ')} is set once more: {difference}", flush=True)
             shutil.rmtree(self.prefix)
             self.box = self._box()
+        self.display.clear()
         self.screen = Screen(self.box, self.display, self.stage.pictures, self.story)
         return self
 
@@ -119,6 +124,12 @@ class Scene:
         """Gives Windows its dark theme."""
         self.box.add_to_registry("[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\"
                                  'Themes\\Personalize]\n"AppsUseLightTheme"=dword:00000000\n')
+
+    def speak(self, language):
+        """Has chosen a language for programs that are started from now on."""
+        self.box.add_to_registry(
+            f'[{LANGUAGE}]\n"lang"="{language.tag}"\n"langcode"="{language.charset}"\n'
+            f'"langindex"="{LANGUAGES.index(language)}"\n')
 
     def start_in_high_contrast(self):
         """Starts the program as it looks in a scheme of high contrast. It looks for its files beside

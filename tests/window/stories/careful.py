@@ -1,11 +1,11 @@
 """How sure each finding is: the box on the options page, and ticks, marks and sentences of the rows."""
 
 from driver import findings
+from driver.scene import SETTINGS
 from driver.screen import RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
 BOX = "Careful: tick nothing that is unsure"
-SETTINGS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\regscan"
 POLICIES = r"HKEY_LOCAL_MACHINE\Software\Policies\zelvane\zelvreg"
 
 

@@ -142,9 +142,7 @@ def the_tab_key_goes_through_the_results_as_one_reads(scene):
 @long_by_nature
 def the_tab_key_goes_from_right_to_left_in_arabic(scene):
     arabic = language("arabic")
-    scene.box.add_to_registry(
-        "[HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\zelvane\\zelvane tuner\\zelvreg]\n"
-        '"lang"="arabic"\n"langcode"="178"\n"langindex"="11"\n')
+    scene.speak(arabic)
     screen = scene.screen
     screen.is_mirrored = True
     screen.start()

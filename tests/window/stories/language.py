@@ -1,9 +1,9 @@
 """Another language, now and at the next start."""
 
+from driver.scene import LANGUAGE
 from driver.screen import RESULTS_LIST
 from driver.waiting import expect
 
-LANGUAGE = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\zelvane tuner\zelvreg"
 LANGUAGES = {
     "Deutsch": ("german", "Auswahl reparieren", "Schriftarten", "0"),
     "Polski": ("polish", "Napraw zaznaczone", "Czcionki", "238"),

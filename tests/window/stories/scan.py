@@ -1,11 +1,11 @@
 """A scan by hand, what it finds, and a scan that is stopped."""
 
 from driver import findings
+from driver.scene import SETTINGS
 from driver.screen import BOX, RESULTS, RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
 FONTS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\windows\currentversion\fonts"
-SETTINGS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\regscan"
 REGEDIT = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Applets\Regedit"
 
 

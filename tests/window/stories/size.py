@@ -1,9 +1,9 @@
 """The size of the window and of its columns, by mouse and keyboard, and over a restart."""
 
+from driver.scene import SETTINGS
 from driver.screen import RESULTS_LIST
 from driver.waiting import expect, wait_until
 
-SETTINGS = r"HKEY_LOCAL_MACHINE\Software\Wow6432Node\zelvane\Zelvane Tuner Deluxe\regscan"
 SMALLEST = [1026, 612]
 
 

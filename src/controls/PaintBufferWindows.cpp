@@ -24,8 +24,6 @@ std::uint32_t unmultiplied(std::uint32_t pixel) {
   return result;
 }
 
-LPCWSTR wideText(std::u16string_view text) { return reinterpret_cast<LPCWSTR>(text.data()); }
-
 // A line that is read from the right and has room for all of it, so that it ends at its edge: not
 // every system measures joined letters, which are narrower than single ones. Whether it was such.
 bool writeFlushRight(HDC context, std::u16string_view text, const RECT& place, UINT format) {
@@ -33,14 +31,14 @@ bool writeFlushRight(HDC context, std::u16string_view text, const RECT& place, U
   SIZE extent{};
   const auto length = static_cast<int>(text.size());
   if ((format & wanted) != wanted ||
-      GetTextExtentPoint32W(context, wideText(text), length, &extent) == FALSE ||
+      GetTextExtentPoint32W(context, wideUnits(text), length, &extent) == FALSE ||
       extent.cx > place.right - place.left) {
     return false;
   }
   const LONG room = place.bottom - place.top - extent.cy;
   const LONG top = place.top + ((format & DT_VCENTER) != 0 ? room / 2 : 0);
   const UINT before = SetTextAlign(context, TA_RIGHT | TA_TOP | TA_NOUPDATECP);
-  ExtTextOutW(context, place.right, top, ETO_RTLREADING | ETO_CLIPPED, &place, wideText(text),
+  ExtTextOutW(context, place.right, top, ETO_RTLREADING | ETO_CLIPPED, &place, wideUnits(text),
               static_cast<UINT>(length), nullptr);
   SetTextAlign(context, before);
   return true;
@@ -97,7 +95,7 @@ void PaintBuffer::write(std::u16string_view text, RECT place, UINT format) const
     format |= readsFromRight(text) ? DT_RTLREADING : 0U;
   }
   if (!writeFlushRight(dc(), text, place, format)) {
-    DrawTextW(dc(), wideText(text), static_cast<int>(text.size()), &place, format);
+    DrawTextW(dc(), wideUnits(text), static_cast<int>(text.size()), &place, format);
   }
 }
 
@@ -124,8 +122,7 @@ FontHandle makeFont(const FontDescription& font, int dpi) {
   description.lfUnderline = font.isUnderlined ? TRUE : FALSE;
   description.lfCharSet = DEFAULT_CHARSET;
   description.lfQuality = DEFAULT_QUALITY;
-  const std::u16string name = utf16(font.name);
-  std::ranges::copy(firstUnits(name, LF_FACESIZE - 1), std::begin(description.lfFaceName));
+  copyUnits(utf16(font.name), description.lfFaceName);
   return FontHandle(CreateFontIndirectW(&description));
 }
 

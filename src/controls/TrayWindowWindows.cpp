@@ -5,7 +5,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <cstring>
 
 #include "controls/GdiObjects.h"
@@ -21,14 +20,6 @@ static_assert(sizeof(TrayRecord) == NOTIFYICONDATAW_V1_SIZE);
 double twipsPerPixel() {
   const WindowContext screen(nullptr);
   return 1440.0 / GetDeviceCaps(screen.get(), LOGPIXELSX);
-}
-
-// As much of a text as there is room for, with its NUL.
-template <std::size_t room>
-void copyText(wchar_t (&field)[room], const std::string& text) {
-  const std::u16string all = utf16(text);
-  const std::u16string_view units = firstUnits(all, room - 1);
-  std::copy(units.begin(), units.end(), field);
 }
 
 }  // namespace
@@ -87,8 +78,8 @@ void TrayWindow::showNotice(const std::string& title, const std::string& text) {
   data.cbSize = sizeof data;
   data.uFlags = NIF_INFO;
   data.dwInfoFlags = NIIF_INFO;
-  copyText(data.szInfoTitle, title);
-  copyText(data.szInfo, text);
+  copyUnits(utf16(title), data.szInfoTitle);
+  copyUnits(utf16(text), data.szInfo);
   Shell_NotifyIconW(NIM_MODIFY, &data);
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/SystemScreen.h"
+
 namespace zelvreg::desktop {
 namespace {
 
@@ -39,12 +41,9 @@ LRESULT CALLBACK CenteredDialog::procedure(int code, WPARAM wParam, LPARAM lPara
 void CenteredDialog::center(HWND dialog) {
   RECT around{};
   RECT place{};
-  MONITORINFO screen{};
-  screen.cbSize = sizeof screen;
   GetWindowRect(owner, &around);
   GetWindowRect(dialog, &place);
-  GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTONEAREST), &screen);
-  const RECT& area = screen.rcWork;
+  const RECT area = areasAround(owner).work;
   SetWindowPos(dialog, nullptr,
                middle(around.left, around.right, place.right - place.left, area.left, area.right),
                middle(around.top, around.bottom, place.bottom - place.top, area.top, area.bottom),

@@ -32,6 +32,8 @@ class Desk {
     bool isMirrored = false;
     std::map<const void*, std::function<void()>> waiting;
     std::map<const void*, std::function<void()>> listeners;
+    // Finding one takes a walk through the fonts of the system.
+    std::map<std::pair<std::string, int>, std::string> faces;
   };
   std::shared_ptr<Common> common;
 
@@ -46,8 +48,9 @@ class Desk {
   // Fonts and brushes taken before are no longer valid.
   void setResolution(int resolution);
 
-  // Lengths in pixels at 96 dpi, and in twips, as pixels of the screen.
+  // Lengths in pixels at 96 dpi, and in twips, as pixels of the screen, and back.
   [[nodiscard]] int pixels(int length) const { return MulDiv(length, dpi, 96); }
+  [[nodiscard]] int fromPixels(int ofScreen) const { return MulDiv(ofScreen, 96, dpi); }
   [[nodiscard]] int fromTwips(int twips) const { return MulDiv(twips, dpi, 1440); }
   [[nodiscard]] int toTwips(int pixels) const { return MulDiv(pixels, 1440, dpi); }
 
@@ -98,7 +101,6 @@ class Desk {
   int dpi;
   using FontKey = std::tuple<std::string, int, double, bool>;  // name, charset, points, is it bold
   std::map<FontKey, controls::FontHandle, std::less<>> fonts;
-  std::map<std::pair<std::string, int>, std::string> faces;
   std::map<COLORREF, controls::BrushHandle> brushes;
 };
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "controls/PaintBuffer.h"
+#include "controls/Units.h"
 #include "controls/modShadow.h"
 #include "desktop/Desk.h"
 #include "desktop/FontChoice.h"
@@ -27,8 +28,7 @@ int CALLBACK noteFace(const LOGFONTW* font, const TEXTMETRICW* /*metrics*/, DWOR
 std::string installedFace(const std::string& name, int charset) {
   LOGFONTW wanted{};
   wanted.lfCharSet = static_cast<BYTE>(charset);
-  const std::u16string wide = utf16(name).substr(0, LF_FACESIZE - 1);
-  std::ranges::copy(wide, std::begin(wanted.lfFaceName));
+  controls::copyUnits(utf16(name), wanted.lfFaceName);
   std::string found;
   const controls::WindowContext screen(nullptr);
   EnumFontFamiliesExW(screen.get(), &wanted, noteFace, reinterpret_cast<LPARAM>(&found), 0);
@@ -74,7 +74,7 @@ HFONT Desk::font(const Font& font, double pointsMore, bool isBold) {
 }
 
 const std::string& Desk::faceOf(const Font& font) {
-  std::string& known = faces[{font.name, font.charset}];
+  std::string& known = common->faces[{font.name, font.charset}];
   if (known.empty()) {
     known = findFace(font);
   }

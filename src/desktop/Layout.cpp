@@ -341,10 +341,7 @@ std::span<const LabelPlace> labelPlaces() { return labels; }
 std::span<const ButtonPlace> buttonPlaces() { return buttons; }
 std::span<const ControlPlace> controlPlaces() { return controls; }
 
-Place progressPanelPlace(const Form42& form) {
-  return placeIn({0, page.height - panelHeight, page.width, panelHeight}, wideAtBottom,
-                 growthOf(form));
-}
+Place progressPanelPlace(Form42& form) { return placeFor(form, form.Frame8); }
 
 Place categoryListPlace(const Form42& form) {
   const int bottom = form.Frame8.visible ? page.height - panelHeight - gap : page.height;

@@ -133,6 +133,9 @@ Growth growthOf(const Form42& form);
 // Gives those controls new places that follow the size of the window.
 void followSize(Form42& form);
 
+// The place that the layout has for one of those controls in a window of the form's size.
+Place placeFor(Form42& form, const Control& wanted);
+
 // The place of a bar of the counts by category on their panel, the first being 0. There is room for
 // sixteen, and all of the panel's width is theirs.
 Place barPlace(const Form42& form, std::size_t number);
@@ -141,7 +144,7 @@ Place barPlace(const Form42& form, std::size_t number);
 // an older form. The list takes the room that the page has, so that all rows can be seen; during a
 // scan it makes room for the progress.
 Place categoryListPlace(const Form42& form);
-Place progressPanelPlace(const Form42& form);
+Place progressPanelPlace(Form42& form);
 
 }  // namespace zelvreg::desktop
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "unicode/Unicode.h"
+
 namespace zelvreg::desktop {
 namespace {
 
 constexpr std::size_t mostRows = 100'000;
-
-bool isSecondHalf(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 // Where the line that begins a text ends.
 std::size_t endOfLine(std::u16string_view text, std::size_t most) {
@@ -18,7 +18,7 @@ std::size_t endOfLine(std::u16string_view text, std::size_t most) {
   if (after != std::u16string_view::npos) {
     return after + 1;
   }
-  return most > 1 && isSecondHalf(text[most]) ? most - 1 : most;
+  return most > 1 && isLowSurrogate(text[most]) ? most - 1 : most;
 }
 
 // Of a path with so many characters left.
@@ -27,8 +27,8 @@ std::u16string cutTo(std::u16string_view path, std::size_t left) {
   const std::size_t lastName = path.size() - std::min(path.size(), path.rfind(u'\\'));
   std::size_t start = lastName + left / parts <= left ? left - lastName : left / parts;
   std::size_t end = path.size() - (left - start);
-  start -= start > 0 && isSecondHalf(path[start]) ? 1 : 0;
-  end += end < path.size() && isSecondHalf(path[end]) ? 1 : 0;
+  start -= start > 0 && isLowSurrogate(path[start]) ? 1 : 0;
+  end += end < path.size() && isLowSurrogate(path[end]) ? 1 : 0;
   return std::u16string(path.substr(0, start)) + u"..." + std::u16string(path.substr(end));
 }
 

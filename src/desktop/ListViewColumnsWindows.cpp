@@ -79,7 +79,7 @@ std::optional<LRESULT> ListViewPeer::headerNotice(NMHEADERW& told) {
 }
 
 void ListViewPeer::setColumnWidth(std::size_t column, int pixels) {
-  widths[column] = std::max(narrowest, MulDiv(pixels, 96, desk().resolution()));
+  widths[column] = std::max(narrowest, desk().fromPixels(pixels));
   if (onColumns) {
     onColumns(widths);
   }

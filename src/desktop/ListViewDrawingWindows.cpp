@@ -16,8 +16,7 @@ constexpr int iconPitch = 24;
 std::u16string shownIn(HDC context, const std::u16string& text, int room) {
   return withoutMiddle(text, room, [context](std::u16string_view part) {
     SIZE extent{};
-    GetTextExtentPoint32W(context, reinterpret_cast<LPCWSTR>(part.data()),
-                          static_cast<int>(part.size()), &extent);
+    GetTextExtentPoint32W(context, wideUnits(part), static_cast<int>(part.size()), &extent);
     return static_cast<int>(extent.cx);
   });
 }

@@ -8,6 +8,16 @@
 
 namespace zelvreg::desktop {
 
+namespace {
+
+// Where the place ends that the layout has for a control, in pixels at 96 dpi.
+int endOf(Form42& form, const Control& control) {
+  const Place place = placeFor(form, control);
+  return place.left + place.width;
+}
+
+}  // namespace
+
 ButtonPeer* MainWindow::peerOf(const Button& button) {
   const auto found = std::ranges::find_if(
       buttons, [&button](const auto& peer) { return &peer->button() == &button; });
@@ -89,9 +99,7 @@ void MainWindow::arrangeCommandBar() {
   const bool isSmall = form.ToolbarBox.value || wanted - room > std::max(0, spare);
   form.Toolbar1.visible = isSmall;
   for (const Command& command : commands) {
-    if (command.button.visible == isSmall) {
-      command.button.visible = !isSmall;
-    }
+    command.button.visible.renew(!isSmall);
   }
   if (arrangeToolbar()) {
     return;
@@ -141,8 +149,7 @@ int MainWindow::flow(std::initializer_list<Button*> row, int start, bool isFromR
 void MainWindow::arrangeRows() {
   const int pageWidth = desk.fromTwips(form.Frame1.width);
   flow({&form.chameleonButton22, &form.chameleonButton21}, pageWidth, true);
-  constexpr int cancelEnd = 776;
-  flow({&form.chameleonButton12}, desk.pixels(cancelEnd), true);
+  flow({&form.chameleonButton12}, desk.pixels(endOf(form, form.chameleonButton12)), true);
   arrangeCareful(pageWidth);
   arrangeResultsTitle(pageWidth);
   flow({&form.UndoRepair}, pageWidth, true);
@@ -183,15 +190,13 @@ void MainWindow::arrangeTexts() {
     value.left = desk.toTwips(left);
     value.width = std::max(0, end * twipsPerPixel - desk.toTwips(left));
   };
-  const int growth = growthOf(form).width;
-  constexpr int panelEnd = 776;
   const int timeWidth = peerOf(form.ProgressText)->textWidth() + desk.pixels(1);
-  const int timeLeft = desk.pixels(panelEnd + growth) - timeWidth;
+  const int timeLeft = desk.pixels(endOf(form, form.ProgressText)) - timeWidth;
   form.ProgressText.left = desk.toTwips(timeLeft);
   form.ProgressText.width = desk.toTwips(timeWidth);
-  follow(form.Label2[5], form.Label4, MulDiv(timeLeft, 96, desk.resolution()) - 8);
-  follow(form.Label2[3], form.Label3, 680 + growth);
-  follow(form.Label6, form.Label5, 644 + growth);
+  follow(form.Label2[5], form.Label4, desk.fromPixels(timeLeft) - 8);
+  follow(form.Label2[3], form.Label3, endOf(form, form.Label3));
+  follow(form.Label6, form.Label5, endOf(form, form.Label5));
 }
 
 }  // namespace zelvreg::desktop

@@ -6,15 +6,6 @@
 #include "shell/ResultsFilter.h"
 
 namespace zelvreg::desktop {
-namespace {
-
-void show(Control& control, bool isVisible) {
-  if (control.visible != isVisible) {
-    control.visible = isVisible;
-  }
-}
-
-}  // namespace
 
 void MainWindow::addBars() {
   for (Button& bar : form.CategoryBars) {
@@ -51,13 +42,13 @@ void MainWindow::arrangeBars() {
                          .longest = longest,
                          .isChosen = form.filterPass.category == index + 1});
     }
-    show(bar, isShown);
+    bar.visible.renew(isShown);
   }
   const bool hasDetails = longest == 0;
   for (Control* detail :
        std::initializer_list<Control*>{&form.Image1, &form.Image3, &form.Label5, &form.Label6,
                                        &form.Label7, &form.EvidenceText, &form.Command28}) {
-    show(*detail, hasDetails);
+    detail->visible.renew(hasDetails);
   }
 }
 

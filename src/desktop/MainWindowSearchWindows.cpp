@@ -11,9 +11,6 @@ namespace {
 
 // In pixels at 96 dpi.
 constexpr int rowPitch = 19;
-constexpr int findTop = 502;
-constexpr int pageButtonsTop = 546;
-constexpr int findHeight = 28;
 constexpr int besideBox = 4;
 
 struct Box {
@@ -69,7 +66,7 @@ int MainWindow::captionWidth(const Control& control) {
   for (const auto& peer : others) {
     if (&peer->shownControl() == &control) {
       if (const auto* check = dynamic_cast<const CheckPeer*>(peer.get())) {
-        return MulDiv(check->naturalWidth(), 96, desk.resolution()) + 1;
+        return desk.fromPixels(check->naturalWidth()) + 1;
       }
     }
   }
@@ -78,26 +75,27 @@ int MainWindow::captionWidth(const Control& control) {
 
 // What the rows of the first group take more than usual moves all below it.
 void MainWindow::arrangeSearch() {
-  constexpr int width = 176;
-  const std::array searched{
-      Box{&form.ChKeys, {0, 30, 54, 18}, captionWidth(form.ChKeys)},
-      Box{&form.ChValues, {57, 30, 62, 18}, captionWidth(form.ChValues)},
-      Box{&form.ChData, {122, 30, 54, 18}, captionWidth(form.ChData)},
+  const auto box = [this](Control& control) {
+    return Box{&control, placeFor(form, control), captionWidth(control)};
   };
-  const std::array ways{
-      Box{&form.Option1, {0, 41, 90, 18}, captionWidth(form.Option1)},
-      Box{&form.Option2, {94, 41, 82, 18}, captionWidth(form.Option2)},
-      Box{&form.Option3, {0, 62, 90, 18}, captionWidth(form.Option3)},
-      Box{&form.Option4, {94, 62, 82, 18}, captionWidth(form.Option4)},
-  };
-  const int more = (placeInRows(searched, width) - 1) * rowPitch;
-  placeInRows(ways, width);
-  put(form.Frame4, {10, 364, width, 50 + more});
-  put(form.Frame5, {10, 416 + more, width, 82});
-  put(form.cmdFind, {10, findTop + more, width, findHeight});
-  const int below = std::max(pageButtonsTop, findTop + more + findHeight + besideBox);
-  put(form.chameleonButton11, {10, below, 86, 32});
-  put(form.chameleonButton10, {102, below, 84, 32});
+  const std::array searched{box(form.ChKeys), box(form.ChValues), box(form.ChData)};
+  const std::array ways{box(form.Option1), box(form.Option2), box(form.Option3), box(form.Option4)};
+  Place roots = placeFor(form, form.Frame4);
+  Place modes = placeFor(form, form.Frame5);
+  Place find = placeFor(form, form.cmdFind);
+  const int more = (placeInRows(searched, roots.width) - 1) * rowPitch;
+  placeInRows(ways, modes.width);
+  roots.height += more;
+  modes.top += more;
+  find.top += more;
+  put(form.Frame4, roots);
+  put(form.Frame5, modes);
+  put(form.cmdFind, find);
+  for (Button* step : {&form.chameleonButton11, &form.chameleonButton10}) {
+    Place place = placeFor(form, *step);
+    place.top = std::max(place.top, find.top + find.height + besideBox);
+    put(*step, place);
+  }
 }
 
 }  // namespace zelvreg::desktop

@@ -19,17 +19,6 @@ namespace {
 constexpr int edgeReach = 6;
 constexpr int gripLength = 18;
 
-Place placeOf(const RECT& rectangle) {
-  return {rectangle.left, rectangle.top, rectangle.right - rectangle.left,
-          rectangle.bottom - rectangle.top};
-}
-
-Place placeOf(HWND window) {
-  RECT rectangle{};
-  GetWindowRect(window, &rectangle);
-  return placeOf(rectangle);
-}
-
 LRESULT hitOf(Edge edge) { return HTLEFT - 1 + static_cast<LRESULT>(edge); }
 
 Edge edgeOf(WPARAM hit) {
@@ -178,11 +167,8 @@ void MainWindow::showMaximized() {
 }
 
 void MainWindow::nameMaximize() {
-  const std::string name =
-      IsZoomed(window) == FALSE ? textOf(form, "name-maximize") : textOf(form, "name-restore");
-  if (form.MaximizeButton.toolTip.get() != name) {
-    form.MaximizeButton.toolTip = name;
-  }
+  form.MaximizeButton.toolTip.renew(IsZoomed(window) == FALSE ? textOf(form, "name-maximize")
+                                                              : textOf(form, "name-restore"));
 }
 
 void MainWindow::showShadow() {
@@ -238,8 +224,8 @@ void MainWindow::notePlace() {
   const Place place = placeOf(window);
   memory.left = place.left;
   memory.top = place.top;
-  memory.width = MulDiv(place.width, 96, desk.resolution());
-  memory.height = MulDiv(place.height, 96, desk.resolution());
+  memory.width = desk.fromPixels(place.width);
+  memory.height = desk.fromPixels(place.height);
 }
 
 // Of a maximized window, the place that it would go back to.

@@ -50,16 +50,9 @@ bool MainWindow::arrangeToolbar() {
       put(button, {left, top, length, length});
     }
     left += length + gap;
-    // A property tells its window even if it stays the same.
-    if (button.caption.get() != tool.command.caption.get()) {
-      button.caption = tool.command.caption;
-    }
-    if (button.enabled != tool.command.enabled) {
-      button.enabled = tool.command.enabled;
-    }
-    if (button.visible != isShown) {
-      button.visible = isShown;
-    }
+    button.caption.renew(tool.command.caption);
+    button.enabled.renew(tool.command.enabled);
+    button.visible.renew(isShown);
   }
   if (isShown) {
     showSeparators(std::move(lines));

@@ -65,7 +65,7 @@ int heightOf(Desk& desk, const Label& text) {
   RECT box{0, 0, desk.pixels(textWidth), 0};
   DrawTextW(screen.get(), wideText(content), static_cast<int>(content.size()), &box,
             DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL);
-  return std::max(leastTextHeight, MulDiv(box.bottom, 96, desk.resolution()) + 2);
+  return std::max(leastTextHeight, desk.fromPixels(box.bottom) + 2);
 }
 
 Place textPlace(const MessageForm& shown) {

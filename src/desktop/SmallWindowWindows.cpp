@@ -135,12 +135,11 @@ void SmallWindow::beginOnItsScreen() {
   RECT made{};
   GetWindowRect(window, &made);
   takeResolution(resolutionOf(window), made);
-  const RECT area = areasAround(window).work;
   const int width = desk.fromTwips(form.width);
   const int height = desk.fromTwips(form.height);
   const Place place = placeInside(
       {(made.left + made.right - width) / 2, (made.top + made.bottom - height) / 2, width, height},
-      {area.left, area.top, area.right - area.left, area.bottom - area.top}, {0, 0, width, height});
+      placeOf(areasAround(window).work), {0, 0, width, height});
   SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
                SWP_NOZORDER | SWP_NOACTIVATE);
 }

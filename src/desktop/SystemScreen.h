@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include "desktop/Layout.h"
+
 namespace zelvreg::desktop {
 
 // The message of a window that is on a screen of another resolution now: headers for older systems
@@ -35,6 +37,10 @@ struct ScreenAreas {
   RECT work;
 };
 ScreenAreas areasAround(HWND window);
+
+// As a place; of a window, on the screen.
+Place placeOf(const RECT& rectangle);
+Place placeOf(HWND window);
 
 // Lets a message of the shell through: the program runs as administrator, so it would be blocked.
 void letThrough(HWND window, UINT message);

@@ -33,6 +33,13 @@ int resolutionOf(HMONITOR screen) {
   return isTold ? static_cast<int>(across) : resolutionOfSystem();
 }
 
+MONITORINFO factsOf(HMONITOR screen) {
+  MONITORINFO told{};
+  told.cbSize = sizeof told;
+  GetMonitorInfoW(screen, &told);
+  return told;
+}
+
 }  // namespace
 
 int resolutionOfSystem() {
@@ -72,9 +79,7 @@ SIZE roomInTheMiddle() {
 }
 
 SIZE roomAround(const RECT& place) {
-  MONITORINFO told{};
-  told.cbSize = sizeof told;
-  GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &told);
+  const MONITORINFO told = factsOf(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST));
   if ((told.dwFlags & MONITORINFOF_PRIMARY) != 0) {
     return roomInTheMiddle();
   }
@@ -82,10 +87,19 @@ SIZE roomAround(const RECT& place) {
 }
 
 ScreenAreas areasAround(HWND window) {
-  MONITORINFO told{};
-  told.cbSize = sizeof told;
-  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &told);
+  const MONITORINFO told = factsOf(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST));
   return {told.rcMonitor, told.rcWork};
+}
+
+Place placeOf(const RECT& rectangle) {
+  return {rectangle.left, rectangle.top, rectangle.right - rectangle.left,
+          rectangle.bottom - rectangle.top};
+}
+
+Place placeOf(HWND window) {
+  RECT rectangle{};
+  GetWindowRect(window, &rectangle);
+  return placeOf(rectangle);
 }
 
 void letThrough(HWND window, UINT message) {

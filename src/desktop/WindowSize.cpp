@@ -17,24 +17,36 @@ Stretch stretchIn(const Stretch& stretch, Follows follows, int growth) {
           stretch.length + (follows == Follows::Stretches ? growth : 0)};
 }
 
-// A property tells its window even if it stays the same.
-void change(Property<int, Change::Place>& length, int pixels) {
-  if (length != pixels * twipsPerPixel) {
-    length = pixels * twipsPerPixel;
+// An axis along which a control follows nothing may have a length from elsewhere.
+void follow(Control& control, const Place& place, const Anchors& anchors) {
+  if (anchors.across != Follows::No) {
+    control.left.renew(place.left * twipsPerPixel);
+    control.width.renew(place.width * twipsPerPixel);
+  }
+  if (anchors.down != Follows::No) {
+    control.top.renew(place.top * twipsPerPixel);
+    control.height.renew(place.height * twipsPerPixel);
   }
 }
 
-// An axis along which a control follows nothing may have a length from elsewhere.
-template <class Entry>
-void follow(Control& control, const Entry& entry, const Growth& growth) {
-  const Place place = placeIn(entry.place, entry.anchors, growth);
-  if (entry.anchors.across != Follows::No) {
-    change(control.left, place.left);
-    change(control.width, place.width);
+// Calls `act` with each control, its place in a window of the form's size and its anchors.
+template <class Act>
+void forEachPlace(Form42& form, const Act& act) {
+  const Growth growth = growthOf(form);
+  const auto tell = [&](Control& control, const auto& entry) {
+    act(control, placeIn(entry.place, entry.anchors, growth), entry.anchors);
+  };
+  for (const FramePlace& each : framePlaces()) {
+    tell(each.frame(form), each);
   }
-  if (entry.anchors.down != Follows::No) {
-    change(control.top, place.top);
-    change(control.height, place.height);
+  for (const LabelPlace& each : labelPlaces()) {
+    tell(each.label(form), each);
+  }
+  for (const ButtonPlace& each : buttonPlaces()) {
+    tell(each.button(form), each);
+  }
+  for (const ControlPlace& each : controlPlaces()) {
+    tell(each.control(form), each);
   }
 }
 
@@ -57,20 +69,16 @@ Growth growthOf(const Form42& form) {
           std::max(0, form.window.height / twipsPerPixel - windowHeight)};
 }
 
-void followSize(Form42& form) {
-  const Growth growth = growthOf(form);
-  for (const FramePlace& each : framePlaces()) {
-    follow(each.frame(form), each, growth);
-  }
-  for (const LabelPlace& each : labelPlaces()) {
-    follow(each.label(form), each, growth);
-  }
-  for (const ButtonPlace& each : buttonPlaces()) {
-    follow(each.button(form), each, growth);
-  }
-  for (const ControlPlace& each : controlPlaces()) {
-    follow(each.control(form), each, growth);
-  }
+void followSize(Form42& form) { forEachPlace(form, follow); }
+
+Place placeFor(Form42& form, const Control& wanted) {
+  Place found{};
+  forEachPlace(form, [&](const Control& control, const Place& place, const Anchors&) {
+    if (&control == &wanted) {
+      found = place;
+    }
+  });
+  return found;
 }
 
 }  // namespace zelvreg::desktop

@@ -81,10 +81,7 @@ void ScanFollower::showPlace(Duration now) {
   const auto known = isScan ? timeLeft.share(now) : std::nullopt;
   const double counted = static_cast<double>(form.Bar1.value()) / form.Bar1.maximum();
   reached = isScan ? std::optional(known.value_or(counted)) : std::nullopt;
-  const std::string text = placeText(now);
-  if (form.ProgressText.caption.get() != text) {
-    form.ProgressText.caption = text;
-  }
+  form.ProgressText.caption.renew(placeText(now));
   showTask();
 }
 

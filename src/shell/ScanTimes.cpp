@@ -1,7 +1,6 @@
 #include "shell/ScanTimes.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 #include <string_view>
 
@@ -28,13 +27,11 @@ ScanTimes readScanTimes() {
     if (text == unknown) {
       continue;
     }
-    std::int64_t number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end || number < 0 || number > longest) {
+    const auto number = decimalNumber(text, 0, longest);
+    if (!number) {
       return {};
     }
-    time = std::chrono::milliseconds(number);
+    time = std::chrono::milliseconds(*number);
   }
   return rest.empty() ? times : ScanTimes();
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <string_view>
 
 #include "scan/Settings.h"
@@ -29,16 +28,6 @@ constexpr int farthest = 100'000;
 constexpr int narrowestColumn = 24;
 constexpr int widestColumn = 4000;
 
-// All of the text, or nothing.
-std::optional<int> numberOf(std::string_view text, int least, int most) {
-  int number = 0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number);
-  return error == std::errc() && rest == end && number >= least && number <= most
-             ? std::optional(number)
-             : std::nullopt;
-}
-
 std::string nameOfColumns(const std::string& list) { return "columns" + list; }
 
 }  // namespace
@@ -46,11 +35,12 @@ std::string nameOfColumns(const std::string& list) { return "columns" + list; }
 std::optional<WindowMemory> readWindowMemory() {
   WindowMemory memory;
   for (const Length& each : lengths) {
-    const auto length = numberOf(readSetting(settings::regscan, each.name), -farthest, farthest);
+    const auto length =
+        decimalNumber(readSetting(settings::regscan, each.name), -farthest, farthest);
     if (!length) {
       return std::nullopt;
     }
-    memory.*each.member = *length;
+    memory.*each.member = static_cast<int>(*length);
   }
   memory.isMaximized = readSetting(settings::regscan, maximized) == "1";
   return memory;
@@ -71,13 +61,13 @@ std::vector<int> readColumnWidths(const std::string& list, std::span<const int> 
   std::string_view rest = stored;
   for (std::size_t column = 0; column < widths.size(); ++column) {
     const std::size_t end = std::min(rest.find(' '), rest.size());
-    const auto width = numberOf(rest.substr(0, end), 0, widestColumn);
+    const auto width = decimalNumber(rest.substr(0, end), 0, widestColumn);
     if (!width) {
       return otherwise;
     }
     const bool isLast = column + 1 == widths.size();
     const bool staysZero = isLast ? *width == 0 : standard[column] == 0;
-    widths[column] = staysZero ? 0 : std::max(narrowestColumn, *width);
+    widths[column] = staysZero ? 0 : std::max(narrowestColumn, static_cast<int>(*width));
     rest.remove_prefix(std::min(rest.size(), end + 1));
   }
   return rest.empty() ? widths : otherwise;

@@ -213,4 +213,13 @@ std::string numberText(double number) {
   return upperCase({text.data(), end.ptr});
 }
 
+std::optional<std::int64_t> decimalNumber(std::string_view text, std::int64_t least,
+                                          std::int64_t most) {
+  std::int64_t number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  const bool isWhole = error == std::errc() && stop == end;
+  return isWhole && number >= least && number <= most ? std::optional(number) : std::nullopt;
+}
+
 }  // namespace zelvreg

@@ -27,6 +27,11 @@ std::optional<double> convertedNumber(std::string_view text);
 // Decimal digits, with a minus sign if it is below 0.
 std::string decimal(std::int64_t number);
 
+// Such digits back as a number from `least` to `most`. std::nullopt for any other text, also one
+// that has more in it.
+std::optional<std::int64_t> decimalNumber(std::string_view text, std::int64_t least,
+                                          std::int64_t most);
+
 // A number as the runtime writes it: at most fifteen digits, no zeros at the end of the fraction,
 // and an exponent if it would be longer than that.
 std::string numberText(double number);

@@ -20,6 +20,11 @@ inline LPCWSTR wideText(const std::u16string& text) {
   return reinterpret_cast<LPCWSTR>(text.c_str());
 }
 
+// The same for a call that is told the length. It may end anywhere, without a NUL.
+inline LPCWSTR wideUnits(std::u16string_view text) {
+  return reinterpret_cast<LPCWSTR>(text.data());
+}
+
 // The memory of a buffer of UTF-16 units that a wide call fills.
 template <typename Buffer>
 LPWSTR roomIn(Buffer& buffer) {

@@ -54,6 +54,12 @@ class Property {
     }
     return *this;
   }
+  // Tells the peer only if the value is another one.
+  void renew(const T& newValue) {
+    if (value != newValue) {
+      *this = newValue;
+    }
+  }
   // NOLINTNEXTLINE(google-explicit-constructor): a property reads like the value that it holds
   operator const T&() const { return value; }
   [[nodiscard]] const T& get() const { return value; }

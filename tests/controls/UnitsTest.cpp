@@ -29,5 +29,14 @@ TEST(FirstUnits, CutNextToALoneSurrogate) {
   }
 }
 
+TEST(CopyUnits, LeaveRoomForTheNul) {
+  char16_t field[4] = {};
+  copyUnits(u"ab\U0001F600", field);
+  EXPECT_EQ(std::u16string(field), u"ab") << "half a pair has no room";
+  char16_t larger[5] = {};
+  copyUnits(u"abcde", larger);
+  EXPECT_EQ(std::u16string(larger), u"abcd");
+}
+
 }  // namespace
 }  // namespace zelvreg::controls

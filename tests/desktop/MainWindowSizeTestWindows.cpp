@@ -80,6 +80,10 @@ TEST_F(SizeTest, WhatIsInAWindowFollowsItsSize) {
   EXPECT_EQ(list.right, page.right);
   EXPECT_EQ(list.bottom, page.bottom);
   EXPECT_EQ(page.bottom - page.top, 450 + 100);
+  EXPECT_EQ(form.chameleonButton10.top, (546 + 100) * twipsPerPixel)
+      << "at the end of the side bar";
+  EXPECT_EQ(form.chameleonButton12.left + form.chameleonButton12.width,
+            (776 + 200) * twipsPerPixel);
 }
 
 TEST_F(SizeTest, TheWindowAsksForAtLeastItsSmallestSize) {

@@ -75,6 +75,15 @@ TEST(Decimal, WritesAMinusBelowZero) {
   EXPECT_EQ(decimal(-12), "-12");
 }
 
+TEST(DecimalNumber, IsAllOfTheTextInsideItsBounds) {
+  EXPECT_EQ(decimalNumber(decimal(-12), -12, 0), -12);
+  EXPECT_EQ(decimalNumber("4000", 0, 4000), 4000);
+  for (const char* other :
+       {"", " 1", "1 ", "+1", "1x", "0x1", "1.0", "4001", "-1", "99999999999999999999"}) {
+    EXPECT_EQ(decimalNumber(other, 0, 4000), std::nullopt) << other;
+  }
+}
+
 TEST(LeadingInteger, IsCutAndStaysInsideThirtyTwoBits) {
   EXPECT_EQ(leadingInteger("12.9 entries"), 12);
   EXPECT_EQ(leadingInteger("-12.9"), -12);

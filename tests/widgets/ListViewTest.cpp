@@ -184,6 +184,17 @@ TEST(Property, TellsThePeerEvenIfTheValueIsTheSame) {
   EXPECT_FALSE(label.visible);
 }
 
+TEST(Property, ThatIsRenewedTellsThePeerOnlyOfAnotherValue) {
+  RecordingPeer peer;
+  Label label("text");
+  label.attach(&peer);
+  label.caption.renew("text");
+  EXPECT_TRUE(peer.changes.empty());
+  label.caption.renew("other");
+  EXPECT_EQ(label.caption.get(), "other");
+  EXPECT_EQ(peer.changes.size(), 1U);
+}
+
 TEST(Property, TakesTheValueOfAnother) {
   Label one("one");
   Label two("two");

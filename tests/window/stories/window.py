@@ -175,7 +175,7 @@ def a_field_answers_the_mouse(scene):
     expect("two lists can be opened here", len(fields), 2)
     for field in fields:
         left, top, width, height = field.place
-        screen.display.point(left + width // 2, window.place[1] + 20)
+        screen.display.leave()
 
         def edge(place=field.place):
             return screen.display.pixels(place[0], place[1], place[2], 1)
@@ -185,5 +185,5 @@ def a_field_answers_the_mouse(scene):
             screen.display.point(x, top + 12)
             wait_until("its edge is marked", lambda: edge() != quiet)
         screen.picture("hovered", pointing=True)
-        screen.display.point(left + width // 2, window.place[1] + 20)
+        screen.display.leave()
         wait_until("its edge is as before", lambda: edge() == quiet)

@@ -1,0 +1,74 @@
+#include "console/ScanArguments.h"
+
+#include "scan/CategoryTable.h"
+#include "text/Text.h"
+
+namespace zelvreg::console {
+namespace {
+
+std::string categoryNames() {
+  std::string names;
+  for (const Category& category : categories()) {
+    names += (names.empty() ? "" : ", ") + std::string(category.optionName);
+  }
+  return names;
+}
+
+std::set<std::size_t> allRows() {
+  std::set<std::size_t> rows;
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    rows.insert(row);
+  }
+  return rows;
+}
+
+std::size_t rowNamed(std::string_view name) {
+  const std::string wanted = lowerCase(trim(name));
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    const Category& category = categoryAt(row);
+    if (wanted == category.valueName || wanted == category.optionName) {
+      return row;
+    }
+  }
+  throw UsageError("\"" + std::string(trim(name)) +
+                   "\" is not a category; choose from: " + categoryNames());
+}
+
+}  // namespace
+
+void ScanArguments::addTo(CLI::App& scan, Options& options) {
+  scan.add_option("--only", only, "categories to scan, separated by commas: " + categoryNames());
+  auto* json = scan.add_flag("--json", isJson, "print one JSON object, in UTF-8");
+  scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")->excludes(json);
+  auto* report =
+      scan.add_option("--report", options.reportFile, "write the text report to this file");
+  scan.add_flag("--report-evidence", options.reportsEvidence,
+                "with --report: also write how sure each finding is, and why")
+      ->needs(report);
+  scan.add_flag("--quiet", options.isQuiet, "print nothing but messages");
+  scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found");
+  time.addTo(scan);
+}
+
+void ScanArguments::applyTo(Options& options, bool isOnlyGiven) const {
+  time.applyTo(options);
+  options.rows = isOnlyGiven ? rowsNamed(only) : allRows();
+  if (isJson) {
+    options.format = Format::Json;
+  } else if (isCsv) {
+    options.format = Format::Csv;
+  }
+}
+
+std::set<std::size_t> rowsNamed(const std::string& names) {
+  std::set<std::size_t> rows;
+  for (const std::string_view name : split(names, ",")) {
+    rows.insert(rowNamed(name));
+  }
+  if (rows.empty()) {
+    throw UsageError("--only names no category; choose from: " + categoryNames());
+  }
+  return rows;
+}
+
+}  // namespace zelvreg::console

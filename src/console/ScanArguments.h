@@ -1,0 +1,27 @@
+// The options that scans and repairs share.
+#ifndef ZELVREG_CONSOLE_SCAN_ARGUMENTS_H
+#define ZELVREG_CONSOLE_SCAN_ARGUMENTS_H
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include "console/CommandLine.h"
+#include "console/TimeArguments.h"
+
+namespace zelvreg::console {
+
+struct ScanArguments {
+  std::string only;
+  bool isJson = false;
+  bool isCsv = false;
+  TimeArguments time;
+
+  // `options` outlives the parsing.
+  void addTo(CLI::App& scan, Options& options);
+  // Throws UsageError if a category does not exist, or the time is wrong.
+  void applyTo(Options& options, bool isOnlyGiven) const;
+};
+
+}  // namespace zelvreg::console
+
+#endif

@@ -17,9 +17,11 @@ build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-de
 image_packages=(qemu-utils qemu-system-common ntfs-3g)
 # Tests make small disks of NTFS and images of them where these can be mounted.
 test_packages=("${image_packages[@]}" fdisk)
-lint_packages=(clang-format clang-tidy python3)
-windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin python3 mmdebstrap uidmap
-  bubblewrap)
+# What makes the manual and the help books.
+help_packages=(pandoc fp-utils python3)
+lint_packages=(clang-format clang-tidy "${help_packages[@]}")
+windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin mmdebstrap uidmap bubblewrap
+  "${help_packages[@]}")
 # A display of its own for the programs that have windows, and what takes pictures of it.
 display_packages=(xvfb imagemagick hsetroot xcompmgr trayer openbox xdotool x11-utils python3)
 

@@ -6,6 +6,18 @@
 #include "shell/Languages.h"
 
 namespace zelvreg::desktop {
+namespace {
+
+// The category that is chosen in the list of them, by its row; 0 for none.
+std::size_t chosenCategory(const Form42& form) {
+  std::size_t row = form.View1.count();
+  while (row > 0 && !form.View1.isSelected(row)) {
+    --row;
+  }
+  return row;
+}
+
+}  // namespace
 
 Button* buttonOfEnter(Form42& form, FocusArea focus) {
   if (focus == FocusArea::SearchControls) {
@@ -19,6 +31,29 @@ Button* buttonOfEscape(Form42& form) {
     return &form.chameleonButton13;
   }
   return form.Frame8.visible ? &form.cmd_cancel : nullptr;
+}
+
+HelpTopic topicOfHelpKey(const Form42& form, FocusArea focus) {
+  if (form.pictrlang.visible) {
+    return "language";
+  }
+  if (form.Frame8.visible) {
+    return "scan";
+  }
+  if (focus == FocusArea::SearchControls) {
+    return "search";
+  }
+  if (form.Frame2.visible) {
+    return "results";
+  }
+  if (form.Frame3.visible) {
+    return "undo";
+  }
+  if (form.Frame7.visible) {
+    return "exclusions";
+  }
+  const std::size_t category = focus == FocusArea::Categories ? chosenCategory(form) : 0;
+  return category == 0 ? HelpTopic("options") : helpOfCategory(category);
 }
 
 void PickerKeys::begin() {

@@ -1,10 +1,11 @@
-// What Enter and Escape do in the main window, in which no one button is always the default.
+// What Enter, Escape and F1 do in the main window, in which no one button is always the default.
 #ifndef ZELVREG_DESKTOP_KEYBOARD_H
 #define ZELVREG_DESKTOP_KEYBOARD_H
 
 #include <cstddef>
 #include <cstdint>
 
+#include "shell/Help.h"
 #include "widgets/Button.h"
 
 namespace zelvreg {
@@ -13,7 +14,7 @@ struct Form42;
 
 namespace zelvreg::desktop {
 
-enum class FocusArea : std::uint8_t { SearchControls, Elsewhere };
+enum class FocusArea : std::uint8_t { SearchControls, Categories, Elsewhere };
 
 // The button that Enter presses if nothing else uses the key, or null. It is never one that repairs
 // or undoes: what changes the registry must be pressed itself.
@@ -21,6 +22,10 @@ Button* buttonOfEnter(Form42& form, FocusArea focus);
 
 // The button that Escape presses, or null: it closes the picker, then stops what runs.
 Button* buttonOfEscape(Form42& form);
+
+// The page of the help that F1 opens: that of what is open or runs, of the category that is chosen,
+// or else of the page that is shown.
+HelpTopic topicOfHelpKey(const Form42& form, FocusArea focus);
 
 // The language picker, used by the keyboard. One entry is marked, as it is by the mouse.
 class PickerKeys {

@@ -11,24 +11,37 @@
 #include "desktop/MessageWindow.h"
 #include "desktop/SmallWindow.h"
 #include "form/Form42.h"
+#include "runtime/Shares.h"
+#include "shell/Help.h"
 
 namespace zelvreg::desktop {
 namespace {
 
+// Whether the system shows a book that lies there. It opens one that lies on a share, or was
+// downloaded and is marked so, but leaves its pages empty.
+bool isShownBySystem(const std::string& book) {
+  const auto isThere = [](const std::string& file) {
+    return GetFileAttributesW(Wide(file).get()) != INVALID_FILE_ATTRIBUTES;
+  };
+  return !leadsToShare(book) && isThere(book) && !isThere(book + ":Zone.Identifier");
+}
+
 // The control of the system that shows compiled help, from the system's own folder. It is loaded
 // when it is needed, which is rare.
-void showHelp(HWND owner, const std::string& file, int context) {
+bool showHelp(HWND owner, const std::string& file, int context) {
   constexpr UINT helpContext = 15;
   using HtmlHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
+  if (!isShownBySystem(file)) {
+    return false;
+  }
   HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (library == nullptr) {
-    return;
+    return false;
   }
   const auto call =
       reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
-  if (call != nullptr) {
-    call(owner, Wide(file).get(), helpContext, static_cast<DWORD_PTR>(context));
-  }
+  return call != nullptr &&
+         call(owner, Wide(file).get(), helpContext, static_cast<DWORD_PTR>(context)) != nullptr;
 }
 
 }  // namespace
@@ -39,7 +52,11 @@ void MainWindow::connectForm() {
   form.dlg1.show = [this](const CommonDialog& dialog) { return askForFile(dialog); };
   form.Form1.show = [this](ExclusionDialog&) { showExclusionDialog(desk, form, window); };
   form.frmabout.show = [this](AboutDialog&) { showAboutDialog(desk, form, window); };
-  form.openHelp = [this](const std::string& file, int context) { showHelp(window, file, context); };
+  form.openHelp = [this](const std::string& file, int context) {
+    if (!showHelp(window, file, context)) {
+      openHelpPage(form, context);
+    }
+  };
   form.onLanguage = [this] { changeLanguage(); };
   // Called from within the system's own calls; no exception may pass through these.
   form.onProcessEnd = [this] {

@@ -61,6 +61,9 @@ FocusArea MainWindow::focusArea() const {
     if (control == &form.cboFind || control == &form.Frame4 || control == &form.Frame5) {
       return FocusArea::SearchControls;
     }
+    if (control == &form.View1) {
+      return FocusArea::Categories;
+    }
   }
   return FocusArea::Elsewhere;
 }

@@ -8,6 +8,7 @@
 #include "desktop/SystemScreen.h"
 #include "desktop/WindowOrder.h"
 #include "form/Form42.h"
+#include "shell/Help.h"
 #include "shell/Navigation.h"
 #include "shell/WindowEvents.h"
 
@@ -293,6 +294,10 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         escape();
       }
       return 0;
+    case WM_HELP:
+      // F1, wherever the focus is; a menu asks with its owner.
+      openHelp(form, topicOfHelpKey(form, focusArea()));
+      return TRUE;
     case WM_CLOSE:
       form.chameleonButton4.click();
       return 0;

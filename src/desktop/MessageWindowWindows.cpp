@@ -6,6 +6,7 @@
 #include "desktop/SmallWindow.h"
 #include "form/Form42.h"
 #include "languages/Texts.h"
+#include "shell/Help.h"
 #include "shell/WindowEvents.h"
 
 namespace zelvreg::desktop {
@@ -139,7 +140,8 @@ Answer showMessageWindow(Desk& desk, Form42& form, HWND owner, const UserMessage
   SmallWindow window(desk, shown.window, shown.shadow, owner, [&shown] { shown.close.click(); },
                      {.windowClass = L"ZelvregMessageWindow",
                       .title = shown.title.caption,
-                      .arrange = [&shown](Desk& own) { arrange(shown, own); }});
+                      .arrange = [&shown](Desk& own) { arrange(shown, own); },
+                      .help = [&form] { openHelp(form, "messages"); }});
   window.add(shown.title, {18, 10, width - 90, 24}, LabelLook::WindowTitle);
   window.add(shown.icon, {24, textTop, 32, 32},
              {.icon = look.icon, .length = 32, .ground = Tone::Surface, .tone = look.tone});

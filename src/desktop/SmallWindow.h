@@ -28,6 +28,8 @@ struct SmallWindowOptions {
   // Called when the window takes a resolution: sets the form's height and places that follow from
   // lengths of texts. May be empty.
   std::function<void(Desk& desk)> arrange = nullptr;
+  // Opens the help about the window when F1 is pressed in it. May be empty.
+  std::function<void()> help = nullptr;
 };
 
 class SmallWindow : private ControlPeer {
@@ -68,6 +70,7 @@ class SmallWindow : private ControlPeer {
   HWND window = nullptr;
   std::function<void()> onClose;
   std::function<void(Desk& desk)> arrange;
+  std::function<void()> onHelp;
   const Button* primary = nullptr;
   HWND firstFocus = nullptr;
   std::unique_ptr<controls::TransForm> outline;

@@ -8,6 +8,7 @@
 #include "desktop/WindowOrder.h"
 #include "form/Form42.h"
 #include "languages/Texts.h"
+#include "shell/Help.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -25,7 +26,8 @@ SmallWindow::SmallWindow(Desk& sharedDesk, FormWindow& shownForm, DropShadow& fo
       shadow(formShadow),
       owner(ownerWindow),
       onClose(std::move(close)),
-      arrange(options.arrange) {
+      arrange(options.arrange),
+      onHelp(options.help) {
   registerClass(options.windowClass, procedure);
   window = CreateWindowExW(
       WS_EX_CONTROLPARENT | (desk.isMirrored ? WS_EX_LAYOUTRTL : 0U), options.windowClass,
@@ -184,6 +186,11 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
       }
       self->changeResolution(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
+    case WM_HELP:
+      if (self->onHelp) {
+        self->onHelp();
+      }
+      return TRUE;
     case WM_CLOSE:
       self->onClose();
       return 0;
@@ -209,9 +216,9 @@ LRESULT CALLBACK SmallWindow::procedure(HWND hwnd, UINT message, WPARAM wParam, 
 void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   ExclusionDialog& dialog = form.Form1;
   dialog.chameleonButton3.toolTip = textOf(form, "close");
-  SmallWindow shown(desk, dialog.window, dialog.shadow, owner,
-                    [&dialog] { dialog.orubutton10.click(); },
-                    {.title = dialog.Label222[1].caption});
+  SmallWindow shown(
+      desk, dialog.window, dialog.shadow, owner, [&dialog] { dialog.orubutton10.click(); },
+      {.title = dialog.Label222[1].caption, .help = [&form] { openHelp(form, "exclusion"); }});
   shown.add(dialog.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
@@ -227,9 +234,9 @@ void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   // Goes after the window that shows it.
   Label name(form.Label1.caption);
   name.font = form.Label1.font.get();
-  SmallWindow shown(desk, about.window, about.shadow, owner,
-                    [&about] { about.chameleonButton3.click(); },
-                    {.title = about.Label222[1].caption});
+  SmallWindow shown(
+      desk, about.window, about.shadow, owner, [&about] { about.chameleonButton3.click(); },
+      {.title = about.Label222[1].caption, .help = [&form] { openHelp(form, "about"); }});
   shown.add(about.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
   shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);

@@ -106,6 +106,7 @@ inline constexpr std::array texts{
     Text{"name-maximize", "Maximize"},
     Text{"name-restore", "Restore the size"},
     Text{"legal-line", "Copyright %1 the zelvreg authors"},
+    Text{"help-missing", "The help cannot be shown: %1 is not there or cannot be opened."},
     Text{"c1", "Invalid Font Reference"},
     Text{"c2", "Invalid Shared Dll's"},
     Text{"c3", "Invalid Application path"},

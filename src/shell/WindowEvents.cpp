@@ -2,12 +2,12 @@
 
 #include "form/Form42.h"
 #include "scan/ScanDriver.h"
+#include "shell/Help.h"
 
 namespace zelvreg {
 namespace {
 
 constexpr int openingStep = 1000;  // twips
-constexpr int helpContext = 4;
 
 }  // namespace
 
@@ -71,10 +71,6 @@ void TrayArea1_Click(Form42& form) {
   form.window.visible = true;
 }
 
-void Image44_Click(Form42& form) {
-  if (form.openHelp) {
-    form.openHelp(form.programFolder + "\\zelvhelp.chm", helpContext);
-  }
-}
+void Image44_Click(Form42& form) { openHelp(form, "start"); }
 
 }  // namespace zelvreg

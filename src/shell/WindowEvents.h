@@ -28,7 +28,7 @@ void MaximizeButton_Click(Form42& form);
 // A press on the icon in the notification area: the window comes back.
 void TrayArea1_Click(Form42& form);
 
-// Opens the help file.
+// Opens the help at its start.
 void Image44_Click(Form42& form);
 
 // Draws the shadow that every form of the program has.

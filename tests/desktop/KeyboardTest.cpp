@@ -1,6 +1,7 @@
 #include "desktop/Keyboard.h"
 
 #include "desktop/Layout.h"
+#include "shell/Languages.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg::desktop {
@@ -44,6 +45,35 @@ TEST_F(KeyboardTest, EscapeClosesThePickerThenStopsWhatRuns) {
   EXPECT_EQ(buttonOfEscape(form), &form.cmd_cancel);
   form.pictrlang.visible = true;
   EXPECT_EQ(buttonOfEscape(form), &form.chameleonButton13);
+}
+
+TEST_F(KeyboardTest, F1OpensTheHelpOfThePageThatIsShown) {
+  const auto helpOf = [this](Frame& shown) {
+    for (Frame* page : {&form.Frame1, &form.Frame2, &form.Frame3, &form.Frame7}) {
+      page->visible = page == &shown;
+    }
+    return topicOfHelpKey(form, FocusArea::Elsewhere).page().name;
+  };
+  EXPECT_EQ(helpOf(form.Frame1), "options");
+  EXPECT_EQ(helpOf(form.Frame2), "results");
+  EXPECT_EQ(helpOf(form.Frame3), "undo");
+  EXPECT_EQ(helpOf(form.Frame7), "exclusions");
+}
+
+TEST_F(KeyboardTest, F1OpensTheHelpOfWhatIsOpenOrRuns) {
+  EXPECT_EQ(topicOfHelpKey(form, FocusArea::SearchControls).page().name, "search");
+  form.Frame8.visible = true;
+  EXPECT_EQ(topicOfHelpKey(form, FocusArea::SearchControls).page().name, "scan");
+  form.pictrlang.visible = true;
+  EXPECT_EQ(topicOfHelpKey(form, FocusArea::SearchControls).page().name, "language");
+}
+
+TEST_F(KeyboardTest, F1OpensTheHelpOfTheChosenCategory) {
+  createCategoryRows(form);
+  EXPECT_EQ(topicOfHelpKey(form, FocusArea::Categories).page().name, "options");
+  form.View1.setSelected(11, true);
+  EXPECT_EQ(topicOfHelpKey(form, FocusArea::Categories).page().name, "firewall");
+  EXPECT_EQ(topicOfHelpKey(form, FocusArea::Elsewhere).page().name, "options");
 }
 
 TEST_F(KeyboardTest, ThePickerOpensAtTheLanguageInUse) {

@@ -170,6 +170,35 @@ TEST_F(MainWindowTest, TheHelpIsReachedByTheKeyboard) {
   EXPECT_NE(opened.find("zelvhelp.chm"), std::string::npos);
 }
 
+TEST_F(MainWindowTest, F1InAnyControlOpensTheHelpOfItsPage) {
+  std::vector<int> opened;
+  form.openHelp = [&](const std::string&, int context) { opened.push_back(context); };
+  const auto pressF1 = [](HWND control) { SendMessageW(control, WM_HELP, 0, 0); };
+  pressF1(window.hwnd());
+  pressF1(windowOf(form.View1, WC_LISTVIEWW));
+  pressF1(windowOf(form.cmd_start, L"Button"));
+  pressF1(windowOf(form.ChKeys, L"Button"));
+  pressF1(windowOf(form.cboRoot, WC_COMBOBOXW));
+  EXPECT_EQ(opened, std::vector<int>(5, HelpTopic("options").page().context));
+  opened.clear();
+  form.Frame1.visible = false;
+  form.Frame2.visible = true;
+  pressF1(windowOf(form.View2, WC_LISTVIEWW));
+  pressF1(windowOf(form.FilterBox, L"Edit"));
+  EXPECT_EQ(opened, std::vector<int>(2, HelpTopic("results").page().context));
+}
+
+TEST_F(MainWindowTest, WithoutABookAndItsPagesAMessageSaysSo) {
+  std::string told;
+  form.dialogs.show = [&told](const UserMessage& message) {
+    told = message.text;
+    return Answer::Ok;
+  };
+  form.programFolder = R"(C:\nowhere)";
+  openHelp(form, "start");
+  EXPECT_EQ(told, zelvreg::textOf(form, "help-missing", {R"(C:\nowhere\manual\en\start.html)"}));
+}
+
 TEST_F(MainWindowTest, TheHighlightIsTheSameInListAndWindow) {
   form.View2.add("one");
   form.View2.add("two");

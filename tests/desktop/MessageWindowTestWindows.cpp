@@ -5,6 +5,7 @@
 #include "desktop/MainWindowFixture.h"
 #include "desktop/SystemScreen.h"
 #include "form/Form42.h"
+#include "shell/Help.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -64,6 +65,17 @@ TEST_F(MessageWindowTest, EnterAnswersYesAndEscapeNo) {
   EXPECT_EQ(title, L"Remove");
   EXPECT_EQ(answered(question, IDCANCEL), Answer::No);
   EXPECT_EQ(FindWindowW(messageClass, nullptr), nullptr);
+}
+
+TEST_F(MessageWindowTest, F1OpensTheHelpOfMessages) {
+  int opened = 0;
+  form.openHelp = [&opened](const std::string&, int context) { opened = context; };
+  look = [](HWND message) {
+    SendMessageW(FindWindowExW(message, nullptr, L"Button", nullptr), WM_HELP, 0, 0);
+  };
+  answered({.text = "Done.", .icon = {}, .isQuestion = false, .title = {}}, IDOK);
+  look = nullptr;
+  EXPECT_EQ(opened, HelpTopic("messages").page().context);
 }
 
 TEST_F(MessageWindowTest, WhatIsNoQuestionHasOneButton) {

@@ -18,6 +18,7 @@ struct HelpPage {
 
 inline constexpr std::array helpPages{
     HelpPage{"start", 4, 0},           HelpPage{"first-scan", 5, 0},
+    HelpPage{"install", 6, 0},
     HelpPage{"window", 10, 0},         HelpPage{"options", 11, 1},
     HelpPage{"scan", 12, 1},           HelpPage{"results", 13, 1},
     HelpPage{"repair", 14, 1},         HelpPage{"undo", 15, 1},

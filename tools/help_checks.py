@@ -119,8 +119,11 @@ def check_books():
 
 
 def help_of(program, *command):
-    done = subprocess.run([program, *command, "--help"], capture_output=True, text=True,
-                          encoding="utf-8", stdin=subprocess.DEVNULL)
+    try:
+        done = subprocess.run([program, *command, "--help"], capture_output=True, text=True,
+                              encoding="utf-8", stdin=subprocess.DEVNULL)
+    except OSError:
+        return None
     return done.stdout + done.stderr if done.returncode == 0 else None
 
 

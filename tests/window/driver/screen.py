@@ -14,13 +14,14 @@ MAIN, SMALL, BOX = "ZelvregMainWindow", "ZelvregSmallWindow", "ZelvregMessageWin
 ROWS_LIST, RESULTS_LIST = "what to scan", "Invalid Data Location"
 RESULTS = "Number of invalid entries is"
 SMALLEST_WIDTH = 1026
-PLACE = re.compile(r"Place\{\s*of<&Form42::(\w+)>,\s*noFrame,\s*\{(\d+), (\d+), (\d+), (\d+)\}")
+PLACE = re.compile(r"(?:of<&Form42::(\w+)>,\s*noFrame|return form\.(\w+)\[0\]; \}),"
+                   r"\s*\{(\d+), (\d+), (\d+), (\d+)\}")
 
 
 def places():
     """The places of the window's controls without a caption, by name, in pixels."""
     text = (CHECKOUT / "src" / "desktop" / "Layout.cpp").read_text("utf-8")
-    return {name: tuple(map(int, place)) for name, *place in PLACE.findall(text)}
+    return {name or first: tuple(map(int, place)) for name, first, *place in PLACE.findall(text)}
 
 
 def middle(place):

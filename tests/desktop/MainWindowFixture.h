@@ -13,6 +13,9 @@
 
 namespace zelvreg::desktop {
 
+// What the system makes of F1 for the window with the focus; the headers have no name for it.
+constexpr UINT pressedF1 = 0x4D;
+
 struct ChildSearch {
   std::wstring windowClass;
   std::vector<HWND> found;

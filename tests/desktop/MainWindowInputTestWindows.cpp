@@ -173,7 +173,7 @@ TEST_F(MainWindowTest, TheHelpIsReachedByTheKeyboard) {
 TEST_F(MainWindowTest, F1InAnyControlOpensTheHelpOfItsPage) {
   std::vector<int> opened;
   form.openHelp = [&](const std::string&, int context) { opened.push_back(context); };
-  const auto pressF1 = [](HWND control) { SendMessageW(control, WM_HELP, 0, 0); };
+  const auto pressF1 = [](HWND control) { SendMessageW(control, pressedF1, 0, 0); };
   pressF1(window.hwnd());
   pressF1(windowOf(form.View1, WC_LISTVIEWW));
   pressF1(windowOf(form.cmd_start, L"Button"));

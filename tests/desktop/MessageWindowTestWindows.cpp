@@ -71,7 +71,7 @@ TEST_F(MessageWindowTest, F1OpensTheHelpOfMessages) {
   int opened = 0;
   form.openHelp = [&opened](const std::string&, int context) { opened = context; };
   look = [](HWND message) {
-    SendMessageW(FindWindowExW(message, nullptr, L"Button", nullptr), WM_HELP, 0, 0);
+    SendMessageW(FindWindowExW(message, nullptr, L"Button", nullptr), pressedF1, 0, 0);
   };
   answered({.text = "Done.", .icon = {}, .isQuestion = false, .title = {}}, IDOK);
   look = nullptr;

@@ -17,7 +17,7 @@
 #include "controls/Canvas.h"
 #include "controls/GdiObjects.h"
 #include "desktop/Colors.h"
-#include "desktop/Layout.h"
+#include "layout/Layout.h"
 #include "text/Wide.h"
 #include "widgets/Control.h"
 #include "widgets/FormWindow.h"

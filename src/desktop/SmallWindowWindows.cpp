@@ -8,6 +8,7 @@
 #include "desktop/WindowOrder.h"
 #include "form/Form42.h"
 #include "languages/Texts.h"
+#include "layout/DialogPlaces.h"
 #include "shell/Help.h"
 
 namespace zelvreg::desktop {
@@ -219,11 +220,11 @@ void showExclusionDialog(Desk& desk, Form42& form, HWND owner) {
   SmallWindow shown(
       desk, dialog.window, dialog.shadow, owner, [&dialog] { dialog.orubutton10.click(); },
       {.title = dialog.Label222[1].caption, .help = [&form] { openHelp(form, "exclusion"); }});
-  shown.add(dialog.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
+  shown.add(dialog.Label222[1], dialogTitle, LabelLook::WindowTitle);
   shown.add(dialog.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
-  shown.add(dialog.Label1, {20, 58, 440, 20}, LabelLook::Plain);
-  shown.add(dialog.orubutton1, {160, 130, 160, 32}, ButtonRole::Primary, "");
-  shown.add(dialog.orubutton10, {330, 130, 130, 32}, ButtonRole::Plain, "");
+  shown.add(dialog.Label1, exclusionPrompt, LabelLook::Plain);
+  shown.add(dialog.orubutton1, addExclusion, ButtonRole::Primary, "");
+  shown.add(dialog.orubutton10, cancelExclusion, ButtonRole::Plain, "");
   shown.add(dialog.Text1, {20, 84, 440, 26}, dialog.Label1);
   shown.runModal(form.messages, dialog.isOpen);
 }
@@ -237,19 +238,17 @@ void showAboutDialog(Desk& desk, Form42& form, HWND owner) {
   SmallWindow shown(
       desk, about.window, about.shadow, owner, [&about] { about.chameleonButton3.click(); },
       {.title = about.Label222[1].caption, .help = [&form] { openHelp(form, "about"); }});
-  shown.add(about.Label222[1], {18, 10, 410, 24}, LabelLook::WindowTitle);
+  shown.add(about.Label222[1], dialogTitle, LabelLook::WindowTitle);
   shown.add(about.chameleonButton3, {436, 6, 36, 32}, ButtonRole::Title, "exit");
   shown.add(name, {24, 64, 300, 26}, LabelLook::PageTitle);
   shown.add(about.Label3, {330, 68, 126, 20}, LabelLook::SecondaryRight);
-  shown.add(about.Label2[0], {24, 94, 432, 40}, LabelLook::Wrapped);
-  constexpr int firstLine = 150;
-  constexpr int lineHeight = 34;
-  shown.add(about.Label2[3], {24, firstLine, 170, 20}, LabelLook::Plain);
-  shown.add(about.Label4, {200, firstLine, 256, 20}, LabelLook::Link);
-  shown.add(about.Label2[2], {24, firstLine + lineHeight, 170, 20}, LabelLook::Plain);
-  shown.add(about.Label5, {200, firstLine + lineHeight, 256, 20}, LabelLook::Link);
-  shown.add(about.Label2[1], {24, firstLine + 2 * lineHeight, 170, 20}, LabelLook::Plain);
-  shown.add(about.Label6, {200, firstLine + 2 * lineHeight, 256, 20}, LabelLook::Link);
+  shown.add(about.Label2[0], aboutSummary, LabelLook::Wrapped);
+  shown.add(about.Label2[3], aboutWords(0), LabelLook::Plain);
+  shown.add(about.Label4, aboutLink(0), LabelLook::Link);
+  shown.add(about.Label2[2], aboutWords(1), LabelLook::Plain);
+  shown.add(about.Label5, aboutLink(1), LabelLook::Link);
+  shown.add(about.Label2[1], aboutWords(2), LabelLook::Plain);
+  shown.add(about.Label6, aboutLink(2), LabelLook::Link);
   shown.add(about.Label2[4], {24, 270, 432, 20}, LabelLook::Secondary);
   shown.runModal(form.messages, about.isOpen);
 }

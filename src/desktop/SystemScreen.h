@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "desktop/Layout.h"
+#include "layout/Layout.h"
 
 namespace zelvreg::desktop {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "desktop/Layout.h"
+#include "layout/Layout.h"
 
 namespace zelvreg::desktop {
 

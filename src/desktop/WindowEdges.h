@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "desktop/Layout.h"
+#include "layout/Layout.h"
 
 namespace zelvreg::desktop {
 

@@ -101,16 +101,23 @@ std::string ReadLangValue(const std::string& file, std::string_view section, std
 }
 
 LanguageFile::LanguageFile(const std::string& file, int charset)
-    : content(ownText(readFileText(file).value_or(""), codePageOfCharset(charset))) {}
+    : LanguageFile(ofBytes(readFileText(file).value_or(""), charset)) {}
+
+LanguageFile LanguageFile::ofBytes(std::string_view bytes, int charset) {
+  return LanguageFile(ownText(bytes, codePageOfCharset(charset)));
+}
 
 std::string LanguageFile::value(std::string_view section, std::string_view key) const {
   return valueOf(content, section, key);
 }
 
 std::vector<LanguageFields> readLanguageList(const std::string& file) {
-  const std::string content = readFileText(file).value_or("");
-  const bool isUtf8 = content.starts_with(utf8Mark);
-  const std::string_view lines = std::string_view(content).substr(isUtf8 ? utf8Mark.size() : 0);
+  return languageListOf(readFileText(file).value_or(""));
+}
+
+std::vector<LanguageFields> languageListOf(std::string_view bytes) {
+  const bool isUtf8 = bytes.starts_with(utf8Mark);
+  const std::string_view lines = bytes.substr(isUtf8 ? utf8Mark.size() : 0);
   LanguageList list(valueOf(lines, "lang", "zelvreg"), isUtf8);
   std::vector<LanguageFields> entries;
   while (list.hasMore() && entries.size() < mostLanguages) {

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zelvreg {
@@ -23,10 +24,14 @@ std::string ReadLangValue(const std::string& file, std::string_view section, std
 class LanguageFile {
  public:
   LanguageFile(const std::string& file, int charset);
+  // Of the bytes of a file.
+  static LanguageFile ofBytes(std::string_view bytes, int charset);
   // As ReadLangValue() gives it.
   [[nodiscard]] std::string value(std::string_view section, std::string_view key) const;
 
  private:
+  explicit LanguageFile(std::string text) : content(std::move(text)) {}
+
   std::string content;
 };
 
@@ -35,6 +40,8 @@ class LanguageFile {
 // charset, unless the whole file is UTF-8.
 using LanguageFields = std::vector<std::string>;
 std::vector<LanguageFields> readLanguageList(const std::string& file);
+// The same of the bytes of a file.
+std::vector<LanguageFields> languageListOf(std::string_view bytes);
 
 // The folder of the language files, and a file in it.
 std::string languageFolder(const Form42& form);

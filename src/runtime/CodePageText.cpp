@@ -17,7 +17,7 @@ std::string textOfCodePage(std::string_view bytes, UINT codePage) {
   return utf8(wide);
 }
 
-std::string codePageBytes(std::string_view text) {
+std::string codePageBytes(std::string_view text, UINT codePage) {
   if (text.empty()) {
     return {};
   }
@@ -25,7 +25,7 @@ std::string codePageBytes(std::string_view text) {
   const auto length = static_cast<int>(wide.size());
   const auto convert = [&](char* bytes, int size) {
     return static_cast<std::size_t>(
-        WideCharToMultiByte(CP_ACP, 0, wideText(wide), length, bytes, size, nullptr, nullptr));
+        WideCharToMultiByte(codePage, 0, wideText(wide), length, bytes, size, nullptr, nullptr));
   };
   std::string bytes(convert(nullptr, 0), '\0');
   convert(bytes.data(), static_cast<int>(bytes.size()));
@@ -33,9 +33,9 @@ std::string codePageBytes(std::string_view text) {
 }
 
 // A character that only looks alike is read back as another, and so is the sign for a missing one.
-std::optional<std::string> exactCodePageBytes(std::string_view text) {
-  std::string bytes = codePageBytes(text);
-  return textOfCodePage(bytes) == text ? std::optional(std::move(bytes)) : std::nullopt;
+std::optional<std::string> exactCodePageBytes(std::string_view text, UINT codePage) {
+  std::string bytes = codePageBytes(text, codePage);
+  return textOfCodePage(bytes, codePage) == text ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 }  // namespace zelvreg

@@ -16,12 +16,12 @@ namespace zelvreg {
 // own.
 std::string textOfCodePage(std::string_view bytes, UINT codePage = CP_ACP);
 
-// A text in the computer's code page. A character that the page lacks becomes a similar one or the
-// system's default character.
-std::string codePageBytes(std::string_view text);
+// A text in a code page. A character that the page lacks becomes a similar one or the system's
+// default character.
+std::string codePageBytes(std::string_view text, UINT codePage = CP_ACP);
 
 // The same; std::nullopt if the bytes would not convert back to exactly this text.
-std::optional<std::string> exactCodePageBytes(std::string_view text);
+std::optional<std::string> exactCodePageBytes(std::string_view text, UINT codePage = CP_ACP);
 
 }  // namespace zelvreg
 

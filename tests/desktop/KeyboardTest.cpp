@@ -1,6 +1,6 @@
 #include "desktop/Keyboard.h"
 
-#include "desktop/Layout.h"
+#include "layout/Layout.h"
 #include "shell/Languages.h"
 #include "support/ComputerFixture.h"
 

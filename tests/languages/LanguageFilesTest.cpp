@@ -6,19 +6,16 @@
 #include <set>
 #include <span>
 #include <string>
-#include <vector>
 
-#include "languages/Texts.h"
 #include "languages/readlangfile.h"
 #include "support/ComputerFixture.h"
 #include "support/ShippedLanguages.h"
 #include "text/Characters.h"
-#include "text/Text.h"
+#include "translation/LanguageCheck.h"
 
 namespace zelvreg {
 namespace {
 
-using fixture::LanguageKey;
 using fixture::ShippedLanguage;
 
 const std::string folder = "C:\\LanguageFilesTest";
@@ -41,59 +38,18 @@ class LanguageFilesTest : public fixture::ComputerFixture {
     return std::span(fixture::shippedLanguages).subspan(1);
   }
   static LanguageFile readEnglish() { return read(fixture::shippedLanguages.front()); }
-
-  // What English says for a key, be it in its file or not.
-  static std::string englishText(const LanguageFile& english, const LanguageKey& key) {
-    const auto* text = std::ranges::find(texts, key.second, &Text::key);
-    return key.first == "Form42" && text != texts.end() ? std::string(text->english)
-                                                        : english.value(key.first, key.second);
-  }
-
-  static std::vector<LanguageKey> allKeys() {
-    std::vector<LanguageKey> keys = fixture::languageKeys();
-    const std::vector<LanguageKey> more = fixture::keysInOtherLanguages();
-    keys.insert(keys.end(), more.begin(), more.end());
-    return keys;
-  }
 };
 
-// The lines of a file, without what ends them.
-std::vector<std::string> linesOf(const std::string& content) {
-  std::vector<std::string> lines;
-  for (std::size_t start = 0; start < content.size();) {
-    const std::size_t end = std::min(content.find("\r\n", start), content.size());
-    lines.push_back(content.substr(start, end - start));
-    start = end + 2;
-  }
-  return lines;
-}
-
-TEST_F(LanguageFilesTest, EveryLanguageHasATextOfItsOwnForEveryKey) {
+// All keys are there, once each; values, access keys and lengths are right.
+TEST_F(LanguageFilesTest, TheCheckFindsNothingButWordsThatLanguagesShare) {
+  const LanguageFile english = readEnglish();
   for (const ShippedLanguage& language : fixture::shippedLanguages) {
     const bool isEnglish = &language == fixture::shippedLanguages.data();
-    const LanguageFile file = read(language);
-    const std::string content = fixture::languageAsset(fixture::fileOfLanguage(language));
-    for (const auto& [section, key] : isEnglish ? fixture::languageKeys() : allKeys()) {
-      EXPECT_NE(file.value(section, key), "") << language.tag << " " << key;
-      EXPECT_NE(content.find("\n" + key + "="), std::string::npos) << language.tag << " " << key;
-    }
-  }
-}
-
-TEST_F(LanguageFilesTest, NoLanguageHasAKeyThatTheProgramDoesNotAskFor) {
-  const std::vector<LanguageKey> keys = allKeys();
-  for (const ShippedLanguage& language : fixture::shippedLanguages) {
-    std::string section;
-    std::set<LanguageKey> seen;
-    for (const std::string& line :
-         linesOf(fixture::languageAsset(fixture::fileOfLanguage(language)))) {
-      if (line.starts_with('[')) {
-        section = line.substr(1, line.size() - 2);
-      } else if (!line.empty()) {
-        const LanguageKey key{section, line.substr(0, line.find('='))};
-        EXPECT_TRUE(std::ranges::find(keys, key) != keys.end()) << language.tag << " " << line;
-        EXPECT_TRUE(seen.insert(key).second) << language.tag << " twice: " << line;
-      }
+    for (const LanguageFinding& finding :
+         checkLanguageFile(fixture::languageAsset(fixture::fileOfLanguage(language)),
+                           language.charset, isEnglish ? nullptr : &english)) {
+      EXPECT_EQ(finding.problem, LanguageProblem::SameAsEnglish)
+          << language.tag << " " << finding.line << " " << sentenceOf(finding);
     }
   }
 }
@@ -116,35 +72,13 @@ TEST_F(LanguageFilesTest, EveryTextDiffersFromEnglishButForSharedWords) {
   const LanguageFile english = readEnglish();
   for (const ShippedLanguage& language : otherLanguages()) {
     const LanguageFile file = read(language);
-    for (const LanguageKey& key : allKeys()) {
-      const std::string text = file.value(key.first, key.second);
+    for (const TranslatableText& text : translatableTexts()) {
+      const std::string translation = file.value(text.section, text.key);
       const bool isShared = std::ranges::any_of(sharedWords, [&](const SharedWord& each) {
-        return language.tag == std::string_view(each.tag) && text == each.word;
+        return language.tag == std::string_view(each.tag) && translation == each.word;
       });
-      EXPECT_EQ(text == englishText(english, key), isShared)
-          << language.tag << " " << key.second << ": " << text;
-    }
-  }
-}
-
-// "%1" to "%9", as often as a text has them.
-std::multiset<char> placesIn(std::string_view text) {
-  std::multiset<char> places;
-  for (std::size_t at = 0; at + 1 < text.size(); ++at) {
-    if (text[at] == '%') {
-      places.insert(text[at + 1]);
-    }
-  }
-  return places;
-}
-
-TEST_F(LanguageFilesTest, EveryTextHasThePlacesForValuesThatEnglishHas) {
-  const LanguageFile english = readEnglish();
-  for (const ShippedLanguage& language : otherLanguages()) {
-    const LanguageFile file = read(language);
-    for (const LanguageKey& key : allKeys()) {
-      EXPECT_EQ(placesIn(file.value(key.first, key.second)), placesIn(englishText(english, key)))
-          << language.tag << " " << key.second;
+      EXPECT_EQ(translation == englishOf(text, english), isShared)
+          << language.tag << " " << text.key << ": " << translation;
     }
   }
 }
@@ -202,23 +136,6 @@ TEST_F(LanguageFilesTest, NoTextHasTheScriptOfAnotherLanguage) {
     for (const Script script : allowed) {
       EXPECT_TRUE(seen.contains(script)) << language.tag;
     }
-  }
-}
-
-// The letter after the "&" of a text, in lower case; NUL if it has none.
-char32_t accessKeyOf(const std::string& text) {
-  const std::size_t mark = text.find('&');
-  return mark == std::string::npos ? 0 : characterAt(lowerCase(text.substr(mark + 1)), 0);
-}
-
-TEST_F(LanguageFilesTest, TheTwoAnswersOfAQuestionHaveDifferentAccessKeys) {
-  for (const ShippedLanguage& language : fixture::shippedLanguages) {
-    const LanguageFile file = read(language);
-    const char32_t yes = accessKeyOf(file.value("Form42", "yes"));
-    const char32_t no = accessKeyOf(file.value("Form42", "no"));
-    EXPECT_NE(yes, 0U) << language.tag;
-    EXPECT_NE(no, 0U) << language.tag;
-    EXPECT_NE(yes, no) << language.tag;
   }
 }
 

@@ -31,7 +31,6 @@ using LanguageKey = std::pair<std::string, std::string>;
 // All that the English file has. It lacks the texts of languages/Texts.h with quotation marks or a
 // blank at the end, which a file cannot hold; other languages have these, too.
 std::vector<LanguageKey> languageKeys();
-std::vector<LanguageKey> keysInOtherLanguages();
 
 // The bytes of a file of assets/lang.
 std::string languageAsset(const std::string& name);

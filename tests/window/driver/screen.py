@@ -20,7 +20,7 @@ PLACE = re.compile(r"(?:of<&Form42::(\w+)>,\s*noFrame|return form\.(\w+)\[0\]; \
 
 def places():
     """The places of the window's controls without a caption, by name, in pixels."""
-    text = (CHECKOUT / "src" / "desktop" / "Layout.cpp").read_text("utf-8")
+    text = (CHECKOUT / "src" / "layout" / "Layout.cpp").read_text("utf-8")
     return {name or first: tuple(map(int, place)) for name, first, *place in PLACE.findall(text)}
 
 

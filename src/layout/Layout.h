@@ -1,8 +1,9 @@
 // The place of every control of the main window, in twips, and what it looks like there. The window
 // has one layout; the front end converts it to pixels by the monitor's resolution.
-#ifndef ZELVREG_DESKTOP_LAYOUT_H
-#define ZELVREG_DESKTOP_LAYOUT_H
+#ifndef ZELVREG_LAYOUT_LAYOUT_H
+#define ZELVREG_LAYOUT_LAYOUT_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -30,6 +31,11 @@ inline constexpr int statusBarTop = 586;
 // The rows of a list, and its header.
 inline constexpr int rowHeight = 23;
 inline constexpr int headerHeight = 26;
+
+// The columns of the categories and of the findings, until the user changes them. The one of width
+// 0 is hidden.
+inline constexpr std::array categoryColumnWidths{240, 346, 84, 98};
+inline constexpr std::array findingColumnWidths{274, 164, 0, 154, 154};
 
 enum class LabelLook : std::uint8_t {
   ProgramTitle,

@@ -1,4 +1,4 @@
-#include "desktop/Layout.h"
+#include "layout/Layout.h"
 
 #include <array>
 #include <initializer_list>

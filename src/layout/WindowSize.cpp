@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "desktop/Layout.h"
 #include "form/Form42.h"
+#include "layout/Layout.h"
 
 namespace zelvreg::desktop {
 namespace {

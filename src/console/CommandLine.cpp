@@ -70,6 +70,10 @@ class Parser {
 
  private:
   void apply() {
+    if (lists.isParsed(Command::CheckLanguage)) {
+      lists.applyTo(options);
+      return;
+    }
     target.applyTo(options.target);
     SafeguardArguments::applyTo(options);
     if (scan->parsed()) {
@@ -116,6 +120,8 @@ class Parser {
 
 }  // namespace
 
+bool needsNoComputer(Command command) { return command == Command::CheckLanguage; }
+
 bool changesComputer(const Options& options) {
   switch (options.command) {
     case Command::Scan:
@@ -123,6 +129,7 @@ bool changesComputer(const Options& options) {
     case Command::ListUndo:
     case Command::ListExclusions:
     case Command::ListLanguages:
+    case Command::CheckLanguage:
       return false;
     case Command::Fix:
       return !options.isRehearsal;

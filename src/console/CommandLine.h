@@ -31,6 +31,7 @@ enum class Command {
   RemoveExclusion,
   ListLanguages,
   UseLanguage,
+  CheckLanguage,
   Automatic,
 };
 enum class Format { Tables, Json, Csv };
@@ -79,8 +80,10 @@ struct Options {
   bool isQuiet = false;
   bool exitsZero = false;  // problems found are no failure of the call
   bool answersYes = false;
-  std::string language;  // tag
-  std::set<int> kinds;   // kind codes to fix; empty for all
+  std::string language;             // tag
+  std::string languageFile = {};    // that is checked
+  std::optional<int> charset = {};  // of that file
+  std::set<int> kinds;              // kind codes to fix; empty for all
   // What was chosen for safeguards, the narrower choices first.
   std::vector<SafeguardChoice> safeguardChoices;
   bool isAsDescribed = false;
@@ -99,6 +102,9 @@ struct Options {
   SearchOptions search;
   std::string mode;  // the program's own command line, of an automatic mode
 };
+
+// Whether a command works on files alone, and no computer needs to be named.
+bool needsNoComputer(Command command);
 
 // Whether what was asked for may change the computer.
 bool changesComputer(const Options& options);

@@ -5,6 +5,7 @@
 
 #include "console/FixCommand.h"
 #include "console/FormUse.h"
+#include "console/LanguageCheckCommand.h"
 #include "console/ListCommands.h"
 #include "console/ScanCommands.h"
 #include "console/SearchCommand.h"
@@ -21,6 +22,7 @@ Writing writingOf(Command command) {
     case Command::ListUndo:
     case Command::ListExclusions:
     case Command::ListLanguages:
+    case Command::CheckLanguage:
       return Writing::Nothing;
     case Command::Fix:
     case Command::Automatic:
@@ -82,6 +84,8 @@ int runCommand(const Options& options, Computer& computer, const Streams& stream
     case Command::ListLanguages:
     case Command::UseLanguage:
       return workOnLanguages(options, computer, streams);
+    case Command::CheckLanguage:
+      return checkLanguage(options, streams);
   }
   return failed;
 }

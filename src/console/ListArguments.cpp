@@ -1,6 +1,7 @@
 #include "console/ListArguments.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "console/SafeguardArguments.h"
 #include "unicode/Unicode.h"
@@ -63,10 +64,21 @@ void ListArguments::addExclude(CLI::App& app, Options& options) {
 }
 
 void ListArguments::addLanguages(CLI::App& app, Options& options) {
-  CLI::App* languages = app.add_subcommand("languages", "list the languages, or choose one");
+  CLI::App* languages =
+      app.add_subcommand("languages", "list the languages, choose one, or check a file");
   CLI::App* use =
       add(*languages, "use", "choose a language for this computer", Command::UseLanguage);
   use->add_option("tag", options.language, "the language's tag, as the list shows it")->required();
+  CLI::App* check = add(*languages, "check", "check a language file", Command::CheckLanguage);
+  check->add_option("file", options.languageFile, "the file, zelvreg-TAG.lang")->required();
+  check
+      ->add_option("--charset", options.charset,
+                   "the charset of its language; else that of its line in data.lang beside it")
+      ->check(CLI::Range(0, 255));
+  check->add_flag(
+      "--json", [&options](std::int64_t) { options.format = Format::Json; },
+      "print one JSON object, in UTF-8");
+  check->add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found");
   // Behind its subcommands: with one of them, both count as parsed.
   commands.push_back({languages, Command::ListLanguages});
 }
@@ -78,14 +90,24 @@ void ListArguments::addModes(CLI::App& app) {
   }
 }
 
-void ListArguments::applyTo(Options& options) const {
-  const auto chosen = std::ranges::find_if(
+const ListArguments::PlainCommand* ListArguments::chosen() const {
+  const auto found = std::ranges::find_if(
       commands, [](const PlainCommand& command) { return command.app->parsed(); });
-  options.command = chosen->command;
+  return found == commands.end() ? nullptr : &*found;
+}
+
+bool ListArguments::isParsed(Command command) const {
+  const PlainCommand* given = chosen();
+  return given != nullptr && given->command == command;
+}
+
+void ListArguments::applyTo(Options& options) const {
+  const PlainCommand& given = *chosen();
+  options.command = given.command;
   // Any bytes may come in as an argument.
   options.exclusion = utf8(utf16(options.exclusion));
-  if (chosen->command == Command::Automatic) {
-    applyMode(options, chosen->app->get_name());
+  if (given.command == Command::Automatic) {
+    applyMode(options, given.app->get_name());
   }
 }
 

@@ -19,6 +19,8 @@ class ListArguments {
 
   // One of these commands was given. Throws UsageError for a mode that is the window's alone.
   void applyTo(Options& options) const;
+  // Whether it was this one.
+  [[nodiscard]] bool isParsed(Command command) const;
 
  private:
   struct PlainCommand {
@@ -29,6 +31,8 @@ class ListArguments {
   CLI::App* add(CLI::App& parent, const char* name, const char* description, Command command);
   CLI::App* addForEntry(CLI::App& list, const char* name, const char* description, Command command,
                         Options& options);
+
+  [[nodiscard]] const PlainCommand* chosen() const;
 
   std::vector<PlainCommand> commands;
 };

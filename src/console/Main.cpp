@@ -7,11 +7,19 @@
 #include "console/Arguments.h"
 #include "console/Commands.h"
 #include "console/DisplayText.h"
+#include "console/LanguageCheckCommand.h"
 #include "console/Terminal.h"
 
 namespace {
 
 using namespace zelvreg::console;
+
+int runOnComputer(const Options& options, const Streams& streams) {
+  const auto computer = Computer::open(options.target, accessFor(options.command));
+  const int status = runCommand(options, *computer, streams);
+  computer->close();
+  return status;
+}
 
 int runProgram(int count, const char* const* arguments) {
   const std::vector<std::string> typed = typedArguments(count, arguments);
@@ -23,13 +31,13 @@ int runProgram(int count, const char* const* arguments) {
     std::cout << *parsed.help;
     return nothingFound;
   }
-  const auto computer = Computer::open(parsed.options.target, accessFor(parsed.options.command));
   const Streams streams{.out = std::cout,
                         .error = std::cerr,
                         .width = terminalWidth(),
                         .showsProgress = isErrorTerminal()};
-  const int status = runCommand(parsed.options, *computer, streams);
-  computer->close();
+  const int status = needsNoComputer(parsed.options.command)
+                         ? checkLanguage(parsed.options, streams)
+                         : runOnComputer(parsed.options, streams);
   if (!std::cout.flush()) {
     throw std::runtime_error("the output could not be written; check where it goes");
   }

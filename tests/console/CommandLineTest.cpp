@@ -33,6 +33,18 @@ std::string complaint(const std::vector<const char*>& arguments, bool isTargetGi
   return "(none)";
 }
 
+TEST(CommandLine, ACheckOfALanguageFileNeedsNoComputer) {
+  const Options options =
+      parse({"languages", "check", "x.lang", "--charset", "238", "--json"}, false).options;
+  EXPECT_EQ(options.command, Command::CheckLanguage);
+  EXPECT_TRUE(needsNoComputer(options.command));
+  EXPECT_EQ(options.languageFile, "x.lang");
+  EXPECT_EQ(options.charset, 238);
+  EXPECT_EQ(options.format, Format::Json);
+  EXPECT_NE(complaint({"languages", "check"}, false), "(none)");
+  EXPECT_NE(complaint({"languages", "check", "x.lang", "--charset", "256"}, false), "(none)");
+}
+
 TEST(CommandLine, AScanTicksAllSixteenRowsUnlessSomeAreNamed) {
   EXPECT_EQ(parse({"scan"}).options.rows.size(), 16U);
   EXPECT_EQ(parse({"scan", "--only", "font,16"}).options.rows, (Rows{1, 16}));

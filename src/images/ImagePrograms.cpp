@@ -51,15 +51,21 @@ std::string missingPrograms(std::string_view folders) {
                                 ", or ./run --image in a checkout)";
 }
 
-void requirePrograms() {
+std::string missingPrograms() {
   const char* folders = std::getenv("PATH");
-  const std::string line = missingPrograms(folders == nullptr ? "" : folders);
-  if (!line.empty()) throw machine::MachineError(line);
-  if (!machine::FileDescriptor(open("/dev/fuse", O_RDWR | O_CLOEXEC)).isOpen()) {
-    throw machine::MachineError(
-        std::string("an image cannot be mounted here: /dev/fuse: ") + std::strerror(errno) +
-        "; run zelvreg as root, or as somebody who may open that device, or "
-        "mount the disk and give it with --offline");
+  return missingPrograms(folders == nullptr ? "" : folders);
+}
+
+std::string missingKernelSupport() {
+  if (machine::FileDescriptor(open("/dev/fuse", O_RDWR | O_CLOEXEC)).isOpen()) return "";
+  return std::string("an image cannot be mounted here: /dev/fuse: ") + std::strerror(errno) +
+         "; run zelvreg as root, or as somebody who may open that device, or "
+         "mount the disk and give it with --offline";
+}
+
+void requirePrograms() {
+  for (const std::string& line : {missingPrograms(), missingKernelSupport()}) {
+    if (!line.empty()) throw machine::MachineError(line);
   }
 }
 

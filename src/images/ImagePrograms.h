@@ -11,6 +11,13 @@ namespace zelvreg::images {
 // colons, and the packages that hold them; empty if all are there.
 std::string missingPrograms(std::string_view folders);
 
+// The same for the search path of this process.
+std::string missingPrograms();
+
+// One line that says why this process cannot use the kernel's support, and what to do; empty if it
+// can.
+std::string missingKernelSupport();
+
 // Throws MachineError unless the programs and the kernel's support are there.
 void requirePrograms();
 

@@ -3,8 +3,13 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
+#include "console/Completions.h"
+#include "console/Examples.h"
 #include "console/FixArguments.h"
+#include "console/Help.h"
 #include "console/ListArguments.h"
+#include "console/NearestName.h"
+#include "console/OptionGroups.h"
 #include "console/SafeguardArguments.h"
 #include "console/ScanArguments.h"
 #include "console/SearchArguments.h"
@@ -17,24 +22,88 @@ namespace {
 // The parser's messages end with advice on help, in a second line.
 std::string oneLine(std::string message) {
   message.resize(std::min(message.find('\n'), message.size()));
-  return message + "; see zelvreg --help";
+  return message + "; see " + TargetArguments::program() + " --help";
 }
 
-void letFallThrough(CLI::App& app) {
+// Options of the program may follow the command too. Those that ask for help come last.
+void finish(CLI::App& app) {
   app.fallthrough();
+  app.set_help_flag("-h,--help", "print this help and exit")->group(helpGroup);
   for (CLI::App* command : app.get_subcommands({})) {
-    letFallThrough(*command);
+    finish(*command);
   }
+}
+
+// The last command of those that were given.
+const CLI::App& deepest(const CLI::App& app) {
+  const auto chosen = app.get_subcommands();
+  return chosen.empty() ? app : deepest(*chosen.front());
+}
+
+// The program's options may follow each of its commands.
+std::vector<std::string> knownOptions(const CLI::App& command) {
+  std::vector<std::string> names;
+  for (const CLI::App* app = &command; app != nullptr; app = app->get_parent()) {
+    for (const CLI::Option* option : shownOptions(*app)) {
+      const auto own = namesOf(*option);
+      names.insert(names.end(), own.begin(), own.end());
+    }
+  }
+  return names;
+}
+
+std::vector<std::string> knownCommands(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : shownCommands(app)) {
+    names.push_back(command->get_name());
+  }
+  return names;
+}
+
+// The commands that have an option, with commas between.
+std::string ownersOf(const CLI::App& app, const std::string& option) {
+  std::string names;
+  for (const CLI::App* command : shownCommands(app)) {
+    const auto own = knownOptions(*command);
+    if (std::ranges::find(own, option) != own.end()) {
+      names += (names.empty() ? "" : ", ") + command->get_name();
+    }
+  }
+  return names;
+}
+
+// How a line ends that has named something that does not exist.
+std::string advice(const std::string& near, const std::string& command) {
+  return (near.empty() ? "; see " : "; did you mean " + near + "? See ") + command + " --help";
+}
+
+std::string unknownCommand(const CLI::App& command, const std::string& typed) {
+  const bool takesCommands = !shownCommands(command).empty();
+  return (takesCommands ? "there is no command \"" + typed + "\""
+                        : "\"" + typed + "\" is one argument too many") +
+         advice(nearestName(typed, knownCommands(command)), fullNameOf(command));
+}
+
+// What is wrong with an argument that nothing takes, and what may have been meant.
+std::string unknownArgument(const CLI::App& app, const std::string& typed) {
+  const CLI::App& command = deepest(app);
+  if (typed.starts_with('-')) {
+    const std::string name = typed.substr(0, typed.find('='));
+    if (const std::string owners = ownersOf(app, name); !owners.empty()) {
+      return name + " is an option of " + owners + "; give it behind that command";
+    }
+    return "there is no option " + name +
+           advice(nearestName(name, knownOptions(command)), fullNameOf(command));
+  }
+  return unknownCommand(command, typed);
 }
 
 // All options and commands, and what becomes of their arguments.
 class Parser {
  public:
   explicit Parser(Options& given) : options(given) {
-    app.set_version_flag("--version", std::string("zelvreg ") + programVersion(),
-                         "print which version this is and exit");
     target.addTo(app, options.target);
-    app.add_flag("--yes", options.answersYes, "answer every question with Yes");
+    addOwnOptions();
     scanArguments.addTo(*scan, options);
     SafeguardArguments::addTo(
         *scan, {&Safeguards::touches, &Safeguards::asksShares, &Safeguards::asksService}, options);
@@ -44,33 +113,91 @@ class Parser {
     lists.addUndo(app, options);
     lists.addExclude(app, options);
     lists.addLanguages(app, options);
+    lists.addDoctor(app, options);
+    addShellCommands();
     lists.addModes(app);
-    // Options of the program may follow the command too.
-    letFallThrough(app);
+    scan->group("Look");
+    search->group("Look");
+    fix->group("Repair");
+    finish(app);
+    addFooters(app);
+    // What follows a command is never another command: a text to look for may be called like one.
+    app.require_subcommand(0, 1);
   }
 
   // The help text or the version if they were asked for. Otherwise the options are complete.
-  std::optional<std::string> parse(int count, const char* const* arguments) {
+  std::optional<std::string> parse(int count, const char* const* arguments,
+                                   const HelpLayout& layout) {
     try {
       app.parse(count, arguments);
     } catch (const CLI::CallForHelp&) {
-      const auto chosen = app.get_subcommands();
-      return chosen.empty() ? app.help() : chosen.front()->help();
+      return helpText(deepest(app), layout);
     } catch (const CLI::CallForVersion& version) {
       return std::string(version.what()) + "\n";
     } catch (const CLI::ParseError& error) {
-      throw UsageError(oneLine(error.what()));
+      // What nothing takes may be why something else is missing.
+      const auto unknown = app.remaining(true);
+      throw UsageError(unknown.empty() ? oneLine(error.what())
+                                       : unknownArgument(app, unknown.front()));
     }
     if (app.get_subcommands().empty()) {
-      throw UsageError("no command is given; try zelvreg --machine DIR scan, and zelvreg --help");
+      throw UsageError("no command is given; try " + TargetArguments::callOf("scan"),
+                       paragraphs(shortHelp(), {.width = layout.width}));
+    }
+    if (help->parsed()) {
+      return helpOf(layout);
+    }
+    if (completions->parsed()) {
+      return completionScript(app, shell);
     }
     apply();
     return std::nullopt;
   }
 
  private:
+  void addOwnOptions() {
+    app.add_flag("--yes", options.answersYes, "answer every question with Yes")
+        ->group("Questions and tables");
+    app.add_flag("--full", options.isFull,
+                 "cut no text of a table: long ones take several lines, or each row a block")
+        ->group("Questions and tables");
+    app.add_option("--color", color,
+                   "whether to print in color; by default on a terminal, unless NO_COLOR is set")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->type_name("auto|always|never")
+        ->group("Questions and tables");
+    app.set_version_flag("--version", std::string("zelvreg ") + programVersion(),
+                         "print which version this is and exit")
+        ->group(helpGroup);
+  }
+
+  void addShellCommands() {
+    completions =
+        app.add_subcommand("completions", "print a script that completes commands in a shell")
+            ->group(installationGroup);
+    completions
+        ->add_option("SHELL", shell, "the shell that is to complete commands: bash, zsh or fish")
+        ->check(CLI::IsMember(completedShells()))
+        ->required();
+    help = app.add_subcommand("help", "print the help of a command")->group(installationGroup);
+    help->add_option("COMMAND", helpFor, "the command, by the names that lead to it");
+  }
+
+  [[nodiscard]] std::string helpOf(const HelpLayout& layout) const {
+    const CLI::App* command = &app;
+    for (const std::string& name : helpFor) {
+      const CLI::App* next = commandBelow(*command, name);
+      if (next == nullptr) {
+        throw UsageError(unknownCommand(*command, name));
+      }
+      command = next;
+    }
+    return helpText(*command, layout);
+  }
+
   void apply() {
-    if (lists.isParsed(Command::CheckLanguage)) {
+    const auto plain = lists.command();
+    if (plain && needsNoComputer(*plain)) {
       lists.applyTo(options);
       return;
     }
@@ -105,7 +232,7 @@ class Parser {
 
   Options& options;
   CLI::App app{"Finds entries of the Windows registry that name something that is gone.",
-               "zelvreg"};
+               TargetArguments::program()};
   TargetArguments target;
   // In the order of the help.
   CLI::App* scan = app.add_subcommand("scan", "find dead references and list them");
@@ -116,11 +243,18 @@ class Parser {
   FixArguments fixArguments;
   SearchArguments searchArguments;
   ListArguments lists;
+  CLI::App* completions = nullptr;
+  CLI::App* help = nullptr;
+  std::string shell;
+  std::vector<std::string> helpFor;
+  std::string color;  // read before the others, by colorAskedFor
 };
 
 }  // namespace
 
-bool needsNoComputer(Command command) { return command == Command::CheckLanguage; }
+bool needsNoComputer(Command command) {
+  return command == Command::CheckLanguage || command == Command::Doctor;
+}
 
 bool changesComputer(const Options& options) {
   switch (options.command) {
@@ -130,6 +264,7 @@ bool changesComputer(const Options& options) {
     case Command::ListExclusions:
     case Command::ListLanguages:
     case Command::CheckLanguage:
+    case Command::Doctor:
       return false;
     case Command::Fix:
       return !options.isRehearsal;
@@ -138,9 +273,24 @@ bool changesComputer(const Options& options) {
   }
 }
 
-ParsedCommandLine parseCommandLine(int count, const char* const* arguments) {
+ColorUse colorAskedFor(const std::vector<std::string>& arguments) {
+  constexpr std::string_view option = "--color";
+  std::string_view asked;
+  for (auto argument = arguments.begin(); argument != arguments.end() && *argument != "--";
+       ++argument) {
+    if (argument->starts_with("--color=")) {
+      asked = std::string_view(*argument).substr(option.size() + 1);
+    } else if (*argument == option && std::next(argument) != arguments.end()) {
+      asked = *std::next(argument);
+    }
+  }
+  return asked == "always" ? ColorUse::Always : asked == "never" ? ColorUse::Never : ColorUse::Auto;
+}
+
+ParsedCommandLine parseCommandLine(int count, const char* const* arguments,
+                                   const HelpLayout& layout) {
   ParsedCommandLine result;
-  result.help = Parser(result.options).parse(count, arguments);
+  result.help = Parser(result.options).parse(count, arguments, layout);
   return result;
 }
 

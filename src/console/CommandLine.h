@@ -9,8 +9,11 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "console/HelpLayout.h"
+#include "console/Paint.h"
 #include "form/Evidence.h"
 #include "form/Safeguards.h"
 
@@ -33,6 +36,7 @@ enum class Command {
   UseLanguage,
   CheckLanguage,
   Automatic,
+  Doctor,
 };
 enum class Format { Tables, Json, Csv };
 
@@ -77,6 +81,7 @@ struct Options {
   Target target;
   std::set<std::size_t> rows;  // category rows to scan, from 1
   Format format = Format::Tables;
+  bool isFull = false;  // tables show whole texts on a terminal too
   bool isQuiet = false;
   bool exitsZero = false;  // problems found are no failure of the call
   bool answersYes = false;
@@ -112,15 +117,24 @@ bool changesComputer(const Options& options);
 // One line that says what is wrong with the call and what to do.
 class UsageError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit UsageError(const std::string& line, std::string textBelow = "")
+      : std::runtime_error(line), below(std::move(textBelow)) {}
+
+  std::string below;  // lines that are shown after it; mostly none
 };
+
+// What --color asks for, wherever it stands. Read before all else, because what is wrong with the
+// rest is told in color too.
+ColorUse colorAskedFor(const std::vector<std::string>& arguments);
 
 // The options, or the help text that was asked for. Throws UsageError.
 struct ParsedCommandLine {
   Options options;
-  std::optional<std::string> help;  // or the version: what is printed instead of a run
+  // Or the version, or a script of completions: what is printed instead of a run.
+  std::optional<std::string> help;
 };
-ParsedCommandLine parseCommandLine(int count, const char* const* arguments);
+ParsedCommandLine parseCommandLine(int count, const char* const* arguments,
+                                   const HelpLayout& layout = {});
 
 // The rows named in a list separated by commas, each by the value name of its tick or by its word.
 // Throws UsageError for an unknown name, and for an empty list.

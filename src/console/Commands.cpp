@@ -5,7 +5,6 @@
 
 #include "console/FixCommand.h"
 #include "console/FormUse.h"
-#include "console/LanguageCheckCommand.h"
 #include "console/ListCommands.h"
 #include "console/ScanCommands.h"
 #include "console/SearchCommand.h"
@@ -23,6 +22,7 @@ Writing writingOf(Command command) {
     case Command::ListExclusions:
     case Command::ListLanguages:
     case Command::CheckLanguage:
+    case Command::Doctor:
       return Writing::Nothing;
     case Command::Fix:
     case Command::Automatic:
@@ -84,8 +84,10 @@ int runCommand(const Options& options, Computer& computer, const Streams& stream
     case Command::ListLanguages:
     case Command::UseLanguage:
       return workOnLanguages(options, computer, streams);
+    // They need no computer.
     case Command::CheckLanguage:
-      return checkLanguage(options, streams);
+    case Command::Doctor:
+      break;
   }
   return failed;
 }

@@ -6,6 +6,7 @@
 
 #include "console/CommandLine.h"
 #include "console/Computer.h"
+#include "console/Table.h"
 
 namespace zelvreg::console {
 
@@ -18,7 +19,7 @@ inline constexpr int failed = 2;
 struct Streams {
   std::ostream& out;
   std::ostream& error;
-  std::size_t width = 0;  // columns of the output, 0 for no terminal
+  TableLayout tables = {};
   bool showsProgress = false;
 };
 

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "console/Computer.h"
+#include "console/Installation.h"
 #include "images/MountedImage.h"
 #include "machine/Machine.h"
 #include "machine/base/MachineError.h"
@@ -14,12 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The language files that come with this program are beside it.
-fs::path ownLanguages() {
-  std::error_code error;
-  return fs::read_symlink("/proc/self/exe", error).parent_path() / "lang";
-}
-
 // With a disk that is mounted from an image, it has the image's name in every line.
 class EmulatedComputer : public Computer {
  public:
@@ -27,7 +22,7 @@ class EmulatedComputer : public Computer {
   EmulatedComputer(std::unique_ptr<images::MountedImage> mounted,
                    std::unique_ptr<machine::Machine> opened)
       : image(std::move(mounted)), machine(std::move(opened)), running(std::in_place, *machine) {
-    machine->drives().lend(machine->drives().programFolder() + u"\\lang", ownLanguages());
+    machine->drives().lend(machine->drives().programFolder() + u"\\lang", languageFolder());
   }
 
   [[nodiscard]] std::vector<ComputerUser> users() const override {

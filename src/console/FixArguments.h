@@ -17,17 +17,25 @@ namespace zelvreg::console {
 struct FixArguments {
   std::vector<int> kinds;
   std::size_t mostRows = 0;
+  static constexpr const char* choiceGroup = "What is repaired";
 
   void addTo(CLI::App& fix, Options& options) {
     fix.add_option("--kinds", kinds, "repair only findings of these kind codes, as in 1,2,771")
-        ->delimiter(',');
+        ->delimiter(',')
+        ->type_name("CODES")
+        ->group(choiceGroup);
     fix.add_flag("--dry-run", options.isRehearsal,
-                 "show what would be deleted and what left alone, and change nothing");
+                 "show what would be deleted and what left alone, and change nothing")
+        ->group("Before it repairs");
     fix.add_option("--from", options.reviewedFile,
                    "repair only what a result of scan --json lists with \"checked\": true and is "
-                   "still found");
+                   "still found")
+        ->type_name("RESULT.json")
+        ->group(choiceGroup);
     fix.add_option("--max", mostRows,
-                   "repair nothing if there are more findings to repair than this");
+                   "repair nothing if there are more findings to repair than this")
+        ->type_name("N")
+        ->group("Before it repairs");
     addConfidence(fix, options);
     SafeguardArguments::addTo(
         fix,
@@ -63,10 +71,12 @@ struct FixArguments {
                                                    .option = "--min-confidence unsure"});
              }
            },
-           "repair only findings that are at least this: \"sure\", \"likely\", which is the "
-           "default, or \"unsure\"")
+           "repair only findings that are at least this sure to be dead; likely by default")
         ->check(CLI::IsMember(
-            {codeOf(Confidence::Sure), codeOf(Confidence::Likely), codeOf(Confidence::Unsure)}));
+            {codeOf(Confidence::Sure), codeOf(Confidence::Likely), codeOf(Confidence::Unsure)}))
+        ->type_name(std::string(codeOf(Confidence::Sure)) + "|" + codeOf(Confidence::Likely) + "|" +
+                    codeOf(Confidence::Unsure))
+        ->group(choiceGroup);
   }
 };
 

@@ -1,8 +1,9 @@
-// The commands that take a few words and no options of their own: lists, languages, modes.
+// The commands that take a few words at most: lists, languages, modes, the doctor.
 #ifndef ZELVREG_CONSOLE_LIST_ARGUMENTS_H
 #define ZELVREG_CONSOLE_LIST_ARGUMENTS_H
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <vector>
 
 #include "console/CommandLine.h"
@@ -16,11 +17,12 @@ class ListArguments {
   void addExclude(CLI::App& app, Options& options);
   void addLanguages(CLI::App& app, Options& options);
   void addModes(CLI::App& app);
+  void addDoctor(CLI::App& app, Options& options);
 
+  // Which of these commands was given, if any.
+  [[nodiscard]] std::optional<Command> command() const;
   // One of these commands was given. Throws UsageError for a mode that is the window's alone.
   void applyTo(Options& options) const;
-  // Whether it was this one.
-  [[nodiscard]] bool isParsed(Command command) const;
 
  private:
   struct PlainCommand {

@@ -21,11 +21,11 @@ namespace zelvreg::console {
 namespace {
 
 void printRows(const ListView& list, const char* heading, const Streams& streams) {
-  Table table({{"No.", true}, {heading}});
+  Table table({{"No.", true}, {heading, false, true}});
   for (std::size_t row = 1; row <= list.count(); ++row) {
     table.addRow({std::to_string(row), list.text(row, 0)});
   }
-  streams.out << table.text(streams.width);
+  streams.out << table.text(streams.tables);
 }
 
 void requireRow(const ListView& list, std::size_t row, const char* what) {
@@ -63,14 +63,15 @@ void printUndo(const Form42& form, const Computer& computer, const Streams& stre
     rows.push_back({std::to_string(row), label, restorableText(form, content),
                     nameOf(computer, content.user)});
   }
-  std::vector<TableColumn> columns{{"No.", true}, {"Journal"}, {"Can be restored"}, {"User"}};
+  std::vector<TableColumn> columns{
+      {"No.", true}, {"Journal", false, true}, {"Can be restored", false, true}, {"User"}};
   columns.resize(tellsUsers ? 4 : 3);
   Table table(columns);
   for (auto& cells : rows) {
     cells.resize(columns.size());
     table.addRow(cells);
   }
-  streams.out << table.text(streams.width);
+  streams.out << table.text(streams.tables);
 }
 
 // Makes the user the current one whose keys a repair has taken. False if that is somebody else who
@@ -224,12 +225,12 @@ int workOnLanguages(const Options& options, Computer& computer, const Streams& s
   Form42 form;
   prepareForm(form, options, streams);
   if (options.command == Command::ListLanguages) {
-    Table table({{""}, {"Tag"}, {"Language"}});
+    Table table({{""}, {"Tag"}, {"Language", false, true}});
     for (const auto& entry : form.lbllanguage) {
       const bool isUsed = form.langFileName == "zelvreg-" + entry->tag.get() + ".lang";
       table.addRow({isUsed ? "*" : "", entry->tag.get(), entry->caption.get()});
     }
-    streams.out << table.text(streams.width);
+    streams.out << table.text(streams.tables);
     return nothingFound;
   }
   std::string known;

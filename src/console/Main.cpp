@@ -7,12 +7,20 @@
 #include "console/Arguments.h"
 #include "console/Commands.h"
 #include "console/DisplayText.h"
+#include "console/Doctor.h"
 #include "console/LanguageCheckCommand.h"
 #include "console/Terminal.h"
 
 namespace {
 
 using namespace zelvreg::console;
+
+// Where no terminal tells, a help is as wide as most of them.
+HelpLayout helpLayout(const Paint& paint) {
+  const HelpLayout usual{.paint = paint};
+  const std::size_t width = terminalWidth();
+  return {.width = width > 0 ? width : usual.width, .paint = paint};
+}
 
 int runOnComputer(const Options& options, const Streams& streams) {
   const auto computer = Computer::open(options.target, accessFor(options.command));
@@ -21,27 +29,41 @@ int runOnComputer(const Options& options, const Streams& streams) {
   return status;
 }
 
-int runProgram(int count, const char* const* arguments) {
-  const std::vector<std::string> typed = typedArguments(count, arguments);
+int runWithoutComputer(const Options& options, const Streams& streams) {
+  return options.command == Command::Doctor
+             ? runDoctor(doctorProbes(streams), options.format, streams)
+             : checkLanguage(options, streams);
+}
+
+int runProgram(const std::vector<std::string>& typed, ColorUse color) {
   std::vector<const char*> texts(typed.size());
   std::ranges::transform(typed, texts.begin(),
                          [](const std::string& argument) { return argument.c_str(); });
-  const ParsedCommandLine parsed = parseCommandLine(static_cast<int>(texts.size()), texts.data());
+  const Paint paint(isOutputColored(color));
+  const ParsedCommandLine parsed =
+      parseCommandLine(static_cast<int>(texts.size()), texts.data(), helpLayout(paint));
   if (parsed.help) {
     std::cout << *parsed.help;
     return nothingFound;
   }
-  const Streams streams{.out = std::cout,
-                        .error = std::cerr,
-                        .width = terminalWidth(),
-                        .showsProgress = isErrorTerminal()};
-  const int status = needsNoComputer(parsed.options.command)
-                         ? checkLanguage(parsed.options, streams)
-                         : runOnComputer(parsed.options, streams);
+  const Options& options = parsed.options;
+  const Streams streams{
+      .out = std::cout,
+      .error = std::cerr,
+      .tables = {.width = terminalWidth(), .isFull = options.isFull, .paint = paint},
+      .showsProgress = isErrorTerminal()};
+  const int status = needsNoComputer(options.command) ? runWithoutComputer(options, streams)
+                                                      : runOnComputer(options, streams);
   if (!std::cout.flush()) {
     throw std::runtime_error("the output could not be written; check where it goes");
   }
   return status;
+}
+
+// The line may contain names of files and computers.
+void tellFailure(const char* line, ColorUse color) {
+  std::cerr << Paint(isErrorColored(color)).in(Ink::Error, "zelvreg:") << " " << printable(line)
+            << "\n";
 }
 
 }  // namespace
@@ -49,11 +71,17 @@ int runProgram(int count, const char* const* arguments) {
 int main(int count, char** arguments) {
   // Errors of the command line are printed to it too.
   prepareTerminal();
+  ColorUse color = ColorUse::Auto;
   try {
-    return runProgram(count, arguments);
+    const std::vector<std::string> typed = typedArguments(count, arguments);
+    color = colorAskedFor(typed);
+    return runProgram(typed, color);
+  } catch (const UsageError& error) {
+    tellFailure(error.what(), color);
+    std::cerr << error.below;
+    return failed;
   } catch (const std::exception& error) {
-    // It may contain names of files and computers.
-    std::cerr << "zelvreg: " << printable(error.what()) << "\n";
+    tellFailure(error.what(), color);
     return failed;
   }
 }

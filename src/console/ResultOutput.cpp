@@ -13,7 +13,7 @@ void printResult(const ScanResult& result, const Options& options, const Streams
   } else if (options.format == Format::Csv) {
     streams.out << csvText(result);
   } else if (!options.isQuiet) {
-    streams.out << tableText(result, streams.width);
+    streams.out << tableText(result, streams.tables);
     if (repair) {
       streams.out << repairText(*repair, result.findings.size());
     }

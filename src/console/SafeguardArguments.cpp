@@ -9,6 +9,7 @@ namespace {
 
 constexpr const char* serviceProvider = "service";
 constexpr const char* directProvider = "direct";
+constexpr const char* safeguardGroup = "Safeguards that can be lifted";
 
 void addProvider(CLI::App& command, const SafeguardRule& rule, Options& options) {
   command
@@ -22,9 +23,10 @@ void addProvider(CLI::App& command, const SafeguardRule& rule, Options& options)
             }
             options.safeguardChoices.push_back(choice);
           },
-          "who reads the 64-bit view: \"direct\", the program itself, or \"service\", the "
-          "management service")
-      ->check(CLI::IsMember({serviceProvider, directProvider}));
+          "who reads the 64-bit view: the program itself, or the management service")
+      ->check(CLI::IsMember({serviceProvider, directProvider}))
+      ->type_name(std::string(directProvider) + "|" + serviceProvider)
+      ->group(safeguardGroup);
 }
 
 }  // namespace
@@ -39,11 +41,15 @@ void SafeguardArguments::addTo(CLI::App& command, const std::vector<Safeguard>& 
       addProvider(command, rule, options);
       continue;
     }
-    command.add_flag_callback(
-        rule.option, [&rule, &options] { options.safeguardChoices.push_back(liftingChoice(rule)); },
-        rule.effect);
+    command
+        .add_flag_callback(
+            rule.option,
+            [&rule, &options] { options.safeguardChoices.push_back(liftingChoice(rule)); },
+            rule.effect)
+        ->group(safeguardGroup);
   }
-  command.add_flag(letterOption, options.isAsDescribed, "lift all of these safeguards");
+  command.add_flag(letterOption, options.isAsDescribed, "lift all of these safeguards")
+      ->group(safeguardGroup);
 }
 
 void SafeguardArguments::applyTo(Options& options) {

@@ -1,5 +1,6 @@
 #include "console/ScanArguments.h"
 
+#include "console/OptionGroups.h"
 #include "scan/CategoryTable.h"
 #include "text/Text.h"
 
@@ -37,16 +38,25 @@ std::size_t rowNamed(std::string_view name) {
 }  // namespace
 
 void ScanArguments::addTo(CLI::App& scan, Options& options) {
-  scan.add_option("--only", only, "categories to scan, separated by commas: " + categoryNames());
-  auto* json = scan.add_flag("--json", isJson, "print one JSON object, in UTF-8");
-  scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")->excludes(json);
+  scan.add_option("--only", only, "scan only these, separated by commas: " + categoryNames())
+      ->type_name("NAMES")
+      ->group("Which categories");
+  auto* json =
+      scan.add_flag("--json", isJson, "print one JSON object, in UTF-8")->group(outputGroup);
+  scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")
+      ->excludes(json)
+      ->group(outputGroup);
   auto* report =
-      scan.add_option("--report", options.reportFile, "write the text report to this file");
+      scan.add_option("--report", options.reportFile, "also write the text report to this file")
+          ->type_name("FILE")
+          ->group(outputGroup);
   scan.add_flag("--report-evidence", options.reportsEvidence,
                 "with --report: also write how sure each finding is, and why")
-      ->needs(report);
-  scan.add_flag("--quiet", options.isQuiet, "print nothing but messages");
-  scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found");
+      ->needs(report)
+      ->group(outputGroup);
+  scan.add_flag("--quiet", options.isQuiet, "print nothing but messages")->group(outputGroup);
+  scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found")
+      ->group(outputGroup);
   time.addTo(scan);
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "console/Computer.h"
+#include "console/Table.h"
 #include "form/Evidence.h"
 
 namespace zelvreg {
@@ -70,17 +71,17 @@ struct RepairResult {
 
 // One JSON object, with what came of a repair where there was one; the findings as CSV with a line
 // of headings, with an apostrophe before texts that a spreadsheet would run; tables for a reader.
-// Whose a finding is, is told only if the result says it. `width` is the number of columns of the
-// terminal, or 0 to shorten no cells.
+// Whose a finding is, is told only if the result says it. `layout` is the place of the
+// tables.
 std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair = {});
 std::string csvText(const ScanResult& result);
-std::string tableText(const ScanResult& result, std::size_t width);
+std::string tableText(const ScanResult& result, const TableLayout& layout);
 // The lines below the table of what a repair has left.
 std::string repairText(const RepairResult& repair, std::size_t left);
 
 // The same of a search, without the categories.
 std::string searchJsonText(const ScanResult& result);
-std::string searchTableText(const ScanResult& result, std::size_t width);
+std::string searchTableText(const ScanResult& result, const TableLayout& layout);
 
 }  // namespace zelvreg::console
 

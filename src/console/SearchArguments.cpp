@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "console/OptionGroups.h"
 #include "console/SafeguardArguments.h"
 #include "roots/Roots.h"
 #include "search/Search.h"
@@ -26,6 +27,17 @@ std::string shortNames() {
   return names;
 }
 
+// "HKCR|…|all"
+std::string rootChoice() {
+  std::string names;
+  for (const HiveHandle root : searchRoots) {
+    names += std::string(shortName(root)) + "|";
+  }
+  return names.append(allRoots);
+}
+
+constexpr const char* whereGroup = "What to look at";
+
 SearchMode searchModeNamed(const std::string& name) {
   constexpr std::array<const char*, 4> names{"any", "left", "right", "exact"};
   const auto* const found = std::ranges::find(names, lowerCase(name));
@@ -39,19 +51,30 @@ SearchMode searchModeNamed(const std::string& name) {
 
 void SearchArguments::addTo(CLI::App& search, Options& options) {
   SearchOptions& given = options.search;
-  search.add_option("text", given.text, "the text to look for")->required();
-  search.add_option("--in", root,
-                    "the root to look in: " + shortNames() + "or all; all by default");
-  search.add_flag("--keys", given.testsKeys, "list keys whose names match");
-  search.add_flag("--values", given.testsValues, "list values whose names match");
-  search.add_flag("--data", given.testsData,
-                  "list texts that match and name a file that is gone; the default");
-  search.add_flag("--case", given.matchesCase, "match upper and lower case");
-  search.add_option("--mode", mode,
-                    "where the text stands: any, left, right, or exact; any by default");
-  search.add_flag("--json", isJson, "print one JSON object, in UTF-8");
-  search.add_flag("--quiet", options.isQuiet, "print nothing but messages");
-  search.add_flag("--exit-zero", options.exitsZero, "end with 0 even if something was found");
+  search.add_option("TEXT", given.text, "the text to look for")->required();
+  search
+      .add_option("--in", root,
+                  "the root to look in, by its short or its long name; all by default")
+      ->type_name(rootChoice())
+      ->group(whereGroup);
+  search.add_flag("--keys", given.testsKeys, "list keys whose names match")->group(whereGroup);
+  search.add_flag("--values", given.testsValues, "list values whose names match")
+      ->group(whereGroup);
+  search
+      .add_flag("--data", given.testsData,
+                "list texts that match and name a file that is gone; the default")
+      ->group(whereGroup);
+  search.add_flag("--case", given.matchesCase, "match upper and lower case")->group(whereGroup);
+  search
+      .add_option("--mode", mode,
+                  "where the text stands: anywhere (the default), at the start, at the end, or "
+                  "alone")
+      ->type_name("any|left|right|exact")
+      ->group(whereGroup);
+  search.add_flag("--json", isJson, "print one JSON object, in UTF-8")->group(outputGroup);
+  search.add_flag("--quiet", options.isQuiet, "print nothing but messages")->group(outputGroup);
+  search.add_flag("--exit-zero", options.exitsZero, "end with 0 even if something was found")
+      ->group(outputGroup);
   time.addTo(search);
   SafeguardArguments::addTo(search, {&Safeguards::touches, &Safeguards::asksShares}, options);
 }

@@ -93,7 +93,7 @@ int search(const Options& options, const Computer& computer, const Streams& stre
   if (options.format == Format::Json) {
     streams.out << searchJsonText(result);
   } else if (!options.isQuiet) {
-    streams.out << searchTableText(result, streams.width);
+    streams.out << searchTableText(result, streams.tables);
   }
   if (!isComplete) {
     throw std::runtime_error(std::string("the search was ") + howGivenUp() +

@@ -20,20 +20,20 @@ std::string keyText(const FindingResult& finding) {
   return (name.empty() ? finding.rootName : std::string(name)) + "\\" + finding.subKey;
 }
 
-std::string categoryTable(const ScanResult& result, std::size_t width) {
+std::string categoryTable(const ScanResult& result, const TableLayout& layout) {
   Table table(
       {{"Row", true}, {"Category", false, true}, {"Key"}, {"Problems", true}, {"Status", false}});
   for (const CategoryResult& category : result.categories) {
     table.addRow({std::to_string(category.row), category.name, category.key, category.problems,
                   category.isChecked ? category.status : "not ticked"});
   }
-  return table.text(width);
+  return table.text(layout);
 }
 
-std::string findingTable(const ScanResult& result, std::size_t width) {
+std::string findingTable(const ScanResult& result, const TableLayout& layout) {
   std::vector<TableColumn> columns{{"No.", true},
                                    {"Kind", true},
-                                   {"Sure"},
+                                   {"Sure", false, false, true},
                                    {"Location", false, true},
                                    {"Bad value", false, true},
                                    {"Registry key", false, true}};
@@ -52,15 +52,15 @@ std::string findingTable(const ScanResult& result, std::size_t width) {
     }
     table.addRow(cells);
   }
-  return table.text(width);
+  return table.text(layout);
 }
 
 }  // namespace
 
-std::string tableText(const ScanResult& result, std::size_t width) {
-  std::string text = categoryTable(result, width) + "\n";
+std::string tableText(const ScanResult& result, const TableLayout& layout) {
+  std::string text = categoryTable(result, layout) + "\n";
   if (!result.findings.empty()) {
-    text += findingTable(result, width) + "\n";
+    text += findingTable(result, layout) + "\n";
   }
   return text + std::to_string(result.findings.size()) +
          (result.findings.size() == 1 ? " problem found.\n" : " problems found.\n");
@@ -87,9 +87,9 @@ std::string repairText(const RepairResult& repair, std::size_t left) {
          " problems would be repaired; nothing was changed.\n";
 }
 
-std::string searchTableText(const ScanResult& result, std::size_t width) {
+std::string searchTableText(const ScanResult& result, const TableLayout& layout) {
   const auto& findings = result.findings;
-  const std::string text = findings.empty() ? "" : findingTable(result, width) + "\n";
+  const std::string text = findings.empty() ? "" : findingTable(result, layout) + "\n";
   return text + std::to_string(findings.size()) +
          (findings.size() == 1 ? " entry found.\n" : " entries found.\n");
 }

@@ -18,6 +18,16 @@ struct TargetArguments {
   std::vector<std::string> drives;
   std::string missingDrives = "unknown";
 
+  // What the program is called by, and how its usage names the computer, with a blank in front.
+  static const char* program();
+  static const char* usage();
+  // How a reader would call a command, for examples.
+  static std::string callOf(const std::string& command);
+  // How to name the computer, as a line of a footer; empty on Windows.
+  static const char* advice();
+  // Where to read on, as the footer of a help.
+  static const char* manual();
+
   // `target` outlives the parsing.
   void addTo(CLI::App& app, Target& target);
   // Throws UsageError if no computer is named, or a drive is wrong.

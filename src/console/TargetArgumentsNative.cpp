@@ -17,46 +17,85 @@ void addDrive(Target& target, const std::string& drive) {
   }
 }
 
+constexpr const char* computerGroup = "Which computer";
+constexpr const char* imageGroup = "Disks in image files";
+constexpr const char* diskGroup = "Disks, mounted or in an image file";
+
 void addImage(CLI::App& app, CLI::Option* image, Target& target) {
   app.add_option("--partition", target.partition,
-                 "the Windows to work on, if the image has more than one")
+                 "the partition of the Windows to work on, if the image has more than one")
+      ->type_name("N")
+      ->group(imageGroup)
       ->needs(image);
   auto* overlay = app.add_option("--overlay", target.overlay,
-                                 "repair into this new qcow2 image on top, and only read FILE");
+                                 "repair into this new qcow2 image on top, and only read FILE")
+                      ->type_name("NEW.qcow2")
+                      ->group(imageGroup);
   app.add_flag("--in-place", target.writesInPlace, "repair FILE itself")
+      ->group(imageGroup)
       ->needs(image)
       ->excludes(overlay->needs(image));
 }
 
 }  // namespace
 
+const char* TargetArguments::program() { return "zelvreg"; }
+
+const char* TargetArguments::usage() { return " [--machine DIR | --offline ROOT | --image FILE]"; }
+
+std::string TargetArguments::callOf(const std::string& command) {
+  return std::string(program()) + " --offline /mnt/windows " + command;
+}
+
+const char* TargetArguments::advice() {
+  return "  Name the computer with --machine DIR, --offline ROOT or --image FILE.\n";
+}
+
+const char* TargetArguments::manual() {
+  return "More\n  zelvreg COMMAND --help tells the options of a command, man zelvreg everything.\n";
+}
+
 void TargetArguments::addTo(CLI::App& app, Target& target) {
-  auto* machine = app.add_option("--machine", target.machineFolder,
-                                 "folder that stands for a Windows computer");
+  auto* machine =
+      app.add_option("--machine", target.machineFolder, "folder that stands for a Windows computer")
+          ->type_name("DIR")
+          ->group(computerGroup);
   auto* offline = app.add_option("--offline", target.offlineRoot,
-                                 "mounted Windows disk: the drive of its Windows folder");
+                                 "mounted Windows disk: the drive of its Windows folder")
+                      ->type_name("ROOT")
+                      ->group(computerGroup);
   auto* image = app.add_option("--image", target.image,
-                               "image file of a Windows disk: raw, qcow2, vhd, vhdx, vmdk, vdi");
+                               "image file of a Windows disk: raw, qcow2, vhd, vhdx, vmdk, vdi")
+                    ->type_name("FILE")
+                    ->group(computerGroup);
   machine->excludes(offline);
   image->excludes(machine)->excludes(offline);
   addImage(app, image, target);
   app.add_option("--user", target.user,
                  "whose current user it is, or \"all\": scan or repair every user's keys; else the "
-                 "one whose hive was written last");
+                 "one whose hive was written last")
+      ->type_name("NAME|all")
+      ->group(computerGroup);
   ofDisks = {
-      app.add_option("--drive", drives, "another drive of that disk, as D=DIR; may be repeated"),
+      app.add_option("--drive", drives, "another drive of that disk; may be repeated")
+          ->type_name("LETTER=DIR"),
       app.add_flag("--as-is", target.leavesLogs,
                    "for a scan or a search: read hives that were not shut down cleanly without "
                    "their transaction logs"),
       app.add_option("--missing-drives", missingDrives,
-                     "whether files on drives that were not given are \"unknown\" or \"dead\"")
-          ->check(CLI::IsMember({"unknown", "dead"})),
+                     "what files on drives that were not given count as; unknown by default")
+          ->check(CLI::IsMember({"unknown", "dead"}))
+          ->type_name("unknown|dead"),
       app.add_flag("--read-only-files", target.filesAreReadOnly,
                    "leave the attributes of the disk's files alone"),
       app.add_option("--keep-backups", target.keptBackups,
                      "how many older backups of each hive to keep beside FILE.bak; 3 by default, "
                      "always with the oldest")
-          ->check(CLI::NonNegativeNumber)};
+          ->check(CLI::NonNegativeNumber)
+          ->type_name("N")};
+  for (CLI::Option* option : ofDisks) {
+    option->group(diskGroup);
+  }
 }
 
 void TargetArguments::applyTo(Target& target) const {

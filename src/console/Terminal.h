@@ -5,11 +5,18 @@
 #include <cstddef>
 #include <string>
 
+#include "console/Paint.h"
+
 namespace zelvreg::console {
 
 bool isInputTerminal();
 bool isOutputTerminal();
 bool isErrorTerminal();
+
+// Whether a stream is to be colored: as was asked for; else where it is a terminal that knows
+// colors, unless the environment says no.
+bool isOutputColored(ColorUse asked);
+bool isErrorColored(ColorUse asked);
 
 // The number of columns of standard output, or 0 if it is no terminal.
 std::size_t terminalWidth();

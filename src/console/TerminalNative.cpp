@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <iostream>
 #include <string_view>
 
@@ -23,6 +24,12 @@ void endAtLostPages(int /*signal*/) {
   _exit(statusOfFailure);
 }
 
+bool isColored(ColorUse asked, bool isTerminal) {
+  return asked == ColorUse::Always ||
+         (asked == ColorUse::Auto && isTerminal &&
+          environmentAllowsColor(std::getenv("NO_COLOR"), std::getenv("TERM")));
+}
+
 }  // namespace
 
 bool isInputTerminal() { return isatty(STDIN_FILENO) != 0; }
@@ -30,6 +37,10 @@ bool isInputTerminal() { return isatty(STDIN_FILENO) != 0; }
 bool isOutputTerminal() { return isatty(STDOUT_FILENO) != 0; }
 
 bool isErrorTerminal() { return isatty(STDERR_FILENO) != 0; }
+
+bool isOutputColored(ColorUse asked) { return isColored(asked, isOutputTerminal()); }
+
+bool isErrorColored(ColorUse asked) { return isColored(asked, isErrorTerminal()); }
 
 std::size_t terminalWidth() {
   winsize size{};

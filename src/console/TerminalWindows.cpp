@@ -6,6 +6,7 @@
 
 #include "console/Terminal.h"
 #include "console/WideOutput.h"
+#include "runtime/Environment.h"
 #include "text/Wide.h"
 
 namespace zelvreg::console {
@@ -20,6 +21,28 @@ BOOL WINAPI onControl(DWORD event) {
 bool isConsole(DWORD standardHandle) {
   DWORD mode = 0;
   return GetConsoleMode(GetStdHandle(standardHandle), &mode) != FALSE;
+}
+
+// Windows before 10 has no colors by codes in the text.
+bool takesCodes(DWORD standardHandle) {
+  HANDLE console = GetStdHandle(standardHandle);
+  DWORD mode = 0;
+  return GetConsoleMode(console, &mode) != FALSE &&
+         SetConsoleMode(
+             console, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != FALSE;
+}
+
+bool isColored(ColorUse asked, DWORD standardHandle) {
+  if (asked == ColorUse::Never) {
+    return false;
+  }
+  if (!isConsole(standardHandle)) {
+    return asked == ColorUse::Always;
+  }
+  const bool isWanted =
+      asked == ColorUse::Always || environmentAllowsColor(environmentVariable("NO_COLOR").c_str(),
+                                                          environmentVariable("TERM").c_str());
+  return isWanted && takesCodes(standardHandle);
 }
 
 bool writeToConsole(HANDLE console, std::u16string_view text) {
@@ -64,6 +87,10 @@ bool isInputTerminal() { return isConsole(STD_INPUT_HANDLE); }
 bool isOutputTerminal() { return isConsole(STD_OUTPUT_HANDLE); }
 
 bool isErrorTerminal() { return isConsole(STD_ERROR_HANDLE); }
+
+bool isOutputColored(ColorUse asked) { return isColored(asked, STD_OUTPUT_HANDLE); }
+
+bool isErrorColored(ColorUse asked) { return isColored(asked, STD_ERROR_HANDLE); }
 
 std::size_t terminalWidth() {
   CONSOLE_SCREEN_BUFFER_INFO info{};

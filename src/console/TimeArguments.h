@@ -15,8 +15,10 @@ struct TimeArguments {
   double seconds = 0;
 
   void addTo(CLI::App& command) {
-    option = command.add_option("--timeout", seconds,
-                                "give up after this many seconds, with exit status 2");
+    option =
+        command.add_option("--timeout", seconds, "give up after this time, with exit status 2")
+            ->type_name("SECONDS")
+            ->group("Limits");
   }
 
   void applyTo(Options& options) const {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "form/Version.h"
 
 namespace zelvreg::console {
@@ -70,6 +72,64 @@ TEST(CommandLine, EveryComplaintIsOneLineThatSaysWhereToLook) {
     EXPECT_NE(line, "(none)");
     EXPECT_EQ(line.find('\n'), std::string::npos) << line;
   }
+}
+
+TEST(CommandLine, WithoutACommandALineIsFollowedByAShortHelp) {
+  try {
+    parse({}, false);
+    ADD_FAILURE();
+  } catch (const UsageError& error) {
+    EXPECT_TRUE(std::string_view(error.what()).starts_with("no command is given; try "));
+    for (const char* text : {" scan\n", " fix\n", " undo list\n", "--help lists all commands"}) {
+      EXPECT_NE(error.below.find(text), std::string::npos) << text;
+    }
+    EXPECT_LE(std::ranges::count(error.below, '\n'), 12);
+  }
+}
+
+TEST(CommandLine, AMistypedNameIsAnsweredWithTheNearestOne) {
+  for (const auto& [arguments, meant] :
+       std::vector<std::pair<std::vector<const char*>, const char*>>{
+           {{"scna"}, "there is no command \"scna\"; did you mean scan? See "},
+           {{"undo", "lits"}, "there is no command \"lits\"; did you mean list? See "},
+           {{"scan", "--quite"}, "there is no option --quite; did you mean --quiet? See "},
+           {{"--colour=never", "scan"}, "there is no option --colour; did you mean --color? See "},
+           {{"fix", "--nonsense"}, "there is no option --nonsense; see "},
+           {{"scan", "more"}, "\"more\" is one argument too many; see "}}) {
+    const std::string line = complaint(arguments);
+    EXPECT_TRUE(line.starts_with(meant)) << line;
+    EXPECT_NE(line.find(" --help"), std::string::npos) << line;
+  }
+  EXPECT_NE(complaint({"help", "undo", "lits"}).find("did you mean list? See "), std::string::npos);
+}
+
+TEST(CommandLine, AnOptionOfAnotherCommandIsToldFromAWrongOne) {
+  EXPECT_EQ(complaint({"--only", "fonts", "scan"}),
+            "--only is an option of scan, fix; give it behind that command");
+  EXPECT_EQ(complaint({"scan", "--dry-run"}),
+            "--dry-run is an option of fix; give it behind that command");
+}
+
+TEST(CommandLine, ATextMayBeCalledLikeACommand) {
+  EXPECT_EQ(parse({"search", "scan"}).options.search.text, "scan");
+  EXPECT_EQ(parse({"exclude", "add", "fix"}).options.exclusion, "fix");
+}
+
+TEST(CommandLine, ColorIsAskedForAnywhere) {
+  const auto asked = [](const std::vector<std::string>& arguments) {
+    return colorAskedFor(arguments);
+  };
+  EXPECT_EQ(asked({"zelvreg", "scan"}), ColorUse::Auto);
+  EXPECT_EQ(asked({"zelvreg", "--color", "never", "scan"}), ColorUse::Never);
+  EXPECT_EQ(asked({"zelvreg", "scan", "--color=always"}), ColorUse::Always);
+  EXPECT_EQ(asked({"zelvreg", "scan", "--color"}), ColorUse::Auto);
+  EXPECT_EQ(asked({"zelvreg", "search", "--", "--color=always"}), ColorUse::Auto);
+  EXPECT_NE(complaint({"scan", "--color", "pink"}), "(none)");
+}
+
+TEST(CommandLine, TheDoctorNeedsNoComputer) {
+  EXPECT_EQ(parse({"doctor"}, false).options.command, Command::Doctor);
+  EXPECT_EQ(parse({"doctor", "--json"}, false).options.format, Format::Json);
 }
 
 TEST(CommandLine, OptionsOfTheProgramMayFollowTheCommand) {

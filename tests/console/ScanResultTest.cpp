@@ -94,14 +94,14 @@ TEST(CsvText, WhatASpreadsheetWouldRunGetsAnApostrophe) {
 }
 
 TEST(TableText, ShowsCategoriesFindingsAndTheirNumber) {
-  const std::string text = tableText(sample(), 0);
+  const std::string text = tableText(sample(), {});
   EXPECT_NE(text.find("No.  Kind  Sure    Location"), std::string::npos) << text;
   EXPECT_NE(text.find("  1     1  likely  a,"), std::string::npos) << text;
   EXPECT_NE(text.find("  1  Fonts        font         1  Finished\n"), std::string::npos) << text;
   EXPECT_NE(text.find("not ticked"), std::string::npos) << text;
   EXPECT_NE(text.find("HKLM\\Software"), std::string::npos) << text;
   EXPECT_TRUE(text.ends_with("1 problem found.\n"));
-  EXPECT_TRUE(tableText({}, 0).ends_with("\n0 problems found.\n"));
+  EXPECT_TRUE(tableText({}, {}).ends_with("\n0 problems found.\n"));
 }
 
 TEST(TableText, ARootHasItsShortNameIfThereIsOne) {
@@ -112,12 +112,12 @@ TEST(TableText, ARootHasItsShortNameIfThereIsOne) {
                                     {"hkey_users", "hkey_users\\Software"},
                                     {"Other", "Other\\Software"}}) {
     result.findings[0].rootName = name;
-    EXPECT_NE(tableText(result, 0).find(shown), std::string::npos) << name;
+    EXPECT_NE(tableText(result, {}).find(shown), std::string::npos) << name;
   }
 }
 
 TEST(TableText, OfASearchSaysHowSureARowIs) {
-  EXPECT_NE(searchTableText(sample(), 0).find("  1     1  likely  a,"), std::string::npos);
+  EXPECT_NE(searchTableText(sample(), {}).find("  1     1  likely  a,"), std::string::npos);
 }
 
 TEST(TableText, FitsATerminal) {
@@ -127,7 +127,7 @@ TEST(TableText, FitsATerminal) {
     *cell = std::string(300, 'k');
   }
   finding.evidence.confidence = Confidence::Unsure;
-  const std::string text = tableText(result, 80);
+  const std::string text = tableText(result, {.width = 80});
   for (std::size_t start = 0; start < text.size();) {
     const std::size_t end = text.find('\n', start);
     EXPECT_LE(displayWidth(text.substr(start, end - start)), 80U);

@@ -19,6 +19,8 @@ image_packages=(qemu-utils qemu-system-common ntfs-3g)
 test_packages=("${image_packages[@]}" fdisk)
 # What makes the manual and the help books.
 help_packages=(pandoc fp-utils python3)
+# The shells whose completions are tested; bash is there.
+shell_packages=(zsh fish)
 lint_packages=(clang-format clang-tidy "${help_packages[@]}")
 windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin mmdebstrap uidmap bubblewrap
   "${help_packages[@]}")

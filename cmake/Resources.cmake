@@ -51,3 +51,4 @@ endfunction()
 
 program_resources(desktop-resources zelvreg "Fix Registry Problems")
 program_resources(console-resources zelvreg-console "Fix Registry Problems, in a console")
+program_resources(translator-resources zelvtrans "Translate Fix Registry Problems")

@@ -163,7 +163,6 @@ class MainWindow : private ControlPeer, private ScanSigns {
   void escape();
   bool pickerKey(WPARAM key);
   void openMenu(POINT onScreen);
-  std::string askForFile(const CommonDialog& dialog);
   Answer showMessage(const UserMessage& message);
   HWND parentOf(Frame* frame);
 

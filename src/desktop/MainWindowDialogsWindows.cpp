@@ -1,12 +1,9 @@
 // What the main window shows outside its pages: messages, the file dialog, menus, help.
 #include <windows.h>
 
-// This one needs <windows.h> before it.
-#include <commdlg.h>
-
 #include <array>
 
-#include "desktop/CenteredDialog.h"
+#include "desktop/FileDialog.h"
 #include "desktop/MainWindow.h"
 #include "desktop/MessageWindow.h"
 #include "desktop/SmallWindow.h"
@@ -49,7 +46,7 @@ bool showHelp(HWND owner, const std::string& file, int context) {
 void MainWindow::connectForm() {
   form.messages.serveHost = [this] { serve(); };
   form.dialogs.show = [this](const UserMessage& message) { return showMessage(message); };
-  form.dlg1.show = [this](const CommonDialog& dialog) { return askForFile(dialog); };
+  form.dlg1.show = [this](const CommonDialog& dialog) { return askToSave(window, dialog); };
   form.Form1.show = [this](ExclusionDialog&) { showExclusionDialog(desk, form, window); };
   form.frmabout.show = [this](AboutDialog&) { showAboutDialog(desk, form, window); };
   form.openHelp = [this](const std::string& file, int context) {
@@ -76,30 +73,6 @@ Answer MainWindow::showMessage(const UserMessage& message) {
   const Answer answer = showMessageWindow(desk, form, owner, message);
   follower.showMessage(std::nullopt);
   return answer;
-}
-
-std::string MainWindow::askForFile(const CommonDialog& dialog) {
-  std::array<char16_t, 1024> file{};
-  std::u16string filter = utf16(dialog.filter) + u"||";
-  for (char16_t& character : filter) {
-    character = character == u'|' ? u'\0' : character;
-  }
-  // "*.txt" means the extension "txt".
-  const std::size_t dot = dialog.defaultExtension.rfind('.');
-  const Wide extension(
-      std::string_view(dialog.defaultExtension).substr(dot == std::string::npos ? 0 : dot + 1));
-  const Wide title(dialog.title);
-  OPENFILENAMEW request{};
-  request.lStructSize = sizeof request;
-  request.hwndOwner = window;
-  request.lpstrFilter = wideText(filter);
-  request.lpstrFile = roomIn(file);
-  request.nMaxFile = static_cast<DWORD>(file.size());
-  request.lpstrTitle = title.get();
-  request.lpstrDefExt = extension.get();
-  request.Flags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
-  const CenteredDialog centered(window);
-  return GetSaveFileNameW(&request) != FALSE ? utf8(file.data()) : std::string();
 }
 
 void MainWindow::openMenu(POINT onScreen) {

@@ -47,11 +47,14 @@ class SmallWindow : private ControlPeer {
   // `name` says what is to be typed.
   void add(TextBox& box, const Place& place, const Label& name);
   void add(Picture& picture, const Place& place, const PictureOptions& options);
+  // Any other control, whose peer was made for this window's desk and handle.
+  void add(Control& control, const Place& place, std::unique_ptr<Peer> peer);
 
   // Shows it and serves the queue as long as `isOpen` is true; the owner is disabled.
   void runModal(MessageQueue& messages, const bool& isOpen);
 
   [[nodiscard]] HWND hwnd() const { return window; }
+  [[nodiscard]] Desk& ownDesk() { return desk; }
 
  private:
   static LRESULT CALLBACK procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);

@@ -84,6 +84,12 @@ void SmallWindow::add(Picture& picture, const Place& place, const PictureOptions
   peers.push_back(std::make_unique<PicturePeer>(desk, window, picture, options));
 }
 
+void SmallWindow::add(Control& control, const Place& place, std::unique_ptr<Peer> peer) {
+  put(control, place);
+  peer->showAll();
+  peers.push_back(std::move(peer));
+}
+
 void SmallWindow::changed(const Control& /*control*/, Change /*what*/, std::size_t /*row*/) {
   if (!shadow.visible) {
     controls::modShadow::destroy(window);

@@ -105,6 +105,8 @@ inline constexpr std::array texts{
     Text{"name-minimize", "Minimize"},
     Text{"name-maximize", "Maximize"},
     Text{"name-restore", "Restore the size"},
+    Text{"translator-missing",
+         "The program for translators is missing: %1. Copy it there, or install zelvreg again."},
     Text{"legal-line", "Copyright %1 the zelvreg authors"},
     Text{"help-missing", "The help cannot be shown: %1 is not there or cannot be opened."},
     Text{"c1", "Invalid Font Reference"},

@@ -93,6 +93,16 @@ void open(const std::string& target) {
   ShellExecuteW(nullptr, Wide("open").get(), Wide(target).get(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+// To the letter, nothing happens where the program is missing.
+void openTranslator(const Form42& form) {
+  const std::string program = form.programFolder + "\\" + translator;
+  if (form.safeguards != asDescribed() && !fileSystemObject::fileExists(program, Shares::Asked)) {
+    form.dialogs.tell(textOf(form, "translator-missing", {program}), MessageIcon::Exclamation);
+    return;
+  }
+  open(program);
+}
+
 }  // namespace
 
 void Form1_Load(Form42& form) {
@@ -127,7 +137,7 @@ void bindSmallForms(Form42& form) {
   form.frmabout.chameleonButton3.bind([&form] { frmabout_chameleonButton3_Click(form); });
   form.frmabout.Label4.bind([] { open(supportAddress); });
   form.frmabout.Label5.bind([] { open(webSite); });
-  form.frmabout.Label6.bind([&form] { open(form.programFolder + "\\" + translator); });
+  form.frmabout.Label6.bind([&form] { openTranslator(form); });
 }
 
 }  // namespace zelvreg

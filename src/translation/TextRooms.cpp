@@ -8,8 +8,10 @@
 #include "form/Form42.h"
 #include "layout/DialogPlaces.h"
 #include "layout/Layout.h"
+#include "layout/TranslatorPlaces.h"
 #include "scan/CategoryTable.h"
 #include "shell/Captions.h"
+#include "translation/TranslatorTexts.h"
 
 namespace zelvreg {
 namespace {
@@ -77,6 +79,7 @@ class Rooms {
     addColumns(form.View2, desktop::findingColumnWidths);
     addCategories();
     addDialogs();
+    addTranslator();
   }
 
   [[nodiscard]] std::optional<TextRoom> find(std::string_view section, std::string_view key) const {
@@ -208,6 +211,29 @@ class Rooms {
     for (const char* key : {"frmabout/Label2(3)", "frmabout/Label2(2)", "frmabout/Label2(1)"}) {
       rooms[key] = labelRoom(aboutWords(0), LabelLook::Plain);
     }
+  }
+
+  void addTranslator() {
+    namespace places = desktop::translatorPlaces;
+    const auto give = [this](const char* key, const TextRoom& room) {
+      rooms.emplace(nameOf(translatorSection, key), room);
+    };
+    give("title", labelRoom(places::title, LabelLook::WindowTitle));
+    give("language", labelRoom(places::languageWord, LabelLook::Plain));
+    give("charset", labelRoom(places::charsetWord, LabelLook::Plain));
+    give("name", labelRoom(places::nameWord, LabelLook::Plain));
+    give("count", labelRoom(places::count, LabelLook::SecondaryRight));
+    give("new-file", labelRoom(places::fileInfo, LabelLook::Secondary));
+    // As the heading of a column it has more room.
+    give("english", labelRoom(places::englishWord, LabelLook::Strong));
+    give("translation", labelRoom(places::translationWord, LabelLook::Strong));
+    give("open", buttonRoom(places::open, false));
+    give("new", buttonRoom(places::create, false));
+    give("next", buttonRoom(places::next, false));
+    give("save", buttonRoom(places::save, false));
+    give("save-as", buttonRoom(places::saveAs, false));
+    give("only-work", {.width = places::onlyWork.width - boxMark});
+    give("utf8", {.width = places::utf8.width - boxMark});
   }
 
   Form42 form;

@@ -9,6 +9,7 @@
 #include "scan/CategoryTable.h"
 #include "shell/Captions.h"
 #include "text/Text.h"
+#include "translation/TranslatorTexts.h"
 
 namespace zelvreg {
 namespace {
@@ -52,6 +53,9 @@ std::vector<TranslatableText> listAll() {
     all.push_back({"frmabout", key, {}});
   }
   addEvidence(all);
+  for (const Text& text : translatorTexts) {
+    all.push_back({translatorSection, std::string(text.key), std::string(text.english)});
+  }
   return all;
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <regex>
+#include <vector>
 
 #include "form/Version.h"
 #include "runtime/DateTime.h"
@@ -37,6 +38,22 @@ TEST_F(SmallFormsTest, ItTellsVersionAndYear) {
   EXPECT_NE(form.frmabout.Label2[4].caption.get().find(std::to_string(localDateTime().year)),
             std::string::npos);
   EXPECT_EQ(form.frmabout.Label222[1].caption.get(), "About");
+}
+
+TEST_F(SmallFormsTest, ATranslatorThatIsMissingIsToldUnlessAllIsDoneToTheLetter) {
+  form.programFolder = "C:\\no such folder";
+  std::vector<std::string> told;
+  form.dialogs.show = [&told](const UserMessage& message) {
+    told.push_back(message.text);
+    return Answer::Ok;
+  };
+  form.safeguards = {};
+  form.frmabout.Label6.click();
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_NE(told.front().find("C:\\no such folder\\zelvtrans.exe"), std::string::npos);
+  form.safeguards = asDescribed();
+  form.frmabout.Label6.click();
+  EXPECT_EQ(told.size(), 1U);
 }
 
 TEST_F(SmallFormsTest, BothAreCenteredOnTheScreen) {

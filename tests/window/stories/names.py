@@ -48,7 +48,8 @@ def _told(window):
                        "checked" if facts["state"] & CHECKED else "")
 
 
-def _compare(screen, language, *pages, name=MAIN):
+def compare(screen, language, *pages, name=MAIN):
+    """Expects what the controls of a window tell screen readers, page by page."""
     found, wanted = list(_told(screen.accessible(name))), _wanted(language, *pages)
     for each, told in zip(wanted, found):
         expect(f"{language.name}, {pages[-1]}", told, each)
@@ -81,16 +82,16 @@ def _rows(screen, language):
 
 
 def _pages(screen, language):
-    _compare(screen, language, "every", "options")
+    compare(screen, language, "every", "options")
     _rows(screen, language)
     screen.press(plain(language["chameleonButton7"]))
     screen.see("the exclusions", lambda window: window.find(
         "Button", plain(language["chameleonButton5"])))
-    _compare(screen, language, "every", "exclusions")
+    compare(screen, language, "every", "exclusions")
     screen.press(plain(language["chameleonButton1"]))
     screen.see("the undo options", lambda window: window.find(
         "Button", plain(language["chameleonButton2"])))
-    _compare(screen, language, "every", "undo")
+    compare(screen, language, "every", "undo")
 
 
 def _results(screen, language):
@@ -100,25 +101,25 @@ def _results(screen, language):
                and window.find("Button", plain(language["cmd_start"])).enabled, seconds=60)
     screen.click_row(bad, "OldTool")
     screen.see("its details", lambda window: window.find("Button", plain(language["Command28"])))
-    _compare(screen, language, "every", "results")
+    compare(screen, language, "every", "results")
     _rows(screen, language)
 
 
 def _dialogs(screen, language):
     screen.press(plain(language["cmd_fix"]))
     screen.see("the question", name=BOX)
-    _compare(screen, language, "question", name=BOX)
+    compare(screen, language, "question", name=BOX)
     screen.display.keys("Escape")
     wait_until("the question is closed", lambda: not screen.window(BOX))
     screen.press(plain(language["chameleonButton7"]))
     screen.press(plain(language["chameleonButton5"]))
     screen.see("the dialog of an exclusion", name=SMALL)
-    _compare(screen, language, "exclusion", name=SMALL)
+    compare(screen, language, "exclusion", name=SMALL)
     screen.display.keys("Escape")
     wait_until("the dialog is closed", lambda: not screen.window(SMALL))
     screen.press_picture("chameleonButton18")
     screen.see("the About dialog", name=SMALL)
-    _compare(screen, language, "about", name=SMALL)
+    compare(screen, language, "about", name=SMALL)
     screen.display.keys("Escape")
     wait_until("the About dialog is closed", lambda: not screen.window(SMALL))
     screen.press(plain(language["orubutton4"]))

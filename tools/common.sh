@@ -24,6 +24,10 @@ shell_packages=(zsh fish)
 lint_packages=(clang-format clang-tidy "${help_packages[@]}")
 windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin mmdebstrap uidmap bubblewrap
   "${help_packages[@]}")
+# What tools/release makes packages with.
+release_packages=(nsis wixl msitools osslsigncode debhelper git python3-yaml)
+# What looks at these packages.
+package_test_packages=(lintian mmdebstrap openssl python3-jsonschema)
 # A display of its own for the programs that have windows, and what takes pictures of it.
 display_packages=(xvfb imagemagick hsetroot xcompmgr trayer openbox xdotool x11-utils python3)
 
@@ -62,6 +66,14 @@ install_packages() {
     return 1
   fi
   rm -f "$log"
+}
+
+# The mirror that this computer takes Debian from itself.
+debian_mirror() {
+  local found
+  found=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 'Label: Debian' \
+    'Codename: bookworm' 'Component: main' 2>/dev/null | head -n 1)
+  printf '%s\n' "${found:-http://deb.debian.org/debian}"
 }
 
 # build PRESET TARGET...: quiet, and with the end of the compiler's words when it fails.

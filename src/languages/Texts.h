@@ -71,6 +71,9 @@ inline constexpr std::array texts{
     Text{"undo-export-open",
          "Nothing was restored: %1 could have been written by somebody who is no administrator. "
          "Look at it; a copy in a folder of administrators alone can be restored."},
+    Text{"undo-folder-open",
+         "Nothing was restored: users who are no administrators can write to the folder %1. Move "
+         "the program to a folder that only administrators can write to."},
     Text{"undo-no-file", "Nothing was restored: the entry names no file of the program's folder."},
     Text{"exclusion-remove-question",
          "Are you sure you would like to remove the selected Exclusion text from the list?"},

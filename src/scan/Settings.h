@@ -1,9 +1,14 @@
 // Where the program and the suite store what they share: texts below HKEY_LOCAL_MACHINE, in the
 // view of the process.
+//
+// A program with a file `zelvreg.ini` in its folder is portable. It keeps its settings in that
+// file, in UTF-8 with a byte order mark, and nothing in the registry; what is meant for a suite it
+// keeps nowhere.
 #ifndef ZELVREG_SCAN_SETTINGS_H
 #define ZELVREG_SCAN_SETTINGS_H
 
 #include <string>
+#include <vector>
 
 namespace zelvreg {
 
@@ -27,13 +32,25 @@ inline constexpr const char* recheck = "software\\zelvane\\Zelvane Tuner Deluxe\
 inline constexpr const char* statistics =
     "software\\zelvane\\Zelvane Tuner Deluxe\\statics\\regscan";
 inline constexpr const char* finish = "software\\zelvane\\Zelvane Tuner Deluxe\\wizard\\finish";
+// The language, and the font that goes with it.
+inline constexpr const char* language = "SOFTWARE\\zelvane\\zelvane tuner\\zelvreg";
+inline constexpr const char* suite = "SOFTWARE\\zelvane\\zelvane tuner";
 
 }  // namespace settings
 
-// A text below HKEY_LOCAL_MACHINE; empty if there is none.
+// The file that makes the program portable; it need not be there.
+std::string settingsFile();
+bool isPortable();
+
+// A setting; empty if there is none.
 std::string readSetting(const char* key, const std::string& name);
 // Stores it, and creates the key if needed. Returns whether that worked.
 bool keepSetting(const char* key, const std::string& name, const std::string& text);
+
+// The names of a key's settings, those that are longer than a number of an undo entry as "".
+std::vector<std::string> settingNames(const char* key);
+// Does nothing if there is no such setting.
+void removeSetting(const char* key, const std::string& name);
 
 }  // namespace zelvreg
 

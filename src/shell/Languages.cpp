@@ -59,15 +59,15 @@ void fillEntry(Form42& form, std::size_t number, const LanguageFields& fields) {
 }  // namespace
 
 void readLanguageChoice(Form42& form) {
-  form.langCode = leadingInteger(readSetting(languageKey, "langcode"));
-  form.langTag = readSetting(languageKey, "lang");
-  form.langIndex = leadingInteger(readSetting(languageKey, "langindex"));
+  form.langCode = leadingInteger(readSetting(settings::language, "langcode"));
+  form.langTag = readSetting(settings::language, "lang");
+  form.langIndex = leadingInteger(readSetting(settings::language, "langindex"));
   form.langFileName = "zelvreg-" + form.langTag + ".lang";
 }
 
 Font languageFont(const Form42& form) {
-  return {.name = settingOr(suiteKey, "font name", "Segoe UI"),
-          .size = leadingNumber(settingOr(suiteKey, "font size", "9")),
+  return {.name = settingOr(settings::suite, "font name", "Segoe UI"),
+          .size = leadingNumber(settingOr(settings::suite, "font size", "9")),
           .charset = form.langCode};
 }
 
@@ -205,9 +205,9 @@ void lbllanguage_Click(Form42& form, std::size_t entry) {
     return;
   }
   const Label& label = *form.lbllanguage[entry];
-  keepSetting(languageKey, "langcode", decimal(label.font.get().charset));
-  keepSetting(languageKey, "lang", label.tag);
-  keepSetting(languageKey, "langindex", decimal(static_cast<std::int64_t>(entry)));
+  keepSetting(settings::language, "langcode", decimal(label.font.get().charset));
+  keepSetting(settings::language, "lang", label.tag);
+  keepSetting(settings::language, "langindex", decimal(static_cast<std::int64_t>(entry)));
   form.pictrlang.visible = false;
   changelangoru(form);
   form.imglangselect.top = label.top;

@@ -41,10 +41,6 @@ void chameleonButton13_Click(Form42& form);
 // Creates the sixteen rows of View1.
 void createCategoryRows(Form42& form);
 
-// Where the choice is stored, below HKEY_LOCAL_MACHINE.
-inline constexpr const char* languageKey = "SOFTWARE\\zelvane\\zelvane tuner\\zelvreg";
-inline constexpr const char* suiteKey = "SOFTWARE\\zelvane\\zelvane tuner";
-
 }  // namespace zelvreg
 
 #endif

@@ -11,6 +11,7 @@
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
 #include "scan/OutcomeLine.h"
+#include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
 #include "text/Text.h"
@@ -77,7 +78,19 @@ void tellEnd(Form42& form) {
   form.dialogs.tell(textOf(form, "undo-finished"), MessageIcon::Information);
 }
 
+// The list of a portable copy says which journal and which export belong to an entry.
+bool isListOpen(Form42& form) {
+  const bool isOpen = isPortable() && couldOthersWrite(settingsFile());
+  if (isOpen) {
+    tellRefusal(form, textOf(form, "undo-folder-open", {form.programFolder}));
+  }
+  return isOpen;
+}
+
 void restoreExport(Form42& form, const std::string& path) {
+  if (isListOpen(form)) {
+    return;
+  }
   if (couldOthersWrite(path)) {
     tellRefusal(form, textOf(form, "undo-export-open", {path}));
     return;
@@ -91,6 +104,9 @@ void restoreExport(Form42& form, const std::string& path) {
 }
 
 void restoreByJournal(Form42& form, const std::string& stem) {
+  if (isListOpen(form)) {
+    return;
+  }
   if (!isPlainStem(stem)) {
     tellRefusal(form, textOf(form, "undo-no-file"));
     return;

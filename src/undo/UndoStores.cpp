@@ -1,20 +1,15 @@
 #include "undo/UndoStores.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <array>
 #include <set>
 
 #include "form/Form42.h"
 #include "keys/AccountSids.h"
-#include "keys/OpenKey.h"
-#include "roots/Roots.h"
 #include "scan/Settings.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
-#include "text/Wide.h"
 
 namespace zelvreg {
 
@@ -35,16 +30,7 @@ std::int64_t highestUndoNumber() { return leadingInteger(readSetting(settings::r
 std::vector<std::int64_t> undoNumbers() {
   std::set<std::int64_t> numbers;
   const std::int64_t highest = std::max<std::int64_t>(highestUndoNumber(), 1);
-  const OpenKey dates(HiveHandle::LocalMachine, settings::dates, queryOn32BitView);
-  std::array<char16_t, 32> name{};
-  for (DWORD index = 0; dates.isOpen(); ++index) {
-    auto size = static_cast<DWORD>(name.size());
-    const LONG listed = RegEnumValueW(dates.handle(), index, roomIn(name), &size, nullptr, nullptr,
-                                      nullptr, nullptr);
-    if (listed != ERROR_SUCCESS && listed != ERROR_MORE_DATA) {
-      break;
-    }
-    const std::string text = utf8({name.data(), listed == ERROR_SUCCESS ? size : 0});
+  for (const std::string& text : settingNames(settings::dates)) {
     const std::int64_t number = leadingInteger(text);
     if (number >= 1 && number <= highest && decimal(number) == text) {
       numbers.insert(number);
@@ -83,12 +69,7 @@ bool isPlainStem(std::string_view stem) {
          std::ranges::find(devices, base) == devices.end();
 }
 
-void removeUndoEntry(std::int64_t number) {
-  const OpenKey dates(HiveHandle::LocalMachine, settings::dates, writeOn32BitView);
-  if (dates.isOpen()) {
-    RegDeleteValueW(dates.handle(), Wide(decimal(number)).get());
-  }
-}
+void removeUndoEntry(std::int64_t number) { removeSetting(settings::dates, decimal(number)); }
 
 std::string undoSetting() { return readSetting(settings::regscan, "saveundo"); }
 

@@ -1,0 +1,1 @@
+"""Makes the packages that users install, out of what has been built."""

@@ -1,0 +1,31 @@
+"""The set-up program, made by NSIS."""
+
+from . import windows
+from .product import PACKAGING, facts, run
+
+
+def removal(release):
+    """The lines that remove each file that the set-up program has put there, deepest first."""
+    lines = []
+    for path in reversed(windows.files(release)):
+        name = "$INSTDIR\\" + str(path).replace("/", "\\")
+        lines.append(f'{"RMDir" if (release.stage / path).is_dir() else "Delete"} "{name}"')
+    return "\ufeff" + "\n".join(lines) + "\n"
+
+
+def make(release):
+    generated = release.work / "setup"
+    generated.mkdir()
+    (generated / "remove.nsh").write_text(removal(release), "utf-8")
+    target = release.product("-setup.exe")
+    about = facts()
+    settings = {
+        "VERSION": release.version, "NUMBERS": release.version + ".0", "STAGE": release.stage,
+        "GENERATED": generated, "OUT": target, "SIZE": windows.size_in_kilobytes(release),
+        "ICON": release.windows / "pictures" / "zelvreg.ico",
+        "PUBLISHER": about["publisher"], "HOMEPAGE": about["homepage"],
+    }
+    run("makensis", "-V2", "-WX", *(f"-D{name}={value}" for name, value in settings.items()),
+        PACKAGING / "windows" / "setup.nsi")
+    windows.sign(release, target)
+    return target

@@ -51,7 +51,7 @@ def tell(release, made):
 
 def main():
     parser = argparse.ArgumentParser(prog="tools/release", description=__doc__)
-    for name in ("windows", "manual", "out"):
+    for name in ("windows", "out"):
         parser.add_argument(f"--{name}", type=Path, required=True)
     options = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="zelvreg-release.") as work:
@@ -60,7 +60,7 @@ def main():
         shutil.rmtree(out, ignore_errors=True)
         out.mkdir(parents=True)
         release = Release(version_of_checkout(), int(os.environ["SOURCE_DATE_EPOCH"]),
-                          options.windows, options.manual, Path(work), out)
+                          options.windows, Path(work), out)
         try:
             made = make(release)
         except ReleaseError as error:

@@ -39,7 +39,7 @@ def filled(text):
 
 def source(release):
     """The sources as they are checked in, with the folder `debian` where Debian looks for it."""
-    folder = release.work / f"zelvreg-{release.version}"
+    folder = release.work / "source"
     folder.mkdir()
     names = subprocess.run(["git", "-C", CHECKOUT, "ls-files", "-z"], stdout=subprocess.PIPE,
                            check=True).stdout.split(b"\0")
@@ -53,18 +53,19 @@ def source(release):
         path = folder / "debian" / name
         path.write_text(filled(path.read_text("utf-8")), "utf-8")
     (folder / "debian" / "changelog").write_text(changelog(release), "utf-8")
-    copy(release.manual / "manual", folder / "debian" / "manual" / "manual")
-    copy(release.manual / "zelvreg.1", folder / "debian" / "manual" / "zelvreg.1")
+    copy(release.windows / "manual", folder / "debian" / "manual" / "manual")
+    copy(release.windows / "zelvreg.1", folder / "debian" / "manual" / "zelvreg.1")
     settle(folder, release.epoch)
     return folder
 
 
 def make(release):
     folder = source(release)
-    # The compiler cache knows each checkout's files by their paths below it.
-    run("dpkg-buildpackage", "--build=binary", "--no-sign", cwd=folder, env={
-        **os.environ, "SOURCE_DATE_EPOCH": str(release.epoch), "CCACHE_BASEDIR": str(folder),
-        "CMAKE_CXX_COMPILER_LAUNCHER": "ccache", "LC_ALL": "C.UTF-8"})
+    # The compiler cache knows files by their paths below a folder, in which sources and objects lie
+    # as they do in every other build.
+    run("dpkg-buildpackage", "--build=binary", "--no-sign", "--no-pre-clean", cwd=folder, env={
+        **os.environ, "SOURCE_DATE_EPOCH": str(release.epoch), "CCACHE_BASEDIR": str(release.work),
+        "DEB_BUILD_OPTIONS": "noautodbgsym", "LC_ALL": "C.UTF-8", "folder": "../native"})
     made = next(release.work.glob("zelvreg_*.deb"))
     target = release.out / made.name
     shutil.move(made, target)

@@ -43,12 +43,11 @@ def news(version):
 
 @dataclass(frozen=True)
 class Release:
-    """Where things are. `windows` is a Windows build, `manual` what tools/manual has made; `work`
-    can be written to and thrown away; the packages go to `out`."""
+    """Where things are. `windows` is a Windows build, which has the manual, too; `work` can be
+    written to and thrown away; the packages go to `out`."""
     version: str
     epoch: int  # seconds since 1970: the time of the newest commit, and of every file inside
     windows: Path
-    manual: Path
     work: Path
     out: Path
 

@@ -5,11 +5,12 @@ from .product import PACKAGING, facts, run
 
 
 def removal(release):
-    """The lines that remove each file that the set-up program has put there, deepest first."""
+    """The lines that remove each file that the set-up program has put there, deepest first. One that is
+    in use, such as the open help, goes when Windows starts the next time."""
     lines = []
     for path in reversed(windows.files(release)):
         name = "$INSTDIR\\" + str(path).replace("/", "\\")
-        lines.append(f'{"RMDir" if (release.stage / path).is_dir() else "Delete"} "{name}"')
+        lines.append(f'{"RMDir" if (release.stage / path).is_dir() else "Delete"} /REBOOTOK "{name}"')
     return "\ufeff" + "\n".join(lines) + "\n"
 
 

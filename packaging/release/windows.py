@@ -7,8 +7,7 @@ from . import licences
 from .product import CHECKOUT, ReleaseError, copy, need, run, settle
 
 PROGRAMS = ("zelvreg.exe", "zelvreg-console.exe", "zelvtrans.exe")
-BESIDE_THEM = ("search.gif", "lang")
-BOOKS = ("zelvhelp.chm", "zelvhelp-de.chm", "manual")
+BESIDE_THEM = ("search.gif", "lang", "zelvhelp.chm", "zelvhelp-de.chm", "manual")
 STRIP = "i686-w64-mingw32-strip"
 # Where a time stamp comes from, so that a signature outlives its certificate.
 CERTIFICATE, PASSWORD, TIME_SERVER = ("ZELVREG_SIGN_CERTIFICATE", "ZELVREG_SIGN_PASSWORD_FILE",
@@ -44,8 +43,6 @@ def stage(release):
         sign(release, folder / name)
     for name in BESIDE_THEM:
         copy(need(release.windows / name, "build it first"), folder / name)
-    for name in BOOKS:
-        copy(need(release.manual / name, "tools/manual makes it"), folder / name)
     (folder / "LICENSE.txt").write_bytes(with_dos_lines(CHECKOUT / "LICENSE"))
     (folder / "NOTICES.txt").write_bytes(licences.notices().replace("\n", "\r\n").encode("utf-8"))
     settle(folder, release.epoch)

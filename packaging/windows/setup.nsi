@@ -14,6 +14,9 @@ RequestExecutionLevel admin
 AllowRootDirInstall false
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\zelvreg"
+; "InstalledBy" keeps the set-up program and the Windows Installer package out of each other's way,
+; "KeptIn" is the folder of what was kept when a version was removed.
+!define PROGRAM_KEY "Software\zelvane\zelvreg"
 ; The window and the console hold it while they run.
 !define MUTEX "Global\ZelvaneFixRegistryProblems"
 
@@ -90,7 +93,7 @@ Function .onInit
       !insertmacro refuse $(isNewer)
     ${EndIf}
   ${EndIf}
-  ReadRegStr $0 HKLM "Software\zelvane\zelvreg" "InstalledBy"
+  ReadRegStr $0 HKLM "${PROGRAM_KEY}" "InstalledBy"
   ${If} $0 == "Windows Installer"
     !insertmacro refuse $(isInstalledByPackage)
   ${EndIf}
@@ -99,12 +102,14 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; A folder in which others keep their files gets neither our access list nor our files. One in which
-; an earlier version has left journals and backups is ours.
+; A folder in which others keep their files gets neither our access list nor our files: one of theirs
+; may be a library that our programs would load. Ours are those that administrators have made ours.
 Function refuseForeignFolder
-  ${If} ${FileExists} "$INSTDIR\uninstall.exe"
-  ${OrIf} ${FileExists} "$INSTDIR\exregscan.txt"
-  ${OrIf} ${FileExists} "$INSTDIR\backup\*.*"
+  ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
+  ReadRegStr $1 HKLM "${PROGRAM_KEY}" "KeptIn"
+  ${If} $INSTDIR == "$PROGRAMFILES32\zelvreg"
+  ${OrIf} $INSTDIR == $0
+  ${OrIf} $INSTDIR == $1
     Return
   ${EndIf}
   ${DirState} "$INSTDIR" $0
@@ -155,7 +160,8 @@ Section
   CreateShortcut "$SMPROGRAMS\zelvreg\Fix Registry Problems.lnk" "$INSTDIR\zelvreg.exe"
   CreateShortcut "$SMPROGRAMS\zelvreg\Help.lnk" "$INSTDIR\zelvhelp.chm"
 
-  WriteRegStr HKLM "Software\zelvane\zelvreg" "InstalledBy" "Set-up"
+  DeleteRegValue HKLM "${PROGRAM_KEY}" "KeptIn"
+  WriteRegStr HKLM "${PROGRAM_KEY}" "InstalledBy" "Set-up"
   WriteRegStr HKLM "${UNINSTALL_KEY}" "DisplayName" "zelvreg - Fix Registry Problems"
   WriteRegStr HKLM "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKLM "${UNINSTALL_KEY}" "Publisher" "${PUBLISHER}"
@@ -199,7 +205,7 @@ Section "un.zelvreg"
   Delete "$SMPROGRAMS\zelvreg\Help.lnk"
   RMDir "$SMPROGRAMS\zelvreg"
   DeleteRegKey HKLM "${UNINSTALL_KEY}"
-  DeleteRegKey HKLM "Software\zelvane\zelvreg"
+  DeleteRegKey HKLM "${PROGRAM_KEY}"
 SectionEnd
 
 Section /o "un.$(removeData)" removeData
@@ -217,14 +223,17 @@ Section "-un.end"
     DeleteRegKey HKLM "Software\zelvane\Zelvane Tuner Deluxe\statics\regscan"
     DeleteRegKey HKLM "Software\zelvane\zelvane tuner\zelvreg"
   ${EndIf}
+  Delete "$INSTDIR\uninstall.exe"
+  RMDir "$INSTDIR"
+  ${If} ${FileExists} "$INSTDIR\*.*"
+    WriteRegStr HKLM "${PROGRAM_KEY}" "KeptIn" "$INSTDIR"
+  ${EndIf}
   ; Those that nothing is in any more.
   DeleteRegKey /ifempty HKLM "Software\zelvane\Zelvane Tuner Deluxe\timer"
   DeleteRegKey /ifempty HKLM "Software\zelvane\Zelvane Tuner Deluxe\statics"
   DeleteRegKey /ifempty HKLM "Software\zelvane\Zelvane Tuner Deluxe"
   DeleteRegKey /ifempty HKLM "Software\zelvane\zelvane tuner"
   DeleteRegKey /ifempty HKLM "Software\zelvane"
-  Delete "$INSTDIR\uninstall.exe"
-  RMDir "$INSTDIR"
 SectionEnd
 
 !insertmacro MUI_UNFUNCTION_DESCRIPTION_BEGIN

@@ -39,8 +39,7 @@ def another_release(name, version):
         (folder / part).mkdir(parents=True)
     epoch = subprocess.run(["git", "-C", CHECKOUT, "log", "-1", "--format=%ct"], text=True,
                            stdout=subprocess.PIPE, check=True).stdout
-    return Release(version, int(epoch), Given.build, Given.build.parent / "manual", folder / "work",
-                   folder / "out")
+    return Release(version, int(epoch), Given.build, folder / "work", folder / "out")
 
 
 def version():
@@ -57,6 +56,8 @@ class Computer:
         copy_prefix(Given.windows, self.prefix)
         self.box = Box(Given.build, self.prefix, Given.displays[None].name,
                        self.prefix / "demo.reg", 300)
+        # What makes menus of the host out of shortcuts keeps their targets open for a while.
+        self.box.sh("export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'")
         self.drive = self.prefix / "drive_c"
         self.program = self.box.folder
         # The demo machine has the exclusions of a zelvreg that was used on it.

@@ -93,15 +93,23 @@ class SetupTest(unittest.TestCase):
             self.assertTrue((folder / "zelvreg.exe").exists())
             self.assertFalse(computer.program.exists())
             use.check_console(self, computer, r"C:\Tools\Registry help")
-            self.assertFalse(uninstall(computer, folder=r"C:\Tools\Registry help").exists())
+            use.leave_traces(computer, folder)
+            self.assertEqual(set(computer.files(uninstall(computer, folder=r"C:\Tools\Registry help"))),
+                             set(use.KEPT))
+            # What was kept there is taken up again.
+            self.assertEqual(computer.command(
+                computer.bring(product("-setup.exe")) + r" /S /D=C:\Tools\Registry help"), 0)
+            use.check_traces(self, computer, folder)
 
     def test_refuses_a_folder_of_others(self):
         with Computer("foreign") as computer:
             (computer.drive / "Data").mkdir()
             (computer.drive / "Data" / "letter.txt").write_bytes(b"mine")
+            # Anybody can make it look as if zelvreg had been there.
+            (computer.drive / "Data" / "uninstall.exe").write_bytes(b"mine")
             program = computer.bring(product("-setup.exe"))
             self.assertEqual(computer.command(program + r" /S /D=C:\Data"), REFUSED)
-            self.assertEqual(computer.files(computer.drive / "Data"), ["letter.txt"])
+            self.assertEqual(computer.files(computer.drive / "Data"), ["letter.txt", "uninstall.exe"])
             self.assertEqual(computer.keys(UNINSTALL), {})
 
     def test_refuses_to_replace_a_newer_version(self):

@@ -1,48 +1,16 @@
-// What the main window shows outside its pages: messages, the file dialog, menus, help.
+// What the main window shows outside its pages: messages, the file dialog, menus.
 #include <windows.h>
 
 #include <array>
 
 #include "desktop/FileDialog.h"
+#include "desktop/HelpViewer.h"
 #include "desktop/MainWindow.h"
 #include "desktop/MessageWindow.h"
 #include "desktop/SmallWindow.h"
 #include "form/Form42.h"
-#include "runtime/Shares.h"
-#include "shell/Help.h"
 
 namespace zelvreg::desktop {
-namespace {
-
-// Whether the system shows a book that lies there. It opens one that lies on a share, or was
-// downloaded and is marked so, but leaves its pages empty.
-bool isShownBySystem(const std::string& book) {
-  const auto isThere = [](const std::string& file) {
-    return GetFileAttributesW(Wide(file).get()) != INVALID_FILE_ATTRIBUTES;
-  };
-  return !leadsToShare(book) && isThere(book) && !isThere(book + ":Zone.Identifier");
-}
-
-// The control of the system that shows compiled help, from the system's own folder. It is loaded
-// when it is needed, which is rare.
-bool showHelp(HWND owner, const std::string& file, int context) {
-  constexpr UINT helpContext = 15;
-  using HtmlHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
-  if (!isShownBySystem(file)) {
-    return false;
-  }
-  HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-  if (library == nullptr) {
-    return false;
-  }
-  const auto call =
-      reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
-  return call != nullptr &&
-         call(owner, Wide(file).get(), helpContext, static_cast<DWORD_PTR>(context)) != nullptr;
-}
-
-}  // namespace
-
 void MainWindow::connectForm() {
   form.messages.serveHost = [this] { serve(); };
   form.dialogs.show = [this](const UserMessage& message) { return showMessage(message); };
@@ -50,9 +18,7 @@ void MainWindow::connectForm() {
   form.Form1.show = [this](ExclusionDialog&) { showExclusionDialog(desk, form, window); };
   form.frmabout.show = [this](AboutDialog&) { showAboutDialog(desk, form, window); };
   form.openHelp = [this](const std::string& file, int context) {
-    if (!showHelp(window, file, context)) {
-      openHelpPage(form, context);
-    }
+    showHelp(form, window, file, context);
   };
   form.onLanguage = [this] { changeLanguage(); };
   // Called from within the system's own calls; no exception may pass through these.

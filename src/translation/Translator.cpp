@@ -397,13 +397,6 @@ void Translator::addToList() {
   }
 }
 
-void Translator::tellHelp() {
-  static_cast<void>(program.dialogs.ask({.text = told("help-text"),
-                                         .icon = MessageIcon::Information,
-                                         .isQuestion = false,
-                                         .title = told("title")}));
-}
-
 void Translator::close() {
   if (mayDiscard()) {
     form.isOpen = false;

@@ -68,7 +68,6 @@ class Translator {
   void saveAs();
   void next();
   void select(std::size_t row);
-  void tellHelp();
   // Ends it, unless the user wants to keep unsaved changes.
   void close();
 

@@ -48,10 +48,6 @@ inline constexpr std::array translatorTexts{
          "The language is not in the list %1, which could not be written. Without that the "
          "program does not offer it."},
     Text{"file-filter", "*.lang (language files)"},
-    Text{"help-text",
-         "Choose a text in the list and type its translation below. %1 and its kin stand for "
-         "values and must stay. A letter after & is the access key. F8 leads to the next text that "
-         "needs work, Ctrl+S saves."},
 };
 
 }  // namespace zelvreg

@@ -5,12 +5,14 @@
 #include "controls/Color.h"
 #include "desktop/AccessKeys.h"
 #include "desktop/FileDialog.h"
+#include "desktop/HelpViewer.h"
 #include "desktop/ListViewPeer.h"
 #include "desktop/MessageWindow.h"
 #include "desktop/SystemScreen.h"
 #include "form/Form42.h"
 #include "languages/Texts.h"
 #include "layout/TranslatorPlaces.h"
+#include "shell/Help.h"
 #include "shell/SuiteColor.h"
 #include "shell/ThemeChoice.h"
 #include "shell/WindowEvents.h"
@@ -59,12 +61,17 @@ TranslatorWindow::TranslatorWindow(Form42& programForm)
   giveAccessKeys(shown.form);
   window = std::make_unique<SmallWindow>(
       desk, shown.form.window, shown.form.shadow, nullptr, [this] { shown.form.close.click(); },
-      SmallWindowOptions{.windowClass = L"ZelvregTranslator", .title = shown.form.title.caption});
+      SmallWindowOptions{.windowClass = L"ZelvregTranslator",
+                         .title = shown.form.title.caption,
+                         .help = [this] { openHelp(form, "translate"); }});
   addControls();
   shown.askForFile = [this](bool isToSave, const std::string& suggested) {
     return askForFile(isToSave, suggested);
   };
   form.messages.serveHost = [this] { serve(); };
+  form.openHelp = [this](const std::string& book, int context) {
+    showHelp(form, window->hwnd(), book, context);
+  };
   form.dialogs.show = [this](const UserMessage& message) {
     return showMessageWindow(window->ownDesk(), form, window->hwnd(), message);
   };
@@ -165,9 +172,6 @@ bool TranslatorWindow::shortcut(const MSG& message) {
     return false;
   }
   switch (message.wParam) {
-    case VK_F1:
-      shown.tellHelp();
-      return true;
     case VK_F8:
       shown.form.next.click();
       return true;

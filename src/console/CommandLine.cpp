@@ -73,8 +73,9 @@ std::string ownersOf(const CLI::App& app, const std::string& option) {
 }
 
 // How a line ends that has named something that does not exist.
-std::string advice(const std::string& near, const std::string& command) {
-  return (near.empty() ? "; see " : "; did you mean " + near + "? See ") + command + " --help";
+std::string advice(const std::string& nearest, const std::string& command) {
+  return (nearest.empty() ? "; see " : "; did you mean " + nearest + "? See ") + command +
+         " --help";
 }
 
 std::string unknownCommand(const CLI::App& command, const std::string& typed) {

@@ -78,11 +78,11 @@ TEST_F(PortableSettingsTest, WhatIsForASuiteIsKeptNowhere) {
 TEST_F(PortableSettingsTest, UndoEntriesAreInTheFile) {
   EXPECT_TRUE(registerUndoEntry("one", "stem 1", "export 1"));
   EXPECT_TRUE(registerUndoEntry("two", "stem 2", ""));
-  EXPECT_EQ(undoNumbers(), (std::vector<std::int64_t>{2, 3}));
-  EXPECT_EQ(undoLabel(2), "one");
+  EXPECT_EQ(undoNumbers(), (std::vector<std::int64_t>{1, 2}));
+  EXPECT_EQ(undoLabel(1), "one");
   EXPECT_EQ(undoExportStem("one"), "export 1");
-  removeUndoEntry(2);
-  EXPECT_EQ(undoNumbers(), std::vector<std::int64_t>{3});
+  removeUndoEntry(1);
+  EXPECT_EQ(undoNumbers(), std::vector<std::int64_t>{2});
   EXPECT_FALSE(hasKey(stored));
 }
 

@@ -39,14 +39,14 @@ def make(release):
     return made
 
 
-def tell(release, made):
+def tell(release, out, made):
     state = "signed" if windows.is_signed() else (
         f"NOT SIGNED: {windows.CERTIFICATE} names no certificate for the files for Windows")
     print(f"zelvreg {release.version}, {state}")
     for path, what in made:
         size = f"{path.stat().st_size // 1024:6} KB" if path.is_file() else " " * 9
         print(f"{size}  {path.name:34} {what}")
-    print(f"all of it is in {release.out}")
+    print(f"all of it is in {out}")
 
 
 def main():
@@ -68,7 +68,7 @@ def main():
             print(f"release: {error}", file=sys.stderr)
             return 2
         out.rename(options.out)
-        tell(release, [(options.out / path.name, what) for path, what in made])
+        tell(release, options.out, [(options.out / path.name, what) for path, what in made])
     return 0
 
 

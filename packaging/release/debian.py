@@ -65,7 +65,7 @@ def make(release):
     # as they do in every other build.
     run("dpkg-buildpackage", "--build=binary", "--no-sign", "--no-pre-clean", cwd=folder, env={
         **os.environ, "SOURCE_DATE_EPOCH": str(release.epoch), "CCACHE_BASEDIR": str(release.work),
-        "DEB_BUILD_OPTIONS": "noautodbgsym", "LC_ALL": "C.UTF-8", "folder": "../native"})
+        "DEB_BUILD_OPTIONS": "noautodbgsym", "folder": "../native"})
     made = next(release.work.glob("zelvreg_*.deb"))
     target = release.out / made.name
     shutil.move(made, target)

@@ -1,5 +1,9 @@
 #include "scan/ScanDriver.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "form/Form42.h"
 #include "languages/Texts.h"
 #include "registry/SubkeyEnumerators.h"
@@ -147,10 +151,15 @@ void saveSelection(const Form42& form) {
 }
 
 void restoreSelection(Form42& form) {
-  for (std::size_t row = 1; row <= categories().size(); ++row) {
-    const std::string text =
-        readSetting(settings::selection, std::string(categoryAt(row).valueName));
-    form.View1.setChecked(row, leadingNumber(text) == 1);
+  std::vector<std::string> stored;
+  for (const Category& category : categories()) {
+    stored.push_back(readSetting(settings::selection, std::string(category.valueName)));
+  }
+  // A user who has never chosen wants to see what there is. A suite has chosen by its mode.
+  const bool isFirstStart = form.safeguards != asDescribed() && form.commandText.empty() &&
+                            std::ranges::all_of(stored, &std::string::empty);
+  for (std::size_t row = 1; row <= stored.size(); ++row) {
+    form.View1.setChecked(row, isFirstStart || leadingNumber(stored[row - 1]) == 1);
   }
 }
 

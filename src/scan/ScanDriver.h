@@ -14,7 +14,8 @@ void runScan(Form42& form);
 // Stores the ticks of the rows for the next start.
 void saveSelection(const Form42& form);
 
-// Restores the ticks. A row without a stored tick is not ticked.
+// Restores the ticks. A row without a stored tick is not ticked; but when none was ever stored, a
+// user who starts the program finds all of them ticked. To the letter none is.
 void restoreSelection(Form42& form);
 
 void cmd_start_Click(Form42& form);

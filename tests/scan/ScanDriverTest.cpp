@@ -300,5 +300,24 @@ TEST_F(ScanDriverTest, ATickThatWasNeverKeptIsNotSet) {
   EXPECT_FALSE(form.View1.isChecked(3));
 }
 
+TEST_F(ScanDriverTest, AtTheFirstStartEverythingIsTicked) {
+  const auto ticked = [this] {
+    std::size_t count = 0;
+    for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+      count += form.View1.isChecked(row) ? 1U : 0U;
+    }
+    return count;
+  };
+  removeKey("HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer");
+  restoreSelection(form);
+  EXPECT_EQ(ticked(), 0U);
+  form.safeguards = {};
+  restoreSelection(form);
+  EXPECT_EQ(ticked(), form.View1.count());
+  form.commandText = "w4";
+  restoreSelection(form);
+  EXPECT_EQ(ticked(), 0U);
+}
+
 }  // namespace
 }  // namespace zelvreg

@@ -34,6 +34,7 @@ class PortableTest(unittest.TestCase):
                 archive.extractall(folder)
             inside = folder / f"zelvreg-{version()}"
             program = f"C:\\Stick\\{inside.name}\\zelvreg-console.exe"
+            computer.run(program, "undo", "on")
             computer.run(program, "fix", "--only", "fonts", "--yes", "--quiet")
             inside.chmod(0o777)
             (inside / "zelvreg.ini").chmod(0o666)

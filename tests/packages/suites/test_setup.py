@@ -39,8 +39,8 @@ def entry(computer):
 class SetupTest(unittest.TestCase):
     def test_installs_silently_runs_and_leaves_nothing(self):
         with Computer("setup") as computer:
-            before = set(computer.files(computer.drive))
             program = computer.bring(product("-setup.exe"))
+            before = set(computer.files(computer.drive))
             self.assertEqual(computer.run(program, "/S")[0], 0)
             self.assertEqual(set(computer.files()), {str(path) for path in self._files()} | {"uninstall.exe"})
             self.assertTrue((computer.drive / MENU / "Fix Registry Problems.lnk").exists())

@@ -1,5 +1,6 @@
 #include "EvidenceTable.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iomanip>
 

@@ -132,6 +132,7 @@ TEST_F(WindowEventsTest, AFormThatIsClosedStoresItsTicks) {
       "HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\zelvane\\Zelvane Tuner Deluxe\\timer\\reg";
   emptyKey(ticks);
   Form_Load(form);
+  form.View1.setChecked(1, false);
   form.View1.setChecked(2, true);
   form.View1.setChecked(16, true);
   Form_Unload(form);

@@ -57,6 +57,7 @@ class Translator {
  public:
   // The form gives language, font, messages and the program's folder; it must outlive this.
   explicit Translator(Form42& programForm);
+  ~Translator() = default;
   Translator(const Translator&) = delete;
   Translator& operator=(const Translator&) = delete;
 

@@ -31,9 +31,10 @@ def on_a_screen_of(width, height):
     return marked
 
 
-def long_by_nature(story):
-    """Marks a story that is told when it is asked for, or all are."""
-    story.is_long = True
+def told_always(story):
+    """Marks a story that ./test tells, too: together these go through every page and every window.
+    All the others are told when they are asked for, or all are."""
+    story.is_told_always = True
     return story
 
 

@@ -1,7 +1,7 @@
 """How sure each finding is: the box on the options page, and ticks, marks and sentences of the rows."""
 
 from driver import findings
-from driver.scene import SETTINGS
+from driver.scene import SETTINGS, told_always
 from driver.screen import RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
@@ -51,6 +51,7 @@ def a_policy_decides_it(scene):
     expect("each row is ticked", all(row["ticked"] for row in rows), True)
 
 
+@told_always
 def rows_say_how_sure_they_are(scene):
     screen = scene.screen
     sure, likely, unsure = "Quill Script (TrueType)", ".hbc", "Unnamed Face (TrueType)"

@@ -1,5 +1,6 @@
 """Exclude a finding, scan again, remove the exclusion."""
 
+from driver.scene import told_always
 from driver.screen import BOX, RESULTS_LIST, SMALL
 from driver.waiting import expect, wait_until
 
@@ -12,6 +13,7 @@ def _has(window, name):
     return name in window.list(RESULTS_LIST).column("Invalid Data Location")
 
 
+@told_always
 def what_is_excluded_is_not_found_again(scene):
     screen = scene.screen
     # The demo machine has exclusions of its own.

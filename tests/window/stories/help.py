@@ -3,7 +3,7 @@
 import shutil
 
 from driver.languages import language
-from driver.scene import long_by_nature
+from driver.scene import told_always
 from driver.screen import BOX, RESULTS_LIST, ROWS_LIST, SMALL
 from driver.tour import tour
 from driver.waiting import expect, wait_until
@@ -94,6 +94,7 @@ def without_any_help_one_line_says_so(scene):
     wait_until("the message is closed", lambda: not screen.window(BOX))
 
 
+@told_always
 def the_book_opens_with_its_contents(scene):
     screen = scene.screen
     screen.start()
@@ -111,13 +112,11 @@ def the_german_book_opens_in_german(scene):
     screen.picture("contents")
 
 
-@long_by_nature
 def pictures_for_the_manual_in_english(scene):
     scene.screen.start()
     tour(scene.screen, language("english"))
 
 
-@long_by_nature
 def pictures_for_the_manual_in_german(scene):
     scene.speak(language("german"))
     scene.screen.start()

@@ -1,7 +1,7 @@
 """The window without a mouse: where the Tab key leads, what can be seen of it, and every dialog."""
 
 from driver.languages import language
-from driver.scene import long_by_nature
+from driver.scene import told_always
 from driver.screen import BOX, MAIN, RESULTS_LIST, SMALL, plain
 from driver.waiting import Unmet, expect, wait_until
 
@@ -139,7 +139,6 @@ def the_tab_key_goes_through_the_results_as_one_reads(scene):
         expect(f"it comes to {text}", text in stops, True)
 
 
-@long_by_nature
 def the_tab_key_goes_from_right_to_left_in_arabic(scene):
     arabic = language("arabic")
     scene.speak(arabic)
@@ -166,7 +165,7 @@ def _go_to(screen, text):
     raise Unmet(f"the Tab key leads to {text}")
 
 
-@long_by_nature
+@told_always
 def dialogs_and_menus_need_no_mouse(scene):
     screen = scene.screen
     keys = screen.display.keys

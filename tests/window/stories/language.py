@@ -1,6 +1,6 @@
 """Another language, now and at the next start."""
 
-from driver.scene import LANGUAGE
+from driver.scene import LANGUAGE, told_always
 from driver.screen import RESULTS_LIST
 from driver.waiting import expect
 
@@ -19,6 +19,7 @@ LANGUAGES = {
 }
 
 
+@told_always
 def every_language_can_be_chosen_and_is_kept(scene):
     screen = scene.screen
     program = screen.start()

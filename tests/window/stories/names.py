@@ -4,7 +4,6 @@ from collections import namedtuple
 from pathlib import Path
 
 from driver.languages import LANGUAGES
-from driver.scene import long_by_nature
 from driver.screen import BOX, MAIN, SMALL, plain
 from driver.waiting import Unmet, expect, wait_until
 
@@ -139,16 +138,13 @@ def _all_controls_tell_what_they_are(scene, languages):
         screen.picture(language.tag)
 
 
-@long_by_nature
 def controls_tell_what_they_are_in_english_german_french_and_spanish(scene):
     _all_controls_tell_what_they_are(scene, LANGUAGES[:4])
 
 
-@long_by_nature
 def controls_tell_what_they_are_in_portuguese_polish_italian_and_dutch(scene):
     _all_controls_tell_what_they_are(scene, LANGUAGES[4:8])
 
 
-@long_by_nature
 def controls_tell_what_they_are_in_russian_japanese_chinese_and_arabic(scene):
     _all_controls_tell_what_they_are(scene, LANGUAGES[8:])

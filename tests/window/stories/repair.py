@@ -1,6 +1,7 @@
 """Fix, look at the registry, undo."""
 
 from driver import findings
+from driver.scene import told_always
 from driver.screen import BOX, RESULTS_LIST
 from driver.waiting import expect, wait_until
 
@@ -27,6 +28,7 @@ def _check(scene, when, column):
         expect(f"{when}: {fact[0]}, {fact[1]}", scene.box.value(fact[0], fact[1]), fact[column])
 
 
+@told_always
 def a_repair_changes_the_registry_and_is_undone(scene):
     screen = scene.screen
     _check(scene, "before", 2)

@@ -1,6 +1,6 @@
 """Screens of several resolutions, to which the window comes while it runs."""
 
-from driver.scene import long_by_nature, on_a_screen_of
+from driver.scene import on_a_screen_of
 from driver.screen import BOX, MAIN
 from driver.waiting import expect
 
@@ -23,7 +23,6 @@ def it_follows_the_resolution(scene):
         screen.picture(str(resolution))
 
 
-@long_by_nature
 @on_a_screen_of(1700, 1060)
 def a_message_follows_the_resolution(scene):
     screen = scene.screen

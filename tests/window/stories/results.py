@@ -1,6 +1,6 @@
 """What a user does with the results: the outcome of a repair, the filter, the order."""
 
-from driver.scene import long_by_nature
+from driver.scene import told_always
 from driver.screen import BOX, RESULTS, RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
@@ -34,6 +34,7 @@ def _locations(window):
     return window.list(RESULTS_LIST).column(RESULTS_LIST)
 
 
+@told_always
 def the_filter_shows_the_rows_that_hold_a_text(scene):
     screen = scene.screen
     screen.start()
@@ -132,7 +133,6 @@ def the_save_dialog_opens_over_the_window(scene):
     screen.display.keys("Escape")
 
 
-@long_by_nature
 def a_hundred_thousand_findings_are_filtered_and_sorted(scene):
     fonts = 100000
     scene.add_dead_fonts(fonts)

@@ -1,7 +1,7 @@
 """A scan by hand, what it finds, and a scan that is stopped."""
 
 from driver import findings
-from driver.scene import SETTINGS
+from driver.scene import SETTINGS, told_always
 from driver.screen import BOX, RESULTS, RESULTS_LIST, ROWS_LIST
 from driver.waiting import expect, wait_until
 
@@ -9,6 +9,7 @@ FONTS = r"HKEY_LOCAL_MACHINE\Software\Microsoft\windows\currentversion\fonts"
 REGEDIT = r"HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Applets\Regedit"
 
 
+@told_always
 def the_window_finds_what_the_consoles_find(scene):
     screen = scene.screen
     screen.start()

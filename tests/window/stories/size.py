@@ -1,6 +1,6 @@
 """The size of the window and of its columns, by mouse and keyboard, and over a restart."""
 
-from driver.scene import SETTINGS
+from driver.scene import SETTINGS, told_always
 from driver.screen import RESULTS_LIST
 from driver.waiting import expect, wait_until
 
@@ -15,6 +15,7 @@ def _drag(scene, start, end):
     scene.screen.display.drag(*start, *end)
 
 
+@told_always
 def the_grip_resizes_it_and_the_next_start_has_that_size(scene):
     screen = scene.screen
     program = screen.start()

@@ -1,7 +1,7 @@
 """Light and dark, as Windows says or as the user chooses."""
 
 from driver.languages import language
-from driver.scene import SETTINGS
+from driver.scene import SETTINGS, told_always
 from driver.screen import middle
 from driver.tour import tour
 from driver.waiting import expect, wait_until
@@ -38,6 +38,7 @@ def all_pages_are_in_high_contrast(scene):
     expect("it is black", _brightness(screen), 0)
 
 
+@told_always
 def it_is_dark_at_once_where_its_user_says_so(scene):
     screen = scene.screen
     screen.start()

@@ -1,6 +1,7 @@
 """The program for translators."""
 
 from driver.languages import language
+from driver.scene import told_always
 from driver.screen import MAIN, SMALL, middle, plain
 from driver.waiting import expect, wait_until
 
@@ -31,6 +32,7 @@ def _type(screen, text):
     screen.display.type(text)
 
 
+@told_always
 def what_is_missing_is_found_translated_and_shown(scene):
     screen = scene.screen
     german = language("german")

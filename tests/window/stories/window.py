@@ -1,5 +1,6 @@
 """The window itself: the notification area, the About dialog, the report, the exit."""
 
+from driver.scene import told_always
 from driver.screen import BOX, MAIN, RESULTS, RESULTS_LIST, ROWS_LIST, SMALL, middle
 from driver.waiting import expect, wait_until
 
@@ -40,6 +41,7 @@ def it_casts_a_shadow(scene):
         expect(f"{side} it can be seen", part[-1] < ground - 10, True)
 
 
+@told_always
 def it_shows_its_about_dialog(scene):
     screen = scene.screen
     screen.start()
@@ -75,6 +77,7 @@ def a_report_is_written_and_shown(scene):
         "  |  ".join(row["cells"][index].strip() for index in (0, 3, 4, 1)) for row in rows])
 
 
+@told_always
 def it_searches_the_registry(scene):
     screen = scene.screen
     screen.start()

@@ -1,7 +1,6 @@
 """Makes all packages of a release; tools/release builds what is in them."""
 
 import argparse
-import hashlib
 import os
 import shutil
 import sys
@@ -9,7 +8,7 @@ import tempfile
 from pathlib import Path
 
 from . import debian, installer, licences, portable, setup, windows, winget
-from .product import Release, ReleaseError, news, version_of_checkout
+from .product import Release, ReleaseError, news, sha256, version_of_checkout
 
 # What each product is for, in the order in which they are made.
 MAKERS = (
@@ -22,7 +21,7 @@ MAKERS = (
 
 def checksums(release, products):
     target = release.out / "SHA256SUMS"
-    target.write_text("".join(f"{hashlib.sha256(path.read_bytes()).hexdigest()}  {path.name}\n"
+    target.write_text("".join(f"{sha256(path)}  {path.name}\n"
                               for path in sorted(products)), "utf-8")
     return target
 

@@ -5,19 +5,14 @@ import uuid
 from xml.etree import ElementTree
 
 from . import windows
-from .product import facts, run
+from .product import FOLDER_ACCESS, PASSING, PROGRAM_KEY, facts, run
 
 NAMESPACE = "http://schemas.microsoft.com/wix/2006/wi"
-MAIN_KEY = r"Software\zelvane\zelvreg"
-# Full control for SYSTEM and Administrators, reading for Users, wherever the folder is.
-ACCESS = "D:PAI(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)"
-# Files that the program makes and nobody misses.
-PASSING = ("regst.txt", "regtmp.txt")
 LOCK_TABLE = "\r\n".join((
     "MsiLockPermissionsEx\tLockObject\tTable\tSDDLText\tCondition",
     "s72\ts72\ts32\ts0\tS255",
     "MsiLockPermissionsEx\tMsiLockPermissionsEx",
-    f"access\tINSTALLFOLDER\tCreateFolder\t{ACCESS}\t", ""))
+    f"access\tINSTALLFOLDER\tCreateFolder\t{FOLDER_ACCESS}\t", ""))
 REMOVE_TABLE = "\r\n".join((
     "FileKey\tComponent_\tFileName\tDirProperty\tInstallMode",
     "s72\ts72\tL255\ts72\ti2",
@@ -64,7 +59,7 @@ class Package:
         node(self.product, "Condition",
              Message="zelvreg needs Windows 7 or later.").text = "VersionNT >= 601"
         by_setup = node(self.product, "Property", Id="INSTALLEDBY")
-        node(by_setup, "RegistrySearch", Id="InstalledBy", Root="HKLM", Key=MAIN_KEY,
+        node(by_setup, "RegistrySearch", Id="InstalledBy", Root="HKLM", Key=PROGRAM_KEY,
              Name="InstalledBy", Type="raw")
         node(self.product, "Condition", Message="zelvreg was installed by its set-up program. Remove "
              "that first.").text = 'NOT INSTALLEDBY OR INSTALLEDBY <> "Set-up" OR Installed'
@@ -99,13 +94,13 @@ class Package:
                     Name="zelvreg")
         main = self._component(folder, "Main")
         node(main, "CreateFolder")
-        node(main, "RegistryValue", Root="HKLM", Key=MAIN_KEY, Name="InstalledBy", Type="string",
+        node(main, "RegistryValue", Root="HKLM", Key=PROGRAM_KEY, Name="InstalledBy", Type="string",
              Value="Windows Installer", KeyPath="yes")
         shortcuts = self._component(menu, "Shortcuts")
         for name, file in (("Fix Registry Problems", "zelvreg.exe"), ("Help", "zelvhelp.chm")):
             node(shortcuts, "Shortcut", Id=file.replace(".", "_"), Directory="MENU", Name=name,
                  Target=f"[INSTALLFOLDER]{file}", WorkingDirectory="INSTALLFOLDER")
-        node(shortcuts, "RegistryValue", Root="HKLM", Key=MAIN_KEY, Name="Shortcuts", Type="string",
+        node(shortcuts, "RegistryValue", Root="HKLM", Key=PROGRAM_KEY, Name="Shortcuts", Type="string",
              Value="1", KeyPath="yes")
 
     def _features(self):

@@ -1,5 +1,6 @@
 """What a release is about: facts, version, time, and the folders that it is made from."""
 
+import hashlib
 import os
 import re
 import shutil
@@ -10,6 +11,14 @@ from pathlib import Path
 
 CHECKOUT = Path(__file__).resolve().parent.parent.parent
 PACKAGING = CHECKOUT / "packaging"
+
+
+# Where set-up program and Windows Installer package tell each other of themselves.
+PROGRAM_KEY = r"Software\zelvane\zelvreg"
+# The program's folder: full control for SYSTEM and Administrators, reading for Users, wherever it is.
+FOLDER_ACCESS = "D:PAI(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)"
+# Files that the program makes there and nobody misses.
+PASSING = ("regst.txt", "regtmp.txt")
 
 
 class ReleaseError(Exception):
@@ -77,6 +86,10 @@ def need(path, why):
     if not path.exists():
         raise ReleaseError(f"{path.name} is missing in {path.parent}; {why}")
     return path
+
+
+def sha256(path):
+    return hashlib.sha256(path.read_bytes()).hexdigest()
 
 
 def settle(folder, epoch):

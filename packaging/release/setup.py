@@ -1,7 +1,7 @@
 """The set-up program, made by NSIS."""
 
 from . import windows
-from .product import PACKAGING, facts, run
+from .product import FOLDER_ACCESS, PACKAGING, PASSING, PROGRAM_KEY, facts, run
 
 
 def removal(release):
@@ -11,6 +11,7 @@ def removal(release):
     for path in reversed(windows.files(release)):
         name = "$INSTDIR\\" + str(path).replace("/", "\\")
         lines.append(f'{"RMDir" if (release.stage / path).is_dir() else "Delete"} /REBOOTOK "{name}"')
+    lines += [f'Delete "$INSTDIR\\{name}"' for name in PASSING]
     return "\ufeff" + "\n".join(lines) + "\n"
 
 
@@ -24,6 +25,7 @@ def make(release):
         "VERSION": release.version, "NUMBERS": release.version + ".0", "STAGE": release.stage,
         "GENERATED": generated, "OUT": target, "SIZE": windows.size_in_kilobytes(release),
         "ICON": release.windows / "pictures" / "zelvreg.ico",
+        "PROGRAM_KEY": PROGRAM_KEY, "FOLDER_ACCESS": FOLDER_ACCESS,
         "PUBLISHER": about["publisher"], "HOMEPAGE": about["homepage"],
     }
     run("makensis", "-V2", "-WX", *(f"-D{name}={value}" for name, value in settings.items()),

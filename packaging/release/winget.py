@@ -1,12 +1,11 @@
 """The three files that tell winget of a release."""
 
-import hashlib
 import uuid
 
 import yaml
 
 from .installer import Package
-from .product import facts
+from .product import facts, sha256
 
 SCHEMA = "1.28.0"
 
@@ -14,10 +13,6 @@ SCHEMA = "1.28.0"
 def header(kind):
     return (f"# yaml-language-server: $schema=https://aka.ms/winget-manifest.{kind}.{SCHEMA}"
             ".schema.json\n")
-
-
-def sha256(path):
-    return hashlib.sha256(path.read_bytes()).hexdigest().upper()
 
 
 def installers(release):
@@ -29,12 +24,12 @@ def installers(release):
     setup, package = release.product("-setup.exe"), release.product(".msi")
     code = Package(release)
     yield {"Architecture": "x86", "InstallerType": "nullsoft", "Scope": "machine",
-           "InstallerUrl": address(setup), "InstallerSha256": sha256(setup),
+           "InstallerUrl": address(setup), "InstallerSha256": sha256(setup).upper(),
            "ElevationRequirement": "elevatesSelf",
            "AppsAndFeaturesEntries": [{"DisplayName": "zelvreg - Fix Registry Problems",
                                        "Publisher": about["publisher"], "ProductCode": "zelvreg"}]}
     yield {"Architecture": "x86", "InstallerType": "wix", "Scope": "machine",
-           "InstallerUrl": address(package), "InstallerSha256": sha256(package),
+           "InstallerUrl": address(package), "InstallerSha256": sha256(package).upper(),
            "ProductCode": "{" + code.code("product " + release.version) + "}",
            "AppsAndFeaturesEntries": [{"DisplayName": "zelvreg", "Publisher": about["publisher"],
                                        "UpgradeCode": "{" + str(uuid.UUID(about["upgrade-code"])).upper() + "}"}]}

@@ -1,5 +1,5 @@
 ; The set-up program. tools/release gives it VERSION, NUMBERS (four of them), STAGE, OUT, SIZE in KB,
-; and the folder GENERATED with the list of what is removed.
+; PROGRAM_KEY, FOLDER_ACCESS, and the folder GENERATED with the list of what is removed.
 ;
 ;   /S              silently
 ;   /D=FOLDER       into this folder; last, and without quotation marks
@@ -14,9 +14,8 @@ RequestExecutionLevel admin
 AllowRootDirInstall false
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\zelvreg"
-; "InstalledBy" keeps the set-up program and the Windows Installer package out of each other's way,
-; "KeptIn" is the folder of what was kept when a version was removed.
-!define PROGRAM_KEY "Software\zelvane\zelvreg"
+; In PROGRAM_KEY, "InstalledBy" keeps the set-up program and the Windows Installer package out of each
+; other's way, and "KeptIn" is the folder of what was kept when a version was removed.
 ; The window and the console hold it while they run.
 !define MUTEX "Global\ZelvaneFixRegistryProblems"
 
@@ -125,7 +124,7 @@ FunctionEnd
 ; Administrators start what is in the folder, so nobody else may change it, wherever it is. Done
 ; before anything is in it: all of that inherits the list.
 !macro protectFolder
-  System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW(w "D:PAI(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)", i 1, *p .r1, p 0) i .r0'
+  System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW(w "${FOLDER_ACCESS}", i 1, *p .r1, p 0) i .r0'
   ${If} $0 != 0
     System::Call 'advapi32::SetFileSecurityW(w "$INSTDIR", i 4, p r1) i .r0'
     System::Call 'kernel32::LocalFree(p r1)'
@@ -197,9 +196,7 @@ Section "un.zelvreg"
   SectionIn RO
   SetShellVarContext all
   !include "${GENERATED}/remove.nsh"
-  ; What the program writes for a suite or for the moment.
-  Delete "$INSTDIR\regst.txt"
-  Delete "$INSTDIR\regtmp.txt"
+  ; What a scan of users who are not signed in may have left behind.
   RMDir /r "$INSTDIR\copies"
   Delete "$SMPROGRAMS\zelvreg\Fix Registry Problems.lnk"
   Delete "$SMPROGRAMS\zelvreg\Help.lnk"

@@ -7,7 +7,12 @@ from pathlib import Path
 
 from driver.box import CHECKOUT, Box, copy_prefix
 from driver.display import Displays
+from release import windows
 from release.product import Release, version_of_checkout
+
+
+# Where it is installed unless something else is wanted.
+PROGRAM = r"C:\Program Files (x86)\zelvreg"
 
 
 class Given:
@@ -40,6 +45,13 @@ def another_release(name, version):
     epoch = subprocess.run(["git", "-C", CHECKOUT, "log", "-1", "--format=%ct"], text=True,
                            stdout=subprocess.PIPE, check=True).stdout
     return Release(version, int(epoch), Given.build, folder / "work", folder / "out")
+
+
+def made(maker, name, number):
+    """The set-up program or the package of another version, of the same files."""
+    release = another_release(name, number)
+    windows.stage(release)
+    return maker(release)
 
 
 def version():

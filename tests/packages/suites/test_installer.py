@@ -3,19 +3,12 @@
 import unittest
 
 from driver.box import FOLDER
-from release import installer, windows
+from release import installer
 
 from . import use
-from .given import Computer, another_release, product, version
+from .given import PROGRAM, Computer, made, product, version
 
-PROGRAM = r"C:\Program Files (x86)\zelvreg"
 UNINSTALL = r"Microsoft\Windows\CurrentVersion\Uninstall"
-
-
-def made(name, number):
-    release = another_release(name, number)
-    windows.stage(release)
-    return installer.make(release)
 
 
 def msiexec(computer, verb, package):
@@ -46,7 +39,7 @@ class InstallerTest(unittest.TestCase):
 
     def test_upgrades_and_keeps_what_belongs_to_the_user(self):
         with Computer("msi-upgrade") as computer:
-            self.assertEqual(msiexec(computer, "/i", computer.bring(made("msi-older", "0.0.9"))), 0)
+            self.assertEqual(msiexec(computer, "/i", computer.bring(made(installer.make, "msi-older", "0.0.9"))), 0)
             self.assertEqual(versions(computer), ["0.0.9"])
             use.leave_traces(computer)
             package = computer.bring(product(".msi"))

@@ -8,19 +8,11 @@ from driver.waiting import wait_until
 from release import setup, windows
 
 from . import use
-from .given import Computer, Given, another_release, product, version
+from .given import PROGRAM, Computer, another_release, made, product, version
 
 UNINSTALL = r"Microsoft\Windows\CurrentVersion\Uninstall\zelvreg"
-PROGRAM = r"C:\Program Files (x86)\zelvreg"
 MENU = "ProgramData/Microsoft/Windows/Start Menu/Programs/zelvreg"
 REFUSED = 2
-
-
-def made(name, number):
-    """A set-up program of another version, of the same files."""
-    release = another_release(name, number)
-    windows.stage(release)
-    return setup.make(release)
 
 
 def uninstall(computer, *options, folder=PROGRAM):
@@ -64,7 +56,7 @@ class SetupTest(unittest.TestCase):
 
     def test_upgrades_and_keeps_what_belongs_to_the_user(self):
         with Computer("upgrade") as computer:
-            self.assertEqual(computer.run(computer.bring(made("older", "0.0.9")), "/S")[0], 0)
+            self.assertEqual(computer.run(computer.bring(made(setup.make, "older", "0.0.9")), "/S")[0], 0)
             self.assertEqual(entry(computer)["DisplayVersion"], '"0.0.9"')
             # A file that the newer version no longer has, and one of the user's own.
             use.leave_traces(computer)
@@ -114,7 +106,7 @@ class SetupTest(unittest.TestCase):
 
     def test_refuses_to_replace_a_newer_version(self):
         with Computer("newer") as computer:
-            computer.run(computer.bring(made("newer", "99.0.0")), "/S")
+            computer.run(computer.bring(made(setup.make, "newer", "99.0.0")), "/S")
             self.assertEqual(computer.run(computer.bring(product("-setup.exe")), "/S")[0], REFUSED)
             self.assertEqual(entry(computer)["DisplayVersion"], '"99.0.0"')
 

@@ -9,6 +9,7 @@
 #include "runtime/Environment.h"
 #include "runtime/FileSystemObject.h"
 #include "runtime/PrivateFiles.h"
+#include "scan/Settings.h"
 
 namespace zelvreg::console {
 namespace {
@@ -19,13 +20,9 @@ Fact askForRights() {
              : Fact{.isThere = false, .text = "a repair needs a prompt that runs as administrator"};
 }
 
-bool isBeside(const char* name) {
-  return fileSystemObject::fileExists(programFolder() + "\\" + name);
-}
-
 // A file beside the program.
 Fact askForFile(const char* name, const char* whatIsThere, const char* whatIsMissing) {
-  const bool isThere = isBeside(name);
+  const bool isThere = fileSystemObject::fileExists(programFolder() + "\\" + name);
   return {.isThere = isThere, .text = isThere ? whatIsThere : whatIsMissing};
 }
 
@@ -40,10 +37,9 @@ Fact askForBook() {
 }
 
 Fact askForKind() {
-  const bool isPortable = isBeside("zelvreg.ini");
   return {.isThere = true,
-          .text = isPortable ? "portable: its settings are in zelvreg.ini beside it"
-                             : "its settings are in the registry"};
+          .text = isPortable() ? "portable: its settings are in zelvreg.ini beside it"
+                               : "its settings are in the registry"};
 }
 
 Fact askForService() {

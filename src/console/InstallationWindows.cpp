@@ -6,12 +6,7 @@
 
 namespace zelvreg::console {
 
-std::string programFile() {
-  constexpr DWORD longestPath = 32768;
-  std::u16string path(longestPath, u'\0');
-  path.resize(GetModuleFileNameW(nullptr, roomIn(path), longestPath));
-  return utf8(path);
-}
+std::string programFile() { return modulePath(); }
 
 std::string languageFolder() { return programFolder() + "\\lang"; }
 

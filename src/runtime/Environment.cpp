@@ -22,11 +22,15 @@ std::string environmentVariable(const char* name) {
   return utf8(text);
 }
 
-std::string programFolder() {
+std::string modulePath() {
   // The longest path that the system knows.
   std::array<char16_t, 32768> path;
   const DWORD length = GetModuleFileNameW(nullptr, roomIn(path), static_cast<DWORD>(path.size()));
-  const std::string program = utf8({path.data(), length});
+  return utf8({path.data(), length});
+}
+
+std::string programFolder() {
+  const std::string program = modulePath();
   return program.substr(0, program.find_last_of('\\'));
 }
 

@@ -9,6 +9,8 @@ namespace zelvreg {
 // The variable's text; empty if there is no such variable. Case does not matter in names.
 std::string environmentVariable(const char* name);
 
+// The full path of the running program.
+std::string modulePath();
 // The full path of the running program's folder, without a backslash at its end.
 std::string programFolder();
 

@@ -88,9 +88,13 @@ class Writer {
 
 Translation::Translation(const LanguageFile& english) {
   for (const TranslatableText& text : translatableTexts()) {
-    all.push_back(
-        {.text = &text, .english = englishOf(text, english), .translation = {}, .read = {}});
+    all.push_back({.text = &text,
+                   .english = englishOf(text, english),
+                   .translation = {},
+                   .read = {},
+                   .problems = {}});
   }
+  findProblems();
 }
 
 void Translation::read(std::string_view bytes, int charset) {
@@ -112,6 +116,7 @@ void Translation::read(std::string_view bytes, int charset) {
   for (Entry& entry : all) {
     entry.read = entry.translation;
   }
+  findProblems();
 }
 
 void Translation::translate(std::size_t entry, std::string_view text) {
@@ -119,31 +124,32 @@ void Translation::translate(std::size_t entry, std::string_view text) {
   if (entry < all.size() && all[entry].translation != line) {
     all[entry].translation = line;
     differs = true;
+    findProblems();
   }
 }
 
-std::vector<LanguageFinding> Translation::problemsOf(std::size_t entry) const {
-  const Entry& wanted = all.at(entry);
-  std::vector<LanguageFinding> found = problemsOfText(*wanted.text, wanted.translation, codePage());
-  if (wanted.translation.find('&') != std::string::npos) {
-    std::vector<TranslatedText> marked;
-    for (const Entry& each : all) {
-      if (each.translation.find('&') != std::string::npos) {
-        marked.push_back({each.text, each.translation});
-      }
-    }
-    for (LanguageFinding& finding : doubledAccessKeys(marked)) {
-      if (finding.section == wanted.text->section && finding.key == wanted.text->key) {
-        found.push_back(std::move(finding));
-      }
+// Whether two controls of a page have one access key shows only when all texts are looked at.
+void Translation::findProblems() {
+  std::vector<TranslatedText> marked;
+  for (Entry& entry : all) {
+    entry.problems = problemsOfText(*entry.text, entry.translation, codePage());
+    if (entry.translation.find('&') != std::string::npos) {
+      marked.push_back({entry.text, entry.translation});
     }
   }
-  if (!wanted.translation.empty() && wanted.translation == wanted.english) {
-    found.push_back({.problem = LanguageProblem::SameAsEnglish,
-                     .section = wanted.text->section,
-                     .key = wanted.text->key});
+  for (LanguageFinding& finding : doubledAccessKeys(marked)) {
+    const auto entry = std::ranges::find_if(all, [&finding](const Entry& each) {
+      return each.text->section == finding.section && each.text->key == finding.key;
+    });
+    entry->problems.push_back(std::move(finding));
   }
-  return found;
+  for (Entry& entry : all) {
+    if (!entry.translation.empty() && entry.translation == entry.english) {
+      entry.problems.push_back({.problem = LanguageProblem::SameAsEnglish,
+                                .section = entry.text->section,
+                                .key = entry.text->key});
+    }
+  }
 }
 
 bool Translation::needsWork(std::size_t entry) const {
@@ -165,6 +171,7 @@ std::optional<std::size_t> Translation::nextProblem(std::optional<std::size_t> a
 void Translation::setCharset(int charset) {
   differs = differs || charset != charsetInUse;
   charsetInUse = charset;
+  findProblems();
 }
 
 UINT Translation::codePage() const { return usesUtf8 ? CP_UTF8 : codePageOfCharset(charsetInUse); }
@@ -172,6 +179,7 @@ UINT Translation::codePage() const { return usesUtf8 ? CP_UTF8 : codePageOfChars
 void Translation::setUtf8(bool isWanted) {
   differs = differs || isWanted != usesUtf8;
   usesUtf8 = isWanted;
+  findProblems();
 }
 
 void Translation::markAsKept() {

@@ -23,6 +23,7 @@ class Translation {
     std::string english;
     std::string translation;
     std::string read;  // what the file has
+    std::vector<LanguageFinding> problems;
   };
 
   // A language without a text, to be written in UTF-8.
@@ -37,7 +38,9 @@ class Translation {
   void translate(std::size_t entry, std::string_view text);
 
   // Hints included.
-  [[nodiscard]] std::vector<LanguageFinding> problemsOf(std::size_t entry) const;
+  [[nodiscard]] const std::vector<LanguageFinding>& problemsOf(std::size_t entry) const {
+    return all.at(entry).problems;
+  }
   [[nodiscard]] bool needsWork(std::size_t entry) const;
   // The next entry that needs work, from the beginning again after the last; none if none does.
   [[nodiscard]] std::optional<std::size_t> nextProblem(std::optional<std::size_t> after) const;
@@ -59,6 +62,7 @@ class Translation {
 
  private:
   [[nodiscard]] std::string text() const;
+  void findProblems();
 
   std::vector<Entry> all;
   std::vector<LanguageLine> lines;

@@ -5,6 +5,7 @@ import shutil
 import struct
 import subprocess
 import tempfile
+import zlib
 from pathlib import Path
 
 from help_output import bodies, by_keyword, indented
@@ -56,8 +57,11 @@ SITEMAP = """<!DOCTYPE HTML PUBLIC "-//IETF//DTD HTML//EN">
 </html>
 """
 
-# Where a book keeps its texts, and which of them its context numbers stand for.
-TEXTS, CONTEXTS = "#STRINGS", "#IVB"
+# Where a book keeps its texts, which of them its context numbers stand for, and its properties.
+TEXTS, CONTEXTS, PROPERTIES = "#STRINGS", "#IVB", "#SYSTEM"
+
+# A book bears the time twice: at this place of its header, and as the property of this number.
+HEADER_TIME, TIME_PROPERTY = 0x10, 10
 
 
 def of_code_page(text):
@@ -106,12 +110,16 @@ def run(work, *command):
         raise SourceError(f"{command[0]}: {(done.stdout + done.stderr).strip()}")
 
 
+def part(work, language, name):
+    run(work, "chmls", "extract", language.book, name, "part")
+    return (work / "part").read_bytes()
+
+
 def compiled(work, language, pages, files):
     """Makes the book; returns its table of texts."""
     (work / "book.hhp").write_bytes(project(language, pages, files))
     run(work, "chmcmd", "--no-html-scan", "book.hhp")
-    run(work, "chmls", "extract", language.book, TEXTS, "texts")
-    return (work / "texts").read_bytes()
+    return part(work, language, TEXTS)
 
 
 def contexts(texts, pages):
@@ -123,6 +131,35 @@ def contexts(texts, pages):
             raise SourceError(f"chmcmd has left the name of {page.name}.html out of the book")
         table += struct.pack("<II", page.context, place + 1)
     return struct.pack("<I", len(table)) + table
+
+
+def time_property(properties):
+    """Where the time stands in the table of properties: a version, then number, length and data of each."""
+    place = 4
+    while place < len(properties):
+        number, length = struct.unpack_from("<HH", properties, place)
+        if number == TIME_PROPERTY:
+            return place + 4
+        place += 4 + length
+    raise SourceError("chmcmd has left the time out of the book")
+
+
+def without_time(work, language):
+    """The book with a number made of its content instead of the two times.
+
+    The same pages so make the same book, and a changed book still has another number than before.
+    """
+    book = bytearray((work / language.book).read_bytes())
+    properties = part(work, language, PROPERTIES)
+    if book.count(properties) != 1:
+        raise SourceError("chmcmd has compressed the properties of the book")
+    places = HEADER_TIME, book.index(properties) + time_property(properties)
+    for place in places:
+        struct.pack_into("<I", book, place, 0)
+    content = zlib.crc32(book)
+    for place in places:
+        struct.pack_into("<I", book, place, content)
+    return book
 
 
 def write_book(folder, language):
@@ -139,4 +176,4 @@ def write_book(folder, language):
         (work / CONTEXTS).write_bytes(contexts(texts, pages))
         if compiled(work, language, pages, [*files, CONTEXTS]) != texts:
             raise SourceError("chmcmd has made two tables of texts of the same pages")
-        shutil.move(work / language.book, folder / language.book)
+        (folder / language.book).write_bytes(without_time(work, language))

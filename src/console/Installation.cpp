@@ -1,17 +1,18 @@
 #include "console/Installation.h"
 
 #include <algorithm>
-#include <string_view>
+#include <utility>
+
+#include "translation/LanguageCheck.h"
 
 namespace zelvreg::console {
 
 std::vector<std::string> languageTags(const std::vector<std::string>& files) {
-  constexpr std::string_view start = "zelvreg-";
-  constexpr std::string_view end = ".lang";
   std::vector<std::string> tags;
   for (const std::string& file : files) {
-    if (file.starts_with(start) && file.ends_with(end) && file.size() > start.size() + end.size()) {
-      tags.push_back(file.substr(start.size(), file.size() - start.size() - end.size()));
+    std::string tag = tagOfFile(file);
+    if (!tag.empty()) {
+      tags.push_back(std::move(tag));
     }
   }
   std::ranges::sort(tags);

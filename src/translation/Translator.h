@@ -2,6 +2,7 @@
 #ifndef ZELVREG_TRANSLATION_TRANSLATOR_H
 #define ZELVREG_TRANSLATION_TRANSLATOR_H
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <initializer_list>
@@ -53,6 +54,11 @@ inline constexpr std::size_t englishColumn = 1;
 inline constexpr std::size_t translationColumn = 2;
 inline constexpr std::size_t remarkColumn = 3;
 
+// The character sets that it offers: those of the languages that Windows has. The first is that of
+// Western Europe.
+inline constexpr std::array translatorCharsets{0,   238, 186, 204, 161, 162, 163,
+                                               177, 178, 222, 128, 129, 134, 136};
+
 class Translator {
  public:
   // The form gives language, font, messages and the program's folder; it must outlive this.
@@ -86,6 +92,7 @@ class Translator {
   [[nodiscard]] const Translation& translation() const { return current; }
 
  private:
+  void giveFont();
   void giveTexts();
   void bindControls();
   void fillLanguages();

@@ -11,7 +11,7 @@ export CCACHE_DIR=$cache/ccache CCACHE_BASEDIR=$builds CCACHE_NOHASHDIR=1 CCACHE
 export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
 
 # CMake looks for GoogleTest whichever target is built.
-build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev libcli11-dev
+build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev nettle-dev libcli11-dev
   nlohmann-json3-dev libgtest-dev)
 # What mounts the disk in an image file.
 image_packages=(qemu-utils qemu-system-common ntfs-3g)

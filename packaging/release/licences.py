@@ -35,6 +35,7 @@ class Part:
 
 WINDOWS = "linked statically into the programs for Windows"
 LINUX = "compiled into the program for Linux"
+LIBRARY = "used by the program for Linux, not inside it"
 PARTS = (
     Part("GCC runtime (libstdc++, libgcc)", "gcc-mingw-w64-i686-posix-runtime",
          "GPL-3.0-or-later WITH GCC-exception-3.1", WINDOWS),
@@ -43,7 +44,8 @@ PARTS = (
     Part("CLI11", "libcli11-dev", "BSD-3-Clause", WINDOWS + ", and " + LINUX),
     Part("JSON for Modern C++", "nlohmann-json3-dev", "MIT", WINDOWS + ", and " + LINUX),
     Part("NSIS", "nsis-common", "Zlib AND CPL-1.0", "the beginning of the set-up program"),
-    Part("hivex", "libhivex-dev", "LGPL-2.1-only", "used by the program for Linux, not inside it"),
+    Part("hivex", "libhivex-dev", "LGPL-2.1-only", LIBRARY),
+    Part("Nettle", "nettle-dev", "LGPL-3.0-or-later OR GPL-2.0-or-later", LIBRARY),
 )
 
 
@@ -101,7 +103,7 @@ def make(release, products):
     """The list as SPDX 2.3 in JSON; `products` are the files of the release."""
     target = release.product(".spdx.json")
     files = [described_file(path, path.name) for path in products]
-    kinds = {part.package: "DYNAMIC_LINK" if part.package == "libhivex-dev" else "CONTAINS" for part in PARTS}
+    kinds = {part.package: "DYNAMIC_LINK" if part.use == LIBRARY else "CONTAINS" for part in PARTS}
     name = f"zelvreg-{release.version}"
     content = {
         "spdxVersion": "SPDX-2.3", "dataLicense": "CC0-1.0", "SPDXID": "SPDXRef-DOCUMENT", "name": name,

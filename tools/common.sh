@@ -21,6 +21,8 @@ test_packages=("${image_packages[@]}" fdisk)
 help_packages=(pandoc fp-utils python3)
 # The shells whose completions are tested; bash is there.
 shell_packages=(zsh fish)
+# What compares results with their schema.
+result_test_packages=(python3 python3-jsonschema)
 lint_packages=(clang-format clang-tidy "${help_packages[@]}")
 windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin mmdebstrap uidmap bubblewrap
   "${help_packages[@]}")

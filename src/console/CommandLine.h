@@ -38,7 +38,7 @@ enum class Command {
   Automatic,
   Doctor,
 };
-enum class Format { Tables, Json, Csv };
+enum class Format { Tables, Json, JsonLines, Csv };
 
 // Which computer to work on; empty on Windows, where it is the running one.
 struct Target {
@@ -96,8 +96,9 @@ struct Options {
   std::optional<Confidence> leastSure;
   // When to give up a scan or a search; never without it.
   std::optional<std::chrono::steady_clock::time_point> deadline;
-  bool isRehearsal = false;             // tells what a repair would do, and does nothing
-  std::string reviewedFile;             // result whose rows alone are repaired; empty for none
+  std::string now = {};      // what a result says of its time, in UTC; empty for the clock
+  bool isRehearsal = false;  // tells what a repair would do, and does nothing
+  std::string reviewedFile;  // result whose rows alone are repaired; empty for none
   std::optional<std::size_t> mostRows;  // with more than these to repair, nothing is repaired
   std::string reportFile;               // of the text report; empty for none
   bool reportsEvidence = false;         // the report tells how sure each finding is

@@ -2,7 +2,10 @@
 #ifndef ZELVREG_CONSOLE_COMMANDS_H
 #define ZELVREG_CONSOLE_COMMANDS_H
 
+#include <memory>
 #include <ostream>
+#include <string>
+#include <vector>
 
 #include "console/CommandLine.h"
 #include "console/Computer.h"
@@ -21,6 +24,8 @@ struct Streams {
   std::ostream& error;
   TableLayout tables = {};
   bool showsProgress = false;
+  // The lines that were told of what a command has done, for a result that repeats them.
+  std::shared_ptr<std::vector<std::string>> told = std::make_shared<std::vector<std::string>>();
 };
 
 // Carries out what was asked on an opened computer and gives the exit status. Throws

@@ -48,7 +48,7 @@ class Repair {
       saveAndTell(computer, streams);
       tellLeftAlone();
     }
-    const ScanResult left = turns.result();
+    const ScanResult left = turns.resultToPrint();
     printResult(left, options, streams, outcome(found - left.findings.size()));
     return status(isAnythingLeft() ? problemsFound : nothingFound);
   }
@@ -57,7 +57,7 @@ class Repair {
   void tick() {
     RepairTicks ticks(options, streams);
     for (const UserTurn& turn : turns.all()) {
-      if (const std::size_t rows = ticks.tick(*turn.form, turn.user); rows > 0) {
+      if (const std::size_t rows = ticks.tick(*turn.form, computer.users()); rows > 0) {
         ticked.emplace_back(&turn, rows);
       }
     }
@@ -94,7 +94,7 @@ class Repair {
       addRefused(result, *turn, plan.leftAlone());
     }
     computer.endActing();
-    printResult(turns.result(), options, streams, result);
+    printResult(turns.resultToPrint(), options, streams, result);
     return status(result.repaired == 0 ? nothingFound : problemsFound);
   }
 

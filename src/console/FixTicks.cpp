@@ -77,9 +77,9 @@ RepairTicks::RepairTicks(const Options& optionsInUse, const Streams& streamsInUs
   }
 }
 
-std::size_t RepairTicks::tick(Form42& form, const std::optional<ComputerUser>& user) {
+std::size_t RepairTicks::tick(Form42& form, const std::vector<ComputerUser>& users) {
   const ReviewedRows wanted =
-      options.reviewedFile.empty() ? allRows(form) : reviewedRows(form, reviewed, user);
+      options.reviewedFile.empty() ? allRows(form) : reviewedRows(form, reviewed, users);
   found += wanted.rows.size();
   const Threshold threshold(form, options);
   std::size_t ticked = 0;

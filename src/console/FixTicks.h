@@ -3,7 +3,6 @@
 #define ZELVREG_CONSOLE_FIX_TICKS_H
 
 #include <cstddef>
-#include <optional>
 #include <vector>
 
 #include "console/CommandLine.h"
@@ -24,8 +23,8 @@ class RepairTicks {
   RepairTicks(const Options& optionsInUse, const Streams& streamsInUse);
 
   // Ticks the rows of a scan that were asked for and are sure enough, and unticks all others.
-  // `user` is the one whose scan it was if users are told apart. Returns how many are ticked.
-  std::size_t tick(Form42& form, const std::optional<ComputerUser>& user);
+  // `users` are the computer's, the current one first. Returns how many are ticked.
+  std::size_t tick(Form42& form, const std::vector<ComputerUser>& users);
 
   // Tells on the error stream how sure those of all scans are and how many are left alone. The form
   // is any of theirs.

@@ -14,17 +14,19 @@ namespace zelvreg::console {
 namespace {
 
 // What a question tells in paragraphs of its own, the command has said before it asks.
-std::string_view ownLineOf(const UserMessage& message) {
-  const std::string_view text = message.text;
-  return message.isQuestion ? text.substr(0, text.find("\n\n")) : text;
+std::string_view ownLineOf(const UserMessage& question) {
+  const std::string_view text = question.text;
+  return text.substr(0, text.find("\n\n"));
 }
 
 // Without a terminal a question is answered No.
-Answer answer(const UserMessage& message, const Options& options, std::ostream& error) {
-  error << "zelvreg: " << printable(ownLineOf(message)) << "\n";
+Answer answer(const UserMessage& message, const Options& options, const Streams& streams) {
+  std::ostream& error = streams.error;
   if (!message.isQuestion) {
+    tell({message.text}, streams);
     return Answer::Ok;
   }
+  error << "zelvreg: " << printable(ownLineOf(message)) << "\n";
   if (options.answersYes) {
     return Answer::Yes;
   }
@@ -41,7 +43,7 @@ Answer answer(const UserMessage& message, const Options& options, std::ostream& 
 
 void prepareForm(Form42& form, const Options& options, const Streams& streams) {
   form.dialogs.show = [&options, &streams](const UserMessage& message) {
-    return answer(message, options, streams.error);
+    return answer(message, options, streams);
   };
   form.safeguardChoices = options.safeguardChoices;
   form.leastTicked = options.leastSure.value_or(form.leastTicked);
@@ -83,6 +85,7 @@ bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
 void tell(const std::vector<std::string>& lines, const Streams& streams) {
   for (const std::string& line : lines) {
     streams.error << "zelvreg: " << printable(line) << "\n";
+    streams.told->push_back(line);
   }
 }
 

@@ -29,7 +29,7 @@ const char* howGivenUp();
 // returns false.
 bool runScanOn(Form42& form, const Options& options, const Streams& streams);
 
-// Writes lines to the error stream, safe to print.
+// Writes lines to the error stream, safe to print, and keeps them for a result.
 void tell(const std::vector<std::string>& lines, const Streams& streams);
 
 // Saves what a command has changed, and names each change that cannot be saved.

@@ -47,6 +47,7 @@ constexpr std::array placeholders{
     Placeholder{"SHELL", Offered::Words, completedShells},
     Placeholder{"TAG", Offered::Words, languageWords},
     Placeholder{"TEXT", Offered::Nothing},
+    Placeholder{"TIME", Offered::Nothing},
 };
 
 }  // namespace

@@ -6,10 +6,16 @@
 
 namespace zelvreg::console {
 
+bool tellsFacts(const Options& options) {
+  return options.format == Format::Json || options.format == Format::JsonLines;
+}
+
 void printResult(const ScanResult& result, const Options& options, const Streams& streams,
                  const std::optional<RepairResult>& repair) {
   if (options.format == Format::Json) {
     streams.out << jsonText(result, repair);
+  } else if (options.format == Format::JsonLines) {
+    streams.out << jsonLines(result, repair);
   } else if (options.format == Format::Csv) {
     streams.out << csvText(result);
   } else if (!options.isQuiet) {

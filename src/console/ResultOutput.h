@@ -12,6 +12,9 @@ struct Form42;
 
 namespace zelvreg::console {
 
+// Whether the chosen format tells the facts of a result and whose each finding is.
+bool tellsFacts(const Options& options);
+
 // Prints what is left on the form, with the outcome of a repair if there was one.
 void printResult(const ScanResult& result, const Options& options, const Streams& streams,
                  const std::optional<RepairResult>& repair = {});

@@ -16,6 +16,10 @@ using Json = nlohmann::json;
 
 std::string member(const Json& finding, const char* name) { return textIn(finding.at(name)); }
 
+// An older result of one user's scan does not say whose a finding is: it is meant for whoever is
+// the current one.
+constexpr const char* unsaid = "unsaid";
+
 // An older result does not say it, so nobody has reviewed the row as unsure.
 Confidence confidenceIn(const Json& finding) {
   return finding.contains("confidence") ? confidenceOfCode(member(finding, "confidence")).value()
@@ -31,8 +35,7 @@ FindingResult findingOf(const Json& finding) {
           .iconKey = {},
           .isChecked = finding.value("checked", true),
           .evidence = {.confidence = confidenceIn(finding), .reasons = {}, .tested = {}},
-          .user = {},
-          .sid = finding.contains("sid") ? member(finding, "sid") : ""};
+          .sid = finding.contains("sid") ? member(finding, "sid") : unsaid};
 }
 
 auto identityOf(const FindingResult& finding) {
@@ -63,17 +66,23 @@ std::vector<FindingResult> reviewedFindings(std::string_view json, const std::st
 }
 
 ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed,
-                          const std::optional<ComputerUser>& user) {
+                          const std::vector<ComputerUser>& users) {
   // Of equal findings the first listed is the first row.
   std::multimap<decltype(identityOf(reviewed.front())), Confidence> wanted;
   for (const FindingResult& finding : reviewed) {
     wanted.emplace(identityOf(finding), finding.evidence.confidence);
   }
   ReviewedRows result;
-  const auto found = findingsOf(form, user);
+  auto found = findingsOf(form, users);
   for (std::size_t row = 1; row <= found.size(); ++row) {
-    const auto entry = wanted.lower_bound(identityOf(found[row - 1]));
-    if (entry == wanted.end() || entry->first != identityOf(found[row - 1])) {
+    FindingResult& finding = found[row - 1];
+    auto entry = wanted.find(identityOf(finding));
+    // Several users are scanned by results that say whose a finding is.
+    if (entry == wanted.end() && (!form.userScope || finding.sid.empty())) {
+      finding.sid = unsaid;
+      entry = wanted.find(identityOf(finding));
+    }
+    if (entry == wanted.end()) {
       continue;
     }
     result.rows.insert(row);

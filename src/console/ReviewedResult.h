@@ -2,7 +2,6 @@
 #ifndef ZELVREG_CONSOLE_REVIEWED_RESULT_H
 #define ZELVREG_CONSOLE_REVIEWED_RESULT_H
 
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -21,9 +20,9 @@ struct ReviewedRows {
   std::set<std::size_t> rows;
   std::set<std::size_t> reviewedAsUnsure;  // those that the result called unsure already
 };
-// `user` is the current one if users are told apart: then a finding is meant for its user alone.
+// `users` are the computer's, the current one first: a finding is meant for its user alone.
 ReviewedRows reviewedRows(const Form42& form, const std::vector<FindingResult>& reviewed,
-                          const std::optional<ComputerUser>& user = {});
+                          const std::vector<ComputerUser>& users = {});
 
 }  // namespace zelvreg::console
 

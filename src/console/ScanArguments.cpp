@@ -43,8 +43,14 @@ void ScanArguments::addTo(CLI::App& scan, Options& options) {
       ->group("Which categories");
   auto* json =
       scan.add_flag("--json", isJson, "print one JSON object, in UTF-8")->group(outputGroup);
+  auto* lines =
+      scan.add_flag("--jsonl", isJsonLines,
+                    "print JSON lines: one object for the scan, then one for each finding")
+          ->excludes(json)
+          ->group(outputGroup);
   scan.add_flag("--csv", isCsv, "print the findings as CSV, in UTF-8")
       ->excludes(json)
+      ->excludes(lines)
       ->group(outputGroup);
   auto* report =
       scan.add_option("--report", options.reportFile, "also write the text report to this file")
@@ -58,6 +64,7 @@ void ScanArguments::addTo(CLI::App& scan, Options& options) {
   scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found")
       ->group(outputGroup);
   time.addTo(scan);
+  NowArgument::addTo(scan, options.now);
 }
 
 void ScanArguments::applyTo(Options& options, bool isOnlyGiven) const {
@@ -65,6 +72,8 @@ void ScanArguments::applyTo(Options& options, bool isOnlyGiven) const {
   options.rows = isOnlyGiven ? rowsNamed(only) : allRows();
   if (isJson) {
     options.format = Format::Json;
+  } else if (isJsonLines) {
+    options.format = Format::JsonLines;
   } else if (isCsv) {
     options.format = Format::Csv;
   }

@@ -13,6 +13,7 @@ namespace zelvreg::console {
 struct ScanArguments {
   std::string only;
   bool isJson = false;
+  bool isJsonLines = false;
   bool isCsv = false;
   TimeArguments time;
 

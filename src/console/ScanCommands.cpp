@@ -25,14 +25,17 @@ int scan(const Options& options, Computer& computer, const Streams& streams) {
   UserTurns turns(options, computer, streams);
   const bool isComplete =
       turns.scan(options.target.everyUser ? computer.users() : std::vector<ComputerUser>());
-  const ScanResult result = turns.result();
+  // Both are told below the result, where they are seen.
+  const std::string stopped =
+      std::string("the scan was ") + howGivenUp() + "; what was found so far is listed";
+  const auto damage = computer.damage();
+  const ScanResult result =
+      turns.resultToPrint(isComplete ? damage : std::vector<std::string>{stopped});
   printResult(result, options, streams);
   turns.writeReport();
   if (!isComplete) {
-    throw std::runtime_error(std::string("the scan was ") + howGivenUp() +
-                             "; what was found so far is listed");
+    throw std::runtime_error(stopped);
   }
-  const auto damage = computer.damage();
   tell(damage, streams);
   return damage.empty() && !turns.isAnybodyLeftOut() ? statusFor(result, options) : failed;
 }

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "console/JsonText.h"
+#include "evidence/FindingOwner.h"
+#include "evidence/KindLooks.h"
 #include "evidence/Reasons.h"
 #include "evidence/RowEvidence.h"
 #include "form/Form42.h"
@@ -23,10 +24,13 @@ CategoryResult categoryOf(const Form42& form, std::size_t row) {
           .status = form.View1.text(row, statusColumn)};
 }
 
-FindingResult findingOf(const Form42& form, std::size_t row,
-                        const std::optional<ComputerUser>& user) {
+std::string_view categoryKeyOf(const Form42& form, std::size_t row) {
+  const KindRule* rule = kindRule(form, row);
+  return rule == nullptr ? std::string_view() : categoryAt(rule->category).valueName;
+}
+
+FindingResult findingOf(const Form42& form, std::size_t row) {
   const auto cell = [&](std::size_t column) { return form.View2.text(row, column); };
-  const Evidence& evidence = evidenceAt(form, row);
   return {.location = cell(locationColumn),
           .badValue = cell(badValueColumn),
           .kindCode = cell(kindCodeColumn),
@@ -34,9 +38,24 @@ FindingResult findingOf(const Form42& form, std::size_t row,
           .subKey = cell(subKeyColumn),
           .iconKey = form.View2.smallIcon(row),
           .isChecked = form.View2.isChecked(row),
-          .evidence = evidence,
-          .user = user && evidence.isUsers ? user->name : "",
-          .sid = user && evidence.isUsers ? user->sid : ""};
+          .evidence = evidenceAt(form, row),
+          .category = std::string(categoryKeyOf(form, row))};
+}
+
+// The key of whose finding each row is. The first of the users is the current one, but where they
+// are scanned one after the other.
+std::vector<std::string> ownerKeys(const Form42& form, const std::vector<ComputerUser>& users) {
+  std::vector<std::string> keys;
+  if (form.userScope) {
+    for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+      keys.push_back(evidenceAt(form, row).isUsers ? form.userScope->currentUser : std::string());
+    }
+    return keys;
+  }
+  for (const ComputerUser& user : users) {
+    keys.push_back(user.key);
+  }
+  return ownersOfRows(form, keys.front(), keys);
 }
 
 // A spreadsheet runs what begins like a formula. An apostrophe before it makes it text.
@@ -82,137 +101,37 @@ std::string csvField(const std::string& exactText) {
   return quoted + "\"";
 }
 
-using Json = nlohmann::ordered_json;
-
-Json listOf(const TestedPlaces& places) {
-  Json list = Json::array();
-  for (const std::string& place : places) {
-    list.push_back(place);
-  }
-  return list;
-}
-
-Json codesOf(const ReasonList& reasons) {
-  Json codes = Json::array();
-  for (const Reason reason : reasons) {
-    codes.push_back(ruleOf(reason).code);
-  }
-  return codes;
-}
-
-Json listOf(const ScanResult& result) {
-  Json list = Json::array();
-  for (const FindingResult& finding : result.findings) {
-    list.push_back({{"location", finding.location},
-                    {"badValue", finding.badValue},
-                    {"kindCode", finding.kindCode},
-                    {"rootName", finding.rootName},
-                    {"subKey", finding.subKey},
-                    {"iconKey", finding.iconKey},
-                    {"checked", finding.isChecked},
-                    {"confidence", codeOf(finding.evidence.confidence)},
-                    {"reasons", codesOf(finding.evidence.reasons)},
-                    {"tested", listOf(finding.evidence.tested)}});
-    if (result.tellsUsers) {
-      list.back()["user"] = finding.user;
-      list.back()["sid"] = finding.sid;
-    }
-  }
-  return list;
-}
-
-// How many findings have each confidence.
-Json countsOf(const std::vector<FindingResult>& findings) {
-  Json counts;
-  for (const Confidence confidence : {Confidence::Sure, Confidence::Likely, Confidence::Unsure}) {
-    counts[codeOf(confidence)] = std::ranges::count(
-        findings, confidence,
-        [](const FindingResult& finding) { return finding.evidence.confidence; });
-  }
-  return counts;
-}
-
-Json listOf(const std::vector<HiveResult>& hives) {
-  Json list = Json::array();
-  for (const HiveResult& hive : hives) {
-    list.push_back({{"file", hive.file},
-                    {"state", hive.state},
-                    {"entries", hive.entries},
-                    {"pages", hive.pages},
-                    {"why", hive.why}});
-  }
-  return list;
-}
-
-// What a scan and a search have in common.
-void addFindings(Json& object, const ScanResult& result) {
-  object["findings"] = listOf(result);
-  object["total"] = result.findings.size();
-  object["confidence"] = countsOf(result.findings);
-  object["implausible"] = result.implausible;
-  object["hives"] = listOf(result.hives);
-}
-
-void addRepair(Json& object, const RepairResult& repair) {
-  Json refused = Json::array();
-  for (const auto& [place, reason] : repair.refused) {
-    refused.push_back({{"place", place}, {"reason", reason}});
-  }
-  if (repair.isRehearsal) {
-    object["dryRun"] = {
-        {"rows", repair.repaired}, {"takes", repair.takings}, {"leavesAlone", std::move(refused)}};
-    return;
-  }
-  object["repaired"] = repair.repaired;
-  object["outcome"] = {
-      {"gone", repair.gone}, {"leftAlone", repair.leftAlone}, {"noEffect", repair.noEffect}};
-  object["leftAlone"] = std::move(refused);
-}
-
 }  // namespace
 
-std::vector<FindingResult> findingsOf(const Form42& form, const std::optional<ComputerUser>& user) {
+std::vector<FindingResult> findingsOf(const Form42& form, const std::vector<ComputerUser>& users) {
   std::vector<FindingResult> findings;
   for (std::size_t row = 1; row <= form.View2.count(); ++row) {
-    findings.push_back(findingOf(form, row, user));
+    findings.push_back(findingOf(form, row));
+  }
+  if (users.empty()) {
+    return findings;
+  }
+  const std::vector<std::string> keys = ownerKeys(form, users);
+  for (std::size_t index = 0; index < findings.size(); ++index) {
+    const auto owner = std::ranges::find(users, keys[index], &ComputerUser::key);
+    if (owner != users.end()) {
+      findings[index].user = owner->name;
+      findings[index].sid = owner->sid;
+    }
   }
   return findings;
 }
 
 ScanResult scanResultOf(const Form42& form, const Computer& computer,
-                        const std::optional<ComputerUser>& user) {
+                        const std::vector<ComputerUser>& users) {
   ScanResult result;
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     result.categories.push_back(categoryOf(form, row));
   }
-  result.findings = findingsOf(form, user);
+  result.findings = findingsOf(form, users);
   result.implausible = form.implausible;
   result.hives = computer.hives();
   return result;
-}
-
-std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair) {
-  Json categoryList = Json::array();
-  for (const CategoryResult& category : result.categories) {
-    categoryList.push_back({{"row", category.row},
-                            {"key", category.key},
-                            {"name", category.name},
-                            {"checked", category.isChecked},
-                            {"problems", category.problems},
-                            {"status", category.status}});
-  }
-  Json object = {{"categories", std::move(categoryList)}};
-  addFindings(object, result);
-  if (repair) {
-    addRepair(object, *repair);
-  }
-  return textOfJson(std::move(object));
-}
-
-std::string searchJsonText(const ScanResult& result) {
-  Json object;
-  addFindings(object, result);
-  return textOfJson(std::move(object));
 }
 
 std::string csvText(const ScanResult& result) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "console/Computer.h"
+#include "console/ResultFacts.h"
 #include "console/Table.h"
 #include "form/Evidence.h"
 
@@ -37,7 +38,8 @@ struct FindingResult {
   std::string iconKey;
   bool isChecked = false;
   Evidence evidence;
-  // Whose it is, where several users are told apart; empty for what is the computer's.
+  std::string category{};  // its key; empty for what a search has found
+  // Whose it is, where that is told; empty for what is the computer's.
   std::string user{};
   std::string sid{};
 };
@@ -47,14 +49,15 @@ struct ScanResult {
   std::vector<FindingResult> findings;
   std::vector<std::string> implausible;  // why much of it is, one line each
   std::vector<HiveResult> hives;
-  bool tellsUsers = false;  // findings say whose they are
+  bool tellsUsers = false;  // several users were scanned, so tables of findings say whose they are
+  ResultFacts facts{};
 };
 
-// `user` is the current one if users are told apart.
+// With the computer's users, the current one first, findings say whose they are.
 std::vector<FindingResult> findingsOf(const Form42& form,
-                                      const std::optional<ComputerUser>& user = {});
+                                      const std::vector<ComputerUser>& users = {});
 ScanResult scanResultOf(const Form42& form, const Computer& computer,
-                        const std::optional<ComputerUser>& user = {});
+                        const std::vector<ComputerUser>& users = {});
 
 // The outcome of a repair, or of its rehearsal.
 struct RepairResult {
@@ -69,11 +72,14 @@ struct RepairResult {
   std::vector<std::pair<std::string, std::string>> refused;
 };
 
-// One JSON object, with what came of a repair where there was one; the findings as CSV with a line
-// of headings, with an apostrophe before texts that a spreadsheet would run; tables for a reader.
-// Whose a finding is, is told only if the result says it. `layout` is the place of the
-// tables.
+// One JSON object by docs/schema/result-1.json, with what came of a repair where there was one. The
+// same as lines: the object without its findings, with "stream": true, then a line for each
+// finding.
 std::string jsonText(const ScanResult& result, const std::optional<RepairResult>& repair = {});
+std::string jsonLines(const ScanResult& result, const std::optional<RepairResult>& repair = {});
+
+// The findings as CSV with a line of headings, with an apostrophe before texts that a spreadsheet
+// would run; tables for a reader. `layout` is the place of the tables.
 std::string csvText(const ScanResult& result);
 std::string tableText(const ScanResult& result, const TableLayout& layout);
 // The lines below the table of what a repair has left.

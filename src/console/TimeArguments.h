@@ -1,10 +1,11 @@
-// The option that limits how long a command may take.
+// The options that limit how long a command may take, and that say what time it tells.
 #ifndef ZELVREG_CONSOLE_TIME_ARGUMENTS_H
 #define ZELVREG_CONSOLE_TIME_ARGUMENTS_H
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
+#include <string>
 
 #include "console/CommandLine.h"
 
@@ -34,6 +35,15 @@ struct TimeArguments {
   }
 
   CLI::Option* option = nullptr;
+};
+
+// The time in UTC, as results tell it: "2026-11-23T06:53:29Z".
+std::string utcNow();
+
+// With it the same input gives the same bytes.
+struct NowArgument {
+  // `now` outlives the parsing. Parsing throws UsageError for a text that is no such time.
+  static void addTo(CLI::App& command, std::string& now);
 };
 
 }  // namespace zelvreg::console

@@ -1,11 +1,13 @@
 #include "console/UserTurns.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 #include "console/DisplayText.h"
 #include "console/FormUse.h"
 #include "console/ResultOutput.h"
+#include "console/TimeArguments.h"
 #include "form/Form42.h"
 #include "roots/Roots.h"
 #include "text/Numbers.h"
@@ -36,7 +38,10 @@ void addCounts(std::vector<CategoryResult>& sums, const std::vector<CategoryResu
 
 UserTurns::UserTurns(const Options& optionsInUse, Computer& computerInUse,
                      const Streams& streamsInUse)
-    : options(optionsInUse), computer(computerInUse), streams(streamsInUse) {}
+    : options(optionsInUse),
+      computer(computerInUse),
+      streams(streamsInUse),
+      started(options.now.empty() ? utcNow() : options.now) {}
 
 UserTurns::~UserTurns() = default;
 
@@ -120,9 +125,38 @@ bool UserTurns::take(const UserTurn& turn, UserWork work) {
 }
 
 ScanResult UserTurns::result() const {
+  return together(options.target.everyUser ? computer.users() : std::vector<ComputerUser>());
+}
+
+ScanResult UserTurns::resultToPrint(const std::vector<std::string>& gaps) const {
+  if (!tellsFacts(options)) {
+    return result();
+  }
+  const std::vector<ComputerUser> everyone = computer.users();
+  ScanResult all = together(everyone);
+  ResultFacts& facts = all.facts;
+  facts.command = options.command == Command::Fix ? "fix" : "scan";
+  facts.computer = factsOfComputer();
+  for (const UserTurn& turn : turns) {
+    if (turn.user) {
+      facts.users.push_back(*turn.user);
+    } else if (!everyone.empty()) {
+      facts.users.push_back(everyone.front());
+    }
+  }
+  facts.warnings = *streams.told;
+  facts.warnings.insert(facts.warnings.end(), gaps.begin(), gaps.end());
+  facts.started = started;
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - startedAt;
+  facts.seconds = options.now.empty() ? std::round(taken.count() * 1000) / 1000 : 0;
+  facts.isComplete = gaps.empty() && !isIncomplete;
+  return all;
+}
+
+ScanResult UserTurns::together(const std::vector<ComputerUser>& everyone) const {
   ScanResult all;
   for (const UserTurn& turn : turns) {
-    ScanResult one = scanResultOf(*turn.form, computer, turn.user);
+    ScanResult one = scanResultOf(*turn.form, computer, everyone);
     all.tellsUsers = turn.user.has_value();
     if (all.categories.empty()) {
       all.categories = std::move(one.categories);

@@ -3,6 +3,7 @@
 #ifndef ZELVREG_CONSOLE_USER_TURNS_H
 #define ZELVREG_CONSOLE_USER_TURNS_H
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <set>
@@ -51,11 +52,15 @@ class UserTurns {
 
   // Of all turns together.
   [[nodiscard]] ScanResult result() const;
+  // The same with what the chosen format needs besides. `gaps` are lines that will be told of it
+  // afterwards: why part of it was not looked at.
+  [[nodiscard]] ScanResult resultToPrint(const std::vector<std::string>& gaps = {}) const;
   // Writes the text report if it was asked for.
   void writeReport() const;
 
  private:
   bool scanAs(const std::optional<ComputerUser>& user);
+  [[nodiscard]] ScanResult together(const std::vector<ComputerUser>& everyone) const;
   void leaveOut(const std::string& line);
 
   const Options& options;
@@ -65,6 +70,8 @@ class UserTurns {
   std::optional<Answer> answer;  // to the question before a repair, which is asked once
   std::set<std::string> told;    // why somebody was left out
   bool isIncomplete = false;
+  std::string started;  // in UTC
+  std::chrono::steady_clock::time_point startedAt = std::chrono::steady_clock::now();
 };
 
 // A place as a result for several users tells it: by the user's own key, since they all have a

@@ -14,22 +14,24 @@
 namespace zelvreg {
 namespace {
 
-enum class Owner : std::uint8_t { Computer, CurrentUser, OtherUser };
-
 class Owners {
  public:
-  explicit Owners(const Form42& formInUse) : form(formInUse), scope(*formInUse.userScope) {}
+  Owners(const Form42& formInUse, const std::string& current,
+         const std::vector<std::string>& others)
+      : form(formInUse), currentUser(current), otherUsers(others) {}
 
-  Owner of(std::size_t row) {
+  // The user's key; empty for the computer.
+  std::string of(std::size_t row) {
     const TruePlace place = placeOf(row);
     if (place.hive != HiveHandle::Users) {
-      return place.hive == HiveHandle::CurrentUser ? Owner::CurrentUser : Owner::Computer;
+      return place.hive == HiveHandle::CurrentUser ? currentUser : std::string();
     }
-    const auto isBelow = [&](const std::string& user) { return isOf(user, place.path); };
-    if (isBelow(scope.currentUser)) {
-      return Owner::CurrentUser;
+    if (isOf(currentUser, place.path)) {
+      return currentUser;
     }
-    return std::ranges::any_of(scope.otherUsers, isBelow) ? Owner::OtherUser : Owner::Computer;
+    const auto other = std::ranges::find_if(
+        otherUsers, [&](const std::string& user) { return isOf(user, place.path); });
+    return other == otherUsers.end() ? std::string() : *other;
   }
 
  private:
@@ -51,26 +53,38 @@ class Owners {
   }
 
   const Form42& form;
-  const UserScope& scope;
+  const std::string& currentUser;
+  const std::vector<std::string>& otherUsers;
   EntryReader entries;
 };
 
 }  // namespace
 
+std::vector<std::string> ownersOfRows(const Form42& form, const std::string& currentUser,
+                                      const std::vector<std::string>& otherUsers) {
+  Owners owners(form, currentUser, otherUsers);
+  std::vector<std::string> keys;
+  for (std::size_t row = 1; row <= form.View2.count(); ++row) {
+    keys.push_back(owners.of(row));
+  }
+  return keys;
+}
+
 std::vector<bool> keepRowsOfScope(Form42& form) {
-  Owners owners(form);
+  const UserScope& scope = *form.userScope;
+  Owners owners(form, scope.currentUser, scope.otherUsers);
   std::vector<bool> isUsers;
   // Of the categories that lose rows, and of all.
   std::set<std::size_t> losing;
   std::map<std::size_t, std::int64_t> kept;
   form.View2.removeWhere([&](std::size_t row) {
-    const Owner owner = owners.of(row);
-    const bool isKept =
-        owner == Owner::CurrentUser || (owner == Owner::Computer && form.userScope->listsComputers);
+    const std::string owner = owners.of(row);
+    const bool isCurrentUsers = owner == scope.currentUser;
+    const bool isKept = isCurrentUsers || (owner.empty() && scope.listsComputers);
     const KindRule* rule = kindRule(form, row);
     const std::size_t category = rule == nullptr ? 0 : rule->category;
     if (isKept) {
-      isUsers.push_back(owner == Owner::CurrentUser);
+      isUsers.push_back(isCurrentUsers);
       ++kept[category];
     } else if (category != 0) {
       losing.insert(category);

@@ -86,6 +86,31 @@ void putStands(Json& value) {
 
 constexpr std::string_view escapedStand = "\\u0000";
 
+// What follows a stand in JSON is its digits: with the backslash they are the escape.
+std::string withoutEscapedStands(std::string_view json) {
+  std::string result;
+  while (!json.empty()) {
+    if (json.starts_with(escapedStand)) {
+      result += "\\u";
+      json.remove_prefix(escapedStand.size());
+      continue;
+    }
+    const std::size_t size = json.front() == '\\' ? 2 : 1;
+    result += json.substr(0, size);
+    json.remove_prefix(size);
+  }
+  return result;
+}
+
+// `indent` as the library takes it.
+std::string dumped(Json object, int indent) {
+  if (isPlain(object)) {
+    return object.dump(indent) + "\n";
+  }
+  putStands(object);
+  return withoutEscapedStands(object.dump(indent) + "\n");
+}
+
 // The number of the escape that a text of JSON begins with, if it is one by number.
 std::optional<char32_t> escapeAt(std::string_view json) {
   return json.starts_with("\\u") ? numberAt(json.substr(2)) : std::nullopt;
@@ -98,27 +123,9 @@ bool isPair(std::string_view json, char32_t first) {
 
 }  // namespace
 
-std::string textOfJson(Json object) {
-  if (isPlain(object)) {
-    return object.dump(2) + "\n";
-  }
-  putStands(object);
-  const std::string json = object.dump(2) + "\n";
-  std::string result;
-  for (std::size_t at = 0; at < json.size();) {
-    const std::string_view rest = std::string_view(json).substr(at);
-    if (rest.starts_with(escapedStand)) {
-      // The digits after it are those of the escape.
-      result += "\\u";
-      at += escapedStand.size();
-    } else {
-      const std::size_t size = rest.front() == '\\' ? 2 : 1;
-      result += rest.substr(0, size);
-      at += size;
-    }
-  }
-  return result;
-}
+std::string textOfJson(Json object) { return dumped(std::move(object), 2); }
+
+std::string lineOfJson(Json object) { return dumped(std::move(object), -1); }
 
 nlohmann::json jsonOfText(std::string_view text) {
   std::string json;

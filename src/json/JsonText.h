@@ -11,6 +11,8 @@ namespace zelvreg::console {
 
 // The object as a text of indented lines. Bytes that are no character are replaced.
 std::string textOfJson(nlohmann::ordered_json object);
+// The same as one line.
+std::string lineOfJson(nlohmann::ordered_json object);
 
 // The object of a text. Read its strings with textIn. Throws nlohmann::json::exception if the text
 // is no JSON.

@@ -18,6 +18,7 @@ using EntryPointOf = const EntryPoint& (*)(const Form42& form);
 
 struct Category {
   std::string_view nameKey;     // language key of the name
+  std::string_view english;     // the name where no language file has one
   std::string_view textKey;     // language key of the description
   std::string_view icon;        // key in ImageList1
   std::string_view valueName;   // value of the tick under timer\reg

@@ -173,8 +173,10 @@ void changelangoru(Form42& form) {
 
 void createCategoryRows(Form42& form) {
   const LanguageFile language = languageInUse(form);
+  const bool isToTheLetter = form.safeguards == asDescribed();
   for (const Category& category : categories()) {
-    form.View1.add(language.value("Form42", category.nameKey));
+    const std::string name = language.value("Form42", category.nameKey);
+    form.View1.add(name.empty() && !isToTheLetter ? std::string(category.english) : name);
   }
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     form.View1.setSmallIcon(row, categoryAt(row).icon);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "console/DisplayText.h"
 #include "console/Progress.h"
@@ -20,7 +21,10 @@ ScanResult sample() {
             "Software",
             "a",
             true,
-            {Confidence::Likely, {Reason::Absent, Reason::BareName}, {"C:\\x", "D:\\x"}}}},
+            {Confidence::Likely, {Reason::Absent, Reason::BareName}, {"C:\\x", "D:\\x"}},
+            "font",
+            "Ann",
+            "S-1-5-21-1"}},
           {"half of it is gone"},
           {{"SYSTEM", "replayed", 2, 30, ""}}};
 }
@@ -32,11 +36,11 @@ TEST(JsonText, IsOneObjectWithTheFieldsInTheirOrder) {
   EXPECT_EQ(object["categories"][0].dump(),
             R"({"row":1,"key":"font","name":"Fonts","checked":true,"problems":"1",)"
             R"("status":"Finished"})");
-  EXPECT_EQ(
-      object["findings"][0].dump(),
-      R"({"location":"a,\"b\"","badValue":"C:\\x","kindCode":"1",)"
-      R"("rootName":"HKEY_LOCAL_MACHINE","subKey":"Software","iconKey":"a","checked":true,)"
-      R"("confidence":"likely","reasons":["absent","bare-name"],"tested":["C:\\x","D:\\x"]})");
+  EXPECT_EQ(object["findings"][0].dump(),
+            R"({"location":"a,\"b\"","badValue":"C:\\x","kindCode":"1",)"
+            R"("rootName":"HKEY_LOCAL_MACHINE","subKey":"Software","iconKey":"a","checked":true,)"
+            R"("confidence":"likely","reasons":["absent","bare-name"],"tested":["C:\\x","D:\\x"],)"
+            R"("category":"font","user":"Ann","sid":"S-1-5-21-1"})");
   EXPECT_EQ(object["confidence"].dump(), R"({"sure":0,"likely":1,"unsure":0})");
   EXPECT_EQ(object["implausible"].dump(), R"(["half of it is gone"])");
   EXPECT_EQ(object["hives"].dump(),
@@ -67,12 +71,42 @@ TEST(CsvText, QuotesFieldsThatNeedIt) {
             "likely,absent bare-name,C:\\x | D:\\x\n");
 }
 
-TEST(JsonText, OfASearchHasTheSameMembersWithoutTheCategories) {
+TEST(JsonText, OfASearchHasWhatItHasInCommonWithAScan) {
   const auto scanned = fixture::parsedJson(jsonText(sample()));
-  auto searched = fixture::parsedJson(searchJsonText(sample()));
-  EXPECT_FALSE(searched.contains("categories"));
-  searched["categories"] = scanned["categories"];
-  EXPECT_EQ(searched, scanned);
+  const auto searched = fixture::parsedJson(searchJsonText(sample()));
+  EXPECT_FALSE(searched.contains("categories") || searched.contains("schema"));
+  for (const char* member : {"total", "confidence", "implausible", "hives"}) {
+    EXPECT_EQ(searched[member], scanned[member]) << member;
+  }
+  EXPECT_EQ(searched["findings"][0]["badValue"], "C:\\x");
+  EXPECT_FALSE(searched["findings"][0].contains("category"));
+}
+
+TEST(JsonText, CountsWhatItLists) {
+  ScanResult result = sample();
+  result.findings.push_back(result.findings[0]);
+  result.findings.back().isChecked = false;
+  // A row that a scan has left without its fields.
+  result.findings.emplace_back();
+  result.facts.users = {{"Ann", "S-1-5-21-1", "key"}};
+  const auto object = fixture::parsedJson(jsonText(result));
+  EXPECT_EQ(object["counts"].dump(),
+            R"({"categories":{"font":2},"checked":1,"findings":3,"kinds":{"1":2}})");
+  EXPECT_EQ(object["users"][0].dump(), R"({"findings":2,"name":"Ann","sid":"S-1-5-21-1"})");
+}
+
+TEST(JsonLines, AreOneForTheScanAndOneForEachFinding) {
+  ScanResult result = sample();
+  result.findings[0].badValue = "line\nbreak \xED\xA0\x80";
+  std::istringstream lines(jsonLines(result));
+  std::string line;
+  ASSERT_TRUE(std::getline(lines, line));
+  const auto head = fixture::parsedJson(line);
+  EXPECT_EQ(head["stream"], true);
+  EXPECT_FALSE(head.contains("findings"));
+  ASSERT_TRUE(std::getline(lines, line));
+  EXPECT_NE(line.find(R"("badValue":"line\nbreak \ud800")"), std::string::npos) << line;
+  EXPECT_FALSE(std::getline(lines, line));
 }
 
 TEST(CsvText, WhatWasTestedIsOneFieldThatNoSpreadsheetRuns) {

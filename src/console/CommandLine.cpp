@@ -205,10 +205,12 @@ class Parser {
     target.applyTo(options.target);
     SafeguardArguments::applyTo(options);
     if (scan->parsed()) {
-      scanArguments.applyTo(options, scan->count("--only") > 0);
+      options.areRowsNamed = scan->count("--only") > 0;
+      scanArguments.applyTo(options, options.areRowsNamed);
     } else if (fix->parsed()) {
       options.command = Command::Fix;
-      fixScanArguments.applyTo(options, fix->count("--only") > 0);
+      options.areRowsNamed = fix->count("--only") > 0;
+      fixScanArguments.applyTo(options, options.areRowsNamed);
       fixArguments.applyTo(options, fix->count("--max") > 0);
     } else if (search->parsed()) {
       options.command = Command::Search;

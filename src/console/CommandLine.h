@@ -80,6 +80,7 @@ struct Options {
   Command command = Command::Scan;
   Target target;
   std::set<std::size_t> rows;  // category rows to scan, from 1
+  bool areRowsNamed = false;   // by --only; else they are all
   Format format = Format::Tables;
   bool isFull = false;  // tables show whole texts on a terminal too
   bool isQuiet = false;

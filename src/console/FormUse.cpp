@@ -1,5 +1,6 @@
 #include "console/FormUse.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -7,6 +8,8 @@
 #include "console/Progress.h"
 #include "console/Terminal.h"
 #include "form/Form42.h"
+#include "scan/CategoryTable.h"
+#include "scan/Policies.h"
 #include "scan/SafeguardSources.h"
 #include "shell/StartUp.h"
 
@@ -39,6 +42,25 @@ Answer answer(const UserMessage& message, const Options& options, const Streams&
   return !line.empty() && (line.front() == 'y' || line.front() == 'Y') ? Answer::Yes : Answer::No;
 }
 
+// What --only has named, and a policy does not.
+void refuseForbiddenRows(const Form42& form, const Options& options) {
+  const auto allowed = categoriesByPolicy(form);
+  if (!allowed || options.rows.empty()) {
+    return;
+  }
+  const auto forbidden = std::ranges::find_if(
+      options.rows, [&allowed](std::size_t row) { return !allowed->contains(row); });
+  if (options.areRowsNamed && forbidden != options.rows.end()) {
+    throw UsageError(policyRefusal("--only " + std::string(categoryAt(*forbidden).optionName),
+                                   "name only what it allows"));
+  }
+  if (allowed->empty()) {
+    throw UsageError(std::string("a policy of this computer (HKLM\\") + policyKey +
+                     ") allows no category; its value " + categoriesPolicy +
+                     " must name some, such as fonts,dlls");
+  }
+}
+
 }  // namespace
 
 void prepareForm(Form42& form, const Options& options, const Streams& streams) {
@@ -52,6 +74,7 @@ void prepareForm(Form42& form, const Options& options, const Streams& streams) {
   if (!contradiction.empty()) {
     throw UsageError(contradiction);
   }
+  refuseForbiddenRows(form, options);
   Form_Load(form);
 }
 
@@ -64,6 +87,8 @@ const char* howGivenUp() { return isStopRequested() ? "cancelled" : "ended by --
 
 bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    // Fewer than a policy allows may be asked for; the scan leaves out what it does not.
+    form.View1.setLocked(row, false);
     form.View1.setChecked(row, options.rows.contains(row));
   }
   bool isCancelled = false;

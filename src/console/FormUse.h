@@ -17,7 +17,7 @@ namespace zelvreg::console {
 
 // Sends messages to the error stream and questions to the terminal, and loads the form with the
 // safeguards that were chosen. `options` and `streams` must outlive the form. Throws UsageError if
-// a policy of the computer contradicts a choice.
+// a policy of the computer contradicts a choice, or allows nothing of what is to be scanned.
 void prepareForm(Form42& form, const Options& options, const Streams& streams);
 
 // Whether the user has interrupted the command, or its time is over.

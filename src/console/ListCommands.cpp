@@ -13,6 +13,7 @@
 #include "keys/AccountSids.h"
 #include "keys/RegistryImport.h"
 #include "runtime/Directory.h"
+#include "scan/Policies.h"
 #include "shell/Languages.h"
 #include "undo/UndoContent.h"
 #include "undo/UndoPage.h"
@@ -20,10 +21,20 @@
 namespace zelvreg::console {
 namespace {
 
-void printRows(const ListView& list, const char* heading, const Streams& streams) {
-  Table table({{"No.", true}, {heading, false, true}});
+// Who has set an exclusion is told where a policy has set one.
+void printExclusions(const ListView& list, const Streams& streams) {
+  bool tellsWho = false;
   for (std::size_t row = 1; row <= list.count(); ++row) {
-    table.addRow({std::to_string(row), list.text(row, 0)});
+    tellsWho = tellsWho || list.isLocked(row);
+  }
+  std::vector<TableColumn> columns{{"No.", true}, {"Exclusion", false, true}, {"Set by"}};
+  columns.resize(tellsWho ? 3 : 2);
+  Table table(columns);
+  for (std::size_t row = 1; row <= list.count(); ++row) {
+    std::vector<std::string> cells{std::to_string(row), list.text(row, 0),
+                                   list.isLocked(row) ? "a policy" : ""};
+    cells.resize(columns.size());
+    table.addRow(cells);
   }
   streams.out << table.text(streams.tables);
 }
@@ -72,6 +83,12 @@ void printUndo(const Form42& form, const Computer& computer, const Streams& stre
     table.addRow(cells);
   }
   streams.out << table.text(streams.tables);
+}
+
+void refuseAgainstPolicy(const Form42& form, bool writesJournals) {
+  if (undoByPolicy(form).value_or(writesJournals) != writesJournals) {
+    throw UsageError(policyRefusal(writesJournals ? "undo on" : "undo off", "leave it as it is"));
+  }
 }
 
 // Makes the user the current one whose keys a repair has taken. False if that is somebody else who
@@ -187,6 +204,7 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
       break;
     case Command::UndoOn:
     case Command::UndoOff:
+      refuseAgainstPolicy(form, options.command == Command::UndoOn);
       form.Check1.value = options.command == Command::UndoOn;
       form.Check1.click();
       break;
@@ -209,12 +227,16 @@ int workOnExclusions(const Options& options, Computer& computer, const Streams& 
       break;
     case Command::RemoveExclusion:
       requireRow(form.View4, options.entry, "exclusions");
+      if (form.View4.isLocked(options.entry)) {
+        throw UsageError(
+            policyRefusal("exclude remove " + std::to_string(options.entry), "leave it"));
+      }
       if (!removeExclusion(form, options.entry)) {
         return nothingFound;
       }
       break;
     default:
-      printRows(form.View4, "Exclusion", streams);
+      printExclusions(form.View4, streams);
       return nothingFound;
   }
   saveAndTell(computer, streams);

@@ -24,12 +24,8 @@ std::set<std::size_t> allRows() {
 }
 
 std::size_t rowNamed(std::string_view name) {
-  const std::string wanted = lowerCase(trim(name));
-  for (std::size_t row = 1; row <= categories().size(); ++row) {
-    const Category& category = categoryAt(row);
-    if (wanted == category.valueName || wanted == category.optionName) {
-      return row;
-    }
+  if (const auto row = categoryNamed(name)) {
+    return *row;
   }
   throw UsageError("\"" + std::string(trim(name)) +
                    "\" is not a category; choose from: " + categoryNames());

@@ -79,7 +79,7 @@ void ListViewPeer::drawRow(const controls::PaintBuffer& buffer, std::size_t row)
                    .length = length,
                    .isOn = list.isChecked(row),
                    .isRound = false,
-                   .isEnabled = true},
+                   .isEnabled = !list.isLocked(row)},
                   desk().colors);
   }
   const auto drawIcon = [&](const std::string& key, int left) {

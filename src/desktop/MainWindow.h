@@ -90,6 +90,9 @@ class MainWindow : private ControlPeer, private ScanSigns {
   void addToolbar();
   void addLists();
   void addOptions();
+  std::unique_ptr<CheckPeer> policyBox(CheckBox& box, HWND parent);
+  [[nodiscard]] std::function<std::string(std::size_t row)> lockedRowTip(
+      const ListView& list) const;
   enum class Translated : std::uint8_t { No, Yes };
   void addCombo(ComboBox& box, HWND parent, TextKey name, Translated translates);
   void addSearchControls();

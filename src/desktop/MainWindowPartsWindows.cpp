@@ -207,6 +207,9 @@ void MainWindow::addLists() {
       peer->shownAs = [this](std::size_t column, const std::string& cell) {
         return column == statusColumn ? translated(form, cell) : cell;
       };
+      peer->tipOf = lockedRowTip(list);
+    } else if (&list == &form.View4) {
+      peer->tipOf = lockedRowTip(list);
     } else if (&list == &form.View2) {
       peer->onMenu = [this](POINT onScreen) { openMenu(onScreen); };
       peer->onRows = [this] {
@@ -236,21 +239,35 @@ void MainWindow::addLists() {
 }
 
 void MainWindow::addOptions() {
-  auto ofScan =
-      std::make_unique<CheckPeer>(desk, parentOf(&form.Frame1), form.CarefulBox, Tone::Ground);
+  auto ofScan = policyBox(form.CarefulBox, parentOf(&form.Frame1));
   ofScan->onText = [this] { arrangeLater(); };
   ofScan->onValue = [this] { form.Image14.visible = form.CarefulBox.value; };
   careful = ofScan.get();
   others.push_back(std::move(ofScan));
   HWND page = parentOf(&form.Frame3);
-  others.push_back(std::make_unique<CheckPeer>(desk, page, form.Check1, Tone::Ground));
+  others.push_back(policyBox(form.Check1, page));
   auto ofToolbar = std::make_unique<CheckPeer>(desk, page, form.ToolbarBox, Tone::Ground);
   ofToolbar->onValue = [this] { arrangeLater(); };
   others.push_back(std::move(ofToolbar));
   addCombo(form.cboTheme, page, "name-theme", Translated::Yes);
   for (CheckBox& box : form.SafeguardBoxes) {
-    others.push_back(std::make_unique<CheckPeer>(desk, page, box, Tone::Ground));
+    others.push_back(policyBox(box, page));
   }
+}
+
+// A box that a policy may decide.
+std::unique_ptr<CheckPeer> MainWindow::policyBox(CheckBox& box, HWND parent) {
+  auto peer = std::make_unique<CheckPeer>(desk, parent, box, Tone::Ground);
+  peer->descriptionOf = [this, &box] {
+    return box.isLocked ? textOf(form, "set-by-policy") : std::string();
+  };
+  return peer;
+}
+
+std::function<std::string(std::size_t row)> MainWindow::lockedRowTip(const ListView& list) const {
+  return [this, &list](std::size_t row) {
+    return list.isLocked(row) ? textOf(form, "set-by-policy") + "." : std::string();
+  };
 }
 
 void MainWindow::addCombo(ComboBox& box, HWND parent, TextKey name, Translated translates) {

@@ -58,7 +58,7 @@ AccessibleFacts CheckPeer::facts() const {
           .states = isOn() ? STATE_SYSTEM_CHECKED : 0,
           .name = plain(caption()),
           .value = {},
-          .description = {}};
+          .description = descriptionOf ? descriptionOf() : std::string()};
 }
 
 AccessibleFacts EditPeer::facts() const {
@@ -129,6 +129,7 @@ std::optional<AccessibleFacts> ListViewPeer::factsOfRow(std::size_t shownRow) co
       .role = ROLE_SYSTEM_LISTITEM,
       .states = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE |
                 (list.isSelected(row) ? STATE_SYSTEM_SELECTED : 0) |
+                (list.isLocked(row) ? STATE_SYSTEM_READONLY : 0) |
                 (options.hasChecks && list.isChecked(row) ? STATE_SYSTEM_CHECKED : 0),
       .name = cellText(row, 0),
       .value = {},

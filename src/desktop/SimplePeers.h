@@ -130,6 +130,8 @@ class CheckPeer : public Peer {
   // Called after a change of the caption and of the value; each may be empty.
   std::function<void()> onText;
   std::function<void()> onValue;
+  // What a screen reader reads behind the name; may be empty.
+  std::function<std::string()> descriptionOf;
 
  protected:
   void showText() override;

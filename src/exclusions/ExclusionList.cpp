@@ -9,6 +9,7 @@
 #include "form/Form42.h"
 #include "languages/Texts.h"
 #include "scan/Findings.h"
+#include "scan/Policies.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
@@ -84,7 +85,8 @@ std::vector<bool> judgedRows(Form42& form, const Entries& entries, Queue queue) 
 }
 
 void removeHighlighted(ListView& list) {
-  list.removeWhere([&list](std::size_t row) { return list.isSelected(row); });
+  list.removeWhere(
+      [&list](std::size_t row) { return list.isSelected(row) && !list.isLocked(row); });
 }
 
 void openDialog(Form42& form, const std::string& entry, const std::string& row) {
@@ -101,7 +103,7 @@ std::vector<std::string> linesOf(const Form42& form, bool skipsBlank) {
   std::vector<std::string> lines;
   for (std::size_t row = 1; row <= form.View4.count(); ++row) {
     const std::string& entry = form.View4.text(row, 0);
-    if (!skipsBlank || !trim(entry).empty()) {
+    if (!form.View4.isLocked(row) && (!skipsBlank || !trim(entry).empty())) {
       lines.push_back(entry);
     }
   }
@@ -114,6 +116,9 @@ void loadExclusions(Form42& form) {
   form.View4.clear();
   for (const std::string& entry : readExclusions(form)) {
     form.View4.add(entry);
+  }
+  for (const std::string& entry : exclusionsByPolicy(form)) {
+    form.View4.setLocked(form.View4.add(entry), true);
   }
 }
 
@@ -158,8 +163,8 @@ void chameleonButton6_Click(Form42& form) {
 
 void View4_ItemClick(Form42& form, std::size_t row) {
   form.Text3.setText(decimal(static_cast<std::int64_t>(row)));
-  form.chameleonButton6.enabled = true;
-  form.chameleonButton8.enabled = true;
+  form.chameleonButton6.enabled = !form.View4.isLocked(row);
+  form.chameleonButton8.enabled = !form.View4.isLocked(row);
 }
 
 void chameleonButton9_Click(Form42& form) {

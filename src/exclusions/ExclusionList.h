@@ -8,7 +8,8 @@ namespace zelvreg {
 
 struct Form42;
 
-// Fills View4 from the file.
+// Fills View4 from the file, and below that from the policies, whose rows are locked: they are
+// neither edited nor removed nor written to the file.
 void loadExclusions(Form42& form);
 
 // Fills View4 and removes every result whose full key begins with an entry. Wildcards work within

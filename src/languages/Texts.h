@@ -81,6 +81,7 @@ inline constexpr std::array texts{
     Text{"exclusion-not-written",
          "Nothing was excluded: the file %1 could not be written. See that the program's folder "
          "can be written."},
+    Text{"set-by-policy", "Set by your administrator"},
     Text{"no-entry", "No Entry Selected"},
     Text{"choose-entry", "Please Select entry from the list to show details"},
     Text{"entry-details",

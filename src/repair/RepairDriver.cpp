@@ -11,6 +11,7 @@
 #include "repair/SafetyExport.h"
 #include "scan/Findings.h"
 #include "scan/OutcomeLine.h"
+#include "scan/Policies.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 
@@ -59,7 +60,8 @@ bool isExportKept(Form42& form) {
 
 // If undo information was asked for and cannot be written, nothing is repaired.
 bool isUndoKept(Form42& form) {
-  if (leadingNumber(readSetting(settings::regscan, "saveundo")) != 1) {
+  const bool isWanted = leadingNumber(readSetting(settings::regscan, undoPolicy)) == 1;
+  if (!undoByPolicy(form).value_or(isWanted)) {
     return true;
   }
   form.isJournalKept = true;

@@ -1,6 +1,9 @@
 #include "scan/CategoryTable.h"
 
+#include <algorithm>
+
 #include "form/Form42.h"
+#include "text/Text.h"
 
 namespace zelvreg {
 namespace {
@@ -104,5 +107,14 @@ constexpr std::array<Category, 16> table{{
 std::span<const Category, 16> categories() { return table; }
 
 const Category& categoryAt(std::size_t row) { return table[row - 1]; }
+
+std::optional<std::size_t> categoryNamed(std::string_view name) {
+  const std::string wanted = lowerCase(trim(name));
+  const auto* found = std::ranges::find_if(table, [&wanted](const Category& category) {
+    return wanted == category.valueName || wanted == category.optionName;
+  });
+  return found == table.end() ? std::nullopt
+                              : std::optional<std::size_t>(found - table.begin() + 1);
+}
 
 }  // namespace zelvreg

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -30,6 +31,8 @@ struct Category {
 // Row n is the element n - 1.
 std::span<const Category, 16> categories();
 const Category& categoryAt(std::size_t row);
+// The row that a name means, in any case: that of its tick, or its word of the command line.
+std::optional<std::size_t> categoryNamed(std::string_view name);
 
 // The columns of View1.
 inline constexpr std::size_t descriptionColumn = 1;

@@ -1,40 +1,14 @@
 #include "scan/SafeguardSources.h"
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 
 #include "form/Form42.h"
-#include "keys/OpenKey.h"
+#include "scan/Policies.h"
 #include "scan/Settings.h"
-#include "text/Numbers.h"
-#include "text/Text.h"
-#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
-
-// A policy may be a text or a number. std::nullopt without one, and on an offline disk.
-std::optional<std::string> policyText(const Form42& form, const char* name) {
-  if (!form.obeysComputer) {
-    return std::nullopt;
-  }
-  const OpenKey key(HiveHandle::LocalMachine, policyKey, KEY_QUERY_VALUE | KEY_WOW64_64KEY);
-  std::array<char16_t, 64> data{};
-  DWORD size = sizeof data;
-  DWORD type = REG_NONE;
-  if (!key.isOpen() ||
-      RegQueryValueExW(key.handle(), Wide(name).get(), nullptr, &type,
-                       reinterpret_cast<BYTE*>(data.data()), &size) != ERROR_SUCCESS) {
-    return std::nullopt;
-  }
-  if (type == REG_DWORD) {
-    DWORD number = 0;
-    std::memcpy(&number, data.data(), sizeof(number));
-    return decimal(number);
-  }
-  return utf8(untilNul(std::u16string_view(data.data(), size / sizeof(char16_t))));
-}
 
 std::string settingText(const Form42& form, const char* name) {
   return form.obeysComputer ? readSetting(settings::regscan, name) : std::string();
@@ -106,8 +80,7 @@ void decideSafeguards(Form42& form) { form.safeguards = safeguardsNow(form); }
 std::string contradictionOf(const Form42& form) {
   for (const SafeguardChoice& choice : form.safeguardChoices) {
     if (isForbidden(form, choice)) {
-      return std::string(choice.option) + " contradicts a policy of this computer (HKLM\\" +
-             policyKey + "); leave out the option, or change the policy";
+      return policyRefusal(choice.option, "leave out the option");
     }
   }
   return {};

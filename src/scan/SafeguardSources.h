@@ -49,9 +49,6 @@ inline constexpr const char* letterSetting = "letter";
 inline constexpr const char* letterText = "1";
 inline constexpr const char* letterOption = "--as-described";
 
-// Below HKEY_LOCAL_MACHINE, in the 64-bit view.
-inline constexpr const char* policyKey = "Software\\Policies\\zelvane\\zelvreg";
-
 // The value of a safeguard that is lifted.
 constexpr bool liftedValue(const SafeguardRule& rule) { return asDescribed().*rule.safeguard; }
 

@@ -10,6 +10,7 @@
 #include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scan/Policies.h"
 #include "scan/Resolver.h"
 #include "scan/ScanPanel.h"
 #include "scan/Settings.h"
@@ -48,6 +49,18 @@ void resetRows(Form42& form) {
   for (std::size_t row = 1; row <= form.View1.count(); ++row) {
     form.messages.doEvents();
     form.View1.setText(row, problemsColumn, "");
+  }
+}
+
+// A policy that has come since the program started, and ticks that a caller has set.
+void untickForbiddenRows(Form42& form) {
+  const auto allowed = categoriesByPolicy(form);
+  for (std::size_t row = 1; allowed && row <= form.View1.count(); ++row) {
+    if (!allowed->contains(row)) {
+      form.View1.setLocked(row, false);
+      form.View1.setChecked(row, false);
+    }
+    form.View1.setLocked(row, true);
   }
 }
 
@@ -128,6 +141,7 @@ void endScan(Form42& form) {
 
 void runScan(Form42& form) {
   form.decideSafeguards.run();
+  untickForbiddenRows(form);
   openScanPanel(form);
   const std::string stateBefore = form.Text2.text();
   // From here on a click on Cancel counts, also one before the first row.
@@ -145,8 +159,10 @@ void runScan(Form42& form) {
 
 void saveSelection(const Form42& form) {
   for (std::size_t row = 1; row <= categories().size(); ++row) {
-    keepSetting(settings::selection, std::string(categoryAt(row).valueName),
-                form.View1.isChecked(row) ? "1" : "0");
+    if (!form.View1.isLocked(row)) {
+      keepSetting(settings::selection, std::string(categoryAt(row).valueName),
+                  form.View1.isChecked(row) ? "1" : "0");
+    }
   }
 }
 
@@ -159,7 +175,21 @@ void restoreSelection(Form42& form) {
   const bool isFirstStart = form.safeguards != asDescribed() && form.commandText.empty() &&
                             std::ranges::all_of(stored, &std::string::empty);
   for (std::size_t row = 1; row <= stored.size(); ++row) {
+    // A policy that is gone has left its locks.
+    form.View1.setLocked(row, false);
     form.View1.setChecked(row, isFirstStart || leadingNumber(stored[row - 1]) == 1);
+  }
+  applyCategoryPolicy(form);
+}
+
+void applyCategoryPolicy(Form42& form) {
+  const auto decided = categoriesByPolicy(form);
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.View1.setLocked(row, false);
+    if (decided) {
+      form.View1.setChecked(row, decided->contains(row));
+      form.View1.setLocked(row, true);
+    }
   }
 }
 

@@ -11,12 +11,15 @@ struct Form42;
 // Cancel.
 void runScan(Form42& form);
 
-// Stores the ticks of the rows for the next start.
+// Stores the ticks of the rows for the next start, but for those that a policy has decided.
 void saveSelection(const Form42& form);
 
 // Restores the ticks. A row without a stored tick is not ticked; but when none was ever stored, a
-// user who starts the program finds all of them ticked. To the letter none is.
+// user who starts the program finds all of them ticked. To the letter none is. A policy wins.
 void restoreSelection(Form42& form);
+
+// If a policy names the categories, ticks these and no others, and locks all rows.
+void applyCategoryPolicy(Form42& form);
 
 void cmd_start_Click(Form42& form);
 void cmd_cancel_Click(Form42& form);

@@ -35,10 +35,12 @@ void showSafeguards(Form42& form) {
   const bool isLetter = isLetterInForce(form);
   for (const auto& [box, rule] : ruleBoxes(form)) {
     box.value = decided.*rule.safeguard != liftedValue(rule);
-    box.enabled = !isLetter && !isSetByPolicy(form, rule);
+    box.isLocked = isSetByPolicy(form, rule);
+    box.enabled = !isLetter && !box.isLocked;
   }
   form.SafeguardBoxes[letterBox].value = isLetter;
-  form.SafeguardBoxes[letterBox].enabled = !isLetterSetByPolicy(form);
+  form.SafeguardBoxes[letterBox].isLocked = isLetterSetByPolicy(form);
+  form.SafeguardBoxes[letterBox].enabled = !form.SafeguardBoxes[letterBox].isLocked;
 }
 
 // If the setting could not be stored, the box shows the old one again.

@@ -11,6 +11,7 @@
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
 #include "scan/OutcomeLine.h"
+#include "scan/Policies.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
@@ -29,10 +30,15 @@ std::size_t rowInText3(const Form42& form) {
 
 // A check box can be off, on or grayed; any other number is refused.
 void showUndoSetting(Form42& form) {
+  const auto decided = undoByPolicy(form);
   const double kept = std::nearbyint(leadingNumber(undoSetting()));
-  if (kept >= 0 && kept <= 2) {
+  if (decided) {
+    form.Check1.value = *decided;
+  } else if (kept >= 0 && kept <= 2) {
     form.Check1.value = kept != 0;
   }
+  form.Check1.isLocked = decided.has_value();
+  form.Check1.enabled = !form.Check1.isLocked;
 }
 
 // A copy of the fix list, say, is an entry from which nothing can be restored. It does not matter

@@ -6,6 +6,7 @@
 
 #include "form/Form42.h"
 #include "keys/AccountSids.h"
+#include "scan/Policies.h"
 #include "scan/Settings.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
@@ -71,9 +72,9 @@ bool isPlainStem(std::string_view stem) {
 
 void removeUndoEntry(std::int64_t number) { removeSetting(settings::dates, decimal(number)); }
 
-std::string undoSetting() { return readSetting(settings::regscan, "saveundo"); }
+std::string undoSetting() { return readSetting(settings::regscan, undoPolicy); }
 
-void keepUndoSetting(bool isOn) { keepSetting(settings::regscan, "saveundo", isOn ? "1" : "0"); }
+void keepUndoSetting(bool isOn) { keepSetting(settings::regscan, undoPolicy, isOn ? "1" : "0"); }
 
 std::string journalPath(const Form42& form, const std::string& stem) {
   return form.programFolder + "\\" + stem + ".txt";

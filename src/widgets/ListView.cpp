@@ -149,9 +149,22 @@ bool ListView::isChecked(std::size_t row) const {
 }
 
 void ListView::setChecked(std::size_t row, bool checked) {
-  if (Row* found = find(row)) {
+  Row* found = find(row);
+  if (found != nullptr && !found->isLocked) {
     found->isChecked = checked;
     changed(Change::Checks, row);
+  }
+}
+
+bool ListView::isLocked(std::size_t row) const {
+  const Row* found = find(row);
+  return found != nullptr && found->isLocked;
+}
+
+void ListView::setLocked(std::size_t row, bool isRowLocked) {
+  if (Row* found = find(row)) {
+    found->isLocked = isRowLocked;
+    changed(Change::Row, row);
   }
 }
 

@@ -72,7 +72,11 @@ class ListView : public Control {
   void setSmallIcon(std::size_t row, std::string_view key);
 
   [[nodiscard]] bool isChecked(std::size_t row) const;
+  // Does nothing to a row that is locked.
   void setChecked(std::size_t row, bool checked);
+  // Rows that an administrator has decided: nobody else changes them.
+  [[nodiscard]] bool isLocked(std::size_t row) const;
+  void setLocked(std::size_t row, bool isRowLocked);
 
   // Two numbers that stay with a row when the row moves; 0 until they are set.
   [[nodiscard]] std::size_t tag(std::size_t row) const;
@@ -127,6 +131,7 @@ class ListView : public Control {
     bool isChecked = false;
     bool isSelected = false;
     bool isHidden = false;
+    bool isLocked = false;
   };
 
   void rowsChanged(std::size_t row);

@@ -60,6 +60,8 @@ class CheckBox : public Control, public EntryPoint {
 
   Property<std::string, Change::Text> caption{*this, {}};
   Property<bool, Change::Value> value{*this, false};
+  // Whether it is disabled because an administrator has decided it.
+  Property<bool, Change::Value> isLocked{*this, false};
 
   // Runs after a press, with the new value set.
   void click() const { run(); }

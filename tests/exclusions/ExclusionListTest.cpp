@@ -237,5 +237,53 @@ TEST_F(ExclusionListTest, NoHighlightExcludesNothing) {
   EXPECT_EQ(results(), (Texts{"a"}));
 }
 
+// One of an administrator behind one of the user.
+class PolicyExclusionTest : public ExclusionListTest {
+ protected:
+  PolicyExclusionTest() {
+    emptyKey(policies);
+    setText(policies, "1", "HKEY_LOCAL_MACHINE\\Set");
+    write("HKEY_LOCAL_MACHINE\\Own\r\n");
+    loadExclusions(form);
+  }
+  ~PolicyExclusionTest() override { removeKey(policies); }
+
+  const std::string policies =
+      "HKEY_LOCAL_MACHINE\\SOFTWARE\\Policies\\zelvane\\zelvreg\\Exclusions";
+};
+
+TEST_F(PolicyExclusionTest, ItFollowsThoseOfTheFileAndTakesRowsLikeThem) {
+  EXPECT_EQ(entries(), (Texts{"HKEY_LOCAL_MACHINE\\Own", "HKEY_LOCAL_MACHINE\\Set"}));
+  EXPECT_FALSE(form.View4.isLocked(1));
+  EXPECT_TRUE(form.View4.isLocked(2));
+  for (const char* key : {"Own\\x", "Set\\x", "Other"}) {
+    addResult("HKEY_LOCAL_MACHINE", key);
+  }
+  Command29(form);
+  EXPECT_EQ(results(), (Texts{"Other"}));
+}
+
+TEST_F(PolicyExclusionTest, ItCanBeNeitherEditedNorRemoved) {
+  form.dialogs.show = [](const UserMessage&) { return Answer::Yes; };
+  View4_ItemClick(form, 2);
+  EXPECT_FALSE(form.chameleonButton6.enabled);
+  EXPECT_FALSE(form.chameleonButton8.enabled);
+  form.View4.setSelected(1, true);
+  form.View4.setSelected(2, true);
+  form.chameleonButton6.click();
+  EXPECT_EQ(entries(), (Texts{"HKEY_LOCAL_MACHINE\\Set"}));
+  View4_ItemClick(form, 1);
+  EXPECT_FALSE(form.chameleonButton6.enabled);
+}
+
+TEST_F(PolicyExclusionTest, ItIsNotWrittenToTheFile) {
+  View4_ItemClick(form, 1);
+  EXPECT_TRUE(form.chameleonButton8.enabled);
+  form.chameleonButton8.click();
+  form.Form1.Text1.setText("HKEY_LOCAL_MACHINE\\New");
+  Form1_orubutton1_Click(form);
+  EXPECT_EQ(content(), "HKEY_LOCAL_MACHINE\\New\r\n");
+}
+
 }  // namespace
 }  // namespace zelvreg

@@ -1,5 +1,6 @@
 #include "scan/SafeguardSources.h"
 
+#include "scan/Policies.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
 

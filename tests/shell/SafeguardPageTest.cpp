@@ -85,8 +85,11 @@ TEST_F(SafeguardPageTest, WhatAPolicyHasDecidedCannotBeChanged) {
   form.chameleonButton1.click();
   EXPECT_FALSE(form.SafeguardBoxes[0].value);
   EXPECT_FALSE(form.SafeguardBoxes[0].enabled);
+  EXPECT_TRUE(form.SafeguardBoxes[0].isLocked);
   EXPECT_TRUE(form.SafeguardBoxes[1].enabled);
+  EXPECT_FALSE(form.SafeguardBoxes[1].isLocked);
   EXPECT_FALSE(form.SafeguardBoxes[letterBox].enabled);
+  EXPECT_TRUE(form.SafeguardBoxes[letterBox].isLocked);
 }
 
 TEST_F(SafeguardPageTest, ABoxDoesNotChangeWhatIsAlreadyRunning) {

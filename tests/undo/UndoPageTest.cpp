@@ -283,5 +283,22 @@ TEST_F(UndoPageTest, WithoutAClickedRowNothingIsRemoved) {
   }
 }
 
+TEST_F(UndoPageTest, APolicyDecidesWhetherUndoInformationIsSaved) {
+  const std::string policies = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Policies\\zelvane\\zelvreg";
+  for (const char* text : {"1", "0"}) {
+    setText(settings, "saveundo", text == std::string("1") ? "0" : "1");
+    setText(policies, "saveundo", text);
+    form.chameleonButton1.click();
+    EXPECT_EQ(form.Check1.value, text == std::string("1"));
+    EXPECT_TRUE(form.Check1.isLocked);
+    EXPECT_FALSE(form.Check1.enabled);
+  }
+  removeKey(policies);
+  form.chameleonButton1.click();
+  EXPECT_TRUE(form.Check1.value);
+  EXPECT_FALSE(form.Check1.isLocked);
+  EXPECT_TRUE(form.Check1.enabled);
+}
+
 }  // namespace
 }  // namespace zelvreg

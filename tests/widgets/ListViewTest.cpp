@@ -317,5 +317,21 @@ TEST(TextBoxTest, RunsItsHandlerAfterEachChange) {
   EXPECT_EQ(seen, (std::vector<std::string>{"1", "1"}));
 }
 
+TEST_F(ListViewTest, TheTickOfALockedRowDoesNotChange) {
+  list.add("first");
+  list.add("second");
+  list.setChecked(1, true);
+  list.setLocked(1, true);
+  list.setChecked(1, false);
+  list.setChecked(2, true);
+  EXPECT_TRUE(list.isChecked(1));
+  EXPECT_TRUE(list.isChecked(2));
+  EXPECT_TRUE(list.isLocked(1));
+  EXPECT_FALSE(list.isLocked(2));
+  list.setLocked(1, false);
+  list.setChecked(1, false);
+  EXPECT_FALSE(list.isChecked(1));
+}
+
 }  // namespace
 }  // namespace zelvreg

@@ -110,6 +110,7 @@ class Parser {
         *scan, {&Safeguards::touches, &Safeguards::asksShares, &Safeguards::asksService}, options);
     fixScanArguments.addTo(*fix, options);
     fixArguments.addTo(*fix, options);
+    addDetection();
     searchArguments.addTo(*search, options);
     lists.addUndo(app, options);
     lists.addExclude(app, options);
@@ -119,6 +120,7 @@ class Parser {
     lists.addModes(app);
     scan->group("Look");
     search->group("Look");
+    detect->group("Look");
     fix->group("Repair");
     finish(app);
     addFooters(app);
@@ -172,6 +174,14 @@ class Parser {
         ->group(helpGroup);
   }
 
+  void addDetection() {
+    detectArguments.addScopeTo(*detect);
+    SafeguardArguments::addTo(*detect,
+                              {&Safeguards::protects, &Safeguards::touches, &Safeguards::asksShares,
+                               &Safeguards::asksService},
+                              options);
+  }
+
   void addShellCommands() {
     completions =
         app.add_subcommand("completions", "print a script that completes commands in a shell")
@@ -212,6 +222,11 @@ class Parser {
       options.areRowsNamed = fix->count("--only") > 0;
       fixScanArguments.applyTo(options, options.areRowsNamed);
       fixArguments.applyTo(options, fix->count("--max") > 0);
+    } else if (detect->parsed()) {
+      options.command = Command::Detect;
+      options.leastSure = Confidence::Sure;
+      options.areRowsNamed = detect->count("--only") > 0;
+      detectArguments.applyTo(options, options.areRowsNamed);
     } else if (search->parsed()) {
       options.command = Command::Search;
       searchArguments.applyTo(options);
@@ -224,8 +239,10 @@ class Parser {
 
   void requireScanForEveryUser() {
     const Command command = options.command;
-    if (options.target.everyUser && command != Command::Scan && command != Command::Fix) {
-      throw UsageError("--user all goes with scan and fix only; an undo finds its user by itself");
+    if (options.target.everyUser && command != Command::Scan && command != Command::Fix &&
+        command != Command::Detect) {
+      throw UsageError(
+          "--user all goes with scan, fix and detect only; an undo finds its user by itself");
     }
     // What was repaired may be anybody's.
     options.target.everyProfile = options.target.everyProfile || command == Command::ListUndo ||
@@ -239,10 +256,13 @@ class Parser {
   TargetArguments target;
   // In the order of the help.
   CLI::App* scan = app.add_subcommand("scan", "find dead references and list them");
+  CLI::App* detect =
+      app.add_subcommand("detect", "say in one line whether a repair would take something sure");
   CLI::App* fix = app.add_subcommand("fix", "scan and repair what was found");
   CLI::App* search = app.add_subcommand("search", "look for a text in the registry");
   ScanArguments scanArguments;
   ScanArguments fixScanArguments;
+  ScanArguments detectArguments;
   FixArguments fixArguments;
   SearchArguments searchArguments;
   ListArguments lists;
@@ -262,6 +282,7 @@ bool needsNoComputer(Command command) {
 bool changesComputer(const Options& options) {
   switch (options.command) {
     case Command::Scan:
+    case Command::Detect:
     case Command::Search:
     case Command::ListUndo:
     case Command::ListExclusions:

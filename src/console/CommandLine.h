@@ -22,6 +22,7 @@ namespace zelvreg::console {
 enum class Command {
   Scan,
   Fix,
+  Detect,
   Search,
   ListUndo,
   RestoreUndo,

@@ -23,6 +23,7 @@ Writing writingOf(Command command) {
     case Command::ListLanguages:
     case Command::CheckLanguage:
     case Command::Doctor:
+    case Command::Detect:
       return Writing::Nothing;
     case Command::Fix:
     case Command::Automatic:
@@ -84,9 +85,10 @@ int runCommand(const Options& options, Computer& computer, const Streams& stream
     case Command::ListLanguages:
     case Command::UseLanguage:
       return workOnLanguages(options, computer, streams);
-    // They need no computer.
+    // They need no computer, or open it themselves.
     case Command::CheckLanguage:
     case Command::Doctor:
+    case Command::Detect:
       break;
   }
   return failed;

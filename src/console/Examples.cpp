@@ -29,6 +29,7 @@ constexpr std::array examples{
     Example{"fix", "fix --dry-run", "shows what a repair would take, and changes nothing"},
     Example{"fix", "fix --min-confidence sure --yes", "repairs only what is surely dead"},
     Example{"fix", "fix --from result.json", "repairs what a result of scan --json has checked"},
+    Example{"detect", "detect", "prints one line; ends with 1 if there is something to repair"},
     Example{"search", "search ':\\'", "lists every dead path"},
     Example{"search", "search Acme --in HKLM --keys --values",
             "lists keys and values whose names contain a text"},

@@ -219,8 +219,7 @@ void tellWhatWasLeftAlone(const Form42& form, const Streams& streams,
   }
 }
 
-int fix(const Options& options, Computer& computer, const Streams& streams) {
-  UserTurns turns(options, computer, streams);
+void scanToRepair(UserTurns& turns, const Options& options, const Computer& computer) {
   std::vector<ComputerUser> users = wholeUsers(turns, options, computer);
   for (bool isWhole = false; !isWhole;) {
     if (!turns.scan(users)) {
@@ -232,6 +231,11 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
     users = wholeUsers(turns, options, computer);
     isWhole = users.size() == before;
   }
+}
+
+int fix(const Options& options, Computer& computer, const Streams& streams) {
+  UserTurns turns(options, computer, streams);
+  scanToRepair(turns, options, computer);
   turns.writeReport();
   return Repair(options, computer, streams, turns).run();
 }

@@ -14,6 +14,12 @@ namespace zelvreg::console {
 // Gives the exit status, and throws std::runtime_error with one line on failure.
 int fix(const Options& options, Computer& computer, const Streams& streams);
 
+class UserTurns;
+
+// The scans before a repair, of all who can be repaired. Throws std::runtime_error with one line if
+// nothing must be repaired, or if it was given up.
+void scanToRepair(UserTurns& turns, const Options& options, const Computer& computer);
+
 // A repair must not work on a registry of which a part is damaged, or whose logs hold newer
 // content. Throws std::runtime_error with one line then.
 void refuseUnlessWhole(const Computer& computer);

@@ -6,6 +6,7 @@
 
 #include "console/Arguments.h"
 #include "console/Commands.h"
+#include "console/DetectCommand.h"
 #include "console/DisplayText.h"
 #include "console/Doctor.h"
 #include "console/LanguageCheckCommand.h"
@@ -23,6 +24,12 @@ HelpLayout helpLayout(const Paint& paint) {
 }
 
 int runOnComputer(const Options& options, const Streams& streams) {
+  if (options.command == Command::Detect) {
+    const auto open = [&options] {
+      return Computer::open(options.target, accessFor(options.command));
+    };
+    return detect(options, open, streams.out);
+  }
   const auto computer = Computer::open(options.target, accessFor(options.command));
   const int status = runCommand(options, *computer, streams);
   computer->close();

@@ -33,10 +33,15 @@ std::size_t rowNamed(std::string_view name) {
 
 }  // namespace
 
-void ScanArguments::addTo(CLI::App& scan, Options& options) {
-  scan.add_option("--only", only, "scan only these, separated by commas: " + categoryNames())
+void ScanArguments::addScopeTo(CLI::App& command) {
+  command.add_option("--only", only, "scan only these, separated by commas: " + categoryNames())
       ->type_name("NAMES")
       ->group("Which categories");
+  time.addTo(command);
+}
+
+void ScanArguments::addTo(CLI::App& scan, Options& options) {
+  addScopeTo(scan);
   auto* json =
       scan.add_flag("--json", isJson, "print one JSON object, in UTF-8")->group(outputGroup);
   auto* lines =
@@ -59,7 +64,6 @@ void ScanArguments::addTo(CLI::App& scan, Options& options) {
   scan.add_flag("--quiet", options.isQuiet, "print nothing but messages")->group(outputGroup);
   scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found")
       ->group(outputGroup);
-  time.addTo(scan);
   NowArgument::addTo(scan, options.now);
 }
 

@@ -19,6 +19,8 @@ struct ScanArguments {
 
   // `options` outlives the parsing.
   void addTo(CLI::App& scan, Options& options);
+  // Only what is scanned, and for how long.
+  void addScopeTo(CLI::App& command);
   // Throws UsageError if a category does not exist, or the time is wrong.
   void applyTo(Options& options, bool isOnlyGiven) const;
 };

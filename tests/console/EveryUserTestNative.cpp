@@ -354,7 +354,7 @@ TEST_F(EveryUserTest, OnlyScansAndRepairsTakeAll) {
     auto all = arguments;
     all.insert(all.end(), {"--user", "all"});
     EXPECT_EQ(onDisk(all), failed);
-    EXPECT_NE(error.str().find("--user all goes with scan and fix"), std::string::npos);
+    EXPECT_NE(error.str().find("--user all goes with scan, fix and detect"), std::string::npos);
   }
 }
 

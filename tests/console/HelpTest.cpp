@@ -20,6 +20,7 @@ std::string printed(std::vector<const char*> arguments, const HelpLayout& layout
 const std::vector<std::vector<const char*>> everyCommand{
     {},
     {"scan"},
+    {"detect"},
     {"fix"},
     {"search"},
     {"undo"},

@@ -30,6 +30,8 @@ windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin mmdebstrap ui
 release_packages=(nsis wixl msitools osslsigncode debhelper git python3-yaml)
 # What looks at these packages.
 package_test_packages=(lintian mmdebstrap openssl python3-jsonschema)
+# What looks at policies, scripts and playbooks for many computers.
+fleet_packages=(ansible ansible-lint python3)
 # A display of its own for the programs that have windows, and what takes pictures of it.
 display_packages=(xvfb imagemagick hsetroot xcompmgr trayer openbox xdotool x11-utils python3)
 

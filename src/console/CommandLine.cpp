@@ -164,6 +164,10 @@ class Parser {
     app.add_flag("--full", options.isFull,
                  "cut no text of a table: long ones take several lines, or each row a block")
         ->group("Questions and tables");
+    app.add_option("--log", options.logFile,
+                   "add a line for each step of the command to this file, with the time")
+        ->type_name("FILE")
+        ->group(outputGroup);
     app.add_option("--color", color,
                    "whether to print in color; by default on a terminal, unless NO_COLOR is set")
         ->check(CLI::IsMember({"auto", "always", "never"}))

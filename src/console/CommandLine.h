@@ -103,6 +103,7 @@ struct Options {
   std::string reviewedFile;  // result whose rows alone are repaired; empty for none
   std::optional<std::size_t> mostRows;  // with more than these to repair, nothing is repaired
   std::string reportFile;               // of the text report; empty for none
+  std::string logFile = {};             // that gets a line for each step; empty for none
   bool reportsEvidence = false;         // the report tells how sure each finding is
   std::size_t entry = 0;                // row of a list, from 1
   std::string exportFile;               // safety export that is to be imported

@@ -9,6 +9,7 @@
 
 #include "console/CommandLine.h"
 #include "console/Computer.h"
+#include "console/RunLog.h"
 #include "console/Table.h"
 
 namespace zelvreg::console {
@@ -26,6 +27,8 @@ struct Streams {
   bool showsProgress = false;
   // The lines that were told of what a command has done, for a result that repeats them.
   std::shared_ptr<std::vector<std::string>> told = std::make_shared<std::vector<std::string>>();
+  // Where each step is noted; null for nowhere.
+  std::shared_ptr<RunLog> log = {};
 };
 
 // Carries out what was asked on an opened computer and gives the exit status. Throws

@@ -3,9 +3,9 @@
 #include <map>
 #include <sstream>
 
-#include "console/Commands.h"
 #include "console/DisplayText.h"
 #include "console/FixCommand.h"
+#include "console/FormUse.h"
 #include "console/UserTurns.h"
 #include "evidence/KindLooks.h"
 #include "evidence/RowEvidence.h"
@@ -92,9 +92,10 @@ std::string textOf(const Detection& found) {
          " unsure left to review";
 }
 
-void printLine(const std::string& text, std::ostream& out) {
+void printLine(const std::string& text, const Streams& streams) {
   const std::string line = printable(std::string("zelvreg ") + programVersion() + ": " + text);
-  out << firstCharacters(line, longestDetection) << "\n";
+  streams.out << firstCharacters(line, longestDetection) << "\n";
+  note(streams, text);
 }
 
 // What a command would have printed as its first line on the error stream, without its beginning.
@@ -107,22 +108,24 @@ std::string firstLine(const std::string& lines) {
 }  // namespace
 
 int detect(const Options& options, const std::function<std::unique_ptr<Computer>()>& open,
-           std::ostream& out) {
+           const Streams& streams) {
   std::ostringstream told;
   try {
     const auto computer = open();
-    const Streams streams{.out = told, .error = told};
-    UserTurns turns(options, *computer, streams);
+    noteComputer(streams);
+    const Streams silent{.out = told, .error = told, .log = streams.log};
+    UserTurns turns(options, *computer, silent);
     scanToRepair(turns, options, *computer);
     const Detection found = detectionOf(turns, *computer);
     computer->close();
     printLine(
         textOf(found) +
             (turns.isAnybodyLeftOut() ? "; somebody was left out: " + firstLine(told.str()) : ""),
-        out);
+        streams);
     return found.taken.empty() ? nothingFound : problemsFound;
   } catch (const std::exception& failure) {
-    printLine(std::string("not known whether there is anything to repair: ") + failure.what(), out);
+    printLine(std::string("not known whether there is anything to repair: ") + failure.what(),
+              streams);
     return nothingFound;
   }
 }

@@ -5,10 +5,8 @@
 
 #include <functional>
 #include <memory>
-#include <ostream>
 
-#include "console/CommandLine.h"
-#include "console/Computer.h"
+#include "console/Commands.h"
 
 namespace zelvreg::console {
 
@@ -20,7 +18,7 @@ inline constexpr std::size_t longestDetection = 2000;
 // gives nothingFound, and so does a failure, whose line says why: a repair must not follow from it.
 // Throws nothing that has to do with the computer, and prints nothing but the line.
 int detect(const Options& options, const std::function<std::unique_ptr<Computer>()>& open,
-           std::ostream& out);
+           const Streams& streams);
 
 }  // namespace zelvreg::console
 

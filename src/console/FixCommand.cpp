@@ -15,6 +15,7 @@
 #include "form/Form42.h"
 #include "repair/RepairPlan.h"
 #include "runtime/Directory.h"
+#include "undo/UndoStores.h"
 
 namespace zelvreg::console {
 namespace {
@@ -116,7 +117,20 @@ class Repair {
     form.cmd_fix.click();
     form.messages.serveHost = nullptr;
     hasBegun = hasBegun || form.repairOutcome.hasBegun;
+    noteRepair(turn);
     return !form.isRepairStopped;
+  }
+
+  void noteRepair(const UserTurn& turn) const {
+    const Form42& form = *turn.form;
+    const RepairOutcome& done = form.repairOutcome;
+    const std::string whose = turn.user ? " of " + turn.user->name : std::string();
+    if (!form.exportStem.empty()) {
+      note(streams, "exported" + whose + ": " + exportPath(form, form.exportStem));
+    }
+    note(streams, (form.isRepairStopped ? "repaired nothing" : "repaired") + whose + ": " +
+                      std::to_string(done.gone) + " gone, " + std::to_string(done.leftAlone) +
+                      " left alone, " + std::to_string(done.noEffect) + " without effect");
   }
 
   void tellWhatIsLost() const {
@@ -216,6 +230,7 @@ void tellWhatWasLeftAlone(const Form42& form, const Streams& streams,
   for (const auto& [place, reason] : form.repairOutcome.refused) {
     streams.error << "zelvreg: left alone: it would have taken " << printable(placeOf(user, place))
                   << ": " << printable(reason) << " (fix --no-protect takes it)\n";
+    note(streams, "left alone: " + placeOf(user, place) + ": " + reason);
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "console/DisplayText.h"
 #include "console/Progress.h"
+#include "console/ResultFacts.h"
 #include "console/Terminal.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
@@ -111,6 +112,22 @@ void tell(const std::vector<std::string>& lines, const Streams& streams) {
   for (const std::string& line : lines) {
     streams.error << "zelvreg: " << printable(line) << "\n";
     streams.told->push_back(line);
+    note(streams, "told: " + line);
+  }
+}
+
+void note(const Streams& streams, const std::string& step) {
+  if (streams.log) {
+    streams.log->note(step);
+  }
+}
+
+void noteComputer(const Streams& streams) {
+  if (streams.log) {
+    const ComputerFacts facts = factsOfComputer();
+    streams.log->note("computer " + (facts.name.empty() ? "without a name" : facts.name) + ", " +
+                      (facts.product.empty() ? "Windows" : facts.product) +
+                      (facts.version.empty() ? "" : " " + facts.version));
   }
 }
 

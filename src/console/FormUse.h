@@ -32,6 +32,10 @@ bool runScanOn(Form42& form, const Options& options, const Streams& streams);
 // Writes lines to the error stream, safe to print, and keeps them for a result.
 void tell(const std::vector<std::string>& lines, const Streams& streams);
 
+// Note a step if there is a log, and which computer answers now.
+void note(const Streams& streams, const std::string& step);
+void noteComputer(const Streams& streams);
+
 // Saves what a command has changed, and names each change that cannot be saved.
 void saveAndTell(Computer& computer, const Streams& streams);
 

@@ -171,6 +171,7 @@ int restoreExport(const Options& options, Computer& computer, const Streams& str
     throw std::runtime_error(options.exportFile + ": " + import.message);
   }
   saveAndTell(computer, streams);
+  note(streams, "restored " + options.exportFile);
   if (!options.isQuiet) {
     streams.out << printable(import.message) << "\n";
   }
@@ -196,6 +197,8 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
       if (form.isUndoRefused) {
         return failed;  // the form has said so
       }
+      note(streams, "restored entry " + std::to_string(options.entry) + ": " +
+                        form.View3.text(options.entry, 0));
       break;
     case Command::RemoveUndo:
       requireRow(form.View3, options.entry, "journals");

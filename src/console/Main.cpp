@@ -9,8 +9,10 @@
 #include "console/DetectCommand.h"
 #include "console/DisplayText.h"
 #include "console/Doctor.h"
+#include "console/FormUse.h"
 #include "console/LanguageCheckCommand.h"
 #include "console/Terminal.h"
+#include "form/Version.h"
 
 namespace {
 
@@ -28,9 +30,10 @@ int runOnComputer(const Options& options, const Streams& streams) {
     const auto open = [&options] {
       return Computer::open(options.target, accessFor(options.command));
     };
-    return detect(options, open, streams.out);
+    return detect(options, open, streams);
   }
   const auto computer = Computer::open(options.target, accessFor(options.command));
+  noteComputer(streams);
   const int status = runCommand(options, *computer, streams);
   computer->close();
   return status;
@@ -40,6 +43,38 @@ int runWithoutComputer(const Options& options, const Streams& streams) {
   return options.command == Command::Doctor
              ? runDoctor(doctorProbes(streams), options.format, streams)
              : checkLanguage(options, streams);
+}
+
+int run(const Options& options, const Streams& streams) {
+  return needsNoComputer(options.command) ? runWithoutComputer(options, streams)
+                                          : runOnComputer(options, streams);
+}
+
+// The same with its begin and its end in the log, if there is one.
+int runNoted(const Options& options, const Streams& streams,
+             const std::vector<std::string>& typed) {
+  if (!streams.log) {
+    return run(options, streams);
+  }
+  std::string call = std::string("started zelvreg ") + zelvreg::programVersion() + ":";
+  for (std::size_t index = 1; index < typed.size(); ++index) {
+    call += " " + typed[index];
+  }
+  streams.log->note(call);
+  int status = failed;
+  try {
+    status = run(options, streams);
+  } catch (const std::exception& failure) {
+    streams.log->note(std::string("failed: ") + failure.what());
+    streams.log->end(failed);
+    throw;
+  }
+  streams.log->end(status);
+  if (!streams.log->isWhole()) {
+    throw std::runtime_error(options.logFile +
+                             " lacks lines that could not be written; check the free disk space");
+  }
+  return status;
 }
 
 int runProgram(const std::vector<std::string>& typed, ColorUse color) {
@@ -54,13 +89,14 @@ int runProgram(const std::vector<std::string>& typed, ColorUse color) {
     return nothingFound;
   }
   const Options& options = parsed.options;
-  const Streams streams{
-      .out = std::cout,
-      .error = std::cerr,
-      .tables = {.width = terminalWidth(), .isFull = options.isFull, .paint = paint},
-      .showsProgress = isErrorTerminal()};
-  const int status = needsNoComputer(options.command) ? runWithoutComputer(options, streams)
-                                                      : runOnComputer(options, streams);
+  Streams streams{.out = std::cout,
+                  .error = std::cerr,
+                  .tables = {.width = terminalWidth(), .isFull = options.isFull, .paint = paint},
+                  .showsProgress = isErrorTerminal()};
+  if (!options.logFile.empty()) {
+    streams.log = std::make_shared<RunLog>(options.logFile);
+  }
+  const int status = runNoted(options, streams, typed);
   if (!std::cout.flush()) {
     throw std::runtime_error("the output could not be written; check where it goes");
   }

@@ -90,6 +90,8 @@ int search(const Options& options, const Computer& computer, const Streams& stre
   setControls(form, options.search);
   const bool isComplete = pressFind(form, options, streams);
   const ScanResult result = scanResultOf(form, computer);
+  note(streams, "searched " + options.search.root + ": " + std::to_string(result.findings.size()) +
+                    " found");
   if (options.format == Format::Json) {
     streams.out << searchJsonText(result);
   } else if (!options.isQuiet) {

@@ -10,6 +10,8 @@
 #include "console/TimeArguments.h"
 #include "form/Form42.h"
 #include "roots/Roots.h"
+#include "scan/CategoryTable.h"
+#include "shell/ResultsFilter.h"
 #include "text/Numbers.h"
 
 namespace zelvreg::console {
@@ -32,6 +34,22 @@ void addCounts(std::vector<CategoryResult>& sums, const std::vector<CategoryResu
     sum = sum.empty() || count.empty() ? sum + count
                                        : decimal(leadingInteger(sum) + leadingInteger(count));
   }
+}
+
+// The cells of the list count otherwise: some go on from the row above, some stay empty.
+void noteCategories(const Form42& form, const std::optional<ComputerUser>& user,
+                    const Streams& streams) {
+  const auto found = countByCategory(form);
+  for (std::size_t row = 1; row <= categories().size(); ++row) {
+    if (form.View1.isChecked(row)) {
+      const bool isFinished = form.View1.text(row, statusColumn) == "Finished";
+      note(streams, "scanned " + std::string(categoryAt(row).optionName) +
+                        (user ? " of " + user->name : std::string()) + ": " +
+                        std::to_string(found[row - 1]) + " found" +
+                        (isFinished ? "" : ", not to its end"));
+    }
+  }
+  note(streams, "found " + std::to_string(form.View2.count()) + " in all");
 }
 
 }  // namespace
@@ -108,7 +126,9 @@ bool UserTurns::scanAs(const std::optional<ComputerUser>& user) {
     return show(named);
   };
   turns.push_back(std::move(turn));
-  return runScanOn(form, options, streams);
+  const bool isComplete = runScanOn(form, options, streams);
+  noteCategories(form, user, streams);
+  return isComplete;
 }
 
 bool UserTurns::take(const UserTurn& turn, UserWork work) {

@@ -28,14 +28,13 @@ class DetectTest : public fixture::ComputerFixture {
 
   int run() {
     out.str("");
-    return detect(
-        options,
-        [this] {
-          auto computer = std::make_unique<GivenComputer>();
-          computer->damaged = damage;
-          return computer;
-        },
-        out);
+    return detect(options,
+                  [this] {
+                    auto computer = std::make_unique<GivenComputer>();
+                    computer->damaged = damage;
+                    return computer;
+                  },
+                  {.out = out, .error = out});
   }
   // What the line says behind the program and its version.
   [[nodiscard]] std::string said() const {
@@ -99,12 +98,12 @@ TEST_F(DetectTest, WhatCannotBeToldIsNoReasonForARepair) {
 }
 
 TEST_F(DetectTest, ALongFailureIsCutToOneLine) {
-  const int status = detect(
-      options,
-      []() -> std::unique_ptr<Computer> {
-        throw std::runtime_error("first\nsecond\x1b[31m " + std::string(5000, 'x'));
-      },
-      out);
+  const int status =
+      detect(options,
+             []() -> std::unique_ptr<Computer> {
+               throw std::runtime_error("first\nsecond\x1b[31m " + std::string(5000, 'x'));
+             },
+             {.out = out, .error = out});
   EXPECT_EQ(status, nothingFound);
   EXPECT_NE(said().find("first second [31m xxx"), std::string::npos) << said();
   EXPECT_EQ(out.str().size(), longestDetection + 1);

@@ -27,9 +27,9 @@ class DetectFolderTest : public ::testing::Test, protected CommandRun {
     }
     const Options options = parseCommandLine(static_cast<int>(texts.size()), texts.data()).options;
     line.str("");
-    return detect(
-        options, [&options] { return Computer::open(options.target, accessFor(options.command)); },
-        line);
+    return detect(options,
+                  [&options] { return Computer::open(options.target, accessFor(options.command)); },
+                  {.out = line, .error = line});
   }
 
   const fixture::TemporaryFolder copy;

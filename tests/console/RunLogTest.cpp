@@ -21,7 +21,10 @@ class RunLogTest : public ::testing::Test {
 
   [[nodiscard]] std::string content() const { return readHostFile(path); }
 
-  const std::string path = (fs::temp_directory_path() / "zelvreg-run-log-test.log").string();
+  // Other tests of this suite may run at the same time, in other processes.
+  const std::string path =
+      (fs::temp_directory_path() / ("zelvreg-run-log-" + std::to_string(processNumber()) + ".log"))
+          .string();
 };
 
 TEST_F(RunLogTest, EachStepIsALineWithItsTimeAndProcess) {

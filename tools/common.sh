@@ -32,6 +32,8 @@ release_packages=(nsis wixl msitools osslsigncode debhelper git python3-yaml)
 package_test_packages=(lintian mmdebstrap openssl python3-jsonschema)
 # What looks at policies, scripts and playbooks for many computers.
 fleet_packages=(ansible ansible-lint python3)
+# What opens the page of merged results and looks at it.
+page_packages=(chromium python3 python3-websocket python3-jsonschema)
 # A display of its own for the programs that have windows, and what takes pictures of it.
 display_packages=(xvfb imagemagick hsetroot xcompmgr trayer openbox xdotool x11-utils python3)
 

@@ -8,6 +8,7 @@
 #include "console/FixArguments.h"
 #include "console/Help.h"
 #include "console/ListArguments.h"
+#include "console/MergeArguments.h"
 #include "console/NearestName.h"
 #include "console/OptionGroups.h"
 #include "console/SafeguardArguments.h"
@@ -112,6 +113,7 @@ class Parser {
     fixArguments.addTo(*fix, options);
     addDetection();
     searchArguments.addTo(*search, options);
+    MergeArguments::addTo(*merge, options.merge);
     lists.addUndo(app, options);
     lists.addExclude(app, options);
     lists.addLanguages(app, options);
@@ -121,6 +123,7 @@ class Parser {
     scan->group("Look");
     search->group("Look");
     detect->group("Look");
+    merge->group("Look");
     fix->group("Repair");
     finish(app);
     addFooters(app);
@@ -211,6 +214,11 @@ class Parser {
   }
 
   void apply() {
+    if (merge->parsed()) {
+      options.command = Command::Merge;
+      MergeArguments::check(options.merge);
+      return;
+    }
     const auto plain = lists.command();
     if (plain && needsNoComputer(*plain)) {
       lists.applyTo(options);
@@ -264,6 +272,7 @@ class Parser {
       app.add_subcommand("detect", "say in one line whether a repair would take something sure");
   CLI::App* fix = app.add_subcommand("fix", "scan and repair what was found");
   CLI::App* search = app.add_subcommand("search", "look for a text in the registry");
+  CLI::App* merge = app.add_subcommand("merge", "put the results of many computers together");
   ScanArguments scanArguments;
   ScanArguments fixScanArguments;
   ScanArguments detectArguments;
@@ -280,7 +289,8 @@ class Parser {
 }  // namespace
 
 bool needsNoComputer(Command command) {
-  return command == Command::CheckLanguage || command == Command::Doctor;
+  return command == Command::CheckLanguage || command == Command::Doctor ||
+         command == Command::Merge;
 }
 
 bool changesComputer(const Options& options) {
@@ -293,6 +303,7 @@ bool changesComputer(const Options& options) {
     case Command::ListLanguages:
     case Command::CheckLanguage:
     case Command::Doctor:
+    case Command::Merge:
       return false;
     case Command::Fix:
       return !options.isRehearsal;

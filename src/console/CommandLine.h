@@ -38,6 +38,7 @@ enum class Command {
   CheckLanguage,
   Automatic,
   Doctor,
+  Merge,
 };
 enum class Format { Tables, Json, JsonLines, Csv };
 
@@ -77,6 +78,17 @@ struct SearchOptions {
   SearchMode mode = SearchMode::Any;
 };
 
+// What results are merged, and where the outcome goes.
+struct MergeOptions {
+  std::vector<std::string> results;  // files, folders, or standard input
+  // Files, or standard output; empty for none.
+  std::string json;
+  std::string csv;
+  std::string html;
+  bool isAnonymous = false;
+  std::string now;  // what it says of its time, in UTC; empty for the clock
+};
+
 struct Options {
   Command command = Command::Scan;
   Target target;
@@ -104,11 +116,13 @@ struct Options {
   std::optional<std::size_t> mostRows;  // with more than these to repair, nothing is repaired
   std::string reportFile;               // of the text report; empty for none
   std::string logFile = {};             // that gets a line for each step; empty for none
+  std::string pageFile = {};            // of the page for a browser; empty for none
   bool reportsEvidence = false;         // the report tells how sure each finding is
   std::size_t entry = 0;                // row of a list, from 1
   std::string exportFile;               // safety export that is to be imported
   std::string exclusion;                // key that is to be excluded
   SearchOptions search;
+  MergeOptions merge = {};
   std::string mode;  // the program's own command line, of an automatic mode
 };
 

@@ -24,6 +24,7 @@ Writing writingOf(Command command) {
     case Command::CheckLanguage:
     case Command::Doctor:
     case Command::Detect:
+    case Command::Merge:
       return Writing::Nothing;
     case Command::Fix:
     case Command::Automatic:
@@ -89,6 +90,7 @@ int runCommand(const Options& options, Computer& computer, const Streams& stream
     case Command::CheckLanguage:
     case Command::Doctor:
     case Command::Detect:
+    case Command::Merge:
       break;
   }
   return failed;

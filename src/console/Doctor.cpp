@@ -5,8 +5,8 @@
 
 #include "console/DisplayText.h"
 #include "console/Installation.h"
-#include "console/JsonText.h"
 #include "form/Version.h"
+#include "json/JsonText.h"
 
 namespace zelvreg::console {
 namespace {

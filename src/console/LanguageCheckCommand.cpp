@@ -7,7 +7,7 @@
 
 #include "console/DisplayText.h"
 #include "console/HostFile.h"
-#include "console/JsonText.h"
+#include "json/JsonText.h"
 #include "languages/Charset.h"
 #include "languages/readlangfile.h"
 #include "runtime/OwnText.h"

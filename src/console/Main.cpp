@@ -11,6 +11,7 @@
 #include "console/Doctor.h"
 #include "console/FormUse.h"
 #include "console/LanguageCheckCommand.h"
+#include "console/MergeCommand.h"
 #include "console/Terminal.h"
 #include "form/Version.h"
 
@@ -40,9 +41,14 @@ int runOnComputer(const Options& options, const Streams& streams) {
 }
 
 int runWithoutComputer(const Options& options, const Streams& streams) {
-  return options.command == Command::Doctor
-             ? runDoctor(doctorProbes(streams), options.format, streams)
-             : checkLanguage(options, streams);
+  switch (options.command) {
+    case Command::Doctor:
+      return runDoctor(doctorProbes(streams), options.format, streams);
+    case Command::Merge:
+      return merge(options.merge, std::cin, streams);
+    default:
+      return checkLanguage(options, streams);
+  }
 }
 
 int run(const Options& options, const Streams& streams) {

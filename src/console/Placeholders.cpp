@@ -41,6 +41,7 @@ constexpr std::array placeholders{
     Placeholder{"NAME", Offered::Nothing},
     Placeholder{"NAMES", Offered::List, categoryWords},
     Placeholder{"NEW.qcow2", Offered::Files},
+    Placeholder{"RESULT", Offered::Files},
     Placeholder{"RESULT.json", Offered::Files},
     Placeholder{"ROOT", Offered::Folders},
     Placeholder{"SECONDS", Offered::Nothing},

@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <map>
 
-#include "console/JsonText.h"
 #include "console/ScanResult.h"
 #include "evidence/Reasons.h"
 #include "form/Version.h"
+#include "json/JsonText.h"
 #include "text/Numbers.h"
 
 namespace zelvreg::console {

@@ -1,13 +1,15 @@
 #include "console/ResultOutput.h"
 
 #include "console/HostFile.h"
+#include "console/ResultPage.h"
 #include "reports/Report.h"
 #include "runtime/OwnText.h"
 
 namespace zelvreg::console {
 
 bool tellsFacts(const Options& options) {
-  return options.format == Format::Json || options.format == Format::JsonLines;
+  return options.format == Format::Json || options.format == Format::JsonLines ||
+         !options.pageFile.empty();
 }
 
 void printResult(const ScanResult& result, const Options& options, const Streams& streams,
@@ -23,6 +25,9 @@ void printResult(const ScanResult& result, const Options& options, const Streams
     if (repair) {
       streams.out << repairText(*repair, result.findings.size());
     }
+  }
+  if (!options.pageFile.empty()) {
+    writeHostFile(options.pageFile, resultPage(jsonText(result, repair), result.facts.started));
   }
 }
 

@@ -12,10 +12,11 @@ struct Form42;
 
 namespace zelvreg::console {
 
-// Whether the chosen format tells the facts of a result and whose each finding is.
+// Whether what is printed or written tells the facts of a result and whose each finding is.
 bool tellsFacts(const Options& options);
 
-// Prints what is left on the form, with the outcome of a repair if there was one.
+// Prints what is left on the form, with the outcome of a repair if there was one, and writes the
+// page for a browser if one was asked for. Throws std::runtime_error with one line.
 void printResult(const ScanResult& result, const Options& options, const Streams& streams,
                  const std::optional<RepairResult>& repair = {});
 

@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <tuple>
 
-#include "console/JsonText.h"
 #include "evidence/Reasons.h"
 #include "form/Form42.h"
+#include "json/JsonText.h"
 
 namespace zelvreg::console {
 namespace {

@@ -61,6 +61,9 @@ void ScanArguments::addTo(CLI::App& scan, Options& options) {
                 "with --report: also write how sure each finding is, and why")
       ->needs(report)
       ->group(outputGroup);
+  scan.add_option("--html", options.pageFile, "also write a page for a browser to this file")
+      ->type_name("FILE")
+      ->group(outputGroup);
   scan.add_flag("--quiet", options.isQuiet, "print nothing but messages")->group(outputGroup);
   scan.add_flag("--exit-zero", options.exitsZero, "end with 0 even if problems were found")
       ->group(outputGroup);

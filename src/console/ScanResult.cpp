@@ -9,8 +9,7 @@
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
-#include "text/Characters.h"
-#include "unicode/Unicode.h"
+#include "text/CsvField.h"
 
 namespace zelvreg::console {
 namespace {
@@ -58,28 +57,6 @@ std::vector<std::string> ownerKeys(const Form42& form, const std::vector<Compute
   return ownersOfRows(form, keys.front(), keys);
 }
 
-// A spreadsheet runs what begins like a formula. An apostrophe before it makes it text.
-// Some take the wide forms of the signs as well.
-bool looksLikeFormula(std::string_view text) {
-  return !text.empty() && std::u32string_view(U"=+-@\t\r＝＋－＠").find(characterAt(text, 0)) !=
-                              std::u32string_view::npos;
-}
-
-// Programs that read the table take plain UTF-8 only.
-std::string plainUtf8(std::string_view text) {
-  std::string plain;
-  while (!text.empty()) {
-    const std::string_view next = text.substr(0, firstCharacter(text).size);
-    if (isPlainUtf8(next)) {
-      plain += next;
-    } else {
-      appendCharacter(plain, replacementCharacter);
-    }
-    text.remove_prefix(next.size());
-  }
-  return plain;
-}
-
 // All that was tested, in one field.
 std::string testedText(const Evidence& evidence) {
   std::string text;
@@ -87,18 +64,6 @@ std::string testedText(const Evidence& evidence) {
     text.append(text.empty() ? "" : " | ").append(place);
   }
   return text;
-}
-
-std::string csvField(const std::string& exactText) {
-  std::string text = (looksLikeFormula(exactText) ? "'" : "") + plainUtf8(exactText);
-  if (text.find_first_of(",\"\r\n") == std::string::npos) {
-    return text;
-  }
-  std::string quoted = "\"";
-  for (const char character : text) {
-    quoted.append(character == '"' ? 2 : 1, character);
-  }
-  return quoted + "\"";
 }
 
 }  // namespace

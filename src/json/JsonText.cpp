@@ -1,12 +1,13 @@
-#include "console/JsonText.h"
+#include "json/JsonText.h"
 
 #include <algorithm>
 #include <charconv>
 #include <optional>
 
+#include "json/JsonPieces.h"
 #include "unicode/Unicode.h"
 
-namespace zelvreg::console {
+namespace zelvreg {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -47,20 +48,6 @@ std::string withStands(std::string_view text) {
       appendCharacter(result, next.code);
     }
     text.remove_prefix(next.size);
-  }
-  return result;
-}
-
-std::string withoutStands(std::string_view text) {
-  std::string result;
-  while (!text.empty()) {
-    const auto code = text.front() == '\0' ? numberAt(text.substr(1)) : std::nullopt;
-    if (code) {
-      appendCharacter(result, *code);
-    } else {
-      result += text.front();
-    }
-    text.remove_prefix(code ? 1 + digitCount : 1);
   }
   return result;
 }
@@ -127,26 +114,53 @@ std::string textOfJson(Json object) { return dumped(std::move(object), 2); }
 
 std::string lineOfJson(Json object) { return dumped(std::move(object), -1); }
 
+JsonPiece firstPiece(std::string_view json) {
+  const auto code = escapeAt(json);
+  if (code && isSurrogate(*code) && isPair(json, *code)) {
+    return {.size = 2 * escapedStand.size()};
+  }
+  if (code && (isSurrogate(*code) || *code == stand)) {
+    return {.size = escapedStand.size(), .isStood = true};
+  }
+  return {.size = std::min<std::size_t>(json.front() == '\\' ? 2 : 1, json.size())};
+}
+
+void appendReadable(std::string& readable, std::string_view json, const JsonPiece& piece) {
+  if (piece.isStood) {
+    readable.append(escapedStand).append(json.substr(2, digitCount));
+  } else {
+    readable += json.substr(0, piece.size);
+  }
+}
+
 nlohmann::json jsonOfText(std::string_view text) {
   std::string json;
   while (!text.empty()) {
-    std::size_t size = text.front() == '\\' ? 2 : 1;
-    const auto code = escapeAt(text);
-    if (code && isSurrogate(*code) && isPair(text, *code)) {
-      size = 2 * escapedStand.size();
-    } else if (code && (isSurrogate(*code) || *code == stand)) {
-      json += escapedStand;
-      text.remove_prefix(2);
-      size = digitCount;
-    }
-    json += text.substr(0, size);
-    text.remove_prefix(std::min(size, text.size()));
+    const JsonPiece piece = firstPiece(text);
+    appendReadable(json, text, piece);
+    text.remove_prefix(piece.size);
   }
   return nlohmann::json::parse(json);
+}
+
+std::string withoutStands(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    const std::size_t plain = std::min(text.find('\0'), text.size());
+    result += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) {
+      break;
+    }
+    const auto code = numberAt(text.substr(1));
+    appendCharacter(result, code.value_or(stand));
+    text.remove_prefix(code ? 1 + digitCount : 1);
+  }
+  return result;
 }
 
 std::string textIn(const nlohmann::json& string) {
   return withoutStands(string.get_ref<const std::string&>());
 }
 
-}  // namespace zelvreg::console
+}  // namespace zelvreg

@@ -1,13 +1,13 @@
 // JSON that keeps every text of the computer: an unpaired surrogate, which UTF-8 does not have, is
 // written as an escape ("\ud800").
-#ifndef ZELVREG_CONSOLE_JSON_TEXT_H
-#define ZELVREG_CONSOLE_JSON_TEXT_H
+#ifndef ZELVREG_JSON_JSON_TEXT_H
+#define ZELVREG_JSON_JSON_TEXT_H
 
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
-namespace zelvreg::console {
+namespace zelvreg {
 
 // The object as a text of indented lines. Bytes that are no character are replaced.
 std::string textOfJson(nlohmann::ordered_json object);
@@ -21,6 +21,6 @@ nlohmann::json jsonOfText(std::string_view text);
 // A string of such an object. Throws nlohmann::json::exception for any other value.
 std::string textIn(const nlohmann::json& string);
 
-}  // namespace zelvreg::console
+}  // namespace zelvreg
 
 #endif

@@ -59,6 +59,7 @@ inline constexpr std::array helpPages{
     HelpPage{"offline", 71, 1},
     HelpPage{"every-user", 72, 1},
     HelpPage{"modes", 73, 1},
+    HelpPage{"reports", 74, 1},
     HelpPage{"policies", 75, 1},
     HelpPage{"problems", 80, 0},
 };

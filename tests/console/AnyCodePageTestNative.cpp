@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "console/CommandRun.h"
-#include "console/JsonText.h"
+#include "json/JsonText.h"
 #include "support/MachineFixture.h"
 
 namespace zelvreg::console {

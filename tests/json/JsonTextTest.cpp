@@ -1,10 +1,10 @@
-#include "console/JsonText.h"
+#include "json/JsonText.h"
 
 #include <gtest/gtest.h>
 
 #include "unicode/Unicode.h"
 
-namespace zelvreg::console {
+namespace zelvreg {
 namespace {
 
 std::string returned(const std::string& text) {
@@ -69,4 +69,4 @@ TEST(JsonText, BytesThatAreNoCharacterAreReplaced) {
 }
 
 }  // namespace
-}  // namespace zelvreg::console
+}  // namespace zelvreg

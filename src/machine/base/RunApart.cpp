@@ -1,6 +1,7 @@
 #include "machine/base/RunApart.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -11,9 +12,10 @@
 #include <csignal>
 #include <cstring>
 #include <exception>
+#include <utility>
 
 #include "machine/base/FileDescriptor.h"
-#include "machine/base/MachineError.h"
+#include "machine/base/PlainFile.h"
 
 namespace zelvreg::machine {
 namespace {
@@ -43,18 +45,35 @@ std::string readAnswer(int pipe) {
   }
 }
 
-// An assertion's own words and its memory image are for the library's developers.
-void beQuiet() {
-  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  dup2(nowhere, STDERR_FILENO);
+// An assertion's own words are kept for who asks for them, and its memory image is for the
+// library's developers.
+void beQuiet(const FileDescriptor& words) {
+  dup2(words.get(), STDERR_FILENO);
   const rlimit none{0, 0};
   setrlimit(RLIMIT_CORE, &none);
 }
 
-[[noreturn]] void workApart(const std::function<std::string()>& work, int pipe, pid_t parent) {
+std::string lastLineOf(const FileDescriptor& words) {
+  constexpr off_t longest = 4096;
+  const off_t size = lseek(words.get(), 0, SEEK_END);
+  const off_t start = size > longest ? size - longest : 0;
+  std::string text(static_cast<std::size_t>(size < 0 ? 0 : size - start), '\0');
+  text.resize(readAt(words, static_cast<std::uint64_t>(start), text.data(), text.size()));
+  text.resize(text.find_last_not_of('\n') + 1);
+  return text.substr(text.find_last_of('\n') + 1);
+}
+
+struct Ends {
+  int answer;
+  const FileDescriptor& words;
+};
+
+[[noreturn]] void workApart(const std::function<std::string()>& work, const Ends& ends,
+                            pid_t parent) {
+  const int pipe = ends.answer;
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) _exit(1);
-  beQuiet();
+  beQuiet(ends.words);
   try {
     writeAnswer(pipe, isResult + work());
   } catch (const std::exception& error) {
@@ -69,22 +88,28 @@ void beQuiet() {
 
 }  // namespace
 
+WorkStopped::WorkStopped(int numberOfSignal, std::string wordsSaid)
+    : MachineError("the library that changes hives stopped at its content"),
+      signal(numberOfSignal),
+      lastWords(std::move(wordsSaid)) {}
+
 std::string runApart(const std::function<std::string()>& work) {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) refuse(errno);
   const FileDescriptor reading(ends[0]);
   FileDescriptor writing(ends[1]);
+  const FileDescriptor words(memfd_create("words", MFD_CLOEXEC));
   const pid_t parent = getpid();
   const pid_t child = fork();
   if (child < 0) refuse(errno);
-  if (child == 0) workApart(work, writing.get(), parent);
+  if (child == 0) workApart(work, {.answer = writing.get(), .words = words}, parent);
   writing = FileDescriptor();
   const std::string answer = readAnswer(reading.get());
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0 || answer.empty()) {
-    throw MachineError("the library that changes hives stopped at its content");
+    throw WorkStopped(WIFSIGNALED(status) ? WTERMSIG(status) : 0, lastLineOf(words));
   }
   if (answer.front() == isRefusal) throw MachineError(answer.substr(1));
   return answer.substr(1);

@@ -1,9 +1,11 @@
 #include "machine/base/RunApart.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
+#include <string_view>
 
 #include "machine/base/MachineError.h"
 
@@ -44,6 +46,31 @@ TEST(RunApart, MakesARefusalOfAnyOtherEnd) {
               return std::string("no");
             }),
             stopped);
+}
+
+TEST(RunApart, TellsTheSignalAndTheLastWords) {
+  try {
+    runApart([]() -> std::string {
+      const std::string_view words = "one\ntwo\n";
+      EXPECT_EQ(write(STDERR_FILENO, words.data(), words.size()), 8);
+      std::raise(SIGKILL);
+      return "no";
+    });
+    FAIL();
+  } catch (const WorkStopped& end) {
+    EXPECT_EQ(end.signal, SIGKILL);
+    EXPECT_EQ(end.lastWords, "two");
+  }
+}
+
+TEST(RunApart, WithoutASignalOrWordsItTellsNone) {
+  try {
+    runApart([]() -> std::string { _Exit(3); });
+    FAIL();
+  } catch (const WorkStopped& end) {
+    EXPECT_EQ(end.signal, 0);
+    EXPECT_EQ(end.lastWords, "");
+  }
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "console/Examples.h"
 #include "console/FixArguments.h"
 #include "console/Help.h"
+#include "console/ImagesArguments.h"
 #include "console/ListArguments.h"
 #include "console/MergeArguments.h"
 #include "console/NearestName.h"
@@ -114,6 +115,7 @@ class Parser {
     addDetection();
     searchArguments.addTo(*search, options);
     MergeArguments::addTo(*merge, options.merge);
+    imagesArguments.addTo(*images, options);
     lists.addUndo(app, options);
     lists.addExclude(app, options);
     lists.addLanguages(app, options);
@@ -124,6 +126,7 @@ class Parser {
     search->group("Look");
     detect->group("Look");
     merge->group("Look");
+    images->group(ImagesArguments::group());
     fix->group("Repair");
     finish(app);
     addFooters(app);
@@ -224,8 +227,13 @@ class Parser {
       lists.applyTo(options);
       return;
     }
-    target.applyTo(options.target);
     SafeguardArguments::applyTo(options);
+    if (images->parsed()) {
+      target.applyToImages(options.target);
+      imagesArguments.applyTo(options);
+      return;
+    }
+    target.applyTo(options.target);
     if (scan->parsed()) {
       options.areRowsNamed = scan->count("--only") > 0;
       scanArguments.applyTo(options, options.areRowsNamed);
@@ -273,11 +281,14 @@ class Parser {
   CLI::App* fix = app.add_subcommand("fix", "scan and repair what was found");
   CLI::App* search = app.add_subcommand("search", "look for a text in the registry");
   CLI::App* merge = app.add_subcommand("merge", "put the results of many computers together");
+  CLI::App* images =
+      app.add_subcommand("images", "scan many images, each into a result of its own");
   ScanArguments scanArguments;
   ScanArguments fixScanArguments;
   ScanArguments detectArguments;
   FixArguments fixArguments;
   SearchArguments searchArguments;
+  ImagesArguments imagesArguments;
   ListArguments lists;
   CLI::App* completions = nullptr;
   CLI::App* help = nullptr;
@@ -290,7 +301,7 @@ class Parser {
 
 bool needsNoComputer(Command command) {
   return command == Command::CheckLanguage || command == Command::Doctor ||
-         command == Command::Merge;
+         command == Command::Merge || command == Command::ScanImages;
 }
 
 bool changesComputer(const Options& options) {
@@ -304,6 +315,7 @@ bool changesComputer(const Options& options) {
     case Command::CheckLanguage:
     case Command::Doctor:
     case Command::Merge:
+    case Command::ScanImages:
       return false;
     case Command::Fix:
       return !options.isRehearsal;

@@ -39,6 +39,7 @@ enum class Command {
   Automatic,
   Doctor,
   Merge,
+  ScanImages,
 };
 enum class Format { Tables, Json, JsonLines, Csv };
 
@@ -89,6 +90,14 @@ struct MergeOptions {
   std::string now;  // what it says of its time, in UTC; empty for the clock
 };
 
+// Which images are scanned, one by one, and what becomes of their results.
+struct ImagesOptions {
+  std::vector<std::string> lists;
+  std::string resultsFolder;
+  bool scansAgain = false;                             // also those that have a result
+  std::optional<std::chrono::duration<double>> limit;  // for each of them
+};
+
 struct Options {
   Command command = Command::Scan;
   Target target;
@@ -123,6 +132,7 @@ struct Options {
   std::string exclusion;                // key that is to be excluded
   SearchOptions search;
   MergeOptions merge = {};
+  ImagesOptions images = {};
   std::string mode;  // the program's own command line, of an automatic mode
 };
 

@@ -25,6 +25,7 @@ Writing writingOf(Command command) {
     case Command::Doctor:
     case Command::Detect:
     case Command::Merge:
+    case Command::ScanImages:
       return Writing::Nothing;
     case Command::Fix:
     case Command::Automatic:
@@ -91,6 +92,7 @@ int runCommand(const Options& options, Computer& computer, const Streams& stream
     case Command::Doctor:
     case Command::Detect:
     case Command::Merge:
+    case Command::ScanImages:
       break;
   }
   return failed;

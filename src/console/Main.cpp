@@ -10,6 +10,7 @@
 #include "console/DisplayText.h"
 #include "console/Doctor.h"
 #include "console/FormUse.h"
+#include "console/ImagesCommand.h"
 #include "console/LanguageCheckCommand.h"
 #include "console/MergeCommand.h"
 #include "console/Terminal.h"
@@ -46,6 +47,8 @@ int runWithoutComputer(const Options& options, const Streams& streams) {
       return runDoctor(doctorProbes(streams), options.format, streams);
     case Command::Merge:
       return merge(options.merge, std::cin, streams);
+    case Command::ScanImages:
+      return scanImages(options, std::cin, streams);
     default:
       return checkLanguage(options, streams);
   }

@@ -37,6 +37,7 @@ constexpr std::array placeholders{
     Placeholder{"FILE", Offered::Files},
     Placeholder{"KEY", Offered::Nothing},
     Placeholder{"LETTER=DIR", Offered::Drive},
+    Placeholder{"LIST", Offered::Files},
     Placeholder{"N", Offered::Nothing},
     Placeholder{"NAME", Offered::Nothing},
     Placeholder{"NAMES", Offered::List, categoryWords},

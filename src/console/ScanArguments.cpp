@@ -7,6 +7,16 @@
 namespace zelvreg::console {
 namespace {
 
+std::size_t rowNamed(std::string_view name) {
+  if (const auto row = categoryNamed(name)) {
+    return *row;
+  }
+  throw UsageError("\"" + std::string(trim(name)) +
+                   "\" is not a category; choose from: " + categoryNames());
+}
+
+}  // namespace
+
 std::string categoryNames() {
   std::string names;
   for (const Category& category : categories()) {
@@ -22,16 +32,6 @@ std::set<std::size_t> allRows() {
   }
   return rows;
 }
-
-std::size_t rowNamed(std::string_view name) {
-  if (const auto row = categoryNamed(name)) {
-    return *row;
-  }
-  throw UsageError("\"" + std::string(trim(name)) +
-                   "\" is not a category; choose from: " + categoryNames());
-}
-
-}  // namespace
 
 void ScanArguments::addScopeTo(CLI::App& command) {
   command.add_option("--only", only, "scan only these, separated by commas: " + categoryNames())

@@ -3,6 +3,8 @@
 #define ZELVREG_CONSOLE_SCAN_ARGUMENTS_H
 
 #include <CLI/CLI.hpp>
+#include <cstddef>
+#include <set>
 #include <string>
 
 #include "console/CommandLine.h"
@@ -24,6 +26,12 @@ struct ScanArguments {
   // Throws UsageError if a category does not exist, or the time is wrong.
   void applyTo(Options& options, bool isOnlyGiven) const;
 };
+
+// The names of all categories, with commas between.
+std::string categoryNames();
+
+// The numbers of all their rows.
+std::set<std::size_t> allRows();
 
 }  // namespace zelvreg::console
 

@@ -32,12 +32,16 @@ struct TargetArguments {
   void addTo(CLI::App& app, Target& target);
   // Throws UsageError if no computer is named, or a drive is wrong.
   void applyTo(Target& target) const;
+  // The same for the images that a command names itself. Throws UsageError if a computer is named
+  // as well, or anything that would not be true of all images.
+  void applyToImages(Target& target) const;
   // Decides whether an image may be written, when the command is known. Throws UsageError unless it
   // is said where a command writes that changes an image, and not said for one that does not.
   static void decideWriting(Options& options);
 
  private:
-  std::vector<CLI::Option*> ofDisks;  // that a machine folder does not take
+  std::vector<CLI::Option*> ofOneComputer;  // that many images do not take
+  std::vector<CLI::Option*> ofDisks;        // that a machine folder does not take
 };
 
 }  // namespace zelvreg::console

@@ -21,20 +21,33 @@ constexpr const char* computerGroup = "Which computer";
 constexpr const char* imageGroup = "Disks in image files";
 constexpr const char* diskGroup = "Disks, mounted or in an image file";
 
-void addImage(CLI::App& app, CLI::Option* image, Target& target) {
+// Those that say where a repair of the image writes.
+std::vector<CLI::Option*> addImage(CLI::App& app, CLI::Option* image, Target& target) {
   app.add_option("--partition", target.partition,
                  "the partition of the Windows to work on, if the image has more than one")
       ->type_name("N")
-      ->group(imageGroup)
-      ->needs(image);
+      ->group(imageGroup);
   auto* overlay = app.add_option("--overlay", target.overlay,
                                  "repair into this new qcow2 image on top, and only read FILE")
                       ->type_name("NEW.qcow2")
                       ->group(imageGroup);
-  app.add_flag("--in-place", target.writesInPlace, "repair FILE itself")
-      ->group(imageGroup)
-      ->needs(image)
-      ->excludes(overlay->needs(image));
+  auto* inPlace = app.add_flag("--in-place", target.writesInPlace, "repair FILE itself")
+                      ->group(imageGroup)
+                      ->needs(image)
+                      ->excludes(overlay->needs(image));
+  return {overlay, inPlace};
+}
+
+// Whether an option's value is true of whatever disk it is given for.
+bool isOfAnyDisk(const CLI::Option& option) {
+  return option.get_name() == "--as-is" || option.get_name() == "--missing-drives";
+}
+
+void applyUser(Target& target) {
+  if (target.user == everybody) {
+    target.everyUser = target.everyProfile = true;
+    target.user.clear();
+  }
 }
 
 }  // namespace
@@ -70,7 +83,8 @@ void TargetArguments::addTo(CLI::App& app, Target& target) {
                     ->group(computerGroup);
   machine->excludes(offline);
   image->excludes(machine)->excludes(offline);
-  addImage(app, image, target);
+  ofOneComputer = addImage(app, image, target);
+  ofOneComputer.insert(ofOneComputer.begin(), {machine, offline, image});
   app.add_option("--user", target.user,
                  "whose current user it is, or \"all\": scan or repair every user's keys; else the "
                  "one whose hive was written last")
@@ -95,16 +109,30 @@ void TargetArguments::addTo(CLI::App& app, Target& target) {
           ->type_name("N")};
   for (CLI::Option* option : ofDisks) {
     option->group(diskGroup);
+    if (!isOfAnyDisk(*option)) {
+      ofOneComputer.push_back(option);
+    }
   }
+}
+
+void TargetArguments::applyToImages(Target& target) const {
+  for (const CLI::Option* option : ofOneComputer) {
+    if (option->count() > 0) {
+      throw UsageError(option->get_name() +
+                       " is for one computer; leave it out, images names its own");
+    }
+  }
+  applyUser(target);
+  target.missingDrivesAreDead = missingDrives == "dead";
 }
 
 void TargetArguments::applyTo(Target& target) const {
   for (const std::string& drive : drives) {
     addDrive(target, drive);
   }
-  if (target.user == everybody) {
-    target.everyUser = target.everyProfile = true;
-    target.user.clear();
+  applyUser(target);
+  if (target.partition && target.image.empty()) {
+    throw UsageError("--partition is for an image; give it with --image, or behind images");
   }
   if (!target.user.empty() && !target.isDisk()) {
     throw UsageError(

@@ -28,6 +28,8 @@ void TargetArguments::applyTo(Target& target) const {
   target.user.clear();
 }
 
+void TargetArguments::applyToImages(Target& /*target*/) const {}
+
 void TargetArguments::decideWriting(Options& /*options*/) {}
 
 }  // namespace zelvreg::console

@@ -24,14 +24,22 @@ struct TimeArguments {
 
   void applyTo(Options& options) const {
     if (option->count() > 0) {
-      if (!(seconds > 0)) {
-        throw UsageError("--timeout takes a number of seconds above 0");
-      }
-      constexpr double century = 3.2e9;  // so that no number leads beyond the clock
-      options.deadline = std::chrono::steady_clock::now() +
-                         std::chrono::duration_cast<std::chrono::steady_clock::duration>(
-                             std::chrono::duration<double>(std::min(seconds, century)));
+      options.deadline = deadlineAfter(limitOf(seconds));
     }
+  }
+
+  // Throws UsageError for a time that none can keep to.
+  static std::chrono::duration<double> limitOf(double seconds) {
+    if (!(seconds > 0)) {
+      throw UsageError("--timeout takes a number of seconds above 0");
+    }
+    constexpr double century = 3.2e9;  // so that no number leads beyond the clock
+    return std::chrono::duration<double>(std::min(seconds, century));
+  }
+
+  static std::chrono::steady_clock::time_point deadlineAfter(std::chrono::duration<double> limit) {
+    return std::chrono::steady_clock::now() +
+           std::chrono::duration_cast<std::chrono::steady_clock::duration>(limit);
   }
 
   CLI::Option* option = nullptr;

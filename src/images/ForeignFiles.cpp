@@ -121,6 +121,18 @@ void refuseForeignFiles(const fs::path& image) {
   refuseForeignParts(image, looked);
 }
 
+std::vector<fs::path> namedParts(const fs::path& image) {
+  const FileDescriptor file = machine::openPlainFile(image);
+  Sector sector{};
+  std::vector<fs::path> parts;
+  if (file.isOpen() && machine::readAt(file, 0, sector.data(), sector.size()) > 0) {
+    for (const std::string& name : partsIn(partsText(file, sector))) {
+      parts.push_back(image.parent_path() / name);
+    }
+  }
+  return parts;
+}
+
 void requireBeside(const fs::path& image, const fs::path& part) {
   std::error_code error;
   if (part.parent_path() != image.parent_path() ||

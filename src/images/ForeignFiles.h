@@ -4,6 +4,7 @@
 #define ZELVREG_IMAGES_FOREIGN_FILES_H
 
 #include <filesystem>
+#include <vector>
 
 namespace zelvreg::images {
 
@@ -11,6 +12,10 @@ namespace zelvreg::images {
 // its content is in another file, whole or but for what differs. A file that cannot be read, or is
 // damaged, is left to whoever opens it. Images below it are not looked at.
 void refuseForeignFiles(const std::filesystem::path& image);
+
+// The files that an image names as its parts, whether they are there or not. None for a file that
+// is no image.
+std::vector<std::filesystem::path> namedParts(const std::filesystem::path& image);
 
 // Throws MachineError unless this file is a plain one beside the image of which it is a part.
 void requireBeside(const std::filesystem::path& image, const std::filesystem::path& part);

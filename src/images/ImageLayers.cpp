@@ -10,6 +10,7 @@
 
 #include "images/ForeignFiles.h"
 #include "images/ImageRefusal.h"
+#include "images/OwnMounts.h"
 #include "machine/base/PlainFile.h"
 #include "unicode/Unicode.h"
 
@@ -78,21 +79,27 @@ Json describe(Keeper& keeper, const fs::path& image) {
   return about;
 }
 
-// Also of those that the daemon opens along with an image.
-void refuseUnreadable(const fs::path& image, const std::string& format, const Json& about) {
+// What the daemon opens along with an image.
+std::vector<fs::path> partsOf(const fs::path& image, const Json& about) {
+  std::vector<fs::path> parts;
+  const Json specific = about.value("format-specific", Json::object());
+  const Json data = specific.value("data", Json::object());
+  for (const Json& extent : data.value("extents", Json::array())) {
+    if (fs::path file = extent.value("filename", ""); file != image) {
+      requireBeside(image, file);
+      parts.push_back(std::move(file));
+    }
+  }
+  return parts;
+}
+
+void refuseEncrypted(const fs::path& image, const std::string& format, const Json& about) {
   if (about.value("encrypted", false)) {
     const std::string of = format == "luks" ? "" : "encrypt.";
     refuse(image,
            "is encrypted; decrypt it, and name the copy: qemu-img convert --object "
            "secret,id=key,file=PASSWORD-FILE --image-opts driver=" +
                format + "," + of + "key-secret=key,file.filename=FILE -O qcow2 COPY.qcow2");
-  }
-  const Json specific = about.value("format-specific", Json::object());
-  const Json data = specific.value("data", Json::object());
-  for (const Json& extent : data.value("extents", Json::array())) {
-    if (const fs::path file = extent.value("filename", ""); file != image) {
-      requireBeside(image, file);
-    }
   }
 }
 
@@ -135,8 +142,10 @@ std::vector<ImageLayer> layersOf(Keeper& keeper, const fs::path& image) {
     // A raw one builds on nothing, whatever the computer has written there.
     const Json about = stated == "raw" ? Json::object() : describe(keeper, file);
     const std::string format = about.value("format", "raw");
-    refuseUnreadable(file, format, about);
-    layers.push_back({file, formatOf(file, stated.empty() ? format : stated)});
+    refuseEncrypted(file, format, about);
+    layers.push_back({.file = file,
+                      .format = formatOf(file, stated.empty() ? format : stated),
+                      .parts = partsOf(file, about)});
     const bool isDisk = layers.back().format == format && (format != "raw" || canBeRawDisk(file));
     if (!above.empty() && !isDisk) {
       refuseBase(above, file, layers.back().format);
@@ -149,6 +158,16 @@ std::vector<ImageLayer> layersOf(Keeper& keeper, const fs::path& image) {
     above = std::exchange(file, below);
   }
   return layers;
+}
+
+std::vector<fs::path> filesOf(const fs::path& image) {
+  Keeper keeper(ownMountFolder(), {});
+  std::vector<fs::path> files;
+  for (const ImageLayer& layer : layersOf(keeper, image)) {
+    files.push_back(layer.file);
+    files.insert(files.end(), layer.parts.begin(), layer.parts.end());
+  }
+  return files;
 }
 
 Json nodeOf(const std::vector<ImageLayer>& layers, bool canBeWritten) {

@@ -43,7 +43,8 @@ Keeper::Keeper(std::filesystem::path folder, const std::vector<std::string>& dae
                std::pair<Channel, Channel> ends)
     : connection(std::move(ends.first)) {
   std::vector<Channel> theirs;
-  for (std::size_t number = 0; number < daemonCount; ++number) {
+  const std::size_t count = daemonWords.empty() ? 0 : daemonCount;
+  for (std::size_t number = 0; number < count; ++number) {
     auto [near, far] = Channel::pair();
     daemons.push_back(std::move(near));
     theirs.push_back(std::move(far));

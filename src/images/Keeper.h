@@ -33,7 +33,8 @@ class Keeper {
   static constexpr std::size_t daemonCount = 2;
 
   // Starts the daemons, which are the same program and are each connected to this process by
-  // standard input and output. The folder is one of ownMountFolder(). Throws MachineError.
+  // standard input and output; without words there are none. The folder is one of ownMountFolder().
+  // Throws MachineError.
   Keeper(std::filesystem::path folder, const std::vector<std::string>& daemonWords);
   ~Keeper();
   Keeper(const Keeper&) = delete;

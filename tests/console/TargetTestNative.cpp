@@ -37,6 +37,12 @@ TEST(Target, ADiskTakesFurtherDrivesAUserAndAJudgementOfMissingOnes) {
   EXPECT_TRUE(target.missingDrivesAreDead);
 }
 
+TEST(Target, APartitionIsOfAnImage) {
+  EXPECT_EQ(parse({"--image", "disk", "--partition", "2"}).target.partition, 2U);
+  EXPECT_NE(complaint({"--offline", "/mnt", "--partition", "2"}).find("give it with --image"),
+            std::string::npos);
+}
+
 TEST(Target, MissingDrivesAreUnknownUnlessSaidOtherwise) {
   EXPECT_FALSE(parse({"--offline", "/mnt"}).target.missingDrivesAreDead);
   EXPECT_NE(complaint({"--offline", "/mnt", "--missing-drives", "maybe"}), "(none)");

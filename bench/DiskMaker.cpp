@@ -49,7 +49,7 @@ void addInterfaces(Registry& registry, RegistryKey& above, std::size_t count) {
 fs::path makeDisk(const fs::path& folder, const DiskSize& size) {
   const WorkFolder work;
   const fs::path source = work.path() / "machine";
-  makeMachine(source, {.keys = size.machineKeys});
+  makeMachine(source, {.keys = size.machineKeys, .seed = size.seed});
   constexpr int bits = 64;
   Registry registry(bits, "S-1-5-21-1-1-1-1001");
   static_cast<void>(machine::readRegistryFile(source / "registry.reg", registry));

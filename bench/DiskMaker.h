@@ -4,6 +4,7 @@
 #define ZELVREG_BENCH_DISK_MAKER_H
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 
 namespace zelvreg::bench {
@@ -13,6 +14,7 @@ namespace zelvreg::bench {
 struct DiskSize {
   std::size_t machineKeys = 40'000;
   std::size_t interfaces = 56'000;
+  std::uint64_t seed = 1;
 };
 
 // Makes a disk that holds nothing but one hive: HKEY_LOCAL_MACHINE\SOFTWARE of a made machine, with

@@ -27,11 +27,12 @@ int main(int count, char** arguments) {
     CLI::App app("Makes a folder or a disk that stands for a Windows computer, for measuring.",
                  "zelvreg-make-machine");
     app.add_option("folder", folder, "a new or empty folder")->required();
-    auto* kind = app.add_option_group("what is made")->require_option(1);
-    kind->add_option("--keys", size.keys, "a machine folder with so many keys")
-        ->check(CLI::Range(fewestKeys, mostKeys));
+    auto* kind = app.add_option_group("what is made")->require_option(1, 2);
+    auto* keys = kind->add_option("--keys", size.keys, "a machine folder with so many keys")
+                     ->check(CLI::Range(fewestKeys, mostKeys));
     kind->add_flag("--disk", isDisk,
-                   "a disk with a hive SOFTWARE of more than 64 MB, for zelvreg --offline");
+                   "a disk with a hive SOFTWARE, for zelvreg --offline: with --keys that of such a "
+                   "machine, else one of more than 64 MB");
     app.add_option("--seed", size.seed, "another number gives other content")
         ->capture_default_str();
     app.add_option("--labels", labelFile,
@@ -43,7 +44,9 @@ int main(int count, char** arguments) {
       return 0;
     }
     if (isDisk) {
-      makeDisk(folder, {});
+      const DiskSize large{.seed = size.seed};
+      const DiskSize ofMachine{.machineKeys = size.keys, .interfaces = 0, .seed = size.seed};
+      makeDisk(folder, keys->count() > 0 ? ofMachine : large);
       return 0;
     }
     if (labelFile.empty()) {

@@ -17,6 +17,8 @@ build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev nettle-dev 
 image_packages=(qemu-utils qemu-system-common ntfs-3g)
 # Tests make small disks of NTFS and images of them where these can be mounted.
 test_packages=("${image_packages[@]}" fdisk)
+# What runs scans of many images.
+engine_packages=("${image_packages[@]}" fdisk python3 parallel slurm-wlm munge)
 # What makes the manual and the help books.
 help_packages=(pandoc fp-utils python3)
 # The shells whose completions are tested; bash is there.

@@ -105,7 +105,7 @@ TEST(CommandLine, AMistypedNameIsAnsweredWithTheNearestOne) {
 
 TEST(CommandLine, AnOptionOfAnotherCommandIsToldFromAWrongOne) {
   EXPECT_EQ(complaint({"--only", "fonts", "scan"}),
-            "--only is an option of scan, detect, fix; give it behind that command");
+            "--only is an option of scan, detect, fix, images; give it behind that command");
   EXPECT_EQ(complaint({"scan", "--dry-run"}),
             "--dry-run is an option of fix; give it behind that command");
 }

@@ -43,6 +43,7 @@ def stage(release):
         sign(release, folder / name)
     for name in BESIDE_THEM:
         copy(need(release.windows / name, "build it first"), folder / name)
+    copy(CHECKOUT / "docs" / "schema", folder / "schema")
     (folder / "LICENSE.txt").write_bytes(with_dos_lines(CHECKOUT / "LICENSE"))
     (folder / "NOTICES.txt").write_bytes(licences.notices().replace("\n", "\r\n").encode("utf-8"))
     settle(folder, release.epoch)

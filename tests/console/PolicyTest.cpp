@@ -89,10 +89,14 @@ TEST_F(PolicyTest, ADiskIsNotBoundByWhatStandsOnIt) {
   setText(policies + "\\Exclusions", "1", "HKEY_LOCAL_MACHINE");
   options.target.offlineRoot = "/disk";
   EXPECT_EQ(scanned(), "Finished|Finished");
-  EXPECT_EQ(fixture::parsedJson(out.str())["total"], 1);
+  // Otherwise all of it would be excluded.
+  EXPECT_GT(fixture::parsedJson(out.str())["total"], 0);
 }
 
 TEST_F(PolicyTest, ItsExclusionsCountAndAreNamedInTheListAndStay) {
+  // Of the shared DLLs a real computer may have dead ones of its own.
+  options.rows = {1};
+  EXPECT_EQ(run(), problemsFound);
   setText(policies + "\\Exclusions", "1", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows");
   EXPECT_EQ(run(), nothingFound);
   options.command = Command::ListExclusions;

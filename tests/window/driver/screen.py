@@ -259,10 +259,15 @@ class Screen:
         # To the right of the check box.
         self.display.click(left + self.pixels(80), top + height // 2, times, button)
 
-    def tick_row(self, heading, text):
-        """Clicks the check box of a row."""
+    def click_box(self, heading, text):
+        """Clicks the check box of a row; returns the row as it was before."""
         row = self.row_in_view(heading, text)
         left, top, _, height = row["place"]
         self.display.click(left + self.pixels(15), top + height // 2)
+        return row
+
+    def tick_row(self, heading, text):
+        """The same, and waits until the tick has changed."""
+        row = self.click_box(heading, text)
         wait_until(f"the tick of “{text}” changes",
                    lambda: self.row(heading, text)[1]["ticked"] != row["ticked"])

@@ -30,7 +30,7 @@ def categories_stay_as_they_are_set(scene):
     for row in _rows(screen, "Categories"):
         expect("who has set it", row["description"].split(".")[0], WHO)
         expect("it cannot be changed", row["state"] & READ_ONLY, READ_ONLY)
-    screen.tick_row(ROWS_LIST, "Shared DLLs")
+    screen.click_box(ROWS_LIST, "Shared DLLs")
     screen.press("Select All")
     screen.picture("categories")
     expect("they are the same", _ticked(screen.window()), wanted)

@@ -101,6 +101,7 @@ std::string followingCases(const Commands& commands, Following kind, const Told&
 
 std::string bashWords(const std::vector<CompletedWord>& words) {
   std::vector<std::string> bare;
+  bare.reserve(words.size());
   for (const CompletedWord& each : words) {
     bare.push_back(each.word);
   }
@@ -109,6 +110,7 @@ std::string bashWords(const std::vector<CompletedWord>& words) {
 
 std::string zshWords(const std::vector<CompletedWord>& words) {
   std::vector<std::string> entries;
+  entries.reserve(words.size());
   for (const CompletedWord& each : words) {
     entries.push_back(quoted(each.word + ":" + each.meaning, posixQuote));
   }

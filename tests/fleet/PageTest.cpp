@@ -69,7 +69,7 @@ TEST(Page, DataHasRowsAndCounts) {
 
 TEST(Page, ComputersAreCountedByTheirFindings) {
   Merged merged;
-  for (const std::uint64_t findings : {0, 1, 10, 11, 25, 26, 1000, 1001, 90000}) {
+  for (const std::uint64_t findings : {0U, 1U, 10U, 11U, 25U, 26U, 1000U, 1001U, 90000U}) {
     merged.computers.push_back({.findings = findings});
   }
   const auto sizes = dataIn(pageText(merged))["sizes"];

@@ -247,7 +247,8 @@ class Screen:
                 return row
             self.display.click(*middle(shown.place), button=4 if top <= first else 5)
             return None
-        return wait_until(f"the row “{text}” comes into view", look)
+        # A turn of the wheel moves by a few rows, and the list is read again after each.
+        return wait_until(f"the row “{text}” comes into view", look, 90)
 
     def mark(self, heading, text):
         """What stands between the tick and the icon of a row, as one text for its pixels."""

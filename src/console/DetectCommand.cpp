@@ -98,29 +98,22 @@ void printLine(const std::string& text, const Streams& streams) {
   note(streams, text);
 }
 
-// What a command would have printed as its first line on the error stream, without its beginning.
-std::string firstLine(const std::string& lines) {
-  constexpr std::string_view beginning = "zelvreg: ";
-  const std::string line = lines.substr(0, lines.find('\n'));
-  return line.starts_with(beginning) ? line.substr(beginning.size()) : line;
-}
-
 }  // namespace
 
 int detect(const Options& options, const std::function<std::unique_ptr<Computer>()>& open,
            const Streams& streams) {
-  std::ostringstream told;
+  std::ostringstream unread;
   try {
     const auto computer = open();
     noteComputer(streams);
-    const Streams silent{.out = told, .error = told, .log = streams.log};
+    const Streams silent{.out = unread, .error = unread, .log = streams.log};
     UserTurns turns(options, *computer, silent);
     scanToRepair(turns, options, *computer);
     const Detection found = detectionOf(turns, *computer);
     computer->close();
     printLine(
         textOf(found) +
-            (turns.isAnybodyLeftOut() ? "; somebody was left out: " + firstLine(told.str()) : ""),
+            (turns.isAnybodyLeftOut() ? "; somebody was left out: " + silent.told->front() : ""),
         streams);
     return found.taken.empty() ? nothingFound : problemsFound;
   } catch (const std::exception& failure) {

@@ -22,7 +22,6 @@
 #include "images/ImagePrograms.h"
 #include "images/ImageResult.h"
 #include "images/OwnMounts.h"
-
 #include "json/JsonText.h"
 #include "machine/base/MachineError.h"
 #include "machine/base/PlainFile.h"

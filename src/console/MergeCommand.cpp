@@ -112,10 +112,10 @@ void write(const fleet::Merged& merged, const MergeOptions& options, const Strea
     writeTo(options.csv, fleet::csvText(merged), streams);
   }
   if (!options.html.empty()) {
-    const std::u8string csv = hostPath(options.csv).filename().u8string();
     const bool isPrinted = options.csv == standardStream;
     writeTo(options.html,
-            fleet::pageText(merged, isPrinted ? "" : std::string(csv.begin(), csv.end())), streams);
+            fleet::pageText(merged, isPrinted ? "" : hostText(hostPath(options.csv).filename())),
+            streams);
   }
 }
 

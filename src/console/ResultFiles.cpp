@@ -15,15 +15,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string textOf(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
+bool isFailureNote(const fs::path& file) {
+  return lowerCase(hostText(file.extension())) == ".error";
 }
 
-bool isFailureNote(const fs::path& file) { return lowerCase(textOf(file.extension())) == ".error"; }
-
 bool isOfResults(const fs::path& file) {
-  const std::string ending = lowerCase(textOf(file.extension()));
+  const std::string ending = lowerCase(hostText(file.extension()));
   return ending == ".json" || ending == ".jsonl" || isFailureNote(file);
 }
 
@@ -33,8 +30,8 @@ fleet::ResultSource sourceOf(const fs::path& file) {
     auto stream = std::make_unique<std::ifstream>(file, std::ios::binary);
     return stream->is_open() && !fs::is_directory(file, error) ? std::move(stream) : nullptr;
   };
-  return {.path = textOf(file),
-          .file = textOf(file.filename()),
+  return {.path = hostText(file),
+          .file = hostText(file.filename()),
           .isFailureNote = isFailureNote(file),
           .open = open};
 }
@@ -51,10 +48,10 @@ std::vector<fs::path> filesIn(const fs::path& folder) {
     }
   }
   if (error) {
-    throw std::runtime_error(textOf(folder) + " cannot be read; check who may read it");
+    throw std::runtime_error(hostText(folder) + " cannot be read; check who may read it");
   }
   if (files.empty()) {
-    throw std::runtime_error(textOf(folder) +
+    throw std::runtime_error(hostText(folder) +
                              " holds no results; their names end in .json or .jsonl");
   }
   return files;
@@ -75,7 +72,7 @@ const fs::path& SpooledInput::take(std::istream& input) {
                          ("zelvreg-" + std::to_string(random()) + "-" + std::to_string(random()));
   // Nobody else has made it, so nobody else's links are in it.
   if (!fs::create_directory(place)) {
-    throw std::runtime_error("standard input cannot be kept in " + textOf(place.parent_path()) +
+    throw std::runtime_error("standard input cannot be kept in " + hostText(place.parent_path()) +
                              "; run the command again");
   }
   folder = place;
@@ -88,7 +85,7 @@ const fs::path& SpooledInput::take(std::istream& input) {
   }
   kept.close();
   if (!kept) {
-    throw std::runtime_error("standard input cannot be kept in " + textOf(place.parent_path()) +
+    throw std::runtime_error("standard input cannot be kept in " + hostText(place.parent_path()) +
                              "; check the free disk space");
   }
   return file;

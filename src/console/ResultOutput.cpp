@@ -14,8 +14,11 @@ bool tellsFacts(const Options& options) {
 
 void printResult(const ScanResult& result, const Options& options, const Streams& streams,
                  const std::optional<RepairResult>& repair) {
-  if (options.format == Format::Json) {
-    streams.out << jsonText(result, repair);
+  const bool isJson = options.format == Format::Json;
+  const bool hasPage = !options.pageFile.empty();
+  const std::string json = isJson || hasPage ? jsonText(result, repair) : std::string();
+  if (isJson) {
+    streams.out << json;
   } else if (options.format == Format::JsonLines) {
     streams.out << jsonLines(result, repair);
   } else if (options.format == Format::Csv) {
@@ -26,8 +29,8 @@ void printResult(const ScanResult& result, const Options& options, const Streams
       streams.out << repairText(*repair, result.findings.size());
     }
   }
-  if (!options.pageFile.empty()) {
-    writeHostFile(options.pageFile, resultPage(jsonText(result, repair), result.facts.started));
+  if (hasPage) {
+    writeHostFile(options.pageFile, resultPage(json, result.facts.started));
   }
 }
 

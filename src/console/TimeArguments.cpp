@@ -4,25 +4,23 @@
 #include <string_view>
 
 #include "console/OptionGroups.h"
+#include "runtime/DateTime.h"
 
 namespace zelvreg::console {
 namespace {
 
 using Seconds = std::chrono::sys_seconds;
 
-std::string padded(long long number, std::size_t width) {
-  const std::string digits = std::to_string(number);
-  return std::string(width - std::min(width, digits.size()), '0') + digits;
-}
+std::string twoDigits(long long number) { return digits(static_cast<int>(number), 2); }
 
 std::string utcText(Seconds time) {
   const auto day = std::chrono::floor<std::chrono::days>(time);
   const std::chrono::year_month_day date(day);
   const std::chrono::hh_mm_ss clock(time - day);
-  return padded(static_cast<int>(date.year()), 4) + "-" +
-         padded(static_cast<unsigned>(date.month()), 2) + "-" +
-         padded(static_cast<unsigned>(date.day()), 2) + "T" + padded(clock.hours().count(), 2) +
-         ":" + padded(clock.minutes().count(), 2) + ":" + padded(clock.seconds().count(), 2) + "Z";
+  return digits(static_cast<int>(date.year()), 4) + "-" +
+         twoDigits(static_cast<unsigned>(date.month())) + "-" +
+         twoDigits(static_cast<unsigned>(date.day())) + "T" + twoDigits(clock.hours().count()) +
+         ":" + twoDigits(clock.minutes().count()) + ":" + twoDigits(clock.seconds().count()) + "Z";
 }
 
 // The digits from `first` on as a number; 0 for other text, which then is not written as it was

@@ -5,11 +5,6 @@
 namespace zelvreg {
 namespace {
 
-std::string digits(int number, std::size_t count) {
-  std::string text = std::to_string(number);
-  return text.insert(0, text.size() < count ? count - text.size() : 0, '0');
-}
-
 std::string joined(const std::string& first, const std::string& second, const std::string& third,
                    std::string_view separator) {
   std::string text = first;
@@ -17,6 +12,11 @@ std::string joined(const std::string& first, const std::string& second, const st
 }
 
 }  // namespace
+
+std::string digits(int number, std::size_t count) {
+  std::string text = std::to_string(number);
+  return text.insert(0, text.size() < count ? count - text.size() : 0, '0');
+}
 
 DateTime localDateTime() {
   SYSTEMTIME now{};

@@ -2,6 +2,7 @@
 #ifndef ZELVREG_RUNTIME_DATE_TIME_H
 #define ZELVREG_RUNTIME_DATE_TIME_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ struct DateTime {
 
 // The time of the computer's clock now.
 DateTime localDateTime();
+
+// At least so many digits, with zeros before it. The number must not be negative.
+std::string digits(int number, std::size_t count);
 
 // Day, month and year: "31.01.2026" for the separator ".".
 std::string dateText(const DateTime& time, std::string_view separator);

@@ -6,6 +6,7 @@
 #ifndef ZELVREG_TEXT_TEXT_H
 #define ZELVREG_TEXT_TEXT_H
 
+#include <concepts>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,7 +22,10 @@ std::string upperCase(std::string_view text);
 
 // The parts between the separators. An empty text has no parts. Any other text has one more than it
 // has separators. `separator` must not be empty.
+// The parts lie in `text`, so a text that is gone at the end of the statement has none.
 std::vector<std::string_view> split(std::string_view text, std::string_view separator);
+template <std::same_as<std::string> Text>
+void split(Text&& text, std::string_view separator) = delete;
 
 // Replaces each `from`, from left to right, without overlaps. `from` must not be empty.
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);

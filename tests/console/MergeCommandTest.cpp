@@ -113,9 +113,10 @@ TEST_F(MergeCommand, ABadFileIsOneLineAndTheOthersAreMerged) {
   const auto object = fixture::parsedJson(out.str());
   EXPECT_EQ(object["counts"]["computers"], 2);
   EXPECT_EQ(object["counts"]["failed"], 3);
-  const auto lines = split(error.str(), "\n");
-  ASSERT_EQ(lines.size(), 4U) << error.str();
-  EXPECT_FALSE(contains(error.str(), "\x1b"));
+  const std::string told = error.str();
+  const auto lines = split(told, "\n");
+  ASSERT_EQ(lines.size(), 4U) << told;
+  EXPECT_FALSE(contains(told, "\x1b"));
   EXPECT_TRUE(contains(lines[0], "cut.json is cut short")) << lines[0];
 }
 

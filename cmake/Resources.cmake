@@ -41,6 +41,18 @@ endfunction()
 
 resources(icon-resources "${pictures}/icons.rc")
 
+# What the event log of Windows says of the program. The compiler of messages writes the numbers of
+# the languages' files into a script.
+find_program(MESSAGE_COMPILER NAMES i686-w64-mingw32-windmc REQUIRED)
+set(messages "${CMAKE_SOURCE_DIR}/assets/events.mc")
+add_custom_command(
+  OUTPUT "${pictures}/events.rc"
+  COMMAND "${MESSAGE_COMPILER}" --codepage_in=65001 --unicode_out "--rcdir=${pictures}"
+          "--headerdir=${pictures}" "${messages}"
+  DEPENDS "${messages}"
+  VERBATIM)
+resources(event-messages "${pictures}/events.rc")
+
 # program_resources(TARGET PROGRAM DESCRIPTION) makes what a program shows of itself.
 function(program_resources target PROGRAM DESCRIPTION)
   set(manifest "${pictures}/${PROGRAM}.manifest")

@@ -5,7 +5,8 @@ import uuid
 from xml.etree import ElementTree
 
 from . import windows
-from .product import FOLDER_ACCESS, PASSING, PROGRAM_KEY, facts, run
+from .product import (EVENT_KEY, EVENT_PROGRAM, EVENT_TYPES, FOLDER_ACCESS, PASSING, PROGRAM_KEY,
+                      facts, run)
 
 NAMESPACE = "http://schemas.microsoft.com/wix/2006/wi"
 LOCK_TABLE = "\r\n".join((
@@ -96,6 +97,10 @@ class Package:
         node(main, "CreateFolder")
         node(main, "RegistryValue", Root="HKLM", Key=PROGRAM_KEY, Name="InstalledBy", Type="string",
              Value="Windows Installer", KeyPath="yes")
+        node(main, "RegistryValue", Root="HKLM", Key=EVENT_KEY, Name="EventMessageFile",
+             Type="expandable", Value=f"[INSTALLFOLDER]{EVENT_PROGRAM}")
+        node(main, "RegistryValue", Root="HKLM", Key=EVENT_KEY, Name="TypesSupported",
+             Type="integer", Value=str(EVENT_TYPES))
         shortcuts = self._component(menu, "Shortcuts")
         for name, file in (("Fix Registry Problems", "zelvreg.exe"), ("Help", "zelvhelp.chm")):
             node(shortcuts, "Shortcut", Id=file.replace(".", "_"), Directory="MENU", Name=name,

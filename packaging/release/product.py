@@ -15,6 +15,11 @@ PACKAGING = CHECKOUT / "packaging"
 
 # Where set-up program and Windows Installer package tell each other of themselves.
 PROGRAM_KEY = r"Software\zelvane\zelvreg"
+# The source of its events in the event log of Windows, and the program that has their messages. It
+# reports errors, warnings and information (1 + 2 + 4).
+EVENT_KEY = r"SYSTEM\CurrentControlSet\Services\EventLog\Application\zelvreg"
+EVENT_PROGRAM = "zelvreg-console.exe"
+EVENT_TYPES = 7
 # The program's folder: full control for SYSTEM and Administrators, reading for Users, wherever it is.
 FOLDER_ACCESS = "D:PAI(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)"
 # Files that the program makes there and nobody misses.

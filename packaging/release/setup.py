@@ -1,7 +1,8 @@
 """The set-up program, made by NSIS."""
 
 from . import windows
-from .product import FOLDER_ACCESS, PACKAGING, PASSING, PROGRAM_KEY, facts, run
+from .product import (EVENT_KEY, EVENT_PROGRAM, EVENT_TYPES, FOLDER_ACCESS, PACKAGING, PASSING,
+                      PROGRAM_KEY, facts, run)
 
 
 def removal(release):
@@ -26,6 +27,7 @@ def make(release):
         "GENERATED": generated, "OUT": target, "SIZE": windows.size_in_kilobytes(release),
         "ICON": release.windows / "pictures" / "zelvreg.ico",
         "PROGRAM_KEY": PROGRAM_KEY, "FOLDER_ACCESS": FOLDER_ACCESS,
+        "EVENT_KEY": EVENT_KEY, "EVENT_PROGRAM": EVENT_PROGRAM, "EVENT_TYPES": EVENT_TYPES,
         "PUBLISHER": about["publisher"], "HOMEPAGE": about["homepage"],
     }
     run("makensis", "-V2", "-WX", *(f"-D{name}={value}" for name, value in settings.items()),

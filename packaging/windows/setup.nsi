@@ -1,5 +1,6 @@
 ; The set-up program. tools/release gives it VERSION, NUMBERS (four of them), STAGE, OUT, SIZE in KB,
-; PROGRAM_KEY, FOLDER_ACCESS, and the folder GENERATED with the list of what is removed.
+; PROGRAM_KEY, FOLDER_ACCESS, EVENT_KEY, EVENT_PROGRAM, EVENT_TYPES, and the folder GENERATED with the
+; list of what is removed.
 ;
 ;   /S              silently
 ;   /D=FOLDER       into this folder; last, and without quotation marks
@@ -159,6 +160,9 @@ Section
   CreateShortcut "$SMPROGRAMS\zelvreg\Fix Registry Problems.lnk" "$INSTDIR\zelvreg.exe"
   CreateShortcut "$SMPROGRAMS\zelvreg\Help.lnk" "$INSTDIR\zelvhelp.chm"
 
+  WriteRegExpandStr HKLM "${EVENT_KEY}" "EventMessageFile" "$INSTDIR\${EVENT_PROGRAM}"
+  WriteRegDWORD HKLM "${EVENT_KEY}" "TypesSupported" ${EVENT_TYPES}
+
   DeleteRegValue HKLM "${PROGRAM_KEY}" "KeptIn"
   WriteRegStr HKLM "${PROGRAM_KEY}" "InstalledBy" "Set-up"
   WriteRegStr HKLM "${UNINSTALL_KEY}" "DisplayName" "zelvreg - Fix Registry Problems"
@@ -203,6 +207,7 @@ Section "un.zelvreg"
   RMDir "$SMPROGRAMS\zelvreg"
   DeleteRegKey HKLM "${UNINSTALL_KEY}"
   DeleteRegKey HKLM "${PROGRAM_KEY}"
+  DeleteRegKey HKLM "${EVENT_KEY}"
 SectionEnd
 
 Section /o "un.$(removeData)" removeData

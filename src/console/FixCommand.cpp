@@ -15,6 +15,7 @@
 #include "form/Form42.h"
 #include "repair/RepairPlan.h"
 #include "runtime/Directory.h"
+#include "scan/ExportPath.h"
 #include "undo/UndoStores.h"
 
 namespace zelvreg::console {

@@ -78,7 +78,8 @@ std::string entryOf(const CLI::Option& option) {
 std::string argumentsOf(const CLI::App& app) {
   std::string text;
   for (const CLI::Option* argument : shownArguments(app)) {
-    const std::string name = placeholderOf(*argument);
+    const bool canBeRepeated = argument->get_items_expected_max() > 1;
+    const std::string name = placeholderOf(*argument) + (canBeRepeated ? "..." : "");
     text += argument->get_required() ? " " + name : " [" + name + "]";
   }
   return text;

@@ -15,6 +15,7 @@
 #include "console/MergeCommand.h"
 #include "console/Terminal.h"
 #include "form/Version.h"
+#include "scan/EventLog.h"
 
 namespace {
 
@@ -55,8 +56,15 @@ int runWithoutComputer(const Options& options, const Streams& streams) {
 }
 
 int run(const Options& options, const Streams& streams) {
-  return needsNoComputer(options.command) ? runWithoutComputer(options, streams)
-                                          : runOnComputer(options, streams);
+  if (needsNoComputer(options.command)) {
+    return runWithoutComputer(options, streams);
+  }
+  try {
+    return runOnComputer(options, streams);
+  } catch (const std::exception& failure) {
+    zelvreg::reportEvent(zelvreg::LoggedEvent::CommandFailed, {failure.what()});
+    throw;
+  }
 }
 
 // The same with its begin and its end in the log, if there is one.

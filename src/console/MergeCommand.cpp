@@ -4,7 +4,7 @@
 #include <optional>
 #include <random>
 
-#include "console/DisplayText.h"
+#include "console/FormUse.h"
 #include "console/HostFile.h"
 #include "console/HostReplace.h"
 #include "console/MergeArguments.h"
@@ -124,9 +124,7 @@ void write(const fleet::Merged& merged, const MergeOptions& options, const Strea
 int merge(const MergeOptions& options, std::istream& input, const Streams& streams) {
   SpooledInput spooled;
   bool hasBadSource = false;
-  const auto tellLine = [&streams](const std::string& line) {
-    streams.error << "zelvreg: " << printable(line) << "\n";
-  };
+  const auto tellLine = [&streams](const std::string& line) { tell({line}, streams); };
   const fleet::MergeListener listener{.onBadSource =
                                           [&](const std::string& line) {
                                             hasBadSource = true;

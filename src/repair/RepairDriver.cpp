@@ -9,6 +9,7 @@
 #include "repair/RepairPlan.h"
 #include "repair/RepairRoutines.h"
 #include "repair/SafetyExport.h"
+#include "scan/EventLog.h"
 #include "scan/Findings.h"
 #include "scan/OutcomeLine.h"
 #include "scan/Policies.h"
@@ -48,13 +49,18 @@ bool isConfirmed(const Form42& form) {
                                                  .title = {}}) != Answer::No;
 }
 
+void tellRefusal(const Form42& form, const std::string& why) {
+  reportEvent(form, LoggedEvent::RepairRefused, {why});
+  if (!runsByItself(form)) {
+    form.dialogs.tell(why, MessageIcon::Exclamation);
+  }
+}
+
 bool isExportKept(Form42& form) {
   if (!form.safeguards.exportsFirst || writeSafetyExport(form, *form.repairPlan)) {
     return true;
   }
-  if (!runsByItself(form)) {
-    form.dialogs.tell(textOf(form, "fix-no-export"), MessageIcon::Exclamation);
-  }
+  tellRefusal(form, textOf(form, "fix-no-export"));
   return false;
 }
 
@@ -70,9 +76,7 @@ bool isUndoKept(Form42& form) {
     return true;
   }
   removeSafetyExport(form);
-  if (!runsByItself(form)) {
-    form.dialogs.tell(textOf(form, "fix-no-journal"), MessageIcon::Exclamation);
-  }
+  tellRefusal(form, textOf(form, "fix-no-journal"));
   return false;
 }
 
@@ -145,6 +149,7 @@ void repairTickedRows(Form42& form) {
 void repairAndLookAgain(Form42& form) {
   repairTickedRows(form);
   countOutcome(form, RegistryState());
+  reportRepair(form);
   showOutcome(form);
   if (form.safeguards.protects) {
     tellWhatStayed(form);

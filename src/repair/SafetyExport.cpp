@@ -9,6 +9,7 @@
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
+#include "scan/ExportPath.h"
 #include "text/Wide.h"
 
 namespace zelvreg {
@@ -52,15 +53,11 @@ bool isThere(const std::string& path) {
   return GetFileAttributesW(Wide(path).get()) != INVALID_FILE_ATTRIBUTES;
 }
 
-std::string pathOf(const Form42& form, const std::string& stem) {
-  return form.programFolder + "\\backup\\registry\\" + stem + ".reg";
-}
-
 // A name that no export has yet, without ".reg".
 std::string freeStem(const Form42& form) {
   const std::string stamp = stampOf(localDateTime());
   std::string stem = stamp;
-  for (int number = 2; isThere(pathOf(form, stem)); ++number) {
+  for (int number = 2; isThere(exportPath(form, stem)); ++number) {
     stem = stamp + "-" + std::to_string(number);
   }
   return stem;
@@ -74,7 +71,7 @@ bool writeFile(Form42& form, const std::string& bytes) {
     makePrivateFolder(folder);
   }
   const std::string stem = freeStem(form);
-  if (!replaceFileText(pathOf(form, stem), bytes, FileReaders::Administrators)) {
+  if (!replaceFileText(exportPath(form, stem), bytes, FileReaders::Administrators)) {
     return false;
   }
   form.exportStem = stem;
@@ -96,7 +93,7 @@ bool writeSafetyExport(Form42& form, const RepairPlan& repair) {
 
 void removeSafetyExport(Form42& form) {
   if (!form.exportStem.empty()) {
-    DeleteFileW(Wide(pathOf(form, form.exportStem)).get());
+    DeleteFileW(Wide(exportPath(form, form.exportStem)).get());
     form.exportStem.clear();
   }
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "runtime/FileSecurity.h"
+#include "runtime/ProcessUser.h"
 #include "runtime/SystemSids.h"
 #include "text/Wide.h"
 
@@ -31,28 +32,6 @@ constexpr ACCESS_MASK writesFile = writeData | appendData | overAll;
 constexpr ACCESS_MASK writesFolder = writeData | deleteChild | overAll;
 
 constexpr std::array trustedSids{administratorsSid, systemSid, installerOfWindowsSid};
-
-// The identifier of the user of this process; empty if it cannot be read.
-std::vector<BYTE> processUser() {
-  HANDLE token = nullptr;
-  if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == FALSE) {
-    return {};
-  }
-  DWORD size = 0;
-  GetTokenInformation(token, TokenUser, nullptr, 0, &size);
-  std::vector<BYTE> record(size);
-  const bool isRead = size >= sizeof(TOKEN_USER) &&
-                      GetTokenInformation(token, TokenUser, record.data(), size, &size) != FALSE;
-  CloseHandle(token);
-  if (!isRead) {
-    return {};
-  }
-  // The record points to the identifier, which lies after it: it is no good as a copy.
-  TOKEN_USER user{};
-  std::memcpy(&user, record.data(), sizeof user);
-  const auto* sid = static_cast<const BYTE*>(user.User.Sid);
-  return {sid, sid + GetLengthSid(user.User.Sid)};
-}
 
 class Judge {
  public:

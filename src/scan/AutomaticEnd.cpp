@@ -44,6 +44,10 @@ void answerRecheck() { keepSetting(settings::recheck, "rc", "1"); }
 
 }  // namespace
 
+bool endsItself(const Form42& form) {
+  return form.autoMode == listMode || form.autoMode == listAndFixMode || form.recheckMode == 1;
+}
+
 void endAutomaticScan(Form42& form) {
   if (form.autoMode == listAndFixMode) {
     repairAll(form);

@@ -9,6 +9,7 @@
 #include "registry/SubkeyEnumerators.h"
 #include "scan/AutomaticEnd.h"
 #include "scan/CategoryTable.h"
+#include "scan/EventLog.h"
 #include "scan/Findings.h"
 #include "scan/Policies.h"
 #include "scan/Resolver.h"
@@ -122,7 +123,7 @@ void testRows(Form42& form) {
   form.testedRow = 0;
 }
 
-void endScan(Form42& form) {
+void endScan(Form42& form, bool isWhole) {
   if (form.View2.count() == 0 && form.recheckMode != 1) {
     form.Frame1.visible = true;
     form.Frame3.visible = false;
@@ -131,9 +132,13 @@ void endScan(Form42& form) {
     form.Picture1.visible = false;
     form.cancelRequested = true;
   }
+  if (endsItself(form)) {
+    reportScan(form, isWhole);
+  }
   endAutomaticScan(form);
   // After the automatic modes, which see and repair what the user has excluded.
   form.Command29.click();
+  reportScan(form, isWhole);
   closeScanPanel(form);
 }
 
@@ -154,7 +159,7 @@ void runScan(Form42& form) {
   }
   clearResults(form);
   testRows(form);
-  endScan(form);
+  endScan(form, !isStopAsked(form));
 }
 
 void saveSelection(const Form42& form) {

@@ -4,6 +4,7 @@
 
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
+#include "scan/ExportPath.h"
 #include "text/Wide.h"
 #include "undo/JournalFile.h"
 #include "undo/UndoRestore.h"

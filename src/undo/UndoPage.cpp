@@ -10,6 +10,8 @@
 #include "roots/Roots.h"
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
+#include "scan/EventLog.h"
+#include "scan/ExportPath.h"
 #include "scan/OutcomeLine.h"
 #include "scan/Policies.h"
 #include "scan/Settings.h"
@@ -77,10 +79,12 @@ std::int64_t numberOfLabel(const std::string& label) {
 
 void tellRefusal(Form42& form, const std::string& text) {
   form.isUndoRefused = true;
+  reportEvent(form, LoggedEvent::UndoRefused, {text});
   form.dialogs.tell(text, MessageIcon::Exclamation);
 }
 
-void tellEnd(Form42& form) {
+void tellEnd(Form42& form, const std::string& path) {
+  reportEvent(form, LoggedEvent::RepairUndone, {path});
   form.dialogs.tell(textOf(form, "undo-finished"), MessageIcon::Information);
 }
 
@@ -103,7 +107,7 @@ void restoreExport(Form42& form, const std::string& path) {
   }
   const RegistryImport import = importRegistryFile(path);
   if (import.isDone) {
-    tellEnd(form);
+    tellEnd(form, path);
   } else {
     tellRefusal(form, path + ": " + import.message);
   }
@@ -127,7 +131,7 @@ void restoreByJournal(Form42& form, const std::string& stem) {
     file.emplace();
   }
   restoreJournal(form, *file);
-  tellEnd(form);
+  tellEnd(form, path);
 }
 
 }  // namespace

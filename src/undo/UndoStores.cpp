@@ -80,8 +80,4 @@ std::string journalPath(const Form42& form, const std::string& stem) {
   return form.programFolder + "\\" + stem + ".txt";
 }
 
-std::string exportPath(const Form42& form, const std::string& stem) {
-  return form.programFolder + "\\backup\\registry\\" + stem + ".reg";
-}
-
 }  // namespace zelvreg

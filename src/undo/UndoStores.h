@@ -44,9 +44,8 @@ void removeUndoEntry(std::int64_t number);
 std::string undoSetting();
 void keepUndoSetting(bool isOn);
 
-// The path of a journal or a safety export with this stem, which must be plain to be opened.
+// The path of a journal with this stem, which must be plain to be opened.
 std::string journalPath(const Form42& form, const std::string& stem);
-std::string exportPath(const Form42& form, const std::string& stem);
 
 }  // namespace zelvreg
 

@@ -82,7 +82,8 @@ TEST(Help, NamesWhatAnOptionTakes) {
     EXPECT_NE(fix.find(entry), std::string::npos) << entry;
   }
   EXPECT_NE(printed({"search", "--help"}).find("search [OPTIONS] TEXT"), std::string::npos);
-  EXPECT_NE(printed({"languages", "use", "--help"}).find("languages use TAG"), std::string::npos);
+  EXPECT_NE(printed({"languages", "use", "--help"}).find("languages use TAG\n"), std::string::npos);
+  EXPECT_NE(printed({"merge", "--help"}).find("merge [OPTIONS] RESULT..."), std::string::npos);
 }
 
 TEST(Help, OfACommandIsItsOwnHoweverItIsAskedFor) {

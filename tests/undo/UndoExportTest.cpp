@@ -4,6 +4,7 @@
 #include "repair/RepairDriver.h"
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
+#include "scan/ExportPath.h"
 #include "scan/Findings.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"

@@ -333,6 +333,14 @@ BOOL AdjustTokenPrivileges(HANDLE token, BOOL disablesAll, PTOKEN_PRIVILEGES cha
 BOOL GetTokenInformation(HANDLE token, TOKEN_INFORMATION_CLASS what, LPVOID information, DWORD size,
                          PDWORD needed);
 
+inline constexpr WORD EVENTLOG_ERROR_TYPE = 1;
+inline constexpr WORD EVENTLOG_WARNING_TYPE = 2;
+inline constexpr WORD EVENTLOG_INFORMATION_TYPE = 4;
+HANDLE RegisterEventSourceW(LPCWSTR server, LPCWSTR source);
+BOOL ReportEventW(HANDLE source, WORD type, WORD category, DWORD number, PSID user, WORD count,
+                  DWORD dataSize, LPCWSTR* texts, LPVOID data);
+BOOL DeregisterEventSource(HANDLE source);
+
 BOOL InitializeSecurityDescriptor(PSECURITY_DESCRIPTOR descriptor, DWORD revision);
 BOOL GetSecurityDescriptorOwner(PSECURITY_DESCRIPTOR descriptor, PSID* owner, LPBOOL defaulted);
 BOOL GetSecurityDescriptorDacl(PSECURITY_DESCRIPTOR descriptor, LPBOOL present, PACL* acl,

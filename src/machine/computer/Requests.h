@@ -42,10 +42,20 @@ struct SuiteMessage {
   std::optional<HWND> parameter;  // what lParam pointed to; none for a null pointer
 };
 
+// An event that was reported to the event log. Texts are UTF-8.
+struct EventReport {
+  WORD type = 0;
+  DWORD number = 0;
+  bool hasUser = false;
+  std::vector<std::string> texts;
+};
+
 struct Requests {
   KeyRequest newestKey;  // of the last call that made or opened one by RegCreateKeyExW
   std::vector<OpenRequest> opened;
   std::vector<SuiteMessage> suiteMessages;
+  std::string eventSource;  // whose events they are, by the last call
+  std::vector<EventReport> events;
 };
 
 }  // namespace zelvreg::machine

@@ -8,7 +8,7 @@ from pathlib import Path
 from driver.box import CHECKOUT, Box, copy_prefix
 from driver.display import Displays
 from release import windows
-from release.product import Release, version_of_checkout
+from release.product import EVENT_KEY, Release, version_of_checkout
 
 
 # Where it is installed unless something else is wanted.
@@ -107,3 +107,7 @@ class Computer:
 
     def keys(self, path):
         return self.box.registry("HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\" + path)
+
+    def event_source(self):
+        """The values of its source of events; empty without one."""
+        return next(iter(self.box.registry("HKEY_LOCAL_MACHINE\\" + EVENT_KEY).values()), {})

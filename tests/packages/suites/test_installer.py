@@ -32,10 +32,12 @@ class InstallerTest(unittest.TestCase):
             self.assertTrue(any(name.endswith("zelvreg/Fix Registry Problems.lnk")
                                 for name in computer.files(computer.drive)))
             use.check_console(self, computer, PROGRAM)
+            use.check_events(self, computer, PROGRAM)
             use.check_window(computer, FOLDER, "msi")
             self.assertEqual(msiexec(computer, "/x", package), 0)
             self.assertFalse(computer.program.exists())
             self.assertEqual((versions(computer), computer.keys(r"zelvane\zelvreg")), ([], {}))
+            self.assertEqual(computer.event_source(), {})
 
     def test_upgrades_and_keeps_what_belongs_to_the_user(self):
         with Computer("msi-upgrade") as computer:

@@ -28,6 +28,7 @@ class PortableTest(unittest.TestCase):
             self.assertIn("[undo]", settings)
             self.assertEqual(computer.run(program, "undo", "restore", "1")[0], 0)
             self.assertEqual(computer.keys("zelvane"), before)
+            self.assertEqual(use.reported_events(self, computer, f"C:\\Stick\\{inside}"), [])
 
     def test_does_not_restore_where_ordinary_users_can_write(self):
         with Computer("portable-open") as computer:

@@ -40,6 +40,7 @@ class SetupTest(unittest.TestCase):
             self.assertEqual(about["DisplayVersion"], f'"{version()}"')
             self.assertIn("/S", about["QuietUninstallString"])
             use.check_console(self, computer, PROGRAM)
+            use.check_events(self, computer, PROGRAM)
             use.check_window(computer, FOLDER, "setup")
             uninstall(computer)
             left = set(computer.files(computer.drive)) - before
@@ -47,6 +48,7 @@ class SetupTest(unittest.TestCase):
             self.assertFalse(computer.program.exists())
             self.assertFalse((computer.drive / MENU).exists())
             self.assertEqual((computer.keys(UNINSTALL), computer.keys(r"zelvane\zelvreg")), ({}, {}))
+            self.assertEqual(computer.event_source(), {})
 
     @staticmethod
     def _files():

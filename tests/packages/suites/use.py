@@ -2,9 +2,11 @@
 
 import contextlib
 import json
+import subprocess
 
 from driver import findings
 from driver.screen import Screen
+from release.product import EVENT_PROGRAM
 
 from .given import Given, version
 
@@ -51,6 +53,24 @@ def check_console(test, computer, folder):
     # What the package itself has registered is alive.
     test.assertFalse([each for each in json.loads(said)["findings"]
                       if "zelvreg" in each["badValue"].lower()])
+
+
+def check_events(test, computer, folder):
+    """The event log finds the messages in the console, which reports to it what has failed."""
+    test.assertEqual(computer.event_source()["TypesSupported"], "dword:00000007")
+    program = computer.box.folder / EVENT_PROGRAM
+    resources = subprocess.run(["i686-w64-mingw32-windres", program], check=True,
+                               stdout=subprocess.PIPE).stdout
+    test.assertIn(b"MESSAGETABLE", resources)
+    test.assertEqual(len(reported_events(test, computer, folder)), 1)
+
+
+def reported_events(test, computer, folder):
+    """The lines of Wine on what the console reports of a command that fails."""
+    status, said = computer.box.sh(
+        f"WINEDEBUG=err+eventlog wine '{folder}\\{EVENT_PROGRAM}' undo restore 99 2>&1")
+    test.assertEqual(status, 2, said)
+    return [line for line in said.splitlines() if "ReportEventW" in line]
 
 
 @contextlib.contextmanager

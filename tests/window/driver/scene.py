@@ -41,10 +41,11 @@ def told_always(story):
 class Stage:
     """What all stories share."""
 
-    def __init__(self, build, work, pictures, displays, limit=300):
-        """`displays` gives one for each size; `limit` is how many seconds a scene may take."""
+    def __init__(self, build, work, pictures, display, limit=900):
+        """`display` is for what comes before the first scene; `limit` is how many seconds a scene
+        may take."""
         self.limit = limit
-        self.build, self.work, self.pictures, self.displays = build, work, pictures, displays
+        self.build, self.work, self.pictures, self.display = build, work, pictures, display
         self.empty, self.demo = work / "empty", work / "demo"
         tool = findings.CHECKOUT / "tools" / "demo-prefix"
         subprocess.run([tool, "--empty", build, self.empty], check=True)
@@ -56,14 +57,14 @@ class Stage:
     def _scan(self, name, source, registry):
         prefix = self.work / name
         copy_prefix(source, prefix)
-        box = Box(self.build, prefix, self.displays[None].name, registry)
+        box = Box(self.build, prefix, self.display.name, registry)
         try:
             return findings.of_json(box.sh("wine zelvreg-console.exe scan --json")[1])
         finally:
             box.close()
 
-    def scene(self, story, locale=None, screen=None):
-        return Scene(self, story, locale, self.displays[screen])
+    def scene(self, story, locale=None, display=None):
+        return Scene(self, story, locale, display or self.display)
 
 
 class Scene:

@@ -95,7 +95,7 @@ def a_scan_is_stopped(scene):
     screen.press("Start")
     screen.see("the scan runs", lambda window: window.says("Invalid Font Reference"))
     screen.press("Cancel")
-    screen.see("so many are implausible", lambda box: box.says("This is implausible"), BOX, 60)
+    screen.see("so many are implausible", lambda box: box.says("This is implausible"), BOX, 180)
     screen.picture("implausible")
     screen.press("OK", BOX)
     screen.see_results()
@@ -120,7 +120,7 @@ def a_scan_tells_how_far_it_is_and_how_long_it_will_take(scene):
                                                                    "left"))
     screen.picture("time-left", moves=True)
     screen.press("Cancel")
-    screen.see("so many are implausible", lambda box: box.says("This is implausible"), BOX, 60)
+    screen.see("so many are implausible", lambda box: box.says("This is implausible"), BOX, 180)
     screen.press("OK", BOX)
     screen.see_results()
     expect("a scan that was stopped tells nothing of the next one",

@@ -1,11 +1,10 @@
 """The program for translators."""
 
 from driver.languages import language
+from driver.names import compare
 from driver.scene import told_always
 from driver.screen import MAIN, SMALL, middle, plain
 from driver.waiting import expect, wait_until
-
-from stories.names import compare
 
 TRANSLATOR = "ZelvregTranslator"
 LANG = r"C:\Program Files (x86)\zelvreg\lang"

@@ -62,15 +62,17 @@ def check_events(test, computer, folder):
     resources = subprocess.run(["i686-w64-mingw32-windres", program], check=True,
                                stdout=subprocess.PIPE).stdout
     test.assertIn(b"MESSAGETABLE", resources)
-    test.assertEqual(len(reported_events(test, computer, folder)), 1)
+    test.assertEqual(reported_events(test, computer, folder),
+                     ['"there is no row 99; the list of journals has 0"'])
 
 
 def reported_events(test, computer, folder):
-    """The lines of Wine on what the console reports of a command that fails."""
+    """What the console reports of a command that fails: Wine prints errors that it is told."""
     status, said = computer.box.sh(
         f"WINEDEBUG=err+eventlog wine '{folder}\\{EVENT_PROGRAM}' undo restore 99 2>&1")
     test.assertEqual(status, 2, said)
-    return [line for line in said.splitlines() if "ReportEventW" in line]
+    return [line.partition("ReportEventW L")[2] for line in said.splitlines()
+            if "err:eventlog" in line]
 
 
 @contextlib.contextmanager

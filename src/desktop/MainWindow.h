@@ -196,6 +196,7 @@ class MainWindow : private ControlPeer, private ScanSigns {
   using Clock = std::chrono::steady_clock;
   Clock::time_point servedAt;
   Clock::time_point drawnAt;
+  Clock::duration drawTime{};  // how long that took
   // How many rows each category had when the results last had another number of them.
   std::array<std::size_t, 16> counts{};
   std::size_t countedRevision = 0;

@@ -12,23 +12,25 @@ $Timeout = 1800
 
 $ErrorActionPreference = 'Stop'
 
-# Where the program is: as its set-up program says, or in the folder that both installers propose.
+# Where the program is: as its installer says, which registers it for the event log, or in the folder
+# that both installers propose.
 function Find-Program {
-    $folders = @($Folder)
-    foreach ($software in 'HKLM:\SOFTWARE\WOW6432Node', 'HKLM:\SOFTWARE') {
-        $key = "$software\Microsoft\Windows\CurrentVersion\Uninstall\zelvreg"
-        if (Test-Path -LiteralPath $key) {
-            $folders += (Get-Item -LiteralPath $key).GetValue('InstallLocation')
+    $programs = @()
+    if ($Folder) {
+        $programs += "$Folder\zelvreg-console.exe"
+    }
+    $source = 'HKLM:\SYSTEM\CurrentControlSet\Services\EventLog\Application\zelvreg'
+    if (Test-Path -LiteralPath $source) {
+        $programs += (Get-Item -LiteralPath $source).GetValue('EventMessageFile')
+    }
+    foreach ($parent in ${env:ProgramFiles(x86)}, $env:ProgramFiles) {
+        if ($parent) {
+            $programs += "$parent\zelvreg\zelvreg-console.exe"
         }
     }
-    foreach ($programs in ${env:ProgramFiles(x86)}, $env:ProgramFiles) {
-        if ($programs) {
-            $folders += "$programs\zelvreg"
-        }
-    }
-    foreach ($candidate in $folders) {
-        if ($candidate -and (Test-Path -LiteralPath "$candidate\zelvreg-console.exe")) {
-            return "$candidate\zelvreg-console.exe"
+    foreach ($candidate in $programs) {
+        if ($candidate -and (Test-Path -LiteralPath $candidate)) {
+            return $candidate
         }
     }
     return ''

@@ -26,6 +26,10 @@ void ImagesArguments::addTo(CLI::App& images, Options& options) {
                 "also scan images that have a result which is newer than they are")
       ->group(outputGroup);
   images.add_flag("--quiet", options.isQuiet, "print nothing but failures")->group(outputGroup);
+  images
+      .add_flag("--exit-zero", options.exitsZero,
+                "end with 0 even if images have failed, which their NAME.error tells")
+      ->group(outputGroup);
   onlyOption =
       images.add_option("--only", only, "scan only these, separated by commas: " + categoryNames())
           ->type_name("NAMES")

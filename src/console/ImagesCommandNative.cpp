@@ -177,7 +177,7 @@ class ImageRun {
       throw std::runtime_error("cancelled after " + std::to_string(done) + " of " +
                                std::to_string(all.size()) + " images; run this again to go on");
     }
-    return isWhole ? nothingFound : failed;
+    return isWhole || options.exitsZero ? nothingFound : failed;
   }
 
  private:

@@ -123,11 +123,11 @@ void write(const fleet::Merged& merged, const MergeOptions& options, const Strea
 
 int merge(const MergeOptions& options, std::istream& input, const Streams& streams) {
   SpooledInput spooled;
-  bool hasBadSource = false;
+  std::size_t badSources = 0;
   const auto tellLine = [&streams](const std::string& line) { tell({line}, streams); };
   const fleet::MergeListener listener{.onBadSource =
                                           [&](const std::string& line) {
-                                            hasBadSource = true;
+                                            ++badSources;
                                             tellLine(line);
                                           },
                                       .onSuperseded = tellLine};
@@ -143,11 +143,16 @@ int merge(const MergeOptions& options, std::istream& input, const Streams& strea
         "there are so many different references that some of those on the fewest computers "
         "were left out");
   }
+  if (badSources > 0 && merged.computers.empty() && merged.failures.size() == badSources) {
+    // An earlier report is worth more than one of nothing.
+    tellLine("no result could be merged, so nothing was written");
+    return failed;
+  }
   if (pseudonyms) {
     pseudonyms->applyTo(merged);
   }
   write(merged, options, streams);
-  return hasBadSource ? failed : nothingFound;
+  return badSources > 0 ? failed : nothingFound;
 }
 
 }  // namespace zelvreg::console

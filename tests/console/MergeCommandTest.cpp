@@ -120,6 +120,17 @@ TEST_F(MergeCommand, ABadFileIsOneLineAndTheOthersAreMerged) {
   EXPECT_TRUE(contains(lines[0], "cut.json is cut short")) << lines[0];
 }
 
+TEST_F(MergeCommand, WithoutAnyResultAnEarlierReportStays) {
+  options.json = path("fleet.json");
+  EXPECT_EQ(run(), nothingFound);
+  const std::string before = content("fleet.json");
+  options.results = {path("missing")};
+  EXPECT_EQ(run(), failed);
+  EXPECT_TRUE(contains(error.str(), "no result could be merged, so nothing was written"))
+      << error.str();
+  EXPECT_EQ(content("fleet.json"), before);
+}
+
 TEST_F(MergeCommand, TwoResultsOfOneComputerAreOneLine) {
   fleet::Json newer = madeResult("A", {});
   newer["started"] = "2026-11-24T00:00:00Z";

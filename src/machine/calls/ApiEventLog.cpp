@@ -18,10 +18,10 @@ HANDLE eventLogHandle() { return reinterpret_cast<HANDLE>(std::uintptr_t{0x30010
 
 extern "C" {
 
-HANDLE RegisterEventSourceW(LPCWSTR, LPCWSTR name) {
+HANDLE RegisterEventSourceW(LPCWSTR, LPCWSTR source) {
   Machine* machine = machineInForce();
   if (machine == nullptr) return nullptr;
-  machine->requests().eventSource = utf8(textOf(name));
+  machine->requests().eventSource = utf8(textOf(source));
   return eventLogHandle();
 }
 

@@ -19,6 +19,7 @@
 #include "controls/TrayWindow.h"
 #include "desktop/BarPeer.h"
 #include "desktop/Desk.h"
+#include "desktop/DrawPace.h"
 #include "desktop/FramePeer.h"
 #include "desktop/Keyboard.h"
 #include "desktop/ListViewPeer.h"
@@ -193,10 +194,9 @@ class MainWindow : private ControlPeer, private ScanSigns {
   ProgressPeer* progress = nullptr;  // another of them
   std::vector<int> separators;       // in the command bar, pixels of the screen
   // The tick count of the system changes only every 16 ms.
-  using Clock = std::chrono::steady_clock;
+  using Clock = DrawPace::Clock;
   Clock::time_point servedAt;
-  Clock::time_point drawnAt;
-  Clock::duration drawTime{};  // how long that took
+  DrawPace pace;
   // How many rows each category had when the results last had another number of them.
   std::array<std::size_t, 16> counts{};
   std::size_t countedRevision = 0;

@@ -313,24 +313,17 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::serve() {
-  using std::chrono::milliseconds;
-  constexpr milliseconds answerInterval(2);
-  constexpr milliseconds drawInterval(16);
-  // Where drawing is slow, as it is over a network, most of the time is the scan's. What waits for
-  // the user in between is no drawing.
-  constexpr int drawingToScanning = 3;
-  constexpr Clock::duration longestDrawing = milliseconds(200);
+  constexpr std::chrono::milliseconds answerInterval(2);
   const Clock::time_point now = Clock::now();
   if (now - servedAt < answerInterval) {
     return;
   }
-  if (now - drawnAt < std::max<Clock::duration>(drawInterval, drawingToScanning * drawTime)) {
-    dispatch(PM_QS_INPUT | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE);
-  } else {
+  if (pace.isDue(now, form.testedRow.has_value())) {
     desk.catchUp();
     dispatch(0);
-    drawnAt = Clock::now();
-    drawTime = std::min(drawnAt - now, longestDrawing);
+    pace.noteDrawing(now, Clock::now());
+  } else {
+    dispatch(PM_QS_INPUT | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE);
   }
   servedAt = Clock::now();
   // After a press on Cancel: soon the form no longer shows that it was cancelled.
@@ -354,7 +347,7 @@ void MainWindow::run() {
   for (;;) {
     desk.wait(form.messages);
     servedAt = {};
-    drawnAt = {};
+    pace.start();
     form.messages.doEvents();
   }
 }

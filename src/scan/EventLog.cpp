@@ -1,7 +1,7 @@
 #include "scan/EventLog.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 #include "form/Form42.h"
 #include "keys/OpenKey.h"
@@ -82,9 +82,11 @@ void reportScan(const Form42& form, bool isWhole) {
 
 void reportRepair(const Form42& form) {
   const RepairOutcome& outcome = form.repairOutcome;
+  const std::string exported =
+      form.exportStem.empty() ? std::string() : exportPath(form, form.exportStem);
   reportEvent(form, LoggedEvent::RepairEnded,
               {std::to_string(outcome.gone), std::to_string(outcome.leftAlone),
-               std::to_string(outcome.noEffect), exportPath(form, form.exportStem)});
+               std::to_string(outcome.noEffect), exported});
 }
 
 }  // namespace zelvreg

@@ -19,7 +19,7 @@ struct Form42;
 enum class LoggedEvent {
   ScanEnded = 1,  // how many entries were found
   ScanStopped,    // how many were found until then
-  RepairEnded,    // how many are gone, were left alone, are still there; the safety export
+  RepairEnded,    // how many are gone, were left alone, are still there; the safety export, if any
   RepairRefused,  // why
   RepairUndone,   // what it was undone from
   UndoRefused,    // why

@@ -88,7 +88,13 @@ TEST_F(EventLogTest, ARepairSaysWhatBecameOfItsRowsAndWhereTheExportIs) {
              {"1", "0", "0", exportPath(form, form.exportStem)});
 }
 
-TEST_F(EventLogTest, ARepairWithoutAnExportIsAWarning) {
+TEST_F(EventLogTest, ARepairThatExportsNothingNamesNoExport) {
+  form.safeguards.exportsFirst = false;
+  repair();
+  expectOnly(LoggedEvent::RepairEnded, EVENTLOG_INFORMATION_TYPE, {"1", "0", "0", ""});
+}
+
+TEST_F(EventLogTest, ARepairWhoseExportCannotBeWrittenIsAWarning) {
   form.programFolder += " refused";
   makeFile(form.programFolder + "\\backup");
   repair();

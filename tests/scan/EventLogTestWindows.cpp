@@ -1,5 +1,6 @@
 #include "scan/EventLog.h"
 
+#include <algorithm>
 #include <array>
 
 #include "support/ComputerFixture.h"

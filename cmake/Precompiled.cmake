@@ -7,11 +7,17 @@ if(WIN32)
   list(APPEND commonHeaders <windows.h>)
 endif()
 
+# The compiler cache needs it to tell what a source takes from the precompiled header.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  set(precompiledOptions -Xclang -fno-pch-timestamp)
+else()
+  set(precompiledOptions -fpch-preprocess)
+endif()
+
 # precompile(TARGET HEADER...): the common headers, and further ones, for this target alone.
 function(precompile target)
   target_precompile_headers(${target} PRIVATE ${commonHeaders} ${ARGN})
-  # The compiler cache needs it to tell what a source takes from the precompiled header.
-  target_compile_options(${target} PRIVATE -fpch-preprocess)
+  target_compile_options(${target} PRIVATE ${precompiledOptions})
 endfunction()
 
 # A target with nothing in it but the common headers, for those that are compiled alike.
@@ -23,5 +29,5 @@ precompile(precompiled)
 # share_precompiled(TARGET): its options and definitions must be those of `precompiled`.
 function(share_precompiled target)
   target_precompile_headers(${target} REUSE_FROM precompiled)
-  target_compile_options(${target} PRIVATE -fpch-preprocess)
+  target_compile_options(${target} PRIVATE ${precompiledOptions})
 endfunction()

@@ -5,6 +5,9 @@ from pathlib import Path
 
 SOURCES = Path(__file__).resolve().parent.parent / "src"
 ROOM = re.compile(r"^ *room\(([\w/-]+)(?: USES ([^)]*))?\)", re.MULTILINE)
+# The rooms that decide what is dead and what is deleted, and those that read what others wrote.
+DECIDING = ("registry", "scan", "scanners", "repair", "undo", "exclusions", "search", "text", "evidence",
+            "machine/hive", "machine/replay")
 
 
 def declarations():

@@ -1,14 +1,25 @@
 #include "controls/Color.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace zelvreg::controls {
 namespace {
 
+std::array<double, 256> linearParts() {
+  std::array<double, 256> parts{};
+  for (std::size_t part = 0; part < parts.size(); ++part) {
+    const double share = static_cast<double>(part) / 255.0;
+    parts[part] = share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  }
+  return parts;
+}
+
+// Each color that is drawn is weighed against its ground, and powers are slow.
 double linear(std::uint8_t part) {
-  const double share = part / 255.0;
-  return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  static const std::array<double, 256> parts = linearParts();
+  return parts[part];
 }
 
 double luminance(Rgb color) {

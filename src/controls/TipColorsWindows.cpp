@@ -5,6 +5,7 @@
 #include <uxtheme.h>
 
 #include "controls/PaintBuffer.h"
+#include "libraries/SystemLibrary.h"
 
 namespace zelvreg::controls {
 
@@ -13,7 +14,11 @@ void colorTip(HWND tip, Rgb ground, Rgb text) {
     return;
   }
   // With the system's theme it would draw itself in the theme's colors.
-  SetWindowTheme(tip, L"", L"");
+  static const auto setTheme =
+      systemFunction<decltype(SetWindowTheme)>(L"uxtheme.dll", "SetWindowTheme");
+  if (setTheme != nullptr) {
+    setTheme(tip, L"", L"");
+  }
   SendMessageW(tip, TTM_SETTIPBKCOLOR, colorRef(ground), 0);
   SendMessageW(tip, TTM_SETTIPTEXTCOLOR, colorRef(text), 0);
 }

@@ -7,6 +7,7 @@
 #include <atomic>
 
 #include "desktop/Peer.h"
+#include "libraries/SystemLibrary.h"
 
 namespace zelvreg::desktop {
 namespace {
@@ -179,14 +180,21 @@ class Accessible : public IAccessible {
   std::atomic<ULONG> references{1};
 };
 
+constexpr const wchar_t* library = L"oleacc.dll";
+
 LRESULT answer(HWND window, WPARAM wParam) {
+  static const auto createStandard =
+      systemFunction<decltype(CreateStdAccessibleObject)>(library, "CreateStdAccessibleObject");
+  static const auto resultFrom =
+      systemFunction<decltype(LresultFromObject)>(library, "LresultFromObject");
   IAccessible* standard = nullptr;
-  if (FAILED(CreateStdAccessibleObject(window, OBJID_CLIENT, IID_IAccessible,
-                                       reinterpret_cast<void**>(&standard)))) {
+  if (createStandard == nullptr || resultFrom == nullptr ||
+      FAILED(createStandard(window, OBJID_CLIENT, IID_IAccessible,
+                            reinterpret_cast<void**>(&standard)))) {
     return 0;
   }
   auto* own = new Accessible(window, standard);
-  const LRESULT result = LresultFromObject(IID_IAccessible, wParam, own);
+  const LRESULT result = resultFrom(IID_IAccessible, wParam, own);
   own->Release();
   return result;
 }

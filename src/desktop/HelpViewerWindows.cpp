@@ -1,5 +1,6 @@
 #include "desktop/HelpViewer.h"
 
+#include "libraries/SystemLibrary.h"
 #include "runtime/Shares.h"
 #include "shell/Help.h"
 #include "text/Wide.h"
@@ -20,16 +21,11 @@ bool canBeShown(const std::string& book) {
 // when it is needed, which is rare.
 bool isShown(HWND owner, const std::string& book, int context) {
   constexpr UINT helpContext = 15;
-  using HtmlHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
+  using HtmlHelp = HWND WINAPI(HWND, LPCWSTR, UINT, DWORD_PTR);
   if (!canBeShown(book)) {
     return false;
   }
-  HMODULE library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-  if (library == nullptr) {
-    return false;
-  }
-  const auto call =
-      reinterpret_cast<HtmlHelp>(reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
+  const auto call = systemFunction<HtmlHelp>(L"hhctrl.ocx", "HtmlHelpW");
   return call != nullptr &&
          call(owner, Wide(book).get(), helpContext, static_cast<DWORD_PTR>(context)) != nullptr;
 }

@@ -75,6 +75,7 @@ class Peer : public ControlPeer {
   void moveTo(const Place& place) const;
 
  private:
+  [[nodiscard]] bool isAt(int left, int top, int width, int height) const;
   void leaveFocus() const;
   // At once, or when the queue is next served: a scan asks for it at every key.
   void refresh();

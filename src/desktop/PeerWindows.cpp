@@ -172,7 +172,21 @@ void Peer::showPlace() {
        shared.fromTwips(shown.height));
 }
 
+bool Peer::isAt(int left, int top, int width, int height) const {
+  RECT place{};
+  GetWindowRect(window, &place);
+  // Two points are the corners of an area: they change sides in a parent that is laid out from the
+  // right.
+  MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+  return place.left == left && place.top == top && place.right - left == width &&
+         place.bottom - top == height;
+}
+
 void Peer::move(int left, int top, int width, int height) const {
+  // Most are where they were, and Windows asks each window again before it finds out.
+  if (isAt(left, top, width, height)) {
+    return;
+  }
   // What would be copied there may be turned, or another control may have moved over it.
   SetWindowPos(window, nullptr, left, top, width, height,
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_NOCOPYBITS);

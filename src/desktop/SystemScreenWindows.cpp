@@ -4,28 +4,17 @@
 #include <cstdlib>
 
 #include "controls/PaintBuffer.h"
+#include "libraries/SystemLibrary.h"
 
 namespace zelvreg::desktop {
 namespace {
 
-// A call that only newer systems have, or null.
-template <class Call>
-Call callOf(HMODULE library, const char* name) {
-  return library == nullptr
-             ? nullptr
-             : reinterpret_cast<Call>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-}
-
-template <class Call>
-Call callOfUser32(const char* name) {
-  return callOf<Call>(GetModuleHandleW(L"user32.dll"), name);
-}
+constexpr const wchar_t* user32 = L"user32.dll";
 
 // Since Windows 8.1; before that all screens have the resolution of the system.
 int resolutionOf(HMONITOR screen) {
-  using Ask = HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*);
-  static const auto ask = callOf<Ask>(
-      LoadLibraryExW(L"shcore.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32), "GetDpiForMonitor");
+  using Ask = HRESULT WINAPI(HMONITOR, int, UINT*, UINT*);
+  static const auto ask = systemFunction<Ask>(L"shcore.dll", "GetDpiForMonitor");
   constexpr int effective = 0;
   UINT across = 0;
   UINT down = 0;
@@ -48,7 +37,7 @@ int resolutionOfSystem() {
 }
 
 int resolutionOf(HWND window) {
-  const auto ask = callOfUser32<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
+  static const auto ask = systemFunction<UINT WINAPI(HWND)>(user32, "GetDpiForWindow");
   const UINT told = ask == nullptr ? 0 : ask(window);
   return told == 0 ? resolutionOf(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST))
                    : static_cast<int>(told);
@@ -59,7 +48,7 @@ int resolutionOfMainScreen() {
 }
 
 int scrollBarWidth(HWND window) {
-  const auto ask = callOfUser32<int(WINAPI*)(int, UINT)>("GetSystemMetricsForDpi");
+  static const auto ask = systemFunction<int WINAPI(int, UINT)>(user32, "GetSystemMetricsForDpi");
   return ask == nullptr ? GetSystemMetrics(SM_CXVSCROLL)
                         : ask(SM_CXVSCROLL, static_cast<UINT>(resolutionOf(window)));
 }
@@ -105,7 +94,7 @@ Place placeOf(HWND window) {
 void letThrough(HWND window, UINT message) {
   constexpr DWORD allow = 1;
   const auto change =
-      callOfUser32<BOOL(WINAPI*)(HWND, UINT, DWORD, void*)>("ChangeWindowMessageFilterEx");
+      systemFunction<BOOL WINAPI(HWND, UINT, DWORD, void*)>(user32, "ChangeWindowMessageFilterEx");
   if (change != nullptr) {
     change(window, message, allow, nullptr);
   }

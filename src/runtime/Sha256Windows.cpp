@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "libraries/SystemLibrary.h"
 #include "runtime/Sha256.h"
 
 namespace zelvreg {
@@ -15,11 +16,35 @@ void check(NTSTATUS status) {
   }
 }
 
+template <class Function>
+Function* callOf(const char* name) {
+  auto* const found = systemFunction<Function>(L"bcrypt.dll", name);
+  check(found == nullptr ? -1 : 0);
+  return found;
+}
+
+// The calls of the system's library.
+struct Calls {
+  decltype(BCryptOpenAlgorithmProvider)* open =
+      callOf<decltype(BCryptOpenAlgorithmProvider)>("BCryptOpenAlgorithmProvider");
+  decltype(BCryptCloseAlgorithmProvider)* close =
+      callOf<decltype(BCryptCloseAlgorithmProvider)>("BCryptCloseAlgorithmProvider");
+  decltype(BCryptCreateHash)* create = callOf<decltype(BCryptCreateHash)>("BCryptCreateHash");
+  decltype(BCryptHashData)* add = callOf<decltype(BCryptHashData)>("BCryptHashData");
+  decltype(BCryptFinishHash)* finish = callOf<decltype(BCryptFinishHash)>("BCryptFinishHash");
+  decltype(BCryptDestroyHash)* destroy = callOf<decltype(BCryptDestroyHash)>("BCryptDestroyHash");
+};
+
+const Calls& calls() {
+  static const Calls found;
+  return found;
+}
+
 // What the calls need for one digest; closed with it.
 class Provider {
  public:
-  Provider() { check(BCryptOpenAlgorithmProvider(&handle, BCRYPT_SHA256_ALGORITHM, nullptr, 0)); }
-  ~Provider() { BCryptCloseAlgorithmProvider(handle, 0); }
+  Provider() { check(calls().open(&handle, BCRYPT_SHA256_ALGORITHM, nullptr, 0)); }
+  ~Provider() { calls().close(handle, 0); }
   Provider(const Provider&) = delete;
   Provider& operator=(const Provider&) = delete;
 
@@ -35,15 +60,15 @@ class Provider {
 Digest sha256(std::string_view bytes) {
   const Provider provider;
   BCRYPT_HASH_HANDLE hash = nullptr;
-  check(BCryptCreateHash(provider.get(), &hash, nullptr, 0, nullptr, 0, 0));
+  check(calls().create(provider.get(), &hash, nullptr, 0, nullptr, 0, 0));
   Digest digest{};
   // The calls take bytes that may be written, and do not write them.
-  NTSTATUS status = BCryptHashData(hash, reinterpret_cast<PUCHAR>(const_cast<char*>(bytes.data())),
-                                   static_cast<ULONG>(bytes.size()), 0);
+  NTSTATUS status = calls().add(hash, reinterpret_cast<PUCHAR>(const_cast<char*>(bytes.data())),
+                                static_cast<ULONG>(bytes.size()), 0);
   if (status >= 0) {
-    status = BCryptFinishHash(hash, digest.data(), static_cast<ULONG>(digest.size()), 0);
+    status = calls().finish(hash, digest.data(), static_cast<ULONG>(digest.size()), 0);
   }
-  BCryptDestroyHash(hash);
+  calls().destroy(hash);
   check(status);
   return digest;
 }

@@ -18,7 +18,9 @@ AllowRootDirInstall false
 ; In PROGRAM_KEY, "InstalledBy" keeps the set-up program and the Windows Installer package out of each
 ; other's way, and "KeptIn" is the folder of what was kept when a version was removed.
 ; The window and the console hold it while they run.
-!define MUTEX "Global\ZelvaneFixRegistryProblems"
+!define LOCK "$WINDIR\zelvreg.lock"
+; Who could open it could also keep it open.
+!define LOCK_ACCESS "D:P(A;;FA;;;BA)(A;;FA;;;SY)"
 
 !include LogicLib.nsh
 !include FileFunc.nsh
@@ -68,12 +70,15 @@ VIAddVersionKey /LANG=1033 "LegalCopyright" "MIT licence"
   Quit
 !macroend
 
-; Neither the window nor the console can start until the set-up has ended.
+; Neither the window nor the console can start until the set-up has ended: the file is open for
+; GENERIC_WRITE and DELETE, shared with nobody, and goes with its handle.
 !macro keepProgramOut
-  System::Call 'kernel32::CreateMutexW(p 0, i 0, w "${MUTEX}") p .r0 ?e'
-  Pop $1
-  ${If} $0 == 0
-  ${OrIf} $1 == 183 ; ERROR_ALREADY_EXISTS
+  System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW(w "${LOCK_ACCESS}", i 1, *p .r1, p 0) i .r0'
+  System::Call '*(i 12, p r1, i 0) p .r3'
+  System::Call 'kernel32::CreateFileW(w "${LOCK}", i 0x40010000, i 0, p r3, i 4, i 0x04000002, p 0) p .r0'
+  System::Free $3
+  System::Call 'kernel32::LocalFree(p r1)'
+  ${If} $0 == -1 ; INVALID_HANDLE_VALUE
     !insertmacro refuse $(isRunning)
   ${EndIf}
 !macroend

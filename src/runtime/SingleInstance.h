@@ -7,7 +7,9 @@
 namespace zelvreg {
 
 // Keeps all other processes out while it lives, in every session and of every user: they share the
-// computer's part of the registry.
+// computer's part of the registry. What keeps them out is a file in the Windows folder: a name of a
+// mutex could be taken first by anybody. A process without the rights of an administrator keeps out
+// those of its user that have none either.
 class SingleInstance {
  public:
   SingleInstance();
@@ -16,10 +18,10 @@ class SingleInstance {
   ~SingleInstance();
 
   // False if another process was first, or if that cannot be found out.
-  [[nodiscard]] bool isFirst() const { return mutex != nullptr; }
+  [[nodiscard]] bool isFirst() const { return lock != INVALID_HANDLE_VALUE; }
 
  private:
-  HANDLE mutex;
+  HANDLE lock;
 };
 
 }  // namespace zelvreg

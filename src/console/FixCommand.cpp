@@ -15,7 +15,7 @@
 #include "form/Form42.h"
 #include "repair/RepairPlan.h"
 #include "runtime/Directory.h"
-#include "scan/ExportPath.h"
+#include "scan/OwnPaths.h"
 #include "undo/UndoStores.h"
 
 namespace zelvreg::console {
@@ -253,6 +253,7 @@ int fix(const Options& options, Computer& computer, const Streams& streams) {
   UserTurns turns(options, computer, streams);
   scanToRepair(turns, options, computer);
   turns.writeReport();
+  tell(turns.unseen(), streams);
   return Repair(options, computer, streams, turns).run();
 }
 

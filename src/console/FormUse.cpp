@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <stdexcept>
 #include <string>
 
 #include "console/DisplayText.h"
@@ -10,6 +11,7 @@
 #include "console/Terminal.h"
 #include "form/Form42.h"
 #include "scan/CategoryTable.h"
+#include "scan/OwnPaths.h"
 #include "scan/Policies.h"
 #include "scan/SafeguardSources.h"
 #include "shell/StartUp.h"
@@ -106,6 +108,14 @@ bool runScanOn(Form42& form, const Options& options, const Streams& streams) {
   form.cmd_start.click();
   form.messages.serveHost = nullptr;
   return !isCancelled;
+}
+
+void requireExclusions(const Form42& form) {
+  if (form.areExclusionsUnread) {
+    throw std::runtime_error(unreadExclusions(form) +
+                             " cannot be read, so what it excludes is not known; "
+                             "see that it can be read, and try again");
+  }
 }
 
 void tell(const std::vector<std::string>& lines, const Streams& streams) {

@@ -29,6 +29,10 @@ const char* howGivenUp();
 // returns false.
 bool runScanOn(Form42& form, const Options& options, const Streams& streams);
 
+// Throws std::runtime_error if there are exclusions that could not be read: what the user has
+// excluded would be found, and repaired.
+void requireExclusions(const Form42& form);
+
 // Writes lines to the error stream, safe to print, and keeps them for a result.
 void tell(const std::vector<std::string>& lines, const Streams& streams);
 

@@ -130,6 +130,7 @@ std::string makeResult(Options options, const ImageResult& result, const Streams
   result.removeLeftovers();
   const std::vector<fs::path> parts = images::filesOf(result.image());
   if (!options.images.scansAgain && result.isNewerThan(parts)) {
+    result.removeFailure();
     return "has a result that is newer";
   }
   const auto stamps = stampsOf(parts);
@@ -199,8 +200,12 @@ class ImageRun {
     if (isStopRequested()) return false;
     const std::string name = result.image().string() + ": ";
     why.erase(0, why.starts_with(name) ? name.size() : 0);
-    result.keepFailure(result.expected().ofFailure + printable(why));
     say(result, why);
+    try {
+      result.keepFailure(result.expected().ofFailure + printable(why));
+    } catch (const MachineError&) {
+      // Where no result can be written, no failure can either. It was said; the others go on.
+    }
     return false;
   }
 

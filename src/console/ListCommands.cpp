@@ -1,6 +1,7 @@
 #include "console/ListCommands.h"
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 
 #include "console/DisplayText.h"
@@ -13,10 +14,14 @@
 #include "keys/AccountSids.h"
 #include "keys/RegistryImport.h"
 #include "runtime/Directory.h"
+#include "runtime/FileText.h"
+#include "scan/OwnPaths.h"
 #include "scan/Policies.h"
 #include "shell/Languages.h"
+#include "text/Numbers.h"
 #include "undo/UndoContent.h"
 #include "undo/UndoPage.h"
+#include "undo/UndoStores.h"
 
 namespace zelvreg::console {
 namespace {
@@ -51,6 +56,9 @@ std::string restorableText(const Form42& form, const UndoContent& content) {
     return content.isExportOpen ? "nothing: others could have written its safety export"
                                 : "all, from its safety export";
   }
+  if (content.isJournalUnreadable) {
+    return "nothing: its journal cannot be read";
+  }
   return content.restorable == 0 ? "nothing"
                                  : std::to_string(content.restorable) + " of " +
                                        std::to_string(content.records) + " rows, from its journal";
@@ -60,6 +68,15 @@ std::string nameOf(const Computer& computer, const std::string& sid) {
   const auto users = computer.users();
   const auto found = std::ranges::find(users, sid, &ComputerUser::sid);
   return found == users.end() ? sid : found->name;
+}
+
+// With an entry that is missing, a number would be that of another one.
+void requireUndoList() {
+  if (isUndoListUnread()) {
+    throw std::runtime_error(
+        "the list of repairs in the registry cannot be read as a whole; nothing was done, try "
+        "again");
+  }
 }
 
 // Whose an entry is, is told where one is not the current user's.
@@ -82,6 +99,7 @@ void printUndo(const Form42& form, const Computer& computer, const Streams& stre
     cells.resize(columns.size());
     table.addRow(cells);
   }
+  requireUndoList();
   streams.out << table.text(streams.tables);
 }
 
@@ -118,12 +136,25 @@ void warnOfJournal(const Form42& form, std::size_t row, const Streams& streams) 
   if (form.safeguards.undoesByExport && !content.exportPath.empty()) {
     return;
   }
+  if (content.isJournalUnreadable) {
+    return;  // the form refuses it
+  }
   if (!content.isJournalThere) {
     streams.error << "zelvreg: this entry has no journal; nothing can be restored from it\n";
   } else if (content.isJournalTorn) {
     streams.error
         << "zelvreg: the journal ends within a record; the last one may be restored only in part\n";
   }
+}
+
+// What the form would tell of a failure the caller tells in its own words; questions are asked.
+void withoutTellings(Form42& form, const std::function<void()>& act) {
+  const auto show = form.dialogs.show;
+  form.dialogs.show = [&show](const UserMessage& message) {
+    return message.isQuestion ? show(message) : Answer::Ok;
+  };
+  act();
+  form.dialogs.show = show;
 }
 
 // The dialog closes whether or not its entry could be kept.
@@ -133,12 +164,20 @@ void addExclusion(Form42& form, const std::string& entry) {
     dialog.Text1.setText(entry);
     dialog.orubutton1.click();
   };
-  form.chameleonButton5.click();
+  withoutTellings(form, [&form] { form.chameleonButton5.click(); });
   loadExclusions(form);
   if (form.View4.count() <= before) {
     throw std::runtime_error(
         "the exclusion has no effect; give a text of at least 8 characters, and check that " +
-        form.programFolder + "\\exregscan.txt can be written");
+        exclusionPath(form) + " can be written");
+  }
+}
+
+void keepUndo(Form42& form, bool isOn) {
+  form.Check1.value = isOn;
+  form.Check1.click();
+  if ((leadingNumber(undoSetting()) == 1) != isOn) {
+    throw std::runtime_error("the setting could not be stored in the registry; try again");
   }
 }
 
@@ -147,8 +186,18 @@ bool removeExclusion(Form42& form, std::size_t row) {
   const std::size_t before = form.View4.count();
   form.View4.select(row);
   View4_ItemClick(form, row);
-  form.chameleonButton6.click();
-  return form.View4.count() < before;
+  ListChange change{};
+  withoutTellings(form, [&] { change = removeHighlightedExclusions(form); });
+  if (change == ListChange::Declined) {
+    return false;
+  }
+  loadExclusions(form);
+  requireExclusions(form);
+  if (form.View4.count() == before) {
+    throw std::runtime_error("the exclusion is still there; check that " + exclusionPath(form) +
+                             " can be written");
+  }
+  return true;
 }
 
 // What Windows would call a file of its own.
@@ -187,6 +236,7 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
   Form42 form;
   prepareForm(form, options, streams);
   form.chameleonButton1.click();
+  requireUndoList();
   switch (options.command) {
     case Command::RestoreUndo:
       requireRow(form.View3, options.entry, "journals");
@@ -204,12 +254,12 @@ int workOnUndo(const Options& options, Computer& computer, const Streams& stream
       requireRow(form.View3, options.entry, "journals");
       View3_ItemClick(form, options.entry);
       form.chameleonButton3.click();
-      break;
+      saveAndTell(computer, streams);
+      return form.isUndoRefused ? failed : nothingFound;
     case Command::UndoOn:
     case Command::UndoOff:
       refuseAgainstPolicy(form, options.command == Command::UndoOn);
-      form.Check1.value = options.command == Command::UndoOn;
-      form.Check1.click();
+      keepUndo(form, options.command == Command::UndoOn);
       break;
     default:
       printUndo(form, computer, streams);
@@ -223,6 +273,7 @@ int workOnExclusions(const Options& options, Computer& computer, const Streams& 
   Form42 form;
   prepareForm(form, options, streams);
   form.chameleonButton7.click();
+  requireExclusions(form);
   switch (options.command) {
     case Command::AddExclusion:
       makeFolder(form.programFolder);

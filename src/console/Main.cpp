@@ -13,6 +13,7 @@
 #include "console/ImagesCommand.h"
 #include "console/LanguageCheckCommand.h"
 #include "console/MergeCommand.h"
+#include "console/ProcessStart.h"
 #include "console/Terminal.h"
 #include "form/Version.h"
 #include "scan/EventLog.h"
@@ -129,6 +130,7 @@ void tellFailure(const char* line, ColorUse color) {
 }  // namespace
 
 int main(int count, char** arguments) {
+  beginProcess();
   // Errors of the command line are printed to it too.
   prepareTerminal();
   ColorUse color = ColorUse::Auto;

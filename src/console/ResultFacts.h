@@ -28,6 +28,7 @@ struct ResultFacts {
   ComputerFacts computer;
   std::vector<ComputerUser> users;    // as whom it was scanned
   std::vector<std::string> warnings;  // what standard error says
+  std::vector<std::string> unseen;    // keys that could not be opened for lack of rights
   std::string started;                // in UTC, "2026-11-23T06:53:29Z"
   double seconds = 0;
   bool isComplete = true;

@@ -155,6 +155,7 @@ Json headOf(const ScanResult& result) {
           {"complete", facts.isComplete},
           {"users", usersOf(result)},
           {"warnings", facts.warnings},
+          {"unseen", facts.unseen},
           {"counts", countsOf(result)},
           {"categories", listOf(result.categories)}};
 }

@@ -33,6 +33,7 @@ int scan(const Options& options, Computer& computer, const Streams& streams) {
       turns.resultToPrint(isComplete ? damage : std::vector<std::string>{stopped});
   printResult(result, options, streams);
   turns.writeReport();
+  tell(turns.unseen(), streams);
   if (!isComplete) {
     throw std::runtime_error(stopped);
   }

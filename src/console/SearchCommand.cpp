@@ -89,6 +89,7 @@ int search(const Options& options, const Computer& computer, const Streams& stre
   prepareForm(form, options, streams);
   setControls(form, options.search);
   const bool isComplete = pressFind(form, options, streams);
+  requireExclusions(form);
   const ScanResult result = scanResultOf(form, computer);
   note(streams, "searched " + options.search.root + ": " + std::to_string(result.findings.size()) +
                     " found");

@@ -25,8 +25,7 @@ std::size_t terminalWidth();
 std::string typedLine();
 
 // Makes the console show UTF-8, whatever its code page. From then on Ctrl-C does not end the
-// process but sets isStopRequested(); a second Ctrl-C ends it. A file that is cut short while it is
-// read, or that cannot grow, ends the process with one line.
+// process but sets isStopRequested(); a second Ctrl-C ends it.
 void prepareTerminal();
 bool isStopRequested();
 

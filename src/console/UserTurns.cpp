@@ -89,6 +89,7 @@ std::vector<ComputerUser> UserTurns::usersToRepair() {
 
 bool UserTurns::scan(const std::vector<ComputerUser>& users) {
   turns.clear();
+  refused.clear();
   if (users.empty()) {
     return scanAs(std::nullopt);
   }
@@ -126,9 +127,32 @@ bool UserTurns::scanAs(const std::optional<ComputerUser>& user) {
     return show(named);
   };
   turns.push_back(std::move(turn));
-  const bool isComplete = runScanOn(form, options, streams);
+  const bool isComplete = scanNotingRefusals(form);
+  requireExclusions(form);
   noteCategories(form, user, streams);
   return isComplete;
+}
+
+// As described, a key is opened for changes or not at all.
+bool UserTurns::scanNotingRefusals(Form42& form) {
+  if (form.safeguards == asDescribed()) {
+    return runScanOn(form, options, streams);
+  }
+  const RefusedKeys noted;
+  const bool isComplete = runScanOn(form, options, streams);
+  refused.insert(noted.paths().begin(), noted.paths().end());
+  return isComplete;
+}
+
+std::vector<std::string> UserTurns::unseen() const {
+  if (refused.empty()) {
+    return {};
+  }
+  const std::string& first = *refused.begin();
+  const std::string keys = refused.size() == 1
+                               ? first
+                               : std::to_string(refused.size()) + " keys, such as " + first + ",";
+  return {keys + " could not be read by this user; an administrator may see more"};
 }
 
 bool UserTurns::take(const UserTurn& turn, UserWork work) {
@@ -165,7 +189,10 @@ ScanResult UserTurns::resultToPrint(const std::vector<std::string>& gaps) const 
     }
   }
   facts.warnings = *streams.told;
+  const auto unseenLine = unseen();
   facts.warnings.insert(facts.warnings.end(), gaps.begin(), gaps.end());
+  facts.warnings.insert(facts.warnings.end(), unseenLine.begin(), unseenLine.end());
+  facts.unseen.assign(refused.begin(), refused.end());
   facts.started = started;
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - startedAt;
   facts.seconds = options.now.empty() ? std::round(taken.count() * 1000) / 1000 : 0;

@@ -13,6 +13,7 @@
 #include "console/Commands.h"
 #include "console/Computer.h"
 #include "console/ScanResult.h"
+#include "keys/RefusedKeys.h"
 #include "widgets/Dialogs.h"
 
 namespace zelvreg {
@@ -50,6 +51,9 @@ class UserTurns {
   // Whether somebody was left out, so that the command has not done all.
   [[nodiscard]] bool isAnybodyLeftOut() const { return isIncomplete; }
 
+  // A line about what the last scan could not see for lack of rights; none if it saw all.
+  [[nodiscard]] std::vector<std::string> unseen() const;
+
   // Of all turns together.
   [[nodiscard]] ScanResult result() const;
   // The same with what the chosen format needs besides. `gaps` are lines that will be told of it
@@ -60,6 +64,7 @@ class UserTurns {
 
  private:
   bool scanAs(const std::optional<ComputerUser>& user);
+  bool scanNotingRefusals(Form42& form);
   [[nodiscard]] ScanResult together(const std::vector<ComputerUser>& everyone) const;
   void leaveOut(const std::string& line);
 
@@ -69,6 +74,7 @@ class UserTurns {
   std::vector<UserTurn> turns;
   std::optional<Answer> answer;  // to the question before a repair, which is asked once
   std::set<std::string> told;    // why somebody was left out
+  KeyPaths refused;              // keys that the scans could not open for lack of rights
   bool isIncomplete = false;
   std::string started;  // in UTC
   std::chrono::steady_clock::time_point startedAt = std::chrono::steady_clock::now();

@@ -58,7 +58,7 @@ bool InstalledProducts::isProduct(std::string_view code) {
   if (found != products.end()) {
     return found->second;
   }
-  const bool isKnown = seek(packed(code));
+  const bool isKnown = !code.empty() && seek(packed(code));
   products.emplace(code, isKnown);
   return isKnown;
 }

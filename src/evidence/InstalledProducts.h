@@ -15,7 +15,7 @@ namespace zelvreg {
 class InstalledProducts {
  public:
   // Whether the system's installer knows a product, for the computer or any user; by its code
-  // "{XXXXXXXX-…}".
+  // "{XXXXXXXX-…}", or nothing where a text has none.
   bool isProduct(std::string_view code);
 
   // Whether a class, a library or an extension is registered, for the computer or for the user, for

@@ -99,7 +99,8 @@ std::optional<std::u16string> plainKeyPath(std::u16string path) {
       }
       kept = to + length;
     }
-    start = end + 1;
+    // What follows has moved up with the name.
+    start = (length > 0 ? kept : end) + 1;
   }
   path.resize(kept);
   return path;

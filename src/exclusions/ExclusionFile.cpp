@@ -1,20 +1,16 @@
 #include "exclusions/ExclusionFile.h"
 
-#include <windows.h>
-
 #include "form/Form42.h"
 #include "runtime/FileText.h"
 #include "runtime/OwnText.h"
+#include "scan/OwnPaths.h"
 #include "text/Characters.h"
-#include "text/Wide.h"
 
 namespace zelvreg {
 namespace {
 
 constexpr std::size_t shortestFile = 10;
 constexpr std::string_view lineEnds = "\r\n";
-
-std::string pathOf(const Form42& form) { return form.programFolder + "\\exregscan.txt"; }
 
 std::string textOf(const std::vector<std::string>& lines) {
   std::string text;
@@ -67,18 +63,19 @@ std::vector<std::string> exclusionsIn(std::string_view text) {
   return entries;
 }
 
-std::vector<std::string> readExclusions(const Form42& form) {
-  return exclusionsIn(ownText(readFileText(pathOf(form)).value_or("")));
+std::optional<std::vector<std::string>> readExclusions(const Form42& form) {
+  const auto bytes = contentToKeep(exclusionPath(form));
+  return bytes ? std::optional(exclusionsIn(ownText(*bytes))) : std::nullopt;
 }
 
 bool appendExclusions(const Form42& form, const std::vector<std::string>& entries) {
-  return entries.empty() || appendOwnText(pathOf(form), textOf(entries));
+  return entries.empty() || appendOwnText(exclusionPath(form), textOf(entries));
 }
 
-void deleteExclusions(const Form42& form) { DeleteFileW(Wide(pathOf(form)).get()); }
+bool deleteExclusions(const Form42& form) { return deleteFile(exclusionPath(form)); }
 
-void writeExclusions(const Form42& form, const std::vector<std::string>& lines) {
-  replaceFileText(pathOf(form), ownBytes(textOf(lines)));
+bool writeExclusions(const Form42& form, const std::vector<std::string>& lines) {
+  return replaceFileText(exclusionPath(form), ownBytes(textOf(lines)));
 }
 
 }  // namespace zelvreg

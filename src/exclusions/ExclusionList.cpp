@@ -9,6 +9,7 @@
 #include "form/Form42.h"
 #include "languages/Texts.h"
 #include "scan/Findings.h"
+#include "scan/OwnPaths.h"
 #include "scan/Policies.h"
 #include "text/Characters.h"
 #include "text/Numbers.h"
@@ -110,15 +111,42 @@ std::vector<std::string> linesOf(const Form42& form, bool skipsBlank) {
   return lines;
 }
 
+// To the letter, nobody is told.
+void tellOfFile(Form42& form, TextKey text) {
+  if (form.safeguards != asDescribed()) {
+    form.dialogs.tell(textOf(form, text, {exclusionPath(form)}), MessageIcon::Exclamation);
+  }
+}
+
+// Keeps the rows of the page in the file, which is deleted if there are none. A file that could not
+// be read is not replaced: its entries are not among the rows. After a failure the page shows what
+// the file holds.
+bool keepLines(Form42& form, const std::vector<std::string>& lines) {
+  if (!form.areExclusionsUnread &&
+      (lines.empty() ? deleteExclusions(form) : writeExclusions(form, lines))) {
+    return true;
+  }
+  tellOfFile(form, "exclusion-not-changed");
+  loadExclusions(form);
+  return false;
+}
+
 }  // namespace
 
 void loadExclusions(Form42& form) {
   form.View4.clear();
-  for (const std::string& entry : readExclusions(form)) {
-    form.View4.add(entry);
+  const auto entries = readExclusions(form);
+  const auto decided = exclusionsByPolicy(form);
+  form.areExclusionsUnread = !entries || !decided;
+  if (entries) {
+    for (const std::string& entry : *entries) {
+      form.View4.add(entry);
+    }
   }
-  for (const std::string& entry : exclusionsByPolicy(form)) {
-    form.View4.setLocked(form.View4.add(entry), true);
+  if (decided) {
+    for (const std::string& entry : *decided) {
+      form.View4.setLocked(form.View4.add(entry), true);
+    }
   }
 }
 
@@ -144,13 +172,13 @@ void chameleonButton8_Click(Form42& form) {
   openDialog(form, form.View4.text(static_cast<std::size_t>(leadingNumber(row)), 0), row);
 }
 
-void chameleonButton6_Click(Form42& form) {
+ListChange removeHighlightedExclusions(Form42& form) {
   const Answer answer = form.dialogs.ask({.text = textOf(form, "exclusion-remove-question"),
                                           .icon = MessageIcon::Exclamation,
                                           .isQuestion = true,
                                           .title = textOf(form, "exclusion-remove-title")});
   if (answer == Answer::No) {
-    return;
+    return ListChange::Declined;
   }
   removeHighlighted(form.View4);
   // Blank rows are written too, and one empty line when no row is left.
@@ -158,8 +186,10 @@ void chameleonButton6_Click(Form42& form) {
   if (lines.empty()) {
     lines.emplace_back();
   }
-  writeExclusions(form, lines);
+  return keepLines(form, lines) ? ListChange::Done : ListChange::Failed;
 }
+
+void chameleonButton6_Click(Form42& form) { removeHighlightedExclusions(form); }
 
 void View4_ItemClick(Form42& form, std::size_t row) {
   form.Text3.setText(decimal(static_cast<std::int64_t>(row)));
@@ -175,11 +205,11 @@ void chameleonButton9_Click(Form42& form) {
     }
   }
   // To the letter, rows go whether or not the file was written.
-  if (!appendExclusions(form, keys) && form.safeguards != asDescribed()) {
-    form.dialogs.tell(
-        textOf(form, "exclusion-not-written", {form.programFolder + "\\exregscan.txt"}),
-        MessageIcon::Exclamation);
-    return;
+  if (!appendExclusions(form, keys)) {
+    tellOfFile(form, "exclusion-not-written");
+    if (form.safeguards != asDescribed()) {
+      return;
+    }
   }
   removeHighlighted(form.View2);
 }
@@ -193,11 +223,14 @@ void Form1_orubutton1_Click(Form42& form) {
     form.Text6.setText("");
     form.Text6.setText("1");
   } else {
-    if (!entry.empty()) {
-      appendExclusions(form, {text});
+    const bool isKept = entry.empty() || appendExclusions(form, {text});
+    if (!isKept) {
+      tellOfFile(form, "exclusion-not-written");
     }
     // An empty entry still gets into the list, where it excludes everything.
-    form.View4.add(entry);
+    if (isKept || form.safeguards == asDescribed()) {
+      form.View4.add(entry);
+    }
   }
   closeExclusionDialog(form);
 }
@@ -209,12 +242,7 @@ void closeExclusionDialog(Form42& form) {
 
 void Text6_Change(Form42& form) {
   if (leadingNumber(form.Text6.text()) == 1) {
-    const std::vector<std::string> lines = linesOf(form, true);
-    if (lines.empty()) {
-      deleteExclusions(form);
-    } else {
-      writeExclusions(form, lines);
-    }
+    keepLines(form, linesOf(form, true));
     form.Text6.setText("");
   }
 }

@@ -3,6 +3,7 @@
 #define ZELVREG_EXCLUSIONS_EXCLUSION_LIST_H
 
 #include <cstddef>
+#include <cstdint>
 
 namespace zelvreg {
 
@@ -15,6 +16,12 @@ void loadExclusions(Form42& form);
 // Fills View4 and removes every result whose full key begins with an entry. Wildcards work within
 // the length of an entry; case does not matter; an empty entry removes all.
 void Command29(Form42& form);
+
+// What became of a change of the file. A failure has been told, unless all safeguards are lifted.
+enum class ListChange : std::uint8_t { Done, Declined, Failed };
+
+// Removes the highlighted rows after a question, as the page's button does.
+ListChange removeHighlightedExclusions(Form42& form);
 
 // The page: a new entry, an edit of the row in Text3, removal of the highlighted rows after a
 // question.

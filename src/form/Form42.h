@@ -321,6 +321,8 @@ struct Form42 {
   bool isJournalKept = true;
   // Whether the last undo has restored nothing, or not all, and has said so.
   bool isUndoRefused = false;
+  // Whether there are exclusions that could not be read when View4 was filled.
+  bool areExclusionsUnread = false;
   // Whether the last repair was stopped because its safety export could not be written.
   bool isRepairStopped = false;
   // The plan and the outcome of the repair that runs, or of the last one.

@@ -13,6 +13,8 @@ struct JournalRecord {
   std::string key;
   std::string value;
   std::string text;
+
+  bool operator==(const JournalRecord&) const = default;
 };
 
 }  // namespace zelvreg

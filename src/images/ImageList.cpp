@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cerrno>
 #include <fstream>
 #include <set>
 #include <string_view>
+#include <system_error>
 
 #include "images/ForeignFiles.h"
 #include "machine/base/MachineError.h"
@@ -20,18 +22,21 @@ using machine::MachineError;
 constexpr std::array<std::string_view, 10> endings{".raw", ".img", ".dd",   ".qcow2", ".qcow",
                                                    ".qed", ".vhd", ".vhdx", ".vmdk",  ".vdi"};
 
+[[noreturn]] void refuseUnreadable(const fs::path& file, const std::error_code& error) {
+  throw MachineError(file.string() + ": cannot be read: " + error.message() +
+                     "; give yourself the right to read it");
+}
+
 // A disk has zeros near its beginning, whatever it holds; text has none.
 bool beginsWithText(const fs::path& file) {
   const machine::FileDescriptor opened = machine::openPlainFile(file);
+  if (!opened.isOpen()) refuseUnreadable(file, {errno, std::generic_category()});
   std::array<char, 4096> start{};
-  if (!opened.isOpen()) return false;
   const std::size_t size = machine::readAt(opened, 0, start.data(), start.size());
   return std::string_view(start.data(), size).find('\0') == std::string_view::npos;
 }
 
-bool isList(const fs::path& file) {
-  std::error_code error;
-  const fs::file_status status = fs::status(file, error);
+bool isList(const fs::path& file, const fs::file_status& status) {
   return fs::is_fifo(status) ||
          (fs::is_regular_file(status) && !isNamedLikeImage(file) && beginsWithText(file));
 }
@@ -62,10 +67,7 @@ std::vector<fs::path> imagesInFolder(const fs::path& folder) {
       images.insert(entry->path());
     }
   }
-  if (error) {
-    throw MachineError(folder.string() + ": cannot be read: " + error.message() +
-                       "; give yourself the right to read it");
-  }
+  if (error) refuseUnreadable(folder, error);
   std::set<fs::path> parts;
   for (const fs::path& image : images) {
     const auto named = namedParts(image);
@@ -79,11 +81,17 @@ std::vector<fs::path> imagesInFolder(const fs::path& folder) {
   return {images.begin(), images.end()};
 }
 
+// What cannot be looked at and does not have the name of an image may be a folder or a list of
+// them.
 std::vector<fs::path> imagesOf(const std::string& argument, std::istream& input) {
   if (argument == "-") return linesOf(input, "standard input");
   std::error_code error;
-  if (fs::is_directory(argument, error)) return imagesInFolder(argument);
-  if (!isList(argument)) return {argument};
+  const fs::file_status status = fs::status(argument, error);
+  if (status.type() == fs::file_type::none && !isNamedLikeImage(argument)) {
+    refuseUnreadable(argument, error);
+  }
+  if (fs::is_directory(status)) return imagesInFolder(argument);
+  if (!isList(argument, status)) return {argument};
   std::ifstream list(argument);
   return linesOf(list, argument);
 }

@@ -21,7 +21,8 @@ bool isNamedLikeImage(const std::filesystem::path& file);
 // - a list: a pipe, or a file that is not named like an image and begins with text. Each line names
 //   an image; one that is empty or begins with "#" names none;
 // - anything else is an image, whether it is there or not.
-// Throws MachineError if there is none in a folder or a list, or if either cannot be read.
+// Throws MachineError if there is none in a folder or a list, if either cannot be read, or if what
+// may be either cannot.
 std::vector<std::filesystem::path> imagesListed(const std::vector<std::string>& arguments,
                                                 std::istream& input);
 

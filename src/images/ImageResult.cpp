@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
+#include <cstring>
 #include <map>
 #include <optional>
 #include <utility>
@@ -51,6 +53,14 @@ void requireOwn(const fs::path& file, std::string_view start, const fs::path& im
   }
 }
 
+// A result and a failure that stand beside each other would contradict each other.
+void removeOther(const fs::path& file) {
+  if (unlink(file.c_str()) != 0 && errno != ENOENT) {
+    throw MachineError(file.string() + ": cannot be removed: " + std::strerror(errno) +
+                       "; give yourself the right to write in its folder, and run this again");
+  }
+}
+
 // When a file was last written, or anything else of it was changed; none if it is not there.
 std::optional<Time> lastChange(const fs::path& file) {
   struct stat about {};
@@ -82,13 +92,15 @@ bool ImageResult::isNewerThan(const std::vector<fs::path>& files) const {
 
 void ImageResult::keep(std::string_view content) const {
   machine::replaceFile(kept, content);
-  unlink(failure.c_str());
+  removeOther(failure);
 }
 
 void ImageResult::keepFailure(std::string_view line) const {
   machine::replaceFile(failure, std::string(line) + "\n");
-  unlink(kept.c_str());
+  removeOther(kept);
 }
+
+void ImageResult::removeFailure() const { removeOther(failure); }
 
 void ImageResult::removeLeftovers() const {
   machine::removeLeftovers(kept);

@@ -39,6 +39,10 @@ class ImageResult {
   void keep(std::string_view content) const;
   void keepFailure(std::string_view line) const;
 
+  // Removes a failure beside a result, which a process that was stopped may have left. Throws
+  // MachineError.
+  void removeFailure() const;
+
   // Removes what a process that was stopped has left half written.
   void removeLeftovers() const;
 

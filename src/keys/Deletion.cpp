@@ -12,7 +12,7 @@ namespace {
 
 LONG ifNotAbsent(LONG code) { return code == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : code; }
 
-// What both deletions share: `remove` works on the opened key, which is left open.
+// What both deletions share: `remove` works on the opened key, which is abandoned.
 LONG deleteBelow(HiveHandle hive, const std::string& key, auto remove) {
   OpenKey open(hive, key, workOn64BitView, ClassesOf::User);
   const LONG status = open.isOpen() ? remove(open.handle()) : open.openStatus();

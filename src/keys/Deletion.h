@@ -11,8 +11,9 @@
 namespace zelvreg {
 
 // Delete a subkey, or a value, of a key in the 64-bit view. What is not there counts as deleted.
-// The result is 0, 99 for a refused hive text, or the failing call's code. The opened key stays
-// open. On an INI file fDeleteValue empties the line of that name and gives 0.
+// The result is 0, 99 for a refused hive text, or the failing call's code. The opened key is
+// abandoned (keys/OpenPair.h). On an INI file fDeleteValue empties the line of that name and gives
+// 0.
 LONG fDeleteKey(const std::string& hive, const std::string& parentKey, const std::string& subKey);
 LONG fDeleteValue(const std::string& hive, const std::string& key, const std::string& valueName);
 

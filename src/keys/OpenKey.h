@@ -47,7 +47,7 @@ class OpenKey {
 
   // What the call that closes it returns; 0 if it is closed already.
   LONG close() { return pair.close(); }
-  // Leaves the handle open for good, unless that would keep another user's keys loaded.
+  // As OpenPair does it: leaves the handle open, unless that would keep another user's keys loaded.
   void abandon() { pair.abandon(); }
 
  private:

@@ -5,7 +5,9 @@
 
 #include "keys/ActingUser.h"
 #include "keys/NameOrder.h"
+#include "keys/RefusedKeys.h"
 #include "keys/RootHandles.h"
+#include "keys/ValueData.h"
 #include "roots/NameLimits.h"
 #include "text/Wide.h"
 
@@ -14,22 +16,30 @@ namespace {
 
 constexpr REGSAM views = KEY_WOW64_64KEY | KEY_WOW64_32KEY;
 
-bool isAbsent(LONG status) {
-  return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
-}
-
 bool has(HKEY key, LPCWSTR valueName) {
   return RegQueryValueExW(key, valueName, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
 }
 
+bool& leavesThemOpen() {
+  static bool leaves = false;
+  return leaves;
+}
+
 }  // namespace
+
+void leaveKeysOpen(bool leaves) { leavesThemOpen() = leaves; }
 
 OpenPair::OpenPair(HiveHandle hive, LPCWSTR path, REGSAM access, DWORD options, ClassesOf classes) {
   const bool isMerged = hive == HiveHandle::ClassesRoot && actingUser() != nullptr;
   HKEY root = systemKey(hive);
-  // Somebody may have no classes at all.
-  status = isMerged && root == nullptr ? ERROR_FILE_NOT_FOUND
-                                       : RegOpenKeyExW(root, path, options, access, &key);
+  if (isMerged && root == nullptr) {
+    // Somebody may have no classes at all.
+    status = ERROR_FILE_NOT_FOUND;
+  } else if (classes == ClassesOf::User) {
+    status = RegOpenKeyExW(root, path, options, access, &key);
+  } else {
+    status = openNotingRefusal(hive, path, options, access, key);
+  }
   if (status != ERROR_SUCCESS) {
     key = nullptr;
   }
@@ -71,7 +81,7 @@ void OpenPair::openCovered(HKEY parent, LPCWSTR path, REGSAM access, DWORD optio
 
 void OpenPair::abandon() {
   // Another user's keys would stay loaded.
-  if (actingUser() == nullptr) {
+  if (leavesThemOpen() && actingUser() == nullptr) {
     key = nullptr;
   }
   close();

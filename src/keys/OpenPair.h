@@ -18,6 +18,10 @@ namespace zelvreg {
 // them.
 enum class ClassesOf : unsigned char { Both, User };
 
+// Whether keys that are abandoned stay open, as the program was made to do. At first they do not: a
+// process that scans and repairs for years would run out of handles.
+void leaveKeysOpen(bool leaves);
+
 class OpenPair {
  public:
   OpenPair() = default;
@@ -46,7 +50,7 @@ class OpenPair {
     HKEY open = std::exchange(key, nullptr);
     return open == nullptr ? ERROR_SUCCESS : RegCloseKey(open);
   }
-  // Leaves the handles open for good.
+  // Leaves the handle open for good, if that is how it is to be; closes it otherwise.
   void abandon();
 
   // Where a call that lists subkeys or values finds the one at this place.

@@ -231,8 +231,7 @@ RegistryImport importRegistryText(std::string_view bytes) {
 
 RegistryImport importRegistryFile(const std::string& path) {
   const auto bytes = readFileText(path);
-  return bytes ? importRegistryText(*bytes)
-               : nothingDone("The file cannot be read. Nothing was changed.");
+  return bytes ? importRegistryText(*bytes) : nothingDone(unreadFileMessage);
 }
 
 }  // namespace zelvreg

@@ -8,6 +8,9 @@
 
 namespace zelvreg {
 
+// What is wrong with a file that is there and cannot be read.
+inline constexpr const char* unreadFileMessage = "The file cannot be read. Nothing was changed.";
+
 // What an import did. Only what was done is counted; a key counts once for each block of the file.
 struct RegistryImport {
   bool isDone = false;  // all of it

@@ -13,6 +13,11 @@
 
 namespace zelvreg {
 
+// Whether a call says that a key or a value is not there. Any other failure leaves that open.
+inline bool isAbsent(LONG status) {
+  return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+}
+
 // Almost all data fit into a buffer of fixed size, so they are read without asking for their size
 // first.
 class ValueData {

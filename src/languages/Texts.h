@@ -33,6 +33,9 @@ inline constexpr std::array texts{
          "Nothing was repaired: the safety export of what would go could not be written to the "
          "folder backup\\registry of the program. See that it can be written and the keys read, or "
          "repair without it."},
+    Text{"fix-no-exclusions",
+         "Nothing was repaired: the exclusions in the file %1 could not be read, so what they keep "
+         "is not known. See that the file can be read, and scan again."},
     Text{"fix-no-journal",
          "Nothing was repaired: the undo journal, or its entry in the list, could not be written. "
          "See that the program's folder can be written, or switch undo information off."},
@@ -75,12 +78,23 @@ inline constexpr std::array texts{
          "Nothing was restored: users who are no administrators can write to the folder %1. Move "
          "the program to a folder that only administrators can write to."},
     Text{"undo-no-file", "Nothing was restored: the entry names no file of the program's folder."},
+    Text{"undo-records-refused",
+         "%1: the registry refused %2 of %3 records. See that you have the rights of an "
+         "administrator, and restore it again."},
+    Text{"undo-not-removed",
+         "The entry %1 was not removed. See that you have the rights of an administrator, and try "
+         "again."},
+    Text{"undo-journal-left",
+         "The entry was removed, but its file %1 could not be deleted. Delete it yourself."},
     Text{"exclusion-remove-question",
          "Are you sure you would like to remove the selected Exclusion text from the list?"},
     Text{"exclusion-remove-title", "Remove"},
     Text{"exclusion-not-written",
          "Nothing was excluded: the file %1 could not be written. See that the program's folder "
          "can be written."},
+    Text{"exclusion-not-changed",
+         "The exclusions were not changed: the file %1 could not be read or written. See that it "
+         "can be, and try again."},
     Text{"set-by-policy", "Set by your administrator"},
     Text{"no-entry", "No Entry Selected"},
     Text{"choose-entry", "Please Select entry from the list to show details"},

@@ -5,6 +5,7 @@
 #include "machine/MachineState.h"
 #include "machine/base/AtomicFile.h"
 #include "machine/base/MachineError.h"
+#include "machine/base/PlainFile.h"
 #include "machine/computer/MachineSettings.h"
 #include "machine/computer/RecordFiles.h"
 #include "machine/offline/OfflineEnvironment.h"
@@ -178,7 +179,7 @@ std::unique_ptr<Machine> Machine::open(const std::filesystem::path& folder) {
     state->drives.records().markSaved();
     return std::unique_ptr<Machine>(new Machine(std::move(state)));
   } catch (const std::filesystem::filesystem_error& error) {
-    throw MachineError(error.path1().string() + " cannot be read: " + error.code().message() +
+    throw MachineError(placeOf(error, folder) + " cannot be read: " + error.code().message() +
                        "; check that you may read it");
   }
 }

@@ -4,6 +4,7 @@
 #include "machine/MachineState.h"
 #include "machine/base/AtomicFile.h"
 #include "machine/base/MachineError.h"
+#include "machine/base/PlainFile.h"
 #include "machine/hive/HiveLogs.h"
 #include "machine/offline/Hibernation.h"
 #include "machine/offline/HiveBackups.h"
@@ -133,7 +134,7 @@ std::unique_ptr<Machine> Machine::openOffline(const OfflineDisk& disk) {
     });
     return std::unique_ptr<Machine>(new Machine(std::move(state)));
   } catch (const std::filesystem::filesystem_error& error) {
-    throw MachineError(error.path1().string() + " cannot be read: " + error.code().message() +
+    throw MachineError(placeOf(error, disk.root) + " cannot be read: " + error.code().message() +
                        "; check that the disk is mounted and that you may read it");
   }
 }

@@ -30,19 +30,18 @@ std::string decimalOfBytes(std::string result, std::string_view bytes) {
   return decimal(static_cast<std::int32_t>(number));
 }
 
-void setValue(Form42& form, std::string fullKey, const std::string& valueName, DWORD type,
+bool setValue(Form42& form, std::string fullKey, const std::string& valueName, DWORD type,
               const void* data, std::size_t size) {
   auto hive = static_cast<HiveHandle>(form.parsedHive);
   ParseKey(form.dialogs, fullKey, hive);
   form.parsedHive = static_cast<std::uint32_t>(hive);
   if (hive == HiveHandle::Unknown) {
-    return;
+    return false;
   }
   const OpenKey key(hive, fullKey, writeOn32BitView, ClassesOf::User);
-  if (key.isOpen()) {
-    RegSetValueExW(key.handle(), Wide(valueName).get(), 0, type, static_cast<const BYTE*>(data),
-                   static_cast<DWORD>(size));
-  }
+  return key.isOpen() &&
+         RegSetValueExW(key.handle(), Wide(valueName).get(), 0, type,
+                        static_cast<const BYTE*>(data), static_cast<DWORD>(size)) == ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -108,9 +107,9 @@ bool SaveRegString(HiveHandle hive, const std::string& key, const std::string& v
   return written == ERROR_SUCCESS;
 }
 
-void SetRegDword(Form42& form, std::string fullKey, const std::string& valueName,
+bool SetRegDword(Form42& form, std::string fullKey, const std::string& valueName,
                  std::int32_t data) {
-  setValue(form, std::move(fullKey), valueName, REG_DWORD, &data, sizeof(data));
+  return setValue(form, std::move(fullKey), valueName, REG_DWORD, &data, sizeof(data));
 }
 
 void SetRegStringValue(Form42& form, std::string fullKey, const std::string& valueName,

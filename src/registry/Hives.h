@@ -36,9 +36,9 @@ bool GetRegString(HiveHandle hive, const std::string& key, const std::string& va
 bool SaveRegString(HiveHandle hive, const std::string& key, const std::string& valueName,
                    const std::string& data);
 
-// Write to an existing key, named by its full path. They fail silently. A path that ParseKey
-// refuses is looked for under the hive of the path before it.
-void SetRegDword(Form42& form, std::string fullKey, const std::string& valueName,
+// Write to an existing key, named by its full path. A path that ParseKey refuses is looked for
+// under the hive of the path before it. The first one tells whether it worked.
+bool SetRegDword(Form42& form, std::string fullKey, const std::string& valueName,
                  std::int32_t data);
 void SetRegStringValue(Form42& form, std::string fullKey, const std::string& valueName,
                        const std::string& data);

@@ -12,6 +12,7 @@
 #include "scan/EventLog.h"
 #include "scan/Findings.h"
 #include "scan/OutcomeLine.h"
+#include "scan/OwnPaths.h"
 #include "scan/Policies.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
@@ -56,6 +57,15 @@ void tellRefusal(const Form42& form, const std::string& why) {
   }
 }
 
+// A scan whose exclusions could not be read lists what its user wants to keep.
+bool areExclusionsKnown(const Form42& form) {
+  if (!form.areExclusionsUnread || !form.safeguards.protects) {
+    return true;
+  }
+  tellRefusal(form, textOf(form, "fix-no-exclusions", {unreadExclusions(form)}));
+  return false;
+}
+
 bool isExportKept(Form42& form) {
   if (!form.safeguards.exportsFirst || writeSafetyExport(form, *form.repairPlan)) {
     return true;
@@ -66,7 +76,9 @@ bool isExportKept(Form42& form) {
 
 // If undo information was asked for and cannot be written, nothing is repaired.
 bool isUndoKept(Form42& form) {
-  const bool isWanted = leadingNumber(readSetting(settings::regscan, undoPolicy)) == 1;
+  // One that cannot be read may ask for it.
+  const auto setting = knownSetting(settings::regscan, undoPolicy);
+  const bool isWanted = setting ? leadingNumber(*setting) == 1 : form.safeguards.exportsFirst;
   if (!undoByPolicy(form).value_or(isWanted)) {
     return true;
   }
@@ -168,7 +180,7 @@ void runRepair(Form42& form) {
   form.repairOutcome = {};
   form.repairPlan = std::make_shared<RepairPlan>(form);
   form.exportStem.clear();
-  form.isRepairStopped = !isExportKept(form) || !isUndoKept(form);
+  form.isRepairStopped = !areExclusionsKnown(form) || !isExportKept(form) || !isUndoKept(form);
   if (!form.isRepairStopped) {
     repairAndLookAgain(form);
   }

@@ -9,7 +9,7 @@
 #include "runtime/DateTime.h"
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
-#include "scan/ExportPath.h"
+#include "scan/OwnPaths.h"
 #include "text/Wide.h"
 
 namespace zelvreg {

@@ -104,9 +104,21 @@ bool replaceFileText(const std::string& path, std::string_view bytes, FileReader
   return false;
 }
 
+bool isSurelyMissing(const std::string& path) {
+  if (GetFileAttributesW(Wide(path).get()) != INVALID_FILE_ATTRIBUTES) {
+    return false;
+  }
+  const DWORD error = GetLastError();
+  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
+bool deleteFile(const std::string& path) {
+  return DeleteFileW(Wide(path).get()) != FALSE || isSurelyMissing(path);
+}
+
 std::optional<std::string> contentToKeep(const std::string& path) {
   auto content = readFileText(path);
-  if (!content && GetFileAttributesW(Wide(path).get()) == INVALID_FILE_ATTRIBUTES) {
+  if (!content && isSurelyMissing(path)) {
     content.emplace();
   }
   return content;

@@ -13,6 +13,13 @@ namespace zelvreg {
 // The bytes of a file; std::nullopt if it cannot be opened or read to its end.
 std::optional<std::string> readFileText(const std::string& path);
 
+// Whether there is no file of this name. False also if that cannot be told, such as on a disk that
+// answers with an error.
+bool isSurelyMissing(const std::string& path);
+
+// Deletes a file, which may be missing. False if it is still there, or may be.
+bool deleteFile(const std::string& path);
+
 // The bytes of a file that is to be changed. Empty if there is no such file. std::nullopt if there
 // is one but it cannot be read: then it must not be replaced.
 std::optional<std::string> contentToKeep(const std::string& path);

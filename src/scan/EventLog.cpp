@@ -8,7 +8,7 @@
 #include "keys/ValueData.h"
 #include "runtime/Environment.h"
 #include "runtime/ProcessUser.h"
-#include "scan/ExportPath.h"
+#include "scan/OwnPaths.h"
 #include "text/Text.h"
 #include "text/Wide.h"
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "form/Form42.h"
+#include "keys/OpenPair.h"
 #include "scan/Policies.h"
 #include "scan/Settings.h"
 
@@ -75,7 +76,10 @@ Safeguards safeguardsNow(const Form42& form) {
   return decided;
 }
 
-void decideSafeguards(Form42& form) { form.safeguards = safeguardsNow(form); }
+void decideSafeguards(Form42& form) {
+  form.safeguards = safeguardsNow(form);
+  leaveKeysOpen(form.safeguards == asDescribed());
+}
 
 std::string contradictionOf(const Form42& form) {
   for (const SafeguardChoice& choice : form.safeguardChoices) {

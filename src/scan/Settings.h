@@ -7,6 +7,7 @@
 #ifndef ZELVREG_SCAN_SETTINGS_H
 #define ZELVREG_SCAN_SETTINGS_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,13 +45,16 @@ bool isPortable();
 
 // A setting; empty if there is none.
 std::string readSetting(const char* key, const std::string& name);
+// The same; std::nullopt if there is one, or may be, that cannot be read.
+std::optional<std::string> knownSetting(const char* key, const std::string& name);
 // Stores it, and creates the key if needed. Returns whether that worked.
 bool keepSetting(const char* key, const std::string& name, const std::string& text);
 
-// The names of a key's settings, those that are longer than a number of an undo entry as "".
-std::vector<std::string> settingNames(const char* key);
-// Does nothing if there is no such setting.
-void removeSetting(const char* key, const std::string& name);
+// The names of a key's settings, those that are longer than a number of an undo entry as "". There
+// may be others if `isWhole` is false afterwards: they could not be read.
+std::vector<std::string> settingNames(const char* key, bool& isWhole);
+// Whether there is no such setting any more.
+bool removeSetting(const char* key, const std::string& name);
 
 }  // namespace zelvreg
 

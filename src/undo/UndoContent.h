@@ -17,8 +17,11 @@ struct UndoContent {
   std::size_t restorable = 0;  // those of them that name a place that is written to
   bool isJournalThere = false;
   bool isJournalTorn = false;
+  bool isJournalUnreadable = false;  // it is there, so the entry is more than its name
 
-  [[nodiscard]] bool isNothing() const { return exportPath.empty() && restorable == 0; }
+  [[nodiscard]] bool isNothing() const {
+    return exportPath.empty() && restorable == 0 && !isJournalUnreadable;
+  }
 };
 
 // By the entry's label. A file whose stem is not a plain name counts as missing.

@@ -1,7 +1,5 @@
 #include "undo/UndoPage.h"
 
-#include <windows.h>
-
 #include <cmath>
 
 #include "form/Form42.h"
@@ -11,14 +9,14 @@
 #include "runtime/FileText.h"
 #include "runtime/PrivateFiles.h"
 #include "scan/EventLog.h"
-#include "scan/ExportPath.h"
 #include "scan/OutcomeLine.h"
+#include "scan/OwnPaths.h"
 #include "scan/Policies.h"
 #include "scan/Settings.h"
 #include "text/Numbers.h"
 #include "text/Pattern.h"
 #include "text/Text.h"
-#include "text/Wide.h"
+#include "undo/JournalFile.h"
 #include "undo/UndoContent.h"
 #include "undo/UndoRestore.h"
 #include "undo/UndoStores.h"
@@ -122,15 +120,22 @@ void restoreByJournal(Form42& form, const std::string& stem) {
     return;
   }
   const std::string path = journalPath(form, stem);
-  auto file = readFileText(path);
+  const auto file = contentToKeep(path);
   if (!file) {
-    // Opening a journal that is gone creates it again.
-    if (contentToKeep(path)) {
-      replaceFileText(path, "", FileReaders::Administrators);
-    }
-    file.emplace();
+    tellRefusal(form, path + ": " + unreadFileMessage);
+    return;
   }
-  restoreJournal(form, *file);
+  // Opening a journal that is gone creates it again.
+  if (file->empty()) {
+    replaceFileText(path, "", FileReaders::Administrators);
+  }
+  const std::size_t refused = restoreJournal(form, *file);
+  if (refused > 0 && form.safeguards != asDescribed()) {
+    tellRefusal(form, textOf(form, "undo-records-refused",
+                             {path, decimal(static_cast<std::int64_t>(refused)),
+                              decimal(static_cast<std::int64_t>(journalRecordCount(*file)))}));
+    return;
+  }
   tellEnd(form, path);
 }
 
@@ -178,14 +183,26 @@ void undoLastRepair(Form42& form) {
 }
 
 void chameleonButton3_Click(Form42& form) {
+  form.isUndoRefused = false;
   const std::size_t row = rowInText3(form);
   const std::string label = form.View3.text(row, 0);
   const std::int64_t number = numberOfLabel(label);
-  if (const std::string stem = undoStem(label); isPlainStem(stem)) {
-    DeleteFileW(Wide(journalPath(form, stem)).get());
+  const std::string stem = undoStem(label);
+  const bool isFound = !trim(undoLabel(number)).empty();
+  // To the letter, nobody is told.
+  const bool tells = form.safeguards != asDescribed();
+  // Of a list that cannot be read it is not known whose number it is.
+  const bool isSafe = !tells || (isFound && !isUndoListUnread());
+  const bool isRemoved = isSafe && removeUndoEntry(number);
+  if (tells && !isRemoved) {
+    tellRefusal(form, textOf(form, "undo-not-removed", {label}));
+    return;
   }
   form.View3.remove(row);
-  removeUndoEntry(number);
+  const std::string path = journalPath(form, stem);
+  if (isPlainStem(stem) && !deleteFile(path) && tells) {
+    tellRefusal(form, textOf(form, "undo-journal-left", {path}));
+  }
 }
 
 }  // namespace zelvreg

@@ -23,7 +23,8 @@ void chameleonButton2_Click(Form42& form);
 // to be wrong is told, and the offer stays.
 void undoLastRepair(Form42& form);
 
-// Removes the journal at the row in Text3 with its file. Its safety export stays.
+// Removes the journal at the row in Text3 with its file. Its safety export stays. isUndoRefused
+// tells afterwards whether the entry or its file is still there.
 void chameleonButton3_Click(Form42& form);
 
 }  // namespace zelvreg

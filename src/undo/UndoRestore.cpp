@@ -74,11 +74,13 @@ HiveHandle rootOf(Root root, int digit) {
   }
 }
 
-void restoreText(const JournalRecord& record, int digit) {
+// False if the registry refuses it. True also for a record that names no root to write to, as
+// below.
+bool restoreText(const JournalRecord& record, int digit) {
   const RestoreRule& rule = ruleFor(record.kind);
   const HiveHandle hive = rootOf(rule.root, digit);
   if (hive == HiveHandle::Unknown) {
-    return;
+    return true;
   }
   std::string key = record.*rule.key;
   if (rule.below != nullptr) {
@@ -86,16 +88,15 @@ void restoreText(const JournalRecord& record, int digit) {
   }
   key += rule.after;
   const std::string& data = record.*rule.data;
-  SaveRegString(hive, key, rule.valueName == nullptr ? "" : record.*rule.valueName,
-                rule.neverEmpty && data.empty() ? " " : data);
+  return SaveRegString(hive, key, rule.valueName == nullptr ? "" : record.*rule.valueName,
+                       rule.neverEmpty && data.empty() ? " " : data);
 }
 
 // A shared DLL is restored with a use count of one, whatever it was before.
-void restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
+bool restoreSharedDll(Form42& form, const JournalRecord& record, int digit) {
   const HiveHandle hive = hiveOf(digit);
-  if (hive != HiveHandle::Unknown) {
-    SetRegDword(form, keyPath(hive, record.key), record.text, 1);
-  }
+  return hive == HiveHandle::Unknown ||
+         SetRegDword(form, keyPath(hive, record.key), record.text, 1);
 }
 
 // A field that is no number, or one beyond 16 bits, leaves the digit of the record before.
@@ -107,7 +108,8 @@ int digitOf(const std::string& field, int before) {
 
 }  // namespace
 
-void restoreJournal(Form42& form, std::string_view file) {
+std::size_t restoreJournal(Form42& form, std::string_view file) {
+  std::size_t refused = 0;
   const std::size_t count = journalRecordCount(file);
   std::size_t number = 1;
   int digit = 0;
@@ -116,13 +118,12 @@ void restoreJournal(Form42& form, std::string_view file) {
     form.journalRecord = journalRecordAt(file, number);
     const JournalRecord& record = form.journalRecord;
     digit = digitOf(record.hive, digit);
-    if (record.kind == sharedDll) {
-      restoreSharedDll(form, record, digit);
-    } else {
-      restoreText(record, digit);
-    }
+    const bool isRestored = record.kind == sharedDll ? restoreSharedDll(form, record, digit)
+                                                     : restoreText(record, digit);
+    refused += isRestored ? 0 : 1;
     ++number;
   } while (number <= count);
+  return refused;
 }
 
 std::size_t restorableRecords(std::string_view file) {

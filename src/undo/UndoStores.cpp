@@ -13,10 +13,32 @@
 #include "text/Text.h"
 
 namespace zelvreg {
+namespace {
+
+bool& isListUnread() {
+  static bool isUnread = false;
+  return isUnread;
+}
+
+// Notes what cannot be read, and takes it for missing.
+std::string readOfList(const char* key, const std::string& name) {
+  const auto text = knownSetting(key, name);
+  isListUnread() = isListUnread() || !text;
+  return text.value_or(std::string());
+}
+
+}  // namespace
+
+bool isUndoListUnread() { return isListUnread(); }
 
 bool registerUndoEntry(const std::string& label, const std::string& stem,
                        const std::string& exportStem) {
-  const std::string number = decimal(highestUndoNumber() + 1);
+  const auto counted = knownSetting(settings::regscan, "cnt");
+  if (!counted) {
+    return false;  // any number may be that of another entry
+  }
+  const std::int64_t highest = leadingInteger(*counted);
+  const std::string number = decimal(highest + 1);
   const bool isCounted = keepSetting(settings::regscan, "cnt", number);
   const bool isLabelled = keepSetting(settings::dates, number, label);
   const bool isNamed = keepSetting(settings::files, label, stem);
@@ -26,12 +48,16 @@ bool registerUndoEntry(const std::string& label, const std::string& stem,
   return isCounted && isLabelled && isNamed && isLinked && isOwned;
 }
 
-std::int64_t highestUndoNumber() { return leadingInteger(readSetting(settings::regscan, "cnt")); }
+std::int64_t highestUndoNumber() { return leadingInteger(readOfList(settings::regscan, "cnt")); }
 
 std::vector<std::int64_t> undoNumbers() {
   std::set<std::int64_t> numbers;
+  isListUnread() = false;
   const std::int64_t highest = std::max<std::int64_t>(highestUndoNumber(), 1);
-  for (const std::string& text : settingNames(settings::dates)) {
+  bool areNamesWhole = true;
+  const auto names = settingNames(settings::dates, areNamesWhole);
+  isListUnread() = isListUnread() || !areNamesWhole;
+  for (const std::string& text : names) {
     const std::int64_t number = leadingInteger(text);
     if (number >= 1 && number <= highest && decimal(number) == text) {
       numbers.insert(number);
@@ -40,15 +66,15 @@ std::vector<std::int64_t> undoNumbers() {
   return {numbers.begin(), numbers.end()};
 }
 
-std::string undoLabel(std::int64_t number) { return readSetting(settings::dates, decimal(number)); }
+std::string undoLabel(std::int64_t number) { return readOfList(settings::dates, decimal(number)); }
 
-std::string undoStem(const std::string& label) { return readSetting(settings::files, label); }
+std::string undoStem(const std::string& label) { return readOfList(settings::files, label); }
 
 std::string undoExportStem(const std::string& label) {
-  return readSetting(settings::exports, label);
+  return readOfList(settings::exports, label);
 }
 
-std::string undoUser(const std::string& label) { return readSetting(settings::users, label); }
+std::string undoUser(const std::string& label) { return readOfList(settings::users, label); }
 
 std::string userSuffix(const Form42& form) {
   return form.userScope ? " " + form.userScope->currentUser : std::string();
@@ -70,7 +96,9 @@ bool isPlainStem(std::string_view stem) {
          std::ranges::find(devices, base) == devices.end();
 }
 
-void removeUndoEntry(std::int64_t number) { removeSetting(settings::dates, decimal(number)); }
+bool removeUndoEntry(std::int64_t number) {
+  return removeSetting(settings::dates, decimal(number));
+}
 
 std::string undoSetting() { return readSetting(settings::regscan, undoPolicy); }
 

@@ -15,9 +15,14 @@ namespace zelvreg {
 struct Form42;
 
 // Uses the next number, and saves label and stem under it, the stem of the repair's safety export
-// if it has one, and the current user if that is known. Whether all of it could be saved.
+// if it has one, and the current user if that is known. Whether all of it could be saved; no other
+// entry is ever replaced.
 bool registerUndoEntry(const std::string& label, const std::string& stem,
                        const std::string& exportStem = {});
+
+// Whether anything of the list could not be read since undoNumbers() was called. It counts as
+// missing.
+bool isUndoListUnread();
 
 // The highest number used, or the highest that 32 bits can hold.
 std::int64_t highestUndoNumber();
@@ -37,8 +42,9 @@ std::string userSuffix(const Form42& form);
 // Whether a stem is the name of a file and nothing else: it comes from the registry, and a folder
 // in it would lead to any file of the computer.
 bool isPlainStem(std::string_view stem);
-// Removes an entry from the list. Its stem stays, and so does the highest number.
-void removeUndoEntry(std::int64_t number);
+// Removes an entry from the list. Its stem stays, and so does the highest number. Whether it is no
+// longer there.
+bool removeUndoEntry(std::int64_t number);
 
 // Whether journals are written: the state of Check1.
 std::string undoSetting();

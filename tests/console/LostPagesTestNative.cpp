@@ -8,7 +8,7 @@
 #include <iostream>
 
 #include "console/Computer.h"
-#include "console/Terminal.h"
+#include "console/ProcessStart.h"
 #include "machine/OfflineDiskFixture.h"
 
 namespace zelvreg::console {
@@ -26,7 +26,7 @@ class LostPagesDeathTest : public fixture::OfflineDiskTest {
   }
 
   void readWhatIsCutShort() {
-    prepareTerminal();
+    beginProcess();
     open();
     std::filesystem::resize_file(disk.path() / software, 4096);
     static_cast<void>(registry().count());
@@ -34,7 +34,7 @@ class LostPagesDeathTest : public fixture::OfflineDiskTest {
   }
 
   void saveWhereNoFileMayGrow() {
-    prepareTerminal();
+    beginProcess();
     open();
     registry().erase(key(R"(HKEY_LOCAL_MACHINE\SOFTWARE\Vendor\a)"));
     const rlimit limit{4096, RLIM_INFINITY};

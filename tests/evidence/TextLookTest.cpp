@@ -199,6 +199,7 @@ TEST_F(TextLookTest, WhatIsNotHereCannotBeDecided) {
            {"\\\\?\\UNC\\server\\x.exe", "share"},
            {"file://server/x.exe", "share"},
            {"\\Device\\HarddiskVolume9\\x.exe", "place-unknown"},
+           {"\\\\?\\GLOBALROOT\\Device\\x.exe", "place-unknown"},
            {"\\\\?\\Volume{0F0F0F0F-0000-4000-8000-00000000C0DE}\\x.exe", "place-unknown"},
            {"https://vendor.example/x.exe", "not-a-path"},
            {"C:\\EvidenceTest\\*.exe", "not-a-path"},
@@ -218,6 +219,41 @@ TEST_F(TextLookTest, WhatIsNotHereCannotBeDecided) {
   }
 }
 
+TEST_F(TextLookTest, SignsOfATemplateCountOnlyWhereTheyAreWhole) {
+  for (const auto& [name, codes] : std::vector<std::pair<std::string, std::string>>{
+           {"log-?.txt", "not-a-path"},
+           {"log-<1.txt", "not-a-path"},
+           {"log->1.txt", "not-a-path"},
+           {"log-|1.txt", "not-a-path"},
+           {"log-{9}", "not-a-path"},
+           {"log-{a}.txt", "absent"},
+           {"log-{12}.txt", "absent"},
+           {"log-{0", "absent"},
+           {"log-$x.txt", "absent"},
+           {"log-%9", "absent unknown-variable"},
+           {"log-%Z", "absent unknown-variable"},
+           {"log-% %a.txt", "absent unknown-variable"},
+           {"log-100%", "absent"},
+           {"log-%-.txt", "absent"},
+           {"log-yyyy-mm.txt", "absent not-a-path"},
+           {"log-YYYY_MM.txt", "absent not-a-path"},
+           {"log-YYYYmm.txt", "absent not-a-path"},
+           {"log-YYYY", "absent"},
+           {"log-YYYY-", "absent"},
+           {"log-YYYYxMM.txt", "absent"},
+           {"log-YYYY--MM.txt", "absent"},
+           {"$Date.log", "absent"},
+           {"$", "absent"},
+           {"[", "absent"},
+           {"[1].msi", "absent"},
+           {"[Name.msi", "absent"},
+           {"[Name\\a].msi", "absent parent-absent"},
+           {"x\\$date.log", "absent parent-absent not-a-path"},
+       }) {
+    EXPECT_EQ(reasonsOf(home + "\\" + name, Reading::File), codes) << name;
+  }
+}
+
 TEST_F(TextLookTest, AFileMayBeCalledLikeATemplate) {
   makeFile(home + "\\$date.exe");
   EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\$date.exe"), "found");
@@ -233,10 +269,69 @@ TEST_F(TextLookTest, ATextIsReadUpToItsNulAndHasALongestLength) {
   EXPECT_EQ(reasonsOf("C:\\" + std::string(32'000, '%')), "absent path-too-long");
 }
 
+TEST_F(TextLookTest, WhatTheInstallerKeepsIsWantedAsLongAsItsProductIsThere) {
+  const std::string cache = "C:\\EvidenceTest\\Installer\\";
+  const std::string kept = "{12345678-9ABC-4DEF-8123-456789ABCDEF}\\gone.exe";
+  EXPECT_EQ(reasonsOf(cache + kept), "absent parent-absent");
+  const std::string product =
+      "HKEY_LOCAL_"
+      "MACHINE\\SOFTWARE\\Classes\\Installer\\Products\\87654321CBA9FED41832547698BADCFE";
+  makeKey(product);
+  EXPECT_EQ(reasonsOf(cache + kept), "absent parent-absent installer-on-demand");
+  removeKey(product);
+}
+
+TEST_F(TextLookTest, WhatOnlyLooksLikeTheCodeOfAProductIsNone) {
+  for (const std::string name : {"{", "{}", "{x}", "{12345678-9ABC-4DEF-8123-456789ABCDE}",
+                                 "{12345678-9ABC-4DEF-8123-456789ABCDEFF", "{12345678"}) {
+    EXPECT_EQ(reasonsOf("C:\\EvidenceTest\\Installer\\" + name + "\\gone.exe"),
+              "absent parent-absent")
+        << name;
+  }
+}
+
 TEST_F(TextLookTest, WhatIsPackagedOrHasAShortNameIsNotCalledDead) {
   EXPECT_EQ(reasonsOf("C:\\Program Files\\WindowsApps\\Vendor.App_1.0_x64__abc\\gone.exe"),
             "absent parent-absent packaged-app");
   EXPECT_EQ(reasonsOf("C:\\EVIDEN~9\\gone.exe"), "absent parent-absent short-name");
+  EXPECT_EQ(reasonsOf("C:\\EVI~EN~1\\gone.exe"), "absent parent-absent short-name");
+}
+
+TEST_F(TextLookTest, WhatOnlyLooksLikeAPackageOrAShortNameIsDead) {
+  for (const std::string path :
+       {"C:\\Program Files\\WindowsApps.old\\gone.exe", "C:\\EvidenceTest gone\\WindowsApps",
+        "C:\\EVIDEN~0\\gone.exe", "C:\\EvidenceTest gone\\gone~"}) {
+    EXPECT_EQ(reasonsOf(path, Reading::File), "absent parent-absent") << path;
+  }
+}
+
+TEST_F(TextLookTest, WithoutADriveItIsMostLikelyThatOfTheSystem) {
+  EXPECT_EQ(reasonsOf("\\EvidenceTest\\there.exe"), "found");
+  EXPECT_EQ(reasonsOf("/EvidenceTest/gone.exe", Reading::File), "place-unknown absent");
+}
+
+TEST_F(TextLookTest, EachReadingHasItsExtensions) {
+  for (const std::string ending : {".exe", ".com", ".bat", ".cmd", ".lnk"}) {
+    makeFile(home + "\\usual-" + ending.substr(1) + ending);
+    const std::string path = home + "\\usual-" + ending.substr(1);
+    EXPECT_EQ(reasonsOf(path, Reading::Command), "found-with-extension") << ending;
+    EXPECT_EQ(reasonsOf(path, Reading::Start), "found-with-extension") << ending;
+    EXPECT_EQ(reasonsOf(path, Reading::Library), "absent") << ending;
+  }
+  makeFile(home + "\\panel.cpl");
+  EXPECT_EQ(reasonsOf(home + "\\panel", Reading::Library), "found-with-extension");
+  EXPECT_EQ(reasonsOf(home + "\\panel", Reading::Command), "absent");
+  makeFile(home + "\\script.vbs");
+  EXPECT_EQ(reasonsOf(home + "\\script", Reading::Start), "found-with-extension");
+  EXPECT_EQ(reasonsOf(home + "\\script", Reading::Command), "absent");
+}
+
+TEST_F(TextLookTest, ATextThatIsReadInAnotherWayIsLookedForAnew) {
+  TextLook texts(Shares::Refused, 1);
+  const std::string text = home + "\\there";
+  EXPECT_EQ(reasonCodes(texts.at(text, {}, Reading::Command)), "found-with-extension");
+  EXPECT_EQ(reasonCodes(texts.at(text, {}, Reading::File)), "absent");
+  EXPECT_EQ(reasonCodes(texts.at(text, {}, Reading::Command)), "found-with-extension");
 }
 
 TEST_F(TextLookTest, SaysWhatItLookedFor) {

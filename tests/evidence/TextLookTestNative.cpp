@@ -39,6 +39,28 @@ TEST_F(TextLookOfDrivesTest, BelowAFolderThatIsMissingNothingIsAsked) {
   EXPECT_EQ(asked, std::vector<std::string>());
 }
 
+TEST_F(TextLookOfDrivesTest, WhatTheSystemSaysOfAFileTellsWhyItIsMissing) {
+  folder("C:\\Vendor");
+  machine::Machine& computer = start();
+  for (const auto& [error, codes] : std::vector<std::pair<LONG, std::string>>{
+           {ERROR_FILE_NOT_FOUND, "absent"},
+           {ERROR_INVALID_NAME, "absent"},
+           {ERROR_BAD_PATHNAME, "absent"},
+           {ERROR_FILENAME_EXCED_RANGE, "absent"},
+           {ERROR_NOT_READY, "reparse-broken"},
+           {ERROR_CANT_ACCESS_FILE, "reparse-broken"},
+           {ERROR_CANT_RESOLVE_FILENAME, "reparse-broken"},
+           {ERROR_NOT_A_REPARSE_POINT, "reparse-broken"},
+           {ERROR_REPARSE_TAG_MISMATCH, "reparse-broken"},
+           {ERROR_ACCESS_DENIED, "access-denied"},
+           {ERROR_SHARING_VIOLATION, "access-denied"},
+       }) {
+    computer.faults().clear();
+    computer.faults().fail(machine::ApiCall::GetFileAttributes, 1, error);
+    EXPECT_EQ(reasonsOf("C:\\Vendor\\gone.exe"), codes) << error;
+  }
+}
+
 TEST_F(TextLookOfDrivesTest, ADriveOfAnotherComputerIsAskedOnlyIfThatIsAllowed) {
   file("Z:\\there.exe");
   machine::Machine& computer = start();

@@ -3,6 +3,7 @@
 #include "exclusions/ExclusionList.h"
 #include "form/Form42.h"
 #include "scan/Findings.h"
+#include "scan/Policies.h"
 #include "shell/StartUp.h"
 #include "support/MachineFixture.h"
 
@@ -45,7 +46,7 @@ TEST_F(ExclusionWritesTest, AllHighlightedRowsGoIntoTheFileInOneWrite) {
   form.chameleonButton9.click();
   EXPECT_EQ(computer().faults().calls(ApiCall::MoveFile), 1U);
   EXPECT_EQ(computer().faults().calls(ApiCall::WriteFile), 1U);
-  EXPECT_EQ(readExclusions(form).size(), 101U);
+  EXPECT_EQ(readExclusions(form).value().size(), 101U);
   EXPECT_EQ(form.View2.count(), 0U);
   EXPECT_TRUE(messages.empty());
 }
@@ -81,6 +82,28 @@ TEST_F(ExclusionWritesTest, WithAllSafeguardsLiftedTheRowsGoWithoutAWord) {
   EXPECT_TRUE(messages.empty());
   EXPECT_EQ(form.View2.count(), 0U);
   EXPECT_EQ(content(path), before);
+}
+
+TEST_F(ExclusionWritesTest, AFileThatCannotBeReadIsNotTakenForNone) {
+  computer().faults().failFrom(ApiCall::CreateFile, 1, ERROR_ACCESS_DENIED);
+  EXPECT_FALSE(readExclusions(form));
+  loadExclusions(form);
+  EXPECT_TRUE(form.areExclusionsUnread);
+  computer().faults().clear();
+  loadExclusions(form);
+  EXPECT_FALSE(form.areExclusionsUnread);
+  EXPECT_EQ(form.View4.count(), 1U);
+}
+
+TEST_F(ExclusionWritesTest, APolicyThatCannotBeReadIsNotTakenForNone) {
+  computer().faults().failFrom(ApiCall::RegOpenKey, 1, ERROR_NOT_ENOUGH_MEMORY);
+  loadExclusions(form);
+  EXPECT_TRUE(form.areExclusionsUnread);
+  EXPECT_EQ(unreadExclusions(form), "HKLM\\Software\\Policies\\zelvane\\zelvreg\\Exclusions");
+  computer().faults().clear();
+  loadExclusions(form);
+  EXPECT_FALSE(form.areExclusionsUnread);
+  EXPECT_EQ(unreadExclusions(form), path);
 }
 
 }  // namespace

@@ -105,6 +105,14 @@ TEST_F(ImageList, ALinkToAnImageKeepsItsOwnName) {
   EXPECT_EQ(listed({path("b.raw")}), paths({"b.raw"}));
 }
 
+TEST_F(ImageList, WhatCannotBeLookedAtIsAnImageOnlyByItsName) {
+  for (const char* name : {"store", "store.raw"}) {
+    fs::create_symlink(name, path(name));  // leads nowhere but to itself
+  }
+  EXPECT_NE(refusal(path("store")).find(path("store") + ": cannot be read: "), std::string::npos);
+  EXPECT_EQ(listed({path("store.raw")}), paths({"store.raw"}));
+}
+
 TEST_F(ImageList, ThatHasNoneIsRefused) {
   folder.write("list", "\n# none\n");
   folder.makeFolder("empty");

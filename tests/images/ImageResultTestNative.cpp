@@ -54,6 +54,21 @@ TEST_F(ImageResultTest, AResultAndAFailureTakeEachOthersPlace) {
   EXPECT_FALSE(folder.has("disk.raw.error"));
 }
 
+TEST_F(ImageResultTest, AFailureThatAStoppedProcessHasLeftBesideAResultIsRemoved) {
+  result().keep("image 1 text");
+  folder.write("disk.raw.error", "disk: broken\n");
+  result().removeFailure();
+  result().removeFailure();
+  EXPECT_FALSE(folder.has("disk.raw.error"));
+  EXPECT_EQ(folder.read("disk.raw.json"), "image 1 text");
+}
+
+TEST_F(ImageResultTest, WhatCannotBeRemovedBesideTheOtherIsTold) {
+  folder.makeFolder("disk.raw.error");
+  EXPECT_THROW(result().keep("image 1 text"), machine::MachineError);
+  EXPECT_THROW(result().removeFailure(), machine::MachineError);
+}
+
 TEST_F(ImageResultTest, WhatAStoppedProcessHasLeftIsRemovedAndNothingElse) {
   for (const char* name : {".disk.raw.json.zelvreg-a1B2c3", ".disk.raw.error.zelvreg-a1B2c3"}) {
     folder.write(name, "half");

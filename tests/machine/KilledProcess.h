@@ -13,13 +13,12 @@
 #include <csignal>
 #include <exception>
 
+#include "support/Sanitizer.h"
+
 namespace zelvreg::fixture {
 
-#ifdef __SANITIZE_ADDRESS__
-inline constexpr bool canBeTraced = false;  // the sanitizer's own checks at the end need to trace
-#else
-inline constexpr bool canBeTraced = true;
-#endif
+// The sanitizer's own checks at the end need to trace.
+inline constexpr bool canBeTraced = !areAddressesChecked;
 
 // Starts work in another process, which stands at the n-th system call of it. Its status as
 // waitpid() gives it: it is stopped, or it has ended before.

@@ -124,6 +124,23 @@ TEST(MachineFolder, SaysThatItEndedAStoppedSaveAndRemovesWhatThatLeft) {
   EXPECT_TRUE(Machine::open(folder.path())->notices().empty());
 }
 
+TEST(MachineFolder, DoesNothingThatANoteOfAStrangerAsksFor) {
+  for (const std::string& note :
+       {std::string("D\nC\n"), std::string(".C.zelvreg-abcdef\n..\n"),
+        std::string("..\nregistry.reg\n"), std::string("\0\ni\n", 4),
+        std::string(".registry.reg\0.zelvreg-abcdef\nregistry.reg\0\n", 44)}) {
+    const TemporaryFolder folder;
+    folder.write("registry.reg", emptyRegistry);
+    folder.write(".registry.reg", "a stranger's");
+    folder.makeFolder("D");
+    folder.write("saving.txt", note);
+    EXPECT_TRUE(holds(refusalOf(folder.path()), "saving.txt: names files that this program"));
+    EXPECT_EQ(folder.read("registry.reg"), emptyRegistry);
+    EXPECT_TRUE(folder.has("D"));
+    EXPECT_FALSE(folder.has("C"));
+  }
+}
+
 TEST(MachineFolder, HasOneFolderForEachDrive) {
   const TemporaryFolder folder;
   folder.write("registry.reg", emptyRegistry);

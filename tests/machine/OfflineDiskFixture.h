@@ -1,5 +1,4 @@
-// A mounted disk with hives for tests that change it, and what is in a hive file, as libhivex reads
-// it.
+// A mounted disk with hives for tests that change it, and how the content of a hive has changed.
 #ifndef ZELVREG_TESTS_MACHINE_OFFLINE_DISK_FIXTURE_H
 #define ZELVREG_TESTS_MACHINE_OFFLINE_DISK_FIXTURE_H
 
@@ -14,6 +13,7 @@
 #include <string_view>
 
 #include "machine/HiveBuilder.h"
+#include "machine/LibraryContent.h"
 #include "machine/Machine.h"
 #include "machine/TemporaryFolder.h"
 #include "machine/base/MachineError.h"
@@ -21,45 +21,10 @@
 
 namespace zelvreg::fixture {
 
-// Keys by path ("\\Vendor\\Product"), and values as path, "|" and name, each with its type and
-// bytes.
-using HiveContent = std::map<std::string, std::string>;
-
-inline void addContent(HiveContent& content, hive_h* hive, hive_node_h node,
-                       const std::string& path) {
-  content[path];
-  hive_value_h* values = hivex_node_values(hive, node);
-  for (const hive_value_h* value = values; value != nullptr && *value != 0; ++value) {
-    hive_type type = hive_t_none;
-    std::size_t size = 0;
-    char* name = hivex_value_key(hive, *value);
-    char* bytes = hivex_value_value(hive, *value, &type, &size);
-    std::uint32_t number = 0;
-    std::memcpy(&number, &type, sizeof number);
-    content[path + "|" + name] = std::to_string(number) + ":" + std::string(bytes, size);
-    free(name);
-    free(bytes);
-  }
-  free(values);
-  hive_node_h* children = hivex_node_children(hive, node);
-  for (const hive_node_h* child = children; child != nullptr && *child != 0; ++child) {
-    char* name = hivex_node_name(hive, *child);
-    addContent(content, hive, *child, path + "\\" + name);
-    free(name);
-  }
-  free(children);
-}
-
 inline HiveContent contentOf(const std::filesystem::path& file) {
-  HiveContent content;
-  hive_h* hive = hivex_open(file.c_str(), 0);
-  if (hive == nullptr) {
-    ADD_FAILURE() << file << " is no hive";
-    return content;
-  }
-  addContent(content, hive, hivex_root(hive), "");
-  hivex_close(hive);
-  return content;
+  std::optional<HiveContent> content = libraryContent(file);
+  EXPECT_TRUE(content) << file << " is no hive";
+  return content.value_or(HiveContent());
 }
 
 // What differs: "+" and a key or value that came, "-" that went, "*" that has other content.

@@ -305,7 +305,9 @@ TEST_F(HalfSavedTest, ANoteThatNamesAnythingElseIsRefused) {
   const std::string note = disk.read(noteName);
   const std::size_t name = note.find(oldOne);
   ASSERT_NE(name, std::string::npos);
-  for (const char* other : {"../outside", "/etc/passwd", "Windows/System32", "Windows/none"}) {
+  for (const std::string& other :
+       {std::string("../outside"), std::string("/etc/passwd"), std::string("Windows/System32"),
+        std::string("Windows/none"), oldOne + std::string("\0x", 2)}) {
     std::string changed = note;
     disk.write(noteName, changed.replace(name, std::string_view(oldOne).size(), other));
     EXPECT_THROW(machine::finishSavingHives(disk.path()), machine::MachineError) << other;

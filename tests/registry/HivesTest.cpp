@@ -110,6 +110,12 @@ TEST_F(HivesTest, TheDigitsOfANumberStandBehindWhatTheResultHeld) {
   EXPECT_EQ(read("Small", "1"), "65554");  // 0x1 0012, of the digits "1", "0", "0", "12"
 }
 
+TEST_F(HivesTest, DigitsThatMakeNoNumberStayATextWithTheMarkOfOne) {
+  setNumber(settings, "Small", 0x12);
+  EXPECT_EQ(read("Small", "before"), "&hbefore0012");
+  EXPECT_EQ(read("Small", "12345678"), "&h123456780012");
+}
+
 TEST_F(HivesTest, ATextWithVariablesLeavesTheResultAndStillCounts) {
   setText(settings, "Expand", "%windir%", REG_EXPAND_SZ);
   EXPECT_EQ(read("Expand"), "before");
@@ -142,6 +148,12 @@ TEST_F(HivesTest, NumbersAndTextsAreSetByTheFullPathOfAnExistingKey) {
 TEST_F(HivesTest, SettingCreatesNoKey) {
   SetRegDword(form, "HKEY_LOCAL_MACHINE\\" + settingsBelowHive + "\\None", "Number", 7);
   EXPECT_FALSE(hasKey(settings + "\\None"));
+}
+
+TEST_F(HivesTest, SettingBelowAnUnknownHiveWritesNothing) {
+  setNumber(settings, "Number", 1);
+  SetRegDword(form, "HKEY_OF_NOBODY\\" + settingsBelowHive, "Number", 7);
+  EXPECT_EQ(bytesOf(settings, "Number"), std::string("\x01\0\0\0", 4));
 }
 
 TEST_F(HivesTest, ARefusedPathIsLookedForUnderTheHiveOfThePathBefore) {

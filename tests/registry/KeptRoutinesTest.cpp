@@ -129,6 +129,19 @@ TEST_F(IniFuzzyTest, GivesTheFallbackWithoutTheFile) {
   EXPECT_EQ(result, "fallback");
 }
 
+TEST_F(IniFuzzyTest, ALineWithoutAnEqualSignIsNone) {
+  makeFile(iniFile, "[driver]\r\nname\r\nname of it=here\r\n");
+  read("name");
+  EXPECT_EQ(result, "HERE");
+}
+
+TEST_F(IniFuzzyTest, AsksNoOtherComputerForTheFile) {
+  fReadIniFuzzy("\\\\server\\share\\file.ini", section, "name", "fallback", result, rc,
+                Shares::Refused);
+  EXPECT_EQ(result, "fallback");
+  EXPECT_EQ(rc, ERROR_FILE_NOT_FOUND);
+}
+
 TEST_F(KeptRoutinesTest, AKeyIsDeletedDirectlyUnderThePredefinedHandle) {
   makeKey("HKEY_CURRENT_USER\\KeptRoutinesTest\\Below");
   EXPECT_FALSE(DeleteKey3(HiveHandle::CurrentUser, "KeptRoutinesTest"));

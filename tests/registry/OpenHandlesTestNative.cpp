@@ -3,11 +3,13 @@
 #include <functional>
 
 #include "keys/Deletion.h"
+#include "keys/OpenPair.h"
 #include "machine/Machine.h"
 #include "machine/registry/Registry.h"
 #include "registry/KeptRoutines.h"
 #include "registry/RegistryValues.h"
 #include "registry/SubkeyEnumerators.h"
+#include "scan/SafeguardSources.h"
 #include "support/ComputerFixture.h"
 
 namespace zelvreg {
@@ -16,7 +18,7 @@ namespace {
 const std::string key = "HKEY_LOCAL_MACHINE\\SOFTWARE\\OpenHandlesTest";
 const std::string place = "SOFTWARE\\OpenHandlesTest";
 
-// How many keys a routine leaves open.
+// How many keys a routine leaves open where that is how it is to be.
 struct Routine {
   const char* name;
   std::function<void(Form42& form, const std::string& path)> run;
@@ -57,10 +59,13 @@ const std::array<Routine, 8> routines{{
 class OpenHandlesTest : public fixture::ComputerFixture {
  protected:
   OpenHandlesTest() {
+    leaveKeysOpen(true);
     makeKey(key + "\\Below");
     makeKey("HKEY_LOCAL_MACHINE\\SOFTWARE\\Wow6432Node\\OpenHandlesTest\\Below");
     setText(key, "Value", "text");
   }
+
+  ~OpenHandlesTest() override { leaveKeysOpen(false); }
 
   static std::size_t open() { return machine::Machine::current()->registry().handles().size(); }
   std::size_t leftBy(const Routine& routine, const std::string& path) {
@@ -81,6 +86,29 @@ TEST_F(OpenHandlesTest, AStopIsNotTheSameForAll) {
   for (const Routine& routine : routines) {
     EXPECT_EQ(leftBy(routine, place), routine.leftAfterStop) << routine.name;
   }
+}
+
+TEST_F(OpenHandlesTest, WithASafeguardInForceEachClosesItsKey) {
+  leaveKeysOpen(false);
+  for (const char* stop : {"", "2"}) {
+    form.Text2.setText(stop);
+    for (const Routine& routine : routines) {
+      EXPECT_EQ(leftBy(routine, place), 0U) << routine.name;
+    }
+  }
+}
+
+TEST_F(OpenHandlesTest, WhetherTheyStayOpenIsDecidedWithTheSafeguards) {
+  const auto left = [this](bool isToTheLetter) {
+    form.safeguardChoices = isToTheLetter ? choicesAsDescribed() : std::vector<SafeguardChoice>();
+    decideSafeguards(form);
+    const std::size_t before = open();
+    fDeleteValue("HKLM", place, "None");
+    return open() - before;
+  };
+  EXPECT_EQ(left(false), 0U);
+  EXPECT_EQ(left(true), 1U);
+  EXPECT_EQ(left(false), 0U);
 }
 
 TEST_F(OpenHandlesTest, AKeyThatIsMissingIsNotOpen) {

@@ -1,10 +1,9 @@
 // Only the emulated computer can be created from a folder.
 #include "repair/EveryKindMachine.h"
 
-#include <unistd.h>
-
 #include "form/Form42.h"
 #include "shell/StartUp.h"
+#include "support/FaultSweep.h"
 #include "support/SourceFolder.h"
 
 namespace zelvreg::fixture {
@@ -50,12 +49,6 @@ constexpr const char* programFolderName = "C/Program Files (x86)/zelvreg";
 // So that a run reads files too.
 constexpr const char* language = "[Form42]\r\na1=\"Fonts\"\r\nLabel10=\"Invalid entries:\"\r\n";
 constexpr const char* exclusions = "HKEY_USERS\\Software\\Nothing\r\n";
-
-// Thousands of runs write their files to the end: a folder in memory does not make them wait.
-std::filesystem::path folderInMemory() {
-  const std::filesystem::path memory = "/dev/shm";
-  return access(memory.c_str(), W_OK) == 0 ? memory : std::filesystem::temp_directory_path();
-}
 
 }  // namespace
 

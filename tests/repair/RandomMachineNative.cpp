@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "support/Sanitizer.h"
 #include "text/Text.h"
 
 namespace zelvreg::fixture {
@@ -48,11 +49,7 @@ const std::string hkcu = R"(HKEY_CURRENT_USER\)";
 std::uint32_t randomMachineCount() {
   constexpr std::uint32_t usual = 150;
   // Sanitizers make each run ten times as long.
-#ifdef __SANITIZE_ADDRESS__
-  constexpr std::uint32_t slowness = 10;
-#else
-  constexpr std::uint32_t slowness = 1;
-#endif
+  constexpr std::uint32_t slowness = areAddressesChecked ? 10 : 1;
   const char* asked = std::getenv("ZELVREG_RANDOM_MACHINES");
   return asked == nullptr ? usual
                           : static_cast<std::uint32_t>(std::strtoul(asked, nullptr, 10)) / slowness;

@@ -3,6 +3,7 @@
 #include "runtime/Directory.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
+#include "scan/OwnPaths.h"
 #include "shell/StartUp.h"
 #include "support/ComputerFixture.h"
 #include "support/PlantedEvidence.h"
@@ -203,6 +204,24 @@ TEST_F(RepairDriverTest, NothingIsAskedWhereNobodyCanAnswer) {
     *mode = 0;
   }
   EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(RepairDriverTest, NothingGoesWhileItIsNotKnownWhatIsExcluded) {
+  form.programFolder = "C:\\RepairDriverTestExcluded";
+  form.safeguards.protects = true;
+  // What is there and cannot be read: a folder in the place of the file.
+  makeFolder(exclusionPath(form));
+  add("a");
+  form.Command29.click();
+  runRepair(form);
+  EXPECT_TRUE(form.isRepairStopped);
+  EXPECT_EQ(form.View2.count(), 1U);
+  EXPECT_EQ(storedText(user, "a"), "x");
+  ASSERT_EQ(messages.size(), 2U);
+  EXPECT_NE(messages[1].text.find(exclusionPath(form)), std::string::npos) << messages[1].text;
+  form.safeguards.protects = false;
+  runRepair(form);
+  EXPECT_EQ(storedText(user, "a"), "(none)");
 }
 
 TEST_F(RepairDriverTest, WithoutTheOptionNoJournalIsWritten) {

@@ -6,7 +6,7 @@
 #include "repair/RepairDriver.h"
 #include "repair/SafetyExportFixture.h"
 #include "runtime/Environment.h"
-#include "scan/ExportPath.h"
+#include "scan/OwnPaths.h"
 #include "scan/ScanDriver.h"
 #include "shell/Languages.h"
 #include "shell/StartUp.h"

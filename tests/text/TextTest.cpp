@@ -41,6 +41,12 @@ TEST(Text, FindsPartsWithAndWithoutRegardToCase) {
   EXPECT_TRUE(containsIgnoringCase("Ssystem32", "system32"));
   EXPECT_FALSE(containsIgnoringCase("sSystem3", "system32"));
   EXPECT_TRUE(containsIgnoringCase("..:\\X", ":\\x"));
+  EXPECT_TRUE(containsIgnoringCase("xAZ", "az"));
+  EXPECT_EQ(findIgnoringCase("xAbab", "ab"), 1U);
+  EXPECT_EQ(findIgnoringCase("xabAB", "ab"), 1U);
+  EXPECT_EQ(findIgnoringCase("x", ""), 0U);
+  EXPECT_FALSE(containsIgnoringCase("x@", "x`"));
+  EXPECT_FALSE(containsIgnoringCase("x[", "x{"));
   EXPECT_FALSE(containsIgnoringCase("\x5B", "{"));  // no letters: 0x20 apart is not the same
 }
 

@@ -7,7 +7,10 @@
 #include "support/ComputerFixture.h"
 #include "undo/Journal.h"
 #include "undo/JournalFile.h"
+#include "undo/UndoContent.h"
 #include "undo/UndoPage.h"
+#include "undo/UndoRestore.h"
+#include "undo/UndoStores.h"
 
 namespace zelvreg {
 namespace {
@@ -91,6 +94,39 @@ TEST_F(JournalsOfASecondTest, TheEarlierStaysIfItCannotBeRead) {
   EXPECT_EQ(storedText(settings, "cnt"), "2");
 }
 
+TEST_F(JournalsOfASecondTest, NoEntryIsReplacedWhenTheHighestNumberCannotBeRead) {
+  journal({"first"});
+  machine::Machine::current()->clock().advance(1000);
+  auto& faults = machine::Machine::current()->faults();
+  faults.failFrom(machine::ApiCall::RegQueryValue, 1, ERROR_NOT_ENOUGH_MEMORY);
+  journal({"second"});
+  EXPECT_FALSE(form.isJournalKept);
+  faults.clear();
+  EXPECT_EQ(listed(), (Texts{label}));
+}
+
+TEST_F(JournalsOfASecondTest, AListThatCannotBeReadAsAWholeSaysSo) {
+  journal({"first"});
+  auto& faults = machine::Machine::current()->faults();
+  for (const auto call : {machine::ApiCall::RegOpenKey, machine::ApiCall::RegQueryValue,
+                          machine::ApiCall::RegEnumValue}) {
+    faults.failFrom(call, 1, ERROR_NOT_ENOUGH_MEMORY);
+    listed();
+    EXPECT_TRUE(isUndoListUnread());
+    faults.clear();
+    EXPECT_EQ(listed(), (Texts{label}));
+    EXPECT_FALSE(isUndoListUnread());
+  }
+}
+
+TEST_F(JournalsOfASecondTest, WhatTheRegistryRefusesIsCounted) {
+  const std::string file = journalFile({{"13", "1", "Software\\Key", "name", "text"}});
+  EXPECT_EQ(restoreJournal(form, file), 0U);
+  machine::Machine::current()->faults().failFrom(machine::ApiCall::RegSetValue, 1,
+                                                 ERROR_ACCESS_DENIED);
+  EXPECT_EQ(restoreJournal(form, file), 1U);
+}
+
 TEST_F(JournalsOfASecondTest, ASecondLaterThereIsANewFile) {
   journal({"first"});
   machine::Machine::current()->clock().advance(1000);
@@ -113,6 +149,31 @@ TEST_F(JournalsOfASecondTest, EachRowServesTheMessageQueue) {
   form.View2.add("unticked");
   writeJournal(form);
   EXPECT_EQ(turns, 2);
+}
+
+TEST_F(JournalsOfASecondTest, OneThatCannotBeReadIsRefusedAndStays) {
+  journal({"first"});
+  for (const auto call : {machine::ApiCall::CreateFile, machine::ApiCall::ReadFile}) {
+    listed();
+    View3_ItemClick(form, 1);
+    auto& faults = machine::Machine::current()->faults();
+    faults.clear();
+    undoContent(form, label);
+    const std::uint64_t whenLookedAt = faults.calls(call);
+    faults.clear();
+    faults.fail(call, whenLookedAt + 1, ERROR_ACCESS_DENIED);
+    chameleonButton2_Click(form);
+    faults.clear();
+    EXPECT_TRUE(form.isUndoRefused);
+    EXPECT_EQ(records(stem), (Texts{"first"}));
+  }
+}
+
+TEST_F(JournalsOfASecondTest, OneThatCannotBeReadIsStillListed) {
+  journal({"first"});
+  machine::Machine::current()->faults().failFrom(machine::ApiCall::ReadFile, 1,
+                                                 ERROR_ACCESS_DENIED);
+  EXPECT_EQ(listed(), (Texts{label}));
 }
 
 }  // namespace

@@ -55,12 +55,16 @@ bool writeAll(int file, std::string_view content) {
   return true;
 }
 
-// A folder may come from somebody else: its note moves files of that folder only.
-void refuseOutside(const std::filesystem::path& note, const std::filesystem::path& name) {
-  if (name.empty() || name != name.filename() || name == "..") {
-    throw MachineError(note.string() + ": names " + name.string() +
-                       ", which is no file of this folder; rename the files that it lists by hand "
-                       "and delete it");
+// A note may come with a folder from anybody: it may name nothing but a file of this folder, and
+// one that was written to replace it.
+void refuseOthers(const std::filesystem::path& note, const std::string& written,
+                  const std::string& target) {
+  const bool isPlain = target != "." && target != ".." &&
+                       target.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
+  if (!isPlain || target.empty() || !AtomicFile::isBeside(written, target)) {
+    throw MachineError(note.string() +
+                       ": names files that this program did not write; take it away, and rename "
+                       "by hand what it lists if it is to be kept");
   }
 }
 
@@ -173,7 +177,9 @@ void replaceTogether(std::vector<AtomicFile>& files, const std::filesystem::path
   std::string lines;
   for (const AtomicFile& file : files) {
     for (const std::filesystem::path& path : {file.written, file.target}) {
-      lines += std::filesystem::proximate(path, folder).string() + "\n";
+      std::error_code error;
+      lines += std::filesystem::proximate(path, folder, error).string() + "\n";
+      if (error) refuseWrite(note, error.value());
     }
   }
   replaceFile(note, lines);
@@ -201,8 +207,7 @@ bool finishReplacing(const std::filesystem::path& note) {
   std::string written;
   std::string target;
   while (std::getline(lines, written) && std::getline(lines, target)) {
-    refuseOutside(note, written);
-    refuseOutside(note, target);
+    refuseOthers(note, written, target);
     const std::filesystem::path beside = folder / written;
     if (!std::filesystem::exists(beside, error)) continue;  // in place already
     if (rename(beside.c_str(), (folder / target).c_str()) != 0) refuseWrite(folder / target, errno);

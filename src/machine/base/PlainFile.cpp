@@ -25,11 +25,16 @@ FileDescriptor openPlainFile(const std::filesystem::path& file) {
 
 std::string readWholeFile(const std::filesystem::path& file) {
   const FileDescriptor in = openPlainFile(file);
+  struct stat status {};
+  if (in.isOpen()) fstat(in.get(), &status);
   std::string content;
   std::array<char, 65536> buffer{};
   for (;;) {
     const ssize_t size = in.isOpen() ? read(in.get(), buffer.data(), buffer.size()) : -1;
-    if (size == 0) return content;
+    if (size == 0) {
+      if (content.size() >= static_cast<std::uint64_t>(status.st_size)) return content;
+      throw MachineError(file.string() + " was cut short while it was read; try again");
+    }
     if (size < 0 && in.isOpen() && errno == EINTR) continue;
     if (size < 0) {
       const std::string reason =
@@ -52,6 +57,11 @@ std::size_t readAt(const FileDescriptor& file, std::uint64_t offset, void* bytes
     total += static_cast<std::size_t>(got);
   }
   return total;
+}
+
+std::string placeOf(const std::filesystem::filesystem_error& failure,
+                    const std::filesystem::path& above) {
+  return failure.path1().empty() ? "a folder in " + above.string() : failure.path1().string();
 }
 
 FileStamp stampOf(const std::filesystem::path& file) {

@@ -24,6 +24,11 @@ std::string readWholeFile(const std::filesystem::path& file);
 // where they could not be read, and with errno as it was at the end of the file.
 std::size_t readAt(const FileDescriptor& file, std::uint64_t offset, void* bytes, std::size_t size);
 
+// Which file a failure is of. The library does not say so of a folder whose listing breaks off:
+// then it is somewhere in `above`.
+std::string placeOf(const std::filesystem::filesystem_error& failure,
+                    const std::filesystem::path& above);
+
 // Inode, size, seconds and nanoseconds of the last write of what is at a name itself, not at the
 // end of a link; all zero if there is nothing. Tells whether somebody else has put another file
 // there or written it.

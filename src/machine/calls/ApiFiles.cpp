@@ -1,6 +1,7 @@
 // The Windows calls that open, read and write files.
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <windows.h>
 
 #include <cerrno>
@@ -18,6 +19,14 @@ using namespace zelvreg::machine;
 HANDLE failedOpen(LONG code) {
   failed(code);
   return INVALID_HANDLE_VALUE;
+}
+
+// Whether a file goes on where reading has found its end: it was cut short in the meantime, or its
+// disk gives no more.
+bool isBeforeEnd(int file) {
+  struct stat status {};
+  return fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+         lseek(file, 0, SEEK_CUR) < status.st_size;
 }
 
 bool makesEmpty(DWORD disposition) { return disposition == CREATE_ALWAYS; }
@@ -111,6 +120,7 @@ BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, void*) {
     const ssize_t got = ::read(open->file.get(), static_cast<char*>(buffer) + total, size - total);
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return failed(errorCodeOf(errno));
+    if (got == 0 && isBeforeEnd(open->file.get())) return failed(errorCodeOf(EIO));
     if (got == 0) break;
     total += static_cast<DWORD>(got);
   }

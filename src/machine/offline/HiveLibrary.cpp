@@ -14,11 +14,7 @@ DWORD numberOf(const hive_type& type) {
   return number;
 }
 
-hive_type hiveType(DWORD number) {
-  hive_type type = hive_t_none;
-  std::memcpy(&type, &number, sizeof number);
-  return type;
-}
+void setType(hive_set_value& value, DWORD number) { std::memcpy(&value.t, &number, sizeof number); }
 
 std::optional<HiveValueContent> readHiveValue(hive_h* hive, hive_value_h value) {
   hive_type type = hive_t_none;

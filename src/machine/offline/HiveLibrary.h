@@ -24,7 +24,7 @@ using HiveOwned = std::unique_ptr<Content, FreeMemory>;
 
 // A hive may hold any number as a type, also one that libhivex's enumeration does not have.
 DWORD numberOf(const hive_type& type);
-hive_type hiveType(DWORD number);
+void setType(hive_set_value& value, DWORD number);
 
 // What a value holds, with its own memory.
 struct HiveValueContent {

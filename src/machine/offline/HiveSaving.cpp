@@ -79,7 +79,12 @@ class Saving {
     std::string lines = std::string(noteHead) + "\n";
     for (const WaitingHive& hive : hives) {
       const fs::path& place = hive.file->place();
-      const std::string target = fs::proximate(place, root).string();
+      std::error_code error;
+      const std::string target = fs::proximate(place, root, error).string();
+      if (error) {
+        throw MachineError(place.string() + " cannot be replaced: " + error.message() +
+                           "; check the disk, and try again");
+      }
       if (target.find('\n') != std::string::npos) {
         throw MachineError(place.string() + ": has a line break in its name; rename it");
       }
@@ -163,7 +168,10 @@ std::vector<NotedHive> readNote(const fs::path& root, const fs::path& note) {
                        "take it away");
   };
   if (!fs::is_regular_file(fs::symlink_status(note))) refuse();
-  std::istringstream lines(readWholeFile(note));
+  const std::string content = readWholeFile(note);
+  // The system's calls would take a name for shorter than it was when it was looked at.
+  if (content.find('\0') != std::string::npos) refuse();
+  std::istringstream lines(content);
   std::string line;
   if (!std::getline(lines, line) || line != noteHead) refuse();
   std::vector<NotedHive> hives;

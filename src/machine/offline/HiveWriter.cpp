@@ -84,7 +84,8 @@ class ValueSet {
       bytes = padded.back().data();
       size = padded.back().size();
     }
-    entries.push_back({names.back().data(), hiveType(value.type), size, bytes});
+    entries.push_back({names.back().data(), hive_t_none, size, bytes});
+    setType(entries.back(), value.type);
   }
 
   std::vector<std::string> names;

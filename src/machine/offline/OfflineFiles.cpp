@@ -8,6 +8,7 @@
 #include "machine/base/CaseFold.h"
 #include "machine/base/HostName.h"
 #include "machine/base/MachineError.h"
+#include "machine/base/PlainFile.h"
 #include "unicode/Unicode.h"
 
 namespace zelvreg::machine {
@@ -231,7 +232,7 @@ OfflineFiles findOfflineFiles(const fs::path& root) {
     findServices(others, files);
     return files;
   } catch (const fs::filesystem_error& error) {
-    throw MachineError(error.path1().string() +
+    throw MachineError(placeOf(error, root) +
                        ": cannot be read as a Windows disk: " + error.code().message() +
                        "; name the folder on which the drive with Windows is mounted");
   }
@@ -252,7 +253,7 @@ std::optional<OfflineProfile> findProfileIn(const fs::path& drive, const std::st
     const std::optional<fs::path> place = disk.find(drive, {names.begin(), names.end()});
     return place ? readableProfileIn(disk, *place, above, false, unreadable) : std::nullopt;
   } catch (const fs::filesystem_error& error) {
-    unreadable.push_back(error.path1().string() + ": cannot be read: " + error.code().message());
+    unreadable.push_back(placeOf(error, drive) + ": cannot be read: " + error.code().message());
     return std::nullopt;
   }
 }

@@ -11,6 +11,8 @@ import time
 import unittest
 from pathlib import Path
 
+import image_files
+
 CHECKOUT = Path(__file__).resolve().parents[3]
 # What the page calls these.
 STORE_ON_PAGE, WORK_ON_PAGE = "/srv/store", "/srv/fleet"
@@ -45,39 +47,6 @@ def wait_until(what, condition):
         time.sleep(0.02)
 
 
-def make_partitioned(root, volume, mounted, disk, megabytes):
-    """A disk with one partition of NTFS that holds what is in `root`; `volume` and `mounted` are names
-    that are used for it."""
-    sectors, start = megabytes * 2048, 2048
-    mounted.mkdir()
-    volume.touch()
-    os.truncate(volume, sectors * 512)
-    run("mkntfs", "-F", "-Q", "-q", "-s", 512, "-p", start, "-H", 1, "-S", 1, volume)
-    run("ntfs-3g", volume, mounted)
-    try:
-        shutil.copytree(root, mounted, dirs_exist_ok=True)
-    finally:
-        run("umount", mounted)
-    # The driver goes on writing in the background until it has let go of the file.
-    wait_until("the volume is written", lambda: not _is_open(volume))
-    disk.touch()
-    os.truncate(disk, (start + sectors + 2048) * 512)
-    run("sfdisk", "-q", disk, input=f"start={start}, size={sectors}, type=7\n")
-    with open(disk, "r+b") as file:
-        file.seek(start * 512)
-        file.write(volume.read_bytes())
-
-
-def _is_open(file):
-    for descriptors in Path("/proc").glob("[0-9]*/fd"):
-        try:
-            if any(os.readlink(one) == str(file) for one in descriptors.iterdir()):
-                return True
-        except OSError:
-            continue  # it has ended
-    return False
-
-
 def _make_store(store):
     making = work / "making"
     making.mkdir()
@@ -85,9 +54,9 @@ def _make_store(store):
     for number in range(1, MACHINES + 1):
         root, volume, mounted, disk = (making / f"{name}{number}" for name in ("root", "volume", "mounted", "disk"))
         run(build / "zelvreg-make-machine", root, "--disk", "--keys", 10000, "--seed", number)
-        make_partitioned(root, volume, mounted, disk, megabytes=10)
+        image_files.make_partitioned(root, volume, mounted, disk, megabytes=10)
         for form in FORMATS:
-            run("qemu-img", "convert", "-f", "raw", "-O", form, disk, store / f"pc{number}.{form}")
+            image_files.convert(disk, form, store / f"pc{number}.{form}")
     (store / BROKEN).write_bytes(b"\0" * 4096)
     shutil.rmtree(making)
 

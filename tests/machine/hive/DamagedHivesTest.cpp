@@ -11,6 +11,7 @@
 #include "machine/base/MachineError.h"
 #include "machine/hive/HiveFile.h"
 #include "machine/registry/Registry.h"
+#include "support/Sanitizer.h"
 
 namespace zelvreg::fixture {
 namespace {
@@ -21,11 +22,7 @@ constexpr rlim_t mostMemory = rlim_t{1} << 30;
 // Exit statuses that no sanitizer uses.
 enum Outcome : int { readWhole = 40, refused = 41, failed = 42 };
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool limitsMemory = false;  // the sanitizer reserves terabytes
-#else
-constexpr bool limitsMemory = true;
-#endif
+constexpr bool limitsMemory = !areAddressesChecked;
 
 // Reads every key and value of a hive in a process of its own, which may neither crash nor take
 // long nor take much memory. The exit status, or 128 and the signal that ended it.

@@ -101,6 +101,62 @@ TEST_F(HiveCheckTest, APartThatIsFreeOrOutsideOrTooSmallIsDamage) {
   EXPECT_NE(reason(), "");
 }
 
+TEST_F(HiveCheckTest, KeysLieNoDeeperThanWindowsLetsThem) {
+  std::string path = "deep";
+  for (int level = 0; level < 520; ++level) {
+    path += "\\d";
+  }
+  hive(software).key(path);
+  EXPECT_NE(reason().find("keys lie deeper"), std::string::npos) << reason();
+}
+
+TEST_F(HiveCheckTest, AnAccessListIsOneAndIsCountedByItsKeys) {
+  const std::string whole = disk.read(software);
+  damage([](HiveBytes& bytes) {
+    bytes.put<std::uint32_t>(bytes.follow(keyNamed(bytes, "one") + keySecurity) + securityUses, 1);
+  });
+  EXPECT_NE(reason().find("more keys use one of its access lists than are counted"),
+            std::string::npos)
+      << reason();
+  disk.write(software, whole);
+  damage([](HiveBytes& bytes) {
+    bytes.put<char>(bytes.follow(keyNamed(bytes, "one") + keySecurity) + cellKind, 'x');
+  });
+  EXPECT_NE(reason().find("its access list is something else"), std::string::npos) << reason();
+  disk.write(software, whole);
+  damage([](HiveBytes& bytes) {
+    bytes.put<std::uint32_t>(keyNamed(bytes, "inner") + keySecurity, noLink);
+  });
+  EXPECT_EQ(reason(), "");
+}
+
+TEST_F(HiveCheckTest, AClassThatIsThereIsTheKeysAlone) {
+  damage([](HiveBytes& bytes) {
+    const std::size_t node = keyNamed(bytes, "inner");
+    bytes.put<std::uint16_t>(node + keyClassLength, 4);
+    bytes.put<std::uint32_t>(node + keyClass, noLink);
+  });
+  EXPECT_EQ(reason(), "");
+  damage([](HiveBytes& bytes) {
+    const std::size_t node = keyNamed(bytes, "inner");
+    bytes.putLink(node + keyClass, firstValue(bytes, node));
+  });
+  EXPECT_NE(reason().find("belongs to another key or value"), std::string::npos) << reason();
+}
+
+TEST_F(HiveCheckTest, DataInALinkIsNoLongerThanALink) {
+  const auto resize = [this](std::uint32_t size) {
+    damage([size](HiveBytes& bytes) {
+      const std::size_t value = firstValue(bytes, keyNamed(bytes, "inner"));
+      bytes.put<std::uint32_t>(value + valueSize, sizeOfDataInLink | size);
+    });
+  };
+  resize(4);
+  EXPECT_EQ(reason(), "");
+  resize(5);
+  EXPECT_NE(reason().find("a value of it has no proper size"), std::string::npos) << reason();
+}
+
 TEST_F(HiveCheckTest, ACountThatIsNotTrueIsDamage) {
   damage([](HiveBytes& bytes) {
     bytes.put<std::uint32_t>(bytes.follow(rootOffset) + subkeyCount, 1);

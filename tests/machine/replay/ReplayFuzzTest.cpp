@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <array>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
+#include "fuzz/LogFile.h"
+#include "fuzz/TellingNumbers.h"
 #include "machine/replay/BinWalk.h"
-#include "machine/replay/Marvin32.h"
 #include "machine/replay/OwnBytes.h"
 #include "machine/replay/Replay.h"
 #include "machine/replay/StoppedHive.h"
@@ -31,16 +30,13 @@ class Fuzzer {
       }
       change(file);
       if (!random.oneIn(4)) {
-        makeTrue(file);
+        fuzz::signLog(file);
       }
     }
   }
 
  private:
   void change(std::string& file) {
-    constexpr std::array<std::uint32_t, 14> numbers{
-        0,      1,      8,          0x200,      0x1000,     0x2000,     0x7FFFF000,
-        0xFFFF, 0x1001, 0x80000000, 0xFFFFF000, 0xFFFFFFFF, 0x7FFFFFFF, 0x40000000};
     if (random.oneIn(10)) {
       file.resize(random.below(file.size() + 1));
       return;
@@ -49,7 +45,8 @@ class Fuzzer {
     if (random.oneIn(3)) {
       file[place] = static_cast<char>(random.below(256));
     } else if (place / 4 * 4 + 4 <= file.size()) {
-      bench::putWord(file, place / 4 * 4, numbers[random.below(numbers.size())]);
+      bench::putWord(file, place / 4 * 4,
+                     fuzz::tellingNumbers[random.below(fuzz::tellingNumbers.size())]);
     }
   }
 
@@ -65,27 +62,6 @@ class Fuzzer {
       default:
         return entry == std::string::npos || entry + 64 > file.size() ? any
                                                                       : entry + random.below(64);
-    }
-  }
-
-  // Puts the checksum of the base block right, and the hashes of all entries that are as long as
-  // they say.
-  static void makeTrue(std::string& file) {
-    if (file.size() < 512) {
-      return;
-    }
-    bench::signBaseBlock(file);
-    for (std::size_t at = file.find("HvLE"); at != std::string::npos;
-         at = file.find("HvLE", at + 4)) {
-      const std::size_t size = at + 8 > file.size() ? 0 : bench::wordAt(file, at + 4);
-      if (size < 64 || size > file.size() - at) {
-        continue;
-      }
-      const auto bytes = std::as_bytes(std::span(file)).subspan(at, size);
-      const std::uint64_t content = machine::marvin32(bytes.subspan(40));
-      std::memcpy(file.data() + at + 24, &content, sizeof content);
-      const std::uint64_t head = machine::marvin32(bytes.first(32));
-      std::memcpy(file.data() + at + 32, &head, sizeof head);
     }
   }
 

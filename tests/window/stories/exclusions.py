@@ -58,6 +58,7 @@ def a_key_is_typed_and_edited(scene):
     screen.see("the key to edit", lambda dialog: dialog.find("Edit", "HKEY_CURRENT_USER"), SMALL)
     screen.display.keys("End")
     screen.display.type("\\Software")
+    screen.see("the rest is typed", lambda dialog: dialog.find("Edit", "HKEY_CURRENT_USER\\Software"), SMALL)
     screen.press("Add Key", SMALL)
     screen.row(KEYS, "HKEY_CURRENT_USER\\Software")
     screen.picture("edited")

@@ -174,6 +174,7 @@ def dialogs_and_menus_need_no_mouse(scene):
     _press_key(screen, "Add Keys")
     screen.see("the dialog of an exclusion", name=SMALL)
     screen.display.type("HKEY_CURRENT_USER\\Software\\Quill")
+    screen.see("what is typed", lambda dialog: dialog.find("Edit", "HKEY_CURRENT_USER\\Software\\Quill"), SMALL)
     expect("the order of its controls", _walk_and_read(screen, SMALL),
            ["HKEY_CURRENT_USER\\Software\\Quill", "Add Key", "Cancel", "Close"])
     keys("Return")

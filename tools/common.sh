@@ -13,6 +13,8 @@ export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file
 # CMake looks for GoogleTest whichever target is built.
 build_packages=(g++ cmake ninja-build ccache pkg-config libhivex-dev nettle-dev libcli11-dev
   nlohmann-json3-dev libgtest-dev)
+# The compiler of the build with sanitizers and fuzzers.
+sanitize_packages=(clang libclang-rt-dev)
 # What mounts the disk in an image file.
 image_packages=(qemu-utils qemu-system-common ntfs-3g)
 # Tests make small disks of NTFS and images of them where these can be mounted.
@@ -28,6 +30,10 @@ result_test_packages=(python3 python3-jsonschema)
 lint_packages=(clang-format clang-tidy "${help_packages[@]}")
 windows_packages=(googletest g++-mingw-w64-i686-posix librsvg2-bin mmdebstrap uidmap bubblewrap
   "${help_packages[@]}")
+# What counts the lines and branches that run.
+coverage_packages=(clang llvm lld python3)
+# What changes the program to see whether a test notices; it runs apart from all else.
+mutation_packages=("${coverage_packages[@]}" python3-clang-14 bubblewrap)
 # What tools/release makes packages with.
 release_packages=(nsis wixl msitools osslsigncode debhelper git python3-yaml)
 # What looks at these packages.

@@ -107,7 +107,7 @@ TEST(CommandText, APathOnADriveHasOneSpelling) {
            {"C:\\a\\\\b", "C:\\a\\b"},    {"C:\\\\a", "C:\\a"},
            {"C:\\a\\...\\b", "C:\\a\\b"}, {"C:\\a\\", "C:\\a\\"},
            {"C:\\a.b", "C:\\a.b"},        {"C:\\a\\.b", "C:\\a\\.b"},
-           {"a/b\\..\\c", "a/b\\..\\c"},
+           {"a/b\\..\\c", "a/b\\..\\c"},  {"C:\\a.", "C:\\a."},
        }) {
     EXPECT_EQ(plainPath(text, "W:\\Win"), path) << text;
   }

@@ -40,5 +40,18 @@ TEST_F(DeniedFileTest, WhatCannotBeLookedAtIsInDoubt) {
   EXPECT_EQ(evidenceOf(form, 1)->confidence, Confidence::Unsure);
 }
 
+TEST_F(DeniedFileTest, ARecordThatCannotBeOpenedIsInDoubt) {
+  const std::string record = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\DeniedTest";
+  makeKey("HKEY_CURRENT_USER\\" + record);
+  form.View2.clear();
+  ScannerRun counts;
+  addRow(form, counts, {"x", "DeniedTest", "133", "HKEY_CURRENT_USER", record, ""});
+  lookAgain(form);
+  EXPECT_EQ(reasonCodes(*evidenceOf(form, 1)), "empty-record");
+  setAccessOfKey("HKEY_CURRENT_USER\\" + record, "D:(A;;WD;;;BA)");
+  lookAgain(form);
+  EXPECT_EQ(reasonCodes(*evidenceOf(form, 1)), "access-denied");
+}
+
 }  // namespace
 }  // namespace zelvreg

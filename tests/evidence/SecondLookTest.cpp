@@ -1,6 +1,7 @@
 #include "evidence/SecondLook.h"
 
 #include "evidence/Reasons.h"
+#include "scan/CategoryTable.h"
 #include "scan/Findings.h"
 #include "support/ComputerFixture.h"
 
@@ -207,10 +208,28 @@ TEST_F(SecondLookTest, MoreThanHalfOfManyIsImplausible) {
   ASSERT_EQ(messages.size(), 1U);
   EXPECT_EQ(messages[0].find('\n'), std::string::npos);
   EXPECT_NE(messages[0].find("\"startup\""), std::string::npos) << messages[0];
+  form.filesAskedIn[14] = 20;
+  lookAgain(form);
+  EXPECT_EQ(reasonsOf(1), "absent implausible");
   form.filesAskedIn[14] = 19;
   lookAgain(form);
   EXPECT_EQ(reasonsOf(1), "absent");
   EXPECT_TRUE(form.implausible.empty());
+}
+
+TEST_F(SecondLookTest, ACategoryThatLosesTheComputersRowsCountsTheUsers) {
+  addProgram("a", "C:\\EvidenceTest\\gone.exe");
+  addProgram("b", "C:\\EvidenceTest\\gone.exe");
+  ScannerRun counts;
+  addRow(form, counts, {"Startup programs", "c", "144", "HKEY_LOCAL_MACHINE", run, ""});
+  form.userScope = {.currentUser = "S-1-5-21-1", .otherUsers = {}, .listsComputers = false};
+  for (const Category& category : categories()) {
+    form.View1.add(category.valueName);
+  }
+  showProblems(form, 14, 3);
+  lookAgain(form);
+  EXPECT_EQ(form.View2.count(), 2U);
+  EXPECT_EQ(form.View1.text(14, problemsColumn), "2");
 }
 
 TEST_F(SecondLookTest, OneRowCanBeLookedAtByItself) {

@@ -131,6 +131,27 @@ TEST_F(TextLookTest, ATabIsABlankAndManyCommasHideNoProgram) {
   EXPECT_EQ(reasonsOf(replaceAll(list, "there", "gone")), "absent path-too-long text-too-long");
 }
 
+TEST_F(TextLookTest, LengthsAreCountedInCharactersAsTheSystemDoes) {
+  const auto letters = [](int count) {
+    std::string text;
+    for (int letter = 0; letter < count; ++letter) {
+      text += "\u6F22";
+    }
+    return text;
+  };
+  EXPECT_EQ(reasonsOf(home + "\\there.exe " + letters(20'000)), "found");
+  // A path that is not long for the system is read with its rules, which drop a dot at the end.
+  const std::string path = home + "\\" + letters(60) + "\\" + letters(60);
+  makeFile(path);
+  EXPECT_EQ(reasonsOf(path + ".", Reading::File), "found");
+}
+
+TEST_F(TextLookTest, APercentSignBeforeAnyDigitIsAPlaceToFillIn) {
+  for (const std::string digit : {"0", "1", "9"}) {
+    EXPECT_EQ(reasonsOf(home + "\\%" + digit + " gone.exe"), "absent unknown-variable") << digit;
+  }
+}
+
 TEST_F(TextLookTest, APathOfVeryManyFoldersEndsSoon) {
   std::string path = "C:\\EvidenceTest\\";
   for (int count = 0; count < 10'000; ++count) {

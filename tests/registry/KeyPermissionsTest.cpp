@@ -178,6 +178,25 @@ TEST_F(DescriptorTest, AnEntryIsAHeaderAMaskAndAnIdentifier) {
   EXPECT_EQ(std::vector<BYTE>(space.begin() + 8, space.begin() + 28), expected);
 }
 
+TEST_F(DescriptorTest, AnIdentifierHasNoMoreThan15SubAuthorities) {
+  std::vector<BYTE> space(200);
+  auto* acl = reinterpret_cast<PACL>(space.data());
+  InitializeAcl(acl, 200, ACL_REVISION);
+  SidBytes longest(8 + 15 * 4, 1);
+  longest[1] = 15;
+  EXPECT_NE(AppendAce(acl, ACCESS_ALLOWED_ACE_TYPE, 0, KEY_READ, longest), FALSE);
+  longest.push_back(0);
+  EXPECT_EQ(AppendAce(acl, ACCESS_ALLOWED_ACE_TYPE, 0, KEY_READ, longest), FALSE);
+  EXPECT_EQ(acl->AceCount, 1);
+}
+
+TEST_F(DescriptorTest, AnEntryThatCannotBeAddedLeavesNoDescriptor) {
+  table[0].sid.assign(8 + 16 * 4, 1);
+  bool isBuilt = true;
+  build("D:(A;;KA;;;BA)", isBuilt);
+  EXPECT_FALSE(isBuilt);
+}
+
 TEST_F(DescriptorTest, AnIdentifierIsFoundInTheTableOnceItIsLookedUp) {
   EXPECT_TRUE(SidInTable(table, everyone.data()));
   EXPECT_FALSE(SidInTable(table, user.data()));

@@ -118,6 +118,17 @@ TEST_P(ProviderRoadsTest, ACallThatFailsDropsTheConnectionAndTheNextOneMakesANew
   EXPECT_EQ(calls.connections, 2);
 }
 
+TEST_P(ProviderRoadsTest, NamesOfSubkeysThatCouldNotBeReadAreNone) {
+  const std::string users = "Software\\ProviderRoadsTest";
+  makeKey("HKEY_CURRENT_USER\\" + users + "\\below");
+  EXPECT_EQ(subkeyNames(form, HiveHandle::CurrentUser, users), std::vector<std::string>{"below"});
+  EXPECT_FALSE(form.isProviderSilent);
+  calls.lastSound = 1;
+  EXPECT_EQ(subkeyNames(form, HiveHandle::CurrentUser, users), std::vector<std::string>());
+  EXPECT_TRUE(form.isProviderSilent);
+  removeKey("HKEY_CURRENT_USER\\" + users);
+}
+
 TEST_P(ProviderRoadsTest, NoExtensionIsReportedWhoseNamesCouldNotBeRead) {
   constexpr int count = 6;
   for (int number = 0; number < count; ++number) {

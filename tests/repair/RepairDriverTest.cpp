@@ -1,5 +1,6 @@
 #include "repair/RepairDriver.h"
 
+#include "languages/Texts.h"
 #include "runtime/Directory.h"
 #include "runtime/FileText.h"
 #include "scan/Findings.h"
@@ -67,6 +68,20 @@ TEST_F(RepairDriverTest, TheQuestionSaysHowSureTheRowsAreUnlessThatIsLifted) {
             "Do You want to Fix selected items\n\n"
             "none surely dead, 1 likely, 1 unsure and left alone");
   EXPECT_EQ(messages[1].text, "Do You want to Fix selected items");
+}
+
+TEST_F(RepairDriverTest, TheQuestionCountsTickedRowsThatTheFilterHides) {
+  add("a");
+  add("b");
+  add("c");
+  form.View2.setChecked(3, false);
+  form.View2.setHidden(2, true);
+  form.View2.setHidden(3, true);
+  answer = Answer::No;
+  runRepair(form);
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].text,
+            "Do You want to Fix selected items\n\n" + textOf(form, "fix-hidden", {"1"}));
 }
 
 TEST_F(RepairDriverTest, ANoLeavesEverythingAsItWas) {

@@ -1,6 +1,7 @@
 // What a repair must leave: whatever its finding does not name.
 #include "form/Form42.h"
 #include "repair/GuardFixture.h"
+#include "repair/RepairPlan.h"
 #include "scanners/FileClasses.h"
 #include "scanners/FileExtensions.h"
 #include "scanners/ServerFiles.h"
@@ -47,7 +48,9 @@ TEST_F(RepairGuardTest, AUsersEmptyRecordLeavesTheComputersWithAllBelowIt) {
   makeKey(userRecord);
   setText(machineRecord, "DisplayName", "living");
   setText(machineRecord + "\\Below", "x", "y");
-  repairFound(uninstall);
+  find(uninstall);
+  EXPECT_EQ(RepairPlan(form).takings(), std::vector<std::string>());
+  runRepair(form);
   EXPECT_EQ(storedText(machineRecord, "DisplayName"), "living");
   EXPECT_EQ(storedText(machineRecord + "\\Below", "x"), "y");
   ASSERT_EQ(form.View2.count(), 1U);
@@ -155,6 +158,7 @@ TEST_F(RepairGuardTest, TwoRowsOfOneRecordAreBothRepaired) {
   for (int row = 0; row < 2; ++row) {
     add({"x", "GuardTest", "133", "HKEY_LOCAL_MACHINE", windowsKey + "Uninstall\\GuardTest", ""});
   }
+  EXPECT_EQ(RepairPlan(form).takings(), std::vector<std::string>{machineRecord});
   runRepair(form);
   EXPECT_FALSE(hasKey(machineRecord));
   EXPECT_EQ(form.repairOutcome.gone, 2U);

@@ -63,6 +63,7 @@ class EventLogTest : public fixture::SafetyExportFixture {
 
 TEST_F(EventLogTest, TheNumberHoldsTheSeverity) {
   EXPECT_EQ(eventNumber(LoggedEvent::ScanEnded), 0x40000001U);
+  EXPECT_EQ(eventNumber(LoggedEvent::ScanStopped), 0x40000002U);
   EXPECT_EQ(eventNumber(LoggedEvent::RepairRefused), 0x80000004U);
   EXPECT_EQ(eventNumber(LoggedEvent::CommandFailed), 0xC0000007U);
 }

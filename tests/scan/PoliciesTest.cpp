@@ -146,5 +146,18 @@ TEST_F(PoliciesTest, AScanLeavesOutWhatItDoesNotAllow) {
   EXPECT_TRUE(form.View1.isLocked(1));
 }
 
+TEST_F(PoliciesTest, AScanLeavesOutTheFirstAndTheLastRowToo) {
+  form.dialogs.show = [](const UserMessage&) { return Answer::Ok; };
+  setText(policies, "categories", "dlls");
+  for (std::size_t row = 1; row <= form.View1.count(); ++row) {
+    form.View1.setLocked(row, false);
+    form.View1.setChecked(row, row != 2);
+  }
+  runScan(form);
+  EXPECT_EQ(tickedRows(), Rows());
+  EXPECT_TRUE(form.View1.isLocked(1));
+  EXPECT_TRUE(form.View1.isLocked(form.View1.count()));
+}
+
 }  // namespace
 }  // namespace zelvreg

@@ -50,6 +50,14 @@ TEST_F(PortableSettingsTest, TheFileMakesItPortable) {
   EXPECT_FALSE(isPortable());
 }
 
+TEST_F(PortableSettingsTest, ANameThatIsTooLongForASettingIsListedAsOneWithoutAName) {
+  DeleteFileW(Wide(settingsFile()).get());
+  setText(stored + "\\regscan\\dates", std::string(40, 'n'), "x");
+  bool isWhole = false;
+  EXPECT_EQ(settingNames(settings::dates, isWhole), std::vector<std::string>{""});
+  EXPECT_TRUE(isWhole);
+}
+
 TEST_F(PortableSettingsTest, SettingsAreInTheFileAndNotInTheRegistry) {
   EXPECT_TRUE(keepSetting(settings::regscan, "theme", "dark"));
   EXPECT_TRUE(keepSetting(settings::selection, "font", "0"));

@@ -34,7 +34,8 @@ INSTANTIATE_TEST_SUITE_P(
         // A backslash in an argument takes the folder with it.
         Cut{"C:\\App\\tool.exe \\x.y", "C:\\App\\tool.exe \\x.y"}, Cut{"C:\\App\\", "C:\\App\\."},
         Cut{"C:\\App\\.Hidden", "C:\\App\\.hid"}, Cut{"C:\\App\\..a", "C:\\App\\.a"},
-        Cut{"C:\\App\\a.", "C:\\App\\a."}, Cut{"", "."}, Cut{"tool.exe", "tool.exe"},
+        Cut{"C:\\App\\a.", "C:\\App\\a."}, Cut{"C:\\App\\a.c x", "C:\\App\\a.c"}, Cut{"", "."},
+        Cut{"tool.exe", "tool.exe"},
         // A drive root at the very front cannot be cut before.
         Cut{":\\a.exe", ":\\a.exe"}, Cut{"\"unclosed.exe", "unclosed.exe"}, Cut{"a\"b\"c", "b"},
         Cut{"a\"\"c", "."}));

@@ -1,8 +1,10 @@
 #include "scanners/Fonts.h"
 
 #include "form/Form42.h"
+#include "registry/View64.h"
 #include "scan/CategoryTable.h"
 #include "scan/Findings.h"
+#include "scan/ScannedKeys.h"
 #include "scanners/ScannerFixture.h"
 
 namespace zelvreg {
@@ -101,6 +103,21 @@ TEST_F(FontsTest, TheDataIsTrimmedOnlyInTheReport) {
   Command1(form);
   EXPECT_EQ(form.View2.text(1, badValueColumn), "gone.ttf");
   EXPECT_EQ(form.Label3.caption.get(), " gone.ttf ");
+}
+
+TEST_F(FontsTest, TheQueueIsServedAtEachFontAndTheListsAreEmptiedFirst) {
+  form.List1.add("before");
+  form.List2.add("before");
+  setText(fontsKey, "a", "there.ttf");
+  setText(fontsKey, "b", "there.ttf");
+  int served = 0;
+  form.messages.serveHost = [&served] { ++served; };
+  fEnumValue(form, HiveHandle::LocalMachine, scannedKeys::fonts);
+  const int whileListing = served;
+  Command1(form);
+  EXPECT_EQ(served - 2 * whileListing, 2);
+  EXPECT_EQ(form.List1.count(), 2);
+  EXPECT_EQ(form.List2.count(), 0);
 }
 
 TEST_F(FontsTest, ACancelEndsTheWalk) {

@@ -33,6 +33,14 @@ TEST_F(HelpFoldersTest, AHelpFolderThatIsGoneIsReported) {
   EXPECT_FALSE(form.View2.isChecked(1));
 }
 
+TEST_F(HelpFoldersTest, TheLastLibraryIsTheLastThatIsShown) {
+  help(nameA, folder);
+  cln71(form);
+  EXPECT_EQ(form.Label3.caption.get().find("TypeLib\\\\"), std::string::npos);
+  EXPECT_TRUE(form.Label3.caption.get().ends_with(form.List4.text(0)));
+  EXPECT_NE(form.List4.text(0).find('.'), std::string::npos);
+}
+
 TEST_F(HelpFoldersTest, AFolderIsTakenWholeButForItsQuotes) {
   struct Case {
     std::string help;

@@ -116,8 +116,10 @@ TEST_F(SearchSetUp, OnlyAnAreaAboveNothingIsTakenBeforeItGivesWay) {
 }
 
 TEST_F(SearchSetUp, TakesTheModeThatWasKeptOrElseTheFirst) {
-  startWith("lastMode", "3");
-  EXPECT_EQ(mode(again), 3);
+  for (const int kept : {2, 3, 4}) {
+    startWith("lastMode", std::to_string(kept));
+    EXPECT_EQ(mode(again), kept);
+  }
   for (const char* wrong : {"0", "5", "-1", "x", ""}) {
     startWith("lastMode", wrong);
     EXPECT_EQ(mode(again), 1) << wrong;

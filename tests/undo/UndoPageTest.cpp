@@ -98,7 +98,7 @@ TEST_F(UndoPageTest, FromTheResultsItTakesTheirPlaceToo) {
 }
 
 TEST_F(UndoPageTest, TheBoxShowsTheOptionThatWasKept) {
-  for (const auto& [kept, isTicked] : {std::pair("1", true), {"0", false}}) {
+  for (const auto& [kept, isTicked] : {std::pair("1", true), {"0", false}, {"2", true}}) {
     setText(settings, "saveundo", kept);
     form.Check1.value = !isTicked;
     form.chameleonButton1.click();

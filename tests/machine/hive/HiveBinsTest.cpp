@@ -85,6 +85,11 @@ TEST_F(HiveBinsTest, BehindADamagedHeaderNothingIsTakenForData) {
   }
   hive.bytes.put<std::uint32_t>(binsOffset + binPlace, 8);
   EXPECT_EQ(OpenedHive(hive).values(hive.root()), damaged);
+  // Its size alone is true.
+  putBin(binsOffset, hive.bytes.all().size() - binsOffset);
+  EXPECT_EQ(OpenedHive(hive).values(hive.root()), asItIs);
+  hive.bytes.put<std::uint32_t>(binsOffset + binPlace, 8);
+  EXPECT_EQ(OpenedHive(hive).values(hive.root()), damaged);
 }
 
 TEST_F(HiveBinsTest, PagesAreNotLookedAtWithoutEnd) {

@@ -144,6 +144,47 @@ TEST_F(HiveCheckTest, AClassThatIsThereIsTheKeysAlone) {
   EXPECT_NE(reason().find("belongs to another key or value"), std::string::npos) << reason();
 }
 
+TEST_F(HiveCheckTest, AClassOfNoBytesHasNoCell) {
+  const auto resize = [this](std::uint16_t size) {
+    damage([size](HiveBytes& bytes) {
+      const std::size_t node = keyNamed(bytes, "inner");
+      bytes.put<std::uint16_t>(node + keyClassLength, size);
+      bytes.putLink(node + keyClass, firstValue(bytes, node));
+    });
+  };
+  resize(0);
+  EXPECT_EQ(reason(), "");
+  resize(1);
+  EXPECT_NE(reason().find("belongs to another key or value"), std::string::npos) << reason();
+}
+
+TEST_F(HiveCheckTest, DataMayFillTheirCellAndNoMore) {
+  const auto resize = [this](std::uint32_t more) {
+    damage([more](HiveBytes& bytes) {
+      const std::size_t value = firstValue(bytes, keyNamed(bytes, "inner"));
+      const auto cell = -bytes.get<std::int32_t>(bytes.follow(value + valueData));
+      bytes.put<std::uint32_t>(value + valueSize, static_cast<std::uint32_t>(cell) - 4 + more);
+    });
+  };
+  resize(0);
+  EXPECT_EQ(reason(), "");
+  resize(1);
+  EXPECT_NE(reason().find("no proper size"), std::string::npos) << reason();
+}
+
+TEST_F(HiveCheckTest, ACellMayEndWithItsHive) {
+  damage([](HiveBytes& bytes) {
+    const std::size_t value = firstValue(bytes, keyNamed(bytes, "inner"));
+    const std::size_t cell = bytes.all().size() - 16;
+    bytes.put<std::int32_t>(cell, -16);
+    bytes.put<std::uint32_t>(value + valueSize, 12);
+    bytes.putLink(value + valueData, cell);
+  });
+  EXPECT_EQ(reason(), "");
+  damage([](HiveBytes& bytes) { bytes.put<std::int32_t>(bytes.all().size() - 16, -24); });
+  EXPECT_NE(reason().find("no proper size"), std::string::npos) << reason();
+}
+
 TEST_F(HiveCheckTest, DataInALinkIsNoLongerThanALink) {
   const auto resize = [this](std::uint32_t size) {
     damage([size](HiveBytes& bytes) {

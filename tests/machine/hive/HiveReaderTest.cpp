@@ -128,6 +128,24 @@ TEST_F(HiveReaderTest, ACellThatIsFreeOrTooSmallOrBeyondTheEndHoldsNoKey) {
   }
 }
 
+TEST_F(HiveReaderTest, BehindTheLastBinThereIsNoKey) {
+  const auto keys = hive.giveSubkeys(hive.root(), "lh", {"one", "another"});
+  const std::size_t page = binsOffset + 8 * pageSize;
+  const std::string moved = hive.bytes.all().substr(keys[1], 0x80);
+  hive.bytes.write(page, moved);
+  const std::size_t list = hive.bytes.follow(hive.root() + subkeyList);
+  hive.bytes.putLink(list + listEntries + 8, page);
+  EXPECT_EQ(OpenedHive(hive).subkeys(hive.root()), (Names{"one", "another"}));
+  hive.bytes.put<std::uint32_t>(binsSizeOffset, 8 * pageSize);
+  EXPECT_EQ(OpenedHive(hive).subkeys(hive.root()), (Names{"one", "damage"}));
+}
+
+TEST_F(HiveReaderTest, AKeyWithoutSubkeysHasNoneOfAnyName) {
+  OpenedHive opened(hive);
+  EXPECT_EQ(opened.search(hive.root(), u"one"), Answer::Absent);
+  EXPECT_EQ(opened.search(8, u"one"), Answer::Unclear);
+}
+
 TEST_F(HiveReaderTest, NamesAreLatinOrWideAndMayHoldAnything) {
   const std::size_t latin = hive.key("\xE4\\b", hive.root());
   const std::size_t wide = hive.wideKey(std::string("a\0\0\0b\0\x3D\xD8", 8), hive.root());

@@ -61,6 +61,10 @@ TEST_F(HiveValuesTest, ALargeValueIsPutTogetherOrPassedOver) {
   hive.bytes.put<std::uint32_t>(list + cellHeader + 4, 0x7FFFFFF8);
   EXPECT_EQ(OpenedHive(hive).values(hive.root()), (Names{"damage"}));
   hive = whole;
+  // A cell that ends before its link to the list.
+  hive.bytes.put<std::int32_t>(head, -8);
+  EXPECT_EQ(OpenedHive(hive).values(hive.root()), (Names{"damage"}));
+  hive = whole;
   hive.bytes.put<std::uint32_t>(value + valueSize, 0x7FFFFFFF);
   EXPECT_EQ(OpenedHive(hive).values(hive.root()), (Names{"damage"}));
 }
@@ -77,6 +81,18 @@ TEST_F(HiveValuesTest, PartsThatAreOneCellDoNotMultiplyIt) {
   hive.bytes.put<std::uint16_t>(head + listCount, 1000);
   hive.bytes.put<std::uint32_t>(value + valueSize, 1000 * partSize);
   hive.giveValues(hive.root(), {value});
+  EXPECT_EQ(OpenedHive(hive).values(hive.root()), (Names{"damage"}));
+}
+
+TEST_F(HiveValuesTest, PartsThatAreDamagedAreNotPutTogetherWithoutEnd) {
+  const std::size_t bad = hive.largeValue("bad", 3, std::string(partSize + 1, 'a'));
+  const std::size_t parts = hive.bytes.follow(hive.bytes.follow(bad + valueData) + listEntries);
+  hive.bytes.putLink(parts + cellHeader + 4, hive.root() + 8);
+  const std::size_t good = hive.largeValue("good", 3, std::string(partSize + 1, 'b'));
+  hive.giveValues(hive.root(), {bad, bad, bad, good});
+  EXPECT_EQ(OpenedHive(hive).values(hive.root()), (Names{"good=16345", "damage"}));
+  // As many parts as two hives of this size have room for.
+  hive.giveValues(hive.root(), {bad, bad, bad, bad, good});
   EXPECT_EQ(OpenedHive(hive).values(hive.root()), (Names{"damage"}));
 }
 

@@ -12,6 +12,7 @@ TEST(NameHashTest, AHintIsTheFirstFourLettersInAnyCase) {
   EXPECT_TRUE(mayBeHintOf(hint, u"SOFTens"));
   EXPECT_FALSE(mayBeHintOf(hint, u"Sofware"));
   EXPECT_FALSE(mayBeHintOf(hint, u"System"));
+  EXPECT_FALSE(mayBeHintOf(hint, u"Loftware"));
   EXPECT_TRUE(mayBeHintOf(hintOfName(u"Run"), u"run"));
   EXPECT_FALSE(mayBeHintOf(hintOfName(u"Run"), u"runs"));
 }

@@ -20,6 +20,9 @@ TEST(Marvin32, HasTheValuesThatAreKnown) {
   EXPECT_EQ(marvin32({}), 0xB39EFCA403966E08U);
   EXPECT_EQ(marvin32(bytesOf("abcd")), 0x20094FB11A6CD086U);
   EXPECT_EQ(marvin32(bytesOf("HvLEHvLE")), 0xB4FA8E15B9621001U);
+  EXPECT_EQ(marvin32(bytesOf("a")), 0x21A013C726F292F4U);
+  EXPECT_EQ(marvin32(bytesOf("ab")), 0x7911DA00317285F8U);
+  EXPECT_EQ(marvin32(bytesOf("abcdefg")), 0x0C00597AC6BF45F2U);
   // Bytes that fill no number of four count in their order.
   EXPECT_NE(marvin32(bytesOf("abcde")), marvin32(bytesOf("abcd")));
   EXPECT_NE(marvin32(bytesOf("ab")), marvin32(bytesOf("ba")));

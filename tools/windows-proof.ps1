@@ -130,6 +130,22 @@ Step 'lock' {
         $mutex.Dispose()
     }
 }
+Step 'lock-link' {
+    if (-not $Elevated) {
+        'it needs an administrator'
+    } else {
+        $target = Join-Path $Folder 'behind-a-link.txt'
+        Set-Content -LiteralPath $target -Value 'x'
+        $link = Join-Path $env:windir 'zelvreg.lock'
+        New-Item -ItemType SymbolicLink -Path $link -Target $target | Out-Null
+        Invoke-Program 'scan --only fonts --quiet' | Out-Null
+        $isKept = Test-Path -LiteralPath $target
+        if (Test-Path -LiteralPath $link) {
+            Remove-Item -LiteralPath $link -Force
+        }
+        $isKept
+    }
+}
 Step 'libraries' {
     Copy-Item -LiteralPath $Program -Destination $Folder
     $planted = foreach ($name in 'bcrypt.dll', 'cryptbase.dll', 'oleacc.dll', 'uxtheme.dll', 'version.dll') {

@@ -71,11 +71,12 @@ VIAddVersionKey /LANG=1033 "LegalCopyright" "MIT licence"
 !macroend
 
 ; Neither the window nor the console can start until the set-up has ended: the file is open for
-; GENERIC_WRITE and DELETE, shared with nobody, and goes with its handle.
+; GENERIC_WRITE and DELETE, shared with nobody, is a link itself and not what it leads to, and goes
+; with its handle.
 !macro keepProgramOut
   System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW(w "${LOCK_ACCESS}", i 1, *p .r1, p 0) i .r0'
   System::Call '*(i 12, p r1, i 0) p .r3'
-  System::Call 'kernel32::CreateFileW(w "${LOCK}", i 0x40010000, i 0, p r3, i 4, i 0x04000002, p 0) p .r0'
+  System::Call 'kernel32::CreateFileW(w "${LOCK}", i 0x40010000, i 0, p r3, i 4, i 0x04200002, p 0) p .r0'
   System::Free $3
   System::Call 'kernel32::LocalFree(p r1)'
   ${If} $0 == -1 ; INVALID_HANDLE_VALUE

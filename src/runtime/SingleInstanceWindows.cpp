@@ -18,11 +18,13 @@ constexpr const wchar_t* fileName = L"\\zelvreg.lock";
 constexpr const wchar_t* fileAccess = L"D:P(A;;FA;;;BA)(A;;FA;;;SY)";
 
 // The new file, or INVALID_HANDLE_VALUE. Nobody can open it as long as it is open, and then it is
-// gone, however the process ends.
+// gone, however the process ends. Of a link of this name the link itself is opened and goes: what
+// it leads to is none of ours.
 HANDLE openedFile(const std::wstring& path, SECURITY_ATTRIBUTES* security) {
   constexpr DWORD sharedWithNobody = 0;
-  return CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, sharedWithNobody, security, OPEN_ALWAYS,
-                     FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  return CreateFileW(
+      path.c_str(), GENERIC_WRITE | DELETE, sharedWithNobody, security, OPEN_ALWAYS,
+      FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
 }
 
 // Only administrators can make files there, so nobody else can be first.

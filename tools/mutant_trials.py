@@ -106,7 +106,8 @@ class Worker:
                  "--size", str(DISK), "--tmpfs", "/tmp", "--size", str(DISK), "--tmpfs", "/var/tmp",
                  "--ro-bind", self.checkout, self.checkout, "--ro-bind", self.build, self.build,
                  "--bind", self.folder, self.folder, "--chdir", self.folder,
-                 "--setenv", "HOME", self.folder, "--setenv", "LLVM_PROFILE_FILE", os.devnull]
+                 "--setenv", "HOME", self.folder, "--setenv", "TMPDIR", "/tmp",
+                 "--setenv", "LLVM_PROFILE_FILE", os.devnull]
         return [*apart, "prlimit", f"--as={MEMORY}", f"--fsize={DISK}", "--core=0", "--",
                 self.folder / PROGRAM, *arguments]
 
